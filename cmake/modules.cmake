@@ -1,0 +1,47 @@
+# Warnings, sanitizers and the shape that every folder's library has.
+
+add_library(tarvik_options INTERFACE)
+target_include_directories(tarvik_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(tarvik_options INTERFACE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(TARVIK_SANITIZE)
+  target_compile_options(tarvik_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                  -fno-omit-frame-pointer)
+  target_link_options(tarvik_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# tarvik_module(name [FOLDER folder] [NEEDS library...])
+# A static library of the folder's own .cpp files, main.cpp aside. A folder that holds none is left out.
+function(tarvik_module name)
+  cmake_parse_arguments(MODULE "" "FOLDER" "NEEDS" ${ARGN})
+  if(NOT MODULE_FOLDER)
+    set(MODULE_FOLDER ${name})
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${MODULE_FOLDER}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC tarvik_options ${MODULE_NEEDS})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE tarvik_options ${MODULE_NEEDS})
+  endif()
+endfunction()
+
+# What lies beside the programs: build/installation/ holds the programs and a copy of installation/. Files that the
+# program changes there (templates, scratch files) are only laid anew when their original changes.
+function(tarvik_installation)
+  set(target_folder ${CMAKE_BINARY_DIR}/installation)
+  set_target_properties(tarvik-play PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${target_folder})
+  file(GLOB_RECURSE files CONFIGURE_DEPENDS RELATIVE ${PROJECT_SOURCE_DIR}/installation
+       ${PROJECT_SOURCE_DIR}/installation/*)
+  set(copies)
+  foreach(file IN LISTS files)
+    add_custom_command(
+      OUTPUT ${target_folder}/${file}
+      COMMAND ${CMAKE_COMMAND} -E copy ${PROJECT_SOURCE_DIR}/installation/${file} ${target_folder}/${file}
+      DEPENDS ${PROJECT_SOURCE_DIR}/installation/${file}
+      VERBATIM)
+    list(APPEND copies ${target_folder}/${file})
+  endforeach()
+  add_custom_target(installation ALL DEPENDS ${copies})
+endfunction()

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <memory>
+#include <variant>
+
+/// The operations of a spreadsheet and a document application, with their object-model names. Every operation throws
+/// Failure with a text for the user that names the file and the reason. Whoever holds an application ends its work by
+/// quit(), or by letting go of it, which closes what is open without saving.
+namespace tarvik {
+
+/// What a cell is given: a text is stored as text ("00123" keeps its zeros, "=1+1" is no formula), a number as a number.
+using CellValue = std::variant<Text, double>;
+
+/// Rows and columns count from 1.
+class Worksheet {
+public:
+    virtual ~Worksheet() = default;
+    /// The cell's value as text: a number as its shortest text, a date as its serial number, a formula as its cached
+    /// result, a logical value as "True" or "False", an error as its code. An empty cell gives the empty text.
+    virtual Text cell(int row, int column) const = 0;
+    /// Whether the cell holds neither value nor formula. A formula cell is never empty.
+    virtual bool is_empty(int row, int column) const = 0;
+    /// Replaces the cell's value and formula; its format stays. The empty text empties it. In a merged range a text for
+    /// the first cell goes there, the empty text for a covered cell changes nothing, any other value for a covered cell
+    /// goes to the range's first cell.
+    virtual void set_cell(int row, int column, const CellValue& value) = 0;
+    /// Empties every cell of the rectangle that is not empty; gives how many there were.
+    virtual int clear(int first_row, int last_row, int first_column, int last_column) = 0;
+    virtual void print_out() = 0;
+};
+
+class Workbook {
+public:
+    virtual ~Workbook() = default;
+    virtual int worksheet_count() const = 0;
+    /// `index` counts from 1, in the order of the workbook. Valid until the workbook is closed.
+    virtual Worksheet& worksheet(int index) = 0;
+    /// Writes the workbook to `path`, whole or not at all, replacing a file of that name; the workbook then stands for
+    /// that file. The extension tells the format: .xlsx, .xlsm, .xls; behind any other .xlsx is added.
+    virtual void save_as(TextView path) = 0;
+    /// Ends the workbook. With `save_changes` it is written to the file that it stands for, unless save_as() has just
+    /// written the same contents there.
+    virtual void close(bool save_changes) = 0;
+};
+
+class SpreadsheetApplication {
+public:
+    virtual ~SpreadsheetApplication() = default;
+    virtual void set_visible(bool visible) = 0;
+    /// The application keeps the workbook; it is valid until it is closed or the application quits.
+    virtual Workbook& open(TextView path) = 0;
+    virtual void quit() = 0;
+};
+
+/// Table rows and columns count from 1.
+class TextDocument {
+public:
+    virtual ~TextDocument() = default;
+    /// Replaces the text of a cell of the document's first table. CR LF breaks the line.
+    virtual void set_cell_text(int row, int column, TextView text) = 0;
+    virtual void add_picture(int row, int column, TextView path) = 0;
+    /// The document keeps the format in which it was opened.
+    virtual void save_as(TextView path) = 0;
+    virtual void print_out() = 0;
+    /// Unsaved changes are dropped without a question.
+    virtual void close() = 0;
+};
+
+class DocumentApplication {
+public:
+    virtual ~DocumentApplication() = default;
+    virtual void set_visible(bool visible) = 0;
+    virtual TextDocument& open(TextView path) = 0;
+    virtual void quit() = 0;
+};
+
+/// Makes the applications: "Excel.Application" and "Word.Application" of the system's own telling.
+class OfficeEngines {
+public:
+    virtual ~OfficeEngines() = default;
+    virtual std::unique_ptr<SpreadsheetApplication> create_spreadsheet() = 0;
+    virtual std::unique_ptr<DocumentApplication> create_document() = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "platform/files.h"
+#include "platform/text.h"
+
+#include <cstdint>
+
+/// Everything that the core asks of the world outside. Each interface has a real implementation and the player's.
+namespace tarvik {
+
+enum class Buttons { OK, OKCancel, YesNo, YesNoCancel };
+enum class Icon { None, Information, Question, Exclamation, Critical };
+/// The numbers are those that the main window keeps in `answer`.
+enum class Answer { None = 0, OK = 1, Cancel = 2, Yes = 6, No = 7 };
+
+/// The title of a box that has none of its own.
+inline constexpr std::u32string_view application_title = U"Tarvik 计算";
+
+struct Message {
+    Text text;
+    Text title{application_title};
+    Buttons buttons = Buttons::OK;
+    Icon icon = Icon::None;
+};
+
+/// Boxes that wait for the user. No handler runs while one is open.
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+    virtual Answer message(const Message& message) = 0;
+    /// The text that the user leaves in the box; a cancelled box gives the empty text.
+    virtual Text input(TextView title, TextView prompt, TextView preset) = 0;
+    /// The full path of the file chosen, or nothing when cancelled. A filter is "name|*.ext|name|*.ext".
+    virtual std::optional<Text> open_file(TextView filter) = 0;
+    virtual std::optional<Text> save_file(TextView filter) = 0;
+};
+
+class Clipboard {
+public:
+    virtual ~Clipboard() = default;
+    virtual void clear() = 0;
+    virtual Text text() const = 0;
+    virtual void set_text(TextView text) = 0;
+};
+
+struct CalendarTime {
+    int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+};
+
+class Clock {
+public:
+    virtual ~Clock() = default;
+    virtual CalendarTime now() const = 0;
+};
+
+/// The time of day as captions show it, h:mm:ss in 24 hours.
+Text time_of_day(const CalendarTime& time);
+/// The date as file names hold it, yyyy-mm-dd.
+Text date_text(const CalendarTime& time);
+
+class Screen {
+public:
+    virtual ~Screen() = default;
+    /// Twips.
+    virtual double width() const = 0;
+    virtual double height() const = 0;
+    /// A long run has something to show: the front may bring what it shows up to date. No handler is entered meanwhile.
+    virtual void refresh() = 0;
+    /// How far a long piece of work has come, `done` of `total`; total 0 ends the display.
+    virtual void progress(std::uint64_t done, std::uint64_t total) = 0;
+    /// Opens the context menu; its entry comes back as an event.
+    virtual void popup_menu() = 0;
+};
+
+class Printer {
+public:
+    virtual ~Printer() = default;
+    /// Sends a finished file to the default printer. `name` is the document's file name as the user knows it.
+    virtual void print(const std::filesystem::path& file, TextView name) = 0;
+};
+
+struct Platform {
+    Dialogs& dialogs;
+    Clipboard& clipboard;
+    Clock& clock;
+    Files& files;
+    Screen& screen;
+    Printer& printer;
+};
+
+} // namespace tarvik

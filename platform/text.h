@@ -1,0 +1,136 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// Texts as the whole system counts them: one element is one character, also for characters outside the basic plane.
+namespace tarvik {
+
+using Text = std::u32string;
+
+/// What a search that finds nothing gives where positions count from 0.
+inline constexpr std::size_t npos = static_cast<std::size_t>(-1);
+
+/// A view of characters that somebody else owns, held in 1, 2 or 4 bytes each: a large document takes only as much
+/// memory as its widest character asks for. Positions of the members count from 0; the free functions below count from
+/// 1. A view is two words and is passed by value; it is valid as long as the storage behind it.
+class TextView {
+public:
+    constexpr TextView() noexcept = default;
+    // NOLINTBEGIN(google-explicit-constructor): a text is always acceptable where it is only read.
+    TextView(const Text& text) noexcept : TextView(text.data(), text.size(), 4) {}
+    constexpr TextView(std::u32string_view text) noexcept : TextView(text.data(), text.size(), 4) {}
+    constexpr TextView(const char32_t* text) noexcept : TextView(std::u32string_view(text)) {}
+    // NOLINTEND(google-explicit-constructor)
+    constexpr TextView(const std::uint8_t* latin1, std::size_t size) noexcept : TextView(latin1, size, 1) {}
+    constexpr TextView(const char16_t* basic_plane, std::size_t size) noexcept : TextView(basic_plane, size, 2) {}
+    constexpr TextView(const char32_t* text, std::size_t size) noexcept : TextView(text, size, 4) {}
+
+    constexpr std::size_t size() const noexcept { return size_; }
+    constexpr bool empty() const noexcept { return size_ == 0; }
+    /// Whether the view looks at any storage; a default view does not, an empty field of a document does.
+    constexpr bool has_storage() const noexcept { return data_ != nullptr; }
+    constexpr const void* data() const noexcept { return data_; }
+    /// Bytes that one character takes: 1, 2 or 4.
+    constexpr unsigned width() const noexcept { return width_; }
+
+    char32_t operator[](std::size_t index) const noexcept
+    {
+        switch (width_) {
+        case 1: return static_cast<const std::uint8_t*>(data_)[index];
+        case 2: return static_cast<const char16_t*>(data_)[index];
+        default: return static_cast<const char32_t*>(data_)[index];
+        }
+    }
+
+    /// The characters from `position`, at most `count`; empty behind the end.
+    TextView substr(std::size_t position, std::size_t count = npos) const noexcept
+    {
+        if (position > size_) position = size_;
+        if (count > size_ - position) count = size_ - position;
+        const auto* bytes = static_cast<const std::uint8_t*>(data_);
+        return {data_ ? bytes + position * width_ : nullptr, count, width_};
+    }
+
+    /// Calls `work` with a std::span of std::uint8_t, char16_t or char32_t: the way into a loop over all characters.
+    template <typename Work>
+    decltype(auto) visit(Work&& work) const
+    {
+        switch (width_) {
+        case 1: return work(std::span(static_cast<const std::uint8_t*>(data_), size_));
+        case 2: return work(std::span(static_cast<const char16_t*>(data_), size_));
+        default: return work(std::span(static_cast<const char32_t*>(data_), size_));
+        }
+    }
+
+    /// First place of the character or needle at or behind `from`, or npos. An empty needle is found at `from`.
+    std::size_t find(char32_t character, std::size_t from = 0) const noexcept;
+    std::size_t find(TextView needle, std::size_t from = 0) const noexcept;
+    /// Last place of the character, or npos.
+    std::size_t rfind(char32_t character) const noexcept;
+    bool contains(TextView needle) const noexcept { return find(needle) != npos; }
+    bool starts_with(TextView beginning) const noexcept { return substr(0, beginning.size()) == beginning; }
+
+    Text str() const;
+    void append_to(Text& target) const;
+    std::size_t hash() const noexcept;
+
+    friend bool operator==(TextView a, TextView b) noexcept;
+
+private:
+    constexpr TextView(const void* data, std::size_t size, unsigned width) noexcept
+        : data_(data), size_(size & 0x3fff'ffff'ffff'ffffU), width_(width)
+    {
+    }
+
+    const void* data_ = nullptr;
+    std::size_t size_ : 61 = 0;
+    unsigned width_ : 3 = 4;
+};
+
+/// For unordered containers that are keyed by views.
+struct TextHash {
+    std::size_t operator()(TextView text) const noexcept { return text.hash(); }
+};
+
+Text operator+(Text left, TextView right);
+
+// Positions count from 1; 0 means "not found".
+
+/// The `count` characters from `position`, fewer if the text ends before that, none if it ends before `position`.
+TextView mid(TextView text, std::size_t position, std::size_t count = npos) noexcept;
+/// First position of `needle` at or behind `from`; 0 if there is none. An empty needle is never found.
+std::size_t instr(TextView text, TextView needle, std::size_t from = 1) noexcept;
+
+// Blanks are U+0020 alone.
+TextView ltrim(TextView text) noexcept;
+TextView rtrim(TextView text) noexcept;
+TextView trim(TextView text) noexcept;
+
+/// Case mapping of one character to one, so that lengths stay: Latin, Greek, Cyrillic, Armenian, full-width letters and
+/// Roman numerals.
+char32_t lower(char32_t character) noexcept;
+char32_t upper(char32_t character) noexcept;
+Text lower(TextView text);
+Text upper(TextView text);
+
+/// UTF-8 both ways. Invalid bytes become U+FFFD, and so does a lone surrogate.
+Text from_utf8(std::string_view bytes);
+std::string to_utf8(TextView text);
+
+// Numbers. A text is a number when, blanks around it aside, it is an optional sign, ASCII digits with at most one point,
+// and an optional e with digits.
+
+std::optional<double> number(TextView text) noexcept;
+inline bool is_number(TextView text) noexcept { return number(text).has_value(); }
+/// The longest beginning of the text that is a number; 0 when there is none.
+double leading_number(TextView text) noexcept;
+/// The shortest decimal text that reads back as the same number, without exponent where 15 digits do: "8.5", "-1", "2".
+Text number_text(double value);
+
+} // namespace tarvik
