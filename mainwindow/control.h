@@ -1,0 +1,192 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <string_view>
+#include <utility>
+
+/// The model of the window's controls: what a front shows and what the handlers work on. Places and sizes are twips.
+namespace tarvik {
+
+enum class FormId { Form1, Form3, Form4 };
+
+enum class Property {
+    Text, Caption, Visible, Enabled, Value, Left, Top, Width, Height, SelStart, SelLength, SelColor, SelFontSize,
+    BackColor, Interval, WindowState, Marks, Focus
+};
+
+/// A colour as blue x 65536 + green x 256 + red.
+using Colour = std::uint32_t;
+constexpr Colour rgb(unsigned red, unsigned green, unsigned blue) { return blue * 65536 + green * 256 + red; }
+
+class Control;
+class TextBox;
+
+/// Where controls report to. A front listens to `property_changed`; the event table listens to `text_changed`.
+struct ModelListeners {
+    std::function<void(const Control&, Property)> property_changed;
+    std::function<void(TextBox&)> text_changed;
+};
+
+/// Index of a control that is not part of a control array.
+inline constexpr int no_index = -1;
+
+/// A button, frame, label, picture or window; the other kinds add to it. A setter that changes something raises the
+/// revision and tells the listeners.
+class Control {
+public:
+    Control(const ModelListeners& listeners, FormId form, std::string_view name, int index = no_index)
+        : listeners_(listeners), form_(form), name_(name), index_(index)
+    {
+    }
+    Control(const Control&) = delete;
+    Control& operator=(const Control&) = delete;
+    virtual ~Control() = default;
+
+    FormId form() const { return form_; }
+    std::string_view name() const { return name_; }
+    int index() const { return index_; }
+    /// Raised by every change; a front that remembers it knows what to draw anew.
+    std::uint64_t revision() const { return revision_; }
+
+    const Text& caption() const { return caption_; }
+    double left() const { return left_; }
+    double top() const { return top_; }
+    double width() const { return width_; }
+    double height() const { return height_; }
+    /// The control's own flag, whatever the window around it shows.
+    bool visible() const { return visible_; }
+    bool enabled() const { return enabled_; }
+    Colour back_color() const { return back_color_; }
+
+    void set_caption(Text caption) { change(caption_, std::move(caption), Property::Caption); }
+    void set_left(double twips) { change(left_, twips, Property::Left); }
+    void set_top(double twips) { change(top_, twips, Property::Top); }
+    void set_width(double twips) { change(width_, twips, Property::Width); }
+    void set_height(double twips) { change(height_, twips, Property::Height); }
+    void set_place(double left, double top, double width, double height);
+    void set_visible(bool visible) { change(visible_, visible, Property::Visible); }
+    void set_enabled(bool enabled) { change(enabled_, enabled, Property::Enabled); }
+    void set_back_color(Colour colour) { change(back_color_, colour, Property::BackColor); }
+
+protected:
+    template <typename Value>
+    bool change(Value& field, Value value, Property property)
+    {
+        if (field == value) return false;
+        field = std::move(value);
+        touched(property);
+        return true;
+    }
+    void touched(Property property);
+    const ModelListeners& listeners() const { return listeners_; }
+
+private:
+    const ModelListeners& listeners_;
+    FormId form_;
+    std::string_view name_;
+    int index_;
+    std::uint64_t revision_ = 0;
+    Text caption_;
+    double left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+    bool visible_ = true, enabled_ = true;
+    Colour back_color_ = rgb(240, 240, 240);
+};
+
+/// A window of the program. Its own place on the screen is the front's affair; width and height are the model's.
+class Window : public Control {
+public:
+    using Control::Control;
+    /// 0 normal, 1 minimised.
+    int window_state() const { return window_state_; }
+    void set_window_state(int state) { change(window_state_, state, Property::WindowState); }
+
+private:
+    int window_state_ = 0;
+};
+
+class OptionButton : public Control {
+public:
+    using Control::Control;
+    bool value() const { return value_; }
+    void set_value(bool value) { change(value_, value, Property::Value); }
+
+private:
+    bool value_ = false;
+};
+
+class Timer : public Control {
+public:
+    using Control::Control;
+    /// Milliseconds.
+    int interval() const { return interval_; }
+    void set_interval(int milliseconds) { change(interval_, milliseconds, Property::Interval); }
+
+private:
+    int interval_ = 0;
+};
+
+/// A selection in a text; `start` counts from 1.
+struct Selection {
+    std::size_t start = 1;
+    std::size_t length = 0;
+    friend bool operator==(const Selection&, const Selection&) = default;
+};
+
+/// A box for short texts. Every change of its text, the system's own too, is told as its change event.
+class TextBox : public Control {
+public:
+    using Control::Control;
+    const Text& text() const { return text_; }
+    void set_text(Text text);
+    bool multi_line() const { return multi_line_; }
+    void set_multi_line(bool multi_line) { multi_line_ = multi_line; }
+
+    const Selection& selection() const { return selection_; }
+    /// Kept inside the text.
+    void select(Selection selection);
+    Text selected_text() const { return mid(text_, selection_.start, selection_.length).str(); }
+    /// The caret stands behind the inserted text afterwards.
+    void replace_selection(TextView text);
+
+private:
+    Text text_;
+    Selection selection_;
+    bool multi_line_ = false;
+};
+
+/// Controls of one name with indices, which need not be dense.
+template <typename Kind>
+class ControlArray {
+public:
+    ControlArray(const ModelListeners& listeners, FormId form, std::string_view name, std::initializer_list<int> indices)
+    {
+        for (int index : indices) add(listeners, form, name, index);
+    }
+    ControlArray(const ModelListeners& listeners, FormId form, std::string_view name, int first, int last)
+    {
+        for (int index = first; index <= last; ++index) add(listeners, form, name, index);
+    }
+
+    Kind& operator[](int index) { return controls_.at(index); }
+    const Kind& operator[](int index) const { return controls_.at(index); }
+    bool contains(int index) const { return controls_.contains(index); }
+    /// Pairs of index and control, in the order of the indices.
+    auto begin() { return controls_.begin(); }
+    auto end() { return controls_.end(); }
+    auto begin() const { return controls_.begin(); }
+    auto end() const { return controls_.end(); }
+
+private:
+    void add(const ModelListeners& listeners, FormId form, std::string_view name, int index)
+    {
+        controls_.emplace(std::piecewise_construct, std::forward_as_tuple(index),
+                          std::forward_as_tuple(listeners, form, name, index));
+    }
+    std::map<int, Kind> controls_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,112 @@
+#pragma once
+
+#include "mainwindow/control.h"
+#include "mainwindow/pane.h"
+#include "office/automation.h"
+
+#include <memory>
+
+namespace tarvik {
+
+/// The main window: its controls under their names, and the members that more than one handler uses.
+struct Form1 {
+    explicit Form1(const ModelListeners& listeners);
+
+    Window window;
+    ControlArray<TextBox> Text1; ///< 1 query box, 2 number box, 4 page box, 5 characters per page; 0 and 3 stay hidden
+    Pane RichTextBox1;           ///< results and pages
+    Pane RichTextBox2;           ///< the open document
+    Pane RichTextBox3;           ///< views of the column commands
+    ControlArray<Control> Command1;
+    ControlArray<Control> Command2;
+    Control Command3;
+    Control Command6;
+    ControlArray<Control> Command7; ///< "Esc"
+    ControlArray<Control> Command8; ///< "q"
+    ControlArray<Control> Command9; ///< third keys
+    OptionButton Option1, Option2, Option3;
+    Control Frame1, Frame2, Frame3, Frame4;
+    ControlArray<Control> Label1, Label2; ///< arrows between the keys
+    ControlArray<Timer> Timer1;           ///< pane movements
+    Timer Timer3, Timer4, Timer5, Timer6, Timer7, Timer8, Timer9, Timer10; ///< batch runs
+
+    /// Any of the three panes, which always share their rectangle.
+    std::array<Pane*, 3> panes() { return {&RichTextBox1, &RichTextBox2, &RichTextBox3}; }
+    std::array<Timer*, 8> batch_timers()
+    {
+        return {&Timer3, &Timer4, &Timer5, &Timer6, &Timer7, &Timer8, &Timer9, &Timer10};
+    }
+
+    // Reading and queries
+    double resultcount = 0; ///< results of the last query or lookup
+    double lastpage = 0;    ///< index of the last page
+    double matchpos = 0;    ///< position of the last match while matches are marked
+    double resultpos = 0;   ///< cursor of the buttons that walk through results
+    double pageno = 0;      ///< number of the page shown
+    Text needle;            ///< query as the marking uses it
+    bool fso = false;        ///< whether a file-system object stands; each file access makes it anew
+    bool textstream = false; ///< whether a text stream of the last file access stands
+    int answer = 0;          ///< result of the last message box
+    bool formready = false;
+    bool cutopen = false;
+    bool cutopenfile = false;
+    bool menuonquery = false, menuonnumber = false; ///< the context menu was opened over Text1(1), Text1(2)
+    bool focusnumber = false, focusquery = false;   ///< Text1(2), Text1(1) has the focus
+    bool focuspane1 = false, focuspane2 = false, focuspane3 = false;
+    bool exit_confirmed = false; ///< the exit question was answered Yes and is not asked again
+
+    // Column engine
+    bool comp = false;     ///< queries and splits work on SUG
+    bool showdata = true;  ///< views are shown
+    bool notcap = false;   ///< a cross comparison shows the rows outside the intersection
+    bool dbresult = false; ///< the last result came from a column query
+    double sufcount = 0, sugcount = 0; ///< rows of the last query into SUF, SUG; a comparison can raise the first
+    double curcount = 0;               ///< count of the table last queried or split
+    double sufrows = 0, sugrows = 0;   ///< the counts at the last query; never raised
+    int sufcol = 0;                    ///< column of SUF in a comparison of two tables
+    bool sugcol_set = false;           ///< sugcol refers to Form3.Text1(4)
+    double compcount = 0;              ///< rows that a comparison or date check wrote
+    double daydiff = 0;                ///< days between the dates of the row at hand
+    double daterow = 0;                ///< row that the date normaliser tells of
+    double fieldfrom = 0, fieldto = 0; ///< first and last character of the piece that an in-field query shows
+    Text kqdate, kqtime, kqweekday;    ///< the attendance stamp read last
+    double keycount = 0;               ///< number of keys in keylist
+
+    // Report runs
+    Text outfolder;         ///< where a run saves its files; ends in a backslash
+    Text runtitle;          ///< head of every progress caption
+    Text runstart, runnow;  ///< time of day at the start of the run and at the latest report
+    Text jobstart;          ///< time of day at which a direct command began
+    double batchcursor = 0; ///< index into keylist of the tick in progress
+    int sheetno = 0;        ///< number of the sheet under way
+    bool batchgate = false; ///< a tick may begin
+    double allcount = 0;    ///< records of the key in the full list
+    double partcount = 0;   ///< records of the key in the file whose lines make the sheet
+    double recordcount = 0; ///< copy of partcount for the loops of the sheet operations
+    double rowcount = 0;    ///< records for the row loops of designed reports and of the rule engine
+    int sheetrow = 0;       ///< the row behind the last one that `statistics` wrote
+    double z1end = 0, z1end2 = 0, z6end = 0; ///< row marks of the label list
+    bool scanfolderset = false;              ///< the page box has locked a folder
+    Text scanfolder;                         ///< the locked folder; empty while none is
+    bool folderchosen = false;               ///< the user has picked the folder of a live comparison
+    Text sourcefolder;                       ///< that folder with its closing separator
+    bool founddata = false;                  ///< a line of the sheet in hand has matched a record
+    double filecount = 0;                    ///< sheets done by the rule engine
+
+    // The office task in hand; empty between tasks
+    std::unique_ptr<SpreadsheetApplication> xlApp;
+    Workbook* xlBook = nullptr;
+    Worksheet* xlSheet = nullptr;
+    std::unique_ptr<DocumentApplication> wdApp;
+    TextDocument* wdDoc = nullptr;
+};
+
+/// Whether none of the option buttons is selected, so that queries work on the open document.
+bool no_option_selected(const Form1& form1);
+/// Selects one of the option buttons, which clears the others.
+void select_option(Form1& form1, OptionButton& option);
+void clear_options(Form1& form1);
+/// Makes exactly one of the panes visible, hiding the others first.
+void bring_up(Form1& form1, Pane& pane);
+
+} // namespace tarvik

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "mainwindow/document_cache.h"
+#include "mainwindow/form1.h"
+#include "mainwindow/form3.h"
+#include "mainwindow/form4.h"
+#include "mainwindow/module1.h"
+#include "platform/platform.h"
+
+/// What this folder offers: the program's state and window model, start-up and shutdown, the resets, the layout rule,
+/// the pane movements, and the small services (messages, scratch files) that every handler above it uses.
+namespace tarvik {
+
+struct Program {
+    Program(const Platform& platform_, OfficeEngines& office_)
+        : form1(listeners), form3(listeners), form4(listeners), platform(platform_), office(office_)
+    {
+    }
+
+    ModelListeners listeners;
+    Module1 module1;
+    Form1 form1;
+    Form3 form3;
+    Form4 form4;
+    Platform platform;
+    OfficeEngines& office;
+    DocumentCache documents; ///< foreign files that scans read, decoded once
+    bool ended = false;      ///< the main window was closed
+};
+
+/// Shows a box; gives what the user pressed. The ones whose result is kept go by ask().
+Answer tell(Program& program, TextView text, TextView title = application_title, Icon icon = Icon::None);
+/// Shows a box with a choice and keeps the result in `answer`.
+Answer ask(Program& program, TextView text, TextView title, Buttons buttons, Icon icon = Icon::None);
+
+/// The path of a fixed file name in the installation folder.
+Text installed(const Program& program, TextView name);
+
+// Start-up and shutdown
+
+/// Everything between the start of the process and the window's being shown, in the order that start-up has. It shows
+/// no message; from the fonts on, what fails is passed over.
+void Form_Load(Program& program);
+/// Asks whether to leave. Gives whether the closing goes on.
+bool Form_QueryUnload(Program& program);
+void Form_Unload(Program& program);
+/// A left click on the window's background: back to the defaults.
+void Form_Click(Program& program);
+/// Back to the defaults: panes, flags, options and the results up to resultcount.
+void reset_to_defaults(Program& program);
+
+// Layout and modes
+
+void Form_Resize(Program& program);
+/// Grows the window to its opening size for a screen of this width.
+void opening_animation(Program& program, double screen_width);
+void Command6_Click(Program& program);
+void Command3_Click(Program& program);
+
+/// Which way one of the "◎" buttons moves the panes while it is held; `index` is the button's.
+void Command2_MouseDown(Program& program, int index);
+void Command2_MouseUp(Program& program);
+/// One step of a pane movement; `index` is the timer's.
+void Timer1_Timer(Program& program, int index);
+
+// Small events
+
+/// A new query text forgets the old results.
+void Text1_Change(Program& program, int index);
+/// Query box, number box and page box are emptied.
+void Text1_DblClick(Program& program, int index);
+void Option1_Click(Program& program);
+void Option2_Click(Program& program);
+void Option3_Click(Program& program);
+/// Keeps the flags of the box or pane that has the focus.
+void focus_changed(Program& program, const Control& control, bool has_focus);
+
+/// The smallest of three numbers that is not 0, and 0 if all are 0.
+double min3to1(double a, double b, double c);
+double min2to1(double a, double b);
+/// The number that a text holds, 0 for the empty text. Throws Failure for a text that is no number.
+double ccnn(TextView text);
+
+} // namespace tarvik

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "mainwindow/control.h"
+#include "mainwindow/pane_text.h"
+
+#include <vector>
+
+namespace tarvik {
+
+/// A match that is shown in colour; `start` counts from 1, `size` is in points.
+struct Mark {
+    std::size_t start = 1;
+    std::size_t length = 0;
+    Colour colour = 0;
+    int size = 0;
+    friend bool operator==(const Mark&, const Mark&) = default;
+};
+
+/// One of the three stacked rich-text boxes.
+class Pane : public Control {
+public:
+    using Control::Control;
+
+    const PaneText& content() const { return content_; }
+    TextView text() const { return content_.view(); }
+    const Document& document() const { return content_.document(); }
+    bool empty() const { return content_.empty(); }
+
+    /// A new text has no marks and no selection.
+    void set_content(PaneText content);
+    void set_text(TextView text) { set_content(PaneText(text)); }
+    void append(TextView text);
+
+    const Selection& selection() const { return selection_; }
+    /// Kept inside the text.
+    void select(Selection selection);
+    Text selected_text() const;
+    /// The caret stands behind the inserted text afterwards; marks behind the place move along, those in it go.
+    void replace_selection(TextView text);
+
+    /// Colour and size at the caret, or of the selection that was last given one.
+    Colour selection_colour() const { return selection_colour_; }
+    int selection_font_size() const { return selection_font_size_; }
+    void set_selection_colour(Colour colour) { change(selection_colour_, colour, Property::SelColor); }
+    void set_selection_font_size(int points) { change(selection_font_size_, points, Property::SelFontSize); }
+
+    const std::vector<Mark>& marks() const { return marks_; }
+    void set_marks(std::vector<Mark> marks) { change(marks_, std::move(marks), Property::Marks); }
+    /// The size of all of the text that is not marked; 0 for the design's.
+    int text_font_size() const { return text_font_size_; }
+    void set_text_font_size(int points) { change(text_font_size_, points, Property::SelFontSize); }
+
+    bool line_breaking() const { return line_breaking_; }
+    /// Characters have `width` twips to a line when lines break. Part of start-up only.
+    void set_line_breaking(bool on) { line_breaking_ = on; }
+
+private:
+    PaneText content_;
+    Selection selection_;
+    std::vector<Mark> marks_;
+    Colour selection_colour_ = 0;
+    int selection_font_size_ = 0;
+    int text_font_size_ = 0;
+    bool line_breaking_ = false;
+};
+
+/// Sets whether a pane breaks its lines at its width or lets them run as long as they are.
+void AutoSwitchLine(Pane& pane, bool on);
+
+} // namespace tarvik

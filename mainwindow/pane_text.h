@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/document.h"
+
+#include <memory>
+#include <variant>
+#include <vector>
+
+namespace tarvik {
+
+/// Lines that are written out only when somebody asks: the view of a large table costs no text until it is saved or
+/// searched, and a screen asks for the lines that it shows.
+class LineSource {
+public:
+    virtual ~LineSource() = default;
+    virtual std::size_t line_count() const = 0;
+    /// Appends line `index` (from 0) without its line end.
+    virtual void append_line(std::size_t index, Text& target) const = 0;
+};
+
+/// The text of a pane: pieces of shared buffers and line sources one behind the other. Each line of a source ends in
+/// CR LF. Copies are cheap and share everything.
+class PaneText {
+public:
+    using Piece = std::variant<SharedText, std::shared_ptr<const LineSource>>;
+
+    PaneText() = default;
+    explicit PaneText(TextView text);
+    explicit PaneText(Document document);
+    explicit PaneText(std::shared_ptr<const LineSource> lines);
+
+    bool empty() const;
+    /// The whole text in one buffer, with its lower-cased twin; made when first asked for and kept until a change.
+    const Document& document() const;
+    TextView view() const { return document().text(); }
+
+    const std::vector<Piece>& pieces() const { return pieces_; }
+
+    void append(TextView text);
+    /// `start` counts from 1; start and length are kept inside the text.
+    void replace(std::size_t start, std::size_t length, TextView text);
+
+private:
+    std::vector<Piece> pieces_;
+    mutable std::optional<Document> whole_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,144 @@
+#pragma once
+
+#include "platform/document.h"
+#include "platform/failure.h"
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <vector>
+
+/// The fixed arrays of the system: told bounds, but no memory before an element is used.
+namespace tarvik {
+
+/// Elements 0 to `last`; an element that was never written reads as a default Value. Storage comes in chunks.
+template <typename Value>
+class SparseArray {
+public:
+    explicit SparseArray(std::size_t last) : last_(last) {}
+
+    std::size_t last() const { return last_; }
+    Value get(std::size_t index) const
+    {
+        const std::size_t chunk = index / chunk_size;
+        return chunk < chunks_.size() && chunks_[chunk] ? (*chunks_[chunk])[index % chunk_size] : Value{};
+    }
+    /// Throws Failure beyond the bound.
+    void set(std::size_t index, Value value)
+    {
+        if (index > last_) throw Failure(U"数据超出软件所设定的数组范围。");
+        const std::size_t chunk = index / chunk_size;
+        if (chunk >= chunks_.size()) chunks_.resize(chunk + 1);
+        if (!chunks_[chunk]) chunks_[chunk] = std::make_unique<Chunk>();
+        (*chunks_[chunk])[index % chunk_size] = std::move(value);
+    }
+    /// Back to the default from `first` to `last`, both included; whole chunks are given back.
+    void clear(std::size_t first, std::size_t last)
+    {
+        while (first <= last && first / chunk_size < chunks_.size()) {
+            const std::size_t chunk = first / chunk_size;
+            const std::size_t chunk_last = chunk * chunk_size + chunk_size - 1;
+            if (first % chunk_size == 0 && chunk_last <= last) chunks_[chunk].reset();
+            else if (chunks_[chunk])
+                for (std::size_t i = first; i <= std::min(last, chunk_last); ++i) (*chunks_[chunk])[i % chunk_size] = {};
+            first = chunk_last + 1;
+        }
+    }
+    /// Calls `work` for every element that has storage.
+    template <typename Work>
+    void for_each_used(Work&& work) const
+    {
+        for (const auto& chunk : chunks_)
+            if (chunk)
+                for (const Value& value : *chunk) work(value);
+    }
+
+private:
+    static constexpr std::size_t chunk_size = 1024;
+    using Chunk = std::array<Value, chunk_size>;
+    std::size_t last_;
+    std::vector<std::unique_ptr<Chunk>> chunks_;
+};
+
+/// Keeps the buffers alive that an array's views look into, and lets go of those that no view needs any more.
+class BufferKeeper {
+public:
+    void keep(const SharedBuffer& buffer);
+    /// True when so many buffers are kept that a sweep pays.
+    bool wants_sweep() const { return buffers_.size() >= sweep_at_; }
+    /// `for_each_view` calls its argument for every view in use.
+    void sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view);
+    std::size_t size() const { return buffers_.size(); }
+
+private:
+    std::vector<SharedBuffer> buffers_;
+    std::size_t sweep_at_ = 64;
+};
+
+/// An array of texts, each a view of a shared buffer. An empty text means that the element holds nothing.
+class TextArray {
+public:
+    explicit TextArray(std::size_t last) : views_(last) {}
+
+    std::size_t last() const { return views_.last(); }
+    TextView get(std::size_t index) const { return views_.get(index); }
+    /// Stores a text of its own.
+    void set(std::size_t index, TextView text);
+    /// Stores a piece of `buffer` without a copy.
+    void set(std::size_t index, TextView piece, const SharedBuffer& buffer);
+    void clear(std::size_t first, std::size_t last) { views_.clear(first, last); }
+
+private:
+    void keep(const SharedBuffer& buffer);
+    SparseArray<TextView> views_;
+    BufferKeeper keeper_;
+};
+
+/// The row texts of a table. A row text is TAB, line, TAB; only the line is kept. An emptied row holds no text at all,
+/// which is not the same as the closing row, whose line is empty between its two TABs.
+class RowTexts {
+public:
+    explicit RowTexts(std::size_t last) : lines_(last) {}
+
+    std::size_t last() const { return lines_.last(); }
+    bool is_empty(std::size_t row) const { return !lines_.get(row).has_storage(); }
+    /// The line between the TABs.
+    TextView line(std::size_t row) const { return lines_.get(row); }
+    /// The row text itself, TABs included; empty for an emptied row.
+    Text text(std::size_t row) const;
+    void set_line(std::size_t row, TextView line, const SharedBuffer& buffer);
+    void clear(std::size_t first, std::size_t last) { lines_.clear(first, last); }
+    void swap(std::size_t a, std::size_t b);
+
+private:
+    SparseArray<TextView> lines_;
+    BufferKeeper keeper_;
+};
+
+/// A table of cells: rows 0 to 300000, columns 0 to 180. A cell that was never written reads as the empty text, and a
+/// cell that a new row does not reach keeps what it held.
+class Table {
+public:
+    static constexpr std::size_t last_row = 300000;
+    static constexpr std::size_t last_column = 180;
+
+    Table();
+    /// Empty beyond the bounds.
+    TextView cell(std::size_t row, std::size_t column) const
+    {
+        return column <= last_column ? columns_[column].get(row) : TextView{};
+    }
+    /// Stores a text of its own. Throws Failure beyond the bounds.
+    void set_cell(std::size_t row, std::size_t column, TextView text);
+    /// Stores a piece of a buffer that keep() was called with.
+    void set_cell_view(std::size_t row, std::size_t column, TextView piece) { columns_[column].set(row, piece); }
+    void keep(const SharedBuffer& buffer);
+    void clear(std::size_t first_row, std::size_t last_row, std::size_t first_column, std::size_t last_column);
+    void swap_cells(std::size_t column, std::size_t row_a, std::size_t row_b);
+
+private:
+    std::vector<SparseArray<TextView>> columns_;
+    BufferKeeper keeper_;
+};
+
+} // namespace tarvik
