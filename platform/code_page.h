@@ -13,8 +13,8 @@ namespace tarvik {
 
 /// A file from outside. A byte order mark (UTF-8, UTF-16 either way) decides; else text that is valid UTF-8 and holds a
 /// character of three bytes or more is UTF-8; else it is GB18030 with 0x80 for the euro sign. No byte is refused:
-/// whatever is invalid becomes U+FFFD and reading goes on with the next byte. Two characters, CR LF, are laid behind the
-/// text in the buffer, outside of text(), so that opening a document needs no copy.
+/// whatever is invalid becomes U+FFFD and reading goes on with the next byte. Two characters, CR LF, are laid behind
+/// the text in the buffer, outside of text(), so that opening a document needs no copy.
 Document decode_foreign(std::string_view bytes);
 
 /// A file that the program wrote itself: the system's code page, with no guess.

@@ -84,7 +84,7 @@ public:
 
 private:
     constexpr TextView(const void* data, std::size_t size, unsigned width) noexcept
-        : data_(data), size_(size & 0x3fff'ffff'ffff'ffffU), width_(width)
+        : data_(data), size_(size & 0x1fff'ffff'ffff'ffffU), width_(width & 7U)
     {
     }
 
@@ -102,7 +102,8 @@ Text operator+(Text left, TextView right);
 
 // Positions count from 1; 0 means "not found".
 
-/// The `count` characters from `position`, fewer if the text ends before that, none if it ends before `position`.
+/// The `count` characters from `position`, fewer if the text ends before that, none if it ends before `position`, and
+/// none from position 0.
 TextView mid(TextView text, std::size_t position, std::size_t count = npos) noexcept;
 /// First position of `needle` at or behind `from`; 0 if there is none. An empty needle is never found.
 std::size_t instr(TextView text, TextView needle, std::size_t from = 1) noexcept;
@@ -123,14 +124,19 @@ Text upper(TextView text);
 Text from_utf8(std::string_view bytes);
 std::string to_utf8(TextView text);
 
-// Numbers. A text is a number when, blanks around it aside, it is an optional sign, ASCII digits with at most one point,
-// and an optional e with digits.
+// Numbers. A text is a number when, blanks around it aside, it is an optional sign, ASCII digits with at most one
+// point, and an optional e with digits.
 
+/// A value too large for a double is the largest double, one too small is 0; the e may have a sign.
 std::optional<double> number(TextView text) noexcept;
-inline bool is_number(TextView text) noexcept { return number(text).has_value(); }
+inline bool is_number(TextView text) noexcept
+{
+    return number(text).has_value();
+}
 /// The longest beginning of the text that is a number; 0 when there is none.
 double leading_number(TextView text) noexcept;
-/// The shortest decimal text that reads back as the same number, without exponent where 15 digits do: "8.5", "-1", "2".
+/// The shortest decimal text that reads back as the same number, without exponent where 15 digits do: "8.5", "-1", "2";
+/// from 1e15 on and below 1e-15 it is "1.25e100", "1e-16".
 Text number_text(double value);
 
 } // namespace tarvik

@@ -1,0 +1,25 @@
+#include "platform/platform.h"
+
+namespace tarvik {
+
+namespace {
+
+Text digits(int value, std::size_t least)
+{
+    Text text = number_text(value);
+    return text.size() < least ? Text(least - text.size(), U'0') + text : text;
+}
+
+} // namespace
+
+Text time_of_day(const CalendarTime& time)
+{
+    return digits(time.hour, 1) + U":" + digits(time.minute, 2) + U":" + digits(time.second, 2);
+}
+
+Text date_text(const CalendarTime& time)
+{
+    return digits(time.year, 4) + U"-" + digits(time.month, 2) + U"-" + digits(time.day, 2);
+}
+
+} // namespace tarvik

@@ -1,0 +1,242 @@
+#include "platform/disk_file.h"
+
+#include "platform/file_failure.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::size_t buffer_size = std::size_t{1} << 18;
+constexpr std::string_view unfinished_beginning = ".tarvik-", unfinished_end = ".tmp";
+
+[[noreturn]] void fail(int error = errno)
+{
+    throw std::system_error(error, std::generic_category());
+}
+
+template <typename Call>
+auto unless_interrupted(const Call& call) noexcept
+{
+    auto result = call();
+    while (result == -1 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+class Descriptor {
+public:
+    Descriptor(const fs::path& path, int flags)
+        : value_(unless_interrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC, 0666); }))
+    {
+        if (value_ == -1) fail();
+    }
+    ~Descriptor()
+    {
+        if (value_ != -1) ::close(value_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int value() const noexcept { return value_; }
+    int release() noexcept { return std::exchange(value_, -1); }
+    void close()
+    {
+        if (::close(release()) != 0 && errno != EINTR) fail();
+    }
+
+private:
+    int value_;
+};
+
+/// 0, or the number of the error that kept some of the bytes from being written.
+int write_all(int descriptor, std::string_view bytes) noexcept
+{
+    while (!bytes.empty()) {
+        const auto written = unless_interrupted([&] { return ::write(descriptor, bytes.data(), bytes.size()); });
+        if (written < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+struct stat status_of(int descriptor)
+{
+    struct stat status {};
+    if (::fstat(descriptor, &status) != 0) fail();
+    return status;
+}
+
+void require_plain(const struct stat& status)
+{
+    if (S_ISDIR(status.st_mode)) fail(EISDIR);
+    if (!S_ISREG(status.st_mode)) fail(EINVAL);
+}
+
+void flush_folder(const fs::path& folder)
+{
+    // Not every file system can flush a folder; the file itself is safe by then.
+    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY);
+    if (::fsync(descriptor.value()) != 0 && errno != EINVAL && errno != ENOTSUP) fail();
+}
+
+/// A new file of a name that nobody else has, which goes unless it is renamed.
+class Unfinished {
+public:
+    explicit Unfinished(const fs::path& folder) : path_(folder / next_name()), file_(path_, O_WRONLY | O_CREAT | O_EXCL)
+    {
+    }
+    ~Unfinished()
+    {
+        if (!path_.empty()) ::unlink(path_.c_str());
+    }
+    Unfinished(const Unfinished&) = delete;
+    Unfinished& operator=(const Unfinished&) = delete;
+
+    int descriptor() const noexcept { return file_.value(); }
+    void rename_over(const fs::path& target)
+    {
+        file_.close();
+        if (::rename(path_.c_str(), target.c_str()) != 0) fail();
+        path_.clear();
+    }
+
+private:
+    static std::string next_name()
+    {
+        static std::atomic<unsigned> made{0};
+        return std::string(unfinished_beginning) + std::to_string(::getpid()) + "-" + std::to_string(++made) +
+               std::string(unfinished_end);
+    }
+
+    fs::path path_;
+    Descriptor file_;
+};
+
+} // namespace
+
+FileStamp stamp_of(const fs::path& path)
+{
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) fail();
+    constexpr std::int64_t second = 1'000'000'000;
+    return {static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec,
+            status.st_ino};
+}
+
+std::string read_file(const fs::path& path)
+{
+    // A pipe without a writer must not hold the program up before it is refused.
+    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
+    const struct stat status = status_of(file.value());
+    require_plain(status);
+    std::string bytes(static_cast<std::size_t>(status.st_size) + 1, '\0');
+    std::size_t size = 0;
+    for (;;) {
+        if (size == bytes.size()) bytes.resize(bytes.size() * 2);
+        const auto got =
+            unless_interrupted([&] { return ::read(file.value(), bytes.data() + size, bytes.size() - size); });
+        if (got < 0) fail();
+        if (got == 0) break;
+        size += static_cast<std::size_t>(got);
+    }
+    bytes.resize(size);
+    return bytes;
+}
+
+void append_to_file(const fs::path& path, std::string_view bytes)
+{
+    Descriptor file(path, O_WRONLY | O_CREAT | O_APPEND);
+    const struct stat status = status_of(file.value());
+    require_plain(status);
+    if (const int error = write_all(file.value(), bytes)) {
+        // Half a line is worse than none.
+        if (::ftruncate(file.value(), status.st_size) != 0) fail();
+        fail(error);
+    }
+    file.close();
+}
+
+void replace_file(const fs::path& told_target, std::string_view bytes)
+{
+    std::error_code error;
+    const bool link = fs::is_symlink(fs::symlink_status(told_target, error));
+    const fs::path target = link ? fs::weakly_canonical(told_target) : told_target;
+    struct stat old {};
+    const bool exists = ::stat(target.c_str(), &old) == 0;
+    if (exists) {
+        require_plain(old);
+        if (::access(target.c_str(), W_OK) != 0) fail();
+    }
+    const fs::path folder = target.parent_path();
+    Unfinished file(folder);
+    if (const int failed = write_all(file.descriptor(), bytes)) fail(failed);
+    if (exists && ::fchmod(file.descriptor(), old.st_mode & 07777U) != 0) fail();
+    if (::fsync(file.descriptor()) != 0) fail();
+    file.rename_over(target);
+    flush_folder(folder);
+}
+
+bool is_unfinished(std::string_view file_name) noexcept
+{
+    return file_name.starts_with(unfinished_beginning) && file_name.ends_with(unfinished_end);
+}
+
+void move_disk_file(const fs::path& from, const fs::path& to)
+{
+    struct stat status {};
+    if (::stat(from.c_str(), &status) != 0) fail();
+    require_plain(status);
+    if (::rename(from.c_str(), to.c_str()) == 0) return;
+    if (errno != EXDEV) fail();
+    replace_file(to, read_file(from));
+    if (::chmod(to.c_str(), status.st_mode & 07777U) != 0 || ::unlink(from.c_str()) != 0) fail();
+}
+
+BufferedFile::BufferedFile(const fs::path& path, Text told) : told_(std::move(told)), descriptor_(-1)
+{
+    waiting_.reserve(buffer_size);
+    Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK);
+    require_plain(status_of(file.value()));
+    descriptor_ = file.release();
+}
+
+BufferedFile::~BufferedFile()
+{
+    if (descriptor_ != -1) ::close(descriptor_);
+}
+
+void BufferedFile::write(std::string_view bytes)
+{
+    if (waiting_.size() + bytes.size() > buffer_size) flush();
+    if (bytes.size() >= buffer_size && error_ == 0)
+        error_ = write_all(descriptor_, bytes);
+    else if (error_ == 0)
+        waiting_ += bytes;
+}
+
+void BufferedFile::close()
+{
+    if (descriptor_ == -1) return;
+    flush();
+    if (::close(std::exchange(descriptor_, -1)) != 0 && error_ == 0 && errno != EINTR) error_ = errno;
+    if (error_ != 0) throw file_failure(U"写入文件", told_, error_);
+}
+
+void BufferedFile::flush() noexcept
+{
+    if (error_ == 0) error_ = write_all(descriptor_, waiting_);
+    waiting_.clear();
+}
+
+} // namespace tarvik

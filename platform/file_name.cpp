@@ -1,0 +1,50 @@
+#include "platform/file_name.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view forbidden = U"\\/:*?\"<>|";
+constexpr std::size_t longest_name = 240; // bytes; leaves room for an extension that is added later
+constexpr std::size_t longest_extension = 8;
+
+std::size_t utf8_size(char32_t character) noexcept
+{
+    return character < 0x80 ? 1 : character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
+}
+
+std::size_t utf8_size(TextView text)
+{
+    return to_utf8(text).size();
+}
+
+Text shortened(const Text& name)
+{
+    const std::size_t point = TextView(name).rfind(U'.');
+    const bool has_extension = point != npos && point > 0 && name.size() - point <= longest_extension;
+    const Text extension = has_extension ? name.substr(point) : Text();
+    std::size_t left = longest_name - utf8_size(extension);
+    std::size_t kept = 0;
+    while (kept < name.size() && utf8_size(name[kept]) <= left)
+        left -= utf8_size(name[kept++]);
+    return name.substr(0, kept) + extension;
+}
+
+} // namespace
+
+Text safe_name_part(TextView part)
+{
+    Text name = part.str();
+    for (char32_t& character : name)
+        if (character < U' ' || forbidden.find(character) != std::u32string_view::npos) character = U'_';
+    return name;
+}
+
+Text safe_file_name(TextView name)
+{
+    const Text safe = safe_name_part(name);
+    if (safe.empty() || safe == U"." || safe == U"..") return U"_";
+    return utf8_size(safe) > longest_name ? shortened(safe) : safe;
+}
+
+} // namespace tarvik

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+/// The tables of GB18030, taken from the system once, when they are first needed. Only this module asks the system
+/// about character sets.
+namespace tarvik {
+
+/// Codes are lead byte * 256 + second byte.
+struct TwoByteTable {
+    struct Supplementary {
+        char32_t character;
+        std::uint16_t code;
+    };
+
+    bool available = false;             ///< false when the system does not know GB18030; all else is 0 then
+    std::vector<char16_t> character;    ///< by code - 0x8000, for the basic plane; 0 for none
+    std::vector<std::uint16_t> code;    ///< by character of the basic plane; 0 for none
+    std::vector<Supplementary> outside; ///< the few two-byte codes that stand for characters outside of it
+};
+
+/// Places are the four-byte codes of the basic plane in their order, counted from 0 for 81 30 81 30.
+struct FourByteTable {
+    static constexpr std::uint16_t no_place = 0xffff;
+
+    std::vector<char16_t> character;  ///< by place; 0 for none
+    std::vector<std::uint16_t> place; ///< by character of the basic plane
+};
+
+const TwoByteTable& two_byte_table();
+/// Throws Failure when the system could not supply the table.
+void require_available(const TwoByteTable& table);
+const FourByteTable& four_byte_table();
+
+/// By character of the basic plane, the two-byte code that it has in GBK; 0 for none.
+const std::vector<std::uint16_t>& gbk_codes();
+
+} // namespace tarvik

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+/// One step of UTF-8, for texts and for files.
+namespace tarvik {
+
+inline constexpr char32_t replacement_character = 0xfffd;
+inline constexpr char32_t last_character = 0x10ffff;
+
+constexpr bool is_surrogate(char32_t character) noexcept
+{
+    return character >= 0xd800 && character <= 0xdfff;
+}
+
+struct Utf8Step {
+    char32_t character = replacement_character;
+    unsigned size = 1; ///< bytes taken; an invalid byte is taken alone
+    bool valid = false;
+};
+
+/// The character at `at`, which lies before `end`. Overlong forms, surrogates and cut sequences are invalid.
+inline Utf8Step utf8_step(const std::uint8_t* at, const std::uint8_t* end) noexcept
+{
+    const std::uint8_t lead = *at;
+    if (lead < 0x80) return {lead, 1, true};
+    if (lead < 0xc2 || lead > 0xf4) return {};
+    if ((lead & 0xf0) == 0xe0 && end - at >= 3) { // the usual Chinese character, without a loop
+        const unsigned second = at[1] ^ 0x80U, third = at[2] ^ 0x80U;
+        const char32_t character = (lead & 0xfU) << 12 | second << 6 | third;
+        const bool valid = (second | third) < 0x40 && character >= 0x800 && !is_surrogate(character);
+        return valid ? Utf8Step{character, 3, true} : Utf8Step{};
+    }
+    const unsigned size = lead < 0xe0 ? 2 : lead < 0xf0 ? 3 : 4;
+    if (static_cast<std::size_t>(end - at) < size) return {};
+    char32_t character = lead & (0x7fU >> size);
+    for (unsigned i = 1; i < size; ++i) {
+        if ((at[i] & 0xc0) != 0x80) return {};
+        character = (character << 6) | (at[i] & 0x3fU);
+    }
+    constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    if (character < smallest[size] || character > last_character || is_surrogate(character)) return {};
+    return {character, size, true};
+}
+
+} // namespace tarvik

@@ -1,0 +1,170 @@
+#include "platform/code_page.h"
+
+#include <gtest/gtest.h>
+
+#include <iconv.h>
+#include <random>
+
+namespace tarvik::test {
+namespace {
+
+using namespace std::string_literals;
+
+/// The system's own conversion; nothing when it refuses the bytes.
+std::optional<std::string> converted(const char* to, const char* from, std::string bytes)
+{
+    const iconv_t converter = iconv_open(to, from);
+    std::string result(bytes.size() * 4 + 8, '\0');
+    char *in = bytes.data(), *out = result.data();
+    std::size_t in_left = bytes.size(), out_left = result.size();
+    const bool done = iconv(converter, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1);
+    iconv_close(converter);
+    if (!done) return std::nullopt;
+    result.resize(result.size() - out_left);
+    return result;
+}
+
+std::string in_utf8(const Document& document)
+{
+    return to_utf8(document.text());
+}
+
+struct FileCase {
+    const char* what;
+    std::string bytes;
+    Text text;
+    unsigned width;
+};
+
+TEST(DecodeForeign, ReadsEveryKindOfFile)
+{
+    const FileCase cases[] = {
+        {"short GBK", "\xd6\xd0\xb9\xfa"s, U"中国", 2},
+        {"GBK that could be two-byte UTF-8", "\xc4\xa3\xca\xbd"s, U"模式", 2},
+        {"UTF-8", "a\xe4\xb8\xad\r\n"s, U"a中\r\n", 2},
+        {"UTF-8 cut in its last character is none", "\xe4\xb8\xad\xe5\x9b"s, U"涓\ue15e\ufffd", 2},
+        {"UTF-8 with a mark and no wide character", "\xef\xbb\xbf\xc3\xa9"s, U"é", 1},
+        {"UTF-8 with a mark and an invalid byte", "\xef\xbb\xbf\xe4\xb8\xad\xff\xe4z"s, U"中\ufffd\ufffdz", 2},
+        {"UTF-8 outside the basic plane", "\xe4\xb8\xad\xf0\xa0\x80\x80z"s, U"中𠀀z", 4},
+        {"UTF-16 little endian", "\xff\xfe\x2d\x4e\x40\xd8\x00\xdc\x61"s + "\0"s, U"中𠀀a", 4},
+        {"UTF-16 big endian", "\xfe\xff\x4e\x2d\0\x0d\0\x0a"s, U"中\r\n", 2},
+        {"UTF-16 with lone surrogates and half a unit", "\xfe\xff\xdc\x00\xd8\x00\0a\x4e"s, U"\ufffd\ufffda\ufffd", 2},
+        {"a mark alone", "\xff\xfe"s, U"", 1},
+        {"GB18030 of four bytes", "\x81\x30\x86\x38\x95\x32\x82\x36\xd6\xd0"s, U"À𠀀中", 4},
+        {"the euro of both code pages", "\x80\xa2\xe3"s, U"€€", 2},
+        {"a cut last character", "\xd6\xd0\xd6"s, U"中\ufffd", 2},
+        {"four bytes cut", "\xd6\xd0\x81\x30\x86"s, U"中\ufffd0\ufffd", 2},
+        {"invalid bytes in the middle", "\xd6\xd0\xff\xd6\r\xb0\nz"s, U"中\ufffd\ufffd\r\ufffd\nz", 2},
+        {"no such four bytes", "\x84\x31\xa5\x30z"s, U"\ufffd1\ufffd0z", 2},
+        {"NUL and lone CR", "a\0b\rc"s, U"a\0b\rc"s, 1},
+        {"empty", ""s, U"", 1},
+    };
+    for (const FileCase& row : cases) {
+        const Document document = decode_foreign(row.bytes);
+        EXPECT_EQ(in_utf8(document), to_utf8(row.text)) << row.what;
+        EXPECT_EQ(document.text().width(), row.width) << row.what;
+        const Document closed = document.with_closing_line_end();
+        EXPECT_EQ(closed.text().str(), row.text + U"\r\n") << row.what;
+        EXPECT_EQ(closed.buffer(), document.buffer()) << row.what << ": closing the last line copied the document";
+    }
+}
+
+TEST(DecodeOwn, DoesNotGuess)
+{
+    const std::string bytes = "\xe4\xb8\xad\xe5\x9b\xbd";
+    EXPECT_EQ(in_utf8(decode_foreign(bytes)), "中国");
+    EXPECT_EQ(in_utf8(decode_own(bytes)), converted("UTF-8", "GB18030", bytes));
+}
+
+TEST(CodePage, AgreesWithTheSystemOnEveryTwoByteCode)
+{
+    for (unsigned lead = 0x81; lead <= 0xfe; ++lead) {
+        std::string row;
+        for (unsigned second = 0x40; second <= 0xfe; ++second)
+            if (second != 0x7f) row.append({static_cast<char>(lead), static_cast<char>(second)});
+        const auto expected = converted("UTF-8", "GB18030", row);
+        EXPECT_EQ(in_utf8(decode_own(row)), expected) << std::hex << lead;
+        EXPECT_EQ(encode(from_utf8(expected.value())), row) << std::hex << lead;
+        EXPECT_EQ(in_utf8(decode_own(std::string{static_cast<char>(lead), 0x7f})), "\ufffd\x7f");
+    }
+}
+
+TEST(CodePage, RoundTripsAgreeWithTheSystem)
+{
+    std::mt19937 random(2);
+    for (int round = 0; round < 600; ++round) {
+        // Lengths around the stretches of the loops; every third text is all in the basic plane.
+        Text text(round % 5 == 0 ? 1000 + random() % 8000 : random() % 40, U' ');
+        const char32_t end = round % 3 == 0 ? 0xd800 : 0x110000;
+        for (char32_t& c : text) {
+            const auto any = static_cast<char32_t>(random());
+            c = random() % 2 == 0 ? any % 0x80 : random() % 3 == 0 ? any % end : 0x4e00 + any % 0x5000;
+        }
+        for (char32_t& c : text)
+            if (c >= 0xd800 && c < 0xf900) c = U'中';
+        std::erase(text, U'\ufffd');
+        const std::string bytes = encode(text);
+        ASSERT_EQ(converted("GB18030", "UTF-8", to_utf8(text)), bytes);
+        ASSERT_EQ(decode_own(bytes).text(), text);
+        ASSERT_EQ(decode_foreign(bytes).text(), text);
+    }
+}
+
+TEST(CodePage, LosesNoCharacter)
+{
+    for (char32_t c = 0x80; c <= 0x10ffff; c = c == 0xffff ? 0x1fff0 : c < 0x10000 ? c + 1 : c + 97) {
+        const Text text(1, c), back = decode_own(encode(text)).text().str();
+        const bool lost = (c >= 0xd800 && c < 0xe000) || c == 0xfffd;
+        if (lost) {
+            ASSERT_EQ(encode(text), "?");
+        } else if (back != text) { // a provisional form is read as the character of today
+            ASSERT_TRUE(c >= 0xe78d && c <= 0xe864 && encode(back) == encode(text)) << std::hex << unsigned(c);
+        }
+    }
+    EXPECT_EQ(in_utf8(decode_own("\x84\x31\x82\x36")), "\ufe10") << "the four bytes of an older edition";
+}
+
+TEST(CodePage, RandomBytesAreReadWhole)
+{
+    std::mt19937 random(9);
+    for (int round = 0; round < 3000; ++round) {
+        std::string bytes(random() % 60, '\0');
+        for (char& byte : bytes)
+            byte = static_cast<char>(random() % 3 == 0 ? 0x30 + random() % 10 : random());
+        // Where the system can read it as well, both must agree.
+        const Document document = decode_own(bytes);
+        const auto expected = converted("UTF-8", "GB18030", bytes);
+        if (expected) {
+            ASSERT_EQ(in_utf8(document), *expected);
+        }
+        ASSERT_EQ(document.with_closing_line_end().text().size(), document.text().size() + 2);
+        decode_foreign("\xef\xbb\xbf" + bytes);
+        decode_foreign("\xff\xfe" + bytes);
+    }
+}
+
+TEST(CharCode, IsTheSignedCodeOfGbk)
+{
+    const std::pair<char32_t, int> cases[] = {
+        {U'\0', 0},
+        {U'A', 65},
+        {U'~', 126},
+        {U'€', 128},
+        {U'中', 0xd6d0 - 65536},
+        {U'丂', 0x8140 - 65536},
+        {U'一', 0xd2bb - 65536},
+        {U'é', 0xa8a6 - 65536},
+        {U'·', 0xa1a4 - 65536},
+        {U'ÿ', 63},
+        {U'𠀀', 63},
+        {U'\ufffd', 63},
+        {U'㐀', 63},
+        {0xd800, 63},
+        {0x110000, 63},
+    };
+    for (const auto& [character, code] : cases)
+        EXPECT_EQ(char_code(character), code) << std::hex << static_cast<unsigned>(character);
+}
+
+} // namespace
+} // namespace tarvik::test

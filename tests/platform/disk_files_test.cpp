@@ -1,0 +1,211 @@
+#include "platform/disk_files.h"
+
+#include "platform/failure.h"
+#include "tests/support/test_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+namespace tarvik::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class DiskFilesTest : public testing::Test {
+protected:
+    TemporaryFolder installation, drive;
+    DiskFiles files{installation.path() / "", {{'D', drive.path()}}};
+
+    std::size_t entries() const
+    {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(installation.path()), {}));
+    }
+    /// The words of the Failure that the work ends in.
+    template <typename Work>
+    static std::string failure(const Work& work)
+    {
+        try {
+            work();
+        } catch (const Failure& told) {
+            return told.what();
+        }
+        return "no failure";
+    }
+};
+
+/// No file of this process grows above the limit while this lives: a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t limit)
+    {
+        old_signal_ = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit full{limit, old_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, old_signal_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit old_{};
+    void (*old_signal_)(int);
+};
+
+TEST_F(DiskFilesTest, MapsPaths)
+{
+    const fs::path here = installation.path();
+    EXPECT_EQ(to_utf8(files.installation_folder()), here.string());
+    fs::create_directories(here / "photo");
+    std::ofstream(here / "a\\b.txt") << "x";
+    const std::string own = (here / "a\\b.txt").string();
+    const std::pair<std::string, fs::path> cases[] = {
+        {"3139.txt", here / "3139.txt"},
+        {"photo\\x/y.jpg", here / "photo/x/y.jpg"},
+        {"PHOTO\\New.jpg", here / "photo/New.jpg"},
+        {"", here},
+        {"d:\\Atarvik output\\", drive.path() / "Atarvik output"},
+        {"D://fprino//一.doc", drive.path() / "fprino/一.doc"},
+        {"d:", drive.path()},
+        {"e:\\x", fs::path(std::getenv("HOME")) / "x"},
+        {here.string() + "\\photo\\", here / "photo"},
+        {own, own},
+        {"中:x", here / "中:x"},
+    };
+    for (const auto& [told, path] : cases)
+        EXPECT_EQ(files.resolve(from_utf8(told)), path) << told;
+    EXPECT_EQ(path_in(U"d:\\out\\", U"a"), U"d:\\out\\a");
+    EXPECT_EQ(path_in(U"d:/out", U"a"), U"d:/out\\a");
+    EXPECT_EQ(path_in(U"", U"a"), U"a");
+}
+
+TEST_F(DiskFilesTest, LooksNamesUpWithoutCase)
+{
+    files.create_folder(U"d:\\Photo");
+    files.replace(U"d:\\Photo\\牛津字典a.TXT", "one");
+    EXPECT_EQ(files.read(U"D:\\PHOTO\\牛津字典A.txt"), "one");
+    EXPECT_TRUE(files.file_exists(U"d:/photo/牛津字典A.TXT"));
+    EXPECT_FALSE(files.file_exists(U"d:/photo"));
+    EXPECT_TRUE(files.folder_exists(U"d:/pHOTO/"));
+    files.create_folder(U"d:\\PHOTO"); // is there already
+    files.replace(U"d:\\photo\\牛津字典A.txt", "two");
+    EXPECT_THAT(files.file_names(U"d:\\PHOTO"), ElementsAre(U"牛津字典a.TXT"));
+
+    drive.write("same.txt", "small");
+    drive.write("SAME.txt", "capitals");
+    EXPECT_EQ(files.read(U"d:\\same.txt"), "small");
+    EXPECT_EQ(files.read(U"d:\\Same.txt"), "capitals") << "the first in the order of the bytes";
+}
+
+TEST_F(DiskFilesTest, ListsPlainFilesByUpperCasedNames)
+{
+    for (const char* name : {"b.txt", "A.txt", "a_.txt", "C.txt", "乙.txt", ".tarvik-1-1.tmp", "bad\xff.txt"})
+        installation.write(name, name);
+    fs::create_directory(installation.path() / "folder");
+    EXPECT_THAT(files.file_names(files.installation_folder()),
+                ElementsAre(U"A.txt", U"a_.txt", U"b.txt", U"bad\ufffd.txt", U"C.txt", U"乙.txt"));
+    EXPECT_EQ(files.read(U"bad\ufffd.txt"), "bad\xff.txt") << "a listed name can be read";
+}
+
+TEST_F(DiskFilesTest, ReplaceKeepsPermissionsAndLinks)
+{
+    installation.write("old.bin", "old");
+    const fs::path old = installation.path() / "old.bin";
+    fs::permissions(old, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::create_symlink("old.bin", installation.path() / "link.bin");
+    const FileStamp before = files.stamp(U"old.bin");
+    files.replace(U"link.bin", "newer");
+    EXPECT_EQ(installation.read("old.bin"), "newer");
+    EXPECT_TRUE(fs::is_symlink(installation.path() / "link.bin"));
+    EXPECT_EQ(fs::status(old).permissions(), static_cast<fs::perms>(0640));
+    EXPECT_NE(files.stamp(U"old.bin"), before);
+    EXPECT_EQ(files.stamp(U"old.bin").size, 5U);
+    EXPECT_EQ(entries(), 2U);
+}
+
+TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)
+{
+    installation.write("z1.xlsx", "old");
+    installation.write("notes.txt", "line\r\n");
+    const std::string large(300'000, 'x');
+    {
+        const FullDisk full(4096);
+        EXPECT_THAT(failure([&] { files.replace(U"z1.xlsx", large); }), HasSubstr("无法写入文件“z1.xlsx”："));
+        EXPECT_THAT(failure([&] { files.append(U"notes.txt", large); }), HasSubstr("notes.txt"));
+        for (const std::size_t piece : {std::size_t{5000}, large.size()}) {
+            const auto scratch = files.open_for_output(U"between.txt");
+            scratch->write(large.substr(0, piece));
+            EXPECT_THAT(failure([&] { scratch->close(); }), HasSubstr("between.txt"));
+        }
+    }
+    EXPECT_EQ(installation.read("z1.xlsx"), "old");
+    EXPECT_EQ(installation.read("notes.txt"), "line\r\n");
+    EXPECT_EQ(entries(), 3U);
+}
+
+TEST_F(DiskFilesTest, WritesAndMoves)
+{
+    const auto scratch = files.open_for_output(U"between.txt");
+    std::string expected;
+    for (int i = 0; i < 9; ++i) {
+        const std::string piece(static_cast<std::size_t>(1) << (2 * i + 3), static_cast<char>('a' + i));
+        scratch->write(piece);
+        expected += piece;
+    }
+    scratch->close();
+    EXPECT_EQ(files.read(U"between.txt"), expected);
+    files.open_for_output(U"between.txt")->close();
+    EXPECT_EQ(files.read(U"between.txt"), "");
+    files.append(U"nofile.txt", "1\r\n");
+    files.append(U"NOFILE.TXT", "2\r\n");
+    EXPECT_EQ(files.read(U"nofile.txt"), "1\r\n2\r\n");
+
+    files.move_file(U"nofile.txt", U"between.txt");
+    EXPECT_EQ(files.read(U"between.txt"), "1\r\n2\r\n");
+    files.move_file(U"between.txt", U"d:\\");
+    EXPECT_EQ(files.read(U"d:\\between.txt"), "1\r\n2\r\n");
+    EXPECT_EQ(entries(), 0U);
+    if (!fs::exists("/dev/shm")) return;
+    const fs::path other = fs::path("/dev/shm") / installation.path().filename();
+    files.move_file(U"d:\\between.txt", from_utf8(other.string()));
+    EXPECT_TRUE(fs::remove(other)) << "another file system";
+    EXPECT_FALSE(files.file_exists(U"d:\\between.txt"));
+}
+
+TEST_F(DiskFilesTest, FailuresTellThePathAndTheReason)
+{
+    fs::create_directory(installation.path() / "folder");
+    installation.write("plain", "x");
+    ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(failure([&] { files.read(U"d:\\没有.txt"); }), "无法读取文件“d:\\没有.txt”：找不到这个文件或文件夹。");
+    EXPECT_THAT(failure([&] { files.read(U"folder"); }), HasSubstr("文件夹"));
+    EXPECT_THAT(failure([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure([&] { files.read(U"plain\\x"); }), HasSubstr("不是文件夹"));
+    EXPECT_THAT(failure([&] { files.replace(U"folder", "x"); }), HasSubstr("folder"));
+    EXPECT_THAT(failure([&] { files.replace(U"no\\x", "x"); }), HasSubstr("no\\x"));
+    EXPECT_THAT(failure([&] { files.open_for_output(U"pipe"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure([&] { files.create_folder(U"plain"); }), HasSubstr("plain"));
+    EXPECT_THAT(failure([&] { files.create_folder(U"no\\folder"); }), HasSubstr("no\\folder"));
+    EXPECT_THAT(failure([&] { files.move_file(U"no", U"d:\\no"); }), HasSubstr("no"));
+    EXPECT_THAT(failure([&] { files.file_names(U"no"); }), HasSubstr("no"));
+    EXPECT_THAT(failure([&] { files.stamp(U"no"); }), HasSubstr("no"));
+    EXPECT_THAT(failure([&] { files.read(Text(300, U'x')); }), HasSubstr("名称太长"));
+    EXPECT_FALSE(files.file_exists(Text(300, U'x')));
+    EXPECT_FALSE(files.file_exists(Text{U'p', U'l', U'a', U'i', U'n', U'\0', U'x'}));
+    EXPECT_EQ(entries(), 3U);
+}
+
+} // namespace
+} // namespace tarvik::test

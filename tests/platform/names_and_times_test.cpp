@@ -1,0 +1,39 @@
+#include "platform/file_name.h"
+#include "platform/system_clock.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+namespace {
+
+TEST(FileName, StaysInsideItsFolder)
+{
+    EXPECT_EQ(safe_name_part(U"../a\\b:c*?\"<>|\t"), U".._a_b_c_______");
+    EXPECT_EQ(safe_name_part(U""), U"");
+    EXPECT_EQ(safe_file_name(U"..\\..\\x"), U".._.._x");
+    for (const TextView name : {U"", U".", U".."})
+        EXPECT_EQ(safe_file_name(name), U"_");
+    EXPECT_EQ(safe_file_name(U" 甲 乙. "), U" 甲 乙. ");
+}
+
+TEST(FileName, LongOnesAreCutBetweenCharacters)
+{
+    EXPECT_EQ(safe_file_name(Text(80, U'中')), Text(80, U'中'));
+    EXPECT_EQ(safe_file_name(Text(81, U'中')), Text(80, U'中'));
+    EXPECT_EQ(safe_file_name(U"ab" + Text(80, U'中')), U"ab" + Text(79, U'中'));
+    EXPECT_EQ(safe_file_name(Text(90, U'中') + U".xlsx"), Text(78, U'中') + U".xlsx");
+    EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(79, U'中'));
+}
+
+TEST(CalendarText, PadsAllButTheHour)
+{
+    EXPECT_EQ(time_of_day({2024, 3, 1, 9, 5, 7}), U"9:05:07");
+    EXPECT_EQ(time_of_day({2024, 3, 1, 0, 0, 0}), U"0:00:00");
+    EXPECT_EQ(date_text({2024, 3, 1, 9, 5, 7}), U"2024-03-01");
+    EXPECT_EQ(date_text({2024, 12, 31, 23, 59, 59}), U"2024-12-31");
+    const CalendarTime now = SystemClock().now();
+    EXPECT_TRUE(now.year > 2020 && now.month >= 1 && now.month <= 12 && now.day >= 1 && now.day <= 31);
+}
+
+} // namespace
+} // namespace tarvik::test

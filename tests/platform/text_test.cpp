@@ -1,0 +1,150 @@
+#include "tests/platform/widths.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarvik::test {
+namespace {
+
+Text random_text(std::mt19937& random, std::size_t size, std::u32string_view letters)
+{
+    Text text(size, U' ');
+    for (char32_t& c : text)
+        c = letters[random() % letters.size()];
+    return text;
+}
+
+/// What find() gives in every pair of widths, held against the standard library's search.
+void expect_found_alike(const Text& text, const Text& needle, std::size_t from)
+{
+    const std::size_t expected = text.find(needle, from);
+    const Widths texts(text), needles(needle);
+    for (const TextView t : texts.views())
+        for (const TextView n : needles.views())
+            ASSERT_EQ(t.find(n, from), expected) << to_utf8(text) << " / " << to_utf8(needle) << " from " << from
+                                                 << ", widths " << t.width() << n.width();
+}
+
+TEST(TextSearch, AgreesWithThePlainSearchInEveryWidth)
+{
+    std::mt19937 random(7);
+    for (const std::u32string_view letters : {U"ab", U"abé", U"中国a", U"a𠀀中"})
+        for (int round = 0; round < 1500; ++round) {
+            const Text text = random_text(random, random() % 120, letters);
+            Text needle = random_text(random, random() % 9, letters);
+            if (round % 3 == 0 && text.size() > 4) needle = text.substr(random() % text.size(), random() % 40);
+            expect_found_alike(text, needle, random() % (text.size() + 2));
+        }
+}
+
+TEST(TextSearch, AgreesOnRepeatsThatDefeatAScan)
+{
+    std::mt19937 random(11);
+    for (int round = 0; round < 400; ++round) {
+        const Text period = random_text(random, 1 + random() % 6, U"ab");
+        Text text, needle;
+        while (text.size() < 900)
+            text += period;
+        for (std::size_t size = 20 + random() % 200; needle.size() < size;)
+            needle += period;
+        // A break in the text, in the needle, or in both at the same place of the period.
+        if (random() % 2 == 0) text[random() % text.size()] = U'c';
+        if (random() % 2 == 0) needle[random() % needle.size()] = U'c';
+        if (random() % 2 == 0) text.replace(600, needle.size(), needle);
+        expect_found_alike(text, needle, random() % 50);
+    }
+}
+
+TEST(TextSearch, CharactersAndEdges)
+{
+    const Widths latin(U"abcab"), chinese(U"中a国a");
+    for (const TextView text : latin.views()) {
+        EXPECT_EQ(text.find(U'c', 2), 2U);
+        EXPECT_EQ(text.find(U'a', 4), npos);
+        EXPECT_EQ(text.rfind(U'a'), 3U);
+        EXPECT_EQ(text.find(U'š'), npos) << "U+0161 is no 'a' although its low byte is";
+        EXPECT_EQ(text.find(U"", 5), 5U);
+        EXPECT_EQ(text.find(U"", 6), npos);
+        EXPECT_EQ(text.find(U"abcabc"), npos);
+    }
+    for (const TextView text : chinese.views())
+        EXPECT_EQ(text.rfind(U'国'), 2U);
+    EXPECT_EQ(TextView().find(U'a'), npos);
+}
+
+TEST(TextView, EqualityAndHashDoNotDependOnTheWidth)
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 300; ++round) {
+        const Text text = random_text(random, 1 + random() % 12, U"aé");
+        Text changed = text;
+        changed[random() % changed.size()] = U'b';
+        const Widths widths(text), other(changed);
+        for (const TextView a : widths.views()) {
+            for (const TextView b : widths.views()) {
+                EXPECT_EQ(a, b);
+                EXPECT_EQ(a.hash(), b.hash());
+            }
+            for (const TextView b : other.views()) {
+                EXPECT_FALSE(a == b);
+                EXPECT_FALSE(a.substr(1) == b);
+                EXPECT_NE(a.hash(), b.hash());
+            }
+            EXPECT_EQ(U"x" + a, U"x" + text);
+        }
+    }
+}
+
+TEST(Text, PositionsCountFromOne)
+{
+    EXPECT_EQ(mid(U"abc", 2, 1), U"b");
+    EXPECT_EQ(mid(U"abc", 3), U"c");
+    EXPECT_EQ(mid(U"abc", 4, 2), U"");
+    EXPECT_EQ(mid(U"abc", 2, 99), U"bc");
+    EXPECT_EQ(mid(U"abc", 0, 2), U"");
+    EXPECT_EQ(mid(U"abc", npos, npos), U"");
+    EXPECT_EQ(instr(U"abab", U"ab"), 1U);
+    EXPECT_EQ(instr(U"abab", U"ab", 2), 3U);
+    EXPECT_EQ(instr(U"abab", U"ab", 0), 1U);
+    EXPECT_EQ(instr(U"abab", U"ab", 4), 0U);
+    EXPECT_EQ(instr(U"abab", U"ab", npos), 0U);
+    EXPECT_EQ(instr(U"abab", U""), 0U);
+}
+
+TEST(Text, OnlyTheBlankIsTrimmed)
+{
+    EXPECT_EQ(ltrim(U"  a b "), U"a b ");
+    EXPECT_EQ(rtrim(U"  a b "), U"  a b");
+    EXPECT_EQ(trim(U"  "), U"");
+    EXPECT_EQ(trim(U" \t\u3000\u00a0 "), U"\t\u3000\u00a0");
+}
+
+TEST(LetterCase, MapsLetterForLetter)
+{
+    const Text capitals = U"AZÀÖØÞŸŁŽǄΑΩΆЀЯЁԱẞẤＡＺⅠⅫ", small = U"azàöøþÿłžǆαωάѐяёաßấａｚⅰⅻ";
+    EXPECT_EQ(lower(capitals), small);
+    EXPECT_EQ(upper(small), U"AZÀÖØÞŸŁŽǄΑΩΆЀЯЁԱßẤＡＺⅠⅫ") << "ß has no single capital in use";
+    EXPECT_EQ(lower(U"×÷@[`{中国　１、𠀀①"), U"×÷@[`{中国　１、𠀀①");
+    EXPECT_EQ(upper(U"ςſıµﬁŉ中"), U"ΣSIΜﬁŉ中");
+    for (char32_t c = 0; c < 0x11000; ++c) {
+        EXPECT_EQ(lower(lower(c)), lower(c)) << std::hex << static_cast<unsigned>(c);
+        EXPECT_EQ(upper(upper(c)), upper(c)) << std::hex << static_cast<unsigned>(c);
+        EXPECT_EQ(lower(upper(lower(c))), lower(upper(c))) << std::hex << static_cast<unsigned>(c);
+    }
+}
+
+TEST(Utf8, InvalidBytesAndSurrogatesAreReplacedOneByOne)
+{
+    const Text all = U"a\u00e9\u4e2d\U00020000\U0010ffff";
+    EXPECT_EQ(from_utf8(to_utf8(all)), all);
+    EXPECT_EQ(from_utf8("a\xe4\xb8z"), U"a\ufffd\ufffdz") << "cut by another character";
+    EXPECT_EQ(from_utf8("\xf0\x9f\x98"), U"\ufffd\ufffd\ufffd") << "cut by the end";
+    EXPECT_EQ(from_utf8("\xc0\x80\xe0\x80\x80"), U"\ufffd\ufffd\ufffd\ufffd\ufffd") << "overlong";
+    EXPECT_EQ(from_utf8("\xed\xa0\x80"), U"\ufffd\ufffd\ufffd") << "a surrogate";
+    EXPECT_EQ(from_utf8("\xf4\x90\x80\x80"), U"\ufffd\ufffd\ufffd\ufffd") << "behind the last character";
+    EXPECT_EQ(to_utf8(Text{char32_t{0xd800}, char32_t{0x110000}}), "\xef\xbf\xbd\xef\xbf\xbd");
+}
+
+} // namespace
+} // namespace tarvik::test
