@@ -14,7 +14,7 @@ namespace tarvik {
 enum class FormId { Form1, Form3, Form4 };
 
 enum class Property {
-    Text, Caption, Visible, Enabled, Value, Left, Top, Width, Height, SelStart, SelLength, SelColor, SelFontSize,
+    Contents, Caption, Visible, Enabled, Value, Left, Top, Width, Height, SelStart, SelLength, SelColor, SelFontSize,
     BackColor, Interval, WindowState, Marks, Focus
 };
 
@@ -71,6 +71,8 @@ public:
     void set_visible(bool visible) { change(visible_, visible, Property::Visible); }
     void set_enabled(bool enabled) { change(enabled_, enabled, Property::Enabled); }
     void set_back_color(Colour colour) { change(back_color_, colour, Property::BackColor); }
+    /// Asks the front to give the control the focus.
+    void request_focus() { touched(Property::Focus); }
 
 protected:
     template <typename Value>

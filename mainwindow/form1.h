@@ -3,7 +3,9 @@
 #include "mainwindow/control.h"
 #include "mainwindow/pane.h"
 #include "office/automation.h"
+#include "platform/platform.h"
 
+#include <array>
 #include <memory>
 
 namespace tarvik {

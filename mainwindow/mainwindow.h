@@ -7,6 +7,8 @@
 #include "mainwindow/module1.h"
 #include "platform/platform.h"
 
+#include <map>
+
 /// What this folder offers: the program's state and window model, start-up and shutdown, the resets, the layout rule,
 /// the pane movements, and the small services (messages, scratch files) that every handler above it uses.
 namespace tarvik {
@@ -25,6 +27,7 @@ struct Program {
     Platform platform;
     OfficeEngines& office;
     DocumentCache documents; ///< foreign files that scans read, decoded once
+    std::map<Text, FileStamp> blank_templates; ///< templates as the blanking left them empty, by path
     bool ended = false;      ///< the main window was closed
 };
 
@@ -57,9 +60,9 @@ void opening_animation(Program& program, double screen_width);
 void Command6_Click(Program& program);
 void Command3_Click(Program& program);
 
-/// Which way one of the "◎" buttons moves the panes while it is held; `index` is the button's.
+/// A pressed "◎" moves the panes until any of them is released; `index` is the button's.
 void Command2_MouseDown(Program& program, int index);
-void Command2_MouseUp(Program& program);
+void Command2_MouseUp(Program& program, int index);
 /// One step of a pane movement; `index` is the timer's.
 void Timer1_Timer(Program& program, int index);
 

@@ -9,13 +9,28 @@
 namespace tarvik {
 
 /// Lines that are written out only when somebody asks: the view of a large table costs no text until it is saved or
-/// searched, and a screen asks for the lines that it shows.
+/// searched, and a screen asks for the lines that it shows. Its lines never change.
 class LineSource {
 public:
     virtual ~LineSource() = default;
     virtual std::size_t line_count() const = 0;
     /// Appends line `index` (from 0) without its line end.
     virtual void append_line(std::size_t index, Text& target) const = 0;
+
+    // The same lines as one text, each with its CR LF. Offsets count from 0. Where lines begin is found as far as it is
+    // asked for, and only the beginning of every 64th is kept.
+
+    std::size_t size() const { return line_start(line_count()); }
+    /// The offset of the line's first character; of the end for the line behind the last.
+    std::size_t line_start(std::size_t line) const;
+    /// The line that holds the character at `offset`; the line behind the last for the end.
+    std::size_t line_at(std::size_t offset) const;
+    /// Appends the `count` characters from `offset`, as many as there are.
+    void append_to(std::size_t offset, std::size_t count, Text& target) const;
+
+private:
+    std::size_t length(std::size_t line, Text& scratch) const;
+    mutable std::vector<std::size_t> starts_;
 };
 
 /// The text of a pane: pieces of shared buffers and line sources one behind the other. Each line of a source ends in
@@ -33,6 +48,10 @@ public:
     /// The whole text in one buffer, with its lower-cased twin; made when first asked for and kept until a change.
     const Document& document() const;
     TextView view() const { return document().text(); }
+    /// Number of characters, counted without writing lines out.
+    std::size_t size() const;
+    /// The `length` characters from `start`, which counts from 1, as many as there are.
+    Text slice(std::size_t start, std::size_t length) const;
 
     const std::vector<Piece>& pieces() const { return pieces_; }
 

@@ -10,14 +10,17 @@ namespace tarvik {
 /// the view is shown all the same.
 class ScratchFile {
 public:
-    /// Clears the file, as every operation does first: one line that holds a CR.
-    ScratchFile(Program& program, TextView name);
+    /// Clears the file, as every operation does first: one line that holds a CR. `told` is for an operation that clears
+    /// several files: the user has heard of the folder already.
+    ScratchFile(Program& program, TextView name, bool told = false);
 
     /// Cuts the file and begins the view.
     void open();
     void write_line(TextView line);
     void write_source(const LineSource& lines);
     void close();
+    /// Whether something could not be written.
+    bool failed() const { return failed_; }
 
 private:
     template <typename Work>
@@ -27,6 +30,7 @@ private:
     Text path_;
     std::unique_ptr<OutputFile> file_;
     std::string bytes_;
+    bool told_ = false;
     bool failed_ = false;
 };
 

@@ -3,9 +3,11 @@
 #include "platform/document.h"
 #include "platform/failure.h"
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <memory>
+#include <unordered_set>
 #include <vector>
 
 /// The fixed arrays of the system: told bounds, but no memory before an element is used.
@@ -64,15 +66,18 @@ private:
 class BufferKeeper {
 public:
     void keep(const SharedBuffer& buffer);
-    /// True when so many buffers are kept that a sweep pays.
-    bool wants_sweep() const { return buffers_.size() >= sweep_at_; }
+    /// True when so many buffers or bytes are kept that a sweep pays.
+    bool wants_sweep() const { return buffers_.size() >= sweep_at_ || bytes_ > sweep_at_bytes_; }
     /// `for_each_view` calls its argument for every view in use.
     void sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view);
     std::size_t size() const { return buffers_.size(); }
+    std::vector<SharedBuffer> buffers() const { return {buffers_.begin(), buffers_.end()}; }
 
 private:
-    std::vector<SharedBuffer> buffers_;
-    std::size_t sweep_at_ = 64;
+    std::unordered_set<SharedBuffer> buffers_;
+    const TextBuffer* latest_ = nullptr;
+    std::size_t bytes_ = 0;
+    std::size_t sweep_at_ = 64, sweep_at_bytes_ = 64 << 20;
 };
 
 /// An array of texts, each a view of a shared buffer. An empty text means that the element holds nothing.
@@ -86,10 +91,14 @@ public:
     void set(std::size_t index, TextView text);
     /// Stores a piece of `buffer` without a copy.
     void set(std::size_t index, TextView piece, const SharedBuffer& buffer);
+    /// Stores a piece of a buffer that keep() was called with, or of storage that outlives the array.
+    void set_view(std::size_t index, TextView piece) { views_.set(index, piece); }
+    /// Keeps all of them from before the first of their pieces is stored. Buffers that no element looks into go.
+    void keep(const std::vector<SharedBuffer>& buffers);
     void clear(std::size_t first, std::size_t last) { views_.clear(first, last); }
 
 private:
-    void keep(const SharedBuffer& buffer);
+    void sweep();
     SparseArray<TextView> views_;
     BufferKeeper keeper_;
 };
@@ -107,6 +116,8 @@ public:
     /// The row text itself, TABs included; empty for an emptied row.
     Text text(std::size_t row) const;
     void set_line(std::size_t row, TextView line, const SharedBuffer& buffer);
+    /// The buffers that the lines lie in: whoever keeps line() beyond the next change keeps them too.
+    std::vector<SharedBuffer> buffers() const { return keeper_.buffers(); }
     void clear(std::size_t first, std::size_t last) { lines_.clear(first, last); }
     void swap(std::size_t a, std::size_t b);
 
@@ -132,8 +143,11 @@ public:
     void set_cell(std::size_t row, std::size_t column, TextView text);
     /// Stores a piece of a buffer that keep() was called with.
     void set_cell_view(std::size_t row, std::size_t column, TextView piece) { columns_[column].set(row, piece); }
-    void keep(const SharedBuffer& buffer);
-    void clear(std::size_t first_row, std::size_t last_row, std::size_t first_column, std::size_t last_column);
+    /// Keeps all of them from before the first of their pieces is stored. Buffers that no cell looks into go.
+    void keep(const std::vector<SharedBuffer>& buffers);
+    /// The buffers that the cells lie in.
+    std::vector<SharedBuffer> buffers() const { return keeper_.buffers(); }
+    void clear(std::size_t from_row, std::size_t to_row, std::size_t from_column, std::size_t to_column);
     void swap_cells(std::size_t column, std::size_t row_a, std::size_t row_b);
 
 private:

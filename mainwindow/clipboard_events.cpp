@@ -1,0 +1,102 @@
+#include "mainwindow/clipboard_events.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr int enlarged_points = 28;
+
+// Losing and regaining the enabled state ends whatever the pressed button had begun in the control.
+void open_menu_over(Program& program, Control& control)
+{
+    control.set_enabled(false);
+    control.set_enabled(true);
+    control.request_focus();
+    program.platform.screen.popup_menu();
+}
+
+bool* menu_flag(Form1& form1, int index)
+{
+    switch (index) {
+    case 1: return &form1.menuonquery;
+    case 2: return &form1.menuonnumber;
+    default: return nullptr;
+    }
+}
+
+void copy(Program& program, TextView selected)
+{
+    program.platform.clipboard.clear();
+    program.platform.clipboard.set_text(selected);
+}
+
+template <typename Box>
+void paste(Program& program, Box& box)
+{
+    box.replace_selection(program.platform.clipboard.text());
+    program.platform.clipboard.clear();
+}
+
+void copy_where_focus_is(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (form1.focusquery) copy(program, form1.Text1[1].selected_text());
+    if (form1.focusnumber) copy(program, form1.Text1[2].selected_text());
+    if (form1.focuspane1) copy(program, form1.RichTextBox1.selected_text());
+    if (form1.focuspane2) copy(program, form1.RichTextBox2.selected_text());
+    if (form1.focuspane3) copy(program, form1.RichTextBox3.selected_text());
+}
+
+void paste_where_focus_is(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (form1.focusquery) paste(program, form1.Text1[1]);
+    if (form1.focusnumber) paste(program, form1.Text1[2]);
+    if (form1.focuspane2) paste(program, form1.RichTextBox2);
+    if (form1.focuspane1) paste(program, form1.RichTextBox1);
+    if (form1.focuspane3) paste(program, form1.RichTextBox3);
+}
+
+} // namespace
+
+void RichTextBox_MouseDown(Program& program, Pane& pane, MouseButton button, bool ctrl)
+{
+    if (button == MouseButton::Middle && ctrl) {
+        pane.select({1, pane.text().size()});
+        pane.set_text_font_size(enlarged_points);
+        pane.set_selection_font_size(enlarged_points);
+    }
+    if (button == MouseButton::Right) open_menu_over(program, pane);
+}
+
+void RichTextBox_MouseUp(Program& program, Pane& pane)
+{
+    copy(program, pane.selected_text());
+}
+
+void Text1_MouseDown(Program& program, int index, MouseButton button)
+{
+    bool* flag = menu_flag(program.form1, index);
+    if (!flag || button != MouseButton::Right) return;
+    open_menu_over(program, program.form1.Text1[index]);
+    *flag = true;
+}
+
+void Text1_MouseUp(Program& program, int index)
+{
+    bool* flag = menu_flag(program.form1, index);
+    if (!flag || !*flag) return;
+    program.form1.Text1[index].replace_selection(program.platform.clipboard.text());
+    *flag = false;
+}
+
+void menu_Click(Program& program, MenuEntry entry)
+{
+    switch (entry) {
+    case MenuEntry::copy1: copy_where_focus_is(program); break;
+    case MenuEntry::paste1: paste_where_focus_is(program); break;
+    case MenuEntry::nothing: break;
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,72 @@
+#include "mainwindow/pane_text.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view line_end = U"\r\n";
+constexpr std::size_t lines_a_mark = 64;
+
+} // namespace
+
+std::size_t LineSource::length(std::size_t line, Text& scratch) const
+{
+    scratch.clear();
+    append_line(line, scratch);
+    return scratch.size() + line_end.size();
+}
+
+std::size_t LineSource::line_start(std::size_t line) const
+{
+    line = std::min(line, line_count());
+    if (starts_.empty()) starts_.push_back(0);
+    Text scratch;
+    const std::size_t mark = line / lines_a_mark;
+    while (starts_.size() <= mark) {
+        std::size_t start = starts_.back();
+        const std::size_t first = (starts_.size() - 1) * lines_a_mark;
+        for (std::size_t i = first; i < first + lines_a_mark; ++i)
+            start += length(i, scratch);
+        starts_.push_back(start);
+    }
+    std::size_t start = starts_[mark];
+    for (std::size_t i = mark * lines_a_mark; i < line; ++i)
+        start += length(i, scratch);
+    return start;
+}
+
+std::size_t LineSource::line_at(std::size_t offset) const
+{
+    const std::size_t count = line_count();
+    while ((starts_.empty() || starts_.back() <= offset) && starts_.size() * lines_a_mark <= count)
+        line_start(starts_.size() * lines_a_mark);
+    const auto behind = std::upper_bound(starts_.begin(), starts_.end(), offset);
+    const auto mark = behind == starts_.begin() ? 0 : static_cast<std::size_t>(behind - starts_.begin()) - 1;
+    Text scratch;
+    std::size_t line = mark * lines_a_mark;
+    for (std::size_t end = line_start(line); line < count; ++line) {
+        end += length(line, scratch);
+        if (end > offset) break;
+    }
+    return line;
+}
+
+void LineSource::append_to(std::size_t offset, std::size_t count, Text& target) const
+{
+    const std::size_t lines = line_count();
+    std::size_t line = offset == 0 ? 0 : line_at(offset);
+    std::size_t skip = offset == 0 ? 0 : offset - line_start(line);
+    for (; line < lines && count > 0; ++line) {
+        const std::size_t before = target.size();
+        append_line(line, target);
+        target += line_end;
+        target.erase(before, std::min(skip, target.size() - before));
+        skip = 0;
+        if (target.size() - before > count) target.resize(before + count);
+        count -= target.size() - before;
+    }
+}
+
+} // namespace tarvik

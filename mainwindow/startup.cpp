@@ -1,0 +1,137 @@
+#include "mainwindow/mainwindow.h"
+
+#include "platform/code_page.h"
+
+#include <functional>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view output_folder = U"d:\\Atarvik output\\";
+constexpr Colour window_colour = rgb(232, 227, 174);
+constexpr Colour frame_colour = rgb(215, 198, 149);
+
+// From the fonts on, start-up goes past whatever fails: the window comes up with what there is.
+void pass_over_failure(const std::function<void()>& step)
+{
+    try {
+        step();
+    } catch (const Failure&) {
+        return;
+    }
+}
+
+void reset_designer_boxes(Form4& form4)
+{
+    for (int i = 0; i <= 49; ++i) {
+        form4.Text1[i].set_text(U"-1");
+        form4.Text2[i].set_text(U"-1");
+    }
+    form4.window.set_visible(false);
+}
+
+void reset_members(Form1& form1)
+{
+    form1.focusnumber = form1.focusquery = false;
+    form1.focuspane1 = form1.focuspane2 = form1.focuspane3 = false;
+    form1.menuonquery = form1.menuonnumber = false;
+    form1.dbresult = form1.notcap = form1.cutopenfile = form1.cutopen = form1.comp = false;
+    form1.showdata = true;
+    form1.resultcount = form1.pageno = form1.resultpos = 0;
+}
+
+void show_opening_screen(Program& program)
+{
+    pass_over_failure([&] {
+        program.form1.fso = true;
+        const std::string bytes = program.platform.files.read(installed(program, U"coclus.txt"));
+        program.form1.textstream = true;
+        program.form1.RichTextBox2.set_content(PaneText(decode_foreign(bytes)));
+    });
+}
+
+void colour_controls(Form1& form1)
+{
+    std::vector<Control*> painted{&form1.window, &form1.Option1,  &form1.Option2,  &form1.Option3,
+                                  &form1.Command6, &form1.Command3};
+    for (auto* array : {&form1.Command1, &form1.Command2, &form1.Command7, &form1.Command8, &form1.Command9})
+        for (auto& [index, control] : *array) painted.push_back(&control);
+    for (int index : {1, 2, 4, 5}) painted.push_back(&form1.Text1[index]);
+    for (Pane* pane : form1.panes()) painted.push_back(pane);
+    for (Control* control : painted) control->set_back_color(window_colour);
+    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
+        frame->set_back_color(frame_colour);
+}
+
+} // namespace
+
+void Form_Load(Program& program)
+{
+    Form1& form1 = program.form1;
+    form1.Command3.set_visible(false);
+    program.module1.analysismode = program.module1.designeropen = false;
+    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4}) frame->set_visible(false);
+    form1.scanfolderset = false;
+    reset_designer_boxes(program.form4);
+    form1.batchgate = true;
+    reset_members(form1);
+    program.form3.window.set_visible(false);
+    form1.fieldfrom = leading_number(program.form3.Text1[1].text());
+    form1.fieldto = leading_number(program.form3.Text1[2].text());
+    AutoSwitchLine(form1.RichTextBox3, false);
+    AutoSwitchLine(form1.RichTextBox1, true);
+    AutoSwitchLine(form1.RichTextBox2, false);
+    for (auto& [index, timer] : form1.Timer1) timer.set_enabled(false);
+    show_opening_screen(program);
+    form1.Text1[1].set_text(U"查寻条件");
+    form1.Text1[2].set_text(U"数目");
+    const Pane& first = form1.RichTextBox1;
+    for (Pane* pane : {&form1.RichTextBox2, &form1.RichTextBox3})
+        pane->set_place(first.left(), first.top(), first.width(), first.height());
+    colour_controls(form1);
+    form1.RichTextBox1.set_visible(false);
+    form1.RichTextBox2.set_visible(true);
+    form1.RichTextBox3.set_visible(false);
+    opening_animation(program, program.platform.screen.width());
+    form1.formready = true;
+    pass_over_failure([&] { program.platform.files.create_folder(output_folder); });
+    form1.window.set_visible(true);
+}
+
+bool Form_QueryUnload(Program& program)
+{
+    if (program.form1.exit_confirmed) return true;
+    if (ask(program, U"是否退出Tarvik 计算？", application_title, Buttons::YesNo) != Answer::Yes) return false;
+    program.form1.exit_confirmed = true;
+    return true;
+}
+
+void Form_Unload(Program& program)
+{
+    for (Window* window : {&program.form3.window, &program.form4.window, &program.form1.window})
+        window->set_visible(false);
+    program.module1.designeropen = false;
+    program.ended = true;
+}
+
+void reset_to_defaults(Program& program)
+{
+    Form1& form1 = program.form1;
+    bring_up(form1, form1.RichTextBox2);
+    form1.cutopenfile = form1.scanfolderset = form1.cutopen = form1.comp = form1.dbresult = form1.notcap = false;
+    form1.showdata = true;
+    clear_options(form1);
+    form1.resultpos = 0;
+    const auto last = static_cast<std::size_t>(form1.resultcount);
+    for (TextArray* results :
+         {&program.module1.enhits, &program.module1.zhhits, &program.module1.cnhits, &program.module1.filehits})
+        results->clear(0, last);
+}
+
+void Form_Click(Program& program)
+{
+    reset_to_defaults(program);
+}
+
+} // namespace tarvik

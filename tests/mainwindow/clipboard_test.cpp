@@ -1,0 +1,105 @@
+#include "mainwindow/clipboard_events.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+using test::TestProgram;
+
+TEST(Clipboard, a_release_copies_the_selection_also_nothing)
+{
+    TestProgram started;
+    Pane& pane = started.form1().RichTextBox2;
+    pane.set_text(U"返修单 4900");
+    pane.select({5, 4});
+    RichTextBox_MouseUp(started.program, pane);
+    EXPECT_EQ(started.clipboard.text(), U"4900");
+    pane.select({3, 0});
+    RichTextBox_MouseUp(started.program, pane);
+    EXPECT_TRUE(started.clipboard.text().empty());
+}
+
+TEST(Clipboard, the_menu_acts_where_the_focus_is_and_a_paste_can_be_done_once)
+{
+    TestProgram started;
+    Form1& form1 = started.form1();
+    focus_changed(started.program, form1.RichTextBox3, true);
+    form1.RichTextBox3.set_text(U"abcdef");
+    form1.RichTextBox3.select({2, 3});
+    menu_Click(started.program, MenuEntry::copy1);
+    EXPECT_EQ(started.clipboard.text(), U"bcd");
+    form1.RichTextBox3.select({6, 1});
+    menu_Click(started.program, MenuEntry::paste1);
+    EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"abcdebcd"));
+    form1.RichTextBox3.select({1, 4});
+    menu_Click(started.program, MenuEntry::paste1);
+    EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd")) << "the clipboard is empty by then";
+    menu_Click(started.program, MenuEntry::nothing);
+    EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd"));
+}
+
+TEST(Clipboard, a_right_button_on_a_box_pastes_at_the_next_release_only)
+{
+    TestProgram started;
+    Form1& form1 = started.form1();
+    started.clipboard.set_text(U"An docket");
+    form1.Text1[1].select({1, 4});
+    Text1_MouseUp(started.program, 1);
+    EXPECT_EQ(form1.Text1[1].text(), U"查寻条件");
+    Text1_MouseDown(started.program, 1, MouseButton::Right);
+    EXPECT_EQ(started.screen.menus, 1);
+    EXPECT_TRUE(form1.menuonquery);
+    Text1_MouseUp(started.program, 1);
+    EXPECT_EQ(form1.Text1[1].text(), U"An docket");
+    EXPECT_FALSE(form1.menuonquery);
+    Text1_MouseDown(started.program, 4, MouseButton::Right);
+    EXPECT_EQ(started.screen.menus, 1) << "the page box has no menu";
+}
+
+TEST(Panes, enlarging_holds_until_the_text_is_replaced)
+{
+    TestProgram started;
+    Pane& pane = started.form1().RichTextBox1;
+    pane.set_text(U"长文");
+    RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, false);
+    EXPECT_EQ(pane.text_font_size(), 0);
+    RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, true);
+    EXPECT_EQ(pane.selection(), (Selection{1, 2}));
+    EXPECT_EQ(pane.text_font_size(), 28);
+    pane.set_text(U"下一页");
+    EXPECT_EQ(pane.text_font_size(), 0);
+}
+
+TEST(SmallEvents, a_changed_query_forgets_results_but_not_those_of_the_plain_query)
+{
+    TestProgram started;
+    Form1& form1 = started.form1();
+    form1.resultcount = 1;
+    form1.resultpos = 1;
+    form1.cutopenfile = true;
+    started.module1().enhits.set(1, U"entry");
+    started.module1().hits.set(1, U"piece");
+    Text1_Change(started.program, 2);
+    EXPECT_EQ(form1.resultpos, 1);
+    Text1_Change(started.program, 1);
+    EXPECT_EQ(form1.resultpos, 0);
+    EXPECT_FALSE(form1.cutopenfile);
+    EXPECT_TRUE(started.module1().enhits.get(1).empty());
+    EXPECT_EQ(started.module1().hits.get(1), TextView(U"piece"));
+}
+
+TEST(Helpers, smallest_that_is_not_0)
+{
+    EXPECT_EQ(min3to1(0, 7, 3), 3);
+    EXPECT_EQ(min3to1(0, 0, 5), 5);
+    EXPECT_EQ(min3to1(0, 0, 0), 0);
+    EXPECT_EQ(min2to1(4, 4), 4);
+    EXPECT_EQ(ccnn(U""), 0);
+    EXPECT_EQ(ccnn(U"12.5"), 12.5);
+    EXPECT_THROW(ccnn(U"十二"), Failure);
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,79 @@
+#include "mainwindow/pane_text.h"
+#include "mainwindow/text_arrays.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarvik {
+namespace {
+
+TEST(TextArray, elements_outlive_the_buffers_they_were_cut_from)
+{
+    TextArray array(1'000'000);
+    for (std::size_t i = 0; i < 3000; ++i) {
+        const SharedBuffer buffer = make_buffer(U"text " + number_text(static_cast<double>(i)));
+        array.set(i % 700, buffer->view().substr(5), buffer);
+    }
+    // 3000 = 4 * 700 + 200: the first 200 elements were written once more than the rest.
+    EXPECT_EQ(array.get(199), TextView(U"2999"));
+    EXPECT_EQ(array.get(200), TextView(U"2300"));
+    EXPECT_TRUE(array.get(900'000).empty());
+    EXPECT_THROW(array.set(1'000'001, U"x"), Failure);
+    array.clear(0, 199);
+    EXPECT_TRUE(array.get(199).empty());
+    EXPECT_EQ(array.get(200), TextView(U"2300"));
+}
+
+TEST(RowTexts, an_emptied_row_is_not_the_closing_row)
+{
+    RowTexts rows(300'000);
+    const SharedBuffer buffer = make_buffer(U"a\tb");
+    rows.set_line(0, buffer->view(), buffer);
+    rows.set_line(1, {}, nullptr);
+    EXPECT_EQ(rows.text(0), U"\ta\tb\t");
+    EXPECT_EQ(rows.text(1), U"\t\t");
+    EXPECT_FALSE(rows.is_empty(1));
+    rows.clear(1, 1);
+    EXPECT_TRUE(rows.is_empty(1));
+    EXPECT_EQ(rows.text(1), U"");
+    rows.swap(0, 1);
+    EXPECT_EQ(rows.text(1), U"\ta\tb\t");
+}
+
+class Numbers final : public LineSource {
+public:
+    std::size_t line_count() const override { return 3; }
+    void append_line(std::size_t index, Text& target) const override { target += number_text(static_cast<double>(index)); }
+};
+
+TEST(PaneText, lines_of_a_source_are_written_out_when_asked_for)
+{
+    PaneText text(std::make_shared<Numbers>());
+    text.append(U"end");
+    EXPECT_EQ(text.view(), TextView(U"0\r\n1\r\n2\r\nend"));
+    text.replace(4, 1, U"one");
+    EXPECT_EQ(text.view(), TextView(U"0\r\none\r\n2\r\nend"));
+}
+
+TEST(PaneText, edits_are_those_of_a_plain_string)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 200; ++round) {
+        Text plain = U"第一行\r\nsecond";
+        PaneText text{TextView(plain)};
+        for (int edit = 0; edit < 12; ++edit) {
+            const std::size_t start = 1 + random() % (plain.size() + 3);
+            const std::size_t length = random() % 5;
+            const Text inserted(random() % 4, static_cast<char32_t>(U'a' + edit));
+            const std::size_t at = std::min(start - 1, plain.size());
+            plain.replace(at, std::min(length, plain.size() - at), inserted);
+            text.replace(start, length, inserted);
+            ASSERT_EQ(text.view(), TextView(plain));
+            ASSERT_EQ(text.empty(), plain.empty());
+        }
+    }
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+#include "platform/disk_files.h"
+
+#include <deque>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/// A program over a temporary installation folder, with a user whose answers are laid ready and whose boxes are kept.
+namespace tarvik::test {
+
+/// A folder of its own that goes with the object.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+    /// Writes the bytes as they are.
+    void write(const std::string& name, std::string_view bytes) const;
+    std::string read(const std::string& name) const;
+
+private:
+    std::filesystem::path path_;
+};
+
+/// Keeps every box and answers it: OK where only OK is offered, else the next answer laid ready. A question without one
+/// fails the test and is answered with the safest button.
+class RecordedDialogs final : public Dialogs {
+public:
+    Answer message(const Message& message) override;
+    Text input(TextView title, TextView prompt, TextView preset) override;
+    std::optional<Text> open_file(TextView filter) override { return next_file(filter); }
+    std::optional<Text> save_file(TextView filter) override { return next_file(filter); }
+
+    std::vector<Message> messages;
+    std::deque<Answer> replies;
+    std::deque<Text> inputs;
+    std::deque<std::optional<Text>> files;
+    std::vector<Text> filters;
+
+    /// "title|text" of every message so far in UTF-8, and forgets them.
+    std::vector<std::string> take_messages();
+
+private:
+    std::optional<Text> next_file(TextView filter);
+};
+
+class TestClipboard final : public Clipboard {
+public:
+    void clear() override { text_.clear(); }
+    Text text() const override { return text_; }
+    void set_text(TextView text) override { text_ = text.str(); }
+
+private:
+    Text text_;
+};
+
+class FixedClock final : public Clock {
+public:
+    CalendarTime time{2024, 3, 1, 9, 5, 7};
+    CalendarTime now() const override { return time; }
+};
+
+class TestScreen final : public Screen {
+public:
+    int menus = 0;
+    double width() const override { return 28800; }
+    double height() const override { return 16200; }
+    void refresh() override {}
+    void progress(std::uint64_t, std::uint64_t) override {}
+    void popup_menu() override { ++menus; }
+};
+
+class RecordedPrinter final : public Printer {
+public:
+    std::vector<Text> printed;
+    void print(const std::filesystem::path&, TextView name) override { printed.push_back(name.str()); }
+};
+
+/// An office that nobody is expected to call.
+class NoOffice final : public OfficeEngines {
+public:
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { throw Failure(U"没有电子表格程序"); }
+    std::unique_ptr<DocumentApplication> create_document() override { throw Failure(U"没有文字处理程序"); }
+};
+
+/// A started program (Form_Load has run). `office` replaces the office that nobody calls.
+class TestProgram {
+public:
+    explicit TestProgram(OfficeEngines* office = nullptr);
+
+    TemporaryFolder installation;
+    TemporaryFolder drive_d;
+    RecordedDialogs dialogs;
+    TestClipboard clipboard;
+    FixedClock clock;
+    DiskFiles files;
+    TestScreen screen;
+    RecordedPrinter printer;
+    NoOffice no_office;
+    Program program;
+
+    Form1& form1() { return program.form1; }
+    Module1& module1() { return program.module1; }
+    /// Lays a text into the document pane as opening does it, without a file.
+    void open_text(TextView text);
+};
+
+} // namespace tarvik::test
