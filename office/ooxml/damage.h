@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/failure.h"
+
+#include <new>
+
+namespace tarvik::ooxml {
+
+/// What is wrong with a package or with a wish to change it, in Chinese. It does not know the file's name.
+class Damage : public std::exception {
+public:
+    explicit Damage(Text reason) : reason_(std::move(reason)), utf8_(to_utf8(reason_)) {}
+
+    const Text& reason() const noexcept { return reason_; }
+    const char* what() const noexcept override { return utf8_.c_str(); }
+
+private:
+    Text reason_;
+    std::string utf8_;
+};
+
+/// Does work on a workbook; what goes wrong becomes a Failure that names the file.
+template <typename Work>
+decltype(auto) naming_file(TextView path, Work&& work)
+{
+    const auto failure = [path](TextView reason) {
+        return Failure(U"无法处理工作簿“" + path.str() + U"”：" + reason.str());
+    };
+    try {
+        return work();
+    } catch (const Damage& damage) {
+        throw failure(damage.reason());
+    } catch (const std::bad_alloc&) {
+        throw failure(U"内存不足。");
+    }
+}
+
+} // namespace tarvik::ooxml

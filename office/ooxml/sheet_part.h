@@ -1,0 +1,46 @@
+#pragma once
+
+#include "office/ooxml/cell_values.h"
+#include "office/ooxml/formula_groups.h"
+#include "office/ooxml/merged_ranges.h"
+#include "office/ooxml/sheet_cells.h"
+#include "office/ooxml/xml_part.h"
+
+#include <optional>
+
+namespace tarvik::ooxml {
+
+/// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is told as Damage, the
+/// sheet then being as it was.
+class SheetPart {
+public:
+    SheetPart(std::string name, const std::string& contents, CellValues& values);
+    SheetPart(const SheetPart&) = delete;
+    SheetPart& operator=(const SheetPart&) = delete;
+
+    Text text(Place place) const;
+    bool is_empty(Place place) const;
+    // Both tell whether anything was changed.
+    bool write(Place place, TextView text);
+    bool write(Place place, double number);
+    int clear(const Range& range);
+    /// Takes the cached results away from all formula cells.
+    void drop_results();
+
+    const XmlPart& part() const noexcept { return part_; }
+
+private:
+    FormulaGroups& formulas() const;
+    pugi::xml_node cell_to_overwrite(Place place);
+
+    XmlPart part_;
+    SheetCells cells_;
+    MergedRanges merged_;
+    CellValues& values_;
+    mutable std::optional<FormulaGroups> formulas_; ///< looked through when first needed
+};
+
+/// Whether there may be a formula cell in a worksheet part: false is certain.
+bool may_have_formulas(std::string_view contents) noexcept;
+
+} // namespace tarvik::ooxml

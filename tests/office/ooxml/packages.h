@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+/// Workbooks that the tests make themselves, and what is in a package.
+namespace tarvik::test {
+
+/// Part names and contents in the order of the package.
+using Parts = std::vector<std::pair<std::string, std::string>>;
+
+/// A package of these parts; `compressed` as the spreadsheet application does it, else stored.
+std::string make_package(const Parts& parts, bool compressed = true);
+Parts parts_of(const std::string& package);
+/// The contents of one part; fails the test when there is none.
+std::string part_of(const std::string& package, const std::string& name);
+/// The names of the parts that lie in the package without compression.
+std::vector<std::string> stored_parts(const std::string& package);
+void set_part(Parts& parts, const std::string& name, const std::string& contents);
+/// Replaces the one place where `from` stands in the part.
+void edit_part(Parts& parts, const std::string& name, const std::string& from, const std::string& to);
+
+/// Two worksheets, styles and shared texts. `sheet_data` is what stands in the first sheet's <sheetData>, `behind` what
+/// follows it.
+Parts simple_parts(const std::string& sheet_data, const std::string& behind = {});
+/// A workbook with macros, a chart sheet, a hidden sheet, drawings and all else that must come through unharmed.
+Parts rich_parts();
+
+} // namespace tarvik::test
