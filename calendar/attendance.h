@@ -1,0 +1,18 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+#include <optional>
+
+namespace tarvik
+{
+
+/// Reads a clock stamp, "2016-09-22 08:31:45.000", into kqdate, kqtime and kqweekday, and gives its time in hours with
+/// two decimals. A stamp that cannot be cut so, or whose date the calendar does not have, changes nothing and gives
+/// nothing.
+std::optional<double> kqtest(Program& program, TextView stamp);
+
+/// `An kqtest`: the day-by-day attendance list of one department, from the first and the last stamp of each row.
+void an_kqtest(Program& program);
+
+} // namespace tarvik

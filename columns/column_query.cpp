@@ -1,0 +1,133 @@
+#include "columns/column_query.h"
+
+#include "columns/row_scan.h"
+#include "columns/text_index.h"
+#include "columns/views.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tarvik
+{
+
+namespace
+{
+
+constexpr std::size_t last_cleared_hit = 700'000;
+
+/// The distinct rows in the order of their last copies, and how many other copies there were.
+struct DistinctRows {
+    std::vector<TextView> rows;
+    double duplicates = 0;
+};
+
+/// Lays the hits into rowhits and empties there all but the last copy of each. The entry behind the last hit, which an
+/// earlier query may have left, counts as a copy.
+DistinctRows remove_duplicates(TextArray& rowhits, const std::vector<TextView>& hits, const SharedBuffer& buffer)
+{
+    rowhits.clear(0, last_cleared_hit);
+    TextIndex seen(hits.size() + 1);
+    if (const TextView left = rowhits.get(hits.size()); !left.empty()) seen.insert(left);
+    DistinctRows distinct;
+    for (std::size_t i = hits.size(); i-- > 0;) {
+        const bool empty = hits[i].empty();
+        const bool last_copy = !empty && seen.insert(hits[i]).is_new;
+        rowhits.set(i, last_copy ? hits[i] : TextView(), buffer);
+        if (last_copy)
+            distinct.rows.push_back(hits[i]);
+        else if (!empty)
+            distinct.duplicates += 1;
+    }
+    std::ranges::reverse(distinct.rows);
+    return distinct;
+}
+
+/// Stores the rows and their closing row and shows them. Gives false when there are more than a table holds.
+bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextView>& rows, const SharedBuffer& buffer)
+{
+    Form1& form1 = program.form1;
+    RowTexts& table = form1.comp ? program.module1.sugrow : program.module1.sufrow;
+    const auto view = std::make_shared<RowView>(std::vector{buffer});
+    for (std::size_t r = 0; r <= rows.size(); ++r) {
+        const TextView row = r < rows.size() ? rows[r] : TextView(U"");
+        if (form1.showdata)
+            view->add(row);
+        else
+            form1.Text1[2].set_text(number_text(static_cast<double>(r)));
+        if (r > table.last()) {
+            ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
+            write_view(file, *view);
+            return false;
+        }
+        table.set_line(r, row, buffer);
+    }
+    show_view(program, file, view);
+    return true;
+}
+
+/// The scan of the open document and its delivery. Gives the number of distinct rows, or nothing when there were more
+/// than a table holds.
+std::optional<double> query_document(Program& program, ScratchFile& file, TextView text)
+{
+    Form1& form1 = program.form1;
+    const Text needle = lower(ltrim(text));
+    const Document document = form1.RichTextBox2.document();
+    const SharedBuffer buffer = document.lowered_buffer();
+    TextArray& rowhits = program.module1.rowhits;
+
+    RowScan scan = scan_rows(document.lowered(), needle, rowhits.last() + 1);
+    form1.resultcount = scan.matches;
+    if (scan.matches > 0) bring_up(form1, form1.RichTextBox3);
+    if (scan.full)
+        ask(program, U" 请注意：\r\n查寻到的记录已经超过软件所设定的阀值：1000001条，只保留此前查寻到的记录。",
+            application_title, Buttons::OK);
+    const DistinctRows distinct = remove_duplicates(rowhits, scan.rows, buffer);
+    scan.rows = {};
+    if (!deliver_rows(program, file, distinct.rows, buffer)) return std::nullopt;
+
+    const auto count = static_cast<double>(distinct.rows.size());
+    if (form1.comp)
+        form1.sugrows = form1.sugcount = count;
+    else
+        form1.sufcount = form1.sufrows = form1.curcount = count;
+    form1.Text1[2].set_text(number_text(form1.resultcount - distinct.duplicates));
+    return count;
+}
+
+enum class Announce { No, Yes };
+
+double query(Program& program, TextView text, Announce announce)
+{
+    Form1& form1 = program.form1;
+    form1.RichTextBox3.set_text(U"\r\n");
+    ScratchFile file(program, U"betweenp.txt");
+    double count = 0;
+    if (no_option_selected(form1)) {
+        if (form1.Text1[1].text().empty()) {
+            ask(program, U"查寻条件为空", application_title, Buttons::OK);
+        } else {
+            const auto rows = query_document(program, file, text);
+            if (!rows) return 0;
+            count = *rows;
+        }
+    }
+    form1.dbresult = true;
+    if (announce == Announce::Yes)
+        ask(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ", Buttons::OK);
+    program.form3.window.set_visible(true);
+    return count;
+}
+
+} // namespace
+
+void column_query(Program& program)
+{
+    query(program, program.form1.Text1[1].text(), Announce::Yes);
+}
+
+double query1(Program& program, TextView text)
+{
+    return query(program, text, Announce::No);
+}
+
+} // namespace tarvik

@@ -1,0 +1,122 @@
+#include "columns/keys.h"
+
+#include "columns/boxes.h"
+#include "columns/column_query.h"
+#include "columns/comparison_key.h"
+#include "columns/notes.h"
+#include "columns/sort.h"
+#include "columns/statistics.h"
+#include "columns/table.h"
+
+#include <algorithm>
+
+namespace tarvik
+{
+
+namespace
+{
+
+constexpr char32_t esc = 27;
+
+void select_sug(Program& program)
+{
+    Form1& form1 = program.form1;
+    const std::size_t column = box_column(program, 3);
+    form1.comp = true;
+    form1.sufcol = static_cast<int>(column);
+    form1.sugcol_set = true;
+    ask(program,
+        U" 温情提示：\r\n参与比较的suF表的列次为:" + number_text(form1.sufcol) + U"，\r\n参与比较的suG表的列次为:" +
+            program.form3.Text1[4].text() + U"。",
+        U"Tarvik 计算", Buttons::OK);
+}
+
+void show_notes_key(Program& program)
+{
+    if (program.form1.showdata) show_notes_in_pane(program);
+}
+
+void outside_intersection(Program& program)
+{
+    program.form1.notcap = true;
+    ask(program, U" 温情提示：\r\n将要显示的是2个表中 ”不∩“的记录行。", U"Tarvik 计算 ", Buttons::OK);
+}
+
+void inside_intersection(Program& program)
+{
+    program.form1.notcap = false;
+    ask(program, U" 温情提示：\r\n将要显示的是2个表中” ∩ “的记录行。", U"Tarvik  计算查寻  ", Buttons::OK);
+}
+
+void select_suf(Program& program)
+{
+    program.form1.comp = false;
+    ask(program, U" 温情提示：\r\n只在当前表中比较或排序。", U"Tarvik 计算", Buttons::OK);
+}
+
+void show_views(Program& program)
+{
+    program.form1.showdata = true;
+    ask(program, U" 温情提示：\r\n将 要 显示还原后的数据数组。", U"Tarvik 计算 ", Buttons::OK);
+}
+
+void hide_views(Program& program)
+{
+    program.form1.showdata = false;
+    ask(program, U" 温情提示：\r\n将 不 显示还原后的数据数组。", U"Tarvik 计算 ", Buttons::OK);
+}
+
+struct Key {
+    char32_t character;
+    bool eaten;
+    bool after_query; ///< an ordinary character until a column query has run
+    void (*work)(Program& program);
+};
+
+constexpr Key keys[] = {
+    {esc, false, false, column_query},       {U'c', true, true, select_sug},
+    {U'?', false, true, show_notes_key},     {U';', true, true, outside_intersection},
+    {U':', true, true, inside_intersection}, {U'e', true, true, select_suf},
+    {U',', true, true, show_views},          {U'.', true, true, hide_views},
+    {U'q', true, true, devision1},           {U'z', false, true, sort_rows},
+    {U'p', false, true, comparison_key},     {U'/', false, true, column_statistics},
+};
+
+struct Button {
+    int index;
+    void (*work)(Program& program);
+};
+
+constexpr Button third_keys[] = {
+    {0, comparison_key},       {1, sort_rows},      {2, column_statistics}, {3, select_sug},
+    {4, outside_intersection}, {5, comparison_key}, {6, comparison_key},
+};
+
+} // namespace
+
+bool column_keys(Program& program, char32_t key, bool& eaten)
+{
+    const auto* const found = std::ranges::find(keys, key, &Key::character);
+    if (found == std::end(keys) || (found->after_query && !program.form1.dbresult)) return false;
+    eaten = found->eaten;
+    found->work(program);
+    return true;
+}
+
+void Command7_Click(Program& program, int)
+{
+    column_query(program);
+}
+
+void Command8_Click(Program& program, int)
+{
+    devision1(program);
+}
+
+void Command9_Click(Program& program, int index)
+{
+    const auto* const found = std::ranges::find(third_keys, index, &Button::index);
+    if (found != std::end(third_keys)) found->work(program);
+}
+
+} // namespace tarvik

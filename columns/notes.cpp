@@ -1,0 +1,85 @@
+#include "columns/notes.h"
+
+#include "platform/code_page.h"
+
+namespace tarvik
+{
+
+namespace
+{
+
+constexpr std::u32string_view notes_file = U"admin123456.txt";
+
+Document read_notes(Program& program)
+{
+    const Files& files = program.platform.files;
+    const Text path = installed(program, notes_file);
+    program.form1.fso = true;
+    if (!files.file_exists(path)) return {};
+    program.form1.textstream = true;
+    return decode_own(files.read(path));
+}
+
+void show_notes_view(Form3& form3, bool notes)
+{
+    form3.Text2.set_visible(notes);
+    for (auto& [index, box] : form3.Text1)
+        box.set_visible(!notes);
+    for (auto& [index, label] : form3.Label1)
+        label.set_visible(!notes);
+}
+
+void save_notes(Program& program)
+{
+    program.form1.fso = true;
+    program.platform.files.replace(installed(program, notes_file), encode(program.form3.Text2.text()) + "\r\n");
+    program.form1.textstream = true;
+}
+
+void confirm(Program& program)
+{
+    Form3& form3 = program.form3;
+    if (!form3.Text2.visible())
+        form3.window.set_window_state(1);
+    else if (ask(program, U"此将保存Tarvik 计算说明的更改?", U"Tarvik 计算", Buttons::OKCancel) == Answer::OK)
+        save_notes(program);
+    show_notes_view(form3, false);
+}
+
+} // namespace
+
+void show_notes_in_pane(Program& program)
+{
+    Document notes = read_notes(program);
+    if (!notes.empty()) program.form1.RichTextBox3.set_content(PaneText(std::move(notes)));
+}
+
+void Form3_Command1_Click(Program& program, int index)
+{
+    if (index == 0) {
+        confirm(program);
+        return;
+    }
+    show_notes_view(program.form3, true);
+    program.form3.Text2.set_text(read_notes(program).text().str());
+}
+
+void Form3_Resize(Program& program)
+{
+    Form3& form3 = program.form3;
+    const double width = form3.window.width(), height = form3.window.height();
+    form3.Text2.set_place(0.1 * width, 0.05 * height, 0.8 * width, 0.8 * height);
+    const TextBox& notes = form3.Text2;
+    const double half_button = form3.Command1[0].width() / 2;
+    for (auto& [index, button] : form3.Command1) {
+        button.set_top(notes.top() + notes.height() + 200);
+        button.set_left(notes.left() + (index + 1) * notes.width() / 3 - half_button);
+    }
+}
+
+void Form3_Close(Program& program)
+{
+    program.form3.window.set_visible(false);
+}
+
+} // namespace tarvik

@@ -1,0 +1,93 @@
+#include "columns/row_scan.h"
+
+#include <algorithm>
+
+namespace tarvik
+{
+
+namespace
+{
+
+constexpr char32_t cr = U'\r';
+
+/// The shortest distance at which the needle can overlap itself.
+std::size_t period(TextView needle)
+{
+    std::vector<std::size_t> border(needle.size() + 1, 0);
+    for (std::size_t i = 1, k = 0; i < needle.size(); ++i) {
+        while (k > 0 && needle[i] != needle[k])
+            k = border[k];
+        if (needle[i] == needle[k]) ++k;
+        border[i + 1] = k;
+    }
+    return needle.size() - border[needle.size()];
+}
+
+/// All places of a needle, overlaps included. A run of overlapping matches is followed by the characters that each
+/// adds.
+class Matches
+{
+public:
+    Matches(TextView document, TextView needle) : document_(document), needle_(needle), period_(period(needle)) {}
+
+    std::size_t first() const { return document_.find(needle_); }
+    std::size_t next(std::size_t match) const
+    {
+        const std::size_t kept = needle_.size() - period_;
+        const TextView added = document_.substr(match + needle_.size(), period_);
+        if (added == needle_.substr(kept)) return match + period_;
+        return document_.find(needle_, match + 1);
+    }
+
+private:
+    TextView document_, needle_;
+    std::size_t period_;
+};
+
+/// The CRs around a place that only moves forward.
+class LineBounds
+{
+public:
+    explicit LineBounds(TextView document) : document_(document), ahead_(document.find(cr)) {}
+
+    void move_to(std::size_t place)
+    {
+        while (ahead_ != npos && ahead_ < place) {
+            before_ = ahead_;
+            ahead_ = document_.find(cr, ahead_ + 1);
+        }
+    }
+    std::size_t before() const { return before_; } ///< npos when there is none
+    std::size_t ahead() const { return ahead_; }   ///< at the place or behind it
+
+private:
+    TextView document_;
+    std::size_t before_ = npos, ahead_;
+};
+
+} // namespace
+
+RowScan scan_rows(TextView document, TextView needle, std::size_t room)
+{
+    RowScan scan;
+    if (needle.empty()) return scan;
+    const Matches matches(document, needle);
+    LineBounds bounds(document);
+    for (std::size_t match = matches.first(); match != npos; match = matches.next(match)) {
+        bounds.move_to(match);
+        const bool ends = bounds.ahead() != npos && bounds.ahead() - match < look_ahead;
+        const bool has_row = ends || bounds.before() == npos;
+        if (has_row && scan.rows.size() == room) {
+            scan.full = true;
+            break;
+        }
+        scan.matches += 1;
+        if (!has_row) continue;
+        const std::size_t begin = bounds.before() == npos ? 0 : bounds.before() + 2;
+        const std::size_t end = ends ? bounds.ahead() : match + look_ahead;
+        scan.rows.push_back(document.substr(begin, end > begin ? end - begin : 0));
+    }
+    return scan;
+}
+
+} // namespace tarvik

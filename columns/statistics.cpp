@@ -1,0 +1,158 @@
+#include "columns/statistics.h"
+
+#include "columns/boxes.h"
+#include "columns/text_index.h"
+#include "columns/views.h"
+#include "mainwindow/spreadsheet_task.h"
+
+#include <algorithm>
+
+namespace tarvik
+{
+
+namespace
+{
+
+constexpr std::u32string_view view_file = U"betweensum.txt";
+
+struct Count {
+    TextView value;
+    double count = 0;
+    std::size_t first_row = 0;
+};
+
+/// The values in the order of their first appearance.
+struct Statistic {
+    std::vector<Count> counts;
+    double total = 0;
+};
+
+Statistic count_values(const Table& suf, std::size_t column, std::size_t rows)
+{
+    Statistic statistic;
+    TextIndex values(rows);
+    for (std::size_t row = 0; row < rows; ++row) {
+        const TextView cell = suf.cell(row, column);
+        if (cell.empty()) continue;
+        const auto [number, is_new] = values.insert(cell);
+        if (is_new) statistic.counts.push_back({cell, 0, row});
+        statistic.counts[number].count += 1;
+        statistic.total += 1;
+    }
+    return statistic;
+}
+
+/// A value's count stands at its first row, 0 at the others; the working copy is used up by the count.
+void leave_arrays(Module1& arrays, std::size_t column, std::size_t rows, const Statistic& statistic)
+{
+    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy})
+        array->clear(0, array->last());
+    arrays.distinct.keep(arrays.suf.buffers());
+    for (std::size_t row = 0; row < rows; ++row) {
+        arrays.distinct.set_view(row, arrays.suf.cell(row, column));
+        arrays.distinctn.set_view(row, TextView(U"0"));
+    }
+    Text numbers;
+    std::vector<std::size_t> ends;
+    for (const Count& value : statistic.counts) {
+        numbers += number_text(value.count);
+        ends.push_back(numbers.size());
+    }
+    const SharedBuffer buffer = make_buffer(numbers);
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < ends.size(); ++i) {
+        const TextView count = buffer->view().substr(start, ends[i] - start);
+        arrays.distinctn.set(statistic.counts[i].first_row, count, buffer);
+        start = ends[i];
+    }
+}
+
+Statistic count_column(Program& program, std::size_t column)
+{
+    const auto rows = static_cast<std::size_t>(program.form1.curcount);
+    Statistic statistic = count_values(program.module1.suf, column, rows);
+    leave_arrays(program.module1, column, rows, statistic);
+    return statistic;
+}
+
+void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic)
+{
+    const auto view = std::make_shared<RowView>();
+    for (const Count& value : statistic.counts)
+        view->add({}, U"\t" + value.value + U"\t\t\t", number_text(value.count) + U"\t");
+    show_view(program, file, view);
+    program.form1.RichTextBox3.append(U"\t合计:\t\t\t" + number_text(statistic.total) + U"\t\r\n");
+}
+
+/// What the two forms that take their column as an argument test first.
+bool may_count(Program& program)
+{
+    if (!program.form1.dbresult) return false;
+    program.form1.RichTextBox3.set_text({});
+    return !program.form1.comp;
+}
+
+void fill_keylist(Program& program, const Statistic& statistic)
+{
+    TextArray& keylist = program.module1.keylist;
+    const std::size_t room = keylist.last() + 1;
+    keylist.clear(0, keylist.last());
+    keylist.keep(program.module1.suf.buffers());
+    const std::size_t kept = std::min(statistic.counts.size(), room);
+    for (std::size_t key = 0; key < kept; ++key)
+        keylist.set_view(key, statistic.counts[key].value);
+    program.form1.keycount = static_cast<double>(kept);
+    if (kept < statistic.counts.size())
+        ask(program,
+            U" 请注意：\r\n关键字共有 " + number_text(static_cast<double>(statistic.counts.size())) +
+                U" 个，已经超过软件所设定的阀值：10001个，只保留前10001个。",
+            application_title, Buttons::OK);
+}
+
+} // namespace
+
+void column_statistics(Program& program)
+{
+    Form1& form1 = program.form1;
+    const std::size_t column = form1.comp ? 0 : box_column(program, 5);
+    form1.RichTextBox3.set_text({});
+    if (form1.comp) {
+        ask(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行单表之内的排序或统计。", U"Tarvik 计算",
+            Buttons::OK, Icon::Information);
+        return;
+    }
+    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(static_cast<double>(column)) + U"。",
+        U"Tarvik 计算 ", Buttons::OK);
+    const Statistic statistic = count_column(program, column);
+    ScratchFile file(program, view_file);
+    show_statistic(program, file, statistic);
+}
+
+void statistitt(Program& program, int column)
+{
+    const std::size_t checked = checked_column(column);
+    if (!may_count(program)) return;
+    const Statistic statistic = count_column(program, checked);
+    ScratchFile file(program, view_file);
+    fill_keylist(program, statistic);
+    show_statistic(program, file, statistic);
+}
+
+void statistics(Program& program, int column, int& row, int sheetcol, int offset)
+{
+    const std::size_t checked = checked_column(column);
+    if (!may_count(program)) return;
+    const Statistic statistic = count_column(program, checked);
+    ScratchFile file(program, view_file);
+    SpreadsheetTask task(program, installed(program, U"z1.xlsx"));
+    for (const Count& value : statistic.counts) {
+        task.sheet().set_cell(row, sheetcol, upper(value.value));
+        task.sheet().set_cell(row, sheetcol + offset, number_text(value.count));
+        ++row;
+    }
+    program.form1.sheetrow = row;
+    task.finish(SpreadsheetTask::Changes::Save);
+    show_statistic(program, file, statistic);
+}
+
+} // namespace tarvik
