@@ -1,0 +1,117 @@
+#include "reading/paging.h"
+
+#include "reading/marking.h"
+#include "reading/page_search.h"
+
+#include <cmath>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view paging_title = U"Tarvik 计算 之查寻";
+constexpr std::u32string_view reading_title = U"Tarvik";
+
+bool document_is_open(Program& program)
+{
+    if (is_number(program.form1.Text1[4].text())) return true;
+    tell(program, U"请读入文本文件！", paging_title);
+    return false;
+}
+
+bool cut_or_tell(Program& program)
+{
+    if (cut_pages(program)) return true;
+    tell(program, U"每页的字数应为大于 0 的数字，请修改后再翻页！", paging_title);
+    return false;
+}
+
+void show_page(Program& program, double page)
+{
+    const TextArray& pages = program.module1.pages;
+    if (!(page >= 0 && page <= static_cast<double>(pages.last())))
+        throw Failure(U"没有第" + number_text(page) + U"页，请在页面框中修改页数！");
+    program.form1.RichTextBox1.set_text(pages.get(static_cast<std::size_t>(page)));
+    program.form1.pageno = page;
+}
+
+/// A fraction of a page does not count.
+double page_in_box(const Program& program)
+{
+    return std::floor(leading_number(program.form1.Text1[4].text()));
+}
+
+Text page_name(const Program& program)
+{
+    return U"第" + number_text(program.form1.pageno);
+}
+
+} // namespace
+
+bool cut_pages(Program& program)
+{
+    Form1& form1 = program.form1;
+    const double size = std::floor(number(form1.Text1[5].text()).value_or(0));
+    if (!(size >= 1)) return false;
+
+    const Document& document = form1.RichTextBox2.document();
+    const TextView text = document.text();
+    const auto page_size = size <= static_cast<double>(text.size()) ? static_cast<std::size_t>(size) : text.size() + 1;
+    const std::size_t full_pages = text.size() / page_size;
+    form1.lastpage = 0;
+    for (std::size_t page = 0; page <= full_pages; ++page) {
+        form1.lastpage = static_cast<double>(page);
+        program.module1.pages.set(page, text.substr(page * page_size, page_size), document.buffer());
+    }
+    return true;
+}
+
+void previous_page(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (!document_is_open(program) || !cut_or_tell(program)) return;
+    bring_up(form1, form1.RichTextBox1);
+    if (form1.pageno >= 1) {
+        show_page(program, page_in_box(program) - 1);
+        if (form1.pageno == 0)
+            tell(program, U"目前已到首页，" + page_name(program) + U"页,\r\n请往右翻页，或在页面框中修改页数！",
+                 reading_title);
+    }
+    form1.Text1[4].set_text(number_text(form1.pageno));
+}
+
+void next_page(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (!document_is_open(program)) return;
+    if (form1.Text1[4].text() == number_text(form1.lastpage)) {
+        tell(program, U"开始阅读！这是" + page_name(program) + U"页,\r\n如果要跳页，请在页面框中修改页数后，按下“▼”！",
+             reading_title);
+        form1.Text1[4].set_text(U"-1");
+    }
+    if (form1.Option3.value()) {
+        search_pages(program);
+        return;
+    }
+    if (!cut_or_tell(program)) return;
+    bring_up(form1, form1.RichTextBox1);
+    show_page(program, page_in_box(program) + 1);
+    form1.Text1[4].set_text(number_text(form1.pageno));
+    if (form1.pageno > form1.lastpage)
+        tell(program,
+             U"目前已经超出页面范围，已经跳到" + page_name(program) + U"空页,\r\n请往左翻页，或在页面框中修改页数！",
+             reading_title);
+}
+
+void go_to_page(Program& program)
+{
+    const double page = page_in_box(program);
+    if (page > program.form1.lastpage) {
+        program.form1.pageno = page;
+        return;
+    }
+    show_page(program, page);
+    if (!program.form1.RichTextBox1.empty()) mark_query(program, page_match_colour);
+}
+
+} // namespace tarvik

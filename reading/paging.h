@@ -1,0 +1,18 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+namespace tarvik {
+
+/// Cuts the open document into pages of as many characters as the box for them says and sets lastpage. A size that is
+/// no number of 1 or more cuts nothing and gives false; a fraction of a character does not count. Pages behind the new
+/// last one keep their text. Throws Failure when `pages` is full; what was cut until then stays.
+bool cut_pages(Program& program);
+
+/// The page buttons. Each tells the user why it cannot turn the page.
+void previous_page(Program& program);
+void next_page(Program& program);
+/// Shows the page whose number stands in the page box, with the query marked.
+void go_to_page(Program& program);
+
+} // namespace tarvik

@@ -1,0 +1,66 @@
+#include "reading/results.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::size_t last_emptied = 1000;
+
+} // namespace
+
+void tell_no_result(Program& program, TextView title)
+{
+    tell(program, U"查寻结果为空！", title);
+}
+
+bool has_query(Program& program)
+{
+    if (!program.form1.Text1[1].text().empty()) return true;
+    tell(program, U"查寻条件为空", plain_title);
+    return false;
+}
+
+TextView query_text(const Program& program)
+{
+    return ltrim(program.form1.Text1[1].text());
+}
+
+ResultWriter::ResultWriter(Program& program, TextArray& results, const SharedBuffer& buffer)
+    : program_(program), results_(results), buffer_(buffer)
+{
+    program_.form1.resultcount = 0;
+    results_.clear(0, last_emptied);
+}
+
+void ResultWriter::count()
+{
+    if (program_.form1.resultcount++ == 0) bring_up(program_.form1, program_.form1.RichTextBox1);
+}
+
+bool ResultWriter::add(std::ptrdiff_t begin, std::size_t end)
+{
+    if (next_ > results_.last()) return false;
+    count();
+    const auto first = static_cast<std::size_t>(std::max<std::ptrdiff_t>(begin, 0));
+    const std::size_t length = end > first ? end - first : 0;
+    results_.set(next_++, buffer_->view().substr(first, length), buffer_);
+    return true;
+}
+
+void tell_results_full(Program& program, TextView title)
+{
+    tell(program, U"查寻结果超出软件所设定的数组范围，只保留已经查到的结果！", title);
+}
+
+bool show_result(Program& program, const TextArray& results, double index, Colour colour)
+{
+    Pane& pane = program.form1.RichTextBox1;
+    pane.set_text(results.get(static_cast<std::size_t>(index)));
+    if (pane.empty()) return false;
+    mark_query(program, colour);
+    return true;
+}
+
+} // namespace tarvik

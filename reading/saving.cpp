@@ -1,0 +1,144 @@
+#include "reading/saving.h"
+
+#include "platform/code_page.h"
+#include "reading/document_opening.h"
+
+#include <algorithm>
+#include <array>
+#include <unordered_set>
+#include <vector>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view table_title = U"Tarvik 计算 查寻存储";
+constexpr std::u32string_view saving_title = U"Tarvik 计算 之 查寻存储";
+constexpr std::u32string_view saved_title = U"Tarvik 计算 之 查寻&存储";
+constexpr std::u32string_view go_on = U"\r\n是否继续？";
+
+/// The file that the user chose, when it may be written.
+std::optional<Text> choose_file(Program& program)
+{
+    const auto path = program.platform.dialogs.save_file(text_files);
+    if (!path || path->empty()) return std::nullopt;
+    program.form1.fso = true;
+    Files& files = program.platform.files;
+    if (files.file_exists(*path) &&
+        ask(program, *path + U"已经存在。\r\n要替换她吗？", saving_title, Buttons::YesNo) != Answer::Yes)
+        return std::nullopt;
+    // A file that cannot be written ends the save here, ahead of any word that it is done.
+    files.append(*path, {});
+    program.form1.textstream = true;
+    return path;
+}
+
+void save_pane(Program& program, const Pane& pane)
+{
+    if (const auto path = choose_file(program))
+        program.platform.files.replace(*path, encode(pane.document().lowered()));
+}
+
+/// Writes the arrays side by side, each result as a line.
+void save_arrays(Program& program, TextView path, std::span<TextArray* const> arrays)
+{
+    const auto last = std::min(static_cast<std::size_t>(program.form1.resultcount), arrays.front()->last());
+    for (TextArray* results : arrays) empty_earlier_copies(*results, last);
+    std::string bytes;
+    for (std::size_t i = 0; i <= last; ++i)
+        for (const TextArray* results : arrays) {
+            const TextView result = results->get(i);
+            if (result.empty()) continue;
+            encode_to(result, bytes);
+            bytes += "\r\n";
+        }
+    program.platform.files.replace(path, bytes);
+}
+
+bool wants_all(Program& program)
+{
+    return ask(program, U"请选择，是：表示保存查寻到的所有结果。\r\n否：表示只保存当前显示的查寻结果。", saving_title,
+               Buttons::YesNo) == Answer::Yes;
+}
+
+void save_table(Program& program)
+{
+    tell(program, U"将要保存的是excel转换的数据库文件的查寻结果；" + TextView(go_on), table_title);
+    Pane& pane = program.form1.RichTextBox3;
+    pane.set_visible(true);
+    pane.append(U"\r\n");
+    save_pane(program, pane);
+}
+
+void save_text_query(Program& program)
+{
+    tell(program, U"将要保存的是文本文件的查寻结果；" + TextView(go_on), saving_title);
+    if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
+    const std::array arrays{&program.module1.hits};
+    if (const auto path = choose_file(program)) save_arrays(program, *path, arrays);
+}
+
+void save_option_results(Program& program)
+{
+    tell(program, U"将要保存的是查寻文件、英汉词典、汉语词典的查寻结果；" + TextView(go_on), saving_title);
+    if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
+    const auto path = choose_file(program);
+    if (!path) return;
+    Module1& module1 = program.module1;
+    const struct {
+        const OptionButton& option;
+        std::u32string_view done;
+        std::vector<TextArray*> arrays;
+    } modes[] = {
+        {program.form1.Option1, U"查寻汉语词典的查寻结果：", {&module1.cnhits}},
+        {program.form1.Option2, U"查寻牛津英语的查寻结果：", {&module1.zhhits, &module1.enhits}},
+        {program.form1.Option3, U"查寻文件的查寻结果：", {&module1.filehits}},
+    };
+    for (const auto& mode : modes) {
+        if (!mode.option.value()) continue;
+        tell(program, Text(mode.done) + U"\r\n保存完毕！", saved_title, Icon::Information);
+        save_arrays(program, *path, mode.arrays);
+    }
+}
+
+/// A piece is known by its storage; only pieces from different places are compared by their characters.
+struct Storage {
+    const void* data;
+    std::size_t size;
+    friend bool operator==(const Storage&, const Storage&) = default;
+};
+struct StorageHash {
+    std::size_t operator()(const Storage& storage) const
+    {
+        return std::hash<const void*>()(storage.data) * 31 + storage.size;
+    }
+};
+
+} // namespace
+
+void empty_earlier_copies(TextArray& results, std::size_t last)
+{
+    std::unordered_set<Storage, StorageHash> seen_places;
+    std::unordered_set<TextView, TextHash> seen;
+    for (std::size_t i = last + 1; i-- > 0;) {
+        const TextView result = results.get(i);
+        if (result.empty()) continue;
+        if (!seen_places.insert({result.data(), result.size()}).second || !seen.insert(result).second)
+            results.clear(i, i);
+    }
+}
+
+void save_results(Program& program)
+{
+    Form1& form1 = program.form1;
+    form1.RichTextBox3.set_visible(false);
+    form1.RichTextBox1.set_selection_colour(0);
+    try {
+        if (!no_option_selected(form1)) save_option_results(program);
+        else if (form1.dbresult) save_table(program);
+        else save_text_query(program);
+    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): saving ends silently, whatever fails
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,115 @@
+#include "reading/sentence_query.h"
+
+#include "reading/occurrences.h"
+#include "reading/results.h"
+#include "reading/sentence_endings.h"
+
+namespace tarvik {
+
+namespace {
+
+/// With Enter a piece ends at the first ending behind the match; with the button the kinds have an order of their own.
+SentenceEndings::Positions first_only(const SentenceEndings::Positions& found)
+{
+    const auto first = static_cast<std::size_t>(min3to1(
+        static_cast<double>(found.stop), static_cast<double>(found.stop_blank), static_cast<double>(found.full_stop)));
+    return {first, first, first};
+}
+
+/// Where a piece ends, for a match at `match`; of several kinds the last one decides.
+std::size_t end_of_piece(std::size_t match, const SentenceEndings::Positions& found)
+{
+    if (found.full_stop > 0) return match + found.full_stop + 2;
+    if (found.stop_blank > 0) return match + found.stop_blank + 3;
+    return match + found.stop + 2;
+}
+
+bool occurs_three_times(TextView text, TextView query)
+{
+    Occurrences walk(text, query);
+    walk.next();
+    walk.next();
+    return walk.next() != npos;
+}
+
+/// Cuts out the sentence around each match. Places count from 0.
+class SentenceCutter {
+public:
+    SentenceCutter(Program& program, const QueryEntry& entry, const Document& document, TextView query)
+        : entry_(entry), cutopenfile_(program.form1.cutopenfile), text_(document.text()), query_(query),
+          matches_(text_, query), endings_(text_), results_(program, program.module1.filehits, document.buffer())
+    {
+    }
+
+    /// Gives false when there was no room for all pieces.
+    bool run()
+    {
+        for (std::size_t match = matches_.next(); match != npos; match = matches_.next()) {
+            if (!cutopenfile_) look_back(match);
+            if (!in_later_sentence_ && cutopenfile_) continue; // left open by an earlier query
+            SentenceEndings::Positions behind = endings_.behind(match);
+            if (!behind.any()) {
+                results_.count();
+                continue;
+            }
+            if (entry_.by_enter) behind = first_only(behind);
+            if (!cut(match, end_of_piece(match, behind))) return false;
+            if (!in_later_sentence_ && !occurs_often()) break;
+        }
+        return true;
+    }
+
+private:
+    void look_back(std::size_t match)
+    {
+        const std::size_t before = endings_.last_before(match);
+        in_later_sentence_ = cutopenfile_ = before != npos;
+        if (in_later_sentence_) distance_ = match - before;
+    }
+
+    bool cut(std::size_t match, std::size_t end)
+    {
+        if (!in_later_sentence_) return results_.add(0, end);
+        // While a sentence waits for its end the distance of the match that opened it stands.
+        if (!results_.add(static_cast<std::ptrdiff_t>(match - distance_ + 1), end)) return false;
+        cutopenfile_ = false;
+        return true;
+    }
+
+    bool occurs_often()
+    {
+        if (!often_) often_ = occurs_three_times(text_, query_);
+        return *often_;
+    }
+
+    const QueryEntry& entry_;
+    bool& cutopenfile_;
+    TextView text_;
+    TextView query_;
+    Occurrences matches_;
+    SentenceEndings endings_;
+    ResultWriter results_;
+    bool in_later_sentence_ = false;
+    std::size_t distance_ = 0; ///< from the start of the ending before a match to the match
+    std::optional<bool> often_;
+};
+
+} // namespace
+
+bool query_sentences(Program& program, const QueryEntry& entry)
+{
+    if (!has_query(program)) return false;
+    Form1& form1 = program.form1;
+    const Text query = query_text(program).str();
+    const Document document = form1.RichTextBox2.document();
+    form1.resultcount = 0;
+    if (!document.text().contains(U"。") && !document.text().contains(U"."))
+        tell(program, U"查寻的文件是数据库文件，需通过-esc-按键来查寻！");
+    if (!SentenceCutter(program, entry, document, query).run()) tell_results_full(program, entry.no_result_title);
+    if (!show_result(program, program.module1.filehits, 0, query_match_colour))
+        tell_no_result(program, entry.no_result_title);
+    form1.Text1[2].set_text(number_text(form1.resultcount));
+    return true;
+}
+
+} // namespace tarvik

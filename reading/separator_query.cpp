@@ -1,0 +1,103 @@
+#include "reading/separator_query.h"
+
+#include "reading/occurrences.h"
+#include "reading/results.h"
+
+namespace tarvik {
+
+namespace {
+
+/// How far behind a match its separator may end. The first, nearer look of 5,000 characters finds nothing else.
+constexpr std::size_t far_window = 40'000;
+
+bool wants_query(Program& program, const QueryEntry& entry)
+{
+    Form1& form1 = program.form1;
+    form1.resultpos = 0;
+    const Answer answer = ask(program,
+                              U"请在“查寻条件框”中输入要查寻的字符串；\r\n"
+                              U"在“数目框”中输入隔离符，例如以段落标记来分割查寻的结果，则输入为“。”加上回车符。",
+                              entry.question_title, Buttons::YesNo);
+    if (answer != Answer::Yes) return false;
+    const Text& separator = form1.Text1[2].text();
+    if (!separator.empty() && !form1.Text1[1].text().empty() && !is_number(separator)) return true;
+    tell(program, U"查寻条件为空；或隔离符为空或数字。", entry.question_title);
+    return false;
+}
+
+/// How many characters stand before `place` when blanks at the end are dropped.
+std::size_t without_blanks_before(TextView text, std::size_t place)
+{
+    while (place > 0 && text[place - 1] == U' ') --place;
+    return place;
+}
+
+/// Cuts out the piece around each match. Places count from 0.
+class PieceCutter {
+public:
+    PieceCutter(Program& program, const Document& document, TextView query, TextView separator)
+        : program_(program), text_(document.lowered()), matches_(text_, query), before_(text_, separator),
+          behind_(text_, separator), keeps_stop_(separator.contains(U".") || separator.contains(U"。")),
+          results_(program, program.module1.hits, document.lowered_buffer())
+    {
+    }
+
+    /// Gives false when there was no room for all pieces.
+    bool run()
+    {
+        bool& cutopen = program_.form1.cutopen;
+        while (!cutopen) {
+            const std::size_t match = matches_.next();
+            if (match == npos) break;
+            const std::size_t before = before_.within(without_blanks_before(text_, match));
+            std::size_t behind = behind_.at_or_behind(match);
+            if (behind != npos && behind + behind_.length() > match + far_window) behind = npos;
+            if (behind == npos) {
+                results_.count();
+                cutopen = before != npos;
+            } else if (!cut(before, behind)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+private:
+    // A piece that ends in a full stop takes its own along and leaves that of the piece before; any other takes the
+    // separator before it and leaves the one behind it.
+    bool cut(std::size_t before, std::size_t behind)
+    {
+        if (before == npos) return results_.add(0, behind + 1);
+        const auto begin = static_cast<std::ptrdiff_t>(before);
+        const auto stop_and_line_end = static_cast<std::ptrdiff_t>(behind_.length()) - 2;
+        return keeps_stop_ ? results_.add(begin + stop_and_line_end, behind + 1) : results_.add(begin, behind);
+    }
+
+    Program& program_;
+    TextView text_;
+    Occurrences matches_;
+    LastOccurrence before_;
+    Occurrences behind_;
+    bool keeps_stop_;
+    ResultWriter results_;
+};
+
+} // namespace
+
+bool query_between_separators(Program& program, const QueryEntry& entry)
+{
+    if (!wants_query(program, entry)) return false;
+    Form1& form1 = program.form1;
+    const Text query = lower(query_text(program));
+    const Text separator = form1.Text1[2].text();
+    const Document document = form1.RichTextBox2.document();
+    if (!PieceCutter(program, document, query, separator).run()) tell_results_full(program, entry.no_result_title);
+    const bool shown = show_result(program, program.module1.hits, form1.resultpos, query_match_colour);
+    form1.cutopen = false;
+    if (!shown) tell_no_result(program, entry.no_result_title);
+    form1.resultpos += 1;
+    form1.Text1[2].set_text(number_text(form1.resultcount));
+    return true;
+}
+
+} // namespace tarvik

@@ -1,0 +1,229 @@
+#include "reading/marking.h"
+#include "reading/occurrences.h"
+#include "reading/reading.h"
+#include "tests/reading/told_loops.h"
+#include "tests/support/test_program.h"
+
+#include <gmock/gmock.h>
+
+namespace tarvik::test {
+namespace {
+
+using ::testing::ElementsAre;
+
+class Query : public ::testing::Test {
+protected:
+    TestProgram test;
+    Program& program = test.program;
+    Form1& form1 = test.program.form1;
+    std::mt19937 random{20240301};
+
+    std::vector<Text> results(const TextArray& array, std::size_t count) const
+    {
+        std::vector<Text> texts;
+        for (std::size_t i = 0; i < count; ++i) texts.push_back(array.get(i).str());
+        return texts;
+    }
+    void run(TextView text, TextView query, bool by_enter)
+    {
+        test.open_text(text);
+        form1.Text1[1].set_text(query.str());
+        test.dialogs.replies = {Answer::Yes};
+        by_enter ? query_by_enter(program) : Command1_Click(program, 1);
+    }
+    /// `told` is what the loops give; passes when arrays, counts, flags and the box agree.
+    void expect_same(const TextArray& array, const Pieces& told, TextView text, TextView query)
+    {
+        const std::string story = "query [" + to_utf8(query) + "] text [" + to_utf8(text).substr(0, 2000) + "]";
+        ASSERT_EQ(form1.resultcount, told.count) << story;
+        ASSERT_EQ(results(array, told.stored.size()), told.stored) << story;
+        ASSERT_TRUE(array.get(told.stored.size()).empty()) << story;
+        ASSERT_EQ(form1.Text1[2].text(), number_text(told.count)) << story;
+        ASSERT_EQ(test.dialogs.take_messages().empty() ? false : form1.RichTextBox1.empty(),
+                  told.stored.empty() || told.stored.front().empty())
+            << story;
+    }
+};
+
+TEST_F(Query, OccurrencesAndMarksAreThoseOfThePlainLoops)
+{
+    for (int round = 0; round < 4000; ++round) {
+        const Text text = random_text(random, {U"a", U"a", U"b", U"测", U" ", U"aab"}, 40);
+        const Text needle = random_text(random, {U"a", U"a", U"b", U"测"}, 4);
+        std::size_t told_last = 0;
+        const auto told = places_marked(text, needle, told_last);
+        const MatchPlaces places = places_to_mark(text, needle);
+        ASSERT_EQ(places.marked, told) << to_utf8(text) << '|' << to_utf8(needle);
+        ASSERT_EQ(places.last_found, told_last) << to_utf8(text) << '|' << to_utf8(needle);
+
+        Occurrences walk(text, needle);
+        LastOccurrence last(text, needle);
+        std::size_t told_before = npos;
+        for (std::size_t i = 0; !needle.empty() && i < text.size(); i += 1 + random() % 3) {
+            ASSERT_EQ(walk.at_or_behind(i), text.find(needle, i));
+            const Text before = text.substr(0, i);
+            told_before = before.rfind(needle);
+            ASSERT_EQ(last.within(i), told_before);
+        }
+    }
+}
+
+TEST_F(Query, PiecesBetweenSeparatorsAreThoseOfThePlainLoop)
+{
+    const std::vector<Text> separators{U"。\r\n", U".\r\n", U";", U" ", U"; ", U"\r", U"aa", U".", U"。", U"数目"};
+    for (int round = 0; round < 1500; ++round) {
+        const Text& separator = separators[random() % separators.size()];
+        std::vector<Text> pieces{U"a", U"B", U"测", U" ", U"\r\n", U"\r", U"x。\r\n", U".\r\n", U";", separator};
+        Text text = random_text(random, pieces, 60);
+        if (round % 50 == 0) text += Text(4990 + random() % 20, U'x') + separator + U"a";
+        if (round % 150 == 0) text += Text(39990 + random() % 20, U'x') + separator;
+        const Text query = random_text(random, {U"a", U"b", U"测", U" ", U"\r"}, 3);
+        form1.Text1[2].set_text(separator);
+        const bool asked = !query.empty();
+        run(text, query, round % 2 == 0);
+        if (!asked) continue;
+        const Text t = lower(text), q = lower(ltrim(query));
+        const Pieces told = pieces_between_separators(t, q, separator);
+        expect_same(test.module1().hits, told, text, query);
+        ASSERT_FALSE(form1.cutopen);
+        ASSERT_EQ(form1.resultpos, 1);
+    }
+}
+
+TEST_F(Query, SentencesAreThoseOfThePlainLoopWithTheFlagCarriedOver)
+{
+    form1.Option3.set_value(true);
+    for (int round = 0; round < 2000; ++round) {
+        Text text = random_text(
+            random, {U"a", U"A", U"b", U"测", U" ", U"\r\n", U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n", U"。", U"\n"},
+            50);
+        if (round % 40 == 0) text += Text(1990 + random() % 20, U'x') + U"。\r\na" + Text(1990, U'y') + U".\r\n";
+        if (round % 200 == 0) text += U"a" + Text(39990 + random() % 20, U'x') + U"。\r\n";
+        const Text query = random_text(random, {U"a", U"A", U"b", U"测", U"\r\n"}, 2) + U"a";
+        const bool by_enter = round % 2 == 0;
+        form1.Text1[1].set_text(query);
+        form1.cutopenfile = round % 7 == 0;
+        const Pieces told = sentences(text, query, by_enter, form1.cutopenfile);
+        run(text, query, by_enter);
+        expect_same(test.module1().filehits, told, text, query);
+        ASSERT_EQ(form1.cutopenfile, told.open) << to_utf8(text) << '|' << to_utf8(query);
+    }
+}
+
+TEST_F(Query, EntriesOfADictionaryAreThoseOfThePlainLoop)
+{
+    const struct {
+        std::string file;
+        Text query;
+        OptionButton& option;
+        TextArray& results;
+        EntryRule rule;
+    } cases[] = {
+        {"现代汉语词典.txt", U"测", form1.Option1, test.module1().cnhits, {U"。\r\n", 10, 10, 12}},
+        {"牛津字典A.TXT", U"aB", form1.Option2, test.module1().enhits, {U".\r\n", 35, 32, 36}},
+        {"牛津字典hY.TXT", U"测", form1.Option2, test.module1().zhhits, {U".\r\n", 249, 250, 250}},
+    };
+    for (int round = 0; round < 300; ++round)
+        for (const auto& one : cases) {
+            Text text = random_text(
+                random, {U"ab", U"Ab", U"测", U"测试", U"  ", U"xxxxxxxxxx", U"。\r\n", U".\r\n", U"?\r\n", U"!\r\n"},
+                700);
+            if (round % 20 == 0)
+                text += one.rule.entry_end + one.query + Text(9990 + random() % 12, U'x') + one.rule.entry_end;
+            test.installation.write(one.file, to_utf8(U"\ufeff" + TextView(text)));
+            form1.Option1.set_value(false);
+            form1.Option2.set_value(false);
+            one.option.set_value(true);
+            form1.resultpos = 0;
+            const Text compared = one.rule.window == 35 ? lower(text) : text;
+            const Pieces told = entries(compared, text, lower(one.query), one.rule);
+            run({}, one.query, round % 2 == 0);
+            if (one.rule.window == 249 && (told.stored.empty() || told.stored.front().empty())) {
+                ASSERT_EQ(form1.resultpos, 2); // looked twice, the second time in the empty pane
+                ASSERT_EQ(form1.resultcount, 0);
+                continue;
+            }
+            expect_same(one.results, told, text, one.query);
+        }
+}
+
+TEST_F(Query, TitlesFollowTheEntry)
+{
+    test.installation.write("牛津字典A.TXT", "nothing");
+    test.installation.write("牛津字典hY.TXT", "nothing");
+    const struct {
+        OptionButton* option;
+        Text query, separator;
+        std::string by_button, by_enter;
+    } cases[] = {
+        {nullptr, U"x", U"12", "Tarvik 计算 之查寻|查寻条件为空；或隔离符为空或数字。",
+         "Tarvik 计算|查寻条件为空；或隔离符为空或数字。"},
+        {nullptr, U"x", U"数目", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算|查寻结果为空！"},
+        {&form1.Option3, U"", U"", "Tarvik|查寻条件为空", "Tarvik|查寻条件为空"},
+        {&form1.Option3, U"x", U"", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算|查寻结果为空！"},
+        {&form1.Option2, U"axe", U"", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算 查寻|查寻结果为空！"},
+        {&form1.Option2, U"斧", U"", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算 查寻|查寻结果为空！"},
+    };
+    for (const auto& one : cases)
+        for (const bool by_enter : {false, true}) {
+            clear_options(form1);
+            if (one.option) one.option->set_value(true);
+            form1.Text1[2].set_text(one.separator);
+            run(U"一行.\r\n", one.query, by_enter);
+            EXPECT_EQ(test.dialogs.take_messages().back(), by_enter ? one.by_enter : one.by_button);
+        }
+}
+
+TEST_F(Query, AMissingDictionaryIsNamed)
+{
+    form1.Option2.set_value(true);
+    run(U"", U"zebra", false);
+    EXPECT_THAT(test.dialogs.take_messages().back(), ::testing::HasSubstr("牛津字典Z.TXT不存在！"));
+}
+
+TEST_F(Query, WalkingShowsEachResultAndItsPosition)
+{
+    form1.Text1[2].set_text(U"。\r\n");
+    run(U"零。\r\n词一。\r\n词二。\r\n词三。\r\n", U"词", false);
+    EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n词一。");
+    EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{3, 1, query_match_colour, 32}}));
+    EXPECT_EQ(form1.RichTextBox1.selection(), (Selection{4, 0})); // three of five characters stand before the caret
+    std::vector<std::string> seen;
+    for (const int button : {2, 2, 3, 3, 3, 3, 2, 2, 2, 2}) {
+        Command1_Click(program, button);
+        seen.push_back(to_utf8(form1.RichTextBox1.text().substr(2)) + to_utf8(form1.Text1[2].text()));
+    }
+    EXPECT_THAT(seen, ElementsAre("词二。2", "词三。3", "词三。2", "词二。1", "词一。0", "词一。0", "词一。1",
+                                  "词二。2", "词三。3", "4"));
+}
+
+TEST_F(Query, TheEnglishWalkReadsItsFileAgainAndStaysAtTheEnd)
+{
+    test.installation.write("牛津字典A.TXT", std::string(40, '-') + ".\r\n  apple one.\r\n" + std::string(30, '-') +
+                                                 ".\r\n  apple two.\r\n");
+    form1.Option2.set_value(true);
+    run({}, U"Apple", false);
+    EXPECT_EQ(form1.RichTextBox1.text(), U" apple one.");
+    EXPECT_EQ(form1.Text1[2].text(), U"2");
+    for (const int button : {2, 2, 2}) Command1_Click(program, button);
+    EXPECT_THAT(test.dialogs.take_messages(),
+                ElementsAre("Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算 之 查寻|查寻结果为空！"));
+    EXPECT_EQ(form1.resultpos, 2);
+    EXPECT_EQ(form1.resultcount, 2);
+    Command1_Click(program, 3);
+    EXPECT_EQ(form1.RichTextBox1.text(), U" apple two.");
+}
+
+TEST_F(Query, MoreResultsThanTheArrayHoldsKeepThoseFound)
+{
+    form1.Text1[2].set_text(U"。");
+    Text text;
+    for (int i = 0; i < 1'000'002; ++i) text += U"。a";
+    run(text + U"。", U"a", false);
+    EXPECT_THAT(test.dialogs.take_messages().back(), ::testing::HasSubstr("只保留已经查到的结果"));
+    EXPECT_EQ(form1.resultcount, 1'000'001);
+    EXPECT_EQ(test.module1().hits.get(1'000'000), U"a。a。");
+}
+
+} // namespace
+} // namespace tarvik::test

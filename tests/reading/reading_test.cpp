@@ -1,0 +1,201 @@
+#include "platform/code_page.h"
+#include "reading/document_opening.h"
+#include "reading/page_search.h"
+#include "reading/reading.h"
+#include "reading/saving.h"
+#include "tests/support/test_program.h"
+
+#include <gmock/gmock.h>
+#include <map>
+#include <random>
+
+namespace tarvik::test {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+class Reading : public ::testing::Test {
+protected:
+    TestProgram test;
+    Program& program = test.program;
+    Form1& form1 = test.program.form1;
+
+    void open(std::string_view bytes)
+    {
+        test.drive_d.write("book.txt", bytes);
+        test.dialogs.files = {U"d:\\book.txt"};
+        Command1_Click(program, 0);
+    }
+    std::string press(int button)
+    {
+        Command2_Click(program, button);
+        std::string told;
+        for (const std::string& message : test.dialogs.take_messages())
+            told += message.substr(0, message.find('\r')) + "/";
+        return told + to_utf8(form1.RichTextBox1.text()) + "/" + to_utf8(form1.Text1[4].text());
+    }
+};
+
+TEST_F(Reading, PagesTurnAsTold)
+{
+    EXPECT_EQ(press(1), "Tarvik 计算 之查寻|请读入文本文件！//页数");
+    form1.Text1[5].set_text(U"3");
+    open("abcdefg"); // with its line end nine characters: three pages and an empty one
+    EXPECT_EQ(form1.Text1[4].text(), U"3");
+    EXPECT_EQ(form1.RichTextBox2.text(), U"abcdefg\r\n");
+    EXPECT_EQ(press(1), "Tarvik|开始阅读！这是第0页,/abc/0");
+    EXPECT_EQ(press(1), "def/1");
+    EXPECT_EQ(press(0), "Tarvik|目前已到首页，第0页,/abc/0");
+    EXPECT_EQ(press(0), "abc/0");
+    form1.Text1[5].set_text(U"2");
+    EXPECT_EQ(press(1), "cd/1");
+    EXPECT_EQ(press(1), "ef/2");
+    EXPECT_EQ(press(1), "g\r/3");
+    form1.Text1[4].set_text(U"4");
+    EXPECT_EQ(press(1), "Tarvik|开始阅读！这是第3页,/ab/0") << "the number of the last page starts anew";
+    form1.Text1[5].set_text(U"4");
+    form1.Text1[4].set_text(U"3");
+    EXPECT_EQ(press(1), "Tarvik|目前已经超出页面范围，已经跳到第4空页,/\n/4") << "the old page of a longer cut";
+    form1.Text1[4].set_text(U"9");
+    EXPECT_EQ(press(8), "\n/9");
+    form1.Text1[4].set_text(U"1页");
+    form1.Text1[1].set_text(U" G");
+    EXPECT_EQ(press(8), "efg\r/1页");
+    EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{3, 1, 44564, 32}}));
+}
+
+TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
+{
+    open("abc");
+    for (const char32_t* size : {U"0", U"-5", U"0.5", U"x", U""}) {
+        form1.Text1[5].set_text(size);
+        form1.Text1[4].set_text(U"5");
+        EXPECT_EQ(press(1), "Tarvik 计算 之查寻|每页的字数应为大于 0 的数字，请修改后再翻页！//5") << to_utf8(size);
+        open("abcd");
+        EXPECT_EQ(form1.RichTextBox2.text(), U"abcd\r\n");
+        EXPECT_EQ(form1.Text1[4].text(), U"5") << "opening ends without a word";
+    }
+    form1.Text1[5].set_text(U"1e300");
+    form1.Text1[4].set_text(U"-1");
+    EXPECT_EQ(press(1), "abcd\r\n/0");
+    for (const char32_t* page : {U"-2", U"1e9", U"-1e300"}) {
+        form1.Text1[4].set_text(page);
+        EXPECT_THROW(Command2_Click(program, 1), Failure) << to_utf8(page);
+    }
+    EXPECT_EQ(form1.pageno, 0);
+}
+
+TEST_F(Reading, OpeningKeepsWhatWasDoneWhenItFails)
+{
+    open("one");
+    test.dialogs.files = {std::nullopt};
+    Command1_Click(program, 0);
+    EXPECT_TRUE(test.module1().pages.get(0).empty());
+    EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\n");
+    test.dialogs.files = {U"d:\\gone.txt"};
+    Command1_Click(program, 0);
+    EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\n");
+    EXPECT_FALSE(form1.RichTextBox1.visible());
+    EXPECT_THAT(test.dialogs.take_messages(), IsEmpty());
+    open("");
+    EXPECT_EQ(test.module1().pages.get(0), U"\r\n");
+    form1.Text1[5].set_text(U"1");
+    open(std::string(1'000'002, 'x'));
+    EXPECT_EQ(form1.lastpage, 1'000'001);
+    EXPECT_EQ(form1.Text1[4].text(), U"0");
+    EXPECT_EQ(test.module1().pages.get(1'000'000), U"x");
+}
+
+TEST_F(Reading, PageSearchStopsAtEachPageAndCollectsWords)
+{
+    const std::map<std::string, std::string> lines{
+        {"--AB12345678qv", "AB12345678qv;\r\n"}, // the word, the query and a closing stop
+        {"--AB1234qv", ""},                      // with its left end the word has seven characters
+        {"ABCDEFGHIJKLqv", "\r\n"},              // it begins farther left than the look, and no end is found
+        {"--[abc]defgh;qv", ""},                 // "]" ends a word that is read backward
+        {"--]abcdefgh;qv", "\r\n"},              // and does not end one that is read forward
+    };
+    form1.Option3.set_value(true);
+    form1.Text1[1].set_text(U" qv");
+    for (const auto& [text, line] : lines) {
+        open("........................" + text);
+        form1.Text1[2].set_text(U"12");
+        test.dialogs.replies = {Answer::OK, Answer::OK};
+        Command2_Click(program, 1);
+        EXPECT_EQ(test.installation.read("betweensousuo.txt"), "\r\r\n" + line) << text;
+    }
+    EXPECT_EQ(form1.matchpos, 0);
+    EXPECT_EQ(test.dialogs.take_messages().back(), "Tarvik|查寻完毕,再也没有符合条件的结果！");
+}
+
+TEST_F(Reading, OfEqualResultsTheLastStays)
+{
+    std::mt19937 random(5);
+    const SharedBuffer buffer = make_buffer(U"aabaab");
+    for (int round = 0; round < 300; ++round) {
+        TextArray results(20);
+        std::vector<Text> told;
+        for (std::size_t i = 0; i <= 12; ++i) {
+            const TextView piece = buffer->view().substr(random() % 6, random() % 3);
+            results.set(i, piece, buffer);
+            told.push_back(piece.str());
+        }
+        for (std::size_t a = 0; a <= 10; ++a)
+            for (std::size_t b = a + 1; b <= 10; ++b)
+                if (told[a] == told[b]) told[a].clear();
+        empty_earlier_copies(results, 10);
+        for (std::size_t i = 0; i <= 12; ++i) ASSERT_EQ(results.get(i).str(), told[i]) << i;
+    }
+}
+
+TEST_F(Reading, SavingTakesThePathOfTheLastWork)
+{
+    Module1& module1 = test.module1();
+    form1.RichTextBox1.set_text(U"Shown 页");
+    form1.RichTextBox3.set_text(U"TABLE");
+    form1.resultcount = 3;
+    const std::array arrays{&module1.hits, &module1.cnhits, &module1.filehits, &module1.zhhits, &module1.enhits};
+    const auto save = [&](std::deque<Answer> replies, std::optional<Text> file) {
+        for (std::size_t i = 0; i < arrays.size(); ++i)
+            for (const std::size_t index : {0, 2, 3})
+                arrays[i]->set(index, number_text(static_cast<double>(10 * i + index / 2)));
+        test.dialogs.replies = std::move(replies);
+        test.dialogs.files = {std::move(file)};
+        Command1_Click(program, 4);
+        return test.dialogs.take_messages();
+    };
+    const Text path = U"d:\\out.txt";
+    const std::string question = "Tarvik 计算 之 查寻存储|d:\\out.txt已经存在。\r\n要替换她吗？";
+
+    EXPECT_EQ(save({Answer::Yes}, path).size(), 2U);
+    EXPECT_EQ(test.drive_d.read("out.txt"), "0\r\n1\r\n");
+    EXPECT_TRUE(module1.hits.get(2).empty()) << "of the equal ones the last stays";
+    EXPECT_EQ(save({Answer::No, Answer::No}, path).back(), question);
+    EXPECT_EQ(test.drive_d.read("out.txt"), "0\r\n1\r\n");
+    save({Answer::No, Answer::Yes}, path);
+    EXPECT_EQ(test.drive_d.read("out.txt"), encode(U"shown 页"));
+    save({Answer::Yes}, std::nullopt);
+    EXPECT_FALSE(module1.hits.get(2).empty());
+
+    form1.dbresult = true;
+    EXPECT_THAT(save({Answer::Yes}, path), ElementsAre(HasSubstr("Tarvik 计算 查寻存储|将要保存的是excel"), question));
+    EXPECT_EQ(test.drive_d.read("out.txt"), "table\r\n");
+    const struct {
+        OptionButton& option;
+        std::string done, written;
+    } options[] = {{form1.Option1, "查寻汉语词典的查寻结果：", "10\r\n11\r\n"},
+                   {form1.Option2, "查寻牛津英语的查寻结果：", "30\r\n40\r\n31\r\n41\r\n"},
+                   {form1.Option3, "查寻文件的查寻结果：", "20\r\n21\r\n"}};
+    for (const auto& one : options) {
+        select_option(form1, one.option);
+        EXPECT_EQ(save({Answer::Yes, Answer::Yes}, path).back(),
+                  "Tarvik 计算 之 查寻&存储|" + one.done + "\r\n保存完毕！");
+        EXPECT_EQ(test.drive_d.read("out.txt"), one.written);
+    }
+    EXPECT_EQ(save({Answer::Yes}, U"d:\\no folder\\out.txt").size(), 2U) << "it fails without a word";
+}
+
+} // namespace
+} // namespace tarvik::test

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <random>
+#include <vector>
+
+/// The searches as they were first told: position by position, with no thought of their cost. The program has to give
+/// exactly what these give.
+namespace tarvik::test {
+
+struct Pieces {
+    std::vector<Text> stored; ///< by index; an index that was passed over holds nothing
+    double count = 0;
+    bool open = false; ///< a piece has found its start and not its end
+    friend bool operator==(const Pieces&, const Pieces&) = default;
+};
+
+std::vector<std::size_t> places_marked(TextView text, TextView needle, std::size_t& last_found);
+Pieces pieces_between_separators(TextView text, TextView query, TextView separator);
+Pieces sentences(TextView text, TextView query, bool by_enter, bool open);
+
+struct EntryRule {
+    Text entry_end;
+    std::size_t window, start_offset, first_position;
+};
+Pieces entries(TextView compared, TextView text, TextView query, const EntryRule& rule);
+
+/// A text of up to `size` characters made of these pieces.
+Text random_text(std::mt19937& random, const std::vector<Text>& pieces, std::size_t size);
+
+} // namespace tarvik::test
