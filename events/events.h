@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/clipboard_events.h"
 #include "mainwindow/mainwindow.h"
 
 /// What happens to the window, and which handler each of it goes to.
@@ -18,9 +19,6 @@ enum class EventKind {
     Close,  ///< the user closes a window
     Menu    ///< an entry of the context menu was picked
 };
-
-enum class MouseButton { Left, Middle, Right };
-enum class MenuEntry { copy1, nothing, paste1 };
 
 struct Event {
     EventKind kind;

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "office/batch_runner.h"
+#include "office/report_commands.h"
+
+#include <span>
+
+namespace tarvik {
+
+/// The command language: every report command in the order in which the query box is tested for it.
+CommandTable report_commands();
+/// What each batch timer works on.
+std::span<const SheetFamily> sheet_families();
+
+} // namespace tarvik
