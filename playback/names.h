@@ -1,0 +1,35 @@
+#pragma once
+
+#include "playback/control_directory.h"
+#include "playback/values.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+
+/// An expression of a script, ready to be read again and again.
+struct Expression {
+    std::string written;              ///< as the script wrote it
+    std::function<Value()> read;      ///< its value at this moment
+    const Control* control = nullptr; ///< whose property it is; nothing for any other name
+};
+
+/// Every name that a script can ask for: the properties of the controls, the shared arrays and members, the clipboard.
+class Names {
+public:
+    Names(const Program& program, const ControlDirectory& controls) : program_(program), controls_(controls) {}
+
+    /// Throws ScriptFailure for an unknown name and for an index outside of its array.
+    Expression resolve(std::string_view written) const;
+    /// All of them; an array stands once, with i (and j) for its indices.
+    std::vector<std::string> all() const;
+
+private:
+    const Program& program_;
+    const ControlDirectory& controls_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,123 @@
+#include "playback/options.h"
+
+#include "playback/virtual_clock.h"
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Values = std::span<const char* const>;
+
+fs::path folder(const std::string& told)
+{
+    if (told.empty()) throw OptionError("an empty folder name");
+    return fs::absolute(told).lexically_normal();
+}
+
+void set_installation(Options& options, Values values)
+{
+    options.installation = folder(values[0]);
+    if (!fs::is_directory(options.installation))
+        throw OptionError("there is no folder " + options.installation.string());
+}
+
+void set_drive(Options& options, Values values)
+{
+    const std::string_view told = values[0];
+    const auto letter = told.empty() ? char32_t{} : lower(static_cast<unsigned char>(told[0]));
+    if (told.size() < 3 || told[1] != '=' || letter < U'a' || letter > U'z')
+        throw OptionError("--drive takes LETTER=DIR, not " + std::string(told));
+    options.drives[static_cast<char>(letter)] = folder(std::string(told.substr(2)));
+}
+
+void set_clock(Options& options, Values values)
+{
+    const auto time = parse_time(values[0]);
+    if (!time) throw OptionError("--clock takes \"YYYY-MM-DD hh:mm:ss\", not " + std::string(values[0]));
+    options.clock = *time;
+}
+
+double twips(const char* told)
+{
+    const auto value = number(from_utf8(told));
+    if (!value || *value <= 0) throw OptionError("--screen takes two sizes above 0, not " + std::string(told));
+    return *value;
+}
+
+void set_screen(Options& options, Values values)
+{
+    options.screen_width = twips(values[0]);
+    options.screen_height = twips(values[1]);
+}
+
+void set_print_to(Options& options, Values values)
+{
+    options.print_to = folder(values[0]);
+}
+
+void set_engine(Options& options, Values values)
+{
+    constexpr std::pair<std::string_view, Engine> engines[] = {
+        {"auto", Engine::Auto}, {"ooxml", Engine::Ooxml}, {"libreoffice", Engine::LibreOffice}};
+    for (const auto& [name, engine] : engines)
+        if (name == values[0]) {
+            options.engine = engine;
+            return;
+        }
+    throw OptionError("there is no engine " + std::string(values[0]));
+}
+
+void set_list_names(Options& options, Values)
+{
+    options.list_names = true;
+}
+
+struct OptionRow {
+    std::string_view name;
+    std::size_t values;
+    void (*set)(Options& options, Values values);
+};
+constexpr OptionRow rows[] = {
+    {"--install", 1, set_installation}, {"--drive", 1, set_drive},       {"--clock", 1, set_clock},
+    {"--screen", 2, set_screen},        {"--print-to", 1, set_print_to}, {"--engine", 1, set_engine},
+    {"--names", 0, set_list_names},
+};
+
+const OptionRow* find_row(std::string_view name)
+{
+    for (const OptionRow& row : rows)
+        if (row.name == name) return &row;
+    return nullptr;
+}
+
+// Takes one option or the script off the front.
+void take(Options& options, Values& arguments)
+{
+    const std::string_view word = arguments.front();
+    arguments = arguments.subspan(1);
+    if (const OptionRow* row = find_row(word)) {
+        if (arguments.size() < row->values) throw OptionError(std::string(word) + " lacks its value");
+        row->set(options, arguments.first(row->values));
+        arguments = arguments.subspan(row->values);
+        return;
+    }
+    if (word.starts_with('-') && word != "-") throw OptionError("unknown option " + std::string(word));
+    if (!options.script.empty()) throw OptionError("more than one script: " + std::string(word));
+    options.script = word;
+}
+
+} // namespace
+
+Options parse_options(Values arguments, const fs::path& program_folder)
+{
+    Options options;
+    options.installation = program_folder;
+    options.clock = local_time_now();
+    while (!arguments.empty()) take(options, arguments);
+    if (options.script.empty() && !options.list_names) throw OptionError("no script is told");
+    return options;
+}
+
+} // namespace tarvik

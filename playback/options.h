@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <chrono>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <span>
+#include <stdexcept>
+#include <string>
+
+namespace tarvik {
+
+/// Options that cannot be used, with the reason.
+class OptionError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+enum class Engine { Auto, Ooxml, LibreOffice };
+
+struct Options {
+    std::filesystem::path installation;
+    std::map<char, std::filesystem::path> drives; ///< by lower-case letter
+    std::chrono::local_seconds clock;
+    double screen_width = 28800, screen_height = 16200; ///< twips
+    std::optional<std::filesystem::path> print_to;
+    Engine engine = Engine::Auto;
+    bool list_names = false;
+    std::string script; ///< a file, or - for standard input
+};
+
+/// `arguments` go without the program's own name; `program_folder` is the installation folder where none is told.
+/// Throws OptionError.
+Options parse_options(std::span<const char* const> arguments, const std::filesystem::path& program_folder);
+
+} // namespace tarvik

@@ -1,0 +1,69 @@
+#include "playback/player.h"
+
+#include "playback/actions.h"
+
+#include <string>
+
+namespace tarvik {
+
+namespace {
+
+enum class Outcome { Done, Missed, Failed };
+
+Outcome play_line(Session& session, std::string_view line, const std::string& place, std::ostream& errors)
+{
+    try {
+        const std::vector<Word> words = split_line(line);
+        if (!words.empty()) perform(session, words);
+        return Outcome::Done;
+    } catch (const MissedExpectation& missed) {
+        errors << place << ": " << missed.what() << std::endl;
+        return Outcome::Missed;
+    } catch (const std::exception& failure) {
+        errors << place << ": " << failure.what() << std::endl;
+        return Outcome::Failed;
+    }
+}
+
+bool start(Session& session, std::ostream& errors)
+{
+    try {
+        session.start();
+        return true;
+    } catch (const std::exception& failure) {
+        errors << "start-up: " << failure.what() << std::endl;
+        return false;
+    }
+}
+
+} // namespace
+
+int play(const Options& options, std::istream& script, std::ostream& out, std::ostream& errors)
+{
+    Session session(options, out);
+    if (!start(session, errors)) return 1;
+    constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
+    bool held = true;
+    std::string line;
+    for (int number = 1; !session.program.ended && std::getline(script, line); ++number) {
+        std::string_view told = line;
+        if (number == 1 && told.starts_with(byte_order_mark)) told.remove_prefix(byte_order_mark.size());
+        const Outcome outcome = play_line(session, told, "line " + std::to_string(number), errors);
+        if (outcome == Outcome::Failed) return 1;
+        if (outcome == Outcome::Missed) held = false;
+    }
+    if (script.bad()) {
+        errors << "the script could not be read to its end" << std::endl;
+        held = false;
+    }
+    return held && out.good() ? 0 : 1;
+}
+
+void list_names(const Options& options, std::ostream& out)
+{
+    const Session session(options, out);
+    for (const std::string& name : session.names.all()) out << name << '\n';
+    out.flush();
+}
+
+} // namespace tarvik

@@ -1,0 +1,95 @@
+#include "playback/player_dialogs.h"
+
+#include "playback/script.h"
+#include "playback/values.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace tarvik {
+
+namespace {
+
+struct ButtonsRow {
+    Buttons buttons;
+    std::string_view word;
+    std::initializer_list<Answer> offered;
+};
+const ButtonsRow button_rows[] = {
+    {Buttons::OK, "OK", {Answer::OK}},
+    {Buttons::OKCancel, "OKCancel", {Answer::OK, Answer::Cancel}},
+    {Buttons::YesNo, "YesNo", {Answer::Yes, Answer::No}},
+    {Buttons::YesNoCancel, "YesNoCancel", {Answer::Yes, Answer::No, Answer::Cancel}},
+};
+
+const ButtonsRow& row_of(Buttons buttons)
+{
+    return *std::ranges::find(button_rows, buttons, &ButtonsRow::buttons);
+}
+
+std::string_view icon_word(Icon icon)
+{
+    switch (icon) {
+    case Icon::None: return "none";
+    case Icon::Information: return "information";
+    case Icon::Question: return "question";
+    case Icon::Exclamation: return "exclamation";
+    case Icon::Critical: return "critical";
+    }
+    return {};
+}
+
+} // namespace
+
+Answer PlayerDialogs::message(const Message& message)
+{
+    before_dialog_();
+    const ButtonsRow& row = row_of(message.buttons);
+    Answer reply = Answer::OK;
+    std::string complaint;
+    if (message.buttons != Buttons::OK) {
+        reply = Answer::None;
+        complaint = "no reply was left for a message box";
+        if (!answers_.replies.empty()) {
+            reply = answers_.replies.front();
+            answers_.replies.pop_front();
+            if (std::ranges::find(row.offered, reply) == row.offered.end()) {
+                complaint = "a message box does not offer the reply " + std::string(answer_word(reply));
+                reply = Answer::None;
+            }
+        }
+    }
+    transcript_.line("message " + json_string(message.title) + " " + json_string(message.text) + " " +
+                     std::string(row.word) + " " + std::string(icon_word(message.icon)) + " -> " +
+                     std::string(answer_word(reply)));
+    if (reply == Answer::None) throw ScriptFailure(complaint);
+    return reply;
+}
+
+Text PlayerDialogs::input(TextView title, TextView prompt, TextView preset)
+{
+    const std::string line = "inputbox " + json_string(title) + " " + json_string(prompt) + " " + json_string(preset);
+    return answer_box(answers_.inputs, "an input box", line).value_or(Text{});
+}
+
+std::optional<Text> PlayerDialogs::choose_file(std::string_view kind, TextView filter)
+{
+    return answer_box(answers_.files, "a file dialog", "filedialog " + std::string(kind) + " " + json_string(filter));
+}
+
+std::optional<Text> PlayerDialogs::answer_box(std::deque<std::optional<Text>>& queue, std::string_view box,
+                                              std::string_view line)
+{
+    before_dialog_();
+    const std::string beginning = std::string(line) + " -> ";
+    if (queue.empty()) {
+        transcript_.line(beginning + "none");
+        throw ScriptFailure("no answer was left for " + std::string(box));
+    }
+    std::optional<Text> answer = std::move(queue.front());
+    queue.pop_front();
+    transcript_.line(beginning + (answer ? json_string(*answer) : "cancel"));
+    return answer;
+}
+
+} // namespace tarvik

@@ -1,0 +1,55 @@
+#include "playback/player_platform.h"
+
+#include "platform/failure.h"
+#include "playback/values.h"
+
+#include <utility>
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+TextView without_folder(TextView name)
+{
+    const std::size_t backslash = name.rfind(U'\\'), slash = name.rfind(U'/');
+    if (backslash != npos && (slash == npos || backslash > slash)) return name.substr(backslash + 1);
+    return slash == npos ? name : name.substr(slash + 1);
+}
+
+} // namespace
+
+void PlayerScreen::popup_menu()
+{
+    transcript_.line("menu");
+    menu_open_ = true;
+}
+
+bool PlayerScreen::close_menu()
+{
+    return std::exchange(menu_open_, false);
+}
+
+void PlayerPrinter::print(const fs::path& file, TextView name)
+{
+    if (!folder_) throw Failure(U"没有默认打印机，不能打印：" + name);
+    const TextView document = without_folder(name);
+    std::error_code error;
+    fs::create_directories(*folder_, error);
+    fs::copy_file(file, free_place(document), error);
+    if (error) throw Failure(U"打印失败：" + name + U"（" + from_utf8(error.message()) + U"）");
+    transcript_.line("print " + json_string(document));
+}
+
+fs::path PlayerPrinter::free_place(TextView name) const
+{
+    const fs::path told = *folder_ / fs::path(to_utf8(name));
+    fs::path place = told;
+    for (int copy = 2; fs::exists(place); ++copy)
+        place =
+            *folder_ / fs::path(told.stem().string() + " (" + std::to_string(copy) + ")" + told.extension().string());
+    return place;
+}
+
+} // namespace tarvik

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+
+/// What ends a script at once. It passes through a running handler, which is why it is no Failure: nobody but the
+/// player may take it for something to tell the user.
+class ScriptFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Word {
+    Text text;
+    bool quoted = false;
+
+    /// Whether the word is this one, written without quotes: "cancel" in quotes is a text like any other.
+    bool is(std::u32string_view bare) const { return !quoted && text == bare; }
+    std::string utf8() const { return to_utf8(text); }
+};
+
+/// The words of one line of a script (UTF-8, without its line end). A line that is empty or a comment has none. Throws
+/// ScriptFailure for a quote that is not closed, something stuck to a closing quote, or an unknown escape.
+std::vector<Word> split_line(std::string_view line);
+
+} // namespace tarvik

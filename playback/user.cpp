@@ -1,0 +1,207 @@
+#include "playback/user.h"
+
+#include "playback/script.h"
+
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+constexpr char32_t enter = 13, take_back = 8, tab = 9, first_character = 32;
+
+Control& on_screen(const AnyControl& target)
+{
+    if (std::holds_alternative<Timer*>(target)) throw ScriptFailure("a timer is nothing that a user can touch");
+    return as_control(target);
+}
+
+// Calls `work` with the box or pane; anything else holds no text.
+template <typename Work>
+void with_text(const AnyControl& target, Work&& work)
+{
+    if (auto* const* box = std::get_if<TextBox*>(&target)) work(**box);
+    else if (auto* const* pane = std::get_if<Pane*>(&target)) work(**pane);
+    else throw ScriptFailure("only a box or a pane holds a text");
+}
+
+bool several_lines(const TextBox& box)
+{
+    return box.multi_line();
+}
+bool several_lines(const Pane&)
+{
+    return true;
+}
+
+// What a key that no handler has eaten does at the end of the text.
+template <typename Box>
+void reach(Box& box, char32_t key)
+{
+    const std::size_t size = TextView(box.text()).size();
+    if (key == take_back && size > 0) {
+        box.select({size, 1});
+        box.replace_selection({});
+        return;
+    }
+    Text typed;
+    if (key == enter && several_lines(box)) typed = U"\r\n";
+    if (key == tab || key >= first_character) typed = key;
+    if (typed.empty()) return;
+    box.select({size + 1, 0});
+    box.replace_selection(typed);
+}
+
+} // namespace
+
+void User::click(const AnyControl& target)
+{
+    Control& control = on_screen(target);
+    if (auto* const* pane = std::get_if<Pane*>(&target)) (*pane)->select({(*pane)->selection().start, 0});
+    press(target, MouseButton::Left, false);
+    release(target, MouseButton::Left);
+    send({EventKind::Click, control});
+}
+
+void User::double_click(const AnyControl& target)
+{
+    click(target);
+    send({EventKind::DblClick, on_screen(target)});
+}
+
+void User::press(const AnyControl& target, MouseButton button, bool ctrl)
+{
+    Control& control = on_screen(target);
+    move_focus(control);
+    Event event{EventKind::MouseDown, control};
+    event.button = button;
+    event.ctrl = ctrl;
+    send(event);
+}
+
+void User::release(const AnyControl& target, MouseButton button)
+{
+    Event event{EventKind::MouseUp, on_screen(target)};
+    event.button = button;
+    send(event);
+}
+
+void User::focus(const AnyControl& target)
+{
+    move_focus(on_screen(target));
+}
+
+void User::select(const AnyControl& target, Selection selection)
+{
+    with_text(target, [&](auto& box) { box.select(selection); });
+}
+
+void User::set_text(const AnyControl& target, TextView text)
+{
+    with_text(target, [&](auto& box) { box.set_text(text.str()); });
+    handler_ended_();
+}
+
+void User::type(const AnyControl& target, TextView keys)
+{
+    with_text(target, [&](auto& box) {
+        move_focus(box);
+        for (std::size_t i = 0; i < keys.size() && !program_.ended; ++i) press_key(box, keys[i]);
+    });
+}
+
+template <typename Box>
+void User::press_key(Box& box, char32_t key)
+{
+    Event event{EventKind::KeyPress, box};
+    event.key = key;
+    handle(event);
+    if (!event.eaten) {
+        reach(box, key);
+        handler_ended_();
+    }
+    settle();
+}
+
+void User::pick(MenuEntry entry)
+{
+    Event event{EventKind::Menu, program_.form1.window};
+    event.entry = entry;
+    send(event);
+}
+
+void User::resize(Window& window, double width, double height)
+{
+    window.set_width(width);
+    window.set_height(height);
+    send({EventKind::Resize, window});
+}
+
+void User::minimise(Window& window)
+{
+    window.set_window_state(1);
+}
+
+void User::restore(Window& window)
+{
+    window.set_window_state(0);
+    send({EventKind::Resize, window});
+}
+
+void User::close(Window& window)
+{
+    Event event{EventKind::Close, window};
+    handle(event);
+    if (!event.cancelled) window.set_visible(false);
+    settle();
+}
+
+void User::tick(Timer& timer)
+{
+    send({EventKind::Tick, timer});
+}
+
+void User::model_changed(const Control& control, Property property)
+{
+    if (property == Property::Focus) focus_request_ = &control;
+    const bool window_appears =
+        property == Property::Visible && control.visible() && dynamic_cast<const Window*>(&control) != nullptr;
+    if (window_appears && shown_.insert(&control).second) to_resize_.push_back(&control);
+}
+
+void User::settle()
+{
+    while (focus_request_ || !to_resize_.empty()) {
+        for (const Control* window : std::exchange(to_resize_, {})) {
+            Event resized{EventKind::Resize, controls_.control(*window)};
+            handle(resized);
+        }
+        if (const Control* asked = std::exchange(focus_request_, nullptr)) move_focus(controls_.control(*asked));
+    }
+}
+
+void User::send(Event event)
+{
+    handle(event);
+    settle();
+}
+
+void User::handle(Event& event)
+{
+    dispatch(program_, event);
+    handler_ended_();
+}
+
+void User::move_focus(Control& control)
+{
+    if (focus_ == &control) return;
+    Control* const old = std::exchange(focus_, &control);
+    if (old) {
+        Event lost{EventKind::LostFocus, *old};
+        handle(lost);
+    }
+    Event got{EventKind::GotFocus, control};
+    handle(got);
+}
+
+} // namespace tarvik

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <string>
+#include <variant>
+
+namespace tarvik {
+
+/// An object member: only whether it is there.
+struct ObjectValue {
+    bool present = false;
+    friend bool operator==(const ObjectValue&, const ObjectValue&) = default;
+};
+/// A list that is written as JSON already.
+struct ListValue {
+    std::string json;
+    friend bool operator==(const ListValue&, const ListValue&) = default;
+};
+/// What an expression of a script can have as its value.
+using Value = std::variant<Text, double, bool, ObjectValue, ListValue>;
+
+/// A JSON string; characters outside ASCII stand as they are.
+std::string json_string(TextView text);
+/// The value as the transcript shows it: a text as JSON string, a number as plain decimal, True, False, Nothing,
+/// Object.
+std::string printed(const Value& value);
+/// Whether a script that told `expected` means this value: texts as texts, others as printed.
+bool matches(const Value& value, TextView expected);
+
+} // namespace tarvik

@@ -1,0 +1,64 @@
+#include "playback/virtual_clock.h"
+
+#include <algorithm>
+#include <ctime>
+
+namespace tarvik {
+
+using namespace std::chrono;
+
+namespace {
+
+constexpr std::string_view pattern = "dddd-dd-dd dd:dd:dd";
+
+bool has_form(std::string_view text)
+{
+    return std::ranges::equal(text, pattern, [](char character, char told) {
+        return told == 'd' ? character >= '0' && character <= '9' : character == told;
+    });
+}
+
+int digits(std::string_view text, std::size_t from, std::size_t count)
+{
+    int value = 0;
+    for (const char digit : text.substr(from, count)) value = value * 10 + (digit - '0');
+    return value;
+}
+
+} // namespace
+
+CalendarTime VirtualClock::now() const
+{
+    const local_seconds time = start_ + floor<seconds>(elapsed_);
+    const local_days midnight = floor<days>(time);
+    const year_month_day date(midnight);
+    const hh_mm_ss time_of_day(time - midnight);
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            static_cast<int>(time_of_day.hours().count()),
+            static_cast<int>(time_of_day.minutes().count()),
+            static_cast<int>(time_of_day.seconds().count())};
+}
+
+std::optional<local_seconds> parse_time(std::string_view text)
+{
+    if (!has_form(text)) return std::nullopt;
+    const year_month_day date(year(digits(text, 0, 4)), month(static_cast<unsigned>(digits(text, 5, 2))),
+                              day(static_cast<unsigned>(digits(text, 8, 2))));
+    const int hour = digits(text, 11, 2), minute = digits(text, 14, 2), second = digits(text, 17, 2);
+    if (!date.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
+    return local_days(date) + hours(hour) + minutes(minute) + seconds(second);
+}
+
+local_seconds local_time_now()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    const year_month_day date(year(local.tm_year + 1900), month(static_cast<unsigned>(local.tm_mon + 1)),
+                              day(static_cast<unsigned>(local.tm_mday)));
+    return local_days(date) + hours(local.tm_hour) + minutes(local.tm_min) + seconds(local.tm_sec);
+}
+
+} // namespace tarvik

@@ -1,0 +1,163 @@
+#include "playback/player.h"
+
+#include "platform/failure.h"
+#include "playback/player_platform.h"
+#include "tests/support/test_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace tarvik {
+
+namespace {
+
+using testing::HasSubstr;
+
+class Player : public testing::Test {
+protected:
+    struct Played {
+        int status;
+        std::string out, errors;
+    };
+
+    Options options() const
+    {
+        Options options;
+        options.installation = installation.path();
+        options.drives['d'] = drive.path();
+        options.clock = {};
+        return options;
+    }
+
+    Played play(const std::string& script) const
+    {
+        std::istringstream lines(script);
+        std::ostringstream out, errors;
+        const int status = tarvik::play(options(), lines, out, errors);
+        return {status, out.str(), errors.str()};
+    }
+
+    std::vector<std::string> names() const
+    {
+        std::ostringstream out;
+        list_names(options(), out);
+        std::istringstream lines(out.str());
+        std::vector<std::string> names;
+        for (std::string name; std::getline(lines, name);) names.push_back(name);
+        return names;
+    }
+
+    test::TemporaryFolder installation, drive;
+};
+
+} // namespace
+
+TEST_F(Player, EndsAtAFailureAndTellsItsLine)
+{
+    const std::pair<std::string_view, std::string_view> failures[] = {
+        {"dance", "unknown action dance"},
+        {"click", "click lacks a word"},
+        {"click Command1(0) twice", "a word too many: twice"},
+        {"click Command1(9)", "unknown control Command1(9)"},
+        {"click Timer3", "a timer is nothing"},
+        {"click Form1.Form3", "unknown control Form1.Form3"},
+        {"type Command6 \"a\"", "only a box or a pane"},
+        {"select Text1(1) first 2", "first is no number"},
+        {"select Text1(1) 1.5 2", "1.5 is no place"},
+        {"mouse Text1(1) down upper", "unknown word upper"},
+        {"mouse Text1(1) sideways left", "unknown word sideways"},
+        {"mouse Text1(1) down left shift", "unknown word shift"},
+        {"menu copy1", "no context menu is open"},
+        {"resize Text1(1) 1 1", "Text1(1) is no window"},
+        {"tick -1", "-1 is no time"},
+        {"reply maybe", "unknown reply maybe"},
+        {"say \"open", "a quote is not closed"},
+        {"show nobody", "unknown name nobody"},
+        {"show Text1(1).Caption", "unknown name Text1(1).Caption"},
+        {"show Timer3.Left", "unknown name Timer3.Left"},
+        {"show pages", "unknown name pages"},
+        {"show suf(1)", "unknown name suf(1)"},
+        {"show pages(x)", "unknown name pages(x)"},
+        {"show pages(1000001)", "above 1000000"},
+        {"show suf(0,181)", "above 180"},
+        {"close Form1", "no reply was left"},
+        {"reply ok\nclose Form1", "does not offer the reply ok"},
+    };
+    for (const auto& [lines, complaint] : failures) {
+        const Played played =
+            play("\xef\xbb\xbf# what fails\r\n\nsay before\n" + std::string(lines) + "\nsay behind\n");
+        const auto line = 4 + std::count(lines.begin(), lines.end(), '\n');
+        EXPECT_EQ(played.status, 1) << lines;
+        EXPECT_EQ(played.out.substr(0, 7), "before\n") << lines;
+        EXPECT_THAT(played.out, testing::Not(HasSubstr("behind"))) << lines;
+        EXPECT_THAT(played.errors, testing::StartsWith("line " + std::to_string(line) + ": ")) << lines;
+        EXPECT_THAT(played.errors, HasSubstr(complaint)) << lines;
+    }
+}
+
+TEST_F(Player, GoesOnAfterAMissedExpectation)
+{
+    const Played played = play("expect Text1(1).Text 查寻条件\nexpect lastpage 1\nexpect Text1(2).Text \"1\"\nsay end");
+    EXPECT_EQ(played.status, 1);
+    EXPECT_EQ(played.out, "end\n");
+    EXPECT_EQ(played.errors, "line 2: lastpage is 0, not 1\nline 3: Text1(2).Text is \"数目\", not \"1\"\n");
+    EXPECT_EQ(play("expect comp False\nexpect xlApp Nothing\nexpect RichTextBox1.Marks []").status, 0);
+}
+
+TEST_F(Player, EndsWithTheMainWindow)
+{
+    const Played played = play("reply no yes ok\nclose Form1\nexpect Form1.Visible True\nclose Form1\ndance");
+    EXPECT_EQ(played.status, 0) << played.errors;
+    EXPECT_EQ(std::count(played.out.begin(), played.out.end(), '\n'), 2);
+}
+
+TEST_F(Player, CanShowEveryNameThatItLists)
+{
+    std::string script = "show";
+    for (std::string name : names()) {
+        for (const auto& [index, value] : {std::pair("(i)", "(7)"), {"(i,j)", "(7,3)"}})
+            if (name.ends_with(index)) name.replace(name.size() - std::string_view(index).size(), npos, value);
+        script += " " + name;
+    }
+    const Played played = play(script);
+    EXPECT_EQ(played.errors, "");
+    EXPECT_EQ(std::count(played.out.begin(), played.out.end(), '\n'), static_cast<std::ptrdiff_t>(names().size()));
+}
+
+TEST_F(Player, ListsTheNamesOfAllThreeWindows)
+{
+    EXPECT_THAT(names(),
+                testing::IsSupersetOf({"Form1.Caption", "Text1(1).SelText", "Command9(6).Top", "Option2.Value",
+                                       "Timer1(3).Interval", "Timer10.Enabled", "RichTextBox1.Marks",
+                                       "Form3.WindowState", "Form3.Text1(5).Text", "Form4.Text2(49).Text",
+                                       "Form4.Label5.Visible", "pages(i)", "suf(i,j)", "sugcol", "clipboard"}));
+    EXPECT_THAT(names(), testing::Not(testing::Contains("Text1(0).Caption")));
+}
+
+TEST_F(Player, DoesNotWaitForAPaneThatMoves)
+{
+    const Played played = play("mouse Command2(2) down left\nrun\ntick 0.5\nshow Timer1(1).Enabled");
+    EXPECT_EQ(played.out, "Timer1(1).Enabled = True\n") << played.errors;
+}
+
+TEST(PlayerPrinterTest, KeepsEveryCopy)
+{
+    const test::TemporaryFolder folder;
+    folder.write("book.xlsx", "one");
+    std::ostringstream out;
+    Transcript transcript(out);
+    PlayerPrinter printer(transcript, folder.path() / "paper");
+    printer.print(folder.path() / "book.xlsx", U"d:\\out/表.xlsx");
+    folder.write("book.xlsx", "two");
+    printer.print(folder.path() / "book.xlsx", U"表.xlsx");
+    EXPECT_EQ(folder.read("paper/表.xlsx"), "one");
+    EXPECT_EQ(folder.read("paper/表 (2).xlsx"), "two");
+    EXPECT_EQ(out.str(), "print \"表.xlsx\"\nprint \"表.xlsx\"\n");
+
+    EXPECT_THROW(PlayerPrinter(transcript, std::nullopt).print(folder.path() / "book.xlsx", U"表.xlsx"), Failure);
+    EXPECT_THROW(printer.print(folder.path() / "none.xlsx", U"none.xlsx"), Failure);
+}
+
+} // namespace tarvik

@@ -1,0 +1,176 @@
+#include "playback/options.h"
+#include "playback/script.h"
+#include "playback/values.h"
+#include "playback/virtual_clock.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace tarvik {
+
+namespace {
+
+// The words of a line, quoted ones in JSON.
+std::string words_of(std::string_view line)
+{
+    std::string words;
+    for (const Word& word : split_line(line)) {
+        if (!words.empty()) words += ' ';
+        words += word.quoted ? json_string(word.text) : word.utf8();
+    }
+    return words;
+}
+
+std::string complaint_about(std::string_view line)
+{
+    try {
+        split_line(line);
+    } catch (const ScriptFailure& failure) {
+        return failure.what();
+    }
+    return {};
+}
+
+} // namespace
+
+TEST(Script, SplitsALineIntoWords)
+{
+    const std::pair<std::string_view, std::string_view> lines[] = {
+        {"", ""},
+        {"   ", ""},
+        {"# say hello", ""},
+        {"  # set back", ""},
+        {"say #1", "say #1"},
+        {" click \t Text1(1)  ", "click Text1(1)"},
+        {"run\r", "run"},
+        {R"(file d:\new\out.txt)", R"(file d:\new\out.txt)"},
+        {R"(set Text2 "")", R"(set Text2 "")"},
+        {R"(say it"s)", R"(say it"s)"},
+        {R"(say "a b"  "#")", R"(say "a b" "#")"},
+        {R"(type a "\r\n\t\"\\\/\e")", R"(type a "\r\n\t\"\\/\u001b")"},
+        {R"(type a "\b\f\u0001")", R"(type a "\b\f\u0001")"},
+        {R"(type a "\u4E2d中")", R"(type a "中中")"},
+        {R"(type a "\ud840\uDC00𠀀")", R"(type a "𠀀𠀀")"},
+        {"say 中　文", "say 中　文"},
+    };
+    for (const auto& [line, words] : lines) EXPECT_EQ(words_of(line), words) << line;
+    ASSERT_EQ(split_line(R"("\ud840\udc00")").at(0).text.size(), 1U);
+    ASSERT_EQ(split_line(R"("\ud840\u0041")").at(0).text.size(), 2U);
+}
+
+TEST(Script, RefusesWhatIsNoWord)
+{
+    const std::pair<std::string_view, std::string_view> lines[] = {
+        {R"(say "abc)", "quote is not closed"},  {R"(say "abc\")", "quote is not closed"},
+        {R"(say "a"b)", "blank is missing"},     {R"(say "\x")", "unknown escape \\x"},
+        {R"(say "\u12g4")", "four hexadecimal"}, {R"(say "\u12")", "four hexadecimal"},
+    };
+    for (const auto& [line, complaint] : lines)
+        EXPECT_THAT(complaint_about(line), testing::HasSubstr(complaint)) << line;
+}
+
+TEST(Values, PrintAsTheTranscriptShowsThem)
+{
+    const std::pair<Value, std::string_view> values[] = {
+        {Text(U"a\"\\\r\n\t\x1b\x7f中𠀀"), "\"a\\\"\\\\\\r\\n\\t\\u001b\x7f中𠀀\""},
+        {Text(), "\"\""},
+        {0.0, "0"},
+        {-1.0, "-1"},
+        {14911.125, "14911.125"},
+        {true, "True"},
+        {false, "False"},
+        {ObjectValue{true}, "Object"},
+        {ObjectValue{}, "Nothing"},
+        {ListValue{"[[1,2,255,20]]"}, "[[1,2,255,20]]"},
+    };
+    for (const auto& [value, shown] : values) EXPECT_EQ(printed(value), shown);
+}
+
+TEST(Values, MatchTextsAsTextsAndOthersAsPrinted)
+{
+    EXPECT_TRUE(matches(Text(U"a\r\n"), U"a\r\n"));
+    EXPECT_FALSE(matches(Text(U"1"), U"1.0"));
+    EXPECT_TRUE(matches(1.0, U"1"));
+    EXPECT_FALSE(matches(1.0, U"1.0"));
+    EXPECT_TRUE(matches(true, U"True"));
+    EXPECT_FALSE(matches(true, U"true"));
+    EXPECT_TRUE(matches(ListValue{"[]"}, U"[]"));
+}
+
+namespace {
+
+Options parsed(std::vector<const char*> arguments)
+{
+    return parse_options(arguments, "/programs");
+}
+
+std::string refusal(const std::vector<const char*>& arguments)
+{
+    try {
+        parsed(arguments);
+    } catch (const OptionError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+std::string shown_time(const VirtualClock& clock)
+{
+    const CalendarTime now = clock.now();
+    return to_utf8(date_text(now) + U" " + time_of_day(now));
+}
+
+} // namespace
+
+TEST(PlayerOptions, AreTakenInAnyOrder)
+{
+    const Options plain = parsed({"a.play"});
+    EXPECT_EQ(plain.installation, "/programs");
+    EXPECT_EQ(plain.screen_width, 28800);
+    EXPECT_FALSE(plain.print_to);
+
+    const Options all = parsed({"--drive", "D=/tmp/out", "-", "--screen", "17000", "9562.5", "--engine", "ooxml",
+                                "--drive", "e=/", "--print-to", "/tmp/paper/", "--install", "/tmp"});
+    EXPECT_EQ(all.script, "-");
+    EXPECT_EQ(all.drives.at('d'), "/tmp/out");
+    EXPECT_EQ(all.drives.at('e'), "/");
+    EXPECT_EQ(all.screen_height, 9562.5);
+    EXPECT_EQ(all.engine, Engine::Ooxml);
+    EXPECT_EQ(all.installation, "/tmp");
+    EXPECT_TRUE(parsed({"--names"}).list_names);
+}
+
+TEST(PlayerOptions, AreRefusedWhenTheyCannotBeUsed)
+{
+    const std::pair<std::vector<const char*>, std::string_view> lines[] = {
+        {{}, "no script"},
+        {{"a", "b"}, "more than one script: b"},
+        {{"--speed", "a"}, "unknown option --speed"},
+        {{"a", "--clock"}, "--clock lacks its value"},
+        {{"a", "--screen", "100"}, "--screen lacks its value"},
+        {{"a", "--screen", "100", "high"}, "not high"},
+        {{"a", "--screen", "0", "100"}, "not 0"},
+        {{"a", "--install", "/no/such/folder"}, "/no/such/folder"},
+        {{"a", "--drive", "d"}, "LETTER=DIR"},
+        {{"a", "--drive", "dd=/tmp"}, "LETTER=DIR"},
+        {{"a", "--drive", "1=/tmp"}, "LETTER=DIR"},
+        {{"a", "--engine", "excel"}, "no engine excel"},
+        {{"a", "--clock", "2024-3-1 09:05:07"}, "not 2024-3-1"},
+        {{"a", "--clock", "2023-02-29 09:05:07"}, "not 2023-02-29"},
+        {{"a", "--clock", "2024-02-29 24:00:00"}, "24:00:00"},
+    };
+    for (const auto& [arguments, complaint] : lines)
+        EXPECT_THAT(refusal(arguments), testing::HasSubstr(complaint)) << complaint;
+}
+
+TEST(VirtualClockTest, GoesOnlyWhenItIsSet)
+{
+    VirtualClock clock(parsed({"a", "--clock", "2024-02-28 23:59:58"}).clock);
+    EXPECT_EQ(shown_time(clock), "2024-02-28 23:59:58");
+    clock.set_elapsed(std::chrono::milliseconds(1999));
+    EXPECT_EQ(shown_time(clock), "2024-02-28 23:59:59");
+    clock.set_elapsed(std::chrono::seconds(2 + 24 * 3600));
+    EXPECT_EQ(shown_time(clock), "2024-03-01 0:00:00");
+}
+
+} // namespace tarvik
