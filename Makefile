@@ -1,0 +1,30 @@
+# The commands that a developer needs; each installs what is missing first.
+.PHONY: run build test check bench format clean
+
+installation = build/installation
+
+run: build
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then $(installation)/tarvik; else sh tools/play_docket.sh $(installation); fi
+
+build:
+	@sh tools/install_packages.sh build test
+	@cmake --preset release
+	@cmake --build --preset release
+
+test: build
+	@ctest --preset release -j 2 --no-tests=error
+
+check:
+	@sh tools/install_packages.sh build test check
+	@sh tools/check.sh
+
+bench: build
+	@sh tools/install_packages.sh bench
+	@sh bench/run.sh $(installation)
+
+format:
+	@sh tools/install_packages.sh check
+	@git ls-files --cached --others --exclude-standard '*.cpp' '*.h' | xargs clang-format -i
+
+clean:
+	@rm -rf build

@@ -1,0 +1,21 @@
+#!/bin/sh
+# Format, layers, clang-tidy, and the tests under the sanitizers. Stops at the first that finds something.
+set -eu
+cd "$(dirname "$0")/.."
+
+sources=$(git ls-files --cached --others --exclude-standard '*.cpp' '*.h')
+echo "== format"
+# shellcheck disable=SC2086 # a list of file names without blanks
+clang-format --dry-run -Werror $sources
+echo "== layers"
+python3 tools/check_layers.py
+echo "== tests under the address and undefined-behaviour sanitizers"
+cmake --preset asan
+cmake --build --preset asan
+ctest --preset asan -j 2 --no-tests=error
+echo "== clang-tidy"
+run-clang-tidy -quiet -j 2 -p build/asan "^$PWD/.*\.cpp$" > build/clang-tidy.txt 2>&1 || {
+    grep -E '(warning|error):' -A 4 build/clang-tidy.txt || tail -n 40 build/clang-tidy.txt
+    exit 1
+}
+echo "check: nothing found"

@@ -1,0 +1,32 @@
+#!/bin/sh
+# Installs the Debian packages that building, testing or checking needs, those only that are missing.
+# usage: install_packages.sh build|test|check|bench ...
+set -eu
+
+packages_for() {
+    case $1 in
+    build) echo "g++ cmake ninja-build pkg-config ccache libpugixml-dev libzip-dev zlib1g-dev qt6-base-dev libgl-dev fonts-wqy-microhei" ;;
+    test) echo "libgtest-dev libgmock-dev python3 python3-openpyxl xvfb xdotool" ;;
+    check) echo "clang-format clang-tidy clang-tools python3" ;;
+    bench) echo "gawk python3 python3-openpyxl libc-bin" ;;
+    *) echo "unknown group: $1" >&2; exit 2 ;;
+    esac
+}
+
+missing=
+for group in "$@"; do
+    packages=$(packages_for "$group")
+    for package in $packages; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing="$missing $package"
+    done
+done
+[ -n "$missing" ] || exit 0
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+echo "installing:$missing"
+export DEBIAN_FRONTEND=noninteractive
+as_root apt-get update -qq
+# shellcheck disable=SC2086 # a list of package names
+as_root apt-get install -y -qq --no-install-recommends $missing
