@@ -12,8 +12,8 @@ bool fire_next(Session& session, VirtualTime end)
     const auto due = session.timers.next();
     if (!due || due->at > end || session.program.ended) return false;
     session.clock.set_elapsed(due->at);
-    session.timers.fired(due->timer);
-    session.user.tick(due->timer);
+    session.timers.fired(*due->timer);
+    session.user.tick(*due->timer);
     return true;
 }
 

@@ -40,7 +40,7 @@ std::optional<VirtualTimers::Due> VirtualTimers::next() const
 {
     std::optional<Due> first;
     for (const Entry& entry : entries_)
-        if (entry.due && (!first || *entry.due < first->at)) first.emplace(Due{*entry.timer, *entry.due});
+        if (entry.due && (!first || *entry.due < first->at)) first.emplace(Due{entry.timer, *entry.due});
     return first;
 }
 

@@ -18,7 +18,7 @@ public:
     void changed(const Control& control);
 
     struct Due {
-        Timer& timer;
+        Timer* timer;
         VirtualTime at;
     };
     /// The timer that falls due next, by time, then by name and index; nothing when none runs.

@@ -27,9 +27,9 @@ protected:
         std::string fired;
         for (auto due = timers.next(); due && due->at <= end; due = timers.next()) {
             clock.set_elapsed(due->at);
-            timers.fired(due->timer);
-            const int index = due->timer.index();
-            fired += std::string(due->timer.name()) + (index == no_index ? "" : "(" + std::to_string(index) + ")") +
+            timers.fired(*due->timer);
+            const int index = due->timer->index();
+            fired += std::string(due->timer->name()) + (index == no_index ? "" : "(" + std::to_string(index) + ")") +
                      "@" + std::to_string(std::chrono::duration_cast<milliseconds>(due->at).count()) + " ";
         }
         clock.set_elapsed(end);
