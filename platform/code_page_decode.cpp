@@ -14,8 +14,7 @@ constexpr std::size_t first_supplementary_place = 189000; // 90 30 81 30
 std::size_t count_bytes(std::string_view bytes, unsigned mask, unsigned wanted) noexcept
 {
     std::size_t count = 0;
-    for (const char byte : bytes)
-        count += (static_cast<std::uint8_t>(byte) & mask) == wanted ? 1U : 0U;
+    for (const char byte : bytes) count += (static_cast<std::uint8_t>(byte) & mask) == wanted ? 1U : 0U;
     return count;
 }
 
@@ -96,10 +95,8 @@ bool is_ascii(std::string_view bytes) noexcept
 {
     const std::uint8_t* at = bytes_of(bytes);
     const std::uint8_t* end = at + bytes.size();
-    while (eight_ascii(at, end))
-        at += 8;
-    while (at != end && *at < 0x80)
-        ++at;
+    while (eight_ascii(at, end)) at += 8;
+    while (at != end && *at < 0x80) ++at;
     return at == end;
 }
 

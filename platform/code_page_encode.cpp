@@ -52,18 +52,40 @@ char* write_rare(const TwoByteTable& table, char32_t character, char* out)
     return out;
 }
 
-template <typename Characters>
-char* write_characters(const TwoByteTable& table, Characters characters, char* out)
+/// Writes ASCII from the beginning of the text, as far as whole blocks of it go; gives how many characters.
+template <typename Char>
+std::size_t write_ascii(std::span<const Char> characters, char* out)
+{
+    constexpr std::size_t block = 16;
+    std::size_t written = 0;
+    for (; written + block <= characters.size(); written += block) {
+        const Char* from = characters.data() + written;
+        char32_t bits = 0;
+        for (std::size_t i = 0; i < block; ++i) bits |= from[i];
+        if (bits >= 0x80) break;
+        for (std::size_t i = 0; i < block; ++i) out[written + i] = static_cast<char>(from[i]);
+    }
+    return written;
+}
+
+template <typename Char>
+char* write_characters(const TwoByteTable& table, std::span<const Char> characters, char* out)
 {
     const std::uint16_t* codes = table.code.data();
-    for (const char32_t character : characters) {
+    std::size_t next_block = 0;
+    for (std::size_t i = 0; i < characters.size(); ++i) {
+        if (i == next_block) {
+            const std::size_t ascii = write_ascii(characters.subspan(i), out);
+            next_block = i + std::max<std::size_t>(ascii, 16);
+            out += ascii;
+            i += ascii;
+            if (i == characters.size()) break;
+        }
+        const char32_t character = characters[i];
         const std::uint16_t code = character < 0x10000 ? codes[character] : std::uint16_t{0};
-        if (character < 0x80)
-            *out++ = static_cast<char>(character);
-        else if (code != 0)
-            out = write_code(code, out);
-        else
-            out = write_rare(table, character, out);
+        if (character < 0x80) *out++ = static_cast<char>(character);
+        else if (code != 0) out = write_code(code, out);
+        else out = write_rare(table, character, out);
     }
     return out;
 }
@@ -89,6 +111,12 @@ void encode_to(TextView text, std::string& target)
             characters = characters.subspan(piece.size());
         }
     });
+}
+
+char* encode_into(TextView text, char* target)
+{
+    const TwoByteTable& table = two_byte_table();
+    return text.visit([&](auto characters) { return write_characters(table, characters, target); });
 }
 
 int char_code(char32_t character) noexcept

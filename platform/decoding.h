@@ -98,8 +98,7 @@ Document decoded_document(const Scheme& scheme, std::string_view bytes)
         const std::size_t size = basic.size();
         basic += u"\r\n";
         char16_t bits = 0;
-        for (const char16_t character : basic)
-            bits |= character;
+        for (const char16_t character : basic) bits |= character;
         if (bits <= 0xff) return {make_buffer(TextView(basic.data(), basic.size())), size};
         return {std::make_shared<const TextBuffer>(std::move(basic)), size};
     }

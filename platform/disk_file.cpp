@@ -29,8 +29,7 @@ template <typename Call>
 auto unless_interrupted(const Call& call) noexcept
 {
     auto result = call();
-    while (result == -1 && errno == EINTR)
-        result = call();
+    while (result == -1 && errno == EINTR) result = call();
     return result;
 }
 
@@ -68,6 +67,13 @@ int write_all(int descriptor, std::string_view bytes) noexcept
         bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return 0;
+}
+
+/// Takes away what an earlier, longer file held there. 0, or the number of the error.
+int cut_behind_last_write(int descriptor) noexcept
+{
+    const auto end = ::lseek(descriptor, 0, SEEK_CUR);
+    return end >= 0 && ::ftruncate(descriptor, end) == 0 ? 0 : errno;
 }
 
 struct stat status_of(int descriptor)
@@ -206,29 +212,31 @@ void move_disk_file(const fs::path& from, const fs::path& to)
 BufferedFile::BufferedFile(const fs::path& path, Text told) : told_(std::move(told)), descriptor_(-1)
 {
     waiting_.reserve(buffer_size);
-    Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK);
+    // The file is cut when it is closed: one that is cut to nothing now would wait until its old bytes are on the disk.
+    Descriptor file(path, O_WRONLY | O_CREAT | O_NONBLOCK);
     require_plain(status_of(file.value()));
     descriptor_ = file.release();
 }
 
 BufferedFile::~BufferedFile()
 {
-    if (descriptor_ != -1) ::close(descriptor_);
+    if (descriptor_ == -1) return;
+    cut_behind_last_write(descriptor_);
+    ::close(descriptor_);
 }
 
 void BufferedFile::write(std::string_view bytes)
 {
     if (waiting_.size() + bytes.size() > buffer_size) flush();
-    if (bytes.size() >= buffer_size && error_ == 0)
-        error_ = write_all(descriptor_, bytes);
-    else if (error_ == 0)
-        waiting_ += bytes;
+    if (bytes.size() >= buffer_size && error_ == 0) error_ = write_all(descriptor_, bytes);
+    else if (error_ == 0) waiting_ += bytes;
 }
 
 void BufferedFile::close()
 {
     if (descriptor_ == -1) return;
     flush();
+    if (const int failed = cut_behind_last_write(descriptor_); error_ == 0) error_ = failed;
     if (::close(std::exchange(descriptor_, -1)) != 0 && error_ == 0 && errno != EINTR) error_ = errno;
     if (error_ != 0) throw file_failure(U"写入文件", told_, error_);
 }

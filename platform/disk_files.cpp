@@ -154,8 +154,7 @@ std::vector<Text> DiskFiles::file_names(TextView folder) const
     std::sort(found.begin(), found.end());
     std::vector<Text> names;
     names.reserve(found.size());
-    for (auto& [key, name] : found)
-        names.push_back(std::move(name));
+    for (auto& [key, name] : found) names.push_back(std::move(name));
     return names;
 }
 

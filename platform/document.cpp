@@ -16,8 +16,7 @@ char32_t all_bits(TextView text) noexcept
 {
     return text.visit([](auto characters) {
         char32_t bits = 0;
-        for (const auto character : characters)
-            bits |= character;
+        for (const auto character : characters) bits |= character;
         return bits;
     });
 }
@@ -31,8 +30,7 @@ void lower_into(std::span<const Char> characters, Char* small) noexcept
     while (!characters.empty()) {
         const auto piece = characters.first(std::min(stretch, characters.size()));
         Char bits = 0;
-        for (const Char character : piece)
-            bits |= character;
+        for (const Char character : piece) bits |= character;
         if (bits < 0x80 && piece.size() == stretch) {
             for (std::size_t i = 0; i < stretch; ++i) {
                 const bool capital = static_cast<Char>(piece[i] - Char{'A'}) < 26;

@@ -25,8 +25,7 @@ Text shortened(const Text& name)
     const Text extension = has_extension ? name.substr(point) : Text();
     std::size_t left = longest_name - utf8_size(extension);
     std::size_t kept = 0;
-    while (kept < name.size() && utf8_size(name[kept]) <= left)
-        left -= utf8_size(name[kept++]);
+    while (kept < name.size() && utf8_size(name[kept]) <= left) left -= utf8_size(name[kept++]);
     return name.substr(0, kept) + extension;
 }
 

@@ -80,8 +80,7 @@ using Mapping = std::array<char16_t, 0x10000>;
 constexpr Mapping same()
 {
     Mapping mapping{};
-    for (std::size_t i = 0; i < mapping.size(); ++i)
-        mapping[i] = static_cast<char16_t>(i);
+    for (std::size_t i = 0; i < mapping.size(); ++i) mapping[i] = static_cast<char16_t>(i);
     return mapping;
 }
 
@@ -91,8 +90,7 @@ constexpr Mapping make_lower()
     for (const Letters& row : letters)
         for (unsigned c = row.first; c <= row.last; c += row.step)
             mapping[c] = static_cast<char16_t>(c - row.first + row.small);
-    for (const Letter& row : lower_only)
-        mapping[row.from] = row.to;
+    for (const Letter& row : lower_only) mapping[row.from] = row.to;
     return mapping;
 }
 
@@ -104,8 +102,7 @@ constexpr Mapping make_upper()
             char16_t& capital = mapping[c - row.first + row.small];
             if (capital == static_cast<char16_t>(c - row.first + row.small)) capital = static_cast<char16_t>(c);
         }
-    for (const Letter& row : upper_only)
-        mapping[row.from] = row.to;
+    for (const Letter& row : upper_only) mapping[row.from] = row.to;
     return mapping;
 }
 
@@ -120,8 +117,7 @@ char32_t mapped(const Mapping& mapping, char32_t character) noexcept
 Text mapped(const Mapping& mapping, TextView text)
 {
     Text result = text.str();
-    for (char32_t& character : result)
-        character = mapped(mapping, character);
+    for (char32_t& character : result) character = mapped(mapping, character);
     return result;
 }
 

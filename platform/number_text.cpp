@@ -21,8 +21,7 @@ struct NumberPlace {
 template <typename Characters>
 std::size_t behind_digits(Characters text, std::size_t at) noexcept
 {
-    while (at < text.size() && text[at] >= U'0' && text[at] <= U'9')
-        ++at;
+    while (at < text.size() && text[at] >= U'0' && text[at] <= U'9') ++at;
     return at;
 }
 
@@ -41,8 +40,7 @@ NumberPlace place_of_number(Characters text) noexcept
 {
     NumberPlace place;
     std::size_t at = 0;
-    while (at < text.size() && text[at] == U' ')
-        ++at;
+    while (at < text.size() && text[at] == U' ') ++at;
     if (at < text.size() && (text[at] == U'+' || text[at] == U'-')) place.negative = text[at++] == U'-';
     place.begin = place.end = at;
     std::size_t end = behind_digits(text, at);
@@ -88,8 +86,7 @@ double value_at(Characters text, const NumberPlace& place)
 {
     const std::size_t size = place.end - place.begin;
     const auto narrow = [&](char* target) {
-        for (std::size_t i = 0; i < size; ++i)
-            target[i] = static_cast<char>(text[place.begin + i]);
+        for (std::size_t i = 0; i < size; ++i) target[i] = static_cast<char>(text[place.begin + i]);
         const double value = value_of({target, size});
         return place.negative ? -value : value;
     };

@@ -1,5 +1,7 @@
 #include "platform/path_lookup.h"
 
+#include "platform/utf8.h"
+
 #include <optional>
 #include <vector>
 
@@ -15,6 +17,19 @@ bool is_there(const fs::path& path) noexcept
     return fs::exists(fs::symlink_status(path, error));
 }
 
+bool same_without_case(std::string_view name, TextView upper_cased) noexcept
+{
+    const auto* at = reinterpret_cast<const std::uint8_t*>(name.data());
+    const auto* end = at + name.size();
+    for (std::size_t i = 0; i < upper_cased.size(); ++i) {
+        if (at == end) return false;
+        const Utf8Step step = utf8_step(at, end);
+        if (upper(step.character) != upper_cased[i]) return false;
+        at += step.size;
+    }
+    return at == end;
+}
+
 std::optional<fs::path> without_case(const fs::path& folder, TextView name)
 {
     const Text wanted = upper(name);
@@ -22,8 +37,8 @@ std::optional<fs::path> without_case(const fs::path& folder, TextView name)
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         fs::path candidate = entry->path().filename();
-        if (found && found->native() < candidate.native()) continue;
-        if (upper(text_of(candidate)) == wanted) found = std::move(candidate);
+        if (!same_without_case(candidate.native(), wanted)) continue;
+        if (!found || candidate.native() < found->native()) found = std::move(candidate);
     }
     return found;
 }
@@ -34,10 +49,8 @@ std::vector<Text> parts_of(TextView names)
     std::vector<Text> parts(1);
     for (std::size_t i = 0; i < names.size(); ++i) {
         const char32_t character = names[i];
-        if (character != U'\\' && character != U'/')
-            parts.back() += character;
-        else if (!parts.back().empty())
-            parts.emplace_back();
+        if (character != U'\\' && character != U'/') parts.back() += character;
+        else if (!parts.back().empty()) parts.emplace_back();
     }
     if (parts.back().empty()) parts.pop_back();
     return parts;
@@ -55,8 +68,7 @@ fs::path look_up(fs::path root, TextView names)
 {
     const std::vector<Text> parts = parts_of(names);
     fs::path as_written = root;
-    for (const Text& part : parts)
-        as_written /= fs::path(to_utf8(part));
+    for (const Text& part : parts) as_written /= fs::path(to_utf8(part));
     if (is_there(as_written)) return as_written;
 
     bool there = true; // whether the folder reached so far is on the disk

@@ -25,10 +25,8 @@ Text TextView::str() const
 void TextView::append_to(Text& target) const
 {
     visit([&target](auto text) {
-        if constexpr (sizeof(text[0]) == sizeof(char32_t))
-            target.append(text.data(), text.size());
-        else
-            target.append(text.begin(), text.end());
+        if constexpr (sizeof(text[0]) == sizeof(char32_t)) target.append(text.data(), text.size());
+        else target.append(text.begin(), text.end());
     });
 }
 
@@ -48,8 +46,7 @@ std::size_t TextView::hash() const noexcept
         for (; i + 4 <= text.size(); i += 4)
             stir((text[i] + odd[3]) * odd[0] + (text[i + 1] + odd[0]) * odd[1] + (text[i + 2] + odd[1]) * odd[2] +
                  (text[i + 3] + odd[2]) * odd[3]);
-        for (; i < text.size(); ++i)
-            stir((text[i] + odd[3]) * odd[1]);
+        for (; i < text.size(); ++i) stir((text[i] + odd[3]) * odd[1]);
         return static_cast<std::size_t>(state ^ (state >> 32));
     });
 }
@@ -86,16 +83,14 @@ std::size_t instr(TextView text, TextView needle, std::size_t from) noexcept
 TextView ltrim(TextView text) noexcept
 {
     std::size_t blanks = 0;
-    while (blanks < text.size() && text[blanks] == U' ')
-        ++blanks;
+    while (blanks < text.size() && text[blanks] == U' ') ++blanks;
     return text.substr(blanks);
 }
 
 TextView rtrim(TextView text) noexcept
 {
     std::size_t size = text.size();
-    while (size > 0 && text[size - 1] == U' ')
-        --size;
+    while (size > 0 && text[size - 1] == U' ') --size;
     return text.substr(0, size);
 }
 

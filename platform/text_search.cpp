@@ -23,12 +23,10 @@ std::size_t scan(std::size_t from, std::size_t end, const Fits& fits) noexcept
 {
     for (; from + block <= end; from += block) {
         unsigned any = 0;
-        for (std::size_t i = 0; i < block; ++i)
-            any |= static_cast<unsigned>(fits(from + i));
+        for (std::size_t i = 0; i < block; ++i) any |= static_cast<unsigned>(fits(from + i));
         if (any != 0) break;
     }
-    while (from < end && !fits(from))
-        ++from;
+    while (from < end && !fits(from)) ++from;
     return from;
 }
 
@@ -93,16 +91,14 @@ std::size_t two_way(Characters<Char> text, Characters<Needle> needle, std::size_
     std::size_t known = 0; // characters at the window's start that are known to fit
     while (from + size <= text.size()) {
         std::size_t right = std::max(cut.start, known);
-        while (right < size && text[from + right] == needle[right])
-            ++right;
+        while (right < size && text[from + right] == needle[right]) ++right;
         if (right < size) {
             from += right - cut.start + 1;
             known = 0;
             continue;
         }
         std::size_t left = cut.start;
-        while (left > known && text[from + left - 1] == needle[left - 1])
-            --left;
+        while (left > known && text[from + left - 1] == needle[left - 1]) --left;
         if (left <= known) return from;
         from += step;
         known = periodic ? size - step : 0;
@@ -124,8 +120,7 @@ std::size_t find_needle(Characters<Char> text, Characters<Needle> needle, std::s
                     [=](std::size_t i) noexcept { return (first_place[i] == first) & (last_place[i] == last); });
         if (from == end) return npos;
         std::size_t same = 1;
-        while (same < size && first_place[from + same] == needle[same])
-            ++same;
+        while (same < size && first_place[from + same] == needle[same]) ++same;
         if (same == size) return from;
         compared += same + 8; // a scan that ends at once is not free either
         if (compared > 256 + 4 * (from - begin)) return two_way(text, needle, from + 1);

@@ -129,8 +129,7 @@ TEST(CodePage, RandomBytesAreReadWhole)
     std::mt19937 random(9);
     for (int round = 0; round < 3000; ++round) {
         std::string bytes(random() % 60, '\0');
-        for (char& byte : bytes)
-            byte = static_cast<char>(random() % 3 == 0 ? 0x30 + random() % 10 : random());
+        for (char& byte : bytes) byte = static_cast<char>(random() % 3 == 0 ? 0x30 + random() % 10 : random());
         // Where the system can read it as well, both must agree.
         const Document document = decode_own(bytes);
         const auto expected = converted("UTF-8", "GB18030", bytes);

@@ -84,8 +84,7 @@ TEST_F(DiskFilesTest, MapsPaths)
         {own, own},
         {"中:x", here / "中:x"},
     };
-    for (const auto& [told, path] : cases)
-        EXPECT_EQ(files.resolve(from_utf8(told)), path) << told;
+    for (const auto& [told, path] : cases) EXPECT_EQ(files.resolve(from_utf8(told)), path) << told;
     EXPECT_EQ(path_in(U"d:\\out\\", U"a"), U"d:\\out\\a");
     EXPECT_EQ(path_in(U"d:/out", U"a"), U"d:/out\\a");
     EXPECT_EQ(path_in(U"", U"a"), U"a");

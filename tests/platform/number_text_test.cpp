@@ -85,8 +85,7 @@ TEST(Numbers, AreToldTheShortestWay)
         {1.5e-100, U"1.5e-100"},
         {largest, U"1.7976931348623157e308"},
     };
-    for (const auto& [value, text] : cases)
-        EXPECT_EQ(to_utf8(number_text(value)), to_utf8(text));
+    for (const auto& [value, text] : cases) EXPECT_EQ(to_utf8(number_text(value)), to_utf8(text));
 }
 
 TEST(Numbers, TheirTextsReadBackAsTheSame)

@@ -10,8 +10,7 @@ namespace {
 Text random_text(std::mt19937& random, std::size_t size, std::u32string_view letters)
 {
     Text text(size, U' ');
-    for (char32_t& c : text)
-        c = letters[random() % letters.size()];
+    for (char32_t& c : text) c = letters[random() % letters.size()];
     return text;
 }
 
@@ -44,16 +43,20 @@ TEST(TextSearch, AgreesOnRepeatsThatDefeatAScan)
     for (int round = 0; round < 400; ++round) {
         const Text period = random_text(random, 1 + random() % 6, U"ab");
         Text text, needle;
-        while (text.size() < 900)
-            text += period;
-        for (std::size_t size = 20 + random() % 200; needle.size() < size;)
-            needle += period;
+        while (text.size() < 900) text += period;
+        for (std::size_t size = 20 + random() % 200; needle.size() < size;) needle += period;
         // A break in the text, in the needle, or in both at the same place of the period.
         if (random() % 2 == 0) text[random() % text.size()] = U'c';
         if (random() % 2 == 0) needle[random() % needle.size()] = U'c';
         if (random() % 2 == 0) text.replace(600, needle.size(), needle);
         expect_found_alike(text, needle, random() % 50);
     }
+}
+
+TEST(TextSearch, FindsAtEveryPlaceAroundTheChangeOfItsWay)
+{
+    const Text needle = Text(40, U'a') + U'c' + Text(40, U'a');
+    for (std::size_t place = 0; place < 80; ++place) expect_found_alike(Text(place, U'a') + needle + U"a", needle, 0);
 }
 
 TEST(TextSearch, CharactersAndEdges)
@@ -68,8 +71,7 @@ TEST(TextSearch, CharactersAndEdges)
         EXPECT_EQ(text.find(U"", 6), npos);
         EXPECT_EQ(text.find(U"abcabc"), npos);
     }
-    for (const TextView text : chinese.views())
-        EXPECT_EQ(text.rfind(U'国'), 2U);
+    for (const TextView text : chinese.views()) EXPECT_EQ(text.rfind(U'国'), 2U);
     EXPECT_EQ(TextView().find(U'a'), npos);
 }
 

@@ -15,8 +15,7 @@ public:
         : wide_(std::move(text)), basic_(wide_.begin(), wide_.end()), narrow_(wide_.begin(), wide_.end())
     {
         char32_t bits = 0;
-        for (const char32_t c : wide_)
-            bits |= c;
+        for (const char32_t c : wide_) bits |= c;
         if (bits <= 0xff) views_.emplace_back(narrow_.data(), narrow_.size());
         if (bits <= 0xffff) views_.emplace_back(basic_.data(), basic_.size());
         views_.emplace_back(wide_);
