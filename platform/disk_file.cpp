@@ -89,13 +89,6 @@ void require_plain(const struct stat& status)
     if (!S_ISREG(status.st_mode)) fail(EINVAL);
 }
 
-void flush_folder(const fs::path& folder)
-{
-    // Not every file system can flush a folder; the file itself is safe by then.
-    const Descriptor descriptor(folder, O_RDONLY | O_DIRECTORY);
-    if (::fsync(descriptor.value()) != 0 && errno != EINVAL && errno != ENOTSUP) fail();
-}
-
 /// A new file of a name that nobody else has, which goes unless it is renamed.
 class Unfinished {
 public:
@@ -188,9 +181,8 @@ void replace_file(const fs::path& told_target, std::string_view bytes)
     Unfinished file(folder);
     if (const int failed = write_all(file.descriptor(), bytes)) fail(failed);
     if (exists && ::fchmod(file.descriptor(), old.st_mode & 07777U) != 0) fail();
-    if (::fsync(file.descriptor()) != 0) fail();
+    if (::fdatasync(file.descriptor()) != 0) fail();
     file.rename_over(target);
-    flush_folder(folder);
 }
 
 bool is_unfinished(std::string_view file_name) noexcept

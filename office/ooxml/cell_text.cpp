@@ -78,15 +78,15 @@ char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
     return static_cast<char32_t>(unit);
 }
 
-/// Joins surrogates that were written as two escapes; a lone one becomes U+FFFD.
-void append_unit(char32_t unit, Text& text, std::optional<char32_t>& high)
+/// Joins surrogates that were written as two escapes; a lone one becomes U+FFFD. `high` is the first of two, else 0.
+void append_unit(char32_t unit, Text& text, char32_t& high)
 {
-    if (high && unit >= 0xDC00 && unit <= 0xDFFF) {
-        text.back() = 0x10000 + ((*high - 0xD800) << 10U) + (unit - 0xDC00);
-        high.reset();
+    if (high != 0 && unit >= 0xDC00 && unit <= 0xDFFF) {
+        text.back() = 0x10000 + ((high - 0xD800) << 10U) + (unit - 0xDC00);
+        high = 0;
         return;
     }
-    high = unit >= 0xD800 && unit < 0xDC00 ? std::optional(unit) : std::nullopt;
+    high = unit >= 0xD800 && unit < 0xDC00 ? unit : 0;
     text += is_surrogate(unit) ? U'\uFFFD' : unit;
 }
 
@@ -122,13 +122,13 @@ Text decode_cell_text(std::string_view written)
 {
     Text text;
     std::size_t plain = 0; // where the piece without escapes begins
-    std::optional<char32_t> high;
+    char32_t high = 0;
     for (auto at = written.find("_x"); at != std::string_view::npos; at = written.find("_x", at)) {
         if (!is_escape_at(written, at)) {
             ++at;
             continue;
         }
-        if (at > plain) high.reset();
+        if (at > plain) high = 0;
         text += from_utf8(written.substr(plain, at - plain));
         append_unit(escaped_unit(written, at), text, high);
         at += escape_length;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <algorithm>
-#include <compare>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,7 +16,12 @@ struct Place {
     int row = 0;
     int column = 0;
 
-    friend auto operator<=>(const Place&, const Place&) = default;
+    friend bool operator==(const Place&, const Place&) = default;
+    /// In the order of a part: row by row.
+    friend bool operator<(const Place& a, const Place& b) noexcept
+    {
+        return a.row < b.row || (a.row == b.row && a.column < b.column);
+    }
 };
 
 inline bool is_on_sheet(Place place) noexcept

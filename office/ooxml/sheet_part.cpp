@@ -13,8 +13,9 @@ void check(Place place)
 
 } // namespace
 
-SheetPart::SheetPart(std::string name, const std::string& contents, CellValues& values)
-    : part_(std::move(name), contents, "worksheet"), cells_(part_.root()), merged_(part_.root()), values_(values)
+SheetPart::SheetPart(std::string name, const std::string& contents, CellValues& values, std::vector<Range> headers)
+    : part_(std::move(name), contents, "worksheet"), cells_(part_.root()), merged_(part_.root()), values_(values),
+      headers_(std::move(headers))
 {
 }
 
@@ -43,10 +44,11 @@ bool SheetPart::write(Place place, TextView text)
     check(place);
     if (text.empty()) {
         if (merged_.first_cell(place) != place || is_empty(place)) return false;
-        formulas().release({place, place});
-        values_.erase(cells_.ensure(place));
+        values_.erase(cell_to_overwrite(place));
     } else {
-        values_.write_text(cell_to_overwrite(merged_.first_cell(place)), text);
+        place = merged_.first_cell(place);
+        if (is_header(place) && this->text(place) == text) return false;
+        values_.write_text(cell_to_overwrite(place), text);
     }
     part_.changed = true;
     return true;
@@ -62,8 +64,20 @@ bool SheetPart::write(Place place, double number)
 
 pugi::xml_node SheetPart::cell_to_overwrite(Place place)
 {
+    refuse_header(place);
     formulas().release({place, place});
     return cells_.ensure(place);
+}
+
+bool SheetPart::is_header(Place place) const noexcept
+{
+    return std::any_of(headers_.begin(), headers_.end(),
+                       [place](const Range& header) { return header.contains(place); });
+}
+
+void SheetPart::refuse_header(Place place) const
+{
+    if (is_header(place)) throw Damage(U"单元格 " + from_utf8(place_name(place)) + U" 是表格的列标题，不能改写。");
 }
 
 int SheetPart::clear(const Range& range)
@@ -73,7 +87,9 @@ int SheetPart::clear(const Range& range)
     check(range.last);
     std::vector<pugi::xml_node> held;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
-        if (!values_.is_empty(cell) || formulas().fills(place)) held.push_back(cell);
+        if (values_.is_empty(cell) && !formulas().fills(place)) return;
+        refuse_header(place);
+        held.push_back(cell);
     });
     if (held.empty()) return 0;
     formulas().release(range);

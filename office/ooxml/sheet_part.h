@@ -14,7 +14,8 @@ namespace tarvik::ooxml {
 /// sheet then being as it was.
 class SheetPart {
 public:
-    SheetPart(std::string name, const std::string& contents, CellValues& values);
+    /// The texts in `headers` must stay what they are.
+    SheetPart(std::string name, const std::string& contents, CellValues& values, std::vector<Range> headers);
     SheetPart(const SheetPart&) = delete;
     SheetPart& operator=(const SheetPart&) = delete;
 
@@ -32,11 +33,14 @@ public:
 private:
     FormulaGroups& formulas() const;
     pugi::xml_node cell_to_overwrite(Place place);
+    bool is_header(Place place) const noexcept;
+    void refuse_header(Place place) const;
 
     XmlPart part_;
     SheetCells cells_;
     MergedRanges merged_;
     CellValues& values_;
+    std::vector<Range> headers_;
     mutable std::optional<FormulaGroups> formulas_; ///< looked through when first needed
 };
 

@@ -1,5 +1,7 @@
 #include "office/ooxml/workbook_model.h"
 
+#include "office/ooxml/table_headers.h"
+
 #include <array>
 
 namespace tarvik::ooxml {
@@ -76,7 +78,10 @@ SheetPart& WorkbookModel::sheet(int index)
 SheetPart& WorkbookModel::load(Sheet& sheet)
 {
     if (!values_) load_strings();
-    if (!sheet.part) sheet.part = std::make_unique<SheetPart>(sheet.name, package_->part(sheet.name), *values_);
+    if (!sheet.part) {
+        sheet.part = std::make_unique<SheetPart>(sheet.name, package_->part(sheet.name), *values_,
+                                                 table_headers(*package_, sheet.name));
+    }
     return *sheet.part;
 }
 

@@ -13,8 +13,8 @@ namespace {
 std::string read_by_openpyxl(const std::filesystem::path& workbook)
 {
     const std::string interpreter = std::filesystem::exists("/usr/bin/python3") ? "/usr/bin/python3" : "python3";
-    const auto command =
-        interpreter + " -W ignore " TARVIK_SOURCE_DIR "/tests/office/ooxml/read_workbook.py '" + workbook.string() + "' 2>&1";
+    const auto command = interpreter + " -W ignore " TARVIK_SOURCE_DIR "/tests/office/ooxml/read_workbook.py '" +
+                         workbook.string() + "' 2>&1";
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
     std::string printed;
     for (int c = std::fgetc(pipe.get()); c != EOF; c = std::fgetc(pipe.get())) printed += static_cast<char>(c);

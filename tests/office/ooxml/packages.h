@@ -12,11 +12,10 @@ using Parts = std::vector<std::pair<std::string, std::string>>;
 
 /// A package of these parts; `compressed` as the spreadsheet application does it, else stored.
 std::string make_package(const Parts& parts, bool compressed = true);
-Parts parts_of(const std::string& package);
+/// `stored` gets the number of parts that lie there without compression.
+Parts parts_of(const std::string& package, int* stored = nullptr);
 /// The contents of one part; fails the test when there is none.
 std::string part_of(const std::string& package, const std::string& name);
-/// The names of the parts that lie in the package without compression.
-std::vector<std::string> stored_parts(const std::string& package);
 void set_part(Parts& parts, const std::string& name, const std::string& contents);
 /// Replaces the one place where `from` stands in the part.
 void edit_part(Parts& parts, const std::string& name, const std::string& from, const std::string& to);

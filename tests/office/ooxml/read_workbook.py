@@ -12,4 +12,5 @@ for sheet in workbook.worksheets:
             if cell.value is not None:
                 told = [sheet.title, cell.coordinate, cell.data_type, cell.value, cell.number_format]
                 print(json.dumps(told, ensure_ascii=False))
-    print(json.dumps([sheet.title, sheet.dimensions, [str(merged) for merged in sheet.merged_cells.ranges]], ensure_ascii=False))
+    merged = [str(one) for one in sheet.merged_cells.ranges]
+    print(json.dumps([sheet.title, sheet.dimensions, merged], ensure_ascii=False))

@@ -50,7 +50,6 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
     wrong_sum.replace(wrong_sum.find("<row r=\"1\"/>"), 12, "<row r=\"2\"/>");
     auto bomb = simple_parts("");
     set_part(bomb, sheet1, std::string(40U << 20U, ' '));
-    auto nested = simple_parts("");
     std::string depths;
     for (int i = 0; i < 100'000; ++i) depths += "<a>";
 
