@@ -3,6 +3,9 @@
 #include "reading/occurrences.h"
 #include "reading/results.h"
 
+#include <algorithm>
+#include <array>
+
 namespace tarvik {
 
 const Dictionary chinese_dictionary{chinese_layout, &Module1::cnhits, chinese_match_colour};
@@ -16,8 +19,10 @@ class EntryFinder {
 public:
     EntryFinder(Program& program, const Dictionary& dictionary, const Document& document, TextView query)
         : layout_(dictionary.layout), matches_(layout_.letters_alike ? document.lowered() : document.text(), query),
-          end_before_(document.text(), layout_.entry_end), question_before_(document.text(), other_entry_ends[0]),
-          exclamation_before_(document.text(), other_entry_ends[1]), end_behind_(document.text(), layout_.entry_end),
+          ends_before_{Occurrences(document.text(), layout_.entry_end),
+                       Occurrences(document.text(), other_entry_ends[0]),
+                       Occurrences(document.text(), other_entry_ends[1])},
+          end_behind_(document.text(), layout_.entry_end),
           results_(program, program.module1.*dictionary.results, document.buffer())
     {
     }
@@ -25,26 +30,27 @@ public:
     /// Gives false when there was no room for all entries.
     bool run()
     {
-        for (std::size_t match = matches_.next(); match != npos; match = matches_.next()) {
-            if (match + 1 < layout_.first_position) continue;
-            const std::size_t end = position_in_window(end_before_, match);
-            if (end == 0 && position_in_window(question_before_, match) == 0 &&
-                position_in_window(exclamation_before_, match) == 0)
+        std::size_t match = matches_.at_or_behind(layout_.first_position - 1);
+        while (match != npos) {
+            const std::size_t window = match - layout_.window;
+            std::array<std::size_t, 3> behind_ends{npos, npos, npos};
+            for (std::size_t i = 0; i < behind_ends.size(); ++i) {
+                const std::size_t end = ends_before_[i].at_or_behind(window);
+                if (end != npos) behind_ends[i] = end + ends_before_[i].length();
+            }
+            const std::size_t nearest = std::ranges::min(behind_ends);
+            if (nearest > match) { // not at a head, and neither is any match before that end
+                match = nearest == npos ? npos : matches_.at_or_behind(nearest);
                 continue;
-            if (!take(match, end)) return false;
+            }
+            const bool own_end = behind_ends[0] <= match;
+            if (!take(match, own_end ? behind_ends[0] - layout_.entry_end.size() - window + 1 : 0)) return false;
+            match = matches_.at_or_behind(match + 1);
         }
         return true;
     }
 
 private:
-    /// Where the end of an entry begins in the window before a match, counted from 1; 0 if it is not there.
-    std::size_t position_in_window(Occurrences& ends, std::size_t match) const
-    {
-        const std::size_t window = match - layout_.window;
-        const std::size_t place = ends.at_or_behind(window);
-        return place == npos || place + ends.length() > match ? 0 : place - window + 1;
-    }
-
     bool take(std::size_t match, std::size_t end_in_window)
     {
         const std::size_t behind = end_behind_.at_or_behind(match);
@@ -59,7 +65,8 @@ private:
 
     DictionaryLayout layout_;
     Occurrences matches_;
-    Occurrences end_before_, question_before_, exclamation_before_, end_behind_;
+    std::array<Occurrences, 3> ends_before_; ///< the layout's own first
+    Occurrences end_behind_;
     ResultWriter results_;
 };
 

@@ -41,9 +41,10 @@ double page_in_box(const Program& program)
     return std::floor(leading_number(program.form1.Text1[4].text()));
 }
 
-Text page_name(const Program& program)
+/// Tells something around the number of the page shown.
+void tell_page(Program& program, TextView before, TextView behind)
 {
-    return U"第" + number_text(program.form1.pageno);
+    tell(program, before.str() + TextView(number_text(program.form1.pageno)) + behind, reading_title);
 }
 
 } // namespace
@@ -73,9 +74,7 @@ void previous_page(Program& program)
     bring_up(form1, form1.RichTextBox1);
     if (form1.pageno >= 1) {
         show_page(program, page_in_box(program) - 1);
-        if (form1.pageno == 0)
-            tell(program, U"目前已到首页，" + page_name(program) + U"页,\r\n请往右翻页，或在页面框中修改页数！",
-                 reading_title);
+        if (form1.pageno == 0) tell_page(program, U"目前已到首页，第", U"页,\r\n请往右翻页，或在页面框中修改页数！");
     }
     form1.Text1[4].set_text(number_text(form1.pageno));
 }
@@ -85,8 +84,7 @@ void next_page(Program& program)
     Form1& form1 = program.form1;
     if (!document_is_open(program)) return;
     if (form1.Text1[4].text() == number_text(form1.lastpage)) {
-        tell(program, U"开始阅读！这是" + page_name(program) + U"页,\r\n如果要跳页，请在页面框中修改页数后，按下“▼”！",
-             reading_title);
+        tell_page(program, U"开始阅读！这是第", U"页,\r\n如果要跳页，请在页面框中修改页数后，按下“▼”！");
         form1.Text1[4].set_text(U"-1");
     }
     if (form1.Option3.value()) {
@@ -98,9 +96,7 @@ void next_page(Program& program)
     show_page(program, page_in_box(program) + 1);
     form1.Text1[4].set_text(number_text(form1.pageno));
     if (form1.pageno > form1.lastpage)
-        tell(program,
-             U"目前已经超出页面范围，已经跳到" + page_name(program) + U"空页,\r\n请往左翻页，或在页面框中修改页数！",
-             reading_title);
+        tell_page(program, U"目前已经超出页面范围，已经跳到第", U"空页,\r\n请往左翻页，或在页面框中修改页数！");
 }
 
 void go_to_page(Program& program)

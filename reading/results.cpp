@@ -10,23 +10,6 @@ constexpr std::size_t last_emptied = 1000;
 
 } // namespace
 
-void tell_no_result(Program& program, TextView title)
-{
-    tell(program, U"查寻结果为空！", title);
-}
-
-bool has_query(Program& program)
-{
-    if (!program.form1.Text1[1].text().empty()) return true;
-    tell(program, U"查寻条件为空", plain_title);
-    return false;
-}
-
-TextView query_text(const Program& program)
-{
-    return ltrim(program.form1.Text1[1].text());
-}
-
 ResultWriter::ResultWriter(Program& program, TextArray& results, const SharedBuffer& buffer)
     : program_(program), results_(results), buffer_(buffer)
 {

@@ -20,7 +20,7 @@ constexpr std::u32string_view go_on = U"\r\n是否继续？";
 /// The file that the user chose, when it may be written.
 std::optional<Text> choose_file(Program& program)
 {
-    const auto path = program.platform.dialogs.save_file(text_files);
+    auto path = program.platform.dialogs.save_file(text_files);
     if (!path || path->empty()) return std::nullopt;
     program.form1.fso = true;
     Files& files = program.platform.files;
@@ -33,10 +33,11 @@ std::optional<Text> choose_file(Program& program)
     return path;
 }
 
+/// Writes the pane's text as one line.
 void save_pane(Program& program, const Pane& pane)
 {
     if (const auto path = choose_file(program))
-        program.platform.files.replace(*path, encode(pane.document().lowered()));
+        program.platform.files.replace(*path, encode(pane.document().lowered()) + "\r\n");
 }
 
 /// Writes the arrays side by side, each result as a line.

@@ -60,8 +60,7 @@ SentenceEndings::Positions SentenceEndings::within(std::size_t place, std::size_
 {
     read_ahead(place + window);
     for (auto& places : ahead_)
-        while (!places.empty() && places.front() < place)
-            places.pop_front();
+        while (!places.empty() && places.front() < place) places.pop_front();
     const auto first = [&](Kind kind, std::size_t length) -> std::size_t {
         const auto& places = ahead_[kind];
         if (places.empty() || places.front() + length > place + window) return 0;

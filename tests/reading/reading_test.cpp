@@ -77,6 +77,9 @@ TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
         EXPECT_EQ(form1.RichTextBox2.text(), U"abcd\r\n");
         EXPECT_EQ(form1.Text1[4].text(), U"5") << "opening ends without a word";
     }
+    form1.Text1[5].set_text(U"6");
+    open("abcd");
+    EXPECT_EQ(form1.lastpage, 1) << "a full page is followed by an empty one";
     form1.Text1[5].set_text(U"1e300");
     form1.Text1[4].set_text(U"-1");
     EXPECT_EQ(press(1), "abcd\r\n/0");
@@ -160,7 +163,7 @@ TEST_F(Reading, SavingTakesThePathOfTheLastWork)
     const auto save = [&](std::deque<Answer> replies, std::optional<Text> file) {
         for (std::size_t i = 0; i < arrays.size(); ++i)
             for (const std::size_t index : {0, 2, 3})
-                arrays[i]->set(index, number_text(static_cast<double>(10 * i + index / 2)));
+                arrays[i]->set(index, Text(1, U'0' + static_cast<char32_t>(i)) + (index > 1 ? U"1" : U"0"));
         test.dialogs.replies = std::move(replies);
         test.dialogs.files = {std::move(file)};
         Command1_Click(program, 4);
@@ -170,18 +173,18 @@ TEST_F(Reading, SavingTakesThePathOfTheLastWork)
     const std::string question = "Tarvik 计算 之 查寻存储|d:\\out.txt已经存在。\r\n要替换她吗？";
 
     EXPECT_EQ(save({Answer::Yes}, path).size(), 2U);
-    EXPECT_EQ(test.drive_d.read("out.txt"), "0\r\n1\r\n");
+    EXPECT_EQ(test.drive_d.read("out.txt"), "00\r\n01\r\n");
     EXPECT_TRUE(module1.hits.get(2).empty()) << "of the equal ones the last stays";
     EXPECT_EQ(save({Answer::No, Answer::No}, path).back(), question);
-    EXPECT_EQ(test.drive_d.read("out.txt"), "0\r\n1\r\n");
+    EXPECT_EQ(test.drive_d.read("out.txt"), "00\r\n01\r\n");
     save({Answer::No, Answer::Yes}, path);
-    EXPECT_EQ(test.drive_d.read("out.txt"), encode(U"shown 页"));
+    EXPECT_EQ(test.drive_d.read("out.txt"), encode(U"shown 页\r\n"));
     save({Answer::Yes}, std::nullopt);
     EXPECT_FALSE(module1.hits.get(2).empty());
 
     form1.dbresult = true;
     EXPECT_THAT(save({Answer::Yes}, path), ElementsAre(HasSubstr("Tarvik 计算 查寻存储|将要保存的是excel"), question));
-    EXPECT_EQ(test.drive_d.read("out.txt"), "table\r\n");
+    EXPECT_EQ(test.drive_d.read("out.txt"), "table\r\n\r\n");
     const struct {
         OptionButton& option;
         std::string done, written;

@@ -1,0 +1,56 @@
+#include "dictionary_tool/dictionary_source.h"
+
+#include "platform/failure.h"
+
+#include <array>
+#include <memory>
+#include <zlib.h>
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+Text name_of(const fs::path& path)
+{
+    return from_utf8(path.string());
+}
+
+// A file that is not packed comes through as it is.
+std::string read_gzip(const fs::path& path)
+{
+    const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(gzopen(path.c_str(), "rb"), gzclose);
+    if (!file) throw Failure(U"无法读取文件：" + TextView(name_of(path)));
+    std::string bytes;
+    std::array<char, 1 << 16> block{};
+    int count = 0;
+    while ((count = gzread(file.get(), block.data(), block.size())) > 0)
+        bytes.append(block.data(), static_cast<std::size_t>(count));
+    int error = Z_OK;
+    gzerror(file.get(), &error);
+    if (count < 0 || error == Z_BUF_ERROR) throw Failure(U"文件已损坏：" + TextView(name_of(path)));
+    return bytes;
+}
+
+} // namespace
+
+std::string read_unpacked(const fs::path& base, std::initializer_list<const char*> extensions)
+{
+    for (const char* extension : extensions) {
+        fs::path path = base;
+        path += extension;
+        std::error_code error;
+        if (fs::is_regular_file(path, error)) return read_gzip(path);
+    }
+    throw Failure(U"找不到文件：" + TextView(name_of(base)) + from_utf8(*extensions.begin()));
+}
+
+SourceSummary read_dictionary_source(const fs::path& file, const EntrySink& sink)
+{
+    if (file.extension() == ".ifo") return read_stardict(file, sink);
+    if (file.extension() == ".index") return read_dictd(file, sink);
+    throw Failure(U"不认识的词典格式，应为 .ifo 或 .index 文件：" + TextView(name_of(file)));
+}
+
+} // namespace tarvik

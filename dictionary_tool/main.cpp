@@ -1,0 +1,79 @@
+#include "dictionary_tool/dictionary_files.h"
+#include "platform/disk_files.h"
+#include "platform/failure.h"
+
+#include <iostream>
+#include <span>
+
+namespace {
+
+using namespace tarvik;
+
+constexpr const char* usage = "用法：tarvik-dictionary [--chinese] [--replace] 词典文件 目标文件夹\n"
+                              "  词典文件    StarDict 的 .ifo 文件，或 dictd 的 .index 文件；其余文件在它旁边\n"
+                              "  目标文件夹  写入词典文件的文件夹，例如安装目录\n"
+                              "  --chinese   全部写入“现代汉语词典.txt”；否则写入“牛津字典”各文件\n"
+                              "  --replace   替换目标文件夹中已有的词典文件\n";
+
+struct Request {
+    DictionaryUse use = DictionaryUse::English;
+    bool replace = false;
+    std::filesystem::path source, target;
+};
+
+bool parse(std::span<const char* const> words, Request& request)
+{
+    for (const std::string_view word : words) {
+        if (word == "--chinese") request.use = DictionaryUse::Chinese;
+        else if (word == "--replace") request.replace = true;
+        else if (word.starts_with("--") || !request.target.empty()) return false;
+        else (request.source.empty() ? request.source : request.target) = word;
+    }
+    return !request.target.empty();
+}
+
+void refuse_to_replace(const Files& files, const std::map<Text, std::string>& written)
+{
+    for (const auto& [name, bytes] : written)
+        if (files.file_exists(name))
+            throw Failure(U"目标文件夹中已有“" + TextView(name) + U"”；要替换，请加 --replace");
+}
+
+void convert(const Request& request)
+{
+    std::filesystem::create_directories(request.target);
+    DictionaryFiles dictionary(request.use, from_utf8(request.source.stem().string()));
+    std::size_t entries = 0, left_out = 0;
+    const SourceSummary summary = read_dictionary_source(
+        request.source, [&](const SourceEntry& entry) { dictionary.add(entry) ? ++entries : ++left_out; });
+
+    DiskFiles files(request.target);
+    const auto written = dictionary.bytes();
+    if (!request.replace) refuse_to_replace(files, written);
+    for (const auto& [name, bytes] : written) {
+        files.replace(name, bytes);
+        std::cout << to_utf8(name) << "  " << bytes.size() << '\n';
+    }
+    std::cout << to_utf8(summary.name) << "：" << entries << " 个词条\n";
+    if (left_out + summary.damaged > 0)
+        std::cout << "略去 " << left_out + summary.damaged << " 个：没有词头、词头过长或索引已损坏\n";
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    Request request;
+    const std::span<const char* const> arguments(words, static_cast<std::size_t>(count));
+    if (!parse(arguments.subspan(1), request)) {
+        std::cerr << usage;
+        return 2;
+    }
+    try {
+        convert(request);
+        return 0;
+    } catch (const std::exception& error) {
+        std::cerr << "tarvik-dictionary: " << error.what() << '\n';
+        return 1;
+    }
+}

@@ -1,0 +1,135 @@
+#include "dictionary_tool/dictionary_source.h"
+#include "dictionary_tool/markup.h"
+#include "platform/failure.h"
+
+#include <map>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Information = std::map<std::string, std::string, std::less<>>;
+
+Information read_information(const fs::path& ifo)
+{
+    Information information;
+    const std::string bytes = read_unpacked(ifo, {""});
+    for (std::string_view rest = bytes; !rest.empty();) {
+        std::string_view line = rest.substr(0, rest.find('\n'));
+        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        if (line.ends_with('\r')) line.remove_suffix(1);
+        const std::size_t equals = line.find('=');
+        if (equals != std::string_view::npos) information.emplace(line.substr(0, equals), line.substr(equals + 1));
+    }
+    return information;
+}
+
+std::string_view value_of(const Information& information, std::string_view name)
+{
+    const auto found = information.find(name);
+    return found == information.end() ? std::string_view() : std::string_view(found->second);
+}
+
+/// Takes a number of so many bytes, the most significant first, off the front.
+std::optional<std::size_t> cut_number(std::string_view& bytes, std::size_t width)
+{
+    if (bytes.size() < width) return std::nullopt;
+    std::size_t number = 0;
+    for (const char byte : bytes.substr(0, width)) number = number << 8 | static_cast<unsigned char>(byte);
+    bytes.remove_prefix(width);
+    return number;
+}
+
+std::string_view cut_to_zero(std::string_view& bytes)
+{
+    const std::string_view text = bytes.substr(0, bytes.find('\0'));
+    bytes.remove_prefix(std::min(text.size() + 1, bytes.size()));
+    return text;
+}
+
+Text readable(char type, std::string_view data)
+{
+    constexpr std::string_view plain = "mltywn", marked_up = "gxhk";
+    if (plain.find(type) != std::string_view::npos) return from_utf8(data);
+    if (marked_up.find(type) != std::string_view::npos) return without_markup(from_utf8(data));
+    return {};
+}
+
+/// Takes one field off the front of an entry's data. Fields of a small-letter type end in a zero, the others begin with
+/// their size; the last field of an entry whose types are laid down once has neither.
+std::string_view cut_field(char type, bool last, std::string_view& data)
+{
+    const bool sized = type >= 'A' && type <= 'Z';
+    if (last) return std::exchange(data, {});
+    if (!sized) return cut_to_zero(data);
+    const std::size_t size = cut_number(data, 4).value_or(0);
+    const std::string_view field = data.substr(0, size);
+    data.remove_prefix(field.size());
+    return field;
+}
+
+Text body_of(std::string_view data, std::string_view types)
+{
+    Text body;
+    const auto add = [&body](const Text& field) {
+        if (!body.empty() && !field.empty()) body += U'\n';
+        body += field;
+    };
+    for (std::size_t i = 0; i < types.size(); ++i)
+        add(readable(types[i], cut_field(types[i], i + 1 == types.size(), data)));
+    while (types.empty() && !data.empty()) {
+        const char type = data.front();
+        data.remove_prefix(1);
+        add(readable(type, cut_field(type, false, data)));
+    }
+    return body;
+}
+
+/// Other spellings of head words; each names its entry by its place in the index.
+void read_synonyms(const fs::path& base, const std::vector<Text>& heads, const EntrySink& sink, SourceSummary& summary)
+{
+    std::error_code error;
+    fs::path file = base;
+    file += ".syn";
+    if (!fs::exists(file, error) && !fs::exists(file += ".dz", error)) return;
+    const std::string synonyms = read_unpacked(base, {".syn", ".syn.dz"});
+    for (std::string_view rest = synonyms; !rest.empty();) {
+        const Text word = from_utf8(cut_to_zero(rest));
+        const auto place = cut_number(rest, 4);
+        if (!place) break;
+        if (*place < heads.size()) sink({word, U"见：" + TextView(heads[*place])});
+        else ++summary.damaged;
+    }
+}
+
+} // namespace
+
+SourceSummary read_stardict(const fs::path& ifo, const EntrySink& sink)
+{
+    const Information information = read_information(ifo);
+    const fs::path base = fs::path(ifo).replace_extension();
+    const std::string index = read_unpacked(base, {".idx", ".idx.gz"});
+    const std::string text = read_unpacked(base, {".dict.dz", ".dict"});
+    const std::size_t offset_width = value_of(information, "idxoffsetbits") == "64" ? 8 : 4;
+    const std::string_view types = value_of(information, "sametypesequence");
+
+    SourceSummary summary{from_utf8(value_of(information, "bookname"))};
+    std::vector<Text> heads;
+    for (std::string_view rest = index; !rest.empty();) {
+        heads.push_back(from_utf8(cut_to_zero(rest)));
+        const auto begin = cut_number(rest, offset_width), size = cut_number(rest, 4);
+        if (!begin || !size) throw Failure(U"词典的索引已损坏：" + TextView(from_utf8(ifo.string())));
+        if (*begin <= text.size() && *size <= text.size() - *begin)
+            sink({heads.back(), body_of(std::string_view(text).substr(*begin, *size), types)});
+        else ++summary.damaged;
+    }
+    read_synonyms(base, heads, sink, summary);
+    return summary;
+}
+
+} // namespace tarvik
