@@ -73,7 +73,8 @@ def make_letters():
     for word, kind, meaning, chinese, example in source_rows("english.txt", 5):
         title = f" {word[0].upper()}    English-Chinese word list for the desk of a repair department{LETTER.end}"
         text, heads, entries = files.setdefault(word[0].upper(), (title, [], []))
-        entry = f" {word}  {kind} {meaning}{LINE_END}   {chinese}{LINE_END}   {example}{LETTER.end}"
+        # The shown entry begins with the second blank, so that its head is not at the very first place, which stays unmarked.
+        entry = f"  {word}  {kind} {meaning}{LINE_END}   {chinese}{LINE_END}   {example}{LETTER.end}"
         heads.append(word)
         entries.append(entry[1:-2])
         files[word[0].upper()] = text + entry, heads, entries
