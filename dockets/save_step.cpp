@@ -22,7 +22,7 @@ bool command_leads(const Program& program, TextView command)
 
 Text sheet_folder(Program& program, TextView folder_text)
 {
-    const Text folder = program.form1.outfolder + safe_file_name(without_points(folder_text)) + U"\\";
+    Text folder = program.form1.outfolder + safe_file_name(without_points(folder_text)) + U"\\";
     program.form1.fso = true;
     if (!program.platform.files.folder_exists(folder)) program.platform.files.create_folder(folder);
     return folder;
