@@ -8,11 +8,9 @@
 
 #include <array>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr std::u32string_view department = U"系统设备制造部";
 constexpr std::size_t person_column = 3, first_stamp_column = 7, last_stamp_column = 8;

@@ -4,8 +4,7 @@
 
 #include <optional>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// Reads a clock stamp, "2016-09-22 08:31:45.000", into kqdate, kqtime and kqweekday, and gives its time in hours with
 /// two decimals. A stamp that cannot be cut so, or whose date the calendar does not have, changes nothing and gives

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-namespace tarvik
-{
+namespace tarvik {
 
 Text xsd(Text& date)
 {

@@ -2,8 +2,7 @@
 
 #include "platform/text.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// The date without its ".", "/" and "\". A date with no separator at all is given hyphens behind the year and the
 /// month, in `date` itself too.

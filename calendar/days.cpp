@@ -2,11 +2,9 @@
 
 #include <cmath>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 bool is_leap_year(double year)
 {
@@ -31,8 +29,7 @@ double day_number(double year, double month, double day)
 {
     const double before = year - 1;
     double days = 365 * before + std::floor(before / 4) - std::floor(before / 100) + std::floor(before / 400);
-    for (int m = 1; m < 12 && m < month; ++m)
-        days += days_in_month(year, m);
+    for (int m = 1; m < 12 && m < month; ++m) days += days_in_month(year, m);
     return days + day;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// Days from the first date to the second on the Gregorian calendar; negative if the second is earlier. Months count
 /// from 1.

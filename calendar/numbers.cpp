@@ -2,8 +2,7 @@
 
 #include <cmath>
 
-namespace tarvik
-{
+namespace tarvik {
 
 Text wct(double& value)
 {

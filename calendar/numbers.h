@@ -2,8 +2,7 @@
 
 #include "platform/text.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// The number rounded to two decimals, half up, as a plain decimal without trailing zeros. Before that, noise far below
 /// the third decimal is taken off `value` itself.

@@ -1,7 +1,6 @@
 #include "calendar/time_of_day.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
 double sntime(TextView text)
 {

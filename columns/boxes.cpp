@@ -2,11 +2,9 @@
 
 #include <cmath>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 [[noreturn]] void refuse(const Program& program, int index, TextView wanted)
 {

@@ -3,8 +3,7 @@
 #include "mainwindow/mainwindow.h"
 
 /// Numbers that the boxes of the parameter window hold, read at the moment of use.
-namespace tarvik
-{
+namespace tarvik {
 
 /// The column in Form3.Text1(index), a whole number from 0 to 180. Throws Failure that names the box.
 std::size_t box_column(const Program& program, int index);

@@ -1,17 +1,17 @@
 #include "columns/column_query.h"
 
+#include "columns/prefetch.h"
 #include "columns/row_scan.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
 
 #include <algorithm>
+#include <functional>
 #include <optional>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr std::size_t last_cleared_hit = 700'000;
 
@@ -21,22 +21,30 @@ struct DistinctRows {
     double duplicates = 0;
 };
 
+/// Rows of one document have one storage, so that their bytes tell them apart.
+std::size_t byte_hash(TextView row)
+{
+    return std::hash<std::string_view>()({static_cast<const char*>(row.data()), row.size() * row.width()});
+}
+
 /// Lays the hits into rowhits and empties there all but the last copy of each. The entry behind the last hit, which an
 /// earlier query may have left, counts as a copy.
 DistinctRows remove_duplicates(TextArray& rowhits, const std::vector<TextView>& hits, const SharedBuffer& buffer)
 {
     rowhits.clear(0, last_cleared_hit);
-    TextIndex seen(hits.size() + 1);
-    if (const TextView left = rowhits.get(hits.size()); !left.empty()) seen.insert(left);
+    const TextView left = rowhits.get(hits.size());
+    TextIndex seen(hits.size());
+    std::vector<std::size_t> hashes(hits.size());
+    std::ranges::transform(hits, hashes.begin(), byte_hash);
     DistinctRows distinct;
+    distinct.rows.reserve(hits.size());
     for (std::size_t i = hits.size(); i-- > 0;) {
-        const bool empty = hits[i].empty();
-        const bool last_copy = !empty && seen.insert(hits[i]).is_new;
-        rowhits.set(i, last_copy ? hits[i] : TextView(), buffer);
-        if (last_copy)
-            distinct.rows.push_back(hits[i]);
-        else if (!empty)
-            distinct.duplicates += 1;
+        const TextView hit = hits[i];
+        seen.prefetch(hashes[i - std::min(i, prefetch_ahead)]);
+        const bool last_copy = !hit.empty() && hit != left && seen.insert(hit, hashes[i]).is_new;
+        rowhits.set(i, last_copy ? hit : TextView(), buffer);
+        if (last_copy) distinct.rows.push_back(hit);
+        else if (!hit.empty()) distinct.duplicates += 1;
     }
     std::ranges::reverse(distinct.rows);
     return distinct;
@@ -48,15 +56,14 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
     Form1& form1 = program.form1;
     RowTexts& table = form1.comp ? program.module1.sugrow : program.module1.sufrow;
     const auto view = std::make_shared<RowView>(std::vector{buffer});
+    if (form1.showdata) view->reserve(rows.size() + 1);
     for (std::size_t r = 0; r <= rows.size(); ++r) {
         const TextView row = r < rows.size() ? rows[r] : TextView(U"");
-        if (form1.showdata)
-            view->add(row);
-        else
-            form1.Text1[2].set_text(number_text(static_cast<double>(r)));
+        if (form1.showdata) view->add(row);
+        else form1.Text1[2].set_text(number_text(static_cast<double>(r)));
         if (r > table.last()) {
             ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
-            write_view(file, *view);
+            file.write(*view);
             return false;
         }
         table.set_line(r, row, buffer);
@@ -86,10 +93,8 @@ std::optional<double> query_document(Program& program, ScratchFile& file, TextVi
     if (!deliver_rows(program, file, distinct.rows, buffer)) return std::nullopt;
 
     const auto count = static_cast<double>(distinct.rows.size());
-    if (form1.comp)
-        form1.sugrows = form1.sugcount = count;
-    else
-        form1.sufcount = form1.sufrows = form1.curcount = count;
+    if (form1.comp) form1.sugrows = form1.sugcount = count;
+    else form1.sufcount = form1.sufrows = form1.curcount = count;
     form1.Text1[2].set_text(number_text(form1.resultcount - distinct.duplicates));
     return count;
 }

@@ -2,8 +2,7 @@
 
 #include "mainwindow/mainwindow.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// Esc: takes the distinct lines of the open document that hold the text of the query box as the rows of the table
 /// that `comp` selects, and says so.

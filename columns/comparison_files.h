@@ -4,12 +4,10 @@
 
 #include <vector>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// The scratch files of the key p. All are cleared together, and a folder that cannot be written is told once.
-class ComparisonFiles
-{
+class ComparisonFiles {
 public:
     enum Name { between, between1, between3, between5, betweenping, betweenping1 };
 

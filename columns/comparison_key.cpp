@@ -3,11 +3,9 @@
 #include "columns/comparisons.h"
 #include "columns/field_checks.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr int no = static_cast<int>(Answer::No);
 
@@ -18,10 +16,8 @@ void inside_suf(Program& program, ComparisonFiles& files)
         program.platform.dialogs.message({U"温情提示：\r\n是进行单表之间时间字段比较还是进行单表字段内的查寻？ \r\n"
                                           U"是，表示比较时间字段，否，表示字段内的查寻。\r\n",
                                           U"Tarvik  计算查寻 ", Buttons::YesNo, Icon::None});
-    if (which == Answer::Yes)
-        date_check(program, files);
-    else
-        field_query(program, files);
+    if (which == Answer::Yes) date_check(program, files);
+    else field_query(program, files);
 }
 
 /// Gives false when the key ends here.

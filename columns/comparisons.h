@@ -4,8 +4,7 @@
 
 /// The comparisons of a column of SUF (`sufcol`) with a column of SUG (`sugcol`, the box Form3.Text1(4) at this very
 /// moment). A box that holds no column throws Failure.
-namespace tarvik
-{
+namespace tarvik {
 
 /// Each value of the one column with each of the other: shows the rows of SUF whose value SUG has too, or with `notcap`
 /// the rows that have no such value, in which case the matched row texts of SUF are emptied for good.

@@ -6,11 +6,9 @@
 
 #include <algorithm>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 /// No view of empty lines needs to be longer than this.
 constexpr double most_empty_lines = 1'000'000;
@@ -20,10 +18,9 @@ struct Columns {
 };
 
 /// How often each value stands in a column of SUG, which is looked at down to the last row of SUF.
-class ValueCounts
-{
+class ValueCounts {
 public:
-    ValueCounts(const Table& table, std::size_t column, std::size_t rows) : values_(rows)
+    ValueCounts(const Table& table, std::size_t column, std::size_t rows)
     {
         for (std::size_t row = 0; row < rows; ++row) {
             const TextView value = table.cell(row, column);
@@ -58,10 +55,8 @@ Matches match(const Module1& arrays, Columns columns, std::size_t rows)
         const double count = counts.of(arrays.suf.cell(row, columns.suf));
         if (count == 0) continue;
         matches.pairs += count;
-        if (arrays.sufrow.is_empty(row))
-            matches.pairs_of_emptied_rows += count;
-        else
-            matches.rows.push_back(row);
+        if (arrays.sufrow.is_empty(row)) matches.pairs_of_emptied_rows += count;
+        else matches.rows.push_back(row);
     }
     return matches;
 }
@@ -84,11 +79,9 @@ void show_intersection(Program& program, ScratchFile& file, const Matches& match
     const RowTexts& sufrow = program.module1.sufrow;
     const std::vector<std::size_t> kept = last_copies(sufrow, matches.rows);
     const auto view = std::make_shared<RowView>(sufrow.buffers());
-    for (const std::size_t row : kept)
-        view->add(sufrow.line(row));
+    for (const std::size_t row : kept) view->add(sufrow.line(row));
     const double empty_lines = std::min(matches.pairs_of_emptied_rows, most_empty_lines) + 2;
-    for (double i = 0; i < empty_lines; ++i)
-        view->add({});
+    for (double i = 0; i < empty_lines; ++i) view->add({});
     show_view(program, file, view);
     const double count = static_cast<double>(kept.size()) + matches.pairs_of_emptied_rows;
     program.form1.Text1[2].set_text(number_text(count));
@@ -126,17 +119,14 @@ void cross_comparison(Program& program, ComparisonFiles& files)
 
     Matches matches = match(program.module1, columns, rows);
     if (form1.notcap) {
-        for (const std::size_t row : matches.rows)
-            sufrow.clear(row, row);
+        for (const std::size_t row : matches.rows) sufrow.clear(row, row);
         matches = {};
     } else {
         form1.compcount = matches.pairs;
     }
     show_intersection(program, files[ComparisonFiles::between1], matches);
-    if (form1.notcap)
-        show_remainder(program, files[ComparisonFiles::between], rows);
-    else
-        ask(program, U" 温情提示：" + outcome(program, U"“∩”"), U"  Tarvik  计算查寻 ", Buttons::OK);
+    if (form1.notcap) show_remainder(program, files[ComparisonFiles::between], rows);
+    else ask(program, U" 温情提示：" + outcome(program, U"“∩”"), U"  Tarvik  计算查寻 ", Buttons::OK);
     form1.RichTextBox3.append(U"\r\n");
 }
 

@@ -7,11 +7,9 @@
 
 #include <cmath>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 struct Parameters {
     std::size_t a, b;
@@ -24,8 +22,7 @@ Parameters read_parameters(const Program& program)
 }
 
 /// Cells that the check writes anew: collected, so that they share one buffer.
-class NewCells
-{
+class NewCells {
 public:
     explicit NewCells(Table& table) : table_(table) {}
     NewCells(const NewCells&) = delete;
@@ -55,8 +52,7 @@ private:
     std::vector<Cell> cells_;
 };
 
-class DateCheck
-{
+class DateCheck {
 public:
     DateCheck(Program& program, Parameters parameters)
         : program_(program), parameters_(parameters), new_cells_(program.module1.suf),
@@ -118,7 +114,7 @@ bool DateCheck::check_row(std::size_t row)
     Text first_cell = cut_cell(row, a), second_cell = cut_cell(row, b);
     program_.form1.daterow = static_cast<double>(row);
     const Text first = normal_date(row, a, first_cell);
-    const Text second = normal_date(row, b, a == b ? first_cell : second_cell);
+    const Text second = normal_date(row, b, second_cell);
     if (first == U"error" || second == U"error") return false;
     compare(row, first, second);
     return true;
@@ -157,7 +153,7 @@ void date_check(Program& program, ComparisonFiles& files)
         goes_on = check.check_row(row);
     check.store();
     if (!goes_on) {
-        write_view(files[ComparisonFiles::between3], *check.view());
+        files[ComparisonFiles::between3].write(*check.view());
         return;
     }
     show_view(program, files[ComparisonFiles::between3], check.view());

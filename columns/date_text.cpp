@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <array>
 
-namespace tarvik
-{
+namespace tarvik {
 
 Text dsx(Text& date)
 {

@@ -4,8 +4,7 @@
 
 #include <optional>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// The date with hyphens for ".", "/" and "\", or "error" for a text of fewer than 8 characters. A date with no
 /// separator at all is given hyphens behind the year and the month, in `date` itself too.

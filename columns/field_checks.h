@@ -3,8 +3,7 @@
 #include "columns/comparison_files.h"
 
 /// The work of the key p inside table SUF, with the parameters of Form3.Text1(0) to Text1(2).
-namespace tarvik
-{
+namespace tarvik {
 
 /// Shows the rows whose dates in columns A and B lie more than C days apart. A time of day behind a date is cut from
 /// the cell for good, and a compact date gets its hyphens there. A date of fewer than 8 characters ends the check with

@@ -5,11 +5,9 @@
 
 #include <algorithm>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 /// The piece of a field that the boxes bound; both bounds count from 1 and belong to it.
 TextView bounded_piece(Program& program, TextView field)

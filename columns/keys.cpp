@@ -10,11 +10,9 @@
 
 #include <algorithm>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr char32_t esc = 27;
 

@@ -3,8 +3,7 @@
 #include "mainwindow/mainwindow.h"
 
 /// The keys of the query box that drive the column engine, and the buttons that spell them.
-namespace tarvik
-{
+namespace tarvik {
 
 /// Esc at any time, the other keys of the engine once a column query has run. Gives whether the key was one of them;
 /// `eaten` is set when it does not reach the box, before its work begins.

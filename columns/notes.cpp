@@ -2,11 +2,9 @@
 
 #include "platform/code_page.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr std::u32string_view notes_file = U"admin123456.txt";
 
@@ -23,10 +21,8 @@ Document read_notes(Program& program)
 void show_notes_view(Form3& form3, bool notes)
 {
     form3.Text2.set_visible(notes);
-    for (auto& [index, box] : form3.Text1)
-        box.set_visible(!notes);
-    for (auto& [index, label] : form3.Label1)
-        label.set_visible(!notes);
+    for (auto& [index, box] : form3.Text1) box.set_visible(!notes);
+    for (auto& [index, label] : form3.Label1) label.set_visible(!notes);
 }
 
 void save_notes(Program& program)
@@ -39,8 +35,7 @@ void save_notes(Program& program)
 void confirm(Program& program)
 {
     Form3& form3 = program.form3;
-    if (!form3.Text2.visible())
-        form3.window.set_window_state(1);
+    if (!form3.Text2.visible()) form3.window.set_window_state(1);
     else if (ask(program, U"此将保存Tarvik 计算说明的更改?", U"Tarvik 计算", Buttons::OKCancel) == Answer::OK)
         save_notes(program);
     show_notes_view(form3, false);

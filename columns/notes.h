@@ -3,8 +3,7 @@
 #include "mainwindow/mainwindow.h"
 
 /// The parameter window Form3 and the notes file that it shows. A notes file that does not exist reads as an empty one.
-namespace tarvik
-{
+namespace tarvik {
 
 /// Shows the notes in the table pane, if there are any.
 void show_notes_in_pane(Program& program);

@@ -3,11 +3,9 @@
 #include "columns/boxes.h"
 #include "columns/views.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 Answer ask_which_rows(Program& program)
 {

@@ -4,12 +4,10 @@
 
 #include <cstddef>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// Rows to be named in a message: the first ones by number, all of them by their count.
-class RowList
-{
+class RowList {
 public:
     void add(std::size_t row, TextView note = {})
     {

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr char32_t cr = U'\r';
 
@@ -15,8 +13,7 @@ std::size_t period(TextView needle)
 {
     std::vector<std::size_t> border(needle.size() + 1, 0);
     for (std::size_t i = 1, k = 0; i < needle.size(); ++i) {
-        while (k > 0 && needle[i] != needle[k])
-            k = border[k];
+        while (k > 0 && needle[i] != needle[k]) k = border[k];
         if (needle[i] == needle[k]) ++k;
         border[i + 1] = k;
     }
@@ -25,8 +22,7 @@ std::size_t period(TextView needle)
 
 /// All places of a needle, overlaps included. A run of overlapping matches is followed by the characters that each
 /// adds.
-class Matches
-{
+class Matches {
 public:
     Matches(TextView document, TextView needle) : document_(document), needle_(needle), period_(period(needle)) {}
 
@@ -45,8 +41,7 @@ private:
 };
 
 /// The CRs around a place that only moves forward.
-class LineBounds
-{
+class LineBounds {
 public:
     explicit LineBounds(TextView document) : document_(document), ahead_(document.find(cr)) {}
 

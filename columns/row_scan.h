@@ -4,8 +4,7 @@
 
 #include <vector>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// What a column scan found in a document.
 struct RowScan {

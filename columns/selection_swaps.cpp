@@ -2,21 +2,17 @@
 
 #include <bit>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 /// Finds the first of the smallest keys among those that are left, in a tree of the winners of each pair.
-class MinimaTree
-{
+class MinimaTree {
 public:
     explicit MinimaTree(std::vector<double> keys)
         : keys_(std::move(keys)), leaves_(std::bit_ceil(keys_.size() + 1)), winners_(2 * leaves_, none)
     {
-        for (std::size_t i = 0; i < keys_.size(); ++i)
-            winners_[leaves_ + i] = static_cast<std::uint32_t>(i);
+        for (std::size_t i = 0; i < keys_.size(); ++i) winners_[leaves_ + i] = static_cast<std::uint32_t>(i);
         for (std::size_t node = leaves_; node-- > 1;)
             winners_[node] = winner(winners_[2 * node], winners_[2 * node + 1]);
     }

@@ -1,13 +1,12 @@
 #include "columns/sort.h"
 
 #include "columns/boxes.h"
+#include "columns/prefetch.h"
 #include "columns/views.h"
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 std::size_t filled_rows(const RowTexts& rows, std::size_t count)
 {
@@ -21,8 +20,10 @@ void sort_by_column(Module1& arrays, std::size_t column, std::size_t last_row)
 {
     std::vector<double> keys;
     keys.reserve(last_row + 1);
-    for (std::size_t row = 0; row <= last_row; ++row)
+    for (std::size_t row = 0; row <= last_row; ++row) {
+        prefetch(arrays.suf.cell(row + prefetch_ahead, column));
         keys.push_back(sunnum(arrays.suf.cell(row, column)));
+    }
     for (const Swap& swap : selection_swaps(keys)) {
         arrays.suf.swap_cells(column, swap.first, swap.second);
         arrays.sufrow.swap(swap.first, swap.second);

@@ -4,8 +4,7 @@
 
 #include <vector>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// The sort key of a cell, made from the codes that its characters have in the system's code page.
 double sunnum(TextView text);

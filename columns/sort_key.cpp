@@ -6,11 +6,9 @@
 #include <array>
 #include <cmath>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 /// Which positions of a text make its key, counted from 1, and the base of their weights. A last position of 0 means
 /// that none do.
@@ -39,10 +37,8 @@ KeyRule rule_of(TextView text)
     if (is_number(text) || is_number(mid(text, 1, 3))) return {1, length, 10};
     KeyRule rule;
     for (std::size_t i = 1; i <= length; ++i) {
-        if (!is_single_byte(text[i - 1]))
-            rule.last = positions_of_wide_text(length);
-        else if (i != length)
-            return {i, std::min(length, last_position_with_letters), 2};
+        if (!is_single_byte(text[i - 1])) rule.last = positions_of_wide_text(length);
+        else if (i != length) return {i, std::min(length, last_position_with_letters), 2};
     }
     return rule;
 }
@@ -68,8 +64,7 @@ double sunnum(TextView text)
 {
     const KeyRule rule = rule_of(text);
     double sum = 0;
-    for (std::size_t k = rule.first; k <= rule.last; ++k)
-        sum += power(rule.base, rule.last - k) * code_at(text, k);
+    for (std::size_t k = rule.first; k <= rule.last; ++k) sum += power(rule.base, rule.last - k) * code_at(text, k);
     if (std::isfinite(sum)) return sum;
     // Hundreds of digits pass what a number can hold: the first of them alone then decide.
     double key = 0;

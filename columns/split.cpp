@@ -4,18 +4,19 @@
 
 #include "platform/code_page.h"
 
-#include <charconv>
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <future>
+#include <string>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 /// The view of a split: row i reads "suf(i,1)***" field "suf(i,2)***" field ..., empty fields left out, eleven blanks
 /// behind each. The lines are split again when somebody asks for them.
-class SplitView final : public LineSource
-{
+class SplitView final : public LineSource {
 public:
     SplitView(std::u32string_view table, const RowTexts& rows, std::size_t count)
         : table_(table), buffers_(rows.buffers())
@@ -44,15 +45,70 @@ public:
         });
     }
 
+    void append_encoded(std::size_t first, std::size_t end, std::string& target) const override;
+
 private:
     std::u32string_view table_;
     std::vector<SharedBuffer> buffers_;
     std::vector<TextView> lines_;
 };
 
-/// As many empty lines as the split has rows: what the pane holds when views are not shown.
-class EmptyLines final : public LineSource
+/// A short text that is copied as a whole block of fixed size, of which `length` characters count.
+struct ShortText {
+    std::array<char, 16> characters{};
+    std::size_t length = 0;
+
+    explicit ShortText(std::string_view text) { append(text); }
+    void append(std::string_view text) { length += text.copy(characters.data() + length, characters.size() - length); }
+    void append(std::size_t value) { append(std::to_string(value)); }
+    char* write(char* out) const
+    {
+        std::memcpy(out, characters.data(), characters.size());
+        return out + length;
+    }
+};
+
+/// What stands behind the row's number, for every column.
+std::vector<ShortText> column_texts()
 {
+    std::vector<ShortText> texts;
+    for (std::size_t column = 0; column <= last_split_column; ++column) {
+        texts.emplace_back(",").append(column);
+        texts.back().append(")***");
+    }
+    return texts;
+}
+
+void SplitView::append_encoded(std::size_t first, std::size_t end, std::string& target) const
+{
+    constexpr std::size_t longest_code = 4, usual_field = 32, around_field = 64;
+    const auto columns = column_texts();
+    const ShortText blanks("           "), table(to_utf8(table_) + "(");
+    std::vector<char> encoded, rendered;
+    for (std::size_t index = first; index < end; ++index) {
+        const TextView line = lines_[index];
+        encoded.resize(std::max(encoded.size(), longest_code * line.size() + usual_field));
+        const std::span<const char> bytes(encoded.data(), encode_into(line, encoded.data()));
+        rendered.resize(std::max(rendered.size(), bytes.size() + last_split_column * around_field));
+        char* out = rendered.data();
+        ShortText row = table;
+        row.append(index);
+        const auto render = [&](std::size_t column, std::size_t start, std::size_t length) {
+            if (length == 0) return;
+            out = columns[column].write(row.write(out));
+            if (length <= usual_field) std::memcpy(out, bytes.data() + start, usual_field);
+            else std::memcpy(out, bytes.data() + start, length);
+            out = blanks.write(out + length);
+        };
+        // No code holds a TAB but the TAB's own, so the fields of the bytes are those of the characters.
+        if (line.has_storage()) split_line(bytes, render);
+        target.append(rendered.data(), out);
+        target += "\r\n";
+    }
+}
+
+/// As many empty lines as the split has rows: what the pane holds when views are not shown.
+class EmptyLines final : public LineSource {
 public:
     explicit EmptyLines(std::size_t count) : count_(count) {}
     std::size_t line_count() const override { return count_; }
@@ -66,7 +122,6 @@ private:
 bool store_cells(Table& table, const RowTexts& rows, std::size_t count)
 {
     bool any = false;
-    table.keep(rows.buffers());
     for (std::size_t row = 0; row < count; ++row) {
         if (rows.is_empty(row)) continue;
         const TextView line = rows.line(row);
@@ -90,15 +145,18 @@ void devision1(Program& program)
     if (form1.curcount <= 0) return;
 
     const RowTexts& rows = form1.comp ? arrays.sugrow : arrays.sufrow;
+    Table& table = form1.comp ? arrays.sug : arrays.suf;
     const std::size_t count = static_cast<std::size_t>(form1.curcount) + 1;
-    const bool any = store_cells(form1.comp ? arrays.sug : arrays.suf, rows, count);
+    table.keep(rows.buffers());
+    // The view is written from the row texts, so the cells need not be there first.
+    std::future<bool> any = std::async(std::launch::async, [&] { return store_cells(table, rows, count); });
     if (form1.showdata) {
         show_view(program, file, std::make_shared<SplitView>(form1.comp ? U"sug" : U"suf", rows, count));
     } else {
-        write_view(file, EmptyLines(0));
+        file.write(EmptyLines(0));
         form1.RichTextBox3.set_content(PaneText(std::make_shared<EmptyLines>(count)));
     }
-    if (form1.showdata || any) form1.Text1[2].set_text(number_text(form1.curcount));
+    if (any.get() || form1.showdata) form1.Text1[2].set_text(number_text(form1.curcount));
 }
 
 } // namespace tarvik

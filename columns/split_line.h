@@ -4,8 +4,7 @@
 
 #include <span>
 
-namespace tarvik
-{
+namespace tarvik {
 
 inline constexpr std::size_t last_split_column = 99;
 /// A TAB with this many TABs behind it counts as one with the next.
@@ -30,8 +29,7 @@ void split_line(std::span<const Char> line, Field&& field)
     for (std::size_t column = 1; opening < last && column <= last_split_column; ++column) {
         const std::size_t start = opening + (swallows(opening) ? 2 : 1);
         std::size_t closing = start;
-        while (closing < last && line[closing - 1] != tab)
-            ++closing;
+        while (closing < last && line[closing - 1] != tab) ++closing;
         field(column, start - 1, closing - start);
         opening = closing;
     }

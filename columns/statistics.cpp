@@ -1,17 +1,16 @@
 #include "columns/statistics.h"
 
 #include "columns/boxes.h"
+#include "columns/prefetch.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
 #include "mainwindow/spreadsheet_task.h"
 
 #include <algorithm>
 
-namespace tarvik
-{
+namespace tarvik {
 
-namespace
-{
+namespace {
 
 constexpr std::u32string_view view_file = U"betweensum.txt";
 
@@ -30,8 +29,9 @@ struct Statistic {
 Statistic count_values(const Table& suf, std::size_t column, std::size_t rows)
 {
     Statistic statistic;
-    TextIndex values(rows);
+    TextIndex values;
     for (std::size_t row = 0; row < rows; ++row) {
+        prefetch(suf.cell(row + prefetch_ahead, column));
         const TextView cell = suf.cell(row, column);
         if (cell.empty()) continue;
         const auto [number, is_new] = values.insert(cell);
@@ -45,8 +45,7 @@ Statistic count_values(const Table& suf, std::size_t column, std::size_t rows)
 /// A value's count stands at its first row, 0 at the others; the working copy is used up by the count.
 void leave_arrays(Module1& arrays, std::size_t column, std::size_t rows, const Statistic& statistic)
 {
-    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy})
-        array->clear(0, array->last());
+    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy}) array->clear(0, array->last());
     arrays.distinct.keep(arrays.suf.buffers());
     for (std::size_t row = 0; row < rows; ++row) {
         arrays.distinct.set_view(row, arrays.suf.cell(row, column));
@@ -99,8 +98,7 @@ void fill_keylist(Program& program, const Statistic& statistic)
     keylist.clear(0, keylist.last());
     keylist.keep(program.module1.suf.buffers());
     const std::size_t kept = std::min(statistic.counts.size(), room);
-    for (std::size_t key = 0; key < kept; ++key)
-        keylist.set_view(key, statistic.counts[key].value);
+    for (std::size_t key = 0; key < kept; ++key) keylist.set_view(key, statistic.counts[key].value);
     program.form1.keycount = static_cast<double>(kept);
     if (kept < statistic.counts.size())
         ask(program,

@@ -5,8 +5,7 @@
 /// The distinct values of a column of SUF with their counts, over as many rows as the table last queried or split has.
 /// All forms leave `distinct`, `distinctn` and `colcopy` as the count made them and show the view with its total. A
 /// column outside 0 to 180 throws Failure before anything has changed.
-namespace tarvik
-{
+namespace tarvik {
 
 /// The key "/": the column stands in Form3.Text1(5) and is told first. Refuses while `comp` selects SUG.
 void column_statistics(Program& program);

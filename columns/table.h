@@ -7,8 +7,7 @@
 /// data in rows 0 to n-1 and a closing row n with nothing between its two TABs; columns count from 1. Above the tables
 /// stand the statistics (statistics.h), the sort (sort.h), the comparisons (comparisons.h), the date check and the
 /// in-field query (field_checks.h); the keys that drive them all are in keys.h, the notes window in notes.h.
-namespace tarvik
-{
+namespace tarvik {
 
 /// Cuts the row texts of the table that `comp` selects into its cells, columns 1 to 99, and shows them. Cells that a
 /// row does not reach and rows above the new count keep what they held. Nothing happens to a table of no rows but that

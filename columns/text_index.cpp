@@ -2,8 +2,7 @@
 
 #include <bit>
 
-namespace tarvik
-{
+namespace tarvik {
 
 TextIndex::TextIndex(std::size_t expected)
 {
@@ -12,22 +11,22 @@ TextIndex::TextIndex(std::size_t expected)
 }
 
 // The place of the text, or the free place that it would take.
-std::size_t TextIndex::slot_of(TextView text, std::size_t hash) const
+std::size_t TextIndex::slot_of(TextView text, std::uint32_t hash) const
 {
     const std::size_t mask = slots_.size() - 1;
     std::size_t place = hash & mask;
-    for (; slots_[place].number != npos; place = (place + 1) & mask)
+    for (; slots_[place].number != free; place = (place + 1) & mask)
         if (slots_[place].hash == hash && texts_[slots_[place].number] == text) break;
     return place;
 }
 
-TextIndex::Entry TextIndex::insert(TextView text)
+TextIndex::Entry TextIndex::insert(TextView text, std::size_t hash)
 {
-    const std::size_t hash = text.hash();
-    const std::size_t place = slot_of(text, hash);
-    if (slots_[place].number != npos) return {slots_[place].number, false};
+    const auto short_hash = static_cast<std::uint32_t>(hash);
+    const std::size_t place = slot_of(text, short_hash);
+    if (slots_[place].number != free) return {slots_[place].number, false};
     const std::size_t number = texts_.size();
-    slots_[place] = {hash, number};
+    slots_[place] = {short_hash, static_cast<std::uint32_t>(number)};
     texts_.push_back(text);
     if (2 * texts_.size() > slots_.size()) grow(2 * slots_.size());
     return {number, true};
@@ -35,7 +34,8 @@ TextIndex::Entry TextIndex::insert(TextView text)
 
 std::size_t TextIndex::find(TextView text) const
 {
-    return slots_[slot_of(text, text.hash())].number;
+    const Slot& slot = slots_[slot_of(text, static_cast<std::uint32_t>(text.hash()))];
+    return slot.number == free ? npos : slot.number;
 }
 
 void TextIndex::grow(std::size_t slots)
@@ -44,10 +44,9 @@ void TextIndex::grow(std::size_t slots)
     old.swap(slots_);
     const std::size_t mask = slots - 1;
     for (const Slot& slot : old) {
-        if (slot.number == npos) continue;
+        if (slot.number == free) continue;
         std::size_t place = slot.hash & mask;
-        while (slots_[place].number != npos)
-            place = (place + 1) & mask;
+        while (slots_[place].number != free) place = (place + 1) & mask;
         slots_[place] = slot;
     }
 }

@@ -2,35 +2,40 @@
 
 #include "platform/text.h"
 
+#include <cstdint>
 #include <vector>
 
-namespace tarvik
-{
+namespace tarvik {
 
 /// Gives each different text a number, counting from 0 in the order of their first appearance. The texts are only
 /// looked at: their storage must outlive the index.
-class TextIndex
-{
+class TextIndex {
 public:
     struct Entry {
         std::size_t number;
         bool is_new;
     };
 
-    /// `expected` texts find room without moving.
+    /// `expected` different texts find room without moving.
     explicit TextIndex(std::size_t expected = 0);
 
-    Entry insert(TextView text);
+    Entry insert(TextView text) { return insert(text, text.hash()); }
+    /// With a hash of the caller's own, which equal texts must share; find() is then of no use.
+    Entry insert(TextView text, std::size_t hash);
+    /// Asks for the place of a text with this hash, which will be inserted soon.
+    void prefetch(std::size_t hash) const { __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]); }
     /// The text's number, or npos.
     std::size_t find(TextView text) const;
     std::size_t size() const { return texts_.size(); }
 
 private:
+    /// Small, since most of the time of a large index goes into fetching them.
     struct Slot {
-        std::size_t hash = 0;
-        std::size_t number = npos;
+        std::uint32_t hash = 0;
+        std::uint32_t number = free;
     };
-    std::size_t slot_of(TextView text, std::size_t hash) const;
+    static constexpr std::uint32_t free = 0xffff'ffff;
+    std::size_t slot_of(TextView text, std::uint32_t hash) const;
     void grow(std::size_t slots);
 
     std::vector<TextView> texts_;

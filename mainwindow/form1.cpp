@@ -60,7 +60,7 @@ constexpr Design command8_design[] = {
 };
 constexpr Design command9_design[] = {
     {0, U"p", key(1800, 360)},  {1, U"z", key(1800, 360)},  {2, U"/", key(1800, 360)},  {3, U"c", key(1720, 420)},
-    {4, U";", key(4120, 720)},  {5, U"p", key(4920, 240)},  {6, U"p", key(4920, 720)},
+    {4, U";", key(4120, 720)},  {5, U"p", key(4120, 240)},  {6, U"p", key(4720, 720)},
 };
 constexpr Design label1_design[] = {
     {0, U"→", arrow(660, 420)}, {1, U"→", arrow(640, 480)},  {2, U"→", arrow(660, 420)},
@@ -68,7 +68,7 @@ constexpr Design label1_design[] = {
 };
 constexpr Design label2_design[] = {
     {0, U"→", arrow(1500, 420)}, {1, U"→", arrow(1440, 480)}, {2, U"→", arrow(1500, 420)},
-    {3, U"→", arrow(1500, 420)}, {4, U"∩", arrow(4240, 300)}, {5, U"≠", arrow(3860, 780)},
+    {3, U"→", arrow(1500, 420)}, {4, U"∩", arrow(3860, 300)}, {5, U"≠", arrow(3860, 780)},
 };
 
 void place(Control& control, const Place& at)

@@ -15,21 +15,21 @@ constexpr Box boxes[] = {{U"5", 2880, 1680},  {U"11", 5040, 1680}, {U"10", 6840,
 
 struct Help {
     std::u32string_view text;
-    double left, top;
+    double top, height;
 };
 constexpr Help help[] = {
     {U"esc-q-p \r\n此按键操作比较同一个表中的两列时间日期间隔或字段内的查寻。对于时间日期比较，系统默认为表第5列与表第11列的"
      U"日期比较，如果大于指定的时间间隔（系统默认为10 天），则显示出来。。如果要修改比较的列值，只需要更改下面的数值即可，"
      U"第一个框表示表中的列值A，第二个框表示表中的列值B,第三个框表示时间间隔C。对于字段内的查寻，系统默认为第5列所在的字段，"
      U"列值可以在第一个框中更改。",
-     600, 120},
+     120, 1555},
     {U"esc-q-c -esc-q-\r\n此按键操作可以{ 相互交叉 }比较或{ 平行对应 }比较两个表中的各一列的字符串。系统默认为两个表中的各第一列"
      U"比较，则显示出来。如果要修改比较的列值，只需要更改下面的数值即可，第一个框表示第一个表中的列值，第二个框表示第二个表中的"
      U"列值。具体操作请按下“说明“按钮。",
-     600, 2400},
+     2400, 1320},
     {U"esc-q-/ 或者 esc-q-z \r\n此按键操作统计或者排序，同一个表中的一列的字符串。系统默认为表中的第一列，则显示出来。如果要修改"
      U"统计或排序的列值，只需要更改下面的数值框即可。",
-     600, 4440},
+     4440, 900},
 };
 
 } // namespace
@@ -50,7 +50,7 @@ Form3::Form3(const ModelListeners& listeners)
     }
     for (auto& [index, label] : Label1) {
         label.set_caption(Text(help[index].text));
-        label.set_place(help[index].left, help[index].top, 9000, index == 2 ? 1000 : 1440);
+        label.set_place(600, help[index].top, 9300, help[index].height);
         label.set_back_color(rgb(192, 208, 192));
     }
     Text2.set_place(480, 120, 8160, 6480);

@@ -1,4 +1,5 @@
 #include "mainwindow/pane_text.h"
+#include "platform/code_page.h"
 
 #include <algorithm>
 
@@ -10,6 +11,17 @@ constexpr std::u32string_view line_end = U"\r\n";
 constexpr std::size_t lines_a_mark = 64;
 
 } // namespace
+
+void LineSource::append_encoded(std::size_t first, std::size_t end, std::string& target) const
+{
+    Text line;
+    for (std::size_t i = first; i < end; ++i) {
+        line.clear();
+        append_line(i, line);
+        line += line_end;
+        encode_to(line, target);
+    }
+}
 
 std::size_t LineSource::length(std::size_t line, Text& scratch) const
 {
@@ -27,13 +39,11 @@ std::size_t LineSource::line_start(std::size_t line) const
     while (starts_.size() <= mark) {
         std::size_t start = starts_.back();
         const std::size_t first = (starts_.size() - 1) * lines_a_mark;
-        for (std::size_t i = first; i < first + lines_a_mark; ++i)
-            start += length(i, scratch);
+        for (std::size_t i = first; i < first + lines_a_mark; ++i) start += length(i, scratch);
         starts_.push_back(start);
     }
     std::size_t start = starts_[mark];
-    for (std::size_t i = mark * lines_a_mark; i < line; ++i)
-        start += length(i, scratch);
+    for (std::size_t i = mark * lines_a_mark; i < line; ++i) start += length(i, scratch);
     return start;
 }
 

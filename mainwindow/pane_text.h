@@ -16,6 +16,9 @@ public:
     virtual std::size_t line_count() const = 0;
     /// Appends line `index` (from 0) without its line end.
     virtual void append_line(std::size_t index, Text& target) const = 0;
+    /// Appends lines `first` up to but not including `end` in the bytes of the code page, each with its CR LF. A source
+    /// that is written to files overrides it where it can do so without the characters in between.
+    virtual void append_encoded(std::size_t first, std::size_t end, std::string& target) const;
 
     // The same lines as one text, each with its CR LF. Offsets count from 0. Where lines begin is found as far as it is
     // asked for, and only the beginning of every 64th is kept.

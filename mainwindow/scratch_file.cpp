@@ -1,12 +1,14 @@
 #include "mainwindow/scratch_file.h"
 
-#include "platform/code_page.h"
+#include <algorithm>
+#include <future>
 
 namespace tarvik {
 
 namespace {
 
-constexpr std::size_t flush_at = 1 << 20;
+/// Lines that are rendered while those before them are on their way to the file.
+constexpr std::size_t lines_at_once = 4096;
 
 } // namespace
 
@@ -18,7 +20,6 @@ void ScratchFile::guarded(Work&& work)
         work();
     } catch (const Failure& failure) {
         failed_ = true;
-        file_.reset();
         if (!told_) tell(program_, failure.message());
     }
 }
@@ -28,47 +29,33 @@ ScratchFile::ScratchFile(Program& program, TextView name, bool told)
 {
     program_.form1.fso = true;
     guarded([this] {
-        file_ = program_.platform.files.open_for_output(path_);
-        file_->write(cleared_line);
-        file_->close();
-        file_.reset();
+        const auto file = program_.platform.files.open_for_output(path_);
+        file->write(cleared_line);
+        file->close();
     });
 }
 
-void ScratchFile::open()
+void ScratchFile::write(const LineSource& lines)
 {
-    guarded([this] { file_ = program_.platform.files.open_for_output(path_); });
+    guarded([&] { write_all(lines); });
 }
 
-void ScratchFile::write_line(TextView line)
+void ScratchFile::write_all(const LineSource& lines)
 {
-    if (failed_) return;
-    encode_to(line, bytes_);
-    bytes_ += "\r\n";
-    if (bytes_.size() < flush_at) return;
-    guarded([this] { file_->write(bytes_); });
-    bytes_.clear();
-}
-
-void ScratchFile::write_source(const LineSource& lines)
-{
-    Text line;
-    for (std::size_t i = 0; i < lines.line_count() && !failed_; ++i) {
-        line.clear();
-        lines.append_line(i, line);
-        write_line(line);
+    const auto file = program_.platform.files.open_for_output(path_);
+    std::string rendered, leaving;
+    std::future<void> left;
+    const std::size_t count = lines.line_count();
+    for (std::size_t line = 0; line < count; line += lines_at_once) {
+        rendered.clear();
+        lines.append_encoded(line, std::min(line + lines_at_once, count), rendered);
+        if (left.valid()) left.get();
+        rendered.swap(leaving);
+        left = std::async(std::launch::async, [&file, &leaving] { file->write(leaving); });
     }
-}
-
-void ScratchFile::close()
-{
-    guarded([this] {
-        file_->write(bytes_);
-        file_->close();
-        file_.reset();
-        program_.form1.textstream = true;
-    });
-    bytes_.clear();
+    if (left.valid()) left.get();
+    file->close();
+    program_.form1.textstream = true;
 }
 
 } // namespace tarvik

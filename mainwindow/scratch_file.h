@@ -2,8 +2,6 @@
 
 #include "mainwindow/mainwindow.h"
 
-#include <memory>
-
 namespace tarvik {
 
 /// A view's side file in the installation folder. Views do not depend on it: what cannot be written is told once, and
@@ -14,22 +12,18 @@ public:
     /// several files: the user has heard of the folder already.
     ScratchFile(Program& program, TextView name, bool told = false);
 
-    /// Cuts the file and begins the view.
-    void open();
-    void write_line(TextView line);
-    void write_source(const LineSource& lines);
-    void close();
+    /// Cuts the file and writes the view.
+    void write(const LineSource& lines);
     /// Whether something could not be written.
     bool failed() const { return failed_; }
 
 private:
     template <typename Work>
     void guarded(Work&& work);
+    void write_all(const LineSource& lines);
 
     Program& program_;
     Text path_;
-    std::unique_ptr<OutputFile> file_;
-    std::string bytes_;
     bool told_ = false;
     bool failed_ = false;
 };

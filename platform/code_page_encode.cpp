@@ -52,42 +52,41 @@ char* write_rare(const TwoByteTable& table, char32_t character, char* out)
     return out;
 }
 
-/// Writes ASCII from the beginning of the text, as far as whole blocks of it go; gives how many characters.
+/// `out` has room for one byte more than the codes take: one and two bytes are written without a branch between them.
 template <typename Char>
-std::size_t write_ascii(std::span<const Char> characters, char* out)
+char* write_one_by_one(const TwoByteTable& table, std::span<const Char> characters, char* out)
 {
-    constexpr std::size_t block = 16;
-    std::size_t written = 0;
-    for (; written + block <= characters.size(); written += block) {
-        const Char* from = characters.data() + written;
-        char32_t bits = 0;
-        for (std::size_t i = 0; i < block; ++i) bits |= from[i];
-        if (bits >= 0x80) break;
-        for (std::size_t i = 0; i < block; ++i) out[written + i] = static_cast<char>(from[i]);
+    const std::uint16_t* codes = table.code.data();
+    for (const char32_t character : characters) {
+        const bool ascii = character < 0x80;
+        const std::uint16_t code = character < 0x10000 ? codes[character] : std::uint16_t{0};
+        if (code == 0 && !ascii) {
+            out = write_rare(table, character, out);
+            continue;
+        }
+        out[0] = static_cast<char>(ascii ? character : code >> 8);
+        out[1] = static_cast<char>(code & 0xff);
+        out += ascii ? 1 : 2;
     }
-    return written;
+    return out;
 }
 
 template <typename Char>
 char* write_characters(const TwoByteTable& table, std::span<const Char> characters, char* out)
 {
-    const std::uint16_t* codes = table.code.data();
-    std::size_t next_block = 0;
-    for (std::size_t i = 0; i < characters.size(); ++i) {
-        if (i == next_block) {
-            const std::size_t ascii = write_ascii(characters.subspan(i), out);
-            next_block = i + std::max<std::size_t>(ascii, 16);
-            out += ascii;
-            i += ascii;
-            if (i == characters.size()) break;
+    constexpr std::size_t block = 8;
+    for (; characters.size() >= block; characters = characters.subspan(block)) {
+        const Char* from = characters.data();
+        char32_t bits = 0;
+        for (std::size_t i = 0; i < block; ++i) bits |= from[i];
+        if (bits >= 0x80) {
+            out = write_one_by_one(table, characters.first(block), out);
+            continue;
         }
-        const char32_t character = characters[i];
-        const std::uint16_t code = character < 0x10000 ? codes[character] : std::uint16_t{0};
-        if (character < 0x80) *out++ = static_cast<char>(character);
-        else if (code != 0) out = write_code(code, out);
-        else out = write_rare(table, character, out);
+        for (std::size_t i = 0; i < block; ++i) out[i] = static_cast<char>(from[i]);
+        out += block;
     }
-    return out;
+    return write_one_by_one(table, characters, out);
 }
 
 } // namespace

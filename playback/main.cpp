@@ -1,3 +1,4 @@
+#include "platform/large_blocks.h"
 #include "playback/player.h"
 
 #include <fstream>
@@ -29,6 +30,7 @@ int play_script(const tarvik::Options& options)
 
 int main(int count, char** words)
 {
+    tarvik::reuse_freed_memory();
     try {
         const std::span<const char* const> arguments(words, static_cast<std::size_t>(count));
         const tarvik::Options options = tarvik::parse_options(arguments.subspan(1), program_folder());

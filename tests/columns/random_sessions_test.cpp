@@ -17,9 +17,8 @@ class Session {
 public:
     explicit Session(unsigned seed) : random_(seed)
     {
-        Form3& form3 = program_.program.form3;
-        form3.Text1[0].set_text(U"2");
-        plain_.box = program_.form1().Text1[2].text();
+        box(0, 2);
+        plain_.box = form1_.Text1[2].text();
     }
 
     /// One key on both sides; gives what it was.
@@ -33,19 +32,47 @@ private:
     {
         return texts[pick(Size)];
     }
+    void box(int index, std::size_t value)
+    {
+        program_.form3.Text1[index].set_text(number_text(static_cast<double>(value)));
+    }
     Text random_document();
     Text random_table();
-    void query(const Text& document, const Text& needle);
-    void query();
-    void split();
-    void two_tables();
-    void press(char32_t key);
-    void compare_tables();
-    void comparison();
-    void inside_suf();
+    void query(const Text& document, const Text& needle)
+    {
+        test_.open_text(document);
+        form1_.Text1[1].set_text(needle);
+        Command7_Click(program_, 0);
+        plain_.query(document, needle);
+    }
+    void split()
+    {
+        Command8_Click(program_, 0);
+        plain_.split();
+    }
+    void flag(char32_t key)
+    {
+        bool eaten = false;
+        column_keys(program_, key, eaten);
+        if (!form1_.dbresult) return;
+        if (key == U'c' || key == U'e') plain_.comp = key == U'c';
+        if (key == U';' || key == U':') plain_.notcap = key == U';';
+        if (key == U',' || key == U'.') plain_.showdata = key == U',';
+    }
+    void two_tables()
+    {
+        for (const char32_t key : {U'e', U'c'}) {
+            flag(key);
+            query(random_table(), U"|");
+            split();
+        }
+    }
+    void p();
 
     std::mt19937 random_;
-    TestProgram program_;
+    TestProgram test_;
+    Program& program_ = test_.program;
+    Form1& form1_ = program_.form1;
     PlainLoops plain_;
 };
 
@@ -60,138 +87,96 @@ Text Session::random_document()
     for (std::size_t count = pick(60); count > 0; --count) text += one_of(pieces);
     if (pick(6) == 0) text.insert(pick(text.size() + 1), Text(19 + pick(8), U'\t'));
     if (pick(6) == 0) text.insert(pick(text.size() + 1), Text(716 + pick(7), U'x'));
-    if (pick(40) == 0)
-        for (int field = 0; field < 120; ++field) text += U"\ta";
+    for (std::size_t field = pick(40) == 0 ? 120 : 0; field > 0; --field) text += U"\ta";
     return text;
 }
 
 /// Lines of few different fields, so that two tables have much in common.
 Text Session::random_table()
 {
-    static const char32_t* const fields[] = {U"a", U"a", U"b", U"甲", U"", U"ab"};
+    static const char32_t* const fields[] = {U"a", U"a", U"b", U"甲", U"", U" ab"};
     static const char32_t* const dates[] = {U"2020-01-05", U"20200120", U"2020.2.5 12:00",
                                             U"2020/02/30", U"",         U"20-1-5"};
     Text text;
-    for (std::size_t rows = pick(9); rows > 0; --rows) {
+    for (std::size_t rows = pick(9); rows > 0; --rows, text += U"|\r\n") {
         text += one_of(fields) + U"\t";
-        for (int i = 0; i < 2; ++i)
-            text += (pick(3) == 0 ? one_of(fields) : dates[pick(pick(12) == 0 ? 6 : 5)]) + U"\t";
-        text += U"|\r\n";
+        text += (pick(3) == 0 ? one_of(fields) : dates[pick(pick(12) == 0 ? 6 : 5)]) + U"\t";
+        text += (pick(3) == 0 ? one_of(fields) : dates[pick(5)]) + U"\t";
     }
     return text;
 }
 
-void Session::query(const Text& document, const Text& needle)
+void Session::p()
 {
-    program_.open_text(document);
-    program_.form1().Text1[1].set_text(needle);
-    Command7_Click(program_.program, 0);
-    plain_.query(document, needle);
-}
-
-void Session::query()
-{
-    static const char32_t* const needles[] = {U"a", U"ab", U"aa", U"  Ab", U"甲",   U"\t", U"ｂ",
-                                              U"2", U"\r", U" ",  U"x",    U"乙丙", U""};
-    const Text document = random_document();
-    query(document, one_of(needles));
-}
-
-void Session::split()
-{
-    Command8_Click(program_.program, 0);
-    plain_.split();
-}
-
-void Session::two_tables()
-{
-    press(U'e');
-    query(random_table(), U"|");
-    split();
-    press(U'c');
-    query(random_table(), U"|");
-    split();
-}
-
-void Session::press(char32_t key)
-{
-    bool eaten = false;
-    column_keys(program_.program, key, eaten);
-    if (!program_.form1().dbresult) return;
-    if (key == U'c' || key == U'e') plain_.comp = key == U'c';
-    if (key == U';' || key == U':') plain_.notcap = key == U';';
-    if (key == U',' || key == U'.') plain_.showdata = key == U',';
-}
-
-void Session::inside_suf()
-{
-    const bool dates = pick(2) == 0;
+    const bool yes = pick(2) == 0, equal = pick(2) == 0, comp = plain_.comp;
     plain_.dateto = 2 + pick(2);
-    program_.program.form3.Text1[1].set_text(number_text(static_cast<double>(plain_.dateto)));
-    program_.dialogs.replies = {dates ? Answer::Yes : Answer::No};
-    Command9_Click(program_.program, 0);
+    box(1, plain_.dateto);
+    if (pick(2) == 0) form1_.Text1[1].set_text(U"aB");
+    test_.dialogs.replies = {yes ? Answer::Yes : Answer::No, equal ? Answer::Yes : Answer::No};
+    Command9_Click(program_, 5);
     plain_.begin_comparison();
-    if (dates) plain_.check_dates();
-    else plain_.query_field(program_.form1().Text1[1].text(), 2, plain_.dateto, 10);
-}
-
-void Session::comparison()
-{
-    const bool cross = pick(2) == 0, equal = pick(2) == 0;
-    program_.dialogs.replies = {cross ? Answer::Yes : Answer::No, equal ? Answer::Yes : Answer::No};
-    Command9_Click(program_.program, 5);
-    plain_.begin_comparison();
-    if (plain_.sufrows < plain_.sugrows || (!cross && plain_.notcap)) {
-        if (plain_.sufrows >= plain_.sugrows) plain_.notcap = false;
-        plain_.comp = false;
-        plain_.reset();
-    } else if (cross) {
-        plain_.cross();
-    } else {
-        plain_.parallel(equal);
-    }
+    if (!comp && yes) plain_.check_dates();
+    else if (!comp) plain_.query_field(form1_.Text1[1].text(), 2, plain_.dateto, 10);
+    else if (plain_.sufrows < plain_.sugrows) plain_.reset();
+    else if (yes) plain_.cross();
+    else if (!plain_.notcap) plain_.parallel(equal);
+    else plain_.notcap = false, plain_.reset();
+    if (comp && yes) flag(U':'); // so that rows which a comparison has emptied are compared again
 }
 
 std::string Session::step()
 {
+    static const char32_t* const needles[] = {U"a", U"ab", U"aa", U"  Ab", U"甲",   U"\t", U"ｂ",
+                                              U"2", U"\r", U" ",  U"x",    U"乙丙", U""};
     const std::size_t column = pick(5);
-    program_.program.form3.Text1[5].set_text(number_text(static_cast<double>(column)));
-    switch (pick(14)) {
-    case 0:
-    case 1:
-    case 2: query(); return "Esc";
-    case 3:
-    case 4: split(); return "q";
-    case 5: two_tables(); return "two tables";
-    case 6:
-        Command9_Click(program_.program, 1);
+    box(5, column);
+    const char32_t key = U"\x1b\x1b\x1bqq2z/sppcceeppp;:,."[pick(21)];
+    if (key == 27) {
+        const Text document = random_document();
+        query(document, one_of(needles));
+    } else if (key == U'q') {
+        split();
+    } else if (key == U'2') {
+        two_tables();
+    } else if (key == U'z') {
+        Command9_Click(program_, 1);
         plain_.sort(column);
-        return "z";
-    case 7:
-        Command9_Click(program_.program, 2);
+    } else if (key == U'/') {
+        Command9_Click(program_, 2);
         plain_.statistics(column, false);
-        return "/";
-    case 8:
-        statistitt(program_.program, static_cast<int>(column));
-        if (program_.form1().dbresult) plain_.statistics(column, true);
-        return "statistitt";
-    case 9:
-    case 10:
-    case 11:
-        if (plain_.comp) comparison();
-        else inside_suf();
-        return "p";
-    default: {
-        const char32_t key = U"ccee;:,,."[pick(9)];
-        press(key);
-        return {static_cast<char>(key)};
+    } else if (key == U's') {
+        statistitt(program_, static_cast<int>(column));
+        if (form1_.dbresult) plain_.statistics(column, true);
+    } else if (key == U'p') {
+        p();
+    } else {
+        flag(key);
     }
-    }
+    return {static_cast<char>(key)};
 }
 
-void Session::compare_tables()
+void Session::compare(const std::string& step)
 {
-    const Module1& arrays = program_.module1();
+    SCOPED_TRACE(step);
+    const Module1& arrays = program_.module1;
+    ASSERT_EQ(to_utf8(form1_.RichTextBox3.text()), to_utf8(plain_.pane));
+    ASSERT_EQ(form1_.Text1[2].text(), plain_.box);
+    for (const auto& [name, text] : plain_.files) ASSERT_EQ(test_.installation.read(name), encode(text)) << name;
+    const auto values = [](const auto& side) {
+        return std::vector<double>{static_cast<double>(side.sufcount),
+                                   static_cast<double>(side.sugcount),
+                                   static_cast<double>(side.curcount),
+                                   static_cast<double>(side.sufrows),
+                                   static_cast<double>(side.sugrows),
+                                   static_cast<double>(side.keycount),
+                                   side.resultcount,
+                                   side.compcount,
+                                   side.daydiff,
+                                   side.comp ? 1.0 : 0,
+                                   side.notcap ? 1.0 : 0,
+                                   side.showdata ? 1.0 : 0};
+    };
+    ASSERT_EQ(values(form1_), values(plain_));
     for (std::size_t row = 0; row < 16; ++row) {
         ASSERT_EQ(arrays.sufrow.text(row), plain_.sufrow(row)) << row;
         ASSERT_EQ(arrays.sugrow.text(row), plain_.sugrow(row)) << row;
@@ -205,24 +190,6 @@ void Session::compare_tables()
             ASSERT_EQ(arrays.sug.cell(row, column).str(), plain_.sug(row)(column)) << row << "," << column;
         }
     }
-}
-
-void Session::compare(const std::string& step)
-{
-    SCOPED_TRACE(step);
-    const Form1& form1 = program_.form1();
-    ASSERT_EQ(to_utf8(form1.RichTextBox3.text()), to_utf8(plain_.pane));
-    ASSERT_EQ(form1.Text1[2].text(), plain_.box);
-    for (const auto& [name, text] : plain_.files) ASSERT_EQ(program_.installation.read(name), encode(text)) << name;
-    const auto count = [](std::size_t value) { return static_cast<double>(value); };
-    ASSERT_EQ(std::make_tuple(form1.sufcount, form1.sugcount, form1.curcount, form1.sufrows, form1.sugrows),
-              std::make_tuple(count(plain_.sufcount), count(plain_.sugcount), count(plain_.curcount),
-                              count(plain_.sufrows), count(plain_.sugrows)));
-    ASSERT_EQ(std::make_tuple(form1.resultcount, form1.compcount, form1.daydiff, form1.keycount),
-              std::make_tuple(plain_.resultcount, plain_.compcount, plain_.daydiff, count(plain_.keycount)));
-    ASSERT_EQ(std::make_tuple(form1.comp, form1.notcap, form1.showdata),
-              std::make_tuple(plain_.comp, plain_.notcap, plain_.showdata));
-    compare_tables();
 }
 
 TEST(ColumnEngine, equals_the_plain_loops_in_random_sessions)

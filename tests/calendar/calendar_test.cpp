@@ -1,0 +1,129 @@
+#include "calendar/attendance.h"
+#include "calendar/calendar.h"
+#include "tests/support/test_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+
+namespace tarvik::test {
+namespace {
+
+TEST(TimeOfDay, is_read_behind_a_date)
+{
+    const std::pair<const char32_t*, double> times[] = {{U"2020-01-05 8:05:09", 29109},
+                                                        {U"8:05:09", 29109},
+                                                        {U"23:59:59", 86399},
+                                                        {U"2020-01-05 12:00:01", 43201},
+                                                        {U"0:00:00", 0},
+                                                        {U"12:30", 0},
+                                                        {U"", 0}};
+    for (const auto& [text, seconds] : times) EXPECT_EQ(sntime(text), seconds) << to_utf8(text);
+}
+
+TEST(Numbers, are_rounded_half_up_to_two_decimals)
+{
+    const std::pair<double, const char32_t*> rounded[] = {
+        {0.5166666, U"0.52"}, {8.994, U"8.99"}, {2.5, U"2.5"}, {-1, U"-1"},     {0, U"0"},
+        {8.985, U"8.99"},     {0.005, U"0.01"}, {12.0, U"12"}, {7.98, U"7.98"}, {2.9999999, U"3"}};
+    for (auto [value, text] : rounded) EXPECT_EQ(wct(value), Text(text));
+    double noisy = 17.5 - 8.52 - 1;
+    EXPECT_EQ(wct(noisy), U"7.98");
+    EXPECT_EQ(noisy, 7.98);
+    EXPECT_EQ(wcnum(-1), U"-1      ");
+    EXPECT_EQ(wcnum(0.52), U"0.52    ");
+    EXPECT_EQ(wcnum(1234.567), U"");
+}
+
+TEST(Days, are_those_of_the_calendar)
+{
+    std::mt19937 random(3);
+    for (int round = 0; round < 2000; ++round) {
+        using namespace std::chrono;
+        const sys_days first{days(random() % 200000) - days(100000)}, second{days(random() % 200000) - days(100000)};
+        const year_month_day a(first), b(second);
+        const auto parts = [](const year_month_day& day) {
+            return std::make_tuple(static_cast<double>(static_cast<int>(day.year())),
+                                   static_cast<double>(static_cast<unsigned>(day.month())),
+                                   static_cast<double>(static_cast<unsigned>(day.day())));
+        };
+        ASSERT_EQ(std::apply(steaddaf, std::tuple_cat(parts(a), parts(b))),
+                  static_cast<double>((second - first).count()));
+    }
+    EXPECT_TRUE(is_calendar_day(2000, 2, 29) && !is_calendar_day(1900, 2, 29) && !is_calendar_day(2020, 0, 1));
+    EXPECT_EQ(fenzyfenm(100, 2000), 100);
+    EXPECT_EQ(fenzyfenm(12, 18), 6);
+    EXPECT_EQ(fenmax(3, 10), 7);
+    const std::pair<double, double> remainders[] = {{15, 1}, {14, 0}, {-1, 6}, {-7, 0}, {-8, 6}};
+    for (const auto& [x, remainder] : remainders) EXPECT_EQ(fenmod(7, x), remainder) << x;
+}
+
+TEST(CompactTexts, dates_and_telephone_numbers)
+{
+    const std::tuple<const char32_t*, const char32_t*> dates[] = {{U"2020.01.05", U"20200105"},
+                                                                  {U"2020/1/5", U"202015"},
+                                                                  {U"20200105", U"2020-01-05"},
+                                                                  {U"2020-01-05", U"2020-01-05"},
+                                                                  {U"12", U"12--"}};
+    for (const auto& [told, compact] : dates) {
+        Text date = told;
+        EXPECT_EQ(xsd(date), Text(compact));
+    }
+    EXPECT_EQ(telecall(U"0755/138"), U"138");
+    EXPECT_EQ(telecall(U"138/0755"), U"138");
+    EXPECT_EQ(telecall(U"0755"), U"0755");
+}
+
+TEST(Attendance, judges_each_day_by_its_stamps)
+{
+    struct Case {
+        const char32_t *in, *out, *line; ///< the line behind the person; empty for none
+    };
+    const Case cases[] = {
+        {U"2016-09-22 08:30:00.000", U"2016-09-22 17:30:00.000",
+         U"2016-09-22\t星期四\t上班打卡：08:30:00\t正常\t下班打卡：17:30:00\t正常\t8       "},
+        {U"2016-09-23 08:31:45.000", U"2016-09-23 17:30:00.000",
+         U"2016-09-23\t星期五\t上班打卡：08:31:45\t迟到\t下班打卡：17:30:00\t迟到\t7.98    "},
+        {U"2016-09-24 08:45:00.0", U"2016-09-24 17:20:00.0",
+         U"2016-09-24\t星期六\t上班打卡：08:45:00\t倒退\t下班打卡：17:20:00\t倒退\t7.58    "},
+        {U"2016-09-25 8:00:00.0", U"2016-09-25 17:20:00.0",
+         U"2016-09-25\t星期日\t上班打卡：8:00:00\t早退\t下班打卡：17:20:00\t正常\t8.33    "},
+        {U"2016-09-26 08:00:00.0", U"2016-09-26 20:30:00.0",
+         U"2016-09-26\t星期一\t上班打卡：08:00:00\t正常\t下班打卡：20:30:00\t加班\t2.5     "},
+        {U"2016-09-27 09:00:00.0", U"2016-09-27 09:00:00.0",
+         U"2016-09-27\t星期二\t上班打卡：09:00:00\t倒退\t下班打卡：09:00:00\t异常\t-1      "},
+        {U"2016-09-28 14:00:00.0", U"2016-09-28 14:00:00.0",
+         U"2016-09-28\t星期三\t上班打卡：14:00:00\t倒退\t下班打卡：14:00:00\t旷工\t-1      "},
+        {U"2016-09-21 08:00:00.0", U"2016-09-21 18:00:00.0",
+         U"2016-09-21\t星期三\t上班打卡：08:00:00\t正常\t下班打卡：18:00:00\t正常\t9       "},
+        {U"2016-09-22 17:00:00.0", U"2016-09-22 09:00:00.0",
+         U"2016-09-22\t星期四\t上班打卡：17:00:00\t倒退\t下班打卡：09:00:00\t旷工\t-9      "},
+        {U"2016-09-22 00:00:00.0", U"2016-09-22 24:00:00.0", U""},
+        {U"", U"2016-09-22 24:00:00.0", U""},
+        {U"2016-09-22", U"2016-09-22 17:30:00.0", U""},
+        {U"2016-09-22 08:30:00.0", U"2016-02-30 17:30:00.0", U""},
+    };
+    TestProgram test;
+    Text document, expected;
+    for (const Case& one : cases) {
+        document += U"x\t系统设备制造部\t张三\t\t\t\t" + Text(one.in) + U"\t" + one.out + U"\r\n";
+        if (*one.line) expected += U"张三\t" + Text(one.line) + U"\r\n";
+    }
+    test.open_text(document);
+    test.form1().Text1[1].set_text(U"An kqtest");
+    an_kqtest(test.program);
+    EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), to_utf8(expected));
+    EXPECT_EQ(test.form1().Text1[2].text(), U"9");
+    EXPECT_THAT(test.dialogs.take_messages(),
+                testing::ElementsAre(testing::AllOf(testing::HasSubstr("第 11 行"), testing::HasSubstr("第 12 行"))));
+
+    test.form1().comp = true;
+    an_kqtest(test.program);
+    EXPECT_EQ(test.dialogs.take_messages().size(), 1U);
+    EXPECT_EQ(test.form1().sugcount, 0);
+}
+
+} // namespace
+} // namespace tarvik::test
