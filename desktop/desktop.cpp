@@ -1,0 +1,82 @@
+#include "desktop/desktop.h"
+
+#include "desktop/qt_text.h"
+#include "office/batch_runner.h"
+
+#include <QApplication>
+#include <QScreen>
+
+namespace tarvik {
+
+namespace {
+
+Scale scale_of_screen()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return {screen ? screen->logicalDotsPerInch() : 96.0, 1};
+}
+
+} // namespace
+
+Desktop::Desktop(std::filesystem::path installation, DriveMap drives, const MakeEngines& make_engines)
+    : files_(std::move(installation), std::move(drives)), theme_(files_),
+      dialogs_([this] { show(); }, to_qt(files_.installation_folder())), office_(make_engines(files_, printer_)),
+      program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
+      queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), side_scale_(scale_of_screen()),
+      main_fonts_(theme_, main_scale_), side_fonts_(theme_, side_scale_),
+      main_{program_, queue_, mirror_, theme_, main_scale_, main_fonts_},
+      side_{program_, queue_, mirror_, theme_, side_scale_, side_fonts_}, focus_(queue_), backdrop_(files_), side_backdrop_(backdrop_),
+      form1_(main_, focus_, backdrop_, main_scale_, main_fonts_), form3_(side_, focus_, side_backdrop_, form1_),
+      form4_(side_, focus_, no_backdrop_, form1_), timers_(main_), menu_(queue_, program_.form1.window)
+{
+    QCoreApplication::installTranslator(&chinese_);
+    theme_.apply();
+    program_.listeners.property_changed = [this](const Control& control, Property property) {
+        mirror_.changed(control, property);
+    };
+    screen_.set_work({[this] { show(); }, [this](double part) { form1_.progress().show_work(part); },
+                      [this] { menu_.ask(); }});
+}
+
+void Desktop::start()
+{
+    queue_.submit([this] {
+        tarvik::start(program_);
+        form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
+        side_scale_.zoom = main_scale_.zoom;
+        theme_.set_dialog_font(side_scale_);
+        form3_.set_zoom();
+        form4_.set_zoom();
+    });
+}
+
+// The windows go before what they tell of.
+Desktop::~Desktop()
+{
+    queue_.close();
+    program_.listeners.property_changed = nullptr;
+    QCoreApplication::removeTranslator(&chinese_);
+}
+
+void Desktop::show()
+{
+    mirror_.update();
+    show_batch_progress();
+}
+
+void Desktop::event_ended()
+{
+    screen_.end_progress();
+    show();
+    menu_.open_if_asked();
+    if (program_.ended) QCoreApplication::quit();
+}
+
+void Desktop::show_batch_progress()
+{
+    const Form1& form1 = program_.form1;
+    const bool runs = run_in_progress(program_.form1) && form1.keycount > 0;
+    form1_.progress().show_batch(runs ? (form1.sheetno - 1) / form1.keycount : -1);
+}
+
+} // namespace tarvik

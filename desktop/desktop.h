@@ -1,0 +1,64 @@
+#pragma once
+
+#include "desktop/chinese_texts.h"
+#include "desktop/context_menu.h"
+#include "desktop/desktop_platform.h"
+#include "desktop/dialogs.h"
+#include "desktop/form1_window.h"
+#include "desktop/form3_window.h"
+#include "desktop/form4_window.h"
+#include "desktop/model_timers.h"
+#include "platform/disk_files.h"
+#include "platform/system_clock.h"
+
+#include <memory>
+
+namespace tarvik {
+
+/// Makes the office engines when the files and the printer stand.
+using MakeEngines = std::function<std::unique_ptr<OfficeEngines>(Files&, Printer&)>;
+
+/// The program on the desktop: the model, the windows that show it, and everything between the two. Needs a
+/// QApplication.
+class Desktop {
+public:
+    Desktop(std::filesystem::path installation, DriveMap drives, const MakeEngines& make_engines);
+    ~Desktop();
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    /// Brings the program to its shown window.
+    void start();
+    Program& program() { return program_; }
+    Form1Window& main_window() { return form1_; }
+
+private:
+    void show();
+    void event_ended();
+    void show_batch_progress();
+
+    DiskFiles files_;
+    ChineseTexts chinese_;
+    Theme theme_;
+    SystemClock clock_;
+    DesktopClipboard clipboard_;
+    DesktopScreen screen_;
+    DesktopPrinter printer_;
+    DesktopDialogs dialogs_;
+    std::unique_ptr<OfficeEngines> office_;
+    Program program_;
+    Mirror mirror_;
+    EventQueue queue_;
+    Scale main_scale_, side_scale_; // the main window's changes with its size
+    PaneFonts main_fonts_, side_fonts_;
+    Front main_, side_;
+    FocusTracker focus_;
+    Backdrop backdrop_, side_backdrop_, no_backdrop_;
+    Form1Window form1_;
+    Form3Window form3_;
+    Form4Window form4_;
+    ModelTimers timers_;
+    ContextMenu menu_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "events/events.h"
+
+#include <deque>
+#include <functional>
+
+namespace tarvik {
+
+/// Lets one thing happen after the other: while a handler runs, with a dialog that it has opened or not, whatever else
+/// happens waits.
+class EventQueue {
+public:
+    /// `show` brings the windows up to date; it is called after each event.
+    EventQueue(Program& program, std::function<void()> show) : program_(program), show_(std::move(show)) {}
+
+    /// Runs the action now, or when everything ahead of it is done. What it throws is told to the user.
+    void submit(std::function<void()> action);
+    /// Sends an event when its turn comes.
+    void post(const Event& event);
+    /// Sends an event at once; only from inside an action.
+    void send(Event& event);
+    bool busy() const { return busy_; }
+    /// Nothing happens any more.
+    void close() { closed_ = true; }
+
+private:
+    void drain();
+    void run(const std::function<void()>& action);
+
+    Program& program_;
+    std::function<void()> show_;
+    std::deque<std::function<void()>> waiting_;
+    bool busy_ = false, closed_ = false;
+};
+
+} // namespace tarvik

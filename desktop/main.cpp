@@ -1,0 +1,36 @@
+#include "desktop/desktop.h"
+#include "desktop/window_icon.h"
+#include "office/ooxml/engine.h"
+
+#include <QApplication>
+
+#include <iostream>
+
+namespace
+{
+
+std::filesystem::path program_folder()
+{
+    return std::filesystem::path(QCoreApplication::applicationDirPath().toStdString());
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    QApplication application(count, words);
+    QCoreApplication::setApplicationName("Tarvik");
+    QGuiApplication::setDesktopFileName("tarvik");
+    QGuiApplication::setWindowIcon(tarvik::window_icon());
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    try {
+        tarvik::Desktop desktop(program_folder(), {}, [](tarvik::Files& files, tarvik::Printer& printer) {
+            return std::make_unique<tarvik::OoxmlEngines>(files, printer);
+        });
+        desktop.start();
+        return QApplication::exec();
+    } catch (const std::exception& error) {
+        std::cerr << "tarvik: " << error.what() << '\n';
+        return 1;
+    }
+}

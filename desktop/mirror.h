@@ -1,0 +1,44 @@
+#pragma once
+
+#include "mainwindow/control.h"
+
+#include <functional>
+#include <unordered_map>
+#include <vector>
+
+class QWidget;
+
+namespace tarvik {
+
+/// Knows what shows each control of the model, and brings up to date only what shows a control that has changed.
+class Mirror {
+public:
+    /// `widget` is what takes the focus for the control; none for a window or a timer. Controls that are shown last, such
+    /// as windows, come after all others, whose contents must stand when they appear.
+    void add(const Control& control, QWidget* widget, std::function<void()> show, bool last = false);
+    /// What a form does when the place or size of any of its controls has changed.
+    void on_moved(FormId form, std::function<void()> place);
+
+    /// To be called for every change in the model.
+    void changed(const Control& control, Property property);
+    /// Everything counts as changed.
+    void all_changed();
+    void update();
+
+private:
+    struct Entry {
+        QWidget* widget;
+        std::function<void()> show;
+        bool last;
+        bool changed;
+    };
+    void show_changed(bool last);
+
+    std::unordered_map<const Control*, Entry> entries_;
+    std::unordered_map<FormId, std::function<void()>> place_;
+    std::vector<Entry*> changed_;
+    std::vector<FormId> moved_;
+    const Control* focus_ = nullptr;
+};
+
+} // namespace tarvik

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "mainwindow/control.h"
+#include "platform/text.h"
+
+#include <QColor>
+#include <QString>
+
+/// Between the system's texts and the toolkit's, which counts characters outside the basic plane as two.
+namespace tarvik {
+
+QString to_qt(TextView text);
+Text from_qt(const QString& text);
+/// A text for a label or a box: CR LF becomes one line break.
+QString lines_to_qt(TextView text);
+
+/// Places count from 0 on both sides.
+int qt_place(TextView text, std::size_t characters);
+std::size_t place_of_qt(const QString& text, int units);
+
+QColor to_qt(Colour colour);
+
+} // namespace tarvik

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "desktop/text_rows.h"
+#include "mainwindow/pane.h"
+
+namespace tarvik {
+
+/// What a text view shows and edits: a pane, or a box of several lines.
+class ViewedText {
+public:
+    virtual ~ViewedText() = default;
+    virtual Control& control() = 0;
+    virtual PaneText content() = 0;
+    virtual TextLook look() const = 0;
+    virtual bool breaks_lines() const = 0;
+    virtual Selection selection() const = 0;
+    virtual void select(Selection selection) = 0;
+    virtual void replace_selection(TextView text) = 0;
+};
+
+class ViewedPane final : public ViewedText {
+public:
+    explicit ViewedPane(Pane& pane) : pane_(pane) {}
+    Control& control() override { return pane_; }
+    PaneText content() override { return pane_.content(); }
+    TextLook look() const override { return {pane_.marks(), pane_.text_font_size()}; }
+    bool breaks_lines() const override { return pane_.line_breaking(); }
+    Selection selection() const override { return pane_.selection(); }
+    void select(Selection selection) override { pane_.select(selection); }
+    void replace_selection(TextView text) override { pane_.replace_selection(text); }
+
+private:
+    Pane& pane_;
+};
+
+class ViewedBox final : public ViewedText {
+public:
+    ViewedBox(TextBox& box, bool breaks_lines) : box_(box), breaks_lines_(breaks_lines) {}
+    Control& control() override { return box_; }
+    PaneText content() override;
+    TextLook look() const override { return {}; }
+    bool breaks_lines() const override { return breaks_lines_; }
+    Selection selection() const override { return box_.selection(); }
+    void select(Selection selection) override { box_.select(selection); }
+    void replace_selection(TextView text) override { box_.replace_selection(text); }
+
+private:
+    TextBox& box_;
+    bool breaks_lines_;
+    Text text_; // what content_ was made of
+    PaneText content_;
+};
+
+/// Whether two texts are made of the same pieces of the same buffers. Equal texts of other buffers count as different.
+bool same_pieces(const PaneText& a, const PaneText& b);
+bool same_first_piece(const PaneText& a, const PaneText& b);
+
+} // namespace tarvik

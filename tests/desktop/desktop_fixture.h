@@ -1,0 +1,67 @@
+#pragma once
+
+#include "desktop/desktop.h"
+#include "desktop/qt_text.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+#include <QDialog>
+#include <QTest>
+
+#include <deque>
+
+namespace tarvik::test {
+
+/// The whole desktop over an installation folder of its own, with a user at keyboard and mouse. Boxes that open are
+/// answered in order by what was laid ready; one that nobody expects fails the test and is closed.
+class DesktopFixture : public testing::Test {
+protected:
+    DesktopFixture();
+    ~DesktopFixture() override;
+
+    /// Lays a sample file of the installation into the folder.
+    void copy_sample(const std::string& name);
+    void start();
+
+    Program& program() { return desktop->program(); }
+    Form1& form1() { return desktop->program().form1; }
+
+    template <typename Widget = QWidget>
+    Widget& find(const QString& name)
+    {
+        QWidget* found = find_widget(name);
+        if (!dynamic_cast<Widget*>(found)) throw std::runtime_error("no such widget: " + name.toStdString());
+        return dynamic_cast<Widget&>(*found);
+    }
+    /// Presses and releases the left button in the middle of a control.
+    void click(const QString& name);
+    /// Types into a control that gets the focus: "\r" is Enter, "\x1b" Esc.
+    void type(const QString& name, const QString& keys);
+    /// Lets time pass until the condition holds. Gives false when it does not within ten seconds.
+    bool wait_until(const std::function<bool()>& condition);
+
+    /// The next box is answered by the button with this caption.
+    void expect_box(const QString& button);
+    void expect_input(const QString& text);
+    /// The next file dialog gets this path; with an empty one it is cancelled.
+    void expect_file(const QString& path);
+    bool all_answered() const { return answers_.empty(); }
+    /// Title and text of the boxes so far.
+    QStringList boxes;
+
+    TemporaryFolder installation, drive_d;
+    std::unique_ptr<Desktop> desktop;
+
+private:
+    using Answer = std::function<void(QDialog&)>;
+    static QWidget* find_widget(const QString& name);
+    void look_for_box();
+    std::deque<Answer> answers_;
+    QTimer watch_;
+};
+
+/// The lines that a text widget shows, as it lays them out.
+QStringList shown_lines(const TextWidget& widget);
+
+} // namespace tarvik::test

@@ -1,0 +1,159 @@
+#include "tests/desktop/desktop_fixture.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
+#include <QMenu>
+
+namespace tarvik::test {
+namespace {
+
+using DesktopInput = DesktopFixture;
+
+void commit(QWidget& widget, const QString& text)
+{
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(&widget, &event);
+}
+
+QPoint place(const TextWidget& widget, std::size_t offset)
+{
+    const TextArea& area = widget.area();
+    const Row row = area.rows().row_at(offset);
+    for (const TextArea::ShownRow& shown : area.shown())
+        if (shown.row.start == row.start)
+            return {qRound(area.x_of(row, offset)), qRound(shown.y + row.height / 2)};
+    return {};
+}
+
+void pick(const QString& entry)
+{
+    auto* menu = dynamic_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions())
+        if (action->text() == entry) action->trigger();
+    menu->close();
+}
+
+TEST_F(DesktopInput, a_chinese_text_of_an_input_method_is_typed_key_by_key)
+{
+    start();
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    box.selectAll();
+    commit(box, "中\U00020000q");
+    EXPECT_EQ(form1().Text1[1].text(), U"中\U00020000q");
+    form1().dbresult = true;
+    expect_box("确定");
+    commit(box, "文;字"); // ";" is a command now
+    EXPECT_EQ(form1().Text1[1].text(), U"中\U00020000q文字");
+    EXPECT_EQ(box.text(), to_qt(form1().Text1[1].text()));
+    EXPECT_TRUE(form1().notcap);
+    // The selection counts characters.
+    box.setSelection(1, 2);
+    EXPECT_EQ(form1().Text1[1].selected_text(), U"\U00020000");
+}
+
+TEST_F(DesktopInput, a_box_shows_what_the_system_writes_and_keeps_what_it_holds)
+{
+    start();
+    program().form4.Text4.set_text(U"1\r\n");
+    click("Form1.Text1(1)");
+    EXPECT_EQ(program().form4.Text4.text(), U"1\r\n");
+    EXPECT_EQ(form1().Text1[1].text(), U"查寻条件") << "a click changes nothing";
+    QTest::mouseDClick(&find("Form1.Text1(1)"), Qt::LeftButton);
+    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "");
+    find<LineBox>("Form1.Text1(5)").selectAll();
+    QTest::keyClick(&find("Form1.Text1(5)"), Qt::Key_Delete);
+    EXPECT_EQ(form1().Text1[5].text(), U"");
+    find("Form1.Command6").setFocus();
+    QTest::keyClick(&find("Form1.Command6"), 'x'); // a button has no use for it
+    EXPECT_EQ(form1().Text1[1].text(), U"x");
+}
+
+TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
+{
+    installation.write("coclus.txt", "one\r\ntwo\r\n");
+    start();
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    type("Form1.RichTextBox2", "x\ry");
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"x\r\nyone\r\ntwo\r\n"));
+    QTest::keyClick(&pane, Qt::Key_Backspace);
+    QTest::keyClick(&pane, Qt::Key_Backspace); // CR LF goes as one
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"xone\r\ntwo\r\n"));
+    QTest::keyClick(&pane, Qt::Key_Down);
+    QTest::keyClick(&pane, Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"wo");
+    commit(pane, "二");
+    EXPECT_EQ(shown_lines(pane), (QStringList{"xone", "t二", ""}));
+    for (int i = 0; i < 6; ++i) QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"one\r\ntwo\r\n"));
+}
+
+TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_it)
+{
+    installation.write("coclus.txt", "one two\r\nthree\r\n");
+    start();
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    QTest::mousePress(pane.viewport(), Qt::LeftButton, {}, place(pane, 4));
+    QTest::mouseMove(pane.viewport(), place(pane, 12));
+    EXPECT_EQ(program().platform.clipboard.text(), U"");
+    QTest::mouseRelease(pane.viewport(), Qt::LeftButton, {}, place(pane, 12));
+    EXPECT_EQ(program().platform.clipboard.text(), U"two\r\nthr");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "two\nthr") << "other programs get their line ends";
+
+    QTest::mousePress(pane.viewport(), Qt::RightButton, {}, place(pane, 1));
+    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"two\r\nthr") << "a right click keeps the selection";
+    pick("_复制");
+    QTest::mouseClick(&find("Form1.Text1(4)"), Qt::LeftButton);
+    QTest::mousePress(&find("Form1.Text1(1)"), Qt::RightButton);
+    EXPECT_TRUE(form1().menuonquery);
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    pick("_粘贴");
+    EXPECT_EQ(form1().Text1[1].text(), U"two\r\nthr");
+    EXPECT_EQ(program().platform.clipboard.text(), U"") << "a paste empties the clipboard";
+
+    QGuiApplication::clipboard()->setText("a\nb");
+    QTest::mouseClick(pane.viewport(), Qt::LeftButton, {}, place(pane, 2));
+    EXPECT_EQ(program().platform.clipboard.text(), U"") << "a plain click selects nothing";
+    QTest::mouseDClick(pane.viewport(), Qt::LeftButton, {}, place(pane, 5));
+    QTest::mouseRelease(pane.viewport(), Qt::LeftButton, {}, place(pane, 5));
+    EXPECT_EQ(program().platform.clipboard.text(), U"two");
+}
+
+TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)
+{
+    installation.write("coclus.txt", "one\r\n");
+    start();
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    const double height = pane.area().shown().front().row.height;
+    QTest::mousePress(pane.viewport(), Qt::MiddleButton, Qt::ControlModifier, place(pane, 1));
+    EXPECT_GT(pane.area().shown().front().row.height, 2 * height);
+    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"one\r\n");
+}
+
+TEST_F(DesktopInput, a_line_of_any_length_is_reached_at_both_ends)
+{
+    start();
+    const std::size_t size = 3'000'000;
+    form1().RichTextBox2.set_text(Text(size, U'中') + U"end");
+    click("Form1.Frame1");
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    click("Form1.RichTextBox2");
+    QTest::keyClick(&pane, Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(pane.caret(), size + 3);
+    EXPECT_GT(form1().RichTextBox2.selection().length, size - 200);
+    const auto row = pane.area().rows().row_at(0);
+    const auto shown = pane.area().rows().between(row, pane.area().left(), pane.area().left() + pane.area().width());
+    EXPECT_EQ(shown.back().character, U'd');
+    EXPECT_LT(shown.size(), 200U);
+}
+
+TEST(FileFilters, are_those_of_the_toolkit)
+{
+    EXPECT_EQ(name_filters(U"文本文件*.txt|*.txt"), QStringList{"文本文件*.txt (*.txt)"});
+    EXPECT_EQ(name_filters(U"a|*.x;*.y|所有文件*.*|*.*"), (QStringList{"a (*.x *.y)", "所有文件*.* (*)"}));
+}
+
+} // namespace
+} // namespace tarvik::test

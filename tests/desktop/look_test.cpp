@@ -1,0 +1,109 @@
+#include "tests/desktop/desktop_fixture.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+
+namespace tarvik::test {
+namespace {
+
+using DesktopLook = DesktopFixture;
+
+// The three panes lie on each other, and one of them shows.
+std::vector<QWidget*> shown_children(const QWidget& parent)
+{
+    std::vector<QWidget*> shown;
+    for (QWidget* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        if (child->isVisible() && child->objectName().startsWith("Form")) shown.push_back(child);
+    return shown;
+}
+
+void expect_legible(const QWidget& widget)
+{
+    const std::string name = widget.objectName().toStdString();
+    const QFontMetrics metrics = widget.fontMetrics();
+    if (const auto* button = dynamic_cast<const QAbstractButton*>(&widget)) {
+        EXPECT_LE(metrics.horizontalAdvance(button->text()), widget.width()) << name;
+        EXPECT_LE(metrics.height(), widget.height() + 2) << name;
+    }
+    if (const auto* label = dynamic_cast<const QLabel*>(&widget); label && label->wordWrap()) {
+        EXPECT_LE(label->heightForWidth(label->width()), label->height()) << name;
+    }
+    if (dynamic_cast<const QLineEdit*>(&widget)) { EXPECT_LE(metrics.height(), widget.height()) << name; }
+}
+
+void expect_in_order(const QWidget& parent)
+{
+    const auto children = shown_children(parent);
+    EXPECT_FALSE(children.empty());
+    for (std::size_t i = 0; i < children.size(); ++i) {
+        const std::string name = children[i]->objectName().toStdString();
+        EXPECT_TRUE(parent.rect().contains(children[i]->geometry())) << name << " is clipped";
+        for (std::size_t j = 0; j < i; ++j)
+            EXPECT_FALSE(children[i]->geometry().intersects(children[j]->geometry()))
+                << name << " overlaps " << children[j]->objectName().toStdString();
+        expect_legible(*children[i]);
+        if (dynamic_cast<FrameWidget*>(children[i])) expect_in_order(*children[i]);
+    }
+}
+
+TEST_F(DesktopLook, nothing_is_clipped_or_overlaps_at_any_size_in_both_modes)
+{
+    start();
+    for (int mode = 0; mode < 2; ++mode) {
+        for (const QSize size : {QSize(640, 400), QSize(784, 560), QSize(900, 1400), QSize(1280, 680), QSize(3800, 2000)}) {
+            desktop->main_window().resize(size);
+            QTest::qWait(1);
+            SCOPED_TRACE(std::to_string(size.width()) + " " + std::to_string(size.height()));
+            expect_in_order(desktop->main_window());
+        }
+        click("Form1.Command6");
+    }
+}
+
+TEST_F(DesktopLook, the_other_windows_show_all_of_their_texts)
+{
+    start();
+    program().form3.window.set_visible(true);
+    click("Form1.Command6");
+    click("Form1.Command3");
+    expect_in_order(find("Form3"));
+    expect_in_order(*find("Form4.Frame1").parentWidget());
+    EXPECT_TRUE(find("Form4").isVisible());
+}
+
+TEST_F(DesktopLook, the_model_and_the_window_agree_on_its_size)
+{
+    start();
+    const double opened = form1().window.width();
+    EXPECT_NEAR(opened, 14844, 1) << "the told opening size, whatever the screen";
+    FormWindow& window = desktop->main_window();
+    window.resize(window.width() * 2, window.height() * 2);
+    QTest::qWait(1);
+    EXPECT_GT(form1().window.width(), opened * 1.5);
+    EXPECT_EQ(find("Form1.Command2(1)").geometry().right() < window.width(), true);
+    EXPECT_NEAR(form1().RichTextBox1.height(), form1().window.height() * 0.618, 1e-6);
+    const double large = form1().window.width();
+    window.showMinimized();
+    EXPECT_EQ(form1().window.window_state(), 1);
+    window.showNormal();
+    EXPECT_EQ(form1().window.window_state(), 0);
+    EXPECT_EQ(form1().window.width(), large);
+}
+
+TEST_F(DesktopLook, controls_have_their_own_colours)
+{
+    start();
+    click("Form1.Command6");
+    const QImage picture = desktop->main_window().grab().toImage();
+    const auto colour_of = [&](const QString& name) {
+        const QRect area = find(name).geometry();
+        return picture.pixelColor(area.right() - 6, area.top() + 6);
+    };
+    EXPECT_EQ(colour_of("Form1.Command1(0)"), QColor(232, 227, 174));
+    EXPECT_EQ(colour_of("Form1.Text1(1)"), QColor(232, 227, 174));
+    EXPECT_EQ(colour_of("Form1.RichTextBox2"), QColor(232, 227, 174));
+    EXPECT_EQ(colour_of("Form1.Frame1"), QColor(215, 198, 149));
+}
+
+} // namespace
+} // namespace tarvik::test

@@ -1,0 +1,225 @@
+#include "tests/desktop/desktop_fixture.h"
+
+#include <QFile>
+#include <QLabel>
+
+namespace tarvik::test {
+namespace {
+
+using DesktopWindow = DesktopFixture;
+
+QString file_in(const TemporaryFolder& folder, const char* name)
+{
+    return QString::fromStdString((folder.path() / name).string());
+}
+
+TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
+{
+    installation.write("coclus.txt", "\xbb\xb6\xd3\xad\r\nsecond\r\n"); // 欢迎 in GBK
+    installation.write("123.jpg", "no picture");
+    start();
+    EXPECT_TRUE(boxes.isEmpty());
+    EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox2")), (QStringList{"欢迎", "second", ""}));
+    EXPECT_TRUE(find("Form1.Text1(1)").hasFocus());
+    EXPECT_TRUE(form1().focusquery);
+    EXPECT_EQ(desktop->main_window().windowTitle(), "Tarvik 计算");
+    EXPECT_FALSE(find("Form1.Frame1").isVisible());
+    // The default text goes with the first key.
+    QTest::keyClick(&find("Form1.Text1(1)"), 'x');
+    EXPECT_EQ(form1().Text1[1].text(), U"x");
+}
+
+TEST_F(DesktopWindow, opens_pages_and_marks_a_document)
+{
+    start();
+    const QString name = "报表 '1' & 50%.txt";
+    QFile file(file_in(installation, name.toUtf8().constData()));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("one two three two");
+    file.close();
+    find<LineBox>("Form1.Text1(5)").selectAll();
+    type("Form1.Text1(5)", "8");
+    expect_file(file.fileName());
+    click("Form1.Command1(0)");
+    EXPECT_EQ(form1().Text1[4].text(), U"2");
+    EXPECT_EQ(find<LineBox>("Form1.Text1(4)").text(), "2");
+    EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox2")).front(), "one two three two");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "two");
+    expect_box("确定");
+    click("Form1.Command2(1)");
+    EXPECT_EQ(boxes.back(), "Tarvik|开始阅读！这是第0页,\n如果要跳页，请在页面框中修改页数后，按下“▼”！");
+    EXPECT_TRUE(find("Form1.RichTextBox1").isVisible());
+    EXPECT_FALSE(find("Form1.RichTextBox2").isVisible());
+    EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox1")).join(""), "one two ");
+    click("Form1.Command2(8)");
+    ASSERT_EQ(form1().RichTextBox1.marks().size(), 1U);
+    const Row row = find<TextWidget>("Form1.RichTextBox1").area().rows().row_at(0);
+    EXPECT_GT(row.height, 32 * 96.0 / 72) << "a match of 32 points makes a high row";
+    // A cancelled file dialog ends without a word.
+    expect_file({});
+    click("Form1.Command1(0)");
+}
+
+TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
+{
+    installation.write("coclus.txt", "a\tx\tx\r\nb\ty\tx\r\nb\tz\tx\r\n");
+    start();
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "x");
+    expect_box("确定");
+    type("Form1.Text1(1)", "\x1b");
+    EXPECT_TRUE(find("Form3").isVisible());
+    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); })) << "the keys of a sequence are typed in a row";
+    type("Form1.Text1(1)", "q");
+    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x") << "q is eaten";
+    expect_box("确定");
+    type("Form1.Text1(1)", "/");
+    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x/");
+    const Text by_keys = form1().RichTextBox3.text().str();
+    EXPECT_NE(by_keys.find(U"b"), Text::npos);
+    EXPECT_TRUE(find("Form1.RichTextBox3").isVisible());
+
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_Backspace);
+    click("Form1.Command6");
+    for (int i = 0; i < 2; ++i) expect_box("确定");
+    for (const char* key : {"Form1.Command7(3)", "Form1.Command8(3)", "Form1.Command9(2)"}) click(key);
+    EXPECT_EQ(form1().RichTextBox3.text(), TextView(by_keys));
+    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); })) << "after a button the keys work at once";
+}
+
+TEST_F(DesktopWindow, switches_the_mode_and_goes_back_by_a_click_on_the_background)
+{
+    start();
+    click("Form1.Option1");
+    EXPECT_TRUE(find<OptionWidget>("Form1.Option1").isChecked());
+    click("Form1.Option1");
+    EXPECT_TRUE(find<OptionWidget>("Form1.Option1").isChecked()) << "a second click does not clear it";
+    click("Form1.Command6");
+    EXPECT_TRUE(find("Form1.Frame2").isVisible());
+    EXPECT_TRUE(find("Form1.Command9(6)").isVisible());
+    EXPECT_FALSE(find("Form1.Option1").isVisible());
+    EXPECT_EQ(find<ButtonWidget>("Form1.Command6").text(), "还原默认");
+    click("Form1.Frame1"); // no background
+    EXPECT_TRUE(form1().Option1.value());
+    QTest::mouseClick(&desktop->main_window(), Qt::LeftButton, {}, {3, 3});
+    EXPECT_FALSE(form1().Option1.value());
+    EXPECT_TRUE(find("Form1.RichTextBox2").isVisible());
+}
+
+TEST_F(DesktopWindow, a_held_sign_moves_the_panes_until_it_is_released)
+{
+    start();
+    const double width = form1().RichTextBox1.width();
+    const int pixels = find("Form1.RichTextBox2").width();
+    QWidget& sign = find("Form1.Command2(3)");
+    QTest::mousePress(&sign, Qt::LeftButton);
+    EXPECT_TRUE(wait_until([&] { return form1().RichTextBox1.width() < width - 140; }));
+    QTest::mouseRelease(&sign, Qt::LeftButton);
+    const double narrow = form1().RichTextBox1.width();
+    EXPECT_NEAR(find("Form1.RichTextBox2").width(), pixels * narrow / width, 1);
+    QTest::qWait(200);
+    EXPECT_EQ(form1().RichTextBox1.width(), narrow);
+}
+
+TEST_F(DesktopWindow, a_tick_waits_while_a_box_is_open)
+{
+    start();
+    form1().Timer1[0].set_enabled(true);
+    double before = 0;
+    expect_box("否");
+    QTimer::singleShot(0, [&] { before = form1().RichTextBox1.width(); });
+    desktop->main_window().close();
+    EXPECT_EQ(form1().RichTextBox1.width(), before);
+    EXPECT_TRUE(wait_until([&] { return form1().RichTextBox1.width() < before; }));
+}
+
+TEST_F(DesktopWindow, the_notes_are_kept_and_the_window_of_column_numbers_is_set_aside)
+{
+    start();
+    form1().Text1[1].set_text(U"no such text");
+    expect_box("确定");
+    type("Form1.Text1(1)", "\x1b");
+    click("Form3.Command1(1)");
+    EXPECT_FALSE(find("Form3.Label1(0)").isVisible());
+    type("Form3.Text2", "甲\r乙");
+    EXPECT_EQ(program().form3.Text2.text(), U"甲\r\n乙");
+    expect_box("确定");
+    click("Form3.Command1(0)");
+    EXPECT_EQ(installation.read("admin123456.txt"), "\xbc\xd7\r\n\xd2\xd2\r\n");
+    EXPECT_TRUE(find("Form3.Text1(0)").isVisible());
+    find<LineBox>("Form3.Text1(0)").selectAll();
+    type("Form3.Text1(0)", "7");
+    click("Form3.Command1(0)");
+    EXPECT_TRUE(find("Form3").isMinimized());
+    find("Form3").close();
+    EXPECT_FALSE(find("Form3").isVisible());
+    EXPECT_EQ(program().form3.Text1[0].text(), U"7");
+}
+
+TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
+{
+    start();
+    click("Form1.Command6");
+    click("Form1.Command3");
+    ASSERT_TRUE(find("Form4").isVisible());
+    EXPECT_EQ(find<LineBox>("Form4.Text2(49)").text(), "-1");
+    click("Form4.Text1(0)"); // a click empties the box
+    EXPECT_EQ(find<LineBox>("Form4.Text1(0)").text(), "");
+    type("Form4.Text1(0)", "12");
+    EXPECT_EQ(program().form4.Text1[0].text(), U"12");
+    click("Form4.Text3");
+    EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "query");
+    QTest::mouseDClick(&find("Form4.Text3"), Qt::LeftButton);
+    EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "");
+    find("Form4").close();
+    EXPECT_FALSE(find("Form4").isVisible());
+    EXPECT_FALSE(program().module1.designeropen);
+    click("Form1.Command3");
+    EXPECT_TRUE(find("Form4").isVisible());
+    EXPECT_EQ(find<LineBox>("Form4.Text1(0)").text(), "0") << "the texts of the design";
+}
+
+TEST_F(DesktopWindow, a_batch_runs_by_its_timer_and_tells_how_far_it_is)
+{
+    for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
+        copy_sample(name);
+    start();
+    expect_file(file_in(installation, "3139.txt"));
+    click("Form1.Command1(0)");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "An docket");
+    expect_input("d:\\out");
+    expect_box("确定");
+    form1().Timer3.set_interval(1);
+    type("Form1.Text1(1)", "\r");
+    EXPECT_TRUE(form1().Timer3.enabled());
+    bool told = false;
+    EXPECT_TRUE(wait_until([&] {
+        told |= find("progress").isVisible() && desktop->main_window().windowTitle().contains("start:");
+        return !form1().Timer3.enabled();
+    }));
+    EXPECT_TRUE(told);
+    EXPECT_FALSE(find("progress").isVisible());
+    EXPECT_TRUE(desktop->main_window().windowTitle().endsWith(" ERROR !")) << "three receipts need no docket";
+    std::size_t dockets = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(drive_d.path() / "out"))
+        dockets += entry.path().extension() == ".xlsx" ? 1 : 0;
+    EXPECT_EQ(dockets, 27U);
+}
+
+TEST_F(DesktopWindow, is_closed_by_yes_and_stays_by_no)
+{
+    start();
+    expect_box("否");
+    desktop->main_window().close();
+    EXPECT_TRUE(desktop->main_window().isVisible());
+    EXPECT_EQ(boxes.back(), "Tarvik 计算|是否退出Tarvik 计算？");
+    expect_box("是");
+    desktop->main_window().close();
+    EXPECT_FALSE(desktop->main_window().isVisible());
+    EXPECT_TRUE(program().ended);
+}
+
+} // namespace
+} // namespace tarvik::test
