@@ -58,3 +58,18 @@ function(tarvik_installation)
   endforeach()
   add_custom_target(installation ALL DEPENDS ${copies})
 endfunction()
+
+# What `cmake --install` lays down: the programs and their files in a folder of their own, in which they also write, with
+# a link to it on the path; the desktop entry and its icon.
+function(tarvik_install_rules)
+  set(folder lib/tarvik)
+  install(TARGETS tarvik tarvik-play RUNTIME DESTINATION ${folder})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/installation/ DESTINATION ${folder})
+  install(CODE "
+    file(MAKE_DIRECTORY \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin)
+    foreach(program tarvik tarvik-play)
+      file(CREATE_LINK ../${folder}/\${program} \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/\${program} SYMBOLIC)
+    endforeach()")
+  install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.desktop DESTINATION share/applications)
+  install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.svg DESTINATION share/icons/hicolor/scalable/apps)
+endfunction()

@@ -143,12 +143,9 @@ void excecopy(Program& program, int first, int last)
 
 const ReportCommand& docket_command()
 {
-    static constexpr ReportCommand row{command_text,
-                                       U"3139",
-                                       U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
-                                       U"4900",
-                                       receipt_column,
-                                       &Form1::Timer3};
+    static constexpr ReportCommand row{
+        command_text, U"3139",        U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
+        U"4900",      receipt_column, &Form1::Timer3};
     return row;
 }
 

@@ -14,13 +14,32 @@ namespace tarvik {
 enum class FormId { Form1, Form3, Form4 };
 
 enum class Property {
-    Contents, Caption, Visible, Enabled, Value, Left, Top, Width, Height, SelStart, SelLength, SelColor, SelFontSize,
-    BackColor, Interval, WindowState, Marks, Focus
+    Contents,
+    Caption,
+    Visible,
+    Enabled,
+    Value,
+    Left,
+    Top,
+    Width,
+    Height,
+    SelStart,
+    SelLength,
+    SelColor,
+    SelFontSize,
+    BackColor,
+    Interval,
+    WindowState,
+    Marks,
+    Focus
 };
 
 /// A colour as blue x 65536 + green x 256 + red.
 using Colour = std::uint32_t;
-constexpr Colour rgb(unsigned red, unsigned green, unsigned blue) { return blue * 65536 + green * 256 + red; }
+constexpr Colour rgb(unsigned red, unsigned green, unsigned blue)
+{
+    return blue * 65536 + green * 256 + red;
+}
 
 class Control;
 class TextBox;
@@ -164,7 +183,8 @@ private:
 template <typename Kind>
 class ControlArray {
 public:
-    ControlArray(const ModelListeners& listeners, FormId form, std::string_view name, std::initializer_list<int> indices)
+    ControlArray(const ModelListeners& listeners, FormId form, std::string_view name,
+                 std::initializer_list<int> indices)
     {
         for (int index : indices) add(listeners, form, name, index);
     }

@@ -28,8 +28,8 @@ struct Form1 {
     ControlArray<Control> Command9; ///< third keys
     OptionButton Option1, Option2, Option3;
     Control Frame1, Frame2, Frame3, Frame4;
-    ControlArray<Control> Label1, Label2; ///< arrows between the keys
-    ControlArray<Timer> Timer1;           ///< pane movements
+    ControlArray<Control> Label1, Label2;                                  ///< arrows between the keys
+    ControlArray<Timer> Timer1;                                            ///< pane movements
     Timer Timer3, Timer4, Timer5, Timer6, Timer7, Timer8, Timer9, Timer10; ///< batch runs
 
     /// Any of the three panes, which always share their rectangle.
@@ -40,12 +40,12 @@ struct Form1 {
     }
 
     // Reading and queries
-    double resultcount = 0; ///< results of the last query or lookup
-    double lastpage = 0;    ///< index of the last page
-    double matchpos = 0;    ///< position of the last match while matches are marked
-    double resultpos = 0;   ///< cursor of the buttons that walk through results
-    double pageno = 0;      ///< number of the page shown
-    Text needle;            ///< query as the marking uses it
+    double resultcount = 0;  ///< results of the last query or lookup
+    double lastpage = 0;     ///< index of the last page
+    double matchpos = 0;     ///< position of the last match while matches are marked
+    double resultpos = 0;    ///< cursor of the buttons that walk through results
+    double pageno = 0;       ///< number of the page shown
+    Text needle;             ///< query as the marking uses it
     bool fso = false;        ///< whether a file-system object stands; each file access makes it anew
     bool textstream = false; ///< whether a text stream of the last file access stands
     int answer = 0;          ///< result of the last message box
@@ -58,10 +58,10 @@ struct Form1 {
     bool exit_confirmed = false; ///< the exit question was answered Yes and is not asked again
 
     // Column engine
-    bool comp = false;     ///< queries and splits work on SUG
-    bool showdata = true;  ///< views are shown
-    bool notcap = false;   ///< a cross comparison shows the rows outside the intersection
-    bool dbresult = false; ///< the last result came from a column query
+    bool comp = false;                 ///< queries and splits work on SUG
+    bool showdata = true;              ///< views are shown
+    bool notcap = false;               ///< a cross comparison shows the rows outside the intersection
+    bool dbresult = false;             ///< the last result came from a column query
     double sufcount = 0, sugcount = 0; ///< rows of the last query into SUF, SUG; a comparison can raise the first
     double curcount = 0;               ///< count of the table last queried or split
     double sufrows = 0, sugrows = 0;   ///< the counts at the last query; never raised
@@ -75,18 +75,18 @@ struct Form1 {
     double keycount = 0;               ///< number of keys in keylist
 
     // Report runs
-    Text outfolder;         ///< where a run saves its files; ends in a backslash
-    Text runtitle;          ///< head of every progress caption
-    Text runstart, runnow;  ///< time of day at the start of the run and at the latest report
-    Text jobstart;          ///< time of day at which a direct command began
-    double batchcursor = 0; ///< index into keylist of the tick in progress
-    int sheetno = 0;        ///< number of the sheet under way
-    bool batchgate = false; ///< a tick may begin
-    double allcount = 0;    ///< records of the key in the full list
-    double partcount = 0;   ///< records of the key in the file whose lines make the sheet
-    double recordcount = 0; ///< copy of partcount for the loops of the sheet operations
-    double rowcount = 0;    ///< records for the row loops of designed reports and of the rule engine
-    int sheetrow = 0;       ///< the row behind the last one that `statistics` wrote
+    Text outfolder;                          ///< where a run saves its files; ends in a backslash
+    Text runtitle;                           ///< head of every progress caption
+    Text runstart, runnow;                   ///< time of day at the start of the run and at the latest report
+    Text jobstart;                           ///< time of day at which a direct command began
+    double batchcursor = 0;                  ///< index into keylist of the tick in progress
+    int sheetno = 0;                         ///< number of the sheet under way
+    bool batchgate = false;                  ///< a tick may begin
+    double allcount = 0;                     ///< records of the key in the full list
+    double partcount = 0;                    ///< records of the key in the file whose lines make the sheet
+    double recordcount = 0;                  ///< copy of partcount for the loops of the sheet operations
+    double rowcount = 0;                     ///< records for the row loops of designed reports and of the rule engine
+    int sheetrow = 0;                        ///< the row behind the last one that `statistics` wrote
     double z1end = 0, z1end2 = 0, z6end = 0; ///< row marks of the label list
     bool scanfolderset = false;              ///< the page box has locked a folder
     Text scanfolder;                         ///< the locked folder; empty while none is

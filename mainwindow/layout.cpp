@@ -74,9 +74,8 @@ void scale_lower_controls(Form1& form1, double k)
         button.set_height(button.height() * k);
     }
     for (Control* control : std::initializer_list<Control*>{
-             &form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Option1, &form1.Option2,
-             &form1.Option3, &form1.Command6, &form1.Command3, &form1.Text1[1], &form1.Text1[2], &form1.Text1[4],
-             &form1.Text1[5]})
+             &form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Option1, &form1.Option2, &form1.Option3,
+             &form1.Command6, &form1.Command3, &form1.Text1[1], &form1.Text1[2], &form1.Text1[4], &form1.Text1[5]})
         scale_left(*control);
 }
 

@@ -26,9 +26,9 @@ struct Program {
     Form4 form4;
     Platform platform;
     OfficeEngines& office;
-    DocumentCache documents; ///< foreign files that scans read, decoded once
+    DocumentCache documents;                   ///< foreign files that scans read, decoded once
     std::map<Text, FileStamp> blank_templates; ///< templates as the blanking left them empty, by path
-    bool ended = false;      ///< the main window was closed
+    bool ended = false;                        ///< the main window was closed
 };
 
 /// Shows a box; gives what the user pressed. The ones whose result is kept go by ask().

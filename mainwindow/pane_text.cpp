@@ -54,8 +54,7 @@ const Document& PaneText::document() const
         }
     }
     Text text;
-    for (const Piece& piece : pieces_)
-        append_piece(piece, 0, npos, text);
+    for (const Piece& piece : pieces_) append_piece(piece, 0, npos, text);
     whole_ = Document(text);
     return *whole_;
 }
@@ -63,8 +62,7 @@ const Document& PaneText::document() const
 std::size_t PaneText::size() const
 {
     std::size_t size = 0;
-    for (const Piece& piece : pieces_)
-        size += piece_size(piece);
+    for (const Piece& piece : pieces_) size += piece_size(piece);
     return size;
 }
 

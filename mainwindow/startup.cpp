@@ -53,8 +53,8 @@ void show_opening_screen(Program& program)
 
 void colour_controls(Form1& form1)
 {
-    std::vector<Control*> painted{&form1.window, &form1.Option1,  &form1.Option2,  &form1.Option3,
-                                  &form1.Command6, &form1.Command3};
+    std::vector<Control*> painted{&form1.window,  &form1.Option1,  &form1.Option2,
+                                  &form1.Option3, &form1.Command6, &form1.Command3};
     for (auto* array : {&form1.Command1, &form1.Command2, &form1.Command7, &form1.Command8, &form1.Command9})
         for (auto& [index, control] : *array) painted.push_back(&control);
     for (int index : {1, 2, 4, 5}) painted.push_back(&form1.Text1[index]);

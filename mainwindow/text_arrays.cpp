@@ -94,8 +94,7 @@ Text RowTexts::text(std::size_t row) const
 
 void RowTexts::set_line(std::size_t row, TextView line, const SharedBuffer& buffer)
 {
-    if (keeper_.wants_sweep())
-        keeper_.sweep([this](const auto& see) { lines_.for_each_used(see); });
+    if (keeper_.wants_sweep()) keeper_.sweep([this](const auto& see) { lines_.for_each_used(see); });
     keeper_.keep(buffer);
     lines_.set(row, line.has_storage() ? line : TextView(U""));
 }

@@ -42,7 +42,8 @@ public:
             const std::size_t chunk_last = chunk * chunk_size + chunk_size - 1;
             if (first % chunk_size == 0 && chunk_last <= last) chunks_[chunk].reset();
             else if (chunks_[chunk])
-                for (std::size_t i = first; i <= std::min(last, chunk_last); ++i) (*chunks_[chunk])[i % chunk_size] = {};
+                for (std::size_t i = first; i <= std::min(last, chunk_last); ++i)
+                    (*chunks_[chunk])[i % chunk_size] = {};
             first = chunk_last + 1;
         }
     }

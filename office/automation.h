@@ -10,7 +10,8 @@
 /// quit(), or by letting go of it, which closes what is open without saving.
 namespace tarvik {
 
-/// What a cell is given: a text is stored as text ("00123" keeps its zeros, "=1+1" is no formula), a number as a number.
+/// What a cell is given: a text is stored as text ("00123" keeps its zeros, "=1+1" is no formula), a number as a
+/// number.
 using CellValue = std::variant<Text, double>;
 
 /// Rows and columns count from 1.

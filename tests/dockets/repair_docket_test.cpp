@@ -73,7 +73,8 @@ protected:
 TEST_F(Docket, fills_every_cell_and_saves_below_the_output_folder)
 {
     const Text order = U"1\t2\t3\t4\t5\t6\tHT.2024.7\t8\t9\t10\tk77\tRN-5\r\n";
-    reports(device(U"4900000001", U"k77") + device(U"4900000001", U"k77", U"华星", 1) + device(U"4900000001", U"k77", U"华星", 2),
+    reports(device(U"4900000001", U"k77") + device(U"4900000001", U"k77", U"华星", 1) +
+                device(U"4900000001", U"k77", U"华星", 2),
             device(U"4900000001", U"k77", U"华星", 1) + device(U"4900000001", U"k77", U"华星", 2), order);
     press_enter(U"An docket");
     EXPECT_EQ(form1.keycount, 1);
@@ -81,25 +82,30 @@ TEST_F(Docket, fills_every_cell_and_saves_below_the_output_folder)
     const auto dockets = office.of(U"z5.xlsx");
     ASSERT_EQ(dockets.size(), 2U); // the blanking's and the docket's own
     const RecordedTask& docket = dockets.back();
-    const std::map<std::pair<int, int>, Text> expected{
-        {{7, 2}, U"华星"},  {{8, 2}, U"王工     138/0755"}, {{9, 2}, U"4900000001"}, {{10, 2}, U"=3"},
-        {{10, 5}, U"=1"},  {{10, 7}, U"=2"},              {{8, 6}, U"rn-5"},       {{12, 1}, U"ABCK77"},
-        {{12, 2}, U"ROUTER1"}, {{12, 3}, U"端口坏"},        {{12, 4}, U"F.1"},       {{13, 1}, U"ABCK77"},
-        {{13, 2}, U"ROUTER2"}, {{13, 3}, U"端口坏"},        {{13, 4}, U"F.1"}};
+    const std::map<std::pair<int, int>, Text> expected{{{7, 2}, U"华星"},       {{8, 2}, U"王工     138/0755"},
+                                                       {{9, 2}, U"4900000001"}, {{10, 2}, U"=3"},
+                                                       {{10, 5}, U"=1"},        {{10, 7}, U"=2"},
+                                                       {{8, 6}, U"rn-5"},       {{12, 1}, U"ABCK77"},
+                                                       {{12, 2}, U"ROUTER1"},   {{12, 3}, U"端口坏"},
+                                                       {{12, 4}, U"F.1"},       {{13, 1}, U"ABCK77"},
+                                                       {{13, 2}, U"ROUTER2"},   {{13, 3}, U"端口坏"},
+                                                       {{13, 4}, U"F.1"}};
     EXPECT_EQ(docket.cells.size(), expected.size());
     for (const auto& [place, text] : expected)
-        EXPECT_EQ(to_utf8(text_of(docket, place.first, place.second)), to_utf8(text)) << place.first << "," << place.second;
+        EXPECT_EQ(to_utf8(text_of(docket, place.first, place.second)), to_utf8(text))
+            << place.first << "," << place.second;
     EXPECT_TRUE(docket.visible && docket.saved && docket.quit);
-    EXPECT_EQ(to_utf8(docket.saved_as),
-              to_utf8(U"d:\\Atarvik output\\ht20247\\ht20247-4900000001-rn-5.xlsx"));
+    EXPECT_EQ(to_utf8(docket.saved_as), to_utf8(U"d:\\Atarvik output\\ht20247\\ht20247-4900000001-rn-5.xlsx"));
     EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
     EXPECT_EQ(form1.xlApp, nullptr);
 }
 
 TEST_F(Docket, template_and_mark_go_by_the_length_of_the_list)
 {
-    for (const auto& [lines, name, mark] : {std::tuple{33, U"z5.xlsx", false}, {34, U"z6.xlsx", false},
-                                            {68, U"z6.xlsx", false}, {69, U"z6.xlsx", true}}) {
+    for (const auto& [lines, name, mark] : {std::tuple{33, U"z5.xlsx", false},
+                                            {34, U"z6.xlsx", false},
+                                            {68, U"z6.xlsx", false},
+                                            {69, U"z6.xlsx", true}}) {
         Text devices;
         for (int i = 0; i < lines; ++i) devices += device(U"4900000001", U"", U"华星", i);
         reports(devices, devices, {});

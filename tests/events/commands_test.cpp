@@ -40,10 +40,12 @@ TEST(ReportCommand, asks_lists_the_keys_and_starts_the_timer)
     EXPECT_EQ(desk.form1.outfolder, U"d:\\out\\");
     EXPECT_TRUE(std::filesystem::is_directory(desk.started.drive_d.path() / "out"));
     const Text folder = desk.started.files.installation_folder();
-    EXPECT_EQ(desk.started.dialogs.take_messages(),
-              std::vector{"Tarvik 计算|欢迎使用excel自动化报表，首先请确认是否已经打开源数据报表.txt文件，并将其更名为3139.txt，"
-                          "并保存在此安装目录下" +
-                          to_utf8(folder) + "在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。"});
+    EXPECT_EQ(
+        desk.started.dialogs.take_messages(),
+        std::vector{
+            "Tarvik 计算|欢迎使用excel自动化报表，首先请确认是否已经打开源数据报表.txt文件，并将其更名为3139.txt，"
+            "并保存在此安装目录下" +
+            to_utf8(folder) + "在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。"});
     EXPECT_EQ(desk.form1.keycount, 2);
     EXPECT_EQ(desk.started.module1().keylist.get(0), TextView(U"4900000001"));
     EXPECT_EQ(desk.started.module1().keylist.get(1), TextView(U"4900000002"));

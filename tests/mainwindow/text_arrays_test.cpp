@@ -44,7 +44,10 @@ TEST(RowTexts, an_emptied_row_is_not_the_closing_row)
 class Numbers final : public LineSource {
 public:
     std::size_t line_count() const override { return 3; }
-    void append_line(std::size_t index, Text& target) const override { target += number_text(static_cast<double>(index)); }
+    void append_line(std::size_t index, Text& target) const override
+    {
+        target += number_text(static_cast<double>(index));
+    }
 };
 
 TEST(PaneText, lines_of_a_source_are_written_out_when_asked_for)

@@ -44,8 +44,7 @@ TEST(BatchRunner, tells_every_sheet_in_the_caption_and_ends_in_ok)
     batch_tick(started.program, family); // the empty key behind the last one
     EXPECT_TRUE(form1.Timer3.enabled());
     batch_tick(started.program, family);
-    EXPECT_EQ(form1.window.caption(),
-              U"Tarvik 计算  9:05:07←start: 2   Complete 9:05:16→：9 秒。→：3 秒/张。 OK !");
+    EXPECT_EQ(form1.window.caption(), U"Tarvik 计算  9:05:07←start: 2   Complete 9:05:16→：9 秒。→：3 秒/张。 OK !");
     EXPECT_FALSE(form1.Timer3.enabled());
     EXPECT_EQ(form1.sheetno, 1);
     EXPECT_EQ(form1.batchcursor, -1);

@@ -13,8 +13,7 @@ namespace fs = std::filesystem;
 TemporaryFolder::TemporaryFolder()
 {
     static std::atomic<int> made{0};
-    path_ = fs::temp_directory_path() /
-            ("tarvik-test-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
+    path_ = fs::temp_directory_path() / ("tarvik-test-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
     fs::remove_all(path_);
     fs::create_directories(path_);
 }
