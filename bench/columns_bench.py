@@ -97,7 +97,7 @@ def main(arguments):
         folder = pathlib.Path(name)
         bench = Bench(pathlib.Path(arguments[0]).resolve() / "tarvik-play", folder)
         for number in (1, 2):
-            subprocess.run([HERE / "columns_generate.py", folder / f"report{number}.txt", str(number)], check=True)
+            subprocess.run([sys.executable, HERE / "columns_generate.py", folder / f"report{number}.txt", str(number)], check=True)
         size = (folder / "report1.txt").stat().st_size / 1e6
         print(f"report: 300000 lines, 20 columns, {size:.0f} MB in GBK")
         print(f"{'what':44}{'ours':>12}{'peer':>12}{'ratio':>8}")

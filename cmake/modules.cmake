@@ -63,11 +63,11 @@ endfunction()
 # a link to it on the path; the desktop entry and its icon.
 function(tarvik_install_rules)
   set(folder lib/tarvik)
-  install(TARGETS tarvik tarvik-play RUNTIME DESTINATION ${folder})
+  install(TARGETS tarvik tarvik-play tarvik-dictionary RUNTIME DESTINATION ${folder})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/installation/ DESTINATION ${folder})
   install(CODE "
     file(MAKE_DIRECTORY \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin)
-    foreach(program tarvik tarvik-play)
+    foreach(program tarvik tarvik-play tarvik-dictionary)
       file(CREATE_LINK ../${folder}/\${program} \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/\${program} SYMBOLIC)
     endforeach()")
   install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.desktop DESTINATION share/applications)

@@ -79,7 +79,7 @@ std::optional<double> query_document(Program& program, ScratchFile& file, TextVi
     Form1& form1 = program.form1;
     const Text needle = lower(ltrim(text));
     const Document document = form1.RichTextBox2.document();
-    const SharedBuffer buffer = document.lowered_buffer();
+    const SharedBuffer& buffer = document.lowered_buffer();
     TextArray& rowhits = program.module1.rowhits;
 
     RowScan scan = scan_rows(document.lowered(), needle, rowhits.last() + 1);

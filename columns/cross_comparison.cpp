@@ -81,7 +81,7 @@ void show_intersection(Program& program, ScratchFile& file, const Matches& match
     const auto view = std::make_shared<RowView>(sufrow.buffers());
     for (const std::size_t row : kept) view->add(sufrow.line(row));
     const double empty_lines = std::min(matches.pairs_of_emptied_rows, most_empty_lines) + 2;
-    for (double i = 0; i < empty_lines; ++i) view->add({});
+    for (auto left = static_cast<std::size_t>(empty_lines); left > 0; --left) view->add({});
     show_view(program, file, view);
     const double count = static_cast<double>(kept.size()) + matches.pairs_of_emptied_rows;
     program.form1.Text1[2].set_text(number_text(count));

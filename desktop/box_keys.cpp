@@ -24,9 +24,9 @@ Text typed_characters(const QKeyEvent& event)
     return characters;
 }
 
-void press_keys(Front& front, Control& control, Text keys, std::function<void(char32_t)> reach)
+void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach)
 {
-    for (const char32_t key : keys)
+    for (const char32_t key : keys.str())
         front.queue.submit([&front, &control, key, reach] {
             Event event{EventKind::KeyPress, control};
             event.key = key;

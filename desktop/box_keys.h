@@ -14,6 +14,6 @@ Text typed_characters(const QKeyEvent& event);
 
 /// Presses keys in a control one after the other: each goes to its handler first, and one that is not eaten to `reach`,
 /// which puts it into the control's text.
-void press_keys(Front& front, Control& control, Text keys, std::function<void(char32_t)> reach);
+void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach);
 
 } // namespace tarvik

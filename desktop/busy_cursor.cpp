@@ -17,14 +17,12 @@ BusyCursor::~BusyCursor()
 
 IdleCursor::IdleCursor()
 {
-    for (; QGuiApplication::overrideCursor(); ++hidden_)
-        QGuiApplication::restoreOverrideCursor();
+    for (; QGuiApplication::overrideCursor(); ++hidden_) QGuiApplication::restoreOverrideCursor();
 }
 
 IdleCursor::~IdleCursor()
 {
-    for (; hidden_ > 0; --hidden_)
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    for (; hidden_ > 0; --hidden_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
 } // namespace tarvik

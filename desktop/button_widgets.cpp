@@ -42,8 +42,7 @@ void ButtonWidget::keyPressEvent(QKeyEvent* event)
     else QPushButton::keyPressEvent(event);
 }
 
-OptionWidget::OptionWidget(Front& front, OptionButton& control, std::function<void()> clicked_by_mouse,
-                           QWidget* parent)
+OptionWidget::OptionWidget(Front& front, OptionButton& control, std::function<void()> clicked_by_mouse, QWidget* parent)
     : QRadioButton(parent), front_(front), clicked_by_mouse_(std::move(clicked_by_mouse))
 {
     setAttribute(Qt::WA_NoMousePropagation);

@@ -34,7 +34,7 @@ void show_caption(Widget& widget, const QString& caption)
 
 QString widget_name(const Control& control)
 {
-    const QString name = QString::fromUtf8(control.name().data(), static_cast<qsizetype>(control.name().size()));
+    QString name = QString::fromUtf8(control.name().data(), static_cast<qsizetype>(control.name().size()));
     if (name == form_name(control.form())) return name;
     const QString index = control.index() == no_index ? QString() : QString("(%1)").arg(control.index());
     return form_name(control.form()) + "." + name + index;

@@ -14,7 +14,9 @@ namespace tarvik {
 /// Makes the widgets of a window: each stands in the window's layout, mirrors its control and tells of the focus.
 class ControlMaker {
 public:
-    ControlMaker(Front& front, FocusTracker& focus, FormLayout& layout) : front_(front), focus_(focus), layout_(layout) {}
+    ControlMaker(Front& front, FocusTracker& focus, FormLayout& layout) : front_(front), focus_(focus), layout_(layout)
+    {
+    }
 
     /// `clicked` is called behind a click with the mouse.
     ButtonWidget& button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});

@@ -14,7 +14,7 @@ namespace {
 const QColor border(143, 132, 85);
 const QColor focus_border(138, 61, 0);
 constexpr double radius = 4;
-constexpr int text_frame = 3; // the strong border shows inside of it
+constexpr int text_frame = 3;                                // the strong border shows inside of it
 constexpr int hover_lightness = 106, pressed_darkness = 114; // percent
 
 QColor button_colour(const QStyleOption& option)

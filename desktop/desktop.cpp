@@ -18,24 +18,25 @@ Scale scale_of_screen()
 
 } // namespace
 
-Desktop::Desktop(std::filesystem::path installation, DriveMap drives, const MakeEngines& make_engines)
-    : files_(std::move(installation), std::move(drives)), theme_(files_),
-      dialogs_([this] { show(); }, to_qt(files_.installation_folder())), office_(make_engines(files_, printer_)),
+Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives, const MakeEngines& make_engines)
+    : files_(installation, drives), theme_(files_), dialogs_([this] { show(); }, to_qt(files_.installation_folder())),
+      office_(make_engines(files_, printer_)),
       program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
       queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), side_scale_(scale_of_screen()),
-      main_fonts_(theme_, main_scale_), side_fonts_(theme_, side_scale_),
-      main_{program_, queue_, mirror_, theme_, main_scale_, main_fonts_},
-      side_{program_, queue_, mirror_, theme_, side_scale_, side_fonts_}, focus_(queue_), backdrop_(files_), side_backdrop_(backdrop_),
-      form1_(main_, focus_, backdrop_, main_scale_, main_fonts_), form3_(side_, focus_, side_backdrop_, form1_),
-      form4_(side_, focus_, no_backdrop_, form1_), timers_(main_), menu_(queue_, program_.form1.window)
+      main_fonts_(theme_, main_scale_),
+      side_fonts_(theme_, side_scale_), main_{program_, queue_, mirror_, theme_, main_scale_, main_fonts_},
+      side_{program_, queue_, mirror_, theme_, side_scale_, side_fonts_}, focus_(queue_), backdrop_(files_),
+      side_backdrop_(backdrop_), form1_(main_, focus_, backdrop_, main_scale_, main_fonts_),
+      form3_(side_, focus_, side_backdrop_, form1_), form4_(side_, focus_, no_backdrop_, form1_), timers_(main_),
+      menu_(queue_, program_.form1.window)
 {
     QCoreApplication::installTranslator(&chinese_);
     theme_.apply();
     program_.listeners.property_changed = [this](const Control& control, Property property) {
         mirror_.changed(control, property);
     };
-    screen_.set_work({[this] { show(); }, [this](double part) { form1_.progress().show_work(part); },
-                      [this] { menu_.ask(); }});
+    screen_.set_work(
+        {[this] { show(); }, [this](double part) { form1_.progress().show_work(part); }, [this] { menu_.ask(); }});
 }
 
 void Desktop::start()

@@ -22,7 +22,7 @@ using MakeEngines = std::function<std::unique_ptr<OfficeEngines>(Files&, Printer
 /// QApplication.
 class Desktop {
 public:
-    Desktop(std::filesystem::path installation, DriveMap drives, const MakeEngines& make_engines);
+    Desktop(const std::filesystem::path& installation, const DriveMap& drives, const MakeEngines& make_engines);
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double twips_an_inch = 1440;
 constexpr double enough_width = 28800, enough_height = 16200;
-constexpr int patience = 500;    // milliseconds of work before its progress shows
+constexpr int patience = 500;     // milliseconds of work before its progress shows
 constexpr int between_shows = 60; // milliseconds; a run that reports more often is not slowed down
 
 } // namespace

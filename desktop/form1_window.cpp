@@ -40,7 +40,8 @@ void Form1Window::make_boxes(ControlMaker& maker)
     }
     query_box_ = &maker.line_box(form1_.Text1[1], FontRole::Query, *this, true);
     texts_.push_back(&maker.text(std::make_unique<ViewedBox>(form1_.Text1[2], false), FontRole::Number, *this));
-    for (const int index : {4, 5}) maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
+    for (const int index : {4, 5})
+        maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
 }
 
 // The keys work again as soon as a button has done its work.
@@ -75,8 +76,7 @@ void Form1Window::make_frames(ControlMaker& maker)
         return *frames[static_cast<std::size_t>(frame_of[static_cast<std::size_t>(index)])];
     };
     const auto make_keys = [&](ControlArray<Control>& keys, const auto& frame_of) {
-        for (auto& [index, key] : keys)
-            maker.button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
+        for (auto& [index, key] : keys) maker.button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
     };
     make_keys(form1_.Command7, esc_frames);
     make_keys(form1_.Command8, q_frames);

@@ -49,8 +49,7 @@ void Form4Window::place()
     layout_.place(front().scale);
     const Form4& form4 = front().program.form4;
     const Place all = place_of(form4.Frame1);
-    const QSize needed =
-        front().scale.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+    const QSize needed = front().scale.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
     scroll_area_->setGeometry(rect());
     scroll_area_->widget()->resize(needed.expandedTo(size()));
 }

@@ -14,8 +14,7 @@ void FormLayout::place(const Scale& scale) const
 
 void FormLayout::set_fonts(const Theme& theme, const Scale& scale) const
 {
-    for (const Entry& entry : entries_)
-        entry.widget->setFont(theme.font(entry.role, scale));
+    for (const Entry& entry : entries_) entry.widget->setFont(theme.font(entry.role, scale));
 }
 
 } // namespace tarvik

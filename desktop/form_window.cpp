@@ -12,7 +12,8 @@ FormWindow::FormWindow(Front& front, Window& model, Backdrop& backdrop)
     : front_(front), model_(model), backdrop_(backdrop)
 {
     setObjectName(widget_name(model));
-    front.mirror.add(model, nullptr, [this] { show_model(); }, true);
+    front.mirror.add(
+        model, nullptr, [this] { show_model(); }, true);
 }
 
 void FormWindow::show_model()

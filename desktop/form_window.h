@@ -38,7 +38,7 @@ private:
     Front& front_;
     Window& model_;
     Backdrop& backdrop_;
-    QSize size_;                  // as the model and the window last agreed on it
+    QSize size_; // as the model and the window last agreed on it
     bool shown_before_ = false;
 };
 

@@ -6,8 +6,7 @@
 
 #include <iostream>
 
-namespace
-{
+namespace {
 
 std::filesystem::path program_folder()
 {

@@ -13,8 +13,8 @@ namespace tarvik {
 /// Knows what shows each control of the model, and brings up to date only what shows a control that has changed.
 class Mirror {
 public:
-    /// `widget` is what takes the focus for the control; none for a window or a timer. Controls that are shown last, such
-    /// as windows, come after all others, whose contents must stand when they appear.
+    /// `widget` is what takes the focus for the control; none for a window or a timer. Controls that are shown last,
+    /// such as windows, come after all others, whose contents must stand when they appear.
     void add(const Control& control, QWidget* widget, std::function<void()> show, bool last = false);
     /// What a form does when the place or size of any of its controls has changed.
     void on_moved(FormId form, std::function<void()> place);

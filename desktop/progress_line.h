@@ -9,7 +9,8 @@ class ProgressLine final : public QWidget {
 public:
     explicit ProgressLine(QWidget& window);
 
-    // Both are parts of 1; a negative number ends the display. The work in hand goes before the batch that it is part of.
+    // Both are parts of 1; a negative number ends the display. The work in hand goes before the batch that it is part
+    // of.
 
     void show_work(double done);
     void show_batch(double done);

@@ -43,7 +43,8 @@ void TextArea::show_rows()
 {
     shown_.clear();
     double y = 0;
-    for (std::optional<Row> row = rows_->row_at(top_); row && (y < height_ || shown_.empty()); row = rows_->next(*row)) {
+    for (std::optional<Row> row = rows_->row_at(top_); row && (y < height_ || shown_.empty());
+         row = rows_->next(*row)) {
         shown_.push_back({*row, y});
         y += row->height;
         if (!breaks_lines_) widest_ = std::max(widest_, rows_->width_of(*row));

@@ -72,8 +72,8 @@ std::size_t TextLines::breaks_before(const Piece& piece, std::size_t offset)
         const bool split = offset > 0 && piece.view[offset - 1] == '\r' && piece.view[offset] == '\n';
         return count_breaks(piece.view.substr(0, offset)) - (split ? 1 : 0);
     }
-    std::size_t count = piece.index->breaks_before(piece.index_offset + offset) -
-                        piece.index->breaks_before(piece.index_offset);
+    std::size_t count =
+        piece.index->breaks_before(piece.index_offset + offset) - piece.index->breaks_before(piece.index_offset);
     const TextView whole = piece.index->buffer()->view();
     const std::size_t end = piece.index_offset + offset;
     const bool cut = offset == piece.size && end < whole.size() && whole[end - 1] == '\r' && whole[end] == '\n';

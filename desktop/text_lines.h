@@ -35,7 +35,7 @@ private:
         std::shared_ptr<const BreakIndex> index; // of a large buffer
         std::size_t index_offset = 0;            // where the view begins in that buffer
         Lines lines;
-        std::size_t offset = 0, size = 0; // in the whole text
+        std::size_t offset = 0, size = 0;  // in the whole text
         std::size_t first = 0, breaks = 0; // line ends before it and in it
     };
 

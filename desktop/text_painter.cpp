@@ -35,8 +35,7 @@ void paint_run(QPainter& painter, std::span<const PlacedCharacter> run, double x
                const PaneFonts& fonts, const QPalette& palette)
 {
     Text text;
-    for (const PlacedCharacter& placed : run)
-        text += placed.character;
+    for (const PlacedCharacter& placed : run) text += placed.character;
     const Mark* mark = run.front().mark;
     const QColor ink = selected ? palette.color(QPalette::HighlightedText)
                        : mark   ? to_qt(mark->colour)
@@ -74,9 +73,9 @@ void paint_selection(QPainter& painter, const TextArea& area, const TextArea::Sh
     const double left = selected.start <= row.start ? TextArea::margin - area.left() : area.x_of(row, selected.start);
     const bool with_line_end = row.ends_line() && selected.end > row.end;
     const double right = area.x_of(row, selected.end) + (with_line_end ? line_end_width : 0);
-    painter.fillRect(QRectF(std::max(left, -1.0), shown.y, std::min(right, area.width()) - std::max(left, -1.0),
-                            row.height),
-                     colour);
+    painter.fillRect(
+        QRectF(std::max(left, -1.0), shown.y, std::min(right, area.width()) - std::max(left, -1.0), row.height),
+        colour);
 }
 
 } // namespace

@@ -178,9 +178,9 @@ TextRows::Place TextRows::place_before_x(const Row& row, double x) const
 {
     if (row.end - row.start < 2 * stride || x <= 0) return {row.start, 0};
     const auto& known = places(row);
-    return *(std::upper_bound(known.begin(), known.end(), x,
-                              [](double at, const Place& place) { return at < place.x; }) -
-             1);
+    return *(
+        std::upper_bound(known.begin(), known.end(), x, [](double at, const Place& place) { return at < place.x; }) -
+        1);
 }
 
 double TextRows::x_of(const Row& row, std::size_t offset) const

@@ -25,7 +25,8 @@ constexpr double bar_unit = 8;
 } // namespace
 
 TextWidget::TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* parent)
-    : QAbstractScrollArea(parent), front_(front), fonts_(front.pane_fonts), text_(std::move(text)), area_(front.pane_fonts)
+    : QAbstractScrollArea(parent), front_(front), fonts_(front.pane_fonts), text_(std::move(text)),
+      area_(front.pane_fonts)
 {
     setProperty("textWidget", true);
     setFrameShape(QFrame::StyledPanel);
@@ -64,7 +65,8 @@ void TextWidget::refresh()
     }
     area_.set_look(text_->look(), text_->breaks_lines());
     const Selection selection = text_->selection();
-    const bool moved = selection.start != selection_start() + 1 || selection.length != selection_end() - selection_start();
+    const bool moved =
+        selection.start != selection_start() + 1 || selection.length != selection_end() - selection_start();
     if (moved) {
         anchor_ = selection.start - 1;
         caret_ = anchor_ + selection.length;
@@ -172,7 +174,9 @@ void TextWidget::paintEvent(QPaintEvent*)
 {
     QPainter painter(viewport());
     painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
-    paint_text(painter, area_, fonts_, {selection_start(), selection_end()}, palette());
+    // Without the focus a selection does not hide what it lies on, such as the match that was marked last.
+    const SelectedRange selected = hasFocus() ? SelectedRange{selection_start(), selection_end()} : SelectedRange{0, 0};
+    paint_text(painter, area_, fonts_, selected, palette());
     const QRectF caret = caret_rectangle();
     if (caret.isNull() || !hasFocus()) return;
     if (!preedit_.isEmpty()) paint_preedit(painter, preedit_, caret, fonts_, palette());

@@ -85,7 +85,7 @@ private:
     std::unique_ptr<ViewedText> text_;
     TextArea area_;
     PaneText shown_text_;
-    bool stale_ = true;   // the model may have changed since the view was last brought up to date
+    bool stale_ = true; // the model may have changed since the view was last brought up to date
     bool editing_ = false;
     std::size_t anchor_ = 0, caret_ = 0;
     std::optional<double> wanted_x_; // where the caret goes on its way up and down

@@ -28,9 +28,8 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
     if (event->button() == Qt::LeftButton) {
         dragging_ = true;
         const bool extend = event->modifiers().testFlag(Qt::ShiftModifier);
-        front_.queue.submit([this, place = event->position(), extend] {
-            move_caret(area_.offset_at(place.x(), place.y()), extend);
-        });
+        front_.queue.submit(
+            [this, place = event->position(), extend] { move_caret(area_.offset_at(place.x(), place.y()), extend); });
     }
     post_mouse(EventKind::MouseDown, *event);
 }

@@ -19,16 +19,27 @@ struct RoleFont {
     bool bold;
 };
 
-// In the order of FontRole.
-constexpr RoleFont role_fonts[] = {
-    {RoleFont::Query, 17, false}, {RoleFont::Query, 14, false}, {RoleFont::Page, 10.5, false},
-    {RoleFont::Page, 12, false},  {RoleFont::Page, 11, false},  {RoleFont::Page, 14, false},
-    {RoleFont::Page, 12, false},
-    {RoleFont::Page, 10, false},  {RoleFont::Page, 10, false},  {RoleFont::Page, 10, false},
-    {RoleFont::Page, 14, false},  {RoleFont::Pane, 12, false},  {RoleFont::Pane, 12, false},
-    {RoleFont::Page, 14, true},   {RoleFont::Page, 16, true},   {RoleFont::Page, 18, true},
-    {RoleFont::Page, 11, false},
-};
+RoleFont role_font(FontRole role)
+{
+    switch (role) {
+    case FontRole::Query: return {RoleFont::Query, 17, false};
+    case FontRole::Number: return {RoleFont::Query, 14, false};
+    case FontRole::Page: return {RoleFont::Page, 10.5, false};
+    case FontRole::Key:
+    case FontRole::Dialog: return {RoleFont::Page, 11, false};
+    case FontRole::Sign:
+    case FontRole::Column: return {RoleFont::Page, 14, false};
+    case FontRole::Label:
+    case FontRole::Frame:
+    case FontRole::Help: return {RoleFont::Page, 10, false};
+    case FontRole::Pane:
+    case FontRole::Notes: return {RoleFont::Pane, 12, false};
+    case FontRole::Design: return {RoleFont::Page, 14, true};
+    case FontRole::DesignQuery: return {RoleFont::Page, 16, true};
+    case FontRole::DesignKey: return {RoleFont::Page, 18, true};
+    default: return {RoleFont::Page, 12, false};
+    }
+}
 
 const QStringList query_design{"华文新魏", "STXinwei"};
 const QStringList page_design{"微软雅黑", "Microsoft YaHei"};
@@ -36,8 +47,8 @@ const QStringList chinese{"Noto Sans CJK SC",    "Source Han Sans SC", "思源�
                           "WenQuanYi Zen Hei",   "PingFang SC",        "SimHei",      "SimSun",
                           "Droid Sans Fallback", "AR PL UMing CN"};
 // Characters of one width keep the columns of a table below each other.
-const QStringList chinese_even{"Noto Sans Mono CJK SC", "WenQuanYi Micro Hei Mono", "WenQuanYi Zen Hei Mono",
-                               "NSimSun", "Sarasa Mono SC"};
+const QStringList chinese_even{"Noto Sans Mono CJK SC", "WenQuanYi Micro Hei Mono", "WenQuanYi Zen Hei Mono", "NSimSun",
+                               "Sarasa Mono SC"};
 
 QStringList installed_families(const QStringList& wanted)
 {
@@ -86,7 +97,7 @@ Theme::Theme(const Files& files)
 
 QFont Theme::font(FontRole role, const Scale& scale) const
 {
-    const RoleFont& of = role_fonts[static_cast<std::size_t>(role)];
+    const RoleFont of = role_font(role);
     QFont font;
     const QStringList& families = of.family == RoleFont::Query  ? query_families_
                                   : of.family == RoleFont::Page ? page_families_
@@ -110,7 +121,7 @@ QFont Theme::pane_font(double points, const Scale& scale) const
 
 double Theme::pane_points()
 {
-    return role_fonts[static_cast<std::size_t>(FontRole::Pane)].points;
+    return role_font(FontRole::Pane).points;
 }
 
 void Theme::apply() const
@@ -129,8 +140,7 @@ void Theme::colour(QWidget& widget, Colour background)
     const QColor colour = to_qt(background);
     QPalette palette = widget.palette();
     if (palette.color(QPalette::Window) == colour && palette.color(QPalette::Base) == colour) return;
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
-        palette.setColor(role, colour);
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) palette.setColor(role, colour);
     widget.setPalette(palette);
 }
 

@@ -12,8 +12,25 @@ class QWidget;
 namespace tarvik {
 
 /// What a text on the screen is for.
-enum class FontRole { Query, Number, Page, Button, Key, Sign, Option, Label, Frame, Help, Column, Notes, Pane,
-    Design, DesignQuery, DesignKey, Dialog };
+enum class FontRole {
+    Query,
+    Number,
+    Page,
+    Button,
+    Key,
+    Sign,
+    Option,
+    Label,
+    Frame,
+    Help,
+    Column,
+    Notes,
+    Pane,
+    Design,
+    DesignQuery,
+    DesignKey,
+    Dialog
+};
 
 class Theme {
 public:

@@ -72,7 +72,7 @@ constexpr Row rows[] = {
     {Main, "Form1", Close, close_main_window},
     {Main, "Form1", Menu, [](Program& p, Event& e) { menu_Click(p, e.entry); }},
 
-    {Main, "Text1", KeyPress, [](Program& p, Event& e) { e.eaten = Text1_KeyPress(p, e.control.index(), e.key); }},
+    {Main, "Text1", KeyPress, [](Program& p, Event& e) { Text1_KeyPress(p, e.control.index(), e.key, e.eaten); }},
     {Main, "Text1", DblClick, [](Program& p, Event& e) { Text1_DblClick(p, e.control.index()); }},
     {Main, "Text1", MouseDown, [](Program& p, Event& e) { Text1_MouseDown(p, e.control.index(), e.button); }},
     {Main, "Text1", MouseUp, [](Program& p, Event& e) { Text1_MouseUp(p, e.control.index()); }},

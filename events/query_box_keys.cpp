@@ -37,12 +37,10 @@ constexpr KeyHandler handlers[] = {report_command_key, column_key, text_query_ke
 
 } // namespace
 
-bool Text1_KeyPress(Program& program, int index, char32_t key)
+void Text1_KeyPress(Program& program, int index, char32_t key, bool& eaten)
 {
-    bool eaten = false;
     for (const KeyHandler handler : handlers)
         if (handler(program, index, key, eaten)) break;
-    return eaten;
 }
 
 } // namespace tarvik

@@ -16,10 +16,11 @@ namespace tarvik::test {
 /// The whole desktop over an installation folder of its own, with a user at keyboard and mouse. Boxes that open are
 /// answered in order by what was laid ready; one that nobody expects fails the test and is closed.
 class DesktopFixture : public testing::Test {
-protected:
+public:
     DesktopFixture();
     ~DesktopFixture() override;
 
+protected:
     /// Lays a sample file of the installation into the folder.
     void copy_sample(const std::string& name);
     void start();

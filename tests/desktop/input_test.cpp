@@ -22,8 +22,7 @@ QPoint place(const TextWidget& widget, std::size_t offset)
     const TextArea& area = widget.area();
     const Row row = area.rows().row_at(offset);
     for (const TextArea::ShownRow& shown : area.shown())
-        if (shown.row.start == row.start)
-            return {qRound(area.x_of(row, offset)), qRound(shown.y + row.height / 2)};
+        if (shown.row.start == row.start) return {qRound(area.x_of(row, offset)), qRound(shown.y + row.height / 2)};
     return {};
 }
 

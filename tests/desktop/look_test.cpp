@@ -28,7 +28,9 @@ void expect_legible(const QWidget& widget)
     if (const auto* label = dynamic_cast<const QLabel*>(&widget); label && label->wordWrap()) {
         EXPECT_LE(label->heightForWidth(label->width()), label->height()) << name;
     }
-    if (dynamic_cast<const QLineEdit*>(&widget)) { EXPECT_LE(metrics.height(), widget.height()) << name; }
+    if (dynamic_cast<const QLineEdit*>(&widget)) {
+        EXPECT_LE(metrics.height(), widget.height()) << name;
+    }
 }
 
 void expect_in_order(const QWidget& parent)
@@ -50,7 +52,8 @@ TEST_F(DesktopLook, nothing_is_clipped_or_overlaps_at_any_size_in_both_modes)
 {
     start();
     for (int mode = 0; mode < 2; ++mode) {
-        for (const QSize size : {QSize(640, 400), QSize(784, 560), QSize(900, 1400), QSize(1280, 680), QSize(3800, 2000)}) {
+        for (const QSize size :
+             {QSize(640, 400), QSize(784, 560), QSize(900, 1400), QSize(1280, 680), QSize(3800, 2000)}) {
             desktop->main_window().resize(size);
             QTest::qWait(1);
             SCOPED_TRACE(std::to_string(size.width()) + " " + std::to_string(size.height()));

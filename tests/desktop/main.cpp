@@ -5,6 +5,7 @@
 #include <locale.h>
 
 // The toolkit's font library keeps what it has read until the process ends.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name that the sanitizer asks for.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig\nleak:libQt6\nleak:libglib\n";

@@ -15,9 +15,9 @@ public:
         auto& size = sizes_[points];
         if (!size) {
             const double factor = points == 0 ? 1 : points;
-            size = std::make_unique<FontSize>(FontSize{
-                CharWidths([factor](char32_t c) { return factor * (c >= 0x2e80 ? 20 : 10); }), 20 * factor, 15 * factor,
-                80});
+            size = std::make_unique<FontSize>(
+                FontSize{CharWidths([factor](char32_t c) { return factor * (c >= 0x2e80 ? 20 : 10); }), 20 * factor,
+                         15 * factor, 80});
         }
         return *size;
     }
@@ -128,11 +128,11 @@ TEST(TextRows, break_between_words_and_characters)
     const std::vector<std::tuple<Text, double, std::vector<Text>>> cases{
         {U"one two three", 80, {U"one two ", U"three"}},
         {U"中文字符", 50, {U"中文", U"字符"}},
-        {U"中文。字", 40, {U"中", U"文。", U"字"}},        // no stop at the beginning of a row
-        {U"中（文）字", 60, {U"中", U"（文）", U"字"}},     // no opening mark at the end of one
-        {U"abcdefghij", 40, {U"abcd", U"efgh", U"ij"}},    // no place to break: anywhere
-        {U"ab   cd", 30, {U"ab   ", U"cd"}},               // blanks hang over the edge
-        {U"中", 5, {U"中"}},                               // narrower than a character
+        {U"中文。字", 40, {U"中", U"文。", U"字"}},     // no stop at the beginning of a row
+        {U"中（文）字", 60, {U"中", U"（文）", U"字"}}, // no opening mark at the end of one
+        {U"abcdefghij", 40, {U"abcd", U"efgh", U"ij"}}, // no place to break: anywhere
+        {U"ab   cd", 30, {U"ab   ", U"cd"}},            // blanks hang over the edge
+        {U"中", 5, {U"中"}},                            // narrower than a character
         {U"a\r\n\r\nb\r", 80, {U"a", U"", U"b", U""}},
     };
     for (const auto& [text, width, expected] : cases) EXPECT_EQ(RowsOf(text, width).all(), expected);
@@ -147,8 +147,12 @@ TEST(TextRows, hold_every_character_once_and_are_found_from_each)
         std::optional<Row> before;
         for (std::optional<Row> row = of.rows.row_at(0); row; row = of.rows.next(*row)) {
             ASSERT_EQ(of.rows.row_at(row->start).start, row->start);
-            if (row->end > row->start) { ASSERT_EQ(of.rows.row_at(row->end - 1).end, row->end); }
-            if (before) { ASSERT_EQ(of.rows.previous(*row)->start, before->start); }
+            if (row->end > row->start) {
+                ASSERT_EQ(of.rows.row_at(row->end - 1).end, row->end);
+            }
+            if (before) {
+                ASSERT_EQ(of.rows.previous(*row)->start, before->start);
+            }
             before = row;
         }
         EXPECT_EQ(before->end, text.size());

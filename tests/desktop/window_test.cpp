@@ -70,14 +70,15 @@ TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
     EXPECT_TRUE(find("Form3").isVisible());
-    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); })) << "the keys of a sequence are typed in a row";
+    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
+        << "the keys of a sequence are typed in a row";
     type("Form1.Text1(1)", "q");
     EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x") << "q is eaten";
     expect_box("确定");
     type("Form1.Text1(1)", "/");
     EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x/");
     const Text by_keys = form1().RichTextBox3.text().str();
-    EXPECT_NE(by_keys.find(U"b"), Text::npos);
+    EXPECT_NE(by_keys.find(U'b'), Text::npos);
     EXPECT_TRUE(find("Form1.RichTextBox3").isVisible());
 
     QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_Backspace);
@@ -85,7 +86,8 @@ TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
     for (int i = 0; i < 2; ++i) expect_box("确定");
     for (const char* key : {"Form1.Command7(3)", "Form1.Command8(3)", "Form1.Command9(2)"}) click(key);
     EXPECT_EQ(form1().RichTextBox3.text(), TextView(by_keys));
-    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); })) << "after a button the keys work at once";
+    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
+        << "after a button the keys work at once";
 }
 
 TEST_F(DesktopWindow, switches_the_mode_and_goes_back_by_a_click_on_the_background)
