@@ -8,7 +8,8 @@ class QPainter;
 
 namespace tarvik {
 
-/// The picture behind the controls. One that is missing or broken is no picture.
+/// The picture behind the controls. One that is missing or broken is no picture. Only the stretched picture is kept: it
+/// is loaded again for every size of the window.
 class Backdrop {
 public:
     Backdrop() = default;
@@ -18,8 +19,9 @@ public:
     void paint(QPainter& painter, QSize area, double device_pixels);
 
 private:
-    QImage picture_;
-    QPixmap stretched_; // for the area that was painted last
+    QString path_;
+    QSize size_; // that the file was last loaded for
+    QPixmap stretched_;
 };
 
 } // namespace tarvik

@@ -107,6 +107,7 @@ std::optional<Text> DesktopDialogs::choose_file(TextView filter, bool save)
     QFileDialog box(over.window(), save ? "保存" : "打开", folder_);
     box.setNameFilters(name_filters(filter));
     box.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    box.setOption(QFileDialog::DontConfirmOverwrite); // the program asks before it replaces a file
     box.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     if (QGuiApplication::platformName() == "offscreen") box.setOption(QFileDialog::DontUseNativeDialog);
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;

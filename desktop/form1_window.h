@@ -21,6 +21,7 @@ public:
 
 protected:
     void before_first_show() override;
+    QSize picture_size() const override { return opening_.running() ? opening_.full() : size(); }
     void take_size(QSize size) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;

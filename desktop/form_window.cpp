@@ -88,7 +88,7 @@ void FormWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
-    backdrop_.paint(painter, size(), devicePixelRatioF());
+    backdrop_.paint(painter, picture_size(), devicePixelRatioF());
 }
 
 } // namespace tarvik

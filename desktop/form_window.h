@@ -20,6 +20,8 @@ protected:
     /// Before the window shows for the first time: its place on the screen.
     virtual void before_first_show() {}
     virtual void appear() { show(); }
+    /// What the picture is stretched over.
+    virtual QSize picture_size() const { return size(); }
     /// The model gets the size in pixels that the user has given the window.
     virtual void take_size(QSize size);
     /// Tells the model of a size when its turn comes, a new one or not.

@@ -17,6 +17,7 @@ public:
 
     /// Begins with the window that is about to be shown. Gives whether it grows.
     bool begin(QSize full);
+    QSize full() const { return full_; }
     bool running() const { return animation_.state() == QAbstractAnimation::Running; }
 
 protected:
