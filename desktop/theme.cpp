@@ -126,8 +126,10 @@ double Theme::pane_points()
 
 void Theme::apply() const
 {
+    // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style.
     QApplication::setStyle(new ControlStyle);
     QApplication::setPalette(application_palette());
+    // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
 
 void Theme::set_dialog_font(const Scale& scale) const

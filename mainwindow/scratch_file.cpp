@@ -38,6 +38,7 @@ ScratchFile::ScratchFile(Program& program, TextView name, bool told)
 void ScratchFile::write(const LineSource& lines)
 {
     guarded([&] { write_all(lines); });
+    program_.platform.screen.progress(0, 0);
 }
 
 void ScratchFile::write_all(const LineSource& lines)
@@ -52,6 +53,7 @@ void ScratchFile::write_all(const LineSource& lines)
         if (left.valid()) left.get();
         rendered.swap(leaving);
         left = std::async(std::launch::async, [&file, &leaving] { file->write(leaving); });
+        program_.platform.screen.progress(line, count);
     }
     if (left.valid()) left.get();
     file->close();
