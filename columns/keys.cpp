@@ -34,34 +34,25 @@ void show_notes_key(Program& program)
     if (program.form1.showdata) show_notes_in_pane(program);
 }
 
-void outside_intersection(Program& program)
-{
-    program.form1.notcap = true;
-    ask(program, U" 温情提示：\r\n将要显示的是2个表中 ”不∩“的记录行。", U"Tarvik 计算 ", Buttons::OK);
-}
+/// A key that sets a flag and says so.
+struct FlagKey {
+    bool Form1::*flag;
+    bool value;
+    std::u32string_view text, title;
+};
 
-void inside_intersection(Program& program)
-{
-    program.form1.notcap = false;
-    ask(program, U" 温情提示：\r\n将要显示的是2个表中” ∩ “的记录行。", U"Tarvik  计算查寻  ", Buttons::OK);
-}
+constexpr FlagKey outside{&Form1::notcap, true, U" 温情提示：\r\n将要显示的是2个表中 ”不∩“的记录行。", U"Tarvik 计算 "};
+constexpr FlagKey inside{&Form1::notcap, false, U" 温情提示：\r\n将要显示的是2个表中” ∩ “的记录行。",
+                         U"Tarvik  计算查寻  "};
+constexpr FlagKey single{&Form1::comp, false, U" 温情提示：\r\n只在当前表中比较或排序。", U"Tarvik 计算"};
+constexpr FlagKey shown{&Form1::showdata, true, U" 温情提示：\r\n将 要 显示还原后的数据数组。", U"Tarvik 计算 "};
+constexpr FlagKey hidden{&Form1::showdata, false, U" 温情提示：\r\n将 不 显示还原后的数据数组。", U"Tarvik 计算 "};
 
-void select_suf(Program& program)
+template <const FlagKey& key>
+void set_flag(Program& program)
 {
-    program.form1.comp = false;
-    ask(program, U" 温情提示：\r\n只在当前表中比较或排序。", U"Tarvik 计算", Buttons::OK);
-}
-
-void show_views(Program& program)
-{
-    program.form1.showdata = true;
-    ask(program, U" 温情提示：\r\n将 要 显示还原后的数据数组。", U"Tarvik 计算 ", Buttons::OK);
-}
-
-void hide_views(Program& program)
-{
-    program.form1.showdata = false;
-    ask(program, U" 温情提示：\r\n将 不 显示还原后的数据数组。", U"Tarvik 计算 ", Buttons::OK);
+    program.form1.*key.flag = key.value;
+    ask(program, key.text, key.title, Buttons::OK);
 }
 
 struct Key {
@@ -72,12 +63,10 @@ struct Key {
 };
 
 constexpr Key keys[] = {
-    {esc, false, false, column_query},       {U'c', true, true, select_sug},
-    {U'?', false, true, show_notes_key},     {U';', true, true, outside_intersection},
-    {U':', true, true, inside_intersection}, {U'e', true, true, select_suf},
-    {U',', true, true, show_views},          {U'.', true, true, hide_views},
-    {U'q', true, true, devision1},           {U'z', false, true, sort_rows},
-    {U'p', false, true, comparison_key},     {U'/', false, true, column_statistics},
+    {esc, false, false, column_query},     {U'c', true, true, select_sug},       {U'?', false, true, show_notes_key},
+    {U';', true, true, set_flag<outside>}, {U':', true, true, set_flag<inside>}, {U'e', true, true, set_flag<single>},
+    {U',', true, true, set_flag<shown>},   {U'.', true, true, set_flag<hidden>}, {U'q', true, true, devision1},
+    {U'z', false, true, sort_rows},        {U'p', false, true, comparison_key},  {U'/', false, true, column_statistics},
 };
 
 struct Button {
@@ -86,8 +75,8 @@ struct Button {
 };
 
 constexpr Button third_keys[] = {
-    {0, comparison_key},       {1, sort_rows},      {2, column_statistics}, {3, select_sug},
-    {4, outside_intersection}, {5, comparison_key}, {6, comparison_key},
+    {0, comparison_key},    {1, sort_rows},      {2, column_statistics}, {3, select_sug},
+    {4, set_flag<outside>}, {5, comparison_key}, {6, comparison_key},
 };
 
 } // namespace
