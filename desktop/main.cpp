@@ -1,6 +1,6 @@
 #include "desktop/desktop.h"
 #include "desktop/window_icon.h"
-#include "office/ooxml/engine.h"
+#include "office/spreadsheets/engine.h"
 
 #include <QApplication>
 

@@ -1,6 +1,6 @@
 #include "events/commands.h"
 
-#include "calendar/attendance.h"
+#include "calendar/attendance/attendance.h"
 #include "dockets/repair_docket.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 #include "playback/engines.h"
 
-#include "office/ooxml/engine.h"
+#include "office/spreadsheets/engine.h"
 
 namespace tarvik {
 

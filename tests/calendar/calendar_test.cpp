@@ -1,4 +1,4 @@
-#include "calendar/attendance.h"
+#include "calendar/attendance/attendance.h"
 #include "calendar/calendar.h"
 #include "tests/support/test_program.h"
 

@@ -1,6 +1,6 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include "office/ooxml/engine.h"
+#include "office/spreadsheets/engine.h"
 
 #include <QAbstractButton>
 #include <QApplication>

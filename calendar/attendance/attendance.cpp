@@ -1,0 +1,152 @@
+#include "calendar/attendance/attendance.h"
+
+#include "calendar/calendar.h"
+#include "columns/column_query.h"
+#include "columns/row_list.h"
+#include "columns/table.h"
+#include "columns/views.h"
+
+#include <array>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view department = U"系统设备制造部";
+constexpr std::size_t person_column = 3, first_stamp_column = 7, last_stamp_column = 8;
+
+// Hours of the day, and spans in hours
+constexpr double latest_arrival = 8.5, earliest_leaving = 17.5, overtime_starts = 18.0;
+constexpr double normal_span_above = 9.0, normal_span_up_to = 9.6, half_day_span = 4.5, span_limit = 24.0;
+constexpr double one_stamp_first_below = 13, one_stamp_last_below = 11.5;
+constexpr double lunch_break = 1.0;
+constexpr std::u32string_view one_stamp_hours = U"-1      ";
+
+constexpr std::array<std::u32string_view, 7> weekdays{U"星期四", U"星期五", U"星期六", U"星期日",
+                                                      U"星期一", U"星期二", U"星期三"};
+
+std::optional<double> digits(TextView text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (text[i] < U'0' || text[i] > U'9') return std::nullopt;
+    return number(text);
+}
+
+struct Stamp {
+    TextView date, time;
+};
+
+std::optional<Stamp> cut(TextView stamp)
+{
+    const std::size_t blank = instr(stamp, U" "), stop = instr(stamp, U".");
+    if (blank == 0 || stop < blank) return std::nullopt;
+    return Stamp{mid(stamp, 1, blank - 1), mid(stamp, blank + 1, stop - blank - 1)};
+}
+
+std::optional<std::u32string_view> weekday(TextView date)
+{
+    const auto year = digits(mid(date, 1, 4)), month = digits(mid(date, 6, 2)), day = digits(mid(date, 9, 2));
+    if (!year || !month || !day || !is_calendar_day(*year, *month, *day)) return std::nullopt;
+    return weekdays[static_cast<std::size_t>(fenmod(7, steaddaf(2016, 9, 22, *year, *month, *day)))];
+}
+
+std::optional<double> hours(TextView time)
+{
+    const std::size_t hour_digits = time.size() == 8 ? 2 : 1;
+    const auto hour = digits(mid(time, 1, hour_digits)), minutes = digits(mid(time, hour_digits + 2, 2));
+    if (!hour || !minutes) return std::nullopt;
+    double fraction = *minutes / 60;
+    return *hour + leading_number(wct(fraction));
+}
+
+Text hours_text(double hours)
+{
+    return wcnum(leading_number(wct(hours)));
+}
+
+struct Verdict {
+    std::u32string_view status;
+    Text hours;
+};
+
+/// `a` and `b` are the hours of the first and the last stamp, `status` what they say by themselves.
+std::optional<Verdict> judge(double a, double b, std::u32string_view status)
+{
+    const double span = b - a;
+    const Text worked = hours_text(span - lunch_break);
+    if (span > normal_span_above && span <= normal_span_up_to) return Verdict{U"正常", worked};
+    if (span >= span_limit) return std::nullopt;
+    if (span > normal_span_up_to && b > overtime_starts) return Verdict{U"加班", hours_text(b - overtime_starts)};
+    if (span > normal_span_up_to) return Verdict{U"正常", worked};
+    if (worked == one_stamp_hours && a < one_stamp_first_below && b < one_stamp_last_below)
+        return Verdict{U"异常", worked};
+    if (span < half_day_span) return Verdict{U"旷工", worked};
+    return Verdict{status, worked};
+}
+
+std::u32string_view first_status(double a, double b)
+{
+    const bool late = a > latest_arrival;
+    if (b < earliest_leaving) return late ? U"倒退" : U"早退";
+    return late ? U"迟到" : U"正常";
+}
+
+/// Gives false for a row whose stamps cannot be read.
+bool add_row(Program& program, std::size_t row, RowView& lines)
+{
+    const Table& suf = program.module1.suf;
+    Form1& form1 = program.form1;
+    const TextView first = suf.cell(row, first_stamp_column), last = suf.cell(row, last_stamp_column);
+    if (first.empty() || last.empty()) return true;
+    const auto a = kqtest(program, first);
+    const auto b = a ? kqtest(program, last) : std::nullopt;
+    if (!b) return false;
+    const std::u32string_view status = first_status(*a, *b);
+    const auto verdict = judge(*a, *b, status);
+    if (!verdict) return true;
+    form1.compcount += 1;
+    lines.add({}, suf.cell(row, person_column).str() + U"\t" + form1.kqdate + U"\t" + form1.kqweekday +
+                      U"\t上班打卡：" + cut(first)->time + U"\t" + Text(status) + U"\t下班打卡：" + form1.kqtime +
+                      U"\t" + Text(verdict->status) + U"\t" + verdict->hours);
+    return true;
+}
+
+} // namespace
+
+std::optional<double> kqtest(Program& program, TextView stamp)
+{
+    const auto pieces = cut(stamp);
+    if (!pieces) return std::nullopt;
+    const auto day = weekday(pieces->date);
+    const auto time = hours(pieces->time);
+    if (!day || !time) return std::nullopt;
+    program.form1.kqdate = pieces->date.str();
+    program.form1.kqtime = pieces->time.str();
+    program.form1.kqweekday = Text(*day);
+    return time;
+}
+
+void an_kqtest(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (form1.comp) {
+        ask(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行考勤分析。", application_title,
+            Buttons::OK, Icon::Information);
+        return;
+    }
+    ScratchFile file(program, U"between31.txt");
+    query1(program, department);
+    devision1(program);
+    form1.compcount = 0;
+    const auto lines = std::make_shared<RowView>();
+    RowList unread;
+    for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row)
+        if (!add_row(program, row, *lines)) unread.add(row);
+    show_view(program, file, lines);
+    form1.Text1[2].set_text(number_text(form1.compcount));
+    if (unread.count() > 0)
+        ask(program, U" 温情提示：\r\n以下各行的打卡时间不能识别，已经略过：" + unread.text(), application_title,
+            Buttons::OK);
+}
+
+} // namespace tarvik

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "office/packages/damage.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include <zip.h>
+
+namespace tarvik::ooxml {
+
+/// What a new package has other than the old one. Parts that are not named stay as they are.
+struct PartChanges {
+    std::map<std::string, std::string> written; ///< part name to contents; the part must exist
+    std::set<std::string> removed;
+};
+
+/// The zip container of a workbook in memory. It never changes; a changed package is a new string of bytes. Part names
+/// have no leading separator and are found without regard to case. Nothing in it is trusted: sizes are bounded before
+/// memory is taken, and everything unreadable is Damage.
+class Package {
+public:
+    explicit Package(std::string bytes);
+    Package(const Package&) = delete;
+    Package& operator=(const Package&) = delete;
+
+    const std::string& bytes() const noexcept { return bytes_; }
+    bool has(std::string_view part) const;
+    /// The contents, inflated when first asked for and kept as long as the package.
+    const std::string& part(std::string_view name) const;
+    /// The package with these changes: all other entries keep their compressed bytes, order and time.
+    std::string with(const PartChanges& changes) const;
+
+private:
+    struct Discard {
+        void operator()(zip_t* archive) const noexcept { zip_discard(archive); }
+    };
+    struct Release {
+        void operator()(zip_source_t* source) const noexcept { zip_source_free(source); }
+    };
+    using Archive = std::unique_ptr<zip_t, Discard>;
+    using Source = std::unique_ptr<zip_source_t, Release>;
+
+    Source make_source() const;
+    static Archive open(zip_source_t* source, int flags);
+    zip_uint64_t index_of(std::string_view name) const;
+    std::string inflate(zip_uint64_t index, std::string_view name) const;
+
+    std::string bytes_;
+    Source source_;
+    Archive archive_;
+    std::map<std::string, zip_uint64_t, std::less<>> entries_; ///< by lower-cased name
+    mutable std::map<zip_uint64_t, std::string> inflated_;
+    mutable std::uint64_t inflated_bytes_ = 0;
+};
+
+} // namespace tarvik::ooxml

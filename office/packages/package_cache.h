@@ -1,0 +1,29 @@
+#pragma once
+
+#include "office/packages/package.h"
+#include "platform/files.h"
+
+#include <list>
+#include <memory>
+
+namespace tarvik::ooxml {
+
+/// The packages opened last, so that a template that a run opens for every sheet is read and inflated once.
+class PackageCache {
+public:
+    explicit PackageCache(Files& files) : files_(files) {}
+
+    std::shared_ptr<const Package> open(TextView path);
+
+private:
+    struct Known {
+        std::filesystem::path file;
+        FileStamp stamp;
+        std::shared_ptr<const Package> package;
+    };
+
+    Files& files_;
+    std::list<Known> known_; ///< the one used last in front
+};
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,208 @@
+#include "office/packages/xml_part.h"
+
+#include <array>
+#include <charconv>
+#include <cstring>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+// Neither entities nor line ends are converted: see the class.
+constexpr unsigned raw_parsing = pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration | pugi::parse_doctype |
+                                 pugi::parse_cdata | pugi::parse_ws_pcdata;
+constexpr unsigned raw_printing = pugi::format_raw | pugi::format_no_escapes;
+constexpr int deepest_nesting = 100; ///< of what is removed; removing recurses
+
+struct Entity {
+    std::string_view name;
+    std::string_view text;
+};
+constexpr std::array<Entity, 5> entities{{{"amp", "&"}, {"lt", "<"}, {"gt", ">"}, {"quot", "\""}, {"apos", "'"}}};
+
+Text quoted(std::string_view name)
+{
+    return U"“" + from_utf8(name) + U"”";
+}
+
+/// Values are printed between double quotes, whichever quotes they came in.
+struct DoubleQuotes final : pugi::xml_tree_walker {
+    bool for_each(pugi::xml_node& node) override
+    {
+        for (auto attribute : node.attributes()) {
+            if (!std::strchr(attribute.value(), '"')) continue;
+            std::string value = attribute.value();
+            for (auto at = value.find('"'); at != std::string::npos; at = value.find('"', at)) {
+                value.replace(at, 1, "&quot;");
+            }
+            attribute.set_value(value.c_str());
+        }
+        return true;
+    }
+};
+
+struct StringWriter final : pugi::xml_writer {
+    std::string text;
+    void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+};
+
+/// What stands between & and ; as UTF-8; empty when it is nothing known.
+std::string resolved(std::string_view reference)
+{
+    if (reference.starts_with('#')) {
+        const bool is_hexadecimal = reference.size() > 1 && (reference[1] == 'x' || reference[1] == 'X');
+        const auto digits = reference.substr(is_hexadecimal ? 2 : 1);
+        std::uint32_t code = 0;
+        const auto [end, error] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), code, is_hexadecimal ? 16 : 10);
+        if (error != std::errc() || end != digits.data() + digits.size()) return {};
+        return to_utf8(Text(1, static_cast<char32_t>(code)));
+    }
+    for (const auto& entity : entities) {
+        if (entity.name == reference) return std::string(entity.text);
+    }
+    return {};
+}
+
+bool is_deep(pugi::xml_node node, int left) noexcept
+{
+    if (left == 0) return true;
+    for (const auto child : node.children()) {
+        if (is_deep(child, left - 1)) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view root) : name_(std::move(name))
+{
+    const auto result = document_.load_buffer(contents.data(), contents.size(), raw_parsing, pugi::encoding_auto);
+    if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
+    if (!result || !is_named(document_.document_element(), root)) {
+        throw Damage(U"部件" + quoted(name_) + U"已损坏。");
+    }
+    if (contents.find('\'') != std::string::npos) {
+        DoubleQuotes walker;
+        document_.traverse(walker);
+    }
+    const auto declaration = document_.first_child();
+    if (declaration.type() != pugi::node_declaration) return;
+    if (contents.starts_with("<?")) {
+        const auto start = contents.find("?>") + 2;
+        behind_declaration_ = contents.substr(start, contents.find('<', start) - start);
+    }
+    // The tree is UTF-8 whatever the part was.
+    auto encoding = declaration.attribute("encoding");
+    if (encoding && lower(from_utf8(encoding.value())) != U"utf-8") encoding.set_value("UTF-8");
+}
+
+std::string XmlPart::print() const
+{
+    StringWriter writer;
+    for (const auto node : document_.children()) {
+        node.print(writer, "", raw_printing, pugi::encoding_utf8);
+        if (node.type() == pugi::node_declaration) writer.text += behind_declaration_;
+    }
+    return std::move(writer.text);
+}
+
+bool is_named(pugi::xml_node node, std::string_view local_name) noexcept
+{
+    const std::string_view name = node.name();
+    if (!name.ends_with(local_name)) return false;
+    return name.size() == local_name.size() || name[name.size() - local_name.size() - 1] == ':';
+}
+
+pugi::xml_node child_named(pugi::xml_node parent, std::string_view local_name) noexcept
+{
+    for (const auto child : parent.children()) {
+        if (is_named(child, local_name)) return child;
+    }
+    return {};
+}
+
+std::string name_like(pugi::xml_node relative, std::string_view local_name)
+{
+    const std::string_view name = relative.name();
+    std::string full(name.substr(0, name.find(':') + 1)); // without a colon that is the empty text
+    return full.append(local_name);
+}
+
+std::string unescaped(std::string_view raw)
+{
+    if (raw.find_first_of("&\r") == std::string_view::npos) return std::string(raw);
+    std::string text;
+    text.reserve(raw.size());
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        if (raw[i] == '\r') {
+            text += '\n';
+            if (i + 1 < raw.size() && raw[i + 1] == '\n') ++i;
+            continue;
+        }
+        if (raw[i] == '&') {
+            constexpr std::size_t longest_reference = 12;
+            const auto end = raw.substr(0, i + longest_reference).find(';', i);
+            const auto character = end == std::string_view::npos ? "" : resolved(raw.substr(i + 1, end - i - 1));
+            if (!character.empty()) {
+                text += character;
+                i = end;
+                continue;
+            }
+        }
+        text += raw[i];
+    }
+    return text;
+}
+
+std::string escaped(std::string_view text)
+{
+    std::string raw;
+    raw.reserve(text.size());
+    for (const char c : text) {
+        switch (c) {
+        case '&': raw += "&amp;"; break;
+        case '<': raw += "&lt;"; break;
+        case '>': raw += "&gt;"; break;
+        case '"': raw += "&quot;"; break;
+        default: raw += c;
+        }
+    }
+    return raw;
+}
+
+std::string attribute_text(pugi::xml_node node, const char* name)
+{
+    return unescaped(node.attribute(name).value());
+}
+
+void set_attribute(pugi::xml_node node, const char* name, std::string_view text)
+{
+    auto attribute = node.attribute(name);
+    if (!attribute) attribute = node.append_attribute(name);
+    attribute.set_value(escaped(text).c_str());
+}
+
+std::string element_text(pugi::xml_node element)
+{
+    std::string text;
+    for (const auto child : element.children()) {
+        if (child.type() == pugi::node_pcdata) text += unescaped(child.value());
+        if (child.type() == pugi::node_cdata) text += child.value();
+    }
+    return text;
+}
+
+void set_raw_text(pugi::xml_node element, const std::string& raw)
+{
+    while (element.first_child()) remove_element(element, element.first_child());
+    element.append_child(pugi::node_pcdata).set_value(raw.c_str());
+}
+
+void remove_element(pugi::xml_node parent, pugi::xml_node child)
+{
+    if (is_deep(child, deepest_nesting)) throw Damage(U"部件里的元素嵌套过深。");
+    parent.remove_child(child);
+}
+
+} // namespace tarvik::ooxml

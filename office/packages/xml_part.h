@@ -1,0 +1,56 @@
+#pragma once
+
+#include "office/packages/damage.h"
+
+#include <string>
+#include <string_view>
+
+#include <pugixml.hpp>
+
+namespace tarvik::ooxml {
+
+/// An XML part of a package, edited in place. Its tree holds texts and attribute values as they are written, entities,
+/// line ends and white space included, so that what nobody touches is printed back as it was. The functions below read
+/// and write such raw values.
+class XmlPart {
+public:
+    /// `root` is the local name that the document element must have.
+    XmlPart(std::string name, const std::string& contents, std::string_view root);
+
+    const std::string& name() const noexcept { return name_; }
+    pugi::xml_node root() const { return document_.document_element(); }
+    std::string print() const;
+
+    /// Whether the part must be written anew.
+    bool changed = false;
+
+private:
+    std::string name_;
+    std::string behind_declaration_; ///< the white space there, which the tree does not hold
+    pugi::xml_document document_;
+};
+
+// Elements are known by their local names: a part may write its own namespace with any prefix or none.
+
+bool is_named(pugi::xml_node node, std::string_view local_name) noexcept;
+/// The first child element of that name, or a null node.
+pugi::xml_node child_named(pugi::xml_node parent, std::string_view local_name) noexcept;
+/// `local_name` with the prefix that `relative` bears.
+std::string name_like(pugi::xml_node relative, std::string_view local_name);
+
+/// What a reader understands where `raw` is written: entities and character references resolved, line ends as LF.
+std::string unescaped(std::string_view raw);
+/// The way to write a text, also between double quotes.
+std::string escaped(std::string_view text);
+
+/// The attribute's value; empty if there is none.
+std::string attribute_text(pugi::xml_node node, const char* name);
+void set_attribute(pugi::xml_node node, const char* name, std::string_view text);
+/// The characters directly in the element.
+std::string element_text(pugi::xml_node element);
+/// Makes `raw` the element's only contents; the element must hold nothing but characters.
+void set_raw_text(pugi::xml_node element, const std::string& raw);
+/// Removes a child with all that is in it.
+void remove_element(pugi::xml_node parent, pugi::xml_node child);
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,147 @@
+#include "office/spreadsheets/cell_text.h"
+
+#include <charconv>
+#include <optional>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+constexpr std::size_t escape_length = 7; ///< of _xHHHH_
+
+constexpr bool is_hexadecimal(char32_t c) noexcept
+{
+    return (c >= U'0' && c <= U'9') || (c >= U'A' && c <= U'F') || (c >= U'a' && c <= U'f');
+}
+
+template <typename Characters>
+bool is_escape_at(const Characters& text, std::size_t at) noexcept
+{
+    if (text.size() - at < escape_length || text[at] != '_' || text[at + 1] != 'x' || text[at + 6] != '_') return false;
+    for (std::size_t i = at + 2; i < at + 6; ++i) {
+        if (!is_hexadecimal(static_cast<char32_t>(text[i]))) return false;
+    }
+    return true;
+}
+
+constexpr bool is_surrogate(char32_t c) noexcept
+{
+    return c >= 0xD800 && c <= 0xDFFF;
+}
+
+/// What no XML text can hold.
+constexpr bool is_forbidden(char32_t c) noexcept
+{
+    return (c < 0x20 && c != U'\t' && c != U'\n') || c == 0xFFFE || c == 0xFFFF;
+}
+
+void append_escape(char32_t c, std::string& raw)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    raw += "_x";
+    for (int shift = 12; shift >= 0; shift -= 4) raw += digits[(c >> static_cast<unsigned>(shift)) & 0xFU];
+    raw += '_';
+}
+
+void append_utf8(char32_t c, std::string& raw)
+{
+    const auto tail = [&](unsigned shift) { raw += static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
+    if (c < 0x80) {
+        raw += static_cast<char>(c);
+    } else if (c < 0x800) {
+        raw += static_cast<char>(0xC0U | (c >> 6U));
+        tail(0);
+    } else if (c < 0x10000) {
+        raw += static_cast<char>(0xE0U | (c >> 12U));
+        tail(6), tail(0);
+    } else {
+        raw += static_cast<char>(0xF0U | (c >> 18U));
+        tail(12), tail(6), tail(0);
+    }
+}
+
+void append_character(char32_t c, std::string& raw)
+{
+    if (is_forbidden(c)) return append_escape(c, raw);
+    switch (c) {
+    case U'&': raw += "&amp;"; break;
+    case U'<': raw += "&lt;"; break;
+    case U'>': raw += "&gt;"; break;
+    default: append_utf8(is_surrogate(c) || c > 0x10FFFF ? U'\uFFFD' : c, raw);
+    }
+}
+
+char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
+{
+    unsigned unit = 0;
+    std::from_chars(written.data() + at + 2, written.data() + at + 6, unit, 16);
+    return static_cast<char32_t>(unit);
+}
+
+/// Joins surrogates that were written as two escapes; a lone one becomes U+FFFD. `high` is the first of two, else 0.
+void append_unit(char32_t unit, Text& text, char32_t& high)
+{
+    if (high != 0 && unit >= 0xDC00 && unit <= 0xDFFF) {
+        text.back() = 0x10000 + ((high - 0xD800) << 10U) + (unit - 0xDC00);
+        high = 0;
+        return;
+    }
+    high = unit >= 0xD800 && unit < 0xDC00 ? unit : 0;
+    text += is_surrogate(unit) ? U'\uFFFD' : unit;
+}
+
+bool is_space(char c) noexcept
+{
+    return c == ' ' || c == '\t' || c == '\n';
+}
+
+} // namespace
+
+std::string encode_cell_text(TextView text)
+{
+    std::string raw;
+    raw.reserve(text.size());
+    text.visit([&raw](auto characters) {
+        int units = 0;
+        for (std::size_t i = 0; i < characters.size(); ++i) {
+            const auto c = static_cast<char32_t>(characters[i]);
+            if (c == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n') continue;
+            units += c > 0xFFFF && c <= 0x10FFFF ? 2 : 1;
+            if (units > longest_cell_text) break;
+            if (c == U'_' && is_escape_at(characters, i)) {
+                append_escape(c, raw);
+            } else {
+                append_character(c, raw);
+            }
+        }
+    });
+    return raw;
+}
+
+Text decode_cell_text(std::string_view written)
+{
+    Text text;
+    std::size_t plain = 0; // where the piece without escapes begins
+    char32_t high = 0;
+    for (auto at = written.find("_x"); at != std::string_view::npos; at = written.find("_x", at)) {
+        if (!is_escape_at(written, at)) {
+            ++at;
+            continue;
+        }
+        if (at > plain) high = 0;
+        text += from_utf8(written.substr(plain, at - plain));
+        append_unit(escaped_unit(written, at), text, high);
+        at += escape_length;
+        plain = at;
+    }
+    text += from_utf8(written.substr(plain));
+    return text;
+}
+
+bool needs_preserving(std::string_view raw) noexcept
+{
+    return !raw.empty() &&
+           (is_space(raw.front()) || is_space(raw.back()) || raw.find_first_of("\t\n") != std::string_view::npos);
+}
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,90 @@
+#include "office/spreadsheets/shared_strings.h"
+
+#include "office/spreadsheets/cell_text.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+/// The item's raw text when it is nothing but that, and a reader would not trim it; else nullptr.
+const char* plain_text(pugi::xml_node item)
+{
+    const auto text = item.first_child();
+    const auto characters = text.first_child();
+    if (!is_named(text, "t") || text.next_sibling() || characters.next_sibling()) return nullptr;
+    if (characters.type() != pugi::node_pcdata) return nullptr;
+    if (!text.attribute("xml:space") && needs_preserving(characters.value())) return nullptr;
+    return characters.value();
+}
+
+} // namespace
+
+Text rich_text(pugi::xml_node item)
+{
+    std::string written;
+    for (const auto child : item.children()) {
+        if (is_named(child, "t")) written += element_text(child);
+        if (is_named(child, "r")) written += element_text(child_named(child, "t"));
+    }
+    return decode_cell_text(written);
+}
+
+SharedStrings::SharedStrings(XmlPart part) : part_(std::move(part))
+{
+    for (const auto child : part_.root().children()) {
+        if (is_named(child, "si")) items_.push_back(child);
+    }
+}
+
+Text SharedStrings::text(std::size_t index) const
+{
+    return index < items_.size() ? rich_text(items_[index]) : Text();
+}
+
+void SharedStrings::index_plain_items()
+{
+    plain_.reserve(items_.size());
+    for (std::size_t i = 0; i < items_.size(); ++i) {
+        if (const char* text = plain_text(items_[i])) plain_.emplace(text, i);
+    }
+    plain_is_indexed_ = true;
+}
+
+std::size_t SharedStrings::add(const std::string& raw)
+{
+    if (!plain_is_indexed_) index_plain_items();
+    const auto found = plain_.find(raw);
+    if (found != plain_.end()) return found->second;
+
+    auto root = part_.root();
+    const auto name = name_like(root, "si");
+    auto item =
+        items_.empty() ? root.prepend_child(name.c_str()) : root.insert_child_after(name.c_str(), items_.back());
+    auto text = item.append_child(name_like(root, "t").c_str());
+    if (needs_preserving(raw)) set_attribute(text, "xml:space", "preserve");
+    set_raw_text(text, raw);
+    items_.push_back(item);
+    plain_.emplace(text.first_child().value(), items_.size() - 1);
+    part_.changed = true;
+    return items_.size() - 1;
+}
+
+const XmlPart& SharedStrings::settle()
+{
+    auto root = part_.root();
+    if (reference_difference_ != 0 && root.attribute("count")) {
+        const auto count = root.attribute("count").as_llong() + reference_difference_;
+        root.attribute("count").set_value(std::max(count, 0LL));
+        part_.changed = true;
+    }
+    reference_difference_ = 0;
+    if (part_.changed && root.attribute("uniqueCount")) {
+        root.attribute("uniqueCount").set_value(static_cast<unsigned long long>(items_.size()));
+    }
+    return part_;
+}
+
+} // namespace tarvik::ooxml

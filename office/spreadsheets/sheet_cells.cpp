@@ -1,0 +1,172 @@
+#include "office/spreadsheets/sheet_cells.h"
+
+#include "office/packages/xml_part.h"
+
+namespace tarvik::ooxml {
+
+namespace {
+
+struct Numbered {
+    int number;
+    pugi::xml_node node;
+};
+
+/// Orders elements by their numbers, in the part too. Two with one number are a damage.
+void put_in_order(pugi::xml_node parent, std::vector<Numbered>& elements)
+{
+    const auto by_number = [](const Numbered& a, const Numbered& b) { return a.number < b.number; };
+    if (!std::is_sorted(elements.begin(), elements.end(), by_number)) {
+        std::stable_sort(elements.begin(), elements.end(), by_number);
+        for (const auto& element : elements) parent.append_move(element.node);
+    }
+    const auto same = [](const Numbered& a, const Numbered& b) { return a.number == b.number; };
+    if (std::adjacent_find(elements.begin(), elements.end(), same) != elements.end()) {
+        throw Damage(U"工作表里有重复的行或单元格。");
+    }
+}
+
+int told_or_next(const std::optional<int>& told, bool is_told, int last_number, int limit)
+{
+    const int number = is_told ? told.value_or(0) : last_number + 1;
+    if (number < 1 || number > limit) throw Damage(U"工作表里有无效的行号或单元格位置。");
+    return number;
+}
+
+} // namespace
+
+SheetCells::SheetCells(pugi::xml_node worksheet)
+    : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData"))
+{
+    if (!sheet_data_) throw Damage(U"工作表没有单元格数据。");
+    index_rows();
+    dimension_ = parse_range(attribute_text(child_named(worksheet_, "dimension"), "ref"));
+}
+
+void SheetCells::index_rows()
+{
+    std::vector<Numbered> rows;
+    int last = 0;
+    for (auto node : sheet_data_.children()) {
+        if (!is_named(node, "row")) continue;
+        const auto told = node.attribute("r");
+        last = told_or_next(parse_count(told.value(), last_row_of_sheet), !told.empty(), last, last_row_of_sheet);
+        if (!told) node.append_attribute("r").set_value(last);
+        rows.push_back({last, node});
+    }
+    put_in_order(sheet_data_, rows);
+    for (const auto& row : rows) rows_.emplace_hint(rows_.end(), row.number, Row{row.node, false, {}});
+}
+
+void SheetCells::index_cells(int number, Row& row)
+{
+    std::vector<Numbered> cells;
+    int last = 0;
+    for (auto node : row.node.children()) {
+        if (!is_named(node, "c")) continue;
+        const auto told = node.attribute("r");
+        const auto place = parse_place(told.value());
+        const auto column = place && place->row == number ? std::optional(place->column) : std::nullopt;
+        last = told_or_next(column, !told.empty(), last, last_column_of_sheet);
+        if (!told) node.append_attribute("r").set_value(place_name({number, last}).c_str());
+        cells.push_back({last, node});
+    }
+    put_in_order(row.node, cells);
+    row.cells.reserve(cells.size());
+    for (const auto& cell : cells) row.cells.push_back({cell.number, cell.node});
+    row.is_indexed = true;
+}
+
+SheetCells::Row& SheetCells::indexed(int number, Row& row) const
+{
+    if (!row.is_indexed) index_cells(number, row);
+    return row;
+}
+
+pugi::xml_node SheetCells::find(Place place) const
+{
+    const auto row = rows_.find(place.row);
+    if (row == rows_.end()) return {};
+    const auto& cells = indexed(row->first, row->second).cells;
+    const auto cell = std::lower_bound(cells.begin(), cells.end(), place.column,
+                                       [](const Cell& one, int column) { return one.column < column; });
+    return cell != cells.end() && cell->column == place.column ? cell->node : pugi::xml_node();
+}
+
+SheetCells::Row& SheetCells::ensure_row(int number)
+{
+    const auto next = rows_.lower_bound(number);
+    if (next != rows_.end() && next->first == number) return indexed(number, next->second);
+    const auto name = name_like(sheet_data_, "row");
+    auto node = next == rows_.end() ? sheet_data_.append_child(name.c_str())
+                                    : sheet_data_.insert_child_before(name.c_str(), next->second.node);
+    node.append_attribute("r").set_value(number);
+    return rows_.emplace_hint(next, number, Row{node, true, {}})->second;
+}
+
+pugi::xml_node SheetCells::ensure(Place place)
+{
+    auto& row = ensure_row(place.row);
+    const auto next = std::lower_bound(row.cells.begin(), row.cells.end(), place.column,
+                                       [](const Cell& one, int column) { return one.column < column; });
+    if (next != row.cells.end() && next->column == place.column) return next->node;
+    const auto name = name_like(row.node, "c");
+    // Behind the last cell there may be an extension list, which must stay last.
+    auto node = row.cells.empty()         ? row.node.prepend_child(name.c_str())
+                : next == row.cells.end() ? row.node.insert_child_after(name.c_str(), row.cells.back().node)
+                                          : row.node.insert_child_before(name.c_str(), next->node);
+    set_attribute(node, "r", place_name(place));
+    const auto format = format_of_missing(row, place.column);
+    if (!format.empty()) set_attribute(node, "s", format);
+    row.cells.insert(next, {place.column, node});
+    widen(row, place);
+    return node;
+}
+
+std::string SheetCells::format_of_missing(const Row& row, int column)
+{
+    if (row.node.attribute("customFormat").as_bool() && row.node.attribute("s")) return attribute_text(row.node, "s");
+    if (!column_formats_) {
+        column_formats_.emplace();
+        for (const auto node : child_named(worksheet_, "cols").children()) {
+            if (!node.attribute("style")) continue;
+            column_formats_->push_back(
+                {node.attribute("min").as_int(), node.attribute("max").as_int(), attribute_text(node, "style")});
+        }
+    }
+    for (const auto& one : *column_formats_) {
+        if (column >= one.first && column <= one.last) return one.format;
+    }
+    return {};
+}
+
+void SheetCells::widen(Row& row, Place place)
+{
+    row.node.remove_attribute("spans"); // only a hint, and readers differ on a wrong one
+    if (!dimension_ || dimension_->contains(place)) return;
+    dimension_->include(place);
+    set_attribute(child_named(worksheet_, "dimension"), "ref", range_name(*dimension_));
+}
+
+void SheetCells::visit(const Range& range, const Visitor& visitor) const
+{
+    for (auto row = rows_.lower_bound(range.first.row); row != rows_.end() && row->first <= range.last.row; ++row) {
+        for (const auto& cell : indexed(row->first, row->second).cells) {
+            if (cell.column > range.last.column) break;
+            if (cell.column >= range.first.column) visitor({row->first, cell.column}, cell.node);
+        }
+    }
+}
+
+void SheetCells::visit_formulas(const Visitor& visitor) const
+{
+    const auto holds_formula = [](pugi::xml_node cell) { return !child_named(cell, "f").empty(); };
+    for (auto& [number, row] : rows_) {
+        const auto nodes = row.node.children();
+        if (std::none_of(nodes.begin(), nodes.end(), holds_formula)) continue;
+        for (const auto& cell : indexed(number, row).cells) {
+            if (holds_formula(cell.node)) visitor({number, cell.column}, cell.node);
+        }
+    }
+}
+
+} // namespace tarvik::ooxml

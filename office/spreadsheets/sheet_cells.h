@@ -1,0 +1,60 @@
+#pragma once
+
+#include "office/spreadsheets/places.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include <pugixml.hpp>
+
+namespace tarvik::ooxml {
+
+/// The rows and cells that a worksheet part has, found by place. Rows and cells that do not tell their place get it
+/// told, and those that are out of order are put in order.
+class SheetCells {
+public:
+    explicit SheetCells(pugi::xml_node worksheet);
+
+    /// The cell's element, or a null node.
+    pugi::xml_node find(Place place) const;
+    /// The cell's element, made in its order if it is missing, with the format of its row or else of its column.
+    pugi::xml_node ensure(Place place);
+    using Visitor = std::function<void(Place, pugi::xml_node)>;
+    /// All elements in the range, row by row. The visitor may change what is in a cell.
+    void visit(const Range& range, const Visitor& visitor) const;
+    /// All elements that hold a formula, row by row.
+    void visit_formulas(const Visitor& visitor) const;
+
+private:
+    struct Cell {
+        int column;
+        pugi::xml_node node;
+    };
+    struct Row {
+        pugi::xml_node node;
+        bool is_indexed = false;
+        std::vector<Cell> cells; ///< by column; once it is indexed
+    };
+    struct ColumnFormat {
+        int first;
+        int last;
+        std::string format;
+    };
+
+    void index_rows();
+    static void index_cells(int number, Row& row);
+    Row& indexed(int number, Row& row) const;
+    Row& ensure_row(int number);
+    std::string format_of_missing(const Row& row, int column);
+    void widen(Row& row, Place place);
+
+    pugi::xml_node worksheet_;
+    pugi::xml_node sheet_data_;
+    mutable std::map<int, Row> rows_; ///< a row's cells are indexed when somebody first asks for one
+    std::optional<Range> dimension_;
+    std::optional<std::vector<ColumnFormat>> column_formats_;
+};
+
+} // namespace tarvik::ooxml

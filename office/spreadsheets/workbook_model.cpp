@@ -1,0 +1,185 @@
+#include "office/spreadsheets/workbook_model.h"
+
+#include "office/spreadsheets/table_headers.h"
+
+#include <array>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+constexpr std::string_view plain_type = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml";
+constexpr std::string_view macro_type = "application/vnd.ms-excel.sheet.macroEnabled.main+xml";
+constexpr std::string_view project_type = "application/vnd.ms-office.vbaProject";
+
+/// The name of the workbook's part, which must be what this engine can edit.
+std::string find_workbook(const Package& package, const ContentTypes& types)
+{
+    const Relationships relationships(package, "");
+    const auto* workbook = relationships.of_kind("officeDocument");
+    if (!workbook) throw Damage(U"文件不是工作簿。");
+    const auto type = types.of(workbook->target);
+    if (type.find("sheet.binary") != std::string::npos) {
+        throw Damage(U"这是二进制格式（.xlsb）的工作簿，不能处理，请另存为 .xlsx。");
+    }
+    const bool is_spreadsheet =
+        type.find("spreadsheetml") != std::string::npos || type.find("ms-excel") != std::string::npos;
+    if (!is_spreadsheet) throw Damage(U"文件不是工作簿。");
+    return workbook->target;
+}
+
+/// The value of the attribute that refers to a relationship; the prefix of its namespace may be any.
+std::string relationship_id(pugi::xml_node node)
+{
+    for (const auto attribute : node.attributes()) {
+        if (std::string_view(attribute.name()).ends_with(":id")) return unescaped(attribute.value());
+    }
+    return {};
+}
+
+bool is_on(pugi::xml_attribute attribute) noexcept
+{
+    const std::string_view value = attribute.value();
+    return value == "1" || value == "true";
+}
+
+} // namespace
+
+WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package)
+    : package_(std::move(package)), types_(*package_), workbook_name_(find_workbook(*package_, types_)),
+      relationships_(*package_, workbook_name_), workbook_(workbook_name_, package_->part(workbook_name_), "workbook")
+{
+    list_sheets();
+}
+
+void WorkbookModel::list_sheets()
+{
+    for (const auto node : child_named(workbook_.root(), "sheets").children()) {
+        const auto* relationship = relationships_.of_id(relationship_id(node));
+        if (!is_named(node, "sheet") || (relationship && relationship->kind != "worksheet")) continue;
+        if (!relationship || !package_->has(relationship->target)) {
+            throw Damage(U"缺少工作表“" + from_utf8(attribute_text(node, "name")) + U"”的部件。");
+        }
+        const auto is_it = [&](const Sheet& sheet) { return sheet.name == relationship->target; };
+        if (std::any_of(sheets_.begin(), sheets_.end(), is_it)) throw Damage(U"两张工作表共用一个部件。");
+        sheets_.push_back({relationship->target, nullptr});
+    }
+    if (sheets_.empty()) throw Damage(U"工作簿里没有工作表。");
+}
+
+SheetPart& WorkbookModel::sheet(int index)
+{
+    if (index < 1 || index > sheet_count()) {
+        throw Damage(U"工作簿里没有第 " + number_text(index) + U" 张工作表。");
+    }
+    return load(sheets_[static_cast<std::size_t>(index - 1)]);
+}
+
+SheetPart& WorkbookModel::load(Sheet& sheet)
+{
+    if (!values_) load_strings();
+    if (!sheet.part) {
+        sheet.part = std::make_unique<SheetPart>(sheet.name, package_->part(sheet.name), *values_,
+                                                 table_headers(*package_, sheet.name));
+    }
+    return *sheet.part;
+}
+
+void WorkbookModel::load_strings()
+{
+    if (const auto* strings = relationships_.of_kind("sharedStrings")) {
+        strings_.emplace(XmlPart(strings->target, package_->part(strings->target), "sst"));
+    }
+    const bool counts_from_1904 = is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
+    values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904);
+}
+
+void WorkbookModel::set_format(WorkbookFormat format)
+{
+    const auto wanted = format == WorkbookFormat::Plain ? plain_type : macro_type;
+    if (types_.of(workbook_name_) == wanted) return;
+    types_.set(workbook_name_, wanted);
+    if (format == WorkbookFormat::Plain) drop_macros();
+    is_unpacked_ = true;
+}
+
+void WorkbookModel::forget_part(const std::string& name)
+{
+    if (!package_->has(name)) return;
+    removed_.insert(name);
+    types_.forget(name);
+}
+
+void WorkbookModel::drop_macros()
+{
+    const auto* project = relationships_.of_kind("vbaProject");
+    if (!project) return;
+    const Relationships of_project(*package_, project->target);
+    for (const auto& one : of_project.all()) forget_part(one.target);
+    if (of_project.part()) forget_part(of_project.part()->name());
+    forget_part(project->target);
+    types_.forget_default(project_type);
+    relationships_.remove(std::string(project->id));
+}
+
+void WorkbookModel::drop_results()
+{
+    for (auto& sheet : sheets_) {
+        if (sheet.part || may_have_formulas(package_->part(sheet.name))) load(sheet).drop_results();
+    }
+    ask_for_calculation();
+    drop_calculation_chain();
+    has_new_values_ = false;
+}
+
+void WorkbookModel::ask_for_calculation()
+{
+    auto root = workbook_.root();
+    auto calculation = child_named(root, "calcPr");
+    if (is_on(calculation.attribute("fullCalcOnLoad"))) return;
+    if (!calculation) {
+        // The elements of a workbook have a fixed order; these are the ones that may stand before it.
+        constexpr std::array<std::string_view, 10> before{
+            "fileVersion",        "fileSharing", "workbookPr", "AlternateContent", "revisionPtr",
+            "workbookProtection", "bookViews",   "sheets",     "functionGroups",   "externalReferences"};
+        pugi::xml_node last;
+        for (const auto child : root.children()) {
+            const auto is_it = [child](std::string_view name) { return is_named(child, name); };
+            if (std::any_of(before.begin(), before.end(), is_it) || is_it("definedNames")) last = child;
+        }
+        calculation = root.insert_child_after(name_like(root, "calcPr").c_str(), last);
+    }
+    set_attribute(calculation, "fullCalcOnLoad", "1");
+    workbook_.changed = true;
+}
+
+void WorkbookModel::drop_calculation_chain()
+{
+    const auto* chain = relationships_.of_kind("calcChain");
+    if (!chain) return;
+    forget_part(chain->target);
+    relationships_.remove(std::string(chain->id));
+}
+
+const std::string& WorkbookModel::pack()
+{
+    if (has_new_values_) drop_results();
+    if (!is_unpacked_) return packed_.empty() ? package_->bytes() : packed_;
+    PartChanges changes;
+    changes.removed = removed_;
+    const auto write = [&changes](const XmlPart& part) {
+        if (part.changed) changes.written.emplace(part.name(), part.print());
+    };
+    write(types_.part());
+    write(workbook_);
+    if (relationships_.part()) write(*relationships_.part());
+    if (strings_) write(strings_->settle());
+    for (const auto& sheet : sheets_) {
+        if (sheet.part) write(sheet.part->part());
+    }
+    packed_ = package_->with(changes);
+    is_unpacked_ = false;
+    return packed_;
+}
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,191 @@
+#include "office/spreadsheets/workbook_model.h"
+#include "tests/office/spreadsheets/workbook_file.h"
+
+#include <map>
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+namespace {
+
+std::string failure_of_opening(const std::string& bytes)
+{
+    WorkbookFile file(bytes);
+    try {
+        file.open().worksheet(1);
+    } catch (const Failure& failure) {
+        const std::string told = failure.what();
+        const std::string beginning = "无法处理工作簿“t.xlsx”：";
+        return told.starts_with(beginning) ? told.substr(beginning.size()) : told;
+    }
+    return "no failure";
+}
+
+std::string in_utf16(const std::string& text)
+{
+    std::string wide;
+    for (const char c : text) wide.append({c, '\0'});
+    return wide;
+}
+
+std::string changed_package(const std::string& part, const std::string& from, const std::string& to)
+{
+    auto parts = simple_parts("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>");
+    edit_part(parts, part, from, to);
+    return make_package(parts);
+}
+
+} // namespace
+
+TEST(BadFile, is_a_failure_that_tells_file_and_reason)
+{
+    const std::string ole = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
+    const std::string sheet1 = "xl/worksheets/sheet1.xml";
+    auto without_sheet = simple_parts("");
+    std::erase_if(without_sheet, [](const auto& part) { return part.first == "xl/worksheets/sheet2.xml"; });
+    const auto package = make_package(simple_parts(""));
+    auto wrong_sum = make_package(simple_parts("<row r=\"1\"/>"), false);
+    wrong_sum.replace(wrong_sum.find("<row r=\"1\"/>"), 12, "<row r=\"2\"/>");
+    auto bomb = simple_parts("");
+    set_part(bomb, sheet1, std::string(40U << 20U, ' '));
+    std::string depths;
+    for (int i = 0; i < 100'000; ++i) depths += "<a>";
+
+    struct Case {
+        std::string bytes;
+        std::string reason;
+    };
+    const Case cases[] = {
+        {"", "文件是空的。"},
+        {"客户\t1\r\n", "文件不是工作簿。"},
+        {ole + in_utf16("EncryptedPackage"), "文件设有打开密码，请先去掉密码。"},
+        {ole + in_utf16("Workbook"), "这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。"},
+        {ole + in_utf16("WordDocument"), "文件不是工作簿。"},
+        {package.substr(0, package.size() / 2), "文件已损坏或不完整。"},
+        {make_package({{"a.txt", "b"}}), "缺少部件“[Content_Types].xml”。"},
+        {make_package(without_sheet), "缺少工作表“第二张”的部件。"},
+        {make_package(bomb), "部件“xl/worksheets/sheet1.xml”展开后过大。"},
+        {wrong_sum, "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package("_rels/.rels", "officeDocument\"", "other\""), "文件不是工作簿。"},
+        {changed_package("[Content_Types].xml", "spreadsheetml.sheet.main", "wordprocessingml.document.main"),
+         "文件不是工作簿。"},
+        {changed_package("[Content_Types].xml", "openxmlformats-officedocument.spreadsheetml.sheet.main+xml",
+                         "ms-excel.sheet.binary.macroEnabled.main"),
+         "这是二进制格式（.xlsb）的工作簿，不能处理，请另存为 .xlsx。"},
+        {changed_package(sheet1, "</row>", ""), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package("xl/sharedStrings.xml", "</sst>", "</si>"), "部件“xl/sharedStrings.xml”已损坏。"},
+        {changed_package(sheet1, "<sheetData>", "<row>" + depths), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package(sheet1, "r=\"1\"", "r=\"1048577\""), "工作表里有无效的行号或单元格位置。"},
+        {changed_package(sheet1, "<row r=\"1\"", "<row r=\"1\"/><row r=\"1\""), "工作表里有重复的行或单元格。"},
+        {changed_package(sheet1, "sheetData>", "sheetdata>"), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+    };
+    for (const auto& one : cases) EXPECT_EQ(failure_of_opening(one.bytes), one.reason);
+
+    WorkbookFile file(package);
+    EXPECT_THROW(file.open(U"missing.xlsx"), Failure);
+    EXPECT_THROW(file.engines.create_document(), Failure);
+}
+
+TEST(BadFile, a_deep_nesting_in_a_cell_is_no_stack_overflow)
+{
+    std::string opened;
+    std::string closed;
+    for (int i = 0; i < 200'000; ++i) opened += "<a>", closed += "</a>";
+    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><v>" + opened + closed + "</v></c></row>"));
+    EXPECT_THROW(file.open().worksheet(1).set_cell(1, 1, 1.0), Failure);
+}
+
+TEST(BadFile, whatever_bytes_a_workbook_has_it_opens_or_fails)
+{
+    std::mt19937 random(20'240'301);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    int opened = 0;
+    for (int round = 0; round < 600; ++round) {
+        auto parts = rich_parts();
+        const auto spoil = [&](std::string& bytes) {
+            const std::string marks = "<>/\"'&;=:!? rcvf019\r\n";
+            for (auto count = below(4) + 1; count > 0 && !bytes.empty(); --count) {
+                const auto at = below(bytes.size());
+                switch (below(4)) {
+                case 0: bytes[at] = static_cast<char>(below(256)); break;
+                case 1: bytes[at] = marks[below(marks.size())]; break;
+                case 2: bytes.erase(at, below(40)); break;
+                default: bytes.insert(at, bytes.substr(below(bytes.size()), below(40)));
+                }
+            }
+        };
+        // Half of them get damaged contents in a sound package, half a damaged package.
+        if (round % 2 == 0) spoil(parts[below(8)].second);
+        auto bytes = make_package(parts);
+        if (round % 2 == 1) spoil(bytes);
+        try {
+            ooxml::naming_file(U"t.xlsx", [&] {
+                ooxml::WorkbookModel model(std::make_shared<ooxml::Package>(bytes));
+                auto& sheet = model.sheet(1);
+                for (int row = 1; row < 10; ++row) static_cast<void>(sheet.text({row, 2}));
+                sheet.write({3, 3}, TextView(U"文"));
+                sheet.write({2, 2}, 1.0);
+                sheet.clear({{1, 1}, {20, 20}});
+                model.note_new_values();
+                model.set_format(ooxml::WorkbookFormat::Plain);
+                ooxml::WorkbookModel again(std::make_shared<ooxml::Package>(model.pack()));
+            });
+            ++opened;
+        } catch (const Failure&) {
+            continue;
+        }
+    }
+    EXPECT_GT(opened, 50);
+    EXPECT_LT(opened, 550);
+}
+
+TEST(Editing, agrees_with_a_plain_table_whatever_is_written_in_whatever_order)
+{
+    std::mt19937 random(7);
+    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int round = 0; round < 12; ++round) {
+        WorkbookFile file(simple_parts("<row r=\"3\"><c><v>5</v></c><c r=\"C3\" t=\"s\"><v>2</v></c></row><row>"
+                                       "<c r=\"F4\" t=\"inlineStr\"><is><t>旧</t></is></c></row>"));
+        std::map<std::pair<int, int>, Text> table{{{3, 1}, U"5"}, {{3, 3}, U"a & b"}, {{4, 6}, U"旧"}};
+        const auto compare = [&table](Worksheet& sheet) {
+            for (int row = 1; row <= 30; ++row) {
+                for (int column = 1; column <= 12; ++column) {
+                    const auto held = table.find({row, column});
+                    ASSERT_EQ(sheet.cell(row, column), held == table.end() ? Text() : held->second);
+                    ASSERT_EQ(sheet.is_empty(row, column), held == table.end());
+                }
+            }
+        };
+        for (int saves = 0; saves < 2; ++saves) {
+            auto& workbook = file.open();
+            auto& sheet = workbook.worksheet(1);
+            compare(sheet);
+            for (int step = 0; step < 150; ++step) {
+                const int row = below(30) + 1;
+                const int column = below(12) + 1;
+                const int kind = below(8);
+                const Text text =
+                    kind < 3 ? U" _x00" + number_text(below(40)) + U"_\n<𠮷>" : number_text(below(40) / 8.0);
+                if (kind == 0) {
+                    const auto in_range = [&](const auto& cell) {
+                        return cell.first.first >= row && cell.first.first <= row + 3 && cell.first.second <= column;
+                    };
+                    ASSERT_EQ(sheet.clear(row, row + 3, 1, column), static_cast<int>(std::erase_if(table, in_range)));
+                } else if (kind == 1) {
+                    sheet.set_cell(row, column, Text());
+                    table.erase({row, column});
+                } else {
+                    sheet.set_cell(row, column, kind < 5 ? CellValue(text) : CellValue(*number(text)));
+                    table[{row, column}] = text;
+                }
+            }
+            compare(sheet);
+            workbook.close(true);
+        }
+        compare(file.open().worksheet(1));
+    }
+}
+
+} // namespace tarvik::test
