@@ -1,7 +1,5 @@
 #include "office/packages/package.h"
 
-#include "office/packages/deflated_source.h"
-
 #include <algorithm>
 
 namespace tarvik::ooxml {
@@ -68,10 +66,10 @@ void check_size(const zip_stat_t& told, std::string_view name)
 
 } // namespace
 
-Package::Package(std::string bytes) : bytes_(std::move(bytes))
+Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
 {
     check_kind(bytes_);
-    source_ = make_source();
+    source_ = make_source(file_);
     archive_ = open(source_.get(), ZIP_RDONLY);
     const auto count = zip_get_num_entries(archive_.get(), 0);
     if (count > most_entries) throw Damage(U"压缩包里的部件过多。");
@@ -82,9 +80,9 @@ Package::Package(std::string bytes) : bytes_(std::move(bytes))
     }
 }
 
-Package::Source Package::make_source() const
+Package::Source Package::make_source(ZipFile& file)
 {
-    Source source(zip_source_buffer_create(bytes_.data(), bytes_.size(), 0, nullptr));
+    Source source(make_file_source(file));
     if (!source) throw std::bad_alloc();
     return source;
 }
@@ -144,7 +142,8 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
 std::string Package::with(const PartChanges& changes) const
 {
     const Damage refused(U"无法组成新的工作簿文件。");
-    const Source source = make_source();
+    ZipFile file{bytes_};
+    const Source source = make_source(file);
     Archive archive = open(source.get(), 0);
     for (const auto& name : changes.removed) {
         if (zip_delete(archive.get(), index_of(name)) != 0) throw refused;
@@ -159,14 +158,7 @@ std::string Package::with(const PartChanges& changes) const
     }
     if (zip_close(archive.get()) != 0) throw refused;
     static_cast<void>(archive.release());
-
-    zip_stat_t told;
-    if (zip_source_stat(source.get(), &told) != 0 || zip_source_open(source.get()) != 0) throw refused;
-    std::string bytes(told.size, '\0');
-    const auto count = zip_source_read(source.get(), bytes.data(), bytes.size());
-    zip_source_close(source.get());
-    if (count != static_cast<zip_int64_t>(bytes.size())) throw refused;
-    return bytes;
+    return std::move(file.new_bytes);
 }
 
 } // namespace tarvik::ooxml

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "office/packages/damage.h"
+#include "office/packages/zip_sources.h"
 
 #include <cstdint>
 #include <map>
@@ -8,8 +9,6 @@
 #include <set>
 #include <string>
 #include <string_view>
-
-#include <zip.h>
 
 namespace tarvik::ooxml {
 
@@ -45,12 +44,13 @@ private:
     using Archive = std::unique_ptr<zip_t, Discard>;
     using Source = std::unique_ptr<zip_source_t, Release>;
 
-    Source make_source() const;
+    static Source make_source(ZipFile& file);
     static Archive open(zip_source_t* source, int flags);
     zip_uint64_t index_of(std::string_view name) const;
     std::string inflate(zip_uint64_t index, std::string_view name) const;
 
     std::string bytes_;
+    ZipFile file_;
     Source source_;
     Archive archive_;
     std::map<std::string, zip_uint64_t, std::less<>> entries_; ///< by lower-cased name

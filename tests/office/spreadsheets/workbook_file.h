@@ -1,7 +1,7 @@
 #pragma once
 
 #include "office/spreadsheets/engine.h"
-#include "tests/office/spreadsheets/packages.h"
+#include "tests/office/spreadsheets/workbook_parts.h"
 #include "tests/support/test_program.h"
 
 namespace tarvik::test {

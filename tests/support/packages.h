@@ -4,13 +4,13 @@
 #include <utility>
 #include <vector>
 
-/// Workbooks that the tests make themselves, and what is in a package.
+/// Packages that the tests make themselves, and what is in one.
 namespace tarvik::test {
 
 /// Part names and contents in the order of the package.
 using Parts = std::vector<std::pair<std::string, std::string>>;
 
-/// A package of these parts; `compressed` as the spreadsheet application does it, else stored.
+/// A package of these parts; `compressed` as office applications do it, else stored.
 std::string make_package(const Parts& parts, bool compressed = true);
 /// `stored` gets the number of parts that lie there without compression.
 Parts parts_of(const std::string& package, int* stored = nullptr);
@@ -19,11 +19,5 @@ std::string part_of(const std::string& package, const std::string& name);
 void set_part(Parts& parts, const std::string& name, const std::string& contents);
 /// Replaces the one place where `from` stands in the part.
 void edit_part(Parts& parts, const std::string& name, const std::string& from, const std::string& to);
-
-/// Two worksheets, styles and shared texts. `sheet_data` is what stands in the first sheet's <sheetData>, `behind` what
-/// follows it.
-Parts simple_parts(const std::string& sheet_data, const std::string& behind = {});
-/// A workbook with macros, a chart sheet, a hidden sheet, drawings and all else that must come through unharmed.
-Parts rich_parts();
 
 } // namespace tarvik::test
