@@ -6,6 +6,11 @@ namespace {
 
 constexpr const char* types_name = "[Content_Types].xml";
 
+std::string_view extension_of(std::string_view part_name)
+{
+    return part_name.substr(part_name.rfind('.') + 1);
+}
+
 bool equal_names(std::string_view a, std::string_view b)
 {
     return lower(from_utf8(a)) == lower(from_utf8(b));
@@ -24,16 +29,30 @@ pugi::xml_node ContentTypes::entry_of(std::string_view part_name) const
     return {};
 }
 
-std::string ContentTypes::of(std::string_view part_name) const
+pugi::xml_node ContentTypes::default_of(std::string_view part_name) const
 {
-    if (const auto entry = entry_of(part_name)) return attribute_text(entry, "ContentType");
-    const auto extension = part_name.substr(part_name.rfind('.') + 1);
+    const auto extension = extension_of(part_name);
     for (const auto node : part_.root().children()) {
-        if (is_named(node, "Default") && equal_names(attribute_text(node, "Extension"), extension)) {
-            return attribute_text(node, "ContentType");
-        }
+        if (is_named(node, "Default") && equal_names(attribute_text(node, "Extension"), extension)) return node;
     }
     return {};
+}
+
+std::string ContentTypes::of(std::string_view part_name) const
+{
+    const auto entry = entry_of(part_name);
+    return attribute_text(entry ? entry : default_of(part_name), "ContentType");
+}
+
+void ContentTypes::add(std::string_view part_name, std::string_view type)
+{
+    if (of(part_name) == type) return;
+    if (entry_of(part_name) || default_of(part_name)) return set(part_name, type);
+    auto root = part_.root();
+    auto entry = root.prepend_child(name_like(root, "Default").c_str());
+    set_attribute(entry, "Extension", extension_of(part_name));
+    set_attribute(entry, "ContentType", type);
+    part_.changed = true;
 }
 
 void ContentTypes::set(std::string_view part_name, std::string_view type)

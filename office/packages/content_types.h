@@ -16,6 +16,8 @@ public:
     /// The content type of a part, empty when the table tells none.
     std::string of(std::string_view part_name) const;
     void set(std::string_view part_name, std::string_view type);
+    /// Tells what a new part is, by its extension when the table says nothing of that yet.
+    void add(std::string_view part_name, std::string_view type);
     void forget(std::string_view part_name);
     /// Forgets what parts with some extension are when that is `type`.
     void forget_default(std::string_view type);
@@ -23,6 +25,7 @@ public:
 
 private:
     pugi::xml_node entry_of(std::string_view part_name) const;
+    pugi::xml_node default_of(std::string_view part_name) const;
 
     XmlPart part_;
 };

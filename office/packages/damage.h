@@ -19,12 +19,12 @@ private:
     std::string utf8_;
 };
 
-/// Does work on a workbook; what goes wrong becomes a Failure that names the file.
+/// Does work on a file; what goes wrong becomes a Failure that names it. `kind` is what the user calls such a file.
 template <typename Work>
-decltype(auto) naming_file(TextView path, Work&& work)
+decltype(auto) naming_file(TextView kind, TextView path, Work&& work)
 {
-    const auto failure = [path](TextView reason) {
-        return Failure(U"无法处理工作簿“" + path.str() + U"”：" + reason.str());
+    const auto failure = [kind, path](TextView reason) {
+        return Failure(U"无法处理" + kind.str() + U"“" + path.str() + U"”：" + reason.str());
     };
     try {
         return work();

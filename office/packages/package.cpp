@@ -1,5 +1,7 @@
 #include "office/packages/package.h"
 
+#include "office/packages/file_kind.h"
+
 #include <algorithm>
 
 namespace tarvik::ooxml {
@@ -13,33 +15,21 @@ constexpr std::uint64_t unsuspicious_size = 16U << 20U;
 constexpr std::uint64_t largest_ratio = 150;
 constexpr zip_int64_t most_entries = 65'535;
 
-constexpr std::string_view ole_signature = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
-constexpr std::string_view zip_signature = "PK";
-
 Text quoted(std::string_view name)
 {
     return U"“" + from_utf8(name) + U"”";
 }
 
-/// Whether an OLE2 file has a stream or storage of this name; its directory holds names in UTF-16.
-bool has_stream(std::string_view bytes, std::string_view name)
-{
-    std::string wide;
-    for (const char c : name) wide.append({c, '\0'});
-    return bytes.find(wide) != std::string_view::npos;
-}
-
 void check_kind(std::string_view bytes)
 {
-    if (bytes.empty()) throw Damage(U"文件是空的。");
-    if (bytes.starts_with(ole_signature)) {
-        if (has_stream(bytes, "EncryptedPackage")) throw Damage(U"文件设有打开密码，请先去掉密码。");
-        if (has_stream(bytes, "Workbook") || has_stream(bytes, "Book")) {
-            throw Damage(U"这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
-        }
-        throw Damage(U"文件不是工作簿。");
+    switch (file_kind(bytes)) {
+    case FileKind::Package: return;
+    case FileKind::Empty: throw Damage(U"文件是空的。");
+    case FileKind::Encrypted: throw Damage(U"文件设有打开密码，请先去掉密码。");
+    case FileKind::OldWorkbook: throw Damage(U"这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
+    case FileKind::OldDocument: throw Damage(U"这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。");
+    case FileKind::Other: throw Damage(U"文件不是 .xlsx、.docx 一类的文件。");
     }
-    if (!bytes.starts_with(zip_signature)) throw Damage(U"文件不是工作簿。");
 }
 
 std::string entry_key(std::string_view name)
@@ -53,12 +43,12 @@ std::string entry_key(std::string_view name)
     return key;
 }
 
-/// Refuses what no honest workbook holds, before any memory is taken for it.
+/// Refuses what no honest file holds, before any memory is taken for it.
 void check_size(const zip_stat_t& told, std::string_view name)
 {
     if (told.encryption_method != ZIP_EM_NONE) throw Damage(U"部件" + quoted(name) + U"已加密。");
     if (told.comp_method != ZIP_CM_STORE && told.comp_method != ZIP_CM_DEFLATE) {
-        throw Damage(U"部件" + quoted(name) + U"的压缩方法不是工作簿用的。");
+        throw Damage(U"部件" + quoted(name) + U"的压缩方法不是这类文件用的。");
     }
     const bool bomb = told.size > unsuspicious_size && told.size / largest_ratio > told.comp_size;
     if (told.size > largest_part || bomb) throw Damage(U"部件" + quoted(name) + U"展开后过大。");
@@ -121,7 +111,7 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
     zip_stat_t told;
     if (zip_stat_index(archive_.get(), index, 0, &told) != 0) throw damaged();
     check_size(told, name);
-    if (inflated_bytes_ + told.size > largest_sum) throw Damage(U"工作簿展开后过大。");
+    if (inflated_bytes_ + told.size > largest_sum) throw Damage(U"文件展开后过大。");
 
     const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen_index(archive_.get(), index, 0),
                                                                   zip_fclose);
@@ -141,7 +131,7 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
 
 std::string Package::with(const PartChanges& changes) const
 {
-    const Damage refused(U"无法组成新的工作簿文件。");
+    const Damage refused(U"无法组成新的文件。");
     ZipFile file{bytes_};
     const Source source = make_source(file);
     Archive archive = open(source.get(), 0);
@@ -149,11 +139,15 @@ std::string Package::with(const PartChanges& changes) const
         if (zip_delete(archive.get(), index_of(name)) != 0) throw refused;
     }
     for (const auto& [name, contents] : changes.written) {
-        const auto index = index_of(name);
+        const auto known = entries_.find(entry_key(name));
         zip_stat_t told;
-        if (zip_stat_index(archive.get(), index, 0, &told) != 0) throw refused;
+        if (zip_stat_index(archive.get(), known == entries_.end() ? 0 : known->second, 0, &told) != 0) throw refused;
         Source part(make_deflated_source(archive.get(), contents, told.mtime));
-        if (!part || zip_file_replace(archive.get(), index, part.get(), 0) != 0) throw refused;
+        if (!part) throw refused;
+        const auto written = known == entries_.end()
+                                 ? zip_file_add(archive.get(), name.c_str(), part.get(), ZIP_FL_ENC_UTF_8)
+                                 : zip_file_replace(archive.get(), known->second, part.get(), 0);
+        if (written < 0) throw refused;
         static_cast<void>(part.release()); // the archive has taken it over
     }
     if (zip_close(archive.get()) != 0) throw refused;

@@ -14,13 +14,13 @@ namespace tarvik::ooxml {
 
 /// What a new package has other than the old one. Parts that are not named stay as they are.
 struct PartChanges {
-    std::map<std::string, std::string> written; ///< part name to contents; the part must exist
+    std::map<std::string, std::string> written; ///< part name to contents; parts that are not there yet are added
     std::set<std::string> removed;
 };
 
-/// The zip container of a workbook in memory. It never changes; a changed package is a new string of bytes. Part names
-/// have no leading separator and are found without regard to case. Nothing in it is trusted: sizes are bounded before
-/// memory is taken, and everything unreadable is Damage.
+/// A zip container of parts in memory, as documents and workbooks are. It never changes; a changed package is a new
+/// string of bytes. Part names have no leading separator and are found without regard to case. Nothing in it is
+/// trusted: sizes are bounded before memory is taken, and everything unreadable is Damage.
 class Package {
 public:
     explicit Package(std::string bytes);
@@ -31,7 +31,8 @@ public:
     bool has(std::string_view part) const;
     /// The contents, inflated when first asked for and kept as long as the package.
     const std::string& part(std::string_view name) const;
-    /// The package with these changes: all other entries keep their compressed bytes, order and time.
+    /// The package with these changes: all other entries keep their compressed bytes, order and time. Added parts
+    /// follow behind, dated as the first one is.
     std::string with(const PartChanges& changes) const;
 
 private:

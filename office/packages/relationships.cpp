@@ -12,12 +12,6 @@ std::string_view folder_of(std::string_view part)
     return separator == std::string_view::npos ? std::string_view() : part.substr(0, separator + 1);
 }
 
-std::string relationships_name(std::string_view source)
-{
-    const auto folder = folder_of(source);
-    return std::string(folder) + "_rels/" + std::string(source.substr(folder.size())) + ".rels";
-}
-
 /// The part that a target means, told from the folder of its source.
 std::string resolved(std::string_view source, std::string target)
 {
@@ -39,9 +33,32 @@ std::string resolved(std::string_view source, std::string target)
     return name;
 }
 
+/// How the source writes a target: from its own folder, or from the root where the target lies elsewhere.
+std::string written_target(std::string_view source, std::string_view target)
+{
+    const auto folder = folder_of(source);
+    if (target.starts_with(folder)) return std::string(target.substr(folder.size()));
+    return "/" + std::string(target);
+}
+
+constexpr const char* no_relationships =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
+
 } // namespace
 
-Relationships::Relationships(const Package& package, std::string_view source)
+std::string Relationship::type_of(std::string_view other_kind) const
+{
+    return type.substr(0, type.rfind('/') + 1).append(other_kind);
+}
+
+std::string relationships_name(std::string_view source)
+{
+    const auto folder = folder_of(source);
+    return std::string(folder) + "_rels/" + std::string(source.substr(folder.size())) + ".rels";
+}
+
+Relationships::Relationships(const Package& package, std::string_view source) : source_(source)
 {
     auto name = relationships_name(source);
     if (!package.has(name)) return;
@@ -49,15 +66,14 @@ Relationships::Relationships(const Package& package, std::string_view source)
     part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships");
     for (const auto node : part_->root().children()) {
         if (!is_named(node, "Relationship") || attribute_text(node, "TargetMode") == "External") continue;
-        const auto type = attribute_text(node, "Type");
-        all_.push_back({attribute_text(node, "Id"), type.substr(type.rfind('/') + 1),
+        all_.push_back({attribute_text(node, "Id"), attribute_text(node, "Type"),
                         resolved(source, attribute_text(node, "Target"))});
     }
 }
 
 const Relationship* Relationships::of_kind(std::string_view kind) const noexcept
 {
-    const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& one) { return one.kind == kind; });
+    const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& one) { return one.kind() == kind; });
     return found == all_.end() ? nullptr : &*found;
 }
 
@@ -65,6 +81,26 @@ const Relationship* Relationships::of_id(std::string_view id) const noexcept
 {
     const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& one) { return one.id == id; });
     return found == all_.end() ? nullptr : &*found;
+}
+
+bool Relationships::is_taken(std::string_view id) const
+{
+    const auto nodes = part_->root().children();
+    return std::any_of(nodes.begin(), nodes.end(), [id](const auto& node) { return attribute_text(node, "Id") == id; });
+}
+
+std::string Relationships::add(std::string_view type, std::string_view target)
+{
+    if (!part_) part_ = std::make_unique<XmlPart>(relationships_name(source_), no_relationships, "Relationships");
+    auto number = all_.size() + 1;
+    while (is_taken("rId" + std::to_string(number))) ++number;
+    Relationship added{"rId" + std::to_string(number), std::string(type), std::string(target)};
+    auto node = part_->root().append_child(name_like(part_->root(), "Relationship").c_str());
+    set_attribute(node, "Id", added.id);
+    set_attribute(node, "Type", added.type);
+    set_attribute(node, "Target", written_target(source_, target));
+    part_->changed = true;
+    return all_.emplace_back(std::move(added)).id;
 }
 
 void Relationships::remove(std::string_view id)

@@ -12,9 +12,17 @@ namespace tarvik::ooxml {
 
 struct Relationship {
     std::string id;
-    std::string kind;   ///< the last word of its type: "worksheet", "sharedStrings", ...
+    std::string type;
     std::string target; ///< the part's name in the package
+
+    /// The last word of its type: "worksheet", "sharedStrings", ...
+    std::string_view kind() const noexcept { return std::string_view(type).substr(type.rfind('/') + 1); }
+    /// The type that a relationship of another kind has in the same package.
+    std::string type_of(std::string_view other_kind) const;
 };
+
+/// The name of the part that holds the relationships of the part `source`; the empty name stands for the package.
+std::string relationships_name(std::string_view source);
 
 /// What a part says about the parts that belong to it. External targets are left out.
 class Relationships {
@@ -26,11 +34,17 @@ public:
     /// The first of that kind, or nullptr.
     const Relationship* of_kind(std::string_view kind) const noexcept;
     const Relationship* of_id(std::string_view id) const noexcept;
+    /// Adds one to the part `target`, and gives its id, which is new. A part that has no relationships yet gets a part
+    /// that holds them.
+    std::string add(std::string_view type, std::string_view target);
     void remove(std::string_view id);
     /// The part that holds them; nullptr when there is none.
     const XmlPart* part() const noexcept { return part_.get(); }
 
 private:
+    bool is_taken(std::string_view id) const;
+
+    std::string source_;
     std::vector<Relationship> all_;
     std::unique_ptr<XmlPart> part_;
 };

@@ -20,7 +20,7 @@ public:
 
     Workbook& open(TextView path) override
     {
-        auto package = ooxml::naming_file(path, [&] { return cache_->open(path); });
+        auto package = ooxml::naming_workbook(path, [&] { return cache_->open(path); });
         workbooks_.push_back(std::make_unique<ooxml::OoxmlWorkbook>(files_, printer_, path.str(), std::move(package)));
         return *workbooks_.back();
     }

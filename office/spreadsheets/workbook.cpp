@@ -39,7 +39,7 @@ class OoxmlWorkbook::Sheet final : public Worksheet {
     template <typename Work>
     decltype(auto) naming(Work&& work) const
     {
-        return naming_file(workbook_.path_, std::forward<Work>(work));
+        return naming_workbook(workbook_.path_, std::forward<Work>(work));
     }
 
 public:
@@ -78,7 +78,7 @@ private:
 
 OoxmlWorkbook::OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package)
     : files_(files), printer_(printer), path_(std::move(path)),
-      model_(naming_file(path_, [&] { return std::make_unique<WorkbookModel>(std::move(package)); }))
+      model_(naming_workbook(path_, [&] { return std::make_unique<WorkbookModel>(std::move(package)); }))
 {
 }
 
@@ -92,7 +92,7 @@ WorkbookModel& OoxmlWorkbook::model() const
 
 Worksheet& OoxmlWorkbook::worksheet(int index)
 {
-    auto& part = naming_file(path_, [&]() -> SheetPart& { return model().sheet(index); });
+    auto& part = naming_workbook(path_, [&]() -> SheetPart& { return model().sheet(index); });
     auto& sheet = sheets_[index];
     if (!sheet) sheet = std::make_unique<Sheet>(*this, part);
     return *sheet;
@@ -106,13 +106,13 @@ void OoxmlWorkbook::note_new_values()
 
 const std::string& OoxmlWorkbook::packed() const
 {
-    return naming_file(path_, [this]() -> const std::string& { return model().pack(); });
+    return naming_workbook(path_, [this]() -> const std::string& { return model().pack(); });
 }
 
 void OoxmlWorkbook::save_as(TextView path)
 {
     auto target = save_target(path);
-    naming_file(path_, [&] { model().set_format(target.format); });
+    naming_workbook(path_, [&] { model().set_format(target.format); });
     files_.replace(target.path, packed());
     path_ = std::move(target.path);
     is_saved_ = true;

@@ -46,8 +46,9 @@ bool is_on(pugi::xml_attribute attribute) noexcept
 } // namespace
 
 WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package)
-    : package_(std::move(package)), types_(*package_), workbook_name_(find_workbook(*package_, types_)),
-      relationships_(*package_, workbook_name_), workbook_(workbook_name_, package_->part(workbook_name_), "workbook")
+    : package_(std::move(package)), workbook_name_(find_workbook(package_.original(), package_.types())),
+      relationships_(package_.original(), workbook_name_),
+      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook")
 {
     list_sheets();
 }
@@ -56,8 +57,8 @@ void WorkbookModel::list_sheets()
 {
     for (const auto node : child_named(workbook_.root(), "sheets").children()) {
         const auto* relationship = relationships_.of_id(relationship_id(node));
-        if (!is_named(node, "sheet") || (relationship && relationship->kind != "worksheet")) continue;
-        if (!relationship || !package_->has(relationship->target)) {
+        if (!is_named(node, "sheet") || (relationship && relationship->kind() != "worksheet")) continue;
+        if (!relationship || !package_.original().has(relationship->target)) {
             throw Damage(U"缺少工作表“" + from_utf8(attribute_text(node, "name")) + U"”的部件。");
         }
         const auto is_it = [&](const Sheet& sheet) { return sheet.name == relationship->target; };
@@ -79,8 +80,8 @@ SheetPart& WorkbookModel::load(Sheet& sheet)
 {
     if (!values_) load_strings();
     if (!sheet.part) {
-        sheet.part = std::make_unique<SheetPart>(sheet.name, package_->part(sheet.name), *values_,
-                                                 table_headers(*package_, sheet.name));
+        sheet.part = std::make_unique<SheetPart>(sheet.name, package_.original().part(sheet.name), *values_,
+                                                 table_headers(package_.original(), sheet.name));
     }
     return *sheet.part;
 }
@@ -88,7 +89,7 @@ SheetPart& WorkbookModel::load(Sheet& sheet)
 void WorkbookModel::load_strings()
 {
     if (const auto* strings = relationships_.of_kind("sharedStrings")) {
-        strings_.emplace(XmlPart(strings->target, package_->part(strings->target), "sst"));
+        strings_.emplace(XmlPart(strings->target, package_.original().part(strings->target), "sst"));
     }
     const bool counts_from_1904 = is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
     values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904);
@@ -97,35 +98,27 @@ void WorkbookModel::load_strings()
 void WorkbookModel::set_format(WorkbookFormat format)
 {
     const auto wanted = format == WorkbookFormat::Plain ? plain_type : macro_type;
-    if (types_.of(workbook_name_) == wanted) return;
-    types_.set(workbook_name_, wanted);
+    if (package_.types().of(workbook_name_) == wanted) return;
+    package_.types().set(workbook_name_, wanted);
     if (format == WorkbookFormat::Plain) drop_macros();
     is_unpacked_ = true;
-}
-
-void WorkbookModel::forget_part(const std::string& name)
-{
-    if (!package_->has(name)) return;
-    removed_.insert(name);
-    types_.forget(name);
 }
 
 void WorkbookModel::drop_macros()
 {
     const auto* project = relationships_.of_kind("vbaProject");
     if (!project) return;
-    const Relationships of_project(*package_, project->target);
-    for (const auto& one : of_project.all()) forget_part(one.target);
-    if (of_project.part()) forget_part(of_project.part()->name());
-    forget_part(project->target);
-    types_.forget_default(project_type);
+    const Relationships of_project(package_.original(), project->target);
+    for (const auto& one : of_project.all()) package_.remove(one.target);
+    package_.remove(project->target);
+    package_.types().forget_default(project_type);
     relationships_.remove(std::string(project->id));
 }
 
 void WorkbookModel::drop_results()
 {
     for (auto& sheet : sheets_) {
-        if (sheet.part || may_have_formulas(package_->part(sheet.name))) load(sheet).drop_results();
+        if (sheet.part || may_have_formulas(package_.original().part(sheet.name))) load(sheet).drop_results();
     }
     ask_for_calculation();
     drop_calculation_chain();
@@ -157,27 +150,21 @@ void WorkbookModel::drop_calculation_chain()
 {
     const auto* chain = relationships_.of_kind("calcChain");
     if (!chain) return;
-    forget_part(chain->target);
+    package_.remove(chain->target);
     relationships_.remove(std::string(chain->id));
 }
 
 const std::string& WorkbookModel::pack()
 {
     if (has_new_values_) drop_results();
-    if (!is_unpacked_) return packed_.empty() ? package_->bytes() : packed_;
-    PartChanges changes;
-    changes.removed = removed_;
-    const auto write = [&changes](const XmlPart& part) {
-        if (part.changed) changes.written.emplace(part.name(), part.print());
-    };
-    write(types_.part());
-    write(workbook_);
-    if (relationships_.part()) write(*relationships_.part());
-    if (strings_) write(strings_->settle());
+    if (!is_unpacked_) return packed_.empty() ? package_.original().bytes() : packed_;
+    package_.write(workbook_);
+    package_.write(relationships_);
+    if (strings_) package_.write(strings_->settle());
     for (const auto& sheet : sheets_) {
-        if (sheet.part) write(sheet.part->part());
+        if (sheet.part) package_.write(sheet.part->part());
     }
-    packed_ = package_->with(changes);
+    packed_ = package_.pack();
     is_unpacked_ = false;
     return packed_;
 }

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "office/packages/content_types.h"
-#include "office/packages/package.h"
-#include "office/packages/relationships.h"
+#include "office/packages/package_editor.h"
 #include "office/spreadsheets/sheet_part.h"
 
 #include <memory>
@@ -11,6 +9,13 @@
 #include <vector>
 
 namespace tarvik::ooxml {
+
+/// Does work on a workbook; what goes wrong becomes a Failure that names the file.
+template <typename Work>
+decltype(auto) naming_workbook(TextView path, Work&& work)
+{
+    return naming_file(U"工作簿", path, std::forward<Work>(work));
+}
 
 /// The formats that a package can be saved in.
 enum class WorkbookFormat { Plain, WithMacros };
@@ -41,21 +46,18 @@ private:
     void list_sheets();
     void load_strings();
     SheetPart& load(Sheet& sheet);
-    void forget_part(const std::string& name);
     void drop_macros();
     void drop_results();
     void ask_for_calculation();
     void drop_calculation_chain();
 
-    std::shared_ptr<const Package> package_;
-    ContentTypes types_;
+    PackageEditor package_;
     std::string workbook_name_;
     Relationships relationships_;
     XmlPart workbook_;
     std::optional<SharedStrings> strings_;
     std::optional<CellValues> values_;
     std::vector<Sheet> sheets_;
-    std::set<std::string> removed_;
     std::string packed_;
     bool has_new_values_ = false; ///< since the results were dropped
     bool is_unpacked_ = false;    ///< the bytes packed last are out of date

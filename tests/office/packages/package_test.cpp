@@ -1,4 +1,5 @@
 #include "office/packages/package_cache.h"
+#include "office/packages/package_editor.h"
 #include "tests/support/packages.h"
 #include "tests/support/test_program.h"
 
@@ -51,6 +52,64 @@ TEST(Package, changes_behind_a_large_part_leave_its_own_bytes_alone)
         }
         EXPECT_EQ(package.part("a/picture.png"), picture_ahead.front().second);
     }
+}
+
+TEST(PackageEditor, adds_parts_with_what_the_package_must_say_of_them)
+{
+    const std::string types = "<Types xmlns=\"t\"><Default Extension=\"xml\" ContentType=\"application/xml\"/>"
+                              "<Override PartName=\"/word/d.xml\" ContentType=\"d\"/></Types>";
+    const std::string relation = "<Relationship Id=\"rId2\" Type=\"a/b/officeDocument\" Target=\"word/d.xml\"/>";
+    const Parts parts{{"[Content_Types].xml", types},
+                      {"_rels/.rels", "<Relationships>" + relation + "</Relationships>"},
+                      {"word/d.xml", "<d/>"},
+                      {"word/media/image1.png", "old"}};
+    ooxml::PackageEditor editor(std::make_shared<const Package>(make_package(parts)));
+    ooxml::Relationships of_document(editor.original(), "word/d.xml");
+    const ooxml::Relationships of_package(editor.original(), "");
+    for (const auto* contents : {"one", "two"}) {
+        const auto name = editor.free_name("word/media/image", ".png");
+        editor.add(name, contents, "image/png");
+        of_document.add(of_package.all().front().type_of("image"), name);
+    }
+    editor.add("custom/x.xml", "<x/>", "x");
+    of_document.add("x", "custom/x.xml");
+    editor.write(of_document);
+
+    auto expected = parts;
+    expected[0].second = "<Types xmlns=\"t\"><Default Extension=\"rels\" "
+                         "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
+                         "<Default Extension=\"png\" ContentType=\"image/png\"/>" +
+                         types.substr(types.find("<Default"), types.find("</") - types.find("<Default")) +
+                         "<Override PartName=\"/custom/x.xml\" ContentType=\"x\"/></Types>";
+    expected.insert(expected.end(),
+                    {{"custom/x.xml", "<x/>"},
+                     {"word/_rels/d.xml.rels",
+                      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+                      "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+                      "<Relationship Id=\"rId1\" Type=\"a/b/image\" Target=\"media/image2.png\"/>"
+                      "<Relationship Id=\"rId2\" Type=\"a/b/image\" Target=\"media/image3.png\"/>"
+                      "<Relationship Id=\"rId3\" Type=\"x\" Target=\"/custom/x.xml\"/></Relationships>"},
+                     {"word/media/image2.png", "one"},
+                     {"word/media/image3.png", "two"}});
+    const auto bytes = editor.pack();
+    EXPECT_EQ(parts_of(bytes), expected);
+
+    // The next one to edit it finds all that, and can take it away again.
+    ooxml::PackageEditor next(std::make_shared<const Package>(bytes));
+    ooxml::Relationships again(next.original(), "word/d.xml");
+    ASSERT_NE(again.of_id("rId3"), nullptr);
+    EXPECT_EQ(again.of_id("rId3")->target, "custom/x.xml");
+    again.remove("rId2");
+    EXPECT_EQ(again.add("y", "word/media/image1.png"), "rId4");
+    next.remove("word/media/image3.png");
+    next.remove("custom/x.xml");
+    EXPECT_FALSE(next.has("custom/x.xml"));
+    next.write(again);
+    const auto left = parts_of(next.pack());
+    ASSERT_EQ(left.size(), expected.size() - 2);
+    EXPECT_EQ(left.front().second.find("custom"), std::string::npos);
+    EXPECT_NE(left[4].second.find("<Relationship Id=\"rId4\" Type=\"y\" Target=\"media/image1.png\"/>"),
+              std::string::npos);
 }
 
 TEST(PackageCache, a_kept_package_is_whole_after_any_number_of_saves)

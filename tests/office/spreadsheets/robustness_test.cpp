@@ -59,10 +59,10 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
     };
     const Case cases[] = {
         {"", "文件是空的。"},
-        {"客户\t1\r\n", "文件不是工作簿。"},
+        {"客户\t1\r\n", "文件不是 .xlsx、.docx 一类的文件。"},
         {ole + in_utf16("EncryptedPackage"), "文件设有打开密码，请先去掉密码。"},
         {ole + in_utf16("Workbook"), "这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。"},
-        {ole + in_utf16("WordDocument"), "文件不是工作簿。"},
+        {ole + in_utf16("WordDocument"), "这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。"},
         {package.substr(0, package.size() / 2), "文件已损坏或不完整。"},
         {make_package({{"a.txt", "b"}}), "缺少部件“[Content_Types].xml”。"},
         {make_package(without_sheet), "缺少工作表“第二张”的部件。"},
@@ -121,7 +121,7 @@ TEST(BadFile, whatever_bytes_a_workbook_has_it_opens_or_fails)
         auto bytes = make_package(parts);
         if (round % 2 == 1) spoil(bytes);
         try {
-            ooxml::naming_file(U"t.xlsx", [&] {
+            ooxml::naming_workbook(U"t.xlsx", [&] {
                 ooxml::WorkbookModel model(std::make_shared<ooxml::Package>(bytes));
                 auto& sheet = model.sheet(1);
                 for (int row = 1; row < 10; ++row) static_cast<void>(sheet.text({row, 2}));
