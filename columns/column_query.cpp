@@ -60,7 +60,7 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
     for (std::size_t r = 0; r <= rows.size(); ++r) {
         const TextView row = r < rows.size() ? rows[r] : TextView(U"");
         if (form1.showdata) view->add(row);
-        else form1.Text1[2].set_text(number_text(static_cast<double>(r)));
+        else form1.number_box().set_text(number_text(static_cast<double>(r)));
         if (r > table.last()) {
             ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
             file.write(*view);
@@ -95,7 +95,7 @@ std::optional<double> query_document(Program& program, ScratchFile& file, TextVi
     const auto count = static_cast<double>(distinct.rows.size());
     if (form1.comp) form1.sugrows = form1.sugcount = count;
     else form1.sufcount = form1.sufrows = form1.curcount = count;
-    form1.Text1[2].set_text(number_text(form1.resultcount - distinct.duplicates));
+    form1.number_box().set_text(number_text(form1.resultcount - distinct.duplicates));
     return count;
 }
 
@@ -108,7 +108,7 @@ double query(Program& program, TextView text, Announce announce)
     ScratchFile file(program, U"betweenp.txt");
     double count = 0;
     if (no_option_selected(form1)) {
-        if (form1.Text1[1].text().empty()) {
+        if (form1.query_box().text().empty()) {
             ask(program, U"查寻条件为空", application_title, Buttons::OK);
         } else {
             const auto rows = query_document(program, file, text);
@@ -127,7 +127,7 @@ double query(Program& program, TextView text, Announce announce)
 
 void column_query(Program& program)
 {
-    query(program, program.form1.Text1[1].text(), Announce::Yes);
+    query(program, program.form1.query_box().text(), Announce::Yes);
 }
 
 double query1(Program& program, TextView text)

@@ -84,7 +84,7 @@ void show_intersection(Program& program, ScratchFile& file, const Matches& match
     for (auto left = static_cast<std::size_t>(empty_lines); left > 0; --left) view->add({});
     show_view(program, file, view);
     const double count = static_cast<double>(kept.size()) + matches.pairs_of_emptied_rows;
-    program.form1.Text1[2].set_text(number_text(count));
+    program.form1.number_box().set_text(number_text(count));
 }
 
 Text outcome(const Program& program, std::u32string_view sign)
@@ -104,7 +104,7 @@ void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
     show_view(program, file, view);
     ask(program, U" 温情提示：" + outcome(program, U"不“∩”"), U"  Tarvik 计算 ", Buttons::OK);
     // The closing row is among them.
-    form1.Text1[2].set_text(form1.compcount == 0 ? U"0" : number_text(form1.compcount - 1));
+    form1.number_box().set_text(form1.compcount == 0 ? U"0" : number_text(form1.compcount - 1));
 }
 
 } // namespace

@@ -157,7 +157,7 @@ void date_check(Program& program, ComparisonFiles& files)
         return;
     }
     show_view(program, files[ComparisonFiles::between3], check.view());
-    form1.Text1[2].set_text(number_text(form1.compcount));
+    form1.number_box().set_text(number_text(form1.compcount));
     if (check.any_earlier())
         ask(program, U"温情提示：后面的时间比前面的时间早！", U"Tarvik 计算", Buttons::OK, Icon::Information);
     if (check.no_dates().count() > 0)

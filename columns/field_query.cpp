@@ -25,7 +25,7 @@ TextView bounded_piece(Program& program, TextView field)
 void field_query(Program& program, ComparisonFiles& files)
 {
     Form1& form1 = program.form1;
-    const Text needle = lower(ltrim(form1.Text1[1].text()));
+    const Text needle = lower(ltrim(form1.query_box().text()));
     const std::size_t column = box_column(program, 0);
     ask(program, U" 温情提示：\r\n参与字段内查寻的suF表的列次为:" + number_text(static_cast<double>(column)) + U"。",
         U"Tarvik  计算查寻 ", Buttons::OK);
@@ -37,7 +37,7 @@ void field_query(Program& program, ComparisonFiles& files)
         view->add(arrays.sufrow.line(row), {}, U"\t" + bounded_piece(program, field));
     }
     show_view(program, files[ComparisonFiles::between5], view);
-    form1.Text1[2].set_text(number_text(static_cast<double>(view->line_count())));
+    form1.number_box().set_text(number_text(static_cast<double>(view->line_count())));
 }
 
 } // namespace tarvik

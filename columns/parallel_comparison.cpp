@@ -74,7 +74,7 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
         view->add(arrays.sufrow.line(row), sug.str() + sign);
     }
     form1.compcount = static_cast<double>(view->line_count());
-    form1.Text1[2].set_text(number_text(form1.compcount));
+    form1.number_box().set_text(number_text(form1.compcount));
     show_view(program, files[equal ? ComparisonFiles::betweenping : ComparisonFiles::betweenping1], view);
 }
 

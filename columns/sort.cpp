@@ -53,7 +53,7 @@ void sort_rows(Program& program)
     for (std::size_t row = 0; row <= count; ++row)
         if (!rows.is_empty(row)) view->add(rows.line(row));
     show_view(program, file, view);
-    form1.Text1[2].set_text(number_text(static_cast<double>(filled)));
+    form1.number_box().set_text(number_text(static_cast<double>(filled)));
 }
 
 } // namespace tarvik

@@ -156,7 +156,7 @@ void devision1(Program& program)
         file.write(EmptyLines(0));
         form1.RichTextBox3.set_content(PaneText(std::make_shared<EmptyLines>(count)));
     }
-    if (any.get() || form1.showdata) form1.Text1[2].set_text(number_text(form1.curcount));
+    if (any.get() || form1.showdata) form1.number_box().set_text(number_text(form1.curcount));
 }
 
 } // namespace tarvik

@@ -11,7 +11,7 @@ constexpr double window_edge = 100;
 
 Place number_box_place(const Form1& form1)
 {
-    Place place = place_of(form1.Text1[2]);
+    Place place = place_of(form1.number_box());
     const Place corner = place_of(form1.Command2[4]);
     const bool beside = corner.left >= place.left + place.width || corner.left + corner.width <= place.left;
     const double room = corner.top - gap - place.top;
@@ -36,7 +36,7 @@ Place frame_place(const Form1& form1, const Control& frame)
 
 Place fitted_place(const Form1& form1, const Control& control)
 {
-    if (&control == &form1.Text1[2]) return number_box_place(form1);
+    if (&control == &form1.number_box()) return number_box_place(form1);
     for (const Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
         if (&control == frame) return frame_place(form1, *frame);
     return place_of(control);

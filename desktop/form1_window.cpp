@@ -38,8 +38,8 @@ void Form1Window::make_boxes(ControlMaker& maker)
         texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
         texts_.back()->setAccessibleName("文本");
     }
-    query_box_ = &maker.line_box(form1_.Text1[1], FontRole::Query, *this, true);
-    texts_.push_back(&maker.text(std::make_unique<ViewedBox>(form1_.Text1[2], false), FontRole::Number, *this));
+    query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
+    texts_.push_back(&maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
     for (const int index : {4, 5})
         maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
 }
@@ -87,11 +87,11 @@ void Form1Window::make_frames(ControlMaker& maker)
 
 void Form1Window::set_tab_order()
 {
-    std::vector<const Control*> order{&form1_.Text1[1], &form1_.Text1[2]};
+    std::vector<const Control*> order{&form1_.query_box(), &form1_.number_box()};
     for (const int index : {1, 2, 3, 0, 4}) order.push_back(&form1_.Command1[index]);
     for (const Control* control : std::initializer_list<const Control*>{
-             &form1_.Option3, &form1_.Option1, &form1_.Option2, &form1_.Command6, &form1_.Command3, &form1_.Text1[4],
-             &form1_.Command2[8], &form1_.Text1[5], &form1_.Command2[0], &form1_.Command2[1]})
+             &form1_.Option3, &form1_.Option1, &form1_.Option2, &form1_.Command6, &form1_.Command3, &form1_.page_box(),
+             &form1_.Command2[8], &form1_.page_size_box(), &form1_.Command2[0], &form1_.Command2[1]})
         order.push_back(control);
     for (const int index : {0, 3, 2, 1, 4}) {
         order.push_back(&form1_.Command7[index]);

@@ -118,7 +118,7 @@ void excecopy(Program& program, int first, int last)
 {
     Form1& form1 = program.form1;
     if (!form1.dbresult) return;
-    const bool own_layout = TextView(form1.Text1[1].text()).contains(command_text);
+    const bool own_layout = TextView(form1.query_box().text()).contains(command_text);
     const Layout& layout = own_layout ? docket_layout : older_layout;
     const bool long_list = form1.partcount > layout.short_list;
 

@@ -17,7 +17,7 @@ Text without_points(TextView text)
 
 bool command_leads(const Program& program, TextView command)
 {
-    return TextView(program.form1.Text1[1].text()).starts_with(command);
+    return TextView(program.form1.query_box().text()).starts_with(command);
 }
 
 Text sheet_folder(Program& program, TextView folder_text)

@@ -40,8 +40,8 @@ void paste(Program& program, Box& box)
 void copy_where_focus_is(Program& program)
 {
     Form1& form1 = program.form1;
-    if (form1.focusquery) copy(program, form1.Text1[1].selected_text());
-    if (form1.focusnumber) copy(program, form1.Text1[2].selected_text());
+    if (form1.focusquery) copy(program, form1.query_box().selected_text());
+    if (form1.focusnumber) copy(program, form1.number_box().selected_text());
     if (form1.focuspane1) copy(program, form1.RichTextBox1.selected_text());
     if (form1.focuspane2) copy(program, form1.RichTextBox2.selected_text());
     if (form1.focuspane3) copy(program, form1.RichTextBox3.selected_text());
@@ -50,8 +50,8 @@ void copy_where_focus_is(Program& program)
 void paste_where_focus_is(Program& program)
 {
     Form1& form1 = program.form1;
-    if (form1.focusquery) paste(program, form1.Text1[1]);
-    if (form1.focusnumber) paste(program, form1.Text1[2]);
+    if (form1.focusquery) paste(program, form1.query_box());
+    if (form1.focusnumber) paste(program, form1.number_box());
     if (form1.focuspane2) paste(program, form1.RichTextBox2);
     if (form1.focuspane1) paste(program, form1.RichTextBox1);
     if (form1.focuspane3) paste(program, form1.RichTextBox3);

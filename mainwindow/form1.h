@@ -32,6 +32,15 @@ struct Form1 {
     ControlArray<Timer> Timer1;                                            ///< pane movements
     Timer Timer3, Timer4, Timer5, Timer6, Timer7, Timer8, Timer9, Timer10; ///< batch runs
 
+    TextBox& query_box() { return Text1[1]; }
+    const TextBox& query_box() const { return Text1[1]; }
+    TextBox& number_box() { return Text1[2]; }
+    const TextBox& number_box() const { return Text1[2]; }
+    TextBox& page_box() { return Text1[4]; }
+    const TextBox& page_box() const { return Text1[4]; }
+    TextBox& page_size_box() { return Text1[5]; } ///< characters per page
+    const TextBox& page_size_box() const { return Text1[5]; }
+
     /// Any of the three panes, which always share their rectangle.
     std::array<Pane*, 3> panes() { return {&RichTextBox1, &RichTextBox2, &RichTextBox3}; }
     std::array<Timer*, 8> batch_timers()

@@ -20,7 +20,7 @@ constexpr Movement movements[] = {{3, 0}, {2, 1}, {4, 2}, {5, 3}};
 
 std::array<Control*, 5> right_column(Form1& form1)
 {
-    return {&form1.Command2[1], &form1.Command2[8], &form1.Text1[4], &form1.Command2[2], &form1.Text1[5]};
+    return {&form1.Command2[1], &form1.Command2[8], &form1.page_box(), &form1.Command2[2], &form1.page_size_box()};
 }
 
 void move_right_column_to_edge(Form1& form1)
@@ -40,7 +40,7 @@ void set_pane_heights(Form1& form1, double height)
 
 double pane_width_beside_column(const Form1& form1)
 {
-    return form1.Text1[4].left() - form1.RichTextBox1.left() - edge;
+    return form1.page_box().left() - form1.RichTextBox1.left() - edge;
 }
 
 // Everything that stands below the panes and moves with their lower edge.
@@ -49,7 +49,7 @@ std::vector<Control*> lower_controls(Form1& form1)
     std::vector<Control*> controls;
     for (auto& [index, button] : form1.Command1) controls.push_back(&button);
     for (Control* control : std::initializer_list<Control*>{
-             &form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Text1[1], &form1.Text1[2],
+             &form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.query_box(), &form1.number_box(),
              &form1.Option1, &form1.Option2, &form1.Option3, &form1.Command6, &form1.Command3, &form1.Command2[4]})
         controls.push_back(control);
     return controls;
@@ -61,7 +61,7 @@ double opening_width(Form1& form1, double screen_width, double factor)
 {
     const double last_step = std::floor(screen_width * 0.5);
     // Pane width at window width w: (w - Text1(4)'s width - edge) - RichTextBox1's left - edge.
-    const double offset = form1.Text1[4].width() + form1.RichTextBox1.left() + 2 * edge;
+    const double offset = form1.page_box().width() + form1.RichTextBox1.left() + 2 * edge;
     const double enough = std::floor(10000 * factor + offset) + 1;
     return std::max(0.0, std::min(last_step, enough));
 }
@@ -75,7 +75,8 @@ void scale_lower_controls(Form1& form1, double k)
     }
     for (Control* control : std::initializer_list<Control*>{
              &form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Option1, &form1.Option2, &form1.Option3,
-             &form1.Command6, &form1.Command3, &form1.Text1[1], &form1.Text1[2], &form1.Text1[4], &form1.Text1[5]})
+             &form1.Command6, &form1.Command3, &form1.query_box(), &form1.number_box(), &form1.page_box(),
+             &form1.page_size_box()})
         scale_left(*control);
 }
 
@@ -92,7 +93,7 @@ void opening_animation(Program& program, double screen_width)
     move_right_column_to_edge(form1);
     set_pane_widths(form1, pane_width_beside_column(form1));
     scale_lower_controls(form1, factor * form1.window.width() / base_width);
-    const double left = form1.Text1[2].left() + form1.Text1[2].width() - form1.Command2[4].width();
+    const double left = form1.number_box().left() + form1.number_box().width() - form1.Command2[4].width();
     form1.Command2[4].set_left(left);
     form1.Command2[5].set_left(left);
     form1.window.set_width(form1.Command6.left() + form1.Command6.width() + edge);
@@ -108,7 +109,7 @@ void Form_Resize(Program& program)
     form1.Command1[1].set_top(bottom + 1188);
     for (int index : {2, 3, 4}) form1.Command1[index].set_top(bottom + 1308);
     for (int index : {1, 2}) form1.Text1[index].set_top(bottom + 348);
-    form1.Command2[4].set_top(bottom + form1.Text1[2].height());
+    form1.Command2[4].set_top(bottom + form1.number_box().height());
     form1.Option3.set_top(bottom + 228);
     form1.Option1.set_top(bottom + 828);
     form1.Option2.set_top(bottom + 1428);

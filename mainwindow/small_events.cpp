@@ -61,7 +61,7 @@ void focus_changed(Program& program, const Control& control, bool has_focus)
 {
     Form1& form1 = program.form1;
     const std::pair<const Control*, bool*> flags[] = {
-        {&form1.Text1[1], &form1.focusquery},     {&form1.Text1[2], &form1.focusnumber},
+        {&form1.query_box(), &form1.focusquery},  {&form1.number_box(), &form1.focusnumber},
         {&form1.RichTextBox1, &form1.focuspane1}, {&form1.RichTextBox2, &form1.focuspane2},
         {&form1.RichTextBox3, &form1.focuspane3},
     };

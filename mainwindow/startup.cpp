@@ -84,8 +84,8 @@ void Form_Load(Program& program)
     AutoSwitchLine(form1.RichTextBox2, false);
     for (auto& [index, timer] : form1.Timer1) timer.set_enabled(false);
     show_opening_screen(program);
-    form1.Text1[1].set_text(U"查寻条件");
-    form1.Text1[2].set_text(U"数目");
+    form1.query_box().set_text(U"查寻条件");
+    form1.number_box().set_text(U"数目");
     const Pane& first = form1.RichTextBox1;
     for (Pane* pane : {&form1.RichTextBox2, &form1.RichTextBox3})
         pane->set_place(first.left(), first.top(), first.width(), first.height());

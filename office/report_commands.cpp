@@ -13,7 +13,7 @@ constexpr std::u32string_view default_folder = U"d:\\Atarvik output\\";
 
 bool box_holds(const Program& program, TextView text)
 {
-    return TextView(program.form1.Text1[1].text()).contains(text);
+    return TextView(program.form1.query_box().text()).contains(text);
 }
 
 template <typename Command>

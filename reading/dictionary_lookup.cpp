@@ -99,7 +99,7 @@ bool show_next_entry(Program& program, const Dictionary& dictionary)
 
 void show_count(Program& program)
 {
-    program.form1.Text1[2].set_text(number_text(program.form1.resultcount));
+    program.form1.number_box().set_text(number_text(program.form1.resultcount));
 }
 
 bool look_up_chinese(Program& program, const QueryEntry& entry)

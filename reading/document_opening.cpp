@@ -21,7 +21,7 @@ void read_and_cut(Program& program, TextView path)
     form1.textstream = true;
     form1.RichTextBox2.set_content(PaneText(document.with_closing_line_end()));
     if (!cut_pages(program)) return;
-    form1.Text1[4].set_text(number_text(form1.lastpage));
+    form1.page_box().set_text(number_text(form1.lastpage));
 }
 
 } // namespace

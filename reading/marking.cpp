@@ -45,7 +45,7 @@ std::vector<std::size_t> mark_needle(Program& program, Colour colour, LetterCase
 
 void mark_query(Program& program, Colour colour)
 {
-    program.form1.needle = lower(ltrim(program.form1.Text1[1].text()));
+    program.form1.needle = lower(ltrim(program.form1.query_box().text()));
     mark_needle(program, colour, LetterCase::Alike);
 }
 

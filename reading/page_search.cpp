@@ -33,7 +33,7 @@ std::optional<Text> word_before(TextView text, std::size_t place, std::size_t wi
 
 void collect_words(Program& program, std::span<const std::size_t> places)
 {
-    const auto width = number(program.form1.Text1[2].text());
+    const auto width = number(program.form1.number_box().text());
     if (!width || *width < 0) return;
     std::string lines;
     for (const std::size_t place : places) {
@@ -52,7 +52,7 @@ void show_found_page(Program& program, std::size_t page, TextView query)
     Form1& form1 = program.form1;
     form1.RichTextBox2.set_visible(false);
     form1.RichTextBox1.set_visible(true);
-    form1.Text1[4].set_text(number_text(static_cast<double>(page)));
+    form1.page_box().set_text(number_text(static_cast<double>(page)));
     form1.RichTextBox1.set_text(program.module1.pages.get(page));
     if (form1.RichTextBox1.empty()) return;
     form1.needle = query.str();
@@ -78,7 +78,7 @@ TextView sousss1(TextView text)
 void search_pages(Program& program)
 {
     if (ask(program, U"是否要搜索包含查寻字符串的页数?", title, Buttons::OKCancel) != Answer::OK) return;
-    const Text query = ltrim(program.form1.Text1[1].text()).str();
+    const Text query = ltrim(program.form1.query_box().text()).str();
     const ScratchFile emptied(program, word_file);
     bool found = false;
     const auto last = static_cast<std::size_t>(program.form1.lastpage);

@@ -14,7 +14,7 @@ constexpr std::u32string_view reading_title = U"Tarvik";
 
 bool document_is_open(Program& program)
 {
-    if (is_number(program.form1.Text1[4].text())) return true;
+    if (is_number(program.form1.page_box().text())) return true;
     tell(program, U"请读入文本文件！", paging_title);
     return false;
 }
@@ -38,7 +38,7 @@ void show_page(Program& program, double page)
 /// A fraction of a page does not count.
 double page_in_box(const Program& program)
 {
-    return std::floor(leading_number(program.form1.Text1[4].text()));
+    return std::floor(leading_number(program.form1.page_box().text()));
 }
 
 /// Tells something around the number of the page shown.
@@ -52,7 +52,7 @@ void tell_page(Program& program, TextView before, TextView behind)
 bool cut_pages(Program& program)
 {
     Form1& form1 = program.form1;
-    const double size = std::floor(number(form1.Text1[5].text()).value_or(0));
+    const double size = std::floor(number(form1.page_size_box().text()).value_or(0));
     if (!(size >= 1)) return false;
 
     const Document& document = form1.RichTextBox2.document();
@@ -76,16 +76,16 @@ void previous_page(Program& program)
         show_page(program, page_in_box(program) - 1);
         if (form1.pageno == 0) tell_page(program, U"目前已到首页，第", U"页,\r\n请往右翻页，或在页面框中修改页数！");
     }
-    form1.Text1[4].set_text(number_text(form1.pageno));
+    form1.page_box().set_text(number_text(form1.pageno));
 }
 
 void next_page(Program& program)
 {
     Form1& form1 = program.form1;
     if (!document_is_open(program)) return;
-    if (form1.Text1[4].text() == number_text(form1.lastpage)) {
+    if (form1.page_box().text() == number_text(form1.lastpage)) {
         tell_page(program, U"开始阅读！这是第", U"页,\r\n如果要跳页，请在页面框中修改页数后，按下“▼”！");
-        form1.Text1[4].set_text(U"-1");
+        form1.page_box().set_text(U"-1");
     }
     if (form1.Option3.value()) {
         search_pages(program);
@@ -94,7 +94,7 @@ void next_page(Program& program)
     if (!cut_or_tell(program)) return;
     bring_up(form1, form1.RichTextBox1);
     show_page(program, page_in_box(program) + 1);
-    form1.Text1[4].set_text(number_text(form1.pageno));
+    form1.page_box().set_text(number_text(form1.pageno));
     if (form1.pageno > form1.lastpage)
         tell_page(program, U"目前已经超出页面范围，已经跳到第", U"空页,\r\n请往左翻页，或在页面框中修改页数！");
 }

@@ -39,7 +39,7 @@ bool entries_are_found(Program& program)
 
 void show_position(Program& program)
 {
-    program.form1.Text1[2].set_text(number_text(program.form1.resultpos));
+    program.form1.number_box().set_text(number_text(program.form1.resultpos));
 }
 
 } // namespace

@@ -108,7 +108,7 @@ bool query_sentences(Program& program, const QueryEntry& entry)
     if (!SentenceCutter(program, entry, document, query).run()) tell_results_full(program, entry.no_result_title);
     if (!show_result(program, program.module1.filehits, 0, query_match_colour))
         tell_no_result(program, entry.no_result_title);
-    form1.Text1[2].set_text(number_text(form1.resultcount));
+    form1.number_box().set_text(number_text(form1.resultcount));
     return true;
 }
 

@@ -19,8 +19,8 @@ bool wants_query(Program& program, const QueryEntry& entry)
                               U"在“数目框”中输入隔离符，例如以段落标记来分割查寻的结果，则输入为“。”加上回车符。",
                               entry.question_title, Buttons::YesNo);
     if (answer != Answer::Yes) return false;
-    const Text& separator = form1.Text1[2].text();
-    if (!separator.empty() && !form1.Text1[1].text().empty() && !is_number(separator)) return true;
+    const Text& separator = form1.number_box().text();
+    if (!separator.empty() && !form1.query_box().text().empty() && !is_number(separator)) return true;
     tell(program, U"查寻条件为空；或隔离符为空或数字。", entry.question_title);
     return false;
 }
@@ -89,14 +89,14 @@ bool query_between_separators(Program& program, const QueryEntry& entry)
     if (!wants_query(program, entry)) return false;
     Form1& form1 = program.form1;
     const Text query = lower(query_text(program));
-    const Text separator = form1.Text1[2].text();
+    const Text separator = form1.number_box().text();
     const Document document = form1.RichTextBox2.document();
     if (!PieceCutter(program, document, query, separator).run()) tell_results_full(program, entry.no_result_title);
     const bool shown = show_result(program, program.module1.hits, form1.resultpos, query_match_colour);
     form1.cutopen = false;
     if (!shown) tell_no_result(program, entry.no_result_title);
     form1.resultpos += 1;
-    form1.Text1[2].set_text(number_text(form1.resultcount));
+    form1.number_box().set_text(number_text(form1.resultcount));
     return true;
 }
 

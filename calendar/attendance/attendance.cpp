@@ -143,7 +143,7 @@ void an_kqtest(Program& program)
     for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row)
         if (!add_row(program, row, *lines)) unread.add(row);
     show_view(program, file, lines);
-    form1.Text1[2].set_text(number_text(form1.compcount));
+    form1.number_box().set_text(number_text(form1.compcount));
     if (unread.count() > 0)
         ask(program, U" 温情提示：\r\n以下各行的打卡时间不能识别，已经略过：" + unread.text(), application_title,
             Buttons::OK);

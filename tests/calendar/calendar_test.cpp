@@ -112,10 +112,10 @@ TEST(Attendance, judges_each_day_by_its_stamps)
         if (*one.line) expected += U"张三\t" + Text(one.line) + U"\r\n";
     }
     test.open_text(document);
-    test.form1().Text1[1].set_text(U"An kqtest");
+    test.form1().query_box().set_text(U"An kqtest");
     an_kqtest(test.program);
     EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), to_utf8(expected));
-    EXPECT_EQ(test.form1().Text1[2].text(), U"9");
+    EXPECT_EQ(test.form1().number_box().text(), U"9");
     EXPECT_THAT(test.dialogs.take_messages(),
                 testing::ElementsAre(testing::AllOf(testing::HasSubstr("第 11 行"), testing::HasSubstr("第 12 行"))));
 

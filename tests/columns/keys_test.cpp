@@ -37,7 +37,7 @@ public:
     void make_table(TextView document, TextView needle = U"|")
     {
         open_text(document);
-        form1().Text1[1].set_text(needle.str());
+        form1().query_box().set_text(needle.str());
         press("\x1bq");
         dialogs.messages.clear();
     }
@@ -48,14 +48,14 @@ public:
         return dialogs.take_messages();
     }
     std::string pane() { return to_utf8(form1().RichTextBox3.text()); }
-    std::string box() { return to_utf8(form1().Text1[2].text()); }
+    std::string box() { return to_utf8(form1().number_box().text()); }
 };
 
 TEST(Keys, are_plain_characters_until_a_query_has_run)
 {
     Desk desk;
     desk.open_text(U"cat\r\n");
-    desk.form1().Text1[1].set_text(U"cat");
+    desk.form1().query_box().set_text(U"cat");
     EXPECT_EQ(desk.press("c?;:e,.qzp/"), "c?;:e,.qzp/");
     EXPECT_TRUE(desk.dialogs.messages.empty());
     EXPECT_EQ(desk.told_by("\x1b"),
@@ -181,7 +181,7 @@ TEST(Views, are_shown_though_no_scratch_file_can_be_written)
     for (const char* name : {"betweenp.txt", "between.txt", "between1.txt", "betweenping.txt", "between5.txt"})
         std::filesystem::create_directory(desk.installation.path() / name);
     desk.open_text(U"a\r\n");
-    desk.form1().Text1[1].set_text(U"a");
+    desk.form1().query_box().set_text(U"a");
     const Messages told = desk.told_by("\x1b");
     ASSERT_EQ(told.size(), 2U);
     EXPECT_THAT(told.front(), HasSubstr("betweenp.txt"));
@@ -198,7 +198,7 @@ TEST(Limits, are_told_and_what_fits_is_kept)
     Text lines;
     for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
     desk.open_text(lines);
-    desk.form1().Text1[1].set_text(U"|");
+    desk.form1().query_box().set_text(U"|");
     EXPECT_EQ(query1(desk.program, U"|"), 0);
     EXPECT_EQ(desk.dialogs.take_messages(),
               Messages{"Tarvik 计算|目前，记录行已经超过软件所设定的阀值：300000条，请重试。"});

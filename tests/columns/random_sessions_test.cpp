@@ -18,7 +18,7 @@ public:
     explicit Session(unsigned seed) : random_(seed)
     {
         box(0, 2);
-        plain_.box = form1_.Text1[2].text();
+        plain_.box = form1_.number_box().text();
     }
 
     /// One key on both sides; gives what it was.
@@ -41,7 +41,7 @@ private:
     void query(const Text& document, const Text& needle)
     {
         test_.open_text(document);
-        form1_.Text1[1].set_text(needle);
+        form1_.query_box().set_text(needle);
         Command7_Click(program_, 0);
         plain_.query(document, needle);
     }
@@ -111,12 +111,12 @@ void Session::p()
     const bool yes = pick(2) == 0, equal = pick(2) == 0, comp = plain_.comp;
     plain_.dateto = 2 + pick(2);
     box(1, plain_.dateto);
-    if (pick(2) == 0) form1_.Text1[1].set_text(U"aB");
+    if (pick(2) == 0) form1_.query_box().set_text(U"aB");
     test_.dialogs.replies = {yes ? Answer::Yes : Answer::No, equal ? Answer::Yes : Answer::No};
     Command9_Click(program_, 5);
     plain_.begin_comparison();
     if (!comp && yes) plain_.check_dates();
-    else if (!comp) plain_.query_field(form1_.Text1[1].text(), 2, plain_.dateto, 10);
+    else if (!comp) plain_.query_field(form1_.query_box().text(), 2, plain_.dateto, 10);
     else if (plain_.sufrows < plain_.sugrows) plain_.reset();
     else if (yes) plain_.cross();
     else if (!plain_.notcap) plain_.parallel(equal);
@@ -160,7 +160,7 @@ void Session::compare(const std::string& step)
     SCOPED_TRACE(step);
     const Module1& arrays = program_.module1;
     ASSERT_EQ(to_utf8(form1_.RichTextBox3.text()), to_utf8(plain_.pane));
-    ASSERT_EQ(form1_.Text1[2].text(), plain_.box);
+    ASSERT_EQ(form1_.number_box().text(), plain_.box);
     for (const auto& [name, text] : plain_.files) ASSERT_EQ(test_.installation.read(name), encode(text)) << name;
     const auto values = [](const auto& side) {
         return std::vector<double>{static_cast<double>(side.sufcount),

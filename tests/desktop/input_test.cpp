@@ -41,16 +41,16 @@ TEST_F(DesktopInput, a_chinese_text_of_an_input_method_is_typed_key_by_key)
     LineBox& box = find<LineBox>("Form1.Text1(1)");
     box.selectAll();
     commit(box, "中\U00020000q");
-    EXPECT_EQ(form1().Text1[1].text(), U"中\U00020000q");
+    EXPECT_EQ(form1().query_box().text(), U"中\U00020000q");
     form1().dbresult = true;
     expect_box("确定");
     commit(box, "文;字"); // ";" is a command now
-    EXPECT_EQ(form1().Text1[1].text(), U"中\U00020000q文字");
-    EXPECT_EQ(box.text(), to_qt(form1().Text1[1].text()));
+    EXPECT_EQ(form1().query_box().text(), U"中\U00020000q文字");
+    EXPECT_EQ(box.text(), to_qt(form1().query_box().text()));
     EXPECT_TRUE(form1().notcap);
     // The selection counts characters.
     box.setSelection(1, 2);
-    EXPECT_EQ(form1().Text1[1].selected_text(), U"\U00020000");
+    EXPECT_EQ(form1().query_box().selected_text(), U"\U00020000");
 }
 
 TEST_F(DesktopInput, a_box_shows_what_the_system_writes_and_keeps_what_it_holds)
@@ -59,15 +59,15 @@ TEST_F(DesktopInput, a_box_shows_what_the_system_writes_and_keeps_what_it_holds)
     program().form4.Text4.set_text(U"1\r\n");
     click("Form1.Text1(1)");
     EXPECT_EQ(program().form4.Text4.text(), U"1\r\n");
-    EXPECT_EQ(form1().Text1[1].text(), U"查寻条件") << "a click changes nothing";
+    EXPECT_EQ(form1().query_box().text(), U"查寻条件") << "a click changes nothing";
     QTest::mouseDClick(&find("Form1.Text1(1)"), Qt::LeftButton);
     EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "");
     find<LineBox>("Form1.Text1(5)").selectAll();
     QTest::keyClick(&find("Form1.Text1(5)"), Qt::Key_Delete);
-    EXPECT_EQ(form1().Text1[5].text(), U"");
+    EXPECT_EQ(form1().page_size_box().text(), U"");
     find("Form1.Command6").setFocus();
     QTest::keyClick(&find("Form1.Command6"), 'x'); // a button has no use for it
-    EXPECT_EQ(form1().Text1[1].text(), U"x");
+    EXPECT_EQ(form1().query_box().text(), U"x");
 }
 
 TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
@@ -109,7 +109,7 @@ TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_i
     EXPECT_TRUE(form1().menuonquery);
     find<LineBox>("Form1.Text1(1)").selectAll();
     pick("_粘贴");
-    EXPECT_EQ(form1().Text1[1].text(), U"two\r\nthr");
+    EXPECT_EQ(form1().query_box().text(), U"two\r\nthr");
     EXPECT_EQ(program().platform.clipboard.text(), U"") << "a paste empties the clipboard";
 
     QGuiApplication::clipboard()->setText("a\nb");

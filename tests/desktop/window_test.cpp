@@ -26,7 +26,7 @@ TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
     EXPECT_FALSE(find("Form1.Frame1").isVisible());
     // The default text goes with the first key.
     QTest::keyClick(&find("Form1.Text1(1)"), 'x');
-    EXPECT_EQ(form1().Text1[1].text(), U"x");
+    EXPECT_EQ(form1().query_box().text(), U"x");
 }
 
 TEST_F(DesktopWindow, opens_pages_and_marks_a_document)
@@ -41,7 +41,7 @@ TEST_F(DesktopWindow, opens_pages_and_marks_a_document)
     type("Form1.Text1(5)", "8");
     expect_file(file.fileName());
     click("Form1.Command1(0)");
-    EXPECT_EQ(form1().Text1[4].text(), U"2");
+    EXPECT_EQ(form1().page_box().text(), U"2");
     EXPECT_EQ(find<LineBox>("Form1.Text1(4)").text(), "2");
     EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox2")).front(), "one two three two");
     find<LineBox>("Form1.Text1(1)").selectAll();
@@ -139,7 +139,7 @@ TEST_F(DesktopWindow, a_tick_waits_while_a_box_is_open)
 TEST_F(DesktopWindow, the_notes_are_kept_and_the_window_of_column_numbers_is_set_aside)
 {
     start();
-    form1().Text1[1].set_text(U"no such text");
+    form1().query_box().set_text(U"no such text");
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
     click("Form3.Command1(1)");

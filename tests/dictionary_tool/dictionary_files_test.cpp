@@ -30,7 +30,7 @@ protected:
         Form1& form1 = test.form1();
         select_option(form1, option);
         form1.resultpos = 0;
-        form1.Text1[1].set_text(word.str());
+        form1.query_box().set_text(word.str());
         Command1_Click(test.program, 1);
         std::vector<std::string> found;
         for (double i = 0; i < form1.resultcount; ++i) {

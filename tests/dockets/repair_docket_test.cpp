@@ -41,10 +41,10 @@ protected:
 
     void press_enter(TextView command)
     {
-        form1.Text1[1].set_text(command.str());
+        form1.query_box().set_text(command.str());
         started.dialogs.inputs = {Text()};
         started.dialogs.replies = {Answer::OK};
-        Event event{EventKind::KeyPress, form1.Text1[1]};
+        Event event{EventKind::KeyPress, form1.query_box()};
         event.key = U'\r';
         dispatch(program, event);
     }
@@ -148,7 +148,7 @@ TEST_F(Docket, older_layout_when_the_box_no_longer_holds_the_command)
 {
     reports(device(U"4900000001", U"k7"), device(U"4900000001", U"k7"), U"1\t2\t3\t4\t5\t6\tF\t8\t9\t10\tk7\tRN/9\r\n");
     press_enter(U"An docket");
-    form1.Text1[1].set_text(U"something else");
+    form1.query_box().set_text(U"something else");
     run();
     const RecordedTask& docket = office.tasks.back();
     EXPECT_TRUE(docket.opened.ends_with(U"z2.xlsx"));
@@ -165,7 +165,7 @@ TEST_F(Docket, an_emptied_box_is_told_by_every_scan_and_makes_no_sheet)
     reports(device(U"4900000001", U"k7"), device(U"4900000001", U"k7"), {});
     press_enter(U"An docket");
     started.dialogs.take_messages();
-    form1.Text1[1].set_text({});
+    form1.query_box().set_text({});
     run();
     EXPECT_EQ(started.dialogs.take_messages(),
               (std::vector<std::string>{"Tarvik 计算|查寻条件为空", "Tarvik 计算|查寻条件为空"}));

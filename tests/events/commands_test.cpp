@@ -33,7 +33,7 @@ struct Desk {
 TEST(ReportCommand, asks_lists_the_keys_and_starts_the_timer)
 {
     Desk desk;
-    desk.form1.Text1[1].set_text(U"An docket");
+    desk.form1.query_box().set_text(U"An docket");
     desk.started.dialogs.inputs = {U"d:\\out"};
     desk.started.dialogs.replies = {Answer::OK};
     desk.press(U'\r');
@@ -60,7 +60,7 @@ TEST(ReportCommand, asks_lists_the_keys_and_starts_the_timer)
 TEST(ReportCommand, cancel_keeps_the_folder_and_starts_nothing)
 {
     Desk desk;
-    desk.form1.Text1[1].set_text(U"An docket");
+    desk.form1.query_box().set_text(U"An docket");
     desk.started.dialogs.inputs = {U""}; // a cancelled box gives the default folder
     desk.started.dialogs.replies = {Answer::Cancel};
     desk.press(U'\r');
@@ -72,7 +72,7 @@ TEST(ReportCommand, cancel_keeps_the_folder_and_starts_nothing)
 TEST(ReportCommand, a_folder_that_cannot_be_made_is_told_and_nothing_runs)
 {
     Desk desk;
-    desk.form1.Text1[1].set_text(U"An docket");
+    desk.form1.query_box().set_text(U"An docket");
     desk.started.dialogs.inputs = {U"d:\\new\\below\\"};
     desk.press(U'\r');
     EXPECT_EQ(desk.started.dialogs.take_messages().size(), 1U);
@@ -82,7 +82,7 @@ TEST(ReportCommand, a_folder_that_cannot_be_made_is_told_and_nothing_runs)
 TEST(ReportCommand, letters_An_alone_cost_the_folder_question_and_go_on_to_the_query)
 {
     Desk desk;
-    desk.form1.Text1[1].set_text(U"Angel");
+    desk.form1.query_box().set_text(U"Angel");
     desk.started.dialogs.inputs = {U"d:\\elsewhere"};
     desk.started.dialogs.replies = {Answer::No}; // the query's own question
     desk.press(U'\r');
@@ -90,7 +90,7 @@ TEST(ReportCommand, letters_An_alone_cost_the_folder_question_and_go_on_to_the_q
     EXPECT_TRUE(desk.started.dialogs.inputs.empty());
     EXPECT_TRUE(desk.started.dialogs.replies.empty());
 
-    desk.form1.Text1[1].set_text(U"an docket");
+    desk.form1.query_box().set_text(U"an docket");
     desk.started.dialogs.replies = {Answer::No};
     desk.press(U'\r');
     EXPECT_FALSE(desk.form1.Timer3.enabled());
@@ -99,14 +99,14 @@ TEST(ReportCommand, letters_An_alone_cost_the_folder_question_and_go_on_to_the_q
 TEST(QueryBoxKeys, column_keys_are_letters_until_a_column_query_has_run)
 {
     Desk desk;
-    desk.form1.Text1[1].set_text({});
+    desk.form1.query_box().set_text({});
     for (const char32_t key : std::u32string_view(U"cat")) desk.press(key);
-    EXPECT_EQ(desk.form1.Text1[1].text(), U"cat");
+    EXPECT_EQ(desk.form1.query_box().text(), U"cat");
     EXPECT_FALSE(desk.form1.comp);
     desk.form1.dbresult = true;
-    desk.form1.Text1[1].set_text({});
+    desk.form1.query_box().set_text({});
     for (const char32_t key : std::u32string_view(U"cat")) desk.press(key);
-    EXPECT_EQ(desk.form1.Text1[1].text(), U"at");
+    EXPECT_EQ(desk.form1.query_box().text(), U"at");
     EXPECT_TRUE(desk.form1.comp);
     desk.form1.comp = false;
     desk.press(U'c', 2);
@@ -116,7 +116,7 @@ TEST(QueryBoxKeys, column_keys_are_letters_until_a_column_query_has_run)
 TEST(Events, an_enter_in_the_page_box_is_no_query)
 {
     Desk desk;
-    desk.form1.Text1[4].set_text(U"3");
+    desk.form1.page_box().set_text(U"3");
     desk.press(U'\r', 4);
     EXPECT_TRUE(desk.started.dialogs.messages.empty());
 }

@@ -45,14 +45,14 @@ TEST(Clipboard, a_right_button_on_a_box_pastes_at_the_next_release_only)
     TestProgram started;
     Form1& form1 = started.form1();
     started.clipboard.set_text(U"An docket");
-    form1.Text1[1].select({1, 4});
+    form1.query_box().select({1, 4});
     Text1_MouseUp(started.program, 1);
-    EXPECT_EQ(form1.Text1[1].text(), U"查寻条件");
+    EXPECT_EQ(form1.query_box().text(), U"查寻条件");
     Text1_MouseDown(started.program, 1, MouseButton::Right);
     EXPECT_EQ(started.screen.menus, 1);
     EXPECT_TRUE(form1.menuonquery);
     Text1_MouseUp(started.program, 1);
-    EXPECT_EQ(form1.Text1[1].text(), U"An docket");
+    EXPECT_EQ(form1.query_box().text(), U"An docket");
     EXPECT_FALSE(form1.menuonquery);
     Text1_MouseDown(started.program, 4, MouseButton::Right);
     EXPECT_EQ(started.screen.menus, 1) << "the page box has no menu";

@@ -18,8 +18,8 @@ TEST(Startup, reaches_the_window_with_nothing_in_the_installation_folder)
     EXPECT_TRUE(form1.RichTextBox2.empty());
     EXPECT_TRUE(form1.RichTextBox2.visible());
     EXPECT_FALSE(form1.RichTextBox1.visible() || form1.RichTextBox3.visible());
-    EXPECT_EQ(form1.Text1[1].text(), U"查寻条件");
-    EXPECT_EQ(form1.Text1[2].text(), U"数目");
+    EXPECT_EQ(form1.query_box().text(), U"查寻条件");
+    EXPECT_EQ(form1.number_box().text(), U"数目");
     EXPECT_EQ(started.program.form4.Text2[49].text(), U"-1");
     EXPECT_TRUE(std::filesystem::is_directory(started.drive_d.path() / "Atarvik output"));
     for (const Control* hidden : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Command3})
@@ -98,11 +98,11 @@ TEST(Layout, follows_the_golden_section_and_rests_while_minimised)
     form1.window.set_height(10000);
     Form_Resize(started.program);
     EXPECT_DOUBLE_EQ(form1.RichTextBox3.height(), 6180);
-    EXPECT_DOUBLE_EQ(form1.Text1[1].top(), 600 + 6180 + 348);
+    EXPECT_DOUBLE_EQ(form1.query_box().top(), 600 + 6180 + 348);
     EXPECT_DOUBLE_EQ(form1.Option2.top(), 600 + 6180 + 1428);
     EXPECT_DOUBLE_EQ(form1.Frame2.top(), form1.Command1[4].top() + form1.Command1[4].height() + 100);
-    EXPECT_DOUBLE_EQ(form1.Text1[4].left(), 15000 - 732 - 200);
-    EXPECT_DOUBLE_EQ(form1.RichTextBox2.width(), form1.Text1[4].left() - 960 - 200);
+    EXPECT_DOUBLE_EQ(form1.page_box().left(), 15000 - 732 - 200);
+    EXPECT_DOUBLE_EQ(form1.RichTextBox2.width(), form1.page_box().left() - 960 - 200);
     form1.window.set_window_state(1);
     form1.window.set_height(2000);
     Form_Resize(started.program);
@@ -113,13 +113,13 @@ TEST(PaneMovement, shrinks_to_150_and_stops_by_itself_or_at_any_release)
 {
     TestProgram started;
     Form1& form1 = started.form1();
-    const double column = form1.Text1[5].left();
+    const double column = form1.page_size_box().left();
     Command2_MouseDown(started.program, 3);
     ASSERT_TRUE(form1.Timer1[0].enabled());
     int ticks = 0;
     for (; form1.Timer1[0].enabled() && ticks < 1000; ++ticks) Timer1_Timer(started.program, 0);
     EXPECT_DOUBLE_EQ(form1.RichTextBox1.width(), 150);
-    EXPECT_DOUBLE_EQ(form1.Text1[5].left(), column - 72 * ticks);
+    EXPECT_DOUBLE_EQ(form1.page_size_box().left(), column - 72 * ticks);
     Command2_MouseDown(started.program, 4);
     Command2_MouseUp(started.program, 1);
     EXPECT_TRUE(form1.Timer1[2].enabled()) << "a page button ends no movement";

@@ -27,7 +27,7 @@ protected:
     void run(TextView text, TextView query, bool by_enter)
     {
         test.open_text(text);
-        form1.Text1[1].set_text(query.str());
+        form1.query_box().set_text(query.str());
         test.dialogs.replies = {Answer::Yes};
         by_enter ? query_by_enter(program) : Command1_Click(program, 1);
     }
@@ -38,7 +38,7 @@ protected:
         ASSERT_EQ(form1.resultcount, told.count) << story;
         ASSERT_EQ(results(array, told.stored.size()), told.stored) << story;
         ASSERT_TRUE(array.get(told.stored.size()).empty()) << story;
-        ASSERT_EQ(form1.Text1[2].text(), number_text(told.count)) << story;
+        ASSERT_EQ(form1.number_box().text(), number_text(told.count)) << story;
         ASSERT_EQ(test.dialogs.take_messages().empty() ? false : form1.RichTextBox1.empty(),
                   told.stored.empty() || told.stored.front().empty())
             << story;
@@ -78,7 +78,7 @@ TEST_F(Query, PiecesBetweenSeparatorsAreThoseOfThePlainLoop)
         if (round % 50 == 0) text += Text(4990 + random() % 20, U'x') + separator + U"a";
         if (round % 45 == 0) text += U"a" + Text(39990 + random() % 10, U'x') + separator;
         const Text query = random_text(random, {U"a", U"b", U"测", U" ", U"\r"}, 3);
-        form1.Text1[2].set_text(separator);
+        form1.number_box().set_text(separator);
         const bool asked = !query.empty();
         run(text, query, round % 2 == 0);
         if (!asked) continue;
@@ -101,7 +101,7 @@ TEST_F(Query, SentencesAreThoseOfThePlainLoopWithTheFlagCarriedOver)
         if (round % 200 == 0) text += U"a" + Text(39990 + random() % 20, U'x') + U"。\r\n";
         const Text query = random_text(random, {U"a", U"A", U"b", U"测", U"\r\n"}, 2) + U"a";
         const bool by_enter = round % 2 == 0;
-        form1.Text1[1].set_text(query);
+        form1.query_box().set_text(query);
         form1.cutopenfile = round % 7 == 0;
         const Pieces told = sentences(text, query, by_enter, form1.cutopenfile);
         run(text, query, by_enter);
@@ -168,7 +168,7 @@ TEST_F(Query, TitlesFollowTheEntry)
         for (const bool by_enter : {false, true}) {
             clear_options(form1);
             if (one.option) one.option->set_value(true);
-            form1.Text1[2].set_text(one.separator);
+            form1.number_box().set_text(one.separator);
             run(U"一行.\r\n", one.query, by_enter);
             EXPECT_EQ(test.dialogs.take_messages().back(), by_enter ? one.by_enter : one.by_button);
         }
@@ -183,7 +183,7 @@ TEST_F(Query, AMissingDictionaryIsNamed)
 
 TEST_F(Query, WalkingShowsEachResultAndItsPosition)
 {
-    form1.Text1[2].set_text(U"。\r\n");
+    form1.number_box().set_text(U"。\r\n");
     run(U"零。\r\n词一。\r\n词二。\r\n词三。\r\n", U"词", false);
     EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n词一。");
     EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{3, 1, query_match_colour, 32}}));
@@ -191,7 +191,7 @@ TEST_F(Query, WalkingShowsEachResultAndItsPosition)
     std::vector<std::string> seen;
     for (const int button : {2, 2, 3, 3, 3, 3, 2, 2, 2, 2}) {
         Command1_Click(program, button);
-        seen.push_back(to_utf8(form1.RichTextBox1.text().substr(2)) + to_utf8(form1.Text1[2].text()));
+        seen.push_back(to_utf8(form1.RichTextBox1.text().substr(2)) + to_utf8(form1.number_box().text()));
     }
     EXPECT_THAT(seen, ElementsAre("词二。2", "词三。3", "词三。2", "词二。1", "词一。0", "词一。0", "词一。1",
                                   "词二。2", "词三。3", "4"));
@@ -204,7 +204,7 @@ TEST_F(Query, TheEnglishWalkReadsItsFileAgainAndStaysAtTheEnd)
     form1.Option2.set_value(true);
     run({}, U"Apple", false);
     EXPECT_EQ(form1.RichTextBox1.text(), U" apple one.");
-    EXPECT_EQ(form1.Text1[2].text(), U"2");
+    EXPECT_EQ(form1.number_box().text(), U"2");
     for (const int button : {2, 2, 2}) Command1_Click(program, button);
     EXPECT_THAT(test.dialogs.take_messages(),
                 ElementsAre("Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算 之 查寻|查寻结果为空！"));
@@ -216,7 +216,7 @@ TEST_F(Query, TheEnglishWalkReadsItsFileAgainAndStaysAtTheEnd)
 
 TEST_F(Query, MoreResultsThanTheArrayHoldsKeepThoseFound)
 {
-    form1.Text1[2].set_text(U"。");
+    form1.number_box().set_text(U"。");
     Text text;
     for (int i = 0; i < 1'000'002; ++i) text += U"。a";
     run(text + U"。", U"a", false);

@@ -34,34 +34,34 @@ protected:
         std::string told;
         for (const std::string& message : test.dialogs.take_messages())
             told += message.substr(0, message.find('\r')) + "/";
-        return told + to_utf8(form1.RichTextBox1.text()) + "/" + to_utf8(form1.Text1[4].text());
+        return told + to_utf8(form1.RichTextBox1.text()) + "/" + to_utf8(form1.page_box().text());
     }
 };
 
 TEST_F(Reading, PagesTurnAsTold)
 {
     EXPECT_EQ(press(1), "Tarvik 计算 之查寻|请读入文本文件！//页数");
-    form1.Text1[5].set_text(U"3");
+    form1.page_size_box().set_text(U"3");
     open("abcdefg"); // with its line end nine characters: three pages and an empty one
-    EXPECT_EQ(form1.Text1[4].text(), U"3");
+    EXPECT_EQ(form1.page_box().text(), U"3");
     EXPECT_EQ(form1.RichTextBox2.text(), U"abcdefg\r\n");
     EXPECT_EQ(press(1), "Tarvik|开始阅读！这是第0页,/abc/0");
     EXPECT_EQ(press(1), "def/1");
     EXPECT_EQ(press(0), "Tarvik|目前已到首页，第0页,/abc/0");
     EXPECT_EQ(press(0), "abc/0");
-    form1.Text1[5].set_text(U"2");
+    form1.page_size_box().set_text(U"2");
     EXPECT_EQ(press(1), "cd/1");
     EXPECT_EQ(press(1), "ef/2");
     EXPECT_EQ(press(1), "g\r/3");
-    form1.Text1[4].set_text(U"4");
+    form1.page_box().set_text(U"4");
     EXPECT_EQ(press(1), "Tarvik|开始阅读！这是第3页,/ab/0") << "the number of the last page starts anew";
-    form1.Text1[5].set_text(U"4");
-    form1.Text1[4].set_text(U"3");
+    form1.page_size_box().set_text(U"4");
+    form1.page_box().set_text(U"3");
     EXPECT_EQ(press(1), "Tarvik|目前已经超出页面范围，已经跳到第4空页,/\n/4") << "the old page of a longer cut";
-    form1.Text1[4].set_text(U"9");
+    form1.page_box().set_text(U"9");
     EXPECT_EQ(press(8), "\n/9");
-    form1.Text1[4].set_text(U"1页");
-    form1.Text1[1].set_text(U" G");
+    form1.page_box().set_text(U"1页");
+    form1.query_box().set_text(U" G");
     EXPECT_EQ(press(8), "efg\r/1页");
     EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{3, 1, 44564, 32}}));
 }
@@ -70,21 +70,21 @@ TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
 {
     open("abc");
     for (const char32_t* size : {U"0", U"-5", U"0.5", U"x", U""}) {
-        form1.Text1[5].set_text(size);
-        form1.Text1[4].set_text(U"5");
+        form1.page_size_box().set_text(size);
+        form1.page_box().set_text(U"5");
         EXPECT_EQ(press(1), "Tarvik 计算 之查寻|每页的字数应为大于 0 的数字，请修改后再翻页！//5") << to_utf8(size);
         open("abcd");
         EXPECT_EQ(form1.RichTextBox2.text(), U"abcd\r\n");
-        EXPECT_EQ(form1.Text1[4].text(), U"5") << "opening ends without a word";
+        EXPECT_EQ(form1.page_box().text(), U"5") << "opening ends without a word";
     }
-    form1.Text1[5].set_text(U"6");
+    form1.page_size_box().set_text(U"6");
     open("abcd");
     EXPECT_EQ(form1.lastpage, 1) << "a full page is followed by an empty one";
-    form1.Text1[5].set_text(U"1e300");
-    form1.Text1[4].set_text(U"-1");
+    form1.page_size_box().set_text(U"1e300");
+    form1.page_box().set_text(U"-1");
     EXPECT_EQ(press(1), "abcd\r\n/0");
     for (const char32_t* page : {U"-2", U"1e9", U"-1e300"}) {
-        form1.Text1[4].set_text(page);
+        form1.page_box().set_text(page);
         EXPECT_THROW(Command2_Click(program, 1), Failure) << to_utf8(page);
     }
     EXPECT_EQ(form1.pageno, 0);
@@ -104,10 +104,10 @@ TEST_F(Reading, OpeningKeepsWhatWasDoneWhenItFails)
     EXPECT_THAT(test.dialogs.take_messages(), IsEmpty());
     open("");
     EXPECT_EQ(test.module1().pages.get(0), U"\r\n");
-    form1.Text1[5].set_text(U"1");
+    form1.page_size_box().set_text(U"1");
     open(std::string(1'000'002, 'x'));
     EXPECT_EQ(form1.lastpage, 1'000'001);
-    EXPECT_EQ(form1.Text1[4].text(), U"0");
+    EXPECT_EQ(form1.page_box().text(), U"0");
     EXPECT_EQ(test.module1().pages.get(1'000'000), U"x");
 }
 
@@ -121,10 +121,10 @@ TEST_F(Reading, PageSearchStopsAtEachPageAndCollectsWords)
         {"--]abcdefgh;qv", "\r\n"},              // and does not end one that is read forward
     };
     form1.Option3.set_value(true);
-    form1.Text1[1].set_text(U" qv");
+    form1.query_box().set_text(U" qv");
     for (const auto& [text, line] : lines) {
         open("........................" + text);
-        form1.Text1[2].set_text(U"12");
+        form1.number_box().set_text(U"12");
         test.dialogs.replies = {Answer::OK, Answer::OK};
         Command2_Click(program, 1);
         EXPECT_EQ(test.installation.read("betweensousuo.txt"), "\r\r\n" + line) << text;
