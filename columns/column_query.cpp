@@ -101,26 +101,26 @@ std::optional<double> query_document(Program& program, ScratchFile& file, TextVi
 
 enum class Announce { No, Yes };
 
-double query(Program& program, TextView text, Announce announce)
+ScanResult query(Program& program, TextView text, Announce announce)
 {
     Form1& form1 = program.form1;
     form1.RichTextBox3.set_text(U"\r\n");
     ScratchFile file(program, U"betweenp.txt");
-    double count = 0;
+    ScanResult result{0, ScanOutcome::Refused};
     if (no_option_selected(form1)) {
         if (form1.query_box().text().empty()) {
             ask(program, U"查寻条件为空", application_title, Buttons::OK);
         } else {
             const auto rows = query_document(program, file, text);
-            if (!rows) return 0;
-            count = *rows;
+            if (!rows) return {0, ScanOutcome::TooMany};
+            result = {*rows, ScanOutcome::Done};
         }
     }
     form1.dbresult = true;
     if (announce == Announce::Yes)
         ask(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ", Buttons::OK);
     program.form3.window.set_visible(true);
-    return count;
+    return result;
 }
 
 } // namespace
@@ -130,9 +130,14 @@ void column_query(Program& program)
     query(program, program.form1.query_box().text(), Announce::Yes);
 }
 
-double query1(Program& program, TextView text)
+ScanResult scan_document(Program& program, TextView text)
 {
     return query(program, text, Announce::No);
+}
+
+double query1(Program& program, TextView text)
+{
+    return scan_document(program, text).rows;
 }
 
 } // namespace tarvik

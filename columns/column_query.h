@@ -8,8 +8,21 @@ namespace tarvik {
 /// that `comp` selects, and says so.
 void column_query(Program& program);
 
-/// The same for a given text and without the closing message; the query box must hold some text all the same. Gives
-/// the number of distinct rows: 0 when the scan did not run or when there were more rows than a table holds.
+/// What became of a scan, beside its rows.
+enum class ScanOutcome {
+    Done,
+    Refused, ///< an option is selected or the query box is empty: the table stays as it was
+    TooMany, ///< there were more rows than a table holds, which was told: the counts stay as they were
+};
+struct ScanResult {
+    double rows = 0; ///< distinct ones; 0 unless Done
+    ScanOutcome outcome = ScanOutcome::Done;
+};
+
+/// The scan of column_query() for a given text and without the closing message; the query box must hold some text all
+/// the same.
+ScanResult scan_document(Program& program, TextView text);
+/// The same, for whoever asks for the number of distinct rows alone.
 double query1(Program& program, TextView text);
 
 } // namespace tarvik

@@ -4,27 +4,12 @@
 #include "columns/prefetch.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
-#include "mainwindow/spreadsheet_task.h"
 
 #include <algorithm>
 
 namespace tarvik {
 
 namespace {
-
-constexpr std::u32string_view view_file = U"betweensum.txt";
-
-struct Count {
-    TextView value;
-    double count = 0;
-    std::size_t first_row = 0;
-};
-
-/// The values in the order of their first appearance.
-struct Statistic {
-    std::vector<Count> counts;
-    double total = 0;
-};
 
 Statistic count_values(const Table& suf, std::size_t column, std::size_t rows)
 {
@@ -74,15 +59,6 @@ Statistic count_column(Program& program, std::size_t column)
     return statistic;
 }
 
-void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic)
-{
-    const auto view = std::make_shared<RowView>();
-    for (const Count& value : statistic.counts)
-        view->add({}, U"\t" + value.value + U"\t\t\t", number_text(value.count) + U"\t");
-    show_view(program, file, view);
-    program.form1.RichTextBox3.append(U"\t合计:\t\t\t" + number_text(statistic.total) + U"\t\r\n");
-}
-
 /// What the two forms that take their column as an argument test first.
 bool may_count(Program& program)
 {
@@ -122,35 +98,33 @@ void column_statistics(Program& program)
     ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(static_cast<double>(column)) + U"。",
         U"Tarvik 计算 ", Buttons::OK);
     const Statistic statistic = count_column(program, column);
-    ScratchFile file(program, view_file);
+    ScratchFile file(program, statistics_file);
     show_statistic(program, file, statistic);
+}
+
+void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic)
+{
+    const auto view = std::make_shared<RowView>();
+    for (const Count& value : statistic.counts)
+        view->add({}, U"\t" + value.value + U"\t\t\t", number_text(value.count) + U"\t");
+    show_view(program, file, view);
+    program.form1.RichTextBox3.append(U"\t合计:\t\t\t" + number_text(statistic.total) + U"\t\r\n");
+}
+
+std::optional<Statistic> count_for_command(Program& program, int column)
+{
+    const std::size_t checked = checked_column(column);
+    if (!may_count(program)) return std::nullopt;
+    return count_column(program, checked);
 }
 
 void statistitt(Program& program, int column)
 {
-    const std::size_t checked = checked_column(column);
-    if (!may_count(program)) return;
-    const Statistic statistic = count_column(program, checked);
-    ScratchFile file(program, view_file);
-    fill_keylist(program, statistic);
-    show_statistic(program, file, statistic);
-}
-
-void statistics(Program& program, int column, int& row, int sheetcol, int offset)
-{
-    const std::size_t checked = checked_column(column);
-    if (!may_count(program)) return;
-    const Statistic statistic = count_column(program, checked);
-    ScratchFile file(program, view_file);
-    SpreadsheetTask task(program, installed(program, U"z1.xlsx"));
-    for (const Count& value : statistic.counts) {
-        task.sheet().set_cell(row, sheetcol, upper(value.value));
-        task.sheet().set_cell(row, sheetcol + offset, number_text(value.count));
-        ++row;
-    }
-    program.form1.sheetrow = row;
-    task.finish(SpreadsheetTask::Changes::Save);
-    show_statistic(program, file, statistic);
+    const auto statistic = count_for_command(program, column);
+    if (!statistic) return;
+    ScratchFile file(program, statistics_file);
+    fill_keylist(program, *statistic);
+    show_statistic(program, file, *statistic);
 }
 
 } // namespace tarvik

@@ -1,6 +1,10 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
+#include "mainwindow/scratch_file.h"
+
+#include <optional>
+#include <vector>
 
 /// The distinct values of a column of SUF with their counts, over as many rows as the table last queried or split has.
 /// All forms leave `distinct`, `distinctn` and `colcopy` as the count made them and show the view with its total. A
@@ -15,9 +19,24 @@ void column_statistics(Program& program);
 /// is True.
 void statistitt(Program& program, int column);
 
-/// Without a message, and with each value in upper case and its count as text in a sheet of z1.xlsx: at `row` and
-/// column `sheetcol`, and `offset` columns to the right. Rows and columns of the sheet count from 1; `row` comes back
-/// raised by the number of values, which `sheetrow` keeps too. Does nothing as statistitt() does.
-void statistics(Program& program, int column, int& row, int sheetcol, int offset);
+/// A value of the counted column. It points into the table's storage.
+struct Count {
+    TextView value;
+    double count = 0;
+    std::size_t first_row = 0;
+};
+
+/// The values in the order of their first appearance.
+struct Statistic {
+    std::vector<Count> counts;
+    double total = 0;
+};
+
+/// The count as such, for other forms of it: nothing where statistitt() does nothing, with the pane emptied unless no
+/// column query has run.
+std::optional<Statistic> count_for_command(Program& program, int column);
+/// The view of the counts with their total; `file` is its scratch file.
+void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic);
+inline constexpr std::u32string_view statistics_file = U"betweensum.txt";
 
 } // namespace tarvik

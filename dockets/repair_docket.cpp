@@ -1,11 +1,11 @@
 #include "dockets/repair_docket.h"
 
 #include "columns/table.h"
-#include "dockets/save_step.h"
-#include "mainwindow/spreadsheet_task.h"
+#include "mainwindow/installation_files.h"
 #include "office/blanking.h"
 #include "office/keyed_scans.h"
-#include "platform/file_name.h"
+#include "office/sheet_path.h"
+#include "office/tasks.h"
 
 namespace tarvik {
 
@@ -15,7 +15,7 @@ constexpr std::u32string_view command_text = U"An docket";
 constexpr std::u32string_view between_names = U"     "; // contact person and telephone
 
 // Columns of the reports.
-constexpr std::size_t receipt_column = 3;
+constexpr int receipt_column = 3;
 constexpr std::size_t order_key_column = 4;
 constexpr std::size_t folder_column = 7;
 constexpr std::size_t customer_column = 8;
@@ -72,8 +72,8 @@ void write_older_head(const Program& program, Worksheet& sheet, bool long_list)
     sheet.set_cell(long_list ? 81 : 59, 1, U"总金额:             ");
 }
 
-constexpr Layout docket_layout{U"z5.xlsx", U"z6.xlsx", 33, 12, {8, 6}, write_head};
-constexpr Layout older_layout{U"z2.xlsx", U"z3.xlsx", 45, 13, {9, 6}, write_older_head};
+constexpr Layout docket_layout{files::docket, files::long_docket, 33, 12, {8, 6}, write_head};
+constexpr Layout older_layout{files::older_docket, files::older_long_docket, 45, 13, {9, 6}, write_older_head};
 constexpr double marked_list = 68; // a longer list of the long template is marked in the file's name
 constexpr std::u32string_view long_list_mark = U"陈默然";
 
@@ -104,12 +104,9 @@ struct NameParts {
 // Where the docket is saved; empty when it makes no file of its own.
 Text docket_path(Program& program, bool own_layout, const NameParts& names)
 {
-    const Text tail = U"-" + safe_name_part(names.return_number) + U".xlsx";
-    if (!own_layout) return program.form1.outfolder + safe_name_part(names.receipt) + tail;
+    if (!own_layout) return plain_sheet_path(program, names.receipt + U"-" + names.return_number + U".xlsx");
     if (!command_leads(program, command_text)) return {};
-    const Text folder_text = field(program, folder_column);
-    return sheet_folder(program, folder_text) + sheet_name_head(folder_text) + U"-" + safe_name_part(names.receipt) +
-           tail;
+    return sheet_path(program, {field(program, folder_column), {names.receipt, names.return_number}});
 }
 
 } // namespace
@@ -136,32 +133,41 @@ void excecopy(Program& program, int first, int last)
 
     // A docket without a file of its own is dropped: saving it would fill the template for good.
     const Text path = docket_path(program, own_layout, names);
-    if (!path.empty()) task.book().save_as(path);
-    task.finish(path.empty() ? SpreadsheetTask::Changes::Discard : SpreadsheetTask::Changes::Save);
+    if (!path.empty()) task.save_as(path);
+    task.finish(path.empty() ? Changes::Discard : Changes::Save);
     close_sheet(program);
 }
 
 const ReportCommand& docket_command()
 {
     static constexpr ReportCommand row{
-        command_text, U"3139",        U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
-        U"4900",      receipt_column, &Form1::Timer3};
+        .text = command_text,
+        .question = excel_question,
+        .report = U"3139",
+        .question_tail = U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
+        .key = U"4900",
+        .key_column = receipt_column,
+        .timer = &Form1::Timer3,
+    };
     return row;
 }
 
 const SheetFamily& docket_family()
 {
-    static constexpr SheetFamily family{&Form1::Timer3,
-                                        [](Program& program, TextView key) {
-                                            program.form1.allcount = query2(program, key, true);
-                                            program.form1.partcount = query2(program, key, false);
-                                        },
-                                        true,
-                                        [](Program& program) {
-                                            devision1(program);
-                                            excelce2(program);
-                                        },
-                                        [](Program& program) { excecopy(program, 4, 7); }};
+    static constexpr SheetFamily family{
+        .timer = &Form1::Timer3,
+        .scan =
+            [](Program& program, TextView key) {
+                program.form1.allcount = query2(program, key, true);
+                program.form1.partcount = query2(program, key, false);
+            },
+        .prepare =
+            [](Program& program) {
+                devision1(program);
+                excelce2(program);
+            },
+        .sheet = [](Program& program) { excecopy(program, 4, 7); },
+    };
     return family;
 }
 

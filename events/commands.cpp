@@ -1,7 +1,10 @@
 #include "events/commands.h"
 
 #include "calendar/attendance/attendance.h"
+#include "designer/designer_window.h"
 #include "dockets/repair_docket.h"
+#include "office/character_list.h"
+#include "office/label_list.h"
 
 #include <array>
 
@@ -9,15 +12,23 @@ namespace tarvik {
 
 CommandTable report_commands()
 {
-    static constexpr ImmediateCommand immediate[] = {{U"An kqtest", an_kqtest}};
-    static const std::array reports{docket_command()};
+    static constexpr ImmediateCommand immediate[] = {
+        {.text = U"An kqtest", .run = an_kqtest, .during_runs = false},
+        {.text = U"An disappear", .run = hide_designer},
+        {.text = U"An appear", .run = show_designer},
+        {.text = U"An statistic", .run = list_characters},
+    };
+    static const std::array reports{
+        docket_command(),
+        label_command(),
+    };
     return {immediate, reports};
 }
 
-std::span<const SheetFamily> sheet_families()
+TimerTable batch_timers()
 {
     static const std::array families{docket_family()};
-    return families;
+    return {families, {}};
 }
 
 } // namespace tarvik

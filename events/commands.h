@@ -10,6 +10,6 @@ namespace tarvik {
 /// The command language: every report command in the order in which the query box is tested for it.
 CommandTable report_commands();
 /// What each batch timer works on.
-std::span<const SheetFamily> sheet_families();
+TimerTable batch_timers();
 
 } // namespace tarvik

@@ -49,7 +49,7 @@ void lost_focus(Program& program, Event& event)
 
 void batch_timer(Program& program, Event& event)
 {
-    batch_tick(program, event.control, sheet_families());
+    batch_tick(program, event.control, batch_timers());
 }
 
 void empty_box(Program&, Event& event)

@@ -2,6 +2,7 @@
 
 #include "columns/keys.h"
 #include "events/commands.h"
+#include "office/page_box.h"
 #include "reading/reading.h"
 
 namespace tarvik {
@@ -25,15 +26,21 @@ bool column_key(Program& program, int index, char32_t key, bool& eaten)
     return index == query_box && column_keys(program, key, eaten);
 }
 
-// Enter in the page box is no query.
-bool text_query_key(Program& program, int index, char32_t key, bool&)
+bool page_box_key(Program& program, int index, char32_t key, bool&)
 {
-    if (key != enter || index == page_box) return false;
+    if (index != page_box || key != enter) return false;
+    print_by_name(program);
+    return true;
+}
+
+bool text_query_key(Program& program, int, char32_t key, bool&)
+{
+    if (key != enter) return false;
     query_by_enter(program);
     return true;
 }
 
-constexpr KeyHandler handlers[] = {report_command_key, column_key, text_query_key};
+constexpr KeyHandler handlers[] = {report_command_key, column_key, page_box_key, text_query_key};
 
 } // namespace
 

@@ -6,7 +6,6 @@
 #include "platform/platform.h"
 
 #include <array>
-#include <memory>
 
 namespace tarvik {
 
@@ -104,11 +103,11 @@ struct Form1 {
     bool founddata = false;                  ///< a line of the sheet in hand has matched a record
     double filecount = 0;                    ///< sheets done by the rule engine
 
-    // The office task in hand; empty between tasks
-    std::unique_ptr<SpreadsheetApplication> xlApp;
+    // What the office task in hand holds; empty between tasks
+    SpreadsheetApplication* xlApp = nullptr;
     Workbook* xlBook = nullptr;
     Worksheet* xlSheet = nullptr;
-    std::unique_ptr<DocumentApplication> wdApp;
+    DocumentApplication* wdApp = nullptr;
     TextDocument* wdDoc = nullptr;
 };
 

@@ -5,6 +5,7 @@
 #include "mainwindow/form3.h"
 #include "mainwindow/form4.h"
 #include "mainwindow/module1.h"
+#include "mainwindow/run_record.h"
 #include "platform/platform.h"
 
 #include <map>
@@ -28,6 +29,7 @@ struct Program {
     OfficeEngines& office;
     DocumentCache documents;                   ///< foreign files that scans read, decoded once
     std::map<Text, FileStamp> blank_templates; ///< templates as the blanking left them empty, by path
+    RunRecord run;                             ///< the report run in progress or the last one
     bool ended = false;                        ///< the main window was closed
 };
 

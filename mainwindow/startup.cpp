@@ -1,5 +1,6 @@
 #include "mainwindow/mainwindow.h"
 
+#include "mainwindow/installation_files.h"
 #include "platform/code_page.h"
 
 #include <functional>
@@ -8,7 +9,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::u32string_view output_folder = U"d:\\Atarvik output\\";
 constexpr Colour window_colour = rgb(232, 227, 174);
 constexpr Colour frame_colour = rgb(215, 198, 149);
 
@@ -95,7 +95,7 @@ void Form_Load(Program& program)
     form1.RichTextBox3.set_visible(false);
     opening_animation(program, program.platform.screen.width());
     form1.formready = true;
-    pass_over_failure([&] { program.platform.files.create_folder(output_folder); });
+    pass_over_failure([&] { program.platform.files.create_folder(files::default_output); });
     form1.window.set_visible(true);
 }
 

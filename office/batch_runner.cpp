@@ -1,6 +1,6 @@
 #include "office/batch_runner.h"
 
-#include "calendar/time_of_day.h"
+#include "calendar/calendar.h"
 
 #include <cmath>
 
@@ -10,25 +10,6 @@ namespace {
 
 constexpr double seconds_a_day = 86400;
 
-// Back to idle. The caption tells of the end only after a finished run.
-void go_idle(Program& program, Timer& timer)
-{
-    Form1& form1 = program.form1;
-    form1.sheetno = 1;
-    timer.set_enabled(false);
-    form1.batchcursor = -1;
-    form1.batchgate = true;
-}
-
-void release_objects(Form1& form1)
-{
-    form1.xlSheet = nullptr;
-    form1.xlBook = nullptr;
-    form1.xlApp.reset();
-    form1.wdDoc = nullptr;
-    form1.wdApp.reset();
-}
-
 struct Pace {
     double elapsed; // seconds since the run's start
     double rate;    // whole seconds a sheet
@@ -37,21 +18,9 @@ struct Pace {
 Pace take_time(Program& program)
 {
     Form1& form1 = program.form1;
-    form1.runnow = time_of_day(program.platform.clock.now());
-    double elapsed = sntime(form1.runnow) - sntime(form1.runstart);
-    if (elapsed < 0) elapsed += seconds_a_day;
+    form1.runnow = run_time(program);
+    const double elapsed = seconds_elapsed(program);
     return {elapsed, std::floor(elapsed / form1.sheetno)};
-}
-
-Text run_time(const Program& program)
-{
-    return time_of_day(program.platform.clock.now());
-}
-
-void show_caption(Program& program, Text caption)
-{
-    program.form1.window.set_caption(std::move(caption));
-    program.platform.screen.refresh();
 }
 
 void report(Program& program)
@@ -62,7 +31,7 @@ void report(Program& program)
                               number_text(pace.rate) + U" 秒/张。");
 }
 
-void finish(Program& program, Timer& timer)
+void finish(Program& program, const SheetFamily& family)
 {
     const Pace pace = take_time(program);
     Form1& form1 = program.form1;
@@ -71,18 +40,42 @@ void finish(Program& program, Timer& timer)
                               U"→：" + number_text(pace.elapsed) + U" 秒。" + U"→：" + number_text(pace.rate) +
                               U" 秒/张。");
     show_caption(program, form1.window.caption() + (sheets == form1.keycount ? U" OK !" : U" ERROR !"));
-    go_idle(program, timer);
+    stop_run(program);
+    if (family.finished) family.finished(program);
 }
 
 void make_sheet(Program& program, const SheetFamily& family, TextView key)
 {
     Form1& form1 = program.form1;
     family.scan(program, key);
-    if (family.needs_records && !(form1.partcount > 0)) return;
+    if (family.needs_records && !(form1.partcount > 0)) {
+        program.run.passed.push_back({key.str(), U"报表中没有此关键字的记录"});
+        return;
+    }
     report(program);
     form1.recordcount = form1.partcount;
     family.prepare(program);
     family.sheet(program);
+}
+
+void family_tick(Program& program, const SheetFamily& family)
+{
+    Form1& form1 = program.form1;
+    if (!form1.batchgate) return;
+    form1.batchcursor += 1;
+    if (form1.batchcursor > form1.keycount) {
+        finish(program, family);
+        return;
+    }
+    const Text key = program.module1.keylist.get(static_cast<std::size_t>(form1.batchcursor)).str();
+    if (!key.empty()) make_sheet(program, family, key);
+}
+
+// A run whose rows would come from the other table makes nothing sound.
+void check_table(const Program& program)
+{
+    if (program.form1.comp)
+        throw Failure(U" 请注意：\r\n报表运行中comp被设置为TRUE，运行已经停止；请先按键e，再重新输入命令。");
 }
 
 } // namespace
@@ -93,15 +86,8 @@ void start_run(Program& program, Timer& timer)
     timer.set_enabled(true);
     form1.batchcursor = -1;
     form1.sheetno = 1;
-    form1.runstart = time_of_day(program.platform.clock.now());
+    form1.runstart = run_time(program);
     set_run_title(program);
-}
-
-void set_run_title(Program& program)
-{
-    Form1& form1 = program.form1;
-    show_caption(program, U"Tarvik 计算 ");
-    form1.runtitle = form1.window.caption() + U" " + run_time(program) + U"←" + U"start:";
 }
 
 bool run_in_progress(Form1& form1)
@@ -111,31 +97,33 @@ bool run_in_progress(Form1& form1)
     return false;
 }
 
-void batch_tick(Program& program, const SheetFamily& family)
+void stop_run(Program& program)
 {
     Form1& form1 = program.form1;
-    Timer& timer = form1.*family.timer;
-    if (!form1.batchgate) return;
-    form1.batchcursor += 1;
-    if (form1.batchcursor > form1.keycount) {
-        finish(program, timer);
-        return;
-    }
-    const Text key = program.module1.keylist.get(static_cast<std::size_t>(form1.batchcursor)).str();
-    if (key.empty()) return;
-    try {
-        make_sheet(program, family, key);
-    } catch (...) {
-        release_objects(form1);
-        go_idle(program, timer);
-        throw;
-    }
+    form1.sheetno = 1;
+    for (Timer* timer : form1.batch_timers()) timer->set_enabled(false);
+    form1.batchcursor = -1;
+    form1.batchgate = true;
+    program.run.stop_wished = false;
 }
 
-void batch_tick(Program& program, const Control& timer, std::span<const SheetFamily> families)
+void batch_tick(Program& program, const Control& timer, const TimerTable& table)
 {
-    for (const SheetFamily& family : families)
-        if (&(program.form1.*family.timer) == &timer) batch_tick(program, family);
+    const auto is_due = [&](const auto& row) { return &(program.form1.*row.timer) == &timer; };
+    if (program.run.stop_wished) {
+        stop_run(program);
+        return;
+    }
+    try {
+        check_table(program);
+        for (const SheetFamily& family : table.families)
+            if (is_due(family)) family_tick(program, family);
+        for (const OwnTick& own : table.own_ticks)
+            if (is_due(own)) own.tick(program);
+    } catch (...) {
+        stop_run(program);
+        throw;
+    }
 }
 
 void close_sheet(Program& program)
@@ -144,6 +132,39 @@ void close_sheet(Program& program)
     form1.batchgate = true;
     show_caption(program, form1.window.caption() + U"   →   " + number_text(form1.keycount - form1.sheetno));
     form1.sheetno += 1;
+}
+
+void set_run_title(Program& program)
+{
+    Form1& form1 = program.form1;
+    program.run = RunRecord{.started = program.platform.clock.now()};
+    show_caption(program, U"Tarvik 计算 ");
+    form1.runtitle = form1.window.caption() + U" " + run_time(program) + U"←" + U"start:";
+}
+
+void set_job_title(Program& program)
+{
+    set_run_title(program);
+    program.form1.jobstart = run_time(program);
+}
+
+void show_caption(Program& program, Text caption)
+{
+    program.form1.window.set_caption(std::move(caption));
+    program.platform.screen.refresh();
+}
+
+Text run_time(const Program& program)
+{
+    return time_of_day(program.platform.clock.now());
+}
+
+double seconds_elapsed(const Program& program)
+{
+    const CalendarTime& start = program.run.started;
+    const CalendarTime now = program.platform.clock.now();
+    const double days = steaddaf(start.year, start.month, start.day, now.year, now.month, now.day);
+    return days * seconds_a_day + sntime(time_of_day(now)) - sntime(time_of_day(start));
 }
 
 } // namespace tarvik

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "columns/table.h"
 #include "mainwindow/mainwindow.h"
 
 #include <span>
@@ -10,28 +11,54 @@ namespace tarvik {
 /// One family of sheets: what its timer does with each key.
 struct SheetFamily {
     Timer Form1::*timer;
-    /// Counts the key's records into allcount and partcount.
+    /// Counts the key's records into partcount, and what else the family counts.
     void (*scan)(Program& program, TextView key);
     /// A key whose partcount is not above 0 makes no sheet.
-    bool needs_records;
-    void (*prepare)(Program& program);
+    bool needs_records = true;
+    /// Makes the table, and what the sheet needs besides it.
+    void (*prepare)(Program& program) = devision1;
+    /// Makes one sheet; ends with close_sheet(), or with stop_run().
     void (*sheet)(Program& program);
+    /// What else the end of a run does.
+    void (*finished)(Program& program) = nullptr;
+};
+
+/// A timer that goes its own way, without keys.
+struct OwnTick {
+    Timer Form1::*timer;
+    void (*tick)(Program& program);
+};
+
+/// What the batch timers do.
+struct TimerTable {
+    std::span<const SheetFamily> families;
+    std::span<const OwnTick> own_ticks;
 };
 
 /// Turns a family's timer on and sets the run to its beginning.
 void start_run(Program& program, Timer& timer);
-/// Sets the caption anew and takes the head of the coming captions from it.
-void set_run_title(Program& program);
 /// Whether any of the batch timers is on.
 bool run_in_progress(Form1& form1);
+/// Back to idle at once, whatever timer is on: sheetno 1, batchcursor -1, the gate open, no ending in the caption.
+void stop_run(Program& program);
 
-/// One tick of the family's timer. A failure stops the run, with everything as the last finished sheet left it, and
-/// goes on to whoever tells the user.
-void batch_tick(Program& program, const SheetFamily& family);
-/// Finds the family of a timer that fell due, if it has one, and ticks it.
-void batch_tick(Program& program, const Control& timer, std::span<const SheetFamily> families);
+/// One tick of a timer that fell due. A failure stops the run, with everything as the last finished sheet left it, and
+/// goes on to whoever tells the user; so does a wish to stop it, and `comp` set True while it is on.
+void batch_tick(Program& program, const Control& timer, const TimerTable& table);
 
-/// What every finished sheet does: opens the gate for the next tick and counts.
+/// What every finished sheet does: opens the gate for the next tick, shows how many are left and counts.
 void close_sheet(Program& program);
+
+// Captions and pace, for every command that works through many files
+
+/// Sets the caption anew and takes the head of the coming captions from it.
+void set_run_title(Program& program);
+/// The same at the start of a command that runs to its end at once: its time of day goes to jobstart.
+void set_job_title(Program& program);
+void show_caption(Program& program, Text caption);
+/// The time of day, as captions show it.
+Text run_time(const Program& program);
+/// Seconds since the start of the run or job in hand, over midnight too.
+double seconds_elapsed(const Program& program);
 
 } // namespace tarvik

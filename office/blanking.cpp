@@ -1,6 +1,7 @@
 #include "office/blanking.h"
 
-#include "mainwindow/spreadsheet_task.h"
+#include "mainwindow/installation_files.h"
+#include "office/tasks.h"
 
 namespace tarvik {
 
@@ -10,8 +11,8 @@ struct Body {
     int first_row, last_row;
 };
 constexpr int last_column = 10;
+constexpr Body label_body{5, 500};
 constexpr Body docket_body{13, 1000};
-constexpr std::u32string_view docket_templates[] = {U"z2.xlsx", U"z3.xlsx", U"z5.xlsx", U"z6.xlsx"};
 
 void blank(Program& program, TextView name, const Body& body)
 {
@@ -21,15 +22,21 @@ void blank(Program& program, TextView name, const Body& body)
     if (known != program.blank_templates.end() && files.file_exists(path) && files.stamp(path) == known->second) return;
     SpreadsheetTask task(program, path);
     task.sheet().clear(body.first_row, body.last_row, 1, last_column);
-    task.finish(SpreadsheetTask::Changes::Save);
+    task.finish(Changes::Save);
     program.blank_templates[path] = files.stamp(path);
 }
 
 } // namespace
 
+void excelce(Program& program)
+{
+    blank(program, files::label_list, label_body);
+}
+
 void excelce2(Program& program)
 {
-    for (const auto name : docket_templates) blank(program, name, docket_body);
+    for (const auto name : {files::older_docket, files::older_long_docket, files::docket, files::long_docket})
+        blank(program, name, docket_body);
 }
 
 } // namespace tarvik

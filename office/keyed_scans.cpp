@@ -1,6 +1,6 @@
 #include "office/keyed_scans.h"
 
-#include "columns/column_query.h"
+#include "mainwindow/installation_files.h"
 
 namespace tarvik {
 
@@ -16,23 +16,51 @@ void load_report(Program& program, TextView path)
     else form1.RichTextBox2.set_content(PaneText(std::move(document)));
 }
 
-int scan_report(Program& program, TextView key, TextView name)
+int count(const ScanResult& scan)
 {
-    program.form1.RichTextBox3.set_text(U"\r\n");
-    load_report(program, installed(program, name));
-    return static_cast<int>(query1(program, key));
+    return static_cast<int>(scan.rows);
+}
+
+int count_in(Program& program, TextView key, std::u32string_view file)
+{
+    return count(scan_report(program, key, installed(program, file)));
 }
 
 } // namespace
 
+ScanResult checked_scan(Program& program, TextView key)
+{
+    const ScanResult scan = scan_document(program, key);
+    if (scan.outcome == ScanOutcome::TooMany)
+        throw Failure(U" 请注意：\r\n关键字“" + key + U"”的记录超过300000条，运行已经停止；请缩小源数据报表后重试。");
+    return scan;
+}
+
+ScanResult scan_report(Program& program, TextView key, TextView path)
+{
+    program.form1.RichTextBox3.set_text(U"\r\n");
+    if (!path.empty()) load_report(program, path);
+    return checked_scan(program, key);
+}
+
 int query2(Program& program, TextView key, bool all_devices)
 {
-    return scan_report(program, key, all_devices ? U"3139.txt" : U"3138.txt");
+    return count_in(program, key, all_devices ? files::report_3139 : files::report_3138);
 }
 
 int query3(Program& program, TextView key, bool return_orders)
 {
-    return scan_report(program, key, return_orders ? U"3137.txt" : U"保留.txt");
+    return count_in(program, key, return_orders ? files::report_3137 : files::report_kept);
+}
+
+int query5(Program& program, TextView key, bool in_report)
+{
+    return count(scan_report(program, key, in_report ? installed(program, files::report_3158) : Text()));
+}
+
+int query7(Program& program, TextView key, TextView path)
+{
+    return count(scan_report(program, key, path));
 }
 
 } // namespace tarvik

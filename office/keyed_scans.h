@@ -1,15 +1,21 @@
 #pragma once
 
-#include "mainwindow/mainwindow.h"
+#include "columns/column_query.h"
 
 /// Scans of the report files for one key. Each loads its file whole into the document pane, decoded once while the file
 /// stays the same, then takes the lines that hold the key as the rows of the table, and gives the number of rows. An
-/// empty file is told and the pane's present text is scanned; a missing one throws Failure.
+/// empty file is told and the pane's present text is scanned; a missing one throws Failure. More rows than a table
+/// holds throw Failure too, for a sheet could only be made of an earlier key's.
 namespace tarvik {
 
-/// True: 3139.txt, all devices. False: 3138.txt, the devices out of warranty.
-int query2(Program& program, TextView key, bool all_devices);
-/// True: 3137.txt, the return orders. False: 保留.txt.
-int query3(Program& program, TextView key, bool return_orders);
+/// query1() for whoever goes on with the table: throws Failure when there were too many rows.
+ScanResult checked_scan(Program& program, TextView key);
+/// The scan of any file, by its path; an empty path scans the pane's present text.
+ScanResult scan_report(Program& program, TextView key, TextView path);
+
+int query2(Program& program, TextView key, bool all_devices);   ///< 3139.txt, or 3138.txt
+int query3(Program& program, TextView key, bool return_orders); ///< 3137.txt, or 保留.txt
+int query5(Program& program, TextView key, bool in_report);     ///< 3158.txt, or the pane's present text
+int query7(Program& program, TextView key, TextView path);      ///< the file; an empty path scans the pane
 
 } // namespace tarvik

@@ -5,7 +5,6 @@ namespace tarvik {
 namespace {
 
 constexpr std::u32string_view forbidden = U"\\/:*?\"<>|";
-constexpr std::size_t longest_name = 240; // bytes; leaves room for an extension that is added later
 constexpr std::size_t longest_extension = 8;
 
 std::size_t utf8_size(char32_t character) noexcept
@@ -23,13 +22,26 @@ Text shortened(const Text& name)
     const std::size_t point = TextView(name).rfind(U'.');
     const bool has_extension = point != npos && point > 0 && name.size() - point <= longest_extension;
     const Text extension = has_extension ? name.substr(point) : Text();
-    std::size_t left = longest_name - utf8_size(extension);
-    std::size_t kept = 0;
-    while (kept < name.size() && utf8_size(name[kept]) <= left) left -= utf8_size(name[kept++]);
-    return name.substr(0, kept) + extension;
+    const TextView kept =
+        cut_to_bytes(TextView(name).substr(0, name.size() - extension.size()), longest_name - utf8_size(extension));
+    return kept.str() + extension;
 }
 
 } // namespace
+
+PathParts split_path(TextView path)
+{
+    std::size_t start = path.size();
+    while (start > 0 && path[start - 1] != U'\\' && path[start - 1] != U'/') --start;
+    return {path.substr(0, start), path.substr(start)};
+}
+
+TextView cut_to_bytes(TextView name, std::size_t room)
+{
+    std::size_t kept = 0;
+    while (kept < name.size() && utf8_size(name[kept]) <= room) room -= utf8_size(name[kept++]);
+    return name.substr(0, kept);
+}
 
 Text safe_name_part(TextView part)
 {

@@ -9,8 +9,20 @@ namespace tarvik {
 /// "_". Everything else stays, blanks and points at the end included; an empty part stays empty.
 Text safe_name_part(TextView part);
 
+/// A path divided behind its last separator, "\\" or "/".
+struct PathParts {
+    TextView folder; ///< with the separator; empty if there is none
+    TextView name;
+};
+PathParts split_path(TextView path);
+
+/// What a file system takes for one name, in bytes of UTF-8.
+inline constexpr std::size_t longest_name = 255;
+/// A name cut to `room` bytes at most; no character is cut through.
+TextView cut_to_bytes(TextView name, std::size_t room);
+
 /// A whole file or folder name, without its path: the same, and a name that would be empty, "." or ".." becomes "_". A
-/// name of more than 240 bytes in UTF-8 loses characters before its extension.
+/// name of more than 255 bytes loses characters before its extension.
 Text safe_file_name(TextView name);
 
 } // namespace tarvik

@@ -29,11 +29,6 @@ Value to_value(int number)
     return static_cast<double>(number);
 }
 template <typename Kind>
-Value to_value(const std::unique_ptr<Kind>& object)
-{
-    return ObjectValue{object != nullptr};
-}
-template <typename Kind>
 Value to_value(Kind* object)
 {
     return ObjectValue{object != nullptr};

@@ -1,6 +1,7 @@
 #include "playback/player_platform.h"
 
 #include "platform/failure.h"
+#include "platform/file_name.h"
 #include "playback/values.h"
 
 #include <utility>
@@ -8,17 +9,6 @@
 namespace tarvik {
 
 namespace fs = std::filesystem;
-
-namespace {
-
-TextView without_folder(TextView name)
-{
-    const std::size_t backslash = name.rfind(U'\\'), slash = name.rfind(U'/');
-    if (backslash != npos && (slash == npos || backslash > slash)) return name.substr(backslash + 1);
-    return slash == npos ? name : name.substr(slash + 1);
-}
-
-} // namespace
 
 void PlayerScreen::popup_menu()
 {
@@ -34,7 +24,7 @@ bool PlayerScreen::close_menu()
 void PlayerPrinter::print(const fs::path& file, TextView name)
 {
     if (!folder_) throw Failure(U"没有默认打印机，不能打印：" + name);
-    const TextView document = without_folder(name);
+    const TextView document = split_path(name).name;
     std::error_code error;
     fs::create_directories(*folder_, error);
     fs::copy_file(file, free_place(document), error);

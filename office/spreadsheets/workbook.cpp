@@ -1,18 +1,11 @@
 #include "office/spreadsheets/workbook.h"
 
 #include "office/packages/temporary_folder.h"
+#include "platform/file_name.h"
 
 namespace tarvik::ooxml {
 
 namespace {
-
-/// What follows the last separator of a path.
-TextView file_name(TextView path)
-{
-    std::size_t start = path.size();
-    while (start > 0 && path[start - 1] != U'\\' && path[start - 1] != U'/') --start;
-    return path.substr(start);
-}
 
 struct SaveTarget {
     Text path;
@@ -22,7 +15,7 @@ struct SaveTarget {
 /// The extension tells the format; behind any that is none of a workbook .xlsx is added.
 SaveTarget save_target(TextView path)
 {
-    const auto name = file_name(path);
+    const auto name = split_path(path).name;
     const auto point = name.rfind(U'.');
     const auto extension = point == npos ? Text() : lower(name.substr(point));
     if (extension == U".xlsm") return {path.str(), WorkbookFormat::WithMacros};
@@ -127,7 +120,7 @@ void OoxmlWorkbook::close(bool save_changes)
 
 void OoxmlWorkbook::print()
 {
-    const auto name = file_name(path_);
+    const auto name = split_path(path_).name;
     if (is_saved_) return printer_.print(files_.resolve(path_), name);
     const TemporaryFolder folder;
     const auto copy = folder.path() / to_utf8(name);

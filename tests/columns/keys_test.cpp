@@ -3,7 +3,6 @@
 #include "columns/notes.h"
 #include "columns/statistics.h"
 #include "columns/table.h"
-#include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
@@ -228,28 +227,6 @@ TEST(Limits, are_told_and_what_fits_is_kept)
     desk.open_text(U"a\r\nba\r\n" + half);
     EXPECT_EQ(query1(desk.program, U"a"), 2);
     EXPECT_EQ(desk.module1().sufrow.text(0), U"\tba\t");
-}
-
-TEST(Statistics, go_into_the_workbook_in_upper_case)
-{
-    RecordedOffice office;
-    Desk desk(&office);
-    int row = 5;
-    statistics(desk.program, 1, row, 3, 2);
-    EXPECT_TRUE(office.tasks.empty());
-    desk.make_table(U"ab\t|\r\nab\tx|\r\n1\t|\r\n");
-    statistics(desk.program, 1, row, 3, 2);
-    ASSERT_EQ(office.of(U"z1.xlsx").size(), 1U);
-    const RecordedTask task = office.of(U"z1.xlsx").front();
-    const std::map<std::pair<int, int>, CellValue> cells{
-        {{5, 3}, Text(U"AB")}, {{5, 5}, Text(U"2")}, {{6, 3}, Text(U"1")}, {{6, 5}, Text(U"1")}};
-    EXPECT_EQ(task.cells, cells);
-    EXPECT_TRUE(task.saved && task.quit && !task.visible);
-    EXPECT_EQ(std::make_pair(row, desk.form1().sheetrow), std::make_pair(7, 7));
-    EXPECT_EQ(desk.pane(), "\tab\t\t\t2\t\r\n\t1\t\t\t1\t\r\n\t合计:\t\t\t3\t\r\n");
-    office.failing = U"z1.xlsx";
-    EXPECT_THROW(statistics(desk.program, 1, row, 3, 2), Failure);
-    EXPECT_EQ(desk.form1().xlApp, nullptr);
 }
 
 TEST(Notes, are_kept_in_their_file)

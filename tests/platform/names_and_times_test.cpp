@@ -17,11 +17,11 @@ TEST(FileName, StaysInsideItsFolder)
 
 TEST(FileName, LongOnesAreCutBetweenCharacters)
 {
-    EXPECT_EQ(safe_file_name(Text(80, U'中')), Text(80, U'中'));
-    EXPECT_EQ(safe_file_name(Text(81, U'中')), Text(80, U'中'));
-    EXPECT_EQ(safe_file_name(U"ab" + Text(80, U'中')), U"ab" + Text(79, U'中'));
-    EXPECT_EQ(safe_file_name(Text(90, U'中') + U".xlsx"), Text(78, U'中') + U".xlsx");
-    EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(79, U'中'));
+    EXPECT_EQ(safe_file_name(Text(85, U'中')), Text(85, U'中'));
+    EXPECT_EQ(safe_file_name(Text(86, U'中')), Text(85, U'中'));
+    EXPECT_EQ(safe_file_name(U"ab" + Text(85, U'中')), U"ab" + Text(84, U'中'));
+    EXPECT_EQ(safe_file_name(Text(90, U'中') + U".xlsx"), Text(83, U'中') + U".xlsx");
+    EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(84, U'中'));
 }
 
 TEST(CalendarText, PadsAllButTheHour)

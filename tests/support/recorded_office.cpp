@@ -4,45 +4,166 @@ namespace tarvik::test {
 
 namespace {
 
-// Everything goes to the last task of the office: tasks never overlap.
-class RecordedWorkbook final : public Workbook, public Worksheet, public SpreadsheetApplication {
+Text text_of(const CellValue& value)
+{
+    if (const auto* number = std::get_if<double>(&value)) return number_text(*number);
+    return std::get<Text>(value);
+}
+
+class Counted {
 public:
-    explicit RecordedWorkbook(RecordedOffice& office) : office_(office) { office_.tasks.emplace_back(); }
+    explicit Counted(RecordedOffice& office) : office_(office)
+    {
+        office_.count();
+        ++office_.open_applications;
+    }
+    ~Counted() { --office_.open_applications; }
+    Counted(const Counted&) = delete;
+    Counted& operator=(const Counted&) = delete;
+
+protected:
+    void refuse(TextView path) const
+    {
+        office_.count();
+        if (!office_.failing.empty() && path.str().ends_with(office_.failing)) throw Failure(U"无法打开：" + path);
+    }
+    RecordedOffice& office_;
+};
+
+// Everything goes to the last task of the office: tasks never overlap.
+class RecordedWorkbook final : public Workbook, public Worksheet, public SpreadsheetApplication, Counted {
+public:
+    explicit RecordedWorkbook(RecordedOffice& office) : Counted(office) { office_.tasks.emplace_back(); }
 
     void set_visible(bool visible) override { task().visible = visible; }
     Workbook& open(TextView path) override
     {
-        task().opened = path.str();
-        if (!office_.failing.empty() && path.str().ends_with(office_.failing)) throw Failure(U"无法打开：" + path);
+        task().opened = path_ = path.str();
+        refuse(path);
+        cells_ = office_.files[path_];
         return *this;
     }
-    void quit() override { task().quit = true; }
-
-    int worksheet_count() const override { return 1; }
-    Worksheet& worksheet(int) override { return *this; }
-    void save_as(TextView path) override { task().saved_as = path.str(); }
-    void close(bool save_changes) override
+    void quit() override
     {
-        task().closed = true;
-        task().saved = save_changes;
+        office_.count();
+        task().quit = true;
     }
 
-    Text cell(int, int) const override { return {}; }
-    bool is_empty(int, int) const override { return true; }
-    void set_cell(int row, int column, const CellValue& value) override { task().cells[{row, column}] = value; }
-    int clear(int, int, int, int) override { return ++task().cleared; }
-    void print_out() override {}
+    int worksheet_count() const override { return 1; }
+    Worksheet& worksheet(int) override
+    {
+        office_.count();
+        return *this;
+    }
+    void save_as(TextView path) override
+    {
+        office_.count();
+        task().saved_as = path_ = path.str();
+        office_.files[path_] = cells_;
+    }
+    void close(bool save_changes) override
+    {
+        office_.count();
+        task().closed = true;
+        task().saved = save_changes;
+        if (save_changes) office_.files[path_] = cells_;
+    }
+
+    Text cell(int row, int column) const override
+    {
+        office_.count();
+        const auto found = cells_.find({row, column});
+        return found == cells_.end() ? Text() : text_of(found->second);
+    }
+    bool is_empty(int row, int column) const override { return cell(row, column).empty(); }
+    void set_cell(int row, int column, const CellValue& value) override
+    {
+        office_.count();
+        task().cells[{row, column}] = value;
+        cells_[{row, column}] = value;
+    }
+    int clear(int first_row, int last_row, int first_column, int last_column) override
+    {
+        office_.count();
+        ++task().cleared;
+        return static_cast<int>(std::erase_if(cells_, [&](const auto& cell) {
+            const auto [row, column] = cell.first;
+            return row >= first_row && row <= last_row && column >= first_column && column <= last_column;
+        }));
+    }
+    void print_out() override
+    {
+        office_.count();
+        ++task().printed;
+    }
 
 private:
-    RecordedTask& task() { return office_.tasks.back(); }
-    RecordedOffice& office_;
+    RecordedTask& task() const { return office_.tasks.back(); }
+    Text path_;
+    Cells cells_;
+};
+
+class RecordedTextDocument final : public TextDocument, public DocumentApplication, Counted {
+public:
+    explicit RecordedTextDocument(RecordedOffice& office) : Counted(office) { office_.documents.emplace_back(); }
+
+    void set_visible(bool) override {}
+    TextDocument& open(TextView path) override
+    {
+        task().opened = path.str();
+        refuse(path);
+        return *this;
+    }
+    void quit() override
+    {
+        office_.count();
+        task().quit = true;
+    }
+    void set_cell_text(int row, int column, TextView text) override
+    {
+        office_.count();
+        task().cells[{row, column}] = text.str();
+    }
+    void add_picture(int row, int column, TextView path) override
+    {
+        office_.count();
+        task().pictures[{row, column}] = path.str();
+    }
+    void save_as(TextView path) override
+    {
+        office_.count();
+        task().saved_as = path.str();
+    }
+    void print_out() override
+    {
+        office_.count();
+        ++task().printed;
+    }
+    void close() override
+    {
+        office_.count();
+        task().closed = true;
+    }
+
+private:
+    RecordedDocumentTask& task() const { return office_.documents.back(); }
 };
 
 } // namespace
 
+void RecordedOffice::count()
+{
+    if (++operations == fail_at) throw Failure(U"办公软件没有回应");
+}
+
 std::unique_ptr<SpreadsheetApplication> RecordedOffice::create_spreadsheet()
 {
     return std::make_unique<RecordedWorkbook>(*this);
+}
+
+std::unique_ptr<DocumentApplication> RecordedOffice::create_document()
+{
+    return std::make_unique<RecordedTextDocument>(*this);
 }
 
 std::vector<RecordedTask> RecordedOffice::of(TextView name) const

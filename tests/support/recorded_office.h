@@ -8,27 +8,46 @@
 
 namespace tarvik::test {
 
+using Cells = std::map<std::pair<int, int>, CellValue>;
+
 /// What was done to one workbook between opening and closing.
 struct RecordedTask {
     Text opened;
     bool visible = false;
-    std::map<std::pair<int, int>, CellValue> cells;
+    Cells cells; ///< written, the last value of each
     int cleared = 0;
     Text saved_as;
+    int printed = 0;
     bool closed = false, saved = false, quit = false;
 };
 
-/// A spreadsheet program that only keeps what it is asked to do. An opening whose path ends in `failing` throws.
+/// The same for a document.
+struct RecordedDocumentTask {
+    Text opened;
+    std::map<std::pair<int, int>, Text> cells, pictures;
+    Text saved_as;
+    int printed = 0;
+    bool closed = false, quit = false;
+};
+
+/// Office programs that keep what they are asked to do and, of workbooks with one sheet, what their files would hold.
+/// An opening whose path ends in `failing` throws, and so does the operation number `fail_at`, counting from 1.
 class RecordedOffice final : public OfficeEngines {
 public:
     std::vector<RecordedTask> tasks;
+    std::vector<RecordedDocumentTask> documents;
+    std::map<Text, Cells> files; ///< by the path as it was given; a path that nobody preset opens as an empty workbook
     Text failing;
+    int fail_at = 0, operations = 0;
+    int open_applications = 0;
 
     std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
-    std::unique_ptr<DocumentApplication> create_document() override { throw Failure(U"没有文字处理程序"); }
+    std::unique_ptr<DocumentApplication> create_document() override;
 
     /// The tasks whose file has this name, without folder.
     std::vector<RecordedTask> of(TextView name) const;
+    /// Counts an operation and throws when its turn has come.
+    void count();
 };
 
 } // namespace tarvik::test

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+/// A report design: it lives in the boxes of the designer's window, visible or not, and is kept in parameter files.
+namespace tarvik {
+
+/// Writes a parameter line into the boxes: the fields between asterisks, the query text first, the fifty boxes of
+/// Text1, the fifty of Text2, and behind the last asterisk the key column with whatever ends the line. The first
+/// character of a field is never taken for its end. Boxes that the line does not reach keep their text.
+void Opensesame(Form4& form4, TextView line);
+
+/// Loads a parameter file of the installation folder; an empty one leaves the boxes as they are. Gives false when there
+/// is no such file. Throws Failure when it cannot be read.
+bool load_design(Program& program, TextView file);
+
+/// The key column that the design names, 1 to 180. Throws Failure when the box holds no such number.
+int design_key_column(const Program& program);
+
+} // namespace tarvik

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/platform.h"
+
+#include <map>
+#include <vector>
+
+namespace tarvik {
+
+/// What is known of the report run in progress, or of the last one, beside the members of the main window: what a clerk
+/// asks when it is over.
+struct RunRecord {
+    CalendarTime started;
+    std::vector<Text> files{}; ///< saved, in their order, as the program names them
+    struct Passed {
+        Text key, reason;
+    };
+    std::vector<Passed> passed{};  ///< keys that made no sheet, and why
+    std::map<Text, Text> names{};  ///< the file that was given to each name that the sheets asked for
+    bool stop_wished = false;      ///< the run is to end before its next sheet
+    bool ahead_of_command = false; ///< text stood ahead of the command, so that sheets were not saved
+};
+
+} // namespace tarvik

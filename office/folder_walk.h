@@ -1,0 +1,28 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+#include <functional>
+
+/// Work on the files of a folder that the user picks by one of them.
+namespace tarvik {
+
+inline constexpr std::u32string_view workbook_filter = U"excel2010文件*.xlsx|*.xlsx|excel2007文件*.xls|*.xls";
+inline constexpr std::u32string_view any_file_filter = U"所有文件*.*|*.*";
+
+struct PickedFile {
+    Text folder; ///< with its closing separator
+    Text name;
+};
+
+/// Asks for a file. Nothing when the user cancels.
+std::optional<PickedFile> pick_file(Program& program, TextView filter);
+
+/// The names of a folder's files in their order, up to the first that holds "$".
+std::vector<Text> walked_names(const Program& program, TextView folder);
+
+/// Works on each of these files in turn. One that fails is passed over, and all that failed are told in one message
+/// when the others are done.
+void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
+
+} // namespace tarvik

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+namespace tarvik {
+
+/// Whether the command stands at the very beginning of the query box. With anything before it a run makes no new files.
+bool command_leads(const Program& program, TextView command);
+
+/// The name that a sheet asks for. All of its texts may come from reports.
+struct SheetName {
+    Text folder_text;        ///< loses its points; names the sheet's folder below outfolder and begins its name
+    std::vector<Text> parts; ///< each behind a "-"
+    Text ending = {};        ///< behind the parts
+    Text extension = U".xlsx";
+};
+
+/// The path of a sheet in its folder below outfolder, which is made if it is not there. Nothing leads out of outfolder;
+/// the name is cut to what a file system takes, in the folder text first, so that what tells sheets apart stays. Within
+/// a run, names that differ get files that differ: the second gets a number.
+Text sheet_path(Program& program, const SheetName& name);
+
+/// The same for a file that lies in outfolder itself and bears one name, made of a field or of another file's name. It
+/// leaves room for an extension that the saving may add.
+Text plain_sheet_path(Program& program, const Text& name);
+
+} // namespace tarvik

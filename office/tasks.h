@@ -1,0 +1,61 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+namespace tarvik {
+
+/// What becomes of an open file's changes when its task ends.
+enum class Changes { Save, Discard };
+
+/// One spreadsheet task: an application of its own with at most one open workbook. While it lasts the main window's
+/// members xlApp, xlBook and xlSheet show what it holds, and no second one can stand beside it. A task that is left
+/// without finish() closes its workbook unsaved and lets go of the application, so that a failure half-way leaves every
+/// file as it was. Every operation throws Failure with a text for the user.
+class SpreadsheetTask {
+public:
+    /// Creates the application, with nothing open.
+    explicit SpreadsheetTask(Program& program);
+    /// Creates it, opens the workbook and takes its first worksheet.
+    SpreadsheetTask(Program& program, TextView path, bool visible = false);
+    ~SpreadsheetTask();
+    SpreadsheetTask(const SpreadsheetTask&) = delete;
+    SpreadsheetTask& operator=(const SpreadsheetTask&) = delete;
+
+    void open(TextView path, bool visible = false);
+    Workbook& book() { return *program_.form1.xlBook; }
+    Worksheet& sheet() { return *program_.form1.xlSheet; }
+    /// Takes another worksheet of the workbook; `index` counts from 1.
+    Worksheet& take_sheet(int index);
+    /// Saves the workbook under another name, for which it then stands, and keeps the name for the run's report.
+    void save_as(TextView path);
+    /// Closes the workbook, if one is open, and quits the application.
+    void finish(Changes changes);
+
+private:
+    void release() noexcept;
+
+    Program& program_;
+    std::unique_ptr<SpreadsheetApplication> application_;
+};
+
+/// The same for a document, which members wdApp and wdDoc show.
+class DocumentTask {
+public:
+    DocumentTask(Program& program, TextView path);
+    ~DocumentTask();
+    DocumentTask(const DocumentTask&) = delete;
+    DocumentTask& operator=(const DocumentTask&) = delete;
+
+    TextDocument& document() { return *program_.form1.wdDoc; }
+    void save_as(TextView path);
+    /// Closes the document, which drops what was not saved, and quits the application.
+    void finish();
+
+private:
+    void release() noexcept;
+
+    Program& program_;
+    std::unique_ptr<DocumentApplication> application_;
+};
+
+} // namespace tarvik
