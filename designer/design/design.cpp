@@ -11,6 +11,7 @@ namespace {
 constexpr char32_t asterisk = U'*';
 constexpr int boxes = 50;
 constexpr int last_column = 180;
+constexpr double largest_number = 1e9; // far above every row, and an int holds it
 
 bool is_space(char32_t character)
 {
@@ -55,12 +56,19 @@ bool load_design(Program& program, TextView file)
     return true;
 }
 
+std::optional<int> design_number(const TextBox& box)
+{
+    const auto value = number(without_spaces(box.text()));
+    if (!value || *value != std::floor(*value) || std::abs(*value) > largest_number) return std::nullopt;
+    return static_cast<int>(*value);
+}
+
 int design_key_column(const Program& program)
 {
-    const auto column = number(without_spaces(program.form4.Text4.text()));
-    if (!column || *column < 1 || *column > last_column || *column != std::floor(*column))
+    const auto column = design_number(program.form4.Text4);
+    if (!column || *column < 1 || *column > last_column)
         throw Failure(U" 请注意：\r\n报表设计器“1”框（关键字段所在的列）应是1至180之间的整数，报表没有开始。");
-    return static_cast<int>(*column);
+    return *column;
 }
 
 } // namespace tarvik

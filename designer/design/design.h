@@ -14,6 +14,10 @@ void Opensesame(Form4& form4, TextView line);
 /// is no such file. Throws Failure when it cannot be read.
 bool load_design(Program& program, TextView file);
 
+/// The whole number in a box of the design, blanks and line ends around it aside; nothing when it is empty or holds
+/// anything else, which takes the row of the design out of use.
+std::optional<int> design_number(const TextBox& box);
+
 /// The key column that the design names, 1 to 180. Throws Failure when the box holds no such number.
 int design_key_column(const Program& program);
 
