@@ -103,6 +103,42 @@ TEST(BatchRunner, a_failure_stops_the_run_and_leaves_no_ending)
     EXPECT_EQ(form1.window.caption(), caption);
 }
 
+TEST(BatchRunner, stops_before_the_next_sheet_when_it_is_wished_or_the_other_table_is_chosen)
+{
+    TestProgram started;
+    Form1& form1 = started.form1();
+    begin(started, {U"a", U"b", U"c"});
+    batch_tick(started.program);
+    started.program.run.stop_wished = true;
+    batch_tick(started.program);
+    EXPECT_FALSE(run_in_progress(form1));
+    EXPECT_FALSE(started.program.run.stop_wished) << "the next run is another";
+    begin(started, {U"a", U"none"});
+    batch_tick(started.program);
+    batch_tick(started.program);
+    ASSERT_EQ(started.program.run.passed.size(), 1U);
+    EXPECT_EQ(started.program.run.passed[0].key, U"none");
+    form1.comp = true;
+    EXPECT_THROW(batch_tick(started.program), Failure);
+    EXPECT_FALSE(run_in_progress(form1));
+}
+
+TEST(BatchRunner, a_timer_may_go_its_own_way)
+{
+    TestProgram started;
+    Form1& form1 = started.form1();
+    static constexpr OwnTick own[] = {{&Form1::Timer9, [](Program& program) {
+                                           if (++program.form1.sheetno == 2) throw Failure(U"坏文件");
+                                       }}};
+    const TimerTable table{families, own};
+    form1.Timer9.set_enabled(true);
+    tarvik::batch_tick(started.program, form1.Timer9, table);
+    EXPECT_TRUE(form1.Timer9.enabled());
+    EXPECT_THROW(tarvik::batch_tick(started.program, form1.Timer9, table), Failure);
+    EXPECT_FALSE(form1.Timer9.enabled());
+    EXPECT_EQ(form1.sheetno, 1);
+}
+
 TEST(BatchRunner, a_run_across_midnight_counts_on)
 {
     TestProgram started;
@@ -112,6 +148,13 @@ TEST(BatchRunner, a_run_across_midnight_counts_on)
     started.clock.time = {2024, 3, 1, 0, 0, 3};
     batch_tick(started.program);
     EXPECT_NE(started.form1().window.caption().find(U"0:00:03→：5 秒。→：5 秒/张。"), Text::npos);
+
+    started.clock.time = {2024, 2, 28, 12, 0, 0};
+    begin(started, {});
+    batch_tick(started.program);
+    started.clock.time = {2024, 3, 1, 11, 59, 59};
+    batch_tick(started.program);
+    EXPECT_NE(started.form1().window.caption().find(U"→：172799 秒。"), Text::npos) << "two days but a second";
 }
 
 } // namespace
