@@ -37,7 +37,7 @@ private:
 } // namespace
 
 OoxmlEngines::OoxmlEngines(Files& files, Printer& printer)
-    : files_(files), printer_(printer), cache_(std::make_shared<ooxml::PackageCache>(files))
+    : files_(files), printer_(printer), cache_(std::make_shared<ooxml::PackageCache>(files)), documents_(files, printer)
 {
 }
 
@@ -46,11 +46,6 @@ OoxmlEngines::~OoxmlEngines() = default;
 std::unique_ptr<SpreadsheetApplication> OoxmlEngines::create_spreadsheet()
 {
     return std::make_unique<OoxmlSpreadsheet>(files_, printer_, cache_);
-}
-
-std::unique_ptr<DocumentApplication> OoxmlEngines::create_document()
-{
-    throw Failure(U"内置引擎不能处理 Word 文档。");
 }
 
 } // namespace tarvik

@@ -1,0 +1,77 @@
+#include "office/documents/first_table.h"
+
+#include "office/documents/elements.h"
+#include "office/packages/xml_part.h"
+
+#include <algorithm>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+/// A number of grid columns, held to what no table goes beyond.
+int grid_columns(pugi::xml_node element, int otherwise)
+{
+    constexpr double most = 16'383;
+    const auto value = value_of(element, "val");
+    return value.empty() ? otherwise : static_cast<int>(std::clamp(leading_number(from_utf8(value)), 0.0, most));
+}
+
+bool continues(pugi::xml_node merge)
+{
+    return merge && value_of(merge, "val") != "restart";
+}
+
+std::vector<TableCell> cells_of(pugi::xml_node row)
+{
+    std::vector<TableCell> cells;
+    int column = grid_columns(child_named(child_named(row, "trPr"), "gridBefore"), 0);
+    for (const auto node : nearest(row, "tc")) {
+        const auto properties = child_named(node, "tcPr");
+        const bool is_part = !cells.empty() && continues(child_named(properties, "hMerge"));
+        const int span = std::max(1, grid_columns(child_named(properties, "gridSpan"), 1));
+        if (is_part) {
+            cells.back().grid_span += span;
+        } else {
+            cells.push_back({node, column, span});
+        }
+        column += span;
+    }
+    return cells;
+}
+
+pugi::xml_node vertical_merge(pugi::xml_node cell)
+{
+    return child_named(child_named(cell, "tcPr"), "vMerge");
+}
+
+bool is_covered(const TableCell& cell, pugi::xml_node row_above)
+{
+    if (!row_above || !continues(vertical_merge(cell.node))) return false;
+    const auto above = cells_of(row_above);
+    return std::any_of(above.begin(), above.end(), [&](const TableCell& one) {
+        return one.grid_column == cell.grid_column && vertical_merge(one.node);
+    });
+}
+
+} // namespace
+
+TableCell cell_of_first_table(pugi::xml_node document, int row, int column)
+{
+    const auto tables = nearest(child_named(document, "body"), "tbl", {"p"});
+    if (tables.empty()) throw Damage(U"文档里没有表格。");
+    const auto place = U"第 " + number_text(row) + U" 行第 " + number_text(column) + U" 列";
+    const Damage missing(U"文档的第一个表格没有" + place + U"的单元格。");
+    const auto rows = nearest(tables.front(), "tr");
+    if (row < 1 || row > static_cast<int>(rows.size())) throw missing;
+    const auto index = static_cast<std::size_t>(row - 1);
+    const auto cells = cells_of(rows[index]);
+    if (column < 1 || column > static_cast<int>(cells.size())) throw missing;
+    const auto& cell = cells[static_cast<std::size_t>(column - 1)];
+    if (is_covered(cell, index == 0 ? pugi::xml_node() : rows[index - 1])) {
+        throw Damage(U"文档的第一个表格里，" + place + U"的单元格已并入上方的单元格。");
+    }
+    return cell;
+}
+
+} // namespace tarvik::ooxml

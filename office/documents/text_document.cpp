@@ -1,0 +1,83 @@
+#include "office/documents/text_document.h"
+
+#include "office/packages/temporary_folder.h"
+
+namespace tarvik::ooxml {
+
+namespace {
+
+constexpr std::uint64_t largest_picture_file = 64U << 20U;
+
+/// What follows the last separator of a path.
+TextView file_name(TextView path)
+{
+    std::size_t start = path.size();
+    while (start > 0 && path[start - 1] != U'\\' && path[start - 1] != U'/') --start;
+    return path.substr(start);
+}
+
+} // namespace
+
+OoxmlTextDocument::OoxmlTextDocument(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package)
+    : files_(files), printer_(printer), path_(std::move(path)),
+      model_(naming_file(U"文档", path_, [&] { return std::make_unique<DocumentModel>(std::move(package)); }))
+{
+}
+
+OoxmlTextDocument::~OoxmlTextDocument() = default;
+
+DocumentModel& OoxmlTextDocument::model() const
+{
+    if (!model_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
+    return *model_;
+}
+
+void OoxmlTextDocument::set_cell_text(int row, int column, TextView text)
+{
+    naming_file(U"文档", path_, [&] { model().set_cell_text(row, column, text); });
+    is_saved_ = false;
+}
+
+void OoxmlTextDocument::add_picture(int row, int column, TextView path)
+{
+    auto& document = model();
+    if (files_.stamp(path).size > largest_picture_file) {
+        throw Failure(U"无法处理图片“" + path.str() + U"”：文件过大。");
+    }
+    auto contents = files_.read(path);
+    const auto picture = naming_file(U"图片", path, [&] { return read_picture(contents); });
+    naming_file(U"文档", path_,
+                [&] { document.add_picture(row, column, picture, std::move(contents), file_name(path)); });
+    is_saved_ = false;
+}
+
+const std::string& OoxmlTextDocument::packed() const
+{
+    return naming_file(U"文档", path_, [this]() -> const std::string& { return model().pack(); });
+}
+
+void OoxmlTextDocument::save_as(TextView path)
+{
+    files_.replace(path, packed());
+    path_ = path.str();
+    is_saved_ = true;
+}
+
+void OoxmlTextDocument::print_out()
+{
+    const auto name = file_name(path_);
+    if (is_saved_) return printer_.print(files_.resolve(path_), name);
+    const TemporaryFolder folder;
+    const auto copy = folder.path() / to_utf8(name);
+    const auto file = files_.open_for_output(from_utf8(copy.string()));
+    file->write(packed());
+    file->close();
+    printer_.print(copy, name);
+}
+
+void OoxmlTextDocument::close()
+{
+    model_.reset();
+}
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "office/documents/engine.h"
+#include "platform/failure.h"
+#include "tests/office/documents/document_parts.h"
+#include "tests/support/test_program.h"
+
+namespace tarvik::test {
+
+/// An engine over a temporary folder, and a document "t.doc" in it.
+struct DocumentFile {
+    TemporaryFolder folder;
+    DiskFiles files{folder.path()};
+    RecordedPrinter printer;
+    OoxmlDocuments engine{files, printer};
+    std::unique_ptr<DocumentApplication> application = engine.create();
+
+    explicit DocumentFile(const Parts& parts) : DocumentFile(make_package(parts)) {}
+    explicit DocumentFile(const std::string& package) { folder.write("t.doc", package); }
+
+    TextDocument& open(TextView name = U"t.doc") { return application->open(name); }
+    /// Opens the document, does the work, saves it as "neu.doc", and gives the document's part.
+    template <typename Work>
+    std::string document_after(Work&& work)
+    {
+        auto& document = open();
+        work(document);
+        document.save_as(U"neu.doc");
+        return part_of(folder.read("neu.doc"), main_part);
+    }
+    /// The document's part when the text of one cell was replaced.
+    std::string document_with(int row, int column, TextView text)
+    {
+        return document_after([&](TextDocument& document) { document.set_cell_text(row, column, text); });
+    }
+};
+
+/// What the user reads of the failure of this work.
+template <typename Work>
+std::string failure_of(Work&& work)
+{
+    try {
+        work();
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+    return "no failure";
+}
+
+} // namespace tarvik::test

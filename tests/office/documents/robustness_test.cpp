@@ -1,0 +1,128 @@
+#include "office/documents/document_model.h"
+#include "tests/office/documents/document_file.h"
+
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+namespace {
+
+std::string failure_of_opening(const std::string& bytes)
+{
+    DocumentFile file(bytes);
+    const auto told = failure_of([&] { file.open().set_cell_text(1, 1, U"新"); });
+    EXPECT_EQ(file.folder.read("t.doc"), bytes);
+    const std::string beginning = "无法处理文档“t.doc”：";
+    return told.starts_with(beginning) ? told.substr(beginning.size()) : told;
+}
+
+std::string in_utf16(const std::string& text)
+{
+    std::string wide;
+    for (const char c : text) wide.append({c, '\0'});
+    return wide;
+}
+
+std::string nested(int depth, const std::string& name, const std::string& contents)
+{
+    std::string all;
+    for (int i = 0; i < depth; ++i) all += "<" + name + ">";
+    all += contents;
+    for (int i = 0; i < depth; ++i) all += "</" + name + ">";
+    return all;
+}
+
+} // namespace
+
+TEST(BadDocument, is_a_failure_that_tells_file_and_reason)
+{
+    const std::string ole = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
+    const auto package = make_package(document_parts(plain_table(1, 1)));
+    const auto changed = [](const std::string& part, const std::string& from, const std::string& to) {
+        auto parts = document_parts(plain_table(1, 1));
+        edit_part(parts, part, from, to);
+        return make_package(parts);
+    };
+    struct Case {
+        std::string bytes;
+        std::string reason;
+    };
+    const Case cases[] = {
+        {"", "文件是空的。"},
+        {"客户\t1\r\n", "文件不是 .xlsx、.docx 一类的文件。"},
+        {ole + in_utf16("EncryptedPackage"), "文件设有打开密码，请先去掉密码。"},
+        {ole + in_utf16("WordDocument"), "这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。"},
+        {ole + in_utf16("Something"), "文件不是 .xlsx、.docx 一类的文件。"},
+        {package.substr(0, package.size() / 2), "文件已损坏或不完整。"},
+        {changed("[Content_Types].xml", "wordprocessingml.document", "spreadsheetml.sheet"), "文件不是 Word 文档。"},
+        {changed("_rels/.rels", "officeDocument\"", "other\""), "文件不是 Word 文档。"},
+        {changed("_rels/.rels", "document.xml", "fehlt.xml"), "文件不是 Word 文档。"},
+        {changed(main_part, "</w:tbl>", ""), "部件“word/document.xml”已损坏。"},
+        {changed(main_part, "w:document ", "w:documents "), "部件“word/document.xml”已损坏。"},
+        {make_package(document_parts(paragraph("a"))), "文档里没有表格。"},
+        {make_package(document_parts(table(""))), "文档的第一个表格没有第 1 行第 1 列的单元格。"},
+        {make_package(document_parts(table(row(cell(nested(200'000, "w:sdt", "")))))), "部件里的元素嵌套过深。"},
+    };
+    for (const auto& one : cases) EXPECT_EQ(failure_of_opening(one.bytes), one.reason);
+    DocumentFile file(package);
+    EXPECT_NE(failure_of([&] { file.open(U"fehlt.doc"); }), "no failure");
+}
+
+TEST(BadDocument, finds_its_table_in_whatever_depth)
+{
+    DocumentFile file(document_parts(nested(200'000, "w:sdt", plain_table(1, 1))));
+    EXPECT_EQ(texts_of(file.document_with(1, 1, U"新")), std::vector<std::string>{"新"});
+}
+
+TEST(BadDocument, whatever_bytes_it_has_it_opens_or_fails)
+{
+    std::mt19937 random(20'240'302);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    const auto spoil = [&](std::string& bytes) {
+        const std::string marks = "<>/\"'&;=:!? wrptcx019\r\n";
+        for (auto count = below(4) + 1; count > 0 && !bytes.empty(); --count) {
+            const auto at = below(bytes.size());
+            switch (below(4)) {
+            case 0: bytes[at] = static_cast<char>(below(256)); break;
+            case 1: bytes[at] = marks[below(marks.size())]; break;
+            case 2: bytes.erase(at, below(40)); break;
+            default: bytes.insert(at, bytes.substr(below(bytes.size()), below(40)));
+            }
+        }
+    };
+    int opened = 0;
+    int with_picture = 0;
+    for (int round = 0; round < 600; ++round) {
+        auto parts = document_parts("<w:p><w:r><w:drawing><wp:docPr id=\"1\"/></w:drawing></w:r></w:p>" +
+                                    plain_table(2, 2) + "<w:sectPr><w:pgSz w:w=\"9\" w:h='8'/></w:sectPr>");
+        auto picture = round % 4 < 2 ? jpeg(9, 9, {0, 6}) : png(9, 9, 99);
+        // A third of them get damaged contents in a sound package, a third a damaged package, a third a damaged
+        // picture.
+        if (round % 3 == 0) spoil(parts[below(4)].second);
+        auto bytes = make_package(parts);
+        if (round % 3 == 1) spoil(bytes);
+        if (round % 3 == 2) spoil(picture);
+        try {
+            ooxml::naming_file(U"文档", U"t.doc", [&] {
+                ooxml::DocumentModel model(std::make_shared<ooxml::Package>(bytes));
+                model.set_cell_text(1, 1, U"一\r\n二");
+                model.set_cell_text(2, 2, U"");
+                ooxml::DocumentModel again(std::make_shared<ooxml::Package>(model.pack()));
+                ++opened;
+                model.add_picture(1, 2, ooxml::read_picture(picture), picture, U"p.jpg");
+                ooxml::DocumentModel third(std::make_shared<ooxml::Package>(model.pack()));
+                ++with_picture;
+            });
+        } catch (const Failure&) {
+            continue;
+        }
+    }
+
+    EXPECT_GT(with_picture, 50);
+    EXPECT_GT(opened, with_picture + 30);
+    EXPECT_LT(opened, 550);
+}
+
+} // namespace tarvik::test
