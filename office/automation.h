@@ -21,6 +21,15 @@ public:
     /// The cell's value as text: a number as its shortest text, a date as its serial number, a formula as its cached
     /// result, a logical value as "True" or "False", an error as its code. An empty cell gives the empty text.
     virtual Text cell(int row, int column) const = 0;
+    /// The same value as set_cell() takes it to keep what it is: a number, date or serial number as a number, anything
+    /// else as text. An engine that does not tell the two apart takes for a number what reads as one and is written as
+    /// one: "00123" is none.
+    virtual CellValue value(int row, int column) const
+    {
+        Text text = cell(row, column);
+        const auto held = number(text);
+        return held && number_text(*held) == text ? CellValue(*held) : CellValue(std::move(text));
+    }
     /// Whether the cell holds neither value nor formula. A formula cell is never empty.
     virtual bool is_empty(int row, int column) const = 0;
     /// Replaces the cell's value and formula; its format stays. The empty text empties it. In a merged range a text for

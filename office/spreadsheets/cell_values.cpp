@@ -95,6 +95,14 @@ Text CellValues::text(pugi::xml_node cell) const
     return number_or_as_written(written);
 }
 
+std::optional<double> CellValues::number(pugi::xml_node cell) const
+{
+    const auto type = attribute_text(cell, "t");
+    const auto written = without_blanks(element_text(child_named(cell, "v")));
+    if (type == "d") return serial_number(written, counts_from_1904_);
+    return type.empty() || type == "n" ? parsed<double>(written) : std::nullopt;
+}
+
 bool CellValues::is_empty(pugi::xml_node cell) const
 {
     return !cell.first_child() || (!child_named(cell, "f") && text(cell).empty());

@@ -3,6 +3,7 @@
 #include "office/spreadsheets/shared_strings.h"
 
 #include <memory>
+#include <optional>
 
 #include <pugixml.hpp>
 
@@ -19,6 +20,8 @@ public:
 
     /// The value as text; of a formula its cached result.
     Text text(pugi::xml_node cell) const;
+    /// The number of a cell that holds one; of a formula its cached result.
+    std::optional<double> number(pugi::xml_node cell) const;
     /// Whether there is neither a formula nor a value in it.
     bool is_empty(pugi::xml_node cell) const;
     /// Takes formula and value away; the format stays.

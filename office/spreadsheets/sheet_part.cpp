@@ -32,6 +32,13 @@ Text SheetPart::text(Place place) const
     return cell ? values_.text(cell) : Text();
 }
 
+std::optional<double> SheetPart::number(Place place) const
+{
+    check(place);
+    const auto cell = cells_.find(place);
+    return cell ? values_.number(cell) : std::nullopt;
+}
+
 bool SheetPart::is_empty(Place place) const
 {
     check(place);

@@ -20,6 +20,7 @@ public:
     SheetPart& operator=(const SheetPart&) = delete;
 
     Text text(Place place) const;
+    std::optional<double> number(Place place) const;
     bool is_empty(Place place) const;
     // Both tell whether anything was changed.
     bool write(Place place, TextView text);

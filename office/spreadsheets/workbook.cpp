@@ -43,6 +43,12 @@ public:
         return naming([&] { return part_.text({row, column}); });
     }
 
+    CellValue value(int row, int column) const override
+    {
+        if (const auto number = naming([&] { return part_.number({row, column}); })) return *number;
+        return cell(row, column);
+    }
+
     bool is_empty(int row, int column) const override
     {
         return naming([&] { return part_.is_empty({row, column}); });
