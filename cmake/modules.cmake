@@ -26,6 +26,21 @@ function(tarvik_module name)
   target_link_libraries(${name} PUBLIC tarvik_options ${MODULE_NEEDS})
 endfunction()
 
+# The rule table of the repair department becomes a part of the program, by a small program that checks it first.
+function(tarvik_rule_tables)
+  set(rules ${PROJECT_SOURCE_DIR}/repair_rules/rules.txt)
+  set(source ${CMAKE_BINARY_DIR}/repair_rules/tables.cpp)
+  add_executable(compile_rules ${PROJECT_SOURCE_DIR}/repair_rules/compiler/main.cpp)
+  target_link_libraries(compile_rules PRIVATE rule_compiler)
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/repair_rules)
+  add_custom_command(
+    OUTPUT ${source}
+    COMMAND compile_rules ${rules} ${source}
+    DEPENDS ${rules} compile_rules
+    VERBATIM)
+  target_sources(repair_rules PRIVATE ${source})
+endfunction()
+
 # What lies beside the programs: build/installation/ holds the programs and a copy of installation/. Files that the
 # program changes there (templates, scratch files) are only laid anew when their original changes.
 function(tarvik_installation)

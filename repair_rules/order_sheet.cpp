@@ -1,0 +1,38 @@
+#include "repair_rules/rule_engine.h"
+#include "repair_rules/sheets.h"
+
+namespace tarvik::repair_rules {
+
+namespace {
+
+constexpr std::size_t fault_field = 13, repair_field = 14, charge_field = 16;
+
+} // namespace
+
+int last_line(const Worksheet& sheet)
+{
+    int row = last_row_looked_at;
+    while (row > 1 && sheet.is_empty(row, number_column)) --row;
+    return row;
+}
+
+bool enter_orders(Worksheet& sheet, const Records& records)
+{
+    bool found = false;
+    const int last = last_line(sheet);
+    for (int row = first_line; row <= last; ++row) {
+        SheetLine line(sheet, row);
+        for (const std::size_t record : records.with_number(sheet.cell(row, number_column))) {
+            found = true;
+            const auto fault = records.field(record, fault_field);
+            const auto repair = records.field(record, repair_field);
+            if (!fault.empty() && !repair.empty())
+                enter_record(line, {fault, repair, records.field(record, charge_field)});
+        }
+        finish_line(line);
+        line.write(sheet, row);
+    }
+    return found;
+}
+
+} // namespace tarvik::repair_rules

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "mainwindow/text_arrays.h"
+
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+namespace tarvik::repair_rules {
+
+/// The records of the open report, rows 0 to count - 1 of a table, by their repair number. Numbers are the same when
+/// their values are: 00123 is 123.
+class Records {
+public:
+    /// `table` must outlive this.
+    Records(const Table& table, std::size_t count, std::size_t number_column);
+
+    /// The rows of the records with that number, in order. A text that is no number has none, nor has 0.
+    std::span<const std::size_t> with_number(TextView number) const;
+    TextView field(std::size_t row, std::size_t column) const { return table_.cell(row, column); }
+
+private:
+    const Table& table_;
+    std::unordered_map<double, std::vector<std::size_t>> rows_;
+};
+
+} // namespace tarvik::repair_rules

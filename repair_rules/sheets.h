@@ -1,0 +1,30 @@
+#pragma once
+
+#include "office/automation.h"
+#include "repair_rules/records.h"
+
+/// Brings the records into a sheet of the department: one device a line from row 12 on, its repair number in column 1
+/// and its model in column 2. The lines end with the last filled cell of column 1 in the first 1000 rows. Each function
+/// gives whether a line has met a record, an incomplete one included.
+namespace tarvik::repair_rules {
+
+inline constexpr int first_line = 12;
+inline constexpr int last_row_looked_at = 1000;
+
+/// Columns of the report that `An order` reads.
+inline constexpr std::size_t order_number_field = 4;
+/// Columns of the report that `An prices` reads.
+inline constexpr std::size_t price_number_field = 2;
+
+/// The row of the last line; 1 if there is none.
+int last_line(const Worksheet& sheet);
+
+/// Fault and repair texts, and what the rules make of them.
+bool enter_orders(Worksheet& sheet, const Records& records);
+
+/// Eight values of a line's first record, copied. Each further record gets a line of its own below, with two of them:
+/// the latest stands first. What stands below moves down, columns 1 to the last filled one of row 12; a row that the
+/// lines would run over on their way down moves on as well, so none is lost.
+bool enter_prices(Worksheet& sheet, const Records& records);
+
+} // namespace tarvik::repair_rules

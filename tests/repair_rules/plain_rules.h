@@ -1,0 +1,48 @@
+#pragma once
+
+#include "office/automation.h"
+
+#include <map>
+#include <vector>
+
+/// What `An order` and `An prices` do to a sheet, written out step by step: each rule a statement, each line compared
+/// with each record, each cell read and written where it stands. The tests hold the program against it.
+namespace tarvik::test {
+
+/// The filled cells of a sheet by row and column.
+using Grid = std::map<std::pair<int, int>, CellValue>;
+/// The fields of a record, from 1 on.
+using PlainRecord = std::vector<Text>;
+
+struct PlainHit {
+    Text code;
+    double quantity;
+    friend bool operator==(const PlainHit&, const PlainHit&) = default;
+};
+
+/// The rules that fire, in order.
+std::vector<PlainHit> plain_update_hits(const Text& model, const Text& repairs);
+std::vector<PlainHit> plain_first_hits(const Text& model, const Text& repairs);
+
+/// Both give whether a line has met a record. enter_prices holds as long as no line leaves the first 2 x L rows.
+bool plain_order(Grid& sheet, const std::vector<PlainRecord>& records);
+bool plain_prices(Grid& sheet, const std::vector<PlainRecord>& records);
+
+/// The sheet with only its cells: what the program works on in place of a workbook.
+class GridSheet final : public Worksheet {
+public:
+    explicit GridSheet(Grid cells) : cells_(std::move(cells)) {}
+    const Grid& cells() const { return cells_; }
+
+    Text cell(int row, int column) const override;
+    CellValue value(int row, int column) const override;
+    bool is_empty(int row, int column) const override { return !cells_.contains({row, column}); }
+    void set_cell(int row, int column, const CellValue& value) override;
+    int clear(int, int, int, int) override { return 0; }
+    void print_out() override {}
+
+private:
+    Grid cells_;
+};
+
+} // namespace tarvik::test

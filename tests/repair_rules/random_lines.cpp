@@ -1,0 +1,85 @@
+#include "tests/repair_rules/random_lines.h"
+
+#include "repair_rules/rules.h"
+
+namespace tarvik::test {
+
+using namespace repair_rules;
+
+RandomLines::RandomLines(unsigned seed) : chance_(seed)
+{
+    const auto take = [](std::vector<Text>& pieces, std::u32string_view piece) {
+        if (!piece.empty()) pieces.emplace_back(piece);
+    };
+    for (const Chain& chain : {update_chain(), first_entry_chain()}) {
+        for (const Condition& group : chain.groups)
+            for (const auto text : group.all_of)
+                for (int weight = 0; weight < 12; ++weight) take(models_, text);
+        for (const Rule& rule : chain.rules) {
+            for (const auto text : rule.model.all_of) take(models_, text);
+            take(words_, rule.repair_word);
+        }
+    }
+    for (const LineRule& rule : line_rules())
+        for (const auto text : rule.any_of) take(rule.column == 2 ? models_ : words_, text);
+}
+
+Text RandomLines::joined(const std::vector<Text>& pieces, int most)
+{
+    Text text;
+    for (int count = below(most) + 1; count > 0; --count)
+        text += pieces[static_cast<std::size_t>(below(static_cast<int>(pieces.size())))];
+    return text;
+}
+
+// Some as numbers, some with zeros ahead, some no number at all.
+CellValue RandomLines::repair_number(int line)
+{
+    switch (below(6)) {
+    case 0: return U"00" + number_text(line);
+    case 1: return U"RMA" + number_text(line);
+    case 2: return U" " + number_text(line) + U".0 ";
+    default: return static_cast<double>(line);
+    }
+}
+
+Grid RandomLines::sheet(int lines, int width)
+{
+    Grid sheet;
+    const auto set = [&](int row, int column, const CellValue& value) {
+        if (value != CellValue()) sheet[{row, column}] = value;
+    };
+    set(3, 1, 5.0);
+    for (int line = 0; line < lines; ++line) {
+        const int row = 12 + line;
+        if (!one_in(12)) set(row, 1, repair_number(line));
+        set(row, 2, model());
+        set(row, 3, U"说明" + number_text(line));
+        if (!one_in(4)) continue;
+        for (int column = 5; column <= width; ++column)
+            if (one_in(3)) {
+                const bool is_text = column < 8 || column > 12;
+                set(row, column, is_text ? CellValue(repairs()) : static_cast<double>(below(90)));
+            }
+    }
+    if (width > 12) set(12, width, U"备注");
+    return sheet;
+}
+
+std::vector<PlainRecord> RandomLines::records(int count, int lines)
+{
+    std::vector<PlainRecord> records;
+    for (int number = 0; number < count; ++number) {
+        PlainRecord record(17, Text());
+        for (Text& field : record)
+            if (!one_in(8)) field = lower(repairs());
+        record[2] = record[4] = number_text(below(lines + 5));
+        if (one_in(5)) record[2] = record[4] = U"0" + record[2] + U".";
+        if (!one_in(6)) record[14] = repairs();
+        record[16] = one_in(5) ? Text() : number_text(below(20000) / 100.0);
+        records.push_back(std::move(record));
+    }
+    return records;
+}
+
+} // namespace tarvik::test

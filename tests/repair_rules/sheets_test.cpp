@@ -1,0 +1,189 @@
+#include "repair_rules/sheets.h"
+
+#include "tests/office/spreadsheets/workbook_file.h"
+#include "tests/repair_rules/random_lines.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::repair_rules {
+namespace {
+
+using test::Grid;
+using test::GridSheet;
+using test::PlainRecord;
+using test::RandomLines;
+
+Table table_of(const std::vector<PlainRecord>& records)
+{
+    Table table;
+    for (std::size_t row = 0; row < records.size(); ++row)
+        for (std::size_t column = 1; column < records[row].size(); ++column)
+            table.set_cell(row, column, records[row][column]);
+    return table;
+}
+
+/// A command's work on a sheet, and the plain way to do it.
+struct Work {
+    bool (*enter)(Worksheet&, const Records&);
+    std::size_t number_field;
+    bool (*plain)(Grid&, const std::vector<PlainRecord>&);
+};
+constexpr Work order{enter_orders, order_number_field, test::plain_order};
+constexpr Work prices{enter_prices, price_number_field, test::plain_prices};
+
+bool enter(const Work& work, Worksheet& sheet, const std::vector<PlainRecord>& records)
+{
+    const Table table = table_of(records);
+    return work.enter(sheet, Records(table, records.size(), work.number_field));
+}
+
+std::string shown(const Grid& grid)
+{
+    Text text;
+    for (const auto& [place, value] : grid) {
+        const double* held = std::get_if<double>(&value);
+        text += number_text(place.first) + U"," + number_text(place.second) + (held ? U"=" : U":") +
+                (held ? number_text(*held) : std::get<Text>(value)) + U"\n";
+    }
+    return to_utf8(text);
+}
+
+PlainRecord price(TextView number, TextView first, TextView second = U"x")
+{
+    PlainRecord record(17, Text());
+    record[2] = number.str();
+    record[6] = first.str();
+    record[7] = second.str();
+    return record;
+}
+
+Grid prices_in(const Grid& before, const std::vector<PlainRecord>& records)
+{
+    GridSheet sheet(before);
+    EXPECT_TRUE(enter(prices, sheet, records));
+    return sheet.cells();
+}
+
+TEST(Sheets, random_sheets_become_what_the_plain_loops_make_of_them)
+{
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        RandomLines random(seed);
+        const int lines = 13 + random.below(20);
+        const int width = 4 + random.below(16);
+        const Grid before = random.sheet(lines, width);
+        const auto records = random.records(random.below(lines), lines);
+        for (const Work& work : {order, prices}) {
+            GridSheet sheet(before);
+            Grid plain = before;
+            ASSERT_EQ(enter(work, sheet, records), work.plain(plain, records)) << seed;
+            ASSERT_EQ(shown(sheet.cells()), shown(plain)) << seed;
+        }
+    }
+}
+
+TEST(Sheets, whole_workbooks_hold_the_same_cells_after_saving)
+{
+    for (unsigned seed = 0; seed < 6; ++seed) {
+        RandomLines random(seed);
+        Grid before = random.sheet(120, 14);
+        const auto records = random.records(100, 120);
+        test::WorkbookFile file(test::simple_parts(""));
+        Workbook& made = file.open();
+        for (const auto& [place, value] : before) made.worksheet(1).set_cell(place.first, place.second, value);
+        made.close(true);
+        for (const Work& work : {order, prices}) {
+            Workbook& book = file.open();
+            const bool found = enter(work, book.worksheet(1), records);
+            book.save_as(U"A.xlsx");
+            book.close(true);
+            Grid plain = before;
+            EXPECT_EQ(found, work.plain(plain, records));
+            Worksheet& sheet = file.open(U"A.xlsx").worksheet(1);
+            Grid saved;
+            for (int row = 1; row <= 300; ++row)
+                for (int column = 1; column <= 30; ++column)
+                    if (!sheet.is_empty(row, column)) saved[{row, column}] = sheet.value(row, column);
+            EXPECT_EQ(shown(saved), shown(plain)) << seed;
+            file.application = file.engines.create_spreadsheet();
+        }
+    }
+}
+
+TEST(Sheets, numbers_meet_by_value_and_other_texts_never)
+{
+    const Grid before{{{12, 1}, U"00123"}, {{13, 1}, 0.0},   {{14, 1}, U"甲"},
+                      {{15, 1}, 1230.0},   {{11, 1}, 123.0}, {{16, 1}, U" +1.23e2 "}};
+    PlainRecord record(17, Text());
+    record[13] = U"甲";
+    record[14] = U"乙";
+    std::vector<PlainRecord> records;
+    for (const TextView number : {U"123", U"0", U"甲", U""}) {
+        record[4] = number.str();
+        records.push_back(record);
+    }
+    GridSheet sheet(before);
+    EXPECT_TRUE(enter(order, sheet, records));
+    Grid expected = before;
+    for (const int row : {12, 16}) {
+        expected[{row, 5}] = U"|甲";
+        expected[{row, 6}] = U"|乙";
+        expected[{row, 7}] = U"|";
+    }
+    EXPECT_EQ(shown(sheet.cells()), shown(expected));
+    // An incomplete record is met and writes nothing; a number that nobody has is not met.
+    record[4] = U"123";
+    record[14] = Text();
+    GridSheet incomplete(before);
+    EXPECT_TRUE(enter(order, incomplete, {record}));
+    record[4] = U"124";
+    EXPECT_FALSE(enter(order, incomplete, {record}));
+    EXPECT_EQ(shown(incomplete.cells()), shown(before));
+}
+
+TEST(Sheets, lines_below_row_1000_do_not_count)
+{
+    Grid before{{{12, 1}, 1.0}, {{1000, 1}, 2.0}, {{1000, 2}, U"监控"}, {{1001, 1}, 3.0}, {{1001, 2}, U"监控"}};
+    GridSheet orders(before);
+    EXPECT_FALSE(enter(order, orders, {}));
+    EXPECT_FALSE(orders.is_empty(1000, 12));
+    EXPECT_TRUE(orders.is_empty(1001, 12));
+    GridSheet last(before);
+    EXPECT_FALSE(enter(prices, last, {price(U"3", U"p")}));
+    EXPECT_TRUE(enter(prices, last, {price(U"2", U"p")}));
+    EXPECT_EQ(to_utf8(last.cell(1000, 5)), "p");
+}
+
+TEST(Sheets, the_latest_of_several_records_stands_first_and_nothing_is_lost_beyond_the_room)
+{
+    // Two lines, so the room ends with row 26; below it a closing remark, an empty row, another remark.
+    Grid before{{{12, 1}, 1.0},     {{12, 13}, U"备注"}, {{13, 1}, 2.0},
+                {{13, 2}, U"乙机"}, {{27, 2}, U"经手"},  {{29, 2}, U"复核"}};
+    std::vector<PlainRecord> records{price(U"2", U"z")};
+    for (int number = 0; number < 20; ++number) records.push_back(price(U"1", U"a" + number_text(number)));
+    Grid expected{{{12, 1}, 1.0}, {{12, 13}, U"备注"}, {{12, 5}, U"a0"}, {{12, 6}, U"x"}};
+    for (int number = 1; number < 20; ++number) {
+        expected[{12 + 20 - number, 5}] = U"a" + number_text(number);
+        expected[{12 + 20 - number, 6}] = U"x";
+    }
+    expected[{32, 1}] = 2.0;
+    expected[{32, 2}] = U"乙机";
+    expected[{32, 5}] = U"z";
+    expected[{32, 6}] = U"x";
+    // What stood below the room keeps its order, its empty rows being filled.
+    expected[{33, 2}] = U"经手";
+    expected[{34, 2}] = U"复核";
+    EXPECT_EQ(shown(prices_in(before, records)), shown(expected));
+}
+
+TEST(Sheets, moved_cells_stay_numbers_or_texts)
+{
+    const Grid before{{{12, 1}, 1.0}, {{12, 9}, U"备"}, {{13, 1}, U"007"}, {{13, 2}, 7.5}, {{13, 9}, U"7"}};
+    const Grid after = prices_in(before, {price(U"1", U"a"), price(U"1", U"b")});
+    EXPECT_EQ(after.at({14, 1}), CellValue(U"007"));
+    EXPECT_EQ(after.at({14, 2}), CellValue(7.5));
+    EXPECT_EQ(after.at({14, 9}), CellValue(U"7"));
+    EXPECT_FALSE(after.contains({13, 1}));
+}
+
+} // namespace
+} // namespace tarvik::repair_rules
