@@ -7,25 +7,33 @@
 
 namespace tarvik {
 
-Backdrop::Backdrop(const Files& files)
+namespace {
+
+/// Empty when there is no picture.
+QString picture_path(const Files* files)
 {
+    if (!files) return {};
     try {
         const std::u32string_view name = U"123.jpg";
-        if (files.file_exists(name)) path_ = QString::fromStdString(files.resolve(name).string());
+        return files->file_exists(name) ? QString::fromStdString(files->resolve(name).string()) : QString();
     } catch (const Failure&) {
-        path_.clear();
+        return {};
     }
 }
 
+} // namespace
+
 void Backdrop::paint(QPainter& painter, QSize area, double device_pixels)
 {
-    if (path_.isEmpty()) return;
     const QSize pixels = (QSizeF(area) * device_pixels).toSize();
     if (size_ != pixels) {
         size_ = pixels;
-        QImageReader reader(path_);
-        reader.setScaledSize(pixels);
-        stretched_ = QPixmap::fromImage(reader.read());
+        stretched_ = {};
+        if (const QString path = picture_path(files_); !path.isEmpty()) {
+            QImageReader reader(path);
+            reader.setScaledSize(pixels);
+            stretched_ = QPixmap::fromImage(reader.read());
+        }
     }
     if (!stretched_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), area), stretched_);
 }

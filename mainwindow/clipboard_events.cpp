@@ -24,6 +24,17 @@ bool* menu_flag(Form1& form1, int index)
     }
 }
 
+/// Selects all of the text and gives it one size, the marked matches too.
+void enlarge(Pane& pane)
+{
+    pane.select({1, pane.content().size()});
+    std::vector<Mark> marks = pane.marks();
+    for (Mark& mark : marks) mark.size = enlarged_points;
+    pane.set_marks(std::move(marks));
+    pane.set_text_font_size(enlarged_points);
+    pane.set_selection_font_size(enlarged_points);
+}
+
 void copy(Program& program, TextView selected)
 {
     program.platform.clipboard.clear();
@@ -61,11 +72,7 @@ void paste_where_focus_is(Program& program)
 
 void RichTextBox_MouseDown(Program& program, Pane& pane, MouseButton button, bool ctrl)
 {
-    if (button == MouseButton::Middle && ctrl) {
-        pane.select({1, pane.text().size()});
-        pane.set_text_font_size(enlarged_points);
-        pane.set_selection_font_size(enlarged_points);
-    }
+    if (button == MouseButton::Middle && ctrl) enlarge(pane);
     if (button == MouseButton::Right) open_menu_over(program, pane);
 }
 

@@ -160,9 +160,7 @@ void select_option(Form1& form1, OptionButton& option)
 
 void bring_up(Form1& form1, Pane& pane)
 {
-    for (Pane* other : form1.panes())
-        if (other != &pane) other->set_visible(false);
-    pane.set_visible(true);
+    for (Pane* each : form1.panes()) each->set_visible(each == &pane);
 }
 
 } // namespace tarvik

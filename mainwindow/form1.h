@@ -60,6 +60,7 @@ struct Form1 {
     bool formready = false;
     bool cutopen = false;
     bool cutopenfile = false;
+    std::size_t cutdistance = 0; ///< while cutopenfile: from the ending that was found before a match to that match
     bool menuonquery = false, menuonnumber = false; ///< the context menu was opened over Text1(1), Text1(2)
     bool focusnumber = false, focusquery = false;   ///< Text1(2), Text1(1) has the focus
     bool focuspane1 = false, focuspane2 = false, focuspane3 = false;
@@ -116,7 +117,7 @@ bool no_option_selected(const Form1& form1);
 /// Selects one of the option buttons, which clears the others.
 void select_option(Form1& form1, OptionButton& option);
 void clear_options(Form1& form1);
-/// Makes exactly one of the panes visible, hiding the others first.
+/// Makes exactly one of the panes visible; they are switched in the order of their numbers.
 void bring_up(Form1& form1, Pane& pane);
 
 } // namespace tarvik

@@ -33,9 +33,9 @@ struct Program {
     bool ended = false;                        ///< the main window was closed
 };
 
-/// Shows a box; gives what the user pressed. The ones whose result is kept go by ask().
+/// Shows a box that the user can only confirm; `answer` takes the result as with ask().
 Answer tell(Program& program, TextView text, TextView title = application_title, Icon icon = Icon::None);
-/// Shows a box with a choice and keeps the result in `answer`.
+/// Shows a box and keeps what the user pressed in `answer`, which so holds the result of the last box.
 Answer ask(Program& program, TextView text, TextView title, Buttons buttons, Icon icon = Icon::None);
 
 /// The path of a fixed file name in the installation folder.

@@ -7,7 +7,7 @@ namespace tarvik {
 
 Answer tell(Program& program, TextView text, TextView title, Icon icon)
 {
-    return program.platform.dialogs.message({text.str(), title.str(), Buttons::OK, icon});
+    return ask(program, text, title, Buttons::OK, icon);
 }
 
 Answer ask(Program& program, TextView text, TextView title, Buttons buttons, Icon icon)

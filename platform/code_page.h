@@ -13,9 +13,13 @@ namespace tarvik {
 
 /// A file from outside. A byte order mark (UTF-8, UTF-16 either way) decides; else text that is valid UTF-8 and holds a
 /// character of three bytes or more is UTF-8; else it is GB18030 with 0x80 for the euro sign. No byte is refused:
-/// whatever is invalid becomes U+FFFD and reading goes on with the next byte. Two characters, CR LF, are laid behind
-/// the text in the buffer, outside of text(), so that opening a document needs no copy.
+/// whatever is invalid becomes U+FFFD and reading goes on with the next byte. A text whose lines end in LF alone gets
+/// CR LF (see with_cr_lf()). Two characters, CR LF, are laid behind the text in the buffer, outside of text(), so that
+/// opening a document needs no copy.
 Document decode_foreign(std::string_view bytes);
+
+/// The document with CR LF for each LF when it holds no CR at all, as texts of other systems do; else the same one.
+Document with_cr_lf(const Document& document);
 
 /// A file that the program wrote itself: the system's code page, with no guess.
 Document decode_own(std::string_view bytes);

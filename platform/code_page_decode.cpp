@@ -4,6 +4,9 @@
 #include "platform/gb18030_tables.h"
 #include "platform/utf8.h"
 
+#include <algorithm>
+#include <type_traits>
+
 namespace tarvik {
 
 namespace {
@@ -128,15 +131,46 @@ bool is_wide_utf8(std::string_view bytes) noexcept
     return wide;
 }
 
-} // namespace
-
-Document decode_foreign(std::string_view bytes)
+Document decode_by_mark(std::string_view bytes)
 {
     if (bytes.starts_with("\xef\xbb\xbf")) return decoded_document(Utf8(), bytes.substr(3));
     if (bytes.starts_with("\xff\xfe")) return decoded_document(Utf16<false>(), bytes.substr(2));
     if (bytes.starts_with("\xfe\xff")) return decoded_document(Utf16<true>(), bytes.substr(2));
     if (is_wide_utf8(bytes)) return decoded_document(Utf8(), bytes);
     return decode_own(bytes);
+}
+
+/// The characters with a CR before each LF, and the line end that a decoded document keeps behind its text.
+template <typename Characters, typename Char>
+void copy_with_cr(Characters from, Char* to)
+{
+    for (const auto character : from) {
+        if (character == Char{'\n'}) *to++ = Char{'\r'};
+        *to++ = character;
+    }
+    *to++ = Char{'\r'};
+    *to = Char{'\n'};
+}
+
+} // namespace
+
+Document with_cr_lf(const Document& document)
+{
+    const TextView text = document.text();
+    if (text.contains(U"\r") || !text.contains(U"\n")) return document;
+    return text.visit([&document](auto characters) -> Document {
+        using Char = std::remove_const_t<typename decltype(characters)::element_type>;
+        const auto line_feeds = static_cast<std::size_t>(std::ranges::count(characters, Char{'\n'}));
+        const std::size_t size = characters.size() + line_feeds;
+        std::conditional_t<sizeof(Char) == 1, std::vector<Char>, std::basic_string<Char>> longer(size + 2, Char{});
+        copy_with_cr(characters, longer.data());
+        return {std::make_shared<const TextBuffer>(std::move(longer)), size};
+    });
+}
+
+Document decode_foreign(std::string_view bytes)
+{
+    return with_cr_lf(decode_by_mark(bytes));
 }
 
 Document decode_own(std::string_view bytes)

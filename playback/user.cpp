@@ -8,7 +8,7 @@ namespace tarvik {
 
 namespace {
 
-constexpr char32_t enter = 13, take_back = 8, tab = 9, first_character = 32;
+constexpr char32_t enter = 13, ctrl_enter = 10, take_back = 8, tab = 9, first_character = 32;
 
 Control& on_screen(const AnyControl& target)
 {
@@ -45,7 +45,7 @@ void reach(Box& box, char32_t key)
         return;
     }
     Text typed;
-    if (key == enter && several_lines(box)) typed = U"\r\n";
+    if ((key == enter || key == ctrl_enter) && several_lines(box)) typed = U"\r\n";
     if (key == tab || key >= first_character) typed = key;
     if (typed.empty()) return;
     box.select({size + 1, 0});

@@ -3,8 +3,10 @@
 #include "mainwindow/scratch_file.h"
 #include "platform/code_page.h"
 #include "reading/marking.h"
+#include "reading/occurrences.h"
 
-#include <cmath>
+#include <algorithm>
+#include <optional>
 #include <span>
 
 namespace tarvik {
@@ -22,41 +24,102 @@ bool belongs_to_word(char32_t character)
     return (code >= '0' && code <= '9') || (code >= '@' && code <= 'z') || code == ';';
 }
 
-/// The word in front of the match at `place` with the match and a closing ";", from the `width` characters before it.
-std::optional<Text> word_before(TextView text, std::size_t place, std::size_t width, TextView query)
+bool ends_word_backward(char32_t character)
 {
-    const Text piece = mid(text, place - width, width + query.size()).str() + TextView(U";");
-    const TextView word = mid(piece, sousss(piece, query));
-    if (instr(word, query) <= shortest_left_out + 1) return std::nullopt;
-    return sousss1(word).str();
+    return character == U']' || !belongs_to_word(character);
 }
 
-void collect_words(Program& program, std::span<const std::size_t> places)
-{
-    const auto width = number(program.form1.number_box().text());
-    if (!width || *width < 0) return;
-    std::string lines;
-    for (const std::size_t place : places) {
-        if (static_cast<double>(place) <= *width) continue;
-        const auto word = word_before(program.form1.RichTextBox1.text(), place, static_cast<std::size_t>(*width),
-                                      program.form1.needle);
-        if (!word) continue;
-        encode_to(*word, lines);
-        lines += "\r\n";
+/// The words in front of the matches of a page. The look goes back over as many characters as the number box says, and
+/// they may be the whole page: so every place that ends a word is passed once for the page, not once for each match.
+class WordsBefore {
+public:
+    WordsBefore(TextView page, TextView query, std::size_t width)
+        : page_(page), width_(width), places_(page, query), length_(query.size())
+    {
     }
-    if (!lines.empty()) program.platform.files.append(installed(program, word_file), lines);
-}
 
-void show_found_page(Program& program, std::size_t page, TextView query)
+    /// The line to be kept for the match at `place`, which counts from 0, lies behind the width and only rises: the
+    /// word, the match and a closing ";". Nothing when too few characters stand in front of the query.
+    std::optional<Text> line_for(std::size_t place)
+    {
+        const std::size_t look = place - width_, query = places_.at_or_behind(look);
+        for (; passed_ <= query; ++passed_)
+            if (ends_word_backward(page_[passed_])) last_end_ = passed_;
+        const std::size_t begin = last_end_ == npos ? look : std::max(last_end_, look);
+        if (query - begin <= shortest_left_out) return std::nullopt;
+        const std::size_t end = place + length_;
+        for (next_end_ = std::max(next_end_, begin); next_end_ < end;) {
+            if (!belongs_to_word(page_[next_end_])) break;
+            ++next_end_;
+        }
+        if (next_end_ == end) return Text();
+        return page_.substr(next_end_ + 1, end - next_end_ - 1).str() + U";";
+    }
+
+private:
+    TextView page_;
+    std::size_t width_;
+    Occurrences places_;
+    std::size_t length_;
+    std::size_t passed_ = 0, last_end_ = npos; ///< how far word ends are known, and the last of them
+    std::size_t next_end_ = 0;                 ///< no word ends between where the latest word begins and here
+};
+
+/// The side file of one search. What cannot be written costs one message and not the search.
+class WordFile {
+public:
+    explicit WordFile(Program& program) : program_(program), closed_(ScratchFile(program, word_file).failed()) {}
+
+    void collect(std::span<const std::size_t> places)
+    {
+        const Form1& form1 = program_.form1;
+        const auto width = number(form1.number_box().text());
+        if (closed_ || !width || *width < 0) return;
+        std::optional<WordsBefore> words;
+        std::string lines;
+        for (const std::size_t place : places) {
+            if (static_cast<double>(place) <= *width) continue;
+            if (!words) words.emplace(form1.RichTextBox1.text(), form1.needle, static_cast<std::size_t>(*width));
+            const auto line = words->line_for(place - 1);
+            if (!line) continue;
+            encode_to(*line, lines);
+            lines += "\r\n";
+            if (written_ + lines.size() > most_bytes) break;
+        }
+        append(lines);
+    }
+
+private:
+    void append(const std::string& lines)
+    {
+        if (lines.empty()) return;
+        written_ += lines.size();
+        try {
+            program_.platform.files.append(installed(program_, word_file), lines);
+            if (written_ <= most_bytes) return;
+            tell(program_, Text(word_file) + U"已经超过 64 MB，不再收集其后的字符串，查寻继续。", title);
+        } catch (const Failure& failure) {
+            tell(program_, failure.message(), title);
+        }
+        closed_ = true;
+    }
+
+    static constexpr std::size_t most_bytes = std::size_t{64} << 20;
+    Program& program_;
+    bool closed_;
+    std::size_t written_ = 0;
+};
+
+void show_found_page(Program& program, std::size_t page, TextView query, WordFile& words)
 {
     Form1& form1 = program.form1;
-    form1.RichTextBox2.set_visible(false);
     form1.RichTextBox1.set_visible(true);
+    form1.RichTextBox2.set_visible(false);
     form1.page_box().set_text(number_text(static_cast<double>(page)));
     form1.RichTextBox1.set_text(program.module1.pages.get(page));
     if (form1.RichTextBox1.empty()) return;
     form1.needle = query.str();
-    collect_words(program, mark_needle(program, english_match_colour, LetterCase::Apart));
+    words.collect(mark_needle(program, english_match_colour, LetterCase::Apart));
 }
 
 } // namespace
@@ -64,7 +127,7 @@ void show_found_page(Program& program, std::size_t page, TextView query)
 std::size_t sousss(TextView text, TextView query)
 {
     for (std::size_t place = instr(text, query); place > 0; --place)
-        if (text[place - 1] == U']' || !belongs_to_word(text[place - 1])) return place;
+        if (ends_word_backward(text[place - 1])) return place;
     return 1;
 }
 
@@ -79,13 +142,13 @@ void search_pages(Program& program)
 {
     if (ask(program, U"是否要搜索包含查寻字符串的页数?", title, Buttons::OKCancel) != Answer::OK) return;
     const Text query = ltrim(program.form1.query_box().text()).str();
-    const ScratchFile emptied(program, word_file);
+    WordFile words(program);
     bool found = false;
     const auto last = static_cast<std::size_t>(program.form1.lastpage);
     for (std::size_t page = 0; page <= last; ++page) {
         if (instr(ltrim(program.module1.pages.get(page)), query) == 0) continue;
         found = true;
-        show_found_page(program, page, query);
+        show_found_page(program, page, query, words);
         const Text question = U"是否继续查找，目前已经查到第" + number_text(static_cast<double>(page)) + U"页。";
         if (ask(program, question, title, Buttons::OKCancel) != Answer::OK) return;
     }

@@ -4,6 +4,7 @@
 #include "reading/page_search.h"
 
 #include <cmath>
+#include <optional>
 
 namespace tarvik {
 
@@ -19,9 +20,17 @@ bool document_is_open(Program& program)
     return false;
 }
 
-bool cut_or_tell(Program& program)
+/// Characters per page, a fraction of one not counted; nothing when there is not even one.
+std::optional<double> page_size(const Program& program)
 {
-    if (cut_pages(program)) return true;
+    const double size = std::floor(number(program.form1.page_size_box().text()).value_or(0));
+    if (size >= 1) return size;
+    return std::nullopt;
+}
+
+bool can_be_cut(Program& program)
+{
+    if (page_size(program)) return true;
     tell(program, U"每页的字数应为大于 0 的数字，请修改后再翻页！", paging_title);
     return false;
 }
@@ -52,17 +61,17 @@ void tell_page(Program& program, TextView before, TextView behind)
 bool cut_pages(Program& program)
 {
     Form1& form1 = program.form1;
-    const double size = std::floor(number(form1.page_size_box().text()).value_or(0));
-    if (!(size >= 1)) return false;
+    const auto size = page_size(program);
+    if (!size) return false;
 
     const Document& document = form1.RichTextBox2.document();
     const TextView text = document.text();
-    const auto page_size = size <= static_cast<double>(text.size()) ? static_cast<std::size_t>(size) : text.size() + 1;
-    const std::size_t full_pages = text.size() / page_size;
+    const auto length = *size <= static_cast<double>(text.size()) ? static_cast<std::size_t>(*size) : text.size() + 1;
+    const std::size_t full_pages = text.size() / length;
     form1.lastpage = 0;
     for (std::size_t page = 0; page <= full_pages; ++page) {
         form1.lastpage = static_cast<double>(page);
-        program.module1.pages.set(page, text.substr(page * page_size, page_size), document.buffer());
+        program.module1.pages.set(page, text.substr(page * length, length), document.buffer());
     }
     return true;
 }
@@ -70,7 +79,8 @@ bool cut_pages(Program& program)
 void previous_page(Program& program)
 {
     Form1& form1 = program.form1;
-    if (!document_is_open(program) || !cut_or_tell(program)) return;
+    if (!document_is_open(program) || !can_be_cut(program)) return;
+    cut_pages(program);
     bring_up(form1, form1.RichTextBox1);
     if (form1.pageno >= 1) {
         show_page(program, page_in_box(program) - 1);
@@ -82,16 +92,17 @@ void previous_page(Program& program)
 void next_page(Program& program)
 {
     Form1& form1 = program.form1;
-    if (!document_is_open(program)) return;
+    const bool searches = form1.Option3.value();
+    if (!document_is_open(program) || (!searches && !can_be_cut(program))) return;
     if (form1.page_box().text() == number_text(form1.lastpage)) {
         tell_page(program, U"开始阅读！这是第", U"页,\r\n如果要跳页，请在页面框中修改页数后，按下“▼”！");
         form1.page_box().set_text(U"-1");
     }
-    if (form1.Option3.value()) {
+    if (searches) {
         search_pages(program);
         return;
     }
-    if (!cut_or_tell(program)) return;
+    cut_pages(program);
     bring_up(form1, form1.RichTextBox1);
     show_page(program, page_in_box(program) + 1);
     form1.page_box().set_text(number_text(form1.pageno));

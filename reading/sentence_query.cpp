@@ -36,8 +36,9 @@ bool occurs_three_times(TextView text, TextView query)
 class SentenceCutter {
 public:
     SentenceCutter(Program& program, const QueryEntry& entry, const Document& document, TextView query)
-        : entry_(entry), cutopenfile_(program.form1.cutopenfile), text_(document.text()), query_(query),
-          matches_(text_, query), endings_(text_), results_(program, program.module1.filehits, document.buffer())
+        : entry_(entry), cutopenfile_(program.form1.cutopenfile), distance_(program.form1.cutdistance),
+          text_(document.text()), query_(query), matches_(text_, query), endings_(text_),
+          results_(program, program.module1.filehits, document.buffer()), in_later_sentence_(cutopenfile_)
     {
     }
 
@@ -46,7 +47,6 @@ public:
     {
         for (std::size_t match = matches_.next(); match != npos; match = matches_.next()) {
             if (!cutopenfile_) look_back(match);
-            if (!in_later_sentence_ && cutopenfile_) continue; // left open by an earlier query
             SentenceEndings::Positions behind = endings_.behind(match);
             if (!behind.any()) {
                 results_.count();
@@ -71,7 +71,8 @@ private:
     {
         if (!in_later_sentence_) return results_.add(0, end);
         // While a sentence waits for its end the distance of the match that opened it stands.
-        if (!results_.add(static_cast<std::ptrdiff_t>(match - distance_ + 1), end)) return false;
+        const std::ptrdiff_t begin = static_cast<std::ptrdiff_t>(match) - static_cast<std::ptrdiff_t>(distance_) + 1;
+        if (!results_.add(begin, end)) return false;
         cutopenfile_ = false;
         return true;
     }
@@ -83,14 +84,15 @@ private:
     }
 
     const QueryEntry& entry_;
+    // A sentence that an earlier query left open waits for its end still, with what that query had found before it.
     bool& cutopenfile_;
+    std::size_t& distance_; ///< from the start of the ending before a match to the match
     TextView text_;
     TextView query_;
     Occurrences matches_;
     SentenceEndings endings_;
     ResultWriter results_;
-    bool in_later_sentence_ = false;
-    std::size_t distance_ = 0; ///< from the start of the ending before a match to the match
+    bool in_later_sentence_;
     std::optional<bool> often_;
 };
 

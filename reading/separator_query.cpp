@@ -10,6 +10,13 @@ namespace {
 /// How far behind a match its separator may end. The first, nearer look of 5,000 characters finds nothing else.
 constexpr std::size_t far_window = 40'000;
 
+TextView without_line_ends(TextView text)
+{
+    std::size_t size = text.size();
+    while (size > 0 && (text[size - 1] == U'\n' || text[size - 1] == U'\r')) --size;
+    return text.substr(0, size);
+}
+
 bool wants_query(Program& program, const QueryEntry& entry)
 {
     Form1& form1 = program.form1;
@@ -19,8 +26,9 @@ bool wants_query(Program& program, const QueryEntry& entry)
                               U"在“数目框”中输入隔离符，例如以段落标记来分割查寻的结果，则输入为“。”加上回车符。",
                               entry.question_title, Buttons::YesNo);
     if (answer != Answer::Yes) return false;
-    const Text& separator = form1.number_box().text();
-    if (!separator.empty() && !form1.query_box().text().empty() && !is_number(separator)) return true;
+    const TextView separator = form1.number_box().text();
+    if (!separator.empty() && !form1.query_box().text().empty() && !is_number(without_line_ends(separator)))
+        return true;
     tell(program, U"查寻条件为空；或隔离符为空或数字。", entry.question_title);
     return false;
 }

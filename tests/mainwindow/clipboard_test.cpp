@@ -63,11 +63,13 @@ TEST(Panes, enlarging_holds_until_the_text_is_replaced)
     TestProgram started;
     Pane& pane = started.form1().RichTextBox1;
     pane.set_text(U"长文");
+    pane.set_marks({{2, 1, 173, 32}});
     RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, false);
     EXPECT_EQ(pane.text_font_size(), 0);
     RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, true);
     EXPECT_EQ(pane.selection(), (Selection{1, 2}));
     EXPECT_EQ(pane.text_font_size(), 28);
+    EXPECT_EQ(pane.marks(), (std::vector<Mark>{{2, 1, 173, 28}}));
     pane.set_text(U"下一页");
     EXPECT_EQ(pane.text_font_size(), 0);
 }

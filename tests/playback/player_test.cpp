@@ -54,6 +54,13 @@ protected:
 
 } // namespace
 
+TEST_F(Player, CtrlEnterPutsALineEndIntoTheNumberBoxAndStartsNothing)
+{
+    const Played played =
+        play("set Text1(2) \"\"\ntype Text1(2) \"。\\n\"\ntype Text1(1) \"\\n\"\nshow Text1(2).Text Text1(1).Text\n");
+    EXPECT_EQ(played.out, "Text1(2).Text = \"。\\r\\n\"\nText1(1).Text = \"查寻条件\"\n") << played.errors;
+}
+
 TEST_F(Player, EndsAtAFailureAndTellsItsLine)
 {
     const std::pair<std::string_view, std::string_view> failures[] = {

@@ -103,10 +103,24 @@ TEST_F(Query, SentencesAreThoseOfThePlainLoopWithTheFlagCarriedOver)
         const bool by_enter = round % 2 == 0;
         form1.query_box().set_text(query);
         form1.cutopenfile = round % 7 == 0;
-        const Pieces told = sentences(text, query, by_enter, form1.cutopenfile);
+        if (form1.cutopenfile) form1.cutdistance = random() % 30 + 1;
+        const Pieces told = sentences(text, query, by_enter, form1.cutopenfile, form1.cutdistance);
         run(text, query, by_enter);
         expect_same(test.module1().filehits, told, text, query);
         ASSERT_EQ(form1.cutopenfile, told.open) << to_utf8(text) << '|' << to_utf8(query);
+    }
+}
+
+TEST_F(Query, ASecondPressOfTheSentenceQueryKeepsItsResults)
+{
+    form1.Option3.set_value(true);
+    form1.query_box().set_text(U"词");
+    test.open_text(U"零。\r\n词一。\r\n词二"); // the last sentence has no end
+    for (int press = 0; press < 2; ++press) {
+        Command1_Click(program, 1);
+        EXPECT_TRUE(form1.cutopenfile);
+        EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n词一。\r\n") << press;
+        EXPECT_EQ(form1.number_box().text(), U"2");
     }
 }
 
@@ -157,6 +171,8 @@ TEST_F(Query, TitlesFollowTheEntry)
         std::string by_button, by_enter;
     } cases[] = {
         {nullptr, U"x", U"12", "Tarvik 计算 之查寻|查寻条件为空；或隔离符为空或数字。",
+         "Tarvik 计算|查寻条件为空；或隔离符为空或数字。"},
+        {nullptr, U"x", U"1.5\r\n", "Tarvik 计算 之查寻|查寻条件为空；或隔离符为空或数字。",
          "Tarvik 计算|查寻条件为空；或隔离符为空或数字。"},
         {nullptr, U"x", U"数目", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算|查寻结果为空！"},
         {&form1.Option3, U"", U"", "Tarvik|查寻条件为空", "Tarvik|查寻条件为空"},

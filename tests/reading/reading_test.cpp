@@ -1,5 +1,6 @@
 #include "platform/code_page.h"
 #include "reading/document_opening.h"
+#include "reading/marking.h"
 #include "reading/page_search.h"
 #include "reading/reading.h"
 #include "reading/saving.h"
@@ -76,6 +77,10 @@ TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
         open("abcd");
         EXPECT_EQ(form1.RichTextBox2.text(), U"abcd\r\n");
         EXPECT_EQ(form1.page_box().text(), U"5") << "opening ends without a word";
+        form1.page_box().set_text(number_text(form1.lastpage));
+        EXPECT_EQ(press(1).substr(0, 23), "Tarvik 计算 之查寻") << "the first press after opening";
+        EXPECT_EQ(form1.page_box().text(), number_text(form1.lastpage));
+        EXPECT_FALSE(form1.RichTextBox1.visible());
     }
     form1.page_size_box().set_text(U"6");
     open("abcd");
@@ -88,6 +93,42 @@ TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
         EXPECT_THROW(Command2_Click(program, 1), Failure) << to_utf8(page);
     }
     EXPECT_EQ(form1.pageno, 0);
+}
+
+TEST_F(Reading, LinesOfOtherSystemsEndInCrLf)
+{
+    open("one\ntwo\n");
+    EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\ntwo\r\n\r\n");
+    open("一\n二");
+    EXPECT_EQ(form1.RichTextBox2.text(), U"一\r\n二\r\n");
+    open("mixed\nlines\r\n");
+    EXPECT_EQ(form1.RichTextBox2.text(), U"mixed\nlines\r\n\r\n") << "a text with a CR stays as it is";
+    test.installation.write("现代汉语词典.txt", "前一条很长很长很长的。\n甲：第一个字的说明。\n乙：第二。\n");
+    select_option(form1, form1.Option1);
+    form1.query_box().set_text(U"乙");
+    Command1_Click(program, 1);
+    EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n乙：第二。");
+}
+
+TEST_F(Reading, TheLastBoxIsTheAnswer)
+{
+    open("abc");
+    form1.answer = 7;
+    press(1);
+    EXPECT_EQ(form1.answer, 1) << "a box with OK alone";
+}
+
+TEST_F(Reading, PanesAreSwitchedInTheOrderOfTheirNumbers)
+{
+    open("abc");
+    std::string switched;
+    program.listeners.property_changed = [&](const Control& control, Property property) {
+        if (property != Property::Visible) return;
+        switched += std::string(control.name()) + (control.visible() ? "+ " : "- ");
+    };
+    press(1);
+    Form_Click(program);
+    EXPECT_EQ(switched, "RichTextBox1+ RichTextBox2- RichTextBox1- RichTextBox2+ ");
 }
 
 TEST_F(Reading, OpeningKeepsWhatWasDoneWhenItFails)
@@ -131,6 +172,61 @@ TEST_F(Reading, PageSearchStopsAtEachPageAndCollectsWords)
     }
     EXPECT_EQ(form1.matchpos, 0);
     EXPECT_EQ(test.dialogs.take_messages().back(), "Tarvik|查寻完毕,再也没有符合条件的结果！");
+}
+
+TEST_F(Reading, CollectedWordsAreThoseOfTheTwoWalks)
+{
+    std::mt19937 random(11);
+    form1.Option3.set_value(true);
+    const std::array<std::string, 7> pieces{"qv", "ABCDEF", "x", "]", "-", "9", "q"};
+    for (int round = 0; round < 400; ++round) {
+        std::string text;
+        while (text.size() < 60) text += pieces[random() % pieces.size()];
+        const std::size_t width = random() % 30;
+        const Text query = round % 3 == 0 ? U"q" : U"qv";
+        form1.query_box().set_text(query);
+        open(text);
+        form1.number_box().set_text(number_text(static_cast<double>(width)));
+        test.dialogs.replies = {Answer::OK, Answer::OK};
+        std::string lines = "\r\r\n";
+        for (const std::size_t place : places_to_mark(form1.RichTextBox2.text(), query).marked) {
+            if (place <= width) continue;
+            const Text look = mid(form1.RichTextBox2.text(), place - width, width + query.size()).str() + U";";
+            const TextView word = mid(look, sousss(look, query));
+            if (instr(word, query) > 8) lines += encode(sousss1(word)) + "\r\n";
+        }
+        press(1);
+        ASSERT_EQ(test.installation.read("betweensousuo.txt"), lines) << text << ' ' << width;
+    }
+}
+
+TEST_F(Reading, ALongLookBackIsNotRepeatedForEachMatch)
+{
+    form1.Option3.set_value(true);
+    form1.query_box().set_text(U"qv");
+    form1.page_size_box().set_text(U"9999999");
+    std::string text;
+    for (int i = 0; i < 20'000; ++i) text += "-abcdefghijqv";
+    open(text);
+    form1.number_box().set_text(U"180009");
+    test.dialogs.replies = {Answer::OK, Answer::OK};
+    EXPECT_TRUE(TextView(from_utf8(press(1))).contains(U"betweensousuo.txt已经超过 64 MB"));
+    EXPECT_LT(test.installation.read("betweensousuo.txt").size(), 65U << 20);
+}
+
+TEST_F(Reading, ASideFileThatCannotBeWrittenCostsOneMessage)
+{
+    std::filesystem::create_directory(test.installation.path() / "betweensousuo.txt");
+    form1.Option3.set_value(true);
+    form1.query_box().set_text(U"qv");
+    form1.page_size_box().set_text(U"20");
+    open("--AB12345678qv------AB12345678qv");
+    form1.number_box().set_text(U"12");
+    test.dialogs.replies = {Answer::OK, Answer::OK, Answer::OK};
+    Command2_Click(program, 1);
+    const auto told = test.dialogs.take_messages();
+    ASSERT_EQ(told.size(), 6U); // the beginning, the question, the file, two pages, the end
+    EXPECT_THAT(told[2], HasSubstr("betweensousuo.txt"));
 }
 
 TEST_F(Reading, OfEqualResultsTheLastStays)

@@ -57,12 +57,11 @@ Pieces pieces_between_separators(TextView t, TextView q, TextView s)
     return found;
 }
 
-Pieces sentences(TextView t, TextView q, bool by_enter, bool open)
+Pieces sentences(TextView t, TextView q, bool by_enter, bool open, std::size_t k)
 {
     Pieces found;
     found.open = open;
-    std::size_t k = 0;
-    bool before = false;
+    bool before = open;
     for (std::size_t i = 1; i <= t.size(); ++i) {
         if (q.empty() || mid(t, i, q.size()) != q) continue;
         if (!found.open) {
@@ -74,7 +73,6 @@ Pieces sentences(TextView t, TextView q, bool by_enter, bool open)
             }
             found.open = before;
         }
-        if (!before && found.open) continue;
         found.count += 1;
         long a = 0, b = 0, c = 0;
         for (const std::size_t window : {2000U, 40000U}) {

@@ -18,7 +18,9 @@ struct Pieces {
 
 std::vector<std::size_t> places_marked(TextView text, TextView needle, std::size_t& last_found);
 Pieces pieces_between_separators(TextView text, TextView query, TextView separator);
-Pieces sentences(TextView text, TextView query, bool by_enter, bool open);
+/// `open` and `distance` are what the query before left: a sentence without its end, and how far before its match it
+/// began.
+Pieces sentences(TextView text, TextView query, bool by_enter, bool open, std::size_t distance);
 
 struct EntryRule {
     Text entry_end;
