@@ -3,6 +3,7 @@
 #include "calendar/attendance/attendance.h"
 #include "designer/designer_window.h"
 #include "dockets/repair_docket.h"
+#include "dockets/test_docket.h"
 #include "office/character_list.h"
 #include "office/label_list.h"
 
@@ -20,6 +21,7 @@ CommandTable report_commands()
     };
     static const std::array reports{
         docket_command(),
+        test_docket_command(),
         label_command(),
     };
     return {immediate, reports};
@@ -27,7 +29,7 @@ CommandTable report_commands()
 
 TimerTable batch_timers()
 {
-    static const std::array families{docket_family()};
+    static const std::array families{docket_family(), test_docket_family()};
     return {families, {}};
 }
 

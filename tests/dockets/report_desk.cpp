@@ -1,0 +1,197 @@
+#include "tests/dockets/report_desk.h"
+
+#include <algorithm>
+
+namespace tarvik::test {
+
+namespace {
+
+const Text output = U"d:\\Atarvik output\\";
+
+Text joined(const Record& record)
+{
+    Text line;
+    for (std::size_t i = 0; i < record.size(); ++i) line += (i ? U"\t" : U"") + record[i];
+    return line;
+}
+
+Text document(const Report& report)
+{
+    Text text = U"head\r\n";
+    for (const Record& record : report) text += joined(record) + U"\r\n";
+    return text;
+}
+
+} // namespace
+
+std::size_t PlainTable::scan(const Report& report, const Text& key)
+{
+    rows_.clear();
+    for (const Record& record : report) {
+        Record lowered;
+        std::ranges::transform(record, std::back_inserter(lowered), [](const Text& field) { return lower(field); });
+        if (key.empty() || joined(lowered).find(lower(key)) == Text::npos) continue;
+        std::erase(rows_, lowered);
+        rows_.push_back(lowered);
+    }
+    return rows_.size();
+}
+
+void PlainTable::split()
+{
+    if (rows_.empty()) return;
+    for (std::size_t row = 0; row < rows_.size(); ++row)
+        for (std::size_t i = 0; i < rows_[row].size(); ++i) set(row, i + 1, rows_[row][i]);
+    set(rows_.size(), 1, {});
+}
+
+Text PlainTable::at(std::size_t row, std::size_t column) const
+{
+    const auto found = cells_.find({row, column});
+    return found == cells_.end() ? Text() : found->second;
+}
+
+std::vector<Text> PlainTable::keys(std::size_t column) const
+{
+    std::vector<Text> keys;
+    for (std::size_t row = 0; row < rows_.size(); ++row) {
+        const Text key = at(row, column);
+        if (std::ranges::find(keys, key) == keys.end()) keys.push_back(key);
+    }
+    return keys;
+}
+
+void ReportDesk::write_report(const std::string& name, const Report& report)
+{
+    started.installation.write(name, encode(document(report)));
+}
+
+void ReportDesk::open_report(const Report& report)
+{
+    started.open_text(document(report));
+}
+
+void ReportDesk::press_enter(TextView command)
+{
+    form1.query_box().set_text(command.str());
+    started.dialogs.inputs = {Text()};
+    started.dialogs.replies = {Answer::OK};
+    Event event{EventKind::KeyPress, form1.query_box()};
+    event.key = U'\r';
+    dispatch(program, event);
+}
+
+void ReportDesk::run()
+{
+    for (Timer* timer : form1.batch_timers())
+        for (int guard = 0; timer->enabled() && guard < 1000; ++guard) {
+            Event event{EventKind::Tick, *timer};
+            dispatch(program, event);
+        }
+}
+
+void ReportDesk::play(TextView command)
+{
+    press_enter(command);
+    run();
+}
+
+Cells ReportDesk::workbook(const Text& path) const
+{
+    const auto file = office.files.find(path);
+    return file == office.files.end() ? Cells() : without_empty(file->second);
+}
+
+std::vector<Text> ReportDesk::saved() const
+{
+    std::vector<Text> paths;
+    for (const auto& [path, cells] : office.files)
+        if (path.starts_with(output)) paths.push_back(path);
+    return paths;
+}
+
+void ReportDesk::expect_idle()
+{
+    EXPECT_FALSE(form1.xlApp || form1.xlBook || form1.xlSheet || form1.wdApp || form1.wdDoc);
+    EXPECT_EQ(office.open_applications, 0);
+    EXPECT_TRUE(form1.batchgate);
+    EXPECT_EQ(form1.batchcursor, -1);
+    EXPECT_EQ(form1.sheetno, 1);
+    for (const Timer* timer : form1.batch_timers()) EXPECT_FALSE(timer->enabled());
+}
+
+void ReportDesk::expect_clean_failures(TextView command, const std::vector<Text>& untouched)
+{
+    std::vector<Cells> before;
+    for (const Text& path : untouched) before.push_back(workbook(path));
+    play(command);
+    const int operations = office.operations;
+    ASSERT_GT(operations, 10);
+    for (int turn = 1; turn <= operations; ++turn) {
+        SCOPED_TRACE("operation " + std::to_string(turn));
+        program.blank_templates.clear();
+        office.operations = 0;
+        office.fail_at = turn;
+        press_enter(command);
+        const auto asked = started.dialogs.messages.size();
+        const bool was_direct = office.operations >= turn;
+        run();
+        EXPECT_EQ(started.dialogs.messages.size(), was_direct ? asked : asked + 1);
+        EXPECT_EQ(to_utf8(started.dialogs.messages.back().text), to_utf8(U"办公软件没有回应"));
+        EXPECT_EQ(form1.window.caption().find(U"!"), Text::npos) << to_utf8(form1.window.caption());
+        expect_idle();
+        for (std::size_t i = 0; i < untouched.size(); ++i)
+            EXPECT_EQ(lines_of(workbook(untouched[i])), lines_of(before[i])) << to_utf8(untouched[i]);
+        started.dialogs.messages.clear();
+    }
+    office.fail_at = 0;
+}
+
+Text RandomFields::field()
+{
+    static const std::vector<Text> pieces{
+        U"",     U"/",  U"A.B", U"0755/138",         U"138/0755", U"Ab cD",    U"自制", U"批次", U"x..y", U"é",
+        U"𠮷田", U"12", U"YQ",  U"2024.03.05 09:20", U"//",       U"a:b*c?\"", U"<|>",  U" ",    U"B/0",  U"不可"};
+    Text text;
+    for (std::size_t count = below(4); count > 0; --count) text += pieces[below(pieces.size())];
+    return below(40) == 0 ? text + Text(below(70), U'长') : text;
+}
+
+Record RandomFields::record(std::size_t fields, std::size_t key_field, const Text& key)
+{
+    Record record(std::max(key_field, below(3) == 0 ? below(fields + 1) : fields));
+    std::size_t room = 600; // a scan passes over lines that are too long
+    for (Text& text : record)
+        if (text = field(); text.size() > room) text.clear();
+        else room -= text.size();
+    record[key_field - 1] = key;
+    return record;
+}
+
+std::vector<std::string> lines_of(const Cells& cells)
+{
+    std::vector<std::string> lines;
+    for (const auto& [place, value] : cells) {
+        const auto* number = std::get_if<double>(&value);
+        lines.push_back(std::to_string(place.first) + "," + std::to_string(place.second) +
+                        (number ? "=" + to_utf8(number_text(*number)) : " " + to_utf8(std::get<Text>(value))));
+    }
+    return lines;
+}
+
+Cells without_empty(const Cells& cells)
+{
+    Cells kept = cells;
+    std::erase_if(kept, [](const auto& cell) { return cell.second == CellValue(Text()); });
+    return kept;
+}
+
+Text sheet_file(Text folder_text, const Text& tail, const Text& extension)
+{
+    std::erase(folder_text, U'.');
+    Text head = safe_name_part(folder_text), rest = safe_name_part(tail);
+    while (to_utf8(head + rest + extension).size() > 255) (head.empty() ? rest : head).pop_back();
+    return output + safe_file_name(folder_text) + U"\\" + head + rest + extension;
+}
+
+} // namespace tarvik::test
