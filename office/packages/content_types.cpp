@@ -11,29 +11,27 @@ std::string_view extension_of(std::string_view part_name)
     return part_name.substr(part_name.rfind('.') + 1);
 }
 
-bool equal_names(std::string_view a, std::string_view b)
-{
-    return lower(from_utf8(a)) == lower(from_utf8(b));
-}
-
 } // namespace
 
-ContentTypes::ContentTypes(const Package& package) : part_(types_name, package.part(types_name), "Types") {}
+ContentTypes::ContentTypes(const Package& package)
+    : part_(types_name, package.part(types_name), "Types", Vocabulary::ContentTypes)
+{
+    for (const auto node : part_.root().children()) {
+        if (is_named(node, "Override")) overrides_.emplace(part_key(attribute_text(node, "PartName")), node);
+    }
+}
 
 pugi::xml_node ContentTypes::entry_of(std::string_view part_name) const
 {
-    const auto full_name = "/" + std::string(part_name);
-    for (const auto node : part_.root().children()) {
-        if (is_named(node, "Override") && equal_names(attribute_text(node, "PartName"), full_name)) return node;
-    }
-    return {};
+    const auto found = overrides_.find(part_key(part_name));
+    return found == overrides_.end() ? pugi::xml_node() : found->second;
 }
 
 pugi::xml_node ContentTypes::default_of(std::string_view part_name) const
 {
-    const auto extension = extension_of(part_name);
+    const auto extension = part_key(extension_of(part_name));
     for (const auto node : part_.root().children()) {
-        if (is_named(node, "Default") && equal_names(attribute_text(node, "Extension"), extension)) return node;
+        if (is_named(node, "Default") && part_key(attribute_text(node, "Extension")) == extension) return node;
     }
     return {};
 }
@@ -61,6 +59,7 @@ void ContentTypes::set(std::string_view part_name, std::string_view type)
     if (!entry) {
         entry = part_.root().append_child(name_like(part_.root(), "Override").c_str());
         set_attribute(entry, "PartName", "/" + std::string(part_name));
+        overrides_.emplace(part_key(part_name), entry);
     }
     set_attribute(entry, "ContentType", type);
     part_.changed = true;
@@ -70,6 +69,7 @@ void ContentTypes::forget(std::string_view part_name)
 {
     const auto entry = entry_of(part_name);
     if (!entry) return;
+    overrides_.erase(part_key(part_name));
     remove_element(part_.root(), entry);
     part_.changed = true;
 }

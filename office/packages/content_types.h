@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 namespace tarvik::ooxml {
 
@@ -28,6 +29,7 @@ private:
     pugi::xml_node default_of(std::string_view part_name) const;
 
     XmlPart part_;
+    std::unordered_map<std::string, pugi::xml_node> overrides_; // by part_key()
 };
 
 } // namespace tarvik::ooxml

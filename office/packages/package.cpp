@@ -1,6 +1,7 @@
 #include "office/packages/package.h"
 
 #include "office/packages/file_kind.h"
+#include "office/packages/xml_part.h"
 
 #include <algorithm>
 
@@ -8,12 +9,17 @@ namespace tarvik::ooxml {
 
 namespace {
 
-// A sheet's tree takes some ten times its text, so these bounds hold the memory at a few gigabytes at the worst.
-constexpr std::uint64_t largest_part = 128U << 20U;
-constexpr std::uint64_t largest_sum = 256U << 20U;
-constexpr std::uint64_t unsuspicious_size = 16U << 20U;
-constexpr std::uint64_t largest_ratio = 150;
+// A package of a few kilobytes may unpack to gigabytes. What an honest one needs grows with its size; sheets of equal
+// cells need some 230 bytes of memory for one packed byte.
+constexpr std::uint64_t memory_of_any = 48U << 20U;
+constexpr std::uint64_t memory_per_packed_byte = 300;
+constexpr std::uint64_t most_memory = 2U << 30U;
 constexpr zip_int64_t most_entries = 65'535;
+
+std::uint64_t memory_for(std::uint64_t packed_size)
+{
+    return std::min(memory_of_any + memory_per_packed_byte * packed_size, most_memory);
+}
 
 Text quoted(std::string_view name)
 {
@@ -32,7 +38,14 @@ void check_kind(std::string_view bytes)
     }
 }
 
-std::string entry_key(std::string_view name)
+Damage too_large(std::string_view name)
+{
+    return Damage(U"部件" + quoted(name) + U"展开后过大。");
+}
+
+} // namespace
+
+std::string part_key(std::string_view name)
 {
     while (!name.empty() && (name.front() == '/' || name.front() == '\\')) name.remove_prefix(1);
     std::string key(name);
@@ -42,19 +55,6 @@ std::string entry_key(std::string_view name)
     });
     return key;
 }
-
-/// Refuses what no honest file holds, before any memory is taken for it.
-void check_size(const zip_stat_t& told, std::string_view name)
-{
-    if (told.encryption_method != ZIP_EM_NONE) throw Damage(U"部件" + quoted(name) + U"已加密。");
-    if (told.comp_method != ZIP_CM_STORE && told.comp_method != ZIP_CM_DEFLATE) {
-        throw Damage(U"部件" + quoted(name) + U"的压缩方法不是这类文件用的。");
-    }
-    const bool bomb = told.size > unsuspicious_size && told.size / largest_ratio > told.comp_size;
-    if (told.size > largest_part || bomb) throw Damage(U"部件" + quoted(name) + U"展开后过大。");
-}
-
-} // namespace
 
 Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
 {
@@ -66,7 +66,9 @@ Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
     for (zip_int64_t i = 0; i < count; ++i) {
         const auto index = static_cast<zip_uint64_t>(i);
         const char* name = zip_get_name(archive_.get(), index, ZIP_FL_ENC_RAW);
-        if (name) entries_.emplace(entry_key(name), index);
+        if (name && !entries_.emplace(part_key(name), index).second) {
+            throw Damage(U"压缩包里有两个同名的部件" + quoted(name) + U"。");
+        }
     }
 }
 
@@ -87,14 +89,14 @@ Package::Archive Package::open(zip_source_t* source, int flags)
 
 zip_uint64_t Package::index_of(std::string_view name) const
 {
-    const auto found = entries_.find(entry_key(name));
+    const auto found = entries_.find(part_key(name));
     if (found == entries_.end()) throw Damage(U"缺少部件" + quoted(name) + U"。");
     return found->second;
 }
 
 bool Package::has(std::string_view part) const
 {
-    return entries_.contains(entry_key(part));
+    return entries_.contains(part_key(part));
 }
 
 const std::string& Package::part(std::string_view name) const
@@ -110,8 +112,12 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
     const auto damaged = [name] { return Damage(U"部件" + quoted(name) + U"已损坏。"); };
     zip_stat_t told;
     if (zip_stat_index(archive_.get(), index, 0, &told) != 0) throw damaged();
-    check_size(told, name);
-    if (inflated_bytes_ + told.size > largest_sum) throw Damage(U"文件展开后过大。");
+    if (told.encryption_method != ZIP_EM_NONE) throw Damage(U"部件" + quoted(name) + U"已加密。");
+    if (told.comp_method != ZIP_CM_STORE && told.comp_method != ZIP_CM_DEFLATE) {
+        throw Damage(U"部件" + quoted(name) + U"的压缩方法不是这类文件用的。");
+    }
+    const auto allowed = memory_for(bytes_.size());
+    if (memory_ + told.size > allowed) throw too_large(name);
 
     const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen_index(archive_.get(), index, 0),
                                                                   zip_fclose);
@@ -125,7 +131,9 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
     }
     char behind = 0; // the checksum is compared only when the end is read
     if (zip_fread(file.get(), &behind, 1) != 0) throw damaged();
-    inflated_bytes_ += told.size;
+    const auto memory = tree_memory(contents);
+    if (memory_ + memory > allowed) throw too_large(name);
+    memory_ += memory;
     return contents;
 }
 
@@ -139,7 +147,7 @@ std::string Package::with(const PartChanges& changes) const
         if (zip_delete(archive.get(), index_of(name)) != 0) throw refused;
     }
     for (const auto& [name, contents] : changes.written) {
-        const auto known = entries_.find(entry_key(name));
+        const auto known = entries_.find(part_key(name));
         zip_stat_t told;
         if (zip_stat_index(archive.get(), known == entries_.end() ? 0 : known->second, 0, &told) != 0) throw refused;
         Source part(make_deflated_source(archive.get(), contents, told.mtime));
@@ -152,7 +160,29 @@ std::string Package::with(const PartChanges& changes) const
     }
     if (zip_close(archive.get()) != 0) throw refused;
     static_cast<void>(archive.release());
+    check_readable(changes, file.new_bytes.size());
     return std::move(file.new_bytes);
+}
+
+// What is saved must open again: changes can make parts larger than a package of the new size may have them.
+void Package::check_readable(const PartChanges& changes, std::uint64_t packed_size) const
+{
+    const auto allowed = memory_for(packed_size);
+    auto at_most = memory_;
+    for (const auto& change : changes.written) at_most += change.second.size() * most_tree_memory_per_byte;
+    if (at_most <= allowed) return;
+
+    std::uint64_t memory = 0;
+    std::set<zip_uint64_t> replaced;
+    for (const auto& [name, contents] : changes.written) {
+        memory += tree_memory(contents);
+        const auto known = entries_.find(part_key(name));
+        if (known != entries_.end()) replaced.insert(known->second);
+    }
+    for (const auto& [index, contents] : inflated_) {
+        if (!replaced.contains(index)) memory += tree_memory(contents);
+    }
+    if (memory > allowed) throw Damage(U"改动后的文件展开后过大。");
 }
 
 } // namespace tarvik::ooxml

@@ -12,6 +12,9 @@
 
 namespace tarvik::ooxml {
 
+/// What names of one part have in common: they have no leading separator and are equal without regard to case.
+std::string part_key(std::string_view name);
+
 /// What a new package has other than the old one. Parts that are not named stay as they are.
 struct PartChanges {
     std::map<std::string, std::string> written; ///< part name to contents; parts that are not there yet are added
@@ -49,14 +52,15 @@ private:
     static Archive open(zip_source_t* source, int flags);
     zip_uint64_t index_of(std::string_view name) const;
     std::string inflate(zip_uint64_t index, std::string_view name) const;
+    void check_readable(const PartChanges& changes, std::uint64_t packed_size) const;
 
     std::string bytes_;
     ZipFile file_;
     Source source_;
     Archive archive_;
-    std::map<std::string, zip_uint64_t, std::less<>> entries_; ///< by lower-cased name
+    std::map<std::string, zip_uint64_t, std::less<>> entries_; // by part_key()
     mutable std::map<zip_uint64_t, std::string> inflated_;
-    mutable std::uint64_t inflated_bytes_ = 0;
+    mutable std::uint64_t memory_ = 0; // that the trees of the inflated parts may take
 };
 
 } // namespace tarvik::ooxml

@@ -16,7 +16,7 @@ bool PackageEditor::has(std::string_view part) const
 {
     const std::string name(part);
     if (changes_.written.contains(name)) return true;
-    return package_->has(part) && !changes_.removed.contains(name);
+    return package_->has(part) && !changes_.removed.contains(part_key(part));
 }
 
 std::string PackageEditor::free_name(std::string_view stem, std::string_view extension) const
@@ -51,7 +51,7 @@ void PackageEditor::remove(std::string_view part)
     for (const auto& name : {std::string(part), relationships_name(part)}) {
         changes_.written.erase(name);
         types_.forget(name);
-        if (package_->has(name)) changes_.removed.insert(name);
+        if (package_->has(name)) changes_.removed.insert(part_key(name));
     }
 }
 

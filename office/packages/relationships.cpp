@@ -1,6 +1,7 @@
 #include "office/packages/relationships.h"
 
 #include <algorithm>
+#include <set>
 
 namespace tarvik::ooxml {
 
@@ -63,12 +64,19 @@ Relationships::Relationships(const Package& package, std::string_view source) : 
     auto name = relationships_name(source);
     if (!package.has(name)) return;
     const auto& contents = package.part(name);
-    part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships");
+    part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships", Vocabulary::Relationships);
     for (const auto node : part_->root().children()) {
         if (!is_named(node, "Relationship") || attribute_text(node, "TargetMode") == "External") continue;
         all_.push_back({attribute_text(node, "Id"), attribute_text(node, "Type"),
                         resolved(source, attribute_text(node, "Target"))});
     }
+    index_ids();
+}
+
+void Relationships::index_ids()
+{
+    by_id_.clear();
+    for (std::size_t i = 0; i < all_.size(); ++i) by_id_.emplace(all_[i].id, i);
 }
 
 const Relationship* Relationships::of_kind(std::string_view kind) const noexcept
@@ -77,10 +85,10 @@ const Relationship* Relationships::of_kind(std::string_view kind) const noexcept
     return found == all_.end() ? nullptr : &*found;
 }
 
-const Relationship* Relationships::of_id(std::string_view id) const noexcept
+const Relationship* Relationships::of_id(std::string_view id) const
 {
-    const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& one) { return one.id == id; });
-    return found == all_.end() ? nullptr : &*found;
+    const auto found = by_id_.find(std::string(id));
+    return found == by_id_.end() ? nullptr : &all_[found->second];
 }
 
 bool Relationships::is_taken(std::string_view id) const
@@ -100,18 +108,27 @@ std::string Relationships::add(std::string_view type, std::string_view target)
     set_attribute(node, "Type", added.type);
     set_attribute(node, "Target", written_target(source_, target));
     part_->changed = true;
+    by_id_.emplace(added.id, all_.size());
     return all_.emplace_back(std::move(added)).id;
 }
 
-void Relationships::remove(std::string_view id)
+void Relationships::remove_if(const std::function<bool(const Relationship&)>& is_picked)
 {
-    for (const auto node : part_->root().children()) {
-        if (!is_named(node, "Relationship") || attribute_text(node, "Id") != id) continue;
-        remove_element(part_->root(), node);
-        part_->changed = true;
-        break;
+    std::set<std::string> ids;
+    for (const auto& one : all_) {
+        if (is_picked(one)) ids.insert(one.id);
     }
-    std::erase_if(all_, [&](const auto& one) { return one.id == id; });
+    if (ids.empty()) return;
+    for (auto node = part_->root().first_child(); node;) {
+        const auto next = node.next_sibling();
+        if (is_named(node, "Relationship") && ids.contains(attribute_text(node, "Id"))) {
+            remove_element(part_->root(), node);
+        }
+        node = next;
+    }
+    part_->changed = true;
+    std::erase_if(all_, [&](const auto& one) { return ids.contains(one.id); });
+    index_ids();
 }
 
 } // namespace tarvik::ooxml

@@ -3,9 +3,11 @@
 #include "office/packages/package.h"
 #include "office/packages/xml_part.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tarvik::ooxml {
@@ -33,19 +35,22 @@ public:
     const std::vector<Relationship>& all() const noexcept { return all_; }
     /// The first of that kind, or nullptr.
     const Relationship* of_kind(std::string_view kind) const noexcept;
-    const Relationship* of_id(std::string_view id) const noexcept;
+    const Relationship* of_id(std::string_view id) const;
     /// Adds one to the part `target`, and gives its id, which is new. A part that has no relationships yet gets a part
     /// that holds them.
     std::string add(std::string_view type, std::string_view target);
-    void remove(std::string_view id);
+    /// Removes all that the predicate picks.
+    void remove_if(const std::function<bool(const Relationship&)>& is_picked);
     /// The part that holds them; nullptr when there is none.
     const XmlPart* part() const noexcept { return part_.get(); }
 
 private:
     bool is_taken(std::string_view id) const;
+    void index_ids();
 
     std::string source_;
     std::vector<Relationship> all_;
+    std::unordered_map<std::string, std::size_t> by_id_; // index among all of them
     std::unique_ptr<XmlPart> part_;
 };
 

@@ -1,5 +1,6 @@
 #include "office/packages/xml_part.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstring>
@@ -12,7 +13,7 @@ namespace {
 constexpr unsigned raw_parsing = pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration | pugi::parse_doctype |
                                  pugi::parse_cdata | pugi::parse_ws_pcdata;
 constexpr unsigned raw_printing = pugi::format_raw | pugi::format_no_escapes;
-constexpr int deepest_nesting = 100; ///< of what is removed; removing recurses
+constexpr int deepest_nesting = 100; // of what is removed; removing recurses
 
 struct Entity {
     std::string_view name;
@@ -25,17 +26,52 @@ Text quoted(std::string_view name)
     return U"“" + from_utf8(name) + U"”";
 }
 
-/// Values are printed between double quotes, whichever quotes they came in.
+struct Namespace {
+    Vocabulary vocabulary;
+    std::string_view name;
+};
+constexpr std::array<Namespace, 6> namespaces{{
+    {Vocabulary::ContentTypes, "http://schemas.openxmlformats.org/package/2006/content-types"},
+    {Vocabulary::Relationships, "http://schemas.openxmlformats.org/package/2006/relationships"},
+    {Vocabulary::Spreadsheet, "http://schemas.openxmlformats.org/spreadsheetml/2006/main"},
+    {Vocabulary::Spreadsheet, "http://purl.oclc.org/ooxml/spreadsheetml/main"},
+    {Vocabulary::Document, "http://schemas.openxmlformats.org/wordprocessingml/2006/main"},
+    {Vocabulary::Document, "http://purl.oclc.org/ooxml/wordprocessingml/main"},
+}};
+
+bool speaks(pugi::xml_node root, Vocabulary vocabulary)
+{
+    if (vocabulary == Vocabulary::Any) return true;
+    const std::string_view name = root.name();
+    const auto colon = name.find(':');
+    const auto prefix = colon == std::string_view::npos ? "" : ":" + std::string(name.substr(0, colon));
+    const auto declared = root.attribute(("xmlns" + prefix).c_str());
+    if (!declared) return true;
+    const auto told = unescaped(declared.value());
+    return std::any_of(namespaces.begin(), namespaces.end(),
+                       [&](const auto& one) { return one.vocabulary == vocabulary && one.name == told; });
+}
+
+std::string with_escaped_quotes(std::string_view value)
+{
+    std::string escaped;
+    for (const char c : value) {
+        if (c == '"') {
+            escaped += "&quot;";
+        } else {
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+// Values are printed between double quotes, whichever quotes they came in.
 struct DoubleQuotes final : pugi::xml_tree_walker {
     bool for_each(pugi::xml_node& node) override
     {
         for (auto attribute : node.attributes()) {
-            if (!std::strchr(attribute.value(), '"')) continue;
-            std::string value = attribute.value();
-            for (auto at = value.find('"'); at != std::string::npos; at = value.find('"', at)) {
-                value.replace(at, 1, "&quot;");
-            }
-            attribute.set_value(value.c_str());
+            if (std::strchr(attribute.value(), '"'))
+                attribute.set_value(with_escaped_quotes(attribute.value()).c_str());
         }
         return true;
     }
@@ -46,7 +82,7 @@ struct StringWriter final : pugi::xml_writer {
     void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
 };
 
-/// What stands between & and ; as UTF-8; empty when it is nothing known.
+// What stands between & and ; as UTF-8; empty when it is nothing known.
 std::string resolved(std::string_view reference)
 {
     if (reference.starts_with('#')) {
@@ -75,11 +111,16 @@ bool is_deep(pugi::xml_node node, int left) noexcept
 
 } // namespace
 
-XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view root) : name_(std::move(name))
+XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view root, Vocabulary vocabulary)
+    : name_(std::move(name))
 {
     const auto result = document_.load_buffer(contents.data(), contents.size(), raw_parsing, pugi::encoding_auto);
     if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
-    if (!result || !is_named(document_.document_element(), root)) {
+    const auto nodes = document_.children();
+    const bool has_type_declaration =
+        std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.type() == pugi::node_doctype; });
+    const auto element = document_.document_element();
+    if (!result || has_type_declaration || !is_named(element, root) || !speaks(element, vocabulary)) {
         throw Damage(U"部件" + quoted(name_) + U"已损坏。");
     }
     if (contents.find('\'') != std::string::npos) {
@@ -105,6 +146,37 @@ std::string XmlPart::print() const
         if (node.type() == pugi::node_declaration) writer.text += behind_declaration_;
     }
     return std::move(writer.text);
+}
+
+std::string_view root_name(std::string_view contents) noexcept
+{
+    for (auto at = contents.find('<'); at != std::string_view::npos; at = contents.find('<', at + 1)) {
+        const auto rest = contents.substr(at + 1);
+        if (rest.starts_with('?')) continue;
+        if (rest.starts_with("!--")) {
+            at = contents.find("-->", at);
+            if (at == std::string_view::npos) break;
+            continue;
+        }
+        const auto name = rest.substr(0, rest.find_first_of(" \t\r\n/>"));
+        return name.substr(name.find(':') + 1); // without a colon that is the whole name
+    }
+    return {};
+}
+
+std::uint64_t tree_memory(std::string_view xml) noexcept
+{
+    // The nodes of the tree, an element's with what finds it; texts several times: packed out, parsed, taken over, as
+    // characters of four bytes.
+    constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40, of_byte = 4;
+    std::uint64_t memory = xml.size() * of_byte;
+    for (std::size_t i = 0; i < xml.size(); ++i) {
+        if (xml[i] == '=') memory += of_attribute;
+        if (xml[i] != '<') continue;
+        if (i > 0 && xml[i - 1] != '>') memory += of_text;
+        if (i + 1 < xml.size() && xml[i + 1] != '/') memory += of_element;
+    }
+    return memory;
 }
 
 bool is_named(pugi::xml_node node, std::string_view local_name) noexcept

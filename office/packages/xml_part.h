@@ -2,6 +2,7 @@
 
 #include "office/packages/damage.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,13 +10,18 @@
 
 namespace tarvik::ooxml {
 
+/// Whose words a part uses. `Any` is not looked at.
+enum class Vocabulary { Any, ContentTypes, Relationships, Spreadsheet, Document };
+
 /// An XML part of a package, edited in place. Its tree holds texts and attribute values as they are written, entities,
 /// line ends and white space included, so that what nobody touches is printed back as it was. The functions below read
 /// and write such raw values.
 class XmlPart {
 public:
-    /// `root` is the local name that the document element must have.
-    XmlPart(std::string name, const std::string& contents, std::string_view root);
+    /// `root` is the local name that the document element must have; when it tells its namespace, that must be one of
+    /// the vocabulary. Document type declarations are refused.
+    XmlPart(std::string name, const std::string& contents, std::string_view root,
+            Vocabulary vocabulary = Vocabulary::Any);
 
     const std::string& name() const noexcept { return name_; }
     pugi::xml_node root() const { return document_.document_element(); }
@@ -29,6 +35,14 @@ private:
     std::string behind_declaration_; ///< the white space there, which the tree does not hold
     pugi::xml_document document_;
 };
+
+/// The local name of the document element, read without parsing the part; empty when there is none.
+std::string_view root_name(std::string_view contents) noexcept;
+
+/// How many bytes the tree of such a part and the working on it take, a generous guess.
+std::uint64_t tree_memory(std::string_view xml) noexcept;
+/// No part takes more for each of its bytes: an element "<a/>" with a blank behind it takes 37.
+inline constexpr std::uint64_t most_tree_memory_per_byte = 40;
 
 // Elements are known by their local names: a part may write its own namespace with any prefix or none.
 

@@ -7,21 +7,27 @@ namespace tarvik::ooxml {
 
 namespace {
 
-constexpr std::size_t escape_length = 7; ///< of _xHHHH_
+constexpr std::size_t escape_length = 7; // of _xHHHH_
 
 constexpr bool is_hexadecimal(char32_t c) noexcept
 {
     return (c >= U'0' && c <= U'9') || (c >= U'A' && c <= U'F') || (c >= U'a' && c <= U'f');
 }
 
+// Whether "_xHHHH" stands there and one more character behind it.
 template <typename Characters>
-bool is_escape_at(const Characters& text, std::size_t at) noexcept
+bool is_escape_begun_at(const Characters& text, std::size_t at) noexcept
 {
-    if (text.size() - at < escape_length || text[at] != '_' || text[at + 1] != 'x' || text[at + 6] != '_') return false;
+    if (text.size() - at < escape_length || text[at] != '_' || text[at + 1] != 'x') return false;
     for (std::size_t i = at + 2; i < at + 6; ++i) {
         if (!is_hexadecimal(static_cast<char32_t>(text[i]))) return false;
     }
     return true;
+}
+
+bool is_escape_at(std::string_view text, std::size_t at) noexcept
+{
+    return is_escape_begun_at(text, at) && text[at + 6] == '_';
 }
 
 constexpr bool is_surrogate(char32_t c) noexcept
@@ -29,10 +35,19 @@ constexpr bool is_surrogate(char32_t c) noexcept
     return c >= 0xD800 && c <= 0xDFFF;
 }
 
-/// What no XML text can hold.
+// What no XML text can hold.
 constexpr bool is_forbidden(char32_t c) noexcept
 {
     return (c < 0x20 && c != U'\t' && c != U'\n') || c == 0xFFFE || c == 0xFFFF;
+}
+
+// A text that is to be written; a forbidden character behind "_xHHHH" is written with a "_" in front.
+template <typename Characters>
+bool would_read_as_escape(const Characters& text, std::size_t at) noexcept
+{
+    if (!is_escape_begun_at(text, at)) return false;
+    const auto behind = static_cast<char32_t>(text[at + 6]);
+    return behind == U'_' || is_forbidden(behind);
 }
 
 void append_escape(char32_t c, std::string& raw)
@@ -78,7 +93,7 @@ char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
     return static_cast<char32_t>(unit);
 }
 
-/// Joins surrogates that were written as two escapes; a lone one becomes U+FFFD. `high` is the first of two, else 0.
+// Joins surrogates that were written as two escapes; a lone one becomes U+FFFD. `high` is the first of two, else 0.
 void append_unit(char32_t unit, Text& text, char32_t& high)
 {
     if (high != 0 && unit >= 0xDC00 && unit <= 0xDFFF) {
@@ -108,7 +123,7 @@ std::string encode_cell_text(TextView text)
             if (c == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n') continue;
             units += c > 0xFFFF && c <= 0x10FFFF ? 2 : 1;
             if (units > longest_cell_text) break;
-            if (c == U'_' && is_escape_at(characters, i)) {
+            if (c == U'_' && would_read_as_escape(characters, i)) {
                 append_escape(c, raw);
             } else {
                 append_character(c, raw);

@@ -35,25 +35,66 @@ Text number_or_as_written(std::string_view written)
     return number ? number_text(*number) : from_utf8(written);
 }
 
-/// "2024-05-06T12:00:00" as days and their part; nothing for another form.
-std::optional<double> serial_number(std::string_view date, bool counts_from_1904)
+// A number of so many digits there, as long as it is no more than `most`.
+std::optional<int> part_of(std::string_view text, std::size_t at, std::size_t count, int most)
 {
-    const auto part = [date](std::size_t at, std::size_t count) {
-        return at + count <= date.size() ? parsed<int>(date.substr(at, count)) : std::nullopt;
-    };
-    const auto year = part(0, 4);
-    const auto month = part(5, 2);
-    const auto day = part(8, 2);
-    if (!year || !month || !day) return std::nullopt;
+    if (at + count > text.size()) return std::nullopt;
+    const auto number = parsed<int>(text.substr(at, count));
+    return number && *number >= 0 && *number <= most ? number : std::nullopt;
+}
+
+// "2024-05-06" as the number of its day.
+std::optional<int> day_number(std::string_view date, bool counts_from_1904)
+{
+    constexpr int most_years = 9999, most_months = 12, most_days = 31;
+    const auto year = part_of(date, 0, 4, most_years);
+    const auto month = part_of(date, 5, 2, most_months);
+    const auto day = part_of(date, 8, 2, most_days);
+    if (!year || !month || !day || date[4] != '-' || date[7] != '-') return std::nullopt;
     using namespace std::chrono;
-    const year_month_day told(std::chrono::year(*year), std::chrono::month(static_cast<unsigned>(*month)),
-                              std::chrono::day(static_cast<unsigned>(*day)));
-    const auto zero = counts_from_1904 ? sys_days(1904y / January / 1) : sys_days(1899y / December / 30);
-    const auto whole_days = static_cast<double>((sys_days(told) - zero).count());
-    constexpr double hours_of_day = 24, minutes_of_hour = 60, seconds_of_minute = 60;
-    const double minutes = part(11, 2).value_or(0) * minutes_of_hour + part(14, 2).value_or(0);
-    const double seconds = minutes * seconds_of_minute + part(17, 2).value_or(0);
-    return whole_days + seconds / (hours_of_day * minutes_of_hour * seconds_of_minute);
+    const auto told = std::chrono::year(*year) / *month / *day;
+    if (!told.ok()) return std::nullopt;
+    if (counts_from_1904) return (sys_days(told) - sys_days(1904y / January / 1)).count();
+    // This calendar has a February 29th in 1900, so the days before it count one less.
+    const auto number = (sys_days(told) - sys_days(1899y / December / 30)).count();
+    constexpr int first_of_march = 61;
+    return number < first_of_march ? number - 1 : number;
+}
+
+// "12:00:00.25" as a part of the day, to the nearest second.
+std::optional<double> part_of_day(std::string_view time)
+{
+    constexpr int hours_of_day = 24, most = 59, seconds_of_minute = 60, seconds_of_hour = 3600;
+    const auto hours = part_of(time, 0, 2, hours_of_day);
+    const auto minutes = part_of(time, 3, 2, most);
+    if (!hours || !minutes || time[2] != ':') return std::nullopt;
+    const auto seconds = part_of(time, 6, 2, most).value_or(0);
+    const bool rounds_up = time.size() > 9 && time[8] == '.' && time[9] >= '5' && time[9] <= '9';
+    const int all = *hours * seconds_of_hour + *minutes * seconds_of_minute + seconds + (rounds_up ? 1 : 0);
+    return static_cast<double>(all) / (hours_of_day * seconds_of_hour);
+}
+
+// Of "2024-05-06T12:00:00", a date alone or a time alone; nothing for another form.
+std::optional<double> serial_number(std::string_view written, bool counts_from_1904)
+{
+    if (const auto time = part_of_day(written)) return time;
+    const auto day = day_number(written, counts_from_1904);
+    if (!day) return std::nullopt;
+    constexpr std::size_t date_length = 10;
+    if (written.size() == date_length) return *day;
+    const auto time = part_of_day(written.substr(date_length + 1));
+    return time ? std::optional(*day + *time) : std::nullopt;
+}
+
+// Of a text in the table.
+std::optional<std::size_t> text_index(pugi::xml_node cell)
+{
+    return parsed<std::size_t>(without_blanks(element_text(child_named(cell, "v"))));
+}
+
+bool is_blank(pugi::xml_node value)
+{
+    return without_blanks(element_text(value)).empty();
 }
 
 bool is_shared_text(pugi::xml_node cell) noexcept
@@ -75,6 +116,15 @@ void set_value(pugi::xml_node cell, const std::string& raw)
 
 } // namespace
 
+void CellValues::check(pugi::xml_node cell) const
+{
+    if (!is_shared_text(cell) || is_blank(child_named(cell, "v"))) return;
+    const auto index = text_index(cell);
+    if (!index || !strings_ || !strings_->has(*index)) {
+        throw Damage(U"单元格 " + from_utf8(attribute_text(cell, "r")) + U" 引用的文本不存在。");
+    }
+}
+
 Text CellValues::text(pugi::xml_node cell) const
 {
     const auto type = attribute_text(cell, "t");
@@ -83,9 +133,10 @@ Text CellValues::text(pugi::xml_node cell) const
     if (type == "str") return decode_cell_text(held);
     const auto written = without_blanks(held);
     if (type == "s") {
-        const auto index = parsed<std::size_t>(written);
+        const auto index = text_index(cell);
         return index && strings_ ? strings_->text(*index) : Text();
     }
+    if (written.empty()) return {};
     if (type == "b") return written == "1" || written == "true" ? U"True" : U"False";
     if (type == "e") return from_utf8(written);
     if (type == "d") {
@@ -105,7 +156,12 @@ std::optional<double> CellValues::number(pugi::xml_node cell) const
 
 bool CellValues::is_empty(pugi::xml_node cell) const
 {
-    return !cell.first_child() || (!child_named(cell, "f") && text(cell).empty());
+    if (!cell.first_child()) return true;
+    if (child_named(cell, "f")) return false;
+    if (!is_shared_text(cell)) return text(cell).empty();
+    // Many cells may share a long text: it is not read for each of them.
+    const auto index = text_index(cell);
+    return !index || !strings_ || strings_->is_empty(*index);
 }
 
 void CellValues::erase(pugi::xml_node cell)

@@ -18,6 +18,8 @@ public:
     {
     }
 
+    /// Damage when the cell refers to a text that is not in the table.
+    void check(pugi::xml_node cell) const;
     /// The value as text; of a formula its cached result.
     Text text(pugi::xml_node cell) const;
     /// The number of a cell that holds one; of a formula its cached result.

@@ -7,6 +7,8 @@ namespace tarvik::ooxml {
 
 namespace {
 
+constexpr long long most_groups = 1LL << 30U; // whatever number the part gives one
+
 bool drop_result(pugi::xml_node cell)
 {
     bool had_one = cell.remove_attribute("t");
@@ -31,13 +33,15 @@ FormulaGroups::FormulaGroups(const SheetCells& cells) : cells_(cells)
         if (kind == "shared") add_shared(place, formula, masters);
         if (kind != "array" && kind != "dataTable") return;
         const auto range = parse_range(attribute_text(formula, "ref"));
-        if (range && range->first != range->last) filled_.push_back(*range);
+        if (range && range->first != range->last) filled_ranges_.push_back(*range);
     });
+    filled_ = RangeSet(filled_ranges_);
 }
 
 void FormulaGroups::add_shared(Place place, pugi::xml_node formula, std::map<std::string, Place>& masters)
 {
     auto number = attribute_text(formula, "si");
+    last_number_ = std::max(last_number_, std::min(formula.attribute("si").as_llong(), most_groups));
     auto text = element_text(formula);
     const auto master = masters.find(number);
     if (!text.empty() && formula.attribute("ref")) {
@@ -48,41 +52,72 @@ void FormulaGroups::add_shared(Place place, pugi::xml_node formula, std::map<std
     }
 }
 
-bool FormulaGroups::fills(Place place) const noexcept
-{
-    return std::any_of(filled_.begin(), filled_.end(), [&](const Range& range) { return range.contains(place); });
-}
-
 void FormulaGroups::release(const Range& overwritten)
 {
-    for (const auto& range : filled_) {
+    for (const auto& range : filled_ranges_) {
         if (!range.overlaps(overwritten) || overwritten.contains(range)) continue;
         throw Damage(U"单元格区域 " + from_utf8(range_name(range)) +
                      U" 由一个数组公式或模拟运算表填写，不能只改其中一部分。");
     }
-    std::erase_if(filled_, [&](const Range& range) { return overwritten.contains(range); });
-    const auto behind = shared_.upper_bound(overwritten.last);
-    for (auto group = shared_.lower_bound(overwritten.first); group != behind;) {
-        const auto& [master, shared] = *group;
-        if (!overwritten.contains(master)) {
-            ++group;
-            continue;
-        }
-        for (const auto& place : shared.others) {
-            if (!overwritten.contains(place)) tell_formula(place, master, shared);
-        }
-        group = shared_.erase(group);
+    auto pieces = pieces_left(overwritten);
+    if (std::erase_if(filled_ranges_, [&](const Range& range) { return overwritten.contains(range); }) > 0) {
+        filled_ = RangeSet(filled_ranges_);
     }
+    for (auto& piece : pieces) share_anew(piece.master, std::move(piece.cells));
+    std::erase_if(shared_, [&](const auto& group) { return overwritten.contains(group.first); });
 }
 
-void FormulaGroups::tell_formula(Place place, Place master, const Shared& shared)
+// What is left of the groups whose formula is told in the range. A group's first cell must be its upper left one, so
+// cells that lie further left make a piece of their own.
+std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const Range& overwritten) const
 {
-    auto formula = child_named(cells_.find(place), "f");
-    // It may have been overwritten itself meanwhile.
-    if (std::string_view(formula.attribute("t").value()) != "shared" || !element_text(formula).empty()) return;
-    for (const char* name : {"t", "ref", "si"}) formula.remove_attribute(name);
-    set_raw_text(formula,
-                 escaped(shifted_formula(shared.formula, place.row - master.row, place.column - master.column)));
+    constexpr std::size_t most_pieces = 1000; // each tells the formula once more
+    std::vector<Piece> pieces;
+    const auto behind = shared_.upper_bound(overwritten.last);
+    for (auto group = shared_.lower_bound(overwritten.first); group != behind; ++group) {
+        if (!overwritten.contains(group->first)) continue;
+        std::vector<Place> left;
+        for (const auto& place : group->second.others) {
+            if (!overwritten.contains(place) && still_shares(place)) left.push_back(place);
+        }
+        while (!left.empty()) {
+            const auto is_right = [first = left.front()](Place place) { return place.column >= first.column; };
+            const auto end = std::stable_partition(left.begin(), left.end(), is_right);
+            pieces.push_back({group->first, {left.begin(), end}});
+            left.erase(left.begin(), end);
+            if (pieces.size() > most_pieces) throw Damage(U"这些单元格的公式由过多的单元格共用，不能改写。");
+        }
+    }
+    return pieces;
+}
+
+// A cell of a group may have been overwritten meanwhile.
+bool FormulaGroups::still_shares(Place place) const
+{
+    const auto formula = child_named(cells_.find(place), "f");
+    return std::string_view(formula.attribute("t").value()) == "shared" && element_text(formula).empty();
+}
+
+// The first of the cells tells from now on what the master told.
+void FormulaGroups::share_anew(Place master, std::vector<Place> cells)
+{
+    const auto first = cells.front();
+    auto formula = child_named(cells_.find(first), "f");
+    auto text = shifted_formula(shared_.at(master).formula, first.row - master.row, first.column - master.column);
+    set_raw_text(formula, escaped(text));
+    if (cells.size() == 1) {
+        for (const char* name : {"t", "ref", "si"}) formula.remove_attribute(name);
+        return;
+    }
+    Range range{first, first};
+    const auto number = std::to_string(++last_number_);
+    for (const auto place : cells) {
+        range.include(place);
+        set_attribute(child_named(cells_.find(place), "f"), "si", number);
+    }
+    set_attribute(formula, "ref", range_name(range));
+    cells.erase(cells.begin());
+    shared_.insert_or_assign(first, Shared{std::move(text), std::move(cells)});
 }
 
 bool FormulaGroups::drop_results()
@@ -92,9 +127,10 @@ bool FormulaGroups::drop_results()
         const auto cell = cells_.find(place);
         if (child_named(cell, "f")) had_any = drop_result(cell) || had_any;
     }
-    for (const auto& range : filled_) {
-        cells_.visit(range, [&had_any](Place, pugi::xml_node cell) { had_any = drop_result(cell) || had_any; });
-    }
+    if (filled_ranges_.empty()) return had_any;
+    cells_.visit(whole_sheet, [&](Place place, pugi::xml_node cell) {
+        if (fills(place)) had_any = drop_result(cell) || had_any;
+    });
     return had_any;
 }
 

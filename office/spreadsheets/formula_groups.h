@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/spreadsheets/places.h"
+#include "office/spreadsheets/range_set.h"
 #include "office/spreadsheets/sheet_cells.h"
 
 #include <map>
@@ -16,10 +16,10 @@ public:
     explicit FormulaGroups(const SheetCells& cells);
 
     /// Whether the cell is filled by an array formula or a data table; it is a formula cell even with nothing in it.
-    bool fills(Place place) const noexcept;
-    /// To be called before cells of the range are overwritten. Cells outside of it that share a formula told inside get
-    /// it told themselves. Damage, with nothing changed, when only a part of an array formula or a data table would be
-    /// lost.
+    bool fills(Place place) const noexcept { return filled_.contains(place); }
+    /// To be called before cells of the range are overwritten. Of the cells outside of it that share a formula told
+    /// inside the first one tells it from now on. Damage, with nothing changed, when only a part of an array formula or
+    /// a data table would be lost.
     void release(const Range& overwritten);
     /// Takes the cached results away from all formula cells; whether there were any.
     bool drop_results();
@@ -29,14 +29,22 @@ private:
         std::string formula;
         std::vector<Place> others;
     };
+    struct Piece {
+        Place master; // of the group that it was
+        std::vector<Place> cells;
+    };
 
     void add_shared(Place place, pugi::xml_node formula, std::map<std::string, Place>& masters);
-    void tell_formula(Place place, Place master, const Shared& shared);
+    std::vector<Piece> pieces_left(const Range& overwritten) const;
+    void share_anew(Place master, std::vector<Place> cells);
+    bool still_shares(Place place) const;
 
     const SheetCells& cells_;
     std::vector<Place> formula_cells_;
-    std::vector<Range> filled_;      ///< of more than one cell
-    std::map<Place, Shared> shared_; ///< by the cell that tells the formula
+    std::vector<Range> filled_ranges_; // of more than one cell
+    RangeSet filled_;                  // the same
+    std::map<Place, Shared> shared_;   // by the cell that tells the formula
+    long long last_number_ = 0;        // of a group
 };
 
 } // namespace tarvik::ooxml

@@ -54,6 +54,8 @@ struct Range {
     friend bool operator==(const Range&, const Range&) = default;
 };
 
+inline constexpr Range whole_sheet{{1, 1}, {last_row_of_sheet, last_column_of_sheet}};
+
 /// A decimal number of digits alone, at most `limit` and at least 1.
 std::optional<int> parse_count(std::string_view digits, int limit) noexcept;
 /// "A" is 1, "XFD" 16,384; nothing for what is no column.

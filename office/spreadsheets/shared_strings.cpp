@@ -9,7 +9,14 @@ namespace tarvik::ooxml {
 
 namespace {
 
-/// The item's raw text when it is nothing but that, and a reader would not trim it; else nullptr.
+// The element with the text of an item's child; a null node when that is no run of the text.
+pugi::xml_node text_of_run(pugi::xml_node child) noexcept
+{
+    if (is_named(child, "t")) return child;
+    return is_named(child, "r") ? child_named(child, "t") : pugi::xml_node();
+}
+
+// The item's raw text when it is nothing but that, and a reader would not trim it; else nullptr.
 const char* plain_text(pugi::xml_node item)
 {
     const auto text = item.first_child();
@@ -25,10 +32,7 @@ const char* plain_text(pugi::xml_node item)
 Text rich_text(pugi::xml_node item)
 {
     std::string written;
-    for (const auto child : item.children()) {
-        if (is_named(child, "t")) written += element_text(child);
-        if (is_named(child, "r")) written += element_text(child_named(child, "t"));
-    }
+    for (const auto child : item.children()) written += element_text(text_of_run(child));
     return decode_cell_text(written);
 }
 
@@ -41,7 +45,17 @@ SharedStrings::SharedStrings(XmlPart part) : part_(std::move(part))
 
 Text SharedStrings::text(std::size_t index) const
 {
-    return index < items_.size() ? rich_text(items_[index]) : Text();
+    return has(index) ? rich_text(items_[index]) : Text();
+}
+
+bool SharedStrings::is_empty(std::size_t index) const
+{
+    if (!has(index)) return true;
+    const auto children = items_[index].children();
+    return std::all_of(children.begin(), children.end(), [](const auto& child) {
+        const auto pieces = text_of_run(child).children();
+        return std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) { return *piece.value() == 0; });
+    });
 }
 
 void SharedStrings::index_plain_items()
@@ -76,8 +90,9 @@ const XmlPart& SharedStrings::settle()
 {
     auto root = part_.root();
     if (reference_difference_ != 0 && root.attribute("count")) {
-        const auto count = root.attribute("count").as_llong() + reference_difference_;
-        root.attribute("count").set_value(std::max(count, 0LL));
+        constexpr long long most_references = 1LL << 40U; // whatever the part says
+        const auto count = std::clamp(root.attribute("count").as_llong(), 0LL, most_references);
+        root.attribute("count").set_value(std::max(count + reference_difference_, 0LL));
         part_.changed = true;
     }
     reference_difference_ = 0;

@@ -16,8 +16,11 @@ class SharedStrings {
 public:
     explicit SharedStrings(XmlPart part);
 
-    /// The text with that index, counting from 0; empty if there is none.
+    /// Texts count from 0.
+    bool has(std::size_t index) const noexcept { return index < items_.size(); }
+    /// The text with that index; empty if there is none.
     Text text(std::size_t index) const;
+    bool is_empty(std::size_t index) const;
     /// The index of the raw cell text as a text without formats; it is added when the table has none such.
     std::size_t add(const std::string& raw);
     /// Cells came to refer to the table (positive) or ceased to.
@@ -30,7 +33,7 @@ private:
 
     XmlPart part_;
     std::vector<pugi::xml_node> items_;
-    std::unordered_map<std::string_view, std::size_t> plain_; ///< raw text, held by the tree, to index
+    std::unordered_map<std::string_view, std::size_t> plain_; // raw text, held by the tree, to index
     bool plain_is_indexed_ = false;
     long long reference_difference_ = 0;
 };

@@ -6,23 +6,17 @@ namespace tarvik::ooxml {
 
 namespace {
 
-struct Numbered {
-    int number;
-    pugi::xml_node node;
-};
-
-/// Orders elements by their numbers, in the part too. Two with one number are a damage.
-void put_in_order(pugi::xml_node parent, std::vector<Numbered>& elements)
+bool is_before(const NumberedElement& a, const NumberedElement& b) noexcept
 {
-    const auto by_number = [](const Numbered& a, const Numbered& b) { return a.number < b.number; };
-    if (!std::is_sorted(elements.begin(), elements.end(), by_number)) {
-        std::stable_sort(elements.begin(), elements.end(), by_number);
-        for (const auto& element : elements) parent.append_move(element.node);
-    }
-    const auto same = [](const Numbered& a, const Numbered& b) { return a.number == b.number; };
-    if (std::adjacent_find(elements.begin(), elements.end(), same) != elements.end()) {
-        throw Damage(U"工作表里有重复的行或单元格。");
-    }
+    return a.number < b.number;
+}
+
+// Orders elements by their numbers, in the part too, where whatever else is there stays behind them.
+void put_in_order(pugi::xml_node parent, std::vector<NumberedElement>& elements)
+{
+    if (std::is_sorted(elements.begin(), elements.end(), is_before)) return;
+    std::stable_sort(elements.begin(), elements.end(), is_before);
+    for (auto element = elements.rbegin(); element != elements.rend(); ++element) parent.prepend_move(element->node);
 }
 
 int told_or_next(const std::optional<int>& told, bool is_told, int last_number, int limit)
@@ -32,83 +26,102 @@ int told_or_next(const std::optional<int>& told, bool is_told, int last_number, 
     return number;
 }
 
-} // namespace
-
-SheetCells::SheetCells(pugi::xml_node worksheet)
-    : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData"))
+std::vector<NumberedElement> numbered_rows(pugi::xml_node sheet_data)
 {
-    if (!sheet_data_) throw Damage(U"工作表没有单元格数据。");
-    index_rows();
-    dimension_ = parse_range(attribute_text(child_named(worksheet_, "dimension"), "ref"));
-}
-
-void SheetCells::index_rows()
-{
-    std::vector<Numbered> rows;
+    std::vector<NumberedElement> rows;
     int last = 0;
-    for (auto node : sheet_data_.children()) {
+    for (auto node : sheet_data.children()) {
         if (!is_named(node, "row")) continue;
         const auto told = node.attribute("r");
         last = told_or_next(parse_count(told.value(), last_row_of_sheet), !told.empty(), last, last_row_of_sheet);
         if (!told) node.append_attribute("r").set_value(last);
         rows.push_back({last, node});
     }
-    put_in_order(sheet_data_, rows);
-    for (const auto& row : rows) rows_.emplace_hint(rows_.end(), row.number, Row{row.node, false, {}});
+    put_in_order(sheet_data, rows);
+    return rows;
 }
 
-void SheetCells::index_cells(int number, Row& row)
+std::vector<NumberedElement> numbered_cells(const NumberedElement& row)
 {
-    std::vector<Numbered> cells;
+    std::vector<NumberedElement> cells;
     int last = 0;
     for (auto node : row.node.children()) {
         if (!is_named(node, "c")) continue;
         const auto told = node.attribute("r");
         const auto place = parse_place(told.value());
-        const auto column = place && place->row == number ? std::optional(place->column) : std::nullopt;
+        const auto column = place && place->row == row.number ? std::optional(place->column) : std::nullopt;
         last = told_or_next(column, !told.empty(), last, last_column_of_sheet);
-        if (!told) node.append_attribute("r").set_value(place_name({number, last}).c_str());
+        if (!told) node.append_attribute("r").set_value(place_name({row.number, last}).c_str());
         cells.push_back({last, node});
     }
-    put_in_order(row.node, cells);
-    row.cells.reserve(cells.size());
-    for (const auto& cell : cells) row.cells.push_back({cell.number, cell.node});
-    row.is_indexed = true;
+    return cells;
 }
 
-SheetCells::Row& SheetCells::indexed(int number, Row& row) const
+void refuse_repeated(const std::vector<NumberedElement>& cells)
 {
-    if (!row.is_indexed) index_cells(number, row);
-    return row;
+    const auto is_same = [](const auto& a, const auto& b) { return a.number == b.number; };
+    if (std::adjacent_find(cells.begin(), cells.end(), is_same) != cells.end()) {
+        throw Damage(U"工作表里有重复的单元格。");
+    }
+}
+
+} // namespace
+
+SheetCells::SheetCells(pugi::xml_node worksheet)
+    : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData"))
+{
+    if (!sheet_data_) throw Damage(U"工作表没有单元格数据。");
+    index();
+    dimension_ = parse_range(attribute_text(child_named(worksheet_, "dimension"), "ref"));
+}
+
+void SheetCells::index()
+{
+    const auto pieces = numbered_rows(sheet_data_);
+    for (auto piece = pieces.begin(); piece != pieces.end();) {
+        const auto row = *piece;
+        auto cells = numbered_cells(row);
+        for (++piece; piece != pieces.end() && piece->number == row.number; ++piece) {
+            for (const auto& cell : numbered_cells(*piece)) {
+                auto target = row.node;
+                cells.empty() ? target.prepend_move(cell.node) : target.insert_move_after(cell.node, cells.back().node);
+                cells.push_back(cell);
+            }
+            remove_element(sheet_data_, piece->node);
+        }
+        put_in_order(row.node, cells);
+        refuse_repeated(cells);
+        rows_.emplace_hint(rows_.end(), row.number, Row{row.node, std::move(cells)});
+    }
 }
 
 pugi::xml_node SheetCells::find(Place place) const
 {
     const auto row = rows_.find(place.row);
     if (row == rows_.end()) return {};
-    const auto& cells = indexed(row->first, row->second).cells;
+    const auto& cells = row->second.cells;
     const auto cell = std::lower_bound(cells.begin(), cells.end(), place.column,
-                                       [](const Cell& one, int column) { return one.column < column; });
-    return cell != cells.end() && cell->column == place.column ? cell->node : pugi::xml_node();
+                                       [](const auto& one, int column) { return one.number < column; });
+    return cell != cells.end() && cell->number == place.column ? cell->node : pugi::xml_node();
 }
 
 SheetCells::Row& SheetCells::ensure_row(int number)
 {
     const auto next = rows_.lower_bound(number);
-    if (next != rows_.end() && next->first == number) return indexed(number, next->second);
+    if (next != rows_.end() && next->first == number) return next->second;
     const auto name = name_like(sheet_data_, "row");
     auto node = next == rows_.end() ? sheet_data_.append_child(name.c_str())
                                     : sheet_data_.insert_child_before(name.c_str(), next->second.node);
     node.append_attribute("r").set_value(number);
-    return rows_.emplace_hint(next, number, Row{node, true, {}})->second;
+    return rows_.emplace_hint(next, number, Row{node, {}})->second;
 }
 
 pugi::xml_node SheetCells::ensure(Place place)
 {
     auto& row = ensure_row(place.row);
     const auto next = std::lower_bound(row.cells.begin(), row.cells.end(), place.column,
-                                       [](const Cell& one, int column) { return one.column < column; });
-    if (next != row.cells.end() && next->column == place.column) return next->node;
+                                       [](const auto& one, int column) { return one.number < column; });
+    if (next != row.cells.end() && next->number == place.column) return next->node;
     const auto name = name_like(row.node, "c");
     // Behind the last cell there may be an extension list, which must stay last.
     auto node = row.cells.empty()         ? row.node.prepend_child(name.c_str())
@@ -150,21 +163,18 @@ void SheetCells::widen(Row& row, Place place)
 void SheetCells::visit(const Range& range, const Visitor& visitor) const
 {
     for (auto row = rows_.lower_bound(range.first.row); row != rows_.end() && row->first <= range.last.row; ++row) {
-        for (const auto& cell : indexed(row->first, row->second).cells) {
-            if (cell.column > range.last.column) break;
-            if (cell.column >= range.first.column) visitor({row->first, cell.column}, cell.node);
+        for (const auto& cell : row->second.cells) {
+            if (cell.number > range.last.column) break;
+            if (cell.number >= range.first.column) visitor({row->first, cell.number}, cell.node);
         }
     }
 }
 
 void SheetCells::visit_formulas(const Visitor& visitor) const
 {
-    const auto holds_formula = [](pugi::xml_node cell) { return !child_named(cell, "f").empty(); };
-    for (auto& [number, row] : rows_) {
-        const auto nodes = row.node.children();
-        if (std::none_of(nodes.begin(), nodes.end(), holds_formula)) continue;
-        for (const auto& cell : indexed(number, row).cells) {
-            if (holds_formula(cell.node)) visitor({number, cell.column}, cell.node);
+    for (const auto& [number, row] : rows_) {
+        for (const auto& cell : row.cells) {
+            if (child_named(cell.node, "f")) visitor({number, cell.number}, cell.node);
         }
     }
 }

@@ -11,8 +11,14 @@
 
 namespace tarvik::ooxml {
 
+struct NumberedElement {
+    int number; ///< of the row or column
+    pugi::xml_node node;
+};
+
 /// The rows and cells that a worksheet part has, found by place. Rows and cells that do not tell their place get it
-/// told, and those that are out of order are put in order.
+/// told, those that are out of order are put in order, and a row told in several pieces becomes one. Damage when a cell
+/// is told twice or a place is none.
 class SheetCells {
 public:
     explicit SheetCells(pugi::xml_node worksheet);
@@ -28,14 +34,9 @@ public:
     void visit_formulas(const Visitor& visitor) const;
 
 private:
-    struct Cell {
-        int column;
-        pugi::xml_node node;
-    };
     struct Row {
         pugi::xml_node node;
-        bool is_indexed = false;
-        std::vector<Cell> cells; ///< by column; once it is indexed
+        std::vector<NumberedElement> cells; // by column
     };
     struct ColumnFormat {
         int first;
@@ -43,16 +44,14 @@ private:
         std::string format;
     };
 
-    void index_rows();
-    static void index_cells(int number, Row& row);
-    Row& indexed(int number, Row& row) const;
+    void index();
     Row& ensure_row(int number);
     std::string format_of_missing(const Row& row, int column);
     void widen(Row& row, Place place);
 
     pugi::xml_node worksheet_;
     pugi::xml_node sheet_data_;
-    mutable std::map<int, Row> rows_; ///< a row's cells are indexed when somebody first asks for one
+    std::map<int, Row> rows_;
     std::optional<Range> dimension_;
     std::optional<std::vector<ColumnFormat>> column_formats_;
 };

@@ -11,18 +11,29 @@ void check(Place place)
                  U" 列的单元格。");
 }
 
-} // namespace
-
-SheetPart::SheetPart(std::string name, const std::string& contents, CellValues& values, std::vector<Range> headers)
-    : part_(std::move(name), contents, "worksheet"), cells_(part_.root()), merged_(part_.root()), values_(values),
-      headers_(std::move(headers))
+RangeSet merged_ranges(pugi::xml_node worksheet)
 {
+    std::vector<Range> ranges;
+    for (const auto node : child_named(worksheet, "mergeCells").children()) {
+        if (const auto range = parse_range(attribute_text(node, "ref"))) ranges.push_back(*range);
+    }
+    return RangeSet(ranges);
 }
 
-FormulaGroups& SheetPart::formulas() const
+} // namespace
+
+SheetPart::SheetPart(std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas)
+    : part_(std::move(name), contents, "worksheet", Vocabulary::Spreadsheet), cells_(part_.root()), formulas_(cells_),
+      merged_(merged_ranges(part_.root())), values_(values), areas_(std::move(areas))
 {
-    if (!formulas_) formulas_.emplace(cells_);
-    return *formulas_;
+    cells_.visit(whole_sheet, [&values](Place, pugi::xml_node cell) { values.check(cell); });
+}
+
+// Of the merged range that the cell lies in; a cell outside of every range is its own first cell.
+Place SheetPart::first_of_merged(Place place) const noexcept
+{
+    const auto* range = merged_.find(place);
+    return range ? range->first : place;
 }
 
 Text SheetPart::text(Place place) const
@@ -43,18 +54,18 @@ bool SheetPart::is_empty(Place place) const
 {
     check(place);
     const auto cell = cells_.find(place);
-    return (!cell || values_.is_empty(cell)) && !formulas().fills(place);
+    return (!cell || values_.is_empty(cell)) && !formulas_.fills(place);
 }
 
 bool SheetPart::write(Place place, TextView text)
 {
     check(place);
     if (text.empty()) {
-        if (merged_.first_cell(place) != place || is_empty(place)) return false;
+        if (first_of_merged(place) != place || is_empty(place)) return false;
         values_.erase(cell_to_overwrite(place));
     } else {
-        place = merged_.first_cell(place);
-        if (is_header(place) && this->text(place) == text) return false;
+        place = first_of_merged(place);
+        if (areas_.headers.contains(place) && this->text(place) == text) return false;
         values_.write_text(cell_to_overwrite(place), text);
     }
     part_.changed = true;
@@ -64,27 +75,25 @@ bool SheetPart::write(Place place, TextView text)
 bool SheetPart::write(Place place, double number)
 {
     check(place);
-    values_.write_number(cell_to_overwrite(merged_.first_cell(place)), number);
+    values_.write_number(cell_to_overwrite(first_of_merged(place)), number);
     part_.changed = true;
     return true;
 }
 
 pugi::xml_node SheetPart::cell_to_overwrite(Place place)
 {
-    refuse_header(place);
-    formulas().release({place, place});
+    refuse_protected(place);
+    formulas_.release({place, place});
     return cells_.ensure(place);
 }
 
-bool SheetPart::is_header(Place place) const noexcept
+void SheetPart::refuse_protected(Place place) const
 {
-    return std::any_of(headers_.begin(), headers_.end(),
-                       [place](const Range& header) { return header.contains(place); });
-}
-
-void SheetPart::refuse_header(Place place) const
-{
-    if (is_header(place)) throw Damage(U"单元格 " + from_utf8(place_name(place)) + U" 是表格的列标题，不能改写。");
+    const auto refused = [place](const char32_t* why) {
+        return Damage(U"单元格 " + from_utf8(place_name(place)) + why);
+    };
+    if (areas_.headers.contains(place)) throw refused(U" 是表格的列标题，不能改写。");
+    if (areas_.pivots.contains(place)) throw refused(U" 属于数据透视表，不能改写。");
 }
 
 int SheetPart::clear(const Range& range)
@@ -94,12 +103,12 @@ int SheetPart::clear(const Range& range)
     check(range.last);
     std::vector<pugi::xml_node> held;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
-        if (values_.is_empty(cell) && !formulas().fills(place)) return;
-        refuse_header(place);
+        if (values_.is_empty(cell) && !formulas_.fills(place)) return;
+        refuse_protected(place);
         held.push_back(cell);
     });
     if (held.empty()) return 0;
-    formulas().release(range);
+    formulas_.release(range);
     for (const auto cell : held) values_.erase(cell);
     part_.changed = true;
     return static_cast<int>(held.size());
@@ -107,7 +116,7 @@ int SheetPart::clear(const Range& range)
 
 void SheetPart::drop_results()
 {
-    if (formulas().drop_results()) part_.changed = true;
+    if (formulas_.drop_results()) part_.changed = true;
 }
 
 bool may_have_formulas(std::string_view contents) noexcept

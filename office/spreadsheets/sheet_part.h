@@ -3,26 +3,23 @@
 #include "office/packages/xml_part.h"
 #include "office/spreadsheets/cell_values.h"
 #include "office/spreadsheets/formula_groups.h"
-#include "office/spreadsheets/merged_ranges.h"
+#include "office/spreadsheets/protected_areas.h"
 #include "office/spreadsheets/sheet_cells.h"
-
-#include <optional>
 
 namespace tarvik::ooxml {
 
 /// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is told as Damage, the
-/// sheet then being as it was.
+/// sheet then being as it was; what nobody could edit is refused when it is made.
 class SheetPart {
 public:
-    /// The texts in `headers` must stay what they are.
-    SheetPart(std::string name, const std::string& contents, CellValues& values, std::vector<Range> headers);
+    SheetPart(std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas);
     SheetPart(const SheetPart&) = delete;
     SheetPart& operator=(const SheetPart&) = delete;
 
     Text text(Place place) const;
     std::optional<double> number(Place place) const;
     bool is_empty(Place place) const;
-    // Both tell whether anything was changed.
+    /// Both tell whether anything was changed.
     bool write(Place place, TextView text);
     bool write(Place place, double number);
     int clear(const Range& range);
@@ -32,17 +29,16 @@ public:
     const XmlPart& part() const noexcept { return part_; }
 
 private:
-    FormulaGroups& formulas() const;
+    Place first_of_merged(Place place) const noexcept;
     pugi::xml_node cell_to_overwrite(Place place);
-    bool is_header(Place place) const noexcept;
-    void refuse_header(Place place) const;
+    void refuse_protected(Place place) const;
 
     XmlPart part_;
     SheetCells cells_;
-    MergedRanges merged_;
+    FormulaGroups formulas_;
+    RangeSet merged_;
     CellValues& values_;
-    std::vector<Range> headers_;
-    mutable std::optional<FormulaGroups> formulas_; ///< looked through when first needed
+    ProtectedAreas areas_;
 };
 
 /// Whether there may be a formula cell in a worksheet part: false is certain.

@@ -1,6 +1,6 @@
 #include "office/spreadsheets/workbook_model.h"
 
-#include "office/spreadsheets/table_headers.h"
+#include "office/spreadsheets/macros.h"
 
 #include <array>
 
@@ -10,9 +10,8 @@ namespace {
 
 constexpr std::string_view plain_type = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml";
 constexpr std::string_view macro_type = "application/vnd.ms-excel.sheet.macroEnabled.main+xml";
-constexpr std::string_view project_type = "application/vnd.ms-office.vbaProject";
 
-/// The name of the workbook's part, which must be what this engine can edit.
+// The name of the workbook's part, which must be what this engine can edit.
 std::string find_workbook(const Package& package, const ContentTypes& types)
 {
     const Relationships relationships(package, "");
@@ -28,15 +27,6 @@ std::string find_workbook(const Package& package, const ContentTypes& types)
     return workbook->target;
 }
 
-/// The value of the attribute that refers to a relationship; the prefix of its namespace may be any.
-std::string relationship_id(pugi::xml_node node)
-{
-    for (const auto attribute : node.attributes()) {
-        if (std::string_view(attribute.name()).ends_with(":id")) return unescaped(attribute.value());
-    }
-    return {};
-}
-
 bool is_on(pugi::xml_attribute attribute) noexcept
 {
     const std::string_view value = attribute.value();
@@ -48,21 +38,22 @@ bool is_on(pugi::xml_attribute attribute) noexcept
 WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package)
     : package_(std::move(package)), workbook_name_(find_workbook(package_.original(), package_.types())),
       relationships_(package_.original(), workbook_name_),
-      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook")
+      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook", Vocabulary::Spreadsheet)
 {
     list_sheets();
 }
 
+// Chart, dialog and macro sheets are no worksheets; those of old macro modules have no part at all.
 void WorkbookModel::list_sheets()
 {
+    std::set<std::string> keys;
     for (const auto node : child_named(workbook_.root(), "sheets").children()) {
         const auto* relationship = relationships_.of_id(relationship_id(node));
-        if (!is_named(node, "sheet") || (relationship && relationship->kind() != "worksheet")) continue;
-        if (!relationship || !package_.original().has(relationship->target)) {
+        if (!is_named(node, "sheet") || !relationship || relationship->kind() != "worksheet") continue;
+        if (!package_.original().has(relationship->target)) {
             throw Damage(U"缺少工作表“" + from_utf8(attribute_text(node, "name")) + U"”的部件。");
         }
-        const auto is_it = [&](const Sheet& sheet) { return sheet.name == relationship->target; };
-        if (std::any_of(sheets_.begin(), sheets_.end(), is_it)) throw Damage(U"两张工作表共用一个部件。");
+        if (!keys.insert(part_key(relationship->target)).second) throw Damage(U"两张工作表共用一个部件。");
         sheets_.push_back({relationship->target, nullptr});
     }
     if (sheets_.empty()) throw Damage(U"工作簿里没有工作表。");
@@ -73,7 +64,18 @@ SheetPart& WorkbookModel::sheet(int index)
     if (index < 1 || index > sheet_count()) {
         throw Damage(U"工作簿里没有第 " + number_text(index) + U" 张工作表。");
     }
+    load_formulas();
     return load(sheets_[static_cast<std::size_t>(index - 1)]);
+}
+
+// A change in one sheet drops the results of all, so none of those may fail later.
+void WorkbookModel::load_formulas()
+{
+    if (has_loaded_formulas_) return;
+    for (auto& sheet : sheets_) {
+        if (may_have_formulas(package_.original().part(sheet.name))) load(sheet);
+    }
+    has_loaded_formulas_ = true;
 }
 
 SheetPart& WorkbookModel::load(Sheet& sheet)
@@ -81,15 +83,17 @@ SheetPart& WorkbookModel::load(Sheet& sheet)
     if (!values_) load_strings();
     if (!sheet.part) {
         sheet.part = std::make_unique<SheetPart>(sheet.name, package_.original().part(sheet.name), *values_,
-                                                 table_headers(package_.original(), sheet.name));
+                                                 protected_areas(package_.original(), sheet.name));
     }
     return *sheet.part;
 }
 
 void WorkbookModel::load_strings()
 {
-    if (const auto* strings = relationships_.of_kind("sharedStrings")) {
-        strings_.emplace(XmlPart(strings->target, package_.original().part(strings->target), "sst"));
+    const auto* strings = relationships_.of_kind("sharedStrings");
+    if (strings && package_.original().has(strings->target)) {
+        strings_.emplace(
+            XmlPart(strings->target, package_.original().part(strings->target), "sst", Vocabulary::Spreadsheet));
     }
     const bool counts_from_1904 = is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
     values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904);
@@ -100,25 +104,14 @@ void WorkbookModel::set_format(WorkbookFormat format)
     const auto wanted = format == WorkbookFormat::Plain ? plain_type : macro_type;
     if (package_.types().of(workbook_name_) == wanted) return;
     package_.types().set(workbook_name_, wanted);
-    if (format == WorkbookFormat::Plain) drop_macros();
+    if (format == WorkbookFormat::Plain) drop_macros(package_, workbook_, relationships_);
     is_unpacked_ = true;
-}
-
-void WorkbookModel::drop_macros()
-{
-    const auto* project = relationships_.of_kind("vbaProject");
-    if (!project) return;
-    const Relationships of_project(package_.original(), project->target);
-    for (const auto& one : of_project.all()) package_.remove(one.target);
-    package_.remove(project->target);
-    package_.types().forget_default(project_type);
-    relationships_.remove(std::string(project->id));
 }
 
 void WorkbookModel::drop_results()
 {
     for (auto& sheet : sheets_) {
-        if (sheet.part || may_have_formulas(package_.original().part(sheet.name))) load(sheet).drop_results();
+        if (sheet.part) sheet.part->drop_results();
     }
     ask_for_calculation();
     drop_calculation_chain();
@@ -146,12 +139,15 @@ void WorkbookModel::ask_for_calculation()
     workbook_.changed = true;
 }
 
+// Only what is such a chain: the relationship may lead anywhere.
 void WorkbookModel::drop_calculation_chain()
 {
-    const auto* chain = relationships_.of_kind("calcChain");
-    if (!chain) return;
-    package_.remove(chain->target);
-    relationships_.remove(std::string(chain->id));
+    relationships_.remove_if([this](const Relationship& one) {
+        if (one.kind() != "calcChain" || !package_.has(one.target)) return false;
+        if (root_name(package_.original().part(one.target)) != "calcChain") return false;
+        package_.remove(one.target);
+        return true;
+    });
 }
 
 const std::string& WorkbookModel::pack()

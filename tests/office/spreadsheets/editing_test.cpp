@@ -102,11 +102,19 @@ TEST(Editing, cells_read_as_their_values)
         {"><v>1E3</v></c>", U"1000", false},
         {" t=\"s\"><v> 1 </v></c>", U"粗体 ", false},
         {" t=\"s\"><v>2</v></c>", U"a & b", false},
-        {" t=\"s\"><v>99</v></c>", U"", true},
+        {" t=\"s\"/>", U"", true},
         {" t=\"b\"><v>1</v></c>", U"True", false},
         {" t=\"b\"><v>0</v></c>", U"False", false},
+        {" t=\"b\"/>", U"", true},
+        {" t=\"b\"><v/></c>", U"", true},
         {" t=\"e\"><v>#DIV/0!</v></c>", U"#DIV/0!", false},
         {" t=\"d\"><v>2024-03-01T12:00:00</v></c>", U"45352.5", false},
+        {" t=\"d\"><v>2024-03-01T11:59:59.7Z</v></c>", U"45352.5", false},
+        {" t=\"d\"><v>18:00:00</v></c>", U"0.75", false},
+        {" t=\"d\"><v>1900-02-28</v></c>", U"59", false},
+        {" t=\"d\"><v>1900-03-01</v></c>", U"61", false},
+        {" t=\"d\"><v>2023-02-29</v></c>", U"2023-02-29", false},
+        {" t=\"d\"><v>2023-02-28T25:00</v></c>", U"2023-02-28T25:00", false},
         {" t=\"inlineStr\"><is><t>a_x000A_b_x005F_x0041_&#x4E2D;<![CDATA[<c>]]></t></is></c>", U"a\nb_x0041_中<c>",
          false},
         {" t=\"str\"><f>A1&amp;\"\"</f><v>_xD83D__xDE00__xD83D_</v></c>", U"😀\uFFFD", false},
@@ -182,10 +190,11 @@ TEST(Editing, places_may_be_left_out_and_names_may_have_a_prefix)
     auto& sheet = file.open().worksheet(1);
     EXPECT_EQ(sheet.cell(3, 5), U"3");
     EXPECT_EQ(sheet.cell(4, 1), U"4");
-    EXPECT_EQ(data_of(file.sheet_after(3, 2, Text(U"客户"))),
-              "<x:row r=\"3\"><x:c r=\"A3\"><x:v>1</x:v></x:c><x:c r=\"B3\" t=\"s\"><x:v>0</x:v></x:c><x:c r=\"D3\">"
-              "<x:v>2</x:v></x:c><x:c r=\"E3\"><x:v>3</x:v></x:c></x:row><x:row r=\"4\"><x:c><x:v>4</x:v></x:c>"
-              "</x:row><x:row r=\"7\"/>");
+    EXPECT_EQ(
+        data_of(file.sheet_after(3, 2, Text(U"客户"))),
+        "<x:row r=\"3\"><x:c r=\"A3\"><x:v>1</x:v></x:c><x:c r=\"B3\" t=\"s\"><x:v>0</x:v></x:c><x:c r=\"D3\">"
+        "<x:v>2</x:v></x:c><x:c r=\"E3\"><x:v>3</x:v></x:c></x:row><x:row r=\"4\"><x:c r=\"A4\"><x:v>4</x:v></x:c>"
+        "</x:row><x:row r=\"7\"/>");
 }
 
 TEST(Editing, a_workbook_without_shared_texts_gets_texts_in_the_cells)
@@ -210,6 +219,34 @@ TEST(Editing, cells_of_a_shared_formula_outlive_the_one_that_tells_it)
     workbook.close(true);
     EXPECT_EQ(data_of(part_of(file.saved(), sheet1)), "<row r=\"1\"><c r=\"A1\"/></row><row r=\"2\"><c r=\"A2\"/></row>"
                                                       "<row r=\"3\"><c r=\"A3\"><f>B3+$C$1&lt;2</f></c></row>");
+}
+
+TEST(Editing, a_formula_stays_told_once_for_the_cells_that_go_on_sharing_it)
+{
+    const auto child = [](const std::string& place) { return "<c r=\"" + place + "\"><f t=\"shared\" si=\"4\"/></c>"; };
+    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:B3\" si=\"4\">D1*2</f></c>" +
+                                   child("B1") + "</row><row r=\"2\">" + child("A2") + child("B2") +
+                                   "</row><row r=\"3\">" + child("A3") + child("B3") + "</row>"));
+    EXPECT_EQ(
+        data_of(file.sheet_after(1, 1, 1.0)),
+        "<row r=\"1\"><c r=\"A1\"><v>1</v></c><c r=\"B1\"><f t=\"shared\" si=\"5\" ref=\"B1:B3\">E1*2</f></c></row>"
+        "<row r=\"2\"><c r=\"A2\"><f t=\"shared\" si=\"6\" ref=\"A2:A3\">D2*2</f></c><c r=\"B2\"><f t=\"shared\" "
+        "si=\"5\"/></c></row><row r=\"3\"><c r=\"A3\"><f t=\"shared\" si=\"6\"/></c><c r=\"B3\"><f t=\"shared\" "
+        "si=\"5\"/></c></row>");
+    // What was written is a group like any other.
+    EXPECT_EQ(data_of(file.sheet_after(1, 2, 1.0)).find("D2*2"), data_of(file.sheet_after(1, 2, 2.0)).find("D2*2"));
+    EXPECT_NE(file.sheet_after(2, 2, 1.0).find("<c r=\"B3\"><f>E3*2</f></c>"), std::string::npos);
+}
+
+TEST(Editing, many_cells_that_share_a_long_formula_can_be_saved_and_read_again)
+{
+    std::string rows = "<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:A20000\" si=\"0\">1";
+    for (int i = 0; i < 1'000; ++i) rows += "+B$1";
+    rows += "</f></c></row>";
+    for (int i = 2; i <= 20'000; ++i) rows += "<row><c><f t=\"shared\" si=\"0\"/></c></row>";
+    WorkbookFile file(simple_parts(rows));
+    EXPECT_LT(file.sheet_after(1, 1, 1.0).size(), 3U << 20U);
+    EXPECT_FALSE(file.open().worksheet(1).is_empty(20'000, 1));
 }
 
 TEST(Editing, an_array_formula_is_lost_as_a_whole_or_not_at_all)
@@ -322,6 +359,25 @@ TEST(Saving, nothing_is_written_unless_it_is_asked_for)
     workbook.close(true);
     EXPECT_EQ(file.files.stamp(U"b.xlsx"), stamp);
     EXPECT_EQ(failure_of([&] { workbook.worksheet(1); }), "工作簿“b.xlsx”已经关闭。");
+}
+
+TEST(Saving, a_save_that_fails_is_told_and_can_be_done_elsewhere)
+{
+    const auto package = make_package(simple_parts(""));
+    WorkbookFile file(package);
+    auto& workbook = file.open();
+    workbook.worksheet(1).set_cell(1, 1, 1.0);
+    EXPECT_NE(failure_of([&] { workbook.save_as(U"没有的文件夹/b.xlsx"); }).find("没有的文件夹"), std::string::npos);
+    EXPECT_EQ(file.saved(), package);
+    workbook.worksheet(1).set_cell(1, 2, 2.0);
+    workbook.close(true); // it still stands for the file that it was opened from
+    auto& again = file.open();
+    EXPECT_EQ(again.worksheet(1).cell(1, 1) + again.worksheet(1).cell(1, 2), U"12");
+    again.worksheet(1).set_cell(1, 1, 3.0);
+    std::filesystem::remove(file.folder.path() / "t.xlsx");
+    std::filesystem::create_directory(file.folder.path() / "t.xlsx");
+    EXPECT_NE(failure_of([&] { again.close(true); }), "no failure");
+    EXPECT_EQ(again.worksheet(1).cell(1, 1), U"3"); // nothing is lost
 }
 
 TEST(Saving, a_template_that_changes_on_the_disk_is_read_anew)

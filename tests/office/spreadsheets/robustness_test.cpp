@@ -48,6 +48,12 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
     const auto package = make_package(simple_parts(""));
     auto wrong_sum = make_package(simple_parts("<row r=\"1\"/>"), false);
     wrong_sum.replace(wrong_sum.find("<row r=\"1\"/>"), 12, "<row r=\"2\"/>");
+    auto twice = simple_parts("");
+    set_part(twice, "XL/stylez.xml", "<styleSheet/>");
+    auto twice_named = make_package(twice);
+    for (auto at = twice_named.find("stylez"); at != std::string::npos; at = twice_named.find("stylez", at)) {
+        twice_named.replace(at, 6, "styles");
+    }
     auto bomb = simple_parts("");
     set_part(bomb, sheet1, std::string(40U << 20U, ' '));
     std::string depths;
@@ -78,13 +84,79 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
         {changed_package("xl/sharedStrings.xml", "</sst>", "</si>"), "部件“xl/sharedStrings.xml”已损坏。"},
         {changed_package(sheet1, "<sheetData>", "<row>" + depths), "部件“xl/worksheets/sheet1.xml”已损坏。"},
         {changed_package(sheet1, "r=\"1\"", "r=\"1048577\""), "工作表里有无效的行号或单元格位置。"},
-        {changed_package(sheet1, "<row r=\"1\"", "<row r=\"1\"/><row r=\"1\""), "工作表里有重复的行或单元格。"},
+        {changed_package(sheet1, "<v>1</v></c>", "<v>1</v></c></row><row r=\"1\"><c/>"), "工作表里有重复的单元格。"},
+        {changed_package(sheet1, "</row>", "</row><row r=\"900\"><c r=\"A901\"/></row>"),
+         "工作表里有无效的行号或单元格位置。"},
+        {changed_package(sheet1, "<v>1</v></c>", "<v>1</v></c><c t=\"s\"><v>3</v></c>"),
+         "单元格 B1 引用的文本不存在。"},
+        {changed_package("xl/worksheets/sheet2.xml", "<c ", "<c t=\"s\"><v>-1</v></c><c "), "工作表里有重复的单元格。"},
+        {changed_package("xl/sharedStrings.xml", "spreadsheetml", "wordprocessingml"),
+         "部件“xl/sharedStrings.xml”已损坏。"},
+        {changed_package("_rels/.rels", "<Relationships", "<!DOCTYPE Relationships><Relationships"),
+         "部件“_rels/.rels”已损坏。"},
+        {twice_named, "压缩包里有两个同名的部件“XL/styles.xml”。"},
         {changed_package(sheet1, "sheetData>", "sheetdata>"), "部件“xl/worksheets/sheet1.xml”已损坏。"},
     };
     for (const auto& one : cases) EXPECT_EQ(failure_of_opening(one.bytes), one.reason);
 
     WorkbookFile file(package);
     EXPECT_THROW(file.open(U"missing.xlsx"), Failure);
+}
+
+TEST(BadFile, what_would_fill_the_memory_is_refused_before_it_does)
+{
+    const auto repeated = [](const std::string& text, int count) {
+        std::string all;
+        for (int i = 0; i < count; ++i) all += text;
+        return all;
+    };
+    const std::string sheet1 = "xl/worksheets/sheet1.xml";
+    const std::string cell = "<c r=\"A1\" t=\"inlineStr\"><is><t>";
+    const std::string bombs[] = {
+        repeated("<row/> ", 400'000),
+        "<row r=\"1\">" + repeated("<c/>", 700'000) + "</row>",
+        "<row r=\"1\"" + repeated(" a=\"\"", 1'000'000) + "/>",
+        "<row r=\"1\">" + cell + std::string(60U << 20U, 'x') + "</t></is></c></row>",
+    };
+    for (const auto& bomb : bombs) {
+        auto parts = simple_parts("");
+        edit_part(parts, sheet1, "<sheetData>", "<sheetData>" + bomb);
+        EXPECT_EQ(failure_of_opening(make_package(parts)), "部件“" + sheet1 + "”展开后过大。");
+    }
+    // Many parts that are small enough each.
+    auto parts = simple_parts("");
+    for (const auto* number : {"1", "2"}) {
+        const std::string name = std::string("xl/tables/t") + number + ".xml";
+        set_part(parts, name, "<table ref=\"A1:B2\">" + repeated("<a/> ", 250'000) + "</table>");
+    }
+    set_part(parts, "xl/worksheets/_rels/sheet1.xml.rels",
+             "<Relationships><Relationship Id=\"a\" Type=\"a/table\" Target=\"../tables/t1.xml\"/>"
+             "<Relationship Id=\"b\" Type=\"a/table\" Target=\"../tables/t2.xml\"/></Relationships>");
+    EXPECT_EQ(failure_of_opening(make_package(parts)), "部件“xl/tables/t2.xml”展开后过大。");
+}
+
+// Each of these would take minutes or hours if work grew with the square of what the file holds.
+TEST(BadFile, no_file_makes_the_work_grow_faster_than_itself)
+{
+    std::string long_text(900'000, 'x');
+    std::string quotes(900'000, '"');
+    std::string formulas;
+    std::string texts;
+    std::string merged;
+    for (int i = 1; i <= 8'000; ++i) {
+        const auto row = std::to_string(i);
+        texts += "<row r=\"" + row + "\"><c r=\"A" + row + "\" t=\"s\"><v>3</v></c></row>";
+        merged += "<mergeCell ref=\"C" + row + ":C1048576\"/>";
+        formulas += "<row r=\"" + std::to_string(10'000 + i) + "\"><c><f t=\"array\" ref=\"A" +
+                    std::to_string(10'000 + i) + ":B" + std::to_string(10'000 + i) + "\">1</f></c><c/></row>";
+    }
+    auto parts = simple_parts(texts + formulas, "<mergeCells a='" + quotes + "'>" + merged + "</mergeCells>");
+    edit_part(parts, "xl/sharedStrings.xml", "</sst>", "<si><t>" + long_text + "</t></si></sst>");
+    WorkbookFile file(parts);
+    auto& workbook = file.open();
+    EXPECT_EQ(workbook.worksheet(1).clear(1, 20'000, 1, 5), 8'000 + 16'000);
+    workbook.close(true);
+    EXPECT_EQ(file.open().worksheet(1).clear(1, 20'000, 1, 5), 0);
 }
 
 TEST(BadFile, a_deep_nesting_in_a_cell_is_no_stack_overflow)
