@@ -6,6 +6,7 @@
 #include "dockets/test_docket.h"
 #include "office/character_list.h"
 #include "office/label_list.h"
+#include "repair_rules/repair_commands.h"
 
 #include <array>
 
@@ -20,6 +21,8 @@ CommandTable report_commands()
         {.text = U"An statistic", .run = list_characters},
     };
     static const std::array reports{
+        order_command(),
+        prices_command(),
         docket_command(),
         test_docket_command(),
         label_command(),

@@ -12,6 +12,7 @@ import sys
 
 import background
 import dictionaries
+import repair_sheets
 import reports
 import templates
 
@@ -21,7 +22,7 @@ HERE = pathlib.Path(__file__).parent
 def main(folder):
     text = (HERE / "opening_screen.txt").read_text(encoding="utf-8")
     (folder / "coclus.txt").write_bytes(text.replace("\n", "\r\n").encode("gb18030"))
-    for part in (reports, dictionaries, templates, background):
+    for part in (reports, dictionaries, templates, repair_sheets, background):
         part.main(folder)
 
 

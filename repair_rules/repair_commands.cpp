@@ -1,0 +1,100 @@
+#include "repair_rules/repair_commands.h"
+
+#include "office/batch_runner.h"
+#include "office/folder_walk.h"
+#include "office/sheet_path.h"
+#include "office/tasks.h"
+#include "repair_rules/sheets.h"
+
+#include <cmath>
+
+namespace tarvik {
+
+namespace {
+
+using repair_rules::Records;
+
+constexpr std::u32string_view saved_mark = U"A";
+
+Text rate(const Program& program)
+{
+    return number_text(std::floor(seconds_elapsed(program) / (program.form1.filecount + 1))) + U" 秒/张。";
+}
+
+void show_file_done(Program& program)
+{
+    const Form1& form1 = program.form1;
+    show_caption(program, form1.runtitle + U" " + number_text(form1.filecount + 1) + U" →" + run_time(program) +
+                              U"→：" + rate(program));
+}
+
+void show_complete(Program& program)
+{
+    show_caption(program, program.form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" +
+                              number_text(seconds_elapsed(program)) + U" 秒。" + U"→：" + rate(program) + U" OK !");
+}
+
+struct Operation {
+    std::size_t number_field;
+    bool (*enter)(Worksheet& sheet, const Records& records);
+};
+
+void enter_in_file(Program& program, const Operation& operation, const Records& records, const PickedFile& file)
+{
+    Form1& form1 = program.form1;
+    SpreadsheetTask task(program, file.folder + file.name);
+    form1.founddata = false;
+    form1.founddata = operation.enter(task.sheet(), records);
+    if (form1.founddata) task.save_as(plain_sheet_path(program, Text(saved_mark) + file.name));
+    task.finish(Changes::Save);
+    form1.filecount += 1;
+    show_file_done(program);
+}
+
+void enter_in_folder(Program& program, const Operation& operation)
+{
+    Form1& form1 = program.form1;
+    const auto picked = pick_file(program, workbook_filter);
+    if (!picked) return;
+    form1.fso = true;
+    form1.filecount = 0;
+    const Records records(program.module1.suf, static_cast<std::size_t>(form1.rowcount), operation.number_field);
+    work_through(program, walked_names(program, picked->folder), [&](const Text& name) {
+        enter_in_file(program, operation, records, {picked->folder, name});
+    });
+    show_complete(program);
+}
+
+} // namespace
+
+void excelbijiaok(Program& program)
+{
+    enter_in_folder(program, {repair_rules::order_number_field, repair_rules::enter_orders});
+}
+
+void excelbijiaop(Program& program)
+{
+    enter_in_folder(program, {repair_rules::price_number_field, repair_rules::enter_prices});
+}
+
+const ReportCommand& order_command()
+{
+    static constexpr ReportCommand row{.text = U"An order",
+                                       .title_first = true,
+                                       .key = U"4900",
+                                       .count_goes_to = &Form1::rowcount,
+                                       .run = excelbijiaok};
+    return row;
+}
+
+const ReportCommand& prices_command()
+{
+    static constexpr ReportCommand row{.text = U"An prices",
+                                       .title_first = true,
+                                       .key = U"200",
+                                       .count_goes_to = &Form1::rowcount,
+                                       .run = excelbijiaop};
+    return row;
+}
+
+} // namespace tarvik

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "office/report_commands.h"
+
+/// The commands that bring the records of the open report into all sheets of a folder. The user picks any file of the
+/// folder; without one nothing happens. A sheet with a line that met a record is saved under outfolder, its name begun
+/// with an "A"; the others are written back, changed or not. Files that fail are told in one message at the end.
+namespace tarvik {
+
+/// Fault and repair texts, part codes, quantities and charges.
+void excelbijiaok(Program& program);
+/// Eight columns of the record, copied.
+void excelbijiaop(Program& program);
+
+const ReportCommand& order_command();
+const ReportCommand& prices_command();
+
+} // namespace tarvik

@@ -1,0 +1,103 @@
+#include "repair_rules/repair_commands.h"
+
+#include "tests/support/recorded_office.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+namespace {
+
+/// A folder of sheets on drive d, the report open, and the commands typed.
+class RepairCommands : public testing::Test {
+protected:
+    RecordedOffice office;
+    TestProgram desk{&office};
+    Form1& form1 = desk.form1();
+
+    // Repair number 7 in column 4, fault, repair, charge in 13, 14 and 16; for the prices 7 in column 2, values from 6.
+    RepairCommands()
+    {
+        desk.open_text(U"head\r\n"
+                       U"4900\t7\tc\t007\te\tF6\tG7\th\ti\tj\tk\tl\t电源坏\t换电源\to\t100\r\n"
+                       U"200\t7.0\tc\td\te\tF6\tG7\tH8\r\n");
+        std::filesystem::create_directory(desk.drive_d.path() / "s");
+        for (const char* name : {"b.xlsx", "a.xlsx", "c.xlsx", "m$.xlsx", "z.xlsx"})
+            desk.drive_d.write(std::string("s/") + name, name);
+        for (const TextView path : {U"d:\\s\\a.xlsx", U"d:\\s\\c.xlsx"})
+            office.files[path.str()] = {{{12, 1}, 7.0}, {{12, 2}, U"收发器-48"}};
+        office.files[U"d:\\s\\b.xlsx"] = {{{12, 1}, 8.0}, {{12, 2}, U"监控"}};
+    }
+
+    void enter(TextView command, std::optional<Text> file = U"d:\\s\\b.xlsx")
+    {
+        static const ReportCommand rows[] = {order_command(), prices_command()};
+        form1.query_box().set_text(command.str());
+        desk.dialogs.inputs = {U"d:\\out"};
+        desk.dialogs.files = {std::move(file)};
+        EXPECT_TRUE(run_command(desk.program, {{}, rows}));
+    }
+
+    std::string caption() const { return to_utf8(desk.program.form1.window.caption()); }
+};
+
+TEST_F(RepairCommands, save_a_sheet_with_records_under_a_new_name_and_write_the_others_back)
+{
+    enter(U"An order");
+    EXPECT_EQ(form1.rowcount, 1);
+    EXPECT_EQ(to_utf8(desk.dialogs.filters.at(0)), "excel2010文件*.xlsx|*.xlsx|excel2007文件*.xls|*.xls");
+    ASSERT_EQ(office.tasks.size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        const RecordedTask& task = office.tasks[i];
+        const std::string name = std::string(1, "abc"[i]) + ".xlsx";
+        EXPECT_EQ(to_utf8(task.opened), "d:\\s\\" + name);
+        EXPECT_EQ(to_utf8(task.saved_as), i == 1 ? "" : "d:\\out\\A" + name);
+        EXPECT_TRUE(task.closed && task.saved && task.quit && !task.visible);
+    }
+    EXPECT_EQ(office.tasks[0].cells.at({12, 7}), CellValue(U"|30003418"));
+    EXPECT_EQ(office.tasks[0].cells.at({12, 12}), CellValue(U"192.35"));
+    EXPECT_EQ(office.tasks[1].cells.at({12, 12}), CellValue(U"84.24"));
+    EXPECT_EQ(form1.filecount, 3);
+    EXPECT_TRUE(form1.founddata); // of the last sheet
+    EXPECT_EQ(caption(), "Tarvik 计算  9:05:07←start:    Complete 9:05:07→：0 秒。→：0 秒/张。 OK !");
+    EXPECT_TRUE(desk.dialogs.messages.empty());
+}
+
+TEST_F(RepairCommands, copy_prices_and_tell_the_pace_by_the_files_done)
+{
+    enter(U"An prices");
+    EXPECT_EQ(office.tasks.at(0).cells.at({12, 5}), CellValue(U"f6"));
+    EXPECT_EQ(office.tasks.at(0).cells.at({12, 7}), CellValue(U"h8"));
+    // The same operation 159 seconds after the start of the command: 159 seconds over 3 files and one.
+    desk.clock.time.minute += 2;
+    desk.clock.time.second += 39;
+    desk.dialogs.files = {U"d:\\s\\b.xlsx"};
+    excelbijiaop(desk.program);
+    EXPECT_EQ(caption(), "Tarvik 计算  9:05:07←start:    Complete 9:07:46→：159 秒。→：39 秒/张。 OK !");
+}
+
+TEST_F(RepairCommands, go_on_behind_a_file_that_fails_and_tell_it_at_the_end)
+{
+    office.failing = U"a.xlsx";
+    enter(U"An order");
+    EXPECT_EQ(form1.filecount, 2);
+    EXPECT_EQ(office.of(U"c.xlsx").at(0).saved_as, U"d:\\out\\Ac.xlsx");
+    ASSERT_EQ(desk.dialogs.messages.size(), 1U);
+    EXPECT_NE(to_utf8(desk.dialogs.messages[0].text).find("有1个文件没有处理"), std::string::npos);
+    EXPECT_EQ(office.open_applications, 0);
+}
+
+TEST_F(RepairCommands, end_at_once_without_a_file)
+{
+    enter(U"An order", std::nullopt);
+    EXPECT_EQ(caption(), "Tarvik 计算 ");
+    enter(U"An prices", Text());
+    EXPECT_TRUE(office.tasks.empty());
+    // A folder whose walk ends with its first file has nothing to do.
+    desk.drive_d.write("s/$.xlsx", "");
+    enter(U"An order");
+    EXPECT_EQ(caption(), "Tarvik 计算  9:05:07←start:    Complete 9:05:07→：0 秒。→：0 秒/张。 OK !");
+}
+
+} // namespace
+} // namespace tarvik::test
