@@ -6,9 +6,9 @@ set -eu
 packages_for() {
     case $1 in
     build) echo "g++ cmake ninja-build pkg-config ccache libpugixml-dev libzip-dev zlib1g-dev qt6-base-dev libgl-dev fonts-wqy-microhei" ;;
-    test) echo "libgtest-dev libgmock-dev python3 python3-openpyxl xvfb xdotool" ;;
+    test) echo "libgtest-dev libgmock-dev python3 python3-docx python3-openpyxl xvfb xdotool" ;;
     check) echo "clang-format clang-tidy clang-tools python3" ;;
-    bench) echo "gawk python3 python3-openpyxl libc-bin" ;;
+    bench) echo "gawk python3 python3-docx python3-openpyxl libc-bin" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;
     esac
 }

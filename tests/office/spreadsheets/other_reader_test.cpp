@@ -1,27 +1,9 @@
 #include "tests/office/spreadsheets/workbook_file.h"
-
-#include <cstdio>
-#include <memory>
+#include "tests/support/python_reader.h"
 
 #include <gtest/gtest.h>
 
 namespace tarvik::test {
-
-namespace {
-
-/// What the script prints of the workbook. Debian's own interpreter is the one that has its packages.
-std::string read_by_openpyxl(const std::filesystem::path& workbook)
-{
-    const std::string interpreter = std::filesystem::exists("/usr/bin/python3") ? "/usr/bin/python3" : "python3";
-    const auto command = interpreter + " -W ignore " TARVIK_SOURCE_DIR "/tests/office/spreadsheets/read_workbook.py '" +
-                         workbook.string() + "' 2>&1";
-    const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    std::string printed;
-    for (int c = std::fgetc(pipe.get()); c != EOF; c = std::fgetc(pipe.get())) printed += static_cast<char>(c);
-    return printed;
-}
-
-} // namespace
 
 TEST(OtherReader, finds_what_was_written)
 {
@@ -41,7 +23,7 @@ TEST(OtherReader, finds_what_was_written)
     sheet.set_cell(7, 5, Text(U"客户"));
     sheet.set_cell(8, 1, Text(U"00123"));
     workbook.save_as(U"单据");
-    EXPECT_EQ(read_by_openpyxl(file.folder.path() / "单据.xlsx"),
+    EXPECT_EQ(read_by_python("tests/office/spreadsheets/read_workbook.py", file.folder.path() / "单据.xlsx"),
               R"(["第一张", "A1", "s", "00123", "General"]
 ["第一张", "B1", "s", "=1+1", "@"]
 ["第一张", "B2", "n", -0.125, "0.00\"元\""]
