@@ -38,6 +38,11 @@ void check_kind(std::string_view bytes)
     }
 }
 
+Damage refused()
+{
+    return Damage(U"无法组成新的文件。");
+}
+
 Damage too_large(std::string_view name)
 {
     return Damage(U"部件" + quoted(name) + U"展开后过大。");
@@ -137,28 +142,39 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
     return contents;
 }
 
+/// Writes a part in place of the entry, or behind all others when that is nothing.
+void Package::write(zip_t* archive, std::optional<zip_uint64_t> entry, const std::string& name,
+                    const std::string& contents)
+{
+    zip_stat_t told;
+    if (zip_stat_index(archive, entry.value_or(0), 0, &told) != 0) throw refused();
+    Source part(make_part_source(archive, contents, told.mtime));
+    if (!part) throw refused();
+    if (entry) {
+        if (zip_file_replace(archive, *entry, part.get(), 0) != 0) throw refused();
+    } else {
+        const auto index = zip_file_add(archive, name.c_str(), part.get(), ZIP_FL_ENC_UTF_8);
+        if (index < 0) throw refused();
+        entry = static_cast<zip_uint64_t>(index);
+    }
+    static_cast<void>(part.release()); // the archive has taken it over
+    const auto method = is_compressed_in_itself(contents) ? ZIP_CM_STORE : ZIP_CM_DEFAULT;
+    if (zip_set_file_compression(archive, *entry, method, 0) != 0) throw refused();
+}
+
 std::string Package::with(const PartChanges& changes) const
 {
-    const Damage refused(U"无法组成新的文件。");
     ZipFile file{bytes_};
     const Source source = make_source(file);
     Archive archive = open(source.get(), 0);
     for (const auto& name : changes.removed) {
-        if (zip_delete(archive.get(), index_of(name)) != 0) throw refused;
+        if (zip_delete(archive.get(), index_of(name)) != 0) throw refused();
     }
     for (const auto& [name, contents] : changes.written) {
         const auto known = entries_.find(part_key(name));
-        zip_stat_t told;
-        if (zip_stat_index(archive.get(), known == entries_.end() ? 0 : known->second, 0, &told) != 0) throw refused;
-        Source part(make_deflated_source(archive.get(), contents, told.mtime));
-        if (!part) throw refused;
-        const auto written = known == entries_.end()
-                                 ? zip_file_add(archive.get(), name.c_str(), part.get(), ZIP_FL_ENC_UTF_8)
-                                 : zip_file_replace(archive.get(), known->second, part.get(), 0);
-        if (written < 0) throw refused;
-        static_cast<void>(part.release()); // the archive has taken it over
+        write(archive.get(), known == entries_.end() ? std::nullopt : std::optional(known->second), name, contents);
     }
-    if (zip_close(archive.get()) != 0) throw refused;
+    if (zip_close(archive.get()) != 0) throw refused();
     static_cast<void>(archive.release());
     check_readable(changes, file.new_bytes.size());
     return std::move(file.new_bytes);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -50,6 +51,8 @@ private:
 
     static Source make_source(ZipFile& file);
     static Archive open(zip_source_t* source, int flags);
+    static void write(zip_t* archive, std::optional<zip_uint64_t> entry, const std::string& name,
+                      const std::string& contents);
     zip_uint64_t index_of(std::string_view name) const;
     std::string inflate(zip_uint64_t index, std::string_view name) const;
     void check_readable(const PartChanges& changes, std::uint64_t packed_size) const;

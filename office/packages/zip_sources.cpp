@@ -94,8 +94,9 @@ zip_int64_t answer_for_file(void* user, void* data, zip_uint64_t length, zip_sou
     }
 }
 
-struct Deflated {
+struct PackedPart {
     std::string bytes;
+    zip_uint16_t method = ZIP_CM_DEFLATE;
     zip_uint64_t position = 0;
     zip_uint64_t full_size = 0;
     zip_uint32_t checksum = 0;
@@ -124,7 +125,7 @@ std::string deflated(std::string_view contents)
     return target;
 }
 
-zip_int64_t tell_state(const Deflated& state, void* data, zip_uint64_t length)
+zip_int64_t tell_state(const PackedPart& state, void* data, zip_uint64_t length)
 {
     if (length < sizeof(zip_stat_t)) return -1;
     auto* told = &argument<zip_stat_t>(data);
@@ -133,7 +134,7 @@ zip_int64_t tell_state(const Deflated& state, void* data, zip_uint64_t length)
                   ZIP_STAT_ENCRYPTION_METHOD;
     told->size = state.full_size;
     told->comp_size = state.bytes.size();
-    told->comp_method = ZIP_CM_DEFLATE;
+    told->comp_method = state.method;
     told->crc = state.checksum;
     told->mtime = state.changed;
     told->encryption_method = ZIP_EM_NONE;
@@ -142,7 +143,7 @@ zip_int64_t tell_state(const Deflated& state, void* data, zip_uint64_t length)
 
 zip_int64_t answer_for_part(void* user, void* data, zip_uint64_t length, zip_source_cmd_t command)
 {
-    auto* state = static_cast<Deflated*>(user);
+    auto* state = static_cast<PackedPart*>(user);
     switch (command) {
     case ZIP_SOURCE_OPEN: state->position = 0; return 0;
     case ZIP_SOURCE_READ: return read(state->bytes, state->position, data, length);
@@ -162,10 +163,20 @@ zip_source_t* make_file_source(ZipFile& file)
     return zip_source_function_create(answer_for_file, &file, nullptr);
 }
 
-zip_source_t* make_deflated_source(zip_t* archive, std::string_view contents, std::time_t changed)
+bool is_compressed_in_itself(std::string_view contents) noexcept
 {
-    auto state = std::make_unique<Deflated>();
-    state->bytes = deflated(contents);
+    return contents.starts_with("\xFF\xD8\xFF") || contents.starts_with("\x89PNG\r\n\x1A\n");
+}
+
+zip_source_t* make_part_source(zip_t* archive, std::string_view contents, std::time_t changed)
+{
+    auto state = std::make_unique<PackedPart>();
+    if (is_compressed_in_itself(contents)) {
+        state->bytes = contents;
+        state->method = ZIP_CM_STORE;
+    } else {
+        state->bytes = deflated(contents);
+    }
     state->full_size = contents.size();
     state->checksum =
         static_cast<zip_uint32_t>(crc32_z(0, reinterpret_cast<const Bytef*>(contents.data()), contents.size()));

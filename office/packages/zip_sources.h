@@ -22,9 +22,13 @@ struct ZipFile {
 /// A source for zip_open_from_source(); `file` must outlive it. Null when memory is out.
 zip_source_t* make_file_source(ZipFile& file);
 
-/// A source for zip_file_replace() and zip_file_add() that brings its contents already compressed, dated `changed`.
-/// libzip deflates with its highest level only, which takes two to three times as long as zlib's usual one and gains
-/// nothing on sheets. Null when libzip refuses.
-zip_source_t* make_deflated_source(zip_t* archive, std::string_view contents, std::time_t changed);
+/// Whether a part is a JPEG or PNG picture, from which deflating takes nothing but time.
+bool is_compressed_in_itself(std::string_view contents) noexcept;
+
+/// A source for zip_file_replace() and zip_file_add() that brings its contents as they stand in the zip file, dated
+/// `changed`: already deflated unless they are compressed in themselves; libzip has to be told to store those. libzip
+/// deflates with its highest level only, which takes two to three times as long as zlib's usual one and gains nothing
+/// on sheets. Null when libzip refuses.
+zip_source_t* make_part_source(zip_t* archive, std::string_view contents, std::time_t changed);
 
 } // namespace tarvik::ooxml

@@ -64,6 +64,9 @@ TEST(Picture, becomes_a_part_with_all_that_the_package_must_say_of_it)
     EXPECT_EQ(part_of(saved, "word/media/image1.jpeg"), jpeg(96, 48));
     EXPECT_EQ(part_of(saved, "word/media/image2.png"), png(10, 10));
     EXPECT_EQ(part_of(saved, "word/media/image1.png"), part_of(make_package(parts), "word/media/image1.png"));
+    int stored = 0;
+    parts_of(saved, &stored);
+    EXPECT_EQ(stored, 3); // the pictures
     const auto types = part_of(saved, "[Content_Types].xml");
     EXPECT_THAT(types, testing::HasSubstr("<Default Extension=\"jpeg\" ContentType=\"image/jpeg\"/>"));
     EXPECT_THAT(types, testing::HasSubstr("<Default Extension=\"png\" ContentType=\"image/png\"/>"));
