@@ -83,6 +83,22 @@ TEST(Picture, becomes_a_part_with_all_that_the_package_must_say_of_it)
     EXPECT_EQ(values_behind(document, "<wp:extent ").at(2), extent(914'400, 457'200));
 }
 
+TEST(Picture, speaks_the_edition_of_the_standard_that_its_document_speaks)
+{
+    auto parts = document_parts(plain_table(1, 1));
+    edit_part(parts, "_rels/.rels", "schemas.openxmlformats.org/officeDocument/2006",
+              "purl.oclc.org/ooxml/officeDocument");
+    edit_part(parts, main_part, "schemas.openxmlformats.org/wordprocessingml/2006",
+              "purl.oclc.org/ooxml/wordprocessingml");
+    DocumentFile file(parts);
+    file.folder.write("p.jpg", png(4, 4));
+    const auto document = file.document_after([](TextDocument& opened) { opened.add_picture(1, 1, U"p.jpg"); });
+    EXPECT_THAT(document, testing::HasSubstr("xmlns:pic=\"http://purl.oclc.org/ooxml/drawingml/picture\""));
+    EXPECT_THAT(document, testing::Not(testing::HasSubstr("schemas.openxmlformats.org")));
+    EXPECT_THAT(part_of(file.folder.read("neu.doc"), "word/_rels/document.xml.rels"),
+                testing::HasSubstr("\"http://purl.oclc.org/ooxml/officeDocument/relationships/image\""));
+}
+
 TEST(Picture, stands_alone_behind_what_the_cell_holds)
 {
     const auto exact = "<w:spacing w:before=\"20\" w:line=\"200\" w:lineRule=\"exact\"/>";
