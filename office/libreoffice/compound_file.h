@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik::libreoffice {
+
+/// A stream or storage in the root of a compound file, the container of .xls and .doc.
+struct CompoundEntry {
+    std::string name; ///< "?" for characters that are not ASCII
+    bool is_stream = false;
+    std::string_view beginning; ///< of a stream's bytes; empty for one that is short
+};
+
+/// The entries in the root of a compound file; nothing when the bytes are cut off or damaged: when some stream's bytes,
+/// at whatever depth, do not all lie in the file. `bytes` must outlive the entries.
+std::optional<std::vector<CompoundEntry>> read_compound_file(std::string_view bytes);
+
+bool is_compound_file(std::string_view bytes) noexcept;
+
+} // namespace tarvik::libreoffice

@@ -1,0 +1,52 @@
+#include "office/libreoffice/exchange_folder.h"
+
+#include "office/libreoffice/trouble.h"
+#include "platform/disk_file.h"
+
+#include <atomic>
+#include <system_error>
+
+namespace tarvik::libreoffice {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+template <typename Work>
+auto with_reason(const Work& work)
+{
+    try {
+        return work();
+    } catch (const std::system_error& error) {
+        throw Trouble(U"临时文件无法读写（" + from_utf8(error.code().message()) + U"）。");
+    }
+}
+
+} // namespace
+
+ExchangeFolder::ExchangeFolder(const fs::path& parent)
+{
+    static std::atomic<unsigned> made{0};
+    path_ = parent / std::to_string(++made);
+    with_reason([&] { fs::create_directories(path_); });
+}
+
+ExchangeFolder::~ExchangeFolder()
+{
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+fs::path ExchangeFolder::put(std::string_view name, std::string_view bytes) const
+{
+    const auto file = place(name);
+    with_reason([&] { append_to_file(file, bytes); });
+    return file;
+}
+
+std::string ExchangeFolder::take(std::string_view name) const
+{
+    return with_reason([&] { return read_file(place(name)); });
+}
+
+} // namespace tarvik::libreoffice

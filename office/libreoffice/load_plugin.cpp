@@ -1,0 +1,40 @@
+#include "office/libreoffice/load_plugin.h"
+
+#include "office/libreoffice/trouble.h"
+
+#include <dlfcn.h>
+
+namespace tarvik::libreoffice {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::u32string_view packages = U"请安装 libreoffice-calc 和 libreoffice-writer。";
+
+} // namespace
+
+// The library is never closed: LibreOffice's own libraries keep objects until the program ends.
+Plugin& load_plugin(const fs::path& file)
+{
+    std::error_code error;
+    if (!fs::exists(file, error))
+        throw Trouble(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(file.filename().string()) +
+                      U"；请安装 libreoffice-dev 后重新编译程序。");
+    void* const library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) throw Trouble(U"没有找到 LibreOffice；" + Text(packages));
+    const auto make = reinterpret_cast<PluginFunction*>(::dlsym(library, plugin_function));
+    if (!make) throw Trouble(U"插件 " + from_utf8(file.filename().string()) + U" 与程序不相配。");
+    Plugin& plugin = *make();
+    if (!fs::exists(plugin.program_folder() / "soffice.bin", error))
+        throw Trouble(U"没有找到 LibreOffice；" + Text(packages));
+    return plugin;
+}
+
+fs::path usual_plugin_file()
+{
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path() / plugin_file;
+}
+
+} // namespace tarvik::libreoffice

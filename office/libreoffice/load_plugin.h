@@ -1,0 +1,13 @@
+#pragma once
+
+#include "office/libreoffice/bridge.h"
+
+namespace tarvik::libreoffice {
+
+/// The plugin in a file. Throws Trouble with what is to be installed where the plugin or LibreOffice is missing.
+Plugin& load_plugin(const std::filesystem::path& file);
+
+/// Beside the program that runs.
+std::filesystem::path usual_plugin_file();
+
+} // namespace tarvik::libreoffice

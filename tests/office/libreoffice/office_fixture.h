@@ -1,0 +1,38 @@
+#pragma once
+
+#include "office/libreoffice/engine.h"
+#include "tests/support/test_program.h"
+
+#include <functional>
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+/// Settings for the plugin that is built beside the program.
+libreoffice::Settings office_settings();
+
+/// What a failure says; "no failure" without one.
+std::string failure_of(const std::function<void()>& work);
+
+/// A folder with files and LibreOffice to work on them. Tests are skipped where the plugin was not built.
+class OfficeTest : public testing::Test {
+protected:
+    explicit OfficeTest(libreoffice::Settings settings = office_settings()) : office(std::move(settings)) {}
+    void SetUp() override;
+
+    /// Has LibreOffice read one file of the folder and write another in the format that it calls `filter`.
+    void convert(const std::string& from, const std::string& to, const std::string& filter);
+    /// Makes `name` (.xls) of the rows of a first worksheet, what is behind them, and a second worksheet.
+    void make_workbook(const std::string& name, const std::string& rows, const std::string& behind = {});
+    /// Makes `name` (.doc) with the body of a document.
+    void make_document(const std::string& name, const std::string& body);
+
+    TemporaryFolder folder;
+    DiskFiles files{folder.path()};
+    RecordedPrinter printer;
+    libreoffice::LibreOffice office;
+    LibreOfficeEngines engines{office, files, printer};
+};
+
+} // namespace tarvik::test
