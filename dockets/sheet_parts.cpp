@@ -19,6 +19,26 @@ Text first_word(TextView text)
     return text.substr(0, text.find(U' ')).str();
 }
 
+void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items)
+{
+    for (const CellItem& item : items) {
+        const Text field = first_field(program, item.field);
+        if (!item.only_filled || !field.empty()) sheet.set_cell(item.cell.row, item.cell.column, item.shape(field));
+    }
+}
+
+void clear_left_rows(Worksheet& sheet, int first_row, int first_column, int last_column)
+{
+    const auto is_empty = [&](int row) {
+        for (int column = first_column; column <= last_column; ++column)
+            if (!sheet.is_empty(row, column)) return false;
+        return true;
+    };
+    int end = first_row;
+    while (!is_empty(end)) ++end;
+    if (end > first_row) sheet.clear(first_row, end - 1, first_column, last_column);
+}
+
 bool sheet_wanted(const Program& program, TextView command)
 {
     return program.form1.dbresult && TextView(program.form1.query_box().text()).contains(command);

@@ -4,13 +4,33 @@
 #include "office/sheet_path.h"
 #include "office/tasks.h"
 
+#include <span>
+
 /// What the sheets of this folder have in common: the fields of their first record, and how a sheet is saved.
 namespace tarvik {
 
 inline constexpr std::u32string_view contact_blanks = U"     "; ///< between a contact person and a telephone number
 
+// The service bills
+inline constexpr std::u32string_view own_make = U"自制品"; ///< picks the lines that are billed
+inline constexpr std::u32string_view service_question_tail =
+    U"在此目录下，还应有包含RAM返修单号的，更名为3137.txt的辅助数据表文件。";
+
 struct Cell {
     int row, column;
+};
+
+inline Text unchanged(TextView text)
+{
+    return text.str();
+}
+
+/// A cell that gets a field of the first record.
+struct CellItem {
+    Cell cell;
+    std::size_t field;
+    Text (*shape)(TextView field) = unchanged;
+    bool only_filled = false; ///< with an empty field the cell keeps what it holds
 };
 
 /// A field of the table's first row, as it stands there: in lower case.
@@ -19,6 +39,12 @@ Text first_field(const Program& program, std::size_t column);
 std::size_t record_count(const Program& program);
 /// What stands ahead of the first blank; all of it when there is none.
 Text first_word(TextView text);
+
+/// Writes the cells in their order.
+void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items);
+/// Empties the rows from `first_row` down to the first one that holds nothing in these columns. Where nothing blanks a
+/// template, they are what a list of an earlier run has left in it.
+void clear_left_rows(Worksheet& sheet, int first_row, int first_column, int last_column);
 
 /// Whether the table comes from a scan and the query box still holds the command, without which no sheet is made.
 bool sheet_wanted(const Program& program, TextView command);

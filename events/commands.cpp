@@ -3,6 +3,9 @@
 #include "calendar/attendance/attendance.h"
 #include "designer/designer_window.h"
 #include "dockets/repair_docket.h"
+#include "dockets/service_bill.h"
+#include "dockets/service_list.h"
+#include "dockets/service_summary.h"
 #include "dockets/test_docket.h"
 #include "office/character_list.h"
 #include "office/label_list.h"
@@ -20,19 +23,26 @@ CommandTable report_commands()
         {.text = U"An appear", .run = show_designer},
         {.text = U"An statistic", .run = list_characters},
     };
+    // One row a line, in the order in which they are tested
+    // clang-format off
     static const std::array reports{
         order_command(),
         prices_command(),
         docket_command(),
+        service_bill_command(),
+        service_list_command(),
+        service_summary_command(),
         test_docket_command(),
         label_command(),
     };
+    // clang-format on
     return {immediate, reports};
 }
 
 TimerTable batch_timers()
 {
-    static const std::array families{docket_family(), test_docket_family()};
+    static const std::array families{docket_family(), test_docket_family(), service_bill_family(),
+                                     service_list_family()};
     return {families, {}};
 }
 
