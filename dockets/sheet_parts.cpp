@@ -4,6 +4,19 @@
 
 namespace tarvik {
 
+namespace {
+
+template <typename Write>
+void each_text(const Program& program, std::span<const CellItem> items, Write write)
+{
+    for (const CellItem& item : items) {
+        const Text field = first_field(program, item.field);
+        if (!item.only_filled || !field.empty()) write(item.cell, item.shape(field));
+    }
+}
+
+} // namespace
+
 Text first_field(const Program& program, std::size_t column)
 {
     return program.module1.suf.cell(0, column).str();
@@ -21,10 +34,13 @@ Text first_word(TextView text)
 
 void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items)
 {
-    for (const CellItem& item : items) {
-        const Text field = first_field(program, item.field);
-        if (!item.only_filled || !field.empty()) sheet.set_cell(item.cell.row, item.cell.column, item.shape(field));
-    }
+    each_text(program, items, [&](const Cell& cell, Text text) { sheet.set_cell(cell.row, cell.column, text); });
+}
+
+void write_items(const Program& program, TextDocument& document, std::span<const CellItem> items)
+{
+    each_text(program, items,
+              [&](const Cell& cell, TextView text) { document.set_cell_text(cell.row, cell.column, text); });
 }
 
 void clear_left_rows(Worksheet& sheet, int first_row, int first_column, int last_column)

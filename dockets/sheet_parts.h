@@ -40,8 +40,9 @@ std::size_t record_count(const Program& program);
 /// What stands ahead of the first blank; all of it when there is none.
 Text first_word(TextView text);
 
-/// Writes the cells in their order.
+/// Writes the cells in their order, a document's into its first table.
 void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items);
+void write_items(const Program& program, TextDocument& document, std::span<const CellItem> items);
 /// Empties the rows from `first_row` down to the first one that holds nothing in these columns. Where nothing blanks a
 /// template, they are what a list of an earlier run has left in it.
 void clear_left_rows(Worksheet& sheet, int first_row, int first_column, int last_column);

@@ -3,6 +3,7 @@
 #include "calendar/attendance/attendance.h"
 #include "designer/designer_window.h"
 #include "dockets/repair_docket.h"
+#include "dockets/repair_report.h"
 #include "dockets/service_bill.h"
 #include "dockets/service_list.h"
 #include "dockets/service_summary.h"
@@ -32,6 +33,7 @@ CommandTable report_commands()
         service_bill_command(),
         service_list_command(),
         service_summary_command(),
+        repair_report_command(),
         test_docket_command(),
         label_command(),
     };
@@ -42,7 +44,7 @@ CommandTable report_commands()
 TimerTable batch_timers()
 {
     static const std::array families{docket_family(), test_docket_family(), service_bill_family(),
-                                     service_list_family()};
+                                     service_list_family(), repair_report_family()};
     return {families, {}};
 }
 

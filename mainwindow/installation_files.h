@@ -34,6 +34,13 @@ inline constexpr std::u32string_view service_summary = U"z9.xlsx";
 inline constexpr std::u32string_view designed_a = U"designerA.xlsx";
 inline constexpr std::u32string_view designed_b = U"designerB.xlsx";
 
+// Documents that are filled, and the pictures that go into them
+inline constexpr std::u32string_view repair_report_1 = U"wtest1.doc"; ///< both flags
+inline constexpr std::u32string_view repair_report_2 = U"wtest2.doc"; ///< the second flag alone
+inline constexpr std::u32string_view repair_report_3 = U"wtest3.doc"; ///< the first flag alone
+inline constexpr std::u32string_view repair_report_5 = U"wtest5.doc"; ///< neither
+inline constexpr std::u32string_view pictures = U"photo";             ///< a folder
+
 // Folders
 inline constexpr std::u32string_view default_output = U"d:\\Atarvik output\\";
 inline constexpr std::u32string_view printed_output = U"d:/fprino/";

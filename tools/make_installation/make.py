@@ -3,8 +3,8 @@
 
     /usr/bin/python3 tools/make_installation/make.py [FOLDER]
 
-Needs python3-openpyxl for the templates and ImageMagick for the background picture. The same sources give the same
-files, so a change shows in version control as what it is.
+Needs python3-openpyxl for the templates and ImageMagick for the pictures. The same sources give the same files, so a
+change shows in version control as what it is.
 """
 
 import pathlib
@@ -12,9 +12,13 @@ import sys
 
 import background
 import dictionaries
+import photos
 import repair_sheets
 import reports
+import service_reports
+import service_templates
 import templates
+import word_templates
 
 HERE = pathlib.Path(__file__).parent
 
@@ -22,7 +26,8 @@ HERE = pathlib.Path(__file__).parent
 def main(folder):
     text = (HERE / "opening_screen.txt").read_text(encoding="utf-8")
     (folder / "coclus.txt").write_bytes(text.replace("\n", "\r\n").encode("gb18030"))
-    for part in (reports, dictionaries, templates, repair_sheets, background):
+    for part in (reports, service_reports, dictionaries, templates, service_templates, word_templates, repair_sheets,
+                 photos, background):
         part.main(folder)
 
 

@@ -1,6 +1,7 @@
 #!/usr/bin/python3
 """Makes the sample reports 3139.txt, 3138.txt and 3137.txt of installation/.
 
+The last two also hold the lines of the service bills, which have columns of their own; see service_reports.py.
 Everything in them is invented. The generator is seeded: the same files come out of every run.
 """
 
@@ -9,8 +10,11 @@ import pathlib
 import random
 import sys
 
+import service_reports
+
 HEAD = ["序号", "收货日期", "收货单号", "返修单号", "产品型号", "序列号", "处理方式", "客户名称", "联系人", "联系电话",
-        "故障现象", "保修状态", "保修截止", "备注"]
+        "故障现象", "保修状态", "保修截止", "备注", "送修方式", "受理单号", "回执号", "受理日期", "送修人", "送修人电话", "收货地址",
+        "邮编", "项目", "归档"]
 ORDER_HEAD = ["序号", "下单日期", "返修单", "客户名称", "产品线", "台数", "归档", "运输方式", "运单号", "承运",
               "经办人", "返修号", "备注"]
 
@@ -77,6 +81,14 @@ def receipt_lines(chance, number, receipt, customer, orders, day, counts):
     return lines
 
 
+def delivery_fields(chance, number, customer, day):
+    """How a receipt came in, which every line of it tells."""
+    name, contact, phone = customer
+    return [chance.choice(["快递", "客户自送", "工程师带回"]), f"SL{day:%y%m%d}-{number + 1:02d}", f"HZ{number + 1:04d}",
+            day.isoformat(), contact, phone, f"{name}收发室", f"{chance.randrange(210000, 240000)}", "年度维保",
+            f"{day:%Y.%m} {name}"]
+
+
 def order_line(chance, order, return_number, customer, day, count):
     clerk = chance.choice(["程晓", "池春", "施敏"])
     carrier, way = chance.choice([("顺达", "陆运"), ("飞骏", "空运"), ("中腾", "陆运")])
@@ -86,7 +98,7 @@ def order_line(chance, order, return_number, customer, day, count):
 
 def make_reports():
     """The rows of the three reports, heads first."""
-    chance = random.Random(3139)
+    chance, delivery_chance = random.Random(3139), random.Random(3140)
     devices, orders = [], []
     day = datetime.date(2024, 3, 4)
     customers = [(name, contact, f"138-0000-{chance.randrange(1000, 10000)}") for name, contact in CUSTOMERS]
@@ -99,7 +111,8 @@ def make_reports():
         for _ in range(2 if number in MIXED_ORDERS else 1):
             order_number += chance.randint(3, 19)
             keys.append(str(order_number))
-        devices += receipt_lines(chance, number, receipt, customer, keys, day, counts)
+        delivery = delivery_fields(delivery_chance, number, customer, day)
+        devices += [line + delivery for line in receipt_lines(chance, number, receipt, customer, keys, day, counts)]
         if number not in WITHOUT_ORDER:
             for key in keys:
                 return_number = f"81{day:%y%m%d}-{len(orders) + 1:03d}"
@@ -124,12 +137,25 @@ def check(reports):
             assert [key in line for line in lines] == [row[field] == key for row in rows], (name, key)
 
 
+def add_service_lines(reports):
+    """The dockets and the bills share files, so no key of one may stand in a line of the other."""
+    services = service_reports.make_reports()
+    keys = {row[2] for name in reports for row in reports[name][1:]} | {row[3][3:] for row in reports["3139.txt"][1:]}
+    lines = {name: ["\t".join(row) for row in reports[name]] for name in reports}
+    for name in ("3138.txt", "3137.txt"):
+        added = ["\t".join(row) for row in services[name]]
+        assert not any(key in line for key in keys for line in added)
+        assert not any(bill[14] in line for bill in services["3138.txt"] for line in lines[name])
+        assert not any(service_reports.OWN in line for line in lines[name])
+        reports[name] += services[name]
+
+
 def main(folder):
     reports = make_reports()
     check(reports)
+    add_service_lines(reports)
     for name, rows in reports.items():
-        text = "".join("\t".join(row) + "\r\n" for row in rows)
-        (folder / name).write_bytes(text.encode("gbk"))
+        service_reports.write(folder, name, rows)
 
 
 if __name__ == "__main__":
