@@ -1,6 +1,6 @@
 #include "desktop/desktop.h"
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 #include "office/batch_runner.h"
 
 #include <QApplication>

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "desktop/chinese_texts.h"
-#include "desktop/context_menu.h"
-#include "desktop/desktop_platform.h"
-#include "desktop/dialogs.h"
-#include "desktop/form1_window.h"
-#include "desktop/form3_window.h"
-#include "desktop/form4_window.h"
-#include "desktop/model_timers.h"
+#include "desktop/services/chinese_texts.h"
+#include "desktop/front/context_menu.h"
+#include "desktop/services/desktop_platform.h"
+#include "desktop/services/dialogs.h"
+#include "desktop/windows/form1_window.h"
+#include "desktop/windows/form3_window.h"
+#include "desktop/windows/form4_window.h"
+#include "desktop/front/model_timers.h"
 #include "platform/disk_files.h"
 #include "platform/system_clock.h"
 

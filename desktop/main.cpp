@@ -1,5 +1,5 @@
 #include "desktop/desktop.h"
-#include "desktop/window_icon.h"
+#include "desktop/look/window_icon.h"
 #include "office/spreadsheets/engine.h"
 
 #include <QApplication>

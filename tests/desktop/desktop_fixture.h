@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/desktop.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "desktop/text_area.h"
+#include "desktop/text_view/text_area.h"
 
 #include <gtest/gtest.h>
 

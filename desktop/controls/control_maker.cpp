@@ -1,0 +1,106 @@
+#include "desktop/controls/control_maker.h"
+
+#include "desktop/look/qt_text.h"
+
+#include <QLabel>
+
+namespace tarvik {
+
+namespace {
+
+void show_common(QWidget& widget, const Control& control)
+{
+    if (widget.isHidden() == control.visible()) widget.setVisible(control.visible());
+    if (widget.isEnabled() != control.enabled()) widget.setEnabled(control.enabled());
+    Theme::colour(widget, control.back_color());
+}
+
+QString form_name(FormId form)
+{
+    switch (form) {
+    case FormId::Form3: return "Form3";
+    case FormId::Form4: return "Form4";
+    default: return "Form1";
+    }
+}
+
+template <typename Widget>
+void show_caption(Widget& widget, const QString& caption)
+{
+    if (widget.text() != caption) widget.setText(caption);
+}
+
+} // namespace
+
+QString widget_name(const Control& control)
+{
+    QString name = QString::fromUtf8(control.name().data(), static_cast<qsizetype>(control.name().size()));
+    if (name == form_name(control.form())) return name;
+    const QString index = control.index() == no_index ? QString() : QString("(%1)").arg(control.index());
+    return form_name(control.form()) + "." + name + index;
+}
+
+void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show)
+{
+    widget.setObjectName(widget_name(control));
+    layout_.add(control, widget, role);
+    focus_.add(widget, control);
+    front_.mirror.add(control, &widget, [&control, &widget, show = std::move(show)] {
+        show();
+        show_common(widget, control);
+    });
+}
+
+ButtonWidget& ControlMaker::button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked)
+{
+    auto& widget = *new ButtonWidget(front_, control, std::move(clicked), &parent);
+    enter(control, widget, role, [&widget, &control] { show_caption(widget, to_qt(control.caption())); });
+    return widget;
+}
+
+OptionWidget& ControlMaker::option(OptionButton& control, QWidget& parent, std::function<void()> clicked)
+{
+    auto& widget = *new OptionWidget(front_, control, std::move(clicked), &parent);
+    enter(control, widget, FontRole::Option, [&widget, &control] {
+        show_caption(widget, to_qt(control.caption()));
+        widget.setChecked(control.value());
+    });
+    return widget;
+}
+
+FrameWidget& ControlMaker::frame(Control& control, QWidget& parent)
+{
+    auto& widget = *new FrameWidget(&parent);
+    enter(control, widget, FontRole::Frame, [&widget, &control] { widget.set_caption(to_qt(control.caption())); });
+    return widget;
+}
+
+QLabel& ControlMaker::label(Control& control, FontRole role, QWidget& parent)
+{
+    auto& widget = *new QLabel(&parent);
+    widget.setAttribute(Qt::WA_NoMousePropagation);
+    widget.setTextFormat(Qt::PlainText);
+    widget.setWordWrap(role == FontRole::Help);
+    widget.setAlignment(role == FontRole::Help ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignCenter);
+    widget.setAutoFillBackground(role == FontRole::Help);
+    widget.setMargin(role == FontRole::Help ? 2 : 0);
+    enter(control, widget, role, [&widget, &control] { show_caption(widget, lines_to_qt(control.caption())); });
+    return widget;
+}
+
+LineBox& ControlMaker::line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu)
+{
+    auto& widget = *new LineBox(front_, box, context_menu, &parent);
+    enter(box, widget, role, [&widget] { widget.show_model(); });
+    return widget;
+}
+
+TextWidget& ControlMaker::text(std::unique_ptr<ViewedText> text, FontRole role, QWidget& parent)
+{
+    Control& control = text->control();
+    auto& widget = *new TextWidget(front_, std::move(text), &parent);
+    enter(control, widget, role, [&widget] { widget.show_model(); });
+    return widget;
+}
+
+} // namespace tarvik

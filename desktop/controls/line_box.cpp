@@ -1,0 +1,140 @@
+#include "desktop/controls/line_box.h"
+
+#include "desktop/front/input.h"
+#include "desktop/look/qt_text.h"
+
+#include <QContextMenuEvent>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+#include <limits>
+#include <memory>
+
+namespace tarvik {
+
+LineBox::LineBox(Front& front, TextBox& box, bool context_menu, QWidget* parent)
+    : QLineEdit(parent), front_(front), box_(box), context_menu_(context_menu)
+{
+    setAttribute(Qt::WA_NoMousePropagation);
+    setMinimumSize(1, 1);
+    setMaxLength(std::numeric_limits<int>::max());
+    connect(this, &QLineEdit::textChanged, this, [this] { text_to_model(); });
+    connect(this, &QLineEdit::selectionChanged, this, [this] { selection_to_model(); });
+    connect(this, &QLineEdit::cursorPositionChanged, this, [this] { selection_to_model(); });
+}
+
+void LineBox::show_model()
+{
+    const QSignalBlocker blocker(this);
+    const QString wanted = to_qt(box_.text());
+    if (text() != wanted) setText(wanted);
+    const Selection& selection = box_.selection();
+    const int start = qt_place(box_.text(), selection.start - 1);
+    const int end = qt_place(box_.text(), selection.start - 1 + selection.length);
+    if (end > start) {
+        if (selectionStart() != start || selectionEnd() != end) setSelection(start, end - start);
+    } else if (hasSelectedText() || cursorPosition() != start) {
+        setCursorPosition(start);
+    }
+}
+
+// A change that the toolkit made on the user's behalf: deleting, pasting, undoing.
+void LineBox::text_to_model()
+{
+    const auto take_over = [this] {
+        box_.set_text(from_qt(text()));
+        selection_to_model();
+    };
+    if (front_.queue.busy()) take_over(); // part of the action in hand
+    else front_.queue.submit(take_over);
+}
+
+void LineBox::selection_to_model()
+{
+    if (from_qt(text()) != box_.text()) return; // the text is on its way
+    const int start = hasSelectedText() ? selectionStart() : cursorPosition();
+    const int end = hasSelectedText() ? selectionEnd() : start;
+    const std::size_t first = place_of_qt(text(), start);
+    box_.select({first + 1, place_of_qt(text(), end) - first});
+}
+
+// Enter and Esc stand for themselves and change no text of one line.
+void LineBox::reach(char32_t key)
+{
+    show_model(); // the key's handler may have changed the text
+    if (key >= U' ') insert(to_qt(Text(1, key)));
+}
+
+void LineBox::keyPressEvent(QKeyEvent* event)
+{
+    const Text keys = typed_characters(*event);
+    if (!keys.empty()) {
+        press_keys(front_, box_, keys, [this](char32_t key) { reach(key); });
+        return;
+    }
+    if (!front_.queue.busy()) {
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    const std::shared_ptr<QKeyEvent> later(event->clone());
+    front_.queue.submit([this, later] { QLineEdit::keyPressEvent(later.get()); });
+}
+
+// What an input method has put together is typed character by character, as if the keyboard had these keys.
+void LineBox::inputMethodEvent(QInputMethodEvent* event)
+{
+    const Text committed = from_qt(event->commitString());
+    QInputMethodEvent rest(event->preeditString(), event->attributes());
+    rest.setCommitString({}, event->replacementStart(), event->replacementLength());
+    QLineEdit::inputMethodEvent(&rest);
+    press_keys(front_, box_, committed, [this](char32_t key) { reach(key); });
+    event->accept();
+}
+
+void LineBox::post_mouse(EventKind kind, const QMouseEvent& event)
+{
+    if (const auto button = mouse_button(event.button())) {
+        Event posted{kind, box_};
+        posted.button = *button;
+        posted.ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+        front_.queue.post(posted);
+    }
+}
+
+void LineBox::mousePressEvent(QMouseEvent* event)
+{
+    pressed_ = event->button() == Qt::LeftButton;
+    if (event->button() != Qt::RightButton) QLineEdit::mousePressEvent(event);
+    post_mouse(EventKind::MouseDown, *event);
+}
+
+void LineBox::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::RightButton) QLineEdit::mouseReleaseEvent(event);
+    post_mouse(EventKind::MouseUp, *event);
+    const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(event->pos());
+    pressed_ = false;
+    if (clicked) front_.queue.post({EventKind::Click, box_});
+}
+
+void LineBox::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    QLineEdit::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton) front_.queue.post({EventKind::DblClick, box_});
+}
+
+void LineBox::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!context_menu_) {
+        QLineEdit::contextMenuEvent(event);
+        return;
+    }
+    event->accept();
+    if (event->reason() != QContextMenuEvent::Keyboard) return;
+    Event pressed{EventKind::MouseDown, box_};
+    pressed.button = MouseButton::Right;
+    front_.queue.post(pressed);
+}
+
+} // namespace tarvik

@@ -1,0 +1,95 @@
+#include "desktop/look/control_style.h"
+
+#include <QApplication>
+#include <QPainter>
+#include <QStyleFactory>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+const QColor border(143, 132, 85);
+const QColor focus_border(138, 61, 0);
+constexpr double radius = 4;
+constexpr int text_frame = 3;                                // the strong border shows inside of it
+constexpr int hover_lightness = 106, pressed_darkness = 114; // percent
+
+QColor button_colour(const QStyleOption& option)
+{
+    const QColor colour = option.palette.color(QPalette::Button);
+    if (option.state.testFlag(QStyle::State_Sunken)) return colour.darker(pressed_darkness);
+    const bool hover = option.state.testFlag(QStyle::State_MouseOver) && option.state.testFlag(QStyle::State_Enabled);
+    return hover ? colour.lighter(hover_lightness) : colour;
+}
+
+bool is_text_widget(const QWidget* widget)
+{
+    return widget && widget->property("textWidget").toBool();
+}
+
+} // namespace
+
+void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool focus)
+{
+    const double pen = focus ? 2 : 1;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(focus ? focus_border : border, pen));
+    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
+    const double inset = pen / 2;
+    painter.drawRoundedRect(QRectF(area).adjusted(inset, inset, -inset, -inset), radius, radius);
+    painter.restore();
+}
+
+ControlStyle::ControlStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+
+void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                                 const QWidget* widget) const
+{
+    const bool focus = option->state.testFlag(State_HasFocus);
+    switch (element) {
+    case PE_PanelButtonCommand: paint_box(*painter, option->rect, button_colour(*option), focus); return;
+    case PE_PanelLineEdit: paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus); return;
+    case PE_Frame:
+        if (is_text_widget(widget)) {
+            paint_box(*painter, option->rect, option->palette.color(QPalette::Base), widget->hasFocus());
+            return;
+        }
+        break;
+    case PE_FrameFocusRect:
+        if (widget && widget->inherits("QRadioButton")) paint_box(*painter, widget->rect(), {}, true);
+        return;
+    default: break;
+    }
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+}
+
+int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                            QStyleHintReturn* data) const
+{
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, data);
+}
+
+int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_DefaultFrameWidth:
+        if (is_text_widget(widget)) return text_frame;
+        break;
+    // What the toolkit has in dots of its own grows with the text beside it.
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        if (widget) return widget->fontMetrics().height() * 2 / 3;
+        break;
+    case PM_ScrollBarExtent:
+        return std::max(QProxyStyle::pixelMetric(metric, option, widget), QFontMetrics(QApplication::font()).height());
+    default: break;
+    }
+    return QProxyStyle::pixelMetric(metric, option, widget);
+}
+
+} // namespace tarvik

@@ -1,0 +1,40 @@
+#include "desktop/look/pane_fonts.h"
+
+#include "desktop/look/qt_text.h"
+
+#include <QFontMetricsF>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvik {
+
+namespace {
+
+constexpr double row_gap = 1.3; // from row to row, in heights of the font
+constexpr int tab_characters = 8;
+
+FontSize measure(const QFont& font)
+{
+    const QFontMetricsF metrics(font);
+    const double blank = metrics.horizontalAdvance(QLatin1Char(' '));
+    const double height = std::ceil(std::max(metrics.height(), row_gap * font.pixelSize()));
+    const double ascent = std::round((height - metrics.height()) / 2 + metrics.ascent());
+    return {CharWidths([metrics, blank](char32_t character) {
+                const bool shows_nothing = character < U' ' || character == 0x7f;
+                return shows_nothing ? blank : metrics.horizontalAdvance(to_qt(Text(1, character)));
+            }),
+            height, ascent, blank * tab_characters};
+}
+
+} // namespace
+
+const PaneFonts::Sized& PaneFonts::sized(int points) const
+{
+    const auto known = sizes_.find(points);
+    if (known != sizes_.end()) return known->second;
+    const QFont font = theme_.pane_font(points > 0 ? points : Theme::pane_points(), scale_);
+    return sizes_.emplace(points, Sized{font, measure(font)}).first->second;
+}
+
+} // namespace tarvik

@@ -1,0 +1,149 @@
+#include "desktop/look/theme.h"
+
+#include "desktop/look/control_style.h"
+#include "desktop/look/qt_text.h"
+#include "platform/failure.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QPalette>
+#include <QWidget>
+
+namespace tarvik {
+
+namespace {
+
+struct RoleFont {
+    enum Family { Query, Page, Pane } family;
+    double points;
+    bool bold;
+};
+
+RoleFont role_font(FontRole role)
+{
+    switch (role) {
+    case FontRole::Query: return {RoleFont::Query, 17, false};
+    case FontRole::Number: return {RoleFont::Query, 14, false};
+    case FontRole::Page: return {RoleFont::Page, 10.5, false};
+    case FontRole::Key:
+    case FontRole::Dialog: return {RoleFont::Page, 11, false};
+    case FontRole::Sign:
+    case FontRole::Column: return {RoleFont::Page, 14, false};
+    case FontRole::Label:
+    case FontRole::Frame:
+    case FontRole::Help: return {RoleFont::Page, 10, false};
+    case FontRole::Pane:
+    case FontRole::Notes: return {RoleFont::Pane, 12, false};
+    case FontRole::Design: return {RoleFont::Page, 14, true};
+    case FontRole::DesignQuery: return {RoleFont::Page, 16, true};
+    case FontRole::DesignKey: return {RoleFont::Page, 18, true};
+    default: return {RoleFont::Page, 12, false};
+    }
+}
+
+const QStringList query_design{"华文新魏", "STXinwei"};
+const QStringList page_design{"微软雅黑", "Microsoft YaHei"};
+const QStringList chinese{"Noto Sans CJK SC",    "Source Han Sans SC", "思源黑体 CN", "WenQuanYi Micro Hei",
+                          "WenQuanYi Zen Hei",   "PingFang SC",        "SimHei",      "SimSun",
+                          "Droid Sans Fallback", "AR PL UMing CN"};
+// Characters of one width keep the columns of a table below each other.
+const QStringList chinese_even{"Noto Sans Mono CJK SC", "WenQuanYi Micro Hei Mono", "WenQuanYi Zen Hei Mono", "NSimSun",
+                               "Sarasa Mono SC"};
+
+QStringList installed_families(const QStringList& wanted)
+{
+    QStringList found;
+    for (const QString& family : wanted)
+        if (QFontDatabase::hasFamily(family)) found += family;
+    return found;
+}
+
+QStringList add_installation_font(const Files& files, TextView name)
+{
+    try {
+        if (!files.file_exists(name)) return {};
+        const auto path = files.resolve(name);
+        const int id = QFontDatabase::addApplicationFont(QString::fromStdString(path.string()));
+        return id < 0 ? QStringList{} : QFontDatabase::applicationFontFamilies(id);
+    } catch (const Failure&) {
+        return {};
+    }
+}
+
+QPalette application_palette()
+{
+    const QColor window(232, 227, 174), ink(28, 26, 16);
+    QPalette palette(QColor(232, 227, 174), window);
+    palette.setColor(QPalette::Base, QColor(250, 248, 230));
+    palette.setColor(QPalette::AlternateBase, QColor(240, 236, 204));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, ink);
+    palette.setColor(QPalette::Highlight, QColor(92, 107, 44));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+} // namespace
+
+Theme::Theme(const Files& files)
+{
+    const QStringList query_own = add_installation_font(files, U"STXINWEI.TTF");
+    const QStringList page_own = add_installation_font(files, U"msyh.ttf");
+    const QStringList fallback = installed_families(chinese);
+    query_families_ = query_own + installed_families(query_design) + fallback;
+    page_families_ = page_own + installed_families(page_design) + fallback;
+    pane_families_ = installed_families(chinese_even) + page_families_;
+}
+
+QFont Theme::font(FontRole role, const Scale& scale) const
+{
+    const RoleFont of = role_font(role);
+    QFont font;
+    const QStringList& families = of.family == RoleFont::Query  ? query_families_
+                                  : of.family == RoleFont::Page ? page_families_
+                                                                : pane_families_;
+    if (!families.isEmpty()) font.setFamilies(families);
+    font.setPixelSize(std::max(1, qRound(scale.font_pixels(of.points))));
+    font.setBold(of.bold);
+    return font;
+}
+
+QFont Theme::pane_font(double points, const Scale& scale) const
+{
+    QFont font = this->font(FontRole::Pane, scale);
+    font.setPixelSize(std::max(1, qRound(scale.font_pixels(points))));
+    // A character has the same width wherever it stands, which is what lets a text view reckon with long lines.
+    font.setKerning(false);
+    font.setStyleStrategy(QFont::PreferNoShaping);
+    font.setHintingPreference(QFont::PreferFullHinting);
+    return font;
+}
+
+double Theme::pane_points()
+{
+    return role_font(FontRole::Pane).points;
+}
+
+void Theme::apply() const
+{
+    // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style.
+    QApplication::setStyle(new ControlStyle);
+    QApplication::setPalette(application_palette());
+    // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
+}
+
+void Theme::set_dialog_font(const Scale& scale) const
+{
+    QApplication::setFont(font(FontRole::Dialog, scale));
+}
+
+void Theme::colour(QWidget& widget, Colour background)
+{
+    const QColor colour = to_qt(background);
+    QPalette palette = widget.palette();
+    if (palette.color(QPalette::Window) == colour && palette.color(QPalette::Base) == colour) return;
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) palette.setColor(role, colour);
+    widget.setPalette(palette);
+}
+
+} // namespace tarvik

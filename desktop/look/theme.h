@@ -1,0 +1,57 @@
+#pragma once
+
+#include "desktop/look/scale.h"
+#include "platform/files.h"
+
+#include <QFont>
+#include <QStringList>
+
+class QWidget;
+
+/// Fonts and colours of the windows.
+namespace tarvik {
+
+/// What a text on the screen is for.
+enum class FontRole {
+    Query,
+    Number,
+    Page,
+    Button,
+    Key,
+    Sign,
+    Option,
+    Label,
+    Frame,
+    Help,
+    Column,
+    Notes,
+    Pane,
+    Design,
+    DesignQuery,
+    DesignKey,
+    Dialog
+};
+
+class Theme {
+public:
+    /// Takes the two fonts of the design from the installation folder when they lie there; a font that is missing or
+    /// broken is passed over, and a Chinese font of the system stands in for it.
+    explicit Theme(const Files& files);
+
+    QFont font(FontRole role, const Scale& scale) const;
+    /// The font of a text view at a size in points.
+    QFont pane_font(double points, const Scale& scale) const;
+    static double pane_points();
+
+    /// Gives the application its palette and the shape of its controls.
+    void apply() const;
+    /// The font of boxes, menus and whatever else is the toolkit's own.
+    void set_dialog_font(const Scale& scale) const;
+    /// Lays a control's own colour under its text.
+    static void colour(QWidget& widget, Colour background);
+
+private:
+    QStringList query_families_, page_families_, pane_families_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,250 @@
+#include "desktop/text_view/text_rows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::size_t stride = 4096; // from remembered place to remembered place in a long line
+
+std::size_t mark_end(const Mark& mark)
+{
+    return mark.start - 1 + mark.length;
+}
+
+constexpr std::size_t most_remembered = 256;
+
+// What is known of the line; a new entry is empty.
+template <typename Known>
+Known& remembered(std::map<std::size_t, Known>& lines, std::size_t line)
+{
+    if (lines.size() >= most_remembered && !lines.contains(line)) lines.clear();
+    return lines[line];
+}
+
+double width_in(const FontSize& size, char32_t character, double x)
+{
+    if (character == U'\t') return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;
+    return size.widths.of(character);
+}
+
+constexpr std::u32string_view closing = U"!),.:;?]}。，、；：？！）】》」』”’〕〉］｝…—％℃";
+constexpr std::u32string_view opening = U"([{（【《「『“‘〔〈［｛￥$";
+
+constexpr bool is_blank(char32_t character)
+{
+    return character == U' ' || character == U'\t' || character == U'\u3000';
+}
+
+// From the radicals on, scripts are written without blanks between words.
+constexpr bool is_wide(char32_t character)
+{
+    return character >= 0x2e80;
+}
+
+constexpr bool holds(std::u32string_view set, char32_t character)
+{
+    return set.find(character) != std::u32string_view::npos;
+}
+
+// Whether a row may end between two characters: behind blanks and hyphens, and between Chinese characters, but not
+// before a closing nor behind an opening mark.
+bool may_break_between(char32_t before, char32_t after)
+{
+    if (is_blank(after)) return false; // blanks hang over the edge
+    if (is_blank(before)) return true;
+    if (holds(closing, after) || holds(opening, before)) return false;
+    return before == U'-' || is_wide(before) || is_wide(after) || holds(closing.substr(9), before);
+}
+
+} // namespace
+
+std::span<const Mark> TextRows::marks_from(std::size_t offset) const
+{
+    const auto first = std::lower_bound(look_.marks.begin(), look_.marks.end(), offset,
+                                        [](const Mark& mark, std::size_t at) { return mark_end(mark) <= at; });
+    return {first, look_.marks.end()};
+}
+
+// Calls visit(PlacedCharacter) for each character until it gives false.
+template <typename Visit>
+void TextRows::walk(std::size_t from, std::size_t to, double x, Visit&& visit) const
+{
+    std::span<const Mark> marks = marks_from(from);
+    const FontSize* size = &font_.size(look_.points);
+    PlacedCharacter placed{from, 0, x, 0, look_.points, nullptr};
+    std::size_t style_end = from;
+    Text part;
+    for (std::size_t begin = from; begin < to; begin += part.size()) {
+        part.clear();
+        lines_.append_to(begin, std::min(stride, to - begin), part);
+        if (part.empty()) return;
+        for (const char32_t character : part) {
+            if (placed.offset >= style_end) {
+                while (!marks.empty() && mark_end(marks.front()) <= placed.offset) marks = marks.subspan(1);
+                const bool marked = !marks.empty() && marks.front().start - 1 <= placed.offset;
+                placed.mark = marked ? &marks.front() : nullptr;
+                placed.points = marked ? placed.mark->size : look_.points;
+                style_end = marked ? mark_end(*placed.mark) : marks.empty() ? npos : marks.front().start - 1;
+                size = &font_.size(placed.points);
+            }
+            placed.character = character;
+            placed.width = width_in(*size, character, placed.x);
+            if (!visit(placed)) return;
+            placed.x += placed.width;
+            ++placed.offset;
+        }
+    }
+}
+
+std::size_t TextRows::row_end(std::size_t start, std::size_t line_end) const
+{
+    if (!width_) return line_end;
+    std::size_t end = line_end, breakable = start;
+    char32_t before = 0;
+    walk(start, line_end, 0, [&](const PlacedCharacter& placed) {
+        if (before != 0 && may_break_between(before, placed.character)) breakable = placed.offset;
+        before = placed.character;
+        const bool hangs = placed.character == U' ' || placed.character == U'\t';
+        if (placed.x + placed.width <= *width_ || hangs || placed.offset == start) return true;
+        end = breakable > start ? breakable : placed.offset;
+        return false;
+    });
+    return end;
+}
+
+void TextRows::set_height(Row& row) const
+{
+    const auto grow = [&](int points) {
+        const FontSize& size = font_.size(points);
+        row.height = std::max(row.height, size.height);
+        row.ascent = std::max(row.ascent, size.ascent);
+    };
+    grow(look_.points);
+    for (const Mark& mark : marks_from(row.start)) {
+        if (mark.start - 1 >= row.end) break;
+        grow(mark.size);
+    }
+}
+
+Row TextRows::row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const
+{
+    Row row{start, row_end(start, line_end), line_start, line_end, 0, 0};
+    set_height(row);
+    return row;
+}
+
+// The beginning of a row of the line that lies at or before the offset, not far before it.
+std::size_t TextRows::row_start_before(std::size_t line_start, std::size_t line_end, std::size_t offset) const
+{
+    if (!width_ || offset - line_start < stride) return line_start;
+    std::vector<std::size_t>& known = remembered(row_starts_, line_start);
+    if (known.empty()) known = {line_start};
+    std::size_t start = known.back();
+    while (start + stride < offset) {
+        start = row_end(start, line_end);
+        if (start - known.back() >= stride) known.push_back(start);
+        if (start >= line_end) break;
+    }
+    return *(std::upper_bound(known.begin(), known.end(), offset) - 1);
+}
+
+Row TextRows::row_at(std::size_t offset) const
+{
+    offset = std::min(offset, lines_.size());
+    const std::size_t line = lines_.line_at(offset);
+    const std::size_t line_start = lines_.line_start(line), line_end = lines_.line_end(line);
+    std::size_t start = row_start_before(line_start, line_end, std::min(offset, line_end));
+    for (;;) {
+        const std::size_t end = row_end(start, line_end);
+        if (offset < end || end >= line_end) break;
+        start = end;
+    }
+    return row_from(start, line_start, line_end);
+}
+
+std::optional<Row> TextRows::next(const Row& row) const
+{
+    if (!row.ends_line()) return row_from(row.end, row.line_start, row.line_end);
+    const std::size_t line = lines_.line_at(row.line_end);
+    if (line + 1 >= lines_.line_count()) return std::nullopt;
+    const std::size_t start = lines_.line_start(line + 1);
+    return row_from(start, start, lines_.line_end(line + 1));
+}
+
+std::optional<Row> TextRows::previous(const Row& row) const
+{
+    if (row.start == 0) return std::nullopt;
+    return row_at(row.start - 1);
+}
+
+const std::vector<TextRows::Place>& TextRows::places(const Row& row) const
+{
+    std::vector<Place>& known = remembered(places_, row.start);
+    if (!known.empty()) return known;
+    known = {{row.start, 0}};
+    walk(row.start, row.end, 0, [&](const PlacedCharacter& placed) {
+        if (placed.offset - known.back().offset >= stride) known.push_back({placed.offset, placed.x});
+        return true;
+    });
+    return known;
+}
+
+TextRows::Place TextRows::place_before(const Row& row, std::size_t offset) const
+{
+    if (row.end - row.start < 2 * stride || offset - row.start < stride) return {row.start, 0};
+    const auto& known = places(row);
+    return *(std::upper_bound(known.begin(), known.end(), offset,
+                              [](std::size_t at, const Place& place) { return at < place.offset; }) -
+             1);
+}
+
+TextRows::Place TextRows::place_before_x(const Row& row, double x) const
+{
+    if (row.end - row.start < 2 * stride || x <= 0) return {row.start, 0};
+    const auto& known = places(row);
+    return *(
+        std::upper_bound(known.begin(), known.end(), x, [](double at, const Place& place) { return at < place.x; }) -
+        1);
+}
+
+double TextRows::x_of(const Row& row, std::size_t offset) const
+{
+    offset = std::clamp(offset, row.start, row.end);
+    const Place from = place_before(row, offset);
+    double x = from.x;
+    walk(from.offset, offset, from.x, [&](const PlacedCharacter& placed) {
+        x = placed.x + placed.width;
+        return true;
+    });
+    return x;
+}
+
+std::size_t TextRows::offset_at(const Row& row, double x) const
+{
+    const Place from = place_before_x(row, x);
+    std::size_t offset = row.end;
+    walk(from.offset, row.end, from.x, [&](const PlacedCharacter& placed) {
+        if (x >= placed.x + placed.width / 2) return true;
+        offset = placed.offset;
+        return false;
+    });
+    return offset;
+}
+
+std::vector<PlacedCharacter> TextRows::between(const Row& row, double left, double right) const
+{
+    std::vector<PlacedCharacter> placed_characters;
+    const Place from = place_before_x(row, left);
+    walk(from.offset, row.end, from.x, [&](const PlacedCharacter& placed) {
+        if (placed.x >= right) return false;
+        if (placed.x + placed.width > left) placed_characters.push_back(placed);
+        return true;
+    });
+    return placed_characters;
+}
+
+} // namespace tarvik

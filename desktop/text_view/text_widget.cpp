@@ -1,0 +1,220 @@
+#include "desktop/text_view/text_widget.h"
+
+#include "desktop/text_view/text_painter.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyleHints>
+#include <QTimerEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvik {
+
+namespace {
+
+constexpr int caret_width = 2;
+constexpr double wheel_step = 120; // what a notch of the wheel tells
+constexpr int rows_a_notch = 3;
+// The horizontal bar counts in these, so that the longest line fits into its range.
+constexpr double bar_unit = 8;
+
+} // namespace
+
+TextWidget::TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* parent)
+    : QAbstractScrollArea(parent), front_(front), fonts_(front.pane_fonts), text_(std::move(text)),
+      area_(front.pane_fonts)
+{
+    setProperty("textWidget", true);
+    setFrameShape(QFrame::StyledPanel);
+    setAttribute(Qt::WA_NoMousePropagation);
+    setAttribute(Qt::WA_InputMethodEnabled);
+    setFocusPolicy(Qt::StrongFocus);
+    setMinimumSize(1, 1);
+    viewport()->setCursor(Qt::IBeamCursor);
+    viewport()->setAutoFillBackground(false);
+    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) { vertical_action(action); });
+}
+
+void TextWidget::show_model()
+{
+    stale_ = true;
+    if (isVisible()) refresh();
+}
+
+void TextWidget::lay_anew()
+{
+    area_.lay_rows();
+    show_scroll_bars();
+    viewport()->update();
+}
+
+void TextWidget::refresh()
+{
+    if (!std::exchange(stale_, false)) return;
+    PaneText content = text_->content();
+    const bool new_text = !same_pieces(content, shown_text_);
+    if (new_text) {
+        const bool stays = editing_ || same_first_piece(content, shown_text_);
+        if (!editing_) undo_.clear();
+        shown_text_ = content;
+        area_.set_text(std::move(content), stays);
+    }
+    area_.set_look(text_->look(), text_->breaks_lines());
+    const Selection selection = text_->selection();
+    const bool moved =
+        selection.start != selection_start() + 1 || selection.length != selection_end() - selection_start();
+    if (moved) {
+        anchor_ = selection.start - 1;
+        caret_ = anchor_ + selection.length;
+    }
+    const bool whole_text = selection.length > 0 && selection.length == area_.lines().size();
+    if (editing_ || (moved && !whole_text)) area_.bring_into_view(caret_, !editing_);
+    show_scroll_bars();
+    blink();
+    viewport()->update();
+}
+
+void TextWidget::show_scroll_bars()
+{
+    setting_bars_ = true;
+    QScrollBar& vertical = *verticalScrollBar();
+    const std::size_t last = area_.last_top(), top = area_.top();
+    const bool in_rows = !area_.breaks_lines();
+    const TextLines& lines = area_.lines();
+    const auto value = [&](std::size_t offset) { return static_cast<int>(in_rows ? lines.line_at(offset) : offset); };
+    vertical.setRange(0, value(last));
+    const auto& shown = area_.shown();
+    const auto page = in_rows ? static_cast<std::size_t>(area_.whole_rows()) : shown.back().row.end - top;
+    vertical.setPageStep(std::max(1, static_cast<int>(page)));
+    vertical.setValue(value(top));
+    QScrollBar& horizontal = *horizontalScrollBar();
+    const double hidden = in_rows ? std::max(0.0, area_.widest() - area_.width()) : 0;
+    horizontal.setRange(0, static_cast<int>(std::ceil(hidden / bar_unit)));
+    horizontal.setPageStep(std::max(1, static_cast<int>(area_.width() / bar_unit)));
+    horizontal.setSingleStep(4);
+    horizontal.setValue(static_cast<int>(std::ceil(area_.left() / bar_unit)));
+    setting_bars_ = false;
+}
+
+void TextWidget::scrollContentsBy(int, int)
+{
+    if (setting_bars_) return;
+    area_.set_left(horizontalScrollBar()->value() * bar_unit);
+    place_vertical(verticalScrollBar()->value());
+    show_scroll_bars(); // a wider row may have come into view
+    viewport()->update();
+}
+
+void TextWidget::place_vertical(int value)
+{
+    const auto place = static_cast<std::size_t>(value);
+    const std::size_t offset = area_.breaks_lines() ? place : area_.lines().line_start(place);
+    if (offset != area_.top()) area_.scroll_to(offset);
+}
+
+// With line breaking the bar counts characters, but its arrows and its paging go by rows.
+void TextWidget::vertical_action(int action)
+{
+    if (!area_.breaks_lines()) return;
+    const int page = std::max(1, area_.whole_rows() - 1);
+    switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd: area_.scroll_rows(1); break;
+    case QAbstractSlider::SliderSingleStepSub: area_.scroll_rows(-1); break;
+    case QAbstractSlider::SliderPageStepAdd: area_.scroll_rows(page); break;
+    case QAbstractSlider::SliderPageStepSub: area_.scroll_rows(-page); break;
+    default: return;
+    }
+    verticalScrollBar()->setSliderPosition(static_cast<int>(area_.top()));
+    viewport()->update();
+}
+
+void TextWidget::wheelEvent(QWheelEvent* event)
+{
+    const QPoint turned = event->angleDelta();
+    if (turned.x() != 0 || event->modifiers().testFlag(Qt::ShiftModifier)) {
+        QAbstractScrollArea::wheelEvent(event);
+        return;
+    }
+    wheel_ += turned.y() * rows_a_notch / wheel_step;
+    const int rows = static_cast<int>(wheel_);
+    wheel_ -= rows;
+    if (rows != 0) area_.scroll_rows(-rows);
+    show_scroll_bars();
+    viewport()->update();
+    event->accept();
+}
+
+void TextWidget::resizeEvent(QResizeEvent*)
+{
+    area_.set_size(viewport()->width(), viewport()->height());
+    show_scroll_bars();
+}
+
+void TextWidget::showEvent(QShowEvent* event)
+{
+    QAbstractScrollArea::showEvent(event);
+    refresh();
+}
+
+QRectF TextWidget::caret_rectangle() const
+{
+    for (const TextArea::ShownRow& shown : area_.shown()) {
+        const Row& row = shown.row;
+        const bool here = caret_ >= row.start && (caret_ < row.end || (row.ends_line() && caret_ == row.end));
+        if (here) return {area_.x_of(row, caret_) - 1, shown.y, caret_width, row.height};
+    }
+    return {};
+}
+
+void TextWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(viewport());
+    painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
+    // Without the focus a selection does not hide what it lies on, such as the match that was marked last.
+    const SelectedRange selected = hasFocus() ? SelectedRange{selection_start(), selection_end()} : SelectedRange{0, 0};
+    paint_text(painter, area_, fonts_, selected, palette());
+    const QRectF caret = caret_rectangle();
+    if (caret.isNull() || !hasFocus()) return;
+    if (!preedit_.isEmpty()) paint_preedit(painter, preedit_, caret, fonts_, palette());
+    else if (caret_shows_) painter.fillRect(caret, palette().color(QPalette::Text));
+}
+
+void TextWidget::blink()
+{
+    const int time = QGuiApplication::styleHints()->cursorFlashTime();
+    caret_shows_ = hasFocus();
+    if (hasFocus() && time > 1) caret_timer_.start(time / 2, this);
+    else caret_timer_.stop();
+}
+
+void TextWidget::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() == caret_timer_.timerId()) {
+        caret_shows_ = !caret_shows_;
+        viewport()->update(caret_rectangle().toAlignedRect());
+    } else if (event->timerId() == drag_timer_.timerId()) {
+        drag_to(drag_position_);
+    }
+}
+
+void TextWidget::focusInEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusInEvent(event);
+    blink();
+    update();
+    viewport()->update();
+}
+
+void TextWidget::focusOutEvent(QFocusEvent* event)
+{
+    QAbstractScrollArea::focusOutEvent(event);
+    blink();
+    update();
+    viewport()->update();
+}
+
+} // namespace tarvik

@@ -1,0 +1,99 @@
+#pragma once
+
+#include "desktop/front/front.h"
+#include "desktop/look/pane_fonts.h"
+#include "desktop/text_view/text_area.h"
+#include "desktop/text_view/viewed_text.h"
+
+#include <QAbstractScrollArea>
+#include <QBasicTimer>
+
+#include <memory>
+
+namespace tarvik {
+
+/// Shows and edits a text of any length. The text is the model's; the view keeps only where it is and what it shows.
+class TextWidget final : public QAbstractScrollArea {
+public:
+    TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* parent);
+
+    /// Brings text, look and selection up to date with the model.
+    void show_model();
+    /// After a change of the font.
+    void lay_anew();
+
+    const TextArea& area() const { return area_; }
+    /// The character that the caret stands before, from 0.
+    std::size_t caret() const { return caret_; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    // What shows
+    void refresh();
+    void show_scroll_bars();
+    void place_vertical(int value);
+    void vertical_action(int action);
+    QRectF caret_rectangle() const;
+    void blink();
+
+    // Selection
+    std::size_t selection_start() const { return std::min(anchor_, caret_); }
+    std::size_t selection_end() const { return std::max(anchor_, caret_); }
+    void move_caret(std::size_t offset, bool extend);
+    void selection_to_model();
+    void select_word(std::size_t offset);
+    void drag_to(const QPoint& position);
+
+    // Keys
+    bool move_by_key(const QKeyEvent& event);
+    bool edit_by_key(const QKeyEvent& event);
+    std::size_t left_of(std::size_t offset) const;
+    std::size_t right_of(std::size_t offset) const;
+    std::size_t word_edge(std::size_t offset, bool forward) const;
+    std::size_t rows_away(int rows);
+    void select_all();
+    void copy() const;
+    void remove(std::size_t from, std::size_t to);
+    void replace_selection(TextView text);
+    void paste();
+    void remember(TextView replacement);
+    void undo();
+    void reach(char32_t key);
+
+    void post_mouse(EventKind kind, const QMouseEvent& event);
+
+    Front& front_;
+    const PaneFonts& fonts_;
+    std::unique_ptr<ViewedText> text_;
+    TextArea area_;
+    PaneText shown_text_;
+    bool stale_ = true; // the model may have changed since the view was last brought up to date
+    bool editing_ = false;
+    std::size_t anchor_ = 0, caret_ = 0;
+    std::optional<double> wanted_x_; // where the caret goes on its way up and down
+    UndoList undo_;
+    QString preedit_;
+    QBasicTimer caret_timer_, drag_timer_;
+    QPoint drag_position_;
+    bool caret_shows_ = false, dragging_ = false, setting_bars_ = false;
+    double wheel_ = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,144 @@
+#include "desktop/front/input.h"
+#include "desktop/look/qt_text.h"
+#include "desktop/text_view/text_widget.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QKeySequence>
+
+#include <memory>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view line_end = U"\r\n";
+
+} // namespace
+
+void TextWidget::select_all()
+{
+    anchor_ = 0;
+    caret_ = area_.lines().size();
+    wanted_x_.reset();
+    selection_to_model();
+    viewport()->update();
+}
+
+void TextWidget::copy() const
+{
+    if (anchor_ == caret_) return;
+    Text selected;
+    area_.lines().append_to(selection_start(), selection_end() - selection_start(), selected);
+    front_.program.platform.clipboard.set_text(selected);
+}
+
+void TextWidget::remember(TextView replacement)
+{
+    Reversal reversal{selection_start() + 1, replacement.size(), {}};
+    area_.lines().append_to(selection_start(), selection_end() - selection_start(), reversal.text);
+    undo_.add(std::move(reversal));
+}
+
+void TextWidget::replace_selection(TextView text)
+{
+    text_->replace_selection(text);
+    stale_ = editing_ = true;
+    refresh();
+    editing_ = false;
+}
+
+void TextWidget::remove(std::size_t from, std::size_t to)
+{
+    if (from == to) return;
+    anchor_ = from;
+    caret_ = to;
+    selection_to_model();
+    remember({});
+    replace_selection({});
+}
+
+void TextWidget::paste()
+{
+    const Text text = front_.program.platform.clipboard.text();
+    if (text.empty()) return;
+    remember(text);
+    replace_selection(text);
+}
+
+void TextWidget::undo()
+{
+    const auto reversal = undo_.take();
+    if (!reversal) return;
+    text_->select({reversal->start, reversal->length});
+    replace_selection(reversal->text);
+}
+
+bool TextWidget::edit_by_key(const QKeyEvent& event)
+{
+    const bool selected = anchor_ != caret_;
+    const bool whole_word = event.modifiers().testFlag(Qt::ControlModifier);
+    if (event.matches(QKeySequence::SelectAll)) select_all();
+    else if (event.matches(QKeySequence::Copy)) copy();
+    else if (event.matches(QKeySequence::Paste)) paste();
+    else if (event.matches(QKeySequence::Undo)) undo();
+    else if (event.matches(QKeySequence::Cut)) {
+        copy();
+        remove(selection_start(), selection_end());
+    } else if (event.key() == Qt::Key_Backspace) {
+        const std::size_t before = whole_word ? word_edge(left_of(caret_), false) : left_of(caret_);
+        remove(selected ? selection_start() : before, selection_end());
+    } else if (event.key() == Qt::Key_Delete) {
+        const std::size_t behind = whole_word ? word_edge(caret_, true) : right_of(caret_);
+        remove(selection_start(), selected ? selection_end() : behind);
+    } else return false;
+    return true;
+}
+
+// A key that no handler has eaten.
+void TextWidget::reach(char32_t key)
+{
+    refresh();
+    if (key != enter_key && key < U' ') return;
+    const Text text = key == enter_key ? Text(line_end) : Text(1, key);
+    remember(text);
+    replace_selection(text);
+}
+
+void TextWidget::keyPressEvent(QKeyEvent* event)
+{
+    const Text keys = typed_characters(*event);
+    if (!keys.empty()) {
+        press_keys(front_, text_->control(), keys, [this](char32_t key) { reach(key); });
+        return;
+    }
+    event->ignore();
+    const std::shared_ptr<QKeyEvent> pressed(event->clone());
+    const auto act = [this, pressed] {
+        refresh();
+        pressed->setAccepted(move_by_key(*pressed) || edit_by_key(*pressed));
+    };
+    front_.queue.submit(act);
+    event->setAccepted(pressed->isAccepted());
+}
+
+void TextWidget::inputMethodEvent(QInputMethodEvent* event)
+{
+    preedit_ = event->preeditString();
+    press_keys(front_, text_->control(), from_qt(event->commitString()), [this](char32_t key) { reach(key); });
+    viewport()->update();
+    event->accept();
+}
+
+QVariant TextWidget::inputMethodQuery(Qt::InputMethodQuery query) const
+{
+    switch (query) {
+    case Qt::ImEnabled: return true;
+    case Qt::ImCursorRectangle: return caret_rectangle().translated(viewport()->pos());
+    case Qt::ImFont: return fonts_.font(0);
+    case Qt::ImHints: return static_cast<int>(Qt::ImhMultiLine);
+    default: return QAbstractScrollArea::inputMethodQuery(query);
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,123 @@
+#include "desktop/text_view/text_widget.h"
+
+#include <QKeyEvent>
+
+namespace tarvik {
+
+namespace {
+
+// What belongs to one word: letters and digits, Chinese characters, or signs of any kind.
+int word_kind(char32_t character)
+{
+    if (character <= U' ') return 0;
+    if (character >= 0x2e80) return 1;
+    const bool letter = (character | 0x20) >= U'a' && (character | 0x20) <= U'z';
+    const bool digit = character >= U'0' && character <= U'9';
+    return letter || digit || character == U'_' || character >= 0xc0 ? 2 : 3;
+}
+
+} // namespace
+
+void TextWidget::selection_to_model()
+{
+    text_->select({selection_start() + 1, selection_end() - selection_start()});
+}
+
+void TextWidget::move_caret(std::size_t offset, bool extend)
+{
+    caret_ = std::min(offset, area_.lines().size());
+    if (!extend) anchor_ = caret_;
+    wanted_x_.reset();
+    selection_to_model();
+    area_.bring_into_view(caret_, false);
+    show_scroll_bars();
+    blink();
+    viewport()->update();
+}
+
+void TextWidget::select_word(std::size_t offset)
+{
+    const std::size_t end = word_edge(offset, true);
+    anchor_ = word_edge(std::min(offset + 1, end), false);
+    move_caret(end, true);
+}
+
+// CR LF is one step.
+std::size_t TextWidget::left_of(std::size_t offset) const
+{
+    if (offset == 0) return 0;
+    const TextLines& lines = area_.lines();
+    const bool line_break = offset >= 2 && lines.at(offset - 1) == U'\n' && lines.at(offset - 2) == U'\r';
+    return offset - (line_break ? 2 : 1);
+}
+
+std::size_t TextWidget::right_of(std::size_t offset) const
+{
+    const TextLines& lines = area_.lines();
+    if (offset >= lines.size()) return offset;
+    const bool line_break = offset + 1 < lines.size() && lines.at(offset) == U'\r' && lines.at(offset + 1) == U'\n';
+    return offset + (line_break ? 2 : 1);
+}
+
+std::size_t TextWidget::word_edge(std::size_t offset, bool forward) const
+{
+    const TextLines& lines = area_.lines();
+    const std::size_t size = lines.size();
+    const auto kind = [&](std::size_t at) { return word_kind(lines.at(forward ? at : at - 1)); };
+    const auto more = [&](std::size_t at) { return forward ? at < size : at > 0; };
+    if (!more(offset)) return offset;
+    const int first = kind(offset);
+    while (more(offset) && kind(offset) == first) offset = forward ? offset + 1 : offset - 1;
+    return offset;
+}
+
+std::size_t TextWidget::rows_away(int count)
+{
+    const TextRows& rows = area_.rows();
+    Row row = rows.row_at(caret_);
+    const double x = wanted_x_ ? *wanted_x_ : rows.x_of(row, caret_);
+    wanted_x_ = x;
+    for (; count != 0; count += count > 0 ? -1 : 1) {
+        const auto other = count > 0 ? rows.next(row) : rows.previous(row);
+        if (!other) break;
+        row = *other;
+    }
+    const std::size_t offset = rows.offset_at(row, x);
+    return offset == row.end && !row.ends_line() ? offset - 1 : offset;
+}
+
+bool TextWidget::move_by_key(const QKeyEvent& event)
+{
+    const bool extend = event.modifiers().testFlag(Qt::ShiftModifier);
+    const bool far = event.modifiers().testFlag(Qt::ControlModifier);
+    const bool collapse = !extend && anchor_ != caret_;
+    const int page = std::max(1, area_.whole_rows() - 1);
+    const Row row = area_.rows().row_at(caret_);
+    std::size_t target = caret_;
+    const auto vertical = [&](int rows) {
+        target = rows_away(rows);
+        const auto x = wanted_x_;
+        move_caret(target, extend);
+        wanted_x_ = x;
+        return true;
+    };
+    switch (event.key()) {
+    case Qt::Key_Left:
+        target = far ? word_edge(left_of(caret_), false) : collapse ? selection_start() : left_of(caret_);
+        break;
+    case Qt::Key_Right:
+        target = far ? word_edge(right_of(caret_), true) : collapse ? selection_end() : right_of(caret_);
+        break;
+    case Qt::Key_Home: target = far ? 0 : row.start; break;
+    case Qt::Key_End: target = far ? area_.lines().size() : row.ends_line() ? row.end : row.end - 1; break;
+    case Qt::Key_Up: return vertical(-1);
+    case Qt::Key_Down: return vertical(1);
+    case Qt::Key_PageUp: return vertical(-page);
+    case Qt::Key_PageDown: return vertical(page);
+    default: return false;
+    }
+    move_caret(target, extend);
+    return true;
+}
+
+} // namespace tarvik

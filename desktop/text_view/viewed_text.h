@@ -1,0 +1,90 @@
+#pragma once
+
+#include "desktop/text_view/text_rows.h"
+#include "mainwindow/pane.h"
+#include "platform/text.h"
+
+#include <optional>
+#include <vector>
+
+namespace tarvik {
+
+/// What a text view shows and edits: a pane, or a box of several lines.
+class ViewedText {
+public:
+    virtual ~ViewedText() = default;
+    virtual Control& control() = 0;
+    virtual PaneText content() = 0;
+    virtual TextLook look() const = 0;
+    virtual bool breaks_lines() const = 0;
+    virtual Selection selection() const = 0;
+    virtual void select(Selection selection) = 0;
+    virtual void replace_selection(TextView text) = 0;
+};
+
+class ViewedPane final : public ViewedText {
+public:
+    explicit ViewedPane(Pane& pane) : pane_(pane) {}
+    Control& control() override { return pane_; }
+    PaneText content() override { return pane_.content(); }
+    TextLook look() const override { return {pane_.marks(), pane_.text_font_size()}; }
+    bool breaks_lines() const override { return pane_.line_breaking(); }
+    Selection selection() const override { return pane_.selection(); }
+    void select(Selection selection) override { pane_.select(selection); }
+    void replace_selection(TextView text) override { pane_.replace_selection(text); }
+
+private:
+    Pane& pane_;
+};
+
+class ViewedBox final : public ViewedText {
+public:
+    ViewedBox(TextBox& box, bool breaks_lines) : box_(box), breaks_lines_(breaks_lines) {}
+    Control& control() override { return box_; }
+    PaneText content() override;
+    TextLook look() const override { return {}; }
+    bool breaks_lines() const override { return breaks_lines_; }
+    Selection selection() const override { return box_.selection(); }
+    void select(Selection selection) override { box_.select(selection); }
+    void replace_selection(TextView text) override { box_.replace_selection(text); }
+
+private:
+    TextBox& box_;
+    bool breaks_lines_;
+    Text text_; // what content_ was made of
+    PaneText content_;
+};
+
+/// Whether two texts are made of the same pieces of the same buffers. Equal texts of other buffers count as different.
+bool same_pieces(const PaneText& a, const PaneText& b);
+bool same_first_piece(const PaneText& a, const PaneText& b);
+
+/// An edit as what takes it back: `length` characters from `start` (from 1) become `text` again.
+struct Reversal {
+    std::size_t start, length;
+    Text text;
+};
+
+/// What the user has edited in a text, latest first to go.
+class UndoList {
+public:
+    void add(Reversal reversal)
+    {
+        if (reversals_.size() == most) reversals_.erase(reversals_.begin());
+        reversals_.push_back(std::move(reversal));
+    }
+    std::optional<Reversal> take()
+    {
+        if (reversals_.empty()) return std::nullopt;
+        Reversal last = std::move(reversals_.back());
+        reversals_.pop_back();
+        return last;
+    }
+    void clear() { reversals_.clear(); }
+
+private:
+    static constexpr std::size_t most = 500;
+    std::vector<Reversal> reversals_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,45 @@
+#include "desktop/windows/form1_layout.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr double gap = 45; // between neighbours, three dots of the design
+constexpr double window_edge = 100;
+
+Place number_box_place(const Form1& form1)
+{
+    Place place = place_of(form1.number_box());
+    const Place corner = place_of(form1.Command2[4]);
+    const bool beside = corner.left >= place.left + place.width || corner.left + corner.width <= place.left;
+    const double room = corner.top - gap - place.top;
+    if (!beside && room > 0) place.height = std::min(place.height, room);
+    return place;
+}
+
+Place frame_place(const Form1& form1, const Control& frame)
+{
+    double edge = form1.window.width() - window_edge;
+    Place place{};
+    for (const Control* each : {&form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Frame1}) {
+        place = place_of(*each);
+        place.left = std::min(place.left, edge - place.width);
+        edge = place.left - gap;
+        if (each == &frame) break;
+    }
+    return place;
+}
+
+} // namespace
+
+Place fitted_place(const Form1& form1, const Control& control)
+{
+    if (&control == &form1.number_box()) return number_box_place(form1);
+    for (const Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
+        if (&control == frame) return frame_place(form1, *frame);
+    return place_of(control);
+}
+
+} // namespace tarvik

@@ -1,0 +1,74 @@
+#include "desktop/windows/form4_window.h"
+
+#include "desktop/windows/window_places.h"
+
+#include <QLabel>
+#include <QScrollArea>
+
+namespace tarvik {
+
+namespace {
+
+constexpr double edge = 120; // twips between what the window holds and its edge
+
+} // namespace
+
+Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, const QWidget& main_window)
+    : FormWindow(front, front.program.form4.window, backdrop), main_window_(main_window)
+{
+    Form4& form4 = front.program.form4;
+    scroll_area_ = new QScrollArea(this);
+    scroll_area_->setFrameShape(QFrame::NoFrame);
+    scroll_area_->setFocusPolicy(Qt::NoFocus);
+    scroll_area_->setWidget(new QWidget);
+    ControlMaker maker(front, focus, layout_);
+    FrameWidget& all = maker.frame(form4.Frame1, *scroll_area_->widget());
+    make_rows(maker, maker.frame(form4.Frame2, all), 0, 27);
+    make_rows(maker, maker.frame(form4.Frame3, all), 28, 49);
+    maker.line_box(form4.Text3, FontRole::DesignQuery, all);
+    maker.line_box(form4.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
+    maker.button(form4.Command1, FontRole::Button, all);
+    maker.button(form4.Command2, FontRole::Button, all);
+    for (Control* label : {&form4.Label1, &form4.Label2, &form4.Label3, &form4.Label4, &form4.Label5})
+        maker.label(*label, FontRole::Help, all);
+    front.mirror.on_moved(FormId::Form4, [this] { place(); });
+}
+
+// Created in the order in which the Tab key goes through them.
+void Form4Window::make_rows(ControlMaker& maker, QWidget& frame, int first, int last)
+{
+    Form4& form4 = front().program.form4;
+    for (int row = first; row < last; row += 2)
+        for (auto* boxes : {&form4.Text1, &form4.Text2})
+            for (const int index : {row, row + 1})
+                maker.line_box((*boxes)[index], FontRole::Design, frame).setAlignment(Qt::AlignCenter);
+}
+
+void Form4Window::place()
+{
+    layout_.place(front().scale);
+    const Form4& form4 = front().program.form4;
+    const Place all = place_of(form4.Frame1);
+    const QSize needed = front().scale.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+    scroll_area_->setGeometry(rect());
+    scroll_area_->widget()->resize(needed.expandedTo(size()));
+}
+
+void Form4Window::set_zoom()
+{
+    layout_.set_fonts(front().theme, front().scale);
+    place();
+}
+
+void Form4Window::resizeEvent(QResizeEvent* event)
+{
+    place();
+    FormWindow::resizeEvent(event);
+}
+
+void Form4Window::before_first_show()
+{
+    place_beside(*this, main_window_);
+}
+
+} // namespace tarvik

@@ -1,0 +1,94 @@
+#include "desktop/windows/form_window.h"
+
+#include "desktop/controls/control_maker.h"
+#include "desktop/look/qt_text.h"
+
+#include <QCloseEvent>
+#include <QPainter>
+
+namespace tarvik {
+
+FormWindow::FormWindow(Front& front, Window& model, Backdrop& backdrop)
+    : front_(front), model_(model), backdrop_(backdrop)
+{
+    setObjectName(widget_name(model));
+    front.mirror.add(
+        model, nullptr, [this] { show_model(); }, true);
+}
+
+void FormWindow::show_model()
+{
+    const QString caption = to_qt(model_.caption());
+    if (windowTitle() != caption) setWindowTitle(caption);
+    Theme::colour(*this, model_.back_color());
+    show_size();
+    if (model_.visible() && isHidden()) {
+        if (!std::exchange(shown_before_, true)) before_first_show();
+        appear();
+    }
+    if (!model_.visible() && !isHidden()) hide();
+    const bool minimised = model_.window_state() == 1;
+    if (model_.visible() && minimised != isMinimized()) minimised ? showMinimized() : showNormal();
+}
+
+void FormWindow::show_size()
+{
+    const QSize wanted = front_.scale.size(model_);
+    if (wanted == size_) return;
+    size_ = wanted;
+    resize(wanted);
+}
+
+void FormWindow::take_size(QSize size)
+{
+    model_.set_width(front_.scale.twips(size.width()));
+    model_.set_height(front_.scale.twips(size.height()));
+}
+
+void FormWindow::resizeEvent(QResizeEvent* event)
+{
+    if (!isMinimized()) post_resize(event->size());
+}
+
+void FormWindow::post_resize(QSize size)
+{
+    front_.queue.submit([this, size] {
+        if (size != size_) {
+            size_ = size;
+            take_size(size);
+        }
+        Event resized{EventKind::Resize, model_};
+        front_.queue.send(resized);
+    });
+}
+
+void FormWindow::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() != QEvent::WindowStateChange || !isVisible()) return;
+    front_.queue.submit([this, state = isMinimized() ? 1 : 0] {
+        if (model_.window_state() == state) return;
+        model_.set_window_state(state);
+        Event resized{EventKind::Resize, model_};
+        if (state == 0) front_.queue.send(resized);
+    });
+}
+
+void FormWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore(); // the model decides
+    front_.queue.submit([this] {
+        Event closing{EventKind::Close, model_};
+        front_.queue.send(closing);
+        if (!closing.cancelled) model_.set_visible(false);
+    });
+}
+
+void FormWindow::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    backdrop_.paint(painter, picture_size(), devicePixelRatioF());
+}
+
+} // namespace tarvik

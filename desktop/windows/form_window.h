@@ -1,0 +1,47 @@
+#pragma once
+
+#include "desktop/windows/backdrop.h"
+#include "desktop/controls/form_layout.h"
+
+#include <QWidget>
+
+namespace tarvik {
+
+/// A window of the program. The user's resizing, minimising and closing become the model's; the model's size, state and
+/// caption become the window's.
+class FormWindow : public QWidget {
+public:
+    FormWindow(Front& front, Window& model, Backdrop& backdrop);
+
+    /// Brings the window itself up to date with the model.
+    void show_model();
+
+protected:
+    /// Before the window shows for the first time: its place on the screen.
+    virtual void before_first_show() {}
+    virtual void appear() { show(); }
+    /// What the picture is stretched over.
+    virtual QSize picture_size() const { return size(); }
+    /// The model gets the size in pixels that the user has given the window.
+    virtual void take_size(QSize size);
+    /// Tells the model of a size when its turn comes, a new one or not.
+    void post_resize(QSize size);
+
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+    Front& front() { return front_; }
+    Window& model() { return model_; }
+
+private:
+    void show_size();
+    Front& front_;
+    Window& model_;
+    Backdrop& backdrop_;
+    QSize size_; // as the model and the window last agreed on it
+    bool shown_before_ = false;
+};
+
+} // namespace tarvik
