@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QScreen>
 
+#include <iostream>
+
 namespace tarvik {
 
 namespace {
@@ -19,7 +21,8 @@ Scale scale_of_screen()
 } // namespace
 
 Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives, const MakeEngines& make_engines)
-    : files_(installation, drives), theme_(files_), dialogs_([this] { show(); }, to_qt(files_.installation_folder())),
+    : files_(installation, drives), theme_(files_),
+      dialogs_([this] { show_ahead_of_box(); }, to_qt(files_.installation_folder())),
       office_(make_engines(files_, printer_)),
       program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
       queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), side_scale_(scale_of_screen()),
@@ -28,7 +31,7 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       side_{program_, queue_, mirror_, theme_, side_scale_, side_fonts_}, focus_(queue_), backdrop_(files_),
       side_backdrop_(backdrop_), form1_(main_, focus_, backdrop_, main_scale_, main_fonts_),
       form3_(side_, focus_, side_backdrop_, form1_), form4_(side_, focus_, no_backdrop_, form1_), timers_(main_),
-      menu_(queue_, program_.form1.window)
+      menu_(queue_, program_.form1)
 {
     QCoreApplication::installTranslator(&chinese_);
     theme_.apply();
@@ -63,6 +66,16 @@ void Desktop::show()
 {
     mirror_.update();
     show_batch_progress();
+}
+
+// The box may be the one that tells of the failure.
+void Desktop::show_ahead_of_box() noexcept
+{
+    try {
+        show();
+    } catch (const std::exception& error) {
+        std::cerr << "tarvik: " << error.what() << '\n';
+    }
 }
 
 void Desktop::event_ended()

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "desktop/services/chinese_texts.h"
 #include "desktop/front/context_menu.h"
+#include "desktop/front/model_timers.h"
+#include "desktop/services/chinese_texts.h"
 #include "desktop/services/desktop_platform.h"
 #include "desktop/services/dialogs.h"
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
-#include "desktop/front/model_timers.h"
 #include "platform/disk_files.h"
 #include "platform/system_clock.h"
 
@@ -34,6 +34,7 @@ public:
 
 private:
     void show();
+    void show_ahead_of_box() noexcept;
     void event_ended();
     void show_batch_progress();
 

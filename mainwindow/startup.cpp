@@ -4,6 +4,7 @@
 #include "platform/code_page.h"
 
 #include <functional>
+#include <new>
 
 namespace tarvik {
 
@@ -18,6 +19,8 @@ void pass_over_failure(const std::function<void()>& step)
     try {
         step();
     } catch (const Failure&) {
+        return;
+    } catch (const std::bad_alloc&) {
         return;
     }
 }

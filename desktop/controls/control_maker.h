@@ -1,9 +1,9 @@
 #pragma once
 
-#include "desktop/controls/small_widgets.h"
-#include "desktop/front/focus_tracker.h"
 #include "desktop/controls/form_layout.h"
 #include "desktop/controls/line_box.h"
+#include "desktop/controls/small_widgets.h"
+#include "desktop/front/focus_tracker.h"
 #include "desktop/text_view/text_widget.h"
 
 class QLabel;

@@ -6,8 +6,12 @@
 
 namespace tarvik {
 
-ContextMenu::ContextMenu(EventQueue& queue, Window& main_window) : queue_(queue), main_window_(main_window)
+// The menu takes the release of the button that opened it: the box must not wait for that release any longer, or the
+// next selection made in it would be replaced by the clipboard.
+ContextMenu::ContextMenu(EventQueue& queue, Form1& form1) : queue_(queue), form1_(form1)
 {
+    QObject::connect(&menu_, &QMenu::aboutToHide, &menu_,
+                     [this] { queue_.submit([this] { form1_.menuonquery = form1_.menuonnumber = false; }); });
     add("_复制", MenuEntry::copy1);
     menu_.addSeparator()->setText("空格栏");
     add("_粘贴", MenuEntry::paste1);
@@ -16,7 +20,7 @@ ContextMenu::ContextMenu(EventQueue& queue, Window& main_window) : queue_(queue)
 void ContextMenu::add(const QString& caption, MenuEntry entry)
 {
     QObject::connect(menu_.addAction(caption), &QAction::triggered, &menu_, [this, entry] {
-        Event picked{EventKind::Menu, main_window_};
+        Event picked{EventKind::Menu, form1_.window};
         picked.entry = entry;
         queue_.post(picked);
     });

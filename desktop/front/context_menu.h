@@ -10,7 +10,7 @@ namespace tarvik {
 /// ended, and its entry is an event of its own.
 class ContextMenu {
 public:
-    explicit ContextMenu(EventQueue& queue, Window& main_window);
+    ContextMenu(EventQueue& queue, Form1& form1);
 
     void ask() { asked_ = true; }
     /// Opens the menu if it was asked for.
@@ -19,7 +19,7 @@ public:
 private:
     void add(const QString& caption, MenuEntry entry);
     EventQueue& queue_;
-    Window& main_window_;
+    Form1& form1_;
     QMenu menu_;
     bool asked_ = false;
 };

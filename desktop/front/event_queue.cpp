@@ -2,6 +2,9 @@
 
 #include "desktop/look/busy_cursor.h"
 
+#include <iostream>
+#include <new>
+
 namespace tarvik {
 
 namespace {
@@ -47,19 +50,28 @@ void EventQueue::drain()
     while (!waiting_.empty()) {
         const auto action = std::move(waiting_.front());
         waiting_.pop_front();
-        run(action);
-        show_();
+        attempt(action);
+        attempt(show_);
     }
     busy_ = false;
 }
 
-// Nothing may leave through the toolkit's event loop.
-void EventQueue::run(const std::function<void()>& action)
+// Nothing may leave through the toolkit's event loop, nor may a failure end the queue: not even one of telling it.
+void EventQueue::attempt(const std::function<void()>& work)
 {
+    const auto tell_of = [this](TextView reason) {
+        try {
+            tell(program_, U" 请注意：\r\n操作没有完成：" + reason, application_title, Icon::Critical);
+        } catch (const std::exception& untold) {
+            std::cerr << "tarvik: " << untold.what() << '\n';
+        }
+    };
     try {
-        action();
+        work();
+    } catch (const std::bad_alloc&) {
+        tell_of(U"内存不足。");
     } catch (const std::exception& error) {
-        tell(program_, U" 请注意：\r\n操作没有完成：" + from_utf8(error.what()), application_title, Icon::Critical);
+        tell_of(from_utf8(error.what()));
     }
 }
 

@@ -26,7 +26,7 @@ public:
 
 private:
     void drain();
-    void run(const std::function<void()>& action);
+    void attempt(const std::function<void()>& work);
 
     Program& program_;
     std::function<void()> show_;

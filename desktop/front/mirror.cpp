@@ -58,21 +58,31 @@ void Mirror::show_changed(bool last)
             continue;
         }
         entry->changed = false;
-        entry->show();
+        attempt(entry->show);
     }
     changed_.insert(changed_.end(), left.begin(), left.end());
+}
+
+void Mirror::attempt(const std::function<void()>& show)
+{
+    try {
+        show();
+    } catch (...) {
+        if (!failure_) failure_ = std::current_exception();
+    }
 }
 
 void Mirror::update()
 {
     show_changed(false);
     for (const FormId form : std::exchange(moved_, {}))
-        if (const auto place = place_.find(form); place != place_.end()) place->second();
+        if (const auto place = place_.find(form); place != place_.end()) attempt(place->second);
     show_changed(true);
     if (const Control* asked = std::exchange(focus_, nullptr)) {
         const auto found = entries_.find(asked);
         if (found != entries_.end() && found->second.widget) found->second.widget->setFocus(Qt::OtherFocusReason);
     }
+    if (const auto failure = std::exchange(failure_, nullptr)) std::rethrow_exception(failure);
 }
 
 } // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include "mainwindow/control.h"
 
+#include <exception>
 #include <functional>
 #include <unordered_map>
 #include <vector>
@@ -23,6 +24,7 @@ public:
     void changed(const Control& control, Property property);
     /// Everything counts as changed.
     void all_changed();
+    /// What fails to show keeps nothing else from showing; the first failure is thrown when all is done.
     void update();
 
 private:
@@ -33,12 +35,14 @@ private:
         bool changed;
     };
     void show_changed(bool last);
+    void attempt(const std::function<void()>& show);
 
     std::unordered_map<const Control*, Entry> entries_;
     std::unordered_map<FormId, std::function<void()>> place_;
     std::vector<Entry*> changed_;
     std::vector<FormId> moved_;
     const Control* focus_ = nullptr;
+    std::exception_ptr failure_;
 };
 
 } // namespace tarvik

@@ -1,5 +1,5 @@
-#include "desktop/services/desktop_platform.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/services/desktop_platform.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

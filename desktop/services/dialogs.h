@@ -14,8 +14,8 @@ namespace tarvik {
 /// The real boxes, over the window that the user works in.
 class DesktopDialogs final : public Dialogs {
 public:
-    /// `before` is called ahead of every box, so that the windows show what the box speaks of. File dialogs begin in
-    /// `folder` and go on where the last one ended.
+    /// `before` is called ahead of every box, so that the windows show what the box speaks of; it throws nothing. File
+    /// dialogs begin in `folder` and go on where the last one ended.
     DesktopDialogs(std::function<void()> before, QString folder)
         : before_(std::move(before)), folder_(std::move(folder))
     {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desktop/windows/backdrop.h"
 #include "desktop/controls/form_layout.h"
+#include "desktop/windows/backdrop.h"
 
 #include <QWidget>
 

@@ -111,6 +111,10 @@ TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_i
     pick("_粘贴");
     EXPECT_EQ(form1().query_box().text(), U"two\r\nthr");
     EXPECT_EQ(program().platform.clipboard.text(), U"") << "a paste empties the clipboard";
+    program().platform.clipboard.set_text(U"other");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    QTest::mouseClick(&find("Form1.Text1(1)"), Qt::LeftButton);
+    EXPECT_EQ(form1().query_box().text(), U"two\r\nthr") << "the menu took the release that would have pasted";
 
     QGuiApplication::clipboard()->setText("a\nb");
     QTest::mouseClick(pane.viewport(), Qt::LeftButton, {}, place(pane, 2));

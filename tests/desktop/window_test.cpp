@@ -210,6 +210,26 @@ TEST_F(DesktopWindow, a_batch_runs_by_its_timer_and_tells_how_far_it_is)
     EXPECT_EQ(dockets, 27U);
 }
 
+class BrokenLines final : public LineSource {
+public:
+    std::size_t line_count() const override { return 3; }
+    void append_line(std::size_t, Text&) const override { throw std::bad_alloc(); }
+};
+
+TEST_F(DesktopWindow, goes_on_when_something_cannot_be_shown)
+{
+    start();
+    expect_box("确定");
+    form1().RichTextBox2.set_content(PaneText(std::make_shared<BrokenLines>()));
+    form1().page_box().set_text(U"77");
+    click("Form1.Text1(5)");
+    EXPECT_EQ(boxes.back(), "Tarvik 计算| 请注意：\n操作没有完成：内存不足。");
+    EXPECT_EQ(find<LineBox>("Form1.Text1(4)").text(), "77") << "everything else is shown";
+    form1().RichTextBox2.set_text(U"well");
+    type("Form1.Text1(1)", "x");
+    EXPECT_TRUE(form1().query_box().text().find(U'x') != Text::npos);
+}
+
 TEST_F(DesktopWindow, is_closed_by_yes_and_stays_by_no)
 {
     start();
