@@ -1,20 +1,13 @@
 #include "office/documents/text_document.h"
 
 #include "office/packages/temporary_folder.h"
+#include "platform/file_name.h"
 
 namespace tarvik::ooxml {
 
 namespace {
 
 constexpr std::uint64_t largest_picture_file = 64U << 20U;
-
-/// What follows the last separator of a path.
-TextView file_name(TextView path)
-{
-    std::size_t start = path.size();
-    while (start > 0 && path[start - 1] != U'\\' && path[start - 1] != U'/') --start;
-    return path.substr(start);
-}
 
 } // namespace
 
@@ -47,7 +40,7 @@ void OoxmlTextDocument::add_picture(int row, int column, TextView path)
     auto contents = files_.read(path);
     const auto picture = naming_file(U"图片", path, [&] { return read_picture(contents); });
     naming_file(U"文档", path_,
-                [&] { document.add_picture(row, column, picture, std::move(contents), file_name(path)); });
+                [&] { document.add_picture(row, column, picture, std::move(contents), split_path(path).name); });
     is_saved_ = false;
 }
 
@@ -65,14 +58,9 @@ void OoxmlTextDocument::save_as(TextView path)
 
 void OoxmlTextDocument::print_out()
 {
-    const auto name = file_name(path_);
+    const auto name = split_path(path_).name;
     if (is_saved_) return printer_.print(files_.resolve(path_), name);
-    const TemporaryFolder folder;
-    const auto copy = folder.path() / to_utf8(name);
-    const auto file = files_.open_for_output(from_utf8(copy.string()));
-    file->write(packed());
-    file->close();
-    printer_.print(copy, name);
+    print_copy(files_, printer_, name, packed());
 }
 
 void OoxmlTextDocument::close()

@@ -27,4 +27,14 @@ TemporaryFolder::~TemporaryFolder()
     std::filesystem::remove_all(path_, ignored);
 }
 
+void print_copy(Files& files, Printer& printer, TextView name, std::string_view bytes)
+{
+    const TemporaryFolder folder;
+    const auto copy = folder.path() / to_utf8(name);
+    const auto file = files.open_for_output(from_utf8(copy.string()));
+    file->write(bytes);
+    file->close();
+    printer.print(copy, name);
+}
+
 } // namespace tarvik::ooxml

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/platform.h"
+
 #include <filesystem>
+#include <string_view>
 
 namespace tarvik::ooxml {
 
@@ -17,5 +20,8 @@ public:
 private:
     std::filesystem::path path_;
 };
+
+/// Prints a file of these bytes and this name, which is gone afterwards.
+void print_copy(Files& files, Printer& printer, TextView name, std::string_view bytes);
 
 } // namespace tarvik::ooxml

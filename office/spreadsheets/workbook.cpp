@@ -128,12 +128,7 @@ void OoxmlWorkbook::print()
 {
     const auto name = split_path(path_).name;
     if (is_saved_) return printer_.print(files_.resolve(path_), name);
-    const TemporaryFolder folder;
-    const auto copy = folder.path() / to_utf8(name);
-    const auto file = files_.open_for_output(from_utf8(copy.string()));
-    file->write(packed());
-    file->close();
-    printer_.print(copy, name);
+    print_copy(files_, printer_, name, packed());
 }
 
 } // namespace tarvik::ooxml

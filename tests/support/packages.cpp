@@ -72,4 +72,26 @@ void edit_part(Parts& parts, const std::string& name, const std::string& from, c
     }
 }
 
+void spoil(std::string& bytes, std::mt19937& random)
+{
+    const std::string marks = "<>/\"'&;=:!? rcvfwpt019\r\n";
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    for (auto count = below(4) + 1; count > 0 && !bytes.empty(); --count) {
+        const auto at = below(bytes.size());
+        switch (below(4)) {
+        case 0: bytes[at] = static_cast<char>(below(256)); break;
+        case 1: bytes[at] = marks[below(marks.size())]; break;
+        case 2: bytes.erase(at, below(40)); break;
+        default: bytes.insert(at, bytes.substr(below(bytes.size()), below(40)));
+        }
+    }
+}
+
+std::string in_utf16(const std::string& text)
+{
+    std::string wide;
+    for (const char c : text) wide.append({c, '\0'});
+    return wide;
+}
+
 } // namespace tarvik::test

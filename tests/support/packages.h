@@ -1,5 +1,6 @@
 #pragma once
 
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,5 +20,9 @@ std::string part_of(const std::string& package, const std::string& name);
 void set_part(Parts& parts, const std::string& name, const std::string& contents);
 /// Replaces the one place where `from` stands in the part.
 void edit_part(Parts& parts, const std::string& name, const std::string& from, const std::string& to);
+/// Damages one to four places as chance has it, by other characters or by pieces that go or come twice.
+void spoil(std::string& bytes, std::mt19937& random);
+/// A name as OLE2 files hold it.
+std::string in_utf16(const std::string& text);
 
 } // namespace tarvik::test
