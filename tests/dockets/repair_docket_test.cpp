@@ -1,28 +1,19 @@
 #include "dockets/repair_docket.h"
-#include "events/events.h"
-#include "platform/code_page.h"
-#include "tests/support/recorded_office.h"
-#include "tests/support/test_program.h"
-
-#include <gtest/gtest.h>
+#include "tests/dockets/report_desk.h"
 
 namespace tarvik {
 namespace {
 
-using test::RecordedOffice;
+using test::Cells;
+using test::lines_of;
+using test::PlainTable;
+using test::RandomFields;
 using test::RecordedTask;
-using test::TestProgram;
-
-const CellValue none = Text();
+using test::Report;
 
 /// The desk of a clerk: three reports in the installation folder, one of them open, and the command typed.
-class Docket : public testing::Test {
+class Docket : public test::ReportDesk {
 protected:
-    RecordedOffice office;
-    TestProgram started{&office};
-    Program& program = started.program;
-    Form1& form1 = program.form1;
-
     // Field 3 receipt, 4 order key behind "abc", 5 to 7 list, 8 customer, 9 contact, 10 telephone.
     static Text device(TextView receipt, TextView order, TextView customer = U"华星", int number = 0)
     {
@@ -36,28 +27,13 @@ protected:
         started.installation.write("3138.txt", encode(U"head\r\n" + part));
         started.installation.write("3137.txt", encode(U"head\r\n" + orders));
         for (const char* name : {"z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"}) started.installation.write(name, "x");
-        started.open_text(U"head\r\n" + all);
-    }
-
-    void press_enter(TextView command)
-    {
-        form1.query_box().set_text(command.str());
-        started.dialogs.inputs = {Text()};
-        started.dialogs.replies = {Answer::OK};
-        Event event{EventKind::KeyPress, form1.query_box()};
-        event.key = U'\r';
-        dispatch(program, event);
+        open_text(U"head\r\n" + all);
     }
 
     void tick()
     {
         Event event{EventKind::Tick, form1.Timer3};
         dispatch(program, event);
-    }
-
-    void run()
-    {
-        for (int guard = 0; form1.Timer3.enabled() && guard < 1000; ++guard) tick();
     }
 
     // What is stored in a cell; nothing when nobody wrote it.
@@ -214,6 +190,105 @@ TEST_F(Docket, a_missing_report_or_template_stops_the_run_and_is_named)
     EXPECT_NE(told[0].find("z6.xlsx"), std::string::npos) << told[0];
     EXPECT_EQ(form1.xlApp, nullptr);
     EXPECT_EQ(form1.sheetno, 1);
+}
+
+// What a docket holds by either layout, written over `cells`; `suf` holds the receipt's records.
+void predict(Cells& cells, const PlainTable& suf, const Report& all, const Report& part, const Text& key, bool older)
+{
+    const double every = static_cast<double>(PlainTable().scan(all, key));
+    const auto outside = static_cast<int>(PlainTable().scan(part, key));
+    const auto at = [&](std::size_t column) { return suf.at(0, column); };
+    for (int i = 0; i < outside; ++i)
+        for (int column = 1; column <= 4; ++column)
+            cells[{(older ? 13 : 12) + i, column}] =
+                upper(suf.at(static_cast<std::size_t>(i), static_cast<std::size_t>(column) + 3));
+    const Text contact = at(9) + U"     " + at(10);
+    if (older) {
+        cells[{8, 1}] = U"客户名称： " + at(8);
+        cells[{9, 1}] = U"客户联系人及电话:" + contact;
+        cells[{10, 1}] = U"收货凭证号:" + at(3);
+        cells[{11, 1}] = U"返修总台数     " + number_text(every) + U"     保内台数     " +
+                         number_text(every - outside) + U"     保外台数    " + number_text(outside);
+        cells[{outside > 45 ? 81 : 59, 1}] = U"总金额:             ";
+    } else {
+        cells[{7, 2}] = at(8);
+        cells[{8, 2}] = contact;
+        cells[{9, 2}] = at(3);
+        cells[{10, 2}] = every;
+        cells[{10, 5}] = every - outside;
+        cells[{10, 7}] = static_cast<double>(outside);
+    }
+}
+
+TEST_F(Docket, whole_workbooks_of_random_reports_in_both_layouts)
+{
+    RandomFields random(51);
+    PlainTable suf;
+    Cells fixed;
+    for (int row = 1; row <= 110; ++row) fixed[{row, row % 12 + 1}] = U"fixed" + number_text(row);
+    for (int round = 0; round < 12; ++round) {
+        SCOPED_TRACE("round " + std::to_string(round));
+        const bool older = round % 2 == 1;
+        Report all, part, orders;
+        for (int key = 0; key < 4; ++key)
+            for (std::size_t count = random.below(round % 4 < 2 ? 12 : 81) + 1; count > 0; --count) {
+                all.push_back(random.record(14, 3, U"49000000" + number_text(10 + key)));
+                all.back()[0] = number_text(static_cast<double>(all.size()));
+                if (all.back().size() > 3) all.back()[3] = U"RMA7100" + number_text(10 + key);
+                if (key && random.below(4)) part.push_back(all.back());
+            }
+        for (const int key : {11, 13}) {
+            orders.push_back(random.record(13, 3, U"7100" + number_text(key)));
+            orders.back()[0] = number_text(key);
+        }
+        reports({}, {}, {});
+        write_report("3139.txt", all);
+        write_report("3138.txt", part);
+        write_report("3137.txt", orders);
+        office.files.clear();
+        for (const Text name : {U"z2.xlsx", U"z3.xlsx", U"z5.xlsx", U"z6.xlsx"}) preset(name, fixed);
+        program.blank_templates.clear();
+        open_report(all);
+        press_enter(U"An docket");
+        if (older) form1.query_box().set_text(U"something else");
+        run();
+
+        std::map<Text, Cells> expected;
+        suf.scan(all, U"4900");
+        suf.split();
+        for (const Text& key : suf.keys(3)) {
+            suf.scan(all, key);
+            const std::size_t outside = suf.scan(part, key);
+            if (outside == 0) continue;
+            suf.split();
+            Cells cells = fixed;
+            std::erase_if(cells, [](const auto& cell) { return cell.first.first >= 13 && cell.first.second <= 10; });
+            predict(cells, suf, all, part, key, older);
+            Text receipt = suf.at(0, 3), number;
+            const Text field = suf.at(0, 4), order = field.size() > 3 ? field.substr(3) : Text();
+            suf.set(0, 4, order);
+            if (suf.scan(orders, order) > 0) {
+                suf.split();
+                number = suf.at(0, 12);
+                cells[older ? std::pair{9, 6} : std::pair{8, 6}] = number;
+            }
+            if (!older && outside > 68) receipt += U"陈默然";
+            const Text path = older ? U"d:\\Atarvik output\\" + safe_name_part(receipt + U"-" + number) + U".xlsx"
+                                    : test::sheet_file(suf.at(0, 7), U"-" + receipt + U"-" + number);
+            expected[path] = cells;
+        }
+        ASSERT_EQ(saved().size(), expected.size());
+        for (const auto& [path, cells] : expected)
+            EXPECT_EQ(lines_of(workbook(path)), lines_of(test::without_empty(cells))) << to_utf8(path);
+        expect_idle();
+    }
+}
+
+TEST_F(Docket, a_failure_anywhere_leaves_everything_whole)
+{
+    const Text devices = device(U"4900000001", U"k1") + device(U"4900000002", U"k2");
+    reports(devices, devices, {});
+    expect_clean_failures(U"An docket", {installed(program, U"z5.xlsx"), installed(program, U"z6.xlsx")});
 }
 
 } // namespace

@@ -68,7 +68,13 @@ void ReportDesk::write_report(const std::string& name, const Report& report)
 
 void ReportDesk::open_report(const Report& report)
 {
-    started.open_text(document(report));
+    open_text(document(report));
+}
+
+void ReportDesk::open_text(const Text& text)
+{
+    opened_ = text;
+    started.open_text(text);
 }
 
 void ReportDesk::press_enter(TextView command)
@@ -136,6 +142,7 @@ void ReportDesk::expect_clean_failures(TextView command, const std::vector<Text>
         program.blank_templates.clear();
         office.operations = 0;
         office.fail_at = turn;
+        started.open_text(opened_);
         play(command);
         ASSERT_EQ(started.dialogs.messages.size(), questions + 1);
         EXPECT_EQ(to_utf8(started.dialogs.messages.back().text), to_utf8(U"办公软件没有回应"));

@@ -43,6 +43,7 @@ protected:
 
     void write_report(const std::string& name, const Report& report);
     void open_report(const Report& report);
+    void open_text(const Text& text);
     /// Types the command and presses Enter, with the default output folder and OK to every question.
     void press_enter(TextView command);
     /// Ticks whichever timer is on until none is.
@@ -62,6 +63,9 @@ protected:
     /// Plays the command with a failure at each operation of the office in turn, until a run comes through. After each
     /// there is one message, everything is idle, and the files `untouched` hold what they held.
     void expect_clean_failures(TextView command, const std::vector<Text>& untouched);
+
+private:
+    Text opened_; // the runs load other reports into the pane
 };
 
 /// Random fields: missing, short, long, with "/", with points, with blanks.

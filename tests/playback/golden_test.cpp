@@ -1,3 +1,4 @@
+#include "tests/support/python_reader.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -6,9 +7,11 @@
 #include <cstdlib>
 #include <fstream>
 
-/// Scripts with the transcripts that they gave when somebody looked them over. The real program plays each over a copy
-/// of golden/installation. With TARVIK_REFRESH=1 in the environment the transcripts are written anew; the change is
-/// then looked over in the diff.
+/// Scripts with the transcripts that they gave when somebody looked them over. The real program plays those of golden/
+/// over a copy of golden/installation. The ones that the program comes with are played over a copy of its installation
+/// folder when golden/samples/ has a transcript for them, which also tells the files that they made and what another
+/// reader finds in the first of them. With TARVIK_REFRESH=1 in the environment the transcripts are written anew; the
+/// change is then looked over in the diff.
 namespace tarvik {
 
 namespace {
@@ -17,13 +20,33 @@ namespace fs = std::filesystem;
 
 const fs::path golden = fs::path(TARVIK_SOURCE_DIR) / "tests/playback/golden";
 
-std::vector<std::string> scripts()
+const fs::path shipped = fs::path(TARVIK_SOURCE_DIR) / "installation";
+
+/// A script, the installation folder that it is played over, and its transcript.
+struct Script {
+    std::string name;
+    fs::path script, installation, transcript;
+    bool tells_files = false;
+};
+
+std::vector<std::string> names(const fs::path& folder, const std::string& extension)
 {
-    std::vector<std::string> names;
-    for (const auto& entry : fs::directory_iterator(golden))
-        if (entry.path().extension() == ".play") names.push_back(entry.path().stem().string());
-    std::ranges::sort(names);
-    return names;
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(folder))
+        if (entry.path().extension() == extension) found.push_back(entry.path().stem().string());
+    std::ranges::sort(found);
+    return found;
+}
+
+std::vector<Script> scripts()
+{
+    std::vector<Script> found;
+    for (const std::string& name : names(golden, ".play"))
+        found.push_back({name, golden / (name + ".play"), golden / "installation", golden / (name + ".out")});
+    for (const std::string& name : names(golden / "samples", ".out"))
+        found.push_back(
+            {"shipped_" + name, shipped / (name + ".play"), shipped, golden / "samples" / (name + ".out"), true});
+    return found;
 }
 
 std::string contents(const fs::path& path)
@@ -32,32 +55,49 @@ std::string contents(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
+/// The names of all files below a folder, and what the first of them holds.
+std::string files_told(const fs::path& folder)
+{
+    std::vector<std::string> files;
+    for (const auto& entry : fs::recursive_directory_iterator(folder))
+        if (entry.is_regular_file()) files.push_back(fs::relative(entry.path(), folder).string());
+    std::ranges::sort(files);
+    std::string told = "files:\n";
+    for (const std::string& file : files) told += file + "\n";
+    if (files.empty()) return told;
+    const bool is_document = files[0].ends_with(".doc");
+    return told + "the first of them:\n" +
+           test::read_by_python(is_document ? "tests/office/documents/read_document.py"
+                                            : "tests/office/spreadsheets/read_workbook.py",
+                                folder / files[0]);
+}
+
 // The transcript, what was told on standard error, and the exit status. The folders of the moment show as names.
-std::string play(const std::string& script)
+std::string play(const Script& script)
 {
     const test::TemporaryFolder folder;
-    fs::copy(golden / "installation", folder.path() / "installation", fs::copy_options::recursive);
+    fs::copy(script.installation, folder.path() / "installation", fs::copy_options::recursive);
     fs::create_directory(folder.path() / "d");
     const std::string root = folder.path().string();
     const std::string command = "'" TARVIK_INSTALLATION "/tarvik-play' --install " + root +
                                 "/installation --drive d=" + root + "/d --clock '2024-03-01 09:05:07' " +
-                                (golden / (script + ".play")).string() + " >" + root + "/out 2>" + root + "/err";
+                                script.script.string() + " >" + root + "/out 2>" + root + "/err";
     const int status = std::system(command.c_str());
     std::string transcript = folder.read("out");
     for (std::size_t at = 0; (at = transcript.find(root, at)) != std::string::npos;)
         transcript.replace(at, root.size(), "$");
     const std::string errors = folder.read("err");
     return transcript + (errors.empty() ? "" : "standard error:\n" + errors) + "status " +
-           std::to_string(WEXITSTATUS(status)) + "\n";
+           std::to_string(WEXITSTATUS(status)) + "\n" + (script.tells_files ? files_told(folder.path() / "d") : "");
 }
 
-class Golden : public testing::TestWithParam<std::string> {};
+class Golden : public testing::TestWithParam<Script> {};
 
 } // namespace
 
 TEST_P(Golden, GivesItsTranscript)
 {
-    const fs::path transcript = golden / (GetParam() + ".out");
+    const fs::path& transcript = GetParam().transcript;
     const std::string played = play(GetParam());
     if (const char* refresh = std::getenv("TARVIK_REFRESH"); refresh && *refresh == '1') {
         std::ofstream(transcript, std::ios::binary) << played;
@@ -67,6 +107,6 @@ TEST_P(Golden, GivesItsTranscript)
 }
 
 INSTANTIATE_TEST_SUITE_P(Scripts, Golden, testing::ValuesIn(scripts()),
-                         [](const auto& script) { return script.param; });
+                         [](const auto& script) { return script.param.name; });
 
 } // namespace tarvik

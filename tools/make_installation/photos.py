@@ -65,7 +65,7 @@ def draw(path, serial):
 
 def serials():
     rows = service_reports.make_reports()["3158.txt"]
-    return [row[14].lower() for row in rows if service_reports.BEYOND in row][1:]
+    return [row[14].lower() for row in rows if service_reports.BEYOND in row][:-1]
 
 
 def main(folder):
