@@ -105,20 +105,21 @@ void append_text(pugi::xml_node run, TextView text)
 /// partner such a range would be broken.
 std::vector<pugi::xml_node> marks_of_wider_ranges(pugi::xml_node cell, std::string_view side, std::string_view other)
 {
-    const auto range = [](pugi::xml_node node, std::string_view suffix) {
-        const std::string_view name = node.name();
-        return name.ends_with(suffix) ? std::string(name.substr(0, name.size() - suffix.size())) : std::string();
+    const auto identity = [](pugi::xml_node mark, std::string_view suffix) {
+        std::string name = mark.name();
+        name.resize(name.size() - suffix.size());
+        return name + ' ' + value_of(mark, "id");
     };
     std::vector<pugi::xml_node> marks;
-    std::set<std::pair<std::string, std::string>> partners;
+    std::set<std::string> partners;
     for (auto node = cell.first_child(); node;) {
-        const auto id = value_of(node, "id");
-        if (!id.empty() && !range(node, side).empty()) marks.push_back(node);
-        if (!id.empty() && !range(node, other).empty()) partners.emplace(range(node, other), id);
+        const std::string_view name = node.name();
+        if (name.ends_with(side) && !value_of(node, "id").empty()) marks.push_back(node);
+        if (name.ends_with(other)) partners.insert(identity(node, other));
         const auto inner = node.first_child();
         node = inner ? inner : node_behind(node, cell);
     }
-    std::erase_if(marks, [&](auto mark) { return partners.contains({range(mark, side), value_of(mark, "id")}); });
+    std::erase_if(marks, [&](auto mark) { return partners.contains(identity(mark, side)); });
     return marks;
 }
 
@@ -140,6 +141,14 @@ bool is_blank(pugi::xml_node paragraph)
         }
     }
     return true;
+}
+
+/// The first paragraph when nothing shows in any, else the last one when nothing shows in that, else a null node.
+pugi::xml_node blank_paragraph(const std::vector<pugi::xml_node>& paragraphs)
+{
+    if (paragraphs.empty()) return {};
+    if (std::all_of(paragraphs.begin(), paragraphs.end(), is_blank)) return paragraphs.front();
+    return is_blank(paragraphs.back()) ? paragraphs.back() : pugi::xml_node();
 }
 
 /// Sets the line spacing to what the lines' contents need. A spacing of so many points would cut a picture off.
@@ -194,12 +203,8 @@ void replace_cell_text(pugi::xml_node cell, TextView text)
 pugi::xml_node paragraph_for_picture(pugi::xml_node cell)
 {
     const auto paragraphs = nearest(cell, "p", {"tbl"});
-    pugi::xml_node paragraph;
-    if (std::all_of(paragraphs.begin(), paragraphs.end(), is_blank) && !paragraphs.empty()) {
-        paragraph = paragraphs.front();
-    } else if (!paragraphs.empty() && is_blank(paragraphs.back())) {
-        paragraph = paragraphs.back();
-    } else {
+    auto paragraph = blank_paragraph(paragraphs);
+    if (!paragraph) {
         paragraph = append_paragraph(cell, paragraphs.empty() ? pugi::xml_node() : paragraphs.back());
         constexpr std::array<std::string_view, 2> of_the_old{"numPr", "pPrChange"};
         remove_named(child_named(paragraph, "pPr"), of_the_old);

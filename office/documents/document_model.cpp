@@ -4,6 +4,7 @@
 #include "office/documents/elements.h"
 #include "office/documents/first_table.h"
 #include "office/documents/inline_drawing.h"
+#include "platform/file_name.h"
 
 #include <charconv>
 
@@ -79,8 +80,9 @@ void DocumentModel::add_picture(int row, int column, const Picture& picture, std
     const auto relationship = relationships_.add(main_.type_of("image"), part);
     editor_.add(part, std::move(contents), kind.type);
     const bool is_strict = main_.type.find("purl.oclc.org") != std::string::npos;
-    append_drawing(paragraph, inline_drawing(picture, room_in_cell(cell, paragraph),
-                                             {relationship, free_drawing_number(), to_utf8(name), is_strict}));
+    append_drawing(paragraph,
+                   inline_drawing(picture, room_in_cell(cell, paragraph),
+                                  {relationship, free_drawing_number(), to_utf8(safe_name_part(name)), is_strict}));
 }
 
 void DocumentModel::collect_drawing_numbers()

@@ -27,10 +27,10 @@ pugi::xml_node node_behind(pugi::xml_node node, pugi::xml_node root) noexcept
 }
 
 std::vector<pugi::xml_node> nearest(pugi::xml_node root, std::string_view local_name,
-                                    std::initializer_list<std::string_view> closed)
+                                    std::initializer_list<std::string_view> closed, std::size_t most)
 {
     std::vector<pugi::xml_node> found;
-    for (auto node = root.first_child(); node;) {
+    for (auto node = root.first_child(); node && found.size() < most;) {
         const auto is_it = [&](std::string_view name) { return is_named_like(node, root, name); };
         const bool fits = is_it(local_name);
         if (fits) found.push_back(node);

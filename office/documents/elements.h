@@ -12,11 +12,12 @@ namespace tarvik::ooxml {
 
 /// The next node behind `node` and all that is in it, in document order and below `root`; else a null node.
 pugi::xml_node node_behind(pugi::xml_node node, pugi::xml_node root) noexcept;
-/// The elements of that local name below `root`, in document order. Neither those found nor those named in `closed` are
-/// looked into; what wraps them (content controls, custom XML, tracked changes) is. Only elements with the prefix of
-/// `root` count.
+/// The elements of that local name below `root`, in document order, `most` of them at most. Neither those found nor
+/// those named in `closed` are looked into; what wraps them (content controls, custom XML, tracked changes) is. Only
+/// elements with the prefix of `root` count.
 std::vector<pugi::xml_node> nearest(pugi::xml_node root, std::string_view local_name,
-                                    std::initializer_list<std::string_view> closed = {});
+                                    std::initializer_list<std::string_view> closed = {},
+                                    std::size_t most = static_cast<std::size_t>(-1));
 /// The nearest element of that local name around `node`, or a null node.
 pugi::xml_node around(pugi::xml_node node, std::string_view local_name) noexcept;
 /// Whether the element has the prefix of `relative` and that local name.

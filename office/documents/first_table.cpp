@@ -9,12 +9,13 @@ namespace tarvik::ooxml {
 
 namespace {
 
-/// A number of grid columns, held to what no table goes beyond.
+constexpr int most_grid_columns = 16'383; ///< no honest table goes beyond
+
 int grid_columns(pugi::xml_node element, int otherwise)
 {
-    constexpr double most = 16'383;
     const auto value = value_of(element, "val");
-    return value.empty() ? otherwise : static_cast<int>(std::clamp(leading_number(from_utf8(value)), 0.0, most));
+    if (value.empty()) return otherwise;
+    return static_cast<int>(std::clamp(leading_number(from_utf8(value)), 0.0, double{most_grid_columns}));
 }
 
 bool continues(pugi::xml_node merge)
@@ -29,13 +30,11 @@ std::vector<TableCell> cells_of(pugi::xml_node row)
     for (const auto node : nearest(row, "tc")) {
         const auto properties = child_named(node, "tcPr");
         const bool is_part = !cells.empty() && continues(child_named(properties, "hMerge"));
-        const int span = std::max(1, grid_columns(child_named(properties, "gridSpan"), 1));
-        if (is_part) {
-            cells.back().grid_span += span;
-        } else {
-            cells.push_back({node, column, span});
-        }
-        column += span;
+        const int end =
+            std::min(column + std::max(1, grid_columns(child_named(properties, "gridSpan"), 1)), most_grid_columns);
+        if (!is_part) cells.push_back({node, column, 0});
+        cells.back().grid_span = end - cells.back().grid_column;
+        column = end;
     }
     return cells;
 }
@@ -58,7 +57,7 @@ bool is_covered(const TableCell& cell, pugi::xml_node row_above)
 
 TableCell cell_of_first_table(pugi::xml_node document, int row, int column)
 {
-    const auto tables = nearest(child_named(document, "body"), "tbl", {"p"});
+    const auto tables = nearest(child_named(document, "body"), "tbl", {"p"}, 1);
     if (tables.empty()) throw Damage(U"文档里没有表格。");
     const auto place = U"第 " + number_text(row) + U" 行第 " + number_text(column) + U" 列";
     const Damage missing(U"文档的第一个表格没有" + place + U"的单元格。");

@@ -42,8 +42,8 @@ void check_points(PointSize size)
 
 Picture make_picture(PictureKind kind, PointSize size, Resolution resolution, const CameraNotes& notes)
 {
-    if (!resolution.is_told()) resolution = notes.resolution;
-    if (!resolution.is_told()) resolution = {usual_resolution, usual_resolution};
+    if (!resolution.is_sensible()) resolution = notes.resolution;
+    if (!resolution.is_sensible()) resolution = {usual_resolution, usual_resolution};
     const auto showing = showings[static_cast<std::size_t>(notes.orientation - 1)];
     return {kind, size.width / resolution.across, size.height / resolution.down, showing.is_mirrored,
             showing.quarter_turns};

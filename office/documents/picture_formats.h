@@ -3,6 +3,7 @@
 #include "office/documents/picture.h"
 #include "office/packages/damage.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 
@@ -18,12 +19,13 @@ std::optional<std::uint32_t> number_at(std::string_view bytes, std::size_t at, s
 inline constexpr std::string_view jpeg_signature = "\xFF\xD8\xFF";
 inline constexpr std::string_view png_signature = "\x89PNG\r\n\x1A\n";
 
-/// Points to an inch; 0 where nothing sensible is told.
+/// Points to an inch; 0 where nothing is told.
 struct Resolution {
     double across = 0;
     double down = 0;
 
-    bool is_told() const noexcept { return across > 0 && down > 0; }
+    /// Whether it tells anything of use: with too many points to the inch there would be nothing to see.
+    bool is_sensible() const noexcept { return std::min(across, down) >= 1 && std::max(across, down) <= 5000; }
 };
 
 /// What a camera wrote about the picture.
