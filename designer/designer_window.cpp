@@ -1,10 +1,97 @@
 #include "designer/designer_window.h"
 
+#include "designer/design/design.h"
+#include "mainwindow/installation_files.h"
+#include "platform/code_page.h"
+
 namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view title = U"Tarvik报表自动化设计";
+constexpr int first_dynamic = 28;
+constexpr std::size_t most_named = 10; // a message must fit the screen
+
+/// A question of which the three buttons are the three parameter files.
+std::u32string_view ask_file(Program& program, std::u32string_view question)
+{
+    switch (ask(program, question, title, Buttons::YesNoCancel)) {
+    case Answer::Yes: return files::design_a;
+    case Answer::No: return files::design_live;
+    case Answer::Cancel: return files::design_b;
+    default: return {};
+    }
+}
+
+// A box as the user sees it: in one of two frames, whose rows show two boxes of Text1 and two of Text2.
+Text seen_as(const Form4& form4, const TextBox& box)
+{
+    if (&box == &form4.Text3) return U"query框";
+    if (&box == &form4.Text4) return U"“1”框";
+    const bool dynamic = box.index() >= first_dynamic;
+    const int place = dynamic ? box.index() - first_dynamic : box.index();
+    const int in_row = place % 2 + (box.name() == form4.Text1[0].name() ? 1 : 3);
+    return (dynamic ? U"动态 第" : U"静态 第") + number_text(place / 2 + 1) + U"行 第" + number_text(in_row) + U"框";
+}
+
+void tell_boxes(Program& program, std::u32string_view what, const std::vector<TextBox*>& boxes)
+{
+    Text text = U" 请注意：\r\n" + Text(what);
+    for (std::size_t i = 0; i < boxes.size() && i < most_named; ++i)
+        text += U"\r\n" + seen_as(program.form4, *boxes[i]);
+    if (boxes.size() > most_named) text += U"\r\n等" + number_text(static_cast<double>(boxes.size())) + U"个框";
+    tell(program, text, title);
+}
+
+bool any_asterisk(Program& program)
+{
+    std::vector<TextBox*> boxes = program.form4.design_boxes();
+    std::erase_if(boxes, [](const TextBox* box) { return box->text().find(U'*') == Text::npos; });
+    if (!boxes.empty()) tell_boxes(program, U"下列框中有“*”，参数没有保存，请先修改：", boxes);
+    return !boxes.empty();
+}
+
+void fill_empty_boxes(Program& program)
+{
+    std::vector<TextBox*> boxes = program.form4.design_boxes();
+    boxes.erase(boxes.begin()); // the query text may be empty
+    std::erase_if(boxes, [](const TextBox* box) { return !box->text().empty(); });
+    if (boxes.empty()) return;
+    for (TextBox* box : boxes) box->set_text(U"0");
+    tell_boxes(program, U"下列框没有填写，按“0”保存：", boxes);
+}
+
+} // namespace
 
 void empty_design_box(TextBox& box)
 {
     box.set_text({});
+}
+
+void Form4_Command1_Click(Program& program)
+{
+    Form4& form4 = program.form4;
+    const bool agreed = ask(program, U"是否需要保存更改默认的设计参数?", title, Buttons::OKCancel) == Answer::OK;
+    for (Control* label : {&form4.Label1, &form4.Label2, &form4.Label3, &form4.Label4, &form4.Label5})
+        label->set_visible(agreed);
+    if (!agreed || any_asterisk(program)) return;
+    fill_empty_boxes(program);
+    const auto file = ask_file(
+        program, U"保存参数信息说明：选择NO按钮，代表保存到automation3.bin,适用于An tomation  "
+                 U"提取设计参数，选择YES按钮，代表保存到automation.bin,适用于An testsesame A  "
+                 U"提取设计参数，选择Cancel按钮，代表保存参数到automation2.bin 文件，适用于An testsesame B 提取参数。");
+    if (file.empty()) return; // nobody answered
+    program.platform.files.replace(installed(program, file), encode(design_line(form4)));
+    form4.boxes_are_kept();
+}
+
+void Form4_Command2_Click(Program& program)
+{
+    const auto file = ask_file(
+        program, U"校验参数信息说明：选择NO按钮，代表校验文件automation3.bin,适用于An tomation  "
+                 U"提取设计参数，选择YES按钮，代表校验文件automation.bin,适用于An testsesame A  "
+                 U"提取设计参数，选择Cancel按钮，代表校验参数文件automation2.bin ，适用于An testsesame B 提取参数。");
+    if (!file.empty()) load_design(program, file);
 }
 
 void show_designer(Program& program)
@@ -15,6 +102,12 @@ void show_designer(Program& program)
 void hide_designer(Program& program)
 {
     program.form4.window.set_visible(false);
+}
+
+bool Form4_QueryUnload(Program& program)
+{
+    return !program.form4.holds_typed_text() || ask(program, U"有填写的设计参数还没有保存，关闭后不再保留，是否关闭？",
+                                                    title, Buttons::OKCancel) == Answer::OK;
 }
 
 void Form4_Unload(Program& program)

@@ -2,14 +2,25 @@
 
 #include "mainwindow/mainwindow.h"
 
-/// The designer's window as such: its boxes and its closing.
+/// The designer's window: its boxes, its buttons and its closing.
 namespace tarvik {
 
 /// A click or a double click on a number box of the design; a double click on the query text or the key column.
 void empty_design_box(TextBox& box);
+
+/// "保存参数": asks first whether to save at all, which also shows or hides the help texts, then into which of the
+/// three parameter files. A box left empty is stored as "0" and named; an asterisk, which would end its field, is
+/// refused and nothing is written. Throws Failure when the file cannot be written.
+void Form4_Command1_Click(Program& program);
+/// "参数校验": loads one of the three parameter files into the boxes. Throws Failure when it cannot be read.
+void Form4_Command2_Click(Program& program);
+
 /// "An appear" and "An disappear": the window as such, whatever the designer's button knows of it.
 void show_designer(Program& program);
 void hide_designer(Program& program);
+
+/// The user closes the window: asks when a text that was typed would be lost. Gives whether the closing goes on.
+bool Form4_QueryUnload(Program& program);
 /// The window goes for good: when it is used next its boxes hold the texts of the design.
 void Form4_Unload(Program& program);
 

@@ -63,6 +63,12 @@ void close_main_window(Program& program, Event& event)
     if (!event.cancelled) Form_Unload(program);
 }
 
+void close_designer(Program& program, Event& event)
+{
+    event.cancelled = !Form4_QueryUnload(program);
+    if (!event.cancelled) Form4_Unload(program);
+}
+
 using enum EventKind;
 constexpr FormId Main = FormId::Form1;
 
@@ -125,7 +131,9 @@ constexpr Row rows[] = {
     {FormId::Form4, "Text2", DblClick, empty_box},
     {FormId::Form4, "Text3", DblClick, empty_box},
     {FormId::Form4, "Text4", DblClick, empty_box},
-    {FormId::Form4, "Form4", Close, [](Program& p, Event&) { Form4_Unload(p); }},
+    {FormId::Form4, "Command1", Click, [](Program& p, Event&) { Form4_Command1_Click(p); }},
+    {FormId::Form4, "Command2", Click, [](Program& p, Event&) { Form4_Command2_Click(p); }},
+    {FormId::Form4, "Form4", Close, close_designer},
 };
 
 Handler find_handler(const Event& event)

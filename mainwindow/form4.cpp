@@ -1,5 +1,6 @@
 #include "mainwindow/form4.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tarvik {
@@ -98,12 +99,40 @@ Form4::Form4(const ModelListeners& listeners)
     }
 }
 
+std::vector<TextBox*> Form4::design_boxes()
+{
+    std::vector<TextBox*> boxes{&Text3};
+    for (ControlArray<TextBox>* array : {&Text1, &Text2})
+        for (auto& [index, box] : *array) boxes.push_back(&box);
+    boxes.push_back(&Text4);
+    return boxes;
+}
+
+void Form4::load(TextBox& box, Text text)
+{
+    kept_[&box] = text;
+    box.set_text(std::move(text));
+}
+
+void Form4::boxes_are_kept()
+{
+    for (TextBox* box : design_boxes()) kept_[box] = box->text();
+}
+
+bool Form4::holds_typed_text() const
+{
+    return std::ranges::any_of(kept_, [](const auto& kept) {
+        const Text& text = kept.first->text();
+        return !text.empty() && text != kept.second;
+    });
+}
+
 void load_design_texts(Form4& form4)
 {
-    for (auto& [index, box] : form4.Text1) box.set_text(U"0");
-    for (auto& [index, box] : form4.Text2) box.set_text(index >= first_dynamic && index % 2 == 0 ? U"-1" : U"0");
-    form4.Text3.set_text(U"query");
-    form4.Text4.set_text(U"1");
+    for (auto& [index, box] : form4.Text1) form4.load(box, U"0");
+    for (auto& [index, box] : form4.Text2) form4.load(box, index >= first_dynamic && index % 2 == 0 ? U"-1" : U"0");
+    form4.load(form4.Text3, U"query");
+    form4.load(form4.Text4, U"1");
 }
 
 } // namespace tarvik

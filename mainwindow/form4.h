@@ -2,11 +2,22 @@
 
 #include "mainwindow/control.h"
 
+#include <vector>
+
 namespace tarvik {
 
 /// The report designer. Its boxes carry a design, visible or not.
 struct Form4 {
     explicit Form4(const ModelListeners& listeners);
+
+    /// The 102 boxes in the order in which a parameter file holds them: Text3, Text1, Text2, Text4.
+    std::vector<TextBox*> design_boxes();
+    /// What a box gets from somewhere else than the user: it is no loss when the window closes.
+    void load(TextBox& box, Text text);
+    /// The texts of all boxes are kept elsewhere.
+    void boxes_are_kept();
+    /// Whether a box holds a text that the user has put there since.
+    bool holds_typed_text() const;
 
     Window window;
     ControlArray<TextBox> Text1, Text2; ///< 0 to 49: targets in the spreadsheet, sources in SUF
@@ -15,6 +26,9 @@ struct Form4 {
     Control Command1, Command2;
     Control Frame1, Frame2, Frame3;
     Control Label1, Label2, Label3, Label4, Label5;
+
+private:
+    std::map<const TextBox*, Text> kept_;
 };
 
 /// Gives the boxes the texts of the window's design, as a window has that was just loaded.

@@ -28,8 +28,8 @@ void pass_over_failure(const std::function<void()>& step)
 void reset_designer_boxes(Form4& form4)
 {
     for (int i = 0; i <= 49; ++i) {
-        form4.Text1[i].set_text(U"-1");
-        form4.Text2[i].set_text(U"-1");
+        form4.load(form4.Text1[i], U"-1");
+        form4.load(form4.Text2[i], U"-1");
     }
     form4.window.set_visible(false);
 }

@@ -9,7 +9,6 @@ namespace tarvik {
 namespace {
 
 constexpr char32_t asterisk = U'*';
-constexpr int boxes = 50;
 constexpr int last_column = 180;
 constexpr double largest_number = 1e9; // far above every row, and an int holds it
 
@@ -29,19 +28,25 @@ TextView without_spaces(TextView text)
 
 void Opensesame(Form4& form4, TextView line)
 {
-    if (const std::size_t last = line.rfind(asterisk); last != npos) form4.Text4.set_text(line.substr(last + 1).str());
+    const std::vector<TextBox*> boxes = form4.design_boxes();
+    if (const std::size_t last = line.rfind(asterisk); last != npos)
+        form4.load(*boxes.back(), line.substr(last + 1).str());
     std::size_t start = 0;
-    std::size_t end = line.find(asterisk);
-    if (end == npos) return;
-    form4.Text3.set_text(line.substr(0, end).str());
-    for (ControlArray<TextBox>* fields : {&form4.Text1, &form4.Text2}) {
-        for (int box = 0; box < boxes; ++box) {
-            start = end + 1;
-            end = line.find(asterisk, start + 1);
-            if (end == npos) return;
-            (*fields)[box].set_text(line.substr(start, end - start).str());
-        }
+    std::size_t end = line.find(asterisk); // the first field alone may be empty
+    for (std::size_t i = 0; i + 1 < boxes.size() && end != npos; ++i) {
+        form4.load(*boxes[i], line.substr(start, end - start).str());
+        start = end + 1;
+        end = line.find(asterisk, start + 1);
     }
+}
+
+Text design_line(Form4& form4)
+{
+    Text line;
+    for (const TextBox* box : form4.design_boxes()) line += box->text() + asterisk;
+    line.pop_back();
+    while (!line.empty() && (line.back() == U'\r' || line.back() == U'\n')) line.pop_back();
+    return line + U"\r\n";
 }
 
 bool load_design(Program& program, TextView file)

@@ -174,6 +174,10 @@ TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
     EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "query");
     QTest::mouseDClick(&find("Form4.Text3"), Qt::LeftButton);
     EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "");
+    expect_box("取消"); // a number was typed
+    find("Form4").close();
+    EXPECT_TRUE(find("Form4").isVisible());
+    expect_box("确定");
     find("Form4").close();
     EXPECT_FALSE(find("Form4").isVisible());
     EXPECT_FALSE(program().module1.designeropen);

@@ -1,0 +1,203 @@
+#include "designer/design/design.h"
+#include "events/events.h"
+#include "platform/code_page.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tarvik {
+namespace {
+
+using test::TestProgram;
+
+class Designer : public testing::Test {
+protected:
+    TestProgram started;
+    Program& program = started.program;
+    Form4& form4 = program.form4;
+
+    void happen(EventKind kind, Control& control)
+    {
+        Event event{kind, control};
+        dispatch(program, event);
+    }
+
+    void press(Control& button, std::initializer_list<Answer> replies)
+    {
+        started.dialogs.replies = replies;
+        happen(EventKind::Click, button);
+        EXPECT_TRUE(started.dialogs.replies.empty()) << "a question did not come";
+    }
+
+    void save(Answer file) { press(form4.Command1, {Answer::OK, file}); }
+
+    std::vector<Text> boxes()
+    {
+        std::vector<Text> texts;
+        for (const TextBox* box : form4.design_boxes()) texts.push_back(box->text());
+        return texts;
+    }
+
+    // What the user was told, without the questions.
+    std::vector<std::string> told()
+    {
+        std::erase_if(started.dialogs.messages, [](const Message& message) { return message.buttons != Buttons::OK; });
+        return started.dialogs.take_messages();
+    }
+};
+
+TEST_F(Designer, a_design_saved_right_after_the_start_reloads_unchanged)
+{
+    save(Answer::Yes);
+    std::string expected = "query";
+    for (int i = 0; i < 100; ++i) expected += "*-1";
+    EXPECT_EQ(started.installation.read("automation.bin"), expected + "*1\r\n");
+    EXPECT_TRUE(told().empty());
+
+    std::vector<Text> before = boxes();
+    for (TextBox* box : form4.design_boxes()) box->set_text(U"typed");
+    press(form4.Command2, {Answer::Yes});
+    before.back() = U"1\r\n";
+    EXPECT_EQ(boxes(), before);
+    save(Answer::Yes); // the line end that came with the file does not pile up
+    EXPECT_EQ(started.installation.read("automation.bin"), expected + "*1\r\n");
+}
+
+TEST_F(Designer, the_buttons_of_both_questions_are_the_three_files)
+{
+    form4.Text3.set_text(U"一班");
+    int number = 0;
+    for (const auto& [answer, file] :
+         {std::pair{Answer::Yes, "automation.bin"}, std::pair{Answer::No, "automation3.bin"},
+          std::pair{Answer::Cancel, "automation2.bin"}}) {
+        form4.Text1[0].set_text(number_text(++number));
+        save(answer);
+        EXPECT_TRUE(started.installation.read(file).starts_with("\xD2\xBB\xB0\xE0*" + std::to_string(number) + "*-1*"));
+    }
+    press(form4.Command2, {Answer::Yes});
+    EXPECT_EQ(form4.Text1[0].text(), U"1");
+    press(form4.Command2, {Answer::Cancel});
+    EXPECT_EQ(form4.Text1[0].text(), U"3");
+    press(form4.Command2, {Answer::No});
+    EXPECT_EQ(form4.Text1[0].text(), U"2");
+    EXPECT_EQ(form4.Text3.text(), U"一班");
+}
+
+TEST_F(Designer, cancel_at_the_first_question_hides_the_help_and_writes_nothing)
+{
+    press(form4.Command1, {Answer::Cancel});
+    EXPECT_FALSE(form4.Label1.visible() || form4.Label5.visible());
+    EXPECT_FALSE(std::filesystem::exists(started.installation.path() / "automation2.bin"));
+    save(Answer::Cancel);
+    EXPECT_TRUE(form4.Label1.visible() && form4.Label5.visible());
+    EXPECT_TRUE(std::filesystem::exists(started.installation.path() / "automation2.bin"));
+}
+
+TEST_F(Designer, empty_boxes_are_stored_as_0_and_named_as_the_user_sees_them)
+{
+    for (TextBox* box : {&form4.Text1[5], &form4.Text2[4], &form4.Text2[49], &form4.Text4, &form4.Text3})
+        box->set_text({});
+    save(Answer::Yes);
+    EXPECT_EQ(told(),
+              std::vector<std::string>{"Tarvik报表自动化设计| 请注意：\r\n下列框没有填写，按“0”保存："
+                                       "\r\n静态 第3行 第2框\r\n静态 第3行 第3框\r\n动态 第11行 第4框\r\n“1”框"});
+    const std::vector<Text> shown = boxes();
+    EXPECT_EQ(shown[6], U"0");
+    press(form4.Command2, {Answer::Yes});
+    std::vector<Text> loaded = boxes();
+    loaded.back() = U"0"; // without its line end
+    EXPECT_EQ(loaded, shown);
+
+    for (TextBox* box : form4.design_boxes()) box->set_text({});
+    save(Answer::Yes);
+    EXPECT_TRUE(told().at(0).ends_with("等101个框"));
+}
+
+TEST_F(Designer, an_asterisk_is_refused_and_a_file_that_cannot_be_written_or_read_is_told)
+{
+    form4.Text1[28].set_text(U"1*2");
+    press(form4.Command1, {Answer::OK});
+    EXPECT_TRUE(told().at(0).ends_with("动态 第1行 第1框"));
+    EXPECT_FALSE(std::filesystem::exists(started.installation.path() / "automation.bin"));
+
+    form4.Text1[28].set_text(U"12");
+    std::filesystem::create_directory(started.installation.path() / "automation.bin");
+    save(Answer::Yes);
+    EXPECT_NE(told().at(0).find("automation.bin"), std::string::npos);
+    EXPECT_TRUE(form4.holds_typed_text());
+    press(form4.Command2, {Answer::Yes});
+    EXPECT_TRUE(told().empty()) << "there is no such file";
+    EXPECT_EQ(form4.Text1[28].text(), U"12");
+}
+
+TEST_F(Designer, closing_asks_only_when_a_typed_text_would_be_lost)
+{
+    program.module1.designeropen = true;
+    form4.window.set_visible(true);
+    const auto stays_open = [&](std::initializer_list<Answer> replies) {
+        started.dialogs.replies = replies;
+        Event event{EventKind::Close, form4.window};
+        dispatch(program, event);
+        EXPECT_TRUE(started.dialogs.replies.empty());
+        return event.cancelled;
+    };
+    form4.Text1[3].set_text(U"7");
+    EXPECT_TRUE(stays_open({Answer::Cancel}));
+    EXPECT_EQ(form4.Text1[3].text(), U"7");
+    save(Answer::Yes);
+    EXPECT_FALSE(stays_open({})) << "it was saved";
+    EXPECT_FALSE(program.module1.designeropen);
+    EXPECT_EQ(form4.Text1[3].text(), U"0");
+    EXPECT_FALSE(stays_open({})) << "the texts of the design";
+    press(form4.Command2, {Answer::Yes});
+    EXPECT_FALSE(stays_open({})) << "it was loaded";
+    form4.Text2[30].set_text({});
+    EXPECT_FALSE(stays_open({})) << "nothing typed";
+    form4.Text3.set_text(U"二班");
+    EXPECT_FALSE(stays_open({Answer::OK}));
+    EXPECT_EQ(form4.Text3.text(), U"query");
+}
+
+// The reading of a parameter line, character by character.
+void read_plainly(Form4& form4, const Text& line)
+{
+    if (const auto last = line.rfind(U'*'); last != Text::npos) form4.Text4.set_text(line.substr(last + 1));
+    int count = 1, a = 0, b = 0;
+    std::size_t start = 1;
+    for (std::size_t i = 1; i <= line.size(); ++i) {
+        if (line[i - 1] != U'*') continue;
+        const Text field = line.substr(start - 1, i - start);
+        if (count == 1) form4.Text3.set_text(field);
+        else if (count <= 52 && a < 50) form4.Text1[a++].set_text(field);
+        else form4.Text2[b++].set_text(field);
+        ++count;
+        start = i + 1;
+        if (b == 50) return;
+        ++i; // the first character of a field is not looked at
+    }
+}
+
+TEST_F(Designer, a_line_is_read_as_character_by_character)
+{
+    std::mt19937 random(7);
+    TestProgram plain;
+    for (int round = 0; round < 300; ++round) {
+        Text line;
+        const auto fields = static_cast<unsigned>(random() % 110);
+        for (unsigned i = 0; i < fields; ++i)
+            line += Text(random() % 20 ? 1 + random() % 3 : 0, static_cast<char32_t>(U'a' + i % 26)) + U"*";
+        line += random() % 2 ? U"12\r\n" : U"";
+        load_design_texts(form4);
+        load_design_texts(plain.program.form4);
+        Opensesame(form4, line);
+        read_plainly(plain.program.form4, line);
+        std::vector<Text> expected;
+        for (const TextBox* box : plain.program.form4.design_boxes()) expected.push_back(box->text());
+        ASSERT_EQ(boxes(), expected) << to_utf8(line);
+    }
+}
+
+} // namespace
+} // namespace tarvik
