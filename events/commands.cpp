@@ -2,6 +2,10 @@
 
 #include "calendar/attendance/attendance.h"
 #include "designer/designer_window.h"
+#include "designer/kept_files.h"
+#include "designer/key_cells.h"
+#include "designer/live_comparison.h"
+#include "designer/template_reports.h"
 #include "dockets/repair_docket.h"
 #include "dockets/repair_report.h"
 #include "dockets/service_bill.h"
@@ -29,12 +33,18 @@ CommandTable report_commands()
     static const std::array reports{
         order_command(),
         prices_command(),
+        keptfile_command(),
+        excelfile_command(),
+        tomation_command(),
+        sesame_open_command(),
         docket_command(),
         service_bill_command(),
         service_list_command(),
         service_summary_command(),
         repair_report_command(),
         test_docket_command(),
+        template_command_a(),
+        template_command_b(),
         label_command(),
     };
     // clang-format on
@@ -43,9 +53,11 @@ CommandTable report_commands()
 
 TimerTable batch_timers()
 {
-    static const std::array families{docket_family(), test_docket_family(), service_bill_family(),
-                                     service_list_family(), repair_report_family()};
-    return {families, {}};
+    static const std::array families{docket_family(),       test_docket_family(), service_bill_family(),
+                                     service_list_family(), template_family(),    repair_report_family(),
+                                     tomation_family()};
+    static const std::array own_ticks{excelfile_tick()};
+    return {families, own_ticks};
 }
 
 } // namespace tarvik

@@ -15,10 +15,12 @@ struct RunRecord {
     struct Passed {
         Text key, reason;
     };
-    std::vector<Passed> passed{};  ///< keys that made no sheet, and why
-    std::map<Text, Text> names{};  ///< the file that was given to each name that the sheets asked for
-    bool stop_wished = false;      ///< the run is to end before its next sheet
-    bool ahead_of_command = false; ///< text stood ahead of the command, so that sheets were not saved
+    std::vector<Passed> passed{};        ///< keys that made no sheet, and why
+    std::vector<Text> failures{};        ///< files of a folder that were passed over, told when the run is over
+    std::u32string_view template_file{}; ///< of the command that started it
+    std::map<Text, Text> names{};        ///< the file that was given to each name that the sheets asked for
+    bool stop_wished = false;            ///< the run is to end before its next sheet
+    bool ahead_of_command = false;       ///< text stood ahead of the command, so that sheets were not saved
 };
 
 } // namespace tarvik

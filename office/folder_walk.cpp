@@ -8,15 +8,6 @@ namespace {
 
 constexpr std::size_t most_told = 10; // a box must fit the screen
 
-void tell_failures(Program& program, const std::vector<Text>& failures)
-{
-    if (failures.empty()) return;
-    Text text = U" 请注意：\r\n有" + number_text(static_cast<double>(failures.size())) + U"个文件没有处理：";
-    for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) text += U"\r\n" + failures[i];
-    if (failures.size() > most_told) text += U"\r\n……";
-    tell(program, text);
-}
-
 } // namespace
 
 std::optional<PickedFile> pick_file(Program& program, TextView filter)
@@ -37,7 +28,7 @@ std::vector<Text> walked_names(const Program& program, TextView folder)
     return names;
 }
 
-void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work)
+std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work)
 {
     std::vector<Text> failures;
     for (const Text& name : names) {
@@ -47,7 +38,21 @@ void work_through(Program& program, const std::vector<Text>& names, const std::f
             failures.push_back(failure.message());
         }
     }
-    tell_failures(program, failures);
+    return failures;
+}
+
+void tell_failures(Program& program, const std::vector<Text>& failures)
+{
+    if (failures.empty()) return;
+    Text text = U" 请注意：\r\n有" + number_text(static_cast<double>(failures.size())) + U"个文件没有处理：";
+    for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) text += U"\r\n" + failures[i];
+    if (failures.size() > most_told) text += U"\r\n……";
+    tell(program, text);
+}
+
+void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work)
+{
+    tell_failures(program, work_on(names, work));
 }
 
 } // namespace tarvik

@@ -21,8 +21,11 @@ std::optional<PickedFile> pick_file(Program& program, TextView filter);
 /// The names of a folder's files in their order, up to the first that holds "$".
 std::vector<Text> walked_names(const Program& program, TextView folder);
 
-/// Works on each of these files in turn. One that fails is passed over, and all that failed are told in one message
-/// when the others are done.
+/// Works on each of these files in turn. One that fails is passed over; gives what failed, and why.
+std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
+/// Tells of all failures in one message; nothing when there are none.
+void tell_failures(Program& program, const std::vector<Text>& failures);
+/// Both: what failed is told when the other files are done.
 void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
 
 } // namespace tarvik

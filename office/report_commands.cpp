@@ -121,6 +121,7 @@ void run_report(Program& program, const ReportCommand& command)
     if (command.title_first) set_job_title(program);
     if (!make_table(program, command)) return;
     if (command.timer) start_run(program, program.form1.*command.timer);
+    program.run.template_file = command.template_file;
     if (command.run) command.run(program);
 }
 

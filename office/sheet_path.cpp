@@ -38,15 +38,20 @@ PathParts split_extension(TextView name)
     return {name.substr(0, point), name.substr(point)};
 }
 
+Text numbered(const Text& folder, const PathParts& name, int number)
+{
+    return folder + fitted(name.folder, U" (" + number_text(number) + U")", name.name);
+}
+
 /// The file for the name `wanted`: `path`, or that with a number when another name of this run has it.
 Text claimed(Program& program, const Text& folder, const Text& name, const Text& wanted)
 {
-    const auto [stem, extension] = split_extension(name);
+    const PathParts parts = split_extension(name);
     Text path = folder + name;
     for (int number = 2;; ++number) {
         const auto [owner, is_new] = program.run.names.try_emplace(lower(path), wanted);
         if (is_new || owner->second == wanted) return path;
-        path = folder + fitted(stem, U" (" + number_text(number) + U")", extension);
+        path = numbered(folder, parts, number);
     }
 }
 
@@ -77,6 +82,16 @@ Text plain_sheet_path(Program& program, const Text& name)
                              ? safe
                              : fitted(cut_to_bytes(stem, room - to_utf8(extension).size()), {}, extension);
     return claimed(program, program.form1.outfolder, fitting, name);
+}
+
+Text free_path(const Program& program, const Text& folder, const Text& name)
+{
+    const PathParts parts = split_extension(name);
+    Text path = folder + name;
+    const Files& files = program.platform.files;
+    for (int number = 2; files.file_exists(path) || files.folder_exists(path); ++number)
+        path = numbered(folder, parts, number);
+    return path;
 }
 
 } // namespace tarvik

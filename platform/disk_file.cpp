@@ -122,6 +122,13 @@ private:
     Descriptor file_;
 };
 
+// There are file systems that have nothing to flush in a folder.
+void flush_folder(const fs::path& path)
+{
+    const Descriptor folder(path, O_RDONLY | O_DIRECTORY);
+    if (::fsync(folder.value()) != 0 && errno != EINVAL) fail();
+}
+
 } // namespace
 
 FileStamp stamp_of(const fs::path& path)
@@ -198,7 +205,11 @@ void move_disk_file(const fs::path& from, const fs::path& to)
     if (::rename(from.c_str(), to.c_str()) == 0) return;
     if (errno != EXDEV) fail();
     replace_file(to, read_file(from));
-    if (::chmod(to.c_str(), status.st_mode & 07777U) != 0 || ::unlink(from.c_str()) != 0) fail();
+    const std::array<timespec, 2> times{status.st_atim, status.st_mtim};
+    if (::chmod(to.c_str(), status.st_mode & 07777U) != 0) fail();
+    if (::utimensat(AT_FDCWD, to.c_str(), times.data(), 0) != 0) fail();
+    flush_folder(to.parent_path()); // the new name must be on its disk before the old one goes
+    if (::unlink(from.c_str()) != 0) fail();
 }
 
 BufferedFile::BufferedFile(const fs::path& path, Text told) : told_(std::move(told)), descriptor_(-1)

@@ -20,7 +20,7 @@ void append_to_file(const std::filesystem::path& path, std::string_view bytes);
 void replace_file(const std::filesystem::path& target, std::string_view bytes);
 /// Whether a file name is one that replace_file() gives to its unfinished files.
 bool is_unfinished(std::string_view file_name) noexcept;
-/// A rename, or where that cannot be a copy and a removal.
+/// A rename; between file systems a copy with the same mode and times, which is on its disk before the file is removed.
 void move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Opened and cut at once; a failed write is kept until close().

@@ -178,8 +178,12 @@ TEST_F(DiskFilesTest, WritesAndMoves)
     EXPECT_EQ(entries(), 0U);
     if (!fs::exists("/dev/shm")) return;
     const fs::path other = fs::path("/dev/shm") / installation.path().filename();
+    const auto changed = fs::last_write_time(files.resolve(U"d:\\between.txt")) - std::chrono::hours(100);
+    fs::last_write_time(files.resolve(U"d:\\between.txt"), changed);
     files.move_file(U"d:\\between.txt", from_utf8(other.string()));
-    EXPECT_TRUE(fs::remove(other)) << "another file system";
+    EXPECT_EQ(fs::last_write_time(other), changed) << "another file system";
+    EXPECT_EQ(files.read(from_utf8(other.string())), "1\r\n2\r\n");
+    fs::remove(other);
     EXPECT_FALSE(files.file_exists(U"d:\\between.txt"));
 }
 

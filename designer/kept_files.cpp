@@ -1,0 +1,121 @@
+#include "designer/kept_files.h"
+
+#include "columns/boxes.h"
+#include "designer/design/transfers.h"
+#include "office/batch_runner.h"
+#include "office/folder_walk.h"
+#include "office/sheet_path.h"
+#include "platform/code_page.h"
+
+#include <set>
+#include <unordered_map>
+
+namespace tarvik {
+
+namespace {
+
+constexpr int column_box = 5; // of Form3
+
+/// Which names hold a value. Each name is looked through once for each length that values have.
+class NameIndex {
+public:
+    NameIndex(const std::vector<Text>& values, const std::vector<Text>& names)
+    {
+        std::set<std::size_t> lengths;
+        for (const Text& value : values)
+            if (holders_.try_emplace(value).second) lengths.insert(value.size());
+        for (std::size_t i = 0; i < names.size(); ++i)
+            for (const std::size_t length : lengths) look_through(i, lower(names[i]), length);
+    }
+
+    /// The places of the names in their list, in its order.
+    const std::vector<std::size_t>& holders(const Text& value) const { return holders_.at(value); }
+
+private:
+    void look_through(std::size_t place, const Text& name, std::size_t length)
+    {
+        for (std::size_t start = 0; start + length <= name.size(); ++start) {
+            const auto value = holders_.find(name.substr(start, length));
+            if (value == holders_.end()) continue;
+            if (value->second.empty() || value->second.back() != place) value->second.push_back(place);
+        }
+    }
+
+    std::unordered_map<Text, std::vector<std::size_t>> holders_;
+};
+
+std::vector<Text> column_values(const Program& program, int column)
+{
+    OwnElements elements(program);
+    std::vector<Text> values;
+    for (int row = 0; row < program.form1.rowcount; ++row)
+        if (const TextView value = elements(row, column); !value.empty()) values.push_back(value.str());
+    return values;
+}
+
+bool same_folder(const Files& files, TextView one, TextView other)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(files.resolve(one), files.resolve(other), error);
+}
+
+void write_line(OutputFile& file, const Text& line)
+{
+    file.write(encode(line + U"\r\n"));
+}
+
+/// Moves the files and lists the values that found none; gives the failures.
+std::vector<Text> keep_files(Program& program, const Text& folder, const std::vector<Text>& values, OutputFile& list)
+{
+    const std::vector<Text> names = walked_names(program, folder);
+    const NameIndex index(values, names);
+    const Text& outfolder = program.form1.outfolder;
+    Files& files = program.platform.files;
+    const bool stay = same_folder(files, folder, outfolder);
+    std::vector<bool> gone(names.size());
+    std::vector<Text> failures;
+    for (const Text& value : values) {
+        std::vector<Text> found;
+        for (const std::size_t place : index.holders(value)) {
+            if (!gone[place]) found.push_back(names[place]);
+            gone[place] = !stay;
+        }
+        if (found.empty()) write_line(list, value);
+        if (stay) continue;
+        const auto failed = work_on(
+            found, [&](const Text& name) { files.move_file(folder + name, free_path(program, outfolder, name)); });
+        failures.insert(failures.end(), failed.begin(), failed.end());
+    }
+    return failures;
+}
+
+} // namespace
+
+void excelbijiaop88(Program& program)
+{
+    Form1& form1 = program.form1;
+    const auto list = program.platform.files.open_for_output(form1.outfolder + U"nofile.txt");
+    const auto picked = pick_file(program, any_file_filter);
+    if (!picked) return list->close();
+    const auto column = static_cast<int>(box_column(program, column_box));
+    const auto failures = keep_files(program, picked->folder, column_values(program, column), *list);
+    list->close();
+    tell_failures(program, failures);
+    show_caption(program, form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" + U" OK !");
+}
+
+const ReportCommand& keptfile_command()
+{
+    static constexpr ReportCommand row{
+        .text = U"An keptfile",
+        .notice =
+            U"它可以通过打开所有文件，是否包含有源数据表中某列的数组元素，相当于在某个文件夹中同时建立了多个搜索条件！",
+        .title_first = true,
+        .key = U"\r",
+        .count_goes_to = &Form1::rowcount,
+        .run = excelbijiaop88,
+    };
+    return row;
+}
+
+} // namespace tarvik

@@ -1,0 +1,20 @@
+#include "designer/run_keys.h"
+
+#include "office/keyed_scans.h"
+
+namespace tarvik {
+
+Text run_key(const Program& program)
+{
+    const double cursor = program.form1.batchcursor;
+    return cursor < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(cursor)).str();
+}
+
+void scan_key_rows(Program& program, TextView key, TextView report)
+{
+    Form1& form1 = program.form1;
+    form1.partcount = query7(program, key, installed(program, report));
+    form1.rowcount = form1.partcount;
+}
+
+} // namespace tarvik

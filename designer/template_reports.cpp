@@ -1,0 +1,92 @@
+#include "designer/template_reports.h"
+
+#include "designer/design/transfers.h"
+#include "designer/run_keys.h"
+#include "mainwindow/installation_files.h"
+#include "office/sheet_path.h"
+#include "office/tasks.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view either_command = U"An testsesame";
+constexpr std::u32string_view command_a = U"An testsesame A";
+constexpr std::u32string_view command_b = U"An testsesame B";
+
+// The box may have been edited since the start: what it still names goes, else the template of the start.
+std::u32string_view template_in_use(const Program& program, TextView box)
+{
+    if (box.contains(command_b)) return files::designed_b;
+    if (box.contains(command_a)) return files::designed_a;
+    return program.run.template_file;
+}
+
+// An extension is always there, so that a key that ends in one of its own does not choose the format.
+Text report_name(const Text& key)
+{
+    const Text name = upper(key);
+    return name.ends_with(U".XLSX") ? name : name + U".xlsx";
+}
+
+} // namespace
+
+void excecopy8(Program& program)
+{
+    Form1& form1 = program.form1;
+    const Text& box = form1.query_box().text();
+    if (!form1.dbresult || !TextView(box).contains(either_command) || !(form1.partcount > 0)) return;
+    SpreadsheetTask task(program, installed(program, template_in_use(program, box)));
+    transfer(program, task.sheet());
+    task.save_as(plain_sheet_path(program, report_name(run_key(program))));
+    task.finish(Changes::Save);
+    close_sheet(program);
+}
+
+const ReportCommand& template_command_a()
+{
+    static constexpr ReportCommand row{
+        .text = command_a,
+        .notice = U"An testsesame A可以读取保存在{folder}\\automation.bin的参数信息，"
+                  U"按照{folder}/designerA.xlsx设计模板，报表自动化！",
+        .question = excel_question,
+        .report = U"3159",
+        .question_tail = U"。",
+        .design = files::design_a,
+        .count_goes_to = &Form1::rowcount,
+        .key_column = design_column,
+        .template_file = files::designed_a,
+        .timer = &Form1::Timer7,
+    };
+    return row;
+}
+
+const ReportCommand& template_command_b()
+{
+    static constexpr ReportCommand row{
+        .text = command_b,
+        .notice = U"An testsesame B可以读取保存在{folder}\\automation2.bin的参数信息，"
+                  U"按照{folder}/designerB.xlsx设计模板，报表自动化！",
+        .question = excel_question,
+        .report = U"3159",
+        .question_tail = U"。",
+        .design = files::design_b,
+        .count_goes_to = &Form1::rowcount,
+        .key_column = design_column,
+        .template_file = files::designed_b,
+        .timer = &Form1::Timer7,
+    };
+    return row;
+}
+
+const SheetFamily& template_family()
+{
+    static constexpr SheetFamily family{
+        .timer = &Form1::Timer7,
+        .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3159); },
+        .sheet = excecopy8,
+    };
+    return family;
+}
+
+} // namespace tarvik

@@ -1,0 +1,178 @@
+#include "tests/designer/designed_run.h"
+
+#include <random>
+
+namespace tarvik {
+namespace {
+
+class KeyCellsRun : public test::DesignedRun {
+protected:
+    void start_run(const Text& lines)
+    {
+        started.open_text(lines);
+        started.dialogs.files = {U"d:\\src\\any.xlsx"};
+        press_enter(U"An Excelfile");
+    }
+};
+
+TEST_F(KeyCellsRun, rows_find_their_cells_and_fill_others)
+{
+    form4.Text4.set_text(U"9");
+    boxes(form4.Text1, {{0, U"-1"}, {1, U"1"}, {2, U"-1"}, {3, U"2"}, {4, U"20"}, {5, U"1"}, {6, U"0"}, {7, U"5"}});
+    boxes(form4.Text2, {{1, U"1"}, {3, U"4"}, {5, U"3"}, {7, U"1"}, {8, U"x"}});
+    source_file("one.xlsx", {{{2, 1}, U"S1"}, {{4, 1}, U"s2"}, {{12, 1}, U"s3"}});
+    source_file("two.xls", {{{1, 1}, U"nobody"}});
+    start_run(U"s1\t一班\tanna\t90\r\ns2\t一班\tben\t80\r\ns3\t一班\tcarl\t70\r\n");
+    EXPECT_TRUE(told().at(0).starts_with(U"它可以通过打开多个excel文档｛如：每个学生的成绩单，每人一张表格｝"));
+    EXPECT_EQ(form1.rowcount, 3);
+    EXPECT_EQ(form1.sheetno, 0);
+    EXPECT_FALSE(form1.jobstart.empty());
+    run(form1.Timer9);
+    EXPECT_EQ(held(U"d:\\out\\Aone.xlsx"), "2,1=S1 2,2=90 4,1=s2 4,2=80 12,1=s3 20,1=BEN ");
+    EXPECT_EQ(held(U"d:\\out\\Atwo.xls"), "1,1=nobody ");
+    EXPECT_EQ(told(), std::vector<Text>{U"填词完毕，还差1请收好，再见！"});
+    EXPECT_TRUE(form1.folderchosen);
+    EXPECT_EQ(form1.window.caption(), form1.runtitle + U"    Complete2 9:05:07→： OK !");
+
+    // The folder stays; when every row has found its cell, the run ends without a word.
+    form4.Text3.set_text(U"S1"); // looked for in lower case
+    press_enter(U"An Excelfile");
+    (void)told();
+    EXPECT_EQ(form1.rowcount, 1);
+    tick(form1.Timer9);
+    EXPECT_TRUE(form1.Timer9.enabled() && told().empty());
+    tick(form1.Timer9);
+    EXPECT_FALSE(form1.folderchosen);
+    expect_idle();
+}
+
+TEST_F(KeyCellsRun, one_fixed_key_cell_counts_for_each_row_it_is_compared_in)
+{
+    boxes(form4.Text1, {{0, U"2"}, {1, U"3"}});
+    boxes(form4.Text2, {{1, U"1"}});
+    source_file("one.xlsx", {{{2, 3}, U"s1"}, {{3, 3}, U"more"}});
+    start_run(U"s1\t班\r\n");
+    (void)told();
+    run(form1.Timer9);
+    EXPECT_TRUE(told().empty());
+    form4.Text4.set_text(U"5\r\n");
+    start_run(U"s1\t班\r\n");
+    (void)told();
+    run(form1.Timer9);
+    EXPECT_EQ(told(), std::vector<Text>{U"填词完毕，还差-2请收好，再见！"});
+}
+
+TEST_F(KeyCellsRun, cancel_ends_it_and_boxes_without_a_number_match_nothing)
+{
+    source_file("one.xlsx", {{{1, 1}, U"s1"}});
+    start_run(U"s1\t班\r\n");
+    started.dialogs.files.clear();
+    (void)told();
+    tick(form1.Timer9);
+    expect_idle();
+    EXPECT_TRUE(told().empty());
+    EXPECT_TRUE(office.tasks.empty());
+
+    for (const Text& no_number : {Text(), Text(U"a"), Text(U"0")}) {
+        boxes(form4.Text1, {{0, no_number}, {1, U"1"}});
+        boxes(form4.Text2, {{1, U"1"}});
+        start_run(U"s1\t班\r\n");
+        (void)told();
+        run(form1.Timer9);
+        EXPECT_EQ(told(), std::vector<Text>{U"填词完毕，还差1请收好，再见！"});
+    }
+}
+
+TEST_F(KeyCellsRun, a_file_that_fails_is_told_and_its_matches_do_not_count)
+{
+    boxes(form4.Text1, {{0, U"-1"}, {1, U"1"}, {2, U"3"}, {3, U"3"}});
+    boxes(form4.Text2, {{1, U"1"}, {3, U"3"}});
+    source_file("1.xlsx", {{{1, 1}, U"s1"}});
+    source_file("2.xlsx", {{{1, 1}, U"s2"}});
+    for (office.fail_at = 1;; ++office.fail_at) {
+        office.operations = 0;
+        form1.folderchosen = false;
+        start_run(U"s1\t班\tanna\r\ns2\t班\tben\r\n");
+        (void)told();
+        run(form1.Timer9);
+        expect_idle();
+        if (office.operations < office.fail_at) break;
+        const auto messages = told();
+        ASSERT_EQ(messages.size(), 2U) << office.fail_at;
+        EXPECT_NE(messages[0].find(U"有1个文件没有处理"), Text::npos);
+        EXPECT_EQ(messages[1], U"填词完毕，还差1请收好，再见！");
+    }
+    EXPECT_GT(office.fail_at, 15);
+}
+
+// What the pass does, by plain loops.
+struct Plain {
+    test::Cells cells;
+    int matches = 0;
+
+    Text at(int row, int column) const
+    {
+        const auto found = cells.find({row, column});
+        return found == cells.end() ? Text() : std::get<Text>(found->second);
+    }
+    void fill(const Form4& form4, const std::vector<std::vector<Text>>& suf)
+    {
+        const auto number_in = [](const TextBox& box) { return static_cast<int>(leading_number(box.text())); };
+        const int column = number_in(form4.Text1[1]);
+        int last = 1;
+        for (int r = 1; r <= number_in(form4.Text4); ++r)
+            if (!at(r, column).empty()) last = r;
+        for (int t = 1; t <= last; ++t)
+            for (const auto& row : suf) {
+                const auto field = [&](int box) {
+                    return row[static_cast<std::size_t>(number_in(form4.Text2[box]) - 1)];
+                };
+                const int key_row = number_in(form4.Text1[0]) < 0 ? t : number_in(form4.Text1[0]);
+                const Text key = at(key_row, column);
+                if (field(1).empty() || key.empty() || upper(field(1)) != upper(key)) continue;
+                ++matches;
+                for (int i = 2; i <= 26; i += 2) {
+                    if (number_in(form4.Text1[i + 1]) < 1 || number_in(form4.Text2[i + 1]) < 0) continue;
+                    const int target = number_in(form4.Text1[i]) < 0 ? t : number_in(form4.Text1[i]);
+                    if (!field(i + 1).empty()) cells[{target, number_in(form4.Text1[i + 1])}] = upper(field(i + 1));
+                }
+            }
+    }
+};
+
+TEST_F(KeyCellsRun, finds_what_plain_loops_find_also_where_key_cells_are_overwritten)
+{
+    std::mt19937 random(11);
+    const auto upto = [&random](unsigned n) { return static_cast<int>(random() % n); };
+    const auto word = [&] { return Text(1, static_cast<char32_t>(U'a' + upto(4))) + (upto(2) ? U"" : U"x"); };
+    for (int round = 0; round < 150; ++round) {
+        form4.Text4.set_text(number_text(upto(12)));
+        boxes(form4.Text1, {{0, number_text(upto(3) ? -1 : 1 + upto(3))}, {1, number_text(1 + upto(3))}});
+        form4.Text2[1].set_text(number_text(1 + upto(3)));
+        for (int i = 2; i <= 8; i += 2) {
+            form4.Text1[i].set_text(number_text(upto(2) ? -1 : 1 + upto(8)));
+            form4.Text1[i + 1].set_text(number_text(upto(4)));
+            form4.Text2[i + 1].set_text(number_text(1 + upto(3)));
+        }
+        Text lines;
+        std::vector<std::vector<Text>> suf;
+        const int rows = 1 + upto(8);
+        for (int row = 0; row < rows; ++row) { // the last field keeps every line apart
+            suf.push_back({word(), upto(4) ? word() : Text(), word(), U"班" + number_text(row)});
+            lines += suf.back()[0] + U"\t" + suf.back()[1] + U"\t" + suf.back()[2] + U"\t" + suf.back()[3] + U"\r\n";
+        }
+        Plain plain;
+        for (int cell = upto(16); cell > 0; --cell) plain.cells[{1 + upto(9), 1 + upto(3)}] = word();
+        source_file("any.xlsx", plain.cells);
+        plain.fill(form4, suf);
+        form1.folderchosen = false;
+        start_run(lines);
+        run(form1.Timer9);
+        office.files[U"plain"] = plain.cells;
+        ASSERT_EQ(held(U"d:\\out\\Aany.xlsx"), held(U"plain")) << round;
+        ASSERT_EQ(form1.sheetno, plain.matches) << round;
+    }
+}
+
+} // namespace
+} // namespace tarvik

@@ -1,0 +1,125 @@
+#include "tests/designer/designed_run.h"
+
+namespace tarvik {
+namespace {
+
+class LiveComparison : public test::DesignedRun {
+protected:
+    void design_of_two_cells()
+    {
+        boxes(form4.Text1, {{0, U"1"}, {1, U"1"}, {28, U"5"}, {29, U"2"}});
+        boxes(form4.Text2, {{0, U"0"}, {1, U"3"}, {29, U"4"}});
+        store_design("automation3.bin");
+        store_design("automation2.bin");
+        marks("3160.txt", U"A1\t班\tanna\t90\r\nb2\t班\tben\t80\r\nc3\t班\tcarl\t70\r\n");
+    }
+};
+
+TEST_F(LiveComparison, each_key_fills_copies_of_the_files_that_bear_it)
+{
+    design_of_two_cells();
+    const Text report = source_file("Report-A1.xlsx", {{{1, 1}, U"old"}, {{9, 9}, U"stays"}});
+    source_file("a1 b2.xls");
+    source_file("b2$.xlsx");
+    source_file("x b2.xlsx"); // behind the one with "$"
+    std::filesystem::create_directory(started.drive_d.path() / "src" / "a1 folder.xlsx");
+    started.dialogs.files = {U"d:\\src\\x b2.xlsx"};
+    press_enter(U"An tomation", {Answer::OK});
+    EXPECT_EQ(told().size(), 1U);
+    form1.folderchosen = false;
+    run(form1.Timer8);
+    EXPECT_EQ(started.dialogs.filters, std::vector<Text>{U"excel2010文件*.xlsx|*.xlsx|excel2007文件*.xls|*.xls"});
+    EXPECT_EQ(form1.sourcefolder, U"d:\\src\\");
+    EXPECT_EQ(held(U"d:\\out\\OK-a1 b2.xls"), "1,1=BEN 5,2=80 ") << "the later key's";
+    EXPECT_EQ(held(U"d:\\out\\OK-x b2.xlsx"), "(no file)");
+    EXPECT_EQ(held(U"d:\\out\\OK-Report-A1.xlsx"), "(no file)");
+    EXPECT_TRUE(form1.window.caption().ends_with(U" OK !")) << "keys without a file count";
+    EXPECT_FALSE(form1.folderchosen);
+
+    std::filesystem::remove(started.drive_d.path() / "src" / "b2$.xlsx");
+    started.dialogs.files = {U"d:\\src\\x b2.xlsx"};
+    press_enter(U"An tomation", {Answer::OK});
+    run(form1.Timer8);
+    EXPECT_EQ(held(U"d:\\out\\OK-Report-A1.xlsx"), "1,1=ANNA 5,2=90 9,9=stays ");
+    EXPECT_EQ(held(report), "1,1=old 9,9=stays ");
+    EXPECT_EQ(held(U"d:\\out\\OK-x b2.xlsx"), "1,1=BEN 5,2=80 ");
+    expect_idle();
+}
+
+TEST_F(LiveComparison, cancel_at_the_choice_ends_the_run)
+{
+    design_of_two_cells();
+    press_enter(U"An tomation", {Answer::OK});
+    (void)told();
+    tick(form1.Timer8);
+    expect_idle();
+    EXPECT_EQ(form1.batchcursor, -1);
+    EXPECT_TRUE(told().empty());
+    EXPECT_FALSE(form1.folderchosen);
+}
+
+TEST_F(LiveComparison, one_pass_takes_the_key_at_the_cursor_and_keeps_the_folder)
+{
+    design_of_two_cells();
+    source_file("b2.xlsx");
+    started.dialogs.files = {U"d:\\src\\b2.xlsx"};
+    press_enter(U"An Sesame Open");
+    EXPECT_EQ(told().size(), 1U);
+    EXPECT_TRUE(office.tasks.empty()) << "there are no keys yet";
+    program.module1.keylist.set(0, U"b2");
+    press_enter(U"An Sesame Open"); // no second dialog
+    EXPECT_EQ(started.dialogs.filters.size(), 1U);
+    EXPECT_EQ(held(U"d:\\out\\OK-b2.xlsx"), "1,1=ANNA 5,2=90 6,2=80 7,2=70 ");
+    EXPECT_TRUE(TextView(form1.window.caption()).contains(U"   →   "));
+    for (const double cursor : {-1.0, 5.0, 1e6}) {
+        form1.batchcursor = cursor;
+        office.tasks.clear();
+        press_enter(U"An Sesame Open");
+        EXPECT_TRUE(office.tasks.empty()) << cursor;
+    }
+    form1.batchcursor = 0;
+    form4.Text3.set_text(U"nobody");
+    store_design("automation2.bin");
+    press_enter(U"An Sesame Open");
+    EXPECT_TRUE(office.tasks.empty()) << "no rows, nothing to write";
+    (void)told();
+    form1.folderchosen = false;
+    press_enter(U"An Sesame Open"); // cancelled
+    EXPECT_EQ(form1.batchcursor, 0);
+    EXPECT_EQ(told().size(), 1U);
+}
+
+TEST_F(LiveComparison, a_file_that_fails_is_told_at_the_end_with_the_others_done)
+{
+    design_of_two_cells();
+    source_file("a1.xlsx");
+    source_file("b2 a1.txt");
+    source_file("c3.xlsx");
+    office.failing = U"b2 a1.txt";
+    started.dialogs.files = {U"d:\\src\\a1.xlsx"};
+    press_enter(U"An tomation", {Answer::OK});
+    (void)told();
+    run(form1.Timer8);
+    const auto messages = told();
+    ASSERT_EQ(messages.size(), 1U) << "for both keys";
+    EXPECT_NE(messages[0].find(U"b2 a1.txt"), Text::npos);
+    EXPECT_EQ(held(U"d:\\out\\OK-a1.xlsx"), "1,1=ANNA 5,2=90 ");
+    EXPECT_EQ(held(U"d:\\out\\OK-c3.xlsx"), "1,1=CARL 5,2=70 ");
+    office.failing.clear();
+
+    for (office.fail_at = 1;; ++office.fail_at) {
+        office.operations = 0;
+        started.dialogs.files = {U"d:\\src\\a1.xlsx"};
+        press_enter(U"An tomation", {Answer::OK});
+        (void)told();
+        run(form1.Timer8);
+        expect_idle();
+        if (office.operations < office.fail_at) break;
+        EXPECT_EQ(told().size(), 1U) << office.fail_at;
+        EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
+    }
+    EXPECT_GT(office.fail_at, 20);
+}
+
+} // namespace
+} // namespace tarvik
