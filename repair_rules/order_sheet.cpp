@@ -19,9 +19,10 @@ int last_line(const Worksheet& sheet)
 bool enter_orders(Worksheet& sheet, const Records& records)
 {
     bool found = false;
+    std::vector<SheetLine> lines; // written when all are read: an engine that works in blocks reads and writes once
     const int last = last_line(sheet);
     for (int row = first_line; row <= last; ++row) {
-        SheetLine line(sheet, row);
+        SheetLine& line = lines.emplace_back(sheet, row);
         for (const std::size_t record : records.with_number(sheet.cell(row, number_column))) {
             found = true;
             const auto fault = records.field(record, fault_field);
@@ -30,8 +31,8 @@ bool enter_orders(Worksheet& sheet, const Records& records)
                 enter_record(line, {fault, repair, records.field(record, charge_field)});
         }
         finish_line(line);
-        line.write(sheet, row);
     }
+    for (int row = first_line; row <= last; ++row) lines[static_cast<std::size_t>(row - first_line)].write(sheet, row);
     return found;
 }
 

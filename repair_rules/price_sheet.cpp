@@ -8,7 +8,8 @@ namespace {
 constexpr std::size_t first_field = 6; ///< goes to column 5; the ones behind it follow
 constexpr int last_moving_column = 25;
 
-/// Where every row of the sheet goes and what is written in it, found out before the first cell changes.
+/// Where every row of the sheet goes and what is written in it, found out before the first cell changes: an engine that
+/// works in blocks reads once and writes once.
 class PriceSheet {
 public:
     PriceSheet(Worksheet& sheet, const Records& records)
@@ -19,19 +20,17 @@ public:
     bool enter()
     {
         place_rows();
-        move_rows();
-        for (const Entry& entry : entries_)
-            sheet_.set_cell(entry.row, entry.column, records_.field(entry.record, entry.field()).str());
+        for (const auto& writes : {moved_cells(), entries_})
+            for (const Write& write : writes) sheet_.set_cell(write.row, write.column, write.value);
         return found_;
     }
 
 private:
     static constexpr int inserted = 0;
 
-    struct Entry {
+    struct Write {
         int row, column;
-        std::size_t record;
-        std::size_t field() const { return static_cast<std::size_t>(column - faults_column) + first_field; }
+        CellValue value;
     };
 
     int last_filled_column() const
@@ -80,11 +79,16 @@ private:
                 continue;
             if (taken) further.push_back(record);
             else
-                for (int column = faults_column; column <= total_column; ++column)
-                    entries_.push_back({row, column, record});
+                for (int column = faults_column; column <= total_column; ++column) add_entry(row, column, record);
             taken = true;
         }
         insert_lines(further);
+    }
+
+    void add_entry(int row, int column, std::size_t record)
+    {
+        const auto field = static_cast<std::size_t>(column - faults_column) + first_field;
+        entries_.push_back({row, column, records_.field(record, field).str()});
     }
 
     /// Each one is put right below the line, so the last stands first. In a column that does not move the ones before
@@ -93,34 +97,31 @@ private:
     {
         for (auto record = records.rbegin(); record != records.rend(); ++record) {
             for (const int column : {faults_column, repairs_column})
-                if (column <= last_column_ || record == records.rbegin())
-                    entries_.push_back({next_row(), column, *record});
+                if (column <= last_column_ || record == records.rbegin()) add_entry(next_row(), column, *record);
             origins_.push_back(inserted);
         }
     }
 
-    /// From the bottom up, so that a row is read before another one takes its place.
-    void move_rows()
+    std::vector<Write> moved_cells() const
     {
-        for (int row = next_row() - 1; row >= first_line; --row) {
+        std::vector<Write> moved;
+        for (int row = first_line; row < next_row(); ++row) {
             const int origin = origins_[static_cast<std::size_t>(row - first_line)];
             if (origin == row) continue;
-            for (int column = 1; column <= last_column_; ++column) move_cell(row, column, origin);
+            for (int column = 1; column <= last_column_; ++column) {
+                if (origin != inserted && !sheet_.is_empty(origin, column))
+                    moved.push_back({row, column, sheet_.value(origin, column)});
+                else if (!sheet_.is_empty(row, column)) moved.push_back({row, column, Text()});
+            }
         }
-    }
-
-    void move_cell(int row, int column, int origin)
-    {
-        if (origin != inserted && !sheet_.is_empty(origin, column))
-            sheet_.set_cell(row, column, sheet_.value(origin, column));
-        else if (!sheet_.is_empty(row, column)) sheet_.set_cell(row, column, Text());
+        return moved;
     }
 
     Worksheet& sheet_;
     const Records& records_;
     int last_line_, last_column_;
     std::vector<int> origins_; ///< for each row from the first line on: the row that goes there
-    std::vector<Entry> entries_;
+    std::vector<Write> entries_;
     bool found_ = false;
 };
 

@@ -44,7 +44,7 @@ public:
     {
         const auto end = rest_.starts_with('"') ? rest_.find('"', 1) : rest_.npos;
         if (end == rest_.npos || end == 1) refuse("此处须是双引号内的文字：");
-        const std::string result(rest_.substr(1, end - 1));
+        std::string result(rest_.substr(1, end - 1));
         rest_ = trimmed(rest_.substr(end + 1));
         return result;
     }

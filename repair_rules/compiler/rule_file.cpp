@@ -34,7 +34,7 @@ void add_group(RuleTable& table, const Fields& fields)
 
 std::string part_code(const Fields& fields, std::size_t index)
 {
-    const std::string code(fields[index]);
+    std::string code(fields[index]);
     if (code.size() != 8 || code.find_first_not_of("0123456789") != code.npos || (code[0] != '2' && code[0] != '3'))
         fields.refuse("编码须是以 2 或 3 开头的八位数字：" + code);
     return code;
