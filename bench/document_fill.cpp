@@ -6,9 +6,9 @@
 // column and text with TABs between; "|" stands for a line break. The picture goes into the cell of the last line.
 // ENGINE is ooxml or libreoffice. Prints the seconds; a report ahead, which starts the engine, does not count.
 
+#include "office/engines.h"
 #include "platform/disk_files.h"
 #include "platform/failure.h"
-#include "playback/engines.h"
 
 #include <chrono>
 #include <iostream>

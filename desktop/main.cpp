@@ -1,6 +1,6 @@
 #include "desktop/desktop.h"
 #include "desktop/look/window_icon.h"
-#include "office/spreadsheets/engine.h"
+#include "office/engines.h"
 
 #include <QApplication>
 
@@ -24,7 +24,7 @@ int main(int count, char** words)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     try {
         tarvik::Desktop desktop(program_folder(), {}, [](tarvik::Files& files, tarvik::Printer& printer) {
-            return std::make_unique<tarvik::OoxmlEngines>(files, printer);
+            return tarvik::make_engines(tarvik::Engine::Auto, files, printer);
         });
         desktop.start();
         return QApplication::exec();

@@ -59,14 +59,9 @@ void set_print_to(Options& options, Values values)
 
 void set_engine(Options& options, Values values)
 {
-    constexpr std::pair<std::string_view, Engine> engines[] = {
-        {"auto", Engine::Auto}, {"ooxml", Engine::Ooxml}, {"libreoffice", Engine::LibreOffice}};
-    for (const auto& [name, engine] : engines)
-        if (name == values[0]) {
-            options.engine = engine;
-            return;
-        }
-    throw OptionError("there is no engine " + std::string(values[0]));
+    const auto engine = engine_named(values[0]);
+    if (!engine) throw OptionError("there is no engine " + std::string(values[0]));
+    options.engine = *engine;
 }
 
 void set_list_names(Options& options, Values)

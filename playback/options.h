@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/text.h"
+#include "office/engines.h"
 
 #include <chrono>
 #include <filesystem>
@@ -17,8 +17,6 @@ class OptionError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
-
-enum class Engine { Auto, Ooxml, LibreOffice };
 
 struct Options {
     std::filesystem::path installation;

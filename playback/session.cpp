@@ -1,6 +1,6 @@
 #include "playback/session.h"
 
-#include "playback/engines.h"
+#include "office/engines.h"
 
 namespace tarvik {
 

@@ -3,6 +3,7 @@
 #include "platform/failure.h"
 
 #include <new>
+#include <string_view>
 
 namespace tarvik::ooxml {
 
@@ -18,6 +19,12 @@ private:
     Text reason_;
     std::string utf8_;
 };
+
+/// A name out of a package as a message shows it.
+inline Text quoted(std::string_view name)
+{
+    return U"“" + from_utf8(name) + U"”";
+}
 
 /// Does work on a file; what goes wrong becomes a Failure that names it. `kind` is what the user calls such a file.
 template <typename Work>

@@ -19,11 +19,16 @@ bool has_stream(std::string_view bytes, std::string_view name)
 
 } // namespace
 
+bool is_compound_file(std::string_view beginning) noexcept
+{
+    return beginning.starts_with(ole_signature);
+}
+
 FileKind file_kind(std::string_view bytes)
 {
     if (bytes.empty()) return FileKind::Empty;
     if (bytes.starts_with(zip_signature)) return FileKind::Package;
-    if (!bytes.starts_with(ole_signature)) return FileKind::Other;
+    if (!is_compound_file(bytes)) return FileKind::Other;
     if (has_stream(bytes, "EncryptedPackage")) return FileKind::Encrypted;
     if (has_stream(bytes, "WordDocument")) return FileKind::OldDocument;
     if (has_stream(bytes, "Workbook") || has_stream(bytes, "Book")) return FileKind::OldWorkbook;

@@ -15,5 +15,8 @@ enum class FileKind {
 };
 
 FileKind file_kind(std::string_view bytes);
+/// Whether bytes that begin so hold streams and storages of their own, as files of the older formats do and packages
+/// behind a password. Eight bytes tell.
+bool is_compound_file(std::string_view beginning) noexcept;
 
 } // namespace tarvik

@@ -21,11 +21,6 @@ std::uint64_t memory_for(std::uint64_t packed_size)
     return std::min(memory_of_any + memory_per_packed_byte * packed_size, most_memory);
 }
 
-Text quoted(std::string_view name)
-{
-    return U"“" + from_utf8(name) + U"”";
-}
-
 void check_kind(std::string_view bytes)
 {
     switch (file_kind(bytes)) {

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t most_packages = 8;
 constexpr std::uint64_t largest_kept = 4U << 20U;
-/// A file can change twice within one step of the file system's clock and look the same.
+// A file can change twice within one step of the file system's clock and look the same.
 constexpr std::chrono::milliseconds settling_time{100};
 
 bool has_settled(const FileStamp& stamp)

@@ -23,7 +23,7 @@ private:
     };
 
     Files& files_;
-    std::list<Known> known_; ///< the one used last in front
+    std::list<Known> known_; // the one used last in front
 };
 
 } // namespace tarvik::ooxml

@@ -13,7 +13,7 @@ std::string_view folder_of(std::string_view part)
     return separator == std::string_view::npos ? std::string_view() : part.substr(0, separator + 1);
 }
 
-/// The part that a target means, told from the folder of its source.
+// The part that a target means, told from the folder of its source.
 std::string resolved(std::string_view source, std::string target)
 {
     std::replace(target.begin(), target.end(), '\\', '/');
@@ -34,7 +34,7 @@ std::string resolved(std::string_view source, std::string target)
     return name;
 }
 
-/// How the source writes a target: from its own folder, or from the root where the target lies elsewhere.
+// How the source writes a target: from its own folder, or from the root where the target lies elsewhere.
 std::string written_target(std::string_view source, std::string_view target)
 {
     const auto folder = folder_of(source);

@@ -21,11 +21,6 @@ struct Entity {
 };
 constexpr std::array<Entity, 5> entities{{{"amp", "&"}, {"lt", "<"}, {"gt", ">"}, {"quot", "\""}, {"apos", "'"}}};
 
-Text quoted(std::string_view name)
-{
-    return U"“" + from_utf8(name) + U"”";
-}
-
 struct Namespace {
     Vocabulary vocabulary;
     std::string_view name;

@@ -32,7 +32,7 @@ public:
 
 private:
     std::string name_;
-    std::string behind_declaration_; ///< the white space there, which the tree does not hold
+    std::string behind_declaration_; // the white space there, which the tree does not hold
     pugi::xml_document document_;
 };
 

@@ -103,7 +103,7 @@ struct PackedPart {
     std::time_t changed = 0;
 };
 
-constexpr int raw_window = -MAX_WBITS; ///< deflate without a header of its own, as zip wants it
+constexpr int raw_window = -MAX_WBITS; // deflate without a header of its own, as zip wants it
 constexpr int usual_memory = 8;
 
 std::string deflated(std::string_view contents)

@@ -36,14 +36,14 @@ private:
 
 } // namespace
 
-OoxmlEngines::OoxmlEngines(Files& files, Printer& printer)
-    : files_(files), printer_(printer), cache_(std::make_shared<ooxml::PackageCache>(files)), documents_(files, printer)
+OoxmlSpreadsheets::OoxmlSpreadsheets(Files& files, Printer& printer)
+    : files_(files), printer_(printer), cache_(std::make_shared<ooxml::PackageCache>(files))
 {
 }
 
-OoxmlEngines::~OoxmlEngines() = default;
+OoxmlSpreadsheets::~OoxmlSpreadsheets() = default;
 
-std::unique_ptr<SpreadsheetApplication> OoxmlEngines::create_spreadsheet()
+std::unique_ptr<SpreadsheetApplication> OoxmlSpreadsheets::create()
 {
     return std::make_unique<OoxmlSpreadsheet>(files_, printer_, cache_);
 }

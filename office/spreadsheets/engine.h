@@ -1,7 +1,6 @@
 #pragma once
 
 #include "office/automation.h"
-#include "office/documents/engine.h"
 #include "platform/platform.h"
 
 #include <memory>
@@ -12,22 +11,19 @@ namespace ooxml {
 class PackageCache;
 }
 
-/// The embedded engines: spreadsheets in .xlsx and .xlsm files, edited in place, and documents (see OoxmlDocuments).
-/// Everything in a workbook that no operation names stays byte for byte; files are read and replaced as a whole.
-/// `files` and `printer` must outlive it.
-class OoxmlEngines final : public OfficeEngines {
+/// The embedded engine for workbooks in .xlsx and .xlsm files. Everything in a workbook that no operation names stays
+/// byte for byte; files are read and replaced as a whole. `files` and `printer` must outlive it and its applications.
+class OoxmlSpreadsheets {
 public:
-    OoxmlEngines(Files& files, Printer& printer);
-    ~OoxmlEngines() override;
+    OoxmlSpreadsheets(Files& files, Printer& printer);
+    ~OoxmlSpreadsheets();
 
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
-    std::unique_ptr<DocumentApplication> create_document() override { return documents_.create(); }
+    std::unique_ptr<SpreadsheetApplication> create();
 
 private:
     Files& files_;
     Printer& printer_;
     std::shared_ptr<ooxml::PackageCache> cache_;
-    OoxmlDocuments documents_;
 };
 
 } // namespace tarvik

@@ -18,7 +18,7 @@ int wrapped(int number, int by, int limit) noexcept
     return (moved < 0 ? moved + limit : moved) + 1;
 }
 
-/// One end of a reference: a column, a row or both, each with or without "$".
+// One end of a reference: a column, a row or both, each with or without "$".
 struct End {
     std::optional<int> column;
     std::optional<int> row;
@@ -79,14 +79,14 @@ private:
         rest_.remove_prefix(std::min(count, rest_.size()));
     }
 
-    /// A doubled quote inside reads as two quoted pieces side by side, which comes to the same.
+    // A doubled quote inside reads as two quoted pieces side by side, which comes to the same.
     void copy_quoted(char quote)
     {
         const auto end = rest_.find(quote, 1);
         copy(end == std::string_view::npos ? rest_.size() : end + 1);
     }
 
-    /// A workbook's number, or a column of a table; "'" takes the next character's meaning away.
+    // A workbook's number, or a column of a table; "'" takes the next character's meaning away.
     void copy_brackets()
     {
         int depth = 0;
@@ -103,7 +103,7 @@ private:
         copy(i + 1);
     }
 
-    /// An error value such as #DIV/0! or #REF!.
+    // An error value such as #DIV/0! or #REF!.
     void copy_error()
     {
         std::size_t i = 1;
@@ -119,7 +119,7 @@ private:
         return end - at;
     }
 
-    /// Whether what ends there is the name of a sheet, a function or a table.
+    // Whether what ends there is the name of a sheet, a function or a table.
     bool is_name_before(std::size_t at) const noexcept
     {
         return at < rest_.size() && (rest_[at] == '!' || rest_[at] == '(' || rest_[at] == '[');

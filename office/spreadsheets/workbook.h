@@ -31,9 +31,9 @@ private:
     Files& files_;
     Printer& printer_;
     Text path_;
-    std::unique_ptr<WorkbookModel> model_; ///< none once the workbook is closed
+    std::unique_ptr<WorkbookModel> model_; // none once the workbook is closed
     std::map<int, std::unique_ptr<Sheet>> sheets_;
-    bool is_saved_ = true; ///< the file holds what the model does
+    bool is_saved_ = true; // the file holds what the model does
 };
 
 } // namespace tarvik::ooxml

@@ -1,6 +1,6 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include "office/spreadsheets/engine.h"
+#include "office/engines.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -50,7 +50,7 @@ void DesktopFixture::start()
 {
     desktop = std::make_unique<Desktop>(
         installation.path(), DriveMap{{'d', drive_d.path()}},
-        [](Files& files, Printer& printer) { return std::make_unique<OoxmlEngines>(files, printer); });
+        [](Files& files, Printer& printer) { return make_engines(Engine::Auto, files, printer); });
     desktop->start();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&desktop->main_window()));
 }

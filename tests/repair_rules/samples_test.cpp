@@ -20,7 +20,7 @@ protected:
     TemporaryFolder folder;
     DiskFiles files{folder.path()};
     RecordedPrinter printer;
-    OoxmlEngines engines{files, printer};
+    OoxmlSpreadsheets engine{files, printer};
 
     RepairSamples() { fs::copy(samples, folder.path() / "维修", fs::copy_options::recursive); }
 
@@ -35,7 +35,7 @@ protected:
     /// Columns 5 to 12 of these rows, "·" between the columns, one line a row.
     std::string lines(TextView path, int first, int last)
     {
-        const auto application = engines.create_spreadsheet();
+        const auto application = engine.create();
         Worksheet& sheet = application->open(path).worksheet(1);
         Text text;
         for (int row = first; row <= last; ++row)

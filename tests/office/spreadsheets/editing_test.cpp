@@ -404,8 +404,8 @@ TEST(Printing, the_printer_gets_the_workbook_as_it_is_now)
         }
     } printer;
     WorkbookFile file(simple_parts(""));
-    OoxmlEngines engines(file.files, printer);
-    auto application = engines.create_spreadsheet();
+    OoxmlSpreadsheets engine(file.files, printer);
+    auto application = engine.create();
     auto& workbook = application->open(U"t.xlsx");
     workbook.worksheet(1).print_out();
     workbook.worksheet(1).set_cell(1, 1, 7.0);

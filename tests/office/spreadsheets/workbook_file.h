@@ -11,8 +11,8 @@ struct WorkbookFile {
     TemporaryFolder folder;
     DiskFiles files{folder.path()};
     RecordedPrinter printer;
-    OoxmlEngines engines{files, printer};
-    std::unique_ptr<SpreadsheetApplication> application = engines.create_spreadsheet();
+    OoxmlSpreadsheets engine{files, printer};
+    std::unique_ptr<SpreadsheetApplication> application = engine.create();
 
     explicit WorkbookFile(const std::string& package, const std::string& name = "t.xlsx")
     {

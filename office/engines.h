@@ -1,0 +1,30 @@
+#pragma once
+
+#include "office/automation.h"
+#include "platform/platform.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace tarvik {
+
+enum class Engine {
+    Auto,       ///< what a file holds decides when it is opened
+    Ooxml,      ///< the embedded engine alone: .xlsx, .xlsm and documents that are packages like them
+    LibreOffice ///< LibreOffice for every file
+};
+
+/// By the name that an option gives it: auto, ooxml, libreoffice.
+std::optional<Engine> engine_named(std::string_view name);
+
+/// The engines of the program. LibreOffice is started when a file first needs it; where it is missing, opening such a
+/// file is a failure that says what to install. `files` and `printer` must outlive the engines.
+std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer);
+
+/// Engines whose applications open packages with `embedded` and files of the older formats with `suite`. What is
+/// neither goes to `embedded`, whose failure tells what is wrong with it.
+std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,
+                                                  std::unique_ptr<OfficeEngines> suite);
+
+} // namespace tarvik
