@@ -6,8 +6,9 @@
 #include <variant>
 
 /// The operations of a spreadsheet and a document application, with their object-model names. Every operation throws
-/// Failure with a text for the user that names the file and the reason. Whoever holds an application ends its work by
-/// quit(), or by letting go of it, which closes what is open without saving.
+/// Failure with a text for the user that names the file and the reason; what it was to change is then as it was, files
+/// included. Whoever holds an application ends its work by quit(), or by letting go of it, which closes what is open
+/// without saving. Everything happens in the calling thread, one operation at a time.
 namespace tarvik {
 
 /// What a cell is given: a text is stored as text ("00123" keeps its zeros, "=1+1" is no formula), a number as a
@@ -38,6 +39,7 @@ public:
     virtual void set_cell(int row, int column, const CellValue& value) = 0;
     /// Empties every cell of the rectangle that is not empty; gives how many there were.
     virtual int clear(int first_row, int last_row, int first_column, int last_column) = 0;
+    /// Prints the workbook as it is now, saved or not; gives when it is handed to the printer.
     virtual void print_out() = 0;
 };
 
@@ -45,13 +47,14 @@ class Workbook {
 public:
     virtual ~Workbook() = default;
     virtual int worksheet_count() const = 0;
-    /// `index` counts from 1, in the order of the workbook. Valid until the workbook is closed.
+    /// `index` counts from 1, in the order of the workbook; what is no worksheet does not count. Valid until the
+    /// workbook is closed. A sheet that could not be edited is a Failure here and not at some later write.
     virtual Worksheet& worksheet(int index) = 0;
     /// Writes the workbook to `path`, whole or not at all, replacing a file of that name; the workbook then stands for
     /// that file. The extension tells the format: .xlsx, .xlsm, .xls; behind any other .xlsx is added.
     virtual void save_as(TextView path) = 0;
-    /// Ends the workbook. With `save_changes` it is written to the file that it stands for, unless save_as() has just
-    /// written the same contents there.
+    /// Ends the workbook. With `save_changes` it is written to the file that it stands for, unless it holds nothing
+    /// that the file does not; when that fails the workbook stays open.
     virtual void close(bool save_changes) = 0;
 };
 
@@ -59,8 +62,10 @@ class SpreadsheetApplication {
 public:
     virtual ~SpreadsheetApplication() = default;
     virtual void set_visible(bool visible) = 0;
-    /// The application keeps the workbook; it is valid until it is closed or the application quits.
+    /// The application keeps the workbook; it is valid until the application quits or goes. A file may be opened more
+    /// than once; each is a workbook of its own.
     virtual Workbook& open(TextView path) = 0;
+    /// Closes what is open without saving. The application can be used again.
     virtual void quit() = 0;
 };
 
@@ -70,9 +75,13 @@ public:
     virtual ~TextDocument() = default;
     /// Replaces the text of a cell of the document's first table. CR LF breaks the line.
     virtual void set_cell_text(int row, int column, TextView text) = 0;
+    /// Puts the picture of a file into a cell of the first table beside what it holds, as large as it is unless the
+    /// cell has less room.
     virtual void add_picture(int row, int column, TextView path) = 0;
-    /// The document keeps the format in which it was opened.
+    /// Writes the document to `path`, whole or not at all, replacing a file of that name; the document then stands for
+    /// that file. It keeps the format in which it was opened, whatever the extension.
     virtual void save_as(TextView path) = 0;
+    /// Prints the document as it is now, saved or not; gives when it is handed to the printer.
     virtual void print_out() = 0;
     /// Unsaved changes are dropped without a question.
     virtual void close() = 0;
@@ -82,11 +91,12 @@ class DocumentApplication {
 public:
     virtual ~DocumentApplication() = default;
     virtual void set_visible(bool visible) = 0;
+    /// As for a workbook.
     virtual TextDocument& open(TextView path) = 0;
     virtual void quit() = 0;
 };
 
-/// Makes the applications: "Excel.Application" and "Word.Application" of the system's own telling.
+/// Makes the applications; both may be used side by side and several times over.
 class OfficeEngines {
 public:
     virtual ~OfficeEngines() = default;

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::size_t most_packages = 8;
 constexpr std::uint64_t largest_kept = 4U << 20U;
+constexpr std::uint64_t largest_file = 512U << 20U; // it is held in memory
 // A file can change twice within one step of the file system's clock and look the same.
 constexpr std::chrono::milliseconds settling_time{100};
 
@@ -31,6 +32,7 @@ std::shared_ptr<const Package> PackageCache::open(TextView path)
         if (known_.front().stamp == stamp) return known_.front().package;
         known_.pop_front();
     }
+    if (stamp.size > largest_file) throw Damage(U"文件过大。");
     auto package = std::make_shared<const Package>(files_.read(path));
     if (stamp.size <= largest_kept && has_settled(stamp)) {
         known_.push_front({file, stamp, package});

@@ -13,6 +13,7 @@ class PackageCache {
 public:
     explicit PackageCache(Files& files) : files_(files) {}
 
+    /// Damage when it is no package that can be read; Failure when the file cannot be.
     std::shared_ptr<const Package> open(TextView path);
 
 private:

@@ -112,6 +112,21 @@ TEST(PackageEditor, adds_parts_with_what_the_package_must_say_of_them)
               std::string::npos);
 }
 
+TEST(PackageCache, a_file_beyond_all_measure_is_not_read)
+{
+    TemporaryFolder folder;
+    folder.write("t.xlsx", make_package(picture_ahead));
+    std::filesystem::resize_file(folder.path() / "t.xlsx", 1U << 30U);
+    DiskFiles files(folder.path());
+    ooxml::PackageCache cache(files);
+    try {
+        cache.open(U"t.xlsx");
+        FAIL();
+    } catch (const ooxml::Damage& damage) {
+        EXPECT_EQ(to_utf8(damage.reason()), "文件过大。");
+    }
+}
+
 TEST(PackageCache, a_kept_package_is_whole_after_any_number_of_saves)
 {
     TemporaryFolder folder;
