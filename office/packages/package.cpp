@@ -66,7 +66,10 @@ Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
     for (zip_int64_t i = 0; i < count; ++i) {
         const auto index = static_cast<zip_uint64_t>(i);
         const char* name = zip_get_name(archive_.get(), index, ZIP_FL_ENC_RAW);
-        if (name && !entries_.emplace(part_key(name), index).second) {
+        if (!name) continue;
+        auto key = part_key(name);
+        const bool is_folder = key.ends_with('/');
+        if (!entries_.emplace(std::move(key), index).second && !is_folder) {
             throw Damage(U"压缩包里有两个同名的部件" + quoted(name) + U"。");
         }
     }
@@ -117,7 +120,7 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
         throw Damage(U"部件" + quoted(name) + U"的压缩方法不是这类文件用的。");
     }
     const auto allowed = memory_for(bytes_.size());
-    if (memory_ + told.size > allowed) throw too_large(name);
+    if (told.size > (allowed - memory_) / least_tree_memory_per_byte) throw too_large(name);
 
     const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen_index(archive_.get(), index, 0),
                                                                   zip_fclose);
@@ -137,12 +140,12 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
     return contents;
 }
 
-/// Writes a part in place of the entry, or behind all others when that is nothing.
+// Writes a part in place of the entry, or behind all others when that is nothing.
 void Package::write(zip_t* archive, std::optional<zip_uint64_t> entry, const std::string& name,
                     const std::string& contents)
 {
     zip_stat_t told;
-    if (zip_stat_index(archive, entry.value_or(0), 0, &told) != 0) throw refused();
+    if (zip_stat_index(archive, entry.value_or(0), ZIP_FL_UNCHANGED, &told) != 0) throw refused();
     Source part(make_part_source(archive, contents, told.mtime));
     if (!part) throw refused();
     if (entry) {

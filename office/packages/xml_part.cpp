@@ -161,10 +161,10 @@ std::string_view root_name(std::string_view contents) noexcept
 
 std::uint64_t tree_memory(std::string_view xml) noexcept
 {
-    // The nodes of the tree, an element's with what finds it; texts several times: packed out, parsed, taken over, as
-    // characters of four bytes.
-    constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40, of_byte = 4;
-    std::uint64_t memory = xml.size() * of_byte;
+    // The nodes of the tree, an element's with what finds it. Texts stand there several times: packed out, parsed, as
+    // they are told.
+    constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40;
+    std::uint64_t memory = xml.size() * least_tree_memory_per_byte;
     for (std::size_t i = 0; i < xml.size(); ++i) {
         if (xml[i] == '=') memory += of_attribute;
         if (xml[i] != '<') continue;

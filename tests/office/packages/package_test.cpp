@@ -54,6 +54,13 @@ TEST(Package, changes_behind_a_large_part_leave_its_own_bytes_alone)
     }
 }
 
+TEST(Package, a_part_can_be_added_while_the_first_one_goes)
+{
+    const Package package(make_package(picture_ahead));
+    EXPECT_EQ(parts_of(package.with({{{"d.xml", "<d/>"}}, {"a/picture.png"}})),
+              (Parts{picture_ahead[1], picture_ahead[2], {"d.xml", "<d/>"}}));
+}
+
 TEST(PackageEditor, adds_parts_with_what_the_package_must_say_of_them)
 {
     const std::string types = "<Types><Default Extension=\"xml\" ContentType=\"application/xml\"/>"

@@ -2,8 +2,6 @@
 
 #include <chrono>
 #include <fstream>
-#include <functional>
-
 #include <gtest/gtest.h>
 
 namespace tarvik::test {
@@ -18,16 +16,6 @@ std::string data_of(const std::string& sheet)
 {
     const auto start = sheet.find("sheetData>") + 10;
     return sheet.substr(start, sheet.rfind('<', sheet.rfind("sheetData>")) - start);
-}
-
-std::string failure_of(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
-    return "no failure";
 }
 
 } // namespace

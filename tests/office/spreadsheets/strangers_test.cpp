@@ -1,7 +1,5 @@
 #include "tests/office/spreadsheets/workbook_file.h"
 
-#include <functional>
-
 #include <gtest/gtest.h>
 
 namespace tarvik::test {
@@ -12,16 +10,6 @@ const std::string sheet1 = "xl/worksheets/sheet1.xml";
 const std::string book = "xl/workbook.xml";
 const std::string links = "xl/_rels/workbook.xml.rels";
 const std::string types = "[Content_Types].xml";
-
-std::string failure_of(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
-    return "no failure";
-}
 
 std::string link(const std::string& id, const std::string& kind, const std::string& target)
 {
