@@ -277,9 +277,7 @@ TEST_F(Docket, whole_workbooks_of_random_reports_in_both_layouts)
                                     : test::sheet_file(suf.at(0, 7), U"-" + receipt + U"-" + number);
             expected[path] = cells;
         }
-        ASSERT_EQ(saved().size(), expected.size());
-        for (const auto& [path, cells] : expected)
-            EXPECT_EQ(lines_of(workbook(path)), lines_of(test::without_empty(cells))) << to_utf8(path);
+        expect_saved(expected);
         expect_idle();
     }
 }

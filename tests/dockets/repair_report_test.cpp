@@ -54,8 +54,7 @@ protected:
 
     static Record device(const Text& number)
     {
-        Record record(wide);
-        for (std::size_t i = 0; i < wide; ++i) record[i] = U"F" + number_text(static_cast<double>(i + 1));
+        Record record = test::numbered_record(wide);
         record[0] = U"不可修复";
         record[14] = number;
         return record;

@@ -24,6 +24,13 @@ Text document(const Report& report)
 
 } // namespace
 
+Record numbered_record(std::size_t fields)
+{
+    Record record;
+    for (std::size_t i = 1; i <= fields; ++i) record.push_back(U"F" + number_text(static_cast<double>(i)));
+    return record;
+}
+
 std::size_t PlainTable::scan(const Report& report, const Text& key)
 {
     rows_.clear();
@@ -114,6 +121,13 @@ std::vector<Text> ReportDesk::saved() const
     for (const auto& [path, cells] : office.files)
         if (path.starts_with(output)) paths.push_back(path);
     return paths;
+}
+
+void ReportDesk::expect_saved(const std::map<Text, Cells>& expected) const
+{
+    EXPECT_EQ(saved().size(), expected.size());
+    for (const auto& [path, cells] : expected)
+        EXPECT_EQ(lines_of(workbook(path)), lines_of(without_empty(cells))) << to_utf8(path);
 }
 
 void ReportDesk::expect_idle()

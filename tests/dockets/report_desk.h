@@ -17,6 +17,9 @@ namespace tarvik::test {
 using Record = std::vector<Text>; ///< a report's line in fields; field 1 stands at index 0
 using Report = std::vector<Record>;
 
+/// A record with the fields "F1", "F2", ...
+Record numbered_record(std::size_t fields);
+
 /// The table of a report run in plain loops.
 class PlainTable {
 public:
@@ -57,6 +60,8 @@ protected:
     Cells workbook(const Text& path) const;
     /// The files that are no templates.
     std::vector<Text> saved() const;
+    /// The output folder holds these files and no others, cell by cell.
+    void expect_saved(const std::map<Text, Cells>& expected) const;
     /// Everything that a run leaves behind besides its files.
     void expect_idle();
 

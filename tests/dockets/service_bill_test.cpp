@@ -56,8 +56,7 @@ protected:
 
     static Record device(const Text& number)
     {
-        Record record(wide);
-        for (std::size_t i = 0; i < wide; ++i) record[i] = U"F" + number_text(static_cast<double>(i + 1));
+        Record record = test::numbered_record(wide);
         record[0] = U"自制品";
         record[14] = number;
         return record;
@@ -133,9 +132,7 @@ TEST_F(ServiceBill, whole_workbooks_of_random_reports)
             cells[{12, 2}] = upper(suf.at(0, 35));
             expected[test::sheet_file(suf.at(0, 23), U"-" + customer + U"-" + suf.at(0, 15) + U"-" + way)] = cells;
         }
-        ASSERT_EQ(saved().size(), expected.size());
-        for (const auto& [path, cells] : expected)
-            EXPECT_EQ(lines_of(workbook(path)), lines_of(test::without_empty(cells))) << to_utf8(path);
+        expect_saved(expected);
         EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(template_cells()));
         EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
         expect_idle();
@@ -253,9 +250,7 @@ TEST_F(ServiceBill, whole_lists_of_random_reports_over_what_earlier_runs_left)
             predict_list(cells, suf, records);
             expected[test::sheet_file(suf.at(0, 15), U"-" + suf.at(0, 6) + U"-" + suf.at(0, 16))] = cells;
         }
-        ASSERT_EQ(saved().size(), expected.size());
-        for (const auto& [path, cells] : expected)
-            EXPECT_EQ(lines_of(workbook(path)), lines_of(test::without_empty(cells))) << to_utf8(path);
+        expect_saved(expected);
         EXPECT_EQ(lines_of(workbook(installed(program, U"z80.xlsx"))), lines_of(fixed));
         EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
         expect_idle();

@@ -32,8 +32,7 @@ protected:
 
     static Record record(const Text& receipt, int number)
     {
-        Record fields(wide);
-        for (std::size_t i = 0; i < wide; ++i) fields[i] = U"F" + number_text(static_cast<double>(i + 1));
+        Record fields = test::numbered_record(wide);
         fields[0] = number_text(number);
         fields[2] = receipt;
         return fields;
@@ -124,9 +123,7 @@ TEST_F(TestDocket, whole_workbooks_of_random_reports_and_designs)
             const Text mark = outside > 68 ? U"陈默然" : U"";
             expected[test::sheet_file(suf.at(0, 24), U"-" + suf.at(0, 16) + mark + U"-" + suf.at(0, 17))] = cells;
         }
-        ASSERT_EQ(saved().size(), expected.size());
-        for (const auto& [path, cells] : expected)
-            EXPECT_EQ(test::lines_of(workbook(path)), test::lines_of(test::without_empty(cells))) << to_utf8(path);
+        expect_saved(expected);
         for (const Text name : {U"z5.xlsx", U"z6.xlsx"})
             EXPECT_EQ(test::lines_of(workbook(installed(program, name))), test::lines_of(blank));
         expect_idle();

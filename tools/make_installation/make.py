@@ -18,6 +18,7 @@ import reports
 import service_reports
 import service_templates
 import templates
+import test_docket_script
 import transcripts
 import word_templates
 
@@ -28,7 +29,7 @@ def main(folder):
     text = (HERE / "opening_screen.txt").read_text(encoding="utf-8")
     (folder / "coclus.txt").write_bytes(text.replace("\n", "\r\n").encode("gb18030"))
     for part in (reports, service_reports, dictionaries, templates, service_templates, word_templates, repair_sheets,
-                 transcripts, photos, background):
+                 transcripts, test_docket_script, photos, background):
         part.main(folder)
 
 
