@@ -1,14 +1,25 @@
 #include "columns/boxes.h"
 
+#include <array>
 #include <cmath>
 
 namespace tarvik {
 
 namespace {
 
+/// What the boxes of the parameter window mean to whoever reads its help texts.
+constexpr std::array<std::u32string_view, 6> meanings{
+    U"列值 A（字段内查寻的列）",
+    U"列值 B（字段内查寻的首字符）",
+    U"间隔 C（字段内查寻的末字符）",
+    U"第一个表的比较列",
+    U"第二个表的比较列",
+    U"排序或统计的列",
+};
+
 [[noreturn]] void refuse(const Program& program, int index, TextView wanted)
 {
-    throw Failure(U" 请注意：\r\nForm3 的 Text1(" + number_text(index) + U") 框中的数值“" +
+    throw Failure(U" 请注意：\r\n参数窗口中“" + Text(meanings.at(static_cast<std::size_t>(index))) + U"”框的数值“" +
                   program.form3.Text1[index].text() + U"”不正确，应为" + wanted + U"。");
 }
 

@@ -24,6 +24,8 @@ struct DistinctRows {
 /// Rows of one document have one storage, so that their bytes tell them apart.
 std::size_t byte_hash(TextView row)
 {
+    constexpr std::size_t usual_row = 4096;
+    if (row.size() > usual_row) return row.hash();
     return std::hash<std::string_view>()({static_cast<const char*>(row.data()), row.size() * row.width()});
 }
 
@@ -59,11 +61,10 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
     if (form1.showdata) view->reserve(rows.size() + 1);
     for (std::size_t r = 0; r <= rows.size(); ++r) {
         const TextView row = r < rows.size() ? rows[r] : TextView(U"");
-        if (form1.showdata) view->add(row);
+        if (form1.showdata) view->add_row(row);
         else form1.number_box().set_text(number_text(static_cast<double>(r)));
         if (r > table.last()) {
             ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
-            file.write(*view);
             return false;
         }
         table.set_line(r, row, buffer);

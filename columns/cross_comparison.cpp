@@ -79,9 +79,9 @@ void show_intersection(Program& program, ScratchFile& file, const Matches& match
     const RowTexts& sufrow = program.module1.sufrow;
     const std::vector<std::size_t> kept = last_copies(sufrow, matches.rows);
     const auto view = std::make_shared<RowView>(sufrow.buffers());
-    for (const std::size_t row : kept) view->add(sufrow.line(row));
+    for (const std::size_t row : kept) view->add_row(sufrow.line(row));
     const double empty_lines = std::min(matches.pairs_of_emptied_rows, most_empty_lines) + 2;
-    for (auto left = static_cast<std::size_t>(empty_lines); left > 0; --left) view->add({});
+    for (auto left = static_cast<std::size_t>(empty_lines); left > 0; --left) view->add_row({});
     show_view(program, file, view);
     const double count = static_cast<double>(kept.size()) + matches.pairs_of_emptied_rows;
     program.form1.number_box().set_text(number_text(count));
@@ -99,7 +99,7 @@ void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
     const RowTexts& sufrow = program.module1.sufrow;
     const auto view = std::make_shared<RowView>(sufrow.buffers());
     for (std::size_t row = 0; row < rows; ++row)
-        if (!sufrow.is_empty(row)) view->add(sufrow.line(row));
+        if (!sufrow.is_empty(row)) view->add_row(sufrow.line(row));
     form1.compcount = static_cast<double>(view->line_count());
     show_view(program, file, view);
     ask(program, U" 温情提示：" + outcome(program, U"不“∩”"), U"  Tarvik 计算 ", Buttons::OK);

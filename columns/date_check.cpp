@@ -133,7 +133,7 @@ void DateCheck::compare(std::size_t row, const Text& first, const Text& second)
     form1.daydiff = std::fabs(difference);
     if (form1.daydiff <= parameters_.days) return;
     form1.compcount += 1;
-    view_->add(program_.module1.sufrow.line(row), {}, U"        " + number_text(form1.daydiff));
+    view_->add_row(program_.module1.sufrow.line(row), U"        " + number_text(form1.daydiff));
 }
 
 } // namespace

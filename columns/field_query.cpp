@@ -31,10 +31,11 @@ void field_query(Program& program, ComparisonFiles& files)
         U"Tarvik  计算查寻 ", Buttons::OK);
     const Module1& arrays = program.module1;
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
+    view->keep(arrays.suf.buffers());
     for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row) {
-        const Text field = lower(ltrim(arrays.suf.cell(row, column)));
+        const TextView field = ltrim(arrays.suf.cell(row, column)); // in small letters, as every cell
         if (instr(field, needle) == 0) continue;
-        view->add(arrays.sufrow.line(row), {}, U"\t" + bounded_piece(program, field));
+        view->add_row(arrays.sufrow.line(row), U"\t", bounded_piece(program, field));
     }
     show_view(program, files[ComparisonFiles::between5], view);
     form1.number_box().set_text(number_text(static_cast<double>(view->line_count())));

@@ -68,10 +68,11 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
     const bool equal = ask_which_rows(program) == Answer::Yes;
     const Text sign = equal ? U"＝\t" : U"≠\t";
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
+    view->keep(arrays.sug.buffers());
     for (std::size_t row = 0; static_cast<double>(row) <= min2to1(form1.sufcount, form1.sugcount); ++row) {
         const TextView suf = arrays.suf.cell(row, suf_column), sug = arrays.sug.cell(row, sug_column);
         if (suf.empty() || sug.empty() || (suf == sug) != equal) continue;
-        view->add(arrays.sufrow.line(row), sug.str() + sign);
+        view->add_before_row(sug, sign, arrays.sufrow.line(row));
     }
     form1.compcount = static_cast<double>(view->line_count());
     form1.number_box().set_text(number_text(form1.compcount));

@@ -9,11 +9,14 @@ namespace tarvik {
 /// Rows to be named in a message: the first ones by number, all of them by their count.
 class RowList {
 public:
-    void add(std::size_t row, TextView note = {})
+    void add(std::size_t row, TextView note)
     {
-        if (count_++ >= named) return;
-        text_ += U"\r\n第 " + number_text(static_cast<double>(row)) + U" 行";
-        if (!note.empty()) text_ += U"：" + note;
+        add_entry(U"第 " + number_text(static_cast<double>(row)) + U" 行：" + note);
+    }
+    /// A row that the user knows by something else than its number.
+    void add_entry(TextView entry)
+    {
+        if (count_++ < named) text_ += U"\r\n" + entry;
     }
     std::size_t count() const { return count_; }
     Text text() const

@@ -51,7 +51,7 @@ void sort_rows(Program& program)
     sort_by_column(program.module1, column, filled);
     const auto view = std::make_shared<RowView>(rows.buffers());
     for (std::size_t row = 0; row <= count; ++row)
-        if (!rows.is_empty(row)) view->add(rows.line(row));
+        if (!rows.is_empty(row)) view->add_row(rows.line(row));
     show_view(program, file, view);
     form1.number_box().set_text(number_text(static_cast<double>(filled)));
 }

@@ -2,17 +2,20 @@
 #include "columns/table.h"
 #include "columns/views.h"
 
+#include "platform/background.h"
 #include "platform/code_page.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <future>
 #include <string>
 
 namespace tarvik {
 
 namespace {
+
+/// A split of fewer rows is done before a thread would have begun.
+constexpr std::size_t rows_worth_a_thread = 4000;
 
 /// The view of a split: row i reads "suf(i,1)***" field "suf(i,2)***" field ..., empty fields left out, eleven blanks
 /// behind each. The lines are split again when somebody asks for them.
@@ -22,8 +25,11 @@ public:
         : table_(table), buffers_(rows.buffers())
     {
         lines_.reserve(count);
-        for (std::size_t row = 0; row < count; ++row)
+        for (std::size_t row = 0; row < count; ++row) {
             lines_.push_back(rows.is_empty(row) ? TextView() : rows.line(row));
+            const std::size_t size = lines_.back().size();
+            most_characters_ += size + std::min(size + 1, last_split_column) * most_around_field + 2;
+        }
     }
 
     std::size_t line_count() const override { return lines_.size(); }
@@ -45,12 +51,20 @@ public:
         });
     }
 
-    void append_encoded(std::size_t first, std::size_t end, std::string& target) const override;
+    std::size_t line_length(std::size_t index) const override;
+    bool is_longer_than(std::size_t characters) const override
+    {
+        return most_characters_ > characters && LineSource::is_longer_than(characters);
+    }
+    std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override;
 
 private:
+    static constexpr std::size_t most_around_field = std::u32string_view(U"suf(300000,99)***           ").size();
+
     std::u32string_view table_;
     std::vector<SharedBuffer> buffers_;
     std::vector<TextView> lines_;
+    std::size_t most_characters_ = 0; ///< bound of all lines, without a look at their fields
 };
 
 /// A short text that is copied as a whole block of fixed size, of which `length` characters count.
@@ -79,20 +93,33 @@ std::vector<ShortText> column_texts()
     return texts;
 }
 
-void SplitView::append_encoded(std::size_t first, std::size_t end, std::string& target) const
+std::size_t SplitView::line_length(std::size_t index) const
+{
+    constexpr std::size_t marks = std::u32string_view(U"(,)***           ").size();
+    const TextView line = lines_[index];
+    if (!line.has_storage()) return 0;
+    const std::size_t around = table_.size() + std::to_string(index).size() + marks;
+    std::size_t characters = 0;
+    split_line(line, [&](std::size_t column, std::size_t, std::size_t length) {
+        if (length > 0) characters += around + (column < 10 ? 1 : 2) + length;
+    });
+    return characters;
+}
+
+std::size_t SplitView::append_encoded(std::size_t first, std::size_t enough, std::string& target) const
 {
     constexpr std::size_t longest_code = 4, usual_field = 32, around_field = 64;
     const auto columns = column_texts();
     const ShortText blanks("           "), table(to_utf8(table_) + "(");
     std::vector<char> encoded, rendered;
-    for (std::size_t index = first; index < end; ++index) {
-        const TextView line = lines_[index];
+    for (; first < lines_.size() && target.size() < enough; ++first) {
+        const TextView line = lines_[first];
         encoded.resize(std::max(encoded.size(), longest_code * line.size() + usual_field));
         const std::span<const char> bytes(encoded.data(), encode_into(line, encoded.data()));
         rendered.resize(std::max(rendered.size(), bytes.size() + last_split_column * around_field));
         char* out = rendered.data();
         ShortText row = table;
-        row.append(index);
+        row.append(first);
         const auto render = [&](std::size_t column, std::size_t start, std::size_t length) {
             if (length == 0) return;
             out = columns[column].write(row.write(out));
@@ -105,6 +132,7 @@ void SplitView::append_encoded(std::size_t first, std::size_t end, std::string& 
         target.append(rendered.data(), out);
         target += "\r\n";
     }
+    return first;
 }
 
 /// As many empty lines as the split has rows: what the pane holds when views are not shown.
@@ -117,6 +145,17 @@ public:
 private:
     std::size_t count_;
 };
+
+/// Every match in a document without line ends has a row of its own that begins with the document. Thousands of them
+/// are no table, and cutting them would take hours.
+void require_lines(const RowTexts& rows, std::size_t count)
+{
+    constexpr std::size_t most_characters = std::size_t{1} << 30;
+    std::size_t characters = 0;
+    for (std::size_t row = 0; row < count; ++row) characters += rows.line(row).size();
+    if (characters > most_characters)
+        throw Failure(U" 请注意：\r\n各行的字符合计超过 1 GB，不能拆列。请检查文件是否以回车换行来分行。");
+}
 
 /// Gives whether any field that is not empty was stored.
 bool store_cells(Table& table, const RowTexts& rows, std::size_t count)
@@ -147,16 +186,24 @@ void devision1(Program& program)
     const RowTexts& rows = form1.comp ? arrays.sugrow : arrays.sufrow;
     Table& table = form1.comp ? arrays.sug : arrays.suf;
     const std::size_t count = static_cast<std::size_t>(form1.curcount) + 1;
+    require_lines(rows, count);
     table.keep(rows.buffers());
-    // The view is written from the row texts, so the cells need not be there first.
-    std::future<bool> any = std::async(std::launch::async, [&] { return store_cells(table, rows, count); });
+    const auto store = [&] { return store_cells(table, rows, count); };
+    bool any = false;
     if (form1.showdata) {
-        show_view(program, file, std::make_shared<SplitView>(form1.comp ? U"sug" : U"suf", rows, count));
+        const auto view = std::make_shared<SplitView>(form1.comp ? U"sug" : U"suf", rows, count);
+        // The view is written from the row texts, so the cells need not be there first; they are before a box can open.
+        std::future<bool> stored = in_background(store, count >= rows_worth_a_thread);
+        file.write_silently(*view);
+        any = stored.get();
+        file.tell_failure();
+        form1.RichTextBox3.set_content(PaneText(view));
     } else {
+        any = store();
         file.write(EmptyLines(0));
         form1.RichTextBox3.set_content(PaneText(std::make_shared<EmptyLines>(count)));
     }
-    if (any.get() || form1.showdata) form1.number_box().set_text(number_text(form1.curcount));
+    if (any || form1.showdata) form1.number_box().set_text(number_text(form1.curcount));
 }
 
 } // namespace tarvik

@@ -104,9 +104,9 @@ void column_statistics(Program& program)
 
 void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic)
 {
-    const auto view = std::make_shared<RowView>();
+    const auto view = std::make_shared<RowView>(program.module1.suf.buffers());
     for (const Count& value : statistic.counts)
-        view->add({}, U"\t" + value.value + U"\t\t\t", number_text(value.count) + U"\t");
+        view->add_cell(U"\t", value.value, U"\t\t\t" + number_text(value.count) + U"\t");
     show_view(program, file, view);
     program.form1.RichTextBox3.append(U"\t合计:\t\t\t" + number_text(statistic.total) + U"\t\r\n");
 }

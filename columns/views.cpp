@@ -5,43 +5,51 @@
 
 namespace tarvik {
 
-void RowView::add(TextView row, TextView before, TextView after)
+void RowView::add(TextView before, Piece first, TextView between, Piece second)
 {
-    Line line{row, added_.size(), 0, 0};
+    lines_.push_back({first.text, second.text, added_.size(), static_cast<std::uint32_t>(before.size()),
+                      static_cast<std::uint32_t>(between.size()), first.is_row, second.is_row});
     before.append_to(added_);
-    line.after = added_.size();
-    after.append_to(added_);
-    line.end = added_.size();
-    lines_.push_back(line);
+    between.append_to(added_);
+}
+
+template <typename Work>
+void RowView::for_each_piece(const Line& line, Work&& work) const
+{
+    static constexpr std::u32string_view tab = U"\t";
+    const auto piece = [&work](TextView text, bool is_row) {
+        const bool tabs = is_row && text.has_storage();
+        if (tabs) work(TextView(tab));
+        if (!text.empty()) work(text);
+        if (tabs) work(TextView(tab));
+    };
+    const TextView added = added_;
+    if (line.before > 0) work(added.substr(line.added, line.before));
+    piece(line.first, line.first_is_row);
+    if (line.between > 0) work(added.substr(line.added + line.before, line.between));
+    piece(line.second, line.second_is_row);
 }
 
 void RowView::append_line(std::size_t index, Text& target) const
 {
-    const Line& line = lines_[index];
-    target.append(added_, line.before, line.after - line.before);
-    if (line.row.has_storage()) {
-        target += U'\t';
-        line.row.append_to(target);
-        target += U'\t';
-    }
-    target.append(added_, line.after, line.end - line.after);
+    for_each_piece(lines_[index], [&target](TextView piece) { piece.append_to(target); });
 }
 
-void RowView::append_encoded(std::size_t first, std::size_t end, std::string& target) const
+std::size_t RowView::line_length(std::size_t index) const
 {
-    for (std::size_t i = first; i < end; ++i) {
-        const Line& line = lines_[i];
-        prefetch(lines_[std::min(i + prefetch_ahead, lines_.size() - 1)].row);
-        const TextView added = added_;
-        encode_to(added.substr(line.before, line.after - line.before), target);
-        if (line.row.has_storage()) {
-            target += '\t';
-            encode_to(line.row, target);
-            target += '\t';
-        }
-        encode_to(added.substr(line.after, line.end - line.after), target);
+    std::size_t length = 0;
+    for_each_piece(lines_[index], [&length](TextView piece) { length += piece.size(); });
+    return length;
+}
+
+std::size_t RowView::append_encoded(std::size_t first, std::size_t enough, std::string& target) const
+{
+    for (; first < lines_.size() && target.size() < enough; ++first) {
+        prefetch(lines_[std::min(first + prefetch_ahead, lines_.size() - 1)].first);
+        for_each_piece(lines_[first], [&target](TextView piece) { encode_to(piece, target); });
         target += "\r\n";
     }
+    return first;
 }
 
 void show_view(Program& program, ScratchFile& file, std::shared_ptr<const LineSource> lines)

@@ -3,38 +3,60 @@
 #include "mainwindow/mainwindow.h"
 #include "mainwindow/scratch_file.h"
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
 namespace tarvik {
 
-/// Lines of a view, each a row text with an added text in front and one behind. The rows are kept as they stood when
-/// they were added, so that the view stays right whatever becomes of the table.
+/// Lines of a view, each made of rows and cells of a table and of short texts that are added. The rows are kept as they
+/// stood when they were added, so that the view stays right whatever becomes of the table; only added texts are copied.
 class RowView final : public LineSource {
 public:
-    /// `buffers` are those that the rows lie in.
+    /// `buffers` are those that the rows and cells lie in.
     explicit RowView(std::vector<SharedBuffer> buffers = {}) : buffers_(std::move(buffers)) {}
+    /// Further buffers of the same kind.
+    void keep(const std::vector<SharedBuffer>& buffers)
+    {
+        buffers_.insert(buffers_.end(), buffers.begin(), buffers.end());
+    }
 
     void reserve(std::size_t lines) { lines_.reserve(lines); }
-    /// `row` is the line between the TABs of a row text; one without storage is an emptied row and gives nothing.
-    void add(TextView row, TextView before = {}, TextView after = {});
+    /// A row text, an added text, a cell. `row` is the line between the TABs of the row text; one without storage is an
+    /// emptied row and gives nothing.
+    void add_row(TextView row, TextView added = {}, TextView cell = {}) { add({}, {row, true}, added, {cell, false}); }
+    /// A cell, an added text, a row text.
+    void add_before_row(TextView cell, TextView added, TextView row) { add({}, {cell, false}, added, {row, true}); }
+    /// An added text, a cell, an added text.
+    void add_cell(TextView before, TextView cell, TextView behind) { add(before, {cell, false}, behind, {}); }
 
     std::size_t line_count() const override { return lines_.size(); }
     void append_line(std::size_t index, Text& target) const override;
-    void append_encoded(std::size_t first, std::size_t end, std::string& target) const override;
+    std::size_t line_length(std::size_t index) const override;
+    std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override;
 
 private:
-    struct Line {
-        TextView row;
-        std::size_t before, after, end; ///< where the added texts begin and end in added_
+    struct Piece {
+        TextView text;
+        bool is_row = false;
     };
+    struct Line {
+        TextView first, second;
+        std::size_t added;
+        std::uint32_t before, between; ///< characters of the added texts
+        bool first_is_row, second_is_row;
+    };
+    void add(TextView before, Piece first, TextView between, Piece second);
+    /// Calls `work` with each piece of the line in order.
+    template <typename Work>
+    void for_each_piece(const Line& line, Work&& work) const;
+
     std::vector<SharedBuffer> buffers_;
     std::vector<Line> lines_;
     Text added_;
 };
 
-/// Writes the view and shows it in the table pane. A view of no lines
-/// leaves the pane as it was.
+/// Writes the view and shows it in the table pane. A view of no lines leaves the pane as it was.
 void show_view(Program& program, ScratchFile& file, std::shared_ptr<const LineSource> lines);
 
 } // namespace tarvik

@@ -17,6 +17,9 @@ Text name_of(const fs::path& path)
     return from_utf8(path.string());
 }
 
+/// No dictionary for reading comes near it; what unpacks to more is damaged or made to do harm.
+constexpr std::size_t most_bytes = std::size_t{256} << 20;
+
 // A file that is not packed comes through as it is.
 std::string read_gzip(const fs::path& path)
 {
@@ -25,8 +28,11 @@ std::string read_gzip(const fs::path& path)
     std::string bytes;
     std::array<char, 1 << 16> block{};
     int count = 0;
-    while ((count = gzread(file.get(), block.data(), block.size())) > 0)
+    while ((count = gzread(file.get(), block.data(), block.size())) > 0) {
+        if (bytes.size() + static_cast<std::size_t>(count) > most_bytes)
+            throw Failure(U"文件解压后超过 256 MB，不予转换：" + TextView(name_of(path)));
         bytes.append(block.data(), static_cast<std::size_t>(count));
+    }
     int error = Z_OK;
     gzerror(file.get(), &error);
     if (count < 0 || error == Z_BUF_ERROR) throw Failure(U"文件已损坏：" + TextView(name_of(path)));

@@ -53,9 +53,9 @@ void copy_where_focus_is(Program& program)
     Form1& form1 = program.form1;
     if (form1.focusquery) copy(program, form1.query_box().selected_text());
     if (form1.focusnumber) copy(program, form1.number_box().selected_text());
-    if (form1.focuspane1) copy(program, form1.RichTextBox1.selected_text());
-    if (form1.focuspane2) copy(program, form1.RichTextBox2.selected_text());
-    if (form1.focuspane3) copy(program, form1.RichTextBox3.selected_text());
+    if (form1.focuspane1) copy(program, form1.RichTextBox1.selected_text().view);
+    if (form1.focuspane2) copy(program, form1.RichTextBox2.selected_text().view);
+    if (form1.focuspane3) copy(program, form1.RichTextBox3.selected_text().view);
 }
 
 void paste_where_focus_is(Program& program)
@@ -78,7 +78,7 @@ void RichTextBox_MouseDown(Program& program, Pane& pane, MouseButton button, boo
 
 void RichTextBox_MouseUp(Program& program, Pane& pane)
 {
-    copy(program, pane.selected_text());
+    copy(program, pane.selected_text().view);
 }
 
 void Text1_MouseDown(Program& program, int index, MouseButton button)

@@ -3,23 +3,23 @@
 #include "platform/document.h"
 #include "platform/files.h"
 
-#include <map>
+#include <list>
 
 namespace tarvik {
 
-/// Foreign text files, decoded once and again only when the file has changed.
+/// Foreign text files, decoded once and again only when the file has changed. The ones used last are kept.
 class DocumentCache {
 public:
     /// Throws Failure when the file cannot be read.
     Document load(const Files& files, TextView path);
-    void forget() { entries_.clear(); }
 
 private:
     struct Entry {
+        Text path;
         FileStamp stamp;
         Document document;
     };
-    std::map<Text, Entry> entries_;
+    std::list<Entry> entries_; ///< the one used last in front
 };
 
 } // namespace tarvik

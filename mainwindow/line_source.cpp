@@ -12,38 +12,50 @@ constexpr std::size_t lines_a_mark = 64;
 
 } // namespace
 
-void LineSource::append_encoded(std::size_t first, std::size_t end, std::string& target) const
+std::size_t LineSource::line_length(std::size_t index) const
 {
     Text line;
-    for (std::size_t i = first; i < end; ++i) {
+    append_line(index, line);
+    return line.size();
+}
+
+std::size_t LineSource::append_encoded(std::size_t first, std::size_t enough, std::string& target) const
+{
+    Text line;
+    const std::size_t count = line_count();
+    for (; first < count && target.size() < enough; ++first) {
         line.clear();
-        append_line(i, line);
+        append_line(first, line);
         line += line_end;
         encode_to(line, target);
     }
+    return first;
 }
 
-std::size_t LineSource::length(std::size_t line, Text& scratch) const
+bool LineSource::is_longer_than(std::size_t characters) const
 {
-    scratch.clear();
-    append_line(line, scratch);
-    return scratch.size() + line_end.size();
+    const std::size_t count = line_count();
+    for (std::size_t line = 0, size = 0; line < count; ++line) {
+        size += line_length(line) + line_end.size();
+        if (size > characters) return true;
+    }
+    return false;
 }
 
 std::size_t LineSource::line_start(std::size_t line) const
 {
     line = std::min(line, line_count());
     if (starts_.empty()) starts_.push_back(0);
-    Text scratch;
+    const auto length = [this](std::size_t i) { return line_length(i) + line_end.size(); };
     const std::size_t mark = line / lines_a_mark;
     while (starts_.size() <= mark) {
         std::size_t start = starts_.back();
         const std::size_t first = (starts_.size() - 1) * lines_a_mark;
-        for (std::size_t i = first; i < first + lines_a_mark; ++i) start += length(i, scratch);
+        for (std::size_t i = first; i < first + lines_a_mark; ++i) start += length(i);
         starts_.push_back(start);
     }
     std::size_t start = starts_[mark];
-    for (std::size_t i = mark * lines_a_mark; i < line; ++i) start += length(i, scratch);
+    for (std::size_t i = mark * lines_a_mark; i < line; ++i) start += length(i);
     return start;
 }
 
@@ -54,10 +66,9 @@ std::size_t LineSource::line_at(std::size_t offset) const
         line_start(starts_.size() * lines_a_mark);
     const auto behind = std::upper_bound(starts_.begin(), starts_.end(), offset);
     const auto mark = behind == starts_.begin() ? 0 : static_cast<std::size_t>(behind - starts_.begin()) - 1;
-    Text scratch;
     std::size_t line = mark * lines_a_mark;
     for (std::size_t end = line_start(line); line < count; ++line) {
-        end += length(line, scratch);
+        end += line_length(line) + line_end.size();
         if (end > offset) break;
     }
     return line;

@@ -9,6 +9,7 @@
 #include "platform/platform.h"
 
 #include <map>
+#include <set>
 
 /// What this folder offers: the program's state and window model, start-up and shutdown, the resets, the layout rule,
 /// the pane movements, and the small services (messages, scratch files) that every handler above it uses.
@@ -30,6 +31,7 @@ struct Program {
     DocumentCache documents;                   ///< foreign files that scans read, decoded once
     std::map<Text, FileStamp> blank_templates; ///< templates as the blanking left them empty, by path
     RunRecord run;                             ///< the report run in progress or the last one
+    std::set<Text> scratch_failures;           ///< scratch files that the user knows cannot be written
     bool ended = false;                        ///< the main window was closed
 };
 

@@ -32,7 +32,7 @@ void Pane::select(Selection selection)
     if (resized) touched(Property::SelLength);
 }
 
-Text Pane::selected_text() const
+SharedText Pane::selected_text() const
 {
     if (selection_.length == 0) return {};
     return content_.slice(selection_.start, selection_.length);

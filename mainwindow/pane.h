@@ -34,7 +34,7 @@ public:
     const Selection& selection() const { return selection_; }
     /// Kept inside the text.
     void select(Selection selection);
-    Text selected_text() const;
+    SharedText selected_text() const;
     /// The caret stands behind the inserted text afterwards; marks behind the place move along, those in it go.
     void replace_selection(TextView text);
 

@@ -1,5 +1,7 @@
 #include "mainwindow/pane_text.h"
 
+#include "platform/text_builder.h"
+
 #include <algorithm>
 
 namespace tarvik {
@@ -8,16 +10,48 @@ namespace {
 
 using Lines = std::shared_ptr<const LineSource>;
 
+constexpr std::u32string_view line_end = U"\r\n";
+
 std::size_t piece_size(const PaneText::Piece& piece)
 {
     if (const auto* shared = std::get_if<SharedText>(&piece)) return shared->view.size();
     return std::get<Lines>(piece)->size();
 }
 
-void append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, Text& target)
+/// Appends the `count` characters from `offset`, as many as there are, and gives how many there were. Lines are written
+/// out some thousand characters at a time, so that only `target` grows with them.
+std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, TextBuilder& target)
 {
-    if (const auto* shared = std::get_if<SharedText>(&piece)) shared->view.substr(offset, count).append_to(target);
-    else std::get<Lines>(piece)->append_to(offset, count, target);
+    constexpr std::size_t at_once = 1 << 16;
+    if (const auto* shared = std::get_if<SharedText>(&piece)) {
+        const TextView part = shared->view.substr(offset, count);
+        target.append(part);
+        return part.size();
+    }
+    const LineSource& lines = *std::get<Lines>(piece);
+    std::size_t line = offset == 0 ? 0 : lines.line_at(offset), appended = 0;
+    std::size_t skip = offset == 0 ? 0 : offset - lines.line_start(line);
+    Text written;
+    const auto hand_over = [&] {
+        const TextView part = TextView(written).substr(skip, count - appended);
+        target.append(part);
+        appended += part.size();
+        skip = 0;
+        written.clear();
+    };
+    for (const std::size_t end = lines.line_count(); line < end && appended < count; ++line) {
+        lines.append_line(line, written);
+        written += line_end;
+        const bool enough = written.size() - skip >= count - appended;
+        if (enough || written.size() >= at_once || line + 1 == end) hand_over();
+    }
+    return appended;
+}
+
+SharedText built(TextBuilder& builder)
+{
+    const SharedBuffer buffer = builder.finish();
+    return {buffer, buffer->view()};
 }
 
 } // namespace
@@ -53,9 +87,10 @@ const Document& PaneText::document() const
             return *whole_;
         }
     }
-    Text text;
+    TextBuilder text;
     for (const Piece& piece : pieces_) append_piece(piece, 0, npos, text);
-    whole_ = Document(text);
+    const SharedText whole = built(text);
+    whole_ = Document(whole.owner, whole.view.size());
     return *whole_;
 }
 
@@ -66,22 +101,44 @@ std::size_t PaneText::size() const
     return size;
 }
 
-Text PaneText::slice(std::size_t start, std::size_t length) const
+SharedText PaneText::slice(std::size_t start, std::size_t length) const
 {
-    Text text;
+    TextBuilder text;
+    const std::size_t wanted = length;
     std::size_t offset = start - 1;
     for (const Piece& piece : pieces_) {
         if (length == 0) break;
         const std::size_t size = piece_size(piece);
         if (offset < size) {
-            const std::size_t before = text.size();
-            append_piece(piece, offset, length, text);
-            length -= text.size() - before;
+            const auto* shared = std::get_if<SharedText>(&piece);
+            if (shared && length == wanted && size - offset >= length)
+                return {shared->owner, shared->view.substr(offset, length)};
+            length -= append_piece(piece, offset, length, text);
             offset = size;
         }
         offset -= size;
     }
-    return text;
+    return built(text);
+}
+
+void PaneText::for_each_part(std::size_t characters, const std::function<void(TextView)>& work) const
+{
+    for (const Piece& piece : pieces_) {
+        if (const auto* shared = std::get_if<SharedText>(&piece)) {
+            for (std::size_t at = 0; at < shared->view.size(); at += characters)
+                work(shared->view.substr(at, characters));
+            continue;
+        }
+        const LineSource& lines = *std::get<Lines>(piece);
+        Text written;
+        for (std::size_t line = 0, end = lines.line_count(); line < end; ++line) {
+            lines.append_line(line, written);
+            written += line_end;
+            if (written.size() < characters && line + 1 < end) continue;
+            work(written);
+            written.clear();
+        }
+    }
 }
 
 void PaneText::append(TextView text)
@@ -99,9 +156,9 @@ void PaneText::replace(std::size_t start, std::size_t length, TextView text)
     // An edit needs characters, so source lines are written out. Plain pieces are cut and shared, not copied.
     for (Piece& piece : pieces_) {
         if (std::holds_alternative<SharedText>(piece)) continue;
-        Text text_of_lines;
-        append_piece(piece, 0, npos, text_of_lines);
-        piece = SharedText(text_of_lines);
+        TextBuilder lines;
+        append_piece(piece, 0, npos, lines);
+        piece = built(lines);
     }
     std::vector<Piece> pieces;
     std::size_t position = 1;

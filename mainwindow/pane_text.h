@@ -2,6 +2,7 @@
 
 #include "platform/document.h"
 
+#include <functional>
 #include <memory>
 #include <variant>
 #include <vector>
@@ -16,14 +17,19 @@ public:
     virtual std::size_t line_count() const = 0;
     /// Appends line `index` (from 0) without its line end.
     virtual void append_line(std::size_t index, Text& target) const = 0;
-    /// Appends lines `first` up to but not including `end` in the bytes of the code page, each with its CR LF. A source
-    /// that is written to files overrides it where it can do so without the characters in between.
-    virtual void append_encoded(std::size_t first, std::size_t end, std::string& target) const;
+    /// Characters of that line. A source whose lines may be long overrides it where they can be counted without a copy.
+    virtual std::size_t line_length(std::size_t index) const;
+    /// Appends lines from `first` on in the bytes of the code page, each with its CR LF, until `target` holds `enough`
+    /// bytes. Gives the line behind the last one appended. A source that is written to files overrides it where it can
+    /// do so without the characters in between.
+    virtual std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const;
 
     // The same lines as one text, each with its CR LF. Offsets count from 0. Where lines begin is found as far as it is
     // asked for, and only the beginning of every 64th is kept.
 
     std::size_t size() const { return line_start(line_count()); }
+    /// Whether there are more characters than that; counts no farther than it must.
+    virtual bool is_longer_than(std::size_t characters) const;
     /// The offset of the line's first character; of the end for the line behind the last.
     std::size_t line_start(std::size_t line) const;
     /// The line that holds the character at `offset`; the line behind the last for the end.
@@ -32,7 +38,6 @@ public:
     void append_to(std::size_t offset, std::size_t count, Text& target) const;
 
 private:
-    std::size_t length(std::size_t line, Text& scratch) const;
     mutable std::vector<std::size_t> starts_;
 };
 
@@ -53,8 +58,13 @@ public:
     TextView view() const { return document().text(); }
     /// Number of characters, counted without writing lines out.
     std::size_t size() const;
-    /// The `length` characters from `start`, which counts from 1, as many as there are.
-    Text slice(std::size_t start, std::size_t length) const;
+    /// The `length` characters from `start`, which counts from 1, as many as there are. A piece of one buffer is not
+    /// copied.
+    SharedText slice(std::size_t start, std::size_t length) const;
+
+    /// Calls `work` with the text in parts of about `characters`, or of one line if that is longer, without gathering
+    /// it.
+    void for_each_part(std::size_t characters, const std::function<void(TextView)>& work) const;
 
     const std::vector<Piece>& pieces() const { return pieces_; }
 

@@ -1,14 +1,25 @@
 #include "mainwindow/scratch_file.h"
 
+#include "platform/background.h"
+
 #include <algorithm>
-#include <future>
 
 namespace tarvik {
 
 namespace {
 
-/// Lines that are rendered while those before them are on their way to the file.
-constexpr std::size_t lines_at_once = 4096;
+/// Bytes that are rendered while those before them are on their way to the file.
+constexpr std::size_t bytes_at_once = std::size_t{1} << 20;
+
+bool run_is_on(Form1& form1)
+{
+    return std::ranges::any_of(form1.batch_timers(), [](const Timer* timer) { return timer->enabled(); });
+}
+
+Failure too_long(TextView path)
+{
+    return Failure(U"视图超过 1 GB，没有写入文件“" + path + U"”。");
+}
 
 } // namespace
 
@@ -20,7 +31,7 @@ void ScratchFile::guarded(Work&& work)
         work();
     } catch (const Failure& failure) {
         failed_ = true;
-        if (!told_) tell(program_, failure.message());
+        if (!told_) failure_ = failure.message();
     }
 }
 
@@ -28,35 +39,60 @@ ScratchFile::ScratchFile(Program& program, TextView name, bool told)
     : program_(program), path_(installed(program, name)), told_(told)
 {
     program_.form1.fso = true;
-    guarded([this] {
-        const auto file = program_.platform.files.open_for_output(path_);
-        file->write(cleared_line);
-        file->close();
-    });
+    if (!run_is_on(program_.form1)) program_.scratch_failures.clear();
+    guarded([this] { clear(); });
+    tell_failure();
+}
+
+void ScratchFile::clear()
+{
+    const auto file = program_.platform.files.open_for_output(path_);
+    file->write(cleared_line);
+    file->close();
 }
 
 void ScratchFile::write(const LineSource& lines)
+{
+    write_silently(lines);
+    tell_failure();
+}
+
+void ScratchFile::write_silently(const LineSource& lines)
 {
     guarded([&] { write_all(lines); });
     program_.platform.screen.progress(0, 0);
 }
 
+void ScratchFile::tell_failure()
+{
+    if (failure_ && program_.scratch_failures.insert(path_).second) tell(program_, *failure_);
+    failure_.reset();
+}
+
 void ScratchFile::write_all(const LineSource& lines)
 {
+    if (lines.is_longer_than(most_bytes)) throw too_long(path_);
     const auto file = program_.platform.files.open_for_output(path_);
     std::string rendered, leaving;
     std::future<void> left;
     const std::size_t count = lines.line_count();
-    for (std::size_t line = 0; line < count; line += lines_at_once) {
+    std::size_t written = 0;
+    for (std::size_t line = 0; line < count;) {
         rendered.clear();
-        lines.append_encoded(line, std::min(line + lines_at_once, count), rendered);
+        line = lines.append_encoded(line, bytes_at_once, rendered);
+        written += rendered.size();
         if (left.valid()) left.get();
+        if (written > most_bytes) break;
         rendered.swap(leaving);
-        left = std::async(std::launch::async, [&file, &leaving] { file->write(leaving); });
+        left = in_background([&file, &leaving] { file->write(leaving); }, line < count);
         program_.platform.screen.progress(line, count);
     }
     if (left.valid()) left.get();
     file->close();
+    if (written > most_bytes) {
+        clear();
+        throw too_long(path_);
+    }
     program_.form1.textstream = true;
 }
 

@@ -2,30 +2,40 @@
 
 #include "mainwindow/mainwindow.h"
 
+#include <optional>
+
 namespace tarvik {
 
-/// A view's side file in the installation folder. Views do not depend on it: what cannot be written is told once, and
-/// the view is shown all the same.
+/// A view's side file in the installation folder. Views do not depend on it: what cannot be written is told once,
+/// during a report run once for the whole run, and the view is shown all the same.
 class ScratchFile {
 public:
+    /// A view beyond this many bytes is told and not written.
+    static constexpr std::size_t most_bytes = std::size_t{1} << 30;
+
     /// Clears the file, as every operation does first: one line that holds a CR. `told` is for an operation that clears
     /// several files: the user has heard of the folder already.
     ScratchFile(Program& program, TextView name, bool told = false);
 
     /// Cuts the file and writes the view.
     void write(const LineSource& lines);
+    /// The same for who must not open a box yet: tell_failure() opens it.
+    void write_silently(const LineSource& lines);
+    void tell_failure();
     /// Whether something could not be written.
     bool failed() const { return failed_; }
 
 private:
     template <typename Work>
     void guarded(Work&& work);
+    void clear();
     void write_all(const LineSource& lines);
 
     Program& program_;
     Text path_;
     bool told_ = false;
     bool failed_ = false;
+    std::optional<Text> failure_; ///< that has not been told yet
 };
 
 /// The line that clears a scratch file: CR, then the line end.

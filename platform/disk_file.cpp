@@ -2,10 +2,14 @@
 
 #include "platform/file_failure.h"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <chrono>
+#include <ctime>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -89,11 +93,43 @@ void require_plain(const struct stat& status)
     if (!S_ISREG(status.st_mode)) fail(EINVAL);
 }
 
-/// A new file of a name that nobody else has, which goes unless it is renamed.
+std::int64_t nanoseconds(const timespec& time) noexcept
+{
+    constexpr std::int64_t second = 1'000'000'000;
+    return time.tv_sec * second + time.tv_nsec;
+}
+
+/// Whether the file system's clock has moved on since the latest change. One that keeps whole seconds moves every other
+/// second at the slowest.
+bool has_settled(const struct stat& status) noexcept
+{
+    constexpr std::int64_t coarse_step = 2'000'000'000, fine_step = 100'000'000;
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    const bool coarse = status.st_mtim.tv_nsec == 0 && status.st_ctim.tv_nsec == 0;
+    const std::int64_t changed = std::max(nanoseconds(status.st_mtim), nanoseconds(status.st_ctim));
+    return nanoseconds(now) - changed > (coarse ? coarse_step : fine_step);
+}
+
+/// Process numbers come again: with the time of its first file a name of this process cannot.
+std::string next_unfinished_name()
+{
+    static const std::int64_t begun = std::chrono::system_clock::now().time_since_epoch().count();
+    static std::atomic<unsigned> made{0};
+    return std::string(unfinished_beginning) + std::to_string(::getpid()) + "-" + std::to_string(begun) + "-" +
+           std::to_string(++made) + std::string(unfinished_end);
+}
+
+} // namespace
+
+/// A new file of a name that nobody else has, which goes unless it is renamed. It is locked as long as it is written,
+/// so that others can tell it from a leftover.
 class Unfinished {
 public:
-    explicit Unfinished(const fs::path& folder) : path_(folder / next_name()), file_(path_, O_WRONLY | O_CREAT | O_EXCL)
+    explicit Unfinished(const fs::path& folder)
+        : path_(folder / next_unfinished_name()), file_(path_, O_WRONLY | O_CREAT | O_EXCL)
     {
+        ::flock(file_.value(), LOCK_EX | LOCK_NB);
     }
     ~Unfinished()
     {
@@ -111,17 +147,11 @@ public:
     }
 
 private:
-    static std::string next_name()
-    {
-        static std::atomic<unsigned> made{0};
-        return std::string(unfinished_beginning) + std::to_string(::getpid()) + "-" + std::to_string(++made) +
-               std::string(unfinished_end);
-    }
-
     fs::path path_;
     Descriptor file_;
 };
 
+<<<<<<< HEAD
 // There are file systems that have nothing to flush in a folder.
 void flush_folder(const fs::path& path)
 {
@@ -131,13 +161,14 @@ void flush_folder(const fs::path& path)
 
 } // namespace
 
+=======
+>>>>>>> 6ac8dd4 (wip2)
 FileStamp stamp_of(const fs::path& path)
 {
     struct stat status {};
     if (::stat(path.c_str(), &status) != 0) fail();
-    constexpr std::int64_t second = 1'000'000'000;
-    return {static_cast<std::uint64_t>(status.st_size), status.st_mtim.tv_sec * second + status.st_mtim.tv_nsec,
-            status.st_ino};
+    return {static_cast<std::uint64_t>(status.st_size), nanoseconds(status.st_mtim), nanoseconds(status.st_ctim),
+            status.st_ino, has_settled(status)};
 }
 
 std::string read_file(const fs::path& path)
@@ -173,28 +204,72 @@ void append_to_file(const fs::path& path, std::string_view bytes)
     file.close();
 }
 
-void replace_file(const fs::path& told_target, std::string_view bytes)
+BesideFile::BesideFile(const fs::path& target) : target_(target)
 {
     std::error_code error;
-    const bool link = fs::is_symlink(fs::symlink_status(told_target, error));
-    const fs::path target = link ? fs::weakly_canonical(told_target) : told_target;
+    if (fs::is_symlink(fs::symlink_status(target_, error))) target_ = fs::weakly_canonical(target_);
     struct stat old {};
-    const bool exists = ::stat(target.c_str(), &old) == 0;
+    const bool exists = ::stat(target_.c_str(), &old) == 0;
     if (exists) {
         require_plain(old);
-        if (::access(target.c_str(), W_OK) != 0) fail();
+        if (::access(target_.c_str(), W_OK) != 0) fail();
     }
-    const fs::path folder = target.parent_path();
-    Unfinished file(folder);
-    if (const int failed = write_all(file.descriptor(), bytes)) fail(failed);
-    if (exists && ::fchmod(file.descriptor(), old.st_mode & 07777U) != 0) fail();
-    if (::fdatasync(file.descriptor()) != 0) fail();
-    file.rename_over(target);
+    file_ = std::make_unique<Unfinished>(target_.parent_path());
+    if (!exists) return;
+    // Another clerk may have the file by its group alone. Who may not give it away keeps at least that.
+    const int descriptor = file_->descriptor();
+    if (::fchown(descriptor, old.st_uid, old.st_gid) != 0 && ::fchown(descriptor, uid_t(-1), old.st_gid) != 0)
+        errno = 0;
+    if (::fchmod(descriptor, old.st_mode & 07777U) != 0) fail();
+}
+
+BesideFile::~BesideFile() = default;
+
+void BesideFile::write(std::string_view bytes)
+{
+    completed_ = false;
+    if (const int failed = write_all(file_->descriptor(), bytes)) fail(failed);
+}
+
+void BesideFile::complete()
+{
+    if (!completed_ && ::fdatasync(file_->descriptor()) != 0) fail();
+    completed_ = true;
+}
+
+void BesideFile::take_place()
+{
+    complete();
+    file_->rename_over(target_);
+}
+
+void replace_file(const fs::path& target, std::string_view bytes)
+{
+    BesideFile file(target);
+    file.write(bytes);
+    file.take_place();
 }
 
 bool is_unfinished(std::string_view file_name) noexcept
 {
     return file_name.starts_with(unfinished_beginning) && file_name.ends_with(unfinished_end);
+}
+
+void remove_leftovers(const fs::path& folder) noexcept
+{
+    constexpr std::int64_t just_made = 60'000'000'000; // may not be locked yet
+    try {
+        timespec now{};
+        ::clock_gettime(CLOCK_REALTIME, &now);
+        for (const auto& entry : fs::directory_iterator(folder)) {
+            if (!is_unfinished(entry.path().filename().native())) continue;
+            const Descriptor file(entry.path(), O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+            const struct stat status = status_of(file.value());
+            if (!S_ISREG(status.st_mode) || nanoseconds(now) - nanoseconds(status.st_mtim) < just_made) continue;
+            if (::flock(file.value(), LOCK_EX | LOCK_NB) == 0) ::unlink(entry.path().c_str());
+        }
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): a leftover that cannot be removed harms nobody
+    }
 }
 
 void move_disk_file(const fs::path& from, const fs::path& to)

@@ -55,6 +55,29 @@ fs::path without_closing_separator(const fs::path& path)
     return normal.has_filename() || !normal.has_relative_path() ? normal : normal.parent_path();
 }
 
+class DiskReplacement final : public ReplacementFile {
+public:
+    DiskReplacement(const fs::path& target, TextView path) : path_(path.str()), file_(target) {}
+
+    void write(std::string_view bytes) override
+    {
+        told(U"写入文件", path_, [&] { file_.write(bytes); });
+    }
+    void complete() override
+    {
+        told(U"写入文件", path_, [&] { file_.complete(); });
+    }
+    void take_place() override
+    {
+        told(U"写入文件", path_, [&] { file_.take_place(); });
+    }
+    fs::path folder() const { return file_.folder(); }
+
+private:
+    Text path_;
+    BesideFile file_;
+};
+
 } // namespace
 
 Text path_in(TextView folder, TextView name)
@@ -113,7 +136,19 @@ std::string DiskFiles::read(TextView path) const
 
 void DiskFiles::replace(TextView path, std::string_view bytes)
 {
-    told(U"写入文件", path, [&] { replace_file(resolve(path), bytes); });
+    const auto file = begin_replacement(path);
+    file->write(bytes);
+    file->take_place();
+}
+
+std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
+{
+    return told(U"写入文件", path, [&] {
+        const fs::path target = resolve(path);
+        auto file = std::make_unique<DiskReplacement>(target, path);
+        if (swept_.insert(file->folder()).second) remove_leftovers(file->folder());
+        return file;
+    });
 }
 
 std::unique_ptr<OutputFile> DiskFiles::open_for_output(TextView path)

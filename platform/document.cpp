@@ -63,13 +63,17 @@ TextView TextBuffer::view() const noexcept
     }
 }
 
-SharedBuffer make_buffer(TextView text)
+unsigned needed_width(TextView text) noexcept
 {
     const char32_t bits = all_bits(text);
-    return text.visit([bits](auto characters) {
-        if (bits > 0xffff) return buffer_of(Text(characters.begin(), characters.end()));
-        if (bits > 0xff)
-            return std::make_shared<const TextBuffer>(std::u16string(characters.begin(), characters.end()));
+    return bits > 0xffff ? 4 : bits > 0xff ? 2 : 1;
+}
+
+SharedBuffer make_buffer(TextView text)
+{
+    return text.visit([width = needed_width(text)](auto characters) {
+        if (width == 4) return buffer_of(Text(characters.begin(), characters.end()));
+        if (width == 2) return std::make_shared<const TextBuffer>(std::u16string(characters.begin(), characters.end()));
         return std::make_shared<const TextBuffer>(std::vector<std::uint8_t>(characters.begin(), characters.end()));
     });
 }

@@ -28,6 +28,8 @@ private:
 
 using SharedBuffer = std::shared_ptr<const TextBuffer>;
 
+/// Bytes a character that hold all of these: 1, 2 or 4.
+unsigned needed_width(TextView text) noexcept;
 /// A buffer with these characters in the narrowest width.
 SharedBuffer make_buffer(TextView text);
 /// The same with every letter in lower case, character for character.

@@ -12,28 +12,6 @@ namespace {
 
 using Reader = Value (*)(const Program&);
 
-Value to_value(const Text& text)
-{
-    return text;
-}
-Value to_value(bool flag)
-{
-    return flag;
-}
-Value to_value(double number)
-{
-    return number;
-}
-Value to_value(int number)
-{
-    return static_cast<double>(number);
-}
-template <typename Kind>
-Value to_value(Kind* object)
-{
-    return ObjectValue{object != nullptr};
-}
-
 template <auto Member>
 Value form1(const Program& program)
 {

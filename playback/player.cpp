@@ -51,12 +51,16 @@ int play(const Options& options, std::istream& script, std::ostream& out, std::o
         const Outcome outcome = play_line(session, told, "line " + std::to_string(number), errors);
         if (outcome == Outcome::Failed) return 1;
         if (outcome == Outcome::Missed) held = false;
+        if (!out) {
+            errors << "line " << number << ": the output cannot be written" << std::endl;
+            return 1;
+        }
     }
     if (script.bad()) {
         errors << "the script could not be read to its end" << std::endl;
         held = false;
     }
-    return held && out.good() ? 0 : 1;
+    return held ? 0 : 1;
 }
 
 void list_names(const Options& options, std::ostream& out)

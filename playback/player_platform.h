@@ -11,12 +11,12 @@ namespace tarvik {
 /// The clipboard of one run; the system's own is left alone.
 class PlayerClipboard final : public Clipboard {
 public:
-    void clear() override { text_.clear(); }
-    Text text() const override { return text_; }
-    void set_text(TextView text) override { text_ = text.str(); }
+    void clear() override { text_ = {}; }
+    Text text() const override { return text_.str(); }
+    void set_text(TextView text) override { text_ = SharedText(text); }
 
 private:
-    Text text_;
+    SharedText text_;
 };
 
 /// A screen of a told size that nobody looks at. The context menu stays open until the script picks an entry.

@@ -1,7 +1,6 @@
 #include "playback/properties.h"
 
 #include <algorithm>
-#include <concepts>
 
 namespace tarvik {
 
@@ -12,20 +11,6 @@ struct PropertyRow {
     std::string_view name;
     Value (*read)(const Kind&);
 };
-
-Value to_value(const Text& text)
-{
-    return text;
-}
-Value to_value(bool flag)
-{
-    return flag;
-}
-template <typename Number>
-requires(std::integral<Number> || std::floating_point<Number>) Value to_value(Number number)
-{
-    return static_cast<double>(number);
-}
 
 template <typename Kind, auto Getter>
 Value read(const Kind& control)

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "platform/text.h"
+#include "platform/document.h"
 
+#include <concepts>
 #include <string>
 #include <variant>
 
@@ -27,5 +28,29 @@ std::string json_string(TextView text);
 std::string printed(const Value& value);
 /// Whether a script that told `expected` means this value: texts as texts, others as printed.
 bool matches(const Value& value, TextView expected);
+
+// What a member of the model shows as.
+inline Value to_value(const Text& text)
+{
+    return text;
+}
+inline Value to_value(const SharedText& text)
+{
+    return text.str();
+}
+inline Value to_value(bool flag)
+{
+    return flag;
+}
+template <typename Number>
+requires(std::integral<Number> || std::floating_point<Number>) Value to_value(Number number)
+{
+    return static_cast<double>(number);
+}
+template <typename Kind>
+Value to_value(Kind* object)
+{
+    return ObjectValue{object != nullptr};
+}
 
 } // namespace tarvik

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <unordered_set>
 #include <vector>
 
@@ -17,43 +18,57 @@ constexpr std::u32string_view saving_title = U"Tarvik 计算 之 查寻存储";
 constexpr std::u32string_view saved_title = U"Tarvik 计算 之 查寻&存储";
 constexpr std::u32string_view go_on = U"\r\n是否继续？";
 
-/// The file that the user chose, when it may be written.
-std::optional<Text> choose_file(Program& program)
+/// A new file beside the one that the user chose, when that may be written; it takes its place when it is complete.
+std::unique_ptr<ReplacementFile> choose_file(Program& program)
 {
-    auto path = program.platform.dialogs.save_file(text_files);
-    if (!path || path->empty()) return std::nullopt;
+    const auto path = program.platform.dialogs.save_file(text_files);
+    if (!path || path->empty()) return nullptr;
     program.form1.fso = true;
     Files& files = program.platform.files;
     if (files.file_exists(*path) &&
         ask(program, *path + U"已经存在。\r\n要替换她吗？", saving_title, Buttons::YesNo) != Answer::Yes)
-        return std::nullopt;
-    // A file that cannot be written ends the save here, ahead of any word that it is done.
-    files.append(*path, {});
+        return nullptr;
+    auto file = files.begin_replacement(*path);
     program.form1.textstream = true;
-    return path;
+    return file;
 }
 
-/// Writes the pane's text as one line.
+/// Writes the pane's text in small letters as one line, some thousand characters at a time.
 void save_pane(Program& program, const Pane& pane)
 {
-    if (const auto path = choose_file(program))
-        program.platform.files.replace(*path, encode(pane.document().lowered()) + "\r\n");
+    constexpr std::size_t at_once = 1 << 20;
+    const auto file = choose_file(program);
+    if (!file) return;
+    std::string bytes;
+    pane.content().for_each_part(at_once, [&](TextView part) {
+        bytes.clear();
+        encode_to(lower(part), bytes);
+        file->write(bytes);
+    });
+    file->write("\r\n");
+    file->take_place();
 }
 
-/// Writes the arrays side by side, each result as a line.
-void save_arrays(Program& program, TextView path, std::span<TextArray* const> arrays)
+/// Writes the arrays side by side, each result as a line, and leaves the file complete beside its target.
+void write_arrays(Program& program, ReplacementFile& file, std::span<TextArray* const> arrays)
 {
+    constexpr std::size_t at_once = 1 << 20;
     const auto last = std::min(static_cast<std::size_t>(program.form1.resultcount), arrays.front()->last());
     for (TextArray* results : arrays) empty_earlier_copies(*results, last);
     std::string bytes;
-    for (std::size_t i = 0; i <= last; ++i)
+    for (std::size_t i = 0; i <= last; ++i) {
         for (const TextArray* results : arrays) {
             const TextView result = results->get(i);
             if (result.empty()) continue;
             encode_to(result, bytes);
             bytes += "\r\n";
         }
-    program.platform.files.replace(path, bytes);
+        if (bytes.size() < at_once) continue;
+        file.write(bytes);
+        bytes.clear();
+    }
+    file.write(bytes);
+    file.complete();
 }
 
 bool wants_all(Program& program)
@@ -76,15 +91,18 @@ void save_text_query(Program& program)
     tell(program, U"将要保存的是文本文件的查寻结果；" + TextView(go_on), saving_title);
     if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
     const std::array arrays{&program.module1.hits};
-    if (const auto path = choose_file(program)) save_arrays(program, *path, arrays);
+    const auto file = choose_file(program);
+    if (!file) return;
+    write_arrays(program, *file, arrays);
+    file->take_place();
 }
 
 void save_option_results(Program& program)
 {
     tell(program, U"将要保存的是查寻文件、英汉词典、汉语词典的查寻结果；" + TextView(go_on), saving_title);
     if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
-    const auto path = choose_file(program);
-    if (!path) return;
+    const auto file = choose_file(program);
+    if (!file) return;
     Module1& module1 = program.module1;
     const struct {
         const OptionButton& option;
@@ -97,8 +115,9 @@ void save_option_results(Program& program)
     };
     for (const auto& mode : modes) {
         if (!mode.option.value()) continue;
+        write_arrays(program, *file, mode.arrays);
         tell(program, Text(mode.done) + U"\r\n保存完毕！", saved_title, Icon::Information);
-        save_arrays(program, *path, mode.arrays);
+        file->take_place();
     }
 }
 

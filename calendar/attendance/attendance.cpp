@@ -53,7 +53,8 @@ std::optional<std::u32string_view> weekday(TextView date)
 std::optional<double> hours(TextView time)
 {
     const std::size_t hour_digits = time.size() == 8 ? 2 : 1;
-    const auto hour = digits(mid(time, 1, hour_digits)), minutes = digits(mid(time, hour_digits + 2, 2));
+    // A clock may pad the hour with a blank.
+    const auto hour = digits(ltrim(mid(time, 1, hour_digits))), minutes = digits(mid(time, hour_digits + 2, 2));
     if (!hour || !minutes) return std::nullopt;
     double fraction = *minutes / 60;
     return *hour + leading_number(wct(fraction));
@@ -91,24 +92,24 @@ std::u32string_view first_status(double a, double b)
     return late ? U"迟到" : U"正常";
 }
 
-/// Gives false for a row whose stamps cannot be read.
-bool add_row(Program& program, std::size_t row, RowView& lines)
+/// A row whose stamps cannot be read goes to `unread`, with the person and the stamp.
+void add_row(Program& program, std::size_t row, RowView& lines, RowList& unread)
 {
     const Table& suf = program.module1.suf;
     Form1& form1 = program.form1;
     const TextView first = suf.cell(row, first_stamp_column), last = suf.cell(row, last_stamp_column);
-    if (first.empty() || last.empty()) return true;
+    if (first.empty() || last.empty()) return;
     const auto a = kqtest(program, first);
     const auto b = a ? kqtest(program, last) : std::nullopt;
-    if (!b) return false;
+    if (!b) return unread.add_entry(suf.cell(row, person_column).str() + U"：" + (a ? last : first));
     const std::u32string_view status = first_status(*a, *b);
     const auto verdict = judge(*a, *b, status);
-    if (!verdict) return true;
+    if (!verdict) return;
     form1.compcount += 1;
-    lines.add({}, suf.cell(row, person_column).str() + U"\t" + form1.kqdate + U"\t" + form1.kqweekday +
-                      U"\t上班打卡：" + cut(first)->time + U"\t" + Text(status) + U"\t下班打卡：" + form1.kqtime +
-                      U"\t" + Text(verdict->status) + U"\t" + verdict->hours);
-    return true;
+    lines.add_cell({}, suf.cell(row, person_column),
+                   U"\t" + form1.kqdate + U"\t" + form1.kqweekday + U"\t上班打卡：" + cut(first)->time + U"\t" +
+                       Text(status) + U"\t下班打卡：" + form1.kqtime + U"\t" + Text(verdict->status) + U"\t" +
+                       verdict->hours);
 }
 
 } // namespace
@@ -138,14 +139,13 @@ void an_kqtest(Program& program)
     query1(program, department);
     devision1(program);
     form1.compcount = 0;
-    const auto lines = std::make_shared<RowView>();
+    const auto lines = std::make_shared<RowView>(program.module1.suf.buffers());
     RowList unread;
-    for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row)
-        if (!add_row(program, row, *lines)) unread.add(row);
+    for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row) add_row(program, row, *lines, unread);
     show_view(program, file, lines);
     form1.number_box().set_text(number_text(form1.compcount));
     if (unread.count() > 0)
-        ask(program, U" 温情提示：\r\n以下各行的打卡时间不能识别，已经略过：" + unread.text(), application_title,
+        ask(program, U" 温情提示：\r\n以下打卡时间不能识别，已经略过：" + unread.text(), application_title,
             Buttons::OK);
 }
 

@@ -12,16 +12,16 @@ namespace {
 // A text on its way to other programs, turned into theirs only when one of them asks.
 class OfferedText final : public QMimeData {
 public:
-    explicit OfferedText(TextView text) : text_(text.str()) {}
+    explicit OfferedText(TextView text) : text_(text) {}
 
-    const Text& text_as_set() const { return text_; }
+    Text text_as_set() const { return text_.str(); }
     QStringList formats() const override { return {"text/plain"}; }
 
 protected:
-    QVariant retrieveData(const QString&, QMetaType) const override { return lines_to_qt(text_); }
+    QVariant retrieveData(const QString&, QMetaType) const override { return lines_to_qt(text_.view); }
 
 private:
-    Text text_;
+    SharedText text_;
 };
 
 Text with_our_line_ends(const QString& text)

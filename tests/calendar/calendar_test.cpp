@@ -100,6 +100,8 @@ TEST(Attendance, judges_each_day_by_its_stamps)
          U"2016-09-21\t星期三\t上班打卡：08:00:00\t正常\t下班打卡：18:00:00\t正常\t9       "},
         {U"2016-09-22 17:00:00.0", U"2016-09-22 09:00:00.0",
          U"2016-09-22\t星期四\t上班打卡：17:00:00\t倒退\t下班打卡：09:00:00\t旷工\t-9      "},
+        {U"2016-09-22  8:00:00.0", U"2016-09-22 18:00:00.0",
+         U"2016-09-22\t星期四\t上班打卡： 8:00:00\t正常\t下班打卡：18:00:00\t正常\t9       "},
         {U"2016-09-22 00:00:00.0", U"2016-09-22 24:00:00.0", U""},
         {U"", U"2016-09-22 24:00:00.0", U""},
         {U"2016-09-22", U"2016-09-22 17:30:00.0", U""},
@@ -115,9 +117,10 @@ TEST(Attendance, judges_each_day_by_its_stamps)
     test.form1().query_box().set_text(U"An kqtest");
     an_kqtest(test.program);
     EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), to_utf8(expected));
-    EXPECT_EQ(test.form1().number_box().text(), U"9");
+    EXPECT_EQ(test.form1().number_box().text(), U"10");
     EXPECT_THAT(test.dialogs.take_messages(),
-                testing::ElementsAre(testing::AllOf(testing::HasSubstr("第 11 行"), testing::HasSubstr("第 12 行"))));
+                testing::ElementsAre(testing::AllOf(testing::HasSubstr("\r\n张三：2016-09-22\r\n"),
+                                                    testing::HasSubstr("\r\n张三：2016-02-30 17:30:00.0"))));
 
     test.form1().comp = true;
     an_kqtest(test.program);

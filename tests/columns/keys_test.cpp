@@ -90,6 +90,7 @@ TEST(Keys, say_what_they_do)
 
 TEST(Keys, a_box_without_a_number_is_named_and_nothing_changes)
 {
+    const std::array<std::string, 6> meanings{"列值 A", "列值 B", "间隔 C", "第一个表", "第二个表", "排序或统计的列"};
     struct Case {
         const char* keys;
         int box;
@@ -119,7 +120,7 @@ TEST(Keys, a_box_without_a_number_is_named_and_nothing_changes)
                 desk.press(one.keys);
                 ADD_FAILURE() << one.keys << one.box << to_utf8(bad);
             } catch (const Failure& failure) {
-                EXPECT_THAT(failure.what(), HasSubstr("Text1(" + std::to_string(one.box) + ")"));
+                EXPECT_THAT(failure.what(), HasSubstr(meanings.at(static_cast<std::size_t>(one.box))));
             }
             EXPECT_FALSE(desk.form1().comp);
             EXPECT_EQ(desk.pane(), pane);
@@ -227,6 +228,50 @@ TEST(Limits, are_told_and_what_fits_is_kept)
     desk.open_text(U"a\r\nba\r\n" + half);
     EXPECT_EQ(query1(desk.program, U"a"), 2);
     EXPECT_EQ(desk.module1().sufrow.text(0), U"\tba\t");
+}
+
+TEST(Limits, hold_for_a_document_of_one_line)
+{
+    Desk desk;
+    Text line;
+    while (line.size() < 240'000) line += U"{\"key\":\"v\"}, ";
+    desk.open_text(line);
+    desk.form1().query_box().set_text(U"key");
+    EXPECT_THAT(desk.told_by("\x1b"), ElementsAre(HasSubstr("betweenp.txt"), HasSubstr("彼此不相同")))
+        << "18,000 rows that begin with the document";
+    EXPECT_EQ(desk.installation.read("betweenp.txt"), "\r\r\n");
+    EXPECT_GT(desk.form1().sufcount, 18'000);
+    EXPECT_EQ(desk.form1().RichTextBox3.content().slice(2, 7).view, TextView(U"{\"key\":"));
+    desk.form1().RichTextBox3.set_text({});
+    EXPECT_THROW(devision1(desk.program), Failure);
+    desk.dialogs.messages.clear();
+}
+
+TEST(Limits, nothing_is_written_behind_the_threshold)
+{
+    Desk desk;
+    Text lines;
+    for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
+    desk.open_text(lines);
+    desk.form1().query_box().set_text(U"|");
+    query1(desk.program, U"|");
+    EXPECT_EQ(desk.installation.read("betweenp.txt"), "\r\r\n");
+}
+
+TEST(Views, tell_of_a_file_once_in_a_run)
+{
+    Desk desk;
+    std::filesystem::create_directory(desk.installation.path() / "betweenp.txt");
+    desk.open_text(U"a\r\n");
+    desk.form1().query_box().set_text(U"a");
+    for (int query = 0; query < 2; ++query) query1(desk.program, U"a");
+    EXPECT_EQ(desk.dialogs.take_messages().size(), 2U) << "no run is on";
+    desk.form1().Timer3.set_enabled(true);
+    for (int query = 0; query < 3; ++query) query1(desk.program, U"a");
+    EXPECT_EQ(desk.dialogs.take_messages().size(), 0U) << "told ahead of the run";
+    desk.program.scratch_failures.clear();
+    for (int query = 0; query < 3; ++query) query1(desk.program, U"a");
+    EXPECT_EQ(desk.dialogs.take_messages().size(), 1U);
 }
 
 TEST(Notes, are_kept_in_their_file)

@@ -1,7 +1,7 @@
 #include "columns/keys.h"
 #include "columns/statistics.h"
 #include "platform/code_page.h"
-#include "tests/columns/plain_loops.h"
+#include "tests/columns/slow_engine.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <random>
 
 /// Random sessions of keys over small random documents: after every key the engine must hold, show and have written
-/// exactly what the plain loops do, what earlier keys left behind included.
+/// exactly what a slow engine does, what earlier keys left behind included.
 namespace tarvik::test {
 namespace {
 
@@ -73,7 +73,7 @@ private:
     TestProgram test_;
     Program& program_ = test_.program;
     Form1& form1_ = program_.form1;
-    PlainLoops plain_;
+    SlowEngine plain_;
 };
 
 Text Session::random_document()
@@ -192,7 +192,7 @@ void Session::compare(const std::string& step)
     }
 }
 
-TEST(ColumnEngine, equals_the_plain_loops_in_random_sessions)
+TEST(ColumnEngine, equals_a_slow_one_in_random_sessions)
 {
     for (unsigned seed = 1; seed <= 100 && !testing::Test::HasFatalFailure(); ++seed) {
         SCOPED_TRACE(seed);

@@ -82,7 +82,7 @@ TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"xone\r\ntwo\r\n"));
     QTest::keyClick(&pane, Qt::Key_Down);
     QTest::keyClick(&pane, Qt::Key_End, Qt::ShiftModifier);
-    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"wo");
+    EXPECT_EQ(form1().RichTextBox2.selected_text().view, U"wo");
     commit(pane, "二");
     EXPECT_EQ(shown_lines(pane), (QStringList{"xone", "t二", ""}));
     for (int i = 0; i < 6; ++i) QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
@@ -102,7 +102,7 @@ TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_i
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "two\nthr") << "other programs get their line ends";
 
     QTest::mousePress(pane.viewport(), Qt::RightButton, {}, place(pane, 1));
-    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"two\r\nthr") << "a right click keeps the selection";
+    EXPECT_EQ(form1().RichTextBox2.selected_text().view, U"two\r\nthr") << "a right click keeps the selection";
     pick("_复制");
     QTest::mouseClick(&find("Form1.Text1(4)"), Qt::LeftButton);
     QTest::mousePress(&find("Form1.Text1(1)"), Qt::RightButton);
@@ -132,7 +132,7 @@ TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)
     const double height = pane.area().shown().front().row.height;
     QTest::mousePress(pane.viewport(), Qt::MiddleButton, Qt::ControlModifier, place(pane, 1));
     EXPECT_GT(pane.area().shown().front().row.height, 2 * height);
-    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"one\r\n");
+    EXPECT_EQ(form1().RichTextBox2.selected_text().view, U"one\r\n");
 }
 
 TEST_F(DesktopInput, a_line_of_any_length_is_reached_at_both_ends)

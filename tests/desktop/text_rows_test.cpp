@@ -98,7 +98,7 @@ TEST(TextLines, of_a_line_source_are_found_without_writing_it_out)
     expect_lines(TextLines(text, {}), text.view().str());
     EXPECT_EQ(text.size(), text.view().size());
     for (const std::size_t start : {1U, 2U, 130U, 2000U, 4000U})
-        EXPECT_EQ(text.slice(start, 300), mid(text.view(), start, 300).str());
+        EXPECT_EQ(text.slice(start, 300).view, mid(text.view(), start, 300).str());
     const TextLines empty(PaneText(), {});
     EXPECT_EQ(empty.line_count(), 1U);
     EXPECT_EQ(empty.line_at(0), 0U);

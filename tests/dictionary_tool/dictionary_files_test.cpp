@@ -68,6 +68,21 @@ std::string packed(const std::string& bytes, const std::filesystem::path& scratc
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+TEST_F(DictionaryTool, AFileThatUnpacksToAGigabyteIsRefused)
+{
+    const std::string megabytes(std::size_t{64} << 20, ' ');
+    gzFile file = gzopen((source.path() / "bomb.dict.dz").c_str(), "wb1");
+    for (int i = 0; i < 5; ++i) gzwrite(file, megabytes.data(), static_cast<unsigned>(megabytes.size()));
+    gzclose(file);
+    source.write("bomb.index", "a\tA\tB\n");
+    try {
+        read("bomb.index");
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_TRUE(TextView(failure.message()).contains(U"256 MB")) << failure.what();
+    }
+}
+
 TEST_F(DictionaryTool, EveryHeadWordIsFoundWholeAndMarked)
 {
     DictionaryFiles files(DictionaryUse::English, U"小词典");

@@ -1,5 +1,7 @@
 #include "mainwindow/pane_text.h"
 #include "mainwindow/text_arrays.h"
+#include "platform/text_builder.h"
+#include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
 
@@ -57,6 +59,52 @@ TEST(PaneText, lines_of_a_source_are_written_out_when_asked_for)
     EXPECT_EQ(text.view(), TextView(U"0\r\n1\r\n2\r\nend"));
     text.replace(4, 1, U"one");
     EXPECT_EQ(text.view(), TextView(U"0\r\none\r\n2\r\nend"));
+}
+
+TEST(PaneText, any_slice_is_that_of_the_whole_text)
+{
+    const PaneText lines(std::make_shared<Numbers>());
+    PaneText all(std::make_shared<Numbers>());
+    all.append(U"结尾");
+    for (const PaneText* each : {&lines, static_cast<const PaneText*>(&all)}) {
+        const Text whole = each->view().str();
+        EXPECT_EQ(each->size(), whole.size());
+        for (std::size_t start = 1; start <= whole.size() + 2; ++start)
+            for (std::size_t length = 0; length <= whole.size() + 2; ++length)
+                ASSERT_EQ(each->slice(start, length).view, mid(whole, start, length)) << start << ' ' << length;
+        Text gathered;
+        each->for_each_part(2, [&](TextView part) { part.append_to(gathered); });
+        EXPECT_EQ(gathered, whole);
+    }
+}
+
+TEST(PaneText, is_gathered_in_the_narrowest_width)
+{
+    TextBuilder builder;
+    Text expected;
+    for (const Text& piece : {Text(U"abc"), Text(U"中文"), Text(U"d"), Text(U"\U00020000"), Text(U"é中")}) {
+        builder.append(piece);
+        builder.append(piece);
+        expected += piece + piece;
+    }
+    EXPECT_EQ(builder.finish()->view(), TextView(expected));
+    builder.append(TextView(U"plain"));
+    EXPECT_EQ(builder.finish()->view().width(), 1U);
+}
+
+TEST(Documents, are_decoded_again_when_their_file_has_changed)
+{
+    test::TestProgram started;
+    DocumentCache cache;
+    for (const char* bytes : {"one", "two", "six"}) {
+        started.installation.write("a.txt", bytes);
+        EXPECT_EQ(cache.load(started.files, U"a.txt").text(), from_utf8(bytes)) << "of the same size, at once";
+    }
+    for (int i = 0; i < 20; ++i) {
+        const std::string name = std::to_string(i) + ".txt";
+        started.installation.write(name, name);
+        EXPECT_EQ(cache.load(started.files, from_utf8(name)).text(), from_utf8(name));
+    }
 }
 
 TEST(PaneText, edits_are_those_of_a_plain_string)

@@ -8,9 +8,12 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace tarvik::test {
 namespace {
@@ -132,6 +135,50 @@ TEST_F(DiskFilesTest, ReplaceKeepsPermissionsAndLinks)
     EXPECT_NE(files.stamp(U"old.bin"), before);
     EXPECT_EQ(files.stamp(U"old.bin").size, 5U);
     EXPECT_EQ(entries(), 2U);
+}
+
+TEST_F(DiskFilesTest, ReplaceKeepsTheGroup)
+{
+    if (::geteuid() != 0) GTEST_SKIP() << "only root may give a file to a group of its choice";
+    installation.write("z1.xlsx", "old");
+    const fs::path path = installation.path() / "z1.xlsx";
+    ASSERT_EQ(::chown(path.c_str(), 1234, 4321), 0);
+    files.replace(U"z1.xlsx", "new");
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, 4321U);
+    EXPECT_EQ(status.st_uid, 1234U);
+}
+
+TEST_F(DiskFilesTest, LeftoversOfKilledRunsGo)
+{
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const char* name : {".tarvik-1-1.tmp", ".tarvik-2-3-4.tmp", ".tarvik-5-6-7.tmp"}) {
+        installation.write(name, "half");
+        fs::last_write_time(installation.path() / name, old);
+    }
+    installation.write(".tarvik-8-9-10.tmp", "just begun");
+    const int written = ::open((installation.path() / ".tarvik-5-6-7.tmp").c_str(), O_WRONLY);
+    ASSERT_EQ(::flock(written, LOCK_EX), 0);
+    files.replace(U"a.txt", "a");
+    EXPECT_EQ(entries(), 3U) << "the file, the one in work and the one just begun";
+    ::close(written);
+}
+
+TEST_F(DiskFilesTest, AReplacementTakesItsPlaceAtTheEnd)
+{
+    installation.write("a.txt", "old");
+    const auto file = files.begin_replacement(U"a.txt");
+    file->write("new ");
+    file->write("text");
+    file->complete();
+    EXPECT_EQ(installation.read("a.txt"), "old");
+    file->take_place();
+    EXPECT_EQ(installation.read("a.txt"), "new text");
+    files.begin_replacement(U"a.txt")->write("never");
+    EXPECT_EQ(installation.read("a.txt"), "new text");
+    EXPECT_EQ(entries(), 1U);
+    EXPECT_FALSE(files.stamp(U"a.txt").settled) << "another change might bear the same stamp";
 }
 
 TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)

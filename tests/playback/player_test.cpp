@@ -61,6 +61,15 @@ TEST_F(Player, CtrlEnterPutsALineEndIntoTheNumberBoxAndStartsNothing)
     EXPECT_EQ(played.out, "Text1(2).Text = \"。\\r\\n\"\nText1(1).Text = \"查寻条件\"\n") << played.errors;
 }
 
+TEST_F(Player, EndsWithAMessageWhenItsOutputIsClosed)
+{
+    std::istringstream lines("say one\nsay two\n");
+    std::ostringstream errors;
+    std::ostream closed(nullptr);
+    EXPECT_EQ(tarvik::play(options(), lines, closed, errors), 1);
+    EXPECT_EQ(errors.str(), "line 1: the output cannot be written\n");
+}
+
 TEST_F(Player, EndsAtAFailureAndTellsItsLine)
 {
     const std::pair<std::string_view, std::string_view> failures[] = {

@@ -1,7 +1,7 @@
 #include "reading/marking.h"
 #include "reading/occurrences.h"
 #include "reading/reading.h"
-#include "tests/reading/told_loops.h"
+#include "tests/reading/slow_searches.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
@@ -31,44 +31,44 @@ protected:
         test.dialogs.replies = {Answer::Yes};
         by_enter ? query_by_enter(program) : Command1_Click(program, 1);
     }
-    /// `told` is what the loops give; passes when arrays, counts, flags and the box agree.
-    void expect_same(const TextArray& array, const Pieces& told, TextView text, TextView query)
+    /// `expected` is what the slow search gives; passes when arrays, counts, flags and the box agree.
+    void expect_same(const TextArray& array, const Pieces& expected, TextView text, TextView query)
     {
         const std::string story = "query [" + to_utf8(query) + "] text [" + to_utf8(text).substr(0, 2000) + "]";
-        ASSERT_EQ(form1.resultcount, told.count) << story;
-        ASSERT_EQ(results(array, told.stored.size()), told.stored) << story;
-        ASSERT_TRUE(array.get(told.stored.size()).empty()) << story;
-        ASSERT_EQ(form1.number_box().text(), number_text(told.count)) << story;
+        ASSERT_EQ(form1.resultcount, expected.count) << story;
+        ASSERT_EQ(results(array, expected.stored.size()), expected.stored) << story;
+        ASSERT_TRUE(array.get(expected.stored.size()).empty()) << story;
+        ASSERT_EQ(form1.number_box().text(), number_text(expected.count)) << story;
         ASSERT_EQ(test.dialogs.take_messages().empty() ? false : form1.RichTextBox1.empty(),
-                  told.stored.empty() || told.stored.front().empty())
+                  expected.stored.empty() || expected.stored.front().empty())
             << story;
     }
 };
 
-TEST_F(Query, OccurrencesAndMarksAreThoseOfThePlainLoops)
+TEST_F(Query, OccurrencesAndMarksEqualASlowSearch)
 {
     for (int round = 0; round < 4000; ++round) {
         const Text text = random_text(random, {U"a", U"a", U"b", U"测", U" ", U"aab"}, 40);
         const Text needle = random_text(random, {U"a", U"a", U"b", U"测"}, 4);
-        std::size_t told_last = 0;
-        const auto told = places_marked(text, needle, told_last);
+        std::size_t expected_last = 0;
+        const auto expected = places_marked(text, needle, expected_last);
         const MatchPlaces places = places_to_mark(text, needle);
-        ASSERT_EQ(places.marked, told) << to_utf8(text) << '|' << to_utf8(needle);
-        ASSERT_EQ(places.last_found, told_last) << to_utf8(text) << '|' << to_utf8(needle);
+        ASSERT_EQ(places.marked, expected) << to_utf8(text) << '|' << to_utf8(needle);
+        ASSERT_EQ(places.last_found, expected_last) << to_utf8(text) << '|' << to_utf8(needle);
 
         Occurrences walk(text, needle);
         LastOccurrence last(text, needle);
-        std::size_t told_before = npos;
+        std::size_t expected_before = npos;
         for (std::size_t i = 0; !needle.empty() && i < text.size(); i += 1 + random() % 3) {
             ASSERT_EQ(walk.at_or_behind(i), text.find(needle, i));
             const Text before = text.substr(0, i);
-            told_before = before.rfind(needle);
-            ASSERT_EQ(last.within(i), told_before);
+            expected_before = before.rfind(needle);
+            ASSERT_EQ(last.within(i), expected_before);
         }
     }
 }
 
-TEST_F(Query, PiecesBetweenSeparatorsAreThoseOfThePlainLoop)
+TEST_F(Query, PiecesBetweenSeparatorsEqualASlowSearch)
 {
     const std::vector<Text> separators{U"。\r\n", U".\r\n", U";", U" ", U"; ", U"\r", U"aa", U".", U"。", U"数目"};
     for (int round = 0; round < 1500; ++round) {
@@ -83,14 +83,14 @@ TEST_F(Query, PiecesBetweenSeparatorsAreThoseOfThePlainLoop)
         run(text, query, round % 2 == 0);
         if (!asked) continue;
         const Text t = lower(text), q = lower(ltrim(query));
-        const Pieces told = pieces_between_separators(t, q, separator);
-        expect_same(test.module1().hits, told, text, query);
+        const Pieces expected = pieces_between_separators(t, q, separator);
+        expect_same(test.module1().hits, expected, text, query);
         ASSERT_FALSE(form1.cutopen);
         ASSERT_EQ(form1.resultpos, 1);
     }
 }
 
-TEST_F(Query, SentencesAreThoseOfThePlainLoopWithTheFlagCarriedOver)
+TEST_F(Query, SentencesEqualASlowSearchWithTheFlagCarriedOver)
 {
     form1.Option3.set_value(true);
     for (int round = 0; round < 2000; ++round) {
@@ -104,10 +104,10 @@ TEST_F(Query, SentencesAreThoseOfThePlainLoopWithTheFlagCarriedOver)
         form1.query_box().set_text(query);
         form1.cutopenfile = round % 7 == 0;
         if (form1.cutopenfile) form1.cutdistance = random() % 30 + 1;
-        const Pieces told = sentences(text, query, by_enter, form1.cutopenfile, form1.cutdistance);
+        const Pieces expected = sentences(text, query, by_enter, form1.cutopenfile, form1.cutdistance);
         run(text, query, by_enter);
-        expect_same(test.module1().filehits, told, text, query);
-        ASSERT_EQ(form1.cutopenfile, told.open) << to_utf8(text) << '|' << to_utf8(query);
+        expect_same(test.module1().filehits, expected, text, query);
+        ASSERT_EQ(form1.cutopenfile, expected.open) << to_utf8(text) << '|' << to_utf8(query);
     }
 }
 
@@ -124,7 +124,7 @@ TEST_F(Query, ASecondPressOfTheSentenceQueryKeepsItsResults)
     }
 }
 
-TEST_F(Query, EntriesOfADictionaryAreThoseOfThePlainLoop)
+TEST_F(Query, EntriesOfADictionaryEqualASlowSearch)
 {
     const struct {
         std::string file;
@@ -150,14 +150,14 @@ TEST_F(Query, EntriesOfADictionaryAreThoseOfThePlainLoop)
             one.option.set_value(true);
             form1.resultpos = 0;
             const Text compared = one.rule.window == 35 ? lower(text) : text;
-            const Pieces told = entries(compared, text, lower(one.query), one.rule);
+            const Pieces expected = entries(compared, text, lower(one.query), one.rule);
             run({}, one.query, round % 2 == 0);
-            if (one.rule.window == 249 && (told.stored.empty() || told.stored.front().empty())) {
+            if (one.rule.window == 249 && (expected.stored.empty() || expected.stored.front().empty())) {
                 ASSERT_EQ(form1.resultpos, 2); // looked twice, the second time in the empty pane
                 ASSERT_EQ(form1.resultcount, 0);
                 continue;
             }
-            expect_same(one.results, told, text, one.query);
+            expect_same(one.results, expected, text, one.query);
         }
 }
 

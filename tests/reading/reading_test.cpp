@@ -39,7 +39,7 @@ protected:
     }
 };
 
-TEST_F(Reading, PagesTurnAsTold)
+TEST_F(Reading, PagesTurn)
 {
     EXPECT_EQ(press(1), "Tarvik 计算 之查寻|请读入文本文件！//页数");
     form1.page_size_box().set_text(U"3");
@@ -247,6 +247,29 @@ TEST_F(Reading, OfEqualResultsTheLastStays)
         empty_earlier_copies(results, 10);
         for (std::size_t i = 0; i <= 12; ++i) ASSERT_EQ(results.get(i).str(), told[i]) << i;
     }
+}
+
+TEST_F(Reading, NoBoxSaysSavedWhenTheFileCannotBeWritten)
+{
+    test.drive_d.write("out.txt", "old");
+    select_option(form1, form1.Option1);
+    form1.resultcount = 1;
+    bool saved = false;
+    for (std::size_t operation = 1; !saved; ++operation) {
+        ASSERT_LT(operation, 20U);
+        test.module1().cnhits.set(0, U"entry");
+        test.dialogs.replies = {Answer::Yes, Answer::Yes};
+        test.dialogs.files = {U"d:\\out.txt"};
+        test.faulty.fail_at(operation);
+        Command1_Click(program, 4);
+        saved = test.faulty.counted() < operation;
+        const bool claimed = test.dialogs.take_messages().back().find("保存完毕") != std::string::npos;
+        const bool renaming_fails = !saved && test.faulty.counted() == operation && operation == 4;
+        EXPECT_EQ(claimed, saved || renaming_fails) << operation;
+        EXPECT_EQ(test.drive_d.read("out.txt"), saved ? "entry\r\n" : "old") << operation;
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(test.drive_d.path()), {}), 2)
+        << "the run folder and it";
 }
 
 TEST_F(Reading, SavingTakesThePathOfTheLastWork)

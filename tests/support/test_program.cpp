@@ -80,8 +80,8 @@ std::vector<std::string> RecordedDialogs::take_messages()
 }
 
 TestProgram::TestProgram(OfficeEngines* office)
-    : files(installation.path(), {{'d', drive_d.path()}}),
-      program({dialogs, clipboard, clock, files, screen, printer}, office ? *office : no_office)
+    : files(installation.path(), {{'d', drive_d.path()}}), faulty(files),
+      program({dialogs, clipboard, clock, faulty, screen, printer}, office ? *office : no_office)
 {
     Form_Load(program);
 }

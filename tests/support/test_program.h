@@ -2,6 +2,7 @@
 
 #include "mainwindow/mainwindow.h"
 #include "platform/disk_files.h"
+#include "tests/support/faulty_files.h"
 
 #include <deque>
 #include <filesystem>
@@ -100,6 +101,7 @@ public:
     TestClipboard clipboard;
     FixedClock clock;
     DiskFiles files;
+    FaultyFiles faulty; ///< what the program uses; they fail only when asked to
     TestScreen screen;
     RecordedPrinter printer;
     NoOffice no_office;

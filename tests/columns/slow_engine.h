@@ -6,8 +6,7 @@
 #include <cmath>
 #include <map>
 
-/// The column engine as plain loops over plain arrays, quadratic where nothing forbids it: what the fast one must
-/// equal.
+/// The column engine as simple loops over endless arrays, quadratic where nothing forbids it, so that it can be read.
 namespace tarvik::test {
 
 inline const Text line_end = U"\r\n", tab = U"\t";
@@ -20,7 +19,7 @@ public:
 };
 using Row = Endless<Text>;
 
-class PlainLoops {
+class SlowEngine {
 public:
     bool comp = false, showdata = true, notcap = false;
     std::size_t sufcount = 0, sugcount = 0, curcount = 0, sufrows = 0, sugrows = 0, keycount = 0;

@@ -1,4 +1,4 @@
-#include "tests/reading/told_loops.h"
+#include "tests/reading/slow_searches.h"
 
 #include "mainwindow/mainwindow.h"
 

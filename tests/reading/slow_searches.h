@@ -5,8 +5,8 @@
 #include <random>
 #include <vector>
 
-/// The searches as they were first told: position by position, with no thought of their cost. The program has to give
-/// exactly what these give.
+/// The searches written position by position, so simply that they can be read: whatever the fast ones give must equal
+/// it.
 namespace tarvik::test {
 
 struct Pieces {

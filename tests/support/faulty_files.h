@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/files.h"
+
+#include <memory>
+
+namespace tarvik::test {
+
+/// Files over other files that fail when they are told to: every operation that reads or changes something counts, and
+/// the one with the number that was set throws Failure in the words of a full disk. So each place where work can break
+/// off is reached by setting 1, 2, 3 ... until the work gets through.
+class FaultyFiles final : public Files {
+public:
+    explicit FaultyFiles(Files& files) : files_(files) {}
+
+    /// Counts from 1, from now on. 0: nothing fails.
+    void fail_at(std::size_t operation)
+    {
+        counted_ = 0;
+        failing_ = operation;
+    }
+    std::size_t counted() const { return counted_; }
+
+    Text installation_folder() const override { return files_.installation_folder(); }
+    std::filesystem::path resolve(TextView path) const override { return files_.resolve(path); }
+    bool file_exists(TextView path) const override { return files_.file_exists(path); }
+    bool folder_exists(TextView path) const override { return files_.folder_exists(path); }
+    FileStamp stamp(TextView path) const override { return count(), files_.stamp(path); }
+    std::string read(TextView path) const override { return count(), files_.read(path); }
+    void replace(TextView path, std::string_view bytes) override { count(), files_.replace(path, bytes); }
+    std::unique_ptr<ReplacementFile> begin_replacement(TextView path) override;
+    std::unique_ptr<OutputFile> open_for_output(TextView path) override;
+    void append(TextView path, std::string_view bytes) override { count(), files_.append(path, bytes); }
+    void create_folder(TextView path) override { count(), files_.create_folder(path); }
+    void move_file(TextView from, TextView to) override { count(), files_.move_file(from, to); }
+    std::vector<Text> file_names(TextView folder) const override { return count(), files_.file_names(folder); }
+
+private:
+    class Replacement;
+    class Output;
+    void count() const;
+
+    Files& files_;
+    mutable std::size_t counted_ = 0;
+    std::size_t failing_ = 0;
+};
+
+} // namespace tarvik::test
