@@ -1,6 +1,7 @@
-#include "platform/large_blocks.h"
+#include "platform/large_blocks/large_blocks.h"
 #include "playback/player.h"
 
+#include <csignal>
 #include <fstream>
 #include <iostream>
 
@@ -31,6 +32,8 @@ int play_script(const tarvik::Options& options)
 int main(int count, char** words)
 {
     tarvik::reuse_freed_memory();
+    // A closed pipe or a limit of size is a failed write, which the user hears of, and no sudden end.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
     try {
         const std::span<const char* const> arguments(words, static_cast<std::size_t>(count));
         const tarvik::Options options = tarvik::parse_options(arguments.subspan(1), program_folder());

@@ -13,6 +13,10 @@ echo "== tests under the address and undefined-behaviour sanitizers"
 cmake --preset asan
 cmake --build --preset asan
 ctest --preset asan -j 2 --no-tests=error
+echo "== tests of the column engine and the player under the thread sanitizer"
+cmake --preset tsan
+cmake --build --preset tsan
+ctest --preset tsan -j 2 --no-tests=error
 echo "== clang-tidy"
 run-clang-tidy -quiet -j 2 -p build/asan -extra-arg=-Wno-unknown-warning-option "^$PWD/(?!tests|build).*\.cpp$" > build/clang-tidy.txt 2>&1 || {
     grep -E '(warning|error):' -A 4 build/clang-tidy.txt || tail -n 40 build/clang-tidy.txt

@@ -1,11 +1,11 @@
-#include "platform/large_blocks.h"
+#include "platform/large_blocks/large_blocks.h"
 
 #include <cstddef>
 #include <cstdlib>
 #include <limits>
 #include <new>
 
-#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__)
+#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 
 #include <malloc.h>
 #include <sys/mman.h>
