@@ -27,11 +27,12 @@ Relationship find_document(const Package& package, const ContentTypes& types)
 {
     const Relationships relationships(package, "");
     const auto* document = relationships.of_kind("officeDocument");
-    const auto type = document ? types.of(document->target) : std::string();
-    const bool is_document =
-        type.find("wordprocessingml") != std::string::npos || type.find("ms-word.") != std::string::npos;
-    if (!is_document) throw Damage(U"文件不是 Word 文档。");
-    return *document;
+    if (document) {
+        const auto type = types.of(document->target);
+        const auto has = [&type](std::string_view word) { return type.find(word) != std::string::npos; };
+        if (has("wordprocessingml") || has("ms-word.")) return *document;
+    }
+    throw Damage(U"文件不是 Word 文档。");
 }
 
 /// The folder that a part lies in, with a separator behind it.
