@@ -24,7 +24,7 @@ public:
         return number_at(tiff_, at, size, order_).value_or(0);
     }
 
-    /// Where the entry of the tag begins, or 0.
+    // Where the entry of the tag begins, or 0.
     std::size_t entry(std::uint32_t tag, std::uint32_t kind) const noexcept
     {
         constexpr std::size_t entry_size = 12;

@@ -16,7 +16,7 @@ pugi::xml_node append_like(pugi::xml_node parent, std::string_view local_name)
     return parent.append_child(name_like(parent, local_name).c_str());
 }
 
-/// Removes the children with one of these local names.
+// Removes the children with one of these local names.
 template <typename Names>
 void remove_named(pugi::xml_node parent, const Names& names)
 {
@@ -28,7 +28,13 @@ void remove_named(pugi::xml_node parent, const Names& names)
     }
 }
 
-/// The content controls between a node and its row.
+// Refuses, before anything is changed, what could not be removed.
+void check_contents(pugi::xml_node element)
+{
+    for (const auto child : element.children()) check_removable(child);
+}
+
+// The content controls between a node and its row.
 std::vector<pugi::xml_node> controls_around(pugi::xml_node node)
 {
     std::vector<pugi::xml_node> controls;
@@ -38,8 +44,8 @@ std::vector<pugi::xml_node> controls_around(pugi::xml_node node)
     return controls;
 }
 
-/// The run properties that a text in place of the paragraph's own gets, or a null node. A placeholder's look is not
-/// that of its control's text.
+// The run properties that a text in place of the paragraph's own gets, or a null node. A placeholder's look is not
+// that of its control's text.
 pugi::xml_node run_look(pugi::xml_node paragraph)
 {
     auto look = child_named(child_named(paragraph, "pPr"), "rPr");
@@ -73,7 +79,7 @@ constexpr bool is_line_break(char32_t c) noexcept
     return c == U'\r' || c == U'\n' || c == U'\v';
 }
 
-/// What no XML text can hold, and what is no character.
+// What no XML text can hold, and what is no character.
 constexpr bool is_unwritable(char32_t c) noexcept
 {
     return c < 0x20 || c == 0xFFFE || c == 0xFFFF;
@@ -101,8 +107,8 @@ void append_text(pugi::xml_node run, TextView text)
     append_piece(run, piece);
 }
 
-/// The marks in the cell of ranges (bookmarks, comments, permissions) that begin or end outside of it: without its
-/// partner such a range would be broken.
+// The marks in the cell of ranges (bookmarks, comments, permissions) that begin or end outside of it: without its
+// partner such a range would be broken.
 std::vector<pugi::xml_node> marks_of_wider_ranges(pugi::xml_node cell, std::string_view side, std::string_view other)
 {
     const auto identity = [](pugi::xml_node mark, std::string_view suffix) {
@@ -130,7 +136,7 @@ pugi::xml_node append_paragraph(pugi::xml_node cell, pugi::xml_node model)
     return paragraph;
 }
 
-/// Whether nothing in the paragraph shows.
+// Whether nothing in the paragraph shows.
 bool is_blank(pugi::xml_node paragraph)
 {
     for (const auto run : nearest(paragraph, "r")) {
@@ -143,7 +149,7 @@ bool is_blank(pugi::xml_node paragraph)
     return true;
 }
 
-/// The first paragraph when nothing shows in any, else the last one when nothing shows in that, else a null node.
+// The first paragraph when nothing shows in any, else the last one when nothing shows in that, else a null node.
 pugi::xml_node blank_paragraph(const std::vector<pugi::xml_node>& paragraphs)
 {
     if (paragraphs.empty()) return {};
@@ -151,7 +157,7 @@ pugi::xml_node blank_paragraph(const std::vector<pugi::xml_node>& paragraphs)
     return is_blank(paragraphs.back()) ? paragraphs.back() : pugi::xml_node();
 }
 
-/// Sets the line spacing to what the lines' contents need. A spacing of so many points would cut a picture off.
+// Sets the line spacing to what the lines' contents need. A spacing of so many points would cut a picture off.
 void set_single_spacing(pugi::xml_node paragraph)
 {
     const std::string prefix = name_like(paragraph, "");
@@ -178,6 +184,9 @@ void set_single_spacing(pugi::xml_node paragraph)
 
 void replace_cell_text(pugi::xml_node cell, TextView text)
 {
+    check_contents(cell);
+    const auto controls = controls_around(cell);
+    for (const auto control : controls) check_contents(control);
     const auto paragraphs = nearest(cell, "p", {"tbl"});
     const auto model = paragraphs.empty() ? pugi::xml_node() : paragraphs.front();
     const auto beginnings = marks_of_wider_ranges(cell, "Start", "End");
@@ -197,11 +206,12 @@ void replace_cell_text(pugi::xml_node cell, TextView text)
         child = next;
     }
     constexpr std::array<std::string_view, 2> overriding{"showingPlcHdr", "dataBinding"};
-    for (const auto control : controls_around(cell)) remove_named(control, overriding);
+    for (const auto control : controls) remove_named(control, overriding);
 }
 
 pugi::xml_node paragraph_for_picture(pugi::xml_node cell)
 {
+    check_contents(cell);
     const auto paragraphs = nearest(cell, "p", {"tbl"});
     auto paragraph = blank_paragraph(paragraphs);
     if (!paragraph) {

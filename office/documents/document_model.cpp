@@ -22,7 +22,7 @@ MediaKind media_kind(PictureKind kind) noexcept
     return kind == PictureKind::Jpeg ? MediaKind{".jpeg", "image/jpeg"} : MediaKind{".png", "image/png"};
 }
 
-/// What leads to the document's part, which must be what this engine can edit.
+// What leads to the document's part, which must be what this engine can edit.
 Relationship find_document(const Package& package, const ContentTypes& types)
 {
     const Relationships relationships(package, "");
@@ -35,13 +35,13 @@ Relationship find_document(const Package& package, const ContentTypes& types)
     throw Damage(U"文件不是 Word 文档。");
 }
 
-/// The folder that a part lies in, with a separator behind it.
+// The folder that a part lies in, with a separator behind it.
 std::string folder_of(const std::string& part)
 {
     return part.substr(0, part.rfind('/') + 1); // without a separator that is the empty text
 }
 
-/// The numbers of the drawings in a part, which is searched as it is written.
+// The numbers of the drawings in a part, which is searched as it is written.
 void collect_numbers(std::string_view part, std::set<int>& numbers)
 {
     constexpr std::string_view element = "docPr ";
@@ -67,14 +67,13 @@ DocumentModel::DocumentModel(std::shared_ptr<const Package> package)
 void DocumentModel::set_cell_text(int row, int column, TextView text)
 {
     const auto cell = cell_of_first_table(document_.root(), row, column);
-    document_.changed = is_unpacked_ = true;
     replace_cell_text(cell.node, text);
+    document_.changed = is_unpacked_ = true;
 }
 
 void DocumentModel::add_picture(int row, int column, const Picture& picture, std::string contents, TextView name)
 {
     const auto cell = cell_of_first_table(document_.root(), row, column);
-    document_.changed = is_unpacked_ = true;
     const auto paragraph = paragraph_for_picture(cell.node);
     const auto kind = media_kind(picture.kind);
     const auto part = editor_.free_name(folder_of(main_.target) + "media/image", kind.extension);
@@ -84,6 +83,7 @@ void DocumentModel::add_picture(int row, int column, const Picture& picture, std
     append_drawing(paragraph,
                    inline_drawing(picture, room_in_cell(cell, paragraph),
                                   {relationship, free_drawing_number(), to_utf8(safe_name_part(name)), is_strict}));
+    document_.changed = is_unpacked_ = true;
 }
 
 void DocumentModel::collect_drawing_numbers()

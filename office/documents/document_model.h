@@ -27,12 +27,12 @@ private:
     void collect_drawing_numbers();
 
     PackageEditor editor_;
-    Relationship main_; ///< leads to the document's part
+    Relationship main_; // leads to the document's part
     Relationships relationships_;
     XmlPart document_;
-    std::set<int> drawing_numbers_; ///< collected when the first picture comes
+    std::set<int> drawing_numbers_; // collected when the first picture comes
     std::string packed_;
-    bool is_unpacked_ = false; ///< the bytes packed last are out of date
+    bool is_unpacked_ = false; // the bytes packed last are out of date
 };
 
 } // namespace tarvik::ooxml

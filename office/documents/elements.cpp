@@ -8,7 +8,7 @@ namespace tarvik::ooxml {
 
 namespace {
 
-/// The prefix of an element's name with its colon.
+// The prefix of an element's name with its colon.
 std::string_view prefix_of(pugi::xml_node node) noexcept
 {
     const std::string_view name = node.name();

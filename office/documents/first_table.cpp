@@ -9,7 +9,7 @@ namespace tarvik::ooxml {
 
 namespace {
 
-constexpr int most_grid_columns = 16'383; ///< no honest table goes beyond
+constexpr int most_grid_columns = 16'383; // no honest table goes beyond
 
 int grid_columns(pugi::xml_node element, int otherwise)
 {

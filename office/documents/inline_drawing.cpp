@@ -16,7 +16,7 @@ constexpr int units_a_quarter_turn = 5'400'000;
 constexpr std::string_view plain_base = "http://schemas.openxmlformats.org/";
 constexpr std::string_view strict_base = "http://purl.oclc.org/ooxml/";
 
-/// A word in braces stands for a value.
+// A word in braces stands for a value.
 constexpr std::string_view pattern =
     R"(<wp:inline xmlns:wp="{base}drawingml/{space}wordprocessingDrawing" distT="0" distB="0" distL="0" distR="0">)"
     R"(<wp:extent cx="{width}" cy="{height}"/>)"
@@ -51,7 +51,7 @@ std::string filled(std::string_view text, const auto& values)
     }
 }
 
-/// Lengths of drawings are whole numbers.
+// Lengths of drawings are whole numbers.
 std::string units(double inches)
 {
     return std::to_string(std::max(0LL, std::llround(inches * units_an_inch)));

@@ -57,7 +57,7 @@ void read_segment(unsigned marker, std::string_view body, Header& header)
     }
 }
 
-/// Reads what stands before the first scan; gives where that begins.
+// Reads what stands before the first scan; gives where that begins.
 std::size_t read_header(std::string_view bytes, Header& header)
 {
     std::size_t at = 2;

@@ -13,7 +13,7 @@ struct Showing {
     bool is_mirrored;
     int quarter_turns;
 };
-/// For the orientations 1 to 8.
+// For the orientations 1 to 8.
 constexpr std::array<Showing, 8> showings{
     {{false, 0}, {true, 0}, {false, 2}, {true, 2}, {true, 3}, {false, 1}, {true, 1}, {false, 3}}};
 

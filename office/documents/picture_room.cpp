@@ -14,8 +14,8 @@ namespace {
 // Lengths here are twips, twentieths of a point.
 constexpr double twips_an_inch = 1440;
 constexpr double usual_cell_margin = 108;
-constexpr double least_room = 360; ///< what is narrower tells nothing of use
-/// The line that the picture stands in and the cell's borders take the rest of the page.
+constexpr double least_room = 360; // what is narrower tells nothing of use
+// The line that the picture stands in and the cell's borders take the rest of the page.
 constexpr double share_of_page = 0.9;
 
 struct Unit {
@@ -29,7 +29,7 @@ constexpr std::array<Unit, 6> units{{{"pt", 20},
                                      {"pc", 240},
                                      {"pi", 240}}};
 
-/// A plain number is twips.
+// A plain number is twips.
 double length(const std::string& text)
 {
     const double number = leading_number(from_utf8(text));
@@ -45,7 +45,7 @@ double length_of(pugi::xml_node element, std::string_view attribute, double othe
     return value.empty() ? otherwise : length(value);
 }
 
-/// A width in twips, or in parts of `whole`; 0 when it is left to the word processor.
+// A width in twips, or in parts of `whole`; 0 when it is left to the word processor.
 double width_of(pugi::xml_node element, double whole)
 {
     const auto type = value_of(element, "type");
@@ -60,7 +60,7 @@ struct Page {
     double height;
 };
 
-/// The text area of the pages that the node's section has.
+// The text area of the pages that the node's section has.
 Page page_around(pugi::xml_node node)
 {
     pugi::xml_node section;
@@ -81,7 +81,7 @@ Page page_around(pugi::xml_node node)
             inside(length_of(size, "h", 16'838), {"top", "bottom"})};
 }
 
-/// The cell's or the table's margin on one side, which goes by either of two names.
+// The cell's or the table's margin on one side, which goes by either of two names.
 double margin(pugi::xml_node cell_properties, pugi::xml_node table_properties, const char* side, const char* other,
               double otherwise)
 {
@@ -103,7 +103,7 @@ double indents(pugi::xml_node paragraph)
     return sum;
 }
 
-/// The width of the grid columns that the cell spans; 0 where the table has no grid.
+// The width of the grid columns that the cell spans; 0 where the table has no grid.
 double grid_width(pugi::xml_node table, const TableCell& cell)
 {
     double width = 0;
@@ -125,7 +125,7 @@ double cell_width(pugi::xml_node table, const TableCell& cell, const Page& page)
     return of_grid > 0 ? of_grid : page.width;
 }
 
-/// The height of the row if it is fixed, else 0.
+// The height of the row if it is fixed, else 0.
 double fixed_height(pugi::xml_node cell)
 {
     const auto height = child_named(child_named(around(cell, "tr"), "trPr"), "trHeight");

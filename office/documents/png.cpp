@@ -17,7 +17,7 @@ Damage damaged()
     return Damage(U"图片已损坏。");
 }
 
-/// What the picture says of its points.
+// What the picture says of its points.
 struct Header {
     PointSize size;
     std::uint32_t depth;
@@ -28,12 +28,12 @@ struct Header {
 struct ColourKind {
     std::uint32_t number;
     std::uint32_t channels;
-    std::string_view depths; ///< bits a channel that it may have
+    std::string_view depths; // bits a channel that it may have
 };
 constexpr std::array<ColourKind, 5> colour_kinds{
     {{0, 1, "\1\2\4\10\20"}, {2, 3, "\10\20"}, {3, 1, "\1\2\4\10"}, {4, 2, "\10\20"}, {6, 4, "\10\20"}}};
 
-/// One pass over the points: where it begins and how far it steps.
+// One pass over the points: where it begins and how far it steps.
 struct Pass {
     std::uint32_t left, top, across, down;
 };
@@ -56,7 +56,7 @@ Header read_header(std::string_view body)
     return header;
 }
 
-/// The bytes that all points take once they are inflated.
+// The bytes that all points take once they are inflated.
 std::uint64_t inflated_size(const Header& header)
 {
     const auto kind = std::find_if(colour_kinds.begin(), colour_kinds.end(),
@@ -77,7 +77,7 @@ std::uint64_t inflated_size(const Header& header)
     return header.is_interlaced ? sum(interlaced_passes) : sum(plain_passes);
 }
 
-/// Inflates the points piece by piece and only counts them.
+// Inflates the points piece by piece and only counts them.
 class PointCounter {
 public:
     PointCounter() : buffer_(std::size_t{1} << 16U)
@@ -88,7 +88,7 @@ public:
     PointCounter& operator=(const PointCounter&) = delete;
     ~PointCounter() { inflateEnd(&stream_); }
 
-    /// Takes the next compressed bytes; nothing is done any more once there are `enough`.
+    // Takes the next compressed bytes; nothing is done any more once there are `enough`.
     void add(std::string_view compressed, std::uint64_t enough)
     {
         // zlib reads through a pointer to non-const and writes nothing there.
@@ -121,7 +121,7 @@ struct Chunk {
     std::string_view body;
 };
 
-/// The chunk at `at`, which is moved behind it.
+// The chunk at `at`, which is moved behind it.
 Chunk next_chunk(std::string_view bytes, std::size_t& at)
 {
     constexpr std::size_t type_size = 4;

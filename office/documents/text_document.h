@@ -25,8 +25,8 @@ private:
     Files& files_;
     Printer& printer_;
     Text path_;
-    std::unique_ptr<DocumentModel> model_; ///< none once the document is closed
-    bool is_saved_ = true;                 ///< the file holds what the model does
+    std::unique_ptr<DocumentModel> model_; // none once the document is closed
+    bool is_saved_ = true;                 // the file holds what the model does
 };
 
 } // namespace tarvik::ooxml

@@ -268,8 +268,13 @@ void set_raw_text(pugi::xml_node element, const std::string& raw)
 
 void remove_element(pugi::xml_node parent, pugi::xml_node child)
 {
-    if (is_deep(child, deepest_nesting)) throw Damage(U"部件里的元素嵌套过深。");
+    check_removable(child);
     parent.remove_child(child);
+}
+
+void check_removable(pugi::xml_node element)
+{
+    if (is_deep(element, deepest_nesting)) throw Damage(U"部件里的元素嵌套过深。");
 }
 
 } // namespace tarvik::ooxml

@@ -66,5 +66,7 @@ std::string element_text(pugi::xml_node element);
 void set_raw_text(pugi::xml_node element, const std::string& raw);
 /// Removes a child with all that is in it.
 void remove_element(pugi::xml_node parent, pugi::xml_node child);
+/// Damage when the element nests so deeply that remove_element() refuses it.
+void check_removable(pugi::xml_node element);
 
 } // namespace tarvik::ooxml

@@ -17,7 +17,7 @@ std::string element(const std::string& name, const std::string& contents)
     return "<" + name + ">" + contents + "</" + name + ">";
 }
 
-/// The properties' element where there are any.
+// The properties' element where there are any.
 std::string with_properties(const std::string& name, const std::string& properties, const std::string& contents)
 {
     return element("w:" + name, (properties.empty() ? "" : element("w:" + name + "Pr", properties)) + contents);
@@ -30,7 +30,7 @@ std::string little_endian(unsigned number, unsigned size)
     return bytes;
 }
 
-/// A camera's notes with an orientation and 200 points to a centimetre.
+// A camera's notes with an orientation and 200 points to a centimetre.
 std::string camera_notes(const PictureNotes& notes)
 {
     const auto number = [&](unsigned value, unsigned size) {

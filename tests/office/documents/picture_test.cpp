@@ -10,7 +10,7 @@ namespace {
 const std::string drawing_run = "<w:r><w:rPr><w:noProof/></w:rPr><w:drawing><wp:inline";
 const std::string single = "<w:spacing w:line=\"240\" w:lineRule=\"auto\"/>";
 
-/// The values of an attribute that stands somewhere behind `from`, in order.
+// The values of an attribute that stands somewhere behind `from`, in order.
 std::vector<std::string> values_behind(const std::string& document, const std::string& from)
 {
     std::vector<std::string> values;
@@ -21,7 +21,7 @@ std::vector<std::string> values_behind(const std::string& document, const std::s
     return values;
 }
 
-/// What the drawing of a picture in this cell tells of its size.
+// What the drawing of a picture in this cell tells of its size.
 std::string extent_in(const Parts& parts, const std::string& picture, int row = 1, int column = 1)
 {
     DocumentFile file(parts);

@@ -64,6 +64,19 @@ TEST(BadDocument, is_a_failure_that_tells_file_and_reason)
     EXPECT_NE(failure_of([&] { file.open(U"fehlt.doc"); }), "no failure");
 }
 
+TEST(BadDocument, stays_as_it_was_when_a_cell_cannot_be_emptied)
+{
+    const auto row_of = [](const std::string& contents) { return table(row(cell(paragraph("留") + contents))); };
+    DocumentFile file(document_parts(row_of(nested(200, "w:sdt", "<w:p/>"))));
+    file.folder.write("p.jpg", jpeg(9, 9));
+    auto& document = file.open();
+    const std::string told = "无法处理文档“t.doc”：部件里的元素嵌套过深。";
+    EXPECT_EQ(failure_of([&] { document.set_cell_text(1, 1, U"新"); }), told);
+    EXPECT_EQ(failure_of([&] { document.add_picture(1, 1, U"p.jpg"); }), told);
+    document.save_as(U"neu.doc");
+    EXPECT_EQ(file.folder.read("neu.doc"), file.folder.read("t.doc"));
+}
+
 TEST(BadDocument, finds_its_table_in_whatever_depth)
 {
     DocumentFile file(document_parts(nested(200'000, "w:sdt", plain_table(1, 1))));

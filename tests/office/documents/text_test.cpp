@@ -14,7 +14,7 @@ std::string control(const std::string& contents, const std::string& properties =
     return "<w:sdt><w:sdtPr>" + properties + "</w:sdtPr><w:sdtContent>" + contents + "</w:sdtContent></w:sdt>";
 }
 
-/// The first table, itself in a content control, has every kind of cell and wrapping; other tables stand around it.
+// The first table, itself in a content control, has every kind of cell and wrapping; other tables stand around it.
 std::string odd_tables()
 {
     const auto text_box =
@@ -35,7 +35,7 @@ std::string odd_tables()
     return text_box + control(table(first + second + third + fourth)) + plain_table(5, 5) + "<w:sectPr/>";
 }
 
-/// Row, column and the text that stands there.
+// Row, column and the text that stands there.
 struct Place {
     int row;
     int column;
