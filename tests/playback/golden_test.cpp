@@ -9,9 +9,9 @@
 
 /// Scripts with the transcripts that they gave when somebody looked them over. The real program plays those of golden/
 /// over a copy of golden/installation. The ones that the program comes with are played over a copy of its installation
-/// folder when golden/samples/ has a transcript for them, which also tells the files that they made and what another
-/// reader finds in the first of them. With TARVIK_REFRESH=1 in the environment the transcripts are written anew; the
-/// change is then looked over in the diff.
+/// folder when golden/samples/ has a transcript for them, which also tells the files that they wrote and what another
+/// reader finds in the first that they made. With TARVIK_REFRESH=1 in the environment the transcripts are written anew;
+/// the change is then looked over in the diff.
 namespace tarvik {
 
 namespace {
@@ -55,21 +55,31 @@ std::string contents(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The names of all files below a folder, and what the first of them holds.
-std::string files_told(const fs::path& folder)
+std::vector<std::string> files_below(const fs::path& folder)
 {
     std::vector<std::string> files;
     for (const auto& entry : fs::recursive_directory_iterator(folder))
         if (entry.is_regular_file()) files.push_back(fs::relative(entry.path(), folder).string());
     std::ranges::sort(files);
-    std::string told = "files:\n";
+    return files;
+}
+
+/// What a script left: what is new or other in the installation folder, the files that it made below d, and what the
+/// first of these holds.
+std::string files_told(const fs::path& root)
+{
+    std::string told = "written in the installation folder:\n";
+    for (const std::string& file : files_below(root / "installation"))
+        if (contents(root / "installation" / file) != contents(shipped / file)) told += file + "\n";
+    const auto files = files_below(root / "d");
+    told += "files:\n";
     for (const std::string& file : files) told += file + "\n";
     if (files.empty()) return told;
     const bool is_document = files[0].ends_with(".doc");
     return told + "the first of them:\n" +
            test::read_by_python(is_document ? "tests/office/documents/read_document.py"
                                             : "tests/office/spreadsheets/read_workbook.py",
-                                folder / files[0]);
+                                root / "d" / files[0]);
 }
 
 // The transcript, what was told on standard error, and the exit status. The folders of the moment show as names.
@@ -88,7 +98,7 @@ std::string play(const Script& script)
         transcript.replace(at, root.size(), "$");
     const std::string errors = folder.read("err");
     return transcript + (errors.empty() ? "" : "standard error:\n" + errors) + "status " +
-           std::to_string(WEXITSTATUS(status)) + "\n" + (script.tells_files ? files_told(folder.path() / "d") : "");
+           std::to_string(WEXITSTATUS(status)) + "\n" + (script.tells_files ? files_told(folder.path()) : "");
 }
 
 class Golden : public testing::TestWithParam<Script> {};

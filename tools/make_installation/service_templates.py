@@ -18,6 +18,7 @@ from templates import (BAND, BOX, CENTRE, DARK, ENTRY, HEAD, LABEL, LEFT, LIST_B
 
 WRAPPED = Alignment("left", "center", indent=1, wrap_text=True)
 CODE = Font("Consolas", 13, bold=True)
+DENSE = Font("宋体", 9)  # three lines of it fit into a row of the summary
 
 
 def labels(sheet, texts):
@@ -57,12 +58,12 @@ def book_of(name, widths):
     return book, sheet
 
 
-def prepared_rows(sheet, columns, first, last, height, alignment, centred):
+def prepared_rows(sheet, columns, first, last, height, alignment, centred, font=ENTRY):
     """The rows of a list. Lines are drawn where a row is filled, so that a short list prints on one page."""
-    style(sheet, f"A{first}:{columns[-1]}{last}", ENTRY, alignment)
+    style(sheet, f"A{first}:{columns[-1]}{last}", font, alignment)
     sheet.sheet_format.defaultRowHeight, sheet.sheet_format.customHeight = height, True
     for column in columns:
-        sheet.column_dimensions[column].font = ENTRY
+        sheet.column_dimensions[column].font = font
         sheet.column_dimensions[column].alignment = CENTRE if column in centred else alignment
         for row in range(first, last + 1) if column in centred else ():
             sheet[f"{column}{row}"].alignment = CENTRE
@@ -137,13 +138,13 @@ def delivery_list(rows=60):
 
 
 def summary(rows=100):
-    book, sheet = book_of("汇总", (6, 11, 9, 15, 27, 8, 32, 10, 12, 18, 15))
+    book, sheet = book_of("汇总", (6, 11, 9, 15, 28, 8, 32, 10, 14, 20, 15))
     heads = ("序号", "报修日期", "联系人", "联系电话", "客户名称及受理时间", "区域", "收货地址及发运方式", "服务类别", "产品型号", "维修结论",
              "设备序列号")
     style(sheet, "A1:K1", HEAD, CENTRE, DARK, BOX, 24)
     for column, text in zip("ABCDEFGHIJK", heads):
         sheet[f"{column}1"] = text
-    prepared_rows(sheet, "ABCDEFGHIJK", 2, rows + 1, 30, WRAPPED, centred="A")
+    prepared_rows(sheet, "ABCDEFGHIJK", 2, rows + 1, 37, WRAPPED, centred="A", font=DENSE)
     page(sheet, 1, False)
     sheet.page_setup.orientation = "landscape"
     sheet.oddHeader.center.text, sheet.oddHeader.center.size = "自制产品保外维修汇总", 14
