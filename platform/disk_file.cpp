@@ -111,6 +111,13 @@ bool has_settled(const struct stat& status) noexcept
     return nanoseconds(now) - changed > (coarse ? coarse_step : fine_step);
 }
 
+// There are file systems that have nothing to flush in a folder.
+void flush_folder(const fs::path& path)
+{
+    const Descriptor folder(path, O_RDONLY | O_DIRECTORY);
+    if (::fsync(folder.value()) != 0 && errno != EINVAL) fail();
+}
+
 /// Process numbers come again: with the time of its first file a name of this process cannot.
 std::string next_unfinished_name()
 {
@@ -151,18 +158,6 @@ private:
     Descriptor file_;
 };
 
-<<<<<<< HEAD
-// There are file systems that have nothing to flush in a folder.
-void flush_folder(const fs::path& path)
-{
-    const Descriptor folder(path, O_RDONLY | O_DIRECTORY);
-    if (::fsync(folder.value()) != 0 && errno != EINVAL) fail();
-}
-
-} // namespace
-
-=======
->>>>>>> 6ac8dd4 (wip2)
 FileStamp stamp_of(const fs::path& path)
 {
     struct stat status {};

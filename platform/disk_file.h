@@ -42,13 +42,9 @@ private:
 void replace_file(const std::filesystem::path& target, std::string_view bytes);
 /// Whether a file name is one that a BesideFile has until it takes its place.
 bool is_unfinished(std::string_view file_name) noexcept;
-<<<<<<< HEAD
-/// A rename; between file systems a copy with the same mode and times, which is on its disk before the file is removed.
-=======
 /// Removes what runs that were killed left unfinished in a folder; files that a living process still writes stay.
 void remove_leftovers(const std::filesystem::path& folder) noexcept;
-/// A rename, or where that cannot be a copy and a removal.
->>>>>>> 6ac8dd4 (wip2)
+/// A rename; between file systems a copy with the same mode and times, which is on its disk before the file is removed.
 void move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Opened and cut at once; a failed write is kept until close().
