@@ -89,7 +89,12 @@ std::optional<double> serial_number(std::string_view written, bool counts_from_1
 // Of a text in the table.
 std::optional<std::size_t> text_index(pugi::xml_node cell)
 {
-    return parsed<std::size_t>(without_blanks(element_text(child_named(cell, "v"))));
+    const auto value = child_named(cell, "v");
+    // Every cell of a sheet is asked, and nearly all write the digits alone.
+    if (const auto index = parsed<std::size_t>(value.first_child().value());
+        index && !value.first_child().next_sibling())
+        return index;
+    return parsed<std::size_t>(without_blanks(element_text(value)));
 }
 
 bool is_blank(pugi::xml_node value)
@@ -118,9 +123,10 @@ void set_value(pugi::xml_node cell, const std::string& raw)
 
 void CellValues::check(pugi::xml_node cell) const
 {
-    if (!is_shared_text(cell) || is_blank(child_named(cell, "v"))) return;
+    if (!is_shared_text(cell)) return;
     const auto index = text_index(cell);
-    if (!index || !strings_ || !strings_->has(*index)) {
+    if (index && strings_ && strings_->has(*index)) return;
+    if (!is_blank(child_named(cell, "v"))) {
         throw Damage(U"单元格 " + from_utf8(attribute_text(cell, "r")) + U" 引用的文本不存在。");
     }
 }
