@@ -1,8 +1,8 @@
 #pragma once
 
 #include "office/documents/engine.h"
-#include "platform/failure.h"
 #include "tests/office/documents/document_parts.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 
 namespace tarvik::test {
@@ -34,17 +34,5 @@ struct DocumentFile {
         return document_after([&](TextDocument& document) { document.set_cell_text(row, column, text); });
     }
 };
-
-/// What the user reads of the failure of this work.
-template <typename Work>
-std::string failure_of(Work&& work)
-{
-    try {
-        work();
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
-    return "no failure";
-}
 
 } // namespace tarvik::test

@@ -2,6 +2,7 @@
 
 #include "office/spreadsheets/engine.h"
 #include "tests/office/spreadsheets/workbook_parts.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 
 namespace tarvik::test {
@@ -34,17 +35,5 @@ struct WorkbookFile {
         return part_of(saved(), "xl/worksheets/sheet1.xml");
     }
 };
-
-/// What the user reads of the failure of this work.
-template <typename Work>
-std::string failure_of(Work&& work)
-{
-    try {
-        work();
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
-    return "no failure";
-}
 
 } // namespace tarvik::test
