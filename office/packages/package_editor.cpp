@@ -22,7 +22,7 @@ bool PackageEditor::has(std::string_view part) const
 std::string PackageEditor::free_name(std::string_view stem, std::string_view extension) const
 {
     for (int number = 1;; ++number) {
-        const auto name = std::string(stem).append(std::to_string(number)).append(extension);
+        auto name = std::string(stem).append(std::to_string(number)).append(extension);
         if (!has(name) && !package_->has(name)) return name;
     }
 }
