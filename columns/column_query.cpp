@@ -83,7 +83,7 @@ std::optional<double> query_document(Program& program, ScratchFile& file, TextVi
     const SharedBuffer& buffer = document.lowered_buffer();
     TextArray& rowhits = program.module1.rowhits;
 
-    RowScan scan = scan_rows(document.lowered(), needle, rowhits.last() + 1);
+    RowScan scan = scan_rows(document.lowered(), needle, rowhits.last() + 1, document.index());
     form1.resultcount = scan.matches;
     if (scan.matches > 0) bring_up(form1, form1.RichTextBox3);
     if (scan.full)

@@ -47,10 +47,10 @@ public:
 
     void move_to(std::size_t place)
     {
-        while (ahead_ != npos && ahead_ < place) {
-            before_ = ahead_;
-            ahead_ = document_.find(cr, ahead_ + 1);
-        }
+        if (ahead_ == npos || ahead_ >= place) return;
+        before_ = place - 1;
+        while (document_[before_] != cr) --before_; // the one ahead until now is there at the latest
+        ahead_ = document_.find(cr, place);
     }
     std::size_t before() const { return before_; } ///< npos when there is none
     std::size_t ahead() const { return ahead_; }   ///< at the place or behind it
@@ -60,29 +60,50 @@ private:
     std::size_t before_ = npos, ahead_;
 };
 
+/// Takes the lines around matches that come in their order.
+class RowTaker {
+public:
+    RowTaker(TextView document, std::size_t room) : document_(document), bounds_(document), room_(room) {}
+
+    /// False when there is no room for the row of this match.
+    bool take(std::size_t match)
+    {
+        bounds_.move_to(match);
+        const bool ends = bounds_.ahead() != npos && bounds_.ahead() - match < look_ahead;
+        const bool has_row = ends || bounds_.before() == npos;
+        scan.full = has_row && scan.rows.size() == room_;
+        if (scan.full) return false;
+        scan.matches += 1;
+        if (!has_row) return true;
+        const std::size_t begin = bounds_.before() == npos ? 0 : bounds_.before() + 2;
+        const std::size_t end = ends ? bounds_.ahead() : match + look_ahead;
+        scan.rows.push_back(document_.substr(begin, end > begin ? end - begin : 0));
+        return true;
+    }
+
+    RowScan scan;
+
+private:
+    TextView document_;
+    LineBounds bounds_;
+    std::size_t room_;
+};
+
 } // namespace
 
-RowScan scan_rows(TextView document, TextView needle, std::size_t room)
+RowScan scan_rows(TextView document, TextView needle, std::size_t room, const SubstringIndex* index)
 {
-    RowScan scan;
-    if (needle.empty()) return scan;
-    const Matches matches(document, needle);
-    LineBounds bounds(document);
-    for (std::size_t match = matches.first(); match != npos; match = matches.next(match)) {
-        bounds.move_to(match);
-        const bool ends = bounds.ahead() != npos && bounds.ahead() - match < look_ahead;
-        const bool has_row = ends || bounds.before() == npos;
-        if (has_row && scan.rows.size() == room) {
-            scan.full = true;
-            break;
-        }
-        scan.matches += 1;
-        if (!has_row) continue;
-        const std::size_t begin = bounds.before() == npos ? 0 : bounds.before() + 2;
-        const std::size_t end = ends ? bounds.ahead() : match + look_ahead;
-        scan.rows.push_back(document.substr(begin, end > begin ? end - begin : 0));
+    if (needle.empty()) return {};
+    RowTaker taker(document, room);
+    if (index && index->serves(needle)) {
+        for (const std::size_t match : index->places(document, needle))
+            if (!taker.take(match)) break;
+    } else {
+        const Matches matches(document, needle);
+        for (std::size_t match = matches.first(); match != npos; match = matches.next(match))
+            if (!taker.take(match)) break;
     }
-    return scan;
+    return std::move(taker.scan);
 }
 
 } // namespace tarvik

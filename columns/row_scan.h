@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/text.h"
+#include "platform/substring_index.h"
 
 #include <vector>
 
@@ -19,7 +19,8 @@ inline constexpr std::size_t look_ahead = 720;
 /// Finds the lines of a lower-cased document that hold the needle. A line begins two characters behind a CR and ends
 /// before the next one. A match with no CR before it has the document's beginning as its row, up to the next CR or to
 /// the end of the look-ahead; a match with a CR before it and none within the look-ahead has no row. An empty needle is
-/// found nowhere. The scan ends when it has `room` rows and finds one more.
-RowScan scan_rows(TextView document, TextView needle, std::size_t room);
+/// found nowhere. The scan ends when it has `room` rows and finds one more. An
+/// index of the document, if there is one, finds the matches.
+RowScan scan_rows(TextView document, TextView needle, std::size_t room, const SubstringIndex* index = nullptr);
 
 } // namespace tarvik

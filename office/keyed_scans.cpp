@@ -12,8 +12,12 @@ void load_report(Program& program, TextView path)
     form1.fso = true;
     Document document = program.documents.load(program.platform.files, path);
     form1.textstream = true;
-    if (document.empty()) tell(program, U"打开文件失败！");
-    else form1.RichTextBox2.set_content(PaneText(std::move(document)));
+    if (document.empty()) {
+        tell(program, U"打开文件失败！");
+        return;
+    }
+    document.note_keyed_scan();
+    form1.RichTextBox2.set_content(PaneText(std::move(document)));
 }
 
 int count(const ScanResult& scan)

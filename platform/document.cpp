@@ -10,6 +10,7 @@ namespace tarvik {
 namespace {
 
 constexpr std::u32string_view line_end = U"\r\n";
+constexpr std::size_t scans_before_index = 32; // making one takes about as long
 
 /// All bits that occur in the characters: tells the width they need, and is a loop that vectorizes.
 char32_t all_bits(TextView text) noexcept
@@ -96,12 +97,14 @@ SharedText::SharedText(TextView text) : owner(make_buffer(text)), view(owner->vi
 struct Document::State {
     SharedBuffer buffer;
     SharedBuffer lowered;
+    std::size_t keyed_scans = 0;
+    std::unique_ptr<const SubstringIndex> index;
 };
 
 Document::Document(TextView text) : Document(make_buffer(text), text.size()) {}
 
 Document::Document(SharedBuffer buffer, std::size_t size)
-    : state_(std::make_shared<State>(State{std::move(buffer), nullptr})), size_(size)
+    : state_(std::make_shared<State>(State{std::move(buffer), nullptr, 0, nullptr})), size_(size)
 {
 }
 
@@ -126,6 +129,18 @@ const SharedBuffer& Document::lowered_buffer() const
     if (!state_) return buffer();
     if (!state_->lowered) state_->lowered = make_lowered(state_->buffer->view());
     return state_->lowered;
+}
+
+void Document::note_keyed_scan() const
+{
+    if (!state_ || state_->index || ++state_->keyed_scans < scans_before_index) return;
+    const TextView text = lowered_buffer()->view();
+    if (text.size() <= SubstringIndex::longest_text) state_->index = std::make_unique<const SubstringIndex>(text);
+}
+
+const SubstringIndex* Document::index() const noexcept
+{
+    return state_ ? state_->index.get() : nullptr;
 }
 
 Document Document::with_closing_line_end() const

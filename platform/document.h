@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/substring_index.h"
 #include "platform/text.h"
 
 #include <memory>
@@ -64,6 +65,12 @@ public:
     /// The same document with the CR LF that a decoded file keeps behind its text; the lower-cased twin is shared.
     Document with_closing_line_end() const;
     bool empty() const noexcept { return size_ == 0; }
+
+    /// One of many scans of the lower-cased document begins. When there have been so many that an index pays, it is
+    /// made; copies share it.
+    void note_keyed_scan() const;
+    /// The index of the lower-cased document, or nullptr as long as there is none.
+    const SubstringIndex* index() const noexcept;
 
 private:
     struct State;
