@@ -1,6 +1,7 @@
 #include "tests/desktop/desktop_fixture.h"
 
 #include "office/engines.h"
+#include "tests/support/places.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -43,7 +44,7 @@ DesktopFixture::~DesktopFixture()
 
 void DesktopFixture::copy_sample(const std::string& name)
 {
-    std::filesystem::copy_file(std::filesystem::path(TARVIK_INSTALLATION) / name, installation.path() / name);
+    std::filesystem::copy_file(std::filesystem::path(built_installation()) / name, installation.path() / name);
 }
 
 void DesktopFixture::start()

@@ -1,3 +1,4 @@
+#include "tests/support/places.h"
 #include "tests/support/python_reader.h"
 #include "tests/support/test_program.h"
 
@@ -18,9 +19,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path golden = fs::path(TARVIK_SOURCE_DIR) / "tests/playback/golden";
+const fs::path golden = fs::path(test::source_folder()) / "tests/playback/golden";
 
-const fs::path shipped = fs::path(TARVIK_SOURCE_DIR) / "installation";
+const fs::path shipped = fs::path(test::source_folder()) / "installation";
 
 /// A script, the installation folder that it is played over, and its transcript.
 struct Script {
@@ -89,7 +90,7 @@ std::string play(const Script& script)
     fs::copy(script.installation, folder.path() / "installation", fs::copy_options::recursive);
     fs::create_directory(folder.path() / "d");
     const std::string root = folder.path().string();
-    const std::string command = "'" TARVIK_INSTALLATION "/tarvik-play' --install " + root +
+    const std::string command = "'" + test::built_installation() + "/tarvik-play' --install " + root +
                                 "/installation --drive d=" + root + "/d --clock '2024-03-01 09:05:07' " +
                                 script.script.string() + " >" + root + "/out 2>" + root + "/err";
     const int status = std::system(command.c_str());

@@ -1,4 +1,5 @@
 #include "repair_rules/compiler/rule_file.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +11,7 @@ namespace {
 
 std::string shipped_rules()
 {
-    std::ifstream file(TARVIK_SOURCE_DIR "/repair_rules/rules.txt", std::ios::binary);
+    std::ifstream file(test::source_folder() + "/repair_rules/rules.txt", std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
 

@@ -1,4 +1,5 @@
 #include "office/spreadsheets/engine.h"
+#include "tests/support/places.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const fs::path samples = fs::path(TARVIK_SOURCE_DIR) / "installation/维修";
+const fs::path samples = fs::path(test::source_folder()) / "installation/维修";
 
 class RepairSamples : public testing::Test {
 protected:
@@ -27,8 +28,9 @@ protected:
     void play(const std::string& script)
     {
         const std::string root = folder.path().string();
-        const std::string command = "'" TARVIK_INSTALLATION "/tarvik-play' --install " + root + " --drive d=" + root +
-                                    " '" TARVIK_SOURCE_DIR "/installation/" + script + "' >" + root + "/out 2>&1";
+        const std::string command = "'" + test::built_installation() + "/tarvik-play' --install " + root +
+                                    " --drive d=" + root + " '" + test::source_folder() + "/installation/" + script +
+                                    "' >" + root + "/out 2>&1";
         EXPECT_EQ(std::system(command.c_str()), 0) << folder.read("out");
     }
 

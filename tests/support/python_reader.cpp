@@ -1,5 +1,7 @@
 #include "tests/support/python_reader.h"
 
+#include "tests/support/places.h"
+
 #include <cstdio>
 #include <memory>
 
@@ -8,7 +10,7 @@ namespace tarvik::test {
 std::string read_by_python(const std::string& script, const std::filesystem::path& file)
 {
     const std::string interpreter = std::filesystem::exists("/usr/bin/python3") ? "/usr/bin/python3" : "python3";
-    const auto command = interpreter + " -W ignore " TARVIK_SOURCE_DIR "/" + script + " '" + file.string() + "' 2>&1";
+    const auto command = interpreter + " -W ignore " + source_folder() + "/" + script + " '" + file.string() + "' 2>&1";
     const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
     std::string printed;
     for (int c = std::fgetc(pipe.get()); c != EOF; c = std::fgetc(pipe.get())) printed += static_cast<char>(c);

@@ -1,6 +1,7 @@
 #include "tests/office/libreoffice/office_fixture.h"
 
 #include "tests/office/spreadsheets/workbook_parts.h"
+#include "tests/support/places.h"
 
 namespace tarvik::test {
 
@@ -36,7 +37,7 @@ Parts document_parts(const std::string& body)
 libreoffice::Settings office_settings()
 {
     libreoffice::Settings settings;
-    settings.plugin = fs::path(TARVIK_INSTALLATION) / libreoffice::plugin_file;
+    settings.plugin = fs::path(built_installation()) / libreoffice::plugin_file;
     return settings;
 }
 
