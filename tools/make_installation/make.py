@@ -29,9 +29,8 @@ HERE = pathlib.Path(__file__).parent
 def main(folder):
     text = (HERE / "opening_screen.txt").read_text(encoding="utf-8")
     (folder / "coclus.txt").write_bytes(text.replace("\n", "\r\n").encode("gb18030"))
-    for part in (reports, service_reports, dictionaries, templates, service_templates, word_templates, repair_sheets,
-    for part in (reports, service_reports, dictionaries, templates, labels, service_templates, labels, word_templates, labels, repair_sheets,
-                 transcripts, test_docket_script, photos, background):
+    for part in (reports, service_reports, dictionaries, templates, service_templates, labels, word_templates,
+                 repair_sheets, transcripts, test_docket_script, photos, background):
         part.main(folder)
 
 
