@@ -11,15 +11,18 @@ build:
 	@cmake --preset release
 	@cmake --build --preset release
 
-test: build
+test:
+	@sh tools/install_packages.sh libreoffice
+	@$(MAKE) --no-print-directory build
 	@ctest --preset release -j 2 --no-tests=error
 
 check:
-	@sh tools/install_packages.sh build test check
+	@sh tools/install_packages.sh build test check libreoffice
 	@sh tools/check.sh
 
-bench: build
-	@sh tools/install_packages.sh bench
+bench:
+	@sh tools/install_packages.sh bench libreoffice
+	@$(MAKE) --no-print-directory build
 	@sh bench/run.sh $(installation)
 
 format:

@@ -57,19 +57,10 @@ def line(name, spent, reports, note=""):
     print(f"{name:14}{spent:9.2f}{reports / spent:11.0f}{1000 * spent / reports:12.2f} ms{note}")
 
 
-def laid_together(work, built):
-    """The program beside the plugin that drives LibreOffice, where it looks for it."""
-    plugin = built / "tarvik-libreoffice.so"
-    if plugin.exists():
-        shutil.copy2(plugin, work)
-    return shutil.copy2(built.parent / "bin" / "document-fill", work)
-
-
 def main(built):
-    peer_script = [SYSTEM_PYTHON, HERE / "document_docx.py"]
+    program, peer_script = built.parent / "bin" / "document-fill", [SYSTEM_PYTHON, HERE / "document_docx.py"]
     with tempfile.TemporaryDirectory(prefix="document_bench", dir=built) as name:
         work = pathlib.Path(name)
-        program = laid_together(work, built)
         ours_folder, peer_folder = prepared(work / "ours", built), prepared(work / "peer", built)
         ours = peer = None
         for _ in range(REPEATS):

@@ -78,7 +78,8 @@ void run(const std::vector<std::string>& words)
     DiskFiles files{std::filesystem::path(words.at(0))};
     NoPrinter printer;
     const bool is_libreoffice = words.size() > 5 && words[5] == "libreoffice";
-    const auto engines = make_engines(is_libreoffice ? Engine::LibreOffice : Engine::Ooxml, files, printer);
+    libreoffice::LibreOffice office({.plugin = TARVIK_LIBREOFFICE_PLUGIN});
+    const auto engines = make_engines(is_libreoffice ? Engine::LibreOffice : Engine::Ooxml, files, printer, office);
     const Report report{from_utf8(words.at(1)), from_utf8(words.at(2)), read_cells(files, from_utf8(words.at(3)))};
     fill(*engines, report, 0);
     const auto start = std::chrono::steady_clock::now();

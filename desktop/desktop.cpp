@@ -2,6 +2,7 @@
 
 #include "desktop/look/qt_text.h"
 #include "office/batch_runner.h"
+#include "office/engines.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -20,10 +21,11 @@ Scale scale_of_screen()
 
 } // namespace
 
-Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives, const MakeEngines& make_engines)
+Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives)
     : files_(installation, drives), theme_(files_),
+      libreoffice_({.meanwhile = [this](auto waited) { show_waiting(waited); }}),
       dialogs_([this] { show_ahead_of_box(); }, to_qt(files_.installation_folder())),
-      office_(make_engines(files_, printer_)),
+      office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
       queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), side_scale_(scale_of_screen()),
       main_fonts_(theme_, main_scale_),
@@ -76,6 +78,14 @@ void Desktop::show_ahead_of_box() noexcept
     } catch (const std::exception& error) {
         std::cerr << "tarvik: " << error.what() << '\n';
     }
+}
+
+// How long LibreOffice will take nobody knows: the line fills ever more slowly.
+void Desktop::show_waiting(std::chrono::milliseconds waited)
+{
+    constexpr std::chrono::milliseconds half_way{2'000};
+    screen_.progress(static_cast<std::uint64_t>(waited.count()),
+                     static_cast<std::uint64_t>((waited + half_way).count()));
 }
 
 void Desktop::event_ended()

@@ -11,18 +11,16 @@
 #include "platform/disk_files.h"
 #include "platform/system_clock.h"
 
+#include <chrono>
 #include <memory>
 
 namespace tarvik {
-
-/// Makes the office engines when the files and the printer stand.
-using MakeEngines = std::function<std::unique_ptr<OfficeEngines>(Files&, Printer&)>;
 
 /// The program on the desktop: the model, the windows that show it, and everything between the two. Needs a
 /// QApplication.
 class Desktop {
 public:
-    Desktop(const std::filesystem::path& installation, const DriveMap& drives, const MakeEngines& make_engines);
+    Desktop(const std::filesystem::path& installation, const DriveMap& drives);
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
@@ -35,6 +33,7 @@ public:
 private:
     void show();
     void show_ahead_of_box() noexcept;
+    void show_waiting(std::chrono::milliseconds waited);
     void event_ended();
     void show_batch_progress();
 
@@ -44,7 +43,8 @@ private:
     SystemClock clock_;
     DesktopClipboard clipboard_;
     DesktopScreen screen_;
-    DesktopPrinter printer_;
+    libreoffice::LibreOffice libreoffice_;
+    DesktopPrinter printer_{libreoffice_};
     DesktopDialogs dialogs_;
     std::unique_ptr<OfficeEngines> office_;
     Program program_;

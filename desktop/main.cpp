@@ -1,6 +1,5 @@
 #include "desktop/desktop.h"
 #include "desktop/look/window_icon.h"
-#include "office/engines.h"
 
 #include <QApplication>
 
@@ -23,9 +22,7 @@ int main(int count, char** words)
     QGuiApplication::setWindowIcon(tarvik::window_icon());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     try {
-        tarvik::Desktop desktop(program_folder(), {}, [](tarvik::Files& files, tarvik::Printer& printer) {
-            return tarvik::make_engines(tarvik::Engine::Auto, files, printer);
-        });
+        tarvik::Desktop desktop(program_folder(), {});
         desktop.start();
         return QApplication::exec();
     } catch (const std::exception& error) {

@@ -34,19 +34,6 @@ private:
     OoxmlDocuments documents_;
 };
 
-// LibreOffice with the engines that drive it.
-class SuiteEngines final : public OfficeEngines {
-public:
-    SuiteEngines(Files& files, Printer& printer) : engines_(office_, files, printer) {}
-
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return engines_.create_spreadsheet(); }
-    std::unique_ptr<DocumentApplication> create_document() override { return engines_.create_document(); }
-
-private:
-    libreoffice::LibreOffice office_;
-    LibreOfficeEngines engines_;
-};
-
 // Only the beginning is read: a package's beginning says it all, and a run opens thousands of files. A file that cannot
 // be read is none of the older formats; who opens it tells why.
 bool is_of_older_format(Files& files, TextView path)
@@ -142,12 +129,13 @@ std::optional<Engine> engine_named(std::string_view name)
     return std::nullopt;
 }
 
-std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer)
+std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
+                                            libreoffice::LibreOffice& suite)
 {
-    if (engine == Engine::LibreOffice) return std::make_unique<SuiteEngines>(files, printer);
+    if (engine == Engine::LibreOffice) return std::make_unique<LibreOfficeEngines>(suite, files, printer);
     auto embedded = std::make_unique<EmbeddedEngines>(files, printer);
     if (engine == Engine::Ooxml) return embedded;
-    return engines_by_content(files, std::move(embedded), std::make_unique<SuiteEngines>(files, printer));
+    return engines_by_content(files, std::move(embedded), std::make_unique<LibreOfficeEngines>(suite, files, printer));
 }
 
 std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,

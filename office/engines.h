@@ -1,6 +1,7 @@
 #pragma once
 
 #include "office/automation.h"
+#include "office/libreoffice/libreoffice.h"
 #include "platform/platform.h"
 
 #include <memory>
@@ -18,9 +19,10 @@ enum class Engine {
 /// By the name that an option gives it: auto, ooxml, libreoffice.
 std::optional<Engine> engine_named(std::string_view name);
 
-/// The engines of the program. LibreOffice is started when a file first needs it; where it is missing, opening such a
-/// file is a failure that says what to install. `files` and `printer` must outlive the engines.
-std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer);
+/// The engines of the program. `suite` is started when a file first needs it; where it is missing, opening such a file
+/// is a failure that says what to install. `files`, `printer` and `suite` must outlive the engines.
+std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
+                                            libreoffice::LibreOffice& suite);
 
 /// Engines whose applications open packages with `embedded` and files of the older formats with `suite`. What is
 /// neither goes to `embedded`, whose failure tells what is wrong with it.

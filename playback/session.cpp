@@ -8,7 +8,7 @@ Session::Session(const Options& options, std::ostream& out)
     : transcript(out), watches(transcript), clock(options.clock),
       dialogs(transcript, answers, [this] { watches.look_at_members(); }),
       screen(transcript, options.screen_width, options.screen_height), printer(transcript, options.print_to),
-      files(options.installation, options.drives), office(make_engines(options.engine, files, printer)),
+      files(options.installation, options.drives), office(make_engines(options.engine, files, printer, libreoffice)),
       program({dialogs, clipboard, clock, files, screen, printer}, *office), controls(program),
       names(program, controls), timers(program.form1, clock),
       user(program, controls, [this] { watches.look_at_members(); })

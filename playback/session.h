@@ -1,5 +1,6 @@
 #pragma once
 
+#include "office/libreoffice/libreoffice.h"
 #include "platform/disk_files.h"
 #include "playback/names.h"
 #include "playback/options.h"
@@ -30,6 +31,7 @@ struct Session {
     PlayerScreen screen;
     PlayerPrinter printer;
     DiskFiles files;
+    libreoffice::LibreOffice libreoffice;
     std::unique_ptr<OfficeEngines> office;
     Program program;
     ControlDirectory controls;

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the Debian packages that building, testing or checking needs, those only that are missing.
-# usage: install_packages.sh build|test|check|bench ...
+# usage: install_packages.sh build|test|check|bench|libreoffice ...
 set -eu
 
 packages_for() {
@@ -8,6 +8,7 @@ packages_for() {
     build) echo "g++ cmake ninja-build pkg-config ccache libpugixml-dev libzip-dev zlib1g-dev qt6-base-dev libgl-dev fonts-wqy-microhei" ;;
     test) echo "libgtest-dev libgmock-dev python3 python3-docx python3-openpyxl xvfb xdotool" ;;
     check) echo "clang-format clang-tidy clang-tools python3" ;;
+    libreoffice) echo "libreoffice-calc libreoffice-writer libreoffice-dev" ;;
     bench) echo "gawk python3 python3-docx python3-openpyxl libc-bin" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;
     esac

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/look/busy_cursor.h"
+#include "office/libreoffice/libreoffice.h"
 #include "platform/platform.h"
 
 #include <QElapsedTimer>
@@ -44,10 +45,15 @@ private:
     std::optional<BusyCursor> cursor_;
 };
 
-/// The default printer of the system. A missing printer, or nothing that could print the file, is a Failure.
+/// The default printer of the system, to which LibreOffice prints. A missing printer, or nothing that could print the
+/// file, is a Failure. `office` must outlive the printer.
 class DesktopPrinter final : public Printer {
 public:
+    explicit DesktopPrinter(libreoffice::LibreOffice& office) : office_(office) {}
     void print(const std::filesystem::path& file, TextView name) override;
+
+private:
+    libreoffice::LibreOffice& office_;
 };
 
 } // namespace tarvik

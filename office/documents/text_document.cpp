@@ -1,15 +1,10 @@
 #include "office/documents/text_document.h"
 
+#include "office/documents/picture_file.h"
 #include "office/packages/temporary_folder.h"
 #include "platform/file_name.h"
 
 namespace tarvik::ooxml {
-
-namespace {
-
-constexpr std::uint64_t largest_picture_file = 64U << 20U;
-
-} // namespace
 
 OoxmlTextDocument::OoxmlTextDocument(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package)
     : files_(files), printer_(printer), path_(std::move(path)),
@@ -34,13 +29,10 @@ void OoxmlTextDocument::set_cell_text(int row, int column, TextView text)
 void OoxmlTextDocument::add_picture(int row, int column, TextView path)
 {
     auto& document = model();
-    if (files_.stamp(path).size > largest_picture_file) {
-        throw Failure(U"无法处理图片“" + path.str() + U"”：文件过大。");
-    }
-    auto contents = files_.read(path);
-    const auto picture = naming_file(U"图片", path, [&] { return read_picture(contents); });
-    naming_file(U"文档", path_,
-                [&] { document.add_picture(row, column, picture, std::move(contents), split_path(path).name); });
+    auto file = read_picture_file(files_, path);
+    naming_file(U"文档", path_, [&] {
+        document.add_picture(row, column, file.picture, std::move(file.contents), split_path(path).name);
+    });
     is_saved_ = false;
 }
 

@@ -94,11 +94,6 @@ struct Size {
     int width = 0, height = 0;
 };
 
-/// A picture's size in pixels, and the one that it has of its own in 1/100 mm.
-struct PictureSize {
-    Size pixels, natural;
-};
-
 /// Cells are those of the document's first table. The cells of a row are counted one by one; one that a merged cell
 /// above covers counts, but is not there.
 class OpenDocument : public OpenFile {
@@ -109,9 +104,7 @@ public:
     /// What a picture in the cell may take, the cell's width and the height of the page's text, in 1/100 mm; nothing
     /// where the cell is not there.
     virtual std::optional<Size> room_in_cell(int row, int column) = 0;
-    /// Nothing for a file that is no picture.
-    virtual std::optional<PictureSize> picture_size(const std::filesystem::path& picture) = 0;
-    /// Puts a picture in front of what the cell holds, as large as `size` in 1/100 mm.
+    /// Puts a picture into the cell, behind the contents if there are any, as large as `size` in 1/100 mm.
     virtual void add_picture(int row, int column, const std::filesystem::path& picture, Size size) = 0;
 };
 

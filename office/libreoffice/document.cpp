@@ -1,17 +1,15 @@
 #include "office/libreoffice/document.h"
 
+#include "office/documents/picture_file.h"
 #include "office/libreoffice/file_kind.h"
-#include "office/libreoffice/naming.h"
+#include "office/packages/damage.h"
+#include "platform/file_name.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tarvik::libreoffice {
 
 namespace {
-
-constexpr double most_pixels = 100e6;
-constexpr double natural_of_pixel = 2540.0 / 96; // 1/100 mm, where the picture does not tell
 
 /// The names of the formats that a document is saved in again; an older binary one becomes the newest of them.
 constexpr const char* package_filter = "MS Word 2007 XML";
@@ -20,7 +18,7 @@ constexpr const char* binary_filter = "MS Word 97";
 template <typename Work>
 decltype(auto) naming_document(TextView path, Work&& work)
 {
-    return naming(U"文档", path, std::forward<Work>(work));
+    return ooxml::naming_file(U"文档", path, std::forward<Work>(work));
 }
 
 /// CR LF, CR and LF break the line; of the other control characters only the tabulator has a meaning.
@@ -37,21 +35,23 @@ Text cell_text(TextView told)
     return made;
 }
 
-[[noreturn]] void refuse_cell(int row, int column)
+void require_table(OpenDocument& document)
 {
-    throw Trouble(U"第一个表格没有第 " + number_text(row) + U" 行、第 " + number_text(column) + U" 列的单元格。");
+    if (!document.has_table()) throw ooxml::Damage(U"文档中没有表格。");
 }
 
-/// The picture's own size, smaller where the room asks for it.
-Size fitting(const PictureSize& picture, Size room)
+[[noreturn]] void refuse_cell(int row, int column)
 {
-    double width = picture.natural.width, height = picture.natural.height;
-    if (width <= 0 || height <= 0) {
-        width = picture.pixels.width * natural_of_pixel;
-        height = picture.pixels.height * natural_of_pixel;
-    }
+    throw ooxml::Damage(U"第一个表格没有第 " + number_text(row) + U" 行、第 " + number_text(column) + U" 列的单元格。");
+}
+
+/// The picture's own size in 1/100 mm, smaller where the room asks for it.
+Size fitting(const ooxml::Picture& picture, Size room)
+{
+    constexpr double inch = 2540;
+    const double width = picture.width * inch, height = picture.height * inch;
     const double scale = std::min({1.0, room.width / width, room.height / height});
-    const auto length = [scale](double whole) { return std::max(1, static_cast<int>(std::floor(whole * scale))); };
+    const auto length = [scale](double whole) { return std::max(1, static_cast<int>(whole * scale)); };
     return {length(width), length(height)};
 }
 
@@ -70,7 +70,7 @@ void OfficeDocument::open(LibreOffice& office)
     const bool is_package = kind_of(bytes) == FileKind::Package;
     folder_.emplace(office.folder());
     auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
-    if (!file) throw Trouble(U"LibreOffice 不能将它作为文档打开。");
+    if (!file) throw ooxml::Damage(U"LibreOffice 不能将它作为文档打开。");
     filter_ = is_package ? package_filter : binary_filter;
     file_.emplace(std::move(file));
 }
@@ -87,7 +87,7 @@ void OfficeDocument::set_cell_text(int row, int column, TextView text)
     naming_document(path_, [&] {
         const auto written = cell_text(text);
         opened.call([&](OpenDocument& document) {
-            if (!document.has_table()) throw Trouble(U"文档中没有表格。");
+            require_table(document);
             if (!document.set_cell_text(row, column, written)) refuse_cell(row, column);
         });
     });
@@ -95,23 +95,16 @@ void OfficeDocument::set_cell_text(int row, int column, TextView text)
 
 void OfficeDocument::add_picture(int row, int column, TextView path)
 {
-    file();
-    naming_document(path_, [&] { put_picture(row, column, path); });
-}
-
-void OfficeDocument::put_picture(int row, int column, TextView path)
-{
-    const auto copy = folder_->put("picture" + std::to_string(++pictures_), files_.read(path));
-    const auto size = file().call([&](OpenDocument& document) { return document.picture_size(copy); });
-    naming(U"图片", path, [&] {
-        if (!size || size->pixels.width <= 0 || size->pixels.height <= 0) throw Trouble(U"这不是图片。");
-        if (static_cast<double>(size->pixels.width) * size->pixels.height > most_pixels) throw Trouble(U"图片太大。");
-    });
-    file().call([&](OpenDocument& document) {
-        if (!document.has_table()) throw Trouble(U"文档中没有表格。");
-        const auto room = document.room_in_cell(row, column);
-        if (!room) refuse_cell(row, column);
-        document.add_picture(row, column, copy, fitting(*size, *room));
+    auto& opened = file();
+    const auto picture = ooxml::read_picture_file(files_, path);
+    naming_document(path_, [&] {
+        const auto copy = folder_->put("picture" + std::to_string(++pictures_), picture.contents);
+        opened.call([&](OpenDocument& document) {
+            require_table(document);
+            const auto room = document.room_in_cell(row, column);
+            if (!room) refuse_cell(row, column);
+            document.add_picture(row, column, copy, fitting(picture.picture, *room));
+        });
     });
 }
 
@@ -133,7 +126,7 @@ void OfficeDocument::save_as(TextView path)
 void OfficeDocument::print_out()
 {
     file();
-    const auto name = file_name_of(path_);
+    const auto name = split_path(path_).name;
     const ExchangeFolder folder(folder_->place("printed"));
     const auto copy = naming_document(path_, [&] { return folder.put(to_utf8(name), stored()); });
     printer_.print(copy, name);

@@ -21,7 +21,6 @@ public:
 private:
     void open(LibreOffice& office);
     Handle<OpenDocument>& file();
-    void put_picture(int row, int column, TextView path);
     std::string stored();
 
     Files& files_;

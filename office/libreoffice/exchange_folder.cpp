@@ -1,6 +1,6 @@
 #include "office/libreoffice/exchange_folder.h"
 
-#include "office/libreoffice/trouble.h"
+#include "office/packages/damage.h"
 #include "platform/disk_file.h"
 
 #include <atomic>
@@ -18,7 +18,7 @@ auto with_reason(const Work& work)
     try {
         return work();
     } catch (const std::system_error& error) {
-        throw Trouble(U"临时文件无法读写（" + from_utf8(error.code().message()) + U"）。");
+        throw ooxml::Damage(U"临时文件无法读写（" + from_utf8(error.code().message()) + U"）。");
     }
 }
 

@@ -10,7 +10,7 @@ namespace tarvik::libreoffice {
 /// So LibreOffice never touches the file that the user knows.
 class ExchangeFolder {
 public:
-    /// Makes a folder of its own inside of `parent`. Throws Trouble, as the other functions do.
+    /// Makes a folder of its own inside of `parent`. Throws Damage, as the other functions do.
     explicit ExchangeFolder(const std::filesystem::path& parent);
     ~ExchangeFolder();
     ExchangeFolder(const ExchangeFolder&) = delete;

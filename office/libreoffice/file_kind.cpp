@@ -1,7 +1,7 @@
 #include "office/libreoffice/file_kind.h"
 
 #include "office/libreoffice/compound_file.h"
-#include "office/libreoffice/trouble.h"
+#include "office/packages/damage.h"
 
 #include <algorithm>
 
@@ -82,8 +82,8 @@ void require_kind(std::string_view bytes, FileKind kind)
     const auto found = kind_of(bytes);
     if (found == kind || found == FileKind::Package) return;
     for (const auto& row : reasons)
-        if (row.kind == found) throw Trouble(Text(row.reason));
-    throw Trouble(kind == FileKind::Workbook ? U"这不是 Excel 工作簿。" : U"这不是 Word 文档。");
+        if (row.kind == found) throw ooxml::Damage(Text(row.reason));
+    throw ooxml::Damage(kind == FileKind::Workbook ? U"这不是 Excel 工作簿。" : U"这不是 Word 文档。");
 }
 
 } // namespace tarvik::libreoffice

@@ -16,7 +16,7 @@ enum class FileKind {
 
 FileKind kind_of(std::string_view bytes);
 
-/// Throws Trouble, with what the bytes are, when they are neither of the kind nor a package.
+/// Throws Damage, with what the bytes are, when they are neither of the kind nor a package.
 void require_kind(std::string_view bytes, FileKind kind);
 
 } // namespace tarvik::libreoffice

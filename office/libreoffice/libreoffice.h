@@ -12,7 +12,8 @@
 namespace tarvik::libreoffice {
 
 struct Settings {
-    std::function<void()> meanwhile; ///< called some ten times a second while LibreOffice works; enters no handler
+    /// Called some twenty times a second while the caller waits for LibreOffice, with the time waited so far.
+    std::function<void(Worker::Time waited)> meanwhile{};
     std::filesystem::path plugin = usual_plugin_file();
     Worker::Time start_limit{60'000}, call_limit{60'000};
     Worker::Time until_rest{300'000}; ///< an idle process is ended then
@@ -23,7 +24,7 @@ template <typename Kind>
 class Handle;
 
 /// The one hidden LibreOffice of a run: started when first needed, watched, replaced when it dies or hangs, ended with
-/// the object or when it is idle. Every failure is Trouble.
+/// the object or when it is idle. Every failure is Damage.
 class LibreOffice {
 public:
     explicit LibreOffice(Settings settings = {});
@@ -72,7 +73,7 @@ private:
     std::optional<Worker> worker_;
 };
 
-/// A file that LibreOffice holds open. A call on a file whose process is gone is Trouble.
+/// A file that LibreOffice holds open. A call on a file whose process is gone is Damage.
 template <typename Kind>
 class Handle {
 public:

@@ -1,6 +1,6 @@
 #include "office/libreoffice/load_plugin.h"
 
-#include "office/libreoffice/trouble.h"
+#include "office/packages/damage.h"
 
 #include <dlfcn.h>
 
@@ -19,15 +19,15 @@ Plugin& load_plugin(const fs::path& file)
 {
     std::error_code error;
     if (!fs::exists(file, error))
-        throw Trouble(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(file.filename().string()) +
-                      U"；请安装 libreoffice-dev 后重新编译程序。");
+        throw ooxml::Damage(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(file.filename().string()) +
+                            U"；请安装 libreoffice-dev 后重新编译程序。");
     void* const library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!library) throw Trouble(U"没有找到 LibreOffice；" + Text(packages));
+    if (!library) throw ooxml::Damage(U"没有找到 LibreOffice；" + Text(packages));
     const auto make = reinterpret_cast<PluginFunction*>(::dlsym(library, plugin_function));
-    if (!make) throw Trouble(U"插件 " + from_utf8(file.filename().string()) + U" 与程序不相配。");
+    if (!make) throw ooxml::Damage(U"插件 " + from_utf8(file.filename().string()) + U" 与程序不相配。");
     Plugin& plugin = *make();
     if (!fs::exists(plugin.program_folder() / "soffice.bin", error))
-        throw Trouble(U"没有找到 LibreOffice；" + Text(packages));
+        throw ooxml::Damage(U"没有找到 LibreOffice；" + Text(packages));
     return plugin;
 }
 

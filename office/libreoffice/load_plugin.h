@@ -4,7 +4,7 @@
 
 namespace tarvik::libreoffice {
 
-/// The plugin in a file. Throws Trouble with what is to be installed where the plugin or LibreOffice is missing.
+/// The plugin in a file. Throws Damage with what is to be installed where the plugin or LibreOffice is missing.
 Plugin& load_plugin(const std::filesystem::path& file);
 
 /// Beside the program that runs.

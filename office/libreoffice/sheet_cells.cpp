@@ -1,6 +1,6 @@
 #include "office/libreoffice/sheet_cells.h"
 
-#include "office/libreoffice/trouble.h"
+#include "office/packages/damage.h"
 
 #include <algorithm>
 #include <utility>
@@ -21,8 +21,8 @@ bool is_nothing(const CellValue& value)
 void check(Place place)
 {
     if (whole_sheet.contains(place.row, place.column)) return;
-    throw Trouble(U"工作表没有第 " + number_text(place.row) + U" 行、第 " + number_text(place.column) +
-                  U" 列的单元格。");
+    throw ooxml::Damage(U"工作表没有第 " + number_text(place.row) + U" 行、第 " + number_text(place.column) +
+                        U" 列的单元格。");
 }
 
 /// CR LF is one line break of a cell; what goes beyond the longest text of a cell is left out.

@@ -9,7 +9,7 @@
 namespace tarvik::libreoffice {
 
 /// The cells of one sheet: read as a whole when first asked for, written as few blocks when the workbook is saved. They
-/// follow the promises of Worksheet. What goes wrong is Trouble.
+/// follow the promises of Worksheet. What goes wrong is Damage.
 class SheetCells {
 public:
     SheetCells(Handle<OpenWorkbook>& file, int sheet) : file_(file), sheet_(sheet) {}

@@ -1,7 +1,8 @@
 #include "office/libreoffice/workbook.h"
 
 #include "office/libreoffice/file_kind.h"
-#include "office/libreoffice/naming.h"
+#include "office/packages/damage.h"
+#include "platform/file_name.h"
 
 #include <algorithm>
 
@@ -25,7 +26,9 @@ constexpr const WorkbookFormat& binary_format = formats[2];
 
 const WorkbookFormat* format_with_extension(TextView path)
 {
-    const auto extension = lower(extension_of(path));
+    const auto name = split_path(path).name;
+    const auto point = name.rfind(U'.');
+    const auto extension = point == npos ? Text() : lower(name.substr(point));
     const auto found = std::ranges::find_if(
         formats, [&](const WorkbookFormat& format) { return TextView(format.extension) == extension; });
     return found == std::end(formats) ? nullptr : found;
@@ -42,7 +45,7 @@ const WorkbookFormat& format_with_filter(std::string_view filter)
 template <typename Work>
 decltype(auto) naming_workbook(TextView path, Work&& work)
 {
-    return naming(U"工作簿", path, std::forward<Work>(work));
+    return ooxml::naming_file(U"工作簿", path, std::forward<Work>(work));
 }
 
 } // namespace
@@ -107,7 +110,7 @@ void OfficeWorkbook::open(LibreOffice& office)
     folder_.emplace(office.folder());
     const bool is_package = kind_of(bytes) == FileKind::Package;
     auto file = office.open_workbook(folder_->put(is_package ? "read.xlsx" : "read.xls", bytes));
-    if (!file) throw Trouble(U"LibreOffice 不能将它作为工作簿打开。");
+    if (!file) throw ooxml::Damage(U"LibreOffice 不能将它作为工作簿打开。");
     format_ = &format_with_filter(file.call([](OpenWorkbook& opened) { return opened.filter(); }));
     sheet_count_ = file.call([](OpenWorkbook& opened) { return opened.sheet_count(); });
     file_.emplace(std::move(file));
@@ -123,7 +126,7 @@ Worksheet& OfficeWorkbook::worksheet(int index)
 {
     file();
     if (index < 1 || index > sheet_count_)
-        naming_workbook(path_, [&] { throw Trouble(U"没有第 " + number_text(index) + U" 张工作表。"); });
+        naming_workbook(path_, [&] { throw ooxml::Damage(U"没有第 " + number_text(index) + U" 张工作表。"); });
     auto& sheet = sheets_[index];
     if (!sheet) sheet = std::make_unique<Sheet>(*this, index);
     return *sheet;
@@ -144,7 +147,7 @@ void OfficeWorkbook::check_limits(const WorkbookFormat& format)
         if (!all_may_be_large && !sheets_.contains(index)) continue;
         worksheet(index);
         if (!sheets_.at(index)->cells().fits(format.rows, format.columns))
-            throw Trouble(U".xls 格式只有 65536 行、256 列，放不下工作表的内容。");
+            throw ooxml::Damage(U".xls 格式只有 65536 行、256 列，放不下工作表的内容。");
     }
 }
 
@@ -192,7 +195,7 @@ void OfficeWorkbook::close(bool save_changes)
 void OfficeWorkbook::print()
 {
     file();
-    const auto name = file_name_of(path_);
+    const auto name = split_path(path_).name;
     const ExchangeFolder folder(folder_->place("printed"));
     const auto copy = naming_workbook(path_, [&] {
         send();

@@ -27,15 +27,16 @@ Worker::~Worker()
 
 void Worker::run(const std::function<void()>& work, const Waiting& waiting)
 {
-    const auto deadline = std::chrono::steady_clock::now() + waiting.limit;
+    const auto started = std::chrono::steady_clock::now();
     std::unique_lock lock(mutex_);
     error_ = nullptr;
     work_ = &work;
     changed_.notify_all();
     while (!changed_.wait_for(lock, between_looks, [this] { return work_ == nullptr; })) {
         lock.unlock();
-        if (waiting.meanwhile) waiting.meanwhile();
-        if (std::chrono::steady_clock::now() > deadline) waiting.too_long();
+        const auto waited = std::chrono::duration_cast<Time>(std::chrono::steady_clock::now() - started);
+        if (waiting.meanwhile) waiting.meanwhile(waited);
+        if (waited > waiting.limit) waiting.too_long();
         lock.lock();
     }
     if (error_) std::rethrow_exception(std::exchange(error_, nullptr));

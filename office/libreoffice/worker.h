@@ -21,7 +21,7 @@ public:
     Worker& operator=(const Worker&) = delete;
 
     struct Waiting {
-        std::function<void()> meanwhile; ///< called again and again
+        std::function<void(Time waited)> meanwhile; ///< called again and again
         Time limit;
         std::function<void()> too_long; ///< called again and again behind the limit; it must make the work end
     };

@@ -155,7 +155,8 @@ Text CellValues::text(pugi::xml_node cell) const
 std::optional<double> CellValues::number(pugi::xml_node cell) const
 {
     const auto type = attribute_text(cell, "t");
-    const auto written = without_blanks(element_text(child_named(cell, "v")));
+    const auto held = element_text(child_named(cell, "v"));
+    const auto written = without_blanks(held);
     if (type == "d") return serial_number(written, counts_from_1904_);
     return type.empty() || type == "n" ? parsed<double>(written) : std::nullopt;
 }

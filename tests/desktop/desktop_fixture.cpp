@@ -1,6 +1,5 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include "office/engines.h"
 #include "tests/support/places.h"
 
 #include <QAbstractButton>
@@ -49,9 +48,7 @@ void DesktopFixture::copy_sample(const std::string& name)
 
 void DesktopFixture::start()
 {
-    desktop = std::make_unique<Desktop>(
-        installation.path(), DriveMap{{'d', drive_d.path()}},
-        [](Files& files, Printer& printer) { return make_engines(Engine::Auto, files, printer); });
+    desktop = std::make_unique<Desktop>(installation.path(), DriveMap{{'d', drive_d.path()}});
     desktop->start();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&desktop->main_window()));
 }

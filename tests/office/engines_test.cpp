@@ -15,6 +15,7 @@ struct Offices {
     TemporaryFolder folder;
     DiskFiles files{folder.path()};
     RecordedPrinter printer;
+    libreoffice::LibreOffice libreoffice;
     RecordedOffice* embedded = nullptr;
     RecordedOffice* suite = nullptr;
     std::unique_ptr<OfficeEngines> engines;
@@ -85,10 +86,11 @@ TEST(Engines, the_embedded_engine_alone_says_what_it_cannot_open)
     Offices offices;
     EXPECT_EQ(engine_named("ooxml"), Engine::Ooxml);
     EXPECT_EQ(engine_named("excel"), std::nullopt);
-    const auto engines = make_engines(Engine::Ooxml, offices.files, offices.printer);
+    const auto engines = make_engines(Engine::Ooxml, offices.files, offices.printer, offices.libreoffice);
     EXPECT_EQ(failure_of_opening(*engines, U"workbook.xlsx"),
               "无法处理工作簿“workbook.xlsx”：这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
-    EXPECT_EQ(failure_of_opening(*make_engines(Engine::Auto, offices.files, offices.printer), U"locked.xlsx"),
+    EXPECT_EQ(failure_of_opening(*make_engines(Engine::Auto, offices.files, offices.printer, offices.libreoffice),
+                                 U"locked.xlsx"),
               "无法处理工作簿“locked.xlsx”：文件设有打开密码，请先去掉密码。");
 }
 

@@ -8,6 +8,7 @@
 #include <com/sun/star/lang/XMultiServiceFactory.hpp>
 #include <com/sun/star/style/XStyleFamiliesSupplier.hpp>
 #include <com/sun/star/table/XTableRows.hpp>
+#include <com/sun/star/text/ControlCharacter.hpp>
 #include <com/sun/star/text/TableColumnSeparator.hpp>
 #include <com/sun/star/text/TextContentAnchorType.hpp>
 #include <com/sun/star/text/XText.hpp>
@@ -84,17 +85,6 @@ public:
         });
     }
 
-    std::optional<PictureSize> picture_size(const std::filesystem::path& picture) override
-    {
-        return translated([&]() -> std::optional<PictureSize> {
-            const auto described = pictures_->queryGraphicDescriptor(properties({property("URL", file_url(picture))}));
-            if (!described.is()) return std::nullopt;
-            const auto pixels = property_of<css::awt::Size>(described, "SizePixel");
-            const auto natural = property_of<css::awt::Size>(described, "Size100thMM");
-            return PictureSize{{pixels.Width, pixels.Height}, {natural.Width, natural.Height}};
-        });
-    }
-
     void add_picture(int row, int column, const std::filesystem::path& picture, Size size) override
     {
         translated([&] {
@@ -108,7 +98,9 @@ public:
             shape->setSize({size.width, size.height});
             const Cell cell = cell_at(row, column);
             const Reference<css::text::XTextContent> content(object, UNO_QUERY_THROW);
-            cell->insertTextContent(cell->getStart(), content, false);
+            if (!cell->getString().isEmpty())
+                cell->insertControlCharacter(cell->getEnd(), css::text::ControlCharacter::PARAGRAPH_BREAK, false);
+            cell->insertTextContent(cell->getEnd(), content, false);
         });
     }
 

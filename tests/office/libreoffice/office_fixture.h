@@ -1,9 +1,8 @@
 #pragma once
 
 #include "office/libreoffice/engine.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
-
-#include <functional>
 
 #include <gtest/gtest.h>
 
@@ -11,9 +10,6 @@ namespace tarvik::test {
 
 /// Settings for the plugin that is built beside the program.
 libreoffice::Settings office_settings();
-
-/// What a failure says; "no failure" without one.
-std::string failure_of(const std::function<void()>& work);
 
 /// A folder with files and LibreOffice to work on them. Tests are skipped where the plugin was not built.
 class OfficeTest : public testing::Test {

@@ -1,4 +1,4 @@
-#include "office/libreoffice/trouble.h"
+#include "office/packages/damage.h"
 #include "tests/office/libreoffice/office_fixture.h"
 
 #include <chrono>
@@ -148,7 +148,7 @@ TEST(OfficeSettings, rest_and_wear_end_a_process)
     TemporaryFolder folder;
     folder.write("t.txt", "1");
     int looks = 0;
-    settings.meanwhile = [&] { ++looks; };
+    settings.meanwhile = [&](auto) { ++looks; };
     settings.until_rest = milliseconds(300);
     settings.most_files = 2;
     fs::path own_folder;

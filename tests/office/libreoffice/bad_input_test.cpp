@@ -1,0 +1,129 @@
+#include "office/libreoffice/compound_file.h"
+#include "tests/office/libreoffice/office_fixture.h"
+
+namespace tarvik::test {
+
+namespace {
+
+void put(std::string& bytes, std::size_t at, std::uint32_t number, std::size_t size = 4)
+{
+    for (std::size_t i = 0; i < size; ++i) bytes.at(at + i) = static_cast<char>(number >> 8 * i);
+}
+
+struct Stream {
+    std::string name;
+    std::string bytes; ///< of 4096 and more
+};
+
+/// A compound file with these streams, in sectors of 512 bytes: the table of sectors, then the directory, then the
+/// streams one behind the other.
+std::string compound_file(const std::vector<Stream>& streams)
+{
+    constexpr std::uint32_t end = 0xfffffffe, none = 0xffffffff;
+    std::string header(512, '\0'), table(512, '\xff'), directory, contents;
+    const auto add_entry = [&](const std::string& name, std::uint32_t type, std::uint32_t start, std::size_t size) {
+        std::string entry(128, '\0');
+        for (std::size_t i = 0; i < name.size(); ++i) entry[2 * i] = name[i];
+        put(entry, 64, static_cast<std::uint32_t>(2 * name.size() + 2), 2);
+        put(entry, 66, type, 1);
+        for (const std::size_t at : {68, 72, 76}) put(entry, at, none);
+        put(entry, 116, start);
+        put(entry, 120, static_cast<std::uint32_t>(size));
+        directory += entry;
+    };
+    add_entry("Root Entry", 5, end, 0);
+    std::uint32_t sector = 2;
+    put(table, 0, 0xfffffffd);
+    put(table, 4, end);
+    for (const auto& [name, bytes] : streams) {
+        add_entry(name, 2, sector, bytes.size());
+        contents += bytes;
+        contents.resize((contents.size() + 511) / 512 * 512);
+        for (; sector < 2 + contents.size() / 512; ++sector) put(table, 4 * sector, sector + 1);
+        put(table, 4 * sector - 4, end);
+    }
+    for (std::uint32_t i = 0; i < streams.size(); ++i) put(directory, i == 0 ? 76 : 128 * i + 72, i + 1);
+    directory.resize(512);
+    header.replace(0, 8, "\xd0\xcf\x11\xe0\xa1\xb1\x1a\xe1");
+    put(header, 30, 9, 2);
+    put(header, 44, 1);
+    put(header, 48, 1);
+    put(header, 68, end);
+    std::fill(header.begin() + 76, header.end(), '\xff');
+    put(header, 76, 0);
+    return header + table + directory + contents;
+}
+
+std::string stream_with(std::size_t at, const std::string& bytes)
+{
+    std::string stream(5'000, '\0');
+    stream.replace(at, bytes.size(), bytes);
+    return stream;
+}
+
+const std::string first_record("\x09\x08\x02\0\0\6", 6), password_record("\x2f\0\2\0\0\0", 6);
+
+} // namespace
+
+TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffice_starts)
+{
+    const auto whole = compound_file({{"Other", stream_with(0, "x")}, {"WordDocument", stream_with(10, "\0\1")}});
+    struct Case {
+        std::string name, bytes, workbook, document;
+    };
+    const Case cases[] = {
+        {"随机", "\x01\x02random bytes", "这不是 Excel 工作簿。", "这不是 Word 文档。"},
+        {"空", "", "这不是 Excel 工作簿。", "这不是 Word 文档。"},
+        {"其他", compound_file({{"Other", stream_with(0, "x")}}), "这不是 Excel 工作簿。", "这不是 Word 文档。"},
+        {"文档", compound_file({{"WordDocument", stream_with(0, "x")}}), "这是一个 Word 文档，不是 Excel 工作簿。",
+         "LibreOffice"},
+        {"表", compound_file({{"Workbook", stream_with(0, first_record)}}), "LibreOffice",
+         "这是一个 Excel 工作簿，不是 Word 文档。"},
+        {"密码一", compound_file({{"EncryptedPackage", stream_with(0, "x")}}), "文件有密码保护。", "文件有密码保护。"},
+        {"密码二", compound_file({{"Workbook", stream_with(0, first_record + password_record)}}), "文件有密码保护。",
+         "文件有密码保护。"},
+        {"密码三", compound_file({{"WordDocument", stream_with(11, "\1")}}), "文件有密码保护。", "文件有密码保护。"},
+        {"截断", whole.substr(0, whole.size() - 600), "文件不完整或已损坏。", "文件不完整或已损坏。"},
+    };
+    TemporaryFolder folder;
+    DiskFiles files(folder.path());
+    RecordedPrinter printer;
+    libreoffice::Settings settings;
+    settings.plugin = folder.path() / "none"; // no case may come so far as to need it, those for LibreOffice aside
+    libreoffice::LibreOffice office(settings);
+    LibreOfficeEngines engines(office, files, printer);
+    for (const auto& one : cases) {
+        folder.write(one.name, one.bytes);
+        const auto path = from_utf8(one.name);
+        const auto workbook = failure_of([&] { engines.create_spreadsheet()->open(path); });
+        const auto document = failure_of([&] { engines.create_document()->open(path); });
+        EXPECT_NE(workbook.find(one.workbook), std::string::npos) << one.name << ": " << workbook;
+        EXPECT_NE(document.find(one.document), std::string::npos) << one.name << ": " << document;
+        EXPECT_NE(workbook.find("“" + one.name + "”"), std::string::npos) << workbook;
+        EXPECT_EQ(folder.read(one.name), one.bytes);
+    }
+}
+
+TEST(BadInput, a_compound_file_is_whole_or_damaged_at_every_length)
+{
+    const auto whole = compound_file({{"WordDocument", stream_with(0, "abc")}, {"1Table", stream_with(0, "def")}});
+    const auto entries = libreoffice::read_compound_file(whole);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ((*entries)[0].name, "WordDocument");
+    EXPECT_EQ((*entries)[0].beginning.substr(0, 3), "abc");
+    EXPECT_EQ((*entries)[1].beginning.substr(0, 3), "def");
+    // The last sector may end with its stream: 5,000 bytes in ten sectors leave 120.
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        ASSERT_EQ(libreoffice::read_compound_file(std::string_view(whole).substr(0, size)).has_value(),
+                  size >= whole.size() - 120)
+            << size;
+    for (std::size_t at = 0; at < 1'536; ++at)
+        for (const char byte : {'\0', '\1', '\x7f', '\xff'}) {
+            auto changed = whole;
+            changed[at] = byte;
+            libreoffice::read_compound_file(changed); // ends, whatever it finds
+        }
+}
+
+} // namespace tarvik::test
