@@ -46,10 +46,9 @@ private:
 
 std::vector<Text> column_values(const Program& program, int column)
 {
-    OwnElements elements(program);
     std::vector<Text> values;
     for (int row = 0; row < program.form1.rowcount; ++row)
-        if (const TextView value = elements(row, column); !value.empty()) values.push_back(value.str());
+        if (const TextView value = own_element(program, row, column); !value.empty()) values.push_back(value.str());
     return values;
 }
 

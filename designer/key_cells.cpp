@@ -53,10 +53,10 @@ KeyDesign read_design(const Form4& form4)
 /// The rows of SUF by their key in upper case, each list from the top.
 class KeyIndex {
 public:
-    KeyIndex(OwnElements& elements, int rows, int field)
+    KeyIndex(const Program& program, int rows, int field)
     {
         for (int row = 0; row < rows; ++row)
-            if (const TextView key = elements(row, field); !key.empty()) rows_[upper(key)].push_back(row);
+            if (const TextView key = own_element(program, row, field); !key.empty()) rows_[upper(key)].push_back(row);
     }
 
     /// The first row from `from` on that has the key; nothing when there is none.
@@ -75,9 +75,9 @@ private:
 /// What one pass works with.
 class KeyCells {
 public:
-    explicit KeyCells(Program& program)
-        : design_(read_design(program.form4)), elements_(program),
-          index_(elements_, design_.in_use() ? static_cast<int>(program.form1.rowcount) : 0, design_.key_field)
+    explicit KeyCells(const Program& program)
+        : design_(read_design(program.form4)), program_(program),
+          index_(program, design_.in_use() ? static_cast<int>(program.form1.rowcount) : 0, design_.key_field)
     {
     }
 
@@ -115,12 +115,12 @@ private:
 
     void write(Worksheet& sheet, const Target& target, int row, int source)
     {
-        const TextView element = elements_(source, target.field);
+        const TextView element = own_element(program_, source, target.field);
         if (!element.empty()) sheet.set_cell(target.row < 0 ? row : target.row, target.column, upper(element));
     }
 
     KeyDesign design_;
-    OwnElements elements_;
+    const Program& program_;
     KeyIndex index_;
 };
 

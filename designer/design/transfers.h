@@ -7,18 +7,9 @@
 /// What a design writes: the cells of a spreadsheet that it names, and the elements of SUF that they receive.
 namespace tarvik {
 
-/// Elements of the table SUF as the last scan made them: its first `rowcount` rows, each as wide as its line. What
-/// lies beyond is another scan's and reads as the empty text.
-class OwnElements {
-public:
-    explicit OwnElements(const Program& program) : program_(program) {}
-    TextView operator()(int row, int column);
-
-private:
-    const Program& program_;
-    int row_ = -1;
-    int width_ = 0; // of row_
-};
+/// Element of the table SUF, rows from 0 and columns from 1. Rows beyond `rowcount` are another key's and read as
+/// empty; a cell that the key's own line does not reach keeps what stood there, as everywhere in the table.
+TextView own_element(const Program& program, int row, int column);
 
 /// One cell that a design writes. `box` is the index in Text1 of the design's column box.
 struct DesignWrite {

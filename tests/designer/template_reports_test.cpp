@@ -75,16 +75,16 @@ TEST_F(TemplateReports, a_box_that_changes_during_the_run)
     EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !")) << "a key made no report";
 }
 
-TEST_F(TemplateReports, lines_shorter_than_the_key_before_take_nothing_from_it)
+TEST_F(TemplateReports, rows_of_another_key_stay_out)
 {
     boxes(form4.Text1, {{0, U"1"}, {1, U"1"}, {28, U"2"}, {29, U"1"}});
-    boxes(form4.Text2, {{0, U"0"}, {1, U"4"}, {29, U"4"}});
+    boxes(form4.Text2, {{0, U"1"}, {1, U"4"}, {29, U"4"}});
     store_design("automation.bin");
-    marks("3159.txt", U"k1\t班\tanna\t90\r\nk2\t班\r\n");
+    marks("3159.txt", U"k1\t班\tanna\t90\r\nk1\t班\tanna\t80\r\nk2\t班\r\n");
     press_enter(U"An testsesame A", {Answer::OK});
     run(form1.Timer7);
-    EXPECT_EQ(held(U"d:\\out\\K1.xlsx"), "1,1=90 2,1=90 ");
-    EXPECT_EQ(held(U"d:\\out\\K2.xlsx"), "");
+    EXPECT_EQ(held(U"d:\\out\\K1.xlsx"), "1,1=80 2,1=90 3,1=80 ");
+    EXPECT_EQ(held(U"d:\\out\\K2.xlsx"), "2,1=90 ") << "a short line leaves its table's cells as they were";
 }
 
 TEST_F(TemplateReports, what_is_missing_is_told_and_nothing_runs)
