@@ -62,7 +62,7 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
     for (std::size_t r = 0; r <= rows.size(); ++r) {
         const TextView row = r < rows.size() ? rows[r] : TextView(U"");
         if (form1.showdata) view->add_row(row);
-        else form1.number_box().set_text(number_text(static_cast<double>(r)));
+        else form1.number_box().set_text(number_text(r));
         if (r > table.last()) {
             ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
             return false;

@@ -20,7 +20,11 @@ struct ScanResult {
 };
 
 /// The scan of column_query() for a given text and without the closing message; the query box must hold some text all
-/// the same.
+/// the same. Whatever comes of it, the table pane gets a new text and betweenp.txt is written. When the scan runs,
+/// `rowhits`, `resultcount`, the number box and, at a match, the panes' visibility change; when it is done also the row
+/// texts and counts of the table that `comp` selects (`sufcount`, `sufrows` and `curcount`, or `sugcount` and
+/// `sugrows`). Unless there were too many rows `dbresult` is True and the parameter window visible afterwards. Cells
+/// stay.
 ScanResult scan_document(Program& program, TextView text);
 /// The same, for whoever asks for the number of distinct rows alone.
 double query1(Program& program, TextView text);

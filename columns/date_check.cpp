@@ -1,7 +1,7 @@
 #include "columns/field_checks.h"
 
+#include "calendar/date_text.h"
 #include "columns/boxes.h"
-#include "columns/date_text.h"
 #include "columns/row_list.h"
 #include "columns/views.h"
 
@@ -101,7 +101,7 @@ Text DateCheck::normal_date(std::size_t row, std::size_t column, Text& text)
     if (date == U"error")
         ask(program_,
             U"第 " + number_text(program_.form1.daterow) + U"   行，时间格式字段长度异常，dan为:" +
-                number_text(static_cast<double>(length)) + U"  。",
+                number_text(length) + U"  。",
             application_title, Buttons::OK);
     return date;
 }
@@ -143,8 +143,8 @@ void date_check(Program& program, ComparisonFiles& files)
     Form1& form1 = program.form1;
     const Parameters parameters = read_parameters(program);
     ask(program,
-        U"温情提示：\r\n参与时间格式比较的suF表的列次A为:" + number_text(static_cast<double>(parameters.a)) +
-            U"， \r\n参与时间格式比较的suF表的列次B为:" + number_text(static_cast<double>(parameters.b)) +
+        U"温情提示：\r\n参与时间格式比较的suF表的列次A为:" + number_text(parameters.a) +
+            U"， \r\n参与时间格式比较的suF表的列次B为:" + number_text(parameters.b) +
             U"，\r\n时间格式比较的时间间隔为:" + number_text(parameters.days) + U"。",
         U"Tarvik  计算查寻 ", Buttons::OK);
     DateCheck check(program, parameters);

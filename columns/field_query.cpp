@@ -27,8 +27,8 @@ void field_query(Program& program, ComparisonFiles& files)
     Form1& form1 = program.form1;
     const Text needle = lower(ltrim(form1.query_box().text()));
     const std::size_t column = box_column(program, 0);
-    ask(program, U" 温情提示：\r\n参与字段内查寻的suF表的列次为:" + number_text(static_cast<double>(column)) + U"。",
-        U"Tarvik  计算查寻 ", Buttons::OK);
+    ask(program, U" 温情提示：\r\n参与字段内查寻的suF表的列次为:" + number_text(column) + U"。", U"Tarvik  计算查寻 ",
+        Buttons::OK);
     const Module1& arrays = program.module1;
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
     view->keep(arrays.suf.buffers());
@@ -38,7 +38,7 @@ void field_query(Program& program, ComparisonFiles& files)
         view->add_row(arrays.sufrow.line(row), U"\t", bounded_piece(program, field));
     }
     show_view(program, files[ComparisonFiles::between5], view);
-    form1.number_box().set_text(number_text(static_cast<double>(view->line_count())));
+    form1.number_box().set_text(number_text(view->line_count()));
 }
 
 } // namespace tarvik

@@ -9,10 +9,7 @@ namespace tarvik {
 /// Rows to be named in a message: the first ones by number, all of them by their count.
 class RowList {
 public:
-    void add(std::size_t row, TextView note)
-    {
-        add_entry(U"第 " + number_text(static_cast<double>(row)) + U" 行：" + note);
-    }
+    void add(std::size_t row, TextView note) { add_entry(U"第 " + number_text(row) + U" 行：" + note); }
     /// A row that the user knows by something else than its number.
     void add_entry(TextView entry)
     {
@@ -22,7 +19,7 @@ public:
     Text text() const
     {
         if (count_ <= named) return text_;
-        return text_ + U"\r\n…… 共 " + number_text(static_cast<double>(count_)) + U" 行";
+        return text_ + U"\r\n…… 共 " + number_text(count_) + U" 行";
     }
 
 private:

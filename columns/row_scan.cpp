@@ -1,5 +1,7 @@
 #include "columns/row_scan.h"
 
+#include "platform/occurrences.h"
+
 #include <algorithm>
 
 namespace tarvik {
@@ -7,38 +9,6 @@ namespace tarvik {
 namespace {
 
 constexpr char32_t cr = U'\r';
-
-/// The shortest distance at which the needle can overlap itself.
-std::size_t period(TextView needle)
-{
-    std::vector<std::size_t> border(needle.size() + 1, 0);
-    for (std::size_t i = 1, k = 0; i < needle.size(); ++i) {
-        while (k > 0 && needle[i] != needle[k]) k = border[k];
-        if (needle[i] == needle[k]) ++k;
-        border[i + 1] = k;
-    }
-    return needle.size() - border[needle.size()];
-}
-
-/// All places of a needle, overlaps included. A run of overlapping matches is followed by the characters that each
-/// adds.
-class Matches {
-public:
-    Matches(TextView document, TextView needle) : document_(document), needle_(needle), period_(period(needle)) {}
-
-    std::size_t first() const { return document_.find(needle_); }
-    std::size_t next(std::size_t match) const
-    {
-        const std::size_t kept = needle_.size() - period_;
-        const TextView added = document_.substr(match + needle_.size(), period_);
-        if (added == needle_.substr(kept)) return match + period_;
-        return document_.find(needle_, match + 1);
-    }
-
-private:
-    TextView document_, needle_;
-    std::size_t period_;
-};
 
 /// The CRs around a place that only moves forward.
 class LineBounds {
@@ -99,8 +69,8 @@ RowScan scan_rows(TextView document, TextView needle, std::size_t room, const Su
         for (const std::size_t match : index->places(document, needle))
             if (!taker.take(match)) break;
     } else {
-        const Matches matches(document, needle);
-        for (std::size_t match = matches.first(); match != npos; match = matches.next(match))
+        Occurrences matches(document, needle);
+        for (std::size_t match = matches.next(); match != npos; match = matches.next())
             if (!taker.take(match)) break;
     }
     return std::move(taker.scan);

@@ -43,8 +43,8 @@ void sort_rows(Program& program)
         return;
     }
     ScratchFile file(program, U"between2.txt");
-    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(static_cast<double>(column)) + U"。",
-        U"Tarvik 计算", Buttons::OK);
+    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算",
+        Buttons::OK);
     const auto count = static_cast<std::size_t>(form1.sufcount);
     const RowTexts& rows = program.module1.sufrow;
     const std::size_t filled = filled_rows(rows, count);
@@ -53,7 +53,7 @@ void sort_rows(Program& program)
     for (std::size_t row = 0; row <= count; ++row)
         if (!rows.is_empty(row)) view->add_row(rows.line(row));
     show_view(program, file, view);
-    form1.number_box().set_text(number_text(static_cast<double>(filled)));
+    form1.number_box().set_text(number_text(filled));
 }
 
 } // namespace tarvik

@@ -37,14 +37,14 @@ public:
     {
         const TextView line = lines_[index];
         if (!line.has_storage()) return;
-        const Text row = number_text(static_cast<double>(index));
+        const Text row = number_text(index);
         split_line(line, [&](std::size_t column, std::size_t start, std::size_t length) {
             if (length == 0) return;
             target += table_;
             target += U'(';
             target += row;
             target += U',';
-            target += number_text(static_cast<double>(column));
+            target += number_text(column);
             target += U")***";
             line.substr(start, length).append_to(target);
             target.append(11, U' ');

@@ -78,7 +78,7 @@ void fill_keylist(Program& program, const Statistic& statistic)
     program.form1.keycount = static_cast<double>(kept);
     if (kept < statistic.counts.size())
         ask(program,
-            U" 请注意：\r\n关键字共有 " + number_text(static_cast<double>(statistic.counts.size())) +
+            U" 请注意：\r\n关键字共有 " + number_text(statistic.counts.size()) +
                 U" 个，已经超过软件所设定的阀值：10001个，只保留前10001个。",
             application_title, Buttons::OK);
 }
@@ -95,8 +95,8 @@ void column_statistics(Program& program)
             Buttons::OK, Icon::Information);
         return;
     }
-    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(static_cast<double>(column)) + U"。",
-        U"Tarvik 计算 ", Buttons::OK);
+    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算 ",
+        Buttons::OK);
     const Statistic statistic = count_column(program, column);
     ScratchFile file(program, statistics_file);
     show_statistic(program, file, statistic);

@@ -4,16 +4,12 @@
 
 namespace tarvik {
 
-namespace {
-
 Selection inside(Selection selection, std::size_t size)
 {
     selection.start = std::clamp<std::size_t>(selection.start, 1, size + 1);
     selection.length = std::min(selection.length, size + 1 - selection.start);
     return selection;
 }
-
-} // namespace
 
 void Control::touched(Property property)
 {

@@ -157,7 +157,10 @@ struct Selection {
     friend bool operator==(const Selection&, const Selection&) = default;
 };
 
-/// A box for short texts. Every change of its text, the system's own too, is told as its change event.
+/// The selection kept inside a text of `size` characters.
+Selection inside(Selection selection, std::size_t size);
+
+/// A box for short texts. Every change of its text, the program's own too, is its change event.
 class TextBox : public Control {
 public:
     using Control::Control;

@@ -53,6 +53,8 @@ bool Form_QueryUnload(Program& program);
 void Form_Unload(Program& program);
 /// A left click on the window's background: back to the defaults.
 void Form_Click(Program& program);
+/// Empties the results of all queries but the plain one up to resultcount, which stays, and goes back to the first.
+void forget_results(Program& program);
 /// Back to the defaults: panes, flags, options and the results up to resultcount.
 void reset_to_defaults(Program& program);
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "mainwindow/text_arrays.h"
+#include "mainwindow/table.h"
 
 namespace tarvik {
 
-/// The arrays and flags that all of the system shares. An array lives as long as the program.
+/// The arrays and flags that all of the program shares. An array lives as long as the program.
 struct Module1 {
     TextArray pages{1'000'000};    ///< the open document in pages; index 0 is the first
     TextArray hits{1'000'000};     ///< results of the query with no option

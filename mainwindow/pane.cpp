@@ -22,9 +22,7 @@ void Pane::append(TextView text)
 
 void Pane::select(Selection selection)
 {
-    const std::size_t size = content_.size();
-    selection.start = std::clamp<std::size_t>(selection.start, 1, size + 1);
-    selection.length = std::min(selection.length, size + 1 - selection.start);
+    selection = inside(selection, content_.size());
     const bool moved = selection.start != selection_.start;
     const bool resized = selection.length != selection_.length;
     selection_ = selection;

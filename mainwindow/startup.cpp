@@ -125,10 +125,15 @@ void reset_to_defaults(Program& program)
     form1.cutopenfile = form1.scanfolderset = form1.cutopen = form1.comp = form1.dbresult = form1.notcap = false;
     form1.showdata = true;
     clear_options(form1);
-    form1.resultpos = 0;
-    const auto last = static_cast<std::size_t>(form1.resultcount);
-    for (TextArray* results :
-         {&program.module1.enhits, &program.module1.zhhits, &program.module1.cnhits, &program.module1.filehits})
+    forget_results(program);
+}
+
+void forget_results(Program& program)
+{
+    program.form1.resultpos = 0;
+    const auto last = static_cast<std::size_t>(program.form1.resultcount);
+    Module1& arrays = program.module1;
+    for (TextArray* results : {&arrays.enhits, &arrays.zhhits, &arrays.cnhits, &arrays.filehits})
         results->clear(0, last);
 }
 

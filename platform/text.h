@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -138,5 +139,12 @@ double leading_number(TextView text) noexcept;
 /// The shortest decimal text that reads back as the same number, without exponent where 15 digits do: "8.5", "-1", "2";
 /// from 1e15 on and below 1e-15 it is "1.25e100", "1e-16".
 Text number_text(double value);
+/// A count.
+template <std::integral Count>
+Text number_text(Count count)
+{
+    const std::string digits = std::to_string(count);
+    return {digits.begin(), digits.end()};
+}
 
 } // namespace tarvik

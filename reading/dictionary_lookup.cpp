@@ -1,6 +1,6 @@
 #include "reading/dictionary_lookup.h"
 
-#include "reading/occurrences.h"
+#include "platform/occurrences.h"
 #include "reading/results.h"
 
 #include <algorithm>

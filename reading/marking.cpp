@@ -1,6 +1,6 @@
 #include "reading/marking.h"
 
-#include "reading/occurrences.h"
+#include "platform/occurrences.h"
 
 namespace tarvik {
 

@@ -2,8 +2,8 @@
 
 #include "mainwindow/scratch_file.h"
 #include "platform/code_page.h"
+#include "platform/occurrences.h"
 #include "reading/marking.h"
-#include "reading/occurrences.h"
 
 #include <algorithm>
 #include <optional>
@@ -115,7 +115,7 @@ void show_found_page(Program& program, std::size_t page, TextView query, WordFil
     Form1& form1 = program.form1;
     form1.RichTextBox1.set_visible(true);
     form1.RichTextBox2.set_visible(false);
-    form1.page_box().set_text(number_text(static_cast<double>(page)));
+    form1.page_box().set_text(number_text(page));
     form1.RichTextBox1.set_text(program.module1.pages.get(page));
     if (form1.RichTextBox1.empty()) return;
     form1.needle = query.str();
@@ -149,7 +149,7 @@ void search_pages(Program& program)
         if (instr(ltrim(program.module1.pages.get(page)), query) == 0) continue;
         found = true;
         show_found_page(program, page, query, words);
-        const Text question = U"是否继续查找，目前已经查到第" + number_text(static_cast<double>(page)) + U"页。";
+        const Text question = U"是否继续查找，目前已经查到第" + number_text(page) + U"页。";
         if (ask(program, question, title, Buttons::OKCancel) != Answer::OK) return;
     }
     if (found) tell(program, U"查寻完毕,再也没有符合条件的结果！", title, Icon::Information);

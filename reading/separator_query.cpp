@@ -1,6 +1,6 @@
 #include "reading/separator_query.h"
 
-#include "reading/occurrences.h"
+#include "platform/occurrences.h"
 #include "reading/results.h"
 
 namespace tarvik {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mainwindow/text_arrays.h"
+#include "mainwindow/table.h"
 
 #include <span>
 #include <unordered_map>

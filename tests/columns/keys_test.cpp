@@ -258,6 +258,20 @@ TEST(Limits, nothing_is_written_behind_the_threshold)
     EXPECT_EQ(desk.installation.read("betweenp.txt"), "\r\r\n");
 }
 
+TEST(Views, end_the_progress_that_they_show)
+{
+    Desk desk;
+    desk.open_text(U"a\r\nab\r\n");
+    desk.form1().query_box().set_text(U"a");
+    desk.press("\x1b");
+    EXPECT_GT(desk.screen.progress_shown, 0U);
+    EXPECT_FALSE(desk.screen.busy);
+    desk.faulty.fail_at(4); // the clearing opens and closes the file, the view opens it again and cannot close it
+    desk.press("\x1b");
+    EXPECT_EQ(desk.faulty.counted(), 4U);
+    EXPECT_FALSE(desk.screen.busy);
+}
+
 TEST(Views, tell_of_a_file_once_in_a_run)
 {
     Desk desk;

@@ -32,10 +32,7 @@ private:
     {
         return texts[pick(Size)];
     }
-    void box(int index, std::size_t value)
-    {
-        program_.form3.Text1[index].set_text(number_text(static_cast<double>(value)));
-    }
+    void box(int index, std::size_t value) { program_.form3.Text1[index].set_text(number_text(value)); }
     Text random_document();
     Text random_table();
     void query(const Text& document, const Text& needle)

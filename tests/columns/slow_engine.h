@@ -1,6 +1,6 @@
 #pragma once
 
-#include "columns/date_text.h"
+#include "calendar/date_text.h"
 #include "columns/sort.h"
 
 #include <cmath>
@@ -234,7 +234,7 @@ public:
     }
 
 private:
-    static Text text(std::size_t value) { return number_text(static_cast<double>(value)); }
+    static Text text(std::size_t value) { return number_text(value); }
     Text remaining_rows()
     {
         Text rows;

@@ -1,4 +1,4 @@
-#include "columns/date_text.h"
+#include "calendar/date_text.h"
 #include "columns/sort.h"
 
 #include <gtest/gtest.h>

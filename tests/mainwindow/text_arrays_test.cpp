@@ -1,5 +1,5 @@
 #include "mainwindow/pane_text.h"
-#include "mainwindow/text_arrays.h"
+#include "mainwindow/table.h"
 #include "platform/text_builder.h"
 #include "tests/support/test_program.h"
 
@@ -14,7 +14,7 @@ TEST(TextArray, elements_outlive_the_buffers_they_were_cut_from)
 {
     TextArray array(1'000'000);
     for (std::size_t i = 0; i < 3000; ++i) {
-        const SharedBuffer buffer = make_buffer(U"text " + number_text(static_cast<double>(i)));
+        const SharedBuffer buffer = make_buffer(U"text " + number_text(i));
         array.set(i % 700, buffer->view().substr(5), buffer);
     }
     // 3000 = 4 * 700 + 200: the first 200 elements were written once more than the rest.
@@ -46,10 +46,7 @@ TEST(RowTexts, an_emptied_row_is_not_the_closing_row)
 class Numbers final : public LineSource {
 public:
     std::size_t line_count() const override { return 3; }
-    void append_line(std::size_t index, Text& target) const override
-    {
-        target += number_text(static_cast<double>(index));
-    }
+    void append_line(std::size_t index, Text& target) const override { target += number_text(index); }
 };
 
 TEST(PaneText, lines_of_a_source_are_written_out_when_asked_for)

@@ -1,5 +1,5 @@
+#include "platform/occurrences.h"
 #include "reading/marking.h"
-#include "reading/occurrences.h"
 #include "reading/reading.h"
 #include "tests/reading/slow_searches.h"
 #include "tests/support/test_program.h"

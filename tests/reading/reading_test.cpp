@@ -186,7 +186,7 @@ TEST_F(Reading, CollectedWordsAreThoseOfTheTwoWalks)
         const Text query = round % 3 == 0 ? U"q" : U"qv";
         form1.query_box().set_text(query);
         open(text);
-        form1.number_box().set_text(number_text(static_cast<double>(width)));
+        form1.number_box().set_text(number_text(width));
         test.dialogs.replies = {Answer::OK, Answer::OK};
         std::string lines = "\r\r\n";
         for (const std::size_t place : places_to_mark(form1.RichTextBox2.text(), query).marked) {

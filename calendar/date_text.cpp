@@ -1,22 +1,42 @@
-#include "columns/date_text.h"
+#include "calendar/date_text.h"
 
 #include "calendar/days.h"
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace tarvik {
+
+namespace {
+
+/// A date of digits alone gets hyphens behind the year and the month.
+void give_hyphens(Text& date)
+{
+    if (date.find_first_of(U"-./\\") == Text::npos)
+        date = mid(date, 1, 4).str() + U"-" + mid(date, 5, 2) + U"-" + mid(date, 7);
+}
+
+} // namespace
 
 Text dsx(Text& date)
 {
     constexpr std::size_t least_length = 8;
     if (date.size() < least_length) return U"error";
-    if (date.find_first_of(U"-./\\") == Text::npos)
-        date = mid(date, 1, 4).str() + U"-" + mid(date, 5, 2) + U"-" + mid(date, 7);
+    give_hyphens(date);
     Text hyphened = date;
     std::ranges::replace_if(
         hyphened, [](char32_t c) { return c == U'.' || c == U'/' || c == U'\\'; }, U'-');
     return hyphened;
+}
+
+Text xsd(Text& date)
+{
+    give_hyphens(date);
+    Text compact;
+    std::ranges::copy_if(date, std::back_inserter(compact),
+                         [](char32_t c) { return c != U'.' && c != U'/' && c != U'\\'; });
+    return compact;
 }
 
 std::optional<double> day_of(TextView date)

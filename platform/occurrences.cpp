@@ -1,4 +1,4 @@
-#include "reading/occurrences.h"
+#include "platform/occurrences.h"
 
 #include <algorithm>
 

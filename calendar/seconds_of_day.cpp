@@ -1,4 +1,4 @@
-#include "calendar/time_of_day.h"
+#include "calendar/seconds_of_day.h"
 
 namespace tarvik {
 
