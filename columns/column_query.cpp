@@ -121,6 +121,7 @@ ScanResult query(Program& program, TextView text, Announce announce)
     if (announce == Announce::Yes)
         ask(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ", Buttons::OK);
     program.form3.window.set_visible(true);
+    program.form3.window.request_front();
     return result;
 }
 

@@ -1,6 +1,7 @@
 #include "desktop/desktop.h"
 
 #include "desktop/look/qt_text.h"
+#include "desktop/windows/shortcuts.h"
 #include "office/batch_runner.h"
 #include "office/engines.h"
 
@@ -24,7 +25,7 @@ Scale scale_of_screen()
 Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives)
     : files_(installation, drives), theme_(files_),
       libreoffice_({.meanwhile = [this](auto waited) { show_waiting(waited); }}),
-      dialogs_([this] { show_ahead_of_box(); }, to_qt(files_.installation_folder())),
+      dialogs_(to_qt(files_.installation_folder())),
       office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
       queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), side_scale_(scale_of_screen()),
@@ -40,6 +41,13 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     program_.listeners.property_changed = [this](const Control& control, Property property) {
         mirror_.changed(control, property);
     };
+    dialogs_.set_surroundings({[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); }});
+    form1_.file_dropped = [this](const QString& path) {
+        dialogs_.open_next(path);
+        form1_.press(program_.form1.Command1[0]);
+    };
+    form1_.column_picked = [this](int column) { form3_.put_number(column); };
+    add_shortcuts(program_, form1_, form3_, form4_, manual_);
     screen_.set_work(
         {[this] { show(); }, [this](double part) { form1_.progress().show_work(part); }, [this] { menu_.ask(); }});
 }
@@ -99,8 +107,23 @@ void Desktop::event_ended()
 void Desktop::show_batch_progress()
 {
     const Form1& form1 = program_.form1;
-    const bool runs = run_in_progress(program_.form1) && form1.keycount > 0;
+    const bool on = run_in_progress(program_.form1);
+    const bool runs = on && form1.keycount > 0;
     form1_.progress().show_batch(runs ? (form1.sheetno - 1) / form1.keycount : -1);
+    show_status(on);
+}
+
+void Desktop::show_status(bool runs)
+{
+    form1_.show_state();
+    form3_.show_headings();
+    if (!program_.notice.empty()) form1_.status().show_notice(to_qt(std::exchange(program_.notice, {})));
+    stopped_ = runs ? program_.run.stop_wished : stopped_;
+    form1_.status().show_run(runs ? run_text(program_) : QString());
+    if (std::exchange(runs_, runs) && !runs) {
+        form1_.status().show_end(run_end(program_, stopped_));
+        QApplication::alert(&form1_);
+    }
 }
 
 } // namespace tarvik

@@ -8,6 +8,7 @@
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
+#include "desktop/windows/manual_window.h"
 #include "platform/disk_files.h"
 #include "platform/system_clock.h"
 
@@ -36,6 +37,7 @@ private:
     void show_waiting(std::chrono::milliseconds waited);
     void event_ended();
     void show_batch_progress();
+    void show_status(bool runs);
 
     DiskFiles files_;
     ChineseTexts chinese_;
@@ -58,8 +60,10 @@ private:
     Form1Window form1_;
     Form3Window form3_;
     Form4Window form4_;
+    ManualWindow manual_;
     ModelTimers timers_;
     ContextMenu menu_;
+    bool runs_ = false, stopped_ = false; // a run was on when the windows were shown last; it was wished to stop
 };
 
 } // namespace tarvik

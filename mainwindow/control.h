@@ -31,7 +31,8 @@ enum class Property {
     Interval,
     WindowState,
     Marks,
-    Focus
+    Focus,
+    Front ///< a window that is meant to be seen, whatever covers it or has set it aside
 };
 
 /// A colour as blue x 65536 + green x 256 + red.
@@ -124,9 +125,17 @@ public:
     /// 0 normal, 1 minimised.
     int window_state() const { return window_state_; }
     void set_window_state(int state) { change(window_state_, state, Property::WindowState); }
+    /// Asks the front to bring the window into view again.
+    void request_front()
+    {
+        ++front_requests_;
+        touched(Property::Front);
+    }
+    int front_requests() const { return front_requests_; }
 
 private:
     int window_state_ = 0;
+    int front_requests_ = 0;
 };
 
 class OptionButton : public Control {

@@ -30,6 +30,8 @@ struct Program {
     OfficeEngines& office;
     DocumentCache documents;                   ///< foreign files that scans read, decoded once
     std::map<Text, FileStamp> blank_templates; ///< templates as the blanking left them empty, by path
+    OpenedFile opened;                         ///< the document that was opened last
+    Text notice;                               ///< what was passed over in silence; a front may show it and empties it
     RunRecord run;                             ///< the report run in progress or the last one
     std::set<Text> scratch_failures;           ///< scratch files that the user knows cannot be written
     bool ended = false;                        ///< the main window was closed

@@ -7,6 +7,13 @@
 
 namespace tarvik {
 
+/// What is known of the open document beside its text.
+struct OpenedFile {
+    Text path{}; ///< empty until a document is opened
+    std::u32string_view encoding{};
+    bool lines_ended_in_lf = false;
+};
+
 /// What is known of the report run in progress, or of the last one, beside the members of the main window: what a clerk
 /// asks when it is over.
 struct RunRecord {

@@ -135,6 +135,7 @@ void forget_results(Program& program)
     Module1& arrays = program.module1;
     for (TextArray* results : {&arrays.enhits, &arrays.zhhits, &arrays.cnhits, &arrays.filehits})
         results->clear(0, last);
+    program.notice = U"已恢复默认设置";
 }
 
 void Form_Click(Program& program)

@@ -18,6 +18,15 @@ namespace tarvik {
 /// opening a document needs no copy.
 Document decode_foreign(std::string_view bytes);
 
+/// A file from outside with what it was recognised as.
+struct ForeignText {
+    Document document;
+    std::u32string_view encoding;
+    bool lines_ended_in_lf = false; ///< alone, so that they got their CR here
+};
+/// The same as decode_foreign(), for who wants to tell the user how the file was read.
+ForeignText recognise_foreign(std::string_view bytes);
+
 /// The document with CR LF for each LF when it holds no CR at all, as texts of other systems do; else the same one.
 Document with_cr_lf(const Document& document);
 

@@ -131,13 +131,13 @@ bool is_wide_utf8(std::string_view bytes) noexcept
     return wide;
 }
 
-Document decode_by_mark(std::string_view bytes)
+ForeignText decode_by_mark(std::string_view bytes)
 {
-    if (bytes.starts_with("\xef\xbb\xbf")) return decoded_document(Utf8(), bytes.substr(3));
-    if (bytes.starts_with("\xff\xfe")) return decoded_document(Utf16<false>(), bytes.substr(2));
-    if (bytes.starts_with("\xfe\xff")) return decoded_document(Utf16<true>(), bytes.substr(2));
-    if (is_wide_utf8(bytes)) return decoded_document(Utf8(), bytes);
-    return decode_own(bytes);
+    if (bytes.starts_with("\xef\xbb\xbf")) return {decoded_document(Utf8(), bytes.substr(3)), U"UTF-8"};
+    if (bytes.starts_with("\xff\xfe")) return {decoded_document(Utf16<false>(), bytes.substr(2)), U"UTF-16LE"};
+    if (bytes.starts_with("\xfe\xff")) return {decoded_document(Utf16<true>(), bytes.substr(2)), U"UTF-16BE"};
+    if (is_wide_utf8(bytes)) return {decoded_document(Utf8(), bytes), U"UTF-8"};
+    return {decode_own(bytes), U"GB18030"};
 }
 
 /// The characters with a CR before each LF, and the line end that a decoded document keeps behind its text.
@@ -168,9 +168,18 @@ Document with_cr_lf(const Document& document)
     });
 }
 
+ForeignText recognise_foreign(std::string_view bytes)
+{
+    ForeignText text = decode_by_mark(bytes);
+    const Document lines = with_cr_lf(text.document);
+    text.lines_ended_in_lf = lines.buffer() != text.document.buffer();
+    text.document = lines;
+    return text;
+}
+
 Document decode_foreign(std::string_view bytes)
 {
-    return with_cr_lf(decode_by_mark(bytes));
+    return recognise_foreign(bytes).document;
 }
 
 Document decode_own(std::string_view bytes)

@@ -17,9 +17,10 @@ void read_and_cut(Program& program, TextView path)
     form1.RichTextBox1.set_visible(false);
     form1.RichTextBox2.set_visible(true);
     form1.fso = true;
-    const Document document = decode_foreign(program.platform.files.read(path));
+    const ForeignText text = recognise_foreign(program.platform.files.read(path));
     form1.textstream = true;
-    form1.RichTextBox2.set_content(PaneText(document.with_closing_line_end()));
+    form1.RichTextBox2.set_content(PaneText(text.document.with_closing_line_end()));
+    program.opened = {path.str(), text.encoding, text.lines_ended_in_lf};
     if (!cut_pages(program)) return;
     form1.page_box().set_text(number_text(form1.lastpage));
 }
@@ -37,7 +38,8 @@ void open_document(Program& program)
     try {
         const auto path = program.platform.dialogs.open_file(text_files);
         if (path && !path->empty()) read_and_cut(program, *path);
-    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): opening ends silently, whatever fails
+    } catch (const Failure& failure) { // no box tells of it
+        program.notice = U"没有打开：" + failure.message();
     }
 }
 

@@ -157,7 +157,8 @@ void save_results(Program& program)
         if (!no_option_selected(form1)) save_option_results(program);
         else if (form1.dbresult) save_table(program);
         else save_text_query(program);
-    } catch (const Failure&) { // NOLINT(bugprone-empty-catch): saving ends silently, whatever fails
+    } catch (const Failure& failure) { // no box tells of it
+        program.notice = U"没有保存：" + failure.message();
     }
 }
 

@@ -10,7 +10,11 @@ namespace {
 
 void show_common(QWidget& widget, const Control& control)
 {
-    if (widget.isHidden() == control.visible()) widget.setVisible(control.visible());
+    if (widget.isHidden() == control.visible()) {
+        widget.setVisible(control.visible());
+        // Of panes that lie on each other the one shown last is in front.
+        if (control.visible() && dynamic_cast<TextWidget*>(&widget)) widget.raise();
+    }
     if (widget.isEnabled() != control.enabled()) widget.setEnabled(control.enabled());
     Theme::colour(widget, control.back_color());
 }

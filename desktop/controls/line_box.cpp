@@ -18,6 +18,7 @@ LineBox::LineBox(Front& front, TextBox& box, bool context_menu, QWidget* parent)
 {
     setAttribute(Qt::WA_NoMousePropagation);
     setMinimumSize(1, 1);
+    setAcceptDrops(false); // a file that is dropped belongs to the window
     setMaxLength(std::numeric_limits<int>::max());
     connect(this, &QLineEdit::textChanged, this, [this] { text_to_model(); });
     connect(this, &QLineEdit::selectionChanged, this, [this] { selection_to_model(); });

@@ -13,6 +13,7 @@ namespace {
 
 const QColor border(143, 132, 85);
 const QColor focus_border(138, 61, 0);
+const QColor command_border(92, 107, 44);
 constexpr double radius = 4;
 constexpr int text_frame = 3;                                // the strong border shows inside of it
 constexpr int hover_lightness = 106, pressed_darkness = 114; // percent
@@ -23,6 +24,17 @@ QColor button_colour(const QStyleOption& option)
     if (option.state.testFlag(QStyle::State_Sunken)) return colour.darker(pressed_darkness);
     const bool hover = option.state.testFlag(QStyle::State_MouseOver) && option.state.testFlag(QStyle::State_Enabled);
     return hover ? colour.lighter(hover_lightness) : colour;
+}
+
+// A second line inside the border: the keys typed here are commands.
+void paint_command_border(QPainter& painter, const QRect& area)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(command_border, 2));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(area).adjusted(3, 3, -3, -3), radius - 1, radius - 1);
+    painter.restore();
 }
 
 bool is_text_widget(const QWidget* widget)
@@ -52,7 +64,10 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     const bool focus = option->state.testFlag(State_HasFocus);
     switch (element) {
     case PE_PanelButtonCommand: paint_box(*painter, option->rect, button_colour(*option), focus); return;
-    case PE_PanelLineEdit: paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus); return;
+    case PE_PanelLineEdit:
+        paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus);
+        if (widget && widget->property("keysAreCommands").toBool()) paint_command_border(*painter, option->rect);
+        return;
     case PE_Frame:
         if (is_text_widget(widget)) {
             paint_box(*painter, option->rect, option->palette.color(QPalette::Base), widget->hasFocus());

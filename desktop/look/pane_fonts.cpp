@@ -13,6 +13,8 @@ namespace {
 
 constexpr double row_gap = 1.3; // from row to row, in heights of the font
 constexpr int tab_characters = 8;
+constexpr double zoom_factor = 1.125;
+constexpr int most_zoom = 12;
 
 FontSize measure(const QFont& font)
 {
@@ -29,11 +31,18 @@ FontSize measure(const QFont& font)
 
 } // namespace
 
+void PaneFonts::zoom(int step)
+{
+    zoom_ = step == 0 ? 0 : std::clamp(zoom_ + step, -most_zoom, most_zoom);
+    sizes_.clear();
+}
+
 const PaneFonts::Sized& PaneFonts::sized(int points) const
 {
     const auto known = sizes_.find(points);
     if (known != sizes_.end()) return known->second;
-    const QFont font = theme_.pane_font(points > 0 ? points : Theme::pane_points(), scale_);
+    const double wanted = points > 0 ? points : Theme::pane_points();
+    const QFont font = theme_.pane_font(wanted * std::pow(zoom_factor, zoom_), scale_);
     return sizes_.emplace(points, Sized{font, measure(font)}).first->second;
 }
 

@@ -18,6 +18,9 @@ public:
     const QFont& font(int points) const { return sized(points).font; }
     /// Whoever keeps sizes must ask for them anew.
     void scale_changed() { sizes_.clear(); }
+    /// Makes all sizes larger or smaller by a step, within bounds; 0 is back to what the texts ask for. Who keeps sizes
+    /// must ask for them anew.
+    void zoom(int step);
 
 private:
     struct Sized {
@@ -29,6 +32,7 @@ private:
     const Theme& theme_;
     const Scale& scale_;
     mutable std::map<int, Sized> sizes_;
+    int zoom_ = 0;
 };
 
 } // namespace tarvik

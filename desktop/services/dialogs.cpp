@@ -2,12 +2,20 @@
 
 #include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/services/file_dialog.h"
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QFileDialog>
+#include <QCloseEvent>
+#include <QGridLayout>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPointer>
+#include <QScreen>
+
+#include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -72,16 +80,70 @@ private:
     const IdleCursor idle_;
 };
 
+// A box whose text says what No does starts work with No: it wants one of its answers, and nothing else ends it.
+bool must_answer(const Message& message)
+{
+    const TextView text = message.text;
+    return message.buttons == Buttons::YesNo && (text.contains(U"否，") || text.contains(U"否："));
+}
+
+/// A message, wide enough for its title, that Y and N answer where Yes and No are offered.
+class MessageWindow final : public QMessageBox {
+public:
+    MessageWindow(const Message& message, QWidget* parent)
+        : QMessageBox(picture(message.icon), to_qt(message.title), lines_to_qt(message.text), offered(message.buttons),
+                      parent),
+          must_answer_(must_answer(message))
+    {
+        setTextFormat(Qt::PlainText);
+        setTextInteractionFlags(Qt::TextSelectableByMouse);
+        if (auto* grid = dynamic_cast<QGridLayout*>(layout())) {
+            const int title = fontMetrics().horizontalAdvance(windowTitle()) + room_beside_title;
+            grid->addItem(new QSpacerItem(title, 0), grid->rowCount(), 0, 1, grid->columnCount());
+        }
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (must_answer_ && event->key() == Qt::Key_Escape) return;
+        const auto answer = event->key() == Qt::Key_Y ? Yes : event->key() == Qt::Key_N ? No : NoButton;
+        if (QAbstractButton* const meant = button(answer)) meant->click();
+        else QMessageBox::keyPressEvent(event);
+    }
+    void closeEvent(QCloseEvent* event) override
+    {
+        if (must_answer_) event->ignore();
+        else QMessageBox::closeEvent(event);
+    }
+
+private:
+    static constexpr int room_beside_title = 120; // the title bar's icon and buttons
+    bool must_answer_;
+};
+
+// Below what should stay in view, as far as the screen goes.
+void place_clear(QDialog& box, const QRect& clear)
+{
+    if (clear.isEmpty()) return;
+    constexpr int gap = 12, title_bar = 36;
+    box.layout()->activate();
+    const QSize size = box.sizeHint();
+    const QRect screen = box.screen()->availableGeometry();
+    const int below = clear.bottom() + gap + title_bar;
+    const int left = clear.left() + (clear.width() - size.width()) / 2;
+    box.move(std::clamp(left, screen.left(), std::max(screen.left(), screen.right() - size.width())),
+             std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() - size.height())));
+}
+
 } // namespace
 
 Answer DesktopDialogs::message(const Message& message)
 {
-    before_();
+    around_.before();
     const BoxOver over;
-    QMessageBox box(picture(message.icon), to_qt(message.title), lines_to_qt(message.text), offered(message.buttons),
-                    over.window());
-    box.setTextFormat(Qt::PlainText);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    MessageWindow box(message, over.window());
+    place_clear(box, around_.keep_clear());
     const int pressed = box.exec();
     for (const ButtonRow& row : button_rows)
         if (row.button == pressed) return row.answer;
@@ -90,41 +152,39 @@ Answer DesktopDialogs::message(const Message& message)
 
 Text DesktopDialogs::input(TextView title, TextView prompt, TextView preset)
 {
-    before_();
+    around_.before();
     const BoxOver over;
     QInputDialog box(over.window());
     box.setWindowTitle(to_qt(title));
     box.setLabelText(lines_to_qt(prompt));
     box.setTextValue(to_qt(preset));
-    box.resize(std::max(box.sizeHint().width(), 520), box.sizeHint().height());
+    box.resize(std::max(box.sizeHint().width(), box.fontMetrics().averageCharWidth() * 60), box.sizeHint().height());
+    place_clear(box, around_.keep_clear());
     return box.exec() == QDialog::Accepted ? from_qt(box.textValue()) : Text();
+}
+
+std::optional<Text> DesktopDialogs::open_file(TextView filter)
+{
+    if (const QString next = std::exchange(next_, {}); !next.isEmpty()) {
+        recent_.add(next);
+        return from_qt(next);
+    }
+    return choose_file(filter, false);
+}
+
+std::optional<Text> DesktopDialogs::save_file(TextView filter)
+{
+    return choose_file(filter, true);
 }
 
 std::optional<Text> DesktopDialogs::choose_file(TextView filter, bool save)
 {
-    before_();
+    around_.before();
     const BoxOver over;
-    QFileDialog box(over.window(), save ? "保存" : "打开", folder_);
-    box.setNameFilters(name_filters(filter));
-    box.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    box.setOption(QFileDialog::DontConfirmOverwrite); // the program asks before it replaces a file
-    box.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    if (QGuiApplication::platformName() == "offscreen") box.setOption(QFileDialog::DontUseNativeDialog);
+    FileDialog box(over.window(), save, filter, recent_.folder(), recent_.files());
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
-    folder_ = box.directory().absolutePath();
+    recent_.add(box.selectedFiles().front());
     return from_qt(box.selectedFiles().front());
-}
-
-QStringList name_filters(TextView filter)
-{
-    const QStringList parts = to_qt(filter).split('|');
-    QStringList filters;
-    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-        QString patterns = parts[i + 1];
-        patterns.replace(';', ' ').replace("*.*", "*");
-        filters += parts[i] + " (" + patterns + ")";
-    }
-    return filters;
 }
 
 } // namespace tarvik

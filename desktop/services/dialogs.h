@@ -1,38 +1,42 @@
 #pragma once
 
+#include "desktop/services/recent_files.h"
 #include "platform/platform.h"
 
+#include <QRect>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
-
-class QWidget;
 
 namespace tarvik {
 
 /// The real boxes, over the window that the user works in.
 class DesktopDialogs final : public Dialogs {
 public:
-    /// `before` is called ahead of every box, so that the windows show what the box speaks of; it throws nothing. File
-    /// dialogs begin in `folder` and go on where the last one ended.
-    DesktopDialogs(std::function<void()> before, QString folder)
-        : before_(std::move(before)), folder_(std::move(folder))
-    {
-    }
+    struct Surroundings {
+        /// Brings the windows up to date ahead of every box; throws nothing.
+        std::function<void()> before = [] {};
+        /// What boxes should leave in view, on the screen.
+        std::function<QRect()> keep_clear = [] { return QRect(); };
+    };
+    /// File dialogs begin in `folder` while no file has been chosen.
+    explicit DesktopDialogs(const QString& folder) : recent_(folder) {}
+    void set_surroundings(Surroundings surroundings) { around_ = std::move(surroundings); }
 
     Answer message(const Message& message) override;
     Text input(TextView title, TextView prompt, TextView preset) override;
-    std::optional<Text> open_file(TextView filter) override { return choose_file(filter, false); }
-    std::optional<Text> save_file(TextView filter) override { return choose_file(filter, true); }
+    std::optional<Text> open_file(TextView filter) override;
+    std::optional<Text> save_file(TextView filter) override;
+
+    /// The next question for a file to open is answered by this one, without a box.
+    void open_next(const QString& path) { next_ = path; }
 
 private:
     std::optional<Text> choose_file(TextView filter, bool save);
-    std::function<void()> before_;
-    QString folder_;
+    Surroundings around_;
+    RecentFiles recent_;
+    QString next_;
 };
-
-/// "name|*.ext|name|*.ext" as the toolkit has its filters. "*.*" stands for every file, with a point or without.
-QStringList name_filters(TextView filter);
 
 } // namespace tarvik

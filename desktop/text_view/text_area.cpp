@@ -4,6 +4,48 @@
 
 namespace tarvik {
 
+namespace {
+
+constexpr std::size_t first_lines = 100;
+constexpr std::size_t longest_measured = 4096;                           // characters of a line
+constexpr double least_blanks = 2, most_blanks = 60, blanks_between = 2; // of a column
+
+} // namespace
+
+// The width that is there for the user counts from the first look on; what is scrolled to adds to it.
+void TextArea::look_at_first_lines()
+{
+    std::size_t looked_at = 0, tables = 0, leading = 0;
+    for (std::size_t line = 0; line < std::min(first_lines, lines_.line_count()); ++line) {
+        const std::size_t start = lines_.line_start(line), end = lines_.line_end(line);
+        if (start == end) continue;
+        ++looked_at;
+        const auto cells = make_room(start, end);
+        if (cells.empty()) continue;
+        ++tables;
+        const Cell& first = cells.front();
+        if (first.column > 0 || first.start == first.end) ++leading;
+    }
+    is_table_ = !breaks_lines_ && tables > 0 && 2 * tables >= looked_at;
+    first_column_ = 2 * leading > tables ? 0 : 1;
+}
+
+// Gives the cells of the line.
+std::vector<Cell> TextArea::make_room(std::size_t start, std::size_t end)
+{
+    Text line;
+    lines_.append_to(start, std::min(end - start, longest_measured), line);
+    auto cells = cells_of(line);
+    const CharWidths& widths = font_.size(look_.points).widths;
+    const double blank = widths.of(U' ');
+    for (const Cell& cell : cells) {
+        double width = blanks_between * blank;
+        for (std::size_t i = cell.start; i < cell.end; ++i) width += widths.of(line[i]);
+        stops_moved_ |= stops_.make_room(cell.column, width, least_blanks * blank, most_blanks * blank);
+    }
+    return cells;
+}
+
 void TextArea::set_text(PaneText text, bool stay)
 {
     lines_ = TextLines(std::move(text), lines_);
@@ -34,9 +76,17 @@ void TextArea::set_size(double width, double height)
 
 void TextArea::lay_rows()
 {
-    const auto width = breaks_lines_ ? std::optional(std::max(1.0, width_ - 2 * margin)) : std::nullopt;
-    rows_.emplace(lines_, font_, look_, width);
+    stops_.clear();
+    look_at_first_lines();
+    make_rows();
     scroll_to(top_);
+}
+
+void TextArea::make_rows()
+{
+    const auto width = breaks_lines_ ? std::optional(std::max(1.0, width_ - 2 * margin)) : std::nullopt;
+    rows_.emplace(lines_, font_, look_, width, &stops_);
+    stops_moved_ = false;
 }
 
 void TextArea::show_rows()
@@ -47,8 +97,11 @@ void TextArea::show_rows()
          row = rows_->next(*row)) {
         shown_.push_back({*row, y});
         y += row->height;
-        if (!breaks_lines_) widest_ = std::max(widest_, rows_->width_of(*row));
     }
+    if (breaks_lines_) return;
+    for (const ShownRow& shown : shown_) make_room(shown.row.start, shown.row.end);
+    if (stops_moved_) make_rows();
+    for (const ShownRow& shown : shown_) widest_ = std::max(widest_, rows_->width_of(shown.row));
 }
 
 std::size_t TextArea::last_top() const

@@ -26,6 +26,12 @@ public:
     void lay_rows();
 
     const TextLines& lines() const { return lines_; }
+    /// Where the columns of a text without line breaking begin: wide enough for all that has been shown.
+    const ColumnStops& stops() const { return stops_; }
+    /// Whether the text reads like a table: most of its first lines have cells.
+    bool is_table() const { return is_table_; }
+    /// The number of the column that begins at stop 0: 1, or 0 where the rows begin with a tab or tell their columns.
+    int first_column() const { return first_column_; }
     const TextRows& rows() const { return *rows_; }
     bool breaks_lines() const { return breaks_lines_; }
     /// From the top; the last may stick out.
@@ -53,10 +59,17 @@ public:
 
 private:
     void show_rows();
+    void make_rows();
+    void look_at_first_lines();
+    std::vector<Cell> make_room(std::size_t start, std::size_t end);
     const FontSizes& font_;
     TextLines lines_;
     TextLook look_;
     bool breaks_lines_ = false;
+    ColumnStops stops_;
+    bool stops_moved_ = false; // since the rows were made
+    bool is_table_ = false;
+    int first_column_ = 1;
     std::optional<TextRows> rows_;
     double width_ = 0, height_ = 0, left_ = 0, widest_ = 0;
     std::size_t top_ = 0;

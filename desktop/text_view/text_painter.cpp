@@ -41,7 +41,9 @@ void paint_run(QPainter& painter, std::span<const PlacedCharacter> run, double x
                        : mark   ? to_qt(mark->colour)
                                 : palette.color(QPalette::Text);
     painter.setPen(ink);
-    painter.setFont(fonts.font(run.front().points));
+    QFont font = fonts.font(run.front().points);
+    font.setUnderline(mark != nullptr); // the colour alone is hard to tell for some
+    painter.setFont(font);
     painter.drawText(QPointF(x, base_line), to_qt(text));
 }
 
@@ -86,6 +88,17 @@ void paint_text(QPainter& painter, const TextArea& area, const PaneFonts& fonts,
     for (const TextArea::ShownRow& shown : area.shown()) {
         paint_selection(painter, area, shown, selected, palette.color(QPalette::Highlight));
         paint_characters(painter, area, shown, fonts, selected, palette);
+    }
+}
+
+void paint_line_ends(QPainter& painter, const TextArea& area, const PaneFonts& fonts, const QPalette& palette)
+{
+    painter.setFont(fonts.font(0));
+    painter.setPen(palette.color(QPalette::Mid).darker());
+    for (const TextArea::ShownRow& shown : area.shown()) {
+        const Row& row = shown.row;
+        if (row.ends_line() && row.line_end < area.lines().size())
+            painter.drawText(QPointF(area.x_of(row, row.end), shown.y + row.ascent), "↵");
     }
 }
 

@@ -25,9 +25,11 @@ Known& remembered(std::map<std::size_t, Known>& lines, std::size_t line)
     return lines[line];
 }
 
-double width_in(const FontSize& size, char32_t character, double x)
+constexpr std::size_t longest_table_line = 65'536; // beyond it the cells of a line are not looked for
+
+double width_in(const FontSize& size, char32_t character, double x, bool stops)
 {
-    if (character == U'\t') return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;
+    if (character == U'\t' && !stops) return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;
     return size.widths.of(character);
 }
 
@@ -71,8 +73,9 @@ std::span<const Mark> TextRows::marks_from(std::size_t offset) const
 
 // Calls visit(PlacedCharacter) for each character until it gives false.
 template <typename Visit>
-void TextRows::walk(std::size_t from, std::size_t to, double x, Visit&& visit) const
+void TextRows::walk(std::size_t from, std::size_t to, double x, std::span<const Place> jumps, Visit&& visit) const
 {
+    while (!jumps.empty() && jumps.front().offset <= from) jumps = jumps.subspan(1);
     std::span<const Mark> marks = marks_from(from);
     const FontSize* size = &font_.size(look_.points);
     PlacedCharacter placed{from, 0, x, 0, look_.points, nullptr};
@@ -92,7 +95,11 @@ void TextRows::walk(std::size_t from, std::size_t to, double x, Visit&& visit) c
                 size = &font_.size(placed.points);
             }
             placed.character = character;
-            placed.width = width_in(*size, character, placed.x);
+            placed.width = width_in(*size, character, placed.x, stops_ != nullptr);
+            if (!jumps.empty() && jumps.front().offset == placed.offset + 1) {
+                placed.width = std::max(placed.width, jumps.front().x - placed.x);
+                jumps = jumps.subspan(1);
+            }
             if (!visit(placed)) return;
             placed.x += placed.width;
             ++placed.offset;
@@ -105,7 +112,7 @@ std::size_t TextRows::row_end(std::size_t start, std::size_t line_end) const
     if (!width_) return line_end;
     std::size_t end = line_end, breakable = start;
     char32_t before = 0;
-    walk(start, line_end, 0, [&](const PlacedCharacter& placed) {
+    walk(start, line_end, 0, {}, [&](const PlacedCharacter& placed) {
         if (before != 0 && may_break_between(before, placed.character)) breakable = placed.offset;
         before = placed.character;
         const bool hangs = placed.character == U' ' || placed.character == U'\t';
@@ -181,12 +188,42 @@ std::optional<Row> TextRows::previous(const Row& row) const
     return row_at(row.start - 1);
 }
 
+// Where the cells of a row that is a whole line begin, one width behind the last at least.
+const std::vector<TextRows::Place>& TextRows::cell_places(const Row& row) const
+{
+    static const std::vector<Place> none;
+    if (!stops_ || row.end - row.start > longest_table_line) return none;
+    const bool known = cell_places_.contains(row.start);
+    std::vector<Place>& cells = remembered(cell_places_, row.start);
+    if (known) return cells;
+    Text line;
+    lines_.append_to(row.start, row.end - row.start, line);
+    double end = 0;
+    const double blank = font_.size(look_.points).widths.of(U' ');
+    for (const Cell& cell : cells_of(line)) {
+        const double x = std::max(cells.empty() ? 0 : end + blank, stops_->start(cell.column));
+        cells.push_back({row.start + cell.start, x});
+        end = x;
+        walk(row.start + cell.start, row.start + cell.end, x, {}, [&](const PlacedCharacter& placed) {
+            end = placed.x + placed.width;
+            return true;
+        });
+    }
+    return cells;
+}
+
+TextRows::Place TextRows::beginning(const Row& row) const
+{
+    const auto& cells = cell_places(row);
+    return {row.start, cells.empty() ? 0 : cells.front().x};
+}
+
 const std::vector<TextRows::Place>& TextRows::places(const Row& row) const
 {
     std::vector<Place>& known = remembered(places_, row.start);
     if (!known.empty()) return known;
-    known = {{row.start, 0}};
-    walk(row.start, row.end, 0, [&](const PlacedCharacter& placed) {
+    known = {beginning(row)};
+    walk(row.start, row.end, known.front().x, cell_places(row), [&](const PlacedCharacter& placed) {
         if (placed.offset - known.back().offset >= stride) known.push_back({placed.offset, placed.x});
         return true;
     });
@@ -195,7 +232,7 @@ const std::vector<TextRows::Place>& TextRows::places(const Row& row) const
 
 TextRows::Place TextRows::place_before(const Row& row, std::size_t offset) const
 {
-    if (row.end - row.start < 2 * stride || offset - row.start < stride) return {row.start, 0};
+    if (row.end - row.start < 2 * stride || offset - row.start < stride) return beginning(row);
     const auto& known = places(row);
     return *(std::upper_bound(known.begin(), known.end(), offset,
                               [](std::size_t at, const Place& place) { return at < place.offset; }) -
@@ -204,7 +241,7 @@ TextRows::Place TextRows::place_before(const Row& row, std::size_t offset) const
 
 TextRows::Place TextRows::place_before_x(const Row& row, double x) const
 {
-    if (row.end - row.start < 2 * stride || x <= 0) return {row.start, 0};
+    if (row.end - row.start < 2 * stride || x <= 0) return beginning(row);
     const auto& known = places(row);
     return *(
         std::upper_bound(known.begin(), known.end(), x, [](double at, const Place& place) { return at < place.x; }) -
@@ -216,7 +253,7 @@ double TextRows::x_of(const Row& row, std::size_t offset) const
     offset = std::clamp(offset, row.start, row.end);
     const Place from = place_before(row, offset);
     double x = from.x;
-    walk(from.offset, offset, from.x, [&](const PlacedCharacter& placed) {
+    walk(from.offset, offset, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         x = placed.x + placed.width;
         return true;
     });
@@ -227,7 +264,7 @@ std::size_t TextRows::offset_at(const Row& row, double x) const
 {
     const Place from = place_before_x(row, x);
     std::size_t offset = row.end;
-    walk(from.offset, row.end, from.x, [&](const PlacedCharacter& placed) {
+    walk(from.offset, row.end, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         if (x >= placed.x + placed.width / 2) return true;
         offset = placed.offset;
         return false;
@@ -239,7 +276,7 @@ std::vector<PlacedCharacter> TextRows::between(const Row& row, double left, doub
 {
     std::vector<PlacedCharacter> placed_characters;
     const Place from = place_before_x(row, left);
-    walk(from.offset, row.end, from.x, [&](const PlacedCharacter& placed) {
+    walk(from.offset, row.end, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         if (placed.x >= right) return false;
         if (placed.x + placed.width > left) placed_characters.push_back(placed);
         return true;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/look/char_widths.h"
+#include "desktop/text_view/columns.h"
 #include "desktop/text_view/text_lines.h"
 #include "mainwindow/pane.h"
 
@@ -41,10 +42,12 @@ struct PlacedCharacter {
 /// on every part of it is reached from the nearest of its remembered places.
 class TextRows {
 public:
-    /// `width` is where rows break, in pixels; none for lines that run as long as they are. The lines and the font must
-    /// outlive the object.
-    TextRows(const TextLines& lines, const FontSizes& font, TextLook look, std::optional<double> width)
-        : lines_(lines), font_(font), look_(std::move(look)), width_(width)
+    /// `width` is where rows break, in pixels; none for lines that run as long as they are. With `stops` the cells of
+    /// unbroken lines begin there; else tabs go to stops of one width. Lines, font and stops must outlive the object,
+    /// and stops that move need a new one.
+    TextRows(const TextLines& lines, const FontSizes& font, TextLook look, std::optional<double> width,
+             const ColumnStops* stops = nullptr)
+        : lines_(lines), font_(font), look_(std::move(look)), width_(width), stops_(width ? nullptr : stops)
     {
     }
 
@@ -66,8 +69,11 @@ private:
         std::size_t offset;
         double x;
     };
+    // Goes through the characters; each of the `jumps` tells where a cell begins.
     template <typename Visit>
-    void walk(std::size_t from, std::size_t to, double x, Visit&& visit) const;
+    void walk(std::size_t from, std::size_t to, double x, std::span<const Place> jumps, Visit&& visit) const;
+    const std::vector<Place>& cell_places(const Row& row) const;
+    Place beginning(const Row& row) const;
     Row row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const;
     std::size_t row_end(std::size_t start, std::size_t line_end) const;
     void set_height(Row& row) const;
@@ -81,9 +87,11 @@ private:
     const FontSizes& font_;
     TextLook look_;
     std::optional<double> width_;
+    const ColumnStops* stops_;
     // What is remembered of long lines, by where they begin.
     mutable std::map<std::size_t, std::vector<Place>> places_;
     mutable std::map<std::size_t, std::vector<std::size_t>> row_starts_;
+    mutable std::map<std::size_t, std::vector<Place>> cell_places_;
 };
 
 } // namespace tarvik

@@ -22,6 +22,18 @@ constexpr int rows_a_notch = 3;
 // The horizontal bar counts in these, so that the longest line fits into its range.
 constexpr double bar_unit = 8;
 
+// Bars in the pane's own colour could not be told from it.
+void colour_bars(const QAbstractScrollArea& area)
+{
+    for (QScrollBar* bar : {area.verticalScrollBar(), area.horizontalScrollBar()}) {
+        QPalette palette;
+        palette.setColor(QPalette::Button, QColor(186, 168, 112));
+        palette.setColor(QPalette::Window, QColor(216, 208, 156));
+        palette.setColor(QPalette::Base, QColor(216, 208, 156));
+        bar->setPalette(palette);
+    }
+}
+
 } // namespace
 
 TextWidget::TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* parent)
@@ -36,6 +48,7 @@ TextWidget::TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* 
     setMinimumSize(1, 1);
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setAutoFillBackground(false);
+    colour_bars(*this);
     connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) { vertical_action(action); });
 }
 
@@ -52,12 +65,36 @@ void TextWidget::lay_anew()
     viewport()->update();
 }
 
+void TextWidget::add_ruler(ColumnGuide guide)
+{
+    ruler_ = new Ruler(area_, std::move(guide), this);
+    show_ruler();
+}
+
+void TextWidget::update_ruler()
+{
+    if (ruler_) ruler_->update();
+}
+
+void TextWidget::show_ruler()
+{
+    if (!ruler_) return;
+    const bool wanted = area_.is_table();
+    ruler_->setVisible(wanted);
+    const int height = wanted ? ruler_->wanted_height() : 0;
+    if (viewportMargins().top() != height) setViewportMargins(0, height, 0, 0);
+    const QRect view = viewport()->geometry();
+    ruler_->setGeometry(view.left(), view.top() - height, view.width(), height);
+    ruler_->update();
+}
+
 void TextWidget::refresh()
 {
     if (!std::exchange(stale_, false)) return;
     PaneText content = text_->content();
     const bool new_text = !same_pieces(content, shown_text_);
     if (new_text) {
+        shows_selection_ = false;
         const bool stays = editing_ || same_first_piece(content, shown_text_);
         if (!editing_) undo_.clear();
         shown_text_ = content;
@@ -98,6 +135,7 @@ void TextWidget::show_scroll_bars()
     horizontal.setSingleStep(4);
     horizontal.setValue(static_cast<int>(std::ceil(area_.left() / bar_unit)));
     setting_bars_ = false;
+    show_ruler();
 }
 
 void TextWidget::scrollContentsBy(int, int)
@@ -134,6 +172,10 @@ void TextWidget::vertical_action(int action)
 
 void TextWidget::wheelEvent(QWheelEvent* event)
 {
+    if (event->modifiers().testFlag(Qt::ControlModifier)) { // the window zooms
+        event->ignore();
+        return;
+    }
     const QPoint turned = event->angleDelta();
     if (turned.x() != 0 || event->modifiers().testFlag(Qt::ShiftModifier)) {
         QAbstractScrollArea::wheelEvent(event);
@@ -175,8 +217,10 @@ void TextWidget::paintEvent(QPaintEvent*)
     QPainter painter(viewport());
     painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
     // Without the focus a selection does not hide what it lies on, such as the match that was marked last.
-    const SelectedRange selected = hasFocus() ? SelectedRange{selection_start(), selection_end()} : SelectedRange{0, 0};
+    const SelectedRange selected =
+        hasFocus() || shows_selection_ ? SelectedRange{selection_start(), selection_end()} : SelectedRange{0, 0};
     paint_text(painter, area_, fonts_, selected, palette());
+    if (shows_line_ends_) paint_line_ends(painter, area_, fonts_, palette());
     const QRectF caret = caret_rectangle();
     if (caret.isNull() || !hasFocus()) return;
     if (!preedit_.isEmpty()) paint_preedit(painter, preedit_, caret, fonts_, palette());

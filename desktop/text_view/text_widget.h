@@ -2,11 +2,13 @@
 
 #include "desktop/front/front.h"
 #include "desktop/look/pane_fonts.h"
+#include "desktop/text_view/ruler.h"
 #include "desktop/text_view/text_area.h"
 #include "desktop/text_view/viewed_text.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
+#include <QElapsedTimer>
 
 #include <memory>
 
@@ -21,6 +23,22 @@ public:
     void show_model();
     /// After a change of the font.
     void lay_anew();
+
+    /// A text that reads like a table gets a ruler over it.
+    void add_ruler(ColumnGuide guide);
+    /// What the ruler tells has changed.
+    void update_ruler();
+
+    /// Line ends show as a sign of their own.
+    void show_line_ends() { shows_line_ends_ = true; }
+
+    /// Selects the next or previous place of a text, whatever its case, around the end. Gives whether there is one.
+    bool find(TextView text, bool forward);
+    /// What is selected, up to its first line end.
+    QString selected_line() const;
+    void scroll_rows(int rows);
+    /// Whether the user has changed the text since the program set it.
+    bool edited() const { return !undo_.empty(); }
 
     const TextArea& area() const { return area_; }
     /// The character that the caret stands before, from 0.
@@ -48,6 +66,7 @@ private:
     // What shows
     void refresh();
     void show_scroll_bars();
+    void show_ruler();
     void place_vertical(int value);
     void vertical_action(int action);
     QRectF caret_rectangle() const;
@@ -59,6 +78,8 @@ private:
     void move_caret(std::size_t offset, bool extend);
     void selection_to_model();
     void select_word(std::size_t offset);
+    void select_line(std::size_t offset);
+    bool select_cell(std::size_t offset);
     void drag_to(const QPoint& position);
 
     // Keys
@@ -83,6 +104,7 @@ private:
     const PaneFonts& fonts_;
     std::unique_ptr<ViewedText> text_;
     TextArea area_;
+    Ruler* ruler_ = nullptr;
     PaneText shown_text_;
     bool stale_ = true; // the model may have changed since the view was last brought up to date
     bool editing_ = false;
@@ -92,6 +114,8 @@ private:
     QString preedit_;
     QBasicTimer caret_timer_, drag_timer_;
     QPoint drag_position_;
+    bool shows_line_ends_ = false, shows_selection_ = false;
+    QElapsedTimer since_double_click_;
     bool caret_shows_ = false, dragging_ = false, setting_bars_ = false;
     double wheel_ = 0;
 };

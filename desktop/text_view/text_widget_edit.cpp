@@ -108,6 +108,11 @@ void TextWidget::reach(char32_t key)
 void TextWidget::keyPressEvent(QKeyEvent* event)
 {
     const Text keys = typed_characters(*event);
+    // With Ctrl, Enter is a line end wherever it would start something.
+    if (keys == Text{enter_key} && event->modifiers().testFlag(Qt::ControlModifier)) {
+        front_.queue.submit([this] { reach(enter_key); });
+        return;
+    }
     if (!keys.empty()) {
         press_keys(front_, text_->control(), keys, [this](char32_t key) { reach(key); });
         return;

@@ -16,6 +16,15 @@ int word_kind(char32_t character)
     return letter || digit || character == U'_' || character >= 0xc0 ? 2 : 3;
 }
 
+// What the codes, numbers and dates of reports are made of.
+bool is_code(char32_t character)
+{
+    return word_kind(character) == 2 || character == U'-' || character == U'.' || character == U'/' ||
+           character == U'#';
+}
+
+constexpr std::size_t longest_table_line = 65'536;
+
 } // namespace
 
 void TextWidget::selection_to_model()
@@ -28,6 +37,7 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     caret_ = std::min(offset, area_.lines().size());
     if (!extend) anchor_ = caret_;
     wanted_x_.reset();
+    shows_selection_ = false;
     selection_to_model();
     area_.bring_into_view(caret_, false);
     show_scroll_bars();
@@ -35,11 +45,46 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     viewport()->update();
 }
 
+// A code such as yq-r8808 or 2016/09/22, else the cell of a table, else a word.
 void TextWidget::select_word(std::size_t offset)
 {
+    const TextLines& lines = area_.lines();
+    const auto in_code = [&](std::size_t at) { return at < lines.size() && is_code(lines.at(at)); };
+    if (in_code(offset)) {
+        std::size_t start = offset, code_end = offset + 1;
+        while (start > 0 && in_code(start - 1)) --start;
+        while (in_code(code_end)) ++code_end;
+        anchor_ = start;
+        move_caret(code_end, true);
+        return;
+    }
+    if (select_cell(offset)) return;
     const std::size_t end = word_edge(offset, true);
     anchor_ = word_edge(std::min(offset + 1, end), false);
     move_caret(end, true);
+}
+
+bool TextWidget::select_cell(std::size_t offset)
+{
+    const Row row = area_.rows().row_at(offset);
+    Text line;
+    area_.lines().append_to(row.line_start, std::min<std::size_t>(row.line_end - row.line_start, longest_table_line),
+                            line);
+    for (const Cell& cell : cells_of(line)) {
+        const std::size_t start = row.line_start + cell.start, end = row.line_start + cell.end;
+        if (offset < start || offset >= end) continue;
+        anchor_ = start;
+        move_caret(end, true);
+        return true;
+    }
+    return false;
+}
+
+void TextWidget::select_line(std::size_t offset)
+{
+    const Row row = area_.rows().row_at(offset);
+    anchor_ = row.line_start;
+    move_caret(row.line_end, true);
 }
 
 // CR LF is one step.

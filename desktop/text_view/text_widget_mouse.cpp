@@ -2,7 +2,9 @@
 #include "desktop/text_view/text_widget.h"
 
 #include <QContextMenuEvent>
+#include <QGuiApplication>
 #include <QScrollBar>
+#include <QStyleHints>
 
 namespace tarvik {
 
@@ -25,7 +27,12 @@ void TextWidget::post_mouse(EventKind kind, const QMouseEvent& event)
 
 void TextWidget::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() == Qt::LeftButton) {
+    const bool third = since_double_click_.isValid() &&
+                       since_double_click_.elapsed() < QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    since_double_click_.invalidate();
+    if (event->button() == Qt::LeftButton && third) {
+        front_.queue.submit([this, place = event->position()] { select_line(area_.offset_at(place.x(), place.y())); });
+    } else if (event->button() == Qt::LeftButton) {
         dragging_ = true;
         const bool extend = event->modifiers().testFlag(Qt::ShiftModifier);
         front_.queue.submit(
@@ -76,6 +83,7 @@ void TextWidget::mouseDoubleClickEvent(QMouseEvent* event)
         mousePressEvent(event);
         return;
     }
+    since_double_click_.start();
     const QPointF place = event->position();
     front_.queue.submit([this, place] { select_word(area_.offset_at(place.x(), place.y())); });
     front_.queue.post({EventKind::DblClick, text_->control()});

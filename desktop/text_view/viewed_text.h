@@ -81,6 +81,7 @@ public:
         return last;
     }
     void clear() { reversals_.clear(); }
+    bool empty() const { return reversals_.empty(); }
 
 private:
     static constexpr std::size_t most = 500;

@@ -8,6 +8,7 @@ namespace {
 
 constexpr double gap = 45; // between neighbours, three dots of the design
 constexpr double window_edge = 100;
+constexpr double frame_contents = 1100; // the keys of the highest frame end here
 
 Place number_box_place(const Form1& form1)
 {
@@ -27,6 +28,8 @@ Place frame_place(const Form1& form1, const Control& frame)
         place = place_of(*each);
         place.left = std::min(place.left, edge - place.width);
         edge = place.left - gap;
+        place.height = std::clamp(form1.window.height() - status_height - gap - place.top,
+                                  std::min(frame_contents, place.height), place.height);
         if (each == &frame) break;
     }
     return place;

@@ -1,12 +1,20 @@
 #include "desktop/windows/form1_window.h"
 
 #include "desktop/front/input.h"
+#include "desktop/look/control_style.h"
+#include "desktop/look/qt_text.h"
 #include "desktop/windows/form1_layout.h"
+#include "desktop/windows/status_text.h"
+#include "desktop/windows/tooltips.h"
 #include "desktop/windows/window_places.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QLabel>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -15,30 +23,150 @@ namespace tarvik {
 namespace {
 
 constexpr double smallest_part = 0.5; // of the opening size, that the user can make the window
+const QString preset_query = "查寻条件";
+
+bool is_pane(const TextWidget& text)
+{
+    return text.objectName().startsWith("Form1.RichTextBox");
+}
+
+// The first file of what is dragged; empty where there is none.
+QString dropped_file(const QDropEvent& event)
+{
+    for (const QUrl& url : event.mimeData()->urls())
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isFile()) return url.toLocalFile();
+    return {};
+}
+
+void wish_stop(Front& front)
+{
+    front.queue.submit([&front] { front.program.run.stop_wished = true; });
+}
 
 } // namespace
 
 Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts)
     : FormWindow(front, front.program.form1.window, backdrop), form1_(front.program.form1), scale_(scale),
       fonts_(fonts), layout_([this](const Control& control) { return fitted_place(form1_, control); }),
-      progress_(*this), opening_(*this, [this] { post_resize(size()); })
+      progress_(*this), status_([this] { wish_stop(this->front()); }, *this),
+      find_bar_([this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this),
+      opening_(*this, [this] { post_resize(size()); })
 {
     ControlMaker maker(front, focus, layout_);
     make_boxes(maker);
     make_buttons(maker);
     make_frames(maker);
     set_tab_order();
-    front.mirror.on_moved(FormId::Form1, [this] { layout_.place(scale_); });
+    query_aid_.emplace(front, *query_box_, *this, [this] { return shown_pane(); });
+    key_hint_ = new QLabel(this);
+    key_hint_->setObjectName("keys");
+    key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    set_tooltips(*this);
+    setAcceptDrops(true);
+    front.mirror.on_moved(FormId::Form1, [this] { place(); });
+}
+
+void Form1Window::place()
+{
+    layout_.place(scale_);
+    const int height = qRound(scale_.pixels(status_height));
+    status_.setGeometry(0, this->height() - height, width(), height);
+    // Between the pane and the query box.
+    const QRect box = query_box_->geometry();
+    const int hint_height = key_hint_->fontMetrics().height();
+    key_hint_->setGeometry(box.left(), box.top() - hint_height - 1, width() - box.left(), hint_height);
+}
+
+void Form1Window::show_state()
+{
+    query_aid_->show_commands();
+    const QString hint = key_hint(form1_);
+    key_hint_->setText(hint);
+    if (query_box_->property("keysAreCommands").toBool() == hint.isEmpty()) {
+        query_box_->setProperty("keysAreCommands", !hint.isEmpty());
+        query_box_->update();
+    }
+    const TextWidget* const pane = shown_pane();
+    status_.show_state(state_text(front().program, pane && pane->edited()));
+    for (TextWidget* text : texts_) text->update_ruler();
+}
+
+TextWidget* Form1Window::shown_pane()
+{
+    TextWidget* top = nullptr;
+    for (QObject* child : children()) // the one in front comes last
+        if (auto* text = dynamic_cast<TextWidget*>(child); text && text->isVisible() && is_pane(*text)) top = text;
+    return top;
+}
+
+QRect Form1Window::pane_on_screen() const
+{
+    if (!isVisible()) return {};
+    const QRect pane = scale_.rectangle(form1_.RichTextBox1);
+    return {mapToGlobal(pane.topLeft()), pane.size()};
+}
+
+void Form1Window::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!dropped_file(*event).isEmpty()) event->acceptProposedAction();
+}
+
+void Form1Window::dropEvent(QDropEvent* event)
+{
+    const QString path = dropped_file(*event);
+    if (path.isEmpty()) return;
+    event->acceptProposedAction();
+    activateWindow();
+    file_dropped(path);
+}
+
+void Form1Window::switch_focus()
+{
+    TextWidget* const pane = shown_pane();
+    if (query_box_->hasFocus() && pane) pane->setFocus(Qt::ShortcutFocusReason);
+    else query_box_->setFocus(Qt::ShortcutFocusReason);
+}
+
+void Form1Window::press(const Control& button)
+{
+    auto* widget = findChild<ButtonWidget*>(widget_name(button));
+    if (!widget || !widget->isVisible() || !widget->isEnabled()) return;
+    widget->click();
+    front().queue.submit(to_query_box());
+}
+
+void Form1Window::zoom_panes(int step)
+{
+    fonts_.zoom(step);
+    for (TextWidget* text : texts_) text->lay_anew();
+}
+
+void Form1Window::wheelEvent(QWheelEvent* event)
+{
+    if (event->modifiers().testFlag(Qt::ControlModifier) && event->angleDelta().y() != 0)
+        zoom_panes(event->angleDelta().y() > 0 ? 1 : -1);
+}
+
+// Where no pane shows there is an empty one and no hole.
+void Form1Window::paintEvent(QPaintEvent* event)
+{
+    FormWindow::paintEvent(event);
+    QPainter painter(this);
+    const QColor fill = to_qt(form1_.RichTextBox1.back_color());
+    paint_box(painter, scale_.rectangle(form1_.RichTextBox1), fill, false);
 }
 
 void Form1Window::make_boxes(ControlMaker& maker)
 {
     for (Pane* pane : form1_.panes()) {
         texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
-        texts_.back()->setAccessibleName("文本");
+        if (pane != &form1_.RichTextBox1)
+            texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
+                                      [this](int column) { column_picked(column); }});
     }
     query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
     texts_.push_back(&maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
+    texts_.back()->show_line_ends();
     for (const int index : {4, 5})
         maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
 }
@@ -48,6 +176,8 @@ std::function<void()> Form1Window::to_query_box()
 {
     return [this] {
         if (isAncestorOf(focusWidget())) query_box_->setFocus(Qt::OtherFocusReason);
+        // What nobody has typed goes with the first key.
+        if (query_box_->text() == preset_query) query_box_->selectAll();
     };
 }
 
@@ -126,7 +256,9 @@ void Form1Window::set_zoom(double zoom)
     scale_.zoom = zoom;
     fonts_.scale_changed();
     layout_.set_fonts(front().theme, scale_);
-    layout_.place(scale_);
+    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_, &find_bar_})
+        widget->setFont(front().theme.font(FontRole::Help, scale_));
+    place();
     for (TextWidget* text : texts_) text->lay_anew();
 }
 
@@ -140,6 +272,7 @@ void Form1Window::before_first_show()
 
 void Form1Window::resizeEvent(QResizeEvent* event)
 {
+    place();
     if (!opening_.running()) FormWindow::resizeEvent(event);
 }
 

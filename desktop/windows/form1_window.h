@@ -1,9 +1,12 @@
 #pragma once
 
 #include "desktop/controls/control_maker.h"
+#include "desktop/windows/find_bar.h"
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/opening.h"
 #include "desktop/windows/progress_line.h"
+#include "desktop/windows/query_aid.h"
+#include "desktop/windows/status_line.h"
 
 namespace tarvik {
 
@@ -18,6 +21,25 @@ public:
     /// opening size, before the window shows.
     void fit_to_screen(QSize available);
     ProgressLine& progress() { return progress_; }
+    StatusLine& status() { return status_; }
+    /// Brings up to date what depends on more than one control: hints, the list of commands, the status.
+    void show_state();
+
+    /// What the numbers and headings over a table do when they are clicked.
+    std::function<void(int)> column_picked = [](int) {};
+    std::function<void(const QString& path)> file_dropped = [](const QString&) {};
+    /// Where the panes are on the screen; empty while the window does not show.
+    QRect pane_on_screen() const;
+    /// The pane that the user looks at, if there is one.
+    TextWidget* shown_pane();
+    void find(bool forward) { find_bar_.find(forward); }
+    void open_find_bar() { find_bar_.open(); }
+    /// From the query box into the pane, and back.
+    void switch_focus();
+    /// Presses a button that shows, as the mouse would.
+    void press(const Control& button);
+    /// Makes the text of the panes larger or smaller by a step; 0 is back to the design's.
+    void zoom_panes(int step);
 
 protected:
     void before_first_show() override;
@@ -27,6 +49,10 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void make_boxes(ControlMaker& maker);
@@ -34,6 +60,7 @@ private:
     void make_frames(ControlMaker& maker);
     void set_tab_order();
     void set_zoom(double zoom);
+    void place();
     std::function<void()> to_query_box();
 
     Form1& form1_;
@@ -43,6 +70,10 @@ private:
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> texts_;
     ProgressLine progress_;
+    StatusLine status_;
+    std::optional<QueryAid> query_aid_;
+    FindBar find_bar_;
+    QLabel* key_hint_ = nullptr;
     Opening opening_;
     QSizeF full_size_; // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;

@@ -1,9 +1,14 @@
 #include "desktop/windows/form3_window.h"
 
+#include "desktop/windows/status_text.h"
+#include "desktop/windows/tooltips.h"
 #include "desktop/windows/window_places.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace tarvik {
 
@@ -11,6 +16,8 @@ namespace {
 
 // The boxes and labels keep their places, and the buttons go with the height: below this they would meet.
 constexpr double smallest_width = 9800, smallest_height = 7100;
+constexpr double heading_gap = 60;
+constexpr int interval_box = 2, comparison_box = 4, sort_box = 5;
 
 } // namespace
 
@@ -21,17 +28,86 @@ Form3Window::Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     Form3& form3 = front.program.form3;
     ControlMaker maker(front, focus, layout_);
     for (auto& [index, box] : form3.Text1) maker.line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
+    for (auto& [index, box] : form3.Text1) {
+        auto* heading = new QLabel(this);
+        heading->setObjectName(QString("heading(%1)").arg(index));
+        heading->setTextFormat(Qt::PlainText);
+        headings_[index] = heading;
+    }
     for (auto& [index, label] : form3.Label1) maker.label(label, FontRole::Help, *this);
     for (auto& [index, button] : form3.Command1) maker.button(button, FontRole::Button, *this);
     notes_ = &maker.text(std::make_unique<ViewedBox>(form3.Text2, true), FontRole::Notes, *this);
-    front.mirror.on_moved(FormId::Form3, [this] { layout_.place(this->front().scale); });
+    front.mirror.on_moved(FormId::Form3, [this] {
+        layout_.place(this->front().scale);
+        place_headings();
+    });
+    set_tooltips(*this);
+    // A window of the main window's own stays in front of it.
+    setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
+}
+
+// To the right of each box, up to its neighbour.
+void Form3Window::place_headings()
+{
+    const Form3& form3 = front().program.form3;
+    for (const auto& [index, heading] : headings_) {
+        const TextBox& box = form3.Text1[index];
+        const double left = box.left() + box.width() + heading_gap;
+        double right = form3.window.width() - heading_gap;
+        for (const auto& [other_index, other] : form3.Text1)
+            if (other.top() == box.top() && other.left() > box.left())
+                right = std::min(right, other.left() - heading_gap);
+        heading->setGeometry(front().scale.rectangle(left, box.top(), right - left, box.height()));
+    }
+}
+
+void Form3Window::show_headings()
+{
+    if (isHidden()) return;
+    Program& program = front().program;
+    if (std::exchange(notes_show_, program.form3.Text2.visible()) != program.form3.Text2.visible() && notes_show_)
+        notes_->setFocus(Qt::OtherFocusReason);
+    for (const auto& [index, heading] : headings_) {
+        const TextBox& box = program.form3.Text1[index];
+        const double number = leading_number(box.text());
+        QString text = index == interval_box ? "天" : column_heading(program.form1, static_cast<int>(number));
+        heading->setVisible(box.visible());
+        heading->setToolTip(text);
+        heading->setText(heading->fontMetrics().elidedText(text, Qt::ElideRight, heading->width()));
+    }
+}
+
+void Form3Window::put_number(int number)
+{
+    const auto* widget = dynamic_cast<LineBox*>(focusWidget());
+    if (!widget) return;
+    for (auto& [index, box] : front().program.form3.Text1)
+        if (widget_name(box) == widget->objectName())
+            front().queue.submit([&box, number] { box.set_text(number_text(number)); });
+}
+
+// The box of the comparison while two tables are compared, else that of sorting and statistics.
+void Form3Window::take_focus()
+{
+    Program& program = front().program;
+    front().queue.submit([this, &program] {
+        program.form3.window.set_visible(true);
+        program.form3.window.set_window_state(0);
+        const int index = program.form1.comp ? comparison_box : sort_box;
+        if (!dynamic_cast<LineBox*>(focusWidget())) program.form3.Text1[index].request_focus();
+    });
+    raise();
+    activateWindow();
+    if (auto* box = dynamic_cast<LineBox*>(focusWidget())) box->selectAll();
 }
 
 void Form3Window::set_zoom()
 {
     const Scale& scale = front().scale;
     layout_.set_fonts(front().theme, scale);
+    for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, scale));
     layout_.place(scale);
+    place_headings();
     notes_->lay_anew();
     setMinimumSize(qRound(scale.pixels(smallest_width)), qRound(scale.pixels(smallest_height)));
 }
@@ -41,11 +117,14 @@ void Form3Window::appear()
 {
     QWidget* const active = QApplication::activeWindow();
     show();
+    raise();
     (active ? *active : main_window_).activateWindow();
 }
 
 void Form3Window::before_first_show()
 {
+    winId(); // the system's window must be there to belong to the other
+    windowHandle()->setTransientParent(main_window_.windowHandle());
     place_beside(*this, main_window_);
 }
 

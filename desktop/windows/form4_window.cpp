@@ -3,13 +3,17 @@
 #include "desktop/windows/window_places.h"
 
 #include <QLabel>
+#include <QScreen>
 #include <QScrollArea>
+
+#include <algorithm>
 
 namespace tarvik {
 
 namespace {
 
 constexpr double edge = 120; // twips between what the window holds and its edge
+constexpr int gap = 12, title_bar = 36;
 
 } // namespace
 
@@ -69,6 +73,14 @@ void Form4Window::resizeEvent(QResizeEvent* event)
 void Form4Window::before_first_show()
 {
     place_beside(*this, main_window_);
+    // The button that shows and hides the designer stays in reach: what then does not fit is scrolled.
+    const auto* button = main_window_.findChild<QWidget*>("Form1.Command3");
+    if (!button) return;
+    const QRect kept(button->mapToGlobal(QPoint(0, 0)), button->size());
+    if (!geometry().adjusted(0, 0, gap, gap).intersects(kept)) return;
+    const int top = screen()->availableGeometry().top() + title_bar;
+    move(x(), top);
+    resize(width(), std::clamp(kept.top() - gap - top, minimumHeight(), height()));
 }
 
 } // namespace tarvik

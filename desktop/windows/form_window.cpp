@@ -22,13 +22,23 @@ void FormWindow::show_model()
     if (windowTitle() != caption) setWindowTitle(caption);
     Theme::colour(*this, model_.back_color());
     show_size();
-    if (model_.visible() && isHidden()) {
+    if (std::exchange(front_requests_, model_.front_requests()) != model_.front_requests() && model_.visible()) {
+        model_.set_window_state(0);
+        raise();
+    }
+    const bool minimised = model_.window_state() == 1;
+    if (model_.visible() && isHidden() && !minimised) {
         if (!std::exchange(shown_before_, true)) before_first_show();
         appear();
     }
     if (!model_.visible() && !isHidden()) hide();
-    const bool minimised = model_.window_state() == 1;
-    if (model_.visible() && minimised != isMinimized()) minimised ? showMinimized() : showNormal();
+    if (model_.visible() && minimised != (isMinimized() || isHidden())) set_aside(minimised);
+}
+
+void FormWindow::set_aside(bool aside)
+{
+    if (aside) showMinimized();
+    else showNormal();
 }
 
 void FormWindow::show_size()

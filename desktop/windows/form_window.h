@@ -20,6 +20,8 @@ protected:
     /// Before the window shows for the first time: its place on the screen.
     virtual void before_first_show() {}
     virtual void appear() { show(); }
+    /// The model is minimised, or is so no more.
+    virtual void set_aside(bool aside);
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
     /// The model gets the size in pixels that the user has given the window.
@@ -42,6 +44,7 @@ private:
     Backdrop& backdrop_;
     QSize size_; // as the model and the window last agreed on it
     bool shown_before_ = false;
+    int front_requests_ = 0; // that were met
 };
 
 } // namespace tarvik

@@ -95,7 +95,7 @@ void DesktopFixture::look_for_box()
         box->reject();
         return;
     }
-    const Answer answer = std::move(answers_.front());
+    const Reply answer = std::move(answers_.front());
     answers_.pop_front();
     answer(*box);
 }

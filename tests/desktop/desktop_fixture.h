@@ -47,6 +47,8 @@ protected:
     void expect_input(const QString& text);
     /// The next file dialog gets this path; with an empty one it is cancelled.
     void expect_file(const QString& path);
+    /// The next box gets what the user does with it.
+    void expect(std::function<void(QDialog&)> user) { answers_.push_back(std::move(user)); }
     bool all_answered() const { return answers_.empty(); }
     /// Title and text of the boxes so far.
     QStringList boxes;
@@ -55,10 +57,10 @@ protected:
     std::unique_ptr<Desktop> desktop;
 
 private:
-    using Answer = std::function<void(QDialog&)>;
+    using Reply = std::function<void(QDialog&)>;
     static QWidget* find_widget(const QString& name);
     void look_for_box();
-    std::deque<Answer> answers_;
+    std::deque<Reply> answers_;
     QTimer watch_;
 };
 

@@ -1,5 +1,7 @@
 #include "tests/desktop/desktop_fixture.h"
 
+#include "desktop/services/file_dialog.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QInputMethodEvent>

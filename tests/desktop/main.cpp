@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QSettings>
+#include <QTemporaryDir>
 
 #include <locale.h>
 
@@ -16,6 +18,8 @@ int main(int count, char** words)
     testing::InitGoogleTest(&count, words);
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(count, words);
+    const QTemporaryDir settings; // the user's own stay as they are
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settings.path());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     return RUN_ALL_TESTS();
 }

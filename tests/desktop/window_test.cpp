@@ -153,8 +153,8 @@ TEST_F(DesktopWindow, the_notes_are_kept_and_the_window_of_column_numbers_is_set
     find<LineBox>("Form3.Text1(0)").selectAll();
     type("Form3.Text1(0)", "7");
     click("Form3.Command1(0)");
-    EXPECT_TRUE(find("Form3").isMinimized());
-    find("Form3").close();
+    EXPECT_FALSE(find("Form3").isVisible());
+    EXPECT_EQ(program().form3.window.window_state(), 1);
     EXPECT_FALSE(find("Form3").isVisible());
     EXPECT_EQ(program().form3.Text1[0].text(), U"7");
 }

@@ -1,0 +1,105 @@
+#include "desktop/services/file_dialog.h"
+
+#include "desktop/look/qt_text.h"
+
+#include <QComboBox>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QSortFilterProxyModel>
+
+namespace tarvik {
+
+namespace {
+
+constexpr double share_of_screen = 0.85;
+
+class ForeignFiles final : public QSortFilterProxyModel {
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+protected:
+    bool filterAcceptsRow(int row, const QModelIndex& parent) const override
+    {
+        return !FileDialog::is_own(sourceModel()->index(row, 0, parent).data().toString());
+    }
+};
+
+} // namespace
+
+FileDialog::FileDialog(QWidget* parent, bool save, TextView filter, const QString& folder, const QStringList& recent)
+    : QFileDialog(parent, save ? "保存" : "打开", folder)
+{
+    setOption(DontUseNativeDialog);
+    setOption(DontConfirmOverwrite); // the program asks before it replaces a file
+    setNameFilters(name_filters(filter));
+    setAcceptMode(save ? AcceptSave : AcceptOpen);
+    setFileMode(AnyFile); // accept() looks for the file itself
+    if (save && !filter.contains(U"*.*")) setDefaultSuffix("txt");
+    setProxyModel(new ForeignFiles(this));
+    if (!save) offer_recent(recent);
+    const QFontMetrics metrics(font());
+    resize(QSize(metrics.averageCharWidth() * 110, metrics.height() * 28)
+               .boundedTo(screen()->availableSize() * share_of_screen));
+}
+
+bool FileDialog::is_own(const QString& name)
+{
+    static const QRegularExpression own("^(between[a-z0-9]*|牛津字典.*|现代汉语词典)\\.txt$",
+                                        QRegularExpression::CaseInsensitiveOption);
+    return own.match(name).hasMatch();
+}
+
+void FileDialog::offer_recent(const QStringList& recent)
+{
+    auto* grid = dynamic_cast<QGridLayout*>(layout());
+    if (!grid || recent.isEmpty()) return;
+    auto* list = new QComboBox(this);
+    list->setObjectName("recent");
+    list->addItem("选择……");
+    list->addItems(recent);
+    list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    const int row = grid->rowCount();
+    grid->addWidget(new QLabel("最近打开：", this), row, 0);
+    grid->addWidget(list, row, 1, 1, grid->columnCount() - 1);
+    connect(list, &QComboBox::activated, this, [this, list](int index) {
+        if (index == 0) return;
+        setDirectory(QFileInfo(list->itemText(index)).absolutePath());
+        selectFile(list->itemText(index));
+        accept();
+    });
+}
+
+// A name without its ".txt" is that of the file with it, unless there is such a file.
+void FileDialog::accept()
+{
+    auto* name = findChild<QLineEdit*>("fileNameEdit");
+    if (name && acceptMode() == AcceptOpen && !name->text().isEmpty()) {
+        const QFileInfo typed(directory(), name->text());
+        const bool with_ending = !typed.exists() && QFileInfo::exists(typed.absoluteFilePath() + ".txt");
+        if (with_ending) name->setText(name->text() + ".txt");
+        if (!typed.exists() && !with_ending) {
+            QMessageBox::warning(this, windowTitle(), name->text() + "\n找不到文件，请核对文件名。");
+            return;
+        }
+    }
+    QFileDialog::accept();
+}
+
+QStringList name_filters(TextView filter)
+{
+    const QStringList parts = to_qt(filter).split('|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        patterns.replace(';', ' ').replace("*.*", "*");
+        filters += parts[i] + " (" + patterns + ")";
+    }
+    return filters;
+}
+
+} // namespace tarvik

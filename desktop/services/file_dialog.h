@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <QFileDialog>
+
+namespace tarvik {
+
+/// Asks for a file. Recent files are offered; what only the program itself reads is not; ".txt" need not be typed.
+class FileDialog final : public QFileDialog {
+public:
+    FileDialog(QWidget* parent, bool save, TextView filter, const QString& folder, const QStringList& recent);
+
+    /// Whether a file is of the program's own: a scratch file, or one of a dictionary.
+    static bool is_own(const QString& name);
+
+protected:
+    void accept() override;
+
+private:
+    void offer_recent(const QStringList& recent);
+};
+
+/// "name|*.ext|name|*.ext" as the toolkit has its filters. "*.*" stands for every file, with a point or without.
+QStringList name_filters(TextView filter);
+
+} // namespace tarvik

@@ -1,0 +1,48 @@
+#include "desktop/services/recent_files.h"
+
+#include <QFileInfo>
+#include <QSettings>
+
+namespace tarvik {
+
+namespace {
+
+constexpr qsizetype most = 12;
+const QString key = "files/recent";
+
+QSettings settings()
+{
+    return QSettings("Tarvik", "Tarvik");
+}
+
+} // namespace
+
+RecentFiles::RecentFiles(const QString& first_folder)
+    : first_folder_(first_folder), paths_(settings().value(key).toStringList())
+{
+}
+
+void RecentFiles::add(const QString& path)
+{
+    paths_.removeAll(path);
+    paths_.prepend(path);
+    paths_ = paths_.mid(0, most);
+    settings().setValue(key, paths_);
+}
+
+QStringList RecentFiles::files() const
+{
+    QStringList there;
+    for (const QString& path : paths_)
+        if (QFileInfo(path).isFile()) there += path;
+    return there;
+}
+
+QString RecentFiles::folder() const
+{
+    for (const QString& path : paths_)
+        if (const QFileInfo folder(QFileInfo(path).absolutePath()); folder.isDir()) return folder.absoluteFilePath();
+    return first_folder_;
+}
+
+} // namespace tarvik

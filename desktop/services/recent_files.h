@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace tarvik {
+
+/// The files that were chosen last, over the program's end too. They are kept with the user's other settings, and where
+/// these cannot be written for as long as the program runs.
+class RecentFiles {
+public:
+    explicit RecentFiles(const QString& first_folder);
+
+    void add(const QString& path);
+    /// Those that are still there, the last first.
+    QStringList files() const;
+    /// Of the last file, or the first folder.
+    QString folder() const;
+
+private:
+    QString first_folder_;
+    QStringList paths_;
+};
+
+} // namespace tarvik

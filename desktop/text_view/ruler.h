@@ -1,0 +1,38 @@
+#pragma once
+
+#include "desktop/text_view/text_area.h"
+
+#include <QWidget>
+
+#include <functional>
+
+namespace tarvik {
+
+/// What a ruler tells of columns, which count from 1, and what a click on one does.
+struct ColumnGuide {
+    std::function<QString(int)> heading;
+    std::function<void(int)> picked;
+};
+
+/// The numbers and headings of a table's columns, over the view that shows them.
+class Ruler final : public QWidget {
+public:
+    Ruler(const TextArea& area, ColumnGuide guide, QWidget* parent);
+
+    int wanted_height() const;
+    /// The left edge of a column, as the ruler shows it.
+    double left_of(int column) const;
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    QString label(int column) const;
+    int column_at(double x) const;
+    const TextArea& area_;
+    ColumnGuide guide_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "desktop/windows/status_text.h"
+
+#include <QPushButton>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+
+namespace tarvik {
+
+/// The line along the lower edge of the main window. It says one thing at a time: a run in progress, else something
+/// that was passed over a moment ago, else how the last run ended, else what is open and in work.
+class StatusLine final : public QWidget {
+public:
+    /// `stop` is called when the user wishes to stop the run.
+    StatusLine(std::function<void()> stop, QWidget& window);
+
+    void show_state(const QString& text);
+    void show_notice(const QString& text);
+    /// An empty text ends the display.
+    void show_run(const QString& text);
+    /// Stays until the state changes.
+    void show_end(RunEnd end);
+
+    QString text() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void changed();
+    QString state_, notice_, run_, state_at_end_;
+    RunEnd end_;
+    QTimer notice_time_;
+    QPushButton stop_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,137 @@
+#include "desktop/windows/status_text.h"
+
+#include "desktop/look/qt_text.h"
+#include "desktop/text_view/columns.h"
+#include "office/batch_runner.h"
+#include "platform/failure.h"
+
+#include <QFileInfo>
+#include <QLocale>
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::size_t longest_heading_line = 8192;
+const QString between = "  ·  ";
+
+QString count(double number)
+{
+    return QLocale::c().toString(static_cast<qlonglong>(number));
+}
+
+QString base_name(TextView path)
+{
+    const QString name = to_qt(path);
+    return name.mid(std::max(name.lastIndexOf('/'), name.lastIndexOf('\\')) + 1);
+}
+
+QString document_text(const Program& program)
+{
+    const OpenedFile& opened = program.opened;
+    if (opened.path.empty()) return "没有打开文档";
+    const QString line_ends = opened.lines_ended_in_lf ? "LF 行尾" : "CR LF 行尾";
+    QString text = base_name(opened.path) + between + to_qt(TextView(opened.encoding)) + between + line_ends + between +
+                   count(static_cast<double>(program.form1.RichTextBox2.content().size())) + " 字" + between;
+    return text + QString("第 %1 页，末页 %2").arg(count(program.form1.pageno), count(program.form1.lastpage));
+}
+
+QString table_text(const Form1& form1)
+{
+    if (!form1.dbresult) return {};
+    QString text = form1.comp
+                       ? QString("suG %1 行（suF %2 行），双表").arg(count(form1.sugcount), count(form1.sufcount))
+                       : QString("suF %1 行，单表").arg(count(form1.sufcount));
+    if (form1.comp) text += between + (form1.notcap ? "不∩" : "∩");
+    return text + between + (form1.showdata ? "显示数据" : "不显示数据");
+}
+
+QString blocking_option(const Form1& form1)
+{
+    for (const OptionButton* option : {&form1.Option1, &form1.Option2, &form1.Option3})
+        if (option->value()) return "已选“" + to_qt(option->caption()) + "”，Esc 不查寻数据列";
+    return {};
+}
+
+// A file of a run as the system names it; empty where the system has no such place.
+QString real_path(const Program& program, TextView path)
+{
+    try {
+        return QString::fromStdString(program.platform.files.resolve(path).string());
+    } catch (const Failure&) {
+        return {};
+    }
+}
+
+} // namespace
+
+QString state_text(const Program& program, bool edited)
+{
+    QStringList parts{document_text(program), table_text(program.form1), blocking_option(program.form1)};
+    if (edited) parts += "已修改";
+    parts.removeAll(QString());
+    return parts.join(between);
+}
+
+QString run_text(Program& program)
+{
+    const Form1& form1 = program.form1;
+    const double all = form1.Timer9.enabled() ? form1.rowcount : form1.keycount;
+    const double done = form1.Timer9.enabled() ? form1.sheetno : std::clamp(form1.batchcursor, 0.0, all);
+    QString text = QString("运行中：%1 / %2").arg(count(done), count(all));
+    if (!form1.Timer9.enabled() && form1.batchcursor >= 0)
+        text += between + to_qt(program.module1.keylist.get(static_cast<std::size_t>(form1.batchcursor)).str());
+    const double elapsed = seconds_elapsed(program);
+    if (done >= 1 && elapsed >= 1) {
+        const double left = (all - done) * elapsed / done;
+        text += between + (left < 90 ? QString("约剩 %1 秒").arg(count(left))
+                                     : QString("约剩 %1 分").arg(count(left / 60 + 0.5)));
+    }
+    return text;
+}
+
+RunEnd run_end(const Program& program, bool stopped)
+{
+    const RunRecord& run = program.run;
+    RunEnd end;
+    QStringList parts{stopped ? "已按要求停止" : "运行结束"};
+    parts += QString("存了 %1 个文件").arg(run.files.size());
+    for (const Text& file : run.files) end.details += real_path(program, file);
+    if (!run.files.empty()) {
+        end.folder = QFileInfo(end.details.front()).absolutePath();
+        // Sheets can lie in folders of their own: the one that holds them all.
+        for (const QString& file : end.details)
+            while (!file.startsWith(end.folder + '/') && end.folder.size() > 1)
+                end.folder = QFileInfo(end.folder).absolutePath();
+        parts += "单击打开 " + end.folder;
+    }
+    if (run.ahead_of_command) parts += "命令之前有别的文字，所以没有保存";
+    if (!run.passed.empty()) {
+        parts += QString("%1 个关键字没有出单").arg(run.passed.size());
+        for (const RunRecord::Passed& passed : run.passed)
+            end.details += to_qt(passed.key) + "：没有出单，" + to_qt(passed.reason);
+    }
+    end.text = parts.join(between);
+    return end;
+}
+
+QString key_hint(const Form1& form1)
+{
+    if (!form1.dbresult) return {};
+    return form1.comp ? "按键：Esc 查寻 · q 拆列 · p 比较 · ; 不∩ · : ∩ · e 单表 · , . 显示与否 · ? 说明"
+                      : "按键：Esc 查寻 · q 拆列 · z 排序 · / 统计 · p 比较 · c 双表 · , . 显示与否 · ? 说明";
+}
+
+QString column_heading(const Form1& form1, int column)
+{
+    const Text text = form1.RichTextBox2.content().slice(1, longest_heading_line);
+    const std::u32string_view line = std::u32string_view(text).substr(0, text.find_first_of(U"\r\n"));
+    for (const Cell& cell : cells_of(line))
+        if (cell.column + 1 == static_cast<std::size_t>(std::max(column, 0)))
+            return to_qt(line.substr(cell.start, cell.end - cell.start)).trimmed();
+    return {};
+}
+
+} // namespace tarvik

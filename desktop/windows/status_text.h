@@ -1,0 +1,32 @@
+#pragma once
+
+#include "mainwindow/mainwindow.h"
+
+#include <QString>
+#include <QStringList>
+
+/// What the status line of the main window says.
+namespace tarvik {
+
+/// The open document, the table in work and what else decides over the next key. `edited`: the user has changed the
+/// pane that is shown.
+QString state_text(const Program& program, bool edited);
+
+/// How far the run in progress has come.
+QString run_text(Program& program);
+
+/// How a run ended.
+struct RunEnd {
+    QString text;
+    QString folder;      ///< where its files really lie; empty when it made none
+    QStringList details; ///< files and the keys that made no sheet, a line each
+};
+RunEnd run_end(const Program& program, bool stopped);
+
+/// The keys that are commands at present, empty while there are none.
+QString key_hint(const Form1& form1);
+
+/// The heading that the document's first line gives a column, which counts from 1; empty where there is none.
+QString column_heading(const Form1& form1, int column);
+
+} // namespace tarvik

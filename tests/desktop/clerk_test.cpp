@@ -1,0 +1,318 @@
+#include "tests/desktop/desktop_fixture.h"
+
+#include "desktop/services/file_dialog.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QStyleHints>
+#include <QTextBlock>
+
+namespace tarvik::test {
+namespace {
+
+using DesktopClerk = DesktopFixture;
+
+constexpr const char* table = "号\t名称\t城市\r\n1\tyq-r8808\tParis\r\n22\t光模块 yq-xfp40km\tBrno\r\n333\tx\t\r\n";
+
+void write_utf8(const TemporaryFolder& folder, const std::string& name, const std::string& text)
+{
+    folder.write(name, "\xef\xbb\xbf" + text);
+}
+
+double x_of(const TextWidget& pane, const QString& text)
+{
+    const TextArea& area = pane.area();
+    for (const TextArea::ShownRow& shown : area.shown()) {
+        Text line;
+        area.lines().append_to(shown.row.start, shown.row.end - shown.row.start, line);
+        const auto at = line.find(from_qt(text));
+        if (at != Text::npos) return area.x_of(shown.row, shown.row.start + at);
+    }
+    ADD_FAILURE() << "not shown: " << text.toStdString();
+    return -1;
+}
+
+TEST_F(DesktopClerk, cells_of_a_table_stand_under_each_other_and_under_their_headings)
+{
+    write_utf8(installation, "coclus.txt", table);
+    start();
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    EXPECT_EQ(x_of(pane, "Paris"), x_of(pane, "Brno"));
+    EXPECT_EQ(x_of(pane, "城市"), x_of(pane, "Brno"));
+    EXPECT_GT(x_of(pane, "Brno"), x_of(pane, "yq-xfp40km"));
+    auto& ruler = dynamic_cast<Ruler&>(*pane.findChild<QWidget*>("ruler"));
+    EXPECT_TRUE(ruler.isVisible());
+    EXPECT_EQ(ruler.left_of(3), x_of(pane, "城市"));
+    form1().RichTextBox2.set_text(U"no table\r\nat all\r\n");
+    click("Form1.Text1(5)");
+    EXPECT_FALSE(ruler.isVisible());
+}
+
+TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numbers)
+{
+    write_utf8(installation, "coclus.txt", table);
+    start();
+    form1().query_box().set_text(U"r");
+    for (int i = 0; i < 2; ++i) expect_box("确定");
+    type("Form1.Text1(1)", "\x1b");
+    form1().query_box().set_text(U"x");
+    type("Form1.Text1(1)", "\x1b");
+    type("Form1.Text1(1)", "q");
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox3");
+    EXPECT_EQ(x_of(pane, "suf(0,2)"), x_of(pane, "suf(1,2)"));
+    auto& ruler = dynamic_cast<Ruler&>(*pane.findChild<QWidget*>("ruler"));
+    EXPECT_TRUE(ruler.isVisible());
+    EXPECT_EQ(ruler.left_of(2), x_of(pane, "suf(0,2)"));
+
+    EXPECT_EQ(find<QLabel>("heading(5)").text(), "号");
+    find("Form3.Text1(5)").setFocus();
+    QTest::mouseClick(&ruler, Qt::LeftButton, {}, QPoint(qRound(ruler.left_of(2)) + 4, 3));
+    EXPECT_EQ(program().form3.Text1[5].text(), U"2");
+    EXPECT_EQ(find<QLabel>("heading(5)").text(), "名称");
+    EXPECT_EQ(program().form3.Text1[0].text(), U"5") << "no other box";
+}
+
+TEST_F(DesktopClerk, the_status_line_tells_what_is_in_work)
+{
+    write_utf8(installation, "报表.txt", "a\tb\nc\td\n");
+    start();
+    StatusLine& status = desktop->main_window().status();
+    expect_file(QString::fromStdString((installation.path() / "报表.txt").string()));
+    click("Form1.Command1(0)");
+    EXPECT_TRUE(status.text().startsWith("报表.txt  ·  UTF-8  ·  LF 行尾  ·  12 字")) << status.text().toStdString();
+    EXPECT_TRUE(find<QLabel>("keys").text().isEmpty());
+    form1().query_box().set_text(U"a");
+    expect_box("确定");
+    type("Form1.Text1(1)", "\x1b");
+    EXPECT_TRUE(status.text().contains("suF 1 行，单表")) << status.text().toStdString();
+    EXPECT_TRUE(find<QLabel>("keys").text().contains("q 拆列"));
+    EXPECT_TRUE(find("Form1.Text1(1)").property("keysAreCommands").toBool());
+    click("Form1.Option1");
+    EXPECT_TRUE(status.text().contains("已选“现代汉语”"));
+    type("Form1.RichTextBox3", "x");
+    EXPECT_TRUE(status.text().contains("已修改"));
+    QTest::mouseClick(&desktop->main_window(), Qt::LeftButton, {}, {3, 3});
+    EXPECT_EQ(status.text(), "已恢复默认设置");
+    EXPECT_FALSE(find("Form1.Text1(1)").property("keysAreCommands").toBool());
+}
+
+TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_left)
+{
+    for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
+        copy_sample(name);
+    start();
+    StatusLine& status = desktop->main_window().status();
+    expect_file(QString::fromStdString((installation.path() / "3139.txt").string()));
+    click("Form1.Command1(0)");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "An docket");
+    expect_input("d:\\out");
+    expect_box("确定");
+    form1().Timer3.set_interval(1);
+    type("Form1.Text1(1)", "\r");
+    EXPECT_TRUE(wait_until([&] { return form1().sheetno >= 3; }));
+    EXPECT_TRUE(status.text().startsWith("运行中：")) << status.text().toStdString();
+    const std::size_t files = program().run.files.size();
+    QTest::mouseClick(&find("stop"), Qt::LeftButton);
+    EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
+    EXPECT_GE(program().run.files.size(), files) << "nothing that was saved goes";
+    EXPECT_LT(program().run.files.size(), 20U);
+    EXPECT_TRUE(status.text().startsWith("已按要求停止  ·  存了")) << status.text().toStdString();
+    EXPECT_TRUE(status.text().contains(QString::fromStdString((drive_d.path() / "out").string())));
+    EXPECT_FALSE(find("stop").isVisible());
+}
+
+TEST_F(DesktopClerk, commands_are_offered_as_they_are_typed)
+{
+    start();
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    auto& list = find<CommandList>("commands");
+    box.selectAll();
+    type("Form1.Text1(1)", "A");
+    EXPECT_FALSE(list.isVisible());
+    type("Form1.Text1(1)", "n");
+    EXPECT_TRUE(list.isVisible());
+    EXPECT_GT(list.count(), 15);
+    type("Form1.Text1(1)", " test");
+    EXPECT_EQ(list.count(), 3);
+    QTest::keyClick(&box, Qt::Key_Down);
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(form1().query_box().text(), U"An testsesame A");
+    EXPECT_EQ(list.count(), 3) << "the list stays while it is walked through";
+    QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_FALSE(list.isVisible());
+    EXPECT_TRUE(box.hasFocus());
+    EXPECT_EQ(box.text(), "An testsesame A");
+    QTest::keyClick(&box, Qt::Key_Backspace);
+    EXPECT_EQ(form1().query_box().text(), U"An testsesame ");
+}
+
+TEST_F(DesktopClerk, every_control_has_a_name_and_f1_the_manual)
+{
+    start();
+    for (const QWidget* widget : desktop->main_window().findChildren<QWidget*>())
+        if (widget->objectName().startsWith("Form1.") && dynamic_cast<const QLabel*>(widget) == nullptr) {
+            EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+        }
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_F1);
+    auto& manual = find<QTextBrowser>("manual");
+    EXPECT_TRUE(manual.isVisible());
+    EXPECT_TRUE(manual.toPlainText().contains("An docket"));
+    EXPECT_TRUE(manual.textCursor().block().text().contains("阅读与查寻"));
+    QTest::keyClick(&manual, Qt::Key_Escape);
+    EXPECT_FALSE(manual.isVisible());
+}
+
+TEST_F(DesktopClerk, the_keyboard_reaches_everything)
+{
+    std::string lines;
+    for (int i = 0; i < 500; ++i) lines += "line " + std::to_string(i) + "\r\n";
+    installation.write("coclus.txt", lines);
+    start();
+    QWidget& box = find("Form1.Text1(1)");
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(shown_lines(pane).front(), "line 1");
+    QTest::keyClick(&box, Qt::Key_PageDown);
+    EXPECT_EQ(shown_lines(pane).front(), QString("line %1").arg(pane.area().whole_rows()));
+    QTest::keyClick(&box, Qt::Key_PageUp);
+    QTest::keyClick(&box, Qt::Key_Up);
+    EXPECT_EQ(shown_lines(pane).front(), "line 0");
+    EXPECT_TRUE(box.hasFocus());
+    QTest::keyClick(&box, Qt::Key_F6);
+    EXPECT_TRUE(pane.hasFocus());
+    QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(&find("findText"), "LINE 49");
+    QTest::keyClick(&find("findText"), Qt::Key_Return);
+    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"line 49");
+    QTest::keyClick(&find("findText"), Qt::Key_F3);
+    QTest::keyClick(&find("findText"), Qt::Key_F3);
+    EXPECT_EQ(form1().RichTextBox2.selection().start, lines.find("line 491") + 1);
+    QTest::keyClick(&find("findText"), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(form1().RichTextBox2.selection().start, lines.find("line 490") + 1);
+    QTest::keyClick(&find("findText"), Qt::Key_Escape);
+    EXPECT_TRUE(box.hasFocus());
+    const double height = pane.area().shown().front().row.height;
+    QTest::keyClick(&box, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(pane.area().shown().front().row.height, height);
+    QTest::keyClick(&box, Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(pane.area().shown().front().row.height, height);
+    expect_file({});
+    QTest::keyClick(&box, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_TRUE(all_answered());
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+    QTest::keyClick(&box, Qt::Key_F8);
+    EXPECT_TRUE(wait_until([&] { return find("Form3.Text1(5)").hasFocus(); }));
+    QTest::keyClick(&find("Form3.Text1(5)"), Qt::Key_F8);
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+}
+
+TEST_F(DesktopClerk, a_line_end_is_typed_into_the_number_box)
+{
+    start();
+    find("Form1.Text1(2)").setFocus();
+    QTest::keyClick(&find("Form1.Text1(2)"), Qt::Key_A, Qt::ControlModifier);
+    type("Form1.Text1(2)", "。");
+    QTest::keyClick(&find("Form1.Text1(2)"), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(form1().number_box().text(), U"。\r\n");
+    EXPECT_TRUE(boxes.isEmpty()) << "no query began";
+}
+
+TEST_F(DesktopClerk, a_double_click_takes_a_code_or_a_cell_and_a_third_the_line)
+{
+    write_utf8(installation, "coclus.txt", "光模块 甲\tyq-r8808\tParis\r\n");
+    start();
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    const int y = qRound(pane.area().shown().front().row.height / 2);
+    const auto double_click = [&](const QString& text) {
+        QTest::mouseDClick(pane.viewport(), Qt::LeftButton, {}, QPoint(qRound(x_of(pane, text)) + 3, y));
+        return form1().RichTextBox2.selected_text();
+    };
+    EXPECT_EQ(double_click("r8808"), U"yq-r8808");
+    QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    EXPECT_EQ(double_click("光"), U"光模块 甲");
+    QTest::mousePress(pane.viewport(), Qt::LeftButton, {}, QPoint(8, y));
+    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"光模块 甲\tyq-r8808\tParis");
+}
+
+TEST_F(DesktopClerk, the_preset_goes_with_the_first_key_after_opening)
+{
+    installation.write("a.txt", "one\r\n");
+    start();
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_End);
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    type("Form1.Text1(1)", "An docket");
+    EXPECT_EQ(form1().query_box().text(), U"An docket");
+}
+
+TEST_F(DesktopClerk, the_window_of_column_numbers_comes_back_with_the_next_query)
+{
+    start();
+    for (int i = 0; i < 2; ++i) {
+        form1().query_box().set_text(U"no such text");
+        expect_box("确定");
+        type("Form1.Text1(1)", "\x1b");
+        EXPECT_TRUE(find("Form3").isVisible());
+        EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }));
+        click("Form3.Command1(0)");
+        EXPECT_FALSE(find("Form3").isVisible());
+    }
+}
+
+TEST_F(DesktopClerk, a_question_whose_no_starts_work_wants_an_answer)
+{
+    start();
+    EXPECT_TRUE(program().form1.RichTextBox2.visible());
+    form1().dbresult = true;
+    Answer given = Answer::OK;
+    const Message question{U"是，表示比较，否，表示查寻。", U"一个相当长的标题，盒子至少要有它那么宽才好",
+                           Buttons::YesNo};
+    expect([&](QDialog& box) {
+        EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(box.windowTitle()));
+        const QWidget& pane = find("Form1.RichTextBox2");
+        EXPECT_FALSE(box.geometry().contains(pane.mapToGlobal(pane.rect().center()))) << "the pane stays in view";
+        QTest::keyClick(&box, Qt::Key_Escape);
+        box.close();
+        EXPECT_TRUE(box.isVisible());
+        QTest::keyClick(&box, Qt::Key_N);
+    });
+    given = program().platform.dialogs.message(question);
+    EXPECT_EQ(given, Answer::No);
+    expect([](QDialog& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_EQ(program().platform.dialogs.message({U"是否退出？", U"t", Buttons::YesNo}), Answer::No);
+}
+
+TEST_F(DesktopClerk, a_file_is_dropped_found_without_its_ending_and_offered_again)
+{
+    installation.write("a.txt", "dropped\r\n");
+    start();
+    QMimeData dragged;
+    dragged.setUrls({QUrl::fromLocalFile(QString::fromStdString((installation.path() / "a.txt").string()))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&desktop->main_window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&desktop->main_window(), &drop);
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"dropped\r\n\r\n"));
+    installation.write("b.txt", "typed\r\n");
+    expect_file(QString::fromStdString((installation.path() / "b").string()));
+    click("Form1.Command1(0)");
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"typed\r\n\r\n"));
+    expect([](QDialog& box) {
+        auto* recent = box.findChild<QComboBox*>("recent");
+        ASSERT_NE(recent, nullptr);
+        EXPECT_TRUE(recent->itemText(2).endsWith("/a.txt")) << recent->itemText(2).toStdString();
+        emit recent->activated(2);
+    });
+    click("Form1.Command1(0)");
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"dropped\r\n\r\n"));
+    for (const char* own : {"betweenp.txt", "牛津字典A.TXT", "现代汉语词典.txt"}) EXPECT_TRUE(FileDialog::is_own(own));
+    EXPECT_FALSE(FileDialog::is_own("3139.txt"));
+}
+
+} // namespace
+} // namespace tarvik::test
