@@ -24,6 +24,11 @@ Ruler::Ruler(const TextArea& area, ColumnGuide guide, QWidget* parent)
     setAccessibleName("列号与列名");
 }
 
+bool Ruler::is_wanted() const
+{
+    return area_.is_table() && guide_.fits(static_cast<int>(area_.stops().count()) - 1 + area_.first_column());
+}
+
 int Ruler::wanted_height() const
 {
     return fontMetrics().height() + room;

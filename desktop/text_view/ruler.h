@@ -11,6 +11,8 @@ namespace tarvik {
 /// What a ruler tells of columns, which count from 1, and what a click on one does.
 struct ColumnGuide {
     std::function<QString(int)> heading;
+    /// Whether a table of so many columns has the columns that the headings are for.
+    std::function<bool(int)> fits;
     std::function<void(int)> picked;
 };
 
@@ -19,6 +21,8 @@ class Ruler final : public QWidget {
 public:
     Ruler(const TextArea& area, ColumnGuide guide, QWidget* parent);
 
+    /// Whether the text is a table that the guide knows.
+    bool is_wanted() const;
     int wanted_height() const;
     /// The left edge of a column, as the ruler shows it.
     double left_of(int column) const;

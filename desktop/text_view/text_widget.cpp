@@ -79,7 +79,7 @@ void TextWidget::update_ruler()
 void TextWidget::show_ruler()
 {
     if (!ruler_) return;
-    const bool wanted = area_.is_table();
+    const bool wanted = ruler_->is_wanted();
     ruler_->setVisible(wanted);
     const int height = wanted ? ruler_->wanted_height() : 0;
     if (viewportMargins().top() != height) setViewportMargins(0, height, 0, 0);

@@ -1,4 +1,5 @@
 #include "desktop/front/input.h"
+#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
@@ -28,9 +29,8 @@ void TextWidget::select_all()
 void TextWidget::copy() const
 {
     if (anchor_ == caret_) return;
-    Text selected;
-    area_.lines().append_to(selection_start(), selection_end() - selection_start(), selected);
-    front_.program.platform.clipboard.set_text(selected);
+    const BusyCursor busy(true);
+    front_.program.platform.clipboard.set_text(text_->selected_text().view);
 }
 
 void TextWidget::remember(TextView replacement)

@@ -162,6 +162,10 @@ void Form1Window::make_boxes(ControlMaker& maker)
         texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
         if (pane != &form1_.RichTextBox1)
             texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
+                                      [this, pane](int columns) {
+                                          // A statistic has columns of its own.
+                                          return pane == &form1_.RichTextBox2 || columns >= heading_count(form1_);
+                                      },
                                       [this](int column) { column_picked(column); }});
     }
     query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
@@ -258,6 +262,7 @@ void Form1Window::set_zoom(double zoom)
     layout_.set_fonts(front().theme, scale_);
     for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_, &find_bar_})
         widget->setFont(front().theme.font(FontRole::Help, scale_));
+    query_aid_->list().setFont(front().theme.font(FontRole::Notes, scale_)); // even widths keep its columns
     place();
     for (TextWidget* text : texts_) text->lay_anew();
 }

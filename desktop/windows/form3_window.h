@@ -24,6 +24,7 @@ public:
 protected:
     void before_first_show() override;
     void appear() override;
+    QString title_addition() const override { return " · 列次、间隔与说明"; }
     void set_aside(bool aside) override { setVisible(!aside); }
 
 private:

@@ -18,7 +18,7 @@ FormWindow::FormWindow(Front& front, Window& model, Backdrop& backdrop)
 
 void FormWindow::show_model()
 {
-    const QString caption = to_qt(model_.caption());
+    const QString caption = to_qt(model_.caption()) + title_addition();
     if (windowTitle() != caption) setWindowTitle(caption);
     Theme::colour(*this, model_.back_color());
     show_size();

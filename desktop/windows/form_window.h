@@ -20,6 +20,8 @@ protected:
     /// Before the window shows for the first time: its place on the screen.
     virtual void before_first_show() {}
     virtual void appear() { show(); }
+    /// What the title bar says beside the model's caption.
+    virtual QString title_addition() const { return {}; }
     /// The model is minimised, or is so no more.
     virtual void set_aside(bool aside);
     /// What the picture is stretched over.

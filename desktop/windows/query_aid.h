@@ -16,6 +16,7 @@ public:
     /// `shown_pane` gives the pane that the user looks at, if there is one.
     QueryAid(Front& front, LineBox& box, QWidget& window, std::function<TextWidget*()> shown_pane);
 
+    CommandList& list() { return list_; }
     /// The text of the box may have changed, by the user or not.
     void show_commands();
 

@@ -65,6 +65,13 @@ QString real_path(const Program& program, TextView path)
     }
 }
 
+Text first_line(const Form1& form1)
+{
+    Text line = form1.RichTextBox2.content().slice(1, longest_heading_line).str();
+    line.resize(std::min(line.find_first_of(U"\r\n"), line.size()));
+    return line;
+}
+
 } // namespace
 
 QString state_text(const Program& program, bool edited)
@@ -124,13 +131,17 @@ QString key_hint(const Form1& form1)
                       : "按键：Esc 查寻 · q 拆列 · z 排序 · / 统计 · p 比较 · c 双表 · , . 显示与否 · ? 说明";
 }
 
+int heading_count(const Form1& form1)
+{
+    return static_cast<int>(cells_of(first_line(form1)).size());
+}
+
 QString column_heading(const Form1& form1, int column)
 {
-    const Text text = form1.RichTextBox2.content().slice(1, longest_heading_line);
-    const std::u32string_view line = std::u32string_view(text).substr(0, text.find_first_of(U"\r\n"));
+    const Text line = first_line(form1);
     for (const Cell& cell : cells_of(line))
         if (cell.column + 1 == static_cast<std::size_t>(std::max(column, 0)))
-            return to_qt(line.substr(cell.start, cell.end - cell.start)).trimmed();
+            return to_qt(TextView(line).substr(cell.start, cell.end - cell.start)).trimmed();
     return {};
 }
 

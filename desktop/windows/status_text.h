@@ -26,6 +26,8 @@ RunEnd run_end(const Program& program, bool stopped);
 /// The keys that are commands at present, empty while there are none.
 QString key_hint(const Form1& form1);
 
+/// How many headings the document's first line has.
+int heading_count(const Form1& form1);
 /// The heading that the document's first line gives a column, which counts from 1; empty where there is none.
 QString column_heading(const Form1& form1, int column);
 

@@ -187,7 +187,7 @@ TEST_F(DesktopClerk, the_keyboard_reaches_everything)
     QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
     QTest::keyClicks(&find("findText"), "LINE 49");
     QTest::keyClick(&find("findText"), Qt::Key_Return);
-    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"line 49");
+    EXPECT_EQ(form1().RichTextBox2.selected_text().str(), U"line 49");
     QTest::keyClick(&find("findText"), Qt::Key_F3);
     QTest::keyClick(&find("findText"), Qt::Key_F3);
     EXPECT_EQ(form1().RichTextBox2.selection().start, lines.find("line 491") + 1);
@@ -229,13 +229,13 @@ TEST_F(DesktopClerk, a_double_click_takes_a_code_or_a_cell_and_a_third_the_line)
     const int y = qRound(pane.area().shown().front().row.height / 2);
     const auto double_click = [&](const QString& text) {
         QTest::mouseDClick(pane.viewport(), Qt::LeftButton, {}, QPoint(qRound(x_of(pane, text)) + 3, y));
-        return form1().RichTextBox2.selected_text();
+        return form1().RichTextBox2.selected_text().str();
     };
     EXPECT_EQ(double_click("r8808"), U"yq-r8808");
     QTest::qWait(QGuiApplication::styleHints()->mouseDoubleClickInterval());
     EXPECT_EQ(double_click("光"), U"光模块 甲");
     QTest::mousePress(pane.viewport(), Qt::LeftButton, {}, QPoint(8, y));
-    EXPECT_EQ(form1().RichTextBox2.selected_text(), U"光模块 甲\tyq-r8808\tParis");
+    EXPECT_EQ(form1().RichTextBox2.selected_text().str(), U"光模块 甲\tyq-r8808\tParis");
 }
 
 TEST_F(DesktopClerk, the_preset_goes_with_the_first_key_after_opening)
