@@ -39,7 +39,7 @@ struct Area {
 
 struct Place {
     int row = 0, column = 0;
-    friend auto operator<=>(const Place&, const Place&) = default;
+    friend auto operator<=>(const Place&, const Place&) = default; // NOLINT(modernize-use-nullptr): of the checker
 };
 
 /// A cell that holds something: its value, a formula's result. An error is the text of its code.

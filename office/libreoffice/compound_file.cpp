@@ -122,8 +122,8 @@ private:
     std::string name(std::uint32_t entry) const
     {
         std::string made;
-        const auto length = std::min(directory_number(entry, 64, 2), 64U) / 2;
-        for (std::uint32_t i = 0; i + 1 < length; ++i) {
+        const std::size_t length = std::min(directory_number(entry, 64, 2), 64U) / 2;
+        for (std::size_t i = 0; i + 1 < length; ++i) {
             const auto unit = directory_number(entry, 2 * i, 2);
             made += unit < 128 ? static_cast<char>(unit) : '?';
         }

@@ -39,7 +39,7 @@ ExchangeFolder::~ExchangeFolder()
 
 fs::path ExchangeFolder::put(std::string_view name, std::string_view bytes) const
 {
-    const auto file = place(name);
+    auto file = place(name);
     with_reason([&] { append_to_file(file, bytes); });
     return file;
 }

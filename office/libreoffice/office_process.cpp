@@ -80,6 +80,7 @@ std::vector<std::string> environment_of_office()
 std::vector<char*> pointers(std::vector<std::string>& words)
 {
     std::vector<char*> made;
+    made.reserve(words.size() + 1);
     for (auto& word : words) made.push_back(word.data());
     made.push_back(nullptr);
     return made;

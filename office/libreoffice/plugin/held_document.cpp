@@ -55,10 +55,9 @@ rtl::OUString cell_name(int row, int column)
 
 class HeldDocument final : public HeldFile<OpenDocument> {
 public:
-    HeldDocument(Model model, const Reference<css::text::XTextDocument>& document,
+    HeldDocument(const Model& model, const Reference<css::text::XTextDocument>& document,
                  const Reference<css::uno::XComponentContext>& context)
-        : HeldFile(std::move(model)), table_(first_table(document)),
-          pictures_(css::graphic::GraphicProvider::create(context))
+        : HeldFile(model), table_(first_table(document)), pictures_(css::graphic::GraphicProvider::create(context))
     {
     }
 

@@ -18,7 +18,7 @@ void close_model(const Model& model) noexcept;
 template <typename Kind>
 class HeldFile : public Kind {
 public:
-    explicit HeldFile(Model model) : model_(std::move(model)), filter_(filter_of(model_)) {}
+    explicit HeldFile(const Model& model) : model_(model), filter_(filter_of(model_)) {}
     ~HeldFile() override { close_model(model_); }
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;

@@ -150,8 +150,8 @@ struct ToAny {
 
 class HeldWorkbook final : public HeldFile<OpenWorkbook> {
 public:
-    HeldWorkbook(Model model, const Reference<css::sheet::XSpreadsheetDocument>& document)
-        : HeldFile(std::move(model)), sheets_(document->getSheets(), UNO_QUERY_THROW)
+    HeldWorkbook(const Model& model, const Reference<css::sheet::XSpreadsheetDocument>& document)
+        : HeldFile(model), sheets_(document->getSheets(), UNO_QUERY_THROW)
     {
     }
 

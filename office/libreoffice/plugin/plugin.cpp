@@ -26,8 +26,8 @@ public:
 
 class OfficeConnection final : public Connection {
 public:
-    explicit OfficeConnection(Context context)
-        : context_(std::move(context)),
+    explicit OfficeConnection(const Context& context)
+        : context_(context),
           desktop_(context_->getServiceManager()->createInstanceWithContext("com.sun.star.frame.Desktop", context_),
                    css::uno::UNO_QUERY_THROW)
     {
