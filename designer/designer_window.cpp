@@ -9,7 +9,6 @@ namespace tarvik {
 namespace {
 
 constexpr std::u32string_view title = U"Tarvik报表自动化设计";
-constexpr int first_dynamic = 28;
 constexpr std::size_t most_named = 10; // a message must fit the screen
 
 /// A question of which the three buttons are the three parameter files.
@@ -28,10 +27,8 @@ Text seen_as(const Form4& form4, const TextBox& box)
 {
     if (&box == &form4.Text3) return U"query框";
     if (&box == &form4.Text4) return U"“1”框";
-    const bool dynamic = box.index() >= first_dynamic;
-    const int place = dynamic ? box.index() - first_dynamic : box.index();
-    const int in_row = place % 2 + (box.name() == form4.Text1[0].name() ? 1 : 3);
-    return (dynamic ? U"动态 第" : U"静态 第") + number_text(place / 2 + 1) + U"行 第" + number_text(in_row) + U"框";
+    const int in_row = box.index() % 2 + (box.name() == form4.Text1[0].name() ? 1 : 3);
+    return design_row_name(box.index()) + U" 第" + number_text(in_row) + U"框";
 }
 
 void tell_boxes(Program& program, std::u32string_view what, const std::vector<TextBox*>& boxes)
@@ -114,6 +111,7 @@ void Form4_Unload(Program& program)
 {
     program.module1.designeropen = false;
     program.form4.window.set_visible(false);
+    program.form4.Preview.set_visible(false);
     load_design_texts(program.form4);
 }
 

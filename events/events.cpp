@@ -3,6 +3,7 @@
 #include "columns/keys.h"
 #include "columns/notes.h"
 #include "designer/designer_window.h"
+#include "designer/preview.h"
 #include "events/commands.h"
 #include "events/query_box_keys.h"
 #include "reading/reading.h"
@@ -133,6 +134,12 @@ constexpr Row rows[] = {
     {FormId::Form4, "Text4", DblClick, empty_box},
     {FormId::Form4, "Command1", Click, [](Program& p, Event&) { Form4_Command1_Click(p); }},
     {FormId::Form4, "Command2", Click, [](Program& p, Event&) { Form4_Command2_Click(p); }},
+    {FormId::Form4, "Command3", Click, [](Program& p, Event&) { Form4_Command3_Click(p); }},
+    {FormId::Form4, "Preview", Click, [](Program& p, Event&) { Form4_Preview_Click(p); }},
+    {FormId::Form4, "Text1", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
+    {FormId::Form4, "Text2", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
+    {FormId::Form4, "Text3", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
+    {FormId::Form4, "Text4", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
     {FormId::Form4, "Form4", Close, close_designer},
 };
 

@@ -63,9 +63,10 @@ void lay_boxes(ControlArray<TextBox>& boxes, double left)
 Form4::Form4(const ModelListeners& listeners)
     : window(listeners, form, "Form4"), Text1(listeners, form, "Text1", 0, 49), Text2(listeners, form, "Text2", 0, 49),
       Text3(listeners, form, "Text3"), Text4(listeners, form, "Text4"), Command1(listeners, form, "Command1"),
-      Command2(listeners, form, "Command2"), Frame1(listeners, form, "Frame1"), Frame2(listeners, form, "Frame2"),
-      Frame3(listeners, form, "Frame3"), Label1(listeners, form, "Label1"), Label2(listeners, form, "Label2"),
-      Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"), Label5(listeners, form, "Label5")
+      Command2(listeners, form, "Command2"), Command3(listeners, form, "Command3"), Frame1(listeners, form, "Frame1"),
+      Frame2(listeners, form, "Frame2"), Frame3(listeners, form, "Frame3"), Label1(listeners, form, "Label1"),
+      Label2(listeners, form, "Label2"), Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"),
+      Label5(listeners, form, "Label5"), Preview(listeners, form, "Preview")
 {
     window.set_caption(U"Tarvik计算报表自动化设计器");
     window.set_place(0, 0, 16800, 9480);
@@ -78,10 +79,13 @@ Form4::Form4(const ModelListeners& listeners)
     Text3.set_back_color(foreground);
     Text4.set_back_color(foreground);
     Command1.set_caption(U"保存参数");
-    Command1.set_place(4920, 7780, 2260, 560);
+    Command1.set_place(4920, 7780, 1480, 560);
     Command2.set_caption(U"参数校验");
-    Command2.set_place(7340, 7780, 2260, 560);
-    for (Control* button : {&Command1, &Command2}) button->set_back_color(foreground);
+    Command2.set_place(6520, 7780, 1480, 560);
+    Command3.set_caption(U"预览");
+    Command3.set_place(8120, 7780, 1480, 560);
+    Preview.set_visible(false);
+    for (Control* button : {&Command1, &Command2, &Command3}) button->set_back_color(foreground);
     Frame1.set_caption(U"数据报表分析");
     Frame1.set_place(120, 120, 16560, 9240);
     Frame2.set_caption(U"静态：EXCELB表（行，列）= SUF（I,J）");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mainwindow/control.h"
+#include "mainwindow/sheet_preview.h"
 
 #include <vector>
 
@@ -20,12 +20,14 @@ struct Form4 {
     bool holds_typed_text() const;
 
     Window window;
-    ControlArray<TextBox> Text1, Text2; ///< 0 to 49: targets in the spreadsheet, sources in SUF
-    TextBox Text3;                      ///< query text
-    TextBox Text4;                      ///< key column
-    Control Command1, Command2;
+    ControlArray<TextBox> Text1, Text2;   ///< 0 to 49: targets in the spreadsheet, sources in SUF
+    TextBox Text3;                        ///< query text
+    TextBox Text4;                        ///< key column
+    Control Command1, Command2, Command3; ///< save, check, preview
     Control Frame1, Frame2, Frame3;
     Control Label1, Label2, Label3, Label4, Label5;
+    PreviewArea Preview;
+    std::optional<int> focused_pair; ///< index in Text1 of the pair of boxes whose row had the focus last
 
 private:
     std::map<const TextBox*, Text> kept_;

@@ -114,6 +114,7 @@ void Form_Unload(Program& program)
 {
     for (Window* window : {&program.form3.window, &program.form4.window, &program.form1.window})
         window->set_visible(false);
+    program.form4.Preview.set_visible(false);
     program.module1.designeropen = false;
     program.ended = true;
 }

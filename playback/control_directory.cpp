@@ -59,6 +59,7 @@ void ControlDirectory::list(Form3& form3)
 void ControlDirectory::list(Form4& form4)
 {
     add(form4.window, form4.Text1, form4.Text2, form4.Text3, form4.Text4, form4.Command1, form4.Command2);
+    add(form4.Command3, form4.Preview);
     add(form4.Frame1, form4.Frame2, form4.Frame3);
     add(form4.Label1, form4.Label2, form4.Label3, form4.Label4, form4.Label5);
 }

@@ -9,6 +9,7 @@ namespace tarvik {
 namespace {
 
 constexpr char32_t asterisk = U'*';
+constexpr int first_dynamic = 28; // index of the boxes
 constexpr int last_column = 180;
 constexpr double largest_number = 1e9; // far above every row, and an int holds it
 
@@ -66,6 +67,12 @@ std::optional<int> design_number(const TextBox& box)
     const auto value = number(without_spaces(box.text()));
     if (!value || *value != std::floor(*value) || std::abs(*value) > largest_number) return std::nullopt;
     return static_cast<int>(*value);
+}
+
+Text design_row_name(int index)
+{
+    const bool dynamic = index >= first_dynamic;
+    return (dynamic ? U"动态 第" : U"静态 第") + number_text((dynamic ? index - first_dynamic : index) / 2 + 1) + U"行";
 }
 
 int design_key_column(const Program& program)

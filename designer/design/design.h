@@ -22,6 +22,9 @@ bool load_design(Program& program, TextView file);
 /// anything else, which takes the row of the design out of use.
 std::optional<int> design_number(const TextBox& box);
 
+/// The row of the window that shows the boxes of this index: "静态 第3行", "动态 第1行".
+Text design_row_name(int index);
+
 /// The key column that the design names, 1 to 180. Throws Failure when the box holds no such number.
 int design_key_column(const Program& program);
 

@@ -12,22 +12,20 @@ constexpr int first_dynamic = 29, last_dynamic = 49;
 
 using Write = std::function<void(const DesignWrite&)>;
 
-void write_element(const Program& program, int i, int j, const Write& write, DesignWrite place)
+void write_element(const Elements& elements, int i, int j, const Write& write, DesignWrite place)
 {
-    const TextView element = own_element(program, i, j);
+    const TextView element = elements.text(i, j);
     if (element.empty()) return;
     place.text = upper(element);
     write(place);
 }
 
-void static_transfer(const Program& program, const Write& write)
+void static_transfer(const Form4& form4, const Elements& elements, const Write& write)
 {
-    const Form4& form4 = program.form4;
     for (int box = 0; box <= last_static; box += 2) {
         const auto row = design_number(form4.Text1[box]), column = design_number(form4.Text1[box + 1]);
         const auto i = design_number(form4.Text2[box]), j = design_number(form4.Text2[box + 1]);
-        if (row > 0 && column > 0 && i >= 0 && j >= 0)
-            write_element(program, *i, *j, write, {*row, *column, {}, box + 1});
+        if (row > 0 && column > 0 && i >= 0 && j >= 0) write_element(elements, *i, *j, write, {*row, *column, {}, box});
     }
 }
 
@@ -46,14 +44,14 @@ std::vector<DynamicColumn> dynamic_columns(const Form4& form4)
     return columns;
 }
 
-void dynamic_transfer(const Program& program, const Write& write)
+void dynamic_transfer(const Form4& form4, const Elements& elements, const Write& write)
 {
-    const int first_row = design_number(program.form4.Text1[first_row_box]).value_or(0);
+    const int first_row = design_number(form4.Text1[first_row_box]).value_or(0);
     if (first_row < 1) return;
-    const std::vector<DynamicColumn> columns = dynamic_columns(program.form4);
-    for (int i = 0; i < program.form1.rowcount && !columns.empty(); ++i)
+    const std::vector<DynamicColumn> columns = dynamic_columns(form4);
+    for (int i = 0; i < elements.rows && !columns.empty(); ++i)
         for (const DynamicColumn& column : columns)
-            write_element(program, i, column.j, write, {first_row + i, column.column, {}, column.box});
+            write_element(elements, i, column.j, write, {first_row + i, column.column, {}, column.box});
 }
 
 } // namespace
@@ -64,15 +62,18 @@ TextView own_element(const Program& program, int row, int column)
     return program.module1.suf.cell(static_cast<std::size_t>(row), static_cast<std::size_t>(column));
 }
 
-void transfer(const Program& program, const Write& write)
+void transfer(const Form4& form4, const Elements& elements, const Write& write)
 {
-    static_transfer(program, write);
-    dynamic_transfer(program, write);
+    static_transfer(form4, elements, write);
+    dynamic_transfer(form4, elements, write);
 }
 
 void transfer(const Program& program, Worksheet& sheet)
 {
-    transfer(program, [&sheet](const DesignWrite& cell) { sheet.set_cell(cell.row, cell.column, cell.text); });
+    const Elements elements{[&program](int row, int column) { return own_element(program, row, column); },
+                            static_cast<int>(program.form1.rowcount)};
+    transfer(program.form4, elements,
+             [&sheet](const DesignWrite& cell) { sheet.set_cell(cell.row, cell.column, cell.text); });
 }
 
 } // namespace tarvik

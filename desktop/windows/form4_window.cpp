@@ -2,6 +2,7 @@
 
 #include "desktop/windows/window_places.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
@@ -18,7 +19,7 @@ constexpr int gap = 12, title_bar = 36;
 } // namespace
 
 Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, const QWidget& main_window)
-    : FormWindow(front, front.program.form4.window, backdrop), main_window_(main_window)
+    : FormWindow(front, front.program.form4.window, backdrop), main_window_(main_window), preview_(front)
 {
     Form4& form4 = front.program.form4;
     scroll_area_ = new QScrollArea(this);
@@ -33,6 +34,7 @@ Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     maker.line_box(form4.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
     maker.button(form4.Command1, FontRole::Button, all);
     maker.button(form4.Command2, FontRole::Button, all);
+    maker.button(form4.Command3, FontRole::Button, all);
     for (Control* label : {&form4.Label1, &form4.Label2, &form4.Label3, &form4.Label4, &form4.Label5})
         maker.label(*label, FontRole::Help, all);
     front.mirror.on_moved(FormId::Form4, [this] { place(); });
@@ -42,10 +44,38 @@ Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
 void Form4Window::make_rows(ControlMaker& maker, QWidget& frame, int first, int last)
 {
     Form4& form4 = front().program.form4;
-    for (int row = first; row < last; row += 2)
+    for (int row = first; row < last; row += 2) {
+        auto next = rows_.emplace_back().begin();
         for (auto* boxes : {&form4.Text1, &form4.Text2})
-            for (const int index : {row, row + 1})
-                maker.line_box((*boxes)[index], FontRole::Design, frame).setAlignment(Qt::AlignCenter);
+            for (const int index : {row, row + 1}) {
+                LineBox& box = maker.line_box((*boxes)[index], FontRole::Design, frame);
+                box.setAlignment(Qt::AlignCenter);
+                box.installEventFilter(this);
+                *next++ = &box;
+            }
+    }
+}
+
+// Up and down always leave a box, left and right at the ends of its text.
+bool Form4Window::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress) return FormWindow::eventFilter(watched, event);
+    const int key = dynamic_cast<QKeyEvent&>(*event).key();
+    for (std::size_t row = 0; row < rows_.size(); ++row)
+        for (std::size_t column = 0; column < rows_[row].size(); ++column) {
+            const LineBox* const box = rows_[row][column];
+            if (box != watched) continue;
+            LineBox* next = nullptr;
+            if (key == Qt::Key_Up && row > 0) next = rows_[row - 1][column];
+            if (key == Qt::Key_Down && row + 1 < rows_.size()) next = rows_[row + 1][column];
+            if (key == Qt::Key_Left && column > 0 && box->cursorPosition() == 0) next = rows_[row][column - 1];
+            if (key == Qt::Key_Right && column + 1 < rows_[row].size() && box->cursorPosition() == box->text().size())
+                next = rows_[row][column + 1];
+            if (!next) return false;
+            next->setFocus(Qt::TabFocusReason);
+            return true;
+        }
+    return FormWindow::eventFilter(watched, event);
 }
 
 void Form4Window::place()

@@ -2,12 +2,16 @@
 
 #include "desktop/controls/control_maker.h"
 #include "desktop/windows/form_window.h"
+#include "desktop/windows/preview_window.h"
+
+#include <array>
 
 class QScrollArea;
 
 namespace tarvik {
 
-/// The report designer. What does not fit into the window is scrolled.
+/// The report designer and its preview. What does not fit into the window is scrolled; the arrow keys walk between the
+/// boxes of the design.
 class Form4Window final : public FormWindow {
 public:
     Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, const QWidget& main_window);
@@ -18,12 +22,15 @@ public:
 protected:
     void before_first_show() override;
     void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void make_rows(ControlMaker& maker, QWidget& frame, int first, int last);
     void place();
     const QWidget& main_window_;
     FormLayout layout_;
+    std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
+    PreviewWindow preview_;
     QScrollArea* scroll_area_ = nullptr;
 };
 

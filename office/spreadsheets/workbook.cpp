@@ -1,6 +1,7 @@
 #include "office/spreadsheets/workbook.h"
 
 #include "office/packages/temporary_folder.h"
+#include "office/spreadsheets/sheet_look.h"
 #include "platform/file_name.h"
 
 namespace tarvik::ooxml {
@@ -28,7 +29,7 @@ SaveTarget save_target(TextView path)
 
 } // namespace
 
-class OoxmlWorkbook::Sheet final : public Worksheet {
+class OoxmlWorkbook::Sheet final : public Worksheet, public PicturedSheet {
     template <typename Work>
     decltype(auto) naming(Work&& work) const
     {
@@ -69,6 +70,12 @@ public:
     }
 
     void print_out() override { workbook_.print(); }
+
+    SheetPicture picture(int rows, int columns) const override
+    {
+        return naming(
+            [&] { return sheet_look(part_.part().root(), workbook_.model().original(), rows, columns); });
+    }
 
 private:
     OoxmlWorkbook& workbook_;

@@ -25,6 +25,8 @@ class WorkbookModel {
 public:
     explicit WorkbookModel(std::shared_ptr<const Package> package);
 
+    /// The package as it was opened.
+    const Package& original() const noexcept { return package_.original(); }
     /// Worksheets in the order of the workbook, hidden ones too; chart and dialog sheets are none.
     int sheet_count() const noexcept { return static_cast<int>(sheets_.size()); }
     /// `index` counts from 1. Damage when the sheet, or one whose results depend on it, could not be edited.

@@ -1,0 +1,173 @@
+#include "desktop/windows/preview_window.h"
+
+#include "desktop/look/qt_text.h"
+
+#include <QCloseEvent>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QScrollArea>
+#include <QToolTip>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr double twips_a_point = 20;
+constexpr int text_margin = 3; // pixels
+const QColor tint(255, 214, 102, 110), grid(214, 214, 214);
+constexpr QSize first_size(900, 700);
+
+std::vector<int> edges(const std::vector<double>& points, const Scale& scale)
+{
+    std::vector<int> result{0};
+    double place = 0;
+    for (const double length : points) result.push_back(qRound(scale.pixels((place += length) * twips_a_point)));
+    return result;
+}
+
+int cell_number(const std::vector<int>& edges_, int place)
+{
+    return static_cast<int>(std::ranges::upper_bound(edges_, place) - edges_.begin());
+}
+
+QColor colour(SheetColour value)
+{
+    return QColor::fromRgb(value);
+}
+
+void draw_side(QPainter& painter, const BorderLook& side, QPoint from, QPoint to)
+{
+    if (side.width == 0) return;
+    painter.setPen(QPen(colour(side.colour), side.width));
+    painter.drawLine(from, to);
+}
+
+int alignment(const CellLook& look)
+{
+    const int wraps = look.wraps ? Qt::TextWordWrap : Qt::TextSingleLine;
+    switch (look.alignment) {
+    case AlignmentLook::Centre: return Qt::AlignHCenter | Qt::AlignVCenter | wraps;
+    case AlignmentLook::Right: return Qt::AlignRight | Qt::AlignVCenter | wraps;
+    default: return Qt::AlignLeft | Qt::AlignVCenter | wraps;
+    }
+}
+
+} // namespace
+
+PreviewCanvas::PreviewCanvas(Front& front, QWidget* parent) : QWidget(parent), front_(front)
+{
+    setObjectName("Form4.Preview.Canvas");
+}
+
+void PreviewCanvas::show_model()
+{
+    lefts_ = edges(preview().picture.widths, front_.scale);
+    tops_ = edges(preview().picture.heights, front_.scale);
+    resize(lefts_.back() + 1, tops_.back() + 1);
+    update();
+}
+
+QRect PreviewCanvas::place(const PicturedCell& cell) const
+{
+    const auto left = static_cast<std::size_t>(cell.column - 1), top = static_cast<std::size_t>(cell.row - 1);
+    const auto right = left + static_cast<std::size_t>(cell.columns),
+               bottom = top + static_cast<std::size_t>(cell.rows);
+    return {QPoint(lefts_[left], tops_[top]), QPoint(lefts_[right], tops_[bottom])};
+}
+
+void PreviewCanvas::paint(QPainter& painter, const PicturedCell& cell, bool is_written) const
+{
+    const QRect area = place(cell);
+    const CellLook& look = cell.look;
+    if (look.fill || cell.rows > 1 || cell.columns > 1)
+        painter.fillRect(area.adjusted(1, 1, -1, -1), look.fill ? colour(*look.fill) : QColor(Qt::white));
+    if (is_written) painter.fillRect(area, tint);
+    draw_side(painter, look.left, area.topLeft(), area.bottomLeft());
+    draw_side(painter, look.top, area.topLeft(), area.topRight());
+    draw_side(painter, look.right, area.topRight(), area.bottomRight());
+    draw_side(painter, look.bottom, area.bottomLeft(), area.bottomRight());
+    if (cell.text.empty()) return;
+    QFont font(to_qt(look.font));
+    font.setPixelSize(std::max(1, qRound(front_.scale.font_pixels(look.points))));
+    font.setBold(look.bold);
+    font.setItalic(look.italic);
+    painter.setFont(font);
+    painter.setPen(colour(look.colour));
+    painter.drawText(area.adjusted(text_margin, 0, -text_margin, 0), alignment(look), lines_to_qt(cell.text));
+}
+
+void PreviewCanvas::paintEvent(QPaintEvent*)
+{
+    if (lefts_.empty()) return;
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::white);
+    painter.setPen(grid);
+    for (const int left : lefts_) painter.drawLine(left, 0, left, tops_.back());
+    for (const int top : tops_) painter.drawLine(0, top, lefts_.back(), top);
+    for (const PicturedCell& cell : preview().picture.cells)
+        paint(painter, cell, std::ranges::any_of(preview().written, [&cell](const WrittenCell& written) {
+                  return written.row == cell.row && written.column == cell.column;
+              }));
+}
+
+QPoint PreviewCanvas::cell_at(QPoint point) const
+{
+    for (const PicturedCell& cell : preview().picture.cells)
+        if (place(cell).contains(point)) return {cell.column, cell.row};
+    return {cell_number(lefts_, point.x()), cell_number(tops_, point.y())};
+}
+
+void PreviewCanvas::mousePressEvent(QMouseEvent* event)
+{
+    if (!rect().contains(event->pos())) return;
+    front_.queue.submit([this, cell = cell_at(event->pos())] {
+        PreviewArea& area = front_.program.form4.Preview;
+        area.pick(cell.y(), cell.x());
+        Event click{EventKind::Click, area};
+        front_.queue.send(click);
+    });
+}
+
+bool PreviewCanvas::event(QEvent* event)
+{
+    if (event->type() != QEvent::ToolTip || lefts_.empty()) return QWidget::event(event);
+    const auto& help = dynamic_cast<QHelpEvent&>(*event);
+    const QPoint cell = cell_at(help.pos());
+    QString text = QString("%1 行 %2 列").arg(cell.y()).arg(cell.x());
+    for (const WrittenCell& written : preview().written)
+        if (written.row == cell.y() && written.column == cell.x()) text += "\n" + to_qt(written.design_row);
+    QToolTip::showText(help.globalPos(), text, this);
+    return true;
+}
+
+PreviewWindow::PreviewWindow(Front& front)
+    : front_(front), scroll_area_(new QScrollArea(this)), canvas_(new PreviewCanvas(front, nullptr))
+{
+    setObjectName("Form4.Preview");
+    scroll_area_->setWidget(canvas_);
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(scroll_area_);
+    resize(first_size);
+    front_.mirror.add(
+        front_.program.form4.Preview, nullptr, [this] { show_model(); }, true);
+}
+
+void PreviewWindow::show_model()
+{
+    const PreviewArea& area = front_.program.form4.Preview;
+    setWindowTitle(to_qt(area.caption()));
+    canvas_->show_model();
+    if (area.visible() != isVisible()) setVisible(area.visible());
+}
+
+void PreviewWindow::closeEvent(QCloseEvent* event)
+{
+    event->ignore(); // the model decides
+    front_.queue.submit([this] { front_.program.form4.Preview.set_visible(false); });
+}
+
+} // namespace tarvik
