@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t first_lines = 100;
 constexpr std::size_t longest_measured = 4096;                           // characters of a line
-constexpr double least_blanks = 2, most_blanks = 60, blanks_between = 2; // of a column
+constexpr double least_blanks = 2, most_blanks = 60, blanks_between = 3; // of a column
 
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "tests/desktop/desktop_fixture.h"
 
 #include "desktop/services/file_dialog.h"
+#include "events/commands.h"
 
 #include <QComboBox>
 #include <QDialog>
@@ -101,18 +102,8 @@ TEST_F(DesktopClerk, the_status_line_tells_what_is_in_work)
 
 TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_left)
 {
-    for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
-        copy_sample(name);
-    start();
+    begin_docket_run();
     StatusLine& status = desktop->main_window().status();
-    expect_file(QString::fromStdString((installation.path() / "3139.txt").string()));
-    click("Form1.Command1(0)");
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "An docket");
-    expect_input("d:\\out");
-    expect_box("确定");
-    form1().Timer3.set_interval(1);
-    type("Form1.Text1(1)", "\r");
     EXPECT_TRUE(wait_until([&] { return form1().sheetno >= 3; }));
     EXPECT_TRUE(status.text().startsWith("运行中：")) << status.text().toStdString();
     const std::size_t files = program().run.files.size();
@@ -312,6 +303,15 @@ TEST_F(DesktopClerk, a_file_is_dropped_found_without_its_ending_and_offered_agai
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"dropped\r\n\r\n"));
     for (const char* own : {"betweenp.txt", "牛津字典A.TXT", "现代汉语词典.txt"}) EXPECT_TRUE(FileDialog::is_own(own));
     EXPECT_FALSE(FileDialog::is_own("3139.txt"));
+}
+
+TEST(CommandHelp, has_a_line_for_every_command)
+{
+    std::vector<std::u32string_view> helped;
+    for (const CommandHelp& row : command_help()) helped.push_back(row.command);
+    const CommandTable commands = report_commands();
+    for (const auto& row : commands.immediate) EXPECT_EQ(std::ranges::count(helped, row.text), 1) << to_utf8(row.text);
+    for (const auto& row : commands.reports) EXPECT_EQ(std::ranges::count(helped, row.text), 1) << to_utf8(row.text);
 }
 
 } // namespace

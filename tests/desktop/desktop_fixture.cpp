@@ -53,6 +53,21 @@ void DesktopFixture::start()
     ASSERT_TRUE(QTest::qWaitForWindowActive(&desktop->main_window()));
 }
 
+void DesktopFixture::begin_docket_run()
+{
+    for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
+        copy_sample(name);
+    start();
+    expect_file(QString::fromStdString((installation.path() / "3139.txt").string()));
+    click("Form1.Command1(0)");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "An docket");
+    expect_input("d:\\out");
+    expect_box("确定");
+    form1().Timer3.set_interval(1);
+    type("Form1.Text1(1)", "\r");
+}
+
 QWidget* DesktopFixture::find_widget(const QString& name)
 {
     for (QWidget* widget : QApplication::allWidgets())

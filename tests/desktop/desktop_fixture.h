@@ -25,6 +25,9 @@ protected:
     void copy_sample(const std::string& name);
     void start();
 
+    /// Starts with the sample reports and begins "An docket" into d:\out, a sheet as soon as the one before is done.
+    void begin_docket_run();
+
     Program& program() { return desktop->program(); }
     Form1& form1() { return desktop->program().form1; }
 

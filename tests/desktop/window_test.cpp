@@ -188,17 +188,7 @@ TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
 
 TEST_F(DesktopWindow, a_batch_runs_by_its_timer_and_tells_how_far_it_is)
 {
-    for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
-        copy_sample(name);
-    start();
-    expect_file(file_in(installation, "3139.txt"));
-    click("Form1.Command1(0)");
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "An docket");
-    expect_input("d:\\out");
-    expect_box("确定");
-    form1().Timer3.set_interval(1);
-    type("Form1.Text1(1)", "\r");
+    begin_docket_run();
     EXPECT_TRUE(form1().Timer3.enabled());
     bool told = false;
     EXPECT_TRUE(wait_until([&] {
