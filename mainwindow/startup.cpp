@@ -127,6 +127,7 @@ void reset_to_defaults(Program& program)
     form1.showdata = true;
     clear_options(form1);
     forget_results(program);
+    program.notice = U"已恢复默认设置";
 }
 
 void forget_results(Program& program)
@@ -136,7 +137,6 @@ void forget_results(Program& program)
     Module1& arrays = program.module1;
     for (TextArray* results : {&arrays.enhits, &arrays.zhhits, &arrays.cnhits, &arrays.filehits})
         results->clear(0, last);
-    program.notice = U"已恢复默认设置";
 }
 
 void Form_Click(Program& program)

@@ -72,7 +72,7 @@ sleep 0.5
 # What the pointer selects in a pane is pasted into the emptied query box by the context menu: the first row's "plum".
 xdotool mousemove $((main_X + 300)) $((main_Y + 520)) click --repeat 2 --delay 60 1
 sleep 0.5
-xdotool mousemove $((main_X + 145)) $((main_Y + 54)) click --repeat 2 --delay 60 1
+xdotool mousemove $((main_X + 100)) $((main_Y + 76)) click --repeat 2 --delay 60 1
 sleep 0.5
 xdotool mousemove $((main_X + 300)) $((main_Y + 520)) click 3
 sleep 0.5
