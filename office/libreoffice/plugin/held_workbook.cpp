@@ -137,8 +137,8 @@ SheetContent read_sheet(const Sheet& sheet)
         for (const auto& area : gathered(areas)) read_area(sheet, area, formulas, content.cells);
     }
     std::ranges::sort(content.cells, {}, &HeldCell::place);
-    const auto repeated = std::ranges::unique(content.cells, {}, &HeldCell::place);
-    content.cells.erase(repeated.begin(), repeated.end());
+    const auto is_repeated = [](const HeldCell& one, const HeldCell& next) { return one.place == next.place; };
+    content.cells.erase(std::unique(content.cells.begin(), content.cells.end(), is_repeated), content.cells.end());
     content.notes = areas_with(sheet, flags::ANNOTATION);
     return content;
 }
