@@ -49,10 +49,13 @@ Text free_place(const Program& program, const Text& name)
     const Files& disk = program.platform.files;
     const Text folder(files::printed_output);
     const std::size_t point = name.rfind(U'.');
-    const Text stem = name.substr(0, point), extension = point == Text::npos ? Text() : name.substr(point);
+    const Text stem = folder + name.substr(0, point), extension = point == Text::npos ? Text() : name.substr(point);
     Text place = folder + name;
-    for (int number = 2; disk.file_exists(place) || disk.folder_exists(place); ++number)
-        place = folder + stem + U" (" + number_text(number) + U")" + extension;
+    for (int number = 2; disk.file_exists(place) || disk.folder_exists(place); ++number) {
+        place = stem;
+        place += U" (" + number_text(number) + U")";
+        place += extension;
+    }
     return place;
 }
 
