@@ -3,7 +3,7 @@
 #include "mainwindow/mainwindow.h"
 
 /// What this folder offers. The tables SUF and SUG are made in two steps: a column query (column_query.h) takes the
-/// lines of the open document as row texts, and the split told here cuts them into cells. A table of n rows has its
+/// lines of the open document as row texts, and the split cuts them into cells. A table of n rows has its
 /// data in rows 0 to n-1 and a closing row n with nothing between its two TABs; columns count from 1. Above the tables
 /// stand the statistics (statistics.h), the sort (sort.h), the comparisons (comparisons.h), the date check and the
 /// in-field query (field_checks.h); the keys that drive them all are in keys.h, the notes window in notes.h.

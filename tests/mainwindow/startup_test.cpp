@@ -34,7 +34,7 @@ TEST(Startup, shows_the_opening_screen_whole)
     EXPECT_EQ(started.form1().RichTextBox2.text(), TextView(U"欢迎\r\nTarvik"));
 }
 
-// The reference is the told loop, step by step.
+// The reference goes step by step.
 double grown_width(double screen, double factor)
 {
     double width = 0;
