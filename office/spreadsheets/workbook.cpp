@@ -73,8 +73,7 @@ public:
 
     SheetPicture picture(int rows, int columns) const override
     {
-        return naming(
-            [&] { return sheet_look(part_.part().root(), workbook_.model().original(), rows, columns); });
+        return naming([&] { return sheet_look(part_.part().root(), workbook_.model().original(), rows, columns); });
     }
 
 private:
