@@ -42,8 +42,9 @@ function(tarvik_libreoffice_plugin folder)
   target_link_directories(tarvik-libreoffice PRIVATE ${LIBREOFFICE_LIBRARIES})
   target_link_libraries(tarvik-libreoffice PRIVATE tarvik_options uno_cppu uno_cppuhelpergcc3 uno_sal uno_salhelpergcc3)
   target_link_options(tarvik-libreoffice PRIVATE -Wl,--disable-new-dtags)
-  # LibreOffice's objects carry no types that the sanitizer could compare.
-  target_compile_options(tarvik-libreoffice PRIVATE -fno-sanitize=vptr)
+  # LibreOffice's objects carry no types that the sanitizer could compare. Options of sources stand behind those of the
+  # target, which turn that check on.
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -fno-sanitize=vptr)
   set_target_properties(tarvik-libreoffice PROPERTIES
     PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${folder} CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     BUILD_RPATH ${LIBREOFFICE_PROGRAM} INSTALL_RPATH ${LIBREOFFICE_PROGRAM})
