@@ -83,7 +83,7 @@ void Form3Window::put_number(int number)
     if (!widget) return;
     for (auto& [index, box] : front().program.form3.Text1)
         if (widget_name(box) == widget->objectName())
-            front().queue.submit([&box, number] { box.set_text(number_text(number)); });
+            front().queue.submit([target = &box, number] { target->set_text(number_text(number)); });
 }
 
 // The box of the comparison while two tables are compared, else that of sorting and statistics.
