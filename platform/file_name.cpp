@@ -22,8 +22,8 @@ Text shortened(const Text& name)
     const std::size_t point = TextView(name).rfind(U'.');
     const bool has_extension = point != npos && point > 0 && name.size() - point <= longest_extension;
     const Text extension = has_extension ? name.substr(point) : Text();
-    const TextView kept =
-        cut_to_bytes(TextView(name).substr(0, name.size() - extension.size()), longest_name - utf8_size(extension));
+    const std::u32string_view stem = std::u32string_view(name).substr(0, name.size() - extension.size());
+    const TextView kept = cut_to_bytes(stem, longest_name - utf8_size(extension));
     return kept.str() + extension;
 }
 

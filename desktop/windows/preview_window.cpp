@@ -45,14 +45,19 @@ void draw_side(QPainter& painter, const BorderLook& side, QPoint from, QPoint to
     painter.drawLine(from, to);
 }
 
+Qt::Alignment side_of(AlignmentLook alignment)
+{
+    switch (alignment) {
+    case AlignmentLook::Centre: return Qt::AlignHCenter;
+    case AlignmentLook::Right: return Qt::AlignRight;
+    default: return Qt::AlignLeft;
+    }
+}
+
 int alignment(const CellLook& look)
 {
     const int wraps = look.wraps ? Qt::TextWordWrap : Qt::TextSingleLine;
-    switch (look.alignment) {
-    case AlignmentLook::Centre: return Qt::AlignHCenter | Qt::AlignVCenter | wraps;
-    case AlignmentLook::Right: return Qt::AlignRight | Qt::AlignVCenter | wraps;
-    default: return Qt::AlignLeft | Qt::AlignVCenter | wraps;
-    }
+    return static_cast<int>(side_of(look.alignment) | Qt::AlignVCenter) | wraps;
 }
 
 } // namespace
