@@ -1,0 +1,24 @@
+#!/bin/sh
+# Runs a Windows program by wine, in a world of its own under build/. Wine's services outlive the first program and would
+# hold the output open of whoever waits for its end, so they are started apart; `wine.sh --end` ends them.
+set -eu
+
+WINEPREFIX=${WINEPREFIX:-$(cd "$(dirname "$0")/../.." && pwd)/build/windows/wine}
+export WINEPREFIX WINEDEBUG="${WINEDEBUG:--all}" WINEDLLOVERRIDES="${WINEDLLOVERRIDES:-mscoree=;mshtml=;winemenubuilder.exe=}"
+wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+server=$(command -v wineserver64 || echo /usr/lib/wine/wineserver64)
+
+if [ "$1" = --end ]; then
+    [ ! -e "$WINEPREFIX" ] || "$server" -k || true
+    exit 0
+fi
+if [ ! -e "$WINEPREFIX/made" ]; then
+    mkdir -p "$WINEPREFIX"
+    ( # several programs may be started at once
+        flock 9
+        [ -e "$WINEPREFIX/made" ] || env -u DISPLAY "$wine" wineboot --init > /dev/null 2>&1 < /dev/null 9>&-
+        touch "$WINEPREFIX/made"
+    ) 9> "$WINEPREFIX.lock"
+fi
+"$server" -p600 > /dev/null 2>&1 < /dev/null || true
+exec "$wine" "$@"
