@@ -12,9 +12,7 @@ Document read_notes(Program& program)
 {
     const Files& files = program.platform.files;
     const Text path = installed(program, notes_file);
-    program.form1.fso = true;
     if (!files.file_exists(path)) return {};
-    program.form1.textstream = true;
     return decode_own(files.read(path));
 }
 
@@ -27,9 +25,7 @@ void show_notes_view(Form3& form3, bool notes)
 
 void save_notes(Program& program)
 {
-    program.form1.fso = true;
     program.platform.files.replace(installed(program, notes_file), encode(program.form3.Text2.text()) + "\r\n");
-    program.form1.textstream = true;
 }
 
 void confirm(Program& program)

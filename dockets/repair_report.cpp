@@ -62,7 +62,6 @@ Text template_for(const Program& program, bool first_flag, bool second_flag)
 void add_picture(Program& program, TextDocument& document, const Text& device)
 {
     const Text path = installed(program, Text(files::pictures) + U"\\" + safe_name_part(device) + U".jpg");
-    program.form1.fso = true;
     if (program.platform.files.file_exists(path)) document.add_picture(picture_cell.row, picture_cell.column, path);
 }
 

@@ -54,8 +54,8 @@ struct Form1 {
     double resultpos = 0;    ///< cursor of the buttons that walk through results
     double pageno = 0;       ///< number of the page shown
     Text needle;             ///< query as the marking uses it
-    bool fso = false;        ///< whether a file-system object stands; each file access makes it anew
-    bool textstream = false; ///< whether a text stream of the last file access stands
+    bool fso = false;        ///< a file-system object stands; like textstream it is set by the program's `Files`
+    bool textstream = false; ///< a text stream of the last file access stands
     int answer = 0;          ///< result of the last message box
     bool formready = false;
     bool cutopen = false;

@@ -5,6 +5,7 @@
 #include "mainwindow/form3.h"
 #include "mainwindow/form4.h"
 #include "mainwindow/module1.h"
+#include "mainwindow/noted_files.h"
 #include "mainwindow/run_record.h"
 #include "platform/platform.h"
 
@@ -17,7 +18,8 @@ namespace tarvik {
 
 struct Program {
     Program(const Platform& platform_, OfficeEngines& office_)
-        : form1(listeners), form3(listeners), form4(listeners), platform(platform_), office(office_)
+        : form1(listeners), form3(listeners), form4(listeners), files(platform_.files, form1),
+          platform(platform_.with(files)), office(office_)
     {
     }
 
@@ -26,6 +28,7 @@ struct Program {
     Form1 form1;
     Form3 form3;
     Form4 form4;
+    NotedFiles files; ///< what platform.files leads to
     Platform platform;
     OfficeEngines& office;
     DocumentCache documents;                   ///< foreign files that scans read, decoded once

@@ -38,7 +38,6 @@ void ScratchFile::guarded(Work&& work)
 ScratchFile::ScratchFile(Program& program, TextView name, bool told)
     : program_(program), path_(installed(program, name)), told_(told)
 {
-    program_.form1.fso = true;
     if (!run_is_on(program_.form1)) program_.scratch_failures.clear();
     guarded([this] { clear(); });
     tell_failure();
@@ -93,7 +92,6 @@ void ScratchFile::write_all(const LineSource& lines)
         clear();
         throw too_long(path_);
     }
-    program_.form1.textstream = true;
 }
 
 } // namespace tarvik

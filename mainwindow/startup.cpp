@@ -47,9 +47,7 @@ void reset_members(Form1& form1)
 void show_opening_screen(Program& program)
 {
     pass_over_failure([&] {
-        program.form1.fso = true;
         const std::string bytes = program.platform.files.read(installed(program, U"coclus.txt"));
-        program.form1.textstream = true;
         program.form1.RichTextBox2.set_content(PaneText(decode_foreign(bytes)));
     });
 }

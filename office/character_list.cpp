@@ -19,8 +19,6 @@ void list_characters(Program& program)
             records += "\r\r\n";
         }
     });
-    program.form1.fso = true;
-    program.form1.textstream = true;
     program.platform.files.replace(installed(program, files::character_list), records);
 }
 

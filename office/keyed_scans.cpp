@@ -9,9 +9,7 @@ namespace {
 void load_report(Program& program, TextView path)
 {
     Form1& form1 = program.form1;
-    form1.fso = true;
     Document document = program.documents.load(program.platform.files, path);
-    form1.textstream = true;
     if (document.empty()) {
         tell(program, U"打开文件失败！");
         return;

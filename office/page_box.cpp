@@ -24,8 +24,6 @@ void note_folder(Program& program)
 {
     Form1& form1 = program.form1;
     const Text folder = form1.scanfolderset ? form1.scanfolder : Text();
-    form1.fso = true;
-    form1.textstream = true;
     program.platform.files.append(installed(program, files::report_3139), encode(folder + U"\r\n"));
     form1.RichTextBox3.append(folder + Text(line_tail));
 }
@@ -33,7 +31,6 @@ void note_folder(Program& program)
 void lock_folder(Program& program)
 {
     Form1& form1 = program.form1;
-    form1.fso = true;
     if (!program.platform.files.folder_exists(files::printed_output))
         program.platform.files.create_folder(files::printed_output);
     const auto picked = pick_file(program, any_file_filter);

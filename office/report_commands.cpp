@@ -54,7 +54,6 @@ void ask_output_folder(Program& program)
 void make_output_folder(Program& program)
 {
     const Text& folder = program.form1.outfolder;
-    program.form1.fso = true;
     if (!program.platform.files.folder_exists(folder)) program.platform.files.create_folder(folder);
 }
 
@@ -75,7 +74,6 @@ bool design_loaded(Program& program, const ReportCommand& command)
 
 bool template_stands(Program& program, const ReportCommand& command)
 {
-    program.form1.fso = true;
     if (command.template_file.empty() || program.platform.files.file_exists(installed(program, command.template_file)))
         return true;
     tell(program, in_installation(program, command.template_file) +

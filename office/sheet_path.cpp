@@ -17,7 +17,6 @@ Text without_points(Text text)
 Text sheet_folder(Program& program, const Text& folder_text)
 {
     Text folder = program.form1.outfolder + safe_file_name(folder_text) + U"\\";
-    program.form1.fso = true;
     if (!program.platform.files.folder_exists(folder)) program.platform.files.create_folder(folder);
     return folder;
 }

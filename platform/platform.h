@@ -86,6 +86,9 @@ struct Platform {
     Files& files;
     Screen& screen;
     Printer& printer;
+
+    /// The same world seen through other files.
+    Platform with(Files& other) const { return {dialogs, clipboard, clock, other, screen, printer}; }
 };
 
 } // namespace tarvik

@@ -73,13 +73,11 @@ private:
 bool read_dictionary(Program& program, TextView file, TextView title)
 {
     const Text path = installed(program, file);
-    program.form1.fso = true;
     if (!program.platform.files.file_exists(path)) {
         tell(program, path + U"不存在！请将该词典文件复制到安装目录下。", title);
         return false;
     }
     program.form1.RichTextBox1.set_content(PaneText(program.documents.load(program.platform.files, path)));
-    program.form1.textstream = true;
     return true;
 }
 

@@ -16,9 +16,7 @@ void read_and_cut(Program& program, TextView path)
     Form1& form1 = program.form1;
     form1.RichTextBox1.set_visible(false);
     form1.RichTextBox2.set_visible(true);
-    form1.fso = true;
     const ForeignText text = recognise_foreign(program.platform.files.read(path));
-    form1.textstream = true;
     form1.RichTextBox2.set_content(PaneText(text.document.with_closing_line_end()));
     program.opened = {path.str(), text.encoding, text.lines_ended_in_lf};
     if (!cut_pages(program)) return;

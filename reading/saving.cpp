@@ -23,14 +23,11 @@ std::unique_ptr<ReplacementFile> choose_file(Program& program)
 {
     const auto path = program.platform.dialogs.save_file(text_files);
     if (!path || path->empty()) return nullptr;
-    program.form1.fso = true;
     Files& files = program.platform.files;
     if (files.file_exists(*path) &&
         ask(program, *path + U"已经存在。\r\n要替换她吗？", saving_title, Buttons::YesNo) != Answer::Yes)
         return nullptr;
-    auto file = files.begin_replacement(*path);
-    program.form1.textstream = true;
-    return file;
+    return files.begin_replacement(*path);
 }
 
 /// Writes the pane's text in small letters as one line, some thousand characters at a time.

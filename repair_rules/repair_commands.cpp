@@ -56,7 +56,6 @@ void enter_in_folder(Program& program, const Operation& operation)
     Form1& form1 = program.form1;
     const auto picked = pick_file(program, workbook_filter);
     if (!picked) return;
-    form1.fso = true;
     form1.filecount = 0;
     const Records records(program.module1.suf, static_cast<std::size_t>(form1.rowcount), operation.number_field);
     work_through(program, walked_names(program, picked->folder), [&](const Text& name) {

@@ -54,10 +54,8 @@ bool load_design(Program& program, TextView file)
 {
     const Files& files = program.platform.files;
     const Text path = installed(program, file);
-    program.form1.fso = true;
     if (!files.file_exists(path)) return false;
     const Document line = decode_own(files.read(path));
-    program.form1.textstream = true;
     Opensesame(program.form4, line.text());
     return true;
 }

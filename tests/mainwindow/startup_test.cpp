@@ -34,6 +34,16 @@ TEST(Startup, shows_the_opening_screen_whole)
     EXPECT_EQ(started.form1().RichTextBox2.text(), TextView(U"欢迎\r\nTarvik"));
 }
 
+TEST(Startup, keeps_which_objects_of_its_file_accesses_stand)
+{
+    TestProgram started;
+    EXPECT_TRUE(started.form1().fso) << "the folder of results was made";
+    EXPECT_FALSE(started.form1().textstream) << "there is no opening screen that could be read";
+    started.installation.write("coclus.txt", "Tarvik");
+    Form_Load(started.program);
+    EXPECT_TRUE(started.form1().textstream);
+}
+
 // The reference goes step by step.
 double grown_width(double screen, double factor)
 {
