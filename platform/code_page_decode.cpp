@@ -50,9 +50,9 @@ struct Utf16 {
         if (end - at < 2) return {};
         const char32_t first = unit(at);
         if (!is_surrogate(first)) return {first, 2};
-        const char32_t second = first < 0xdc00 && end - at >= 4 ? unit(at + 2) : 0;
-        if (second < 0xdc00 || !is_surrogate(second)) return {replacement_character, 2};
-        return {0x10000 + ((first - 0xd800) << 10) + (second - 0xdc00), 4};
+        const char32_t second = is_high_surrogate(first) && end - at >= 4 ? unit(at + 2) : 0;
+        if (!is_low_surrogate(second)) return {replacement_character, 2};
+        return {joined(first, second), 4};
     }
 };
 

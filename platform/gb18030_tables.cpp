@@ -92,12 +92,12 @@ TwoByteTable make_two_byte_table()
     SystemCharacters system("GB18030");
     table.available = system.available();
     for_two_byte_codes(system, [&table](char32_t character, unsigned code) {
-        const auto told = static_cast<std::uint16_t>(code);
+        const auto given = static_cast<std::uint16_t>(code);
         if (character < basic_plane) {
             table.character[code - first_two_byte_code] = static_cast<char16_t>(character);
-            table.code[character] = told;
+            table.code[character] = given;
         } else {
-            table.outside.push_back({character, told});
+            table.outside.push_back({character, given});
         }
     });
     for (const Provisional& row : provisional)

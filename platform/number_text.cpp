@@ -10,7 +10,7 @@ namespace tarvik {
 
 namespace {
 
-/// Where a number lies in a text: from its first digit or point, the sign being told apart, to behind its last digit.
+/// Where a number lies in a text: from its first digit or point, the sign being read apart, to behind its last digit.
 struct NumberPlace {
     std::size_t begin = 0, end = 0;
     bool negative = false;
@@ -63,10 +63,10 @@ bool too_large(std::string_view digits) noexcept
     const std::size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
     long long exponent = 0;
     if (mark != std::string_view::npos) {
-        std::string_view told = digits.substr(mark + 1);
-        const bool below = told.front() == '-';
-        if (below || told.front() == '+') told.remove_prefix(1);
-        const auto read = std::from_chars(told.data(), told.data() + told.size(), exponent);
+        std::string_view written = digits.substr(mark + 1);
+        const bool below = written.front() == '-';
+        if (below || written.front() == '+') written.remove_prefix(1);
+        const auto read = std::from_chars(written.data(), written.data() + written.size(), exponent);
         if (read.ec != std::errc()) exponent = std::numeric_limits<long long>::max() / 2;
         if (below) exponent = -exponent;
     }

@@ -4,31 +4,28 @@
 
 namespace tarvik {
 
-namespace {
-
-void append_utf8(char32_t character, std::string& target)
+void append_utf8(char32_t character, std::string& bytes)
 {
-    const auto tail = [&target, character](unsigned shift) {
-        target += static_cast<char>(0x80U | ((character >> shift) & 0x3fU));
+    if (is_surrogate(character) || character > last_character) character = replacement_character;
+    const auto tail = [&bytes, character](unsigned shift) {
+        bytes += static_cast<char>(0x80U | ((character >> shift) & 0x3fU));
     };
     if (character < 0x80) {
-        target += static_cast<char>(character);
+        bytes += static_cast<char>(character);
     } else if (character < 0x800) {
-        target += static_cast<char>(0xc0U | (character >> 6));
+        bytes += static_cast<char>(0xc0U | (character >> 6));
         tail(0);
     } else if (character < 0x10000) {
-        target += static_cast<char>(0xe0U | (character >> 12));
+        bytes += static_cast<char>(0xe0U | (character >> 12));
         tail(6);
         tail(0);
     } else {
-        target += static_cast<char>(0xf0U | (character >> 18));
+        bytes += static_cast<char>(0xf0U | (character >> 18));
         tail(12);
         tail(6);
         tail(0);
     }
 }
-
-} // namespace
 
 Text from_utf8(std::string_view bytes)
 {
@@ -49,9 +46,7 @@ std::string to_utf8(TextView text)
     std::string bytes;
     bytes.reserve(text.size());
     text.visit([&bytes](auto characters) {
-        for (const char32_t character : characters)
-            append_utf8(is_surrogate(character) || character > last_character ? replacement_character : character,
-                        bytes);
+        for (const char32_t character : characters) append_utf8(character, bytes);
     });
     return bytes;
 }

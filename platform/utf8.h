@@ -2,8 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
-/// One step of UTF-8, for texts and for files.
+/// One step of UTF-8, for texts and for files, and the surrogates of UTF-16.
 namespace tarvik {
 
 inline constexpr char32_t replacement_character = 0xfffd;
@@ -13,6 +14,25 @@ constexpr bool is_surrogate(char32_t character) noexcept
 {
     return character >= 0xd800 && character <= 0xdfff;
 }
+
+constexpr bool is_high_surrogate(char32_t unit) noexcept
+{
+    return unit >= 0xd800 && unit <= 0xdbff;
+}
+
+constexpr bool is_low_surrogate(char32_t unit) noexcept
+{
+    return unit >= 0xdc00 && unit <= 0xdfff;
+}
+
+/// The character that a high and a low surrogate write together.
+constexpr char32_t joined(char32_t high, char32_t low) noexcept
+{
+    return 0x10000 + ((high - 0xd800) << 10U) + (low - 0xdc00);
+}
+
+/// What is no character, a surrogate among them, becomes the replacement character.
+void append_utf8(char32_t character, std::string& bytes);
 
 struct Utf8Step {
     char32_t character = replacement_character;

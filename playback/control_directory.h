@@ -15,7 +15,7 @@ using AnyControl = std::variant<Control*, Window*, OptionButton*, Timer*, TextBo
 Control& as_control(const AnyControl& control);
 
 /// All controls of the three windows by the names that a script uses: `Text1(1)`, `RichTextBox3`, `Form3.Text1(5)`. The
-/// main window's controls may be told with their window, too.
+/// main window's controls may be named with their window, too.
 class ControlDirectory {
 public:
     explicit ControlDirectory(Program& program);

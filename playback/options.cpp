@@ -10,10 +10,10 @@ namespace {
 
 using Values = std::span<const char* const>;
 
-fs::path folder(const std::string& told)
+fs::path folder(const std::string& given)
 {
-    if (told.empty()) throw OptionError("an empty folder name");
-    return fs::absolute(told).lexically_normal();
+    if (given.empty()) throw OptionError("an empty folder name");
+    return fs::absolute(given).lexically_normal();
 }
 
 void set_installation(Options& options, Values values)
@@ -25,11 +25,11 @@ void set_installation(Options& options, Values values)
 
 void set_drive(Options& options, Values values)
 {
-    const std::string_view told = values[0];
-    const auto letter = told.empty() ? char32_t{} : lower(static_cast<unsigned char>(told[0]));
-    if (told.size() < 3 || told[1] != '=' || letter < U'a' || letter > U'z')
-        throw OptionError("--drive takes LETTER=DIR, not " + std::string(told));
-    options.drives[static_cast<char>(letter)] = folder(std::string(told.substr(2)));
+    const std::string_view given = values[0];
+    const auto letter = given.empty() ? char32_t{} : lower(static_cast<unsigned char>(given[0]));
+    if (given.size() < 3 || given[1] != '=' || letter < U'a' || letter > U'z')
+        throw OptionError("--drive takes LETTER=DIR, not " + std::string(given));
+    options.drives[static_cast<char>(letter)] = folder(std::string(given.substr(2)));
 }
 
 void set_clock(Options& options, Values values)
@@ -39,10 +39,10 @@ void set_clock(Options& options, Values values)
     options.clock = *time;
 }
 
-double twips(const char* told)
+double twips(const char* given)
 {
-    const auto value = number(from_utf8(told));
-    if (!value || *value <= 0) throw OptionError("--screen takes two sizes above 0, not " + std::string(told));
+    const auto value = number(from_utf8(given));
+    if (!value || *value <= 0) throw OptionError("--screen takes two sizes above 0, not " + std::string(given));
     return *value;
 }
 
@@ -111,7 +111,7 @@ Options parse_options(Values arguments, const fs::path& program_folder)
     options.installation = program_folder;
     options.clock = local_time_now();
     while (!arguments.empty()) take(options, arguments);
-    if (options.script.empty() && !options.list_names) throw OptionError("no script is told");
+    if (options.script.empty() && !options.list_names) throw OptionError("no script is given");
     return options;
 }
 

@@ -29,7 +29,7 @@ struct Options {
     std::string script; ///< a file, or - for standard input
 };
 
-/// `arguments` go without the program's own name; `program_folder` is the installation folder where none is told.
+/// `arguments` go without the program's own name; `program_folder` is the installation folder where none is given.
 /// Throws OptionError.
 Options parse_options(std::span<const char* const> arguments, const std::filesystem::path& program_folder);
 

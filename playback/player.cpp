@@ -46,9 +46,9 @@ int play(const Options& options, std::istream& script, std::ostream& out, std::o
     bool held = true;
     std::string line;
     for (int number = 1; !session.program.ended && std::getline(script, line); ++number) {
-        std::string_view told = line;
-        if (number == 1 && told.starts_with(byte_order_mark)) told.remove_prefix(byte_order_mark.size());
-        const Outcome outcome = play_line(session, told, "line " + std::to_string(number), errors);
+        std::string_view text = line;
+        if (number == 1 && text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
+        const Outcome outcome = play_line(session, text, "line " + std::to_string(number), errors);
         if (outcome == Outcome::Failed) return 1;
         if (outcome == Outcome::Missed) held = false;
         if (!out) {

@@ -34,11 +34,11 @@ void PlayerPrinter::print(const fs::path& file, TextView name)
 
 fs::path PlayerPrinter::free_place(TextView name) const
 {
-    const fs::path told = *folder_ / fs::path(to_utf8(name));
-    fs::path place = told;
+    const fs::path wanted = *folder_ / fs::path(to_utf8(name));
+    fs::path place = wanted;
     for (int copy = 2; fs::exists(place); ++copy)
-        place =
-            *folder_ / fs::path(told.stem().string() + " (" + std::to_string(copy) + ")" + told.extension().string());
+        place = *folder_ /
+                fs::path(wanted.stem().string() + " (" + std::to_string(copy) + ")" + wanted.extension().string());
     return place;
 }
 

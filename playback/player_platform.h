@@ -19,7 +19,7 @@ private:
     SharedText text_;
 };
 
-/// A screen of a told size that nobody looks at. The context menu stays open until the script picks an entry.
+/// A screen of a given size that nobody looks at. The context menu stays open until the script picks an entry.
 class PlayerScreen final : public Screen {
 public:
     PlayerScreen(Transcript& transcript, double width, double height)

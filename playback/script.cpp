@@ -1,5 +1,7 @@
 #include "playback/script.h"
 
+#include "platform/utf8.h"
+
 #include <optional>
 #include <utility>
 
@@ -82,12 +84,12 @@ private:
     char32_t code_point()
     {
         const char32_t first = four_digits();
-        const bool pair = first >= 0xd800 && first < 0xdc00 && line_.substr(at_, 2) == TextView(U"\\u");
+        const bool pair = is_high_surrogate(first) && line_.substr(at_, 2) == TextView(U"\\u");
         if (!pair) return first;
         const std::size_t before = at_;
         at_ += 2;
         const char32_t second = four_digits();
-        if (second >= 0xdc00 && second < 0xe000) return 0x10000 + ((first - 0xd800) << 10) + (second - 0xdc00);
+        if (is_low_surrogate(second)) return joined(first, second);
         at_ = before;
         return first;
     }

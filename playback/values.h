@@ -26,7 +26,7 @@ std::string json_string(TextView text);
 /// The value as the transcript shows it: a text as JSON string, a number as plain decimal, True, False, Nothing,
 /// Object.
 std::string printed(const Value& value);
-/// Whether a script that told `expected` means this value: texts as texts, others as printed.
+/// Whether a script that expects `expected` means this value: texts as texts, others as printed.
 bool matches(const Value& value, TextView expected);
 
 // What a member of the model shows as.

@@ -13,8 +13,8 @@ constexpr std::string_view pattern = "dddd-dd-dd dd:dd:dd";
 
 bool has_form(std::string_view text)
 {
-    return std::ranges::equal(text, pattern, [](char character, char told) {
-        return told == 'd' ? character >= '0' && character <= '9' : character == told;
+    return std::ranges::equal(text, pattern, [](char character, char wanted) {
+        return wanted == 'd' ? character >= '0' && character <= '9' : character == wanted;
     });
 }
 

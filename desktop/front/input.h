@@ -19,7 +19,7 @@ Text typed_characters(const QKeyEvent& event);
 /// which puts it into the control's text.
 void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach);
 
-/// The buttons that the system knows.
+/// The buttons that the program knows.
 inline std::optional<MouseButton> mouse_button(Qt::MouseButton button)
 {
     switch (button) {

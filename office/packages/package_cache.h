@@ -1,9 +1,8 @@
 #pragma once
 
 #include "office/packages/package.h"
-#include "platform/files.h"
+#include "platform/file_cache.h"
 
-#include <list>
 #include <memory>
 
 namespace tarvik::ooxml {
@@ -17,14 +16,8 @@ public:
     std::shared_ptr<const Package> open(TextView path);
 
 private:
-    struct Known {
-        std::filesystem::path file;
-        FileStamp stamp;
-        std::shared_ptr<const Package> package;
-    };
-
     Files& files_;
-    std::list<Known> known_; // the one used last in front
+    FileCache<std::shared_ptr<const Package>> packages_;
 };
 
 } // namespace tarvik::ooxml

@@ -1,5 +1,7 @@
 #include "office/spreadsheets/cell_text.h"
 
+#include "platform/utf8.h"
+
 #include <charconv>
 #include <optional>
 
@@ -30,11 +32,6 @@ bool is_escape_at(std::string_view text, std::size_t at) noexcept
     return is_escape_begun_at(text, at) && text[at + 6] == '_';
 }
 
-constexpr bool is_surrogate(char32_t c) noexcept
-{
-    return c >= 0xD800 && c <= 0xDFFF;
-}
-
 // What no XML text can hold.
 constexpr bool is_forbidden(char32_t c) noexcept
 {
@@ -58,23 +55,6 @@ void append_escape(char32_t c, std::string& raw)
     raw += '_';
 }
 
-void append_utf8(char32_t c, std::string& raw)
-{
-    const auto tail = [&](unsigned shift) { raw += static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
-    if (c < 0x80) {
-        raw += static_cast<char>(c);
-    } else if (c < 0x800) {
-        raw += static_cast<char>(0xC0U | (c >> 6U));
-        tail(0);
-    } else if (c < 0x10000) {
-        raw += static_cast<char>(0xE0U | (c >> 12U));
-        tail(6), tail(0);
-    } else {
-        raw += static_cast<char>(0xF0U | (c >> 18U));
-        tail(12), tail(6), tail(0);
-    }
-}
-
 void append_character(char32_t c, std::string& raw)
 {
     if (is_forbidden(c)) return append_escape(c, raw);
@@ -82,7 +62,7 @@ void append_character(char32_t c, std::string& raw)
     case U'&': raw += "&amp;"; break;
     case U'<': raw += "&lt;"; break;
     case U'>': raw += "&gt;"; break;
-    default: append_utf8(is_surrogate(c) || c > 0x10FFFF ? U'\uFFFD' : c, raw);
+    default: append_utf8(c, raw);
     }
 }
 
@@ -96,13 +76,13 @@ char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
 // Joins surrogates that were written as two escapes; a lone one becomes U+FFFD. `high` is the first of two, else 0.
 void append_unit(char32_t unit, Text& text, char32_t& high)
 {
-    if (high != 0 && unit >= 0xDC00 && unit <= 0xDFFF) {
-        text.back() = 0x10000 + ((high - 0xD800) << 10U) + (unit - 0xDC00);
+    if (high != 0 && is_low_surrogate(unit)) {
+        text.back() = joined(high, unit);
         high = 0;
         return;
     }
-    high = unit >= 0xD800 && unit < 0xDC00 ? unit : 0;
-    text += is_surrogate(unit) ? U'\uFFFD' : unit;
+    high = is_high_surrogate(unit) ? unit : 0;
+    text += is_surrogate(unit) ? replacement_character : unit;
 }
 
 bool is_space(char c) noexcept
@@ -121,7 +101,7 @@ std::string encode_cell_text(TextView text)
         for (std::size_t i = 0; i < characters.size(); ++i) {
             const auto c = static_cast<char32_t>(characters[i]);
             if (c == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n') continue;
-            units += c > 0xFFFF && c <= 0x10FFFF ? 2 : 1;
+            units += c > 0xFFFF && c <= last_character ? 2 : 1;
             if (units > longest_cell_text) break;
             if (c == U'_' && would_read_as_escape(characters, i)) {
                 append_escape(c, raw);

@@ -217,9 +217,9 @@ public:
         box = number_text(compcount);
     }
 
-    void query_field(const Text& told, std::size_t c, std::size_t from, std::size_t to)
+    void query_field(const Text& given, std::size_t c, std::size_t from, std::size_t to)
     {
-        const Text needle = lower(ltrim(told));
+        const Text needle = lower(ltrim(given));
         Text file;
         std::size_t count = 0;
         for (std::size_t r = 0; r <= curcount; ++r) {

@@ -63,8 +63,8 @@ TEST(DateText, is_normalised_and_read)
         {U"abcdefgh", U"abcd-ef-gh", U"abcd-ef-gh"},
         {U"20-1-5", U"20-1-5", U"error"},
         {U"", U"", U"error"}};
-    for (const auto& [told, rewritten, date] : normalised) {
-        Text text = told;
+    for (const auto& [written, rewritten, date] : normalised) {
+        Text text = written;
         EXPECT_EQ(dsx(text), Text(date));
         EXPECT_EQ(text, Text(rewritten));
     }

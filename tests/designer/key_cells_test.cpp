@@ -105,7 +105,7 @@ TEST_F(KeyCellsRun, a_file_that_fails_is_told_and_its_matches_do_not_count)
     EXPECT_GT(office.fail_at, 15);
 }
 
-// What the pass does, by plain loops.
+// The same pass, cell by cell.
 struct Plain {
     test::Cells cells;
     int matches = 0;

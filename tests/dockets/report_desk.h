@@ -20,7 +20,7 @@ using Report = std::vector<Record>;
 /// A record with the fields "F1", "F2", ...
 Record numbered_record(std::size_t fields);
 
-/// The table of a report run in plain loops.
+/// The table of a report run, worked out row by row.
 class PlainTable {
 public:
     /// The lines that hold the key, lowered; of equal ones the last stays. They become the rows of the next split().

@@ -6,7 +6,7 @@
 
 namespace tarvik::test {
 
-/// Files over other files that fail when they are told to: every operation that reads or changes something counts, and
+/// Files over other files that fail when they are asked to: every operation that reads or changes something counts, and
 /// the one with the number that was set throws Failure in the words of a full disk. So each place where work can break
 /// off is reached by setting 1, 2, 3 ... until the work gets through.
 class FaultyFiles final : public Files {
