@@ -30,6 +30,39 @@ function(tarvik_module name)
   target_link_libraries(${name} PUBLIC tarvik_options ${MODULE_NEEDS})
 endfunction()
 
+# Which side of a seam is built: a folder with files of one system has a room for each.
+if(WIN32)
+  set(TARVIK_SYSTEM windows)
+else()
+  set(TARVIK_SYSTEM posix)
+endif()
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT TARVIK_SANITIZE)
+  set(TARVIK_BLOCKS huge_pages)
+else()
+  set(TARVIK_BLOCKS plain)
+endif()
+
+# Windows has no conversion of GB18030 that can be relied on: a copy of the building system's becomes a part of the
+# program.
+function(tarvik_character_tables)
+  if(NOT WIN32)
+    return()
+  endif()
+  find_program(HOST_COMPILER c++ REQUIRED)
+  set(writer ${CMAKE_BINARY_DIR}/character_tables/writer)
+  set(sources ${PROJECT_SOURCE_DIR}/platform/character_tables/main.cpp
+              ${PROJECT_SOURCE_DIR}/platform/posix/system_characters.cpp)
+  set(tables ${CMAKE_BINARY_DIR}/character_tables/tables.cpp)
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/character_tables)
+  add_custom_command(
+    OUTPUT ${tables}
+    COMMAND ${HOST_COMPILER} -std=c++20 -I${PROJECT_SOURCE_DIR} -o ${writer} ${sources}
+    COMMAND ${writer} ${tables}
+    DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/platform/system_characters.h
+    VERBATIM)
+  target_sources(platform PRIVATE ${tables})
+endfunction()
+
 # The rule table of the repair department becomes a part of the program, by a small program that checks it first.
 function(tarvik_rule_tables)
   set(rules ${PROJECT_SOURCE_DIR}/repair_rules/rules.txt)

@@ -1,18 +1,10 @@
 #include "desktop/desktop.h"
 #include "desktop/look/window_icon.h"
+#include "platform/system_paths.h"
 
 #include <QApplication>
 
 #include <iostream>
-
-namespace {
-
-std::filesystem::path program_folder()
-{
-    return std::filesystem::path(QCoreApplication::applicationDirPath().toStdString());
-}
-
-} // namespace
 
 int main(int count, char** words)
 {
@@ -22,7 +14,7 @@ int main(int count, char** words)
     QGuiApplication::setWindowIcon(tarvik::window_icon());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     try {
-        tarvik::Desktop desktop(program_folder(), {});
+        tarvik::Desktop desktop(tarvik::program_file().parent_path(), {});
         desktop.start();
         return QApplication::exec();
     } catch (const std::exception& error) {

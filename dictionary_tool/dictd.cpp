@@ -1,5 +1,7 @@
 #include "dictionary_tool/dictionary_source.h"
 
+#include "platform/path_text.h"
+
 #include <optional>
 
 namespace tarvik {
@@ -40,7 +42,7 @@ SourceSummary read_dictd(const std::filesystem::path& index, const EntrySink& si
 {
     const std::string lines = read_unpacked(index, {""});
     const std::string text = read_unpacked(std::filesystem::path(index).replace_extension(), {".dict.dz", ".dict"});
-    SourceSummary summary{from_utf8(index.stem().string())};
+    SourceSummary summary{text_of(index.stem())};
     for (std::string_view rest = lines; !rest.empty();) {
         std::string_view line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));

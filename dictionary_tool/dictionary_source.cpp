@@ -1,10 +1,11 @@
 #include "dictionary_tool/dictionary_source.h"
 
+#include "dictionary_tool/open_gzip.h"
 #include "platform/failure.h"
+#include "platform/path_text.h"
 
 #include <array>
 #include <memory>
-#include <zlib.h>
 
 namespace tarvik {
 
@@ -12,30 +13,25 @@ namespace fs = std::filesystem;
 
 namespace {
 
-Text name_of(const fs::path& path)
-{
-    return from_utf8(path.string());
-}
-
 /// No dictionary for reading comes near it; what unpacks to more is damaged or made to do harm.
 constexpr std::size_t most_bytes = std::size_t{256} << 20;
 
 // A file that is not packed comes through as it is.
 std::string read_gzip(const fs::path& path)
 {
-    const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(gzopen(path.c_str(), "rb"), gzclose);
-    if (!file) throw Failure(U"无法读取文件：" + TextView(name_of(path)));
+    const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(open_gzip(path), gzclose);
+    if (!file) throw Failure(U"无法读取文件：" + TextView(text_of(path)));
     std::string bytes;
     std::array<char, 1 << 16> block{};
     int count = 0;
     while ((count = gzread(file.get(), block.data(), block.size())) > 0) {
         if (bytes.size() + static_cast<std::size_t>(count) > most_bytes)
-            throw Failure(U"文件解压后超过 256 MB，不予转换：" + TextView(name_of(path)));
+            throw Failure(U"文件解压后超过 256 MB，不予转换：" + TextView(text_of(path)));
         bytes.append(block.data(), static_cast<std::size_t>(count));
     }
     int error = Z_OK;
     gzerror(file.get(), &error);
-    if (count < 0 || error == Z_BUF_ERROR) throw Failure(U"文件已损坏：" + TextView(name_of(path)));
+    if (count < 0 || error == Z_BUF_ERROR) throw Failure(U"文件已损坏：" + TextView(text_of(path)));
     return bytes;
 }
 
@@ -49,14 +45,14 @@ std::string read_unpacked(const fs::path& base, std::initializer_list<const char
         std::error_code error;
         if (fs::is_regular_file(path, error)) return read_gzip(path);
     }
-    throw Failure(U"找不到文件：" + TextView(name_of(base)) + from_utf8(*extensions.begin()));
+    throw Failure(U"找不到文件：" + text_of(base) + from_utf8(*extensions.begin()));
 }
 
 SourceSummary read_dictionary_source(const fs::path& file, const EntrySink& sink)
 {
     if (file.extension() == ".ifo") return read_stardict(file, sink);
     if (file.extension() == ".index") return read_dictd(file, sink);
-    throw Failure(U"不认识的词典格式，应为 .ifo 或 .index 文件：" + TextView(name_of(file)));
+    throw Failure(U"不认识的词典格式，应为 .ifo 或 .index 文件：" + TextView(text_of(file)));
 }
 
 } // namespace tarvik

@@ -1,6 +1,8 @@
 #include "dictionary_tool/dictionary_files.h"
 #include "platform/disk_files.h"
 #include "platform/failure.h"
+#include "platform/path_text.h"
+#include "platform/program_start.h"
 
 #include <iostream>
 #include <span>
@@ -21,13 +23,13 @@ struct Request {
     std::filesystem::path source, target;
 };
 
-bool parse(std::span<const char* const> words, Request& request)
+bool parse(std::span<const std::string> words, Request& request)
 {
-    for (const std::string_view word : words) {
+    for (const std::string& word : words) {
         if (word == "--chinese") request.use = DictionaryUse::Chinese;
         else if (word == "--replace") request.replace = true;
         else if (word.starts_with("--") || !request.target.empty()) return false;
-        else (request.source.empty() ? request.source : request.target) = word;
+        else (request.source.empty() ? request.source : request.target) = path_of_utf8(word);
     }
     return !request.target.empty();
 }
@@ -42,7 +44,7 @@ void refuse_to_replace(const Files& files, const std::map<Text, std::string>& wr
 void convert(const Request& request)
 {
     std::filesystem::create_directories(request.target);
-    DictionaryFiles dictionary(request.use, from_utf8(request.source.stem().string()));
+    DictionaryFiles dictionary(request.use, text_of(request.source.stem()));
     std::size_t entries = 0, left_out = 0;
     const SourceSummary summary = read_dictionary_source(
         request.source, [&](const SourceEntry& entry) { dictionary.add(entry) ? ++entries : ++left_out; });
@@ -64,8 +66,7 @@ void convert(const Request& request)
 int main(int count, char** words)
 {
     Request request;
-    const std::span<const char* const> arguments(words, static_cast<std::size_t>(count));
-    if (!parse(arguments.subspan(1), request)) {
+    if (!parse(start_program(count, words), request)) {
         std::cerr << usage;
         return 2;
     }

@@ -1,6 +1,7 @@
 #include "dictionary_tool/dictionary_source.h"
 #include "dictionary_tool/markup.h"
 #include "platform/failure.h"
+#include "platform/path_text.h"
 
 #include <map>
 #include <optional>
@@ -123,7 +124,7 @@ SourceSummary read_stardict(const fs::path& ifo, const EntrySink& sink)
     for (std::string_view rest = index; !rest.empty();) {
         heads.push_back(from_utf8(cut_to_zero(rest)));
         const auto begin = cut_number(rest, offset_width), size = cut_number(rest, 4);
-        if (!begin || !size) throw Failure(U"词典的索引已损坏：" + TextView(from_utf8(ifo.string())));
+        if (!begin || !size) throw Failure(U"词典的索引已损坏：" + TextView(text_of(ifo)));
         if (*begin <= text.size() && *size <= text.size() - *begin)
             sink({heads.back(), body_of(std::string_view(text).substr(*begin, *size), types)});
         else ++summary.damaged;

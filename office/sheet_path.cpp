@@ -1,6 +1,7 @@
 #include "office/sheet_path.h"
 
 #include "platform/file_name.h"
+#include "platform/own_names.h"
 
 namespace tarvik {
 
@@ -68,7 +69,7 @@ Text sheet_path(Program& program, const SheetName& name)
     for (const Text& part : name.parts) tail += U"-" + part;
     tail += name.ending;
     const Text folder = sheet_folder(program, folder_text);
-    const Text fitting = fitted(safe_name_part(folder_text), safe_name_part(tail), name.extension);
+    const Text fitting = usable_name(fitted(safe_name_part(folder_text), safe_name_part(tail), name.extension));
     return claimed(program, folder, fitting, folder_text + U"\\" + folder_text + tail + name.extension);
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
 #include "platform/files.h"
+#include "platform/system_file.h"
 
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <string_view>
 
-/// Work on one file of the disk by the system's own calls. A failed call throws std::system_error with the system's
-/// number; who knows the path as the user does makes a Failure of it.
+/// Work on one file of the disk. A failed call throws std::system_error with a number of <cerrno>; who knows the path
+/// as the user does makes a Failure of it.
 namespace tarvik {
 
 FileStamp stamp_of(const std::filesystem::path& path);
@@ -63,7 +64,7 @@ private:
 
     Text told_;
     std::string waiting_;
-    int descriptor_;
+    SystemFile file_;
     int error_ = 0;
 };
 

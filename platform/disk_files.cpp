@@ -3,14 +3,13 @@
 #include "platform/disk_file.h"
 #include "platform/file_failure.h"
 #include "platform/path_lookup.h"
+#include "platform/path_text.h"
+#include "platform/system_paths.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <cstdlib>
-#include <pwd.h>
 #include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace tarvik {
@@ -26,13 +25,8 @@ auto told(TextView action, TextView path, const Work& work)
     try {
         return work();
     } catch (const std::system_error& error) { // the file system's own error is one
-        throw file_failure(action, path, error.code().value());
+        throw file_failure(action, path, error.code().default_error_condition().value());
     }
-}
-
-constexpr bool is_separator(char32_t character) noexcept
-{
-    return character == U'\\' || character == U'/';
 }
 
 char drive_letter(TextView path) noexcept
@@ -42,16 +36,9 @@ char drive_letter(TextView path) noexcept
     return letter >= U'a' && letter <= U'z' ? static_cast<char>(letter) : '\0';
 }
 
-fs::path home_folder()
-{
-    if (const char* home = std::getenv("HOME"); home && *home) return home;
-    const passwd* user = ::getpwuid(::getuid());
-    return user ? user->pw_dir : "/";
-}
-
 fs::path without_closing_separator(const fs::path& path)
 {
-    const fs::path normal = fs::absolute(path).lexically_normal();
+    const fs::path normal = full_path(path);
     return normal.has_filename() || !normal.has_relative_path() ? normal : normal.parent_path();
 }
 
@@ -103,13 +90,10 @@ fs::path DiskFiles::resolve(TextView path) const
     if (path.find(U'\0') != npos) throw file_failure(U"使用", path, EINVAL);
     if (const char letter = drive_letter(path); letter != '\0') {
         const auto drive = drives_.find(letter);
-        return look_up(drive != drives_.end() ? drive->second : home_folder(), path.substr(2));
+        return look_up(drive != drives_.end() ? drive->second : drive_folder(letter), path.substr(2));
     }
     if (path.empty() || !is_separator(path[0])) return look_up(installation_, path);
-    // The system's own names may hold what else would be a separator.
-    const fs::path own(to_utf8(path));
-    std::error_code error;
-    return own.is_absolute() && fs::exists(own, error) ? own : look_up("/", path);
+    return rooted_path(path);
 }
 
 bool DiskFiles::file_exists(TextView path) const
@@ -163,7 +147,7 @@ void DiskFiles::append(TextView path, std::string_view bytes)
 
 void DiskFiles::create_folder(TextView path)
 {
-    told(U"建立文件夹", path, [&] { fs::create_directory(resolve(path)); });
+    told(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
 }
 
 void DiskFiles::move_file(TextView from, TextView to)
@@ -181,7 +165,7 @@ std::vector<Text> DiskFiles::file_names(TextView folder) const
     told(U"列出文件夹", folder, [&] {
         for (const auto& entry : fs::directory_iterator(resolve(folder))) {
             std::error_code error;
-            if (!entry.is_regular_file(error) || is_unfinished(entry.path().filename().native())) continue;
+            if (!entry.is_regular_file(error) || is_unfinished(utf8_of(entry.path().filename()))) continue;
             Text name = text_of(entry.path().filename());
             found.emplace_back(upper(name), std::move(name));
         }

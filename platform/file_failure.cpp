@@ -1,23 +1,19 @@
 #include "platform/file_failure.h"
 
+#include "platform/own_reasons.h"
+
 #include <cerrno>
 
 namespace tarvik {
 
 namespace {
 
-struct Reason {
-    int error;
-    std::u32string_view words;
-};
-
-constexpr Reason reasons[] = {
+constexpr FileReason reasons[] = {
     {ENOENT, U"找不到这个文件或文件夹"},
     {EACCES, U"没有权限"},
     {EPERM, U"没有权限"},
     {EROFS, U"磁盘是只读的"},
     {ENOSPC, U"磁盘已满"},
-    {EDQUOT, U"磁盘配额已用完"},
     {EFBIG, U"文件太大"},
     {EISDIR, U"这是一个文件夹，不是文件"},
     {ENOTDIR, U"路径中有一段不是文件夹"},
@@ -26,7 +22,6 @@ constexpr Reason reasons[] = {
     {ENAMETOOLONG, U"名称太长"},
     {ELOOP, U"链接绕成了圈"},
     {EBUSY, U"文件正被别的程序使用"},
-    {ETXTBSY, U"文件正被别的程序使用"},
     {EMFILE, U"打开的文件太多"},
     {ENFILE, U"打开的文件太多"},
     {ENOMEM, U"内存不足"},
@@ -40,8 +35,9 @@ constexpr Reason reasons[] = {
 Failure file_failure(TextView action, TextView path, int error)
 {
     Text told = U"无法" + action + U"“" + path + U"”：";
-    for (const Reason& reason : reasons)
-        if (reason.error == error) return Failure(told + reason.words + U"。");
+    for (const auto& rows : {std::span<const FileReason>(reasons), own_reasons()})
+        for (const FileReason& reason : rows)
+            if (reason.error == error) return Failure(told + reason.words + U"。");
     return Failure(told + U"系统错误 " + number_text(error) + U"。");
 }
 

@@ -1,5 +1,7 @@
 #include "platform/file_name.h"
 
+#include "platform/own_names.h"
+
 namespace tarvik {
 
 namespace {
@@ -55,7 +57,7 @@ Text safe_file_name(TextView name)
 {
     const Text safe = safe_name_part(name);
     if (safe.empty() || safe == U"." || safe == U"..") return U"_";
-    return utf8_size(safe) > longest_name ? shortened(safe) : safe;
+    return usable_name(utf8_size(safe) > longest_name ? shortened(safe) : safe);
 }
 
 } // namespace tarvik

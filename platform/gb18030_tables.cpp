@@ -1,12 +1,9 @@
 #include "platform/gb18030_tables.h"
 
 #include "platform/failure.h"
+#include "platform/system_characters.h"
 
-#include <array>
-#include <bit>
-#include <iconv.h>
-#include <optional>
-#include <span>
+#include <utility>
 
 namespace tarvik {
 
@@ -14,52 +11,14 @@ namespace {
 
 constexpr std::size_t basic_plane = 0x10000;
 constexpr unsigned first_two_byte_code = 0x8000;
-constexpr std::size_t four_byte_places = 39420; // up to 84 31 A4 39
-
-/// What the system makes of single codes of one character set.
-class SystemCharacters {
-public:
-    explicit SystemCharacters(const char* set)
-        : converter_(iconv_open(std::endian::native == std::endian::little ? "UTF-32LE" : "UTF-32BE", set))
-    {
-    }
-    ~SystemCharacters()
-    {
-        if (available()) iconv_close(converter_);
-    }
-    SystemCharacters(const SystemCharacters&) = delete;
-    SystemCharacters& operator=(const SystemCharacters&) = delete;
-
-    bool available() const noexcept
-    {
-        return converter_ != reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
-    }
-
-    std::optional<char32_t> character(std::span<std::uint8_t> code)
-    {
-        std::array<char32_t, 4> result{};
-        char* in = reinterpret_cast<char*>(code.data());
-        char* out = reinterpret_cast<char*>(result.data());
-        std::size_t in_left = code.size(), out_left = sizeof(result);
-        const bool converted = iconv(converter_, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1);
-        if (!converted) iconv(converter_, nullptr, nullptr, nullptr, nullptr);
-        if (!converted || in_left != 0 || out_left != sizeof(result) - sizeof(char32_t)) return std::nullopt;
-        return result[0];
-    }
-
-private:
-    iconv_t converter_;
-};
 
 template <typename Work>
-void for_two_byte_codes(SystemCharacters& system, const Work& work)
+void for_two_byte_codes(CharacterSet set, const Work& work)
 {
-    if (!system.available()) return;
-    for (unsigned lead = 0x81; lead <= 0xfe; ++lead)
-        for (unsigned second = 0x40; second <= 0xfe; ++second) {
-            std::array<std::uint8_t, 2> bytes{static_cast<std::uint8_t>(lead), static_cast<std::uint8_t>(second)};
-            if (const auto character = system.character(bytes)) work(*character, lead * 256 + second);
-        }
+    const std::vector<char32_t> characters = two_byte_characters(set);
+    for (std::size_t place = 0; place < characters.size(); ++place) {
+        if (characters[place] != 0) work(characters[place], code_of_place(place));
+    }
 }
 
 // The editions of GB18030 disagree about 24 characters, which had places of the private area before Unicode took them
@@ -89,10 +48,9 @@ TwoByteTable make_two_byte_table()
     TwoByteTable table;
     table.character.resize(first_two_byte_code);
     table.code.resize(basic_plane);
-    SystemCharacters system("GB18030");
-    table.available = system.available();
-    for_two_byte_codes(system, [&table](char32_t character, unsigned code) {
+    for_two_byte_codes(CharacterSet::Gb18030, [&table](char32_t character, unsigned code) {
         const auto given = static_cast<std::uint16_t>(code);
+        table.available = true;
         if (character < basic_plane) {
             table.character[code - first_two_byte_code] = static_cast<char16_t>(character);
             table.code[character] = given;
@@ -105,26 +63,17 @@ TwoByteTable make_two_byte_table()
     return table;
 }
 
-std::array<std::uint8_t, 4> four_bytes(std::size_t place)
-{
-    const auto byte = [](std::size_t value) { return static_cast<std::uint8_t>(value); };
-    return {byte(0x81 + place / 12600), byte(0x30 + place / 1260 % 10), byte(0x81 + place / 10 % 126),
-            byte(0x30 + place % 10)};
-}
-
 FourByteTable make_four_byte_table()
 {
     FourByteTable table;
-    table.character.resize(four_byte_places);
+    const std::vector<char32_t> characters = four_byte_characters();
+    table.character.resize(characters.size());
     table.place.resize(basic_plane, FourByteTable::no_place);
-    SystemCharacters system("GB18030");
-    if (!system.available()) return table;
-    for (std::size_t place = 0; place < four_byte_places; ++place) {
-        auto bytes = four_bytes(place);
-        const auto character = system.character(bytes);
-        if (!character || *character >= basic_plane) continue;
-        table.character[place] = static_cast<char16_t>(*character);
-        table.place[*character] = static_cast<std::uint16_t>(place);
+    for (std::size_t place = 0; place < characters.size(); ++place) {
+        const char32_t character = characters[place];
+        if (character == 0 || character >= basic_plane) continue;
+        table.character[place] = static_cast<char16_t>(character);
+        table.place[character] = static_cast<std::uint16_t>(place);
     }
     for (const OlderPlaces& row : older_places)
         for (unsigned c = row.first_character; c <= row.last_character; ++c) {
@@ -137,8 +86,7 @@ FourByteTable make_four_byte_table()
 std::vector<std::uint16_t> make_gbk_codes()
 {
     std::vector<std::uint16_t> codes(basic_plane);
-    SystemCharacters system("GBK");
-    for_two_byte_codes(system, [&codes](char32_t character, unsigned code) {
+    for_two_byte_codes(CharacterSet::Gbk, [&codes](char32_t character, unsigned code) {
         if (character < basic_plane) codes[character] = static_cast<std::uint16_t>(code);
     });
     return codes;

@@ -1,18 +1,12 @@
 #include "platform/system_clock.h"
 
-#include <ctime>
+#include "platform/local_time.h"
 
 namespace tarvik {
 
 CalendarTime SystemClock::now() const
 {
-    const std::time_t seconds = std::time(nullptr);
-    std::tm local{};
-#ifdef _WIN32
-    localtime_s(&local, &seconds);
-#else
-    localtime_r(&seconds, &local);
-#endif
+    const std::tm local = local_time(std::time(nullptr));
     return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
 }
 

@@ -38,7 +38,7 @@ public:
     constexpr bool has_storage() const noexcept { return data_ != nullptr; }
     constexpr const void* data() const noexcept { return data_; }
     /// Bytes that one character takes: 1, 2 or 4.
-    constexpr unsigned width() const noexcept { return width_; }
+    constexpr unsigned width() const noexcept { return static_cast<unsigned>(width_); }
 
     char32_t operator[](std::size_t index) const noexcept
     {
@@ -84,14 +84,14 @@ public:
     friend bool operator==(TextView a, TextView b) noexcept;
 
 private:
-    constexpr TextView(const void* data, std::size_t size, unsigned width) noexcept
+    constexpr TextView(const void* data, std::size_t size, std::size_t width) noexcept
         : data_(data), size_(size & 0x1fff'ffff'ffff'ffffU), width_(width & 7U)
     {
     }
 
     const void* data_ = nullptr;
-    std::size_t size_ : 61 = 0;
-    unsigned width_ : 3 = 4;
+    std::size_t size_ : 61 = 0; // fields of one type: there are systems where others do not share a word
+    std::size_t width_ : 3 = 4;
 };
 
 /// For unordered containers that are keyed by views.

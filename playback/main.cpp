@@ -1,7 +1,9 @@
 #include "platform/large_blocks/large_blocks.h"
+#include "platform/path_text.h"
+#include "platform/program_start.h"
+#include "platform/system_paths.h"
 #include "playback/player.h"
 
-#include <csignal>
 #include <fstream>
 #include <iostream>
 
@@ -11,16 +13,12 @@ constexpr const char* usage =
     "tarvik-play [--install DIR] [--drive L=DIR]... [--clock \"YYYY-MM-DD hh:mm:ss\"] [--screen W H]\n"
     "            [--print-to DIR] [--engine ooxml|libreoffice|auto] [--names] SCRIPT\n";
 
-std::filesystem::path program_folder()
-{
-    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
-}
-
 int play_script(const tarvik::Options& options)
 {
     if (options.script == "-") return tarvik::play(options, std::cin, std::cout, std::cerr);
-    std::ifstream script(options.script, std::ios::binary);
-    if (!script || std::filesystem::is_directory(options.script)) {
+    const std::filesystem::path file = tarvik::path_of_utf8(options.script);
+    std::ifstream script(file, std::ios::binary);
+    if (!script || std::filesystem::is_directory(file)) {
         std::cerr << "tarvik-play: the script " << options.script << " cannot be read\n";
         return 1;
     }
@@ -32,11 +30,9 @@ int play_script(const tarvik::Options& options)
 int main(int count, char** words)
 {
     tarvik::reuse_freed_memory();
-    // A closed pipe or a limit of size is a failed write, which the user hears of, and no sudden end.
-    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
+    const std::vector<std::string> told = tarvik::start_program(count, words);
     try {
-        const std::span<const char* const> arguments(words, static_cast<std::size_t>(count));
-        const tarvik::Options options = tarvik::parse_options(arguments.subspan(1), program_folder());
+        const tarvik::Options options = tarvik::parse_options(told, tarvik::program_file().parent_path());
         if (!options.list_names) return play_script(options);
         tarvik::list_names(options, std::cout);
         return 0;

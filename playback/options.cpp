@@ -1,5 +1,7 @@
 #include "playback/options.h"
 
+#include "platform/path_text.h"
+#include "platform/system_paths.h"
 #include "playback/virtual_clock.h"
 
 namespace tarvik {
@@ -8,19 +10,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Values = std::span<const char* const>;
+using Values = std::span<const std::string>;
 
 fs::path folder(const std::string& given)
 {
     if (given.empty()) throw OptionError("an empty folder name");
-    return fs::absolute(given).lexically_normal();
+    return full_path(path_of_utf8(given));
 }
 
 void set_installation(Options& options, Values values)
 {
     options.installation = folder(values[0]);
     if (!fs::is_directory(options.installation))
-        throw OptionError("there is no folder " + options.installation.string());
+        throw OptionError("there is no folder " + utf8_of(options.installation));
 }
 
 void set_drive(Options& options, Values values)
@@ -35,14 +37,14 @@ void set_drive(Options& options, Values values)
 void set_clock(Options& options, Values values)
 {
     const auto time = parse_time(values[0]);
-    if (!time) throw OptionError("--clock takes \"YYYY-MM-DD hh:mm:ss\", not " + std::string(values[0]));
+    if (!time) throw OptionError("--clock takes \"YYYY-MM-DD hh:mm:ss\", not " + values[0]);
     options.clock = *time;
 }
 
-double twips(const char* given)
+double twips(const std::string& given)
 {
     const auto value = number(from_utf8(given));
-    if (!value || *value <= 0) throw OptionError("--screen takes two sizes above 0, not " + std::string(given));
+    if (!value || *value <= 0) throw OptionError("--screen takes two sizes above 0, not " + given);
     return *value;
 }
 
@@ -60,7 +62,7 @@ void set_print_to(Options& options, Values values)
 void set_engine(Options& options, Values values)
 {
     const auto engine = engine_named(values[0]);
-    if (!engine) throw OptionError("there is no engine " + std::string(values[0]));
+    if (!engine) throw OptionError("there is no engine " + values[0]);
     options.engine = *engine;
 }
 
@@ -90,16 +92,16 @@ const OptionRow* find_row(std::string_view name)
 // Takes one option or the script off the front.
 void take(Options& options, Values& arguments)
 {
-    const std::string_view word = arguments.front();
+    const std::string& word = arguments.front();
     arguments = arguments.subspan(1);
     if (const OptionRow* row = find_row(word)) {
-        if (arguments.size() < row->values) throw OptionError(std::string(word) + " lacks its value");
+        if (arguments.size() < row->values) throw OptionError(word + " lacks its value");
         row->set(options, arguments.first(row->values));
         arguments = arguments.subspan(row->values);
         return;
     }
-    if (word.starts_with('-') && word != "-") throw OptionError("unknown option " + std::string(word));
-    if (!options.script.empty()) throw OptionError("more than one script: " + std::string(word));
+    if (word.starts_with('-') && word != "-") throw OptionError("unknown option " + word);
+    if (!options.script.empty()) throw OptionError("more than one script: " + word);
     options.script = word;
 }
 

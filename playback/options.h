@@ -31,6 +31,6 @@ struct Options {
 
 /// `arguments` go without the program's own name; `program_folder` is the installation folder where none is given.
 /// Throws OptionError.
-Options parse_options(std::span<const char* const> arguments, const std::filesystem::path& program_folder);
+Options parse_options(std::span<const std::string> arguments, const std::filesystem::path& program_folder);
 
 } // namespace tarvik

@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 #include "platform/file_name.h"
+#include "platform/path_text.h"
 #include "playback/values.h"
 
 #include <utility>
@@ -34,11 +35,11 @@ void PlayerPrinter::print(const fs::path& file, TextView name)
 
 fs::path PlayerPrinter::free_place(TextView name) const
 {
-    const fs::path wanted = *folder_ / fs::path(to_utf8(name));
+    const fs::path wanted = *folder_ / path_of(name);
     fs::path place = wanted;
     for (int copy = 2; fs::exists(place); ++copy)
-        place = *folder_ /
-                fs::path(wanted.stem().string() + " (" + std::to_string(copy) + ")" + wanted.extension().string());
+        place =
+            *folder_ / path_of(text_of(wanted.stem()) + U" (" + number_text(copy) + U")" + text_of(wanted.extension()));
     return place;
 }
 

@@ -1,7 +1,8 @@
 #include "playback/virtual_clock.h"
 
+#include "platform/local_time.h"
+
 #include <algorithm>
-#include <ctime>
 
 namespace tarvik {
 
@@ -53,9 +54,7 @@ std::optional<local_seconds> parse_time(std::string_view text)
 
 local_seconds local_time_now()
 {
-    const std::time_t now = std::time(nullptr);
-    std::tm local{};
-    localtime_r(&now, &local);
+    const std::tm local = local_time(std::time(nullptr));
     const year_month_day date(year(local.tm_year + 1900), month(static_cast<unsigned>(local.tm_mon + 1)),
                               day(static_cast<unsigned>(local.tm_mday)));
     return local_days(date) + hours(local.tm_hour) + minutes(local.tm_min) + seconds(local.tm_sec);

@@ -3,6 +3,7 @@
 #include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
 #include "platform/failure.h"
+#include "platform/path_text.h"
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -63,7 +64,7 @@ QStringList add_installation_font(const Files& files, TextView name)
     try {
         if (!files.file_exists(name)) return {};
         const auto path = files.resolve(name);
-        const int id = QFontDatabase::addApplicationFont(QString::fromStdString(path.string()));
+        const int id = QFontDatabase::addApplicationFont(QString::fromStdString(utf8_of(path)));
         return id < 0 ? QStringList{} : QFontDatabase::applicationFontFamilies(id);
     } catch (const Failure&) {
         return {};

@@ -2,6 +2,7 @@
 #include "office/libreoffice/exchange_folder.h"
 #include "office/packages/damage.h"
 #include "platform/disk_file.h"
+#include "platform/path_text.h"
 
 #include <QProcess>
 
@@ -42,7 +43,7 @@ void DesktopPrinter::print(const std::filesystem::path& file, TextView name)
     if (printer.empty()) throw print_failure(name, U"没有找到默认打印机。");
     try {
         const libreoffice::ExchangeFolder folder(office_.folder());
-        auto opened = office_.open(folder.put(file.filename().string(), read_file(file)));
+        auto opened = office_.open(folder.put(utf8_of(file.filename()), read_file(file)));
         if (!opened) throw print_failure(name, U"LibreOffice 不能打开它。");
         opened.call([&](libreoffice::OpenFile& held) { held.print(printer); });
     } catch (const ooxml::Damage& damage) {

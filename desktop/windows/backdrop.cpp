@@ -1,6 +1,7 @@
 #include "desktop/windows/backdrop.h"
 
 #include "platform/failure.h"
+#include "platform/path_text.h"
 
 #include <QImageReader>
 #include <QPainter>
@@ -15,7 +16,7 @@ QString picture_path(const Files* files)
     if (!files) return {};
     try {
         const std::u32string_view name = U"123.jpg";
-        return files->file_exists(name) ? QString::fromStdString(files->resolve(name).string()) : QString();
+        return files->file_exists(name) ? QString::fromStdString(utf8_of(files->resolve(name))) : QString();
     } catch (const Failure&) {
         return {};
     }

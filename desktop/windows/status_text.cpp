@@ -4,6 +4,7 @@
 #include "desktop/text_view/columns.h"
 #include "office/batch_runner.h"
 #include "platform/failure.h"
+#include "platform/path_text.h"
 
 #include <QFileInfo>
 #include <QLocale>
@@ -59,7 +60,7 @@ QString blocking_option(const Form1& form1)
 QString real_path(const Program& program, TextView path)
 {
     try {
-        return QString::fromStdString(program.platform.files.resolve(path).string());
+        return QString::fromStdString(utf8_of(program.platform.files.resolve(path)));
     } catch (const Failure&) {
         return {};
     }

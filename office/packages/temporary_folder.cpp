@@ -1,6 +1,7 @@
 #include "office/packages/temporary_folder.h"
 
 #include "platform/failure.h"
+#include "platform/path_text.h"
 
 #include <random>
 #include <string>
@@ -18,7 +19,7 @@ TemporaryFolder::TemporaryFolder()
         path_ = parent / ("tarvik-" + std::to_string(random()));
         if (std::filesystem::create_directory(path_, error)) return;
     }
-    throw Failure(U"无法建立临时文件夹“" + from_utf8(path_.string()) + U"”。");
+    throw Failure(U"无法建立临时文件夹“" + text_of(path_) + U"”。");
 }
 
 TemporaryFolder::~TemporaryFolder()
@@ -30,8 +31,8 @@ TemporaryFolder::~TemporaryFolder()
 void print_copy(Files& files, Printer& printer, TextView name, std::string_view bytes)
 {
     const TemporaryFolder folder;
-    const auto copy = folder.path() / to_utf8(name);
-    const auto file = files.open_for_output(from_utf8(copy.string()));
+    const auto copy = folder.path() / path_of(name);
+    const auto file = files.open_for_output(text_of(copy));
     file->write(bytes);
     file->close();
     printer.print(copy, name);

@@ -114,7 +114,7 @@ std::string deflated(std::string_view contents)
         throw std::bad_alloc();
     }
     const std::unique_ptr<z_stream, decltype(&deflateEnd)> ending(&stream, deflateEnd);
-    std::string target(deflateBound(&stream, contents.size()), '\0');
+    std::string target(deflateBound(&stream, static_cast<uLong>(contents.size())), '\0');
     // zlib reads through a pointer to non-const and writes nothing there.
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(contents.data()));
     stream.avail_in = static_cast<uInt>(contents.size());

@@ -99,12 +99,12 @@ TEST(Values, MatchTextsAsTextsAndOthersAsPrinted)
 
 namespace {
 
-Options parsed(std::vector<const char*> arguments)
+Options parsed(const std::vector<std::string>& arguments)
 {
     return parse_options(arguments, "/programs");
 }
 
-std::string refusal(const std::vector<const char*>& arguments)
+std::string refusal(const std::vector<std::string>& arguments)
 {
     try {
         parsed(arguments);
@@ -142,7 +142,7 @@ TEST(PlayerOptions, AreTakenInAnyOrder)
 
 TEST(PlayerOptions, AreRefusedWhenTheyCannotBeUsed)
 {
-    const std::pair<std::vector<const char*>, std::string_view> lines[] = {
+    const std::pair<std::vector<std::string>, std::string_view> lines[] = {
         {{}, "no script"},
         {{"a", "b"}, "more than one script: b"},
         {{"--speed", "a"}, "unknown option --speed"},

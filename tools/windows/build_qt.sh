@@ -11,7 +11,7 @@ sources=$PWD/build/windows/sources
 sh tools/windows/fetch_source.sh qt6-base "$sources"
 left_out="sql network dbus xml testlib concurrent printsupport vulkan icu zstd glib direct2d directwrite3 openssl
     sessionmanager systemtrayicon undocommand wizard mdiarea calendarwidget colordialog fontdialog errormessage
-    lcdnumber dial splashscreen syntaxhighlighter textodfwriter pdf gif"
+    lcdnumber dial splashscreen syntaxhighlighter textodfwriter pdf gif tabletevent"
 settings=
 host_info=$(echo /usr/lib/*/cmake/Qt6HostInfo)
 for feature in $left_out; do settings="$settings -DFEATURE_$feature=OFF"; done

@@ -1,6 +1,7 @@
 #!/bin/sh
-# Runs a Windows program by wine, in a world of its own under build/. Wine's services outlive the first program and would
-# hold the output open of whoever waits for its end, so they are started apart; `wine.sh --end` ends them.
+# Runs a Windows program by wine, in a world of its own under build/. Wine's services outlive the program that started
+# them and would hold the output open of whoever waits for its end, so what it says goes by way of files;
+# `wine.sh --end` ends the services.
 set -eu
 
 WINEPREFIX=${WINEPREFIX:-$(cd "$(dirname "$0")/../.." && pwd)/build/windows/wine}
@@ -20,5 +21,12 @@ if [ ! -e "$WINEPREFIX/made" ]; then
         touch "$WINEPREFIX/made"
     ) 9> "$WINEPREFIX.lock"
 fi
-"$server" -p600 > /dev/null 2>&1 < /dev/null || true
-exec "$wine" "$@"
+"$server" -p120 > /dev/null 2>&1 < /dev/null || true
+
+said=$(mktemp -d)
+trap 'rm -rf "$said"' EXIT
+status=0
+"$wine" "$@" > "$said/out" 2> "$said/err" || status=$?
+cat "$said/out"
+cat "$said/err" >&2
+exit "$status"

@@ -3,11 +3,8 @@
 #include <cstddef>
 #include <cstdlib>
 #include <limits>
-#include <new>
-
-#if defined(__linux__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-
 #include <malloc.h>
+#include <new>
 #include <sys/mman.h>
 
 /// The documents and tables of a large report take hundreds of megabytes, and a quarter of the time of opening and
@@ -56,9 +53,3 @@ void operator delete(void* block, std::size_t) noexcept
 {
     std::free(block);
 }
-
-#else
-
-void tarvik::reuse_freed_memory() {}
-
-#endif

@@ -1,5 +1,6 @@
 #include "platform/path_lookup.h"
 
+#include "platform/path_text.h"
 #include "platform/utf8.h"
 
 #include <optional>
@@ -43,37 +44,18 @@ std::optional<fs::path> without_case(const fs::path& folder, TextView name)
     return found;
 }
 
-/// The names between the separators, none of them empty.
-std::vector<Text> parts_of(TextView names)
-{
-    std::vector<Text> parts(1);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const char32_t character = names[i];
-        if (character != U'\\' && character != U'/') parts.back() += character;
-        else if (!parts.back().empty()) parts.emplace_back();
-    }
-    if (parts.back().empty()) parts.pop_back();
-    return parts;
-}
-
 } // namespace
-
-Text text_of(const fs::path& path)
-{
-    const auto utf8 = path.u8string();
-    return from_utf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
-}
 
 fs::path look_up(fs::path root, TextView names)
 {
-    const std::vector<Text> parts = parts_of(names);
+    const std::vector<Text> parts = names_of(names);
     fs::path as_written = root;
-    for (const Text& part : parts) as_written /= fs::path(to_utf8(part));
+    for (const Text& part : parts) as_written /= path_of(part);
     if (is_there(as_written)) return as_written;
 
     bool there = true; // whether the folder reached so far is on the disk
     for (const Text& part : parts) {
-        const fs::path name(to_utf8(part));
+        const fs::path name = path_of(part);
         if (there && !is_there(root / name)) {
             const auto found = without_case(root, part);
             there = found.has_value();

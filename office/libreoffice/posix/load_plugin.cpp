@@ -1,6 +1,8 @@
 #include "office/libreoffice/load_plugin.h"
 
 #include "office/packages/damage.h"
+#include "platform/path_text.h"
+#include "platform/system_paths.h"
 
 #include <dlfcn.h>
 
@@ -19,12 +21,12 @@ Plugin& load_plugin(const fs::path& file)
 {
     std::error_code error;
     if (!fs::exists(file, error))
-        throw ooxml::Damage(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(file.filename().string()) +
+        throw ooxml::Damage(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(utf8_of(file.filename())) +
                             U"；请安装 libreoffice-dev 后重新编译程序。");
     void* const library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) throw ooxml::Damage(U"没有找到 LibreOffice；" + Text(packages));
     const auto make = reinterpret_cast<PluginFunction*>(::dlsym(library, plugin_function));
-    if (!make) throw ooxml::Damage(U"插件 " + from_utf8(file.filename().string()) + U" 与程序不相配。");
+    if (!make) throw ooxml::Damage(U"插件 " + from_utf8(utf8_of(file.filename())) + U" 与程序不相配。");
     Plugin& plugin = *make();
     if (!fs::exists(plugin.program_folder() / "soffice.bin", error))
         throw ooxml::Damage(U"没有找到 LibreOffice；" + Text(packages));
@@ -33,8 +35,7 @@ Plugin& load_plugin(const fs::path& file)
 
 fs::path usual_plugin_file()
 {
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).parent_path() / plugin_file;
+    return program_file().parent_path() / plugin_file;
 }
 
 } // namespace tarvik::libreoffice

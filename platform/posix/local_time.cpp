@@ -1,0 +1,12 @@
+#include "platform/local_time.h"
+
+namespace tarvik {
+
+std::tm local_time(std::time_t time)
+{
+    std::tm local{};
+    localtime_r(&time, &local);
+    return local;
+}
+
+} // namespace tarvik

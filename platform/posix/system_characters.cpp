@@ -1,0 +1,84 @@
+#include "platform/system_characters.h"
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <iconv.h>
+#include <span>
+
+namespace tarvik {
+
+namespace {
+
+/// What the system makes of single codes of one character set.
+class SystemCharacters {
+public:
+    explicit SystemCharacters(CharacterSet set)
+        : converter_(iconv_open(std::endian::native == std::endian::little ? "UTF-32LE" : "UTF-32BE",
+                                set == CharacterSet::Gbk ? "GBK" : "GB18030"))
+    {
+    }
+    ~SystemCharacters()
+    {
+        if (available()) iconv_close(converter_);
+    }
+    SystemCharacters(const SystemCharacters&) = delete;
+    SystemCharacters& operator=(const SystemCharacters&) = delete;
+
+    bool available() const noexcept
+    {
+        return converter_ != reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+    }
+
+    /// 0 for none.
+    char32_t character(std::span<std::uint8_t> code)
+    {
+        std::array<char32_t, 4> result{};
+        char* in = reinterpret_cast<char*>(code.data());
+        char* out = reinterpret_cast<char*>(result.data());
+        std::size_t in_left = code.size(), out_left = sizeof(result);
+        const bool converted = iconv(converter_, &in, &in_left, &out, &out_left) != static_cast<std::size_t>(-1);
+        if (!converted) iconv(converter_, nullptr, nullptr, nullptr, nullptr);
+        const bool is_one = converted && in_left == 0 && out_left == sizeof(result) - sizeof(char32_t);
+        return is_one ? result[0] : U'\0';
+    }
+
+private:
+    iconv_t converter_;
+};
+
+std::array<std::uint8_t, 4> four_bytes(std::size_t place)
+{
+    const auto byte = [](std::size_t value) { return static_cast<std::uint8_t>(value); };
+    return {byte(0x81 + place / 12600), byte(0x30 + place / 1260 % 10), byte(0x81 + place / 10 % 126),
+            byte(0x30 + place % 10)};
+}
+
+} // namespace
+
+std::vector<char32_t> two_byte_characters(CharacterSet set)
+{
+    SystemCharacters system(set);
+    if (!system.available()) return {};
+    std::vector<char32_t> characters;
+    for (unsigned lead = first_lead; lead <= last_lead; ++lead) {
+        for (unsigned second = first_second; second <= last_second; ++second) {
+            std::array<std::uint8_t, 2> bytes{static_cast<std::uint8_t>(lead), static_cast<std::uint8_t>(second)};
+            characters.push_back(system.character(bytes));
+        }
+    }
+    return characters;
+}
+
+std::vector<char32_t> four_byte_characters()
+{
+    std::vector<char32_t> characters(four_byte_places);
+    SystemCharacters system(CharacterSet::Gb18030);
+    for (std::size_t place = 0; system.available() && place < four_byte_places; ++place) {
+        auto bytes = four_bytes(place);
+        characters[place] = system.character(bytes);
+    }
+    return characters;
+}
+
+} // namespace tarvik

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+/// What the codes of the Chinese character sets stand for: the system's own conversion, or where it has none a copy of
+/// it that was made when the program was built.
+namespace tarvik {
+
+enum class CharacterSet { Gb18030, Gbk };
+
+inline constexpr unsigned first_lead = 0x81, last_lead = 0xfe, first_second = 0x40, last_second = 0xfe;
+inline constexpr std::size_t four_byte_places = 39420; ///< from 81 30 81 30 up to 84 31 A4 39
+
+/// Lead byte * 256 + second byte of the code at a place of two_byte_characters().
+constexpr unsigned code_of_place(std::size_t place) noexcept
+{
+    constexpr unsigned width = last_second - first_second + 1;
+    const auto number = static_cast<unsigned>(place);
+    return (first_lead + number / width) * 256 + first_second + number % width;
+}
+
+/// By code in ascending order, 0 for none; empty when the system does not know the set.
+std::vector<char32_t> two_byte_characters(CharacterSet set);
+/// Of GB18030, always four_byte_places of them; 0 for none.
+std::vector<char32_t> four_byte_characters();
+
+} // namespace tarvik

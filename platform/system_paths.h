@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/text.h"
+
+#include <filesystem>
+
+/// Where things lie on this system.
+namespace tarvik {
+
+/// What the root of a drive letter is where nobody tells another folder: the drive, or the user's home folder on a
+/// system that has none.
+std::filesystem::path drive_folder(char letter);
+/// The system's path of one that begins with a separator.
+std::filesystem::path rooted_path(TextView path);
+/// Absolute, without "." and "..".
+std::filesystem::path full_path(const std::filesystem::path& path);
+/// The file of the program that runs; empty where the system does not tell.
+std::filesystem::path program_file();
+
+} // namespace tarvik

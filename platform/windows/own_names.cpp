@@ -1,0 +1,43 @@
+#include "platform/own_names.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view devices[] = {U"con",  U"prn",  U"aux",  U"nul",  U"com1", U"com2", U"com3", U"com4",
+                                           U"com5", U"com6", U"com7", U"com8", U"com9", U"lpt1", U"lpt2", U"lpt3",
+                                           U"lpt4", U"lpt5", U"lpt6", U"lpt7", U"lpt8", U"lpt9"};
+
+/// Whatever its extension.
+bool is_device(TextView name)
+{
+    Text stem = lower(name.substr(0, name.find(U'.')));
+    while (!stem.empty() && stem.back() == U' ') stem.pop_back();
+    return std::ranges::find(devices, stem) != std::end(devices);
+}
+
+/// The system drops a point or a blank there and opens another file.
+bool has_lost_end(TextView name)
+{
+    if (name.empty() || name == U"." || name == U"..") return false;
+    const char32_t last = name[name.size() - 1];
+    return last == U'.' || last == U' ';
+}
+
+} // namespace
+
+bool is_usable_name(TextView name)
+{
+    return !is_device(name) && !has_lost_end(name);
+}
+
+Text usable_name(Text name)
+{
+    if (has_lost_end(name)) name.back() = U'_';
+    return is_device(name) ? U"_" + name : name;
+}
+
+} // namespace tarvik

@@ -1,0 +1,56 @@
+#include "platform/path_text.h"
+
+#include "platform/utf8.h"
+
+namespace tarvik {
+
+// A name may hold lone surrogates: they show as U+FFFD.
+Text text_of(const std::filesystem::path& path)
+{
+    const std::wstring& units = path.native();
+    Text text;
+    text.reserve(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const char32_t unit = units[i];
+        const char32_t next = i + 1 < units.size() ? units[i + 1] : U'\0';
+        if (!is_surrogate(unit)) {
+            text += unit;
+        } else if (unit < 0xdc00 && next >= 0xdc00 && next <= 0xdfff) {
+            text += 0x10000 + ((unit & 0x3ffU) << 10U | (next & 0x3ffU));
+            ++i;
+        } else {
+            text += replacement_character;
+        }
+    }
+    return text;
+}
+
+std::filesystem::path path_of(TextView text)
+{
+    std::wstring units;
+    units.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t character = text[i];
+        if (is_surrogate(character) || character > last_character) {
+            units += static_cast<wchar_t>(replacement_character);
+        } else if (character < 0x10000) {
+            units += static_cast<wchar_t>(character);
+        } else {
+            units += static_cast<wchar_t>(0xd800U | (character - 0x10000) >> 10U);
+            units += static_cast<wchar_t>(0xdc00U | (character & 0x3ffU));
+        }
+    }
+    return {std::move(units)};
+}
+
+std::string utf8_of(const std::filesystem::path& path)
+{
+    return to_utf8(text_of(path));
+}
+
+std::filesystem::path path_of_utf8(std::string_view utf8)
+{
+    return path_of(from_utf8(utf8));
+}
+
+} // namespace tarvik

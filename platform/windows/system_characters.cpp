@@ -1,0 +1,20 @@
+#include "platform/system_characters.h"
+
+namespace tarvik {
+
+// Written by platform/character_tables when the program is built.
+extern const char32_t gb18030_two_bytes[], gbk_two_bytes[], gb18030_four_bytes[];
+extern const std::size_t gb18030_two_bytes_size, gbk_two_bytes_size, gb18030_four_bytes_size;
+
+std::vector<char32_t> two_byte_characters(CharacterSet set)
+{
+    if (set == CharacterSet::Gbk) return {gbk_two_bytes, gbk_two_bytes + gbk_two_bytes_size};
+    return {gb18030_two_bytes, gb18030_two_bytes + gb18030_two_bytes_size};
+}
+
+std::vector<char32_t> four_byte_characters()
+{
+    return {gb18030_four_bytes, gb18030_four_bytes + gb18030_four_bytes_size};
+}
+
+} // namespace tarvik
