@@ -27,7 +27,7 @@ bool* menu_flag(Form1& form1, int index)
 /// Selects all of the text and gives it one size, the marked matches too.
 void enlarge(Pane& pane)
 {
-    pane.select({1, pane.content().size()});
+    pane.select({Position(), pane.content().size()});
     std::vector<Mark> marks = pane.marks();
     for (Mark& mark : marks) mark.size = enlarged_points;
     pane.set_marks(std::move(marks));

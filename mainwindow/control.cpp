@@ -6,8 +6,8 @@ namespace tarvik {
 
 Selection inside(Selection selection, std::size_t size)
 {
-    selection.start = std::clamp<std::size_t>(selection.start, 1, size + 1);
-    selection.length = std::min(selection.length, size + 1 - selection.start);
+    selection.start = std::clamp(selection.start, Position(), Position::at_offset(size));
+    selection.length = std::min(selection.length, size - selection.start.offset());
     return selection;
 }
 
@@ -47,7 +47,7 @@ void TextBox::replace_selection(TextView text)
 {
     const Selection old = selection_;
     Text whole = text_;
-    whole.replace(old.start - 1, old.length, text.str());
+    whole.replace(old.start.offset(), old.length, text.str());
     set_text(std::move(whole));
     select({old.start + text.size(), 0});
 }

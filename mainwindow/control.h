@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/position.h"
 #include "platform/text.h"
 
 #include <cstdint>
@@ -159,9 +160,8 @@ private:
     int interval_ = 0;
 };
 
-/// A selection in a text; `start` counts from 1.
 struct Selection {
-    std::size_t start = 1;
+    Position start;
     std::size_t length = 0;
     friend bool operator==(const Selection&, const Selection&) = default;
 };
@@ -181,7 +181,7 @@ public:
     const Selection& selection() const { return selection_; }
     /// Kept inside the text.
     void select(Selection selection);
-    Text selected_text() const { return mid(text_, selection_.start, selection_.length).str(); }
+    Text selected_text() const { return mid(text_, selection_.start.number(), selection_.length).str(); }
     /// The caret stands behind the inserted text afterwards.
     void replace_selection(TextView text);
 

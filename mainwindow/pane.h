@@ -7,9 +7,9 @@
 
 namespace tarvik {
 
-/// A match that is shown in colour; `start` counts from 1, `size` is in points.
+/// A match that is shown in colour; `size` is in points.
 struct Mark {
-    std::size_t start = 1;
+    Position start;
     std::size_t length = 0;
     Colour colour = 0;
     int size = 0;

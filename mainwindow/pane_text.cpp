@@ -101,11 +101,11 @@ std::size_t PaneText::size() const
     return size;
 }
 
-SharedText PaneText::slice(std::size_t start, std::size_t length) const
+SharedText PaneText::slice(Position start, std::size_t length) const
 {
     TextBuilder text;
     const std::size_t wanted = length;
-    std::size_t offset = start - 1;
+    std::size_t offset = start.offset();
     for (const Piece& piece : pieces_) {
         if (length == 0) break;
         const std::size_t size = piece_size(piece);
@@ -148,11 +148,11 @@ void PaneText::append(TextView text)
     whole_.reset();
 }
 
-void PaneText::replace(std::size_t start, std::size_t length, TextView text)
+void PaneText::replace(Position start, std::size_t length, TextView text)
 {
     const std::size_t size_before = size();
-    start = std::clamp<std::size_t>(start, 1, size_before + 1);
-    length = std::min(length, size_before + 1 - start);
+    const std::size_t cut = std::clamp(start, Position(), Position::at_offset(size_before)).offset();
+    length = std::min(length, size_before - cut);
     // An edit needs characters, so source lines are written out. Plain pieces are cut and shared, not copied.
     for (Piece& piece : pieces_) {
         if (std::holds_alternative<SharedText>(piece)) continue;
@@ -161,7 +161,7 @@ void PaneText::replace(std::size_t start, std::size_t length, TextView text)
         piece = built(lines);
     }
     std::vector<Piece> pieces;
-    std::size_t position = 1;
+    std::size_t offset = 0;
     bool inserted = false;
     const auto insert = [&] {
         if (!inserted && !text.empty()) pieces.emplace_back(SharedText(text));
@@ -169,17 +169,17 @@ void PaneText::replace(std::size_t start, std::size_t length, TextView text)
     };
     for (const Piece& piece : pieces_) {
         const auto& shared = std::get<SharedText>(piece);
-        const std::size_t end = position + shared.view.size();
-        if (position < start) {
-            const std::size_t kept = std::min(end, start) - position;
+        const std::size_t end = offset + shared.view.size();
+        if (offset < cut) {
+            const std::size_t kept = std::min(end, cut) - offset;
             pieces.emplace_back(SharedText(shared.owner, shared.view.substr(0, kept)));
         }
-        if (end >= start) insert();
-        if (end > start + length) {
-            const std::size_t skipped = std::max(position, start + length) - position;
+        if (end >= cut) insert();
+        if (end > cut + length) {
+            const std::size_t skipped = std::max(offset, cut + length) - offset;
             pieces.emplace_back(SharedText(shared.owner, shared.view.substr(skipped)));
         }
-        position = end;
+        offset = end;
     }
     insert();
     pieces_ = std::move(pieces);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/document.h"
+#include "platform/position.h"
 
 #include <functional>
 #include <memory>
@@ -58,9 +59,9 @@ public:
     TextView view() const { return document().text(); }
     /// Number of characters, counted without writing lines out.
     std::size_t size() const;
-    /// The `length` characters from `start`, which counts from 1, as many as there are. A piece of one buffer is not
+    /// The `length` characters from `start`, as many as there are. A piece of one buffer is not
     /// copied.
-    SharedText slice(std::size_t start, std::size_t length) const;
+    SharedText slice(Position start, std::size_t length) const;
 
     /// Calls `work` with the text in parts of about `characters`, or of one line if that is longer, without gathering
     /// it.
@@ -69,8 +70,8 @@ public:
     const std::vector<Piece>& pieces() const { return pieces_; }
 
     void append(TextView text);
-    /// `start` counts from 1; start and length are kept inside the text.
-    void replace(std::size_t start, std::size_t length, TextView text);
+    /// Start and length are kept inside the text.
+    void replace(Position start, std::size_t length, TextView text);
 
 private:
     std::vector<Piece> pieces_;

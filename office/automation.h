@@ -39,7 +39,7 @@ public:
     virtual void set_cell(int row, int column, const CellValue& value) = 0;
     /// Empties every cell of the rectangle that is not empty; gives how many there were.
     virtual int clear(int first_row, int last_row, int first_column, int last_column) = 0;
-    /// Prints the workbook as it is now, saved or not; gives when it is handed to the printer.
+    /// Prints the workbook as it is now, saved or not. Blocks until Printer::print() has it; throws Failure.
     virtual void print_out() = 0;
 };
 
@@ -81,7 +81,7 @@ public:
     /// Writes the document to `path`, whole or not at all, replacing a file of that name; the document then stands for
     /// that file. It keeps the format in which it was opened, whatever the extension.
     virtual void save_as(TextView path) = 0;
-    /// Prints the document as it is now, saved or not; gives when it is handed to the printer.
+    /// Prints the document as it is now, saved or not. Blocks until Printer::print() has it; throws Failure.
     virtual void print_out() = 0;
     /// Unsaved changes are dropped without a question.
     virtual void close() = 0;

@@ -6,6 +6,11 @@
 #include <span>
 
 /// Works through the list of keys, one key a tick, and shows how far it is in the main window's caption.
+///
+/// The gate (`batchgate`) keeps a second sheet from being begun while one is under way: a tick that finds it closed
+/// does nothing. The sheets of dockets, test dockets, service lists and repair reports close it as soon as their
+/// application is open; close_sheet() and stop_run() open it again, so it is open between two ticks whatever became of
+/// a sheet. All other sheets leave it alone but for close_sheet().
 namespace tarvik {
 
 /// One family of sheets: what its timer does with each key.
@@ -17,7 +22,7 @@ struct SheetFamily {
     bool needs_records = true;
     /// Makes the table, and what the sheet needs besides it.
     void (*prepare)(Program& program) = devision1;
-    /// Makes one sheet; ends with close_sheet(), or with stop_run().
+    /// Makes one sheet, with the gate closed or not; ends with close_sheet(), or with stop_run().
     void (*sheet)(Program& program);
     /// What else the end of a run does.
     void (*finished)(Program& program) = nullptr;

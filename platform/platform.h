@@ -75,7 +75,9 @@ public:
 class Printer {
 public:
     virtual ~Printer() = default;
-    /// Sends a finished file to the default printer. `name` is the document's file name as the user knows it.
+    /// Sends a finished file to the default printer, and gives when the printer's queue has taken it: the handler in
+    /// hand and with it the window wait that long, not for the paper. Throws Failure when there is no printer or
+    /// nothing that can print the file. `name` is the document's file name as the user knows it.
     virtual void print(const std::filesystem::path& file, TextView name) = 0;
 };
 

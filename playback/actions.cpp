@@ -91,7 +91,7 @@ void focus(Session& session, Words words)
 
 void select(Session& session, Words words)
 {
-    session.user.select(control(session, words[0]), {whole(words[1]), whole(words[2])});
+    session.user.select(control(session, words[0]), {Position(whole(words[1])), whole(words[2])});
 }
 
 void set(Session& session, Words words)

@@ -25,7 +25,7 @@ Value marks_of(const Pane& pane)
     ListValue list{"["};
     for (const Mark& mark : marks) {
         if (list.json.size() > 1) list.json += ',';
-        list.json += '[' + std::to_string(mark.start) + ',' + std::to_string(mark.length) + ',' +
+        list.json += '[' + std::to_string(mark.start.number()) + ',' + std::to_string(mark.length) + ',' +
                      std::to_string(mark.colour) + ',' + std::to_string(mark.size) + ']';
     }
     list.json += ']';
@@ -34,7 +34,7 @@ Value marks_of(const Pane& pane)
 
 template <typename Kind>
 constexpr PropertyRow<Kind> selection_start{"SelStart",
-                                            [](const Kind& box) { return to_value(box.selection().start); }};
+                                            [](const Kind& box) { return to_value(box.selection().start.number()); }};
 template <typename Kind>
 constexpr PropertyRow<Kind> selection_length{"SelLength",
                                              [](const Kind& box) { return to_value(box.selection().length); }};

@@ -40,7 +40,7 @@ void reach(Box& box, char32_t key)
 {
     const std::size_t size = TextView(box.text()).size();
     if (key == take_back && size > 0) {
-        box.select({size, 1});
+        box.select({Position(size), 1});
         box.replace_selection({});
         return;
     }
@@ -48,7 +48,7 @@ void reach(Box& box, char32_t key)
     if ((key == enter || key == ctrl_enter) && several_lines(box)) typed = U"\r\n";
     if (key == tab || key >= first_character) typed = key;
     if (typed.empty()) return;
-    box.select({size + 1, 0});
+    box.select({Position::at_offset(size), 0});
     box.replace_selection(typed);
 }
 

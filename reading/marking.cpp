@@ -9,33 +9,34 @@ MatchPlaces places_to_mark(TextView text, TextView needle)
     MatchPlaces places;
     Occurrences walk(text, needle);
     // The look goes on one character behind a match, so that one directly behind it is passed over.
-    for (std::size_t from = 1; from <= text.size();) {
-        const std::size_t place = walk.at_or_behind(from - 1);
-        places.last_found = place == npos ? 0 : place + 1;
-        if (places.last_found == 0) break;
-        if (places.last_found > 1) {
-            places.marked.push_back(places.last_found);
-            from = places.last_found + needle.size();
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t place = walk.at_or_behind(from);
+        places.last_found.reset();
+        if (place == npos) break;
+        places.last_found = Position::at_offset(place);
+        if (place > 0) {
+            places.marked.push_back(*places.last_found);
+            from = place + needle.size();
         }
         ++from;
     }
     return places;
 }
 
-std::vector<std::size_t> mark_needle(Program& program, Colour colour, LetterCase letter_case)
+std::vector<Position> mark_needle(Program& program, Colour colour, LetterCase letter_case)
 {
     Form1& form1 = program.form1;
     Pane& pane = form1.RichTextBox1;
     if (pane.empty()) return {};
     const TextView text = letter_case == LetterCase::Alike ? pane.document().lowered() : pane.text();
     MatchPlaces places = places_to_mark(text, form1.needle);
-    form1.matchpos = static_cast<double>(places.last_found);
+    form1.matchpos = places.last_found ? static_cast<double>(places.last_found->number()) : 0;
     if (places.marked.empty()) return {};
 
     const std::size_t length = form1.needle.size();
     std::vector<Mark> marks;
     marks.reserve(places.marked.size());
-    for (const std::size_t place : places.marked) marks.push_back({place, length, colour, match_font_size});
+    for (const Position place : places.marked) marks.push_back({place, length, colour, match_font_size});
     pane.set_marks(std::move(marks));
     pane.select({places.marked.back(), length});
     pane.set_selection_colour(colour);

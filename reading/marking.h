@@ -2,6 +2,7 @@
 
 #include "mainwindow/mainwindow.h"
 
+#include <optional>
 #include <vector>
 
 namespace tarvik {
@@ -14,21 +15,22 @@ inline constexpr Colour english_match_colour = 11363942;
 
 inline constexpr int match_font_size = 32;
 
-/// The matches that are marked in a text; places count from 1.
+/// The matches that are marked in a text.
 struct MatchPlaces {
-    std::vector<std::size_t> marked;
-    /// Where the last look for a match found one, 0 if it found none.
-    std::size_t last_found = 0;
+    std::vector<Position> marked;
+    /// Where the last look for a match found one.
+    std::optional<Position> last_found;
 };
 
-/// A match at place 1 is not marked, and neither is one that begins directly behind a marked one. Linear in the text.
+/// A match at the first character is not marked, and neither is one that begins directly behind a marked one. Linear in
+/// the text.
 MatchPlaces places_to_mark(TextView text, TextView needle);
 
 enum class LetterCase { Alike, Apart };
 
 /// Marks the matches of `needle` in the result pane, with capitals and small letters alike or apart, and leaves the
 /// last one selected. An empty pane stays as it is. Gives the places that were marked.
-std::vector<std::size_t> mark_needle(Program& program, Colour colour, LetterCase letter_case);
+std::vector<Position> mark_needle(Program& program, Colour colour, LetterCase letter_case);
 
 /// Takes the query box, without leading blanks and in lower case, as the needle and marks it, letters alike.
 void mark_query(Program& program, Colour colour);

@@ -70,17 +70,17 @@ class WordFile {
 public:
     explicit WordFile(Program& program) : program_(program), closed_(ScratchFile(program, word_file).failed()) {}
 
-    void collect(std::span<const std::size_t> places)
+    void collect(std::span<const Position> places)
     {
         const Form1& form1 = program_.form1;
         const auto width = number(form1.number_box().text());
         if (closed_ || !width || *width < 0) return;
         std::optional<WordsBefore> words;
         std::string lines;
-        for (const std::size_t place : places) {
-            if (static_cast<double>(place) <= *width) continue;
+        for (const Position place : places) {
+            if (static_cast<double>(place.number()) <= *width) continue;
             if (!words) words.emplace(form1.RichTextBox1.text(), form1.needle, static_cast<std::size_t>(*width));
-            const auto line = words->line_for(place - 1);
+            const auto line = words->line_for(place.offset());
             if (!line) continue;
             encode_to(*line, lines);
             lines += "\r\n";

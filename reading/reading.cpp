@@ -28,7 +28,7 @@ void move_caret_to_golden_section(Pane& pane)
 {
     pane.set_selection_colour(query_match_colour);
     const std::size_t characters_before = pane.text().size() * 618 / 1000;
-    pane.select({characters_before + 1, 0});
+    pane.select({Position::at_offset(characters_before), 0});
 }
 
 } // namespace

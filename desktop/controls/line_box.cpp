@@ -31,8 +31,8 @@ void LineBox::show_model()
     const QString wanted = to_qt(box_.text());
     if (text() != wanted) setText(wanted);
     const Selection& selection = box_.selection();
-    const int start = qt_place(box_.text(), selection.start - 1);
-    const int end = qt_place(box_.text(), selection.start - 1 + selection.length);
+    const int start = qt_place(box_.text(), selection.start.offset());
+    const int end = qt_place(box_.text(), selection.start.offset() + selection.length);
     if (end > start) {
         if (selectionStart() != start || selectionEnd() != end) setSelection(start, end - start);
     } else if (hasSelectedText() || cursorPosition() != start) {
@@ -57,7 +57,7 @@ void LineBox::selection_to_model()
     const int start = hasSelectedText() ? selectionStart() : cursorPosition();
     const int end = hasSelectedText() ? selectionEnd() : start;
     const std::size_t first = place_of_qt(text(), start);
-    box_.select({first + 1, place_of_qt(text(), end) - first});
+    box_.select({Position::at_offset(first), place_of_qt(text(), end) - first});
 }
 
 // Enter and Esc stand for themselves and change no text of one line.

@@ -12,7 +12,7 @@ constexpr std::size_t stride = 4096; // from remembered place to remembered plac
 
 std::size_t mark_end(const Mark& mark)
 {
-    return mark.start - 1 + mark.length;
+    return mark.start.offset() + mark.length;
 }
 
 constexpr std::size_t most_remembered = 256;
@@ -88,10 +88,10 @@ void TextRows::walk(std::size_t from, std::size_t to, double x, std::span<const 
         for (const char32_t character : part) {
             if (placed.offset >= style_end) {
                 while (!marks.empty() && mark_end(marks.front()) <= placed.offset) marks = marks.subspan(1);
-                const bool marked = !marks.empty() && marks.front().start - 1 <= placed.offset;
+                const bool marked = !marks.empty() && marks.front().start.offset() <= placed.offset;
                 placed.mark = marked ? &marks.front() : nullptr;
                 placed.points = marked ? placed.mark->size : look_.points;
-                style_end = marked ? mark_end(*placed.mark) : marks.empty() ? npos : marks.front().start - 1;
+                style_end = marked ? mark_end(*placed.mark) : marks.empty() ? npos : marks.front().start.offset();
                 size = &font_.size(placed.points);
             }
             placed.character = character;
@@ -132,7 +132,7 @@ void TextRows::set_height(Row& row) const
     };
     grow(look_.points);
     for (const Mark& mark : marks_from(row.start)) {
-        if (mark.start - 1 >= row.end) break;
+        if (mark.start.offset() >= row.end) break;
         grow(mark.size);
     }
 }

@@ -103,9 +103,9 @@ void TextWidget::refresh()
     area_.set_look(text_->look(), text_->breaks_lines());
     const Selection selection = text_->selection();
     const bool moved =
-        selection.start != selection_start() + 1 || selection.length != selection_end() - selection_start();
+        selection.start.offset() != selection_start() || selection.length != selection_end() - selection_start();
     if (moved) {
-        anchor_ = selection.start - 1;
+        anchor_ = selection.start.offset();
         caret_ = anchor_ + selection.length;
     }
     const bool whole_text = selection.length > 0 && selection.length == area_.lines().size();

@@ -35,7 +35,7 @@ void TextWidget::copy() const
 
 void TextWidget::remember(TextView replacement)
 {
-    Reversal reversal{selection_start() + 1, replacement.size(), {}};
+    Reversal reversal{Position::at_offset(selection_start()), replacement.size(), {}};
     area_.lines().append_to(selection_start(), selection_end() - selection_start(), reversal.text);
     undo_.add(std::move(reversal));
 }

@@ -29,7 +29,7 @@ constexpr std::size_t longest_table_line = 65'536;
 
 void TextWidget::selection_to_model()
 {
-    text_->select({selection_start() + 1, selection_end() - selection_start()});
+    text_->select({Position::at_offset(selection_start()), selection_end() - selection_start()});
 }
 
 void TextWidget::move_caret(std::size_t offset, bool extend)

@@ -62,9 +62,10 @@ private:
 bool same_pieces(const PaneText& a, const PaneText& b);
 bool same_first_piece(const PaneText& a, const PaneText& b);
 
-/// An edit as what takes it back: `length` characters from `start` (from 1) become `text` again.
+/// An edit as what takes it back: `length` characters from `start` become `text` again.
 struct Reversal {
-    std::size_t start, length;
+    Position start;
+    std::size_t length;
     Text text;
 };
 

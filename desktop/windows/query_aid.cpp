@@ -53,7 +53,7 @@ void QueryAid::put(const QString& command, bool closes_list)
     front_.queue.submit([this, command] {
         TextBox& box = front_.program.form1.query_box();
         box.set_text(from_qt(command));
-        box.select({box.text().size() + 1, 0});
+        box.select({Position::at_offset(box.text().size()), 0});
     });
 }
 

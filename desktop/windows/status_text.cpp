@@ -68,7 +68,7 @@ QString real_path(const Program& program, TextView path)
 
 Text first_line(const Form1& form1)
 {
-    Text line = form1.RichTextBox2.content().slice(1, longest_heading_line).str();
+    Text line = form1.RichTextBox2.content().slice(Position(), longest_heading_line).str();
     line.resize(std::min(line.find_first_of(U"\r\n"), line.size()));
     return line;
 }

@@ -241,7 +241,7 @@ TEST(Limits, hold_for_a_document_of_one_line)
         << "18,000 rows that begin with the document";
     EXPECT_EQ(desk.installation.read("betweenp.txt"), "\r\r\n");
     EXPECT_GT(desk.form1().sufcount, 18'000);
-    EXPECT_EQ(desk.form1().RichTextBox3.content().slice(2, 7).view, TextView(U"{\"key\":"));
+    EXPECT_EQ(desk.form1().RichTextBox3.content().slice(Position(2), 7).view, TextView(U"{\"key\":"));
     desk.form1().RichTextBox3.set_text({});
     EXPECT_THROW(devision1(desk.program), Failure);
     desk.dialogs.messages.clear();

@@ -84,7 +84,7 @@ TEST(TextLines, are_those_of_the_whole_text_whatever_pieces_it_lies_in)
             const std::size_t start = random() % (plain.size() + 1), length = random() % 50;
             const Text inserted = random_text(random, random() % 8);
             plain.replace(start, std::min(length, plain.size() - start), inserted);
-            text.replace(start + 1, length, inserted);
+            text.replace(Position::at_offset(start), length, inserted);
             lines = TextLines(text, lines);
             expect_lines(lines, plain);
         }
@@ -98,7 +98,7 @@ TEST(TextLines, of_a_line_source_are_found_without_writing_it_out)
     expect_lines(TextLines(text, {}), text.view().str());
     EXPECT_EQ(text.size(), text.view().size());
     for (const std::size_t start : {1U, 2U, 130U, 2000U, 4000U})
-        EXPECT_EQ(text.slice(start, 300).view, mid(text.view(), start, 300).str());
+        EXPECT_EQ(text.slice(Position(start), 300).view, mid(text.view(), start, 300).str());
     const TextLines empty(PaneText(), {});
     EXPECT_EQ(empty.line_count(), 1U);
     EXPECT_EQ(empty.line_at(0), 0U);
@@ -181,7 +181,7 @@ TEST(TextRows, places_in_a_long_line_agree_from_both_sides)
 
 TEST(TextRows, marks_have_their_own_size)
 {
-    const RowsOf of(U"a bb c bb", std::nullopt, {{{3, 2, 0, 2}, {8, 2, 0, 3}}, 0});
+    const RowsOf of(U"a bb c bb", std::nullopt, {{{Position(3), 2, 0, 2}, {Position(8), 2, 0, 3}}, 0});
     const Row row = of.rows.row_at(0);
     EXPECT_EQ(row.height, 60);
     EXPECT_EQ(of.rows.x_of(row, 9), 10 + 10 + 40 + 30 + 60);

@@ -13,10 +13,10 @@ TEST(Clipboard, a_release_copies_the_selection_also_nothing)
     TestProgram started;
     Pane& pane = started.form1().RichTextBox2;
     pane.set_text(U"返修单 4900");
-    pane.select({5, 4});
+    pane.select({Position(5), 4});
     RichTextBox_MouseUp(started.program, pane);
     EXPECT_EQ(started.clipboard.text(), U"4900");
-    pane.select({3, 0});
+    pane.select({Position(3), 0});
     RichTextBox_MouseUp(started.program, pane);
     EXPECT_TRUE(started.clipboard.text().empty());
 }
@@ -27,13 +27,13 @@ TEST(Clipboard, the_menu_acts_where_the_focus_is_and_a_paste_can_be_done_once)
     Form1& form1 = started.form1();
     focus_changed(started.program, form1.RichTextBox3, true);
     form1.RichTextBox3.set_text(U"abcdef");
-    form1.RichTextBox3.select({2, 3});
+    form1.RichTextBox3.select({Position(2), 3});
     menu_Click(started.program, MenuEntry::copy1);
     EXPECT_EQ(started.clipboard.text(), U"bcd");
-    form1.RichTextBox3.select({6, 1});
+    form1.RichTextBox3.select({Position(6), 1});
     menu_Click(started.program, MenuEntry::paste1);
     EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"abcdebcd"));
-    form1.RichTextBox3.select({1, 4});
+    form1.RichTextBox3.select({Position(1), 4});
     menu_Click(started.program, MenuEntry::paste1);
     EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd")) << "the clipboard is empty by then";
     menu_Click(started.program, MenuEntry::nothing);
@@ -45,7 +45,7 @@ TEST(Clipboard, a_right_button_on_a_box_pastes_at_the_next_release_only)
     TestProgram started;
     Form1& form1 = started.form1();
     started.clipboard.set_text(U"An docket");
-    form1.query_box().select({1, 4});
+    form1.query_box().select({Position(1), 4});
     Text1_MouseUp(started.program, 1);
     EXPECT_EQ(form1.query_box().text(), U"查寻条件");
     Text1_MouseDown(started.program, 1, MouseButton::Right);
@@ -63,13 +63,13 @@ TEST(Panes, enlarging_holds_until_the_text_is_replaced)
     TestProgram started;
     Pane& pane = started.form1().RichTextBox1;
     pane.set_text(U"长文");
-    pane.set_marks({{2, 1, 173, 32}});
+    pane.set_marks({{Position(2), 1, 173, 32}});
     RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, false);
     EXPECT_EQ(pane.text_font_size(), 0);
     RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, true);
-    EXPECT_EQ(pane.selection(), (Selection{1, 2}));
+    EXPECT_EQ(pane.selection(), (Selection{Position(1), 2}));
     EXPECT_EQ(pane.text_font_size(), 28);
-    EXPECT_EQ(pane.marks(), (std::vector<Mark>{{2, 1, 173, 28}}));
+    EXPECT_EQ(pane.marks(), (std::vector<Mark>{{Position(2), 1, 173, 28}}));
     pane.set_text(U"下一页");
     EXPECT_EQ(pane.text_font_size(), 0);
 }

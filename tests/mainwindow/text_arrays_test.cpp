@@ -54,7 +54,7 @@ TEST(PaneText, lines_of_a_source_are_written_out_when_asked_for)
     PaneText text(std::make_shared<Numbers>());
     text.append(U"end");
     EXPECT_EQ(text.view(), TextView(U"0\r\n1\r\n2\r\nend"));
-    text.replace(4, 1, U"one");
+    text.replace(Position(4), 1, U"one");
     EXPECT_EQ(text.view(), TextView(U"0\r\none\r\n2\r\nend"));
 }
 
@@ -68,7 +68,8 @@ TEST(PaneText, any_slice_is_that_of_the_whole_text)
         EXPECT_EQ(each->size(), whole.size());
         for (std::size_t start = 1; start <= whole.size() + 2; ++start)
             for (std::size_t length = 0; length <= whole.size() + 2; ++length)
-                ASSERT_EQ(each->slice(start, length).view, mid(whole, start, length)) << start << ' ' << length;
+                ASSERT_EQ(each->slice(Position(start), length).view, mid(whole, start, length))
+                    << start << ' ' << length;
         Text gathered;
         each->for_each_part(2, [&](TextView part) { part.append_to(gathered); });
         EXPECT_EQ(gathered, whole);
@@ -116,7 +117,7 @@ TEST(PaneText, edits_are_those_of_a_plain_string)
             const Text inserted(random() % 4, static_cast<char32_t>(U'a' + edit));
             const std::size_t at = std::min(start - 1, plain.size());
             plain.replace(at, std::min(length, plain.size() - at), inserted);
-            text.replace(start, length, inserted);
+            text.replace(Position(start), length, inserted);
             ASSERT_EQ(text.view(), TextView(plain));
             ASSERT_EQ(text.empty(), plain.empty());
         }

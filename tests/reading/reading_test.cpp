@@ -64,7 +64,7 @@ TEST_F(Reading, PagesTurn)
     form1.page_box().set_text(U"1页");
     form1.query_box().set_text(U" G");
     EXPECT_EQ(press(8), "efg\r/1页");
-    EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{3, 1, 44564, 32}}));
+    EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{Position(3), 1, 44564, 32}}));
 }
 
 TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
@@ -189,9 +189,9 @@ TEST_F(Reading, CollectedWordsAreThoseOfTheTwoWalks)
         form1.number_box().set_text(number_text(width));
         test.dialogs.replies = {Answer::OK, Answer::OK};
         std::string lines = "\r\r\n";
-        for (const std::size_t place : places_to_mark(form1.RichTextBox2.text(), query).marked) {
-            if (place <= width) continue;
-            const Text look = mid(form1.RichTextBox2.text(), place - width, width + query.size()).str() + U";";
+        for (const Position place : places_to_mark(form1.RichTextBox2.text(), query).marked) {
+            if (place.number() <= width) continue;
+            const Text look = mid(form1.RichTextBox2.text(), place.number() - width, width + query.size()).str() + U";";
             const TextView word = mid(look, sousss(look, query));
             if (instr(word, query) > 8) lines += encode(sousss1(word)) + "\r\n";
         }
