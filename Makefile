@@ -17,7 +17,7 @@ test:
 	@ctest --preset release -j 2 --no-tests=error
 
 check:
-	@sh tools/install_packages.sh build test check libreoffice
+	@sh tools/install_packages.sh build test check libreoffice windows
 	@sh tools/check.sh
 
 bench:

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Format, layers, clang-tidy, and the tests under the sanitizers. Stops at the first that finds something.
+# Format, layers, the tests under the sanitizers, the player for Windows under wine, clang-tidy. Stops at the first that finds something.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -17,6 +17,8 @@ echo "== tests of the column engine and the player under the thread sanitizer"
 cmake --preset tsan
 cmake --build --preset tsan
 ctest --preset tsan -j 2 --no-tests=error
+echo "== the player for Windows, its golden scripts under wine"
+sh tools/windows/check.sh
 echo "== clang-tidy"
 run-clang-tidy -quiet -j 2 -p build/asan -extra-arg=-Wno-unknown-warning-option "^$PWD/(?!tests|build).*\.cpp$" > build/clang-tidy.txt 2>&1 || {
     grep -E '(warning|error):' -A 4 build/clang-tidy.txt || tail -n 40 build/clang-tidy.txt
