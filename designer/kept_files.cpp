@@ -58,13 +58,14 @@ bool same_folder(const Files& files, TextView one, TextView other)
     return std::filesystem::equivalent(files.resolve(one), files.resolve(other), error);
 }
 
-void write_line(OutputFile& file, const Text& line)
+void write_line(ReplacementFile& file, const Text& line)
 {
     file.write(encode(line + U"\r\n"));
 }
 
 /// Moves the files and lists the values that found none; gives the failures.
-std::vector<Text> keep_files(Program& program, const Text& folder, const std::vector<Text>& values, OutputFile& list)
+std::vector<Text> keep_files(Program& program, const Text& folder, const std::vector<Text>& values,
+                             ReplacementFile& list)
 {
     const std::vector<Text> names = walked_names(program, folder);
     const NameIndex index(values, names);
@@ -93,12 +94,12 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
 void excelbijiaop88(Program& program)
 {
     Form1& form1 = program.form1;
-    const auto list = program.platform.files.open_for_output(form1.outfolder + U"nofile.txt");
+    const auto list = program.platform.files.begin_replacement(form1.outfolder + U"nofile.txt");
     const auto picked = pick_file(program, any_file_filter);
-    if (!picked) return list->close();
+    if (!picked) return list->take_place();
     const auto column = static_cast<int>(box_column(program, column_box));
     const auto failures = keep_files(program, picked->folder, column_values(program, column), *list);
-    list->close();
+    list->take_place();
     tell_failures(program, failures);
     show_caption(program, form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" + U" OK !");
 }
