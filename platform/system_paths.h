@@ -16,5 +16,8 @@ std::filesystem::path rooted_path(TextView path);
 std::filesystem::path full_path(const std::filesystem::path& path);
 /// The file of the program that runs; empty where the system does not tell.
 std::filesystem::path program_file();
+/// Where the programs of one user keep that user's own files.
+std::filesystem::path user_data_folder();
+bool may_write_in(const std::filesystem::path& folder) noexcept;
 
 } // namespace tarvik

@@ -175,6 +175,11 @@ bool rename_file(const fs::path& from, const fs::path& to)
     return false;
 }
 
+bool link_file(const fs::path& file, const fs::path& name) noexcept
+{
+    return ::link(file.c_str(), name.c_str()) == 0 || errno == EEXIST;
+}
+
 void carry_over(const fs::path& from, const fs::path& to)
 {
     const struct stat status = system_status(from);

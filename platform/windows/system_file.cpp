@@ -268,6 +268,11 @@ bool rename_file(const fs::path& from, const fs::path& to)
     fail_with(error, to);
 }
 
+bool link_file(const fs::path& file, const fs::path& name) noexcept
+{
+    return ::CreateHardLinkW(name.c_str(), file.c_str(), nullptr) != 0 || ::GetLastError() == ERROR_ALREADY_EXISTS;
+}
+
 void carry_over(const fs::path& from, const fs::path& to)
 {
     const HANDLE source = open_handle(from, {FILE_READ_ATTRIBUTES, OPEN_EXISTING, 0});

@@ -6,6 +6,8 @@
 #include <string>
 #include <windows.h>
 
+#include <shlobj.h> // needs the one above
+
 namespace tarvik {
 
 namespace fs = std::filesystem;
@@ -42,6 +44,31 @@ fs::path program_file()
         const bool fits = size < file.size();
         file.resize(fits ? size : file.size() * 2);
         if (fits) return file;
+    }
+}
+
+fs::path user_data_folder()
+{
+    std::wstring folder(MAX_PATH, L'\0');
+    if (::SHGetFolderPathW(nullptr, CSIDL_LOCAL_APPDATA | CSIDL_FLAG_CREATE, nullptr, SHGFP_TYPE_CURRENT,
+                           folder.data()) != S_OK)
+        return program_file().parent_path();
+    folder.resize(folder.find(L'\0'));
+    return folder;
+}
+
+// What the rights of a folder come to is known when a file was made in it.
+bool may_write_in(const fs::path& folder) noexcept
+{
+    try {
+        const fs::path trial = folder / (L".tarvik-" + std::to_wstring(::GetCurrentProcessId()) + L".tmp");
+        const HANDLE file = ::CreateFileW(trial.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                          FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+        if (file == INVALID_HANDLE_VALUE) return false;
+        ::CloseHandle(file);
+        return true;
+    } catch (const std::exception&) { // no memory
+        return false;
     }
 }
 

@@ -12,7 +12,7 @@ TEST(FileName, StaysInsideItsFolder)
     EXPECT_EQ(safe_name_part(U""), U"");
     EXPECT_EQ(safe_file_name(U"..\\..\\x"), U".._.._x");
     for (const TextView name : {U"", U".", U".."}) EXPECT_EQ(safe_file_name(name), U"_");
-    EXPECT_EQ(safe_file_name(U" 甲 乙. "), U" 甲 乙. ");
+    EXPECT_EQ(safe_file_name(U" 甲 乙.x"), U" 甲 乙.x");
 }
 
 TEST(FileName, LongOnesAreCutBetweenCharacters)

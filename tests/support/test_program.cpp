@@ -1,10 +1,11 @@
 #include "tests/support/test_program.h"
 
+#include "platform/system_file.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <fstream>
-#include <unistd.h>
 
 namespace tarvik::test {
 
@@ -13,7 +14,8 @@ namespace fs = std::filesystem;
 TemporaryFolder::TemporaryFolder()
 {
     static std::atomic<int> made{0};
-    path_ = fs::temp_directory_path() / ("tarvik-test-" + std::to_string(::getpid()) + "-" + std::to_string(++made));
+    path_ =
+        fs::temp_directory_path() / ("tarvik-test-" + std::to_string(process_number()) + "-" + std::to_string(++made));
     fs::remove_all(path_);
     fs::create_directories(path_);
 }

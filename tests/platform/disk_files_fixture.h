@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/disk_files.h"
+#include "platform/failure.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+/// Files over two folders, the second of which is the drive D.
+class DiskFilesTest : public testing::Test {
+protected:
+    TemporaryFolder installation, drive;
+    DiskFiles files{installation.path() / "", {{'D', drive.path()}}};
+
+    std::size_t entries() const
+    {
+        return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(installation.path()), {}));
+    }
+    /// The words of the Failure that the work ends in.
+    template <typename Work>
+    static std::string failure(const Work& work)
+    {
+        try {
+            work();
+        } catch (const Failure& told) {
+            return told.what();
+        }
+        return "no failure";
+    }
+};
+
+} // namespace tarvik::test

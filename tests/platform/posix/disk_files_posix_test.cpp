@@ -1,0 +1,137 @@
+#include "tests/platform/disk_files_fixture.h"
+
+#include "platform/file_name.h"
+
+#include <gmock/gmock.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace tarvik::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// No file of this process grows above the limit while this lives: a full disk.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t limit)
+    {
+        old_signal_ = std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit full{limit, old_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+    }
+    ~FullDisk()
+    {
+        setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, old_signal_);
+    }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit old_{};
+    void (*old_signal_)(int);
+};
+
+TEST_F(DiskFilesTest, OwnNamesAndTheHomeFolder)
+{
+    const fs::path here = installation.path();
+    fs::create_directories(here / "photo");
+    std::ofstream(here / "a\\b.txt") << "x";
+    const std::string own = (here / "a\\b.txt").string();
+    const std::pair<std::string, fs::path> cases[] = {
+        {"PHOTO\\New.jpg", here / "photo/New.jpg"},
+        {"e:\\x", fs::path(std::getenv("HOME")) / "x"},
+        {own, own},
+        {"中:x", here / "中:x"},
+    };
+    for (const auto& [given, path] : cases) EXPECT_EQ(files.resolve(from_utf8(given)), path) << given;
+}
+
+TEST(FileName, AnyEndIsGood)
+{
+    EXPECT_EQ(safe_file_name(U" 甲 乙. "), U" 甲 乙. ");
+    EXPECT_EQ(safe_file_name(U"con"), U"con");
+}
+
+TEST_F(DiskFilesTest, OfTwoNamesThatDifferInCaseTheFirstIsTaken)
+{
+    drive.write("same.txt", "small");
+    drive.write("SAME.txt", "capitals");
+    EXPECT_EQ(files.read(U"d:\\same.txt"), "small");
+    EXPECT_EQ(files.read(U"d:\\Same.txt"), "capitals") << "the first in the order of the bytes";
+}
+
+TEST_F(DiskFilesTest, NamesThatAreNoTextAreListedAndFound)
+{
+    installation.write("bad\xff.txt", "x");
+    EXPECT_THAT(files.file_names(files.installation_folder()), ElementsAre(U"bad\ufffd.txt"));
+    EXPECT_EQ(files.read(U"bad\ufffd.txt"), "x") << "a listed name can be read";
+}
+
+TEST_F(DiskFilesTest, ReplaceKeepsPermissionsAndLinks)
+{
+    installation.write("old.bin", "old");
+    const fs::path old = installation.path() / "old.bin";
+    fs::permissions(old, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::create_symlink("old.bin", installation.path() / "link.bin");
+    const FileStamp before = files.stamp(U"old.bin");
+    files.replace(U"link.bin", "newer");
+    EXPECT_EQ(installation.read("old.bin"), "newer");
+    EXPECT_TRUE(fs::is_symlink(installation.path() / "link.bin"));
+    EXPECT_EQ(fs::status(old).permissions(), static_cast<fs::perms>(0640));
+    EXPECT_NE(files.stamp(U"old.bin"), before);
+    EXPECT_EQ(files.stamp(U"old.bin").size, 5U);
+    EXPECT_EQ(entries(), 2U);
+}
+
+TEST_F(DiskFilesTest, ReplaceKeepsTheGroup)
+{
+    if (::geteuid() != 0) GTEST_SKIP() << "only root may give a file to a group of its choice";
+    installation.write("z1.xlsx", "old");
+    const fs::path path = installation.path() / "z1.xlsx";
+    ASSERT_EQ(::chown(path.c_str(), 1234, 4321), 0);
+    files.replace(U"z1.xlsx", "new");
+    struct stat status {};
+    ASSERT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_gid, 4321U);
+    EXPECT_EQ(status.st_uid, 1234U);
+}
+
+TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)
+{
+    installation.write("z1.xlsx", "old");
+    installation.write("notes.txt", "line\r\n");
+    const std::string large(300'000, 'x');
+    {
+        const FullDisk full(4096);
+        EXPECT_THAT(failure([&] { files.replace(U"z1.xlsx", large); }), HasSubstr("无法写入文件“z1.xlsx”："));
+        EXPECT_THAT(failure([&] { files.append(U"notes.txt", large); }), HasSubstr("notes.txt"));
+        for (const std::size_t piece : {std::size_t{5000}, large.size()}) {
+            const auto scratch = files.open_for_output(U"between.txt");
+            scratch->write(large.substr(0, piece));
+            EXPECT_THAT(failure([&] { scratch->close(); }), HasSubstr("between.txt"));
+        }
+    }
+    EXPECT_EQ(installation.read("z1.xlsx"), "old");
+    EXPECT_EQ(installation.read("notes.txt"), "line\r\n");
+    EXPECT_EQ(entries(), 3U);
+}
+
+TEST_F(DiskFilesTest, PipesAreNoFiles)
+{
+    ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
+    EXPECT_THAT(failure([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure([&] { files.open_for_output(U"pipe"); }), HasSubstr("pipe"));
+}
+
+} // namespace
+} // namespace tarvik::test

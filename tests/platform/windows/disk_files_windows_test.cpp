@@ -1,0 +1,106 @@
+#include "tests/platform/disk_files_fixture.h"
+
+#include "platform/file_name.h"
+#include "platform/path_text.h"
+#include "platform/system_file.h"
+#include "platform/system_paths.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <thread>
+#include <windows.h>
+
+namespace tarvik::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::HasSubstr;
+
+/// Another program that has the file open and lets nobody else have it.
+class Holder {
+public:
+    explicit Holder(const fs::path& path, DWORD shared = 0)
+        : handle_(::CreateFileW(path.c_str(), GENERIC_READ, shared, nullptr, OPEN_EXISTING, 0, nullptr))
+    {
+        EXPECT_NE(handle_, INVALID_HANDLE_VALUE);
+    }
+    ~Holder() { ::CloseHandle(handle_); }
+    Holder(const Holder&) = delete;
+    Holder& operator=(const Holder&) = delete;
+
+private:
+    HANDLE handle_;
+};
+
+TEST_F(DiskFilesTest, AFileThatAnotherProgramHoldsIsToldAsThat)
+{
+    installation.write("z1.xlsx", "old");
+    {
+        const Holder holder(installation.path() / "z1.xlsx");
+        EXPECT_EQ(failure([&] { files.read(U"z1.xlsx"); }), "无法读取文件“z1.xlsx”：文件正被别的程序使用。");
+        EXPECT_EQ(failure([&] { files.append(U"z1.xlsx", "x"); }), "无法写入文件“z1.xlsx”：文件正被别的程序使用。");
+    }
+    {
+        const Holder reader(installation.path() / "z1.xlsx", FILE_SHARE_READ | FILE_SHARE_WRITE);
+        EXPECT_EQ(failure([&] { files.replace(U"z1.xlsx", "new"); }), "无法写入文件“z1.xlsx”：文件正被别的程序使用。");
+    }
+    EXPECT_EQ(installation.read("z1.xlsx"), "old");
+    EXPECT_EQ(entries(), 1U) << "nothing is left beside it";
+}
+
+TEST_F(DiskFilesTest, AFileThatIsHeldForAMomentIsReplacedAllTheSame)
+{
+    installation.write("z1.xlsx", "old");
+    auto scanner = std::make_unique<Holder>(installation.path() / "z1.xlsx", FILE_SHARE_READ | FILE_SHARE_WRITE);
+    std::jthread release([&scanner] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        scanner.reset();
+    });
+    files.replace(U"z1.xlsx", "new");
+    EXPECT_EQ(installation.read("z1.xlsx"), "new");
+}
+
+TEST_F(DiskFilesTest, AWriteProtectedFileStays)
+{
+    installation.write("z1.xlsx", "old");
+    const fs::path file = installation.path() / "z1.xlsx";
+    ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_THAT(failure([&] { files.replace(U"z1.xlsx", "new"); }), HasSubstr("没有权限"));
+    ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+    EXPECT_EQ(installation.read("z1.xlsx"), "old");
+}
+
+TEST_F(DiskFilesTest, NamesThatNoFileHasAreRefused)
+{
+    installation.write("a", "old");
+    for (const TextView name : {U"CON", U"nul.xlsx", U"Lpt1 .txt", U"a.", U"a "}) {
+        EXPECT_THAT(failure([&] { files.replace(name, "x"); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
+        EXPECT_THAT(failure([&] { files.append(name, "x"); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
+        EXPECT_THAT(failure([&] { files.create_folder(name); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
+    }
+    EXPECT_EQ(installation.read("a"), "old");
+    EXPECT_EQ(safe_file_name(U"con"), U"_con");
+    EXPECT_EQ(safe_file_name(U"NUL.txt"), U"_NUL.txt");
+    EXPECT_EQ(safe_file_name(U"甲 乙."), U"甲 乙_");
+    EXPECT_EQ(safe_file_name(U"console"), U"console");
+}
+
+TEST_F(DiskFilesTest, DrivesAndPathsOfOtherComputers)
+{
+    EXPECT_EQ(files.resolve(U"e:\\x"), fs::path(L"e:\\x"));
+    EXPECT_EQ(files.resolve(U"\\\\server\\share\\甲\\b"), path_of(U"\\\\server\\share\\甲\\b"));
+    EXPECT_EQ(full_path(L"\\\\server\\share\\a\\..\\b").native(), L"\\\\server\\share\\b");
+    EXPECT_EQ(DiskFiles(L"\\\\server\\share\\tarvik\\").installation_folder(), U"\\\\server\\share\\tarvik");
+}
+
+TEST_F(DiskFilesTest, ForeignCharactersInNames)
+{
+    const Text rare = U"𠀀甲é.txt";
+    files.replace(rare, "x");
+    EXPECT_EQ(files.file_names(files.installation_folder()), std::vector<Text>{rare});
+    EXPECT_EQ(path_of(text_of(installation.path() / path_of(rare))), installation.path() / path_of(rare));
+}
+
+} // namespace
+} // namespace tarvik::test
