@@ -41,6 +41,12 @@ void copy(Program& program, TextView selected)
     program.platform.clipboard.set_text(selected);
 }
 
+void copy(Program& program, const Pane& pane)
+{
+    program.platform.clipboard.clear();
+    if (pane.selection().length > 0) program.platform.clipboard.set_source(pane.selected_source());
+}
+
 template <typename Box>
 void paste(Program& program, Box& box)
 {
@@ -53,9 +59,9 @@ void copy_where_focus_is(Program& program)
     Form1& form1 = program.form1;
     if (form1.focusquery) copy(program, form1.query_box().selected_text());
     if (form1.focusnumber) copy(program, form1.number_box().selected_text());
-    if (form1.focuspane1) copy(program, form1.RichTextBox1.selected_text().view);
-    if (form1.focuspane2) copy(program, form1.RichTextBox2.selected_text().view);
-    if (form1.focuspane3) copy(program, form1.RichTextBox3.selected_text().view);
+    if (form1.focuspane1) copy(program, form1.RichTextBox1);
+    if (form1.focuspane2) copy(program, form1.RichTextBox2);
+    if (form1.focuspane3) copy(program, form1.RichTextBox3);
 }
 
 void paste_where_focus_is(Program& program)
@@ -78,7 +84,7 @@ void RichTextBox_MouseDown(Program& program, Pane& pane, MouseButton button, boo
 
 void RichTextBox_MouseUp(Program& program, Pane& pane)
 {
-    copy(program, pane.selected_text().view);
+    copy(program, pane);
 }
 
 void Text1_MouseDown(Program& program, int index, MouseButton button)

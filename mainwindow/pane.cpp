@@ -36,6 +36,13 @@ SharedText Pane::selected_text() const
     return content_.slice(selection_.start, selection_.length);
 }
 
+TextSource Pane::selected_source() const
+{
+    return [content = content_, selection = selection_](const std::function<void(TextView)>& take) {
+        content.for_each_part_of(selection.start, selection.length, take);
+    };
+}
+
 void Pane::replace_selection(TextView text)
 {
     const Selection old = selection_;

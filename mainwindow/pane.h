@@ -2,6 +2,7 @@
 
 #include "mainwindow/control.h"
 #include "mainwindow/pane_text.h"
+#include "platform/platform.h"
 
 #include <vector>
 
@@ -35,6 +36,8 @@ public:
     /// Kept inside the text.
     void select(Selection selection);
     SharedText selected_text() const;
+    /// The same, whatever becomes of the pane, without writing it out.
+    TextSource selected_source() const;
     /// The caret stands behind the inserted text afterwards; marks behind the place move along, those in it go.
     void replace_selection(TextView text);
 

@@ -18,14 +18,15 @@ std::size_t piece_size(const PaneText::Piece& piece)
     return std::get<Lines>(piece)->size();
 }
 
-/// Appends the `count` characters from `offset`, as many as there are, and gives how many there were. Lines are written
-/// out some thousand characters at a time, so that only `target` grows with them.
-std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, TextBuilder& target)
+/// Hands over the `count` characters from `offset`, as many as there are, and gives how many there were. It goes some
+/// thousand characters at a time, so that nothing but what they are put into grows with them.
+template <typename Take>
+std::size_t hand_over_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, const Take& take)
 {
     constexpr std::size_t at_once = 1 << 16;
     if (const auto* shared = std::get_if<SharedText>(&piece)) {
         const TextView part = shared->view.substr(offset, count);
-        target.append(part);
+        for (std::size_t at = 0; at < part.size(); at += at_once) take(part.substr(at, at_once));
         return part.size();
     }
     const LineSource& lines = *std::get<Lines>(piece);
@@ -34,7 +35,7 @@ std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::
     Text written;
     const auto hand_over = [&] {
         const TextView part = TextView(written).substr(skip, count - appended);
-        target.append(part);
+        take(part);
         appended += part.size();
         skip = 0;
         written.clear();
@@ -46,6 +47,11 @@ std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::
         if (enough || written.size() >= at_once || line + 1 == end) hand_over();
     }
     return appended;
+}
+
+std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, TextBuilder& target)
+{
+    return hand_over_piece(piece, offset, count, [&target](TextView part) { target.append(part); });
 }
 
 SharedText built(TextBuilder& builder)
@@ -138,6 +144,17 @@ void PaneText::for_each_part(std::size_t characters, const std::function<void(Te
             work(written);
             written.clear();
         }
+    }
+}
+
+void PaneText::for_each_part_of(std::size_t start, std::size_t length, const std::function<void(TextView)>& work) const
+{
+    std::size_t offset = start - 1;
+    for (const Piece& piece : pieces_) {
+        if (length == 0) break;
+        const std::size_t size = piece_size(piece);
+        if (offset < size) length -= hand_over_piece(piece, offset, length, work);
+        offset -= std::min(offset, size);
     }
 }
 

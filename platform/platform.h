@@ -4,6 +4,7 @@
 #include "platform/text.h"
 
 #include <cstdint>
+#include <functional>
 
 /// Everything that the core asks of the world outside. Each interface has a real implementation and the player's.
 namespace tarvik {
@@ -35,12 +36,22 @@ public:
     virtual std::optional<Text> save_file(TextView filter) = 0;
 };
 
+/// A text that need never stand in one buffer: hands itself over in parts, as often as it is called.
+using TextSource = std::function<void(const std::function<void(TextView)>& take)>;
+
 class Clipboard {
 public:
     virtual ~Clipboard() = default;
     virtual void clear() = 0;
     virtual Text text() const = 0;
     virtual void set_text(TextView text) = 0;
+    /// Puts a text there that is written out no sooner than it must be.
+    virtual void set_source(const TextSource& source)
+    {
+        Text text;
+        source([&text](TextView part) { text += part.str(); });
+        set_text(text);
+    }
 };
 
 struct CalendarTime {

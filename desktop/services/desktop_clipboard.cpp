@@ -1,3 +1,4 @@
+#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/services/desktop_platform.h"
 
@@ -9,19 +10,45 @@ namespace tarvik {
 
 namespace {
 
-// A text on its way to other programs, turned into theirs only when one of them asks.
+// Other programs get one character for a line end.
+QByteArray in_utf8(const TextSource& source)
+{
+    QByteArray bytes;
+    bool held = false; // a CR that may belong to a LF
+    source([&](TextView part) {
+        for (const char byte : to_utf8(part)) {
+            if (held && byte != '\n') bytes += '\r';
+            held = byte == '\r';
+            if (!held) bytes += byte;
+        }
+    });
+    if (held) bytes += '\r';
+    return bytes;
+}
+
+// A text on its way to other programs, written out only when one of them asks. It goes straight into the bytes that
+// they get, since a large table takes much more room in any other form.
 class OfferedText final : public QMimeData {
 public:
-    explicit OfferedText(TextView text) : text_(text) {}
+    explicit OfferedText(TextSource source) : source_(std::move(source)) {}
 
-    Text text_as_set() const { return text_.str(); }
+    Text text_as_set() const
+    {
+        Text text;
+        source_([&text](TextView part) { text += part.str(); });
+        return text;
+    }
     QStringList formats() const override { return {"text/plain"}; }
 
 protected:
-    QVariant retrieveData(const QString&, QMetaType) const override { return lines_to_qt(text_.view); }
+    QVariant retrieveData(const QString&, QMetaType) const override
+    {
+        const BusyCursor busy(true);
+        return in_utf8(source_);
+    }
 
 private:
-    SharedText text_;
+    TextSource source_;
 };
 
 Text with_our_line_ends(const QString& text)
@@ -41,7 +68,12 @@ void DesktopClipboard::clear()
 void DesktopClipboard::set_text(TextView text)
 {
     if (text.empty()) clear();
-    else QGuiApplication::clipboard()->setMimeData(new OfferedText(text));
+    else set_source([text = text.str()](const std::function<void(TextView)>& take) { take(text); });
+}
+
+void DesktopClipboard::set_source(const TextSource& source)
+{
+    QGuiApplication::clipboard()->setMimeData(new OfferedText(source));
 }
 
 Text DesktopClipboard::text() const

@@ -17,6 +17,7 @@ public:
     void clear() override;
     Text text() const override;
     void set_text(TextView text) override;
+    void set_source(const TextSource& source) override;
 };
 
 /// The screen in twips. A screen narrower than the design asks for counts as wide enough, and the windows are shown

@@ -1,5 +1,4 @@
 #include "desktop/front/input.h"
-#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
@@ -29,8 +28,7 @@ void TextWidget::select_all()
 void TextWidget::copy() const
 {
     if (anchor_ == caret_) return;
-    const BusyCursor busy(true);
-    front_.program.platform.clipboard.set_text(text_->selected_text().view);
+    front_.program.platform.clipboard.set_source(text_->selected_source());
 }
 
 void TextWidget::remember(TextView replacement)

@@ -19,7 +19,7 @@ public:
     virtual bool breaks_lines() const = 0;
     virtual Selection selection() const = 0;
     virtual void select(Selection selection) = 0;
-    virtual SharedText selected_text() const = 0;
+    virtual TextSource selected_source() const = 0;
     virtual void replace_selection(TextView text) = 0;
 };
 
@@ -32,7 +32,7 @@ public:
     bool breaks_lines() const override { return pane_.line_breaking(); }
     Selection selection() const override { return pane_.selection(); }
     void select(Selection selection) override { pane_.select(selection); }
-    SharedText selected_text() const override { return pane_.selected_text(); }
+    TextSource selected_source() const override { return pane_.selected_source(); }
     void replace_selection(TextView text) override { pane_.replace_selection(text); }
 
 private:
@@ -48,7 +48,10 @@ public:
     bool breaks_lines() const override { return breaks_lines_; }
     Selection selection() const override { return box_.selection(); }
     void select(Selection selection) override { box_.select(selection); }
-    SharedText selected_text() const override { return SharedText(box_.selected_text()); }
+    TextSource selected_source() const override
+    {
+        return [text = box_.selected_text()](const std::function<void(TextView)>& take) { take(text); };
+    }
     void replace_selection(TextView text) override { box_.replace_selection(text); }
 
 private:

@@ -21,6 +21,35 @@ TEST(Clipboard, a_release_copies_the_selection_also_nothing)
     EXPECT_TRUE(started.clipboard.text().empty());
 }
 
+class ThreeLines final : public LineSource {
+public:
+    std::size_t line_count() const override { return 3; }
+    void append_line(std::size_t index, Text& target) const override { target += U"line " + number_text(index); }
+};
+
+TEST(Clipboard, a_copy_out_of_lines_and_edits_is_what_was_selected_whatever_becomes_of_the_pane)
+{
+    TestProgram started;
+    Pane& pane = started.form1().RichTextBox3;
+    pane.set_content(PaneText(std::make_shared<ThreeLines>()));
+    pane.append(U"behind them");
+    const Text whole = U"line 0\r\nline 1\r\nline 2\r\nbehind them";
+    for (std::size_t start = 1; start <= whole.size(); ++start)
+        for (const std::size_t length : {1U, 9U, 12U, 99U}) {
+            pane.select({start, length});
+            const TextSource source = pane.selected_source();
+            Text copied;
+            source([&copied](TextView part) { copied += part.str(); });
+            ASSERT_EQ(to_utf8(copied), to_utf8(mid(whole, start, length).str())) << start << ' ' << length;
+        }
+    pane.select({8, 3});
+    const TextSource source = pane.selected_source();
+    pane.set_text(U"gone");
+    RichTextBox_MouseUp(started.program, pane);
+    started.clipboard.set_source(source);
+    EXPECT_EQ(started.clipboard.text(), U"\nli");
+}
+
 TEST(Clipboard, the_menu_acts_where_the_focus_is_and_a_paste_can_be_done_once)
 {
     TestProgram started;
