@@ -101,6 +101,7 @@ void save_older_docket(Program& program, SpreadsheetTask& task, const Text& retu
 {
     task.save_as(plain_sheet_path(program, receipt + U"-" + return_number + U".xlsx"));
     task.finish(Changes::Save);
+    ++program.run.older_layouts;
 }
 
 } // namespace

@@ -115,6 +115,8 @@ RunEnd run_end(const Program& program, bool stopped)
                 end.folder = QFileInfo(end.folder).absolutePath();
         parts += "单击打开 " + end.folder;
     }
+    if (run.older_layouts > 0)
+        parts += QString("框中已不是命令，%1 张改用旧版式，存在存储路径下").arg(run.older_layouts);
     if (run.ahead_of_command) parts += "命令之前有别的文字，所以没有保存";
     if (!run.passed.empty()) {
         parts += QString("%1 个关键字没有出单").arg(run.passed.size());

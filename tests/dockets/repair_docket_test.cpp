@@ -134,6 +134,7 @@ TEST_F(Docket, older_layout_when_the_box_no_longer_holds_the_command)
     EXPECT_EQ(to_utf8(text_of(docket, 59, 1)), to_utf8(U"总金额:             "));
     EXPECT_EQ(to_utf8(text_of(docket, 9, 6)), "rn/9");
     EXPECT_EQ(to_utf8(docket.saved_as), to_utf8(U"d:\\Atarvik output\\4900000001-rn_9.xlsx"));
+    EXPECT_EQ(program.run.older_layouts, 1U);
 }
 
 TEST_F(Docket, an_emptied_box_is_told_by_every_scan_and_makes_no_sheet)
