@@ -5,12 +5,15 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSortFilterProxyModel>
+#include <QSplitter>
+#include <QTreeView>
 
 namespace tarvik {
 
@@ -43,8 +46,26 @@ FileDialog::FileDialog(QWidget* parent, bool save, TextView filter, const QStrin
     setProxyModel(new ForeignFiles(this));
     if (!save) offer_recent(recent);
     const QFontMetrics metrics(font());
+    lay_list(metrics.averageCharWidth());
     resize(QSize(metrics.averageCharWidth() * 110, metrics.height() * 28)
                .boundedTo(screen()->availableSize() * share_of_screen));
+}
+
+// Names and dates can be read as a whole; the kind of a file is in its name.
+void FileDialog::lay_list(int character)
+{
+    constexpr int name = 0, size = 1, kind = 2, changed = 3, places_characters = 22;
+    if (auto* list = findChild<QTreeView*>("treeView")) {
+        list->header()->setStretchLastSection(false);
+        list->header()->setSectionHidden(kind, true);
+        list->header()->setSectionResizeMode(name, QHeaderView::Stretch);
+        for (const int column : {size, changed})
+            list->header()->setSectionResizeMode(column, QHeaderView::ResizeToContents);
+    }
+    const int icon = fontMetrics().height();
+    for (auto* view : findChildren<QAbstractItemView*>()) view->setIconSize({icon, icon});
+    if (auto* parts = findChild<QSplitter*>("splitter"))
+        parts->setSizes({places_characters * character, 5 * places_characters * character});
 }
 
 bool FileDialog::is_own(const QString& name)

@@ -18,6 +18,7 @@ protected:
     void accept() override;
 
 private:
+    void lay_list(int character);
     void offer_recent(const QStringList& recent);
 };
 

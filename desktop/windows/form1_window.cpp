@@ -47,13 +47,16 @@ void wish_stop(Front& front)
 
 Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts)
     : FormWindow(front, front.program.form1.window, backdrop), form1_(front.program.form1), scale_(scale),
-      fonts_(fonts), layout_([this](const Control& control) { return fitted_place(form1_, control); }),
-      progress_(*this), status_([this] { wish_stop(this->front()); }, *this),
+      fonts_(fonts), number_fonts_(front.theme, scale), number_front_{front.program, front.queue, front.mirror,
+                                                                      front.theme,   front.scale, number_fonts_},
+      layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
+      status_([this] { wish_stop(this->front()); }, *this),
       find_bar_([this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this),
       opening_(*this, [this] { post_resize(size()); })
 {
     ControlMaker maker(front, focus, layout_);
-    make_boxes(maker);
+    ControlMaker number_maker(number_front_, focus, layout_);
+    make_boxes(maker, number_maker);
     make_buttons(maker);
     make_frames(maker);
     set_tab_order();
@@ -156,7 +159,7 @@ void Form1Window::paintEvent(QPaintEvent* event)
     paint_box(painter, scale_.rectangle(form1_.RichTextBox1), fill, false);
 }
 
-void Form1Window::make_boxes(ControlMaker& maker)
+void Form1Window::make_boxes(ControlMaker& maker, ControlMaker& number_maker)
 {
     for (Pane* pane : form1_.panes()) {
         texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
@@ -169,7 +172,8 @@ void Form1Window::make_boxes(ControlMaker& maker)
                                       [this](int column) { column_picked(column); }});
     }
     query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
-    texts_.push_back(&maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
+    texts_.push_back(
+        &number_maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
     texts_.back()->show_line_ends();
     for (const int index : {4, 5})
         maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
@@ -259,9 +263,11 @@ void Form1Window::set_zoom(double zoom)
 {
     scale_.zoom = zoom;
     fonts_.scale_changed();
+    number_fonts_.scale_changed();
     layout_.set_fonts(front().theme, scale_);
-    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_, &find_bar_})
+    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_})
         widget->setFont(front().theme.font(FontRole::Help, scale_));
+    find_bar_.setFont(front().theme.font(FontRole::Button, scale_));
     query_aid_->list().setFont(front().theme.font(FontRole::Notes, scale_)); // even widths keep its columns
     place();
     for (TextWidget* text : texts_) text->lay_anew();

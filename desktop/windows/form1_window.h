@@ -55,7 +55,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void make_boxes(ControlMaker& maker);
+    void make_boxes(ControlMaker& maker, ControlMaker& number_maker);
     void make_buttons(ControlMaker& maker);
     void make_frames(ControlMaker& maker);
     void set_tab_order();
@@ -66,6 +66,8 @@ private:
     Form1& form1_;
     Scale& scale_;
     PaneFonts& fonts_;
+    PaneFonts number_fonts_; // the number box is no pane and keeps its size
+    Front number_front_;
     FormLayout layout_;
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> texts_;

@@ -126,6 +126,7 @@ void Form3Window::before_first_show()
     winId(); // the system's window must be there to belong to the other
     windowHandle()->setTransientParent(main_window_.windowHandle());
     place_beside(*this, main_window_);
+    keep_in_reach(*this, main_window_, {"Form1.Command6", "Form1.Command3"});
 }
 
 } // namespace tarvik

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 
 #include <algorithm>
 
@@ -14,12 +15,11 @@ namespace tarvik {
 namespace {
 
 constexpr double edge = 120; // twips between what the window holds and its edge
-constexpr int gap = 12, title_bar = 36;
 
 } // namespace
 
 Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, const QWidget& main_window)
-    : FormWindow(front, front.program.form4.window, backdrop), main_window_(main_window), preview_(front)
+    : FormWindow(front, front.program.form4.window, backdrop), main_window_(main_window), preview_(front, main_window)
 {
     Form4& form4 = front.program.form4;
     scroll_area_ = new QScrollArea(this);
@@ -103,14 +103,13 @@ void Form4Window::resizeEvent(QResizeEvent* event)
 void Form4Window::before_first_show()
 {
     place_beside(*this, main_window_);
-    // The button that shows and hides the designer stays in reach: what then does not fit is scrolled.
-    const auto* button = main_window_.findChild<QWidget*>("Form1.Command3");
-    if (!button) return;
-    const QRect kept(button->mapToGlobal(QPoint(0, 0)), button->size());
-    if (!geometry().adjusted(0, 0, gap, gap).intersects(kept)) return;
-    const int top = screen()->availableGeometry().top() + title_bar;
-    move(x(), top);
-    resize(width(), std::clamp(kept.top() - gap - top, minimumHeight(), height()));
+    const int height_needed = height();
+    keep_in_reach(*this, main_window_, {"Form1.Command3"});
+    if (height() == height_needed) return;
+    // What does not fit is scrolled, by a bar beside it.
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    move(std::max(screen()->availableGeometry().left(), x() - bar), y());
+    resize(width() + bar, height());
 }
 
 } // namespace tarvik

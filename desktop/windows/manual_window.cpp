@@ -2,9 +2,29 @@
 
 #include <QFile>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QTextBlock>
+#include <QTextTable>
 
 namespace tarvik {
+
+namespace {
+
+// One line between the cells, and room around their texts.
+QTextTableFormat table_look(const QTextTable& table)
+{
+    QTextTableFormat look = table.format();
+    look.setBorderCollapse(true);
+    look.setBorder(1);
+    look.setBorderBrush(QColor(186, 168, 112));
+    look.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+    look.setCellPadding(4);
+    look.setTopMargin(6);
+    look.setBottomMargin(10);
+    return look;
+}
+
+} // namespace
 
 ManualWindow::ManualWindow()
 {
@@ -18,8 +38,11 @@ void ManualWindow::open_at(const QString& heading)
 {
     if (document()->isEmpty()) {
         QFile file(":/manual/manual.md");
-        if (file.open(QIODevice::ReadOnly)) document()->setMarkdown(QString::fromUtf8(file.readAll()));
         resize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 36);
+        if (file.open(QIODevice::ReadOnly)) document()->setMarkdown(QString::fromUtf8(file.readAll()));
+        document()->setDocumentMargin(fontMetrics().height());
+        for (QTextFrame* frame : document()->rootFrame()->childFrames())
+            if (auto* table = dynamic_cast<QTextTable*>(frame)) table->setFormat(table_look(*table));
     }
     show();
     raise();
@@ -30,6 +53,17 @@ void ManualWindow::open_at(const QString& heading)
         setTextCursor(QTextCursor(block));
         break;
     }
+}
+
+QVariant ManualWindow::loadResource(int type, const QUrl& name)
+{
+    // Both margins, and the scroll bar.
+    const int edge = 2 * fontMetrics().height() + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * frameWidth();
+    const QVariant resource = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::ImageResource) return resource;
+    const QImage picture = QImage::fromData(resource.toByteArray());
+    const int room = width() - edge;
+    return picture.width() > room ? picture.scaledToWidth(room, Qt::SmoothTransformation) : picture;
 }
 
 void ManualWindow::keyPressEvent(QKeyEvent* event)

@@ -13,6 +13,8 @@ public:
     void open_at(const QString& heading);
 
 protected:
+    /// A picture is no wider than the window.
+    QVariant loadResource(int type, const QUrl& name) override;
     void keyPressEvent(QKeyEvent* event) override;
 };
 

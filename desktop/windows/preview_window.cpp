@@ -5,11 +5,14 @@
 #include <QCloseEvent>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <QToolTip>
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -18,7 +21,7 @@ namespace {
 constexpr double twips_a_point = 20;
 constexpr int text_margin = 3; // pixels
 const QColor tint(255, 214, 102, 110), grid(214, 214, 214);
-constexpr QSize first_size(900, 700);
+constexpr double share_of_screen = 0.85; // at most
 
 std::vector<int> edges(const std::vector<double>& points, const Scale& scale)
 {
@@ -148,15 +151,15 @@ bool PreviewCanvas::event(QEvent* event)
     return true;
 }
 
-PreviewWindow::PreviewWindow(Front& front)
-    : front_(front), scroll_area_(new QScrollArea(this)), canvas_(new PreviewCanvas(front, nullptr))
+PreviewWindow::PreviewWindow(Front& front, const QWidget& main_window)
+    : front_(front), main_window_(main_window), scroll_area_(new QScrollArea(this)),
+      canvas_(new PreviewCanvas(front, nullptr))
 {
     setObjectName("Form4.Preview");
     scroll_area_->setWidget(canvas_);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(scroll_area_);
-    resize(first_size);
     front_.mirror.add(
         front_.program.form4.Preview, nullptr, [this] { show_model(); }, true);
 }
@@ -166,7 +169,18 @@ void PreviewWindow::show_model()
     const PreviewArea& area = front_.program.form4.Preview;
     setWindowTitle(to_qt(area.caption()));
     canvas_->show_model();
-    if (area.visible() != isVisible()) setVisible(area.visible());
+    if (area.visible() == isVisible()) return;
+    if (area.visible() && !std::exchange(placed_, true)) place();
+    setVisible(area.visible());
+}
+
+// As large as the sheet, over the main window: the designer, which stands to the right, stays in view.
+void PreviewWindow::place()
+{
+    const QSize free = screen()->availableGeometry().size() * share_of_screen;
+    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    resize((canvas_->size() + QSize(bar, bar)).boundedTo(free));
+    move(main_window_.frameGeometry().topLeft());
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* event)

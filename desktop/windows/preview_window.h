@@ -34,14 +34,17 @@ private:
 /// The window around it, which comes and goes with the model's preview.
 class PreviewWindow final : public QWidget {
 public:
-    explicit PreviewWindow(Front& front);
+    PreviewWindow(Front& front, const QWidget& main_window);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void show_model();
+    void place();
     Front& front_;
+    const QWidget& main_window_;
+    bool placed_ = false;
     QScrollArea* scroll_area_;
     PreviewCanvas* canvas_;
 };

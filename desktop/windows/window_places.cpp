@@ -46,4 +46,21 @@ void place_beside(QWidget& window, const QWidget& main_window)
     window.move(std::max(free.left(), left), std::max(free.top(), top));
 }
 
+void keep_in_reach(QWidget& window, const QWidget& main_window, std::initializer_list<const char*> buttons)
+{
+    constexpr int gap = 8;
+    const int frame = main_window.geometry().top() - main_window.frameGeometry().top();
+    for (const char* name : buttons) {
+        const auto* button = main_window.findChild<QWidget*>(name);
+        if (!button) continue;
+        const QRect kept(button->mapToGlobal(QPoint(0, 0)), button->size());
+        const QRect taken(window.pos(), window.size() + QSize(gap, frame + gap));
+        if (!taken.intersects(kept)) continue;
+        const int bottom = kept.top() - gap - frame;
+        const int top = std::min(window.y(), std::max(free_screen(window).top(), bottom - window.height()));
+        window.move(window.x(), top);
+        window.resize(window.width(), std::clamp(bottom - top, window.minimumHeight(), window.height()));
+    }
+}
+
 } // namespace tarvik

@@ -4,6 +4,8 @@
 #include <QSize>
 #include <QSizeF>
 
+#include <initializer_list>
+
 class QWidget;
 
 /// Where the windows stand on the screen, and how large they can be.
@@ -17,5 +19,9 @@ double opening_zoom(QSizeF full_size, QSize available);
 void place_main_window(QWidget& window, QSize side_window);
 /// Beside the main window, or at the screen's edge.
 void place_beside(QWidget& window, const QWidget& main_window);
+
+/// Makes a window lower where it would hide the main window's buttons of these names, and moves it up as far as is
+/// needed for that. It never gets lower than its smallest height.
+void keep_in_reach(QWidget& window, const QWidget& main_window, std::initializer_list<const char*> buttons);
 
 } // namespace tarvik

@@ -116,6 +116,20 @@ TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_
     EXPECT_FALSE(find("stop").isVisible());
 }
 
+TEST_F(DesktopClerk, the_end_of_a_run_tells_of_a_layout_that_changed_on_the_way)
+{
+    begin_docket_run();
+    EXPECT_TRUE(wait_until([&] { return program().run.files.size() >= 3; }));
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "x");
+    EXPECT_TRUE(wait_until([&] { return program().run.older_layouts >= 2; }));
+    QTest::mouseClick(&find("stop"), Qt::LeftButton);
+    EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
+    const QString told = QString("%1 张改用旧版式").arg(program().run.older_layouts);
+    EXPECT_TRUE(desktop->main_window().status().text().contains(told))
+        << desktop->main_window().status().text().toStdString();
+}
+
 TEST_F(DesktopClerk, commands_are_offered_as_they_are_typed)
 {
     start();
@@ -157,6 +171,61 @@ TEST_F(DesktopClerk, every_control_has_a_name_and_f1_the_manual)
     EXPECT_FALSE(manual.isVisible());
 }
 
+TEST_F(DesktopClerk, f1_opens_the_manual_where_the_clerk_is)
+{
+    start();
+    QWidget& box = find("Form1.Text1(1)");
+    const auto heading_after = [&](QWidget& at) {
+        QTest::keyClick(&in_front(at), Qt::Key_F1);
+        auto& manual = find<QTextBrowser>("manual");
+        const QString heading = manual.textCursor().block().text();
+        QTest::keyClick(&in_front(manual), Qt::Key_F1);
+        EXPECT_FALSE(manual.isVisible()) << "the key also closes it";
+        return heading;
+    };
+    for (const auto& [typed, heading] :
+         {std::pair("An docket", "批量出单"), {"An kqtest", "数据列"}, {"An order", "送修单"}, {"x", "阅读与查寻"}}) {
+        form1().query_box().set_text(from_qt(typed));
+        EXPECT_TRUE(heading_after(box).contains(heading)) << typed;
+    }
+    click("Form1.Command6");
+    EXPECT_TRUE(heading_after(box).contains("数据列"));
+    click("Form1.Command3");
+    EXPECT_TRUE(heading_after(find("Form4.Text1(0)")).contains("设计器"));
+    QTest::keyClick(&in_front(find("Form4.Text1(0)")), Qt::Key_F6);
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+}
+
+TEST_F(DesktopClerk, pages_and_results_are_walked_by_keys)
+{
+    installation.write("a.txt", "plum one.\r\nplum two.\r\nplum three.\r\n");
+    start();
+    form1().page_size_box().set_text(U"11");
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    QWidget& box = in_front(find("Form1.Text1(1)"));
+    expect_box("确定"); // the reading begins
+    QTest::keyClick(&box, Qt::Key_PageDown, Qt::ControlModifier);
+    QTest::keyClick(&in_front(box), Qt::Key_PageDown, Qt::ControlModifier);
+    const double first = form1().pageno;
+    QTest::keyClick(&box, Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(form1().pageno, first + 1);
+    QTest::keyClick(&box, Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(form1().pageno, first);
+    click("Form1.Option3");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "plum\r");
+    QTest::keyClick(&in_front(box), Qt::Key_Right, Qt::AltModifier);
+    const Text one = form1().RichTextBox1.text().str();
+    QTest::keyClick(&box, Qt::Key_Right, Qt::AltModifier);
+    const Text two = form1().RichTextBox1.text().str();
+    EXPECT_NE(two, one);
+    // The first step back shows the same result again.
+    for (int i = 0; i < 2; ++i) QTest::keyClick(&box, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(form1().RichTextBox1.text().str(), one);
+    EXPECT_TRUE(box.hasFocus());
+}
+
 TEST_F(DesktopClerk, the_keyboard_reaches_everything)
 {
     std::string lines;
@@ -187,8 +256,11 @@ TEST_F(DesktopClerk, the_keyboard_reaches_everything)
     QTest::keyClick(&find("findText"), Qt::Key_Escape);
     EXPECT_TRUE(box.hasFocus());
     const double height = pane.area().shown().front().row.height;
+    const TextWidget& number = find<TextWidget>("Form1.Text1(2)");
+    const double number_height = number.area().shown().front().row.height;
     QTest::keyClick(&box, Qt::Key_Plus, Qt::ControlModifier);
     EXPECT_GT(pane.area().shown().front().row.height, height);
+    EXPECT_EQ(number.area().shown().front().row.height, number_height) << "the number box is no pane";
     QTest::keyClick(&box, Qt::Key_0, Qt::ControlModifier);
     EXPECT_EQ(pane.area().shown().front().row.height, height);
     expect_file({});

@@ -94,6 +94,13 @@ void DesktopFixture::type(const QString& name, const QString& keys)
     }
 }
 
+QWidget& DesktopFixture::in_front(QWidget& widget)
+{
+    widget.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(widget.window())) << widget.objectName().toStdString();
+    return widget;
+}
+
 bool DesktopFixture::wait_until(const std::function<bool()>& condition)
 {
     return QTest::qWaitFor(condition, patience);

@@ -42,6 +42,8 @@ protected:
     void click(const QString& name);
     /// Types into a control that gets the focus: "\r" is Enter, "\x1b" Esc.
     void type(const QString& name, const QString& keys);
+    /// Brings a widget's window to the front, as a shortcut needs it.
+    QWidget& in_front(QWidget& widget);
     /// Lets time pass until the condition holds. Gives false when it does not within ten seconds.
     bool wait_until(const std::function<bool()>& condition);
 

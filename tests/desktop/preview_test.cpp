@@ -1,0 +1,66 @@
+#include "tests/desktop/desktop_fixture.h"
+
+namespace tarvik::test {
+namespace {
+
+class DesktopPreview : public DesktopFixture {
+protected:
+    QWidget& focused(LineBox& box)
+    {
+        in_front(box).setFocus();
+        EXPECT_TRUE(wait_until([&] { return box.hasFocus(); })) << box.objectName().toStdString();
+        return box;
+    }
+};
+
+TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
+{
+    start();
+    click("Form1.Command6");
+    click("Form1.Command3");
+    const auto has_focus = [&](const char* name) { return wait_until([&] { return find(name).hasFocus(); }); };
+    QTest::keyClick(&focused(find<LineBox>("Form4.Text1(0)")), Qt::Key_Down);
+    EXPECT_TRUE(has_focus("Form4.Text1(2)"));
+    QTest::keyClick(&find("Form4.Text1(2)"), Qt::Key_Up);
+    EXPECT_TRUE(has_focus("Form4.Text1(0)"));
+    LineBox& first = find<LineBox>("Form4.Text1(0)");
+    first.end(false);
+    QTest::keyClick(&first, Qt::Key_Right);
+    EXPECT_TRUE(has_focus("Form4.Text1(1)"));
+    find<LineBox>("Form4.Text1(1)").end(false);
+    QTest::keyClick(&find("Form4.Text1(1)"), Qt::Key_Right);
+    EXPECT_TRUE(has_focus("Form4.Text2(0)"));
+    find<LineBox>("Form4.Text2(0)").home(false);
+    QTest::keyClick(&find("Form4.Text2(0)"), Qt::Key_Left);
+    EXPECT_TRUE(has_focus("Form4.Text1(1)"));
+    // From the last static row into the first dynamic one.
+    QTest::keyClick(&focused(find<LineBox>("Form4.Text1(26)")), Qt::Key_Down);
+    EXPECT_TRUE(has_focus("Form4.Text1(28)"));
+}
+
+TEST_F(DesktopPreview, a_click_on_a_cell_fills_the_pair_of_boxes_that_had_the_focus)
+{
+    for (const char* name : {"3159.txt", "designerA.xlsx", "automation.bin"}) copy_sample(name);
+    start();
+    expect_file(QString::fromStdString((installation.path() / "3159.txt").string()));
+    click("Form1.Command1(0)");
+    click("Form1.Command6");
+    click("Form1.Command3");
+    expect_box("是");
+    click("Form4.Command2"); // reads automation.bin
+    focused(find<LineBox>("Form4.Text1(4)"));
+    expect_box("是");
+    click("Form4.Command3");
+    QWidget& canvas = find("Form4.Preview.Canvas");
+    ASSERT_TRUE(canvas.isVisible());
+    EXPECT_GT(canvas.width(), 200);
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(program().form4.Text1[4].text(), U"1");
+    EXPECT_EQ(program().form4.Text1[5].text(), U"1");
+    find("Form4.Preview").close();
+    EXPECT_FALSE(program().form4.Preview.visible());
+    EXPECT_TRUE(find("Form4").isVisible());
+}
+
+} // namespace
+} // namespace tarvik::test
