@@ -1,5 +1,5 @@
 # The commands that a developer needs; each installs what is missing first.
-.PHONY: run build test check bench format clean
+.PHONY: run build test check bench format windows clean
 
 installation = build/installation
 
@@ -29,5 +29,10 @@ format:
 	@sh tools/install_packages.sh check
 	@git ls-files --cached --others --exclude-standard '*.cpp' '*.h' | xargs clang-format -i
 
+windows:
+	@sh tools/install_packages.sh build test windows windows-package
+	@sh tools/windows/build.sh
+
+# Qt for Windows takes a quarter of an hour: it and the other libraries stay.
 clean:
-	@rm -rf build
+	@[ ! -e build ] || find build -mindepth 1 ! -path build/windows ! -path 'build/windows/libraries*' -delete

@@ -14,7 +14,9 @@ namespace fs = std::filesystem;
 
 fs::path drive_folder(char letter)
 {
-    return std::wstring{static_cast<wchar_t>(letter), L':', L'\\'};
+    const auto small = static_cast<wchar_t>(letter);
+    return std::wstring{small >= L'a' && small <= L'z' ? static_cast<wchar_t>(small - L'a' + L'A') : small, L':',
+                        L'\\'};
 }
 
 fs::path rooted_path(TextView path)

@@ -1,5 +1,6 @@
 #include "tests/support/test_program.h"
 
+#include "platform/path_text.h"
 #include "platform/system_file.h"
 
 #include <gtest/gtest.h>
@@ -28,14 +29,14 @@ TemporaryFolder::~TemporaryFolder()
 
 void TemporaryFolder::write(const std::string& name, std::string_view bytes) const
 {
-    std::ofstream file(path_ / name, std::ios::binary);
+    std::ofstream file(path_ / path_of_utf8(name), std::ios::binary);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     ASSERT_TRUE(file.good()) << name;
 }
 
 std::string TemporaryFolder::read(const std::string& name) const
 {
-    std::ifstream file(path_ / name, std::ios::binary);
+    std::ifstream file(path_ / path_of_utf8(name), std::ios::binary);
     EXPECT_TRUE(file.is_open()) << name;
     return {std::istreambuf_iterator<char>(file), {}};
 }

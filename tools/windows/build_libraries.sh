@@ -16,6 +16,7 @@ build() { # package, settings of its build
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$libraries" -DBUILD_SHARED_LIBS=OFF "$@"
     cmake --build "$sources/$package-build"
     cmake --install "$sources/$package-build" > "$sources/$package-install.txt"
+    cp "$sources/$package/debian/copyright" "$libraries/$package.copyright"
 }
 
 build pugixml

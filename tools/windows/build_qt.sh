@@ -29,4 +29,5 @@ cmake -S "$sources/qt6-base" -B "$sources/qt6-base-build" -G Ninja -Wno-dev --to
     -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF $settings "$@"
 cmake --build "$sources/qt6-base-build"
 cmake --install "$sources/qt6-base-build" > "$sources/qt6-base-install.txt"
+cp "$sources/qt6-base/debian/copyright" "$libraries/qt6-base.copyright"
 touch "$libraries/qt/built"

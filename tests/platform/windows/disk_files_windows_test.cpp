@@ -88,7 +88,7 @@ TEST_F(DiskFilesTest, NamesThatNoFileHasAreRefused)
 
 TEST_F(DiskFilesTest, DrivesAndPathsOfOtherComputers)
 {
-    EXPECT_EQ(files.resolve(U"e:\\x"), fs::path(L"e:\\x"));
+    EXPECT_EQ(files.resolve(U"e:\\x"), fs::path(L"E:\\x"));
     EXPECT_EQ(files.resolve(U"\\\\server\\share\\甲\\b"), path_of(U"\\\\server\\share\\甲\\b"));
     EXPECT_EQ(full_path(L"\\\\server\\share\\a\\..\\b").native(), L"\\\\server\\share\\b");
     EXPECT_EQ(DiskFiles(L"\\\\server\\share\\tarvik\\").installation_folder(), U"\\\\server\\share\\tarvik");

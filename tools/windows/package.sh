@@ -1,0 +1,35 @@
+#!/bin/sh
+# Lays the programs for Windows, their files and the licences of what is in them into one folder, and makes a zip archive
+# and an installer of it: build/tarvik-windows.zip and build/tarvik-setup.exe.
+set -eu
+cd "$(dirname "$0")/../.."
+
+libraries=${TARVIK_WINDOWS_LIBRARIES:-$PWD/build/windows/libraries}
+folder=build/windows/package/tarvik
+rm -rf build/windows/package
+mkdir -p "$folder/licenses"
+cp -R installation/. "$folder"
+for program in tarvik tarvik-play tarvik-dictionary; do
+    x86_64-w64-mingw32-strip -o "$folder/$program.exe" "build/windows/release/installation/$program.exe"
+done
+for library in Qt6Core Qt6Gui Qt6Widgets; do
+    x86_64-w64-mingw32-strip --strip-unneeded -o "$folder/$library.dll" "$libraries/qt/bin/$library.dll"
+done
+for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/qjpeg; do
+    mkdir -p "$folder/${plugin%/*}"
+    x86_64-w64-mingw32-strip --strip-unneeded -o "$folder/$plugin.dll" "$libraries/qt/plugins/$plugin.dll"
+done
+for package in qt6-base pugixml libzip; do
+    cp "$libraries/$package.copyright" "$folder/licenses/$package.txt"
+done
+cp /usr/share/doc/libz-mingw-w64-dev/copyright "$folder/licenses/zlib.txt"
+cp /usr/share/doc/g++-mingw-w64-x86-64-posix/copyright "$folder/licenses/compiler.txt"
+cp /usr/share/common-licenses/LGPL-3 /usr/share/common-licenses/GPL-3 "$folder/licenses"
+
+# CMake's archives mark their names as UTF-8.
+rm -f build/tarvik-windows.zip
+(cd build/windows/package && cmake -E tar cf ../../tarvik-windows.zip --format=zip tarvik)
+version=$(sed -n 's/^project(Tarvik VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+makensis -V2 -DFOLDER="$PWD/$folder" -DOUTPUT="$PWD/build/tarvik-setup.exe" -DVERSION="$version" \
+    tools/windows/installer.nsi
+ls -l build/tarvik-windows.zip build/tarvik-setup.exe
