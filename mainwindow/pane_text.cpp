@@ -147,9 +147,9 @@ void PaneText::for_each_part(std::size_t characters, const std::function<void(Te
     }
 }
 
-void PaneText::for_each_part_of(std::size_t start, std::size_t length, const std::function<void(TextView)>& work) const
+void PaneText::for_each_part_of(Position start, std::size_t length, const std::function<void(TextView)>& work) const
 {
-    std::size_t offset = start - 1;
+    std::size_t offset = start.offset();
     for (const Piece& piece : pieces_) {
         if (length == 0) break;
         const std::size_t size = piece_size(piece);

@@ -68,7 +68,7 @@ public:
     void for_each_part(std::size_t characters, const std::function<void(TextView)>& work) const;
 
     /// The same for the `length` characters from `start`, in parts of the text's own choice.
-    void for_each_part_of(std::size_t start, std::size_t length, const std::function<void(TextView)>& work) const;
+    void for_each_part_of(Position start, std::size_t length, const std::function<void(TextView)>& work) const;
 
     const std::vector<Piece>& pieces() const { return pieces_; }
 

@@ -36,13 +36,13 @@ TEST(Clipboard, a_copy_out_of_lines_and_edits_is_what_was_selected_whatever_beco
     const Text whole = U"line 0\r\nline 1\r\nline 2\r\nbehind them";
     for (std::size_t start = 1; start <= whole.size(); ++start)
         for (const std::size_t length : {1U, 9U, 12U, 99U}) {
-            pane.select({start, length});
+            pane.select({Position(start), length});
             const TextSource source = pane.selected_source();
             Text copied;
             source([&copied](TextView part) { copied += part.str(); });
             ASSERT_EQ(to_utf8(copied), to_utf8(mid(whole, start, length).str())) << start << ' ' << length;
         }
-    pane.select({8, 3});
+    pane.select({Position(8), 3});
     const TextSource source = pane.selected_source();
     pane.set_text(U"gone");
     RichTextBox_MouseUp(started.program, pane);
