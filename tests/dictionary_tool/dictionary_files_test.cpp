@@ -1,6 +1,7 @@
 #include "dictionary_tool/dictionary_files.h"
 #include "dictionary_tool/markup.h"
 #include "platform/code_page.h"
+#include "platform/path_text.h"
 #include "reading/reading.h"
 #include "tests/support/test_program.h"
 
@@ -61,7 +62,7 @@ std::string big_endian(unsigned number, int width = 4)
 
 std::string packed(const std::string& bytes, const std::filesystem::path& scratch)
 {
-    gzFile file = gzopen(scratch.c_str(), "wb");
+    gzFile file = gzopen(utf8_of(scratch).c_str(), "wb");
     gzwrite(file, bytes.data(), static_cast<unsigned>(bytes.size()));
     gzclose(file);
     std::ifstream in(scratch, std::ios::binary);
@@ -71,7 +72,7 @@ std::string packed(const std::string& bytes, const std::filesystem::path& scratc
 TEST_F(DictionaryTool, AFileThatUnpacksToAGigabyteIsRefused)
 {
     const std::string megabytes(std::size_t{64} << 20, ' ');
-    gzFile file = gzopen((source.path() / "bomb.dict.dz").c_str(), "wb1");
+    gzFile file = gzopen(utf8_of(source.path() / "bomb.dict.dz").c_str(), "wb1");
     for (int i = 0; i < 5; ++i) gzwrite(file, megabytes.data(), static_cast<unsigned>(megabytes.size()));
     gzclose(file);
     source.write("bomb.index", "a\tA\tB\n");

@@ -1,6 +1,7 @@
 #include "events/events.h"
 #include "office/engines.h"
 #include "platform/code_page.h"
+#include "platform/path_text.h"
 #include "tests/support/places.h"
 #include "tests/support/test_program.h"
 
@@ -56,11 +57,11 @@ public:
     {
         const fs::path from = fs::path(source_folder()) / "installation", to = started.installation.path();
         for (const auto& entry : fs::directory_iterator(from)) {
-            const std::string name = entry.path().filename().string();
+            const std::string name = utf8_of(entry.path().filename());
             if (name.ends_with(".play") || name.starts_with("牛津") || name.starts_with("现代")) continue;
-            fs::copy(entry.path(), to / name, fs::copy_options::recursive);
+            fs::copy(entry.path(), to / entry.path().filename(), fs::copy_options::recursive);
         }
-        for (const auto& entry : fs::recursive_directory_iterator(to)) samples_.insert(entry.path().string());
+        for (const auto& entry : fs::recursive_directory_iterator(to)) samples_.insert(utf8_of(entry.path()));
         engines.start(started.faulty, started.printer);
     }
 
@@ -106,8 +107,8 @@ public:
         Disk held;
         for (const TemporaryFolder* folder : {&started.installation, &started.drive_d})
             for (const auto& entry : fs::recursive_directory_iterator(folder->path())) {
-                const std::string path = entry.path().string();
-                const std::string name = entry.path().lexically_relative(folder->path()).string();
+                const std::string path = utf8_of(entry.path());
+                const std::string name = utf8_of(entry.path().lexically_relative(folder->path()));
                 const bool view = folder == &started.installation && !samples_.contains(path) &&
                                   name.ends_with(".txt") && name != "3150.txt";
                 if (entry.is_regular_file() && !view) held[path] = folder->read(name);

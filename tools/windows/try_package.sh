@@ -72,7 +72,7 @@ picture 3-question
 press Return # the folder that is offered
 press Return # the question
 wait_for all_dockets_in "$trial/by window"
-sleep 3
+sleep 6
 picture 4-dockets
 cp "$trial/4-dockets.png" "$trial/../../tarvik-windows.png"
 diff -r "$trial/by player" "$trial/by window" || fail "the window's dockets are not the player's"

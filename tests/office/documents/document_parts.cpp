@@ -154,9 +154,10 @@ std::string png_chunk(const std::string& type, const std::string& body)
 std::string png(int width, int height, int resolution)
 {
     const std::string rows(static_cast<std::size_t>(height) * (1 + static_cast<std::size_t>(width)), '\0');
-    std::string points(compressBound(rows.size()), '\0');
+    std::string points(compressBound(static_cast<uLong>(rows.size())), '\0');
     auto size = static_cast<uLongf>(points.size());
-    compress(reinterpret_cast<Bytef*>(points.data()), &size, reinterpret_cast<const Bytef*>(rows.data()), rows.size());
+    compress(reinterpret_cast<Bytef*>(points.data()), &size, reinterpret_cast<const Bytef*>(rows.data()),
+             static_cast<uLong>(rows.size()));
     points.resize(size);
     const auto told = big_endian(static_cast<unsigned>(resolution), 4);
     return "\x89PNG\r\n\x1A\n" +
