@@ -1,5 +1,5 @@
 # The commands that a developer needs; each installs what is missing first.
-.PHONY: run build test check bench format windows clean
+.PHONY: run build test check bench format package windows clean
 
 installation = build/installation
 
@@ -28,6 +28,13 @@ bench:
 format:
 	@sh tools/install_packages.sh check
 	@git ls-files --cached --others --exclude-standard '*.cpp' '*.h' | xargs clang-format -i
+
+package:
+	@sh tools/install_packages.sh build libreoffice package
+	@cmake --preset package
+	@cmake --build --preset package
+	@cd build/package && rm -f *.deb && cpack
+	@lintian --fail-on error build/package/*.deb
 
 windows:
 	@sh tools/install_packages.sh build test windows windows-package

@@ -48,5 +48,4 @@ function(tarvik_libreoffice_plugin folder)
   set_target_properties(tarvik-libreoffice PROPERTIES
     PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${folder} CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON
     BUILD_RPATH ${LIBREOFFICE_PROGRAM} INSTALL_RPATH ${LIBREOFFICE_PROGRAM})
-  install(TARGETS tarvik-libreoffice LIBRARY DESTINATION lib/tarvik)
 endfunction()

@@ -97,23 +97,22 @@ function(tarvik_installation)
   add_custom_target(installation ALL DEPENDS ${copies})
 endfunction()
 
-# What `cmake --install` lays down: the programs and their files in a folder of their own, in which they also write, with
-# a link to it on the path; the desktop entry and its icon.
+# What `cmake --install` lays down: the programs, the files that each user gets a copy of, the plugin; the desktop entry
+# and its icon.
 function(tarvik_install_rules)
-  set(folder lib/tarvik)
   set(programs tarvik-play tarvik-dictionary)
   if(TARVIK_DESKTOP)
     list(APPEND programs tarvik)
   endif()
-  install(TARGETS ${programs} RUNTIME DESTINATION ${folder})
-  install(DIRECTORY ${PROJECT_SOURCE_DIR}/installation/ DESTINATION ${folder})
-  install(CODE "
-    file(MAKE_DIRECTORY \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin)
-    foreach(program ${programs})
-      file(CREATE_LINK ../${folder}/\${program} \$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/\${program} SYMBOLIC)
-    endforeach()")
+  set_target_properties(${programs} PROPERTIES INSTALL_RPATH "")
+  install(TARGETS ${programs} RUNTIME DESTINATION bin COMPONENT tarvik)
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/installation/ DESTINATION share/tarvik/installation COMPONENT tarvik)
+  if(TARGET tarvik-libreoffice)
+    install(TARGETS tarvik-libreoffice LIBRARY DESTINATION lib/tarvik COMPONENT libreoffice)
+  endif()
   if(TARVIK_DESKTOP)
-    install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.desktop DESTINATION share/applications)
-    install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.svg DESTINATION share/icons/hicolor/scalable/apps)
+    install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.desktop DESTINATION share/applications COMPONENT tarvik)
+    install(FILES ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.svg DESTINATION share/icons/hicolor/scalable/apps
+            COMPONENT tarvik)
   endif()
 endfunction()

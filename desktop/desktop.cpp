@@ -42,26 +42,30 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
         mirror_.changed(control, property);
     };
     dialogs_.set_surroundings({[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); }});
-    form1_.file_dropped = [this](const QString& path) {
-        dialogs_.open_next(path);
-        form1_.press(program_.form1.Command1[0]);
-    };
+    form1_.file_dropped = [this](const QString& path) { open(path); };
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
     add_shortcuts(program_, form1_, form3_, form4_, manual_);
     screen_.set_work(
         {[this] { show(); }, [this](double part) { form1_.progress().show_work(part); }, [this] { menu_.ask(); }});
 }
 
-void Desktop::start()
+void Desktop::start(const Text& notice)
 {
-    queue_.submit([this] {
+    queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
         side_scale_.zoom = main_scale_.zoom;
         theme_.set_dialog_font(side_scale_);
         form3_.set_zoom();
         form4_.set_zoom();
+        if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);
     });
+}
+
+void Desktop::open(const QString& path)
+{
+    dialogs_.open_next(path);
+    form1_.press(program_.form1.Command1[0]);
 }
 
 // The windows go before what they tell of.

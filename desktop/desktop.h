@@ -26,8 +26,10 @@ public:
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
 
-    /// Brings the program to its shown window.
-    void start();
+    /// Brings the program to its shown window, and tells what the user is to know then.
+    void start(const Text& notice = {});
+    /// Opens a document in the main window as the button for it does.
+    void open(const QString& path);
     Program& program() { return program_; }
     Form1Window& main_window() { return form1_; }
 

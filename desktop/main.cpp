@@ -1,22 +1,59 @@
 #include "desktop/desktop.h"
 #include "desktop/look/window_icon.h"
-#include "platform/system_paths.h"
+#include "platform/program_start.h"
+#include "platform/version.h"
+#include "platform/working_folder.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 #include <iostream>
 
+namespace {
+
+constexpr const char* usage = "用法：tarvik [文件]\n"
+                              "  文件        启动后打开的文本文件\n"
+                              "  --help      显示这段说明\n"
+                              "  --version   显示版本\n";
+
+/// Whether the words ask for something that needs no window; it is done then.
+bool answered(const std::vector<std::string>& words)
+{
+    for (const std::string& word : words) {
+        if (word == "--help") std::cout << usage;
+        else if (word == "--version") std::cout << "tarvik " << tarvik::version() << '\n';
+        else continue;
+        return true;
+    }
+    return false;
+}
+
+int run(const QStringList& files)
+{
+    const tarvik::WorkingFolder folder = tarvik::open_working_folder();
+    tarvik::Desktop desktop(folder.path, {});
+    desktop.start(folder.trouble);
+    if (!files.isEmpty()) desktop.open(QFileInfo(files.front()).absoluteFilePath());
+    return QApplication::exec();
+}
+
+} // namespace
+
 int main(int count, char** words)
 {
+    if (answered(tarvik::start_program(count, words))) return 0;
     QApplication application(count, words);
     QCoreApplication::setApplicationName("Tarvik");
     QGuiApplication::setDesktopFileName("tarvik");
     QGuiApplication::setWindowIcon(tarvik::window_icon());
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    const QStringList files = QCoreApplication::arguments().mid(1); // the toolkit has taken its own options
+    if (files.size() > 1 || (!files.isEmpty() && files.front().startsWith('-'))) {
+        std::cerr << usage;
+        return 2;
+    }
     try {
-        tarvik::Desktop desktop(tarvik::program_file().parent_path(), {});
-        desktop.start();
-        return QApplication::exec();
+        return run(files);
     } catch (const std::exception& error) {
         std::cerr << "tarvik: " << error.what() << '\n';
         return 1;

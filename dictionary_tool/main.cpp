@@ -3,6 +3,7 @@
 #include "platform/failure.h"
 #include "platform/path_text.h"
 #include "platform/program_start.h"
+#include "platform/version.h"
 
 #include <iostream>
 #include <span>
@@ -15,7 +16,9 @@ constexpr const char* usage = "用法：tarvik-dictionary [--chinese] [--replace
                               "  词典文件    StarDict 的 .ifo 文件，或 dictd 的 .index 文件；其余文件在它旁边\n"
                               "  目标文件夹  写入词典文件的文件夹，例如安装目录\n"
                               "  --chinese   全部写入“现代汉语词典.txt”；否则写入“牛津字典”各文件\n"
-                              "  --replace   替换目标文件夹中已有的词典文件\n";
+                              "  --replace   替换目标文件夹中已有的词典文件\n"
+                              "  --help      显示这段说明\n"
+                              "  --version   显示版本\n";
 
 struct Request {
     DictionaryUse use = DictionaryUse::English;
@@ -66,7 +69,13 @@ void convert(const Request& request)
 int main(int count, char** words)
 {
     Request request;
-    if (!parse(start_program(count, words), request)) {
+    const std::vector<std::string> arguments = start_program(count, words);
+    if (arguments.size() == 1 && (arguments[0] == "--help" || arguments[0] == "--version")) {
+        if (arguments[0] == "--help") std::cout << usage;
+        else std::cout << "tarvik-dictionary " << version() << '\n';
+        return 0;
+    }
+    if (!parse(arguments, request)) {
         std::cerr << usage;
         return 2;
     }

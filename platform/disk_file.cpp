@@ -73,6 +73,7 @@ public:
         if (!rename_file(path_, target)) require(EXDEV);
         path_.clear();
     }
+    bool link_as(const fs::path& target) const noexcept { return link_file(path_, target); }
 
 private:
     fs::path path_;
@@ -151,6 +152,16 @@ void replace_file(const fs::path& target, std::string_view bytes)
     BesideFile file(target);
     file.write(bytes);
     file.take_place();
+}
+
+void place_new_file(const fs::path& target, std::string_view bytes)
+{
+    Unfinished file(target.parent_path());
+    require(file.file().write(bytes));
+    file.file().flush();
+    if (file.link_as(target)) return;
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(target, error))) file.rename_over(target);
 }
 
 bool is_unfinished(std::string_view file_name) noexcept

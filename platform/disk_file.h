@@ -41,6 +41,9 @@ private:
 
 /// Writes beside the target, flushes to the disk and renames.
 void replace_file(const std::filesystem::path& target, std::string_view bytes);
+/// The same where no file is; one that stands there stays, also one that is made at the same instant where the file
+/// system knows second names.
+void place_new_file(const std::filesystem::path& target, std::string_view bytes);
 /// Whether a file name is one that a BesideFile has until it takes its place.
 bool is_unfinished(std::string_view file_name) noexcept;
 /// Removes what runs that were killed left unfinished in a folder; files that a living process still writes stay.

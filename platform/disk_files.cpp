@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
-#include <system_error>
 #include <utility>
 
 namespace tarvik {
@@ -17,17 +16,6 @@ namespace tarvik {
 namespace fs = std::filesystem;
 
 namespace {
-
-/// Does the work; a failure of the system's is told with the path as the user knows it.
-template <typename Work>
-auto told(TextView action, TextView path, const Work& work)
-{
-    try {
-        return work();
-    } catch (const std::system_error& error) { // the file system's own error is one
-        throw file_failure(action, path, error.code().default_error_condition().value());
-    }
-}
 
 char drive_letter(TextView path) noexcept
 {

@@ -2,9 +2,22 @@
 
 #include "platform/failure.h"
 
+#include <system_error>
+
 namespace tarvik {
 
 /// "无法<action>“<path>”：<reason>。", the reason being the words for the system's error number.
 Failure file_failure(TextView action, TextView path, int error);
+
+/// Does the work; a failure of the system's is told with the path as the user knows it.
+template <typename Work>
+auto told(TextView action, TextView path, const Work& work)
+{
+    try {
+        return work();
+    } catch (const std::system_error& error) { // the file system's own error is one
+        throw file_failure(action, path, error.code().default_error_condition().value());
+    }
+}
 
 } // namespace tarvik

@@ -1,7 +1,8 @@
 #include "platform/large_blocks/large_blocks.h"
 #include "platform/path_text.h"
 #include "platform/program_start.h"
-#include "platform/system_paths.h"
+#include "platform/version.h"
+#include "platform/working_folder.h"
 #include "playback/player.h"
 
 #include <fstream>
@@ -9,14 +10,49 @@
 
 namespace {
 
+using tarvik::Options;
+
 constexpr const char* usage =
     "tarvik-play [--install DIR] [--drive L=DIR]... [--clock \"YYYY-MM-DD hh:mm:ss\"] [--screen W H]\n"
-    "            [--print-to DIR] [--engine ooxml|libreoffice|auto] [--names] SCRIPT\n";
+    "            [--print-to DIR] [--engine ooxml|libreoffice|auto] SCRIPT\n"
+    "tarvik-play --names|--help|--version\n";
 
-int play_script(const tarvik::Options& options)
+constexpr const char* help =
+    "\n"
+    "Plays SCRIPT, a file or - for standard input, in the program without a screen. A script that is\n"
+    "not found as it is given is looked for in the installation folder.\n"
+    "\n"
+    "  --install DIR    the installation folder; without it the program's own folder where it may\n"
+    "                   write there, else the user's own one\n"
+    "  --drive L=DIR    where the root of the drive letter L lies; without it the home folder\n"
+    "  --clock TIME     the time at the start; time passes by the script alone\n"
+    "  --screen W H     the size of the screen in twips\n"
+    "  --print-to DIR   what is printed is put there as a copy; without it printing is a failure\n"
+    "  --engine NAME    what fills workbooks and documents\n"
+    "  --names          prints the names that a script can ask for\n"
+    "  --help           prints this\n"
+    "  --version        prints the version\n"
+    "\n"
+    "The status is 0 when the script reached its end and all that it expected held, 1 when not, 2 for\n"
+    "options that cannot be used.\n";
+
+/// A name that is not there as it is given is one of the installation folder's own scripts.
+std::filesystem::path script_file(const Options& options)
 {
+    const std::filesystem::path given = tarvik::path_of_utf8(options.script), own = options.installation / given;
+    std::error_code error;
+    return std::filesystem::exists(given, error) || !std::filesystem::exists(own, error) ? given : own;
+}
+
+int play_script(Options options)
+{
+    if (options.installation.empty()) {
+        tarvik::WorkingFolder folder = tarvik::open_working_folder();
+        options.installation = std::move(folder.path);
+        options.notice = std::move(folder.trouble);
+    }
     if (options.script == "-") return tarvik::play(options, std::cin, std::cout, std::cerr);
-    const std::filesystem::path file = tarvik::path_of_utf8(options.script);
+    const std::filesystem::path file = script_file(options);
     std::ifstream script(file, std::ios::binary);
     if (!script || std::filesystem::is_directory(file)) {
         std::cerr << "tarvik-play: the script " << options.script << " cannot be read\n";
@@ -25,17 +61,25 @@ int play_script(const tarvik::Options& options)
     return tarvik::play(options, script, std::cout, std::cerr);
 }
 
+int do_as_asked(Options options)
+{
+    switch (options.request) {
+    case Options::Request::Play: return play_script(std::move(options));
+    case Options::Request::Names: tarvik::list_names(std::cout); break;
+    case Options::Request::Help: std::cout << usage << help; break;
+    case Options::Request::Version: std::cout << "tarvik-play " << tarvik::version() << '\n'; break;
+    }
+    return std::cout.flush() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int count, char** words)
 {
     tarvik::reuse_freed_memory();
-    const std::vector<std::string> told = tarvik::start_program(count, words);
+    const std::vector<std::string> arguments = tarvik::start_program(count, words);
     try {
-        const tarvik::Options options = tarvik::parse_options(told, tarvik::program_file().parent_path());
-        if (!options.list_names) return play_script(options);
-        tarvik::list_names(options, std::cout);
-        return 0;
+        return do_as_asked(tarvik::parse_options(arguments));
     } catch (const tarvik::OptionError& error) {
         std::cerr << "tarvik-play: " << error.what() << '\n' << usage;
         return 2;

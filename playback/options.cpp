@@ -66,9 +66,10 @@ void set_engine(Options& options, Values values)
     options.engine = *engine;
 }
 
-void set_list_names(Options& options, Values)
+template <Options::Request request>
+void set_request(Options& options, Values)
 {
-    options.list_names = true;
+    options.request = request;
 }
 
 struct OptionRow {
@@ -77,9 +78,15 @@ struct OptionRow {
     void (*set)(Options& options, Values values);
 };
 constexpr OptionRow rows[] = {
-    {"--install", 1, set_installation}, {"--drive", 1, set_drive},       {"--clock", 1, set_clock},
-    {"--screen", 2, set_screen},        {"--print-to", 1, set_print_to}, {"--engine", 1, set_engine},
-    {"--names", 0, set_list_names},
+    {"--install", 1, set_installation},
+    {"--drive", 1, set_drive},
+    {"--clock", 1, set_clock},
+    {"--screen", 2, set_screen},
+    {"--print-to", 1, set_print_to},
+    {"--engine", 1, set_engine},
+    {"--names", 0, set_request<Options::Request::Names>},
+    {"--help", 0, set_request<Options::Request::Help>},
+    {"--version", 0, set_request<Options::Request::Version>},
 };
 
 const OptionRow* find_row(std::string_view name)
@@ -107,13 +114,12 @@ void take(Options& options, Values& arguments)
 
 } // namespace
 
-Options parse_options(Values arguments, const fs::path& program_folder)
+Options parse_options(Values arguments)
 {
     Options options;
-    options.installation = program_folder;
     options.clock = local_time_now();
     while (!arguments.empty()) take(options, arguments);
-    if (options.script.empty() && !options.list_names) throw OptionError("no script is given");
+    if (options.script.empty() && options.request == Options::Request::Play) throw OptionError("no script is given");
     return options;
 }
 

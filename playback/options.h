@@ -19,18 +19,20 @@ public:
 };
 
 struct Options {
-    std::filesystem::path installation;
+    enum class Request { Play, Names, Help, Version };
+
+    Request request = Request::Play;
+    std::filesystem::path installation;           ///< empty when none is given
+    Text notice;                                  ///< what the user is to be told once the window stands
     std::map<char, std::filesystem::path> drives; ///< by lower-case letter
     std::chrono::local_seconds clock;
     double screen_width = 28800, screen_height = 16200; ///< twips
     std::optional<std::filesystem::path> print_to;
     Engine engine = Engine::Auto;
-    bool list_names = false;
     std::string script; ///< a file, or - for standard input
 };
 
-/// `arguments` go without the program's own name; `program_folder` is the installation folder where none is given.
-/// Throws OptionError.
-Options parse_options(std::span<const std::string> arguments, const std::filesystem::path& program_folder);
+/// `arguments` go without the program's own name. Throws OptionError.
+Options parse_options(std::span<const std::string> arguments);
 
 } // namespace tarvik

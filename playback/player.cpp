@@ -25,10 +25,10 @@ Outcome play_line(Session& session, std::string_view line, const std::string& pl
     }
 }
 
-bool start(Session& session, std::ostream& errors)
+bool start(Session& session, const Text& notice, std::ostream& errors)
 {
     try {
-        session.start();
+        session.start(notice);
         return true;
     } catch (const std::exception& failure) {
         errors << "start-up: " << failure.what() << std::endl;
@@ -41,7 +41,7 @@ bool start(Session& session, std::ostream& errors)
 int play(const Options& options, std::istream& script, std::ostream& out, std::ostream& errors)
 {
     Session session(options, out);
-    if (!start(session, errors)) return 1;
+    if (!start(session, options.notice, errors)) return 1;
     constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
     bool held = true;
     std::string line;
@@ -63,8 +63,10 @@ int play(const Options& options, std::istream& script, std::ostream& out, std::o
     return held ? 0 : 1;
 }
 
-void list_names(const Options& options, std::ostream& out)
+void list_names(std::ostream& out)
 {
+    Options options;
+    options.installation = "/"; // none of its files is asked for
     const Session session(options, out);
     for (const std::string& name : session.names.all()) out << name << '\n';
     out.flush();

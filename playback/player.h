@@ -13,6 +13,6 @@ namespace tarvik {
 int play(const Options& options, std::istream& script, std::ostream& out, std::ostream& errors);
 
 /// The names that a script can ask for, one a line.
-void list_names(const Options& options, std::ostream& out);
+void list_names(std::ostream& out);
 
 } // namespace tarvik

@@ -20,10 +20,11 @@ Session::Session(const Options& options, std::ostream& out)
     };
 }
 
-void Session::start()
+void Session::start(const Text& notice)
 {
     tarvik::start(program);
     user.settle();
+    if (!notice.empty()) tell(program, notice, application_title, Icon::Exclamation);
 }
 
 } // namespace tarvik

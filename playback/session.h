@@ -39,8 +39,8 @@ struct Session {
     VirtualTimers timers;
     User user;
 
-    /// Brings the program to its shown window.
-    void start();
+    /// Brings the program to its shown window, and tells what the user is to know then.
+    void start(const Text& notice);
 };
 
 } // namespace tarvik

@@ -11,6 +11,7 @@ packages_for() {
     libreoffice) echo "libreoffice-calc libreoffice-writer libreoffice-dev" ;;
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev" ;;
     windows-package) echo "qt6-base-dev nsis xvfb xauth xdotool imagemagick fonts-wqy-microhei" ;;
+    package) echo "dpkg-dev file lintian" ;;
     bench) echo "gawk python3 python3-docx python3-openpyxl libc-bin xvfb xdotool" ;;
     pictures) echo "xvfb xdotool imagemagick fonts-wqy-microhei" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;

@@ -42,7 +42,7 @@ protected:
     std::vector<std::string> names() const
     {
         std::ostringstream out;
-        list_names(options(), out);
+        list_names(out);
         std::istringstream lines(out.str());
         std::vector<std::string> names;
         for (std::string name; std::getline(lines, name);) names.push_back(name);

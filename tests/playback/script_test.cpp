@@ -101,7 +101,7 @@ namespace {
 
 Options parsed(const std::vector<std::string>& arguments)
 {
-    return parse_options(arguments, "/programs");
+    return parse_options(arguments);
 }
 
 std::string refusal(const std::vector<std::string>& arguments)
@@ -125,7 +125,8 @@ std::string shown_time(const VirtualClock& clock)
 TEST(PlayerOptions, AreTakenInAnyOrder)
 {
     const Options plain = parsed({"a.play"});
-    EXPECT_EQ(plain.installation, "/programs");
+    EXPECT_EQ(plain.installation, "");
+    EXPECT_EQ(plain.request, Options::Request::Play);
     EXPECT_EQ(plain.screen_width, 28800);
     EXPECT_FALSE(plain.print_to);
 
@@ -137,7 +138,9 @@ TEST(PlayerOptions, AreTakenInAnyOrder)
     EXPECT_EQ(all.screen_height, 9562.5);
     EXPECT_EQ(all.engine, Engine::Ooxml);
     EXPECT_EQ(all.installation, "/tmp");
-    EXPECT_TRUE(parsed({"--names"}).list_names);
+    EXPECT_EQ(parsed({"--names"}).request, Options::Request::Names);
+    EXPECT_EQ(parsed({"--help"}).request, Options::Request::Help);
+    EXPECT_EQ(parsed({"--version"}).request, Options::Request::Version);
 }
 
 TEST(PlayerOptions, AreRefusedWhenTheyCannotBeUsed)

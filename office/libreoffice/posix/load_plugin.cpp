@@ -22,7 +22,7 @@ Plugin& load_plugin(const fs::path& file)
     std::error_code error;
     if (!fs::exists(file, error))
         throw ooxml::Damage(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(utf8_of(file.filename())) +
-                            U"；请安装 libreoffice-dev 后重新编译程序。");
+                            U"；请安装 tarvik-libreoffice；自行编译的程序，请安装 libreoffice-dev 后重新编译。");
     void* const library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!library) throw ooxml::Damage(U"没有找到 LibreOffice；" + Text(packages));
     const auto make = reinterpret_cast<PluginFunction*>(::dlsym(library, plugin_function));
@@ -35,7 +35,10 @@ Plugin& load_plugin(const fs::path& file)
 
 fs::path usual_plugin_file()
 {
-    return program_file().parent_path() / plugin_file;
+    std::error_code error;
+    const fs::path folder = program_file().parent_path();
+    const fs::path packaged = folder.parent_path() / "lib/tarvik" / plugin_file;
+    return folder.filename() == "bin" && fs::exists(packaged, error) ? packaged : folder / plugin_file;
 }
 
 } // namespace tarvik::libreoffice

@@ -190,7 +190,7 @@ TEST(OfficeSettings, what_is_missing_is_told)
     const auto open = [&] { engines.create_spreadsheet()->open(U"t.xlsx"); };
     EXPECT_EQ(failure_of(open),
               "无法处理工作簿“t.xlsx”：需要 LibreOffice，而程序缺少驱动它的插件 tarvik-libreoffice.so；"
-              "请安装 libreoffice-dev 后重新编译程序。");
+              "请安装 tarvik-libreoffice；自行编译的程序，请安装 libreoffice-dev 后重新编译。");
     folder.write(libreoffice::plugin_file, "not a library");
     EXPECT_EQ(failure_of(open),
               "无法处理工作簿“t.xlsx”：没有找到 LibreOffice；请安装 libreoffice-calc 和 libreoffice-writer。");

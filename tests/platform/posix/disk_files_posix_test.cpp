@@ -1,13 +1,12 @@
 #include "tests/platform/disk_files_fixture.h"
 
 #include "platform/file_name.h"
+#include "tests/support/full_disk.h"
 
 #include <gmock/gmock.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,29 +16,6 @@ namespace {
 namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
-
-/// No file of this process grows above the limit while this lives: a full disk.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t limit)
-    {
-        old_signal_ = std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &old_);
-        const rlimit full{limit, old_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &full);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &old_);
-        std::signal(SIGXFSZ, old_signal_);
-    }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit old_{};
-    void (*old_signal_)(int);
-};
 
 TEST_F(DiskFilesTest, OwnNamesAndTheHomeFolder)
 {

@@ -1,0 +1,10 @@
+#include "platform/version.h"
+
+namespace tarvik {
+
+std::string_view version() noexcept
+{
+    return TARVIK_VERSION;
+}
+
+} // namespace tarvik

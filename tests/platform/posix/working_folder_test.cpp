@@ -1,0 +1,230 @@
+#include "platform/working_folder.h"
+
+#include "platform/system_paths.h"
+#include "tests/support/full_disk.h"
+#include "tests/support/test_program.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <functional>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace tarvik::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+/// What the work gives when a user does it whom the permissions of files bind.
+std::string as_ordinary_user(const std::function<std::string()>& work)
+{
+    constexpr uid_t nobody = 65534;
+    int ends[2];
+    if (::pipe(ends) != 0) return "no pipe";
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const bool bound = ::geteuid() != 0 || ::setuid(nobody) == 0;
+        const std::string given = bound ? work() : "still root";
+        const auto size = static_cast<ssize_t>(given.size());
+        ::_exit(::write(ends[1], given.data(), given.size()) == size ? 0 : 1);
+    }
+    ::close(ends[1]);
+    std::string given;
+    char byte = 0;
+    while (::read(ends[0], &byte, 1) == 1) given += byte;
+    ::close(ends[0]);
+    ::waitpid(child, nullptr, 0);
+    return given;
+}
+
+/// A program installed for everybody, and the home of one user.
+class WorkingFolderTest : public testing::Test {
+protected:
+    WorkingFolderTest()
+    {
+        fs::create_directories(usr.path() / "bin");
+        install("z5.xlsx", "template 1");
+        install("photo/a.jpg", "picture 1");
+        install("维修/送修单/甲.xlsx", "order 1");
+    }
+
+    void install(const std::string& name, std::string_view bytes) const
+    {
+        const fs::path file = usr.path() / "share/tarvik/installation" / name;
+        fs::create_directories(file.parent_path());
+        std::ofstream(file, std::ios::binary) << bytes;
+    }
+    WorkingFolder start(std::string_view version = "1") const
+    {
+        return open_working_folder(usr.path() / "bin", home.path(), version);
+    }
+    /// "name: bytes" of every file that the user has, the list aside.
+    std::vector<std::string> own_files() const
+    {
+        std::vector<std::string> found;
+        for (const auto& entry : fs::recursive_directory_iterator(own))
+            if (entry.is_regular_file() && entry.path().filename() != ".handed-out") {
+                const std::string name = entry.path().lexically_relative(own).string();
+                found.push_back(name + ": " + home.read("tarvik/" + name));
+            }
+        std::sort(found.begin(), found.end());
+        return found;
+    }
+
+    TemporaryFolder usr, home;
+    fs::path own = home.path() / "tarvik";
+};
+
+} // namespace
+
+TEST_F(WorkingFolderTest, TheFirstStartFillsTheUsersOwnFolder)
+{
+    const WorkingFolder folder = start();
+    EXPECT_EQ(folder.path, own);
+    EXPECT_EQ(to_utf8(folder.trouble), "");
+    EXPECT_THAT(own_files(),
+                ElementsAre("photo/a.jpg: picture 1", "z5.xlsx: template 1", "维修/送修单/甲.xlsx: order 1"));
+    EXPECT_EQ(home.read("tarvik/.handed-out"), "1\tphoto/a.jpg\n1\tz5.xlsx\n1\t维修/送修单/甲.xlsx\n");
+}
+
+TEST_F(WorkingFolderTest, ALaterVersionAddsWhatIsNewAndTouchesNothingOfTheUsers)
+{
+    start();
+    home.write("tarvik/z5.xlsx", "the user's template");
+    home.write("tarvik/Z9.XLSX", "the user's summary");
+    fs::remove_all(own / "photo");
+    install("z5.xlsx", "template 2");
+    install("z9.xlsx", "summary 2");
+    install("photo/b.jpg", "picture 2");
+    install("维修/送修单/甲.xlsx", "order 2");
+
+    for (int again = 0; again < 2; ++again) {
+        EXPECT_EQ(to_utf8(start("2").trouble), "");
+        EXPECT_THAT(own_files(), ElementsAre("Z9.XLSX: the user's summary", "photo/b.jpg: picture 2",
+                                             "z5.xlsx: the user's template", "维修/送修单/甲.xlsx: order 1"));
+    }
+    EXPECT_EQ(home.read("tarvik/.handed-out"),
+              "1\tphoto/a.jpg\n2\tphoto/b.jpg\n1\tz5.xlsx\n2\tz9.xlsx\n1\t维修/送修单/甲.xlsx\n");
+    fs::remove(own / "Z9.XLSX");
+    start("3");
+    EXPECT_FALSE(fs::exists(own / "z9.xlsx")) << "what the user had under that name was deleted";
+}
+
+TEST_F(WorkingFolderTest, WithoutItsListWhatIsMissingComesBack)
+{
+    start();
+    home.write("tarvik/z5.xlsx", "the user's template");
+    fs::remove(own / "photo/a.jpg");
+    fs::remove(own / ".handed-out");
+    start();
+    EXPECT_THAT(own_files(),
+                ElementsAre("photo/a.jpg: picture 1", "z5.xlsx: the user's template", "维修/送修单/甲.xlsx: order 1"));
+}
+
+TEST_F(WorkingFolderTest, StartsAtTheSameTimeGiveWholeFiles)
+{
+    const std::string large(3'000'000, 'x');
+    install("a.txt", large);
+    std::vector<std::thread> starts;
+    std::vector<WorkingFolder> folders(8);
+    for (WorkingFolder& folder : folders)
+        starts.emplace_back([&folder, &large, this] {
+            folder = start();
+            if (home.read("tarvik/a.txt") != large) folder.trouble += U"a.txt is not whole";
+        });
+    for (std::thread& one : starts) one.join();
+    for (const WorkingFolder& folder : folders) {
+        EXPECT_EQ(to_utf8(folder.trouble), "");
+        EXPECT_EQ(folder.path, own);
+    }
+    EXPECT_EQ(own_files().size(), 4U) << "a file was left unfinished";
+}
+
+TEST_F(WorkingFolderTest, AFolderThatCannotBeMadeLeavesTheInstalledOneAndIsTold)
+{
+    std::ofstream(own) << "a file in the way";
+    const WorkingFolder folder = start();
+    EXPECT_EQ(folder.path, usr.path() / "share/tarvik/installation");
+    EXPECT_THAT(to_utf8(folder.trouble), HasSubstr("无法建立文件夹“" + own.string() + "”："));
+    EXPECT_THAT(to_utf8(folder.trouble), HasSubstr("不能在其中保存"));
+}
+
+TEST_F(WorkingFolderTest, AFullDiskIsToldAndTheNextStartGoesOn)
+{
+    install("a.txt", "short");
+    install("b.txt", std::string(5000, 'x'));
+    {
+        const FullDisk full(4096);
+        const WorkingFolder folder = start();
+        EXPECT_EQ(folder.path, own);
+        EXPECT_THAT(to_utf8(folder.trouble), HasSubstr("无法写入文件“" + (own / "b.txt").string() + "”：文件太大"));
+        EXPECT_THAT(own_files(), ElementsAre("a.txt: short"));
+    }
+    home.write("tarvik/a.txt", "changed");
+    EXPECT_EQ(to_utf8(start().trouble), "");
+    EXPECT_EQ(own_files().size(), 5U);
+    EXPECT_EQ(home.read("tarvik/a.txt"), "changed");
+}
+
+TEST_F(WorkingFolderTest, AListThatCannotBeReadBringsNothingBack)
+{
+    start();
+    fs::remove(own / "z5.xlsx");
+    fs::remove(own / ".handed-out");
+    fs::create_directory(own / ".handed-out");
+    EXPECT_THAT(to_utf8(start().trouble), HasSubstr(".handed-out”："));
+    EXPECT_FALSE(fs::exists(own / "z5.xlsx"));
+}
+
+TEST_F(WorkingFolderTest, AProgramAmongItsFilesStaysThereWhereItMayWrite)
+{
+    const fs::path unpacked = usr.path() / "unpacked";
+    fs::create_directories(unpacked);
+    usr.write("unpacked/tarvik-play", "a program");
+    usr.write("unpacked/3139.txt", "a report");
+    EXPECT_EQ(open_working_folder(unpacked, home.path(), "1").path, unpacked);
+    EXPECT_FALSE(fs::exists(own));
+
+    // For somebody else it is a program that is installed, itself no part of what is handed out.
+    ::chmod(unpacked.c_str(), 0555);
+    ::chmod(usr.path().c_str(), 0755);
+    ::chmod(home.path().c_str(), 0777);
+    EXPECT_EQ(as_ordinary_user([&] {
+                  const WorkingFolder folder = open_working_folder(unpacked, home.path(), "1");
+                  return folder.path.string() + to_utf8(folder.trouble);
+              }),
+              own.string());
+    EXPECT_THAT(own_files(), ElementsAre("3139.txt: a report"));
+}
+
+TEST_F(WorkingFolderTest, AHomeThatMayNotBeWrittenIsTold)
+{
+    ::chmod(usr.path().c_str(), 0755);
+    ::chmod(home.path().c_str(), 0555);
+    EXPECT_THAT(as_ordinary_user([&] { return to_utf8(start().trouble); }), HasSubstr("”：没有权限。程序暂时使用"));
+    ::chmod(home.path().c_str(), 0755);
+}
+
+TEST(UserDataFolder, IsTheOneThatTheUserNames)
+{
+    const auto with = [](const char* data, const char* home) {
+        return as_ordinary_user([=] {
+            ::setenv("XDG_DATA_HOME", data, 1);
+            ::setenv("HOME", home, 1);
+            return user_data_folder().string();
+        });
+    };
+    EXPECT_EQ(with("/data", "/home/li"), "/data");
+    EXPECT_EQ(with("", "/home/li"), "/home/li/.local/share");
+    EXPECT_EQ(with("data", "/home/li"), "/home/li/.local/share");
+    EXPECT_THAT(with("", ""), testing::EndsWith("/.local/share"));
+}
+
+} // namespace tarvik::test
