@@ -35,6 +35,7 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/docs/pictures DESTINATION share/doc/tarv
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME tarvik)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "") # each package has its own
 set(CPACK_PACKAGE_CONTACT "Tarvik maintainers <maintainers@tarvik.example>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -50,10 +51,12 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_COMPONENTS_ALL tarvik)
 set(CPACK_DEBIAN_TARVIK_PACKAGE_NAME tarvik)
 set(CPACK_DEBIAN_TARVIK_PACKAGE_SECTION text)
-set(CPACK_COMPONENT_TARVIK_DESCRIPTION "reports, dockets and dictionaries from the keyboard
-Tarvik reads text documents in pages, looks words up in dictionaries, makes tables of tab-delimited reports and
-compares, sorts and counts them, and fills spreadsheets in batch by commands typed into its query box. Its window is
-Chinese. The package holds the window, the player for unattended runs and the dictionary tool.")
+set(CPACK_DEBIAN_TARVIK_DESCRIPTION "reports, dockets and dictionaries from the keyboard
+Tarvik reads text documents in pages, looks words up in dictionaries, makes
+tables of tab-delimited reports and compares, sorts and counts them, and fills
+spreadsheets in batch by commands typed into its query box. Its window is
+Chinese. The package holds the window, the player for unattended runs and the
+dictionary tool.")
 set(CPACK_DEBIAN_TARVIK_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk")
 set(CPACK_DEBIAN_TARVIK_PACKAGE_SUGGESTS "tarvik-libreoffice, fcitx5-frontend-qt6, qt6-wayland")
 if(TARVIK_DESKTOP)
@@ -65,8 +68,9 @@ if(TARGET tarvik-libreoffice)
   list(APPEND CPACK_COMPONENTS_ALL libreoffice)
   set(CPACK_DEBIAN_LIBREOFFICE_PACKAGE_NAME tarvik-libreoffice)
   set(CPACK_DEBIAN_LIBREOFFICE_PACKAGE_SECTION text)
-  set(CPACK_COMPONENT_LIBREOFFICE_DESCRIPTION "old workbooks and documents, and printing, for Tarvik
-With this plugin Tarvik has LibreOffice work on .xls workbooks and binary .doc documents, and print.")
+  set(CPACK_DEBIAN_LIBREOFFICE_DESCRIPTION "old workbooks and documents, and printing, for Tarvik
+With this plugin Tarvik has LibreOffice work on workbooks in the .xls format
+and on documents in the binary .doc format, and print.")
   set(CPACK_DEBIAN_LIBREOFFICE_PACKAGE_DEPENDS "tarvik (= ${PROJECT_VERSION})")
   set(CPACK_DEBIAN_LIBREOFFICE_PACKAGE_RECOMMENDS "libreoffice-calc, libreoffice-writer")
 endif()

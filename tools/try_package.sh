@@ -5,6 +5,7 @@
 set -eu
 package=$1
 root=$(mktemp -d)
+chmod 755 "$root"
 trap 'umount "$root/proc" 2> /dev/null || true; rm -rf "$root"' EXIT
 fail() {
     echo "try package: $1" >&2
@@ -24,7 +25,7 @@ inside apt-get install -y -qq --no-install-recommends /tmp/tarvik.deb > /dev/nul
 echo "== first start to dockets"
 own=$root/home/clerk/.local/share/tarvik
 for program in tarvik tarvik-play tarvik-dictionary; do clerk "$program --version && $program --help > /dev/null"; done
-clerk 'tarvik-play --drive d=out docket.play > played.txt'
+clerk 'mkdir out && tarvik-play --drive d=out docket.play > played.txt'
 grep -q '^message .*不能\|^message .*无法' "$root/home/clerk/played.txt" && fail "a box of trouble"
 has 27
 diff -r -x .handed-out -x '*.xlsx' "$root/usr/share/tarvik/installation" "$own" > "$root/tmp/differences" ||
