@@ -82,4 +82,12 @@ sleep 0.5
 xdotool key Escape
 wait_for grep -q blue betweenp.txt
 grep -q apple betweenp.txt && fail "the query was not the selected word"
+
+# A limit of size is a failed write, which is told in a box, and no sudden end.
+xdotool key Return
+sleep 0.5
+prlimit --fsize=0 --pid "$desktop"
+xdotool key Escape
+sleep 1
+kill -0 "$desktop" || fail "the program went at a write that failed"
 echo "real screen: typed, clicked, selected and pasted"
