@@ -3,6 +3,7 @@
 #include "platform/code_page.h"
 #include "platform/path_text.h"
 #include "tests/support/places.h"
+#include "tests/support/quick_disk.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
@@ -261,11 +262,7 @@ const Job jobs[] = {
 
 class FaultyDisk : public testing::TestWithParam<Job> {
 protected:
-    // Thousands of saves are flushed; in memory that costs nothing.
-    static void SetUpTestSuite()
-    {
-        if (fs::is_directory("/dev/shm")) ::setenv("TMPDIR", "/dev/shm", 1);
-    }
+    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
 };
 
 TEST_P(FaultyDisk, costs_one_message_and_nothing_else)

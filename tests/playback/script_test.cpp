@@ -1,3 +1,4 @@
+#include "platform/system_paths.h"
 #include "playback/options.h"
 #include "playback/script.h"
 #include "playback/values.h"
@@ -133,11 +134,11 @@ TEST(PlayerOptions, AreTakenInAnyOrder)
     const Options all = parsed({"--drive", "D=/tmp/out", "-", "--screen", "17000", "9562.5", "--engine", "ooxml",
                                 "--drive", "e=/", "--print-to", "/tmp/paper/", "--install", "/tmp"});
     EXPECT_EQ(all.script, "-");
-    EXPECT_EQ(all.drives.at('d'), "/tmp/out");
-    EXPECT_EQ(all.drives.at('e'), "/");
+    EXPECT_EQ(all.drives.at('d'), full_path("/tmp/out"));
+    EXPECT_EQ(all.drives.at('e'), full_path("/"));
     EXPECT_EQ(all.screen_height, 9562.5);
     EXPECT_EQ(all.engine, Engine::Ooxml);
-    EXPECT_EQ(all.installation, "/tmp");
+    EXPECT_EQ(all.installation, full_path("/tmp"));
     EXPECT_EQ(parsed({"--names"}).request, Options::Request::Names);
     EXPECT_EQ(parsed({"--help"}).request, Options::Request::Help);
     EXPECT_EQ(parsed({"--version"}).request, Options::Request::Version);
@@ -153,7 +154,7 @@ TEST(PlayerOptions, AreRefusedWhenTheyCannotBeUsed)
         {{"a", "--screen", "100"}, "--screen lacks its value"},
         {{"a", "--screen", "100", "high"}, "not high"},
         {{"a", "--screen", "0", "100"}, "not 0"},
-        {{"a", "--install", "/no/such/folder"}, "/no/such/folder"},
+        {{"a", "--install", "/no/such/folder"}, "there is no folder "},
         {{"a", "--drive", "d"}, "LETTER=DIR"},
         {{"a", "--drive", "dd=/tmp"}, "LETTER=DIR"},
         {{"a", "--drive", "1=/tmp"}, "LETTER=DIR"},
