@@ -16,7 +16,7 @@ public:
     constexpr std::size_t number() const noexcept { return number_; }
     constexpr std::size_t offset() const noexcept { return number_ - 1; }
 
-    friend constexpr auto operator<=>(Position, Position) = default;
+    friend constexpr auto operator<=>(Position, Position) = default; // NOLINT(modernize-use-nullptr): of the checker
     friend constexpr Position operator+(Position position, std::size_t characters) noexcept
     {
         return Position(position.number_ + characters);
