@@ -38,6 +38,7 @@ private:
 // be read is none of the older formats; who opens it tells why.
 bool is_of_older_format(Files& files, TextView path)
 {
+    if (!files.file_exists(path)) return false; // a pipe would hold the program up
     std::array<char, 8> beginning{};
     std::ifstream stream(files.resolve(path), std::ios::binary);
     stream.read(beginning.data(), beginning.size());

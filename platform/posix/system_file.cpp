@@ -34,7 +34,7 @@ int flags_of(Opening opening) noexcept
     switch (opening) {
     case Opening::Read: return O_RDONLY | O_NONBLOCK;
     case Opening::Leftover: return O_RDONLY | O_NONBLOCK | O_NOFOLLOW;
-    case Opening::Append: return O_WRONLY | O_CREAT | O_APPEND;
+    case Opening::Append: return O_WRONLY | O_CREAT | O_APPEND | O_NONBLOCK;
     case Opening::Scratch: return O_WRONLY | O_CREAT | O_NONBLOCK;
     default: return O_WRONLY | O_CREAT | O_EXCL;
     }

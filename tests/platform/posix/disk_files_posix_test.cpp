@@ -107,6 +107,25 @@ TEST_F(DiskFilesTest, PipesAreNoFiles)
     ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
     EXPECT_THAT(failure([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
     EXPECT_THAT(failure([&] { files.open_for_output(U"pipe"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure([&] { files.append(U"pipe", "line"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure([&] { files.replace(U"pipe", "line"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure([&] { files.move_file(U"pipe", U"moved"); }), HasSubstr("pipe"));
+}
+
+TEST_F(DiskFilesTest, AWalkPassesOverWhatIsNoFile)
+{
+    const auto folder = installation.path() / "walk";
+    fs::create_directory(folder);
+    ASSERT_EQ(::mkfifo((folder / "pipe.xlsx").c_str(), 0600), 0);
+    fs::create_symlink("loop.xlsx", folder / "loop.xlsx");
+    fs::create_symlink(".", folder / "circle.xlsx");
+    fs::create_symlink("nowhere", folder / "dangling.xlsx");
+    fs::create_symlink("/dev/zero", folder / "device.xlsx");
+    installation.write("walk/file.xlsx", "x");
+    fs::create_symlink("file.xlsx", folder / "link.xlsx");
+    EXPECT_EQ(files.file_names(U"walk"), (std::vector<Text>{U"file.xlsx", U"link.xlsx"}));
+    EXPECT_THAT(failure([&] { files.read(U"walk\\loop.xlsx"); }), HasSubstr("loop.xlsx"));
+    EXPECT_THAT(failure([&] { files.read(U"walk\\device.xlsx"); }), HasSubstr("device.xlsx"));
 }
 
 } // namespace
