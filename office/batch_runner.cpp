@@ -1,8 +1,10 @@
 #include "office/batch_runner.h"
 
 #include "calendar/calendar.h"
+#include "office/folder_walk.h"
 
 #include <cmath>
+#include <utility>
 
 namespace tarvik {
 
@@ -112,6 +114,7 @@ void batch_tick(Program& program, const Control& timer, const TimerTable& table)
     const auto is_due = [&](const auto& row) { return &(program.form1.*row.timer) == &timer; };
     if (program.run.stop_wished) {
         stop_run(program);
+        tell_failures(program, std::exchange(program.run.failures, {}));
         return;
     }
     try {
@@ -120,6 +123,11 @@ void batch_tick(Program& program, const Control& timer, const TimerTable& table)
             if (is_due(family)) family_tick(program, family);
         for (const OwnTick& own : table.own_ticks)
             if (is_due(own)) own.tick(program);
+    } catch (const Failure& failure) {
+        stop_run(program);
+        const auto failures = std::exchange(program.run.failures, {});
+        if (failures.empty()) throw;
+        throw Failure(failure.message() + U"\r\n" + failures_text(failures));
     } catch (...) {
         stop_run(program);
         throw;

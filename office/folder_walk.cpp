@@ -41,13 +41,17 @@ std::vector<Text> work_on(const std::vector<Text>& names, const std::function<vo
     return failures;
 }
 
-void tell_failures(Program& program, const std::vector<Text>& failures)
+Text failures_text(const std::vector<Text>& failures)
 {
-    if (failures.empty()) return;
     Text text = U" 请注意：\r\n有" + number_text(static_cast<double>(failures.size())) + U"个文件没有处理：";
     for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) text += U"\r\n" + failures[i];
     if (failures.size() > most_told) text += U"\r\n……";
-    tell(program, text);
+    return text;
+}
+
+void tell_failures(Program& program, const std::vector<Text>& failures)
+{
+    if (!failures.empty()) tell(program, failures_text(failures));
 }
 
 void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work)

@@ -23,6 +23,8 @@ std::vector<Text> walked_names(const Program& program, TextView folder);
 
 /// Works on each of these files in turn. One that fails is passed over; gives what failed, and why.
 std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
+/// What tells of all these failures; at least one.
+Text failures_text(const std::vector<Text>& failures);
 /// Tells of all failures in one message; nothing when there are none.
 void tell_failures(Program& program, const std::vector<Text>& failures);
 /// Both: what failed is told when the other files are done.

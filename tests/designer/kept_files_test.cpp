@@ -74,5 +74,26 @@ TEST_F(KeptFiles, a_folder_in_the_way_and_a_name_that_is_full)
     EXPECT_TRUE(stands("out/b2 (2).pdf"));
 }
 
+TEST_F(KeptFiles, a_file_that_cannot_be_moved_stays_and_is_told)
+{
+    int unmovable = 0;
+    for (std::size_t operation = 1; operation <= 20; ++operation) {
+        std::filesystem::remove_all(started.drive_d.path() / "out");
+        for (const char* name : {"a1.pdf", "b2.pdf"}) source_file(name);
+        started.faulty.fail_at(operation);
+        keep(U"a1\r\nb2\r\n");
+        started.faulty.fail_at(0);
+        const auto messages = told();
+        if (messages.back().find(U"有1个文件没有处理") == Text::npos) continue;
+        ++unmovable;
+        EXPECT_NE(stands("src/a1.pdf"), stands("src/b2.pdf"));
+        EXPECT_NE(stands("src/a1.pdf"), stands("out/a1.pdf"));
+        EXPECT_NE(stands("src/b2.pdf"), stands("out/b2.pdf"));
+        EXPECT_EQ(missing(), "") << "both values have their file";
+        EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
+    }
+    EXPECT_EQ(unmovable, 2) << "each of the two moves failed once";
+}
+
 } // namespace
 } // namespace tarvik

@@ -121,5 +121,26 @@ TEST_F(LiveComparison, a_file_that_fails_is_told_at_the_end_with_the_others_done
     EXPECT_GT(office.fail_at, 20);
 }
 
+TEST_F(LiveComparison, a_run_that_ends_early_tells_what_it_passed_over)
+{
+    design_of_two_cells();
+    source_file("a1.xlsx");
+    source_file("c3.xlsx");
+    office.failing = U"a1.xlsx";
+    for (const bool stops : {true, false}) {
+        started.dialogs.files = {U"d:\\src\\a1.xlsx"};
+        press_enter(U"An tomation", {Answer::OK});
+        tick(form1.Timer8);
+        (void)told();
+        (stops ? program.run.stop_wished : form1.comp) = true;
+        run(form1.Timer8);
+        const auto messages = told();
+        ASSERT_EQ(messages.size(), 1U);
+        EXPECT_NE(messages[0].find(U"a1.xlsx"), Text::npos);
+        EXPECT_EQ(messages[0].find(U"comp") == Text::npos, stops);
+        expect_idle();
+    }
+}
+
 } // namespace
 } // namespace tarvik
