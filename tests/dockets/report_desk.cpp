@@ -1,6 +1,7 @@
 #include "tests/dockets/report_desk.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik::test {
 
@@ -145,8 +146,10 @@ void ReportDesk::expect_clean_failures(TextView command, const std::vector<Text>
     std::vector<Cells> before;
     for (const Text& path : untouched) before.push_back(workbook(path));
     started.dialogs.messages.clear();
+    office.saved_documents.clear();
     office.operations = 0;
     play(command);
+    const auto documents = std::exchange(office.saved_documents, {});
     const int operations = office.operations;
     const std::size_t questions = started.dialogs.messages.size();
     ASSERT_GT(operations, 10);
@@ -164,6 +167,11 @@ void ReportDesk::expect_clean_failures(TextView command, const std::vector<Text>
         expect_idle();
         for (std::size_t i = 0; i < untouched.size(); ++i)
             EXPECT_EQ(lines_of(workbook(untouched[i])), lines_of(before[i])) << to_utf8(untouched[i]);
+        for (const auto& [path, document] : std::exchange(office.saved_documents, {})) {
+            ASSERT_TRUE(documents.contains(path)) << to_utf8(path);
+            EXPECT_TRUE(document.cells == documents.at(path).cells && document.pictures == documents.at(path).pictures)
+                << to_utf8(path) << " is saved half-written";
+        }
     }
     office.fail_at = 0;
 }

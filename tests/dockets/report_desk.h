@@ -66,7 +66,8 @@ protected:
     void expect_idle();
 
     /// Plays the command with a failure at each operation of the office in turn, until a run comes through. After each
-    /// there is one message, everything is idle, and the files `untouched` hold what they held.
+    /// there is one message, everything is idle, the files `untouched` hold what they held, and every document that was
+    /// saved is one that a run without failures saves.
     void expect_clean_failures(TextView command, const std::vector<Text>& untouched);
 
 private:

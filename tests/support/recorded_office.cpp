@@ -133,6 +133,7 @@ public:
     {
         office_.count();
         task().saved_as = path.str();
+        office_.saved_documents[task().saved_as] = task();
     }
     void print_out() override
     {

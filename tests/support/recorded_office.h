@@ -37,6 +37,7 @@ public:
     std::vector<RecordedTask> tasks;
     std::vector<RecordedDocumentTask> documents;
     std::map<Text, Cells> files; ///< by the path as it was given; a path that nobody preset opens as an empty workbook
+    std::map<Text, RecordedDocumentTask> saved_documents; ///< by their path, as they stood when they were saved
     Text failing;
     int fail_at = 0, operations = 0;
     int open_applications = 0;
