@@ -1,5 +1,5 @@
 # The commands that a developer needs; each installs what is missing first.
-.PHONY: run build test check bench format package windows clean
+.PHONY: run build test check bench kill valgrind format package windows clean
 
 installation = build/installation
 
@@ -24,6 +24,15 @@ bench:
 	@sh tools/install_packages.sh bench libreoffice
 	@$(MAKE) --no-print-directory build
 	@sh bench/run.sh $(installation)
+
+kill: build
+	@python3 tests/kills/kills.py $(installation)/tarvik-play build/tests/kill_points.so installation installation --every --random 200
+
+valgrind:
+	@sh tools/install_packages.sh build valgrind
+	@cmake --preset debug
+	@cmake --build --preset debug --target tarvik-play installation
+	@sh tools/valgrind_docket.sh build/debug/installation
 
 format:
 	@sh tools/install_packages.sh check

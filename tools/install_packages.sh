@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the Debian packages that building, testing or checking needs, those only that are missing.
-# usage: install_packages.sh build|test|check|bench|pictures|libreoffice|windows|windows-package ...
+# usage: install_packages.sh build|test|check|bench|valgrind|pictures|libreoffice|windows|windows-package ...
 set -eu
 
 packages_for() {
@@ -12,6 +12,7 @@ packages_for() {
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev" ;;
     windows-package) echo "qt6-base-dev nsis xvfb xauth xdotool imagemagick fonts-wqy-microhei" ;;
     package) echo "dpkg-dev file lintian" ;;
+    valgrind) echo "valgrind" ;;
     bench) echo "gawk python3 python3-docx python3-openpyxl libc-bin xvfb xdotool" ;;
     pictures) echo "xvfb xdotool imagemagick fonts-wqy-microhei" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;

@@ -1,0 +1,173 @@
+#!/usr/bin/env python3
+"""Kills the player while it writes and looks at what is left.
+
+After each kill every file that a save had begun on holds what it held before or what a save put in its place, whole;
+nothing else in the folders has changed, scratch files aside; and the same script played again leaves what it leaves
+when nothing disturbs it, byte for byte, with no leftover of the killed run.
+
+usage: kills.py PLAYER SHIM INSTALLATION SCRIPTS [--every] [--random N] [--some N] [--seed N]
+  --every     kill right before and right after every flush and every rename of every script
+  --some N    kill at N of these moments, spread over the scripts
+  --random N  kill at N moments of time, spread over the scripts
+"""
+
+import argparse
+import os
+import pathlib
+import random
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+RUNS = ["docket", "bendocket", "dockword", "testsesameA", "order", "prices", "save"]
+CLOCK = "2024-03-01 09:05:07"
+
+
+def is_leftover(name):
+    return name.startswith(".tarvik-") and name.endswith(".tmp")
+
+
+def snapshot(root):
+    return {
+        str(path.relative_to(root)): path.read_bytes()
+        for path in sorted(root.rglob("*"))
+        if path.is_file() and not path.is_symlink()
+    }
+
+
+class Run:
+    """One script, with what it does when nothing disturbs it."""
+
+    def __init__(self, options, script, work):
+        self.options, self.script, self.work = options, script, work
+        self.before = work / "before"
+        (self.before / "d").mkdir(parents=True)
+        shutil.copytree(options.installation, self.before / "installation", ignore=shutil.ignore_patterns("tarvik*"))
+        log = work / "log"
+        log.mkdir()
+        root = self.fresh()
+        started = time.monotonic()
+        status, told = self.play(root, log=log)
+        self.seconds = time.monotonic() - started
+        if status != 0:
+            sys.exit(f"{script.name}: undisturbed it ends with {status}\n{told}")
+        self.old, self.new = snapshot(self.before), snapshot(root)
+        self.moments = int((log / "moments").read_text()) if (log / "moments").exists() else 0
+        if self.moments == 0:
+            sys.exit(f"{script.name}: it flushed and renamed nothing; the shim is not loaded")
+        self.versions = {}
+        for number, target in enumerate((log / "targets").read_text().splitlines(), 1):
+            name = os.path.relpath(target, root)
+            self.versions.setdefault(name, set()).add((log / str(number)).read_bytes())
+        # What is written in place is a scratch file: a text that only the program reads, in the installation folder.
+        self.scratch = {name for name, data in self.new.items()
+                        if self.old.get(name) != data and name not in self.versions}
+        for name in self.scratch:
+            if not name.startswith("installation/") or not name.lower().endswith(".txt") or name in self.old:
+                sys.exit(f"{script.name}: {name} is no scratch file, yet it is written in place")
+
+    def fresh(self):
+        root = self.work / "root"
+        shutil.rmtree(root, ignore_errors=True)
+        shutil.copytree(self.before, root)
+        return root
+
+    def start(self, root, environment):
+        command = [self.options.player, "--install", root / "installation", "--drive", f"d={root}/d", "--clock", CLOCK,
+                   self.script]
+        return subprocess.Popen(command, env=dict(os.environ, **environment), stdout=subprocess.PIPE,
+                                stderr=subprocess.STDOUT)
+
+    def play(self, root, kill_at=0, log=None):
+        environment = {"LD_PRELOAD": str(self.options.shim), "TARVIK_KILL_AT": str(kill_at)}
+        # The sanitizers' library wants to be the first one.
+        environment["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
+        if log:
+            environment["TARVIK_KILL_LOG"] = str(log)
+        process = self.start(root, environment)
+        told, _ = process.communicate(timeout=300)
+        return process.returncode, told.decode(errors="replace")
+
+    def kill_at_moment(self, moment):
+        root = self.fresh()
+        status, _ = self.play(root, kill_at=moment)
+        return [] if status == -9 else [f"was not killed but ended with {status}"], root
+
+    def kill_after(self, seconds):
+        root = self.fresh()
+        process = self.start(root, {})
+        time.sleep(seconds)
+        process.kill()
+        process.communicate()
+        return [], root
+
+    def check(self, faults, root):
+        """What is wrong after a kill, and after the next run."""
+        left = snapshot(root)
+        for name, data in left.items():
+            base = os.path.basename(name)
+            if name in self.scratch or is_leftover(base) or self.old.get(name) == data:
+                continue
+            if data not in self.versions.get(name, ()):
+                faults.append(f"{name} is neither an old nor a new file ({len(data)} bytes)")
+        faults += [f"{name} is gone" for name in self.old if name not in left]
+        for name in left:  # as if the next run came later
+            if is_leftover(os.path.basename(name)):
+                os.utime(root / name, (time.time() - 120,) * 2)
+        status, told = self.play(root)
+        if status != 0:
+            faults.append(f"the next run ends with {status}: {told[-400:]}")
+        again = snapshot(root)
+        for name in sorted(again.keys() | self.new.keys()):
+            if again.get(name) != self.new.get(name):
+                faults.append(f"after the next run {name} is another than undisturbed")
+        return faults
+
+
+def choose(options, runs):
+    """The kills: (run, how it is told, the kill itself)."""
+    chance = random.Random(options.seed)
+    moments = [(run, moment) for run in runs for moment in range(1, run.moments + 1)]
+    if options.some:
+        moments = [(run, chance.randint(1, run.moments)) for run in (runs * options.some)[:options.some]]
+    elif not options.every:
+        moments = []
+    kills = [(run, f"moment {moment} of {run.moments}", lambda run=run, moment=moment: run.kill_at_moment(moment))
+             for run, moment in moments]
+    for run in (runs * options.random)[:options.random]:
+        seconds = chance.uniform(0, run.seconds)
+        kills.append((run, f"after {seconds:.3f} s", lambda run=run, seconds=seconds: run.kill_after(seconds)))
+    return kills
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    for name in ("player", "shim", "installation", "scripts"):
+        parser.add_argument(name, type=lambda text: pathlib.Path(text).resolve())
+    parser.add_argument("--every", action="store_true")
+    for name, value in (("random", 0), ("some", 0), ("seed", 1)):
+        parser.add_argument(f"--{name}", type=int, default=value)
+    options = parser.parse_args()
+    own = pathlib.Path(__file__).resolve().parent
+
+    with tempfile.TemporaryDirectory(prefix="tarvik-kills-") as folder:
+        runs = []
+        for name in RUNS:
+            script = next(path for path in (own / f"{name}.play", options.scripts / f"{name}.play") if path.exists())
+            runs.append(Run(options, script, pathlib.Path(folder) / name))
+        failed = 0
+        kills = choose(options, runs)
+        for run, told, kill in kills:
+            faults = run.check(*kill())
+            for fault in faults:
+                print(f"{run.script.name}, killed at {told}: {fault}")
+            failed += bool(faults)
+        for run in runs:
+            print(f"{run.script.name}: {run.moments} moments, {run.seconds:.2f} s undisturbed")
+        print(f"{len(kills)} kills, {failed} of them with a fault")
+    return 1 if failed or not kills else 0
+
+
+sys.exit(main())
