@@ -59,7 +59,7 @@ QVariant ManualWindow::loadResource(int type, const QUrl& name)
 {
     // Both margins, and the scroll bar.
     const int edge = 2 * fontMetrics().height() + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2 * frameWidth();
-    const QVariant resource = QTextBrowser::loadResource(type, name);
+    QVariant resource = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::ImageResource) return resource;
     const QImage picture = QImage::fromData(resource.toByteArray());
     const int room = width() - edge;
