@@ -18,7 +18,7 @@ constexpr std::size_t last_cleared_hit = 700'000;
 /// The distinct rows in the order of their last copies, and how many other copies there were.
 struct DistinctRows {
     std::vector<TextView> rows;
-    double duplicates = 0;
+    std::int64_t duplicates = 0;
 };
 
 /// Rows of one document have one storage, so that their bytes tell them apart.
@@ -75,7 +75,7 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
 
 /// The scan of the open document and its delivery. Gives the number of distinct rows, or nothing when there were more
 /// than a table holds.
-std::optional<double> query_document(Program& program, ScratchFile& file, TextView text)
+std::optional<int> query_document(Program& program, ScratchFile& file, TextView text)
 {
     Form1& form1 = program.form1;
     const Text needle = lower(ltrim(text));
@@ -93,7 +93,7 @@ std::optional<double> query_document(Program& program, ScratchFile& file, TextVi
     scan.rows = {};
     if (!deliver_rows(program, file, distinct.rows, buffer)) return std::nullopt;
 
-    const auto count = static_cast<double>(distinct.rows.size());
+    const auto count = static_cast<int>(distinct.rows.size());
     if (form1.comp) form1.sugrows = form1.sugcount = count;
     else form1.sufcount = form1.sufrows = form1.curcount = count;
     form1.number_box().set_text(number_text(form1.resultcount - distinct.duplicates));
@@ -137,7 +137,7 @@ ScanResult scan_document(Program& program, TextView text)
     return query(program, text, Announce::No);
 }
 
-double query1(Program& program, TextView text)
+int query1(Program& program, TextView text)
 {
     return scan_document(program, text).rows;
 }

@@ -15,7 +15,7 @@ enum class ScanOutcome {
     TooMany, ///< there were more rows than a table holds, which was told: the counts stay as they were
 };
 struct ScanResult {
-    double rows = 0; ///< distinct ones; 0 unless Done
+    int rows = 0; ///< distinct ones; 0 unless Done
     ScanOutcome outcome = ScanOutcome::Done;
 };
 
@@ -27,6 +27,6 @@ struct ScanResult {
 /// stay.
 ScanResult scan_document(Program& program, TextView text);
 /// The same, for whoever asks for the number of distinct rows alone.
-double query1(Program& program, TextView text);
+int query1(Program& program, TextView text);
 
 } // namespace tarvik

@@ -57,7 +57,7 @@ void comparison_key(Program& program)
 {
     Form1& form1 = program.form1;
     const PaneText shown = form1.RichTextBox3.content();
-    const double count = form1.compcount;
+    const std::int64_t count = form1.compcount;
     try {
         compare(program);
     } catch (...) {

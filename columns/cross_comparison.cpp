@@ -11,7 +11,7 @@ namespace tarvik {
 namespace {
 
 /// No view of empty lines needs to be longer than this.
-constexpr double most_empty_lines = 1'000'000;
+constexpr std::int64_t most_empty_lines = 1'000'000;
 
 struct Columns {
     std::size_t suf, sug;
@@ -30,7 +30,7 @@ public:
             counts_[number] += 1;
         }
     }
-    double of(TextView value) const
+    std::int64_t of(TextView value) const
     {
         const std::size_t number = value.empty() ? npos : values_.find(value);
         return number == npos ? 0 : counts_[number];
@@ -38,12 +38,12 @@ public:
 
 private:
     TextIndex values_;
-    std::vector<double> counts_;
+    std::vector<std::int64_t> counts_;
 };
 
 struct Matches {
-    double pairs = 0;
-    double pairs_of_emptied_rows = 0;
+    std::int64_t pairs = 0;
+    std::int64_t pairs_of_emptied_rows = 0;
     std::vector<std::size_t> rows; ///< rows of SUF with a match, in order
 };
 
@@ -52,7 +52,7 @@ Matches match(const Module1& arrays, Columns columns, std::size_t rows)
     const ValueCounts counts(arrays.sug, columns.sug, rows);
     Matches matches;
     for (std::size_t row = 0; row < rows; ++row) {
-        const double count = counts.of(arrays.suf.cell(row, columns.suf));
+        const std::int64_t count = counts.of(arrays.suf.cell(row, columns.suf));
         if (count == 0) continue;
         matches.pairs += count;
         if (arrays.sufrow.is_empty(row)) matches.pairs_of_emptied_rows += count;
@@ -80,10 +80,9 @@ void show_intersection(Program& program, ScratchFile& file, const Matches& match
     const std::vector<std::size_t> kept = last_copies(sufrow, matches.rows);
     const auto view = std::make_shared<RowView>(sufrow.buffers());
     for (const std::size_t row : kept) view->add_row(sufrow.line(row));
-    const double empty_lines = std::min(matches.pairs_of_emptied_rows, most_empty_lines) + 2;
-    for (auto left = static_cast<std::size_t>(empty_lines); left > 0; --left) view->add_row({});
+    for (auto left = std::min(matches.pairs_of_emptied_rows, most_empty_lines) + 2; left > 0; --left) view->add_row({});
     show_view(program, file, view);
-    const double count = static_cast<double>(kept.size()) + matches.pairs_of_emptied_rows;
+    const std::int64_t count = std::ssize(kept) + matches.pairs_of_emptied_rows;
     program.form1.number_box().set_text(number_text(count));
 }
 
@@ -100,7 +99,7 @@ void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
     const auto view = std::make_shared<RowView>(sufrow.buffers());
     for (std::size_t row = 0; row < rows; ++row)
         if (!sufrow.is_empty(row)) view->add_row(sufrow.line(row));
-    form1.compcount = static_cast<double>(view->line_count());
+    form1.compcount = static_cast<std::int64_t>(view->line_count());
     show_view(program, file, view);
     ask(program, U" 温情提示：" + outcome(program, U"不“∩”"), U"  Tarvik 计算 ", Buttons::OK);
     // The closing row is among them.

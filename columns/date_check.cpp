@@ -149,8 +149,8 @@ void date_check(Program& program, ComparisonFiles& files)
         U"Tarvik  计算查寻 ", Buttons::OK);
     DateCheck check(program, parameters);
     bool goes_on = true;
-    for (std::size_t row = 0; goes_on && static_cast<double>(row) <= form1.curcount; ++row)
-        goes_on = check.check_row(row);
+    const auto last = static_cast<std::size_t>(form1.curcount);
+    for (std::size_t row = 0; goes_on && row <= last; ++row) goes_on = check.check_row(row);
     check.store();
     if (!goes_on) {
         files[ComparisonFiles::between3].write(*check.view());

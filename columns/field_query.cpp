@@ -32,7 +32,8 @@ void field_query(Program& program, ComparisonFiles& files)
     const Module1& arrays = program.module1;
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
     view->keep(arrays.suf.buffers());
-    for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row) {
+    const auto last = static_cast<std::size_t>(form1.curcount);
+    for (std::size_t row = 0; row <= last; ++row) {
         const TextView field = ltrim(arrays.suf.cell(row, column)); // in small letters, as every cell
         if (instr(field, needle) == 0) continue;
         view->add_row(arrays.sufrow.line(row), U"\t", bounded_piece(program, field));

@@ -69,12 +69,13 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
     const Text sign = equal ? U"＝\t" : U"≠\t";
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
     view->keep(arrays.sug.buffers());
-    for (std::size_t row = 0; static_cast<double>(row) <= min2to1(form1.sufcount, form1.sugcount); ++row) {
+    const auto last = static_cast<std::size_t>(min2to1(form1.sufcount, form1.sugcount));
+    for (std::size_t row = 0; row <= last; ++row) {
         const TextView suf = arrays.suf.cell(row, suf_column), sug = arrays.sug.cell(row, sug_column);
         if (suf.empty() || sug.empty() || (suf == sug) != equal) continue;
         view->add_before_row(sug, sign, arrays.sufrow.line(row));
     }
-    form1.compcount = static_cast<double>(view->line_count());
+    form1.compcount = static_cast<std::int64_t>(view->line_count());
     form1.number_box().set_text(number_text(form1.compcount));
     show_view(program, files[equal ? ComparisonFiles::betweenping : ComparisonFiles::betweenping1], view);
 }

@@ -8,7 +8,7 @@ namespace tarvik {
 
 /// What a column scan found in a document.
 struct RowScan {
-    double matches = 0;         ///< every place of the needle, overlapping ones too
+    std::int64_t matches = 0;   ///< every place of the needle, overlapping ones too
     std::vector<TextView> rows; ///< the line around each match that has one, in the order of the matches
     bool full = false;          ///< the scan ended at the last row that there is room for
 };

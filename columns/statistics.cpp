@@ -75,7 +75,7 @@ void fill_keylist(Program& program, const Statistic& statistic)
     keylist.keep(program.module1.suf.buffers());
     const std::size_t kept = std::min(statistic.counts.size(), room);
     for (std::size_t key = 0; key < kept; ++key) keylist.set_view(key, statistic.counts[key].value);
-    program.form1.keycount = static_cast<double>(kept);
+    program.form1.keycount = static_cast<int>(kept);
     if (kept < statistic.counts.size())
         ask(program,
             U" 请注意：\r\n关键字共有 " + number_text(statistic.counts.size()) +

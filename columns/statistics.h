@@ -22,14 +22,14 @@ void statistitt(Program& program, int column);
 /// A value of the counted column. It points into the table's storage.
 struct Count {
     TextView value;
-    double count = 0;
+    std::size_t count = 0;
     std::size_t first_row = 0;
 };
 
 /// The values in the order of their first appearance.
 struct Statistic {
     std::vector<Count> counts;
-    double total = 0;
+    std::size_t total = 0;
 };
 
 /// The count as such, for other forms of it: nothing where statistitt() does nothing, with the pane emptied unless no

@@ -77,7 +77,7 @@ class KeyCells {
 public:
     explicit KeyCells(const Program& program)
         : design_(read_design(program.form4)), program_(program),
-          index_(program, design_.in_use() ? static_cast<int>(program.form1.rowcount) : 0, design_.key_field)
+          index_(program, design_.in_use() ? program.form1.rowcount : 0, design_.key_field)
     {
     }
 

@@ -6,7 +6,7 @@ namespace tarvik {
 
 Text run_key(const Program& program)
 {
-    const double cursor = program.form1.batchcursor;
+    const int cursor = program.form1.batchcursor;
     return cursor < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(cursor)).str();
 }
 

@@ -113,7 +113,7 @@ void Desktop::show_batch_progress()
     const Form1& form1 = program_.form1;
     const bool on = run_in_progress(program_.form1);
     const bool runs = on && form1.keycount > 0;
-    form1_.progress().show_batch(runs ? (form1.sheetno - 1) / form1.keycount : -1);
+    form1_.progress().show_batch(runs ? static_cast<double>(form1.sheetno - 1) / form1.keycount : -1);
     show_status(on);
 }
 

@@ -28,9 +28,9 @@ Text marked_for_length(const Program& program, Text name)
 void write_counts(const Program& program, Worksheet& sheet)
 {
     const Form1& form1 = program.form1;
-    sheet.set_cell(10, 2, form1.allcount);
-    sheet.set_cell(10, 5, form1.allcount - form1.partcount);
-    sheet.set_cell(10, 7, form1.partcount);
+    sheet.set_cell(10, 2, static_cast<double>(form1.allcount));
+    sheet.set_cell(10, 5, static_cast<double>(form1.allcount - form1.partcount));
+    sheet.set_cell(10, 7, static_cast<double>(form1.partcount));
 }
 
 void count_devices(Program& program, TextView key)

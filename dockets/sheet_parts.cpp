@@ -24,7 +24,7 @@ Text first_field(const Program& program, std::size_t column)
 
 std::size_t record_count(const Program& program)
 {
-    return static_cast<std::size_t>(std::max(0.0, program.form1.recordcount));
+    return static_cast<std::size_t>(std::max(0, program.form1.recordcount));
 }
 
 Text first_word(TextView text)

@@ -6,6 +6,7 @@
 #include "platform/platform.h"
 
 #include <array>
+#include <cstdint>
 
 namespace tarvik {
 
@@ -48,15 +49,15 @@ struct Form1 {
     }
 
     // Reading and queries
-    double resultcount = 0;  ///< results of the last query or lookup
-    double lastpage = 0;     ///< index of the last page
-    double matchpos = 0;     ///< position of the last match while matches are marked
-    double resultpos = 0;    ///< cursor of the buttons that walk through results
-    double pageno = 0;       ///< number of the page shown
-    Text needle;             ///< query as the marking uses it
-    bool fso = false;        ///< a file-system object stands; like textstream it is set by the program's `Files`
-    bool textstream = false; ///< a text stream of the last file access stands
-    int answer = 0;          ///< result of the last message box
+    std::int64_t resultcount = 0; ///< results of the last query or lookup
+    double lastpage = 0;          ///< index of the last page
+    double matchpos = 0;          ///< position of the last match while matches are marked
+    double resultpos = 0;         ///< cursor of the buttons that walk through results
+    double pageno = 0;            ///< number of the page shown
+    Text needle;                  ///< query as the marking uses it
+    bool fso = false;             ///< a file-system object stands; like textstream it is set by the program's `Files`
+    bool textstream = false;      ///< a text stream of the last file access stands
+    int answer = 0;               ///< result of the last message box
     bool formready = false;
     bool cutopen = false;
     bool cutopenfile = false;
@@ -71,38 +72,38 @@ struct Form1 {
     bool showdata = true;              ///< views are shown
     bool notcap = false;               ///< a cross comparison shows the rows outside the intersection
     bool dbresult = false;             ///< the last result came from a column query
-    double sufcount = 0, sugcount = 0; ///< rows of the last query into SUF, SUG; a comparison can raise the first
-    double curcount = 0;               ///< count of the table last queried or split
-    double sufrows = 0, sugrows = 0;   ///< the counts at the last query; never raised
+    int sufcount = 0, sugcount = 0;    ///< rows of the last query into SUF, SUG; a comparison can raise the first
+    int curcount = 0;                  ///< count of the table last queried or split
+    int sufrows = 0, sugrows = 0;      ///< the counts at the last query; never raised
     int sufcol = 0;                    ///< column of SUF in a comparison of two tables
     bool sugcol_set = false;           ///< sugcol refers to Form3.Text1(4)
-    double compcount = 0;              ///< rows that a comparison or date check wrote
+    std::int64_t compcount = 0;        ///< rows that a comparison or date check wrote; pairs of rows are many
     double daydiff = 0;                ///< days between the dates of the row at hand
     double daterow = 0;                ///< row that the date normaliser tells of
     double fieldfrom = 0, fieldto = 0; ///< first and last character of the piece that an in-field query shows
     Text kqdate, kqtime, kqweekday;    ///< the attendance stamp read last
-    double keycount = 0;               ///< number of keys in keylist
+    int keycount = 0;                  ///< number of keys in keylist
 
     // Report runs
-    Text outfolder;                          ///< where a run saves its files; ends in a backslash
-    Text runtitle;                           ///< head of every progress caption
-    Text runstart, runnow;                   ///< time of day at the start of the run and at the latest report
-    Text jobstart;                           ///< time of day at which a direct command began
-    double batchcursor = 0;                  ///< index into keylist of the tick in progress
-    int sheetno = 0;                         ///< number of the sheet under way
-    bool batchgate = false;                  ///< a tick may begin
-    double allcount = 0;                     ///< records of the key in the full list
-    double partcount = 0;                    ///< records of the key in the file whose lines make the sheet
-    double recordcount = 0;                  ///< copy of partcount for the loops of the sheet operations
-    double rowcount = 0;                     ///< records for the row loops of designed reports and of the rule engine
-    int sheetrow = 0;                        ///< the row behind the last one that `statistics` wrote
-    double z1end = 0, z1end2 = 0, z6end = 0; ///< row marks of the label list
-    bool scanfolderset = false;              ///< the page box has locked a folder
-    Text scanfolder;                         ///< the locked folder; empty while none is
-    bool folderchosen = false;               ///< the user has picked the folder of a live comparison
-    Text sourcefolder;                       ///< that folder with its closing separator
-    bool founddata = false;                  ///< a line of the sheet in hand has matched a record
-    double filecount = 0;                    ///< sheets done by the rule engine
+    Text outfolder;                       ///< where a run saves its files; ends in a backslash
+    Text runtitle;                        ///< head of every progress caption
+    Text runstart, runnow;                ///< time of day at the start of the run and at the latest report
+    Text jobstart;                        ///< time of day at which a direct command began
+    int batchcursor = 0;                  ///< index into keylist of the tick in progress
+    int sheetno = 0;                      ///< number of the sheet under way
+    bool batchgate = false;               ///< a tick may begin
+    int allcount = 0;                     ///< records of the key in the full list
+    int partcount = 0;                    ///< records of the key in the file whose lines make the sheet
+    int recordcount = 0;                  ///< copy of partcount for the loops of the sheet operations
+    int rowcount = 0;                     ///< records for the row loops of designed reports and of the rule engine
+    int sheetrow = 0;                     ///< the row behind the last one that `statistics` wrote
+    int z1end = 0, z1end2 = 0, z6end = 0; ///< row marks of the label list
+    bool scanfolderset = false;           ///< the page box has locked a folder
+    Text scanfolder;                      ///< the locked folder; empty while none is
+    bool folderchosen = false;            ///< the user has picked the folder of a live comparison
+    Text sourcefolder;                    ///< that folder with its closing separator
+    bool founddata = false;               ///< a line of the sheet in hand has matched a record
+    int filecount = 0;                    ///< sheets done by the rule engine
 
     // What the office task in hand holds; empty between tasks
     SpreadsheetApplication* xlApp = nullptr;

@@ -37,7 +37,7 @@ void finish(Program& program, const SheetFamily& family)
 {
     const Pace pace = take_time(program);
     Form1& form1 = program.form1;
-    const double sheets = form1.sheetno - 1;
+    const int sheets = form1.sheetno - 1;
     show_caption(program, form1.runtitle + U" " + number_text(sheets) + U"   Complete" + U" " + run_time(program) +
                               U"→：" + number_text(pace.elapsed) + U" 秒。" + U"→：" + number_text(pace.rate) +
                               U" 秒/张。");

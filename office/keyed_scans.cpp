@@ -18,14 +18,9 @@ void load_report(Program& program, TextView path)
     form1.RichTextBox2.set_content(PaneText(std::move(document)));
 }
 
-int count(const ScanResult& scan)
-{
-    return static_cast<int>(scan.rows);
-}
-
 int count_in(Program& program, TextView key, std::u32string_view file)
 {
-    return count(scan_report(program, key, installed(program, file)));
+    return scan_report(program, key, installed(program, file)).rows;
 }
 
 } // namespace
@@ -57,12 +52,12 @@ int query3(Program& program, TextView key, bool return_orders)
 
 int query5(Program& program, TextView key, bool in_report)
 {
-    return count(scan_report(program, key, in_report ? installed(program, files::report_3158) : Text()));
+    return scan_report(program, key, in_report ? installed(program, files::report_3158) : Text()).rows;
 }
 
 int query7(Program& program, TextView key, TextView path)
 {
-    return count(scan_report(program, key, path));
+    return scan_report(program, key, path).rows;
 }
 
 } // namespace tarvik

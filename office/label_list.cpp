@@ -71,7 +71,7 @@ void take_count(Worksheet& sheet, int row, const std::vector<int>& others)
 
 void move_counts(const Program& program, Worksheet& sheet)
 {
-    const auto first_end = static_cast<int>(program.form1.z1end), second_end = static_cast<int>(program.form1.z6end);
+    const int first_end = program.form1.z1end, second_end = program.form1.z6end;
     std::unordered_map<Text, std::vector<int>> rows; // of the second block by their first column, each in its order
     for (int row = first_end; row < second_end; ++row) rows[sheet.cell(row, part_cell)].push_back(row);
     int last_emptied = 0; // rows emptied before count among those with an empty first column

@@ -44,7 +44,7 @@ struct ReportCommand {
     bool title_first = false;                    ///< the caption is set, and jobstart taken, ahead of the scan
     std::u32string_view key = {};                ///< picks the lines; empty: the designer's query text
     DesignKey design_key = DesignKey::AsTyped;
-    double Form1::*count_goes_to = nullptr;  ///< member that takes the number of lines
+    int Form1::*count_goes_to = nullptr;     ///< member that takes the number of lines
     int key_column = no_column;              ///< whose distinct values are the keys of the run
     std::u32string_view template_file = {};  ///< must lie in the installation folder
     Timer Form1::*timer = nullptr;           ///< whose run is started

@@ -141,7 +141,8 @@ void an_kqtest(Program& program)
     form1.compcount = 0;
     const auto lines = std::make_shared<RowView>(program.module1.suf.buffers());
     RowList unread;
-    for (std::size_t row = 0; static_cast<double>(row) <= form1.curcount; ++row) add_row(program, row, *lines, unread);
+    const auto last = static_cast<std::size_t>(form1.curcount);
+    for (std::size_t row = 0; row <= last; ++row) add_row(program, row, *lines, unread);
     show_view(program, file, lines);
     form1.number_box().set_text(number_text(form1.compcount));
     if (unread.count() > 0)

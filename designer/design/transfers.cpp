@@ -71,7 +71,7 @@ void transfer(const Form4& form4, const Elements& elements, const Write& write)
 void transfer(const Program& program, Worksheet& sheet)
 {
     const Elements elements{[&program](int row, int column) { return own_element(program, row, column); },
-                            static_cast<int>(program.form1.rowcount)};
+                            program.form1.rowcount};
     transfer(program.form4, elements,
              [&sheet](const DesignWrite& cell) { sheet.set_cell(cell.row, cell.column, cell.text); });
 }

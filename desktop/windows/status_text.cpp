@@ -86,8 +86,8 @@ QString state_text(const Program& program, bool edited)
 QString run_text(Program& program)
 {
     const Form1& form1 = program.form1;
-    const double all = form1.Timer9.enabled() ? form1.rowcount : form1.keycount;
-    const double done = form1.Timer9.enabled() ? form1.sheetno : std::clamp(form1.batchcursor, 0.0, all);
+    const int all = form1.Timer9.enabled() ? form1.rowcount : form1.keycount;
+    const int done = form1.Timer9.enabled() ? form1.sheetno : std::clamp(form1.batchcursor, 0, all);
     QString text = QString("运行中：%1 / %2").arg(count(done), count(all));
     if (!form1.Timer9.enabled() && form1.batchcursor >= 0)
         text += between + to_qt(program.module1.keylist.get(static_cast<std::size_t>(form1.batchcursor)).str());

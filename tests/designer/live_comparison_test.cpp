@@ -71,7 +71,7 @@ TEST_F(LiveComparison, one_pass_takes_the_key_at_the_cursor_and_keeps_the_folder
     EXPECT_EQ(started.dialogs.filters.size(), 1U);
     EXPECT_EQ(held(U"d:\\out\\OK-b2.xlsx"), "1,1=ANNA 5,2=90 6,2=80 7,2=70 ");
     EXPECT_TRUE(TextView(form1.window.caption()).contains(U"   →   "));
-    for (const double cursor : {-1.0, 5.0, 1e6}) {
+    for (const int cursor : {-1, 5, 1'000'000}) {
         form1.batchcursor = cursor;
         office.tasks.clear();
         press_enter(U"An Sesame Open");

@@ -34,7 +34,7 @@ protected:
         form1.query_box().set_text(word.str());
         Command1_Click(test.program, 1);
         std::vector<std::string> found;
-        for (double i = 0; i < form1.resultcount; ++i) {
+        for (std::int64_t i = 0; i < form1.resultcount; ++i) {
             if (i > 0) Command1_Click(test.program, 2);
             std::string entry = to_utf8(form1.RichTextBox1.text());
             for (std::size_t end = 0; (end = entry.find("\r\n")) != std::string::npos;) entry.replace(end, 2, "|");
