@@ -1,5 +1,6 @@
 #include "tests/office/libreoffice/office_fixture.h"
 
+#include "platform/program_start.h"
 #include "tests/office/documents/document_parts.h"
 #include "tests/office/spreadsheets/workbook_parts.h"
 #include "tests/support/places.h"
@@ -34,6 +35,7 @@ libreoffice::Settings office_settings()
 
 void OfficeTest::SetUp()
 {
+    start_program(0, nullptr); // as every program: what is written to a process that died fails
     if (!fs::exists(office_settings().plugin)) GTEST_SKIP() << "the plugin was not built: no SDK of LibreOffice here";
 }
 
