@@ -2,6 +2,7 @@
 
 #include "office/documents/engine.h"
 #include "office/libreoffice/engine.h"
+#include "office/packages/compound_file.h"
 #include "office/packages/file_kind.h"
 #include "office/spreadsheets/engine.h"
 
@@ -44,7 +45,7 @@ bool is_of_older_format(Files& files, TextView path)
     stream.read(beginning.data(), beginning.size());
     if (!is_compound_file({beginning.data(), static_cast<std::size_t>(stream.gcount())})) return false;
     const auto kind = file_kind(files.read(path));
-    return kind == FileKind::OldWorkbook || kind == FileKind::OldDocument;
+    return kind == FileKind::Workbook || kind == FileKind::Document;
 }
 
 // An application that is one of either engine for each file; both are made when a file first needs them.

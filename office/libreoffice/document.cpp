@@ -1,7 +1,7 @@
 #include "office/libreoffice/document.h"
 
 #include "office/documents/picture_file.h"
-#include "office/libreoffice/file_kind.h"
+#include "office/libreoffice/required_kind.h"
 #include "office/packages/damage.h"
 #include "platform/file_name.h"
 
@@ -67,7 +67,7 @@ void OfficeDocument::open(LibreOffice& office)
 {
     const auto bytes = files_.read(path_);
     require_kind(bytes, FileKind::Document);
-    const bool is_package = kind_of(bytes) == FileKind::Package;
+    const bool is_package = file_kind(bytes) == FileKind::Package;
     folder_.emplace(office.folder());
     auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
     if (!file) throw ooxml::Damage(U"LibreOffice 不能将它作为文档打开。");

@@ -1,6 +1,6 @@
 #include "office/libreoffice/workbook.h"
 
-#include "office/libreoffice/file_kind.h"
+#include "office/libreoffice/required_kind.h"
 #include "office/packages/damage.h"
 #include "platform/file_name.h"
 
@@ -108,7 +108,7 @@ void OfficeWorkbook::open(LibreOffice& office)
     const auto bytes = files_.read(path_);
     require_kind(bytes, FileKind::Workbook);
     folder_.emplace(office.folder());
-    const bool is_package = kind_of(bytes) == FileKind::Package;
+    const bool is_package = file_kind(bytes) == FileKind::Package;
     auto file = office.open_workbook(folder_->put(is_package ? "read.xlsx" : "read.xls", bytes));
     if (!file) throw ooxml::Damage(U"LibreOffice 不能将它作为工作簿打开。");
     format_ = &format_with_filter(file.call([](OpenWorkbook& opened) { return opened.filter(); }));

@@ -1,8 +1,8 @@
-#include "office/libreoffice/compound_file.h"
+#include "office/packages/compound_file.h"
 
 #include <algorithm>
 
-namespace tarvik::libreoffice {
+namespace tarvik {
 
 namespace {
 
@@ -156,9 +156,9 @@ private:
 
 } // namespace
 
-bool is_compound_file(std::string_view bytes) noexcept
+bool is_compound_file(std::string_view beginning) noexcept
 {
-    return bytes.starts_with(signature);
+    return beginning.starts_with(signature);
 }
 
 std::optional<std::vector<CompoundEntry>> read_compound_file(std::string_view bytes)
@@ -173,4 +173,4 @@ std::optional<std::vector<CompoundEntry>> read_compound_file(std::string_view by
     }
 }
 
-} // namespace tarvik::libreoffice
+} // namespace tarvik

@@ -6,9 +6,10 @@
 #include <string_view>
 #include <vector>
 
-namespace tarvik::libreoffice {
+namespace tarvik {
 
-/// A stream or storage in the root of a compound file, the container of .xls and .doc.
+/// A stream or storage in the root of a compound file, the container of .xls, of .doc and of
+/// packages behind a password.
 struct CompoundEntry {
     std::string name; ///< "?" for characters that are not ASCII
     bool is_stream = false;
@@ -19,6 +20,7 @@ struct CompoundEntry {
 /// at whatever depth, do not all lie in the file. `bytes` must outlive the entries.
 std::optional<std::vector<CompoundEntry>> read_compound_file(std::string_view bytes);
 
-bool is_compound_file(std::string_view bytes) noexcept;
+/// Whether bytes that begin so are a compound file. Eight bytes tell.
+bool is_compound_file(std::string_view beginning) noexcept;
 
-} // namespace tarvik::libreoffice
+} // namespace tarvik

@@ -1,5 +1,6 @@
 #include "office/engines.h"
 
+#include "tests/support/compound_files.h"
 #include "tests/support/packages.h"
 #include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
@@ -23,9 +24,9 @@ struct Offices {
     Offices()
     {
         folder.write("package.xls", make_package({{"a", "b"}}));
-        folder.write("workbook.xlsx", older("Workbook"));
-        folder.write("document.docx", older("WordDocument"));
-        folder.write("locked.xlsx", older("EncryptedPackage"));
+        folder.write("workbook.xlsx", file_with_stream("Workbook"));
+        folder.write("document.docx", file_with_stream("WordDocument"));
+        folder.write("locked.xlsx", file_with_stream("EncryptedPackage"));
         folder.write("text.doc", "客户\t1\r\n");
         folder.write("empty.xlsx", "");
         auto first = std::make_unique<RecordedOffice>();
@@ -33,13 +34,6 @@ struct Offices {
         embedded = first.get();
         suite = second.get();
         engines = engines_by_content(files, std::move(first), std::move(second));
-    }
-
-    static std::string older(const std::string& stream)
-    {
-        std::string bytes = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
-        for (const char c : stream) bytes.append({c, '\0'});
-        return bytes;
     }
 };
 

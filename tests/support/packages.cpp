@@ -87,11 +87,4 @@ void spoil(std::string& bytes, std::mt19937& random)
     }
 }
 
-std::string in_utf16(const std::string& text)
-{
-    std::string wide;
-    for (const char c : text) wide.append({c, '\0'});
-    return wide;
-}
-
 } // namespace tarvik::test

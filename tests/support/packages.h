@@ -22,7 +22,5 @@ void set_part(Parts& parts, const std::string& name, const std::string& contents
 void edit_part(Parts& parts, const std::string& name, const std::string& from, const std::string& to);
 /// Damages one to four places as chance has it, by other characters or by pieces that go or come twice.
 void spoil(std::string& bytes, std::mt19937& random);
-/// A name as OLE2 files hold it.
-std::string in_utf16(const std::string& text);
 
 } // namespace tarvik::test

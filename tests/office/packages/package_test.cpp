@@ -1,5 +1,6 @@
 #include "office/packages/package_cache.h"
 #include "office/packages/package_editor.h"
+#include "tests/support/compound_files.h"
 #include "tests/support/packages.h"
 #include "tests/support/test_program.h"
 
@@ -36,6 +37,31 @@ Parts with_part(Parts parts, const std::string& name, const std::string& content
 }
 
 } // namespace
+
+TEST(Package, bytes_that_are_none_are_refused_with_what_they_are)
+{
+    const auto old_workbook = file_with_stream("Workbook");
+    const struct {
+        std::string bytes, reason;
+    } cases[] = {
+        {"", "文件是空的。"},
+        {"客户\t1\r\n", "文件不是 .xlsx、.docx 一类的文件。"},
+        {"PK", "文件不是 .xlsx、.docx 一类的文件。"},
+        {file_with_stream("EncryptedPackage"), "文件设有打开密码，请先去掉密码。"},
+        {old_workbook, "这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。"},
+        {file_with_stream("WordDocument"), "这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。"},
+        {old_workbook.substr(0, old_workbook.size() / 2), "文件不完整或已损坏。"},
+        {file_with_stream("Something"), "文件不是 .xlsx、.docx 一类的文件。"},
+    };
+    for (const auto& one : cases) {
+        try {
+            const Package package(one.bytes);
+            ADD_FAILURE() << one.reason;
+        } catch (const ooxml::Damage& damage) {
+            EXPECT_EQ(damage.what(), one.reason);
+        }
+    }
+}
 
 TEST(Package, changes_behind_a_large_part_leave_its_own_bytes_alone)
 {
