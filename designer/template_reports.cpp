@@ -29,6 +29,23 @@ Text report_name(const Text& key)
     return name.ends_with(U".XLSX") ? name : name + U".xlsx";
 }
 
+constexpr ReportCommand row_of(std::u32string_view text, std::u32string_view notice, std::u32string_view design,
+                               std::u32string_view template_file)
+{
+    return {
+        .text = text,
+        .notice = notice,
+        .question = excel_question,
+        .report = U"3159",
+        .question_tail = U"。",
+        .design = design,
+        .count_goes_to = &Form1::rowcount,
+        .key_column = design_column,
+        .template_file = template_file,
+        .timer = &Form1::Timer7,
+    };
+}
+
 } // namespace
 
 void excecopy8(Program& program)
@@ -45,37 +62,19 @@ void excecopy8(Program& program)
 
 const ReportCommand& template_command_a()
 {
-    static constexpr ReportCommand row{
-        .text = command_a,
-        .notice = U"An testsesame A可以读取保存在{folder}\\automation.bin的参数信息，"
-                  U"按照{folder}/designerA.xlsx设计模板，报表自动化！",
-        .question = excel_question,
-        .report = U"3159",
-        .question_tail = U"。",
-        .design = files::design_a,
-        .count_goes_to = &Form1::rowcount,
-        .key_column = design_column,
-        .template_file = files::designed_a,
-        .timer = &Form1::Timer7,
-    };
+    static constexpr ReportCommand row = row_of(command_a,
+                                                U"An testsesame A可以读取保存在{folder}\\automation.bin的参数信息，"
+                                                U"按照{folder}/designerA.xlsx设计模板，报表自动化！",
+                                                files::design_a, files::designed_a);
     return row;
 }
 
 const ReportCommand& template_command_b()
 {
-    static constexpr ReportCommand row{
-        .text = command_b,
-        .notice = U"An testsesame B可以读取保存在{folder}\\automation2.bin的参数信息，"
-                  U"按照{folder}/designerB.xlsx设计模板，报表自动化！",
-        .question = excel_question,
-        .report = U"3159",
-        .question_tail = U"。",
-        .design = files::design_b,
-        .count_goes_to = &Form1::rowcount,
-        .key_column = design_column,
-        .template_file = files::designed_b,
-        .timer = &Form1::Timer7,
-    };
+    static constexpr ReportCommand row = row_of(command_b,
+                                                U"An testsesame B可以读取保存在{folder}\\automation2.bin的参数信息，"
+                                                U"按照{folder}/designerB.xlsx设计模板，报表自动化！",
+                                                files::design_b, files::designed_b);
     return row;
 }
 
