@@ -20,7 +20,6 @@ struct EngineRow {
 constexpr EngineRow engine_names[] = {
     {.name = "auto", .engine = Engine::Auto},
     {.name = "ooxml", .engine = Engine::Ooxml},
-    {.name = "libreoffice", .engine = Engine::LibreOffice},
 };
 
 class EmbeddedEngines final : public OfficeEngines {
@@ -128,6 +127,7 @@ std::optional<Engine> engine_named(std::string_view name)
     for (const auto& row : engine_names) {
         if (row.name == name) return row.engine;
     }
+    if (name == libreoffice::suite_option()) return Engine::LibreOffice;
     return std::nullopt;
 }
 

@@ -13,10 +13,11 @@ namespace tarvik {
 enum class Engine {
     Auto,       ///< what a file holds decides when it is opened
     Ooxml,      ///< the embedded engine alone: .xlsx, .xlsm and documents that are packages like them
-    LibreOffice ///< LibreOffice for every file
+    LibreOffice ///< the suite beside the program for every file: LibreOffice, on Windows the installed one
 };
 
-/// By the name that an option gives it: auto, ooxml, libreoffice.
+/// By the name that an option gives it: auto, ooxml, and libreoffice or, on Windows, office. Nothing for one that this
+/// system does not have.
 std::optional<Engine> engine_named(std::string_view name);
 
 /// The engines of the program. `suite` is started when a file first needs it; where it is missing, opening such a file

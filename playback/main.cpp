@@ -14,7 +14,7 @@ using tarvik::Options;
 
 constexpr const char* usage =
     "tarvik-play [--install DIR] [--drive L=DIR]... [--clock \"YYYY-MM-DD hh:mm:ss\"] [--screen W H]\n"
-    "            [--print-to DIR] [--engine ooxml|libreoffice|auto] SCRIPT\n"
+    "            [--print-to DIR] [--engine ooxml|libreoffice|office|auto] SCRIPT\n"
     "tarvik-play --names|--help|--version\n";
 
 constexpr const char* help =

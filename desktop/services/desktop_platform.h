@@ -46,7 +46,7 @@ private:
     std::optional<BusyCursor> cursor_;
 };
 
-/// The default printer of the system, to which LibreOffice prints. A missing printer, or nothing that could print the
+/// The default printer of the system, to which the suite prints. A missing printer, or nothing that could print the
 /// file, is a Failure. `office` must outlive the printer.
 class DesktopPrinter final : public Printer {
 public:

@@ -74,6 +74,8 @@ public:
     virtual const std::string& filter() const = 0;
     /// Writes a copy in a format that is named as LibreOffice names it; the file held open stays what it was.
     virtual void store(const std::filesystem::path& path, const std::string& filter) = 0;
+    /// Whether the user sees the work, where the other program has a window for it.
+    virtual void set_visible(bool /*visible*/) {}
     /// To the printer of this name; gives when the document is handed over.
     virtual void print(const std::string& printer) = 0;
 };

@@ -70,9 +70,15 @@ void OfficeDocument::open(LibreOffice& office)
     const bool is_package = file_kind(bytes) == FileKind::Package;
     folder_.emplace(office.folder());
     auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
-    if (!file) throw ooxml::Damage(U"LibreOffice 不能将它作为文档打开。");
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
     filter_ = is_package ? package_filter : binary_filter;
     file_.emplace(std::move(file));
+}
+
+void OfficeDocument::set_visible(bool visible)
+{
+    if (!file_) return;
+    naming_document(path_, [&] { file_->call([&](OpenDocument& opened) { opened.set_visible(visible); }); });
 }
 
 Handle<OpenDocument>& OfficeDocument::file()

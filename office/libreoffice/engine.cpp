@@ -16,11 +16,16 @@ public:
     {
     }
 
-    void set_visible(bool /*visible*/) override {} // there is no window to show
+    void set_visible(bool visible) override
+    {
+        is_visible_ = visible;
+        for (const auto& file : opened_) file->set_visible(visible);
+    }
 
     File& open(TextView path) override
     {
         opened_.push_back(std::make_unique<Opened>(office_, files_, printer_, path.str()));
+        if (is_visible_) opened_.back()->set_visible(true);
         return *opened_.back();
     }
 
@@ -31,6 +36,7 @@ private:
     Files& files_;
     Printer& printer_;
     std::vector<std::unique_ptr<Opened>> opened_;
+    bool is_visible_ = false;
 };
 
 } // namespace

@@ -55,7 +55,7 @@ void LibreOffice::start()
     try {
         session_ = std::make_shared<Session>(std::make_unique<OfficeProcess>(plugin.program_folder(), folder()));
     } catch (const std::system_error& error) {
-        throw ooxml::Damage(U"LibreOffice 无法启动（" + from_utf8(error.code().message()) + U"）。");
+        throw ooxml::Damage(suite_title() + U" 无法启动（" + from_utf8(error.code().message()) + U"）。");
     }
     if (!worker_) worker_.emplace(settings_.until_rest, [this] { return rest(); });
     const auto session = session_;
@@ -73,7 +73,7 @@ void LibreOffice::connect(Session& session, Plugin& plugin)
 
 void LibreOffice::run(Session& session, const std::function<void()>& work, Worker::Time limit)
 {
-    if (&session != session_.get()) throw ooxml::Damage(U"LibreOffice 已经重新启动，这个文件没有保存。");
+    if (&session != session_.get()) throw ooxml::Damage(suite_title() + U" 已经重新启动，这个文件没有保存。");
     bool took_too_long = false;
     const auto too_long = [&] {
         took_too_long = true;
@@ -84,11 +84,11 @@ void LibreOffice::run(Session& session, const std::function<void()>& work, Worke
     } catch (const std::runtime_error& error) {
         const bool is_lost = dynamic_cast<const ConnectionLost*>(&error) || session.process->has_ended();
         if (!is_lost && !took_too_long)
-            throw ooxml::Damage(U"LibreOffice 拒绝了操作（" + from_utf8(error.what()) + U"）。");
+            throw ooxml::Damage(suite_title() + U" 拒绝了操作（" + from_utf8(error.what()) + U"）。");
         const bool had_started = session.connection != nullptr;
         end(session);
-        if (took_too_long) throw ooxml::Damage(U"LibreOffice 没有响应，已经将它结束，请重试。");
-        throw ooxml::Damage(had_started ? U"LibreOffice 意外退出，请重试。" : U"LibreOffice 无法启动。");
+        if (took_too_long) throw ooxml::Damage(suite_title() + U" 没有响应，已经将它结束，请重试。");
+        throw ooxml::Damage(had_started ? suite_title() + U" 意外退出，请重试。" : suite_title() + U" 无法启动。");
     }
     const std::lock_guard lock(mutex_);
     last_use_ = std::chrono::steady_clock::now();

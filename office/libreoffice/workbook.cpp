@@ -110,10 +110,16 @@ void OfficeWorkbook::open(LibreOffice& office)
     folder_.emplace(office.folder());
     const bool is_package = file_kind(bytes) == FileKind::Package;
     auto file = office.open_workbook(folder_->put(is_package ? "read.xlsx" : "read.xls", bytes));
-    if (!file) throw ooxml::Damage(U"LibreOffice 不能将它作为工作簿打开。");
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
     format_ = &format_with_filter(file.call([](OpenWorkbook& opened) { return opened.filter(); }));
     sheet_count_ = file.call([](OpenWorkbook& opened) { return opened.sheet_count(); });
     file_.emplace(std::move(file));
+}
+
+void OfficeWorkbook::set_visible(bool visible)
+{
+    if (!file_) return;
+    naming_workbook(path_, [&] { file_->call([&](OpenWorkbook& opened) { opened.set_visible(visible); }); });
 }
 
 Handle<OpenWorkbook>& OfficeWorkbook::file()

@@ -33,6 +33,16 @@ Plugin& load_plugin(const fs::path& file)
     return plugin;
 }
 
+std::string_view suite_option()
+{
+    return "libreoffice";
+}
+
+Text suite_title()
+{
+    return U"LibreOffice";
+}
+
 fs::path usual_plugin_file()
 {
     std::error_code error;

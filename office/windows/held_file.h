@@ -1,0 +1,73 @@
+#pragma once
+
+#include "office/windows/application.h"
+
+#include <array>
+
+namespace tarvik::windows {
+
+/// A format: the name that the engine calls it by, the suite's number and the extension without which the suite
+/// supplies one itself.
+struct FormatRow {
+    const char* name;
+    int number;
+    const wchar_t* extension;
+};
+
+/// What is the same for a workbook and a document; `Kind` is OpenWorkbook or OpenDocument.
+template <typename Kind>
+class HeldFile : public Kind {
+public:
+    HeldFile(std::shared_ptr<Application> application, ComObject file, std::span<const FormatRow> formats,
+             const wchar_t* format_member)
+        : application_(std::move(application)), file_(std::move(file)), formats_(formats)
+    {
+        const int number = file_->get(format_member).as_count();
+        for (const auto& row : formats_)
+            if (row.number == number || filter_.empty()) filter_ = row.name; // the first is that of strangers
+    }
+    HeldFile(const HeldFile&) = delete;
+    HeldFile& operator=(const HeldFile&) = delete;
+    ~HeldFile() override
+    {
+        try {
+            file_->call(L"Close", {false});
+        } catch (const std::runtime_error&) { // NOLINT(bugprone-empty-catch): it goes with its process then
+        }
+        file_.reset();
+    }
+
+    const std::string& filter() const override { return filter_; }
+    void set_visible(bool visible) override { application_->object().put(L"Visible", visible); }
+
+    // The suite keeps the file open that it wrote, and gives a name without an extension one of its own.
+    void store(const std::filesystem::path& path, const std::string& filter) override
+    {
+        const FormatRow* format = &formats_.front();
+        for (const auto& row : formats_)
+            if (filter == row.name) format = &row;
+        auto kept = path;
+        kept += std::to_wstring(++stored_) + format->extension;
+        file_->call(L"SaveAs", {ComValue(kept), format->number});
+        std::filesystem::copy_file(kept, path, std::filesystem::copy_options::overwrite_existing);
+    }
+
+protected:
+    const ComObject& file() const noexcept { return *file_; }
+
+private:
+    std::shared_ptr<Application> application_;
+    std::optional<ComObject> file_;
+    std::span<const FormatRow> formats_;
+    std::string filter_;
+    int stored_ = 0;
+};
+
+extern const ApplicationKind workbooks;
+extern const ApplicationKind documents;
+std::unique_ptr<libreoffice::OpenWorkbook> open_workbook(std::shared_ptr<Application> application,
+                                                         const std::filesystem::path& path);
+std::unique_ptr<libreoffice::OpenDocument> open_document(std::shared_ptr<Application> application,
+                                                         const std::filesystem::path& path);
+
+} // namespace tarvik::windows
