@@ -4,6 +4,8 @@
 #include "mainwindow/installation_files.h"
 #include "platform/code_page.h"
 
+#include <algorithm>
+
 namespace tarvik {
 
 namespace {
@@ -40,12 +42,10 @@ void tell_boxes(Program& program, std::u32string_view what, const std::vector<Te
     tell(program, text, title);
 }
 
-bool any_asterisk(Program& program)
+bool any_asterisk(Form4& form4)
 {
-    std::vector<TextBox*> boxes = program.form4.design_boxes();
-    std::erase_if(boxes, [](const TextBox* box) { return box->text().find(U'*') == Text::npos; });
-    if (!boxes.empty()) tell_boxes(program, U"下列框中有“*”，参数没有保存，请先修改：", boxes);
-    return !boxes.empty();
+    const auto boxes = form4.design_boxes();
+    return std::ranges::any_of(boxes, [](const TextBox* box) { return box->text().find(U'*') != Text::npos; });
 }
 
 void fill_empty_boxes(Program& program)
@@ -56,6 +56,12 @@ void fill_empty_boxes(Program& program)
     if (boxes.empty()) return;
     for (TextBox* box : boxes) box->set_text(U"0");
     tell_boxes(program, U"下列框没有填写，按“0”保存：", boxes);
+}
+
+void show_help(Form4& form4, bool shown)
+{
+    for (Control* label : {&form4.Label1, &form4.Label2, &form4.Label3, &form4.Label4, &form4.Label5})
+        label->set_visible(shown);
 }
 
 } // namespace
@@ -69,9 +75,8 @@ void Form4_Command1_Click(Program& program)
 {
     Form4& form4 = program.form4;
     const bool agreed = ask(program, U"是否需要保存更改默认的设计参数?", title, Buttons::OKCancel) == Answer::OK;
-    for (Control* label : {&form4.Label1, &form4.Label2, &form4.Label3, &form4.Label4, &form4.Label5})
-        label->set_visible(agreed);
-    if (!agreed || any_asterisk(program)) return;
+    show_help(form4, agreed);
+    if (!agreed) return;
     fill_empty_boxes(program);
     const auto file = ask_file(
         program, U"保存参数信息说明：选择NO按钮，代表保存到automation3.bin,适用于An tomation  "
@@ -80,6 +85,7 @@ void Form4_Command1_Click(Program& program)
     if (file.empty()) return; // nobody answered
     program.platform.files.replace(installed(program, file), encode(design_line(form4)));
     form4.boxes_are_kept();
+    if (any_asterisk(form4)) program.notice = U"已保存；框中有“*”，读回时其后的各框会错位";
 }
 
 void Form4_Command2_Click(Program& program)
@@ -101,17 +107,12 @@ void hide_designer(Program& program)
     program.form4.window.set_visible(false);
 }
 
-bool Form4_QueryUnload(Program& program)
-{
-    return !program.form4.holds_typed_text() || ask(program, U"有填写的设计参数还没有保存，关闭后不再保留，是否关闭？",
-                                                    title, Buttons::OKCancel) == Answer::OK;
-}
-
 void Form4_Unload(Program& program)
 {
     program.module1.designeropen = false;
     program.form4.window.set_visible(false);
     program.form4.Preview.set_visible(false);
+    show_help(program.form4, true);
     load_design_texts(program.form4);
 }
 

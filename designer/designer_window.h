@@ -9,8 +9,8 @@ namespace tarvik {
 void empty_design_box(TextBox& box);
 
 /// "保存参数": asks first whether to save at all, which also shows or hides the help texts, then into which of the
-/// three parameter files. A box left empty is stored as "0" and named; an asterisk, which would end its field, is
-/// refused and nothing is written. Throws Failure when the file cannot be written.
+/// three parameter files. A box left empty is stored as "0" and named; an asterisk is stored as it is, though it ends
+/// its field when the file is read. Throws Failure when the file cannot be written.
 void Form4_Command1_Click(Program& program);
 /// "参数校验": loads one of the three parameter files into the boxes. Throws Failure when it cannot be read.
 void Form4_Command2_Click(Program& program);
@@ -19,9 +19,7 @@ void Form4_Command2_Click(Program& program);
 void show_designer(Program& program);
 void hide_designer(Program& program);
 
-/// The user closes the window: asks when a text that was typed would be lost. Gives whether the closing goes on.
-bool Form4_QueryUnload(Program& program);
-/// The window goes for good: when it is used next its boxes hold the texts of the design.
+/// The window is closed: when it is used next its boxes hold the texts of the design, and the help texts show.
 void Form4_Unload(Program& program);
 
 } // namespace tarvik

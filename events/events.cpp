@@ -64,12 +64,6 @@ void close_main_window(Program& program, Event& event)
     if (!event.cancelled) Form_Unload(program);
 }
 
-void close_designer(Program& program, Event& event)
-{
-    event.cancelled = !Form4_QueryUnload(program);
-    if (!event.cancelled) Form4_Unload(program);
-}
-
 using enum EventKind;
 constexpr FormId Main = FormId::Form1;
 
@@ -140,7 +134,7 @@ constexpr Row rows[] = {
     {FormId::Form4, "Text2", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
     {FormId::Form4, "Text3", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
     {FormId::Form4, "Text4", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
-    {FormId::Form4, "Form4", Close, close_designer},
+    {FormId::Form4, "Form4", Close, [](Program& p, Event&) { Form4_Unload(p); }},
 };
 
 Handler find_handler(const Event& event)

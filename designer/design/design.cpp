@@ -46,7 +46,6 @@ Text design_line(Form4& form4)
     Text line;
     for (const TextBox* box : form4.design_boxes()) line += box->text() + asterisk;
     line.pop_back();
-    while (!line.empty() && (line.back() == U'\r' || line.back() == U'\n')) line.pop_back();
     return line + U"\r\n";
 }
 

@@ -10,8 +10,8 @@ namespace tarvik {
 /// character of a field is never taken for its end. Boxes that the line does not reach keep their text.
 void Opensesame(Form4& form4, TextView line);
 
-/// The line that a parameter file holds: the boxes between asterisks, as Opensesame() reads them, and CR LF. A line end
-/// that the key column brought along from its file is left off.
+/// The line that a parameter file holds: the texts of the boxes as they are, asterisks between them, and CR LF. A line
+/// end that the key column brought along from its file stands before that.
 Text design_line(Form4& form4);
 
 /// Loads a parameter file of the installation folder; an empty one leaves the boxes as they are. Gives false when there

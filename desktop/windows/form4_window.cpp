@@ -100,6 +100,15 @@ void Form4Window::resizeEvent(QResizeEvent* event)
     FormWindow::resizeEvent(event);
 }
 
+// The question is the window's own: no `answer` comes of it.
+bool Form4Window::may_close()
+{
+    const Program& program = front().program;
+    return !program.form4.holds_typed_text() ||
+           program.platform.dialogs.message({U"有填写的设计参数还没有保存，关闭后不再保留，是否关闭？",
+                                             U"Tarvik报表自动化设计", Buttons::OKCancel, Icon::None}) == Answer::OK;
+}
+
 void Form4Window::before_first_show()
 {
     place_beside(*this, main_window_);

@@ -20,6 +20,8 @@ public:
     void set_zoom();
 
 protected:
+    /// Asks when a text that was typed would be lost.
+    bool may_close() override;
     void before_first_show() override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -88,6 +88,7 @@ void FormWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore(); // the model decides
     front_.queue.submit([this] {
+        if (!may_close()) return;
         Event closing{EventKind::Close, model_};
         front_.queue.send(closing);
         if (!closing.cancelled) model_.set_visible(false);

@@ -26,6 +26,8 @@ protected:
     virtual void set_aside(bool aside);
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
+    /// Whether the window may be closed; the user can be asked.
+    virtual bool may_close() { return true; }
     /// The model gets the size in pixels that the user has given the window.
     virtual void take_size(QSize size);
     /// Tells the model of a size when its turn comes, a new one or not.

@@ -61,8 +61,8 @@ TEST_F(Designer, a_design_saved_right_after_the_start_reloads_unchanged)
     press(form4.Command2, {Answer::Yes});
     before.back() = U"1\r\n";
     EXPECT_EQ(boxes(), before);
-    save(Answer::Yes); // the line end that came with the file does not pile up
-    EXPECT_EQ(started.installation.read("automation.bin"), expected + "*1\r\n");
+    save(Answer::Yes); // every box as it is, with the line end that came with the file
+    EXPECT_EQ(started.installation.read("automation.bin"), expected + "*1\r\n\r\n");
 }
 
 TEST_F(Designer, the_buttons_of_both_questions_are_the_three_files)
@@ -115,13 +115,27 @@ TEST_F(Designer, empty_boxes_are_stored_as_0_and_named_as_the_user_sees_them)
     EXPECT_TRUE(told().at(0).ends_with("等101个框"));
 }
 
-TEST_F(Designer, an_asterisk_is_refused_and_a_file_that_cannot_be_written_or_read_is_told)
+TEST_F(Designer, an_asterisk_is_stored_as_it_is_and_ends_its_field_when_it_is_read)
 {
-    form4.Text1[28].set_text(U"1*2");
-    press(form4.Command1, {Answer::OK});
-    EXPECT_TRUE(told().at(0).ends_with("动态 第1行 第1框"));
-    EXPECT_FALSE(std::filesystem::exists(started.installation.path() / "automation.bin"));
+    form4.Text4.set_text(U"1*2");
+    save(Answer::Yes);
+    EXPECT_TRUE(started.installation.read("automation.bin").ends_with("*-1*1*2\r\n"));
+    EXPECT_TRUE(told().empty());
+    EXPECT_FALSE(program.notice.empty()) << "no box tells of it, the status line does";
+    press(form4.Command2, {Answer::Yes});
+    EXPECT_EQ(form4.Text4.text(), U"2\r\n");
+    EXPECT_EQ(form4.Text2[49].text(), U"-1");
 
+    form4.Text1[28].set_text(U"7*8");
+    save(Answer::Yes);
+    press(form4.Command2, {Answer::Yes});
+    EXPECT_EQ(form4.Text1[28].text(), U"7");
+    EXPECT_EQ(form4.Text1[29].text(), U"8");
+    EXPECT_EQ(form4.Text1[30].text(), U"-1");
+}
+
+TEST_F(Designer, a_file_that_cannot_be_written_or_read_is_told)
+{
     form4.Text1[28].set_text(U"12");
     std::filesystem::create_directory(started.installation.path() / "automation.bin");
     save(Answer::Yes);
@@ -132,32 +146,26 @@ TEST_F(Designer, an_asterisk_is_refused_and_a_file_that_cannot_be_written_or_rea
     EXPECT_EQ(form4.Text1[28].text(), U"12");
 }
 
-TEST_F(Designer, closing_asks_only_when_a_typed_text_would_be_lost)
+TEST_F(Designer, closed_it_comes_back_with_the_texts_of_the_design)
 {
     program.module1.designeropen = true;
     form4.window.set_visible(true);
-    const auto stays_open = [&](std::initializer_list<Answer> replies) {
-        started.dialogs.replies = replies;
-        Event event{EventKind::Close, form4.window};
-        dispatch(program, event);
-        EXPECT_TRUE(started.dialogs.replies.empty());
-        return event.cancelled;
-    };
+    press(form4.Command1, {Answer::Cancel});
     form4.Text1[3].set_text(U"7");
-    EXPECT_TRUE(stays_open({Answer::Cancel}));
-    EXPECT_EQ(form4.Text1[3].text(), U"7");
-    save(Answer::Yes);
-    EXPECT_FALSE(stays_open({})) << "it was saved";
-    EXPECT_FALSE(program.module1.designeropen);
+    EXPECT_TRUE(form4.holds_typed_text());
+    happen(EventKind::Close, form4.window);
+    EXPECT_TRUE(started.dialogs.messages.size() == 1) << "closing asks nothing";
+    EXPECT_FALSE(program.module1.designeropen || form4.window.visible());
+    EXPECT_TRUE(form4.Label1.visible() && form4.Label5.visible());
     EXPECT_EQ(form4.Text1[3].text(), U"0");
-    EXPECT_FALSE(stays_open({})) << "the texts of the design";
-    press(form4.Command2, {Answer::Yes});
-    EXPECT_FALSE(stays_open({})) << "it was loaded";
-    form4.Text2[30].set_text({});
-    EXPECT_FALSE(stays_open({})) << "nothing typed";
-    form4.Text3.set_text(U"二班");
-    EXPECT_FALSE(stays_open({Answer::OK}));
+    EXPECT_EQ(form4.Text2[28].text(), U"-1");
     EXPECT_EQ(form4.Text3.text(), U"query");
+    EXPECT_FALSE(form4.holds_typed_text());
+    form4.Text1[3].set_text(U"7");
+    save(Answer::Yes);
+    EXPECT_FALSE(form4.holds_typed_text()) << "it was saved";
+    form4.Text2[30].set_text({});
+    EXPECT_FALSE(form4.holds_typed_text()) << "nothing typed";
 }
 
 // The reading of a parameter line, character by character.
