@@ -17,6 +17,7 @@ Text without_points(Text text)
 
 Text sheet_folder(Program& program, const Text& folder_text)
 {
+    if (folder_text.empty()) return program.form1.outfolder;
     Text folder = program.form1.outfolder + safe_file_name(folder_text) + U"\\";
     if (!program.platform.files.folder_exists(folder)) program.platform.files.create_folder(folder);
     return folder;

@@ -15,9 +15,10 @@ struct SheetName {
     Text extension = U".xlsx";
 };
 
-/// The path of a sheet in its folder below outfolder, which is made if it is not there. Nothing leads out of outfolder;
-/// the name is cut to what a file system takes, in the folder text first, so that what tells sheets apart stays. Within
-/// a run, names that differ get files that differ: the second gets a number.
+/// The path of a sheet in its folder below outfolder, which is made if it is not there; without a folder text it lies
+/// in outfolder itself. Nothing leads out of outfolder; the name is cut to what a file system takes, in the folder text
+/// first, so that what tells sheets apart stays. Within a run, names that differ get files that differ: the second gets
+/// a number.
 Text sheet_path(Program& program, const SheetName& name);
 
 /// The same for a file that lies in outfolder itself and bears one name, made of a field or of another file's name. It

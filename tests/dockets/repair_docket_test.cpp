@@ -165,7 +165,7 @@ TEST_F(Docket, records_that_are_too_short_still_make_their_docket)
     press_enter(U"An docket");
     run();
     EXPECT_EQ(text_of(office.tasks.back(), 12, 1), U"");
-    EXPECT_EQ(to_utf8(office.tasks.back().saved_as), to_utf8(U"d:\\Atarvik output\\_\\-4900000001-.xlsx"));
+    EXPECT_EQ(to_utf8(office.tasks.back().saved_as), to_utf8(U"d:\\Atarvik output\\-4900000001-.xlsx"));
 }
 
 TEST_F(Docket, a_missing_report_or_template_stops_the_run_and_is_named)
