@@ -98,7 +98,7 @@ void excecopy6(Program& program)
     const Text delivery = first_field(program, delivery_column);
     if (!load_order(program, device)) {
         end_run_without(program, device);
-        task.finish(Changes::Discard);
+        task.finish(saves_sheets(program, command_text) ? Changes::Save : Changes::Discard);
         return;
     }
     write_items(program, task.sheet(), order_items);

@@ -157,10 +157,20 @@ TEST_F(ServiceBill, a_device_without_an_order_is_told_and_ends_the_run)
     EXPECT_EQ(started.dialogs.take_messages(),
               (std::vector<std::string>{"Tarvik 计算|3137文件中没有此序列号 :dev-2."}));
     EXPECT_EQ(saved().size(), 1U);
-    EXPECT_FALSE(office.tasks.back().saved);
-    EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(template_cells()));
+    Cells unfinished = template_cells();
+    PlainTable suf;
+    suf.scan({report[1]}, U"Dev-2");
+    suf.split();
+    predict_bill(unfinished, suf);
+    EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(test::without_empty(unfinished)))
+        << "it is closed with saving";
     EXPECT_EQ(form1.window.caption().find(U"!"), Text::npos);
     expect_idle();
+
+    preset(U"z8.xlsx", template_cells());
+    open_report(report);
+    play(U"old An bendocket");
+    EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(template_cells()));
 }
 
 TEST_F(ServiceBill, a_date_with_no_blank_is_taken_whole_and_a_delivery_way_counts_as_a_whole)
