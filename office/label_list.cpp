@@ -65,7 +65,7 @@ void empty_cells(Worksheet& sheet, int row)
 void take_count(Worksheet& sheet, int row, const std::vector<int>& others)
 {
     if (others.empty()) return;
-    sheet.set_cell(row, count_cell, sheet.cell(others.back(), count_cell));
+    sheet.set_cell(row, count_cell, sheet.value(others.back(), count_cell));
     for (const int other : others) empty_cells(sheet, other);
 }
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <random>
+#include <utility>
 
 namespace tarvik::test {
 namespace {
@@ -120,20 +121,22 @@ TEST_F(Labels, blocks_merge_as_row_by_row_comparison_does)
             cells[{row, 1}] = part();
             cells[{row, 2}] = U"M" + number_text(row);
             if (random() % 2 == 0) cells[{row, 4}] = number_text(row);
+            else if (random() % 2 == 0) cells[{row, 4}] = static_cast<double>(row);
         }
         office.files[labels] = cells;
         for (int a = 5; a < first_end; ++a)
             for (int b = first_end; b < second_end; ++b) {
                 if (value(cells, a, 1) != value(cells, b, 1)) continue;
                 cells[{b, 1}] = cells[{b, 2}] = Text();
-                cells[{a, 4}] = value(cells, b, 4);
-                cells[{b, 4}] = Text();
+                cells[{a, 4}] = std::exchange(cells[{b, 4}], Text());
             }
         form1.z1end = first_end;
         form1.z6end = second_end;
         desk.dialogs.files = {labels};
         excel1(desk.program);
-        EXPECT_EQ(filled(office.files[labels]), filled(cells)) << round;
+        for (Cells* held : {&office.files[labels], &cells})
+            std::erase_if(*held, [](const auto& cell) { return cell.second == CellValue(Text()); });
+        EXPECT_TRUE(office.files[labels] == cells) << round << ": numbers stay numbers";
     }
 }
 

@@ -75,6 +75,12 @@ public:
         const auto found = cells_.find({row, column});
         return found == cells_.end() ? Text() : text_of(found->second);
     }
+    CellValue value(int row, int column) const override
+    {
+        office_.count();
+        const auto found = cells_.find({row, column});
+        return found == cells_.end() ? CellValue(Text()) : found->second;
+    }
     bool is_empty(int row, int column) const override { return cell(row, column).empty(); }
     void set_cell(int row, int column, const CellValue& value) override
     {
