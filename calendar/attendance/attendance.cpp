@@ -46,7 +46,8 @@ std::optional<Stamp> cut(TextView stamp)
 std::optional<std::u32string_view> weekday(TextView date)
 {
     const auto year = digits(mid(date, 1, 4)), month = digits(mid(date, 6, 2)), day = digits(mid(date, 9, 2));
-    if (!year || !month || !day || !is_calendar_day(*year, *month, *day)) return std::nullopt;
+    // A day behind the last of its month counts on from there.
+    if (!year || !month || !day || *month < 1 || *month > 12) return std::nullopt;
     return weekdays[static_cast<std::size_t>(fenmod(7, steaddaf(2016, 9, 22, *year, *month, *day)))];
 }
 

@@ -105,7 +105,9 @@ TEST(Attendance, judges_each_day_by_its_stamps)
         {U"2016-09-22 00:00:00.0", U"2016-09-22 24:00:00.0", U""},
         {U"", U"2016-09-22 24:00:00.0", U""},
         {U"2016-09-22", U"2016-09-22 17:30:00.0", U""},
-        {U"2016-09-22 08:30:00.0", U"2016-02-30 17:30:00.0", U""},
+        {U"2016-09-22 08:30:00.0", U"2017-02-29 17:30:00.0",
+         U"2017-02-29\t星期三\t上班打卡：08:30:00\t正常\t下班打卡：17:30:00\t正常\t8       "},
+        {U"2016-09-22 08:30:00.0", U"2016-13-01 17:30:00.0", U""},
     };
     TestProgram test;
     Text document, expected;
@@ -117,10 +119,10 @@ TEST(Attendance, judges_each_day_by_its_stamps)
     test.form1().query_box().set_text(U"An kqtest");
     an_kqtest(test.program);
     EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), to_utf8(expected));
-    EXPECT_EQ(test.form1().number_box().text(), U"10");
+    EXPECT_EQ(test.form1().number_box().text(), U"11");
     EXPECT_THAT(test.dialogs.take_messages(),
                 testing::ElementsAre(testing::AllOf(testing::HasSubstr("\r\n张三：2016-09-22\r\n"),
-                                                    testing::HasSubstr("\r\n张三：2016-02-30 17:30:00.0"))));
+                                                    testing::HasSubstr("\r\n张三：2016-13-01 17:30:00.0"))));
 
     test.form1().comp = true;
     an_kqtest(test.program);
