@@ -46,8 +46,16 @@ void finish(Program& program, const SheetFamily& family)
     if (family.finished) family.finished(program);
 }
 
+// A run whose rows would come from the other table makes nothing sound.
+void check_table(const Program& program)
+{
+    if (program.form1.comp)
+        throw Failure(U" 请注意：\r\n报表运行中comp被设置为TRUE，运行已经停止；请先按键e，再重新输入命令。");
+}
+
 void make_sheet(Program& program, const SheetFamily& family, TextView key)
 {
+    check_table(program);
     Form1& form1 = program.form1;
     family.scan(program, key);
     if (family.needs_records && !(form1.partcount > 0)) {
@@ -73,11 +81,10 @@ void family_tick(Program& program, const SheetFamily& family)
     if (!key.empty()) make_sheet(program, family, key);
 }
 
-// A run whose rows would come from the other table makes nothing sound.
-void check_table(const Program& program)
+void own_tick(Program& program, const OwnTick& own)
 {
-    if (program.form1.comp)
-        throw Failure(U" 请注意：\r\n报表运行中comp被设置为TRUE，运行已经停止；请先按键e，再重新输入命令。");
+    check_table(program);
+    own.tick(program);
 }
 
 } // namespace
@@ -118,11 +125,10 @@ void batch_tick(Program& program, const Control& timer, const TimerTable& table)
         return;
     }
     try {
-        check_table(program);
         for (const SheetFamily& family : table.families)
             if (is_due(family)) family_tick(program, family);
         for (const OwnTick& own : table.own_ticks)
-            if (is_due(own)) own.tick(program);
+            if (is_due(own)) own_tick(program, own);
     } catch (const Failure& failure) {
         stop_run(program);
         const auto failures = std::exchange(program.run.failures, {});

@@ -103,12 +103,12 @@ void check_scan(const Program& program, ScanOutcome outcome)
 bool make_table(Program& program, const ReportCommand& command)
 {
     const ScanResult scan = scan_document(program, scan_key(program, command));
-    if (scan.outcome != ScanOutcome::Done) check_scan(program, scan.outcome);
+    if (scan.outcome == ScanOutcome::TooMany) check_scan(program, scan.outcome);
     if (command.count_goes_to) program.form1.*command.count_goes_to = scan.rows;
     devision1(program);
     if (command.key_column != no_column)
         statistitt(program, command.key_column == design_column ? design_key_column(program) : command.key_column);
-    check_scan(program, scan.outcome);
+    if (!command.timer || program.form1.keycount > 0) check_scan(program, scan.outcome); // a run without keys just ends
     return template_stands(program, command);
 }
 

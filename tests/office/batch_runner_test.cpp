@@ -33,6 +33,7 @@ void begin(TestProgram& started, std::initializer_list<TextView> keys)
     Form1& form1 = started.form1();
     form1.keycount = 0;
     for (const TextView key : keys) started.module1().keylist.set(static_cast<std::size_t>(form1.keycount++), key);
+    started.module1().keylist.set(keys.size(), {});
     start_run(started.program, form1.Timer3);
 }
 
@@ -119,6 +120,11 @@ TEST(BatchRunner, stops_before_the_next_sheet_when_it_is_wished_or_the_other_tab
     ASSERT_EQ(started.program.run.passed.size(), 1U);
     EXPECT_EQ(started.program.run.passed[0].key, U"none");
     form1.comp = true;
+    batch_tick(started.program);
+    EXPECT_TRUE(form1.Timer3.enabled()) << "no key is left that would be scanned";
+    batch_tick(started.program);
+    EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
+    begin(started, {U"a"});
     EXPECT_THROW(batch_tick(started.program), Failure);
     EXPECT_FALSE(run_in_progress(form1));
 }

@@ -127,6 +127,33 @@ TEST_F(Commands, run_at_once_with_title_and_count)
     EXPECT_FALSE(run_in_progress(form1));
 }
 
+TEST_F(Commands, a_scan_that_went_elsewhere_lists_no_keys_and_refuses_those_of_an_earlier_one)
+{
+    for (const bool option : {false, true}) {
+        desk.module1().keylist.clear(0, 1);
+        form1.keycount = form1.sufcount = 0;
+        form1.comp = !option;
+        if (option) select_option(form1, form1.Option1);
+        EXPECT_TRUE(enter(U"An design"));
+        EXPECT_EQ(desk.dialogs.take_messages().size(), 2U) << "notice and question alone";
+        EXPECT_EQ(form1.keycount, 0);
+        EXPECT_TRUE(form1.Timer7.enabled());
+        stop_run(program);
+
+        form1.comp = false;
+        clear_options(form1);
+        enter(U"An design");
+        stop_run(program);
+        ASSERT_EQ(form1.keycount, 2);
+        form1.comp = !option;
+        if (option) select_option(form1, form1.Option1);
+        EXPECT_THROW(enter(U"An design"), Failure);
+        EXPECT_FALSE(run_in_progress(form1));
+        desk.dialogs.take_messages();
+        clear_options(form1);
+    }
+}
+
 TEST_F(Commands, never_work_on_rows_of_another_scan)
 {
     enter(U"An direct");
