@@ -65,6 +65,7 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
         else form1.number_box().set_text(number_text(r));
         if (r > table.last()) {
             ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
+            file.write(*view); // with the row that is too many; the pane stays as it is
             return false;
         }
         table.set_line(r, row, buffer);

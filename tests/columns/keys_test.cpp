@@ -247,7 +247,7 @@ TEST(Limits, hold_for_a_document_of_one_line)
     desk.dialogs.messages.clear();
 }
 
-TEST(Limits, nothing_is_written_behind_the_threshold)
+TEST(Limits, the_scratch_file_ends_with_the_row_that_is_too_many)
 {
     Desk desk;
     Text lines;
@@ -255,7 +255,15 @@ TEST(Limits, nothing_is_written_behind_the_threshold)
     desk.open_text(lines);
     desk.form1().query_box().set_text(U"|");
     query1(desk.program, U"|");
-    EXPECT_EQ(desk.installation.read("betweenp.txt"), "\r\r\n");
+    EXPECT_TRUE(desk.installation.read("betweenp.txt").ends_with("\t300000|\t\r\n\t\t\r\n"));
+    desk.open_text(lines + U"one more|\r\n and another|\r\n");
+    query1(desk.program, U"|");
+    EXPECT_TRUE(desk.installation.read("betweenp.txt").ends_with("\t300000|\t\r\n\tone more|\t\r\n"));
+    EXPECT_EQ(desk.pane(), "\r\n");
+    desk.form1().showdata = false;
+    query1(desk.program, U"|");
+    EXPECT_EQ(desk.installation.read("betweenp.txt"), "");
+    EXPECT_EQ(desk.box(), "300001");
 }
 
 TEST(Views, end_the_progress_that_they_show)
