@@ -1,5 +1,5 @@
 # The commands that a developer needs; each installs what is missing first.
-.PHONY: run build test check bench kill valgrind format package windows clean
+.PHONY: run build test check bench performance kill valgrind format package windows clean
 
 installation = build/installation
 
@@ -23,7 +23,12 @@ check:
 bench:
 	@sh tools/install_packages.sh bench libreoffice
 	@$(MAKE) --no-print-directory build
-	@sh bench/run.sh $(installation)
+	@sh bench/run.sh $(installation) build/performance
+
+performance:
+	@sh tools/install_packages.sh bench libreoffice
+	@$(MAKE) --no-print-directory build
+	@sh bench/run.sh $(installation) docs
 
 kill: build
 	@python3 tests/kills/kills.py $(installation)/tarvik-play build/tests/kill_points.so installation installation --every --random 200

@@ -28,9 +28,7 @@ def line(number, rng):
     return "\t".join(fields)
 
 
-def main(arguments):
-    path, seed = arguments[0], int(arguments[1])
-    lines = int(arguments[2]) if len(arguments) > 2 else 300000
+def write(path, seed, lines=300000):
     rng = random.Random(seed)
     recent = []
     with open(path, "wb") as file:
@@ -44,4 +42,4 @@ def main(arguments):
 
 
 if __name__ == "__main__":
-    main(sys.argv[1:])
+    write(sys.argv[1], *map(int, sys.argv[2:4]))

@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """Designed reports, ours and openpyxl's, on the same texts and workbooks in one run, every save flushed:
-`An testsesame A` and `An Excelfile`.
+`An testsesame A` and `An Excelfile`; and the designer's preview.
 
     designed_bench.py INSTALLATION        the folder of tarvik-play and its templates
 
@@ -13,18 +13,16 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 
-from designed_generate import COPIED
-from docket_bench import flush_seconds
+from designed_generate import CLASS, COPIED, KEY_COLUMN, LINES, design
+from measure import HERE, SYSTEM_PYTHON, Goals, best, peer, played, played_stretch, with_flushing
 
 STUDENTS, CELLS, REPORT_GOAL = 1000, 30, 5.0
 BOOKS, ROWS, BOOK_GOAL = 100, 20000, 10.0
 GROWTH = 4  # of workbooks and rows together: their product would take 16 times as long
 GROWTH_GOAL = 1.5 * GROWTH
 REPEATS = 2
-SYSTEM_PYTHON = "/usr/bin/python3"  # the one that the package python3-openpyxl serves
-HERE = pathlib.Path(__file__).parent
+PREVIEW_ROWS, PREVIEW_GOAL = 10_000, 0.2
 REPORTS = r'''
 file 3159.txt
 click Command1(0)
@@ -56,80 +54,72 @@ def generate(*arguments):
     subprocess.run([SYSTEM_PYTHON, HERE / "designed_generate.py", *map(str, arguments)], check=True)
 
 
-def our_seconds(player, installation, drive, script):
+def ours(player, installation, drive, script):
     """The best of several runs from start to end of the process; the workbooks lie in drive/made."""
     times = []
     for _ in range(REPEATS):
         shutil.rmtree(drive, ignore_errors=True)
-        drive.mkdir()
-        started = time.perf_counter()
-        subprocess.run([player, "--install", installation, "--drive", f"d={drive}", "-"], input=script.encode(),
-                       check=True, stdout=subprocess.DEVNULL)
-        times.append(time.perf_counter() - started)
-    return min(times)
+        times.append(played(player, installation, script, drive))
+    return best(times)
 
 
-def openpyxl(what, folder, output):
-    return subprocess.run([SYSTEM_PYTHON, HERE / "designed_openpyxl.py", what, folder, output], check=True,
-                          capture_output=True, text=True).stdout.split()
+def beside_openpyxl(goals, what, spent, kind, folder, made, goal):
+    """The peer's turn in the same folder; both must have written the same."""
+    theirs = peer("designed_openpyxl.py", kind, folder, folder / "peer")
+    words = [SYSTEM_PYTHON, HERE / "designed_openpyxl.py", "differ", made, folder / "peer"]
+    wrong = subprocess.run(words, check=True, capture_output=True, text=True).stdout.split()
+    goals.must(not wrong, f"the two sides differ: {', '.join(wrong[:5])}")
+    goals.faster(what, with_flushing(spent, made, folder / "scratch"), "openpyxl", theirs, goal)
 
 
-def openpyxl_seconds(what, folder, output):
-    """The peer's own count of its work and of the flushing in it; its interpreter's start is not held against it."""
-    return tuple(map(float, openpyxl(what, folder, output)[1:]))
+def reports(goals, player, built, work):
+    folder = work / "reports"
+    folder.mkdir()
+    shutil.copy(built / "designerA.xlsx", folder)
+    generate("marks", folder, STUDENTS)
+    spent = ours(player, folder, folder / "drive", REPORTS)
+    beside_openpyxl(goals, f"An testsesame A, {STUDENTS} reports of {CELLS} cells", spent, "reports", folder,
+                    folder / "drive" / "made", REPORT_GOAL)
 
 
-def table(title, count, ours, peer, goal, folders):
-    """Prints the two sides; gives whether the goal is reached and both wrote the same."""
-    wrong = openpyxl("differ", *folders)
-    scratch = folders[1].with_name("scratch")
-    scratch.mkdir()
-    flush = flush_seconds(folders[0], scratch)
-    shutil.rmtree(scratch)
-    print(title)
-    print(f"{'':10}{'seconds':>9}{'a second':>10}{'of it flushing':>17}")
-    print(f"{'ours':10}{ours:9.2f}{count / ours:10.0f}{flush:12.2f} s {flush / ours:4.0%}")
-    print(f"{'openpyxl':10}{peer[0]:9.2f}{count / peer[0]:10.0f}{peer[1]:12.2f} s {peer[1] / peer[0]:4.0%}")
-    print(f"ratio {peer[0] / ours:.1f} (goal {goal:g})")
-    if wrong:
-        print("the two sides differ:", ", ".join(wrong[:5]))
-    return not wrong and peer[0] / ours >= goal
+def preview(goals, player, built, work):
+    """On the design of the reports and a text of as many rows as a clerk's year may have."""
+    folder = work / "preview"
+    folder.mkdir()
+    shutil.copy(built / "designerA.xlsx", folder)
+    generate("marks", folder, PREVIEW_ROWS // LINES)
+    boxes = [f"set Form4.Text{list_number}({place}) {text}" for list_number, texts in enumerate(design(), 1)
+             for place, text in enumerate(texts)]
+    before = "\n".join(["file 3159.txt", "click Command1(0)", f"set Form4.Text3 {CLASS}", f"set Form4.Text4 {KEY_COLUMN}",
+                        *boxes])
+    shown = best([played_stretch(player, folder, before, "reply yes\nclick Form4.Command3") for _ in range(REPEATS)])
+    goals.at_most(f"preview of a design on {PREVIEW_ROWS:,} rows", shown.seconds, PREVIEW_GOAL, "s")
 
 
-def reports(player, built, work):
-    installation = work / "reports"
-    installation.mkdir()
-    shutil.copy(built / "designerA.xlsx", installation)
-    generate("marks", installation, STUDENTS)
-    ours = our_seconds(player, installation, work / "ours", REPORTS)
-    peer = openpyxl_seconds("reports", installation, work / "peer")
-    return table(f"{STUDENTS} reports of {CELLS} cells, every save flushed", STUDENTS, ours, peer, REPORT_GOAL,
-                 (work / "ours" / "made", work / "peer"))
-
-
-def book_seconds(player, folder, books, rows):
+def book_run(player, folder, books, rows):
     folder.mkdir()
     (folder / "installation").mkdir()
     generate("books", folder, books, rows)
-    return our_seconds(player, folder / "installation", folder / "ours", BOOK_RUN.format(work=folder, rows=rows))
+    return ours(player, folder / "installation", folder / "drive", BOOK_RUN.format(work=folder, rows=rows))
 
 
-def books(player, work):
-    ours = book_seconds(player, work / "books", BOOKS, ROWS)
-    peer = openpyxl_seconds("books", work / "books", work / "books" / "peer")
-    reached = table(f"{BOOKS} workbooks against {ROWS} rows, every save flushed", BOOKS, ours, peer, BOOK_GOAL,
-                    (work / "books" / "ours" / "made", work / "books" / "peer"))
-    growing = ours / book_seconds(player, work / "few", BOOKS // GROWTH, ROWS // GROWTH)
-    print(f"{GROWTH} times the workbooks and the rows take {growing:.1f} times as long (goal under {GROWTH_GOAL:g})")
-    return reached and growing < GROWTH_GOAL
+def books(goals, player, work):
+    folder = work / "books"
+    spent = book_run(player, folder, BOOKS, ROWS)
+    beside_openpyxl(goals, f"An Excelfile, {BOOKS} workbooks against {ROWS:,} rows", spent, "books", folder,
+                    folder / "drive" / "made", BOOK_GOAL)
+    growing = spent.seconds / book_run(player, work / "few", BOOKS // GROWTH, ROWS // GROWTH).seconds
+    goals.at_most(f"{GROWTH} times the workbooks and the rows of An Excelfile take", growing, GROWTH_GOAL, "times as long")
 
 
 def main(built):
-    player = built / "tarvik-play"
+    player, goals = built / "tarvik-play", Goals()
     with tempfile.TemporaryDirectory(prefix="designed_bench", dir=built) as name:
         work = pathlib.Path(name)
-        reached = [reports(player, built, work), books(player, work)]
-    return 0 if all(reached) else 1
+        preview(goals, player, built, work)
+        reports(goals, player, built, work)
+        books(goals, player, work)
+    return goals.status()
 
 
 if __name__ == "__main__":

@@ -11,6 +11,7 @@ import sys
 
 LINES = 4  # of a student
 FIRST_ROW = 7
+CLASS, KEY_COLUMN = "一班", 2
 SINGLE = [((3, 2), 2), ((3, 4), 3), ((3, 6), 4), ((4, 2), 5), ((4, 4), 6), ((4, 6), 7)]  # cell, field
 BLOCK = [(1, 8), (2, 9), (3, 10), (4, 11), (5, 12), (6, 13)]                            # column, field
 KEYS_A_BOOK = 200
@@ -21,21 +22,27 @@ def text(lines):
     return "".join("\t".join(map(str, line)) + "\r\n" for line in lines).encode("gb18030")
 
 
-def marks(folder, students):
-    """3159.txt and automation.bin: 30 cells a report."""
-    lines = []
-    for student in range(students):
-        for line in range(LINES):
-            lines.append([len(lines) + 1, f"s{student:06d}", f"学生{student}", "一班", "女", "温雅", "2024上学期",
-                          f"科目{line}", f"教师{line}", 60 + line, 70 + line, 80 + student % 20, 75])
-    (folder / "3159.txt").write_bytes(text(lines))
+def design():
+    """What stands in the boxes of the design, where to and where from: 30 cells a report."""
     targets, sources = ["0"] * 50, ["0"] * 28 + ["-1", "0"] * 11
     for pair, ((row, column), field) in enumerate(SINGLE):
         targets[2 * pair], targets[2 * pair + 1], sources[2 * pair + 1] = str(row), str(column), str(field)
     targets[28] = str(FIRST_ROW)
     for place, (column, field) in enumerate(BLOCK):
         targets[29 + 2 * place], sources[29 + 2 * place] = str(column), str(field)
-    (folder / "automation.bin").write_bytes(("*".join(["一班", *targets, *sources, "2"]) + "\r\n").encode("gb18030"))
+    return targets, sources
+
+
+def marks(folder, students):
+    """3159.txt and automation.bin."""
+    lines = []
+    for student in range(students):
+        for line in range(LINES):
+            lines.append([len(lines) + 1, f"s{student:06d}", f"学生{student}", CLASS, "女", "温雅", "2024上学期",
+                          f"科目{line}", f"教师{line}", 60 + line, 70 + line, 80 + student % 20, 75])
+    (folder / "3159.txt").write_bytes(text(lines))
+    targets, sources = design()
+    (folder / "automation.bin").write_bytes(("*".join([CLASS, *targets, *sources, str(KEY_COLUMN)]) + "\r\n").encode("gb18030"))
 
 
 def books(folder, count, rows):

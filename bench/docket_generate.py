@@ -2,6 +2,7 @@
 """Makes the reports of a large docket run in a folder: 300 receipts with 20 devices out of warranty each.
 
     docket_generate.py FOLDER [RECEIPTS] [DEVICES]
+    docket_generate.py --plain TEMPLATE...              plain templates: a heading and the list's heads, no styles
 """
 
 import pathlib
@@ -37,7 +38,25 @@ def generate(folder, receipts=300, devices=20):
         (folder / name).write_bytes("".join(line + "\r\n" for line in lines).encode("gb18030"))
 
 
+def plain_template(path):
+    from openpyxl import Workbook  # which only this needs
+
+    book = Workbook()
+    book.active["A1"] = "维修收货单"
+    for row, label in ((7, "客户"), (8, "联系人"), (9, "收货单号"), (10, "台数")):
+        book.active.cell(row, 1).value = label
+    for column, head in enumerate(HEAD.split("\t")[3:7], 1):
+        book.active.cell(11, column).value = head
+    for line in range(1, 161):
+        book.active.cell(11 + line, 8).value = f"第{line}台"
+    book.save(path)
+
+
 if __name__ == "__main__":
+    if sys.argv[1] == "--plain":
+        for template in sys.argv[2:]:
+            plain_template(template)
+        sys.exit()
     target = pathlib.Path(sys.argv[1])
     target.mkdir(parents=True, exist_ok=True)
     generate(target, *map(int, sys.argv[2:4]))

@@ -13,10 +13,10 @@ import subprocess
 import sys
 import tempfile
 
+from measure import HERE, SYSTEM_PYTHON, Goals, Spent, in_turn, peer
+
 REPORTS, LIBREOFFICE_REPORTS, REPEATS = 200, 30, 3
 PEER_GOAL, LIBREOFFICE_GOAL = 5.0, 20.0
-SYSTEM_PYTHON = "/usr/bin/python3"  # the one that the package python3-docx serves
-HERE = pathlib.Path(__file__).parent
 CELLS = [
     (1, 2, "客户公司"), (1, 6, "2024-03-04"), (9, 6, "程晓"), (9, 4, "通电检测"), (9, 2, "维修服务部"),
     (2, 2, "RMA71000001"), (6, 1, "故障申报：此设备由于以下原因导致无法维修，建议报废。|        ：烧毁"),
@@ -34,10 +34,13 @@ def prepared(folder, built):
     return folder
 
 
-def seconds(command, folder, count, *more):
+NAMES = ["template.doc", "picture.jpg", "cells.txt"]
+
+
+def ours(program, folder, count, *engine):
     """What the program tells of its run."""
-    words = [*command, folder, "template.doc", "picture.jpg", "cells.txt", str(count), *more]
-    return [float(word) for word in subprocess.run(words, check=True, capture_output=True, text=True).stdout.split()]
+    told = subprocess.run([program, folder, *NAMES, str(count), *engine], check=True, capture_output=True, text=True).stdout
+    return Spent(float(told))
 
 
 def texts(report):
@@ -46,43 +49,28 @@ def texts(report):
 
 
 def has_libreoffice(program, folder):
-    words = [program, folder, "template.doc", "picture.jpg", "cells.txt", "0", "libreoffice"]
-    told = subprocess.run(words, capture_output=True, text=True)
+    told = subprocess.run([program, folder, *NAMES, "0", "libreoffice"], capture_output=True, text=True)
     if told.returncode:
         print(f"libreoffice is left out: {told.stderr.strip()}")
     return told.returncode == 0
 
 
-def line(name, spent, reports, note=""):
-    print(f"{name:14}{spent:9.2f}{reports / spent:11.0f}{1000 * spent / reports:12.2f} ms{note}")
-
-
 def main(built):
-    program, peer_script = built.parent / "bin" / "document-fill", [SYSTEM_PYTHON, HERE / "document_docx.py"]
+    program, goals = built.parent / "bin" / "document-fill", Goals()
+    what = f"{REPORTS} Word reports of {len(CELLS)} cells and a picture"
     with tempfile.TemporaryDirectory(prefix="document_bench", dir=built) as name:
         work = pathlib.Path(name)
         ours_folder, peer_folder = prepared(work / "ours", built), prepared(work / "peer", built)
-        ours = peer = None
-        for _ in range(REPEATS):
-            ours = min(filter(None, (ours, seconds([program], ours_folder, REPORTS)[0])))
-            peer = min(filter(None, (peer, seconds(peer_script, peer_folder, REPORTS))))
+        spent, theirs = in_turn(REPEATS, lambda _: ours(program, ours_folder, REPORTS),
+                                lambda _: peer("document_docx.py", peer_folder, *NAMES, REPORTS))
         same = texts(ours_folder / f"{REPORTS}.doc") == texts(peer_folder / f"{REPORTS}.doc")
-        office_folder, office = prepared(work / "office", built), None
+        goals.must(same, "the two sides made different reports")
+        goals.faster(what, spent, "python-docx", theirs, PEER_GOAL)
+        office_folder = prepared(work / "office", built)
         if has_libreoffice(program, office_folder):
-            office = seconds([program], office_folder, LIBREOFFICE_REPORTS, "libreoffice")[0] / LIBREOFFICE_REPORTS
-    print(f"reports of {len(CELLS)} cells and a picture, every save flushed, best of {REPEATS}")
-    print(f"{'':14}{'seconds':>9}{'reports/s':>11}{'a report':>12}")
-    line("ours", ours, REPORTS)
-    line("python-docx", peer[0], REPORTS, f"   {peer[1]:.2f} s of it flushing")
-    if office:
-        line("libreoffice", office * LIBREOFFICE_REPORTS, LIBREOFFICE_REPORTS)
-    ratios = {"python-docx": (peer[0] / ours, PEER_GOAL)}
-    if office:
-        ratios["libreoffice"] = (office * REPORTS / ours, LIBREOFFICE_GOAL)
-    print("   ".join(f"ratio to {name} {ratio:.1f} (goal {goal:g})" for name, (ratio, goal) in ratios.items()))
-    if not same:
-        print("the two sides made different reports")
-    return 0 if same and all(ratio >= goal for ratio, goal in ratios.values()) else 1
+            few = ours(program, office_folder, LIBREOFFICE_REPORTS, "libreoffice")
+            goals.faster(what, spent, "libreoffice", Spent(few.seconds * REPORTS / LIBREOFFICE_REPORTS), LIBREOFFICE_GOAL)
+    return goals.status()
 
 
 if __name__ == "__main__":

@@ -5,7 +5,8 @@
     document_docx.py --template PATH                          makes the template
     document_docx.py --texts PATH                             prints what stands in the cells of a report
 
-Prints the seconds that the reports took, the start of the interpreter left out, and how many of them went into flushing.
+Prints the seconds that the reports took, the start of the interpreter left out, how many of them went into flushing, and
+the seconds of processor.
 """
 
 import os
@@ -82,10 +83,10 @@ def main(arguments):
     lines = (folder / arguments[3]).read_text("utf-8").splitlines()
     cells = [(int(row), int(column), text.replace("|", "\n")) for row, column, text in (line.split("\t") for line in lines)]
     save(fill(template, picture, cells), folder / "0.doc")
-    start, flushing = time.perf_counter(), 0.0
+    start, start_cpu, flushing = time.perf_counter(), time.process_time(), 0.0
     for number in range(1, count + 1):
         flushing += save(fill(template, picture, cells), folder / f"{number}.doc")
-    print(f"{time.perf_counter() - start:.6f} {flushing:.6f}")
+    print(f"{time.perf_counter() - start:.6f} {flushing:.6f} {time.process_time() - start_cpu:.6f}")
     return None
 
 

@@ -10,17 +10,17 @@ with `grep -c -F` once for each of a few keys. Ends with status 1 when a goal is
 
 import os
 import pathlib
-import subprocess
 import sys
 import tempfile
-import time
+
+from measure import Goals, Spent, played, timed
 
 KEYS = [100, 1000, 10000]
 REPORT_BYTES = 66_000_000
 # Ten times the keys may take four times the time at most: the index is made once, hits grow not at all.
 GROWTH_GOAL = 4.0
 CHARACTERS, CHARACTERS_GOAL = 1_000_000, 1.0
-PEER_KEYS = 20
+PEER_KEYS, PEER_GOAL = 20, 1.0
 START = r'''
 file keys.txt
 click Command1(0)
@@ -47,52 +47,42 @@ def write_reports(folder, keys):
     (folder / "3138.txt").write_text("nothing of these\r\n", newline="")
 
 
-def seconds(player, folder, script):
-    started = time.perf_counter()
-    subprocess.run([player, "--install", folder, "--drive", f"d={folder}", "-"], input=script.encode(), check=True,
-                   stdout=subprocess.DEVNULL)
-    return time.perf_counter() - started
-
-
-def scan_seconds(player, folder, keys):
+def scans(player, folder, keys):
     write_reports(folder, keys)
     # The first tick decodes the reports, which no later one does.
-    start = seconds(player, folder, START + "tick 1\n")
-    return seconds(player, folder, START + f"run {10 * max(KEYS)}\n") - start
+    start = played(player, folder, START + "tick 1\n", folder)
+    all_keys = played(player, folder, START + f"run {10 * max(KEYS)}\n", folder)
+    return Spent(all_keys.seconds - start.seconds, all_keys.cpu - start.cpu)
 
 
-def peer_seconds(folder):
-    started = time.perf_counter()
-    for number in range(PEER_KEYS):
-        subprocess.run(["grep", "-c", "-F", key(number), folder / "3139.txt"], env={**os.environ, "LC_ALL": "C"},
-                       stdout=subprocess.DEVNULL, check=True)
-    return (time.perf_counter() - started) / PEER_KEYS
+def grep(folder):
+    """One key, the mean of a few."""
+    c_locale = {**os.environ, "LC_ALL": "C"}
+    spent = [timed(["grep", "-c", "-F", key(number), folder / "3139.txt"], env=c_locale) for number in range(PEER_KEYS)]
+    return Spent(*(sum(each) / PEER_KEYS for each in zip(*spent)))
 
 
-def character_seconds(player, folder):
+def listed_characters(player, folder):
     (folder / "text.txt").write_text("中文 and text\r\n" * (CHARACTERS // 13), newline="", encoding="utf-8")
     opened = "file text.txt\nclick Command1(0)\n"
     script = opened + 'set Text1(1) "An statistic"\ntype Text1(1) "\\r"\n'
-    return seconds(player, folder, script) - seconds(player, folder, opened)
+    return played(player, folder, script).seconds - played(player, folder, opened).seconds
 
 
 def main(built):
-    player, missed = built / "tarvik-play", False
+    player, goals = built / "tarvik-play", Goals()
     with tempfile.TemporaryDirectory(prefix="keyed_scans_bench", dir=built) as name:
         folder = pathlib.Path(name)
-        times = [scan_seconds(player, folder, keys) for keys in KEYS]
-        peer = peer_seconds(folder)
-        print(f"scans of a report of {REPORT_BYTES / 1e6:.0f} MB; grep of one key {peer * 1000:.0f} ms")
-        for keys, taken in zip(KEYS, times):
-            print(f"  {keys:6} keys {taken:7.2f} s  {taken / keys * 1000:8.3f} ms a key  "
-                  f"grep/ours {peer * keys / taken:8.1f}")
-        for earlier, later in zip(times, times[1:]):
-            missed |= later > GROWTH_GOAL * earlier
-        print(f"  goal: ten times the keys take at most {GROWTH_GOAL} times the time: {'missed' if missed else 'met'}")
-        listed = character_seconds(player, folder)
-        missed |= listed > CHARACTERS_GOAL
-        print(f"list of {CHARACTERS} characters {listed:.2f} s (goal {CHARACTERS_GOAL} s)")
-    return 1 if missed else 0
+        spent = [scans(player, folder, keys) for keys in KEYS]
+        one = grep(folder)
+        for keys, ours in zip(KEYS, spent):
+            goals.faster(f"{keys:,} keys looked for in {REPORT_BYTES / 1e6:.0f} MB", ours, "grep -F",
+                         Spent(keys * one.seconds, keys * one.cpu), PEER_GOAL)
+        for keys, earlier, later in zip(KEYS[1:], spent, spent[1:]):
+            goals.at_most(f"{keys:,} keys beside a tenth of them", later.seconds / earlier.seconds, GROWTH_GOAL,
+                          "times as long")
+        goals.at_most(f"list of {CHARACTERS:,} characters", listed_characters(player, folder), CHARACTERS_GOAL, "s")
+    return goals.status()
 
 
 if __name__ == "__main__":

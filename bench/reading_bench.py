@@ -3,24 +3,23 @@
 
     reading_bench.py INSTALLATION        the folder of tarvik-play
 
-Every figure is the best of a few runs; the two sides of a row take turns. A lookup is told as what it adds to a run
+Every figure is the best of a few runs; the two sides take turns. A lookup is told as what it adds to a run
 of the player that has looked something up in the same file before. Ends with status 1 when a goal is missed.
 """
 
-import os
 import pathlib
 import random
-import subprocess
 import sys
 import tempfile
-import time
+
+from measure import Goals, in_turn, played, timed
 
 REPEATS, PRESSES = 3, 20
 PROSE_BYTES, DICTIONARY_BYTES = 50_000_000, 15_000_000
 REPEATED, PARTS, LINEAR_GOAL = 10_000_000, 4, 1.5
 HITS, NEEDLE = 1000, "金丝雀"
-LOOKUP_GOAL = 0.050
-QUERY_GOAL = 2.0
+LOOKUP_GOAL_MS = 50.0
+QUERY_GOAL = 0.5  # times as fast as iconv alone
 
 OPEN = "file {}\nclick Command1(0)\n"
 QUERY = 'set Text1(1) "{}"\nset Text1(2) "{}"\nreply yes\nclick Command1(1)\n'
@@ -30,7 +29,7 @@ MARKING = f'set Text1(5) {2 * REPEATED}\nclick Command2(0)\nset Text1(1) "a"\ncl
 LOOKUP = 'set Text1(1) "{}"\nclick Command1(1)\n'
 
 
-def write_prose(path):
+def write_prose(path, wanted=PROSE_BYTES):
     """Paragraphs of common characters, with the needle once in every so many of them."""
     chance = random.Random(1)
     common = [chr(code) for code in chance.sample(range(0x4E00, 0x9FA5), 3000) if chr(code) not in NEEDLE]
@@ -40,7 +39,7 @@ def write_prose(path):
         words = "".join(chance.choices(common, k=chance.randrange(40, 200)))
         paragraphs.append("，".join(words[i : i + 11] for i in range(0, len(words), 11)) + "。\r\n")
     size, text = 0, []
-    while size < PROSE_BYTES:
+    while size < wanted:
         text.append(chance.choice(paragraphs))
         size += 2 * len(text[-1]) - 2
     for hit in range(HITS):
@@ -65,54 +64,39 @@ def write_dictionary(path, first, letters, body):
 class Bench:
     def __init__(self, player, folder):
         self.player, self.folder = player, folder
-        self.missed = False
-
-    def timed(self, command, script=""):
-        started = time.perf_counter()
-        done = subprocess.run(command, input=script.encode(), stdout=subprocess.DEVNULL)
-        seconds = time.perf_counter() - started
-        if done.returncode:
-            sys.exit(f"failed: {command[0]}")
-        return seconds
+        self.goals = Goals()
 
     def ours(self, script):
-        return self.timed([self.player, "--install", self.folder, "-"], script)
+        return played(self.player, self.folder, script)
 
-    def iconv(self, name):
-        return self.timed(["iconv", "-f", "GB18030", "-t", "UTF-32LE", self.folder / name])
-
-    def row(self, what, ours, peer, goal):
-        ratio = ours / peer
-        self.missed = self.missed or ratio > goal
-        print(f"{what:52}{ours:10.4f} s{peer:10.4f} s{ratio:8.2f}" + ("" if ratio <= goal else "   goal missed"))
-
-    def beside_iconv(self, what, script, name, goal):
-        turns = [(self.ours(OPEN.format(self.folder / name) + script), self.iconv(name)) for _ in range(REPEATS)]
-        self.row(what, min(turn[0] for turn in turns), min(turn[1] for turn in turns), goal)
+    def beside_iconv(self, what, script, name):
+        words = ["iconv", "-f", "GB18030", "-t", "UTF-32LE", self.folder / name]
+        ours, iconv = in_turn(REPEATS, lambda _: self.ours(OPEN.format(self.folder / name) + script),
+                              lambda _: timed(words))
+        self.goals.faster(what, ours, "iconv", iconv, QUERY_GOAL)
 
     def beside_a_part(self, what, script, whole, part):
         """A text beside as many texts of a part of its size, each opened anew."""
-        scripts = [OPEN.format(file) + script for file in (whole, part)]
-        turns = [[self.ours(each) for each in scripts] for _ in range(REPEATS)]
-        self.row(what, min(turn[0] for turn in turns), PARTS * min(turn[1] for turn in turns), LINEAR_GOAL)
+        of_whole, of_part = in_turn(REPEATS, *(lambda _, file=file: self.ours(OPEN.format(file) + script)
+                                               for file in (whole, part)))
+        self.goals.at_most(f"one letter {REPEATED:,} times beside {PARTS} quarters of it, {what}",
+                           of_whole.seconds / (PARTS * of_part.seconds), LINEAR_GOAL, "times as long")
 
     def each_press(self, what, loaded, presses):
-        """Seconds that one of the presses adds, beside the goal."""
-        turns = [(self.ours(loaded + "".join(presses)), self.ours(loaded)) for _ in range(REPEATS)]
-        added = min(turn[0] for turn in turns) - min(turn[1] for turn in turns)
-        self.row(what, added / len(presses), LOOKUP_GOAL, 1.0)
+        """What one of the presses adds."""
+        all_pressed, none = in_turn(REPEATS, lambda _: self.ours(loaded + "".join(presses)), lambda _: self.ours(loaded))
+        self.goals.at_most(what, 1000 * (all_pressed.seconds - none.seconds) / len(presses), LOOKUP_GOAL_MS, "ms")
 
 
 def repeated_letter(bench, folder):
     whole, part, many = folder / "whole.txt", folder / "part.txt", "a" * 10_000
     whole.write_bytes(b"a" * REPEATED)
     part.write_bytes(b"a" * (REPEATED // PARTS))
-    print(f"one letter {REPEATED:,} times beside {PARTS} x {REPEATED // PARTS:,}")
-    bench.beside_a_part("  each a hit", QUERY.format("a", "数目"), whole, part)
-    bench.beside_a_part("  query of 10,000 letters", QUERY.format(many, "数目"), whole, part)
-    bench.beside_a_part("  separator of 10,000 letters", QUERY.format("a", many), whole, part)
-    bench.beside_a_part("  each a sentence hit", SENTENCES.format("a"), whole, part)
-    bench.beside_a_part("  marking on one page", MARKING, whole, part)
+    bench.beside_a_part("each a hit", QUERY.format("a", "数目"), whole, part)
+    bench.beside_a_part("query of 10,000 letters", QUERY.format(many, "数目"), whole, part)
+    bench.beside_a_part("separator of 10,000 letters", QUERY.format("a", many), whole, part)
+    bench.beside_a_part("each a sentence hit", SENTENCES.format("a"), whole, part)
+    bench.beside_a_part("marking on one page", MARKING, whole, part)
 
 
 def lookups(bench, folder):
@@ -132,21 +116,20 @@ def lookups(bench, folder):
     bench.each_press("Chinese character that stands everywhere", loaded, [LOOKUP.format("的"), LOOKUP.format("一")] * 10)
 
 
-def main(arguments):
-    with tempfile.TemporaryDirectory() as name:
+def main(built):
+    with tempfile.TemporaryDirectory(prefix="reading_bench", dir=built) as name:
         folder = pathlib.Path(name)
-        bench = Bench(pathlib.Path(arguments[0]).resolve() / "tarvik-play", folder)
+        bench = Bench(built / "tarvik-play", folder)
         write_prose(folder / "prose.txt")
-        print(f"{'what':52}{'ours':>12}{'peer':>12}{'ratio':>8}")
-        bench.beside_iconv("opening 50 MB of prose", "", "prose.txt", QUERY_GOAL)
+        bench.beside_iconv("opening 50 MB of prose", "", "prose.txt")
         bench.beside_iconv("opening and a query with 1,000 hits",
-                           QUERY.format(NEEDLE, "。\\r\\n") + EXPECT_HITS.format(HITS), "prose.txt", QUERY_GOAL)
+                           QUERY.format(NEEDLE, "。\\r\\n") + EXPECT_HITS.format(HITS), "prose.txt")
         bench.beside_iconv("opening and a sentence query with 1,000 hits",
-                           SENTENCES.format(NEEDLE) + EXPECT_HITS.format(HITS), "prose.txt", QUERY_GOAL)
+                           SENTENCES.format(NEEDLE) + EXPECT_HITS.format(HITS), "prose.txt")
         repeated_letter(bench, folder)
         lookups(bench, folder)
-    return 1 if bench.missed else 0
+    return bench.goals.status()
 
 
 if __name__ == "__main__":
-    sys.exit(main(sys.argv[1:]))
+    sys.exit(main(pathlib.Path(sys.argv[1]).resolve()))

@@ -8,23 +8,19 @@ is missed or when the two sides wrote different cells.
 """
 
 import pathlib
-import subprocess
 import sys
 import tempfile
-import time
 
 from openpyxl import load_workbook
 
 import repair_generate
-from docket_bench import flush_seconds
+from measure import HERE, Goals, best, peer, played, with_flushing
 
 SHEETS, RECORDS, REPEATS = 100, 20000, 2
 RATIO_GOAL = 10.0
 GROWTH = 4         # of sheets and records together: their product would take 16 times as long
 GROWTH_GOAL = 1.5 * GROWTH
 COMPARED = 5       # sheets whose cells are all compared
-SYSTEM_PYTHON = "/usr/bin/python3"  # the one that the package python3-openpyxl serves
-HERE = pathlib.Path(__file__).parent
 SCRIPT = r'''
 file "{work}/records.txt"
 click Command1(0)
@@ -36,21 +32,10 @@ expect filecount {sheets}
 '''
 
 
-def our_seconds(player, installation, work, drive, sheets=SHEETS):
-    """One run from start to end of the process; its sheets lie in drive/filled."""
-    drive.mkdir()
+def ours(player, installation, work, sheets=SHEETS):
+    """The best of several runs from start to end of the process; the sheets lie in work/drive/filled."""
     script = SCRIPT.format(work=work, sheets=sheets)
-    started = time.perf_counter()
-    subprocess.run([player, "--install", installation, "--drive", f"d={drive}", "-"], input=script.encode(), check=True,
-                   stdout=subprocess.DEVNULL)
-    return time.perf_counter() - started
-
-
-def openpyxl_seconds(work, output):
-    """The peer's own count of its work and of the flushing in it; its interpreter's start is not held against it."""
-    told = subprocess.run([SYSTEM_PYTHON, HERE / "repair_openpyxl.py", work / "records.txt", work / "sheets", output,
-                           HERE.parent / "repair_rules/rules.txt"], check=True, capture_output=True, text=True).stdout
-    return tuple(map(float, told.split()[1:]))
+    return best([played(player, installation, script, work / "drive") for _ in range(REPEATS)])
 
 
 def cells(path):
@@ -73,35 +58,28 @@ def growth(player, installation, folder):
         work.mkdir()
         sheets = SHEETS // GROWTH // 2 * factor
         repair_generate.generate(work, sheets, RECORDS // GROWTH * factor)
-        times.append(min(our_seconds(player, installation, work, work / f"drive{repeat}", sheets)
-                         for repeat in range(REPEATS)))
+        times.append(ours(player, installation, work, sheets).seconds)
     return times[1] / times[0]
 
 
 def main(built):
-    player = built / "tarvik-play"
+    player, goals = built / "tarvik-play", Goals()
     with tempfile.TemporaryDirectory(prefix="repair_bench", dir=built) as name:
         work = pathlib.Path(name)
         installation = work / "installation"
         installation.mkdir()
         repair_generate.generate(work, SHEETS, RECORDS)
-        ours = min(our_seconds(player, installation, work, work / f"ours{repeat}") for repeat in range(REPEATS))
-        peer, peer_flush = openpyxl_seconds(work, work / "peer")
-        wrong = differing(work / "ours0" / "filled", work / "peer")
-        (work / "scratch").mkdir()
-        our_flush = flush_seconds(work / "ours0" / "filled", work / "scratch")
-        growing = growth(player, installation, work)
-    ratio = peer / ours
-    lines = SHEETS * (repair_generate.LAST_LINE - repair_generate.FIRST_LINE + 1)
-    print(f"{SHEETS} sheets with {lines} lines in all against {RECORDS} records, every save flushed")
-    print(f"{'':10}{'seconds':>9}{'lines/s':>10}{'of it flushing':>17}")
-    print(f"{'ours':10}{ours:9.2f}{lines / ours:10.0f}{our_flush:12.2f} s {our_flush / ours:4.0%}")
-    print(f"{'openpyxl':10}{peer:9.2f}{lines / peer:10.0f}{peer_flush:12.2f} s {peer_flush / peer:4.0%}")
-    print(f"ratio {ratio:.1f} (goal {RATIO_GOAL:g})   {GROWTH} times the sheets and the records take "
-          f"{growing:.1f} times as long (goal under {GROWTH_GOAL:g})")
-    if wrong:
-        print("the two sides differ:", ", ".join(wrong))
-    return 0 if not wrong and ratio >= RATIO_GOAL and growing < GROWTH_GOAL else 1
+        spent = ours(player, installation, work)
+        theirs = peer("repair_openpyxl.py", work / "records.txt", work / "sheets", work / "peer",
+                      HERE.parent / "repair_rules/rules.txt")
+        wrong = differing(work / "drive" / "filled", work / "peer")
+        lines = SHEETS * (repair_generate.LAST_LINE - repair_generate.FIRST_LINE + 1)
+        goals.must(not wrong, f"the two sides differ: {', '.join(wrong)}")
+        goals.faster(f"An order, {SHEETS} sheets with {lines:,} lines against {RECORDS:,} records",
+                     with_flushing(spent, work / "drive" / "filled", work / "scratch"), "openpyxl", theirs, RATIO_GOAL)
+        goals.at_most(f"{GROWTH} times the sheets and the records of An order take", growth(player, installation, work),
+                      GROWTH_GOAL, "times as long")
+    return goals.status()
 
 
 if __name__ == "__main__":

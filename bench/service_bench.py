@@ -9,20 +9,17 @@ Ends with status 1 when a goal is missed or when the two sides made different fi
 
 import pathlib
 import shutil
-import subprocess
 import sys
 import tempfile
-import time
 
 import docx
 from openpyxl import load_workbook
 
 import service_generate
+from measure import Goals, in_turn, peer, played
 
 REPEATS, RATIO_GOAL = 2, 5.0
 COMPARED = 3  # files whose cells are all compared
-SYSTEM_PYTHON = "/usr/bin/python3"  # the one that Debian's packages serve
-HERE = pathlib.Path(__file__).parent
 # Command: the report that is opened.
 RUNS = {"testdocket": "3139.txt", "bendocket": "3138.txt", "dandocket": "3160.txt", "wodben": "3158.txt",
         "dockword": "3158.txt"}
@@ -36,23 +33,6 @@ reply ok
 type Text1(1) "\r"
 run
 '''
-
-
-def our_seconds(player, installation, drive, command):
-    """One run from start to end of the process; its files lie in drive/made."""
-    drive.mkdir()
-    script = SCRIPT.format(report=RUNS[command], command=command)
-    started = time.perf_counter()
-    subprocess.run([player, "--install", installation, "--drive", f"d={drive}", "-"], input=script.encode(), check=True,
-                   stdout=subprocess.DEVNULL)
-    return time.perf_counter() - started
-
-
-def peer_seconds(installation, output, command):
-    """The peer's own count of its work and of the flushing in it; its interpreter's start is not held against it."""
-    told = subprocess.run([SYSTEM_PYTHON, HERE / "service_peers.py", command, installation, output], check=True,
-                          capture_output=True, text=True).stdout
-    return tuple(map(float, told.split()[1:]))
 
 
 def contents(path):
@@ -85,30 +65,25 @@ def prepared(folder, built, command):
     return folder
 
 
-def measure(built, work, command):
-    """Seconds of both sides, the best of several, and of the peer's flushing; whether both made the same."""
+def measure(goals, built, work, command):
     ours_installation = prepared(work / f"{command}-ours", built, command)
     peer_installation = prepared(work / f"{command}-peer", built, command)
-    ours, peers = [], []
-    for repeat in range(REPEATS):
-        drive, output = work / f"{command}-made{repeat}", work / f"{command}-peer-made{repeat}"
-        ours.append(our_seconds(built / "tarvik-play", ours_installation, drive, command))
-        peers.append(peer_seconds(peer_installation, output, command))
+    script = SCRIPT.format(report=RUNS[command], command=command)
+    drive, output = work / f"{command}-drive", work / f"{command}-made"
+    ours, theirs = in_turn(REPEATS, lambda _: played(built / "tarvik-play", ours_installation, script, drive),
+                           lambda _: peer("service_peers.py", command, peer_installation, output))
     count = sum(path.is_file() for path in (drive / "made").rglob("*.*"))
-    return min(ours), *min(peers), count, same(drive / "made", output)
+    goals.must(same(drive / "made", output), "the two sides made different files")
+    goals.faster(f"An {command}, {count} {'file' if count == 1 else 'files'}", ours,
+                 "python-docx" if command == "dockword" else "openpyxl", theirs, RATIO_GOAL)
 
 
 def main(built):
-    held = True
-    print(f"best of {REPEATS}, every save flushed, goal: {RATIO_GOAL:g} times the peer")
-    print(f"{'':12}{'files':>7}{'ours s':>9}{'peer s':>9}{'of it flushing':>16}{'ratio':>8}")
+    goals = Goals()
     with tempfile.TemporaryDirectory(prefix="service_bench", dir=built) as name:
         for command in RUNS:
-            ours, peer, flushing, count, equal = measure(built, pathlib.Path(name), command)
-            print(f"{command:12}{count:7}{ours:9.2f}{peer:9.2f}{flushing:14.2f} s{peer / ours:8.1f}"
-                  + ("" if equal else "   the two sides made different files"), flush=True)
-            held = held and equal and peer / ours >= RATIO_GOAL
-    return 0 if held else 1
+            measure(goals, built, pathlib.Path(name), command)
+    return goals.status()
 
 
 if __name__ == "__main__":

@@ -13,7 +13,7 @@ packages_for() {
     windows-package) echo "qt6-base-dev nsis xvfb xauth xdotool imagemagick fonts-wqy-microhei" ;;
     package) echo "dpkg-dev file lintian" ;;
     valgrind) echo "valgrind" ;;
-    bench) echo "gawk python3 python3-docx python3-openpyxl libc-bin xvfb xdotool" ;;
+    bench) echo "gawk python3 python3-docx python3-matplotlib python3-openpyxl libc-bin xvfb xdotool" ;;
     pictures) echo "xvfb xdotool imagemagick fonts-wqy-microhei" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;
     esac
