@@ -75,8 +75,8 @@ Text design_row_name(int index)
 int design_key_column(const Program& program)
 {
     const auto column = design_number(program.form4.Text4);
-    if (!column || *column < 1 || *column > last_column)
-        throw Failure(U" 请注意：\r\n报表设计器“1”框（关键字段所在的列）应是1至180之间的整数，报表没有开始。");
+    if (!column || *column < 0 || *column > last_column)
+        throw Failure(U" 请注意：\r\n报表设计器“1”框（关键字段所在的列）应是0至180之间的整数，报表没有开始。");
     return *column;
 }
 

@@ -25,7 +25,8 @@ std::optional<int> design_number(const TextBox& box);
 /// The row of the window that shows the boxes of this index: "静态 第3行", "动态 第1行".
 Text design_row_name(int index);
 
-/// The key column that the design names, 1 to 180. Throws Failure when the box holds no such number.
+/// The key column that the design names, 0 to 180; column 0 holds nothing. Throws Failure when the box holds no such
+/// number.
 int design_key_column(const Program& program);
 
 } // namespace tarvik

@@ -113,6 +113,12 @@ TEST_F(Commands, stop_at_a_missing_design_or_template_with_its_message)
     desk.installation.write("automation.bin", design_line("x", "列"));
     EXPECT_THROW(enter(U"An design"), Failure);
     EXPECT_FALSE(run_in_progress(form1));
+    desk.installation.write("automation.bin", design_line("x", "0"));
+    desk.installation.write("designerA.xlsx", "");
+    EXPECT_TRUE(enter(U"An design"));
+    EXPECT_EQ(form1.keycount, 0) << "column 0 holds nothing";
+    EXPECT_TRUE(form1.Timer7.enabled());
+    stop_run(program);
     EXPECT_TRUE(enter(U"An design", Answer::Cancel));
     EXPECT_FALSE(run_in_progress(form1));
 }
