@@ -90,6 +90,7 @@ void LibreOffice::run(Session& session, const std::function<void()>& work, Worke
         if (took_too_long) throw ooxml::Damage(suite_title() + U" 没有响应，已经将它结束，请重试。");
         throw ooxml::Damage(had_started ? suite_title() + U" 意外退出，请重试。" : suite_title() + U" 无法启动。");
     }
+    if (took_too_long) return end(session); // it is done, or needs no doing any more, but the process is gone
     const std::lock_guard lock(mutex_);
     last_use_ = std::chrono::steady_clock::now();
 }

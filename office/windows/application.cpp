@@ -56,6 +56,21 @@ bool put_into_job(const std::shared_ptr<void>& process, const std::string& job)
     return process && held && ::AssignProcessToJobObject(held.get(), process.get());
 }
 
+[[noreturn]] void give_up()
+{
+    throw libreoffice::ConnectionLost("ended while it started");
+}
+
+/// One of the programs that drive the suite starts an application at a time, or none would know whose the new process
+/// is. Whoever waits gives up when its job is ended.
+std::shared_ptr<void> turn_to_start(const std::shared_ptr<void>& job_ended)
+{
+    const auto turn = closing(::CreateMutexW(nullptr, FALSE, L"tarvik-suite-start"));
+    const HANDLE awaited[] = {turn.get(), job_ended.get()};
+    if (::WaitForMultipleObjects(2, awaited, FALSE, INFINITE) == WAIT_OBJECT_0 + 1) give_up();
+    return {turn.get(), [turn](void* held) { ::ReleaseMutex(held); }};
+}
+
 void quit(const ComObject& application, const ApplicationKind& kind) noexcept
 {
     try {
@@ -84,18 +99,17 @@ struct Start {
 };
 
 /// Comes back, too, when the job is ended.
-std::optional<ComObject> create_within_job(const ApplicationKind& kind, const std::string& job,
+std::optional<ComObject> create_within_job(const ApplicationKind& kind, const std::shared_ptr<void>& job_ended,
                                            const std::set<DWORD>& before)
 {
-    const auto job_ended = closing(::OpenEventW(SYNCHRONIZE, FALSE, end_of_job(job).c_str()));
     const auto start = std::make_shared<Start>();
     auto made = start->made.get_future();
     std::thread([start, &kind] { start->run(kind); }).detach();
     while (made.wait_for(between_looks) != std::future_status::ready) {
-        const bool is_over = !job_ended || ::WaitForSingleObject(job_ended.get(), 0) == WAIT_OBJECT_0;
+        const bool is_over = ::WaitForSingleObject(job_ended.get(), 0) == WAIT_OBJECT_0;
         if (!is_over || start->is_settled.exchange(true)) continue;
         if (const auto process = new_process(kind.program, before)) ::TerminateProcess(process.get(), 1);
-        throw libreoffice::ConnectionLost("ended while it started");
+        give_up();
     }
     return made.get();
 }
@@ -110,10 +124,13 @@ std::wstring end_of_job(const std::string& job)
 // An application that lives in a process which is not new may be the one that the user works with: it stays.
 Application::Started Application::start(const ApplicationKind& kind, const std::string& job)
 {
+    const auto job_ended = closing(::OpenEventW(SYNCHRONIZE, FALSE, end_of_job(job).c_str()));
+    if (!job_ended) give_up();
+    const auto turn = turn_to_start(job_ended);
     const auto before = processes_of(kind.program);
     std::optional<ComObject> object;
     try {
-        object = create_within_job(kind, job, before);
+        object = create_within_job(kind, job_ended, before);
     } catch (const Refusal& refusal) {
         throw ooxml::Damage(Text(kind.title) + U" 无法启动（" + from_utf8(refusal.what()) + U"）。");
     }

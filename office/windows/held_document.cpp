@@ -10,13 +10,15 @@ const ApplicationKind documents{L"Word.Application", L"WINWORD.EXE", U"Word", 0,
 namespace {
 
 constexpr FormatRow formats[] = {{"MS Word 97", 0, L".doc"}, {"MS Word 2007 XML", 12, L".docx"}};
+/// Locked for comments, with a password, among the recent files: none of it.
+const std::vector<ComValue> unlisted{false, U"", false};
 constexpr HRESULT no_such_member = static_cast<HRESULT>(0x800a1735);
 constexpr double hundredths_a_point = 2540.0 / 72;
 
 class HeldDocument final : public HeldFile<OpenDocument> {
 public:
     HeldDocument(std::shared_ptr<Application> application, ComObject file)
-        : HeldFile(std::move(application), std::move(file), formats, L"SaveFormat")
+        : HeldFile(std::move(application), std::move(file), formats, L"SaveFormat", unlisted)
     {
     }
 

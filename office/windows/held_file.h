@@ -19,8 +19,9 @@ template <typename Kind>
 class HeldFile : public Kind {
 public:
     HeldFile(std::shared_ptr<Application> application, ComObject file, std::span<const FormatRow> formats,
-             const wchar_t* format_member)
-        : application_(std::move(application)), file_(std::move(file)), formats_(formats)
+             const wchar_t* format_member, std::vector<ComValue> more_of_saving = {})
+        : application_(std::move(application)), file_(std::move(file)), formats_(formats),
+          more_of_saving_(std::move(more_of_saving))
     {
         const int number = file_->get(format_member).as_count();
         for (const auto& row : formats_)
@@ -48,8 +49,11 @@ public:
             if (filter == row.name) format = &row;
         auto kept = path;
         kept += std::to_wstring(++stored_) + format->extension;
-        file_->call(L"SaveAs", {ComValue(kept), format->number});
-        std::filesystem::copy_file(kept, path, std::filesystem::copy_options::overwrite_existing);
+        std::vector<ComValue> arguments{ComValue(kept), format->number};
+        arguments.insert(arguments.end(), more_of_saving_.begin(), more_of_saving_.end());
+        file_->call(L"SaveAs", std::move(arguments));
+        std::filesystem::remove(path); // the library's own overwriting does not work there
+        std::filesystem::copy_file(kept, path);
     }
 
 protected:
@@ -59,6 +63,7 @@ private:
     std::shared_ptr<Application> application_;
     std::optional<ComObject> file_;
     std::span<const FormatRow> formats_;
+    std::vector<ComValue> more_of_saving_; ///< the arguments behind the format
     std::string filter_;
     int stored_ = 0;
 };

@@ -1,6 +1,7 @@
 #include "office/libreoffice/load_plugin.h"
 #include "office/libreoffice/office_process.h"
 #include "office/windows/held_file.h"
+#include "platform/path_text.h"
 
 #include <windows.h>
 
@@ -16,7 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The files are copies of the program's own; two of one name cannot be open at once, so each gets a number.
+/// The files are copies of the program's own. Two of one name cannot be open at once, so each that stays open gets a
+/// number; one that is only printed keeps the name, which may be printed with it.
 class SuiteConnection final : public Connection {
 public:
     explicit SuiteConnection(std::string job) : job_(std::move(job)) {}
@@ -31,8 +33,9 @@ public:
     }
     std::unique_ptr<OpenFile> open(const fs::path& path) override
     {
-        if (path.extension().native().starts_with(L".xls")) return open_workbook(path);
-        return open_document(path);
+        const bool is_workbook = lower(text_of(path.extension())).starts_with(U".xls");
+        if (is_workbook) return windows::open_workbook(application(workbooks_, windows::workbooks), path);
+        return windows::open_document(application(documents_, windows::documents), path);
     }
 
 private:
@@ -136,13 +139,10 @@ OfficeProcess::~OfficeProcess()
     kill();
 }
 
+// Applications come and go with the files; one that ends by itself is told of by the call that it does not answer.
 bool OfficeProcess::has_ended()
 {
-    JOBOBJECT_BASIC_ACCOUNTING_INFORMATION counts{};
-    const auto* const job = static_cast<const Job*>(job_.get());
-    if (!::QueryInformationJobObject(job->job, JobObjectBasicAccountingInformation, &counts, sizeof(counts), nullptr))
-        return false;
-    return counts.TotalProcesses > 0 && counts.ActiveProcesses == 0;
+    return false;
 }
 
 void OfficeProcess::kill() const noexcept

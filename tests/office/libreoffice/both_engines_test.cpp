@@ -94,6 +94,6 @@ TEST_P(BothEngines, what_cannot_be_done_is_refused_alike)
 }
 
 INSTANTIATE_TEST_SUITE_P(Office, BothEngines, testing::Values(Engine::Ooxml, Engine::LibreOffice),
-                         [](const auto& tested) { return tested.param == Engine::Ooxml ? "embedded" : "libreoffice"; });
+                         [](const auto& tested) { return tested.param == Engine::Ooxml ? "embedded" : "suite"; });
 
 } // namespace tarvik::test
