@@ -3,13 +3,17 @@
 
     copy_bench.py INSTALLATION        the folder of the window
 
-Tells the seconds until the window is idle again, and the memory that it takes at most, as a ratio to the bytes that the
-other program gets. Ends with status 1 when a goal is missed.
+Tells the seconds from the key until the clipboard is the window's, the seconds until another program has got the text,
+and the memory that the window takes at most, as a ratio to the bytes that the other program gets. What must stay within
+the goal is the work of the window, the X server and the other program together, which is the time that passes where
+nothing else works on the machine; the time that did pass stands beside it. Ends with status 1 when a goal is missed.
 """
 
+import ctypes
 import os
 import pathlib
 import random
+import resource
 import shutil
 import subprocess
 import sys
@@ -19,7 +23,18 @@ import time
 ROWS = 300_000
 COPY_GOAL, PASTE_GOAL = 1.0, 1.0  # seconds
 MEMORY_GOAL = 2.0
-STEP, QUIET_STEPS = 0.02, 10  # of waiting
+TURNS = 3  # of which the fastest counts
+STEP, PATIENCE, QUIET_STEPS = 0.005, 60, 40  # seconds, seconds, steps
+
+
+def wait_for(what, condition):
+    """Waits for the effect of a step; gives what the condition gives."""
+    end = time.monotonic() + PATIENCE
+    while not (result := condition()):
+        if time.monotonic() > end:
+            sys.exit(f"in vain: {what}")
+        time.sleep(STEP)
+    return result
 
 
 def write_rows(path):
@@ -31,20 +46,54 @@ def write_rows(path):
     path.write_bytes("".join(lines).encode("gb18030"))
 
 
+def xdotool(*words):
+    return subprocess.run(["xdotool", *words], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True).stdout.split()
+
+
+class Clipboard:
+    """Who holds the clipboard of the screen."""
+
+    def __init__(self):
+        self.x11 = ctypes.CDLL("libX11.so.6")
+        self.x11.XOpenDisplay.restype = ctypes.c_void_p
+        self.x11.XInternAtom.restype = self.x11.XGetSelectionOwner.restype = ctypes.c_ulong
+        self.screen = ctypes.c_void_p(self.x11.XOpenDisplay(None))
+        self.atom = ctypes.c_ulong(self.x11.XInternAtom(self.screen, b"CLIPBOARD", 0))
+
+    def owner(self):
+        return self.x11.XGetSelectionOwner(self.screen, self.atom)
+
+    def empty(self):
+        self.x11.XSetSelectionOwner(self.screen, self.atom, ctypes.c_ulong(0), ctypes.c_ulong(0))
+        self.x11.XSync(self.screen, 0)
+
+
+def processor_ticks(process):
+    fields = pathlib.Path(f"/proc/{process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+    return int(fields[11]) + int(fields[12])
+
+
 class Window:
-    def __init__(self, program, folder):
+    def __init__(self, program, folder, server):
+        self.folder = folder
+        self.server = server
         self.process = subprocess.Popen([program], cwd=folder)
-        while subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "^Tarvik"],
-                             stdout=subprocess.DEVNULL).returncode:
-            time.sleep(0.1)
-        self.settle()
+        wait_for("the window", lambda: xdotool("search", "--onlyvisible", "--name", "^Tarvik"))
+        self.settle()  # it has grown
+        (self.main,) = xdotool("search", "--onlyvisible", "--name", "^Tarvik")
+        xdotool("windowfocus", self.main)
+        wait_for("the focus", self.has_focus)
+
+    def has_focus(self):
+        return xdotool("getwindowfocus") == [self.main]
 
     def keys(self, *keys):
-        subprocess.run(["xdotool", "key", *keys], check=True)
+        xdotool("key", *keys)
 
-    def processor_seconds(self):
-        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
-        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+    def wait_for_end(self, name, text):
+        """Waits until a scratch file ends in a line that holds the text."""
+        path = self.folder / name
+        wait_for(name, lambda: path.exists() and text in path.read_bytes()[-2000:])
 
     def memory(self, field):
         for line in pathlib.Path(f"/proc/{self.process.pid}/status").read_text().splitlines():
@@ -53,53 +102,81 @@ class Window:
         raise LookupError(field)
 
     def settle(self):
-        """Waits until the window has had nothing to do for a while; gives the moment when it began to rest."""
-        before, quiet, rests = self.processor_seconds(), 0, time.perf_counter()
+        """Waits until the window has had nothing to do for a while."""
+        before, quiet = None, 0
         while quiet < QUIET_STEPS:
             time.sleep(STEP)
-            now = self.processor_seconds()
+            now = processor_ticks(self.process)
             quiet = quiet + 1 if now == before else 0
-            if quiet == 0:
-                rests = time.perf_counter()
             before = now
-        return rests
+
+    def work_seconds(self):
+        others = resource.getrusage(resource.RUSAGE_CHILDREN)  # those that have ended
+        return ((processor_ticks(self.process) + processor_ticks(self.server)) / os.sysconf("SC_CLK_TCK") +
+                others.ru_utime + others.ru_stime)
 
     def watch(self, work):
-        """Gives what `work` gives, the processor's seconds in the window, and the bytes that it took at most."""
-        pathlib.Path(f"/proc/{self.process.pid}/clear_refs").write_text("5")  # the peak counts from here
-        before, taken = self.processor_seconds(), self.memory("VmRSS")
-        result = work()
-        self.settle()
-        return result, self.processor_seconds() - before, self.memory("VmHWM") - taken
+        """Gives the seconds of work and of time, both the fastest of several turns, and the bytes that the window took
+        at most."""
+        turns = []
+        for _ in range(TURNS):
+            self.settle()
+            pathlib.Path(f"/proc/{self.process.pid}/clear_refs").write_text("5")  # the peak counts from here
+            taken, worked, start = self.memory("VmRSS"), self.work_seconds(), time.perf_counter()
+            work()
+            passed = time.perf_counter() - start
+            self.settle()
+            turns.append((self.work_seconds() - worked, passed, self.memory("VmHWM") - taken))
+        return min(turn[0] for turn in turns), min(turn[1] for turn in turns), max(turn[2] for turn in turns)
 
 
-def run(installation, folder):
+def show_rows(window):
+    """Brings the window to the view of all rows, with the keys going to its pane and everything selected."""
+    last = str(ROWS - 1).encode()
+    xdotool("type", "ok")
+    window.keys("Escape")
+    window.wait_for_end("betweenp.txt", last + b"\t")
+    wait_for("the message", lambda: not window.has_focus())
+    window.keys("Return")
+    wait_for("the message's end", window.has_focus)
+    window.keys("q")
+    window.wait_for_end("betweenpq.txt", b"suf(" + last + b",")
+    window.keys("F6", "ctrl+a")
+
+
+def run(installation, folder, server):
     shutil.copy(installation / "tarvik", folder)
     write_rows(folder / "coclus.txt")
-    window = Window(folder / "tarvik", folder)
+    taken = ""
+    window = Window(folder / "tarvik", folder, server)
+    clipboard = Clipboard()
+
+    def copy():
+        clipboard.empty()
+        window.keys("ctrl+c")
+        wait_for("the copy", clipboard.owner)
+
+    def paste():
+        nonlocal taken
+        taken = subprocess.run([installation.parent / "bin" / "clipboard-take"], check=True, stdout=subprocess.PIPE,
+                               text=True).stdout
+
     try:
-        subprocess.run(["xdotool", "search", "--name", "^Tarvik", "windowfocus"], check=True)
-        subprocess.run(["xdotool", "type", "ok"], check=True)
-        for keys in (["Escape"], ["Return"], ["q"], ["F6"], ["ctrl+a"]):
-            window.keys(*keys)
-            window.settle()
-        _, copy_seconds, copy_bytes = window.watch(lambda: window.keys("ctrl+c"))
-        taken, paste_seconds, paste_bytes = window.watch(
-            lambda: subprocess.run([installation.parent / "bin" / "clipboard-take"], check=True, capture_output=True, text=True).stdout)
+        show_rows(window)
+        results = {"copied": (COPY_GOAL, *window.watch(copy)), "pasted elsewhere": (PASTE_GOAL, *window.watch(paste))}
     finally:
         window.process.kill()
         window.process.wait()
-    size = int(taken.split()[0])
+    size = int(taken)
     if size < ROWS * 50:
         sys.exit(f"copied only {size} bytes")
-    print(f"{ROWS:,} rows, {size / 1e6:.1f} MB in UTF-8, taken within {taken.split()[1]} s")
-    print(f"{'':24}{'seconds':>10}{'goal':>8}{'memory':>10}{'ratio':>8}{'goal':>8}")
+    print(f"{ROWS:,} rows, {size / 1e6:.1f} MB in UTF-8; the fastest of {TURNS}")
+    print(f"{'':18}{'seconds of work':>16}{'goal':>6}{'passed':>8}{'memory':>10}{'ratio':>8}{'goal':>6}")
     missed = False
-    for what, seconds, goal, taken_bytes in (("copied", copy_seconds, COPY_GOAL, copy_bytes),
-                                             ("pasted elsewhere", paste_seconds, PASTE_GOAL, paste_bytes)):
-        ratio = taken_bytes / size
-        missed = missed or seconds > goal or ratio > MEMORY_GOAL
-        print(f"{what:24}{seconds:>10.2f}{goal:>8.1f}{taken_bytes / 1e6:>7.1f} MB{ratio:>8.2f}{MEMORY_GOAL:>8.1f}")
+    for what, (goal, seconds, passed, memory) in results.items():
+        missed = missed or seconds > goal or memory / size > MEMORY_GOAL
+        print(f"{what:18}{seconds:>16.2f}{goal:>6.1f}{passed:>8.2f}{memory / 1e6:>7.1f} MB{memory / size:>8.2f}"
+              f"{MEMORY_GOAL:>6.1f}")
     return 1 if missed else 0
 
 
@@ -115,7 +192,7 @@ def main(arguments):
         os.environ.update(DISPLAY=":" + os.read(reading, 20).decode().strip(), HOME=name, QT_QPA_PLATFORM="xcb",
                           XDG_RUNTIME_DIR=name)
         try:
-            return run(installation, pathlib.Path(name))
+            return run(installation, pathlib.Path(name), server)
         finally:
             server.terminate()
             server.wait()
