@@ -6,37 +6,12 @@ set -eu
 sh "$(dirname "$0")/install_packages.sh" pictures
 built=$1
 pictures=$(cd "${2:-docs/pictures}" && pwd)
-work=$(mktemp -d)
-server= desktop=
-cleanup() {
-    [ -z "$desktop" ] || kill "$desktop" 2> /dev/null || true
-    [ -z "$server" ] || kill "$server" 2> /dev/null || true
-    wait 2> /dev/null || true
-    rm -rf "$work"
-}
-trap cleanup EXIT
+. "$(dirname "$0")/own_screen.sh"
 
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3> "$work/display" 2> /dev/null &
-server=$!
-until [ -s "$work/display" ]; do sleep 0.1; done
-DISPLAY=:$(cat "$work/display")
-export DISPLAY HOME="$work" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work"
+open_screen 1920x1080
 cp -r "$built" "$work/Tarvik"
 cd "$work/Tarvik"
 
-start() {
-    ./tarvik &
-    desktop=$!
-    until main=$(xdotool search --onlyvisible --name '^Tarvik'); do sleep 0.1; done
-    sleep 1.5 # the window has grown
-    xdotool windowfocus "$main" # no window manager does
-    sleep 0.3
-}
-stop() {
-    kill "$desktop"
-    wait "$desktop" 2> /dev/null || true
-    desktop=
-}
 key() {
     xdotool key --delay 120 "$@"
     sleep 0.6
@@ -64,19 +39,19 @@ take() {
     echo "$1"
 }
 
-start
+start_window
 open_file 3139.txt
 take reading
-stop
+end_window
 
-start
+start_window
 click "$main" 76 84 # the English dictionary
 typed apple
 key Return
 take dictionary
-stop
+end_window
 
-start
+start_window
 open_file 3139.txt
 click "$main" 94 72 # data analysis
 typed 4900
@@ -84,9 +59,9 @@ key Escape
 key Return
 key q
 take analysis
-stop
+end_window
 
-start
+start_window
 open_file 3139.txt
 typed "An docket"
 key Return Return
@@ -94,9 +69,9 @@ sleep 0.5
 key Return
 sleep 9
 take docket
-stop
+end_window
 
-start
+start_window
 click "$main" 94 72
 open_file 3159.txt
 click "$main" 94 78 # the designer
@@ -107,10 +82,10 @@ click "$designer" 53 86 # preview
 key y
 sleep 1
 take designer
-stop
+end_window
 
 # The dialog shows where the files lie, so they lie where a user would have them.
-start
+start_window
 key ctrl+o
 xdotool type --delay 400 维修/维修记录.txt
 key Return
@@ -118,4 +93,4 @@ sleep 0.8
 typed "An order"
 key Return Return
 take order
-stop
+end_window

@@ -17,6 +17,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -111,16 +112,17 @@ QRect Form1Window::pane_on_screen() const
 
 void Form1Window::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!dropped_file(*event).isEmpty()) event->acceptProposedAction();
+    dragged_ = dropped_file(*event);
+    if (!dragged_.isEmpty()) event->acceptProposedAction();
 }
 
+// What is dropped was told when it came over the window; some programs do not tell it a second time.
 void Form1Window::dropEvent(QDropEvent* event)
 {
-    const QString path = dropped_file(*event);
-    if (path.isEmpty()) return;
+    if (dragged_.isEmpty()) return;
     event->acceptProposedAction();
     activateWindow();
-    file_dropped(path);
+    file_dropped(std::exchange(dragged_, {}));
 }
 
 void Form1Window::switch_focus()
@@ -159,26 +161,6 @@ void Form1Window::paintEvent(QPaintEvent* event)
     paint_box(painter, scale_.rectangle(form1_.RichTextBox1), fill, false);
 }
 
-void Form1Window::make_boxes(ControlMaker& maker, ControlMaker& number_maker)
-{
-    for (Pane* pane : form1_.panes()) {
-        texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
-        if (pane != &form1_.RichTextBox1)
-            texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
-                                      [this, pane](int columns) {
-                                          // A statistic has columns of its own.
-                                          return pane == &form1_.RichTextBox2 || columns >= heading_count(form1_);
-                                      },
-                                      [this](int column) { column_picked(column); }});
-    }
-    query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
-    texts_.push_back(
-        &number_maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
-    texts_.back()->show_line_ends();
-    for (const int index : {4, 5})
-        maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
-}
-
 // The keys work again as soon as a button has done its work.
 std::function<void()> Form1Window::to_query_box()
 {
@@ -187,59 +169,6 @@ std::function<void()> Form1Window::to_query_box()
         // What nobody has typed goes with the first key.
         if (query_box_->text() == preset_query) query_box_->selectAll();
     };
-}
-
-void Form1Window::make_buttons(ControlMaker& maker)
-{
-    for (auto& [index, button] : form1_.Command1) maker.button(button, FontRole::Button, *this, to_query_box());
-    for (auto& [index, button] : form1_.Command2) {
-        ButtonWidget& widget = maker.button(button, FontRole::Sign, *this, to_query_box());
-        const bool held_by_mouse = index >= 2 && index <= 5;
-        if (held_by_mouse) widget.setFocusPolicy(Qt::ClickFocus);
-    }
-    for (Control* button : {&form1_.Command6, &form1_.Command3})
-        maker.button(*button, FontRole::Button, *this, to_query_box());
-    for (OptionButton* option : {&form1_.Option3, &form1_.Option1, &form1_.Option2})
-        maker.option(*option, *this, to_query_box());
-}
-
-void Form1Window::make_frames(ControlMaker& maker)
-{
-    std::array<QWidget*, 5> frames{};
-    int number = 0;
-    for (Control* frame : {&form1_.Frame1, &form1_.Frame2, &form1_.Frame3, &form1_.Frame4})
-        frames[static_cast<std::size_t>(++number)] = &maker.frame(*frame, *this);
-    const auto in_frame = [&](const auto& frame_of, int index) -> QWidget& {
-        return *frames[static_cast<std::size_t>(frame_of[static_cast<std::size_t>(index)])];
-    };
-    const auto make_keys = [&](ControlArray<Control>& keys, const auto& frame_of) {
-        for (auto& [index, key] : keys) maker.button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
-    };
-    make_keys(form1_.Command7, esc_frames);
-    make_keys(form1_.Command8, q_frames);
-    make_keys(form1_.Command9, third_key_frames);
-    for (auto* arrows : {&form1_.Label1, &form1_.Label2})
-        for (auto& [index, arrow] : *arrows) maker.label(arrow, FontRole::Label, in_frame(arrow_frames, index));
-}
-
-void Form1Window::set_tab_order()
-{
-    std::vector<const Control*> order{&form1_.query_box(), &form1_.number_box()};
-    for (const int index : {1, 2, 3, 0, 4}) order.push_back(&form1_.Command1[index]);
-    for (const Control* control : std::initializer_list<const Control*>{
-             &form1_.Option3, &form1_.Option1, &form1_.Option2, &form1_.Command6, &form1_.Command3, &form1_.page_box(),
-             &form1_.Command2[8], &form1_.page_size_box(), &form1_.Command2[0], &form1_.Command2[1]})
-        order.push_back(control);
-    for (const int index : {0, 3, 2, 1, 4}) {
-        order.push_back(&form1_.Command7[index]);
-        order.push_back(&form1_.Command8[index]);
-        constexpr std::array<int, 5> third_keys{0, 3, 1, 2, 5}; // by the index of their "Esc"
-        order.push_back(&form1_.Command9[third_keys[static_cast<std::size_t>(index)]]);
-    }
-    for (const int index : {4, 6}) order.push_back(&form1_.Command9[index]);
-    for (const Pane* pane : form1_.panes()) order.push_back(pane);
-    for (std::size_t i = 1; i < order.size(); ++i)
-        setTabOrder(findChild<QWidget*>(widget_name(*order[i - 1])), findChild<QWidget*>(widget_name(*order[i])));
 }
 
 void Form1Window::fit_to_screen(QSize available)

@@ -80,6 +80,7 @@ private:
     QSizeF full_size_; // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;
+    QString dragged_; // the file that is over the window
 };
 
 } // namespace tarvik

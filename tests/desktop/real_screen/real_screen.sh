@@ -3,44 +3,14 @@
 # usage: real_screen.sh PROGRAM
 set -eu
 program=$1
-work=$(mktemp -d)
-server= desktop=
-cleanup() {
-    [ -z "$desktop" ] || kill "$desktop" 2> /dev/null || true
-    [ -z "$server" ] || kill "$server" 2> /dev/null || true
-    wait 2> /dev/null || true
-    rm -rf "$work"
-}
-trap cleanup EXIT
-fail() {
-    echo "real screen: $1" >&2
-    exit 1
-}
-# Waits until a command succeeds, ten seconds at most.
-wait_for() {
-    tries=0
-    until "$@" > /dev/null 2>&1; do
-        tries=$((tries + 1))
-        [ $tries -lt 100 ] || fail "in vain: $*"
-        sleep 0.1
-    done
-}
+. "$(dirname "$0")/../../../tools/own_screen.sh"
 
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3> "$work/display" 2> "$work/server.txt" &
-server=$!
-wait_for test -s "$work/display"
-DISPLAY=:$(cat "$work/display")
-export DISPLAY HOME="$work" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work"
-
+open_screen 1920x1080
 mkdir "$work/installation"
 cp "$program" "$work/installation/tarvik"
 printf 'apple\tred\r\nplum\tblue\r\nplum\tgreen\r\n' > "$work/installation/coclus.txt"
 cd "$work/installation"
-./tarvik &
-desktop=$!
-wait_for xdotool search --onlyvisible --name '^Tarvik'
-main=$(xdotool search --onlyvisible --name '^Tarvik' | head -n 1)
-sleep 1 # the window has grown
+start_window
 
 # esc-q-/ typed in a row over the default text; Form3 and the boxes come between.
 xdotool type plum

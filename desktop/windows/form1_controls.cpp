@@ -1,0 +1,90 @@
+#include "desktop/controls/control_maker.h"
+#include "desktop/look/qt_text.h"
+#include "desktop/windows/form1_layout.h"
+#include "desktop/windows/form1_window.h"
+#include "desktop/windows/status_text.h"
+
+/// The main window's controls: made, and put in the order of the Tab key.
+namespace tarvik {
+
+namespace {
+
+constexpr int text_margin = 5; // between the query and its border
+
+} // namespace
+
+void Form1Window::make_boxes(ControlMaker& maker, ControlMaker& number_maker)
+{
+    for (Pane* pane : form1_.panes()) {
+        texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
+        if (pane != &form1_.RichTextBox1)
+            texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
+                                      [this, pane](int columns) {
+                                          // A statistic has columns of its own.
+                                          return pane == &form1_.RichTextBox2 || columns >= heading_count(form1_);
+                                      },
+                                      [this](int column) { column_picked(column); }});
+    }
+    query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
+    query_box_->setTextMargins(text_margin, 0, text_margin, 0);
+    texts_.push_back(
+        &number_maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
+    texts_.back()->show_line_ends();
+    for (const int index : {4, 5})
+        maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
+}
+
+void Form1Window::make_buttons(ControlMaker& maker)
+{
+    for (auto& [index, button] : form1_.Command1) maker.button(button, FontRole::Button, *this, to_query_box());
+    for (auto& [index, button] : form1_.Command2) {
+        ButtonWidget& widget = maker.button(button, FontRole::Sign, *this, to_query_box());
+        const bool held_by_mouse = index >= 2 && index <= 5;
+        if (held_by_mouse) widget.setFocusPolicy(Qt::ClickFocus);
+    }
+    for (Control* button : {&form1_.Command6, &form1_.Command3})
+        maker.button(*button, FontRole::Button, *this, to_query_box());
+    for (OptionButton* option : {&form1_.Option3, &form1_.Option1, &form1_.Option2})
+        maker.option(*option, *this, to_query_box());
+}
+
+void Form1Window::make_frames(ControlMaker& maker)
+{
+    std::array<QWidget*, 5> frames{};
+    int number = 0;
+    for (Control* frame : {&form1_.Frame1, &form1_.Frame2, &form1_.Frame3, &form1_.Frame4})
+        frames[static_cast<std::size_t>(++number)] = &maker.frame(*frame, *this);
+    const auto in_frame = [&](const auto& frame_of, int index) -> QWidget& {
+        return *frames[static_cast<std::size_t>(frame_of[static_cast<std::size_t>(index)])];
+    };
+    const auto make_keys = [&](ControlArray<Control>& keys, const auto& frame_of) {
+        for (auto& [index, key] : keys) maker.button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
+    };
+    make_keys(form1_.Command7, esc_frames);
+    make_keys(form1_.Command8, q_frames);
+    make_keys(form1_.Command9, third_key_frames);
+    for (auto* arrows : {&form1_.Label1, &form1_.Label2})
+        for (auto& [index, arrow] : *arrows) maker.label(arrow, FontRole::Label, in_frame(arrow_frames, index));
+}
+
+void Form1Window::set_tab_order()
+{
+    std::vector<const Control*> order{&form1_.query_box(), &form1_.number_box()};
+    for (const int index : {1, 2, 3, 0, 4}) order.push_back(&form1_.Command1[index]);
+    for (const Control* control : std::initializer_list<const Control*>{
+             &form1_.Option3, &form1_.Option1, &form1_.Option2, &form1_.Command6, &form1_.Command3, &form1_.page_box(),
+             &form1_.Command2[8], &form1_.page_size_box(), &form1_.Command2[0], &form1_.Command2[1]})
+        order.push_back(control);
+    for (const int index : {0, 3, 2, 1, 4}) {
+        order.push_back(&form1_.Command7[index]);
+        order.push_back(&form1_.Command8[index]);
+        constexpr std::array<int, 5> third_keys{0, 3, 1, 2, 5}; // by the index of their "Esc"
+        order.push_back(&form1_.Command9[third_keys[static_cast<std::size_t>(index)]]);
+    }
+    for (const int index : {4, 6}) order.push_back(&form1_.Command9[index]);
+    for (const Pane* pane : form1_.panes()) order.push_back(pane);
+    for (std::size_t i = 1; i < order.size(); ++i)
+        setTabOrder(findChild<QWidget*>(widget_name(*order[i - 1])), findChild<QWidget*>(widget_name(*order[i])));
+}
+
+} // namespace tarvik

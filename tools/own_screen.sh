@@ -1,0 +1,52 @@
+# To be sourced: a screen of its own, the program's window on it, and a user at mouse and keyboard. Ends with the script.
+work=$(mktemp -d)
+server= manager= desktop=
+end_all() {
+    for process in $desktop $manager $server; do kill "$process" 2> /dev/null || true; done
+    wait 2> /dev/null || true
+    rm -rf "$work"
+}
+trap end_all EXIT
+fail() {
+    echo "$(basename "$0"): $1" >&2
+    exit 1
+}
+# Waits until a command succeeds, ten seconds at most.
+wait_for() {
+    tries=0
+    until "$@" > /dev/null 2>&1; do
+        tries=$((tries + 1))
+        [ $tries -lt 100 ] || fail "in vain: $*"
+        sleep 0.1
+    done
+}
+
+# A screen of this size, as 1920x1080, with the window manager of this name where one is given.
+open_screen() {
+    Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3> "$work/display" 2> "$work/server.txt" &
+    server=$!
+    wait_for test -s "$work/display"
+    DISPLAY=:$(cat "$work/display")
+    LANG=zh_CN.UTF-8
+    export DISPLAY LANG HOME="$work" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work"
+    [ -n "${2:-}" ] || return 0
+    "$2" > "$work/manager.txt" 2>&1 &
+    manager=$!
+    wait_for xprop -root _NET_SUPPORTING_WM_CHECK
+}
+
+# Starts ./tarvik; its window is $main, and has grown.
+start_window() {
+    ./tarvik &
+    desktop=$!
+    wait_for xdotool search --onlyvisible --name '^Tarvik'
+    main=$(xdotool search --onlyvisible --name '^Tarvik' | head -n 1)
+    sleep 1.5
+    xdotool windowfocus "$main" # where no window manager does
+    sleep 0.3
+}
+end_window() {
+    kill "$desktop"
+    wait "$desktop" 2> /dev/null || true
+    desktop=
+}
