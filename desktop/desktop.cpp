@@ -28,13 +28,14 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       dialogs_(to_qt(files_.installation_folder())),
       office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
-      queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), side_scale_(scale_of_screen()),
-      main_fonts_(theme_, main_scale_),
-      side_fonts_(theme_, side_scale_), main_{program_, queue_, mirror_, theme_, main_scale_, main_fonts_},
-      side_{program_, queue_, mirror_, theme_, side_scale_, side_fonts_}, focus_(queue_), backdrop_(files_),
+      queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), form3_scale_(main_scale_),
+      form4_scale_(main_scale_), main_fonts_(theme_, main_scale_),
+      form3_fonts_(theme_, form3_scale_), main_{program_, queue_, mirror_, theme_, main_scale_, main_fonts_},
+      form3_front_{program_, queue_, mirror_, theme_, form3_scale_, form3_fonts_},
+      form4_front_{program_, queue_, mirror_, theme_, form4_scale_, form3_fonts_}, focus_(queue_), backdrop_(files_),
       side_backdrop_(backdrop_), form1_(main_, focus_, backdrop_, main_scale_, main_fonts_),
-      form3_(side_, focus_, side_backdrop_, form1_), form4_(side_, focus_, no_backdrop_, form1_), timers_(main_),
-      menu_(queue_, program_.form1)
+      form3_(form3_front_, focus_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
+      form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_), menu_(queue_, program_.form1)
 {
     QCoreApplication::installTranslator(&chinese_);
     theme_.apply();
@@ -54,8 +55,8 @@ void Desktop::start(const Text& notice)
     queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
-        side_scale_.zoom = main_scale_.zoom;
-        theme_.set_dialog_font(side_scale_);
+        form3_scale_.zoom = form4_scale_.zoom = main_scale_.zoom;
+        theme_.set_dialog_font(main_scale_);
         form3_.set_zoom();
         form4_.set_zoom();
         if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);

@@ -54,9 +54,10 @@ private:
     Program program_;
     Mirror mirror_;
     EventQueue queue_;
-    Scale main_scale_, side_scale_; // the main window's changes with its size
-    PaneFonts main_fonts_, side_fonts_;
-    Front main_, side_;
+    Scale main_scale_, form3_scale_,
+        form4_scale_; // the main window's changes with its size, the others' by their place
+    PaneFonts main_fonts_, form3_fonts_;
+    Front main_, form3_front_, form4_front_;
     FocusTracker focus_;
     Backdrop backdrop_, side_backdrop_, no_backdrop_;
     Form1Window form1_;

@@ -88,6 +88,7 @@ QLabel& ControlMaker::label(Control& control, FontRole role, QWidget& parent)
     widget.setAlignment(role == FontRole::Help ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignCenter);
     widget.setAutoFillBackground(role == FontRole::Help);
     widget.setMargin(role == FontRole::Help ? 2 : 0);
+    if (role == FontRole::Help) widget.setContentsMargins(2, 0, 2, 0);
     enter(control, widget, role, [&widget, &control] { show_caption(widget, lines_to_qt(control.caption())); });
     return widget;
 }

@@ -104,7 +104,7 @@ QFont Theme::font(FontRole role, const Scale& scale) const
                                   : of.family == RoleFont::Page ? page_families_
                                                                 : pane_families_;
     if (!families.isEmpty()) font.setFamilies(families);
-    font.setPixelSize(std::max(1, qRound(scale.font_pixels(of.points))));
+    font.setPointSizeF(std::max(1.0, of.points * scale.zoom)); // a whole number of dots would be coarse at small zooms
     font.setBold(of.bold);
     return font;
 }

@@ -6,22 +6,34 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
+#include <algorithm>
+#include <string_view>
+
 namespace tarvik {
 
 namespace {
 
-// Other programs get one character for a line end.
+// Adds a part of a text to what other programs get, one character for a line end. `held` tells of a CR that the part
+// before ended with; it may belong to a LF.
+void add_in_utf8(QByteArray& bytes, std::string_view part, bool& held)
+{
+    if (part.empty()) return;
+    if (held && part.front() != '\n') bytes += '\r';
+    for (;;) {
+        const std::size_t end = part.find('\r');
+        bytes.append(part.data(), static_cast<qsizetype>(std::min(end, part.size())));
+        held = end != std::string_view::npos && end + 1 == part.size();
+        if (held || end == std::string_view::npos) return;
+        if (part[end + 1] != '\n') bytes += '\r';
+        part.remove_prefix(end + 1);
+    }
+}
+
 QByteArray in_utf8(const TextSource& source)
 {
     QByteArray bytes;
-    bool held = false; // a CR that may belong to a LF
-    source([&](TextView part) {
-        for (const char byte : to_utf8(part)) {
-            if (held && byte != '\n') bytes += '\r';
-            held = byte == '\r';
-            if (!held) bytes += byte;
-        }
-    });
+    bool held = false;
+    source([&](TextView part) { add_in_utf8(bytes, to_utf8(part), held); });
     if (held) bytes += '\r';
     return bytes;
 }

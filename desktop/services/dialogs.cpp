@@ -87,23 +87,43 @@ bool must_answer(const Message& message)
     return message.buttons == Buttons::YesNo && (text.contains(U"否，") || text.contains(U"否："));
 }
 
+// Below what should stay in view, as far as the screen goes.
+void place_clear(QDialog& box, const QRect& clear)
+{
+    if (clear.isEmpty()) return;
+    constexpr int gap = 12, title_bar = 36;
+    const QSize size = box.size();
+    const QRect screen = box.screen()->availableGeometry();
+    const int below = clear.bottom() + gap + title_bar;
+    const int left = clear.left() + (clear.width() - size.width()) / 2;
+    box.move(std::clamp(left, screen.left(), std::max(screen.left(), screen.right() - size.width())),
+             std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() - size.height())));
+}
+
 /// A message, wide enough for its title, that Y and N answer where Yes and No are offered.
 class MessageWindow final : public QMessageBox {
 public:
-    MessageWindow(const Message& message, QWidget* parent)
+    MessageWindow(const Message& message, const QRect& clear, QWidget* parent)
         : QMessageBox(picture(message.icon), to_qt(message.title), lines_to_qt(message.text), offered(message.buttons),
                       parent),
-          must_answer_(must_answer(message))
+          clear_(clear), must_answer_(must_answer(message))
     {
         setTextFormat(Qt::PlainText);
         setTextInteractionFlags(Qt::TextSelectableByMouse);
         if (auto* grid = dynamic_cast<QGridLayout*>(layout())) {
             const int title = fontMetrics().horizontalAdvance(windowTitle()) + room_beside_title;
-            grid->addItem(new QSpacerItem(title, 0), grid->rowCount(), 0, 1, grid->columnCount());
+            grid->addItem(new QSpacerItem(std::max(title, text_width()), 0), grid->rowCount(), 0, 1,
+                          grid->columnCount());
         }
     }
 
 protected:
+    // The box takes its size when it shows.
+    void showEvent(QShowEvent* event) override
+    {
+        QMessageBox::showEvent(event);
+        if (!event->spontaneous()) place_clear(*this, clear_);
+    }
     void keyPressEvent(QKeyEvent* event) override
     {
         if (must_answer_ && event->key() == Qt::Key_Escape) return;
@@ -118,23 +138,19 @@ protected:
     }
 
 private:
+    // Short lines stay whole at every size of the font, long ones do not run across the screen.
+    int text_width() const
+    {
+        constexpr int most_characters = 32;
+        int widest = 0;
+        for (const QString& line : text().split('\n')) widest = std::max(widest, fontMetrics().horizontalAdvance(line));
+        return std::min(widest + 2 * fontMetrics().height(), most_characters * fontMetrics().height());
+    }
+
     static constexpr int room_beside_title = 120; // the title bar's icon and buttons
+    QRect clear_;
     bool must_answer_;
 };
-
-// Below what should stay in view, as far as the screen goes.
-void place_clear(QDialog& box, const QRect& clear)
-{
-    if (clear.isEmpty()) return;
-    constexpr int gap = 12, title_bar = 36;
-    box.layout()->activate();
-    const QSize size = box.sizeHint();
-    const QRect screen = box.screen()->availableGeometry();
-    const int below = clear.bottom() + gap + title_bar;
-    const int left = clear.left() + (clear.width() - size.width()) / 2;
-    box.move(std::clamp(left, screen.left(), std::max(screen.left(), screen.right() - size.width())),
-             std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() - size.height())));
-}
 
 } // namespace
 
@@ -142,8 +158,7 @@ Answer DesktopDialogs::message(const Message& message)
 {
     around_.before();
     const BoxOver over;
-    MessageWindow box(message, over.window());
-    place_clear(box, around_.keep_clear());
+    MessageWindow box(message, around_.keep_clear(), over.window());
     const int pressed = box.exec();
     for (const ButtonRow& row : button_rows)
         if (row.button == pressed) return row.answer;

@@ -4,6 +4,7 @@
 
 #include <QComboBox>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -21,11 +22,21 @@ namespace {
 
 constexpr double share_of_screen = 0.85;
 
+// Folders come ahead of files, whatever the order.
 class ForeignFiles final : public QSortFilterProxyModel {
 public:
     using QSortFilterProxyModel::QSortFilterProxyModel;
 
 protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
+    {
+        const auto* files = dynamic_cast<const QFileSystemModel*>(sourceModel());
+        if (files && files->isDir(left) != files->isDir(right))
+            return files->isDir(left) == (sortOrder() == Qt::AscendingOrder);
+        if (files && left.column() == 1) return files->size(left) < files->size(right);
+        if (files && left.column() == 3) return files->lastModified(left) < files->lastModified(right);
+        return QSortFilterProxyModel::lessThan(left, right);
+    }
     bool filterAcceptsRow(int row, const QModelIndex& parent) const override
     {
         return !FileDialog::is_own(sourceModel()->index(row, 0, parent).data().toString());

@@ -34,6 +34,11 @@ int Ruler::wanted_height() const
     return fontMetrics().height() + room;
 }
 
+double Ruler::width_wanted(int column) const
+{
+    return column > 0 && is_wanted() ? fontMetrics().horizontalAdvance(label(column)) + 3 * room : 0;
+}
+
 double Ruler::left_of(int column) const
 {
     return TextArea::margin - area_.left() +

@@ -26,6 +26,8 @@ public:
     int wanted_height() const;
     /// The left edge of a column, as the ruler shows it.
     double left_of(int column) const;
+    /// The room that the label of a column takes; 0 while the ruler does not show.
+    double width_wanted(int column) const;
 
 protected:
     bool event(QEvent* event) override;

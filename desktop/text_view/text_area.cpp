@@ -41,9 +41,28 @@ std::vector<Cell> TextArea::make_room(std::size_t start, std::size_t end)
     for (const Cell& cell : cells) {
         double width = blanks_between * blank;
         for (std::size_t i = cell.start; i < cell.end; ++i) width += widths.of(line[i]);
-        stops_moved_ |= stops_.make_room(cell.column, width, least_blanks * blank, most_blanks * blank);
+        make_room(cell.column, width);
     }
     return cells;
+}
+
+void TextArea::make_room(std::size_t column, double width)
+{
+    const double blank = font_.size(look_.points).widths.of(U' ');
+    stops_moved_ |= stops_.make_room(column, width, least_blanks * blank, most_blanks * blank);
+}
+
+void TextArea::make_room_for_headings()
+{
+    if (!is_table_) return;
+    for (std::size_t column = 0; column < stops_.count(); ++column)
+        make_room(column, heading_width_(first_column_ + static_cast<int>(column)));
+}
+
+void TextArea::set_heading_widths(std::function<double(int)> width)
+{
+    heading_width_ = std::move(width);
+    lay_rows();
 }
 
 void TextArea::set_text(PaneText text, bool stay)
@@ -78,6 +97,7 @@ void TextArea::lay_rows()
 {
     stops_.clear();
     look_at_first_lines();
+    make_room_for_headings();
     make_rows();
     scroll_to(top_);
 }

@@ -2,6 +2,8 @@
 
 #include "desktop/text_view/text_rows.h"
 
+#include <functional>
+
 namespace tarvik {
 
 /// The part of a text that a view of some size shows: which rows, and where. Only rows that show are laid out. Lengths
@@ -22,6 +24,8 @@ public:
     void set_text(PaneText text, bool stay);
     void set_look(TextLook look, bool breaks_lines);
     void set_size(double width, double height);
+    /// What stands over a table's columns needs this much room, by number; asked whenever the rows are laid.
+    void set_heading_widths(std::function<double(int column)> width);
     /// Lays the rows anew, after a change of the font.
     void lay_rows();
 
@@ -61,11 +65,14 @@ private:
     void show_rows();
     void make_rows();
     void look_at_first_lines();
+    void make_room_for_headings();
+    void make_room(std::size_t column, double width);
     std::vector<Cell> make_room(std::size_t start, std::size_t end);
     const FontSizes& font_;
     TextLines lines_;
     TextLook look_;
     bool breaks_lines_ = false;
+    std::function<double(int)> heading_width_ = [](int) { return 0.0; };
     ColumnStops stops_;
     bool stops_moved_ = false; // since the rows were made
     bool is_table_ = false;

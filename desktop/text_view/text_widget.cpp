@@ -68,6 +68,7 @@ void TextWidget::lay_anew()
 void TextWidget::add_ruler(ColumnGuide guide)
 {
     ruler_ = new Ruler(area_, std::move(guide), this);
+    area_.set_heading_widths([ruler = ruler_](int column) { return ruler->width_wanted(column); });
     show_ruler();
 }
 

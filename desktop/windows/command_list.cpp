@@ -2,6 +2,7 @@
 
 #include "desktop/look/qt_text.h"
 
+#include <QApplication>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -33,6 +34,7 @@ constexpr CommandHelp commands[] = {
 };
 
 constexpr int most_shown = 9;
+constexpr int edge = 4; // around the lines
 
 QString line_of(const CommandHelp& row)
 {
@@ -52,6 +54,8 @@ CommandList::CommandList(QWidget& window) : QListWidget(&window)
     setAccessibleName("命令");
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setPalette(QApplication::palette()); // lighter than the pane that it covers
+    setViewportMargins(edge, edge, edge, edge);
     hide();
 }
 
@@ -68,9 +72,10 @@ void CommandList::offer(const QString& typed, const QRect& box)
     setVisible(count() > 0);
     if (count() == 0) return;
     const int rows = std::min(count(), most_shown);
-    const int height = rows * sizeHintForRow(0) + 2 * frameWidth();
+    const int height = rows * sizeHintForRow(0) + 2 * (frameWidth() + edge);
     const int bar = count() > rows ? verticalScrollBar()->sizeHint().width() : 0;
-    const int width = std::min(sizeHintForColumn(0) + bar + 4 * frameWidth() + 8, parentWidget()->width() - box.left());
+    const int width =
+        std::min(sizeHintForColumn(0) + bar + 4 * frameWidth() + 2 * edge + 8, parentWidget()->width() - box.left());
     setGeometry(box.left(), std::max(0, box.top() - height - 2), width, height);
     raise();
 }

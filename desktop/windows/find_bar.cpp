@@ -3,6 +3,7 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
@@ -14,6 +15,8 @@ FindBar::FindBar(std::function<TextWidget*()> shown_pane, std::function<void()> 
     setObjectName("find");
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
+    setPalette(QApplication::palette()); // lighter than the pane that it covers
+    setBackgroundRole(QPalette::AlternateBase);
     setAttribute(Qt::WA_NoMousePropagation);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(4, 2, 4, 2);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr double gap = 45; // between neighbours, three dots of the design
 constexpr double window_edge = 100;
-constexpr double frame_contents = 1100; // the keys of the highest frame end here
+constexpr double frame_contents = 1080; // the keys of the highest frame end here
 
 Place number_box_place(const Form1& form1)
 {
@@ -28,8 +28,10 @@ Place frame_place(const Form1& form1, const Control& frame)
         place = place_of(*each);
         place.left = std::min(place.left, edge - place.width);
         edge = place.left - gap;
-        place.height = std::clamp(form1.window.height() - status_height - gap - place.top,
-                                  std::min(frame_contents, place.height), place.height);
+        const double room = form1.window.height() - status_height - gap - place.top;
+        const double least = std::min(frame_contents + gap, place.height);
+        place.top -= std::clamp(least - room, 0.0, 2 * gap);
+        place.height = std::clamp(room, least, place.height);
         if (each == &frame) break;
     }
     return place;

@@ -12,7 +12,7 @@ inline constexpr double status_height = 290;
 
 /// Where a control of the main window shows. The model's places stand, but for three that would hide something: the
 /// number box ends above the "◎" at its corner, a row of frames that runs over the window's edge is pushed back inside,
-/// and a frame's empty lower edge makes room for the status line.
+/// and the frames make room for the status line by their empty lower edge, and a little by moving up.
 Place fitted_place(const Form1& form1, const Control& control);
 
 /// The frame that each of the buttons and arrows of the key sequences stands in, by index; 1 stands for Frame1.

@@ -21,8 +21,9 @@ constexpr int interval_box = 2, comparison_box = 4, sort_box = 5;
 
 } // namespace
 
-Form3Window::Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, QWidget& main_window)
-    : FormWindow(front, front.program.form3.window, backdrop), main_window_(main_window)
+Form3Window::Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts,
+                         QWidget& main_window)
+    : FormWindow(front, front.program.form3.window, backdrop), scale_(scale), fonts_(fonts), main_window_(main_window)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     Form3& form3 = front.program.form3;
@@ -103,13 +104,13 @@ void Form3Window::take_focus()
 
 void Form3Window::set_zoom()
 {
-    const Scale& scale = front().scale;
-    layout_.set_fonts(front().theme, scale);
-    for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, scale));
-    layout_.place(scale);
+    fonts_.scale_changed();
+    layout_.set_fonts(front().theme, scale_);
+    for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, scale_));
+    layout_.place(scale_);
     place_headings();
     notes_->lay_anew();
-    setMinimumSize(qRound(scale.pixels(smallest_width)), qRound(scale.pixels(smallest_height)));
+    setMinimumSize(qRound(scale_.pixels(smallest_width)), qRound(scale_.pixels(smallest_height)));
 }
 
 // Some systems activate whatever appears. Directly behind a box no window is active yet.
@@ -125,8 +126,14 @@ void Form3Window::before_first_show()
 {
     winId(); // the system's window must be there to belong to the other
     windowHandle()->setTransientParent(main_window_.windowHandle());
-    place_beside(*this, main_window_);
-    keep_in_reach(*this, main_window_, {"Form1.Command6", "Form1.Command3"});
+    const Scale unzoomed{scale_.dots_per_inch};
+    const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
+    const SidePlace place = side_place({full, {full.width(), unzoomed.pixels(smallest_height)}}, scale_.zoom,
+                                       main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
+    scale_.zoom = place.zoom;
+    set_zoom();
+    resize(place.size.expandedTo(minimumSize()));
+    move(place.corner);
 }
 
 } // namespace tarvik

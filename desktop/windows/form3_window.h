@@ -10,7 +10,9 @@ namespace tarvik {
 /// The window of column numbers and notes. It appears without taking the focus, so that keys can be typed on.
 class Form3Window final : public FormWindow {
 public:
-    Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, QWidget& main_window);
+    /// `scale` and `fonts` are those of `front`; the window's place decides on them.
+    Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts,
+                QWidget& main_window);
 
     /// To be called when the zoom is known.
     void set_zoom();
@@ -29,6 +31,8 @@ protected:
 
 private:
     void place_headings();
+    Scale& scale_;
+    PaneFonts& fonts_;
     QWidget& main_window_;
     FormLayout layout_;
     TextWidget* notes_ = nullptr;

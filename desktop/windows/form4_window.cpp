@@ -14,12 +14,15 @@ namespace tarvik {
 
 namespace {
 
-constexpr double edge = 120; // twips between what the window holds and its edge
+constexpr int text_margin = 5; // between the query and its border, in pixels
+constexpr double edge = 120;   // twips between what the window holds and its edge
 
 } // namespace
 
-Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, const QWidget& main_window)
-    : FormWindow(front, front.program.form4.window, backdrop), main_window_(main_window), preview_(front, main_window)
+Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale,
+                         const QWidget& main_window)
+    : FormWindow(front, front.program.form4.window, backdrop), form4_(front.program.form4), scale_(scale),
+      main_window_(main_window), preview_(front, *this)
 {
     Form4& form4 = front.program.form4;
     scroll_area_ = new QScrollArea(this);
@@ -30,7 +33,7 @@ Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     FrameWidget& all = maker.frame(form4.Frame1, *scroll_area_->widget());
     make_rows(maker, maker.frame(form4.Frame2, all), 0, 27);
     make_rows(maker, maker.frame(form4.Frame3, all), 28, 49);
-    maker.line_box(form4.Text3, FontRole::DesignQuery, all);
+    maker.line_box(form4.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
     maker.line_box(form4.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
     maker.button(form4.Command1, FontRole::Button, all);
     maker.button(form4.Command2, FontRole::Button, all);
@@ -78,14 +81,17 @@ bool Form4Window::eventFilter(QObject* watched, QEvent* event)
     return FormWindow::eventFilter(watched, event);
 }
 
+QSize Form4Window::size_needed() const
+{
+    const Place all = place_of(form4_.Frame1);
+    return scale_.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+}
+
 void Form4Window::place()
 {
-    layout_.place(front().scale);
-    const Form4& form4 = front().program.form4;
-    const Place all = place_of(form4.Frame1);
-    const QSize needed = front().scale.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+    layout_.place(scale_);
     scroll_area_->setGeometry(rect());
-    scroll_area_->widget()->resize(needed.expandedTo(size()));
+    scroll_area_->widget()->resize(size_needed().expandedTo(size()));
 }
 
 void Form4Window::set_zoom()
@@ -111,14 +117,13 @@ bool Form4Window::may_close()
 
 void Form4Window::before_first_show()
 {
-    place_beside(*this, main_window_);
-    const int height_needed = height();
-    keep_in_reach(*this, main_window_, {"Form1.Command3"});
-    if (height() == height_needed) return;
-    // What does not fit is scrolled, by a bar beside it.
-    const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    move(std::max(screen()->availableGeometry().left(), x() - bar), y());
-    resize(width() + bar, height());
+    const QSizeF full = QSizeF(scale_.size(model()).expandedTo(size_needed())) / scale_.zoom;
+    const SidePlace place = side_place({full, full, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, scale_.zoom,
+                                       main_window_, {"Form1.Command6", "Form1.Command3"});
+    scale_.zoom = place.zoom;
+    set_zoom();
+    resize(place.size);
+    move(place.corner);
 }
 
 } // namespace tarvik

@@ -14,7 +14,8 @@ namespace tarvik {
 /// boxes of the design.
 class Form4Window final : public FormWindow {
 public:
-    Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, const QWidget& main_window);
+    /// `scale` is that of `front`; the window's place decides on it.
+    Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, const QWidget& main_window);
 
     /// To be called when the zoom is known.
     void set_zoom();
@@ -29,6 +30,9 @@ protected:
 private:
     void make_rows(ControlMaker& maker, QWidget& frame, int first, int last);
     void place();
+    QSize size_needed() const;
+    const Form4& form4_;
+    Scale& scale_;
     const QWidget& main_window_;
     FormLayout layout_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones

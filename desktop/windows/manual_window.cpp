@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QStyle>
 #include <QTextBlock>
 #include <QTextTable>
@@ -38,7 +39,11 @@ void ManualWindow::open_at(const QString& heading)
 {
     if (document()->isEmpty()) {
         QFile file(":/manual/manual.md");
-        resize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 36);
+        constexpr int title_bar = 36, border = 8;
+        const QRect free = screen()->availableGeometry();
+        resize(QSize(fontMetrics().averageCharWidth() * 100, fontMetrics().height() * 36)
+                   .boundedTo(free.size() - QSize(2 * border, title_bar + border)));
+        move(free.right() - border - width(), free.top() + (free.height() - title_bar - height()) / 2);
         if (file.open(QIODevice::ReadOnly)) document()->setMarkdown(QString::fromUtf8(file.readAll()));
         document()->setDocumentMargin(fontMetrics().height());
         for (QTextFrame* frame : document()->rootFrame()->childFrames())

@@ -22,6 +22,7 @@ constexpr double twips_a_point = 20;
 constexpr int text_margin = 3; // pixels
 const QColor tint(255, 214, 102, 110), grid(214, 214, 214);
 constexpr double share_of_screen = 0.85; // at most
+constexpr int gap = 8;                   // between windows
 
 std::vector<int> edges(const std::vector<double>& points, const Scale& scale)
 {
@@ -151,8 +152,8 @@ bool PreviewCanvas::event(QEvent* event)
     return true;
 }
 
-PreviewWindow::PreviewWindow(Front& front, const QWidget& main_window)
-    : front_(front), main_window_(main_window), scroll_area_(new QScrollArea(this)),
+PreviewWindow::PreviewWindow(Front& front, const QWidget& designer)
+    : front_(front), designer_(designer), scroll_area_(new QScrollArea(this)),
       canvas_(new PreviewCanvas(front, nullptr))
 {
     setObjectName("Form4.Preview");
@@ -174,13 +175,17 @@ void PreviewWindow::show_model()
     setVisible(area.visible());
 }
 
-// As large as the sheet, over the main window: the designer, which stands to the right, stays in view.
+// As large as the sheet, at the side of the screen that the designer leaves more of.
 void PreviewWindow::place()
 {
-    const QSize free = screen()->availableGeometry().size() * share_of_screen;
+    const QRect free = screen()->availableGeometry();
+    const QRect designer = designer_.frameGeometry();
     const int bar = style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-    resize((canvas_->size() + QSize(bar, bar)).boundedTo(free));
-    move(main_window_.frameGeometry().topLeft());
+    resize((canvas_->size() + QSize(bar, bar)).boundedTo(free.size() * share_of_screen));
+    const bool left = designer.left() - free.left() >= free.right() - designer.right();
+    move(left ? std::max(free.left(), designer.left() - gap - width())
+              : std::min(free.right() - width(), designer.right() + gap),
+         designer.top());
 }
 
 void PreviewWindow::closeEvent(QCloseEvent* event)

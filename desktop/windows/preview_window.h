@@ -34,7 +34,7 @@ private:
 /// The window around it, which comes and goes with the model's preview.
 class PreviewWindow final : public QWidget {
 public:
-    PreviewWindow(Front& front, const QWidget& main_window);
+    PreviewWindow(Front& front, const QWidget& designer);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -43,7 +43,7 @@ private:
     void show_model();
     void place();
     Front& front_;
-    const QWidget& main_window_;
+    const QWidget& designer_;
     bool placed_ = false;
     QScrollArea* scroll_area_;
     PreviewCanvas* canvas_;

@@ -4,6 +4,9 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
 
 namespace tarvik {
 
@@ -14,9 +17,44 @@ constexpr int border = 8;
 constexpr double share_of_large_screen = 0.62;
 constexpr double most = 2;
 
+constexpr int gap = 8;                                // between windows
+constexpr double hardly_smaller = 0.93, least = 0.85; // of the main window's zoom, that a side window shows with
+
 QRect free_screen(const QWidget& window)
 {
     return window.screen()->availableGeometry();
+}
+
+// What holds all of these widgets of a window, on the screen.
+QRect place_on_screen(const QWidget& window, std::initializer_list<const char*> names)
+{
+    QRect place;
+    for (const char* name : names)
+        if (const auto* widget = window.findChild<QWidget*>(name))
+            place |= QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
+    return place;
+}
+
+// How a window would stand in a part of the screen.
+struct Fit {
+    QRect region;
+    QSize size;
+    double zoom;
+    double shown; // which part of the window
+
+    bool better_than(const Fit& other) const { return std::pair(shown, zoom) > std::pair(other.shown, other.zoom); }
+};
+
+Fit fit(const QRect& region, int frame, const SideWindow& window, double zoom)
+{
+    const QSizeF room(std::max(region.width(), 1), std::max(region.height() - frame, 1));
+    const double fits = std::min(room.width() / window.least_size.width(), room.height() / window.least_size.height());
+    const double taken = std::clamp(fits, least * zoom, zoom);
+    const QSizeF wanted = window.least_size * taken;
+    const QSizeF size = wanted.boundedTo(room);
+    const double shown = std::round(100 * size.width() * size.height() / (wanted.width() * wanted.height())) / 100;
+    const QSizeF bars(size.height() < wanted.height() ? window.bar : 0, size.width() < wanted.width() ? window.bar : 0);
+    return {region, (window.full_size * taken + bars).boundedTo(room).toSize(), taken, shown};
 }
 
 } // namespace
@@ -37,30 +75,35 @@ void place_main_window(QWidget& window, QSize side_window)
     window.move(free.left() + left, free.top() + std::max(0, spare / 3));
 }
 
-void place_beside(QWidget& window, const QWidget& main_window)
+SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_window,
+                     std::initializer_list<const char*> buttons)
 {
-    const QRect free = free_screen(main_window);
-    const QRect main = main_window.frameGeometry();
-    const int left = std::min(main.right() + border, free.right() - window.width() - border);
-    const int top = std::min(main.top(), free.bottom() - window.height() - title_bar);
-    window.move(std::max(free.left(), left), std::max(free.top(), top));
-}
-
-void keep_in_reach(QWidget& window, const QWidget& main_window, std::initializer_list<const char*> buttons)
-{
-    constexpr int gap = 8;
-    const int frame = main_window.geometry().top() - main_window.frameGeometry().top();
-    for (const char* name : buttons) {
-        const auto* button = main_window.findChild<QWidget*>(name);
-        if (!button) continue;
-        const QRect kept(button->mapToGlobal(QPoint(0, 0)), button->size());
-        const QRect taken(window.pos(), window.size() + QSize(gap, frame + gap));
-        if (!taken.intersects(kept)) continue;
-        const int bottom = kept.top() - gap - frame;
-        const int top = std::min(window.y(), std::max(free_screen(window).top(), bottom - window.height()));
-        window.move(window.x(), top);
-        window.resize(window.width(), std::clamp(bottom - top, window.minimumHeight(), window.height()));
+    const QRect free = free_screen(main_window), main = main_window.frameGeometry();
+    const int frame = std::max(main_window.geometry().top() - main.top(), 0); // of every window's upper edge
+    const QRect kept = place_on_screen(main_window, buttons);
+    const auto region = [](int left, int top, int right, int bottom) {
+        return QRect(QPoint(left, top), QPoint(right, bottom));
+    };
+    const int left = free.left() + gap, right = free.right() - gap;
+    const QRect regions[] = {
+        region(main.right() + gap, free.top(), right, free.bottom()),
+        region(left, main.top() + frame, right, kept.top() - gap),
+        region(left, free.top(), right, kept.top() - gap),
+        region(kept.right() + gap, free.top(), right, free.bottom()),
+        region(free.left(), free.top(), kept.left() - gap, free.bottom()),
+    };
+    const Fit* best = nullptr;
+    std::vector<Fit> fits;
+    for (const QRect& each : regions) fits.push_back(fit(each, frame, window, zoom));
+    for (const Fit& each : fits) {
+        if (!best || each.better_than(*best)) best = &each;
+        if (each.shown == 1 && each.zoom >= hardly_smaller * zoom) break;
     }
+    const QRect& at = best->region;
+    const QSize size = best->size;
+    const int x = std::clamp(main.right() + gap, at.left(), std::max(at.left(), at.right() - size.width()));
+    const int y = std::clamp(main.top(), at.top(), std::max(at.top(), at.bottom() - frame - size.height()));
+    return {{x, y}, size, best->zoom};
 }
 
 } // namespace tarvik

@@ -17,11 +17,22 @@ double opening_zoom(QSizeF full_size, QSize available);
 
 /// The main window stands so that the window of column numbers has room on its right where the screen is wide enough.
 void place_main_window(QWidget& window, QSize side_window);
-/// Beside the main window, or at the screen's edge.
-void place_beside(QWidget& window, const QWidget& main_window);
+/// A window that stands beside the main window; sizes are in pixels at zoom 1.
+struct SideWindow {
+    QSizeF full_size;
+    QSizeF least_size; ///< that still shows everything
+    int bar = 0;       ///< the width of the bars that scroll what does not show
+};
+struct SidePlace {
+    QPoint corner; // of the frame
+    QSize size;    // without the frame
+    double zoom;
+};
 
-/// Makes a window lower where it would hide the main window's buttons of these names, and moves it up as far as is
-/// needed for that. It never gets lower than its smallest height.
-void keep_in_reach(QWidget& window, const QWidget& main_window, std::initializer_list<const char*> buttons);
+/// The place for a window that leaves the main window's buttons of these names to be pressed, and its title bar too
+/// where there is room. It shows lower or a little smaller than `zoom` where it fits then; where nothing helps it is
+/// cut.
+SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_window,
+                     std::initializer_list<const char*> buttons);
 
 } // namespace tarvik

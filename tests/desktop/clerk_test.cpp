@@ -3,8 +3,10 @@
 #include "desktop/services/file_dialog.h"
 #include "events/commands.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
+#include <QDir>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
@@ -50,6 +52,18 @@ TEST_F(DesktopClerk, cells_of_a_table_stand_under_each_other_and_under_their_hea
     form1().RichTextBox2.set_text(U"no table\r\nat all\r\n");
     click("Form1.Text1(5)");
     EXPECT_FALSE(ruler.isVisible());
+}
+
+TEST_F(DesktopClerk, a_column_is_wide_enough_for_its_heading)
+{
+    write_utf8(installation, "coclus.txt", "一个长的列名\t号\r\n1\t2\r\n");
+    start();
+    form1().query_box().set_text(U"1");
+    expect_box("确定");
+    type("Form1.Text1(1)", "\x1b");
+    auto& ruler = dynamic_cast<Ruler&>(*find("Form1.RichTextBox3").findChild<QWidget*>("ruler"));
+    ASSERT_TRUE(ruler.isVisible());
+    EXPECT_GT(ruler.left_of(2) - ruler.left_of(1), ruler.fontMetrics().horizontalAdvance("1 一个长的列名"));
 }
 
 TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numbers)
@@ -337,7 +351,9 @@ TEST_F(DesktopClerk, a_question_whose_no_starts_work_wants_an_answer)
     expect([&](QDialog& box) {
         EXPECT_GT(box.width(), box.fontMetrics().horizontalAdvance(box.windowTitle()));
         const QWidget& pane = find("Form1.RichTextBox2");
-        EXPECT_FALSE(box.geometry().contains(pane.mapToGlobal(pane.rect().center()))) << "the pane stays in view";
+        const QPoint centre = pane.mapToGlobal(pane.rect().center());
+        EXPECT_FALSE(box.geometry().contains(centre)) << "the pane stays in view";
+        EXPECT_NEAR(box.geometry().center().x(), centre.x(), 2);
         QTest::keyClick(&box, Qt::Key_Escape);
         box.close();
         EXPECT_TRUE(box.isVisible());
@@ -373,6 +389,15 @@ TEST_F(DesktopClerk, a_file_is_dropped_found_without_its_ending_and_offered_agai
     });
     click("Form1.Command1(0)");
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"dropped\r\n\r\n"));
+    QDir(QString::fromStdString(installation.path().string())).mkdir("z");
+    expect([](QDialog& box) {
+        const auto& names = *box.findChild<QAbstractItemView*>("treeView");
+        const QModelIndex root = names.rootIndex();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return names.model()->rowCount(root) >= 3; }));
+        EXPECT_EQ(names.model()->index(0, 0, root).data().toString(), "z") << "folders are ahead of files";
+        box.reject();
+    });
+    click("Form1.Command1(0)");
     for (const char* own : {"betweenp.txt", "牛津字典A.TXT", "现代汉语词典.txt"}) EXPECT_TRUE(FileDialog::is_own(own));
     EXPECT_FALSE(FileDialog::is_own("3139.txt"));
 }

@@ -74,6 +74,19 @@ TEST_F(DesktopLook, the_other_windows_show_all_of_their_texts)
     EXPECT_TRUE(find("Form4").isVisible());
 }
 
+TEST_F(DesktopLook, the_other_windows_leave_the_buttons_that_are_needed_next)
+{
+    start();
+    program().form3.window.set_visible(true);
+    click("Form1.Command6");
+    click("Form1.Command3");
+    const auto on_screen = [](QWidget& widget) { return QRect(widget.mapToGlobal(QPoint(0, 0)), widget.size()); };
+    for (const char* window : {"Form3", "Form4"})
+        for (const char* button : {"Form1.Command6", "Form1.Command3"})
+            EXPECT_FALSE(find(window).frameGeometry().intersects(on_screen(find(button)))) << window << button;
+    EXPECT_FALSE(find("Form3").frameGeometry().intersects(on_screen(find("Form1.Text1(1)"))));
+}
+
 TEST_F(DesktopLook, the_model_and_the_window_agree_on_its_size)
 {
     start();
