@@ -119,8 +119,12 @@ void append_to_file(const fs::path& path, std::string_view bytes)
 BesideFile::BesideFile(const fs::path& target) : target_(target)
 {
     std::error_code error;
-    if (fs::is_symlink(fs::symlink_status(target_, error))) target_ = fs::weakly_canonical(target_);
-    const bool exists = fs::exists(target_, error);
+    fs::file_status status = fs::symlink_status(target_, error);
+    if (fs::is_symlink(status)) {
+        target_ = fs::weakly_canonical(target_);
+        status = fs::status(target_, error);
+    }
+    const bool exists = fs::exists(status);
     if (exists) require_plain(status_of(target_));
     require_writable(target_);
     file_ = std::make_unique<Unfinished>(target_.parent_path());

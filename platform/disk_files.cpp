@@ -118,7 +118,8 @@ std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
     return told(U"写入文件", path, [&] {
         const fs::path target = resolve(path);
         auto file = std::make_unique<DiskReplacement>(target, path);
-        if (swept_.insert(file->folder()).second) remove_leftovers(file->folder());
+        const fs::path folder = file->folder();
+        if (swept_.insert(folder.native()).second) remove_leftovers(folder);
         return file;
     });
 }

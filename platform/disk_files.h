@@ -43,7 +43,7 @@ public:
 private:
     std::filesystem::path installation_;
     DriveMap drives_;
-    std::set<std::filesystem::path> swept_; ///< folders that leftovers were removed from
+    std::set<std::filesystem::path::string_type> swept_; ///< folders that leftovers were removed from
 };
 
 } // namespace tarvik

@@ -3,19 +3,36 @@
 #include "platform/path_text.h"
 #include "platform/utf8.h"
 
+#include <dirent.h>
+#include <memory>
 #include <optional>
+#include <sys/stat.h>
 #include <vector>
 
 namespace tarvik {
 
 namespace fs = std::filesystem;
 
+// A run looks thousands of names up: paths are put together as the system's texts, not taken apart at every step.
+
 namespace {
 
-bool is_there(const fs::path& path) noexcept
+bool is_there(const std::string& path) noexcept
 {
-    std::error_code error;
-    return fs::exists(fs::symlink_status(path, error));
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
+
+void append_name(std::string& path, std::string_view name)
+{
+    if (!path.empty() && path.back() != '/') path += '/';
+    path += name;
+}
+
+std::string joined(std::string folder, std::string_view name)
+{
+    append_name(folder, name);
+    return folder;
 }
 
 bool same_without_case(std::string_view name, TextView upper_cased) noexcept
@@ -31,15 +48,15 @@ bool same_without_case(std::string_view name, TextView upper_cased) noexcept
     return at == end;
 }
 
-std::optional<fs::path> without_case(const fs::path& folder, TextView name)
+std::optional<std::string> without_case(const std::string& folder, TextView name)
 {
     const Text wanted = upper(name);
-    std::optional<fs::path> found;
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        fs::path candidate = entry->path().filename();
-        if (!same_without_case(candidate.native(), wanted)) continue;
-        if (!found || candidate.native() < found->native()) found = std::move(candidate);
+    std::optional<std::string> found;
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
+    while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
+        const std::string_view candidate = static_cast<const char*>(entry->d_name);
+        if (!same_without_case(candidate, wanted) || candidate == "." || candidate == "..") continue;
+        if (!found || candidate < *found) found = candidate;
     }
     return found;
 }
@@ -49,22 +66,23 @@ std::optional<fs::path> without_case(const fs::path& folder, TextView name)
 fs::path look_up(fs::path root, TextView names)
 {
     const std::vector<Text> parts = names_of(names);
-    fs::path as_written = root;
-    for (const Text& part : parts) as_written /= path_of(part);
+    std::string as_written = root.native();
+    for (const Text& part : parts) append_name(as_written, to_utf8(part));
     if (is_there(as_written)) return as_written;
 
+    std::string path = root.native();
     bool there = true; // whether the folder reached so far is on the disk
     for (const Text& part : parts) {
-        const fs::path name = path_of(part);
-        if (there && !is_there(root / name)) {
-            const auto found = without_case(root, part);
+        const std::string name = to_utf8(part);
+        std::string next = joined(path, name);
+        if (there && !is_there(next)) {
+            const auto found = without_case(path, part);
             there = found.has_value();
-            root /= found.value_or(name);
-        } else {
-            root /= name;
+            if (found) next = joined(path, *found);
         }
+        path = std::move(next);
     }
-    return root;
+    return path;
 }
 
 } // namespace tarvik
