@@ -2,7 +2,6 @@
 
 #include "office/documents/cell_contents.h"
 #include "office/documents/elements.h"
-#include "office/documents/first_table.h"
 #include "office/documents/inline_drawing.h"
 #include "platform/file_name.h"
 
@@ -64,16 +63,21 @@ DocumentModel::DocumentModel(std::shared_ptr<const Package> package)
 {
 }
 
+const TableCell& DocumentModel::table_cell(int row, int column)
+{
+    if (!table_) table_.emplace(document_.root());
+    return table_->cell(row, column);
+}
+
 void DocumentModel::set_cell_text(int row, int column, TextView text)
 {
-    const auto cell = cell_of_first_table(document_.root(), row, column);
-    replace_cell_text(cell.node, text);
+    replace_cell_text(table_cell(row, column).node, text);
     document_.changed = is_unpacked_ = true;
 }
 
 void DocumentModel::add_picture(int row, int column, const Picture& picture, std::string contents, TextView name)
 {
-    const auto cell = cell_of_first_table(document_.root(), row, column);
+    const auto& cell = table_cell(row, column);
     const auto paragraph = paragraph_for_picture(cell.node);
     const auto kind = media_kind(picture.kind);
     const auto part = editor_.free_name(folder_of(main_.target) + "media/image", kind.extension);

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "office/documents/first_table.h"
 #include "office/documents/picture.h"
 #include "office/packages/package_editor.h"
 #include "platform/text.h"
 
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -23,6 +25,7 @@ public:
     const std::string& pack();
 
 private:
+    const TableCell& table_cell(int row, int column);
     int free_drawing_number();
     void collect_drawing_numbers();
 
@@ -30,7 +33,8 @@ private:
     Relationship main_; // leads to the document's part
     Relationships relationships_;
     XmlPart document_;
-    std::set<int> drawing_numbers_; // collected when the first picture comes
+    std::optional<FirstTable> table_; // found when the first cell is asked for
+    std::set<int> drawing_numbers_;   // collected when the first picture comes
     std::string packed_;
     bool is_unpacked_ = false; // the bytes packed last are out of date
 };

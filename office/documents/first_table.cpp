@@ -23,7 +23,7 @@ bool continues(pugi::xml_node merge)
     return merge && value_of(merge, "val") != "restart";
 }
 
-std::vector<TableCell> cells_of(pugi::xml_node row)
+std::vector<TableCell> find_cells(pugi::xml_node row)
 {
     std::vector<TableCell> cells;
     int column = grid_columns(child_named(child_named(row, "trPr"), "gridBefore"), 0);
@@ -44,31 +44,42 @@ pugi::xml_node vertical_merge(pugi::xml_node cell)
     return child_named(child_named(cell, "tcPr"), "vMerge");
 }
 
-bool is_covered(const TableCell& cell, pugi::xml_node row_above)
+} // namespace
+
+FirstTable::FirstTable(pugi::xml_node document)
 {
-    if (!row_above || !continues(vertical_merge(cell.node))) return false;
-    const auto above = cells_of(row_above);
+    const auto tables = nearest(child_named(document, "body"), "tbl", {"p"}, 1);
+    if (tables.empty()) throw Damage(U"文档里没有表格。");
+    for (const auto row : nearest(tables.front(), "tr")) rows_.push_back({row, {}});
+}
+
+const std::vector<TableCell>& FirstTable::cells_of(std::size_t row)
+{
+    auto& cells = rows_[row].cells;
+    if (!cells) cells = find_cells(rows_[row].node);
+    return *cells;
+}
+
+bool FirstTable::is_covered(std::size_t row, const TableCell& cell)
+{
+    if (row == 0 || !continues(vertical_merge(cell.node))) return false;
+    const auto& above = cells_of(row - 1);
     return std::any_of(above.begin(), above.end(), [&](const TableCell& one) {
         return one.grid_column == cell.grid_column && vertical_merge(one.node);
     });
 }
 
-} // namespace
-
-TableCell cell_of_first_table(pugi::xml_node document, int row, int column)
+const TableCell& FirstTable::cell(int row, int column)
 {
-    const auto tables = nearest(child_named(document, "body"), "tbl", {"p"}, 1);
-    if (tables.empty()) throw Damage(U"文档里没有表格。");
-    const auto place = U"第 " + number_text(row) + U" 行第 " + number_text(column) + U" 列";
-    const Damage missing(U"文档的第一个表格没有" + place + U"的单元格。");
-    const auto rows = nearest(tables.front(), "tr");
-    if (row < 1 || row > static_cast<int>(rows.size())) throw missing;
+    const auto place = [&] { return U"第 " + number_text(row) + U" 行第 " + number_text(column) + U" 列"; };
+    const auto missing = [&] { return Damage(U"文档的第一个表格没有" + place() + U"的单元格。"); };
+    if (row < 1 || row > static_cast<int>(rows_.size())) throw missing();
     const auto index = static_cast<std::size_t>(row - 1);
-    const auto cells = cells_of(rows[index]);
-    if (column < 1 || column > static_cast<int>(cells.size())) throw missing;
+    const auto& cells = cells_of(index);
+    if (column < 1 || column > static_cast<int>(cells.size())) throw missing();
     const auto& cell = cells[static_cast<std::size_t>(column - 1)];
-    if (is_covered(cell, index == 0 ? pugi::xml_node() : rows[index - 1])) {
-        throw Damage(U"文档的第一个表格里，" + place + U"的单元格已并入上方的单元格。");
+    if (is_covered(index, cell)) {
+        throw Damage(U"文档的第一个表格里，" + place() + U"的单元格已并入上方的单元格。");
     }
     return cell;
 }

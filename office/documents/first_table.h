@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <vector>
+
 #include <pugixml.hpp>
 
 namespace tarvik::ooxml {
@@ -11,10 +15,28 @@ struct TableCell {
     int grid_span;
 };
 
-/// A cell of the first table among the document's own text; tables in text boxes, headers or cells do not count. Rows
-/// and columns count from 1, as the word processor counts them: cells merged across are one cell of their row, a cell
-/// that continues the one above keeps its number but cannot be had. Rows and cells are found in whatever wraps them.
-/// Damage when there is no such table or cell.
-TableCell cell_of_first_table(pugi::xml_node document, int row, int column);
+/// The first table among the document's own text; tables in text boxes, headers or cells do not count. Rows and columns
+/// count from 1, as the word processor counts them: cells merged across are one cell of their row, a cell that
+/// continues the one above keeps its number but cannot be had. Rows and cells are found in whatever wraps them, once:
+/// what is written into cells leaves the table as it is.
+class FirstTable {
+public:
+    /// Damage when there is no such table.
+    explicit FirstTable(pugi::xml_node document);
+
+    /// Damage when there is no such cell.
+    const TableCell& cell(int row, int column);
+
+private:
+    struct Row {
+        pugi::xml_node node;
+        std::optional<std::vector<TableCell>> cells; ///< once somebody asked for them
+    };
+
+    const std::vector<TableCell>& cells_of(std::size_t row);
+    bool is_covered(std::size_t row, const TableCell& cell);
+
+    std::vector<Row> rows_;
+};
 
 } // namespace tarvik::ooxml

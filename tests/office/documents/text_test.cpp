@@ -60,6 +60,27 @@ TEST(Cells, are_counted_as_the_word_processor_counts_them)
     }
 }
 
+TEST(Cells, keep_their_numbers_while_others_are_written)
+{
+    constexpr int places[][2] = {{4, 2}, {3, 2}, {1, 1}, {2, 2}, {3, 2}, {3, 3}, {4, 1}, {2, 1}, {1, 2}, {2, 3}};
+    DocumentFile file(document_parts(odd_tables()));
+    file.folder.write("p.jpg", jpeg(9, 9));
+    auto& at_once = file.open();
+    file.open().save_as(U"step.doc");
+    int number = 0;
+    for (const auto& [row, column] : places) {
+        auto& one = file.open(U"step.doc");
+        const Text text = number_text(++number);
+        for (auto* document : {&at_once, &one}) document->set_cell_text(row, column, text);
+        if (row == 2)
+            for (auto* document : {&at_once, &one}) document->add_picture(row, column, U"p.jpg");
+        one.save_as(U"step.doc");
+        one.close();
+    }
+    at_once.save_as(U"once.doc");
+    EXPECT_EQ(part_of(file.folder.read("once.doc"), main_part), part_of(file.folder.read("step.doc"), main_part));
+}
+
 TEST(Cells, that_are_not_there_are_a_failure_and_nothing_changes)
 {
     DocumentFile file(document_parts(odd_tables()));
