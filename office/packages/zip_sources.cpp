@@ -105,24 +105,24 @@ struct PackedPart {
 
 constexpr int raw_window = -MAX_WBITS; // deflate without a header of its own, as zip wants it
 constexpr int usual_memory = 8;
+constexpr int quick_level = 3; // half the time of the usual one for some tenth more bytes
 
 std::string deflated(std::string_view contents)
 {
     z_stream stream{};
-    if (deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, raw_window, usual_memory, Z_DEFAULT_STRATEGY) !=
-        Z_OK) {
+    if (deflateInit2(&stream, quick_level, Z_DEFLATED, raw_window, usual_memory, Z_DEFAULT_STRATEGY) != Z_OK) {
         throw std::bad_alloc();
     }
     const std::unique_ptr<z_stream, decltype(&deflateEnd)> ending(&stream, deflateEnd);
-    std::string target(deflateBound(&stream, static_cast<uLong>(contents.size())), '\0');
+    const auto bound = deflateBound(&stream, static_cast<uLong>(contents.size()));
+    const auto target = std::make_unique_for_overwrite<char[]>(bound); // most of it is never touched
     // zlib reads through a pointer to non-const and writes nothing there.
     stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(contents.data()));
     stream.avail_in = static_cast<uInt>(contents.size());
-    stream.next_out = reinterpret_cast<Bytef*>(target.data());
-    stream.avail_out = static_cast<uInt>(target.size());
+    stream.next_out = reinterpret_cast<Bytef*>(target.get());
+    stream.avail_out = static_cast<uInt>(bound);
     if (deflate(&stream, Z_FINISH) != Z_STREAM_END) throw std::bad_alloc();
-    target.resize(stream.total_out);
-    return target;
+    return {target.get(), stream.total_out};
 }
 
 zip_int64_t tell_state(const PackedPart& state, void* data, zip_uint64_t length)
