@@ -27,7 +27,7 @@ void write_record(const Program& program, Worksheet& sheet, int row, std::size_t
         Text text = telecall(raised(static_cast<std::size_t>(column)));
         if (column == 5) text += U" " + raised(received_column);
         if (column == 7) text += U" " + raised(delivery_column);
-        sheet.set_cell(row, column, text);
+        sheet.set_cell(row, column, std::move(text));
     }
     sheet.set_cell(row, 9, raised(10));
     sheet.set_cell(row, 10, raised(32));

@@ -34,7 +34,8 @@ Text first_word(TextView text)
 
 void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items)
 {
-    each_text(program, items, [&](const Cell& cell, Text text) { sheet.set_cell(cell.row, cell.column, text); });
+    each_text(program, items,
+              [&](const Cell& cell, Text text) { sheet.set_cell(cell.row, cell.column, std::move(text)); });
 }
 
 void write_items(const Program& program, TextDocument& document, std::span<const CellItem> items)

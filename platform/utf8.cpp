@@ -2,29 +2,24 @@
 
 #include "platform/text.h"
 
+#include <array>
+
 namespace tarvik {
 
 void append_utf8(char32_t character, std::string& bytes)
 {
-    if (is_surrogate(character) || character > last_character) character = replacement_character;
-    const auto tail = [&bytes, character](unsigned shift) {
-        bytes += static_cast<char>(0x80U | ((character >> shift) & 0x3fU));
-    };
     if (character < 0x80) {
         bytes += static_cast<char>(character);
-    } else if (character < 0x800) {
-        bytes += static_cast<char>(0xc0U | (character >> 6));
-        tail(0);
-    } else if (character < 0x10000) {
-        bytes += static_cast<char>(0xe0U | (character >> 12));
-        tail(6);
-        tail(0);
-    } else {
-        bytes += static_cast<char>(0xf0U | (character >> 18));
-        tail(12);
-        tail(6);
-        tail(0);
+        return;
     }
+    if (is_surrogate(character) || character > last_character) character = replacement_character;
+    const unsigned size = character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
+    constexpr char32_t leads[] = {0, 0, 0xc0, 0xe0, 0xf0};
+    std::array<char, 4> written{};
+    for (unsigned i = size - 1; i > 0; --i, character >>= 6U)
+        written[i] = static_cast<char>(0x80U | (character & 0x3fU));
+    written[0] = static_cast<char>(leads[size] | character);
+    bytes.append(written.data(), size);
 }
 
 Text from_utf8(std::string_view bytes)

@@ -164,14 +164,14 @@ std::uint64_t tree_memory(std::string_view xml) noexcept
     // The nodes of the tree, an element's with what finds it. Texts stand there several times: packed out, parsed, as
     // they are told.
     constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40;
-    std::uint64_t memory = xml.size() * least_tree_memory_per_byte;
-    for (std::size_t i = 0; i < xml.size(); ++i) {
-        if (xml[i] == '=') memory += of_attribute;
-        if (xml[i] != '<') continue;
-        if (i > 0 && xml[i - 1] != '>') memory += of_text;
-        if (i + 1 < xml.size() && xml[i + 1] != '/') memory += of_element;
+    std::uint64_t attributes = 0, texts = 0, elements = 0;
+    for (const char c : xml) attributes += c == '=' ? 1U : 0U;
+    for (std::size_t i = 1; i < xml.size(); ++i) { // no branches: parts have millions of bytes
+        texts += unsigned{xml[i] == '<'} & unsigned{xml[i - 1] != '>'};
+        elements += unsigned{xml[i - 1] == '<'} & unsigned{xml[i] != '/'};
     }
-    return memory;
+    return xml.size() * least_tree_memory_per_byte + attributes * of_attribute + texts * of_text +
+           elements * of_element;
 }
 
 bool is_named(pugi::xml_node node, std::string_view local_name) noexcept
@@ -183,10 +183,9 @@ bool is_named(pugi::xml_node node, std::string_view local_name) noexcept
 
 pugi::xml_node child_named(pugi::xml_node parent, std::string_view local_name) noexcept
 {
-    for (const auto child : parent.children()) {
-        if (is_named(child, local_name)) return child;
-    }
-    return {};
+    auto child = parent.first_child();
+    while (child && !is_named(child, local_name)) child = child.next_sibling();
+    return child;
 }
 
 std::string name_like(pugi::xml_node relative, std::string_view local_name)
@@ -248,6 +247,11 @@ void set_attribute(pugi::xml_node node, const char* name, std::string_view text)
     auto attribute = node.attribute(name);
     if (!attribute) attribute = node.append_attribute(name);
     attribute.set_value(escaped(text).c_str());
+}
+
+void append_raw_element(pugi::xml_node parent, const char* local_name, const std::string& raw)
+{
+    parent.append_child(name_like(parent, local_name).c_str()).append_child(pugi::node_pcdata).set_value(raw.c_str());
 }
 
 std::string element_text(pugi::xml_node element)

@@ -62,6 +62,8 @@ std::string attribute_text(pugi::xml_node node, const char* name);
 void set_attribute(pugi::xml_node node, const char* name, std::string_view text);
 /// The characters directly in the element.
 std::string element_text(pugi::xml_node element);
+/// Appends an element, named as `parent` is, that holds nothing but `raw`.
+void append_raw_element(pugi::xml_node parent, const char* local_name, const std::string& raw);
 /// Makes `raw` the element's only contents; the element must hold nothing but characters.
 void set_raw_text(pugi::xml_node element, const std::string& raw);
 /// Removes a child with all that is in it.

@@ -2,6 +2,7 @@
 
 #include "platform/utf8.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -94,8 +95,9 @@ bool is_space(char c) noexcept
 
 std::string encode_cell_text(TextView text)
 {
+    constexpr std::size_t usual_bytes = 3; // of a Chinese character
     std::string raw;
-    raw.reserve(text.size());
+    raw.reserve(std::min<std::size_t>(text.size(), longest_cell_text) * usual_bytes);
     text.visit([&raw](auto characters) {
         int units = 0;
         for (std::size_t i = 0; i < characters.size(); ++i) {

@@ -2,6 +2,7 @@
 
 #include "office/spreadsheets/cell_text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -107,16 +108,11 @@ bool is_shared_text(pugi::xml_node cell) noexcept
     return std::string_view(cell.attribute("t").value()) == "s";
 }
 
-void add_raw_text(pugi::xml_node parent, const char* name, const std::string& raw)
-{
-    set_raw_text(parent.append_child(name_like(parent, name).c_str()), raw);
-}
-
 void set_value(pugi::xml_node cell, const std::string& raw)
 {
     auto value = child_named(cell, "v");
     if (value) return set_raw_text(value, raw);
-    add_raw_text(cell, "v", raw);
+    append_raw_element(cell, "v", raw);
 }
 
 } // namespace
@@ -174,11 +170,18 @@ bool CellValues::is_empty(pugi::xml_node cell) const
 void CellValues::erase(pugi::xml_node cell)
 {
     if (is_shared_text(cell) && strings_) strings_->count_references(-1);
-    for (const char* name : {"f", "v", "is"}) {
-        if (const auto child = child_named(cell, name)) remove_element(cell, child);
+    if (cell.first_child()) {
+        for (const char* name : {"f", "v", "is"}) {
+            if (const auto child = child_named(cell, name)) remove_element(cell, child);
+        }
     }
     // Type, and what belongs to the lost value: its record in the metadata, its phonetic reading.
-    for (const char* name : {"t", "cm", "vm", "ph"}) cell.remove_attribute(name);
+    constexpr std::array<std::string_view, 4> of_value{"t", "cm", "vm", "ph"};
+    for (auto attribute = cell.first_attribute(); attribute;) {
+        const auto next = attribute.next_attribute();
+        if (std::ranges::find(of_value, attribute.name()) != of_value.end()) cell.remove_attribute(attribute);
+        attribute = next;
+    }
 }
 
 void CellValues::write_text(pugi::xml_node cell, TextView text)
@@ -186,14 +189,14 @@ void CellValues::write_text(pugi::xml_node cell, TextView text)
     erase(cell);
     const auto raw = encode_cell_text(text);
     if (strings_) {
-        set_attribute(cell, "t", "s");
+        cell.append_attribute("t").set_value("s");
         set_value(cell, std::to_string(strings_->add(raw)));
         strings_->count_references(1);
         return;
     }
-    set_attribute(cell, "t", "inlineStr");
+    cell.append_attribute("t").set_value("inlineStr");
     auto holder = cell.prepend_child(name_like(cell, "is").c_str());
-    add_raw_text(holder, "t", raw);
+    append_raw_element(holder, "t", raw);
     if (needs_preserving(raw)) set_attribute(holder.first_child(), "xml:space", "preserve");
 }
 

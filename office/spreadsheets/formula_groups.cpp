@@ -64,7 +64,9 @@ void FormulaGroups::release(const Range& overwritten)
         filled_ = RangeSet(filled_ranges_);
     }
     for (auto& piece : pieces) share_anew(piece.master, std::move(piece.cells));
-    std::erase_if(shared_, [&](const auto& group) { return overwritten.contains(group.first); });
+    const auto behind = shared_.upper_bound(overwritten.last);
+    for (auto group = shared_.lower_bound(overwritten.first); group != behind;)
+        group = overwritten.contains(group->first) ? shared_.erase(group) : std::next(group);
 }
 
 // What is left of the groups whose formula is told in the range. A group's first cell must be its upper left one, so

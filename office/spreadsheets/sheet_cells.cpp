@@ -107,6 +107,7 @@ pugi::xml_node SheetCells::find(Place place) const
 
 SheetCells::Row& SheetCells::ensure_row(int number)
 {
+    if (!rows_.empty() && rows_.rbegin()->first == number) return rows_.rbegin()->second; // a list grows there
     const auto next = rows_.lower_bound(number);
     if (next != rows_.end() && next->first == number) return next->second;
     const auto name = name_like(sheet_data_, "row");
@@ -127,29 +128,30 @@ pugi::xml_node SheetCells::ensure(Place place)
     auto node = row.cells.empty()         ? row.node.prepend_child(name.c_str())
                 : next == row.cells.end() ? row.node.insert_child_after(name.c_str(), row.cells.back().node)
                                           : row.node.insert_child_before(name.c_str(), next->node);
-    set_attribute(node, "r", place_name(place));
-    const auto format = format_of_missing(row, place.column);
-    if (!format.empty()) set_attribute(node, "s", format);
+    node.append_attribute("r").set_value(place_name(place).c_str());
+    const char* format = format_of_missing(row, place.column);
+    if (*format != 0) node.append_attribute("s").set_value(format);
     row.cells.insert(next, {place.column, node});
     widen(row, place);
     return node;
 }
 
-std::string SheetCells::format_of_missing(const Row& row, int column)
+const char* SheetCells::format_of_missing(const Row& row, int column)
 {
-    if (row.node.attribute("customFormat").as_bool() && row.node.attribute("s")) return attribute_text(row.node, "s");
+    const auto format = row.node.attribute("s");
+    if (format && row.node.attribute("customFormat").as_bool()) return format.value();
     if (!column_formats_) {
         column_formats_.emplace();
         for (const auto node : child_named(worksheet_, "cols").children()) {
             if (!node.attribute("style")) continue;
             column_formats_->push_back(
-                {node.attribute("min").as_int(), node.attribute("max").as_int(), attribute_text(node, "style")});
+                {node.attribute("min").as_int(), node.attribute("max").as_int(), node.attribute("style").value()});
         }
     }
     for (const auto& one : *column_formats_) {
         if (column >= one.first && column <= one.last) return one.format;
     }
-    return {};
+    return "";
 }
 
 void SheetCells::widen(Row& row, Place place)

@@ -41,12 +41,12 @@ private:
     struct ColumnFormat {
         int first;
         int last;
-        std::string format;
+        const char* format; ///< as the part writes it, held by the tree
     };
 
     void index();
     Row& ensure_row(int number);
-    std::string format_of_missing(const Row& row, int column);
+    const char* format_of_missing(const Row& row, int column);
     void widen(Row& row, Place place);
 
     pugi::xml_node worksheet_;
