@@ -1,5 +1,5 @@
 # The commands that a developer needs; each installs what is missing first.
-.PHONY: run build test check bench performance kill valgrind format package windows clean
+.PHONY: run build test check bench performance kill valgrind fuzz format package windows clean
 
 installation = build/installation
 
@@ -38,6 +38,14 @@ valgrind:
 	@cmake --preset debug
 	@cmake --build --preset debug --target tarvik-play installation
 	@sh tools/valgrind_docket.sh build/debug/installation
+
+# make fuzz SECONDS=3600 searches an hour with each
+SECONDS = 60
+fuzz:
+	@sh tools/install_packages.sh build test fuzz
+	@cmake --preset fuzz
+	@cmake --build --preset fuzz
+	@sh fuzz/run.sh $(SECONDS)
 
 format:
 	@sh tools/install_packages.sh check

@@ -7,6 +7,9 @@ target_compile_options(tarvik_options INTERFACE -Wall -Wextra -Wpedantic -Wconve
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
   target_compile_options(tarvik_options INTERFACE -Wno-restrict)
 endif()
+if(TARVIK_FUZZ) # its compiler has warnings of its own, and they are not what this build is for
+  target_compile_options(tarvik_options INTERFACE -fsanitize=fuzzer-no-link -w)
+endif()
 if(TARVIK_SANITIZE)
   target_compile_options(tarvik_options INTERFACE -fsanitize=${TARVIK_SANITIZE} -fno-sanitize-recover=all
                                                   -fno-omit-frame-pointer)

@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs the Debian packages that building, testing or checking needs, those only that are missing.
-# usage: install_packages.sh build|test|check|bench|valgrind|pictures|libreoffice|windows|windows-package ...
+# usage: install_packages.sh build|test|check|bench|valgrind|fuzz|pictures|libreoffice|windows|windows-package|package ...
 set -eu
 
 packages_for() {
@@ -13,6 +13,7 @@ packages_for() {
     windows-package) echo "qt6-base-dev nsis xvfb xauth xdotool imagemagick fonts-wqy-microhei" ;;
     package) echo "dpkg-dev file lintian" ;;
     valgrind) echo "valgrind" ;;
+    fuzz) echo "clang-14 libclang-rt-14-dev" ;;
     bench) echo "gawk python3 python3-docx python3-matplotlib python3-openpyxl libc-bin xvfb xdotool" ;;
     pictures) echo "xvfb xdotool imagemagick fonts-wqy-microhei" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;
