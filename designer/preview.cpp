@@ -101,7 +101,9 @@ SheetPreview preview_of(Worksheet& sheet, std::vector<WrittenCell> written)
         else if (is_inside(preview.picture, cell))
             preview.picture.cells.push_back({.row = cell.row, .column = cell.column, .look = {}});
     }
-    for (PicturedCell& cell : preview.picture.cells) cell.text = sheet.cell(cell.row, cell.column);
+    constexpr std::size_t most_shown = 1000; // characters; thousands of cells may share a text without end
+    for (PicturedCell& cell : preview.picture.cells)
+        cell.text = mid(sheet.cell(cell.row, cell.column), 1, most_shown).str();
     return preview;
 }
 

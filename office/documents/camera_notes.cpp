@@ -1,5 +1,7 @@
 #include "office/documents/picture_formats.h"
 
+#include <algorithm>
+
 namespace tarvik::ooxml {
 
 namespace {
@@ -29,8 +31,9 @@ public:
     {
         constexpr std::size_t entry_size = 12;
         const std::size_t table = number(4, 4);
-        const auto count = number(table, 2);
-        for (std::uint32_t i = 0; i < count; ++i) {
+        const std::size_t room = table < tiff_.size() ? (tiff_.size() - table) / entry_size : 0; // whatever is told
+        const auto count = std::min<std::size_t>(number(table, 2), room);
+        for (std::size_t i = 0; i < count; ++i) {
             const auto at = table + 2 + i * entry_size;
             if (number(at, 2) == tag && number(at + 2, 2) == kind) return at;
         }

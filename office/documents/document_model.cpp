@@ -6,6 +6,7 @@
 #include "platform/file_name.h"
 
 #include <charconv>
+#include <map>
 
 namespace tarvik::ooxml {
 
@@ -44,8 +45,9 @@ std::string folder_of(const std::string& part)
 void collect_numbers(std::string_view part, std::set<int>& numbers)
 {
     constexpr std::string_view element = "docPr ";
-    for (auto at = part.find(element); at != std::string_view::npos; at = part.find(element, at + 1)) {
-        const auto tag = part.substr(at, part.find('>', at) - at);
+    std::string_view tag;
+    for (auto at = part.find(element); at != std::string_view::npos; at = part.find(element, at + tag.size())) {
+        tag = part.substr(at, part.find('>', at) - at);
         const auto id = tag.find(" id=");
         if (id == std::string_view::npos) continue;
         const auto* digits = tag.data() + id + std::string_view(" id=\"").size();
@@ -92,13 +94,12 @@ void DocumentModel::add_picture(int row, int column, const Picture& picture, std
 
 void DocumentModel::collect_drawing_numbers()
 {
-    collect_numbers(editor_.original().part(main_.target), drawing_numbers_);
+    std::map<std::string, std::string> parts{{part_key(main_.target), main_.target}}; // many may lead to one
     for (const auto& one : relationships_.all()) {
         const bool has_drawings = one.kind() == "header" || one.kind() == "footer";
-        if (has_drawings && editor_.original().has(one.target)) {
-            collect_numbers(editor_.original().part(one.target), drawing_numbers_);
-        }
+        if (has_drawings && editor_.original().has(one.target)) parts.emplace(part_key(one.target), one.target);
     }
+    for (const auto& part : parts) collect_numbers(editor_.original().part(part.second), drawing_numbers_);
     drawing_numbers_.insert(0); // counts as none
 }
 

@@ -11,14 +11,14 @@ namespace {
 
 // A package of a few kilobytes may unpack to gigabytes. What an honest one needs grows with its size; sheets of equal
 // cells need some 230 bytes of memory for one packed byte.
-constexpr std::uint64_t memory_of_any = 48U << 20U;
+constexpr std::uint64_t memory_of_any = 64U << 20U;
 constexpr std::uint64_t memory_per_packed_byte = 300;
 constexpr std::uint64_t most_memory = 2U << 30U;
 constexpr zip_int64_t most_entries = 65'535;
 
 std::uint64_t memory_for(std::uint64_t packed_size)
 {
-    return std::min(memory_of_any + memory_per_packed_byte * packed_size, most_memory);
+    return std::clamp(memory_per_packed_byte * packed_size, memory_of_any, most_memory);
 }
 
 void check_kind(std::string_view bytes)

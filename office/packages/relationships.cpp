@@ -1,7 +1,6 @@
 #include "office/packages/relationships.h"
 
 #include <algorithm>
-#include <set>
 
 namespace tarvik::ooxml {
 
@@ -91,17 +90,20 @@ const Relationship* Relationships::of_id(std::string_view id) const
     return found == by_id_.end() ? nullptr : &all_[found->second];
 }
 
-bool Relationships::is_taken(std::string_view id) const
+// External ones have ids too.
+std::set<std::string> Relationships::taken_ids() const
 {
-    const auto nodes = part_->root().children();
-    return std::any_of(nodes.begin(), nodes.end(), [id](const auto& node) { return attribute_text(node, "Id") == id; });
+    std::set<std::string> ids;
+    for (const auto node : part_->root().children()) ids.insert(attribute_text(node, "Id"));
+    return ids;
 }
 
 std::string Relationships::add(std::string_view type, std::string_view target)
 {
     if (!part_) part_ = std::make_unique<XmlPart>(relationships_name(source_), no_relationships, "Relationships");
+    const auto taken = taken_ids();
     auto number = all_.size() + 1;
-    while (is_taken("rId" + std::to_string(number))) ++number;
+    while (taken.contains("rId" + std::to_string(number))) ++number;
     Relationship added{"rId" + std::to_string(number), std::string(type), std::string(target)};
     auto node = part_->root().append_child(name_like(part_->root(), "Relationship").c_str());
     set_attribute(node, "Id", added.id);

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -45,7 +46,7 @@ public:
     const XmlPart* part() const noexcept { return part_.get(); }
 
 private:
-    bool is_taken(std::string_view id) const;
+    std::set<std::string> taken_ids() const;
     void index_ids();
 
     std::string source_;

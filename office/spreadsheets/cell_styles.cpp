@@ -86,7 +86,9 @@ bool is_on(pugi::xml_node font, const char* flag)
 
 void set_font(CellLook& look, pugi::xml_node font, const Theme& theme)
 {
-    if (const auto name = attribute_text(child_named(font, "name"), "val"); !name.empty()) look.font = from_utf8(name);
+    constexpr std::size_t longest_name = 200; // bytes; every look holds its own
+    const auto name = attribute_text(child_named(font, "name"), "val");
+    if (!name.empty() && name.size() <= longest_name) look.font = from_utf8(name);
     const double points = child_named(font, "sz").attribute("val").as_double(look.points);
     look.points = std::clamp(points, 4.0, 100.0);
     look.bold = is_on(font, "b");
@@ -110,6 +112,14 @@ BorderLook border(pugi::xml_node side, const Theme& theme)
     return {width, theme.colour(child_named(side, "color")).value_or(0)};
 }
 
+void set_borders(CellLook& look, pugi::xml_node sides, const Theme& theme)
+{
+    look.left = border(child_named(sides, "left"), theme);
+    look.top = border(child_named(sides, "top"), theme);
+    look.right = border(child_named(sides, "right"), theme);
+    look.bottom = border(child_named(sides, "bottom"), theme);
+}
+
 AlignmentLook alignment(const std::string& name)
 {
     if (name == "center" || name == "centerContinuous" || name == "distributed") return AlignmentLook::Centre;
@@ -125,10 +135,12 @@ std::vector<pugi::xml_node> elements(pugi::xml_node parent)
     return found;
 }
 
-pugi::xml_node at(const std::vector<pugi::xml_node>& list, pugi::xml_node entry, const char* number)
+// The one that the entry names by its number; the plain look where there is none.
+const CellLook& at(const std::vector<CellLook>& looks, pugi::xml_node entry, const char* number)
 {
+    static const CellLook plain;
     const auto place = entry.attribute(number).as_uint();
-    return place < list.size() ? list[place] : pugi::xml_node();
+    return place < looks.size() ? looks[place] : plain;
 }
 
 } // namespace
@@ -139,16 +151,19 @@ CellStyles::CellStyles(const Package& package)
     const Theme theme(package);
     const XmlPart part{std::string(style_part), package.part(style_part), "styleSheet"};
     const auto list = [&](std::string_view name) { return elements(child_named(part.root(), name)); };
-    const auto fonts = list("fonts"), fills = list("fills"), borders = list("borders");
+    // Each is read once, however many entries name it.
+    std::vector<CellLook> fonts, fills, borders;
+    for (const pugi::xml_node font : list("fonts")) set_font(fonts.emplace_back(), font, theme);
+    for (const pugi::xml_node fill : list("fills")) set_fill(fills.emplace_back(), fill, theme);
+    for (const pugi::xml_node sides : list("borders")) set_borders(borders.emplace_back(), sides, theme);
     for (const pugi::xml_node entry : list("cellXfs")) {
-        CellLook& look = looks_.emplace_back();
-        set_font(look, at(fonts, entry, "fontId"), theme);
-        set_fill(look, at(fills, entry, "fillId"), theme);
-        const auto sides = at(borders, entry, "borderId");
-        look.left = border(child_named(sides, "left"), theme);
-        look.top = border(child_named(sides, "top"), theme);
-        look.right = border(child_named(sides, "right"), theme);
-        look.bottom = border(child_named(sides, "bottom"), theme);
+        CellLook& look = looks_.emplace_back(at(fonts, entry, "fontId"));
+        look.fill = at(fills, entry, "fillId").fill;
+        const CellLook& sides = at(borders, entry, "borderId");
+        look.left = sides.left;
+        look.top = sides.top;
+        look.right = sides.right;
+        look.bottom = sides.bottom;
         const auto alignment_element = child_named(entry, "alignment");
         look.alignment = alignment(attribute_text(alignment_element, "horizontal"));
         look.wraps = alignment_element.attribute("wrapText").as_bool();

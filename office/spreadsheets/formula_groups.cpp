@@ -73,8 +73,9 @@ void FormulaGroups::release(const Range& overwritten)
 // cells that lie further left make a piece of their own.
 std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const Range& overwritten) const
 {
-    constexpr std::size_t most_pieces = 1000; // each tells the formula once more
+    constexpr std::size_t most_pieces = 1000, most_bytes = 8U << 20U; // each tells the formula once more
     std::vector<Piece> pieces;
+    std::size_t bytes = 0;
     const auto behind = shared_.upper_bound(overwritten.last);
     for (auto group = shared_.lower_bound(overwritten.first); group != behind; ++group) {
         if (!overwritten.contains(group->first)) continue;
@@ -87,7 +88,9 @@ std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const Range& overwr
             const auto end = std::stable_partition(left.begin(), left.end(), is_right);
             pieces.push_back({group->first, {left.begin(), end}});
             left.erase(left.begin(), end);
-            if (pieces.size() > most_pieces) throw Damage(U"这些单元格的公式由过多的单元格共用，不能改写。");
+            bytes += group->second.formula.size();
+            if (pieces.size() > most_pieces || bytes > most_bytes)
+                throw Damage(U"这些单元格的公式由过多的单元格共用，不能改写。");
         }
     }
     return pieces;

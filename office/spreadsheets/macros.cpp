@@ -86,6 +86,18 @@ MacroSheets remove_macro_sheets(pugi::xml_node sheets, const Relationships& of_w
     return removed;
 }
 
+// Every name of the workbook is searched for each of them.
+void refuse_many_macro_sheets(pugi::xml_node sheets, const Relationships& of_workbook)
+{
+    constexpr int most = 200;
+    const auto nodes = sheets.children();
+    const auto count = std::count_if(nodes.begin(), nodes.end(), [&](const auto& node) {
+        const auto* relationship = of_workbook.of_id(relationship_id(node));
+        return relationship && is_macro_sheet(*relationship);
+    });
+    if (count > most) throw Damage(U"工作簿里的宏表过多。");
+}
+
 void move_index(pugi::xml_node node, const char* name, const MacroSheets& removed)
 {
     auto attribute = node.attribute(name);
@@ -111,6 +123,7 @@ void drop_macro_sheets(XmlPart& workbook, const Relationships& of_workbook)
     const auto& all = of_workbook.all();
     if (std::none_of(all.begin(), all.end(), is_macro_sheet)) return;
     auto root = workbook.root();
+    refuse_many_macro_sheets(child_named(root, "sheets"), of_workbook);
     const auto removed = remove_macro_sheets(child_named(root, "sheets"), of_workbook);
     if (auto names = child_named(root, "definedNames")) {
         mend_names(names, removed);

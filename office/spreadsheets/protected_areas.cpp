@@ -2,6 +2,8 @@
 
 #include "office/packages/relationships.h"
 
+#include <set>
+
 namespace tarvik::ooxml {
 
 namespace {
@@ -36,21 +38,33 @@ void add_pivot(pugi::xml_node pivot, std::vector<Range>& pivots)
 
 } // namespace
 
-ProtectedAreas protected_areas(const Package& package, std::string_view sheet_name)
+AreaReader::Areas AreaReader::areas_in(const XmlPart& part, bool is_table)
+{
+    Areas areas;
+    if (is_table) add_header(part.root(), areas.headers);
+    else add_pivot(part.root(), areas.pivots);
+    return areas;
+}
+
+ProtectedAreas AreaReader::areas_of(std::string_view sheet_name)
 {
     std::vector<Range> headers;
     std::vector<Range> pivots;
-    const Relationships relationships(package, sheet_name);
+    std::set<std::string> met;
+    const Relationships relationships(package_, sheet_name);
     for (const auto& one : relationships.all()) {
         const bool is_table = one.kind() == "table";
-        if ((!is_table && one.kind() != "pivotTable") || !package.has(one.target)) continue;
-        const XmlPart part(one.target, package.part(one.target), is_table ? "table" : "pivotTableDefinition",
-                           Vocabulary::Spreadsheet);
-        if (is_table) {
-            add_header(part.root(), headers);
-        } else {
-            add_pivot(part.root(), pivots);
+        if ((!is_table && one.kind() != "pivotTable") || !package_.has(one.target)) continue;
+        const auto key = part_key(one.target);
+        if (!met.insert(key).second) continue;
+        auto known = known_.find(key);
+        if (known == known_.end()) {
+            const XmlPart part(one.target, package_.part(one.target), is_table ? "table" : "pivotTableDefinition",
+                               Vocabulary::Spreadsheet);
+            known = known_.emplace(key, areas_in(part, is_table)).first;
         }
+        headers.insert(headers.end(), known->second.headers.begin(), known->second.headers.end());
+        pivots.insert(pivots.end(), known->second.pivots.begin(), known->second.pivots.end());
     }
     return {RangeSet(headers), RangeSet(pivots)};
 }

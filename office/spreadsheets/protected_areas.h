@@ -1,9 +1,13 @@
 #pragma once
 
 #include "office/packages/package.h"
+#include "office/packages/xml_part.h"
 #include "office/spreadsheets/range_set.h"
 
+#include <map>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace tarvik::ooxml {
 
@@ -16,6 +20,20 @@ struct ProtectedAreas {
     RangeSet pivots;
 };
 
-ProtectedAreas protected_areas(const Package& package, std::string_view sheet_name);
+/// Finds them for the sheets of a workbook. However many relationships lead to a part, it is read once.
+class AreaReader {
+public:
+    explicit AreaReader(const Package& package) : package_(package) {}
+    ProtectedAreas areas_of(std::string_view sheet_name);
+
+private:
+    struct Areas {
+        std::vector<Range> headers, pivots;
+    };
+    static Areas areas_in(const XmlPart& part, bool is_table);
+
+    const Package& package_;
+    std::map<std::string, Areas> known_; // by the part's key
+};
 
 } // namespace tarvik::ooxml

@@ -51,11 +51,16 @@ Text SharedStrings::text(std::size_t index) const
 bool SharedStrings::is_empty(std::size_t index) const
 {
     if (!has(index)) return true;
-    const auto children = items_[index].children();
-    return std::all_of(children.begin(), children.end(), [](const auto& child) {
-        const auto pieces = text_of_run(child).children();
-        return std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) { return *piece.value() == 0; });
-    });
+    if (emptiness_.size() < items_.size()) emptiness_.resize(items_.size(), Emptiness::Unknown);
+    if (emptiness_[index] == Emptiness::Unknown) {
+        const auto children = items_[index].children();
+        const bool holds_none = std::all_of(children.begin(), children.end(), [](const auto& child) {
+            const auto pieces = text_of_run(child).children();
+            return std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) { return *piece.value() == 0; });
+        });
+        emptiness_[index] = holds_none ? Emptiness::Empty : Emptiness::Filled;
+    }
+    return emptiness_[index] == Emptiness::Empty;
 }
 
 void SharedStrings::index_plain_items()

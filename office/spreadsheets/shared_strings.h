@@ -33,6 +33,8 @@ private:
 
     XmlPart part_;
     std::vector<pugi::xml_node> items_;
+    enum class Emptiness : char { Unknown, Empty, Filled };
+    mutable std::vector<Emptiness> emptiness_; // of the items: many cells may ask for one of a thousand runs
     std::unordered_map<std::string_view, std::size_t> plain_; // raw text, held by the tree, to index
     bool plain_is_indexed_ = false;
     long long reference_difference_ = 0;

@@ -49,6 +49,8 @@ private:
     }
     void take(const Range& range)
     {
+        // Of ranges that begin outside of what can be shown nothing is seen.
+        if (range.first.row > PicturedSheet::most_rows || range.first.column > PicturedSheet::most_columns) return;
         merged_[range.first] = range;
         looks_.try_emplace(range.first, &styles_.look(0));
         use(range.last);

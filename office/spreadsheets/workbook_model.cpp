@@ -3,6 +3,7 @@
 #include "office/spreadsheets/macros.h"
 
 #include <array>
+#include <set>
 
 namespace tarvik::ooxml {
 
@@ -36,7 +37,8 @@ bool is_on(pugi::xml_attribute attribute) noexcept
 } // namespace
 
 WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package)
-    : package_(std::move(package)), workbook_name_(find_workbook(package_.original(), package_.types())),
+    : package_(std::move(package)), areas_(package_.original()),
+      workbook_name_(find_workbook(package_.original(), package_.types())),
       relationships_(package_.original(), workbook_name_),
       workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook", Vocabulary::Spreadsheet)
 {
@@ -83,7 +85,7 @@ SheetPart& WorkbookModel::load(Sheet& sheet)
     if (!values_) load_strings();
     if (!sheet.part) {
         sheet.part = std::make_unique<SheetPart>(sheet.name, package_.original().part(sheet.name), *values_,
-                                                 protected_areas(package_.original(), sheet.name));
+                                                 areas_.areas_of(sheet.name));
     }
     return *sheet.part;
 }
@@ -142,8 +144,10 @@ void WorkbookModel::ask_for_calculation()
 // Only what is such a chain: the relationship may lead anywhere.
 void WorkbookModel::drop_calculation_chain()
 {
-    relationships_.remove_if([this](const Relationship& one) {
+    std::set<std::string> met; // many may lead to one part
+    relationships_.remove_if([this, &met](const Relationship& one) {
         if (one.kind() != "calcChain" || !package_.has(one.target)) return false;
+        if (!met.insert(part_key(one.target)).second) return false;
         if (root_name(package_.original().part(one.target)) != "calcChain") return false;
         package_.remove(one.target);
         return true;

@@ -54,6 +54,7 @@ private:
     void drop_calculation_chain();
 
     PackageEditor package_;
+    AreaReader areas_;
     std::string workbook_name_;
     Relationships relationships_;
     XmlPart workbook_;

@@ -102,7 +102,7 @@ TEST(BadFile, what_would_fill_the_memory_is_refused_before_it_does)
     const std::string bombs[] = {
         repeated("<row/> ", 400'000),
         "<row r=\"1\">" + repeated("<c/>", 700'000) + "</row>",
-        "<row r=\"1\"" + repeated(" a=\"\"", 1'000'000) + "/>",
+        "<row r=\"1\"" + repeated(" a=\"\"", 1'300'000) + "/>",
         "<row r=\"1\">" + cell + std::string(60U << 20U, 'x') + "</t></is></c></row>",
     };
     for (const auto& bomb : bombs) {
