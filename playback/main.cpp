@@ -24,7 +24,8 @@ constexpr const char* help =
     "\n"
     "  --install DIR    the installation folder; without it the program's own folder where it may\n"
     "                   write there, else the user's own one\n"
-    "  --drive L=DIR    where the root of the drive letter L lies; without it the home folder\n"
+    "  --drive L=DIR    where the root of the drive letter L lies, made if it is not there; without it\n"
+    "                   the home folder\n"
     "  --clock TIME     the time at the start; time passes by the script alone\n"
     "  --screen W H     the size of the screen in twips\n"
     "  --print-to DIR   what is printed is put there as a copy; without it printing is a failure\n"
@@ -44,8 +45,21 @@ std::filesystem::path script_file(const Options& options)
     return std::filesystem::exists(given, error) || !std::filesystem::exists(own, error) ? given : own;
 }
 
+/// A drive whose folder was not made would take the user's output into the void.
+void make_drives(const Options& options)
+{
+    for (const auto& [letter, folder] : options.drives) {
+        std::error_code error;
+        std::filesystem::create_directories(folder, error);
+        if (error)
+            throw tarvik::OptionError("--drive cannot make the folder " + tarvik::utf8_of(folder) + ": " +
+                                      error.message());
+    }
+}
+
 int play_script(Options options)
 {
+    make_drives(options);
     if (options.installation.empty()) {
         tarvik::WorkingFolder folder = tarvik::open_working_folder();
         options.installation = std::move(folder.path);
