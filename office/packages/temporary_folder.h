@@ -3,13 +3,20 @@
 #include "platform/platform.h"
 
 #include <filesystem>
+#include <memory>
 #include <string_view>
+
+namespace tarvik {
+class SystemFile;
+}
 
 namespace tarvik::ooxml {
 
-/// An empty folder of its own among the system's temporary files; it goes with all that is in it.
+/// An empty folder of its own among the system's temporary files, which no other user may look into; it goes with all
+/// that is in it. Those that killed programs left behind go when the next one is made.
 class TemporaryFolder {
 public:
+    /// Throws Failure.
     TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -19,6 +26,7 @@ public:
 
 private:
     std::filesystem::path path_;
+    std::unique_ptr<SystemFile> lock_; ///< a file in it that is locked as long as the program lives
 };
 
 /// Prints a file of these bytes and this name, which is gone afterwards.
