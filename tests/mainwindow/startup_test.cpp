@@ -76,7 +76,7 @@ TEST(Modes, second_press_brings_back_reading_and_the_defaults)
     TestProgram started;
     Form1& form1 = started.form1();
     select_option(form1, form1.Option2);
-    form1.comp = form1.notcap = form1.dbresult = true;
+    form1.comp = form1.notcap = form1.dbresult = form1.scanfolderset = true;
     form1.showdata = false;
     form1.resultcount = 2;
     for (std::size_t i = 0; i <= 3; ++i) {
@@ -92,7 +92,7 @@ TEST(Modes, second_press_brings_back_reading_and_the_defaults)
     Command6_Click(started.program);
     EXPECT_EQ(form1.Command6.caption(), U"数据分析");
     EXPECT_TRUE(no_option_selected(form1));
-    EXPECT_FALSE(form1.comp || form1.notcap || form1.dbresult);
+    EXPECT_FALSE(form1.comp || form1.notcap || form1.dbresult || form1.scanfolderset);
     EXPECT_TRUE(form1.showdata);
     EXPECT_EQ(form1.resultcount, 2);
     EXPECT_TRUE(started.module1().filehits.get(2).empty());

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <random>
+#include <thread>
 
 #include <gtest/gtest.h>
 
@@ -158,6 +159,31 @@ TEST(PackageCache, a_file_beyond_all_measure_is_not_read)
     } catch (const ooxml::Damage& damage) {
         EXPECT_EQ(to_utf8(damage.reason()), "文件过大。");
     }
+}
+
+TEST(PackageCache, reads_a_package_once_as_long_as_its_file_stays)
+{
+    TemporaryFolder folder;
+    DiskFiles disk(folder.path());
+    FaultyFiles files(disk);
+    ooxml::PackageCache cache(files);
+    const auto operations = [&](TextView path) {
+        files.fail_at(0);
+        (void)cache.open(path);
+        return files.counted();
+    };
+    folder.write("small.xlsx", make_package({{"a.xml", "<a/>"}}));
+    folder.write("large.xlsx", make_package({{"a.png", noise(5U << 20U)}}));
+    while (!disk.stamp(U"large.xlsx").settled) std::this_thread::yield();
+    constexpr std::size_t looked_at = 1, read = 2;
+    EXPECT_EQ(operations(U"small.xlsx"), read);
+    EXPECT_EQ(operations(U"small.xlsx"), looked_at);
+    EXPECT_EQ(cache.open(U"small.xlsx"), cache.open(U"small.xlsx"));
+    EXPECT_EQ(operations(U"large.xlsx"), read);
+    EXPECT_EQ(operations(U"large.xlsx"), read) << "it would take the memory of many templates";
+    folder.write("small.xlsx", make_package({{"a.xml", "<b/>"}}));
+    EXPECT_EQ(operations(U"small.xlsx"), read);
+    EXPECT_EQ(cache.open(U"small.xlsx")->part("a.xml"), "<b/>");
 }
 
 TEST(PackageCache, a_package_that_changed_at_once_is_read_again)
