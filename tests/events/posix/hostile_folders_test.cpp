@@ -1,0 +1,190 @@
+#include "events/events.h"
+#include "tests/events/sample_desk.h"
+#include "tests/support/full_disk.h"
+#include "tests/support/quick_disk.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <sys/stat.h>
+
+/// Folders that hold what no clerk would put there, walked by the commands that walk.
+namespace tarvik::test {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::IsEmpty;
+
+const char* const walking[] = {"tomation", "Excelfile", "SesameOpen", "keptfile", "order", "prices"};
+
+class WalkedFolder : public testing::Test {
+protected:
+    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
+
+    SampleDesk desk;
+
+    void lay_traps(const fs::path& folder, const std::string& stem) const
+    {
+        fs::create_symlink(stem + "-loop.xlsx", folder / (stem + "-loop.xlsx"));
+        fs::create_symlink(".", folder / (stem + "-circle.xlsx"));
+        fs::create_symlink("nowhere", folder / (stem + "-dangling.xlsx"));
+        fs::create_symlink("/dev/zero", folder / (stem + "-device.xlsx"));
+        fs::create_symlink("/dev/full", folder / (stem + "-full.xlsx"));
+        fs::create_directory(folder / (stem + "-folder.xlsx"));
+        ASSERT_EQ(::mkfifo((folder / (stem + "-pipe.xlsx")).c_str(), 0600), 0);
+    }
+    static void expect_traps(const fs::path& folder, const std::string& stem)
+    {
+        for (const char* link : {"-loop", "-circle", "-dangling", "-device", "-full"})
+            EXPECT_TRUE(fs::is_symlink(folder / (stem + link + ".xlsx"))) << link;
+        EXPECT_TRUE(fs::is_directory(folder / (stem + "-folder.xlsx")));
+        EXPECT_TRUE(fs::is_fifo(folder / (stem + "-pipe.xlsx")));
+    }
+    /// Copies under names that are the disk's own business. Gives how many can be opened by their names.
+    static std::size_t copy_under_hostile_names(const fs::path& file, const std::string& stem)
+    {
+        const std::string endless(255 - stem.size() - 5, 'x');
+        std::size_t usable = 0;
+        for (const std::string before : {"CON ", "a:b ", "a*b ", "a?b ", "<>|\" ", "\x01\x1f ", ".. ", " ", "-rf ",
+                                         "%n%s ", "`x` ", endless.c_str()}) {
+            fs::copy_file(file, file.parent_path() / (before + stem + ".xlsx"));
+            ++usable;
+        }
+        for (const std::string before : {"back\\slash ", "\xff\xfe "})
+            fs::copy_file(file, file.parent_path() / (before + stem + ".xlsx"));
+        return usable;
+    }
+};
+
+class HostileFolders : public WalkedFolder, public testing::WithParamInterface<const char*> {};
+
+TEST_P(HostileFolders, cost_one_message_and_lose_nothing)
+{
+    const Job& job = job_named(GetParam());
+    if (job.prepare) job.prepare(desk);
+    const fs::path picked = desk.started.files.resolve(job.picked), folder = picked.parent_path();
+    desk.play(job);
+    const auto usual = desk.started.dialogs.take_messages();
+    const std::size_t usual_files = desk.program.run.files.size();
+
+    fs::remove_all(desk.started.drive_d.path() / "out");
+    if (job.prepare) job.prepare(desk);
+    const std::string stem = picked.stem().string();
+    lay_traps(folder, stem);
+    const std::size_t usable = copy_under_hostile_names(picked, stem);
+    const Disk before = desk.disk();
+    desk.play(job);
+    const auto told = desk.told_beyond(usual);
+    EXPECT_LE(told.size(), 1U) << told.size() << " messages";
+    desk.expect_idle();
+    expect_traps(folder, stem);
+
+    const Disk now = desk.disk();
+    std::size_t made = 0;
+    const std::string out = (desk.started.drive_d.path() / "out").string() + "/";
+    for (const auto& [path, bytes] : now)
+        if (!before.contains(path)) {
+            EXPECT_TRUE(path.starts_with(out)) << path << " is outside";
+            if (!path.ends_with(".txt")) ++made;
+        }
+    if (job.command == TextView(U"An keptfile")) { // they are moved
+        std::multiset<std::string> contents_before, contents_now;
+        for (const auto& [path, bytes] : before)
+            if (path.ends_with(".xlsx")) contents_before.insert(bytes);
+        for (const auto& [path, bytes] : now)
+            if (path.ends_with(".xlsx")) contents_now.insert(bytes);
+        EXPECT_EQ(contents_before, contents_now) << "a file is lost, or another has taken its place";
+        EXPECT_GE(made, usable);
+        return;
+    }
+    for (const auto& [path, bytes] : before)
+        if (path.starts_with(folder.string())) {
+            EXPECT_TRUE(now.contains(path) && now.at(path) == bytes) << path;
+        }
+    const auto& saved = desk.program.run.files;
+    EXPECT_GE(saved.size(), usual_files + usable);
+    EXPECT_EQ(std::set<Text>(saved.begin(), saved.end()).size(), saved.size());
+    EXPECT_EQ(made, saved.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, HostileFolders, testing::ValuesIn(walking),
+                         [](const auto& name) { return std::string(name.param); });
+
+TEST_F(WalkedFolder, is_printed_file_by_file_and_the_rest_stays)
+{
+    const Job& job = job_named("order");
+    const fs::path folder = desk.started.drive_d.path() / "src";
+    fs::create_directory(folder);
+    fs::copy_file(desk.started.files.resolve(job.picked), folder / "sheet.xlsx");
+    lay_traps(folder, "sheet");
+    const std::size_t usable = copy_under_hostile_names(folder / "sheet.xlsx", "sheet") + 1;
+    desk.form1.scanfolder = U"d:\\src";
+    desk.form1.scanfolderset = true;
+    desk.form1.page_box().set_text(U"sheet");
+    fs::create_directory(desk.started.drive_d.path() / "fprino");
+    Event enter{EventKind::KeyPress, desk.form1.page_box()};
+    enter.key = U'\r';
+    dispatch(desk.program, enter);
+    EXPECT_LE(desk.started.dialogs.take_messages().size(), 1U);
+    expect_traps(folder, "sheet");
+    std::size_t moved = 0;
+    for (const auto& entry : fs::directory_iterator(desk.started.drive_d.path() / "fprino"))
+        moved += entry.is_regular_file();
+    EXPECT_GE(moved, usable);
+    EXPECT_EQ(desk.started.printer.printed.size(), moved);
+    desk.expect_idle();
+}
+
+class FullDisks : public testing::TestWithParam<Job> {
+protected:
+    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
+};
+
+// Writes that break off in the middle, and a folder in which not even the system's owner may make a file.
+TEST_P(FullDisks, leave_no_half_file)
+{
+    const Job& job = GetParam();
+    SampleDesk desk;
+    if (job.prepare) job.prepare(desk);
+    desk.keep_disk();
+    desk.play(job);
+    const Disk after = desk.disk();
+    const auto usual = desk.started.dialogs.take_messages();
+    const auto expect_told = [&](std::size_t most) {
+        const auto told = desk.told_beyond(usual);
+        EXPECT_LE(told.size(), most) << told.size() << " messages";
+        desk.expect_idle();
+        auto different = differences(desk.disk(), desk.kept(), after);
+        if (job.in_stages) std::erase_if(different, [&](const std::string& path) { return desk.is_whole(path); });
+        EXPECT_THAT(different, IsEmpty());
+    };
+    for (const rlim_t limit : {0, 1, 1000, 4000, 6000, 8000, 12'000, 20'000}) {
+        SCOPED_TRACE("limit " + std::to_string(limit));
+        desk.restore_disk();
+        desk.program.scratch_failures.clear();
+        {
+            const FullDisk full(limit);
+            desk.play(job);
+        }
+        constexpr std::size_t views = 3; // each that cannot be written is told once by the command and once by its run
+        expect_told(2 * views + 1);
+    }
+    if (fs::exists("/proc/self/fd") && job.command != TextView(U"An statistic")) {
+        desk.restore_disk();
+        desk.program.scratch_failures.clear();
+        desk.play(job, U"/proc/self/fd/");
+        const auto told = desk.told_beyond(usual);
+        EXPECT_THAT(told, testing::SizeIs(1)) << told.size() << " messages";
+        desk.expect_idle();
+    }
+    desk.restore_disk();
+    desk.play(job);
+    EXPECT_EQ(desk.started.dialogs.take_messages(), usual);
+    EXPECT_THAT(differences(desk.disk(), after, after), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, FullDisks, testing::ValuesIn(jobs().begin(), jobs().end()),
+                         [](const auto& job) { return std::string(job.param.name); });
+
+} // namespace
+} // namespace tarvik::test

@@ -1,0 +1,243 @@
+#include "tests/events/sample_desk.h"
+
+#include "events/events.h"
+#include "platform/code_page.h"
+#include "platform/disk_file.h"
+#include "platform/path_text.h"
+#include "tests/support/places.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+
+namespace tarvik::test {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string without_counts(std::string message)
+{
+    std::erase_if(message, [](char character) { return character == '-' || (character >= '0' && character <= '9'); });
+    return message;
+}
+
+void transcripts(SampleDesk& desk)
+{
+    desk.play({.name = "", .document = "3159.txt", .command = U"An testsesame A"}, U"d:\\src\\");
+    desk.started.dialogs.messages.clear();
+}
+
+void transcripts_and_their_design(SampleDesk& desk)
+{
+    transcripts(desk);
+    Form4& form4 = desk.program.form4;
+    for (TextBox* box : form4.design_boxes()) box->set_text(U"-1");
+    form4.Text3.set_text(U"一班");
+    form4.Text4.set_text(U"2");
+    struct Pair {
+        int index;
+        std::u32string_view target, source;
+    };
+    for (const Pair& pair : {Pair{0, U"3", U"-1"}, {1, U"2", U"2"}, {2, U"18", U"-1"}, {3, U"2", U"5"}}) {
+        form4.Text1[pair.index].set_text(Text(pair.target));
+        form4.Text2[pair.index].set_text(Text(pair.source));
+    }
+}
+
+void first_column_to_keep_by(SampleDesk& desk)
+{
+    transcripts(desk);
+    desk.program.form3.Text1[5].set_text(U"2");
+}
+
+void docket_design(SampleDesk& desk)
+{
+    Form4& form4 = desk.program.form4;
+    for (TextBox* box : form4.design_boxes()) box->set_text(U"-1");
+    form4.Text3.set_text(U"4900");
+    form4.Text4.set_text(U"3");
+    form4.Text1[0].set_text(U"7");
+    form4.Text1[1].set_text(U"2");
+    form4.Text2[1].set_text(U"8");
+    desk.started.dialogs.replies = {Answer::OK, Answer::Yes};
+    Event save{EventKind::Click, form4.Command1};
+    dispatch(desk.program, save);
+    desk.started.dialogs.messages.clear();
+}
+
+constexpr Job all_jobs[] = {
+    {.name = "docket", .document = "3139.txt", .command = U"An docket"},
+    {.name = "testdocket", .document = "3139.txt", .command = U"An testdocket", .prepare = docket_design},
+    {.name = "bendocket", .document = "3138.txt", .command = U"An bendocket", .lines = 236},
+    {.name = "dandocket", .document = "3160.txt", .command = U"An dandocket"},
+    {.name = "wodben", .document = "3158.txt", .command = U"An wodben"},
+    {.name = "dockword", .document = "3158.txt", .command = U"An dockword", .lines = 8},
+    {.name = "testsesameA", .document = "3159.txt", .command = U"An testsesame A"},
+    {.name = "testsesameB", .document = "3159.txt", .command = U"An testsesame B"},
+    {.name = "tomation",
+     .document = "3160.txt",
+     .command = U"An tomation",
+     .picked = U"d:\\src\\20240101.xlsx",
+     .prepare = transcripts,
+     .lines = 1000},
+    {.name = "Excelfile",
+     .document = "3160.txt",
+     .command = U"An Excelfile",
+     .picked = U"d:\\src\\20240101.xlsx",
+     .prepare = transcripts_and_their_design,
+     .lines = 1000},
+    {.name = "SesameOpen",
+     .document = "3160.txt",
+     .command = U"An Sesame Open",
+     .picked = U"d:\\src\\20240101.xlsx",
+     .prepare = transcripts,
+     .lines = 1000,
+     .at_first_key = true},
+    {.name = "keptfile",
+     .document = "3160.txt",
+     .command = U"An keptfile",
+     .picked = U"d:\\src\\20240101.xlsx",
+     .prepare = first_column_to_keep_by,
+     .lines = 1000},
+    {.name = "label", .document = "z1型号.txt", .command = U"An label", .picked = U"z1.xlsx", .in_stages = true},
+    {.name = "order",
+     .document = "维修/维修记录.txt",
+     .command = U"An order",
+     .picked = U"维修/送修单/望海港务集团送修单.xlsx",
+     .lines = 1000},
+    {.name = "prices",
+     .document = "维修/报价记录.txt",
+     .command = U"An prices",
+     .picked = U"维修/报价单/望海港务集团报价单.xlsx",
+     .lines = 1000},
+    {.name = "statistic", .document = "3137.txt", .command = U"An statistic"},
+};
+
+} // namespace
+
+std::span<const Job> jobs()
+{
+    return all_jobs;
+}
+
+const Job& job_named(std::string_view name)
+{
+    return *std::ranges::find(all_jobs, name, &Job::name);
+}
+
+std::vector<std::string> differences(const Disk& disk, const Disk& before, const Disk& after)
+{
+    std::vector<std::string> found;
+    const auto is = [](const Disk& other, const std::string& path, const std::string* bytes) {
+        const auto file = other.find(path);
+        return file == other.end() ? !bytes : bytes && file->second == *bytes;
+    };
+    Disk all = before;
+    all.insert(after.begin(), after.end());
+    all.insert(disk.begin(), disk.end());
+    for (const auto& [path, unused] : all) {
+        const auto file = disk.find(path);
+        const std::string* bytes = file == disk.end() ? nullptr : &file->second;
+        if (!is(before, path, bytes) && !is(after, path, bytes)) found.push_back(path);
+    }
+    return found;
+}
+
+SampleDesk::SampleDesk()
+{
+    const fs::path from = fs::path(source_folder()) / "installation", to = started.installation.path();
+    for (const auto& entry : fs::directory_iterator(from)) {
+        const std::string name = utf8_of(entry.path().filename());
+        if (name.ends_with(".play") || name.starts_with("牛津") || name.starts_with("现代")) continue;
+        fs::copy(entry.path(), to / entry.path().filename(), fs::copy_options::recursive);
+    }
+    for (const auto& entry : fs::recursive_directory_iterator(to)) samples_.insert(utf8_of(entry.path()));
+    engines.start(started.faulty, started.printer);
+}
+
+void SampleDesk::open(const Job& job)
+{
+    const std::string report = started.installation.read(job.document);
+    std::size_t end = 0;
+    for (int line = 0; line < job.lines && end != std::string::npos; ++line) end = report.find('\n', end + 1);
+    started.open_text(decode_foreign(report.substr(0, end == std::string::npos ? end : end + 1)).text());
+}
+
+void SampleDesk::play(const Job& job, std::u32string_view folder)
+{
+    open(job);
+    started.dialogs.inputs = {Text(folder)};
+    started.dialogs.replies = {Answer::OK, Answer::OK, Answer::OK};
+    started.dialogs.files = std::deque<std::optional<Text>>(3, Text(job.picked));
+    if (job.at_first_key) {
+        program.module1.keylist.set(0, U"20240101");
+        form1.batchcursor = 0;
+    }
+    form1.query_box().set_text(Text(job.command));
+    Event enter{EventKind::KeyPress, form1.query_box()};
+    enter.key = U'\r';
+    dispatch(program, enter);
+    for (Timer* timer : form1.batch_timers())
+        for (int guard = 0; timer->enabled() && guard < 1000; ++guard) {
+            Event tick{EventKind::Tick, *timer};
+            dispatch(program, tick);
+        }
+}
+
+void SampleDesk::expect_idle()
+{
+    EXPECT_FALSE(form1.xlApp || form1.xlBook || form1.xlSheet || form1.wdApp || form1.wdDoc);
+    EXPECT_TRUE(form1.batchgate);
+    for (const Timer* timer : form1.batch_timers()) EXPECT_FALSE(timer->enabled());
+}
+
+std::vector<std::string> SampleDesk::told_beyond(const std::vector<std::string>& usual)
+{
+    auto told = started.dialogs.take_messages();
+    for (const std::string& message : usual)
+        if (const auto found = std::ranges::find(told, without_counts(message), without_counts); found != told.end())
+            told.erase(found);
+    return told;
+}
+
+Disk SampleDesk::disk() const
+{
+    Disk held;
+    for (const TemporaryFolder* folder : {&started.installation, &started.drive_d})
+        for (const auto& entry : fs::recursive_directory_iterator(folder->path())) {
+            const std::string path = utf8_of(entry.path());
+            const std::string name = utf8_of(entry.path().lexically_relative(folder->path()));
+            const bool view = folder == &started.installation && !samples_.contains(path) && name.ends_with(".txt") &&
+                              name != "3150.txt";
+            std::error_code gone;
+            if (entry.is_regular_file(gone) && !view && !is_unfinished(utf8_of(entry.path().filename())))
+                held[path] = folder->read(name);
+        }
+    return held;
+}
+
+bool SampleDesk::is_whole(const std::string& workbook)
+{
+    if (!fs::exists(path_of_utf8(workbook))) return false;
+    try {
+        const auto application = engines.create_spreadsheet();
+        application->open(from_utf8(workbook)).worksheet(1);
+        return true;
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
+void SampleDesk::restore_disk()
+{
+    Disk held = disk();
+    for (const auto& [path, bytes] : held)
+        if (!kept_.contains(path)) fs::remove(path_of_utf8(path));
+    for (const auto& [path, bytes] : kept_)
+        if (const auto file = held.find(path); file == held.end() || file->second != bytes)
+            std::ofstream(path_of_utf8(path), std::ios::binary) << bytes;
+}
+
+} // namespace tarvik::test
