@@ -105,6 +105,11 @@ void Desktop::event_ended()
 {
     screen_.end_progress();
     show();
+    const std::size_t saved = program_.run.files.size();
+    if (saved > std::exchange(saved_, saved) && !runs_) { // by a command that was done at once
+        stopped_ = false;
+        show_run_end();
+    }
     menu_.open_if_asked();
     if (program_.ended) QCoreApplication::quit();
 }
@@ -125,10 +130,14 @@ void Desktop::show_status(bool runs)
     if (!program_.notice.empty()) form1_.status().show_notice(to_qt(std::exchange(program_.notice, {})));
     stopped_ = runs ? program_.run.stop_wished : stopped_;
     form1_.status().show_run(runs ? run_text(program_) : QString());
-    if (std::exchange(runs_, runs) && !runs) {
-        form1_.status().show_end(run_end(program_, stopped_));
-        QApplication::alert(&form1_);
-    }
+    if (std::exchange(runs_, runs) && !runs) show_run_end();
+}
+
+void Desktop::show_run_end()
+{
+    saved_ = program_.run.files.size();
+    form1_.status().show_end(run_end(program_, stopped_));
+    QApplication::alert(&form1_);
 }
 
 } // namespace tarvik

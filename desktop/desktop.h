@@ -40,6 +40,7 @@ private:
     void event_ended();
     void show_batch_progress();
     void show_status(bool runs);
+    void show_run_end();
 
     DiskFiles files_;
     ChineseTexts chinese_;
@@ -66,6 +67,7 @@ private:
     ManualWindow manual_;
     ModelTimers timers_;
     ContextMenu menu_;
+    std::size_t saved_ = 0;               // files of the run that were told of
     bool runs_ = false, stopped_ = false; // a run was on when the windows were shown last; it was wished to stop
 };
 

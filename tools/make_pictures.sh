@@ -78,7 +78,7 @@ click "$main" 94 78 # the designer
 designer=$(xdotool search --onlyvisible --name . | grep -v "^$main\$" | tail -n 1)
 click "$designer" 44 86 # read a design
 key y
-click "$designer" 53 86 # preview
+click "$designer" 51 86 # preview
 key y
 sleep 1
 take designer

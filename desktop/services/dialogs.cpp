@@ -54,19 +54,23 @@ QMessageBox::Icon picture(Icon icon)
 }
 
 // Nothing of the program is on the screen before start-up ends; then a box has no window to stand over.
-QWidget* window_in_use()
+QWidget* main_window()
 {
-    QWidget* active = QApplication::activeWindow();
-    if (active) return active;
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible() && window->isWindow() && window->objectName() == "Form1") return window;
     return nullptr;
 }
 
 // Takes the window that a box stands over back to the front when the box has gone, so that keys reach it at once.
+// `over` is the window of the box before: directly behind that one no window is active yet.
 class BoxOver {
 public:
-    BoxOver() : window_(window_in_use()) {}
+    explicit BoxOver(QPointer<QWidget>& over)
+    {
+        if (QWidget* active = QApplication::activeWindow()) over = active;
+        else if (!over || !over->isVisible()) over = main_window();
+        window_ = over;
+    }
     ~BoxOver()
     {
         if (window_) window_->activateWindow();
@@ -76,7 +80,7 @@ public:
     QWidget* window() const { return window_; }
 
 private:
-    const QPointer<QWidget> window_;
+    QPointer<QWidget> window_;
     const IdleCursor idle_;
 };
 
@@ -97,7 +101,7 @@ void place_clear(QDialog& box, const QRect& clear)
     const int below = clear.bottom() + gap + title_bar;
     const int left = clear.left() + (clear.width() - size.width()) / 2;
     box.move(std::clamp(left, screen.left(), std::max(screen.left(), screen.right() - size.width())),
-             std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() - size.height())));
+             std::clamp(below, screen.top(), std::max(screen.top(), screen.bottom() - size.height() - title_bar)));
 }
 
 /// A message, wide enough for its title, that Y and N answer where Yes and No are offered.
@@ -157,7 +161,7 @@ private:
 Answer DesktopDialogs::message(const Message& message)
 {
     around_.before();
-    const BoxOver over;
+    const BoxOver over(over_);
     MessageWindow box(message, around_.keep_clear(), over.window());
     const int pressed = box.exec();
     for (const ButtonRow& row : button_rows)
@@ -168,7 +172,7 @@ Answer DesktopDialogs::message(const Message& message)
 Text DesktopDialogs::input(TextView title, TextView prompt, TextView preset)
 {
     around_.before();
-    const BoxOver over;
+    const BoxOver over(over_);
     QInputDialog box(over.window());
     box.setWindowTitle(to_qt(title));
     box.setLabelText(lines_to_qt(prompt));
@@ -195,7 +199,7 @@ std::optional<Text> DesktopDialogs::save_file(TextView filter)
 std::optional<Text> DesktopDialogs::choose_file(TextView filter, bool save)
 {
     around_.before();
-    const BoxOver over;
+    const BoxOver over(over_);
     FileDialog box(over.window(), save, filter, recent_.folder(), recent_.files());
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
     recent_.add(box.selectedFiles().front());

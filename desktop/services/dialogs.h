@@ -3,9 +3,11 @@
 #include "desktop/services/recent_files.h"
 #include "platform/platform.h"
 
+#include <QPointer>
 #include <QRect>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 
 #include <functional>
 
@@ -37,6 +39,7 @@ private:
     Surroundings around_;
     RecentFiles recent_;
     QString next_;
+    QPointer<QWidget> over_; // what the last box stood over
 };
 
 } // namespace tarvik

@@ -133,7 +133,7 @@ void Form3Window::before_first_show()
     scale_.zoom = place.zoom;
     set_zoom();
     resize(place.size.expandedTo(minimumSize()));
-    move(place.corner);
+    windowHandle()->setFramePosition(place.corner); // of the frame, though the system's window is there already
 }
 
 } // namespace tarvik

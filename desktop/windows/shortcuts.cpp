@@ -4,14 +4,28 @@
 
 namespace tarvik {
 
+namespace {
+
+struct ManualPage {
+    const char32_t* query; // what it begins with
+    const char* heading;
+};
+constexpr ManualPage manual_pages[] = {
+    {U"An order", "送修单"},      {U"An prices", "送修单"},      {U"An kqtest", "数据列"},
+    {U"An label", "标签清单"},    {U"An statistic", "标签清单"}, {U"An appear", "设计器"},
+    {U"An testsesame", "设计器"}, {U"An tomation", "设计器"},    {U"An Sesame", "设计器"},
+    {U"An Excelfile", "设计器"},  {U"An keptfile", "设计器"},    {U"An", "批量出单"},
+};
+const QString designer_heading = "设计器";
+
+} // namespace
+
 QString manual_heading(const Program& program)
 {
     const Form1& form1 = program.form1;
-    const Text& query = form1.query_box().text();
-    if (query.starts_with(U"An order") || query.starts_with(U"An prices")) return "送修单";
-    if (query.starts_with(U"An kqtest")) return "数据列";
-    if (query.starts_with(U"An")) return "批量出单";
-    if (program.module1.designeropen) return "设计器";
+    for (const ManualPage& page : manual_pages)
+        if (form1.query_box().text().starts_with(page.query)) return page.heading;
+    if (program.module1.designeropen) return designer_heading;
     if (form1.dbresult || program.module1.analysismode) return "数据列";
     return "阅读与查寻";
 }
@@ -45,8 +59,9 @@ void add_shortcuts(Program& program, Form1Window& form1, Form3Window& form3, QWi
     };
     for (const char* keys : {"F6", "F8"}) add(form3, keys, back);
     add(form4, "F6", back);
-    for (QWidget* window : std::initializer_list<QWidget*>{&form1, &form3, &form4})
+    for (QWidget* window : std::initializer_list<QWidget*>{&form1, &form3})
         add(*window, "F1", [&program, &manual] { manual.open_at(manual_heading(program)); });
+    add(form4, "F1", [&manual] { manual.open_at(designer_heading); });
 }
 
 } // namespace tarvik

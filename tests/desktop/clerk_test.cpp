@@ -197,8 +197,11 @@ TEST_F(DesktopClerk, f1_opens_the_manual_where_the_clerk_is)
         EXPECT_FALSE(manual.isVisible()) << "the key also closes it";
         return heading;
     };
-    for (const auto& [typed, heading] :
-         {std::pair("An docket", "批量出单"), {"An kqtest", "数据列"}, {"An order", "送修单"}, {"x", "阅读与查寻"}}) {
+    for (const auto& [typed, heading] : {std::pair("An docket", "批量出单"),
+                                         {"An kqtest", "数据列"},
+                                         {"An order", "送修单"},
+                                         {"An appear", "设计器"},
+                                         {"x", "阅读与查寻"}}) {
         form1().query_box().set_text(from_qt(typed));
         EXPECT_TRUE(heading_after(box).contains(heading)) << typed;
     }
@@ -238,6 +241,25 @@ TEST_F(DesktopClerk, pages_and_results_are_walked_by_keys)
     for (int i = 0; i < 2; ++i) QTest::keyClick(&box, Qt::Key_Left, Qt::AltModifier);
     EXPECT_EQ(form1().RichTextBox1.text().str(), one);
     EXPECT_TRUE(box.hasFocus());
+}
+
+TEST_F(DesktopClerk, a_command_that_is_done_at_once_tells_where_its_file_lies)
+{
+    for (const char* name : {"3158.txt", "z9.xlsx"}) copy_sample(name);
+    start();
+    expect_file(QString::fromStdString((installation.path() / "3158.txt").string()));
+    click("Form1.Command1(0)");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "An wodben");
+    expect_input("d:\\out");
+    expect_box("确定");
+    type("Form1.Text1(1)", "\r");
+    EXPECT_TRUE(desktop->main_window().status().text().contains("存了 1 个文件"))
+        << desktop->main_window().status().text().toStdString();
+    EXPECT_TRUE(find<QLabel>("keys").text().contains("q 拆列"));
+    form1().query_box().set_text({});
+    type("Form1.Text1(1)", "An");
+    EXPECT_TRUE(find<QLabel>("keys").text().contains("用 ↓ 选命令")) << "c would be a key";
 }
 
 TEST_F(DesktopClerk, the_keyboard_reaches_everything)

@@ -18,7 +18,7 @@ shown() {
 }
 # The window of column numbers, or a message: the program's window beside the main one.
 beside() {
-    shown '^Tarvik' | grep -v "^$main\$"
+    shown '^Tarvik ' | grep -v "^$main\$"
 }
 alone() {
     ! beside
@@ -68,6 +68,30 @@ wait_for active
 xdotool key F6 # from the pane
 query green
 maximised || fail "the main window is not maximised any more"
+
+# One message follows another: the designer, which they are about, is in front again when both have gone.
+press "$main" 90 90 # the background: letters are letters again
+sleep 0.5
+xdotool key ctrl+a
+xdotool type 'An appear'
+xdotool key Return
+designer_active() {
+    xdotool getactivewindow getwindowname | grep -q 设计器
+}
+wait_for designer_active
+designer=$(xdotool getactivewindow)
+press "$designer" 33 87 # 保存参数
+for answer in Return y; do
+    wait_for inactive
+    sleep 0.5
+    xdotool key "$answer"
+done
+wait_for test -s automation.bin
+wait_for designer_active
+xdotool key F6
+wait_for active
+xdotool key ctrl+a
+xdotool type plum
 
 "$drag_source" dropped.txt &
 manager="$manager $!"
