@@ -92,9 +92,10 @@ struct Start {
             auto object = create_application(kind.name);
             if (!is_settled.exchange(true)) made.set_value(std::move(object));
             else if (object) quit(*object, kind);
-        } catch (const std::runtime_error&) {
+        } catch (const std::exception&) {
             if (!is_settled.exchange(true)) made.set_exception(std::current_exception());
         }
+        ::CoUninitialize();
     }
 };
 

@@ -1,5 +1,7 @@
 #include "office/windows/com_value.h"
 
+#include "platform/utf8.h"
+
 #include <oleauto.h>
 
 #include <new>
@@ -24,18 +26,13 @@ std::wstring to_wide(TextView text)
 
 Text from_wide(const wchar_t* text, std::size_t size)
 {
-    const auto is_half = [&](std::size_t at, unsigned from) {
-        return at < size && static_cast<unsigned>(text[at]) >= from && static_cast<unsigned>(text[at]) < from + 0x400;
-    };
+    const auto unit = [&](std::size_t at) -> char32_t { return at < size ? static_cast<char16_t>(text[at]) : 0; };
     Text made;
     for (std::size_t i = 0; i < size; ++i) {
-        const char32_t unit = static_cast<char16_t>(text[i]);
-        if (is_half(i, 0xd800) && is_half(i + 1, 0xdc00)) {
-            made += 0x10000 + ((unit - 0xd800) << 10U) + (static_cast<char16_t>(text[i + 1]) - 0xdc00U);
-            ++i;
-        } else {
-            made += is_half(i, 0xd800) || is_half(i, 0xdc00) ? U'\xfffd' : unit;
-        }
+        const bool is_pair = is_high_surrogate(unit(i)) && is_low_surrogate(unit(i + 1));
+        if (is_pair) made += joined(unit(i), unit(i + 1));
+        else made += is_surrogate(unit(i)) ? replacement_character : unit(i);
+        i += is_pair ? 1 : 0;
     }
     return made;
 }
