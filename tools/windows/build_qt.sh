@@ -24,7 +24,7 @@ for library in jpeg png freetype harfbuzz pcre2 doubleconversion zlib; do
 done
 # shellcheck disable=SC2086 # settings without blanks in them
 cmake -S "$sources/qt6-base" -B "$sources/qt6-base-build" -G Ninja -Wno-dev --toolchain "$PWD/cmake/windows.cmake" \
-    -DCMAKE_BUILD_TYPE=MinSizeRel -DCMAKE_INSTALL_PREFIX="$libraries/qt" -DBUILD_SHARED_LIBS=ON \
+    -DCMAKE_BUILD_TYPE=MinSizeRel -DCMAKE_CXX_FLAGS=-w -DCMAKE_INSTALL_PREFIX="$libraries/qt" -DBUILD_SHARED_LIBS=ON \
     -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="$(dirname "$host_info")" -DQT_QMAKE_TARGET_MKSPEC=win32-g++ -DINPUT_opengl=no \
     -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF $settings "$@"
 cmake --build "$sources/qt6-base-build"
