@@ -125,8 +125,10 @@ BesideFile::BesideFile(const fs::path& target) : target_(target)
         status = fs::status(target_, error);
     }
     const bool exists = fs::exists(status);
-    if (exists) require_plain(status_of(target_));
-    require_writable(target_);
+    if (exists) {
+        require_plain(status_of(target_));
+        require_writable(target_);
+    }
     file_ = std::make_unique<Unfinished>(target_.parent_path());
     if (exists) file_->file().take_permissions_of(target_);
 }

@@ -6,20 +6,33 @@
 
 namespace tarvik {
 
-void append_utf8(char32_t character, std::string& bytes)
+namespace {
+
+constexpr std::size_t longest_utf8 = 4;
+
+/// Gives the end of what was written.
+char* write_utf8(char32_t character, char* target) noexcept
 {
     if (character < 0x80) {
-        bytes += static_cast<char>(character);
-        return;
+        *target = static_cast<char>(character);
+        return target + 1;
     }
     if (is_surrogate(character) || character > last_character) character = replacement_character;
     const unsigned size = character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
-    constexpr char32_t leads[] = {0, 0, 0xc0, 0xe0, 0xf0};
-    std::array<char, 4> written{};
+    constexpr std::array<char32_t, longest_utf8 + 1> leads{0, 0, 0xc0, 0xe0, 0xf0};
     for (unsigned i = size - 1; i > 0; --i, character >>= 6U)
-        written[i] = static_cast<char>(0x80U | (character & 0x3fU));
-    written[0] = static_cast<char>(leads[size] | character);
-    bytes.append(written.data(), size);
+        target[i] = static_cast<char>(0x80U | (character & 0x3fU));
+    *target = static_cast<char>(leads[size] | character);
+    return target + size;
+}
+
+} // namespace
+
+void append_utf8(char32_t character, std::string& bytes)
+{
+    std::array<char, longest_utf8> written{};
+    const char* const end = write_utf8(character, written.data());
+    bytes.append(static_cast<const char*>(written.data()), end);
 }
 
 Text from_utf8(std::string_view bytes)
@@ -38,11 +51,12 @@ Text from_utf8(std::string_view bytes)
 
 std::string to_utf8(TextView text)
 {
-    std::string bytes;
-    bytes.reserve(text.size());
-    text.visit([&bytes](auto characters) {
-        for (const char32_t character : characters) append_utf8(character, bytes);
+    std::string bytes(text.size() * longest_utf8, '\0');
+    char* end = bytes.data();
+    text.visit([&end](auto characters) {
+        for (const char32_t character : characters) end = write_utf8(character, end);
     });
+    bytes.resize(static_cast<std::size_t>(end - bytes.data()));
     return bytes;
 }
 

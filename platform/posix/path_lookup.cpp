@@ -23,15 +23,10 @@ bool is_there(const std::string& path) noexcept
     return ::lstat(path.c_str(), &status) == 0;
 }
 
-void append_name(std::string& path, std::string_view name)
-{
-    if (!path.empty() && path.back() != '/') path += '/';
-    path += name;
-}
-
 std::string joined(std::string folder, std::string_view name)
 {
-    append_name(folder, name);
+    if (!folder.empty() && folder.back() != '/') folder += '/';
+    folder += name;
     return folder;
 }
 
@@ -65,19 +60,19 @@ std::optional<std::string> without_case(const std::string& folder, TextView name
 
 fs::path look_up(fs::path root, TextView names)
 {
+    std::vector<std::string> paths{root.native()}; // the root, a name deeper, all names
     const std::vector<Text> parts = names_of(names);
-    std::string as_written = root.native();
-    for (const Text& part : parts) append_name(as_written, to_utf8(part));
-    if (is_there(as_written)) return as_written;
+    for (const Text& part : parts) paths.push_back(joined(paths.back(), to_utf8(part)));
 
-    std::string path = root.native();
-    bool there = true; // whether the folder reached so far is on the disk
-    for (const Text& part : parts) {
-        const std::string name = to_utf8(part);
-        std::string next = joined(path, name);
-        if (there && !is_there(next)) {
-            const auto found = without_case(path, part);
-            there = found.has_value();
+    std::size_t there = parts.size(); // so many names are there as written; a new file's folder mostly is
+    while (there > 0 && !is_there(paths[there])) --there;
+    std::string path = std::move(paths[there]);
+    bool all_there = true; // so far
+    for (std::size_t i = there; i < parts.size(); ++i) {
+        std::string next = joined(path, to_utf8(parts[i]));
+        if (all_there && (i == there || !is_there(next))) {
+            const auto found = without_case(path, parts[i]);
+            all_there = found.has_value();
             if (found) next = joined(path, *found);
         }
         path = std::move(next);

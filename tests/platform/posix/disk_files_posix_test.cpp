@@ -20,11 +20,15 @@ using testing::HasSubstr;
 TEST_F(DiskFilesTest, OwnNamesAndTheHomeFolder)
 {
     const fs::path here = installation.path();
-    fs::create_directories(here / "photo");
+    fs::create_directories(here / "photo/Old");
     std::ofstream(here / "a\\b.txt") << "x";
     const std::string own = (here / "a\\b.txt").string();
     const std::pair<std::string, fs::path> cases[] = {
         {"PHOTO\\New.jpg", here / "photo/New.jpg"},
+        {"photo\\New.jpg", here / "photo/New.jpg"},
+        {"photo\\oLD\\New\\a.jpg", here / "photo/Old/New/a.jpg"},
+        {"PHOTO\\oLD", here / "photo/Old"},
+        {"None\\photo\\old", here / "None/photo/old"},
         {"e:\\x", fs::path(std::getenv("HOME")) / "x"},
         {own, own},
         {"中:x", here / "中:x"},
