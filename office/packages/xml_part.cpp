@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cstring>
+#include <limits>
 
 namespace tarvik::ooxml {
 
@@ -98,10 +99,9 @@ std::string resolved(std::string_view reference)
 bool is_deep(pugi::xml_node node, int left) noexcept
 {
     if (left == 0) return true;
-    for (const auto child : node.children()) {
-        if (is_deep(child, left - 1)) return true;
-    }
-    return false;
+    auto child = node.first_child();
+    while (child && !is_deep(child, left - 1)) child = child.next_sibling();
+    return !child.empty();
 }
 
 } // namespace
@@ -164,11 +164,25 @@ std::uint64_t tree_memory(std::string_view xml) noexcept
     // The nodes of the tree, an element's with what finds it. Texts stand there several times: packed out, parsed, as
     // they are told.
     constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40;
-    std::uint64_t attributes = 0, texts = 0, elements = 0;
-    for (const char c : xml) attributes += c == '=' ? 1U : 0U;
-    for (std::size_t i = 1; i < xml.size(); ++i) { // no branches: parts have millions of bytes
-        texts += unsigned{xml[i] == '<'} & unsigned{xml[i - 1] != '>'};
-        elements += unsigned{xml[i - 1] == '<'} & unsigned{xml[i] != '/'};
+    std::uint64_t attributes = xml.starts_with('=') ? 1 : 0, texts = 0, elements = 0;
+    // Parts have millions of bytes. Counts that fit into bytes, without a branch, let the compiler look at many at
+    // once.
+    constexpr std::size_t block = std::numeric_limits<std::uint8_t>::max();
+    const auto count = [](std::uint8_t& counter, bool counts) {
+        counter = static_cast<std::uint8_t>(counter + counts);
+    };
+    for (std::size_t first = 1; first < xml.size(); first += block) {
+        std::uint8_t equals_signs = 0, text_ends = 0, element_starts = 0;
+        const std::size_t end = std::min(first + block, xml.size());
+        for (std::size_t i = first; i < end; ++i) {
+            const char before = xml[i - 1], c = xml[i];
+            count(equals_signs, c == '=');
+            count(text_ends, bool((c == '<') & (before != '>')));
+            count(element_starts, bool((before == '<') & (c != '/')));
+        }
+        attributes += equals_signs;
+        texts += text_ends;
+        elements += element_starts;
     }
     return xml.size() * least_tree_memory_per_byte + attributes * of_attribute + texts * of_text +
            elements * of_element;

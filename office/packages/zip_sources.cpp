@@ -105,7 +105,7 @@ struct PackedPart {
 
 constexpr int raw_window = -MAX_WBITS; // deflate without a header of its own, as zip wants it
 constexpr int usual_memory = 8;
-constexpr int quick_level = 3; // half the time of the usual one for some tenth more bytes
+constexpr int quick_level = 3; // half the time of the usual one for a few more bytes
 
 std::string deflated(std::string_view contents)
 {

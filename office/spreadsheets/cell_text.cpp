@@ -48,6 +48,18 @@ bool would_read_as_escape(const Characters& text, std::size_t at) noexcept
     return behind == U'_' || is_forbidden(behind);
 }
 
+// Nearly every text is.
+bool is_written_as_it_is(TextView text)
+{
+    constexpr std::size_t most_units = 2; // of a character
+    if (text.size() > longest_cell_text / most_units) return false;
+    return text.visit([](auto characters) {
+        return std::ranges::none_of(characters, [](char32_t c) {
+            return c < 0x20 || c == U'&' || c == U'<' || c == U'>' || c == U'_' || is_forbidden(c);
+        });
+    });
+}
+
 void append_escape(char32_t c, std::string& raw)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -95,9 +107,9 @@ bool is_space(char c) noexcept
 
 std::string encode_cell_text(TextView text)
 {
-    constexpr std::size_t usual_bytes = 3; // of a Chinese character
+    if (is_written_as_it_is(text)) return to_utf8(text);
     std::string raw;
-    raw.reserve(std::min<std::size_t>(text.size(), longest_cell_text) * usual_bytes);
+    raw.reserve(text.size());
     text.visit([&raw](auto characters) {
         int units = 0;
         for (std::size_t i = 0; i < characters.size(); ++i) {
@@ -137,8 +149,8 @@ Text decode_cell_text(std::string_view written)
 
 bool needs_preserving(std::string_view raw) noexcept
 {
-    return !raw.empty() &&
-           (is_space(raw.front()) || is_space(raw.back()) || raw.find_first_of("\t\n") != std::string_view::npos);
+    const auto breaks = [](char c) { return c == '\t' || c == '\n'; };
+    return !raw.empty() && (is_space(raw.front()) || is_space(raw.back()) || std::ranges::any_of(raw, breaks));
 }
 
 } // namespace tarvik::ooxml
