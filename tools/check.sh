@@ -1,5 +1,6 @@
 #!/bin/sh
-# Format, layers, the tests under the sanitizers, the player and the suite engine for Windows under wine, clang-tidy. Stops at the first that finds something.
+# Format, layers, the tests under the sanitizers, the player for Windows under wine, clang-tidy. Stops at the first that
+# finds something.
 set -eu
 cd "$(dirname "$0")/.."
 
@@ -22,7 +23,7 @@ echo "== tests of the column engine and the player under the thread sanitizer"
 cmake --preset tsan
 cmake --build --preset tsan
 ctest --preset tsan -j 2 --no-tests=error
-echo "== the player for Windows, its golden scripts and the engine of the installed suite under wine"
+echo "== the player for Windows and its golden scripts under wine"
 sh tools/windows/check.sh
 echo "== clang-tidy"
 run-clang-tidy -quiet -j 2 -p build/asan -extra-arg=-Wno-unknown-warning-option "^$PWD/(?!tests|build).*\.cpp$" > build/clang-tidy.txt 2>&1 || {
