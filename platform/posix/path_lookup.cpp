@@ -58,7 +58,7 @@ std::optional<std::string> without_case(const std::string& folder, TextView name
 
 } // namespace
 
-fs::path look_up(fs::path root, TextView names)
+fs::path look_up(const fs::path& root, TextView names)
 {
     std::vector<std::string> paths{root.native()}; // the root, a name deeper, all names
     const std::vector<Text> parts = names_of(names);

@@ -4,10 +4,11 @@
 
 namespace tarvik {
 
-std::filesystem::path look_up(std::filesystem::path root, TextView names)
+std::filesystem::path look_up(const std::filesystem::path& root, TextView names)
 {
-    for (const Text& name : names_of(names)) root /= path_of(name);
-    return root.make_preferred();
+    std::filesystem::path path = root;
+    for (const Text& name : names_of(names)) path /= path_of(name);
+    return path.make_preferred();
 }
 
 } // namespace tarvik
