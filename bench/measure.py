@@ -11,8 +11,9 @@ import time
 SYSTEM_PYTHON = "/usr/bin/python3"  # the one that Debian's packages serve
 HERE = pathlib.Path(__file__).parent
 
-# Seconds by the clock, by the processor and of the clock's in flushing; 0 where they are not known.
-Spent = collections.namedtuple("Spent", "seconds cpu peak_mb flushing", defaults=(0.0, 0.0, 0.0))
+# Seconds by the clock, by the processor, of the clock's in flushing, of the processor's in the kernel; 0 where they are
+# not known.
+Spent = collections.namedtuple("Spent", "seconds cpu peak_mb flushing kernel", defaults=(0.0, 0.0, 0.0, 0.0))
 
 
 def timed(words, text="", stdout=subprocess.DEVNULL, env=None):
@@ -26,7 +27,7 @@ def timed(words, text="", stdout=subprocess.DEVNULL, env=None):
     process.returncode = os.waitstatus_to_exitcode(status)
     if process.returncode:
         sys.exit(f"failed: {' '.join(map(str, words))}")
-    return Spent(seconds, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024)
+    return Spent(seconds, usage.ru_utime + usage.ru_stime, usage.ru_maxrss / 1024, 0.0, usage.ru_stime)
 
 
 def player_words(player, installation, drive=None):
@@ -54,8 +55,8 @@ def played_stretch(player, installation, before, action):
 
 def best(spent):
     """The least times of several runs and their highest peak."""
-    seconds, cpu, peaks, flushing = zip(*spent)
-    return Spent(min(seconds), min(cpu), max(peaks), min(flushing))
+    seconds, cpu, peaks, flushing, kernel = zip(*spent)
+    return Spent(min(seconds), min(cpu), max(peaks), min(flushing), min(kernel))
 
 
 def in_turn(repeats, *runs):

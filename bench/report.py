@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Writes the page of the figures and the picture of the growth curves.
 
-    report.py FIGURES FOLDER      the figures that the benchmarks kept; where performance.md and pictures/growth.svg go
+    report.py FIGURES FOLDER MINUTES      the figures that the benchmarks kept in so many minutes; where performance.md
+                                          and pictures/growth.svg go
 
 The page is docs/performance.md with each table between its marks made anew.
 """
@@ -20,6 +21,7 @@ from matplotlib import pyplot, ticker  # once the way to draw is chosen
 
 PAGE = pathlib.Path(__file__).parent.parent / "docs" / "performance.md"
 COLUMNS = 4  # of curves in the picture
+BUSY = 1.5   # programs that want a core, over a quarter of an hour
 
 
 def shown(figure):
@@ -31,9 +33,13 @@ def table(head, lines):
     return "\n".join("| " + " | ".join(row) + " |" for row in rows)
 
 
-def machine():
+def machine(minutes):
     memory = os.sysconf("SC_PAGE_SIZE") * os.sysconf("SC_PHYS_PAGES") / 2**30
-    return f"a machine with {os.cpu_count()} cores of {platform.machine()} and {memory:.0f} GB of memory, {platform.system()}."
+    busy = os.getloadavg()[2] / os.cpu_count()
+    return (f"a machine with {os.cpu_count()} cores of {platform.machine()} and {memory:.0f} GB of memory, {platform.system()}, "
+            + (f"which other work kept busy ({busy:.0f} programs for each core): see the processor time." if busy > BUSY
+               else "with nothing else to do.")
+            + f"\nAll benchmarks took {minutes} minutes.")
 
 
 def ratios(figures):
@@ -54,12 +60,13 @@ def growth(curves):
     lines = []
     for curve in curves:
         last = len(curve["points"]) - 1
-        for place, (size, _, cpu, peak) in enumerate(curve["points"]):
-            lines.append(["" if place else curve["name"], f"{size:,} {curve['unit']}", f"{cpu:.3f} s", f"{peak:.0f} MB",
+        for place, each in enumerate(curve["points"]):
+            lines.append(["" if place else curve["name"], f"{each['size']:,} {curve['unit']}", f"{each['user']:.3f} s",
+                          f"{each['kernel']:.3f} s", f"{each['peak']:.0f} MB",
                           f"{curve['slope']:.2f}" + ("" if curve["straight"] else " (bends)") if place == last else ""])
         if curve["ends"]:
             lines[-1][1] += f"; {curve['ends']}"
-    return table(["Curve", "size", "processor", "peak", "slope"], lines)
+    return table(["Curve", "size", "program", "kernel", "peak", "slope"], lines)
 
 
 def draw(curves, path):
@@ -68,25 +75,25 @@ def draw(curves, path):
     for place in axes.flat[len(curves):]:
         place.set_visible(False)
     for place, curve in zip(axes.flat, curves):
-        sizes, _, cpu, _ = zip(*curve["points"])
-        place.loglog(sizes, [cpu[-1] * size / sizes[-1] for size in sizes], color="0.75", linewidth=1, linestyle="--")
-        place.loglog(sizes, cpu, color="#1f5fa8", marker="o", markersize=3, linewidth=1.2)
+        sizes, user = ([each[what] for each in curve["points"]] for what in ("size", "user"))
+        place.loglog(sizes, [user[-1] * size / sizes[-1] for size in sizes], color="0.75", linewidth=1, linestyle="--")
+        place.loglog(sizes, user, color="#1f5fa8", marker="o", markersize=3, linewidth=1.2)
         place.set_title(f"{curve['name']}  ({curve['slope']:.2f})", fontsize=8)
         place.set_xlabel(curve["unit"], labelpad=1)
         for axis in (place.xaxis, place.yaxis):
-            axis.set_major_formatter(ticker.FuncFormatter(lambda value, _: f"{value:,.6g}"))
+            axis.set_major_formatter(ticker.FuncFormatter(lambda value, _: f"{value:,.0f}" if value >= 1 else f"{value:g}"))
         place.minorticks_off()
         place.grid(color="0.93")
-    figure.supylabel("seconds of processor; dashed: straight growth to the last point")
+    figure.supylabel("seconds of the program; dashed: straight growth to the last point")
     figure.savefig(path, metadata={"Date": None, "Creator": None})
 
 
-def main(kept, folder):
+def main(kept, folder, minutes):
     figures = [json.loads(line) for line in kept.read_text("utf-8").splitlines()]
     curves = [each for each in figures if each["kind"] == "curve"]
     (folder / "pictures").mkdir(parents=True, exist_ok=True)
     page = PAGE.read_text("utf-8")
-    for name, made in (("machine", machine()), ("ratios", ratios(figures)), ("limits", limits(figures)),
+    for name, made in (("machine", machine(minutes)), ("ratios", ratios(figures)), ("limits", limits(figures)),
                        ("growth", growth(curves))):
         head, rest = page.split(f"<!-- {name} -->\n")
         page = f"{head}<!-- {name} -->\n{made}\n<!-- end -->{rest.split('<!-- end -->', 1)[1]}"
@@ -96,4 +103,4 @@ def main(kept, folder):
 
 
 if __name__ == "__main__":
-    main(*map(pathlib.Path, sys.argv[1:3]))
+    main(*map(pathlib.Path, sys.argv[1:3]), sys.argv[3])

@@ -4,6 +4,7 @@
 # usage: bench/run.sh INSTALLATION FOLDER (of tarvik-play, and of the page)
 set -u
 missed=0
+started=$(date +%s)
 TARVIK_FIGURES=$(mktemp)
 export TARVIK_FIGURES
 trap 'rm -f "$TARVIK_FIGURES"' EXIT
@@ -12,5 +13,5 @@ for bench in bench/*_bench.py; do
     /usr/bin/python3 "$bench" "$1" || missed=1 # the one that Debian's packages serve
     echo
 done
-/usr/bin/python3 bench/report.py "$TARVIK_FIGURES" "$2" || missed=1
+/usr/bin/python3 bench/report.py "$TARVIK_FIGURES" "$2" $((($(date +%s) - started + 59) / 60)) || missed=1
 exit $missed
