@@ -23,21 +23,27 @@ wait_for() {
 
 # A screen of this size, as 1920x1080, with the window manager of this name where one is given.
 open_screen() {
-    Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3> "$work/display" 2> "$work/server.txt" &
-    server=$!
-    wait_for test -s "$work/display"
-    DISPLAY=:$(cat "$work/display")
-    LANG=zh_CN.UTF-8
-    export DISPLAY LANG HOME="$work" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work"
+    export DISPLAY
+    # Servers that start at the same time can take each other's number: such a one is started anew.
+    until [ -n "$server" ] && xdotool getmouselocation > /dev/null 2>&1; do
+        [ -z "$server" ] || kill "$server" 2> /dev/null || true
+        rm -f "$work/display"
+        Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp -noreset 3> "$work/display" 2> "$work/server.txt" &
+        server=$!
+        wait_for test -s "$work/display"
+        DISPLAY=:$(cat "$work/display")
+    done
+    LC_ALL=C.UTF-8 # Chinese names are typed
+    export LC_ALL HOME="$work" QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR="$work"
     [ -n "${2:-}" ] || return 0
     "$2" > "$work/manager.txt" 2>&1 &
     manager=$!
     wait_for xprop -root _NET_SUPPORTING_WM_CHECK
 }
 
-# Starts ./tarvik; its window is $main, and has grown.
+# Starts ./tarvik as a Chinese user would; its window is $main, and has grown.
 start_window() {
-    ./tarvik &
+    env -u LC_ALL LANG=zh_CN.UTF-8 ./tarvik &
     desktop=$!
     wait_for xdotool search --onlyvisible --name '^Tarvik'
     main=$(xdotool search --onlyvisible --name '^Tarvik' | head -n 1)

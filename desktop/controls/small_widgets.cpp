@@ -85,6 +85,12 @@ void FrameWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     paint_box(painter, rect(), palette().color(QPalette::Window), false);
     painter.setPen(palette().color(QPalette::WindowText));
+    const int room = width() - 2 * caption_left, needed = fontMetrics().horizontalAdvance(caption_) + 1;
+    if (needed > room && room > 0) { // a little, at small zooms
+        QFont smaller = font();
+        smaller.setPointSizeF(smaller.pointSizeF() * room / needed);
+        painter.setFont(smaller);
+    }
     painter.drawText(rect().adjusted(caption_left, caption_top, -caption_left, 0), Qt::AlignLeft | Qt::AlignTop,
                      caption_);
 }

@@ -124,8 +124,6 @@ void Form3Window::appear()
 
 void Form3Window::before_first_show()
 {
-    winId(); // the system's window must be there to belong to the other
-    windowHandle()->setTransientParent(main_window_.windowHandle());
     const Scale unzoomed{scale_.dots_per_inch};
     const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
     const SidePlace place = side_place({full, {full.width(), unzoomed.pixels(smallest_height)}}, scale_.zoom,
@@ -133,7 +131,9 @@ void Form3Window::before_first_show()
     scale_.zoom = place.zoom;
     set_zoom();
     resize(place.size.expandedTo(minimumSize()));
-    windowHandle()->setFramePosition(place.corner); // of the frame, though the system's window is there already
+    move(place.corner); // of the frame, as long as there is no window of the system's
+    winId();            // which must be there to belong to the other
+    windowHandle()->setTransientParent(main_window_.windowHandle());
 }
 
 } // namespace tarvik
