@@ -39,28 +39,13 @@ ScratchFile::ScratchFile(Program& program, TextView name, bool told)
     : program_(program), path_(installed(program, name)), told_(told)
 {
     if (!run_is_on(program_.form1)) program_.scratch_failures.clear();
-    guarded([this] { open(); });
+    guarded([this] { clear(); });
     tell_failure();
-}
-
-ScratchFile::~ScratchFile()
-{
-    if (!file_) return;
-    try {
-        clear();
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): an old view that stays harms nobody
-    }
-}
-
-void ScratchFile::open()
-{
-    if (!file_) file_ = program_.platform.files.open_for_output(path_);
 }
 
 void ScratchFile::clear()
 {
-    open();
-    const auto file = std::move(file_);
+    const auto file = program_.platform.files.open_for_output(path_);
     file->write(cleared_line);
     file->close();
 }
@@ -86,8 +71,7 @@ void ScratchFile::tell_failure()
 void ScratchFile::write_all(const LineSource& lines)
 {
     if (lines.is_longer_than(most_bytes)) throw too_long(path_);
-    open();
-    const auto file = std::move(file_);
+    const auto file = program_.platform.files.open_for_output(path_);
     std::string rendered, leaving;
     std::future<void> left;
     const std::size_t count = lines.line_count();

@@ -2,7 +2,6 @@
 
 #include "mainwindow/mainwindow.h"
 
-#include <memory>
 #include <optional>
 
 namespace tarvik {
@@ -14,12 +13,9 @@ public:
     /// A view beyond this many bytes is told and not written.
     static constexpr std::size_t most_bytes = std::size_t{1} << 30;
 
-    /// Opens the file, which holds one line with a CR in the end unless something is written. `told` is for an
-    /// operation that has several files: the user has heard of the folder already.
+    /// Clears the file, as every operation does first: one line that holds a CR. `told` is for an operation that clears
+    /// several files: the user has heard of the folder already.
     ScratchFile(Program& program, TextView name, bool told = false);
-    ~ScratchFile();
-    ScratchFile(ScratchFile&&) = default;
-    ScratchFile& operator=(ScratchFile&&) = delete;
 
     /// Cuts the file and writes the view.
     void write(const LineSource& lines);
@@ -32,13 +28,11 @@ public:
 private:
     template <typename Work>
     void guarded(Work&& work);
-    void open();
     void clear();
     void write_all(const LineSource& lines);
 
     Program& program_;
     Text path_;
-    std::unique_ptr<OutputFile> file_; ///< until something is written
     bool told_ = false;
     bool failed_ = false;
     std::optional<Text> failure_; ///< that has not been told yet
