@@ -44,23 +44,35 @@ std::shared_ptr<LibreOffice::Session> LibreOffice::session_for_file()
         last_use_ = std::chrono::steady_clock::now();
         const bool is_worn = session_ && session_->files_opened >= settings_.most_files && session_->files_open == 0;
         if (session_ && (is_worn || session_->process->has_ended())) drop_session();
+        if (session_) return session_;
     }
-    if (!session_) start();
-    return session_;
+    return start();
 }
 
-void LibreOffice::start()
+std::shared_ptr<LibreOffice::Session> LibreOffice::start()
 {
     Plugin& plugin = load_plugin(settings_.plugin);
+    std::shared_ptr<Session> session;
     try {
-        session_ = std::make_shared<Session>(std::make_unique<OfficeProcess>(plugin.program_folder(), folder()));
+        session = std::make_shared<Session>(std::make_unique<OfficeProcess>(plugin.program_folder(), folder()));
     } catch (const std::system_error& error) {
         throw ooxml::Damage(suite_title() + U" 无法启动（" + from_utf8(error.code().message()) + U"）。");
     }
+    {
+        const std::lock_guard lock(mutex_);
+        session_ = session;
+        last_use_ = std::chrono::steady_clock::now();
+    }
     if (!worker_) worker_.emplace(settings_.until_rest, [this] { return rest(); });
-    const auto session = session_;
     run(
         *session, [&] { connect(*session, plugin); }, settings_.start_limit);
+    return session;
+}
+
+bool LibreOffice::is_current(const Session& session)
+{
+    const std::lock_guard lock(mutex_);
+    return session_.get() == &session;
 }
 
 void LibreOffice::connect(Session& session, Plugin& plugin)
@@ -73,7 +85,7 @@ void LibreOffice::connect(Session& session, Plugin& plugin)
 
 void LibreOffice::run(Session& session, const std::function<void()>& work, Worker::Time limit)
 {
-    if (&session != session_.get()) throw ooxml::Damage(suite_title() + U" 已经重新启动，这个文件没有保存。");
+    if (!is_current(session)) throw ooxml::Damage(suite_title() + U" 已经重新启动，这个文件没有保存。");
     bool took_too_long = false;
     const auto too_long = [&] {
         took_too_long = true;

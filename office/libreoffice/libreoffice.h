@@ -5,6 +5,7 @@
 #include "office/libreoffice/worker.h"
 #include "office/packages/temporary_folder.h"
 
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <type_traits>
@@ -50,7 +51,8 @@ private:
         explicit Session(std::unique_ptr<OfficeProcess> started) : process(std::move(started)) {}
         std::unique_ptr<OfficeProcess> process;
         std::unique_ptr<Connection> connection;
-        int files_opened = 0, files_open = 0;
+        int files_opened = 0;
+        std::atomic<int> files_open = 0; ///< the thread looks at it, too
     };
     using Opening = std::function<std::unique_ptr<OpenFile>(Connection&)>;
 
@@ -58,7 +60,8 @@ private:
     Handle<Kind> open_by(std::unique_ptr<Kind> (Connection::*open)(const std::filesystem::path&),
                          const std::filesystem::path& path);
     std::shared_ptr<Session> session_for_file();
-    void start();
+    std::shared_ptr<Session> start();
+    bool is_current(const Session& session);
     void connect(Session& session, Plugin& plugin);
     void run(Session& session, const std::function<void()>& work, Worker::Time limit);
     void end(const Session& session);
