@@ -59,6 +59,11 @@ for number in range(12):
     for name in ("columns", "text_queries", "look_ups"):
         write(name, f"choices{number}", row)
 
+# Matches side by side and apart, for the marks and for sentences.
+for number, sentence in enumerate((0, 1)):
+    write("text_queries", f"side_by_side{number}",
+          bytes([0, 0, sentence, 1, 0, 14, 0, 0, 0, 2, 0, 1, 0, 0, 8, 0, 9, 0, 0, 0, 0]))
+
 # The samples' scripts.
 samples = here.parent.parent / "installation"
 for script in sorted(samples.glob("*.play")):

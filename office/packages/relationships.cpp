@@ -41,6 +41,11 @@ std::string written_target(std::string_view source, std::string_view target)
     return "/" + std::string(target);
 }
 
+bool is_internal(pugi::xml_node node)
+{
+    return is_named(node, "Relationship") && attribute_text(node, "TargetMode") != "External";
+}
+
 constexpr const char* no_relationships =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
@@ -65,7 +70,7 @@ Relationships::Relationships(const Package& package, std::string_view source) : 
     const auto& contents = package.part(name);
     part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships", Vocabulary::Relationships);
     for (const auto node : part_->root().children()) {
-        if (!is_named(node, "Relationship") || attribute_text(node, "TargetMode") == "External") continue;
+        if (!is_internal(node)) continue;
         all_.push_back({attribute_text(node, "Id"), attribute_text(node, "Type"),
                         resolved(source, attribute_text(node, "Target"))});
     }
@@ -116,20 +121,21 @@ std::string Relationships::add(std::string_view type, std::string_view target)
 
 void Relationships::remove_if(const std::function<bool(const Relationship&)>& is_picked)
 {
-    std::set<std::string> ids;
-    for (const auto& one : all_) {
-        if (is_picked(one)) ids.insert(one.id);
-    }
-    if (ids.empty()) return;
-    for (auto node = part_->root().first_child(); node;) {
+    if (!part_) return;
+    // Each by its place among them: damaged packages give one id to several.
+    std::vector<Relationship> left;
+    auto one = all_.begin();
+    for (auto node = part_->root().first_child(); node && one != all_.end();) {
         const auto next = node.next_sibling();
-        if (is_named(node, "Relationship") && ids.contains(attribute_text(node, "Id"))) {
-            remove_element(part_->root(), node);
+        if (is_internal(node)) {
+            if (is_picked(*one)) remove_element(part_->root(), node);
+            else left.push_back(std::move(*one));
+            ++one;
         }
         node = next;
     }
-    part_->changed = true;
-    std::erase_if(all_, [&](const auto& one) { return ids.contains(one.id); });
+    part_->changed = part_->changed || left.size() < all_.size();
+    all_ = std::move(left);
     index_ids();
 }
 

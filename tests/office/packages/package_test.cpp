@@ -88,6 +88,20 @@ TEST(Package, a_part_can_be_added_while_the_first_one_goes)
               (Parts{picture_ahead[1], picture_ahead[2], {"d.xml", "<d/>"}}));
 }
 
+TEST(Relationships, those_of_a_damaged_package_that_share_an_id_go_one_by_one)
+{
+    const std::string kept = "<Relationship Id=\"a\" Type=\"x/styles\" Target=\"s.xml\"/>";
+    const std::string outside = "<Relationship Id=\"a\" Type=\"x/chain\" Target=\"c.xml\" TargetMode=\"External\"/>";
+    const std::string gone = "<Relationship Id=\"a\" Type=\"x/chain\" Target=\"c.xml\"/>";
+    const Package package(
+        make_package({{"_rels/.rels", "<Relationships>" + gone + outside + kept + "</Relationships>"}}));
+    ooxml::Relationships relationships(package, "");
+    relationships.remove_if([](const ooxml::Relationship& one) { return one.kind() == "chain"; });
+    ASSERT_EQ(relationships.all().size(), 1U);
+    EXPECT_EQ(relationships.all().front().kind(), "styles");
+    EXPECT_EQ(relationships.part()->print(), "<Relationships>" + outside + kept + "</Relationships>");
+}
+
 TEST(PackageEditor, adds_parts_with_what_the_package_must_say_of_them)
 {
     const std::string types = "<Types><Default Extension=\"xml\" ContentType=\"application/xml\"/>"
