@@ -105,8 +105,7 @@ void Desktop::event_ended()
 {
     screen_.end_progress();
     show();
-    const std::size_t saved = program_.run.files.size();
-    if (saved > std::exchange(saved_, saved) && !runs_) { // by a command that was done at once
+    if (!runs_ && !program_.run.files.empty() && told_ != saved()) { // by a command that was done at once
         stopped_ = false;
         show_run_end();
     }
@@ -135,7 +134,7 @@ void Desktop::show_status(bool runs)
 
 void Desktop::show_run_end()
 {
-    saved_ = program_.run.files.size();
+    told_ = saved();
     form1_.status().show_end(run_end(program_, stopped_));
     QApplication::alert(&form1_);
 }

@@ -41,6 +41,7 @@ private:
     void show_batch_progress();
     void show_status(bool runs);
     void show_run_end();
+    std::pair<int, std::size_t> saved() const { return {program_.run.number, program_.run.files.size()}; }
 
     DiskFiles files_;
     ChineseTexts chinese_;
@@ -67,7 +68,7 @@ private:
     ManualWindow manual_;
     ModelTimers timers_;
     ContextMenu menu_;
-    std::size_t saved_ = 0;               // files of the run that were told of
+    std::pair<int, std::size_t> told_;    // the run whose files were told of last, and how many they were
     bool runs_ = false, stopped_ = false; // a run was on when the windows were shown last; it was wished to stop
 };
 

@@ -17,7 +17,8 @@ struct OpenedFile {
 /// What is known of the report run in progress, or of the last one, beside the members of the main window: what a clerk
 /// asks when it is over.
 struct RunRecord {
-    CalendarTime started;
+    int number = 0; ///< of this run since the program started
+    CalendarTime started{};
     std::vector<Text> files{}; ///< saved, in their order, as the program names them
     struct Passed {
         Text key, reason;

@@ -148,10 +148,15 @@ void close_sheet(Program& program)
     form1.sheetno += 1;
 }
 
+void begin_record(Program& program)
+{
+    program.run = RunRecord{.number = program.run.number + 1, .started = program.platform.clock.now()};
+}
+
 void set_run_title(Program& program)
 {
     Form1& form1 = program.form1;
-    program.run = RunRecord{.started = program.platform.clock.now()};
+    begin_record(program);
     show_caption(program, U"Tarvik 计算 ");
     form1.runtitle = form1.window.caption() + U" " + run_time(program) + U"←" + U"start:";
 }

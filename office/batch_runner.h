@@ -40,6 +40,8 @@ struct TimerTable {
     std::span<const OwnTick> own_ticks;
 };
 
+/// What is known of an earlier run is forgotten; a new one begins now.
+void begin_record(Program& program);
 /// Turns a family's timer on and sets the run to its beginning.
 void start_run(Program& program, Timer& timer);
 /// Whether any of the batch timers is on.

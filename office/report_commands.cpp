@@ -116,7 +116,7 @@ void run_report(Program& program, const ReportCommand& command)
 {
     if (command.prepare) command.prepare(program);
     if (!agreed(program, command) || !design_loaded(program, command)) return;
-    program.run = RunRecord{.started = program.platform.clock.now()};
+    begin_record(program);
     if (command.title_first) set_job_title(program);
     if (!make_table(program, command)) return;
     if (command.timer) start_run(program, program.form1.*command.timer);
