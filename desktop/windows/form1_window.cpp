@@ -53,7 +53,7 @@ Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
       layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
       status_([this] { wish_stop(this->front()); }, *this),
       find_bar_([this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this),
-      opening_(*this, [this] { post_resize(size()); })
+      growth_(*this, [this] { post_resize(size()); })
 {
     ControlMaker maker(front, focus, layout_);
     ControlMaker number_maker(number_front_, focus, layout_);
@@ -207,13 +207,13 @@ void Form1Window::before_first_show()
     place_main_window(*this, scale_.size(front().program.form3.window));
     query_box_->setFocus(Qt::OtherFocusReason);
     query_box_->selectAll();
-    opening_.begin(size());
+    growth_.begin(size());
 }
 
 void Form1Window::resizeEvent(QResizeEvent* event)
 {
     place();
-    if (!opening_.running()) FormWindow::resizeEvent(event);
+    if (!growth_.running()) FormWindow::resizeEvent(event);
 }
 
 void Form1Window::mousePressEvent(QMouseEvent* event)

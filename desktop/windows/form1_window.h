@@ -3,10 +3,10 @@
 #include "desktop/controls/control_maker.h"
 #include "desktop/windows/find_bar.h"
 #include "desktop/windows/form_window.h"
-#include "desktop/windows/opening.h"
 #include "desktop/windows/progress_line.h"
 #include "desktop/windows/query_aid.h"
 #include "desktop/windows/status_line.h"
+#include "desktop/windows/window_growth.h"
 
 namespace tarvik {
 
@@ -43,7 +43,7 @@ public:
 
 protected:
     void before_first_show() override;
-    QSize picture_size() const override { return opening_.running() ? opening_.full() : size(); }
+    QSize picture_size() const override { return growth_.running() ? growth_.full() : size(); }
     void take_size(QSize size) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -76,7 +76,7 @@ private:
     std::optional<QueryAid> query_aid_;
     FindBar find_bar_;
     QLabel* key_hint_ = nullptr;
-    Opening opening_;
+    WindowGrowth growth_;
     QSizeF full_size_; // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;

@@ -72,6 +72,13 @@ void edit_part(Parts& parts, const std::string& name, const std::string& from, c
     }
 }
 
+std::string repeated(std::string_view text, int count)
+{
+    std::string all;
+    for (; count > 0; --count) all += text;
+    return all;
+}
+
 void spoil(std::string& bytes, std::mt19937& random)
 {
     const std::string marks = "<>/\"'&;=:!? rcvfwpt019\r\n";

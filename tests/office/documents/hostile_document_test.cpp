@@ -7,18 +7,7 @@
 /// the square of what they hold.
 namespace tarvik::test {
 
-namespace {
-
 using namespace ooxml;
-
-std::string repeated(const std::string& text, int count)
-{
-    std::string all;
-    for (; count > 0; --count) all += text;
-    return all;
-}
-
-} // namespace
 
 TEST(HostileDocument, numbers_of_drawings_are_sought_once_in_each_part)
 {

@@ -12,13 +12,6 @@ namespace {
 
 using namespace ooxml;
 
-std::string repeated(const std::string& text, int count)
-{
-    std::string all;
-    for (; count > 0; --count) all += text;
-    return all;
-}
-
 std::shared_ptr<const Package> packed(const Parts& parts)
 {
     return std::make_shared<const Package>(make_package(parts));

@@ -92,11 +92,6 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
 
 TEST(BadFile, what_would_fill_the_memory_is_refused_before_it_does)
 {
-    const auto repeated = [](const std::string& text, int count) {
-        std::string all;
-        for (int i = 0; i < count; ++i) all += text;
-        return all;
-    };
     const std::string sheet1 = "xl/worksheets/sheet1.xml";
     const std::string cell = "<c r=\"A1\" t=\"inlineStr\"><is><t>";
     const std::string bombs[] = {

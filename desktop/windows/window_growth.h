@@ -10,10 +10,10 @@ namespace tarvik {
 
 /// The window grows to its size when the program starts. Any key or mouse button ends the growing at once, and whatever
 /// the user does then counts. Where nobody looks, or animations are switched off, there is none.
-class Opening final : public QObject {
+class WindowGrowth final : public QObject {
 public:
     /// `done` is called when the window has its full size.
-    Opening(QWidget& window, std::function<void()> done);
+    WindowGrowth(QWidget& window, std::function<void()> done);
 
     /// Begins with the window that is about to be shown. Gives whether it grows.
     bool begin(QSize full);

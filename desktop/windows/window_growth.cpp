@@ -1,4 +1,4 @@
-#include "desktop/windows/opening.h"
+#include "desktop/windows/window_growth.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -14,7 +14,7 @@ constexpr double first_part = 0.5; // of the full size
 
 } // namespace
 
-Opening::Opening(QWidget& window, std::function<void()> done) : window_(window), done_(std::move(done))
+WindowGrowth::WindowGrowth(QWidget& window, std::function<void()> done) : window_(window), done_(std::move(done))
 {
     animation_.setDuration(milliseconds);
     animation_.setStartValue(first_part);
@@ -25,7 +25,7 @@ Opening::Opening(QWidget& window, std::function<void()> done) : window_(window),
     connect(&animation_, &QVariantAnimation::finished, this, [this] { finish(); });
 }
 
-bool Opening::begin(QSize full)
+bool WindowGrowth::begin(QSize full)
 {
     const bool watched = QGuiApplication::platformName() != "offscreen";
     if (!watched || window_.style()->styleHint(QStyle::SH_Widget_Animate) == 0) return false;
@@ -36,7 +36,7 @@ bool Opening::begin(QSize full)
     return true;
 }
 
-bool Opening::eventFilter(QObject* watched, QEvent* event)
+bool WindowGrowth::eventFilter(QObject* watched, QEvent* event)
 {
     const bool acts = event->type() == QEvent::KeyPress || event->type() == QEvent::MouseButtonPress;
     if (acts && running()) {
@@ -46,7 +46,7 @@ bool Opening::eventFilter(QObject* watched, QEvent* event)
     return QObject::eventFilter(watched, event);
 }
 
-void Opening::finish()
+void WindowGrowth::finish()
 {
     qApp->removeEventFilter(this);
     window_.resize(full_);

@@ -1,0 +1,191 @@
+#include "tests/desktop/desktop_fixture.h"
+
+#include "events/commands.h"
+
+#include <QLabel>
+#include <QTextBlock>
+
+namespace tarvik::test {
+namespace {
+
+using DesktopKeyboard = DesktopFixture;
+
+TEST_F(DesktopKeyboard, commands_are_offered_as_they_are_typed)
+{
+    start();
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    auto& list = find<CommandList>("commands");
+    box.selectAll();
+    type("Form1.Text1(1)", "A");
+    EXPECT_FALSE(list.isVisible());
+    type("Form1.Text1(1)", "n");
+    EXPECT_TRUE(list.isVisible());
+    EXPECT_GT(list.count(), 15);
+    type("Form1.Text1(1)", " test");
+    EXPECT_EQ(list.count(), 3);
+    QTest::keyClick(&box, Qt::Key_Down);
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(form1().query_box().text(), U"An testsesame A");
+    EXPECT_EQ(list.count(), 3) << "the list stays while it is walked through";
+    QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_FALSE(list.isVisible());
+    EXPECT_TRUE(box.hasFocus());
+    EXPECT_EQ(box.text(), "An testsesame A");
+    QTest::keyClick(&box, Qt::Key_Backspace);
+    EXPECT_EQ(form1().query_box().text(), U"An testsesame ");
+}
+
+TEST_F(DesktopKeyboard, every_control_has_a_name_and_f1_the_manual)
+{
+    start();
+    for (const QWidget* widget : desktop->main_window().findChildren<QWidget*>())
+        if (widget->objectName().startsWith("Form1.") && dynamic_cast<const QLabel*>(widget) == nullptr) {
+            EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+        }
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_F1);
+    auto& manual = find<QTextBrowser>("manual");
+    EXPECT_TRUE(manual.isVisible());
+    EXPECT_TRUE(manual.toPlainText().contains("An docket"));
+    EXPECT_TRUE(manual.textCursor().block().text().contains("阅读与查寻"));
+    QTest::keyClick(&manual, Qt::Key_Escape);
+    EXPECT_FALSE(manual.isVisible());
+}
+
+TEST_F(DesktopKeyboard, f1_opens_the_manual_where_the_clerk_is)
+{
+    start();
+    QWidget& box = find("Form1.Text1(1)");
+    const auto heading_after = [&](QWidget& at) {
+        QTest::keyClick(&in_front(at), Qt::Key_F1);
+        auto& manual = find<QTextBrowser>("manual");
+        const QString heading = manual.textCursor().block().text();
+        QTest::keyClick(&in_front(manual), Qt::Key_F1);
+        EXPECT_FALSE(manual.isVisible()) << "the key also closes it";
+        return heading;
+    };
+    for (const auto& [typed, heading] : {std::pair("An docket", "批量出单"),
+                                         {"An kqtest", "数据列"},
+                                         {"An order", "送修单"},
+                                         {"An appear", "设计器"},
+                                         {"x", "阅读与查寻"}}) {
+        form1().query_box().set_text(from_qt(typed));
+        EXPECT_TRUE(heading_after(box).contains(heading)) << typed;
+    }
+    click("Form1.Command6");
+    EXPECT_TRUE(heading_after(box).contains("数据列"));
+    click("Form1.Command3");
+    EXPECT_TRUE(heading_after(find("Form4.Text1(0)")).contains("设计器"));
+    QTest::keyClick(&in_front(find("Form4.Text1(0)")), Qt::Key_F6);
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+}
+
+TEST_F(DesktopKeyboard, pages_and_results_are_walked_by_keys)
+{
+    installation.write("a.txt", "plum one.\r\nplum two.\r\nplum three.\r\n");
+    start();
+    form1().page_size_box().set_text(U"11");
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    QWidget& box = in_front(find("Form1.Text1(1)"));
+    expect_box("确定"); // the reading begins
+    QTest::keyClick(&box, Qt::Key_PageDown, Qt::ControlModifier);
+    QTest::keyClick(&in_front(box), Qt::Key_PageDown, Qt::ControlModifier);
+    const double first = form1().pageno;
+    QTest::keyClick(&box, Qt::Key_PageDown, Qt::ControlModifier);
+    EXPECT_EQ(form1().pageno, first + 1);
+    QTest::keyClick(&box, Qt::Key_PageUp, Qt::ControlModifier);
+    EXPECT_EQ(form1().pageno, first);
+    click("Form1.Option3");
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", "plum\r");
+    QTest::keyClick(&in_front(box), Qt::Key_Right, Qt::AltModifier);
+    const Text one = form1().RichTextBox1.text().str();
+    QTest::keyClick(&box, Qt::Key_Right, Qt::AltModifier);
+    const Text two = form1().RichTextBox1.text().str();
+    EXPECT_NE(two, one);
+    // The first step back shows the same result again.
+    for (int i = 0; i < 2; ++i) QTest::keyClick(&box, Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(form1().RichTextBox1.text().str(), one);
+    EXPECT_TRUE(box.hasFocus());
+}
+
+TEST_F(DesktopKeyboard, the_keyboard_reaches_everything)
+{
+    std::string lines;
+    for (int i = 0; i < 500; ++i) lines += "line " + std::to_string(i) + "\r\n";
+    installation.write("coclus.txt", lines);
+    start();
+    QWidget& box = find("Form1.Text1(1)");
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    QTest::keyClick(&box, Qt::Key_Down);
+    EXPECT_EQ(shown_lines(pane).front(), "line 1");
+    QTest::keyClick(&box, Qt::Key_PageDown);
+    EXPECT_EQ(shown_lines(pane).front(), QString("line %1").arg(pane.area().whole_rows()));
+    QTest::keyClick(&box, Qt::Key_PageUp);
+    QTest::keyClick(&box, Qt::Key_Up);
+    EXPECT_EQ(shown_lines(pane).front(), "line 0");
+    EXPECT_TRUE(box.hasFocus());
+    QTest::keyClick(&box, Qt::Key_F6);
+    EXPECT_TRUE(pane.hasFocus());
+    QTest::keyClick(&pane, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClicks(&find("findText"), "LINE 49");
+    QTest::keyClick(&find("findText"), Qt::Key_Return);
+    EXPECT_EQ(form1().RichTextBox2.selected_text().str(), U"line 49");
+    QTest::keyClick(&find("findText"), Qt::Key_F3);
+    QTest::keyClick(&find("findText"), Qt::Key_F3);
+    EXPECT_EQ(form1().RichTextBox2.selection().start.offset(), lines.find("line 491"));
+    QTest::keyClick(&find("findText"), Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(form1().RichTextBox2.selection().start.offset(), lines.find("line 490"));
+    QTest::keyClick(&find("findText"), Qt::Key_Escape);
+    EXPECT_TRUE(box.hasFocus());
+    const double height = pane.area().shown().front().row.height;
+    const TextWidget& number = find<TextWidget>("Form1.Text1(2)");
+    const double number_height = number.area().shown().front().row.height;
+    QTest::keyClick(&box, Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_GT(pane.area().shown().front().row.height, height);
+    EXPECT_EQ(number.area().shown().front().row.height, number_height) << "the number box is no pane";
+    QTest::keyClick(&box, Qt::Key_0, Qt::ControlModifier);
+    EXPECT_EQ(pane.area().shown().front().row.height, height);
+    expect_file({});
+    QTest::keyClick(&box, Qt::Key_O, Qt::ControlModifier);
+    EXPECT_TRUE(all_answered());
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+    QTest::keyClick(&box, Qt::Key_F8);
+    EXPECT_TRUE(wait_until([&] { return find("Form3.Text1(5)").hasFocus(); }));
+    QTest::keyClick(&find("Form3.Text1(5)"), Qt::Key_F8);
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+}
+
+TEST_F(DesktopKeyboard, a_line_end_is_typed_into_the_number_box)
+{
+    start();
+    find("Form1.Text1(2)").setFocus();
+    QTest::keyClick(&find("Form1.Text1(2)"), Qt::Key_A, Qt::ControlModifier);
+    type("Form1.Text1(2)", "。");
+    QTest::keyClick(&find("Form1.Text1(2)"), Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(form1().number_box().text(), U"。\r\n");
+    EXPECT_TRUE(boxes.isEmpty()) << "no query began";
+}
+
+TEST_F(DesktopKeyboard, the_preset_goes_with_the_first_key_after_opening)
+{
+    installation.write("a.txt", "one\r\n");
+    start();
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_End);
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    type("Form1.Text1(1)", "An docket");
+    EXPECT_EQ(form1().query_box().text(), U"An docket");
+}
+
+TEST(CommandHelp, has_a_line_for_every_command)
+{
+    std::vector<std::u32string_view> helped;
+    for (const CommandHelp& row : command_help()) helped.push_back(row.command);
+    const CommandTable commands = report_commands();
+    for (const auto& row : commands.immediate) EXPECT_EQ(std::ranges::count(helped, row.text), 1) << to_utf8(row.text);
+    for (const auto& row : commands.reports) EXPECT_EQ(std::ranges::count(helped, row.text), 1) << to_utf8(row.text);
+}
+
+} // namespace
+} // namespace tarvik::test
