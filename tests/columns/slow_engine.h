@@ -60,8 +60,14 @@ public:
                 if (!rowhits(a).empty() && rowhits(a) == rowhits(b)) rowhits(a).clear(), ++duplicates;
         Row& rows = comp ? sugrow : sufrow;
         Text file;
-        for (std::size_t a = 0; a <= h; ++a)
-            if (a == h || !rowhits(a).empty()) file += rows(n++) = tab + rowhits(a) + tab, file += line_end;
+        for (std::size_t a = 0; a <= h; ++a) {
+            if (a != h && rowhits(a).empty()) continue;
+            rows(n) = tab;
+            rows(n) += rowhits(a);
+            rows(n) += tab;
+            file += rows(n++);
+            file += line_end;
+        }
         files["betweenp.txt"].clear();
         if (showdata) show("betweenp.txt", file);
         if (comp) sugcount = sugrows = n - 1;
@@ -183,7 +189,10 @@ public:
         for (std::size_t i = 0; i <= std::min(sufcount, sugcount); ++i) {
             const Text &a = suf(i)(sufcol), &b = sug(i)(sugcol);
             if (a.empty() || b.empty() || (a == b) != equal) continue;
-            file += b + (equal ? U"＝\t" : U"≠\t") + sufrow(i) + line_end;
+            file += b;
+            file += equal ? U"＝\t" : U"≠\t";
+            file += sufrow(i);
+            file += line_end;
             compcount += 1;
         }
         box = number_text(compcount);
@@ -227,7 +236,12 @@ public:
             bool found = false;
             for (std::size_t k = 1; !needle.empty() && k <= f.size(); ++k)
                 found = found || mid(f, k, needle.size()) == TextView(needle);
-            if (found) file += sufrow(r) + tab + mid(f, from, to + 1 - from) + line_end, ++count;
+            if (!found) continue;
+            file += sufrow(r);
+            file += tab;
+            file += mid(f, from, to + 1 - from).str();
+            file += line_end;
+            ++count;
         }
         show("between5.txt", file);
         box = text(count);
