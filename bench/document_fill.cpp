@@ -7,8 +7,8 @@
 // ENGINE is ooxml or libreoffice. Prints the seconds; a report ahead, which starts the engine, does not count.
 
 #include "office/engines.h"
-#include "platform/disk_files.h"
 #include "platform/failure.h"
+#include "platform/files/disk_files.h"
 
 #include <chrono>
 #include <iostream>

@@ -6,7 +6,7 @@
 // 300 cells of that file are written COUNT times, each time into a file of its own. Prints the seconds.
 
 #include "office/engines.h"
-#include "platform/disk_files.h"
+#include "platform/files/disk_files.h"
 
 #include <chrono>
 #include <iostream>

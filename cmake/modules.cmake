@@ -61,7 +61,7 @@ function(tarvik_character_tables)
     OUTPUT ${tables}
     COMMAND ${HOST_COMPILER} -std=c++20 -I${PROJECT_SOURCE_DIR} -o ${writer} ${sources}
     COMMAND ${writer} ${tables}
-    DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/platform/system_characters.h
+    DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/platform/text/system_characters.h
     VERBATIM)
   target_sources(platform PRIVATE ${tables})
 endfunction()

@@ -1,6 +1,6 @@
 #include "columns/notes.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 namespace tarvik {
 

@@ -1,6 +1,6 @@
 #include "columns/row_scan.h"
 
-#include "platform/occurrences.h"
+#include "platform/text/occurrences.h"
 
 #include <algorithm>
 

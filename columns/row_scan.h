@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/substring_index.h"
+#include "platform/text/substring_index.h"
 
 #include <vector>
 

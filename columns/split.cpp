@@ -3,7 +3,7 @@
 #include "columns/views.h"
 
 #include "platform/background.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "columns/views.h"
 
 #include "columns/prefetch.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 namespace tarvik {
 

@@ -2,7 +2,7 @@
 
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <algorithm>
 

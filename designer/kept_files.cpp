@@ -5,7 +5,7 @@
 #include "office/batch_runner.h"
 #include "office/folder_walk.h"
 #include "office/sheet_path.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <set>
 #include <unordered_map>

@@ -9,7 +9,7 @@
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
 #include "desktop/windows/manual_window.h"
-#include "platform/disk_files.h"
+#include "platform/files/disk_files.h"
 #include "platform/system_clock.h"
 
 #include <chrono>

@@ -1,8 +1,8 @@
 #include "desktop/desktop.h"
 #include "desktop/look/window_icon.h"
+#include "platform/files/working_folder.h"
 #include "platform/program_start.h"
 #include "platform/version.h"
-#include "platform/working_folder.h"
 
 #include <QApplication>
 #include <QFileInfo>

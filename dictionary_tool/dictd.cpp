@@ -1,6 +1,6 @@
 #include "dictionary_tool/dictionary_source.h"
 
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
 #include "dictionary_tool/dictionary_files.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "dictionary_tool/dictionary_source.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 #include "reading/dictionary_layout.h"
 
 #include <map>

@@ -2,7 +2,7 @@
 
 #include "dictionary_tool/open_gzip.h"
 #include "platform/failure.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <array>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "dictionary_tool/dictionary_files.h"
-#include "platform/disk_files.h"
 #include "platform/failure.h"
-#include "platform/path_text.h"
+#include "platform/files/disk_files.h"
+#include "platform/files/path_text.h"
 #include "platform/program_start.h"
 #include "platform/version.h"
 

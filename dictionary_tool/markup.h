@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace tarvik {
 

@@ -1,7 +1,7 @@
 #include "dictionary_tool/dictionary_source.h"
 #include "dictionary_tool/markup.h"
 #include "platform/failure.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <map>
 #include <optional>

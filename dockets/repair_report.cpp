@@ -4,7 +4,7 @@
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
 #include "office/keyed_scans.h"
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 
 namespace tarvik {
 

@@ -1,7 +1,7 @@
 #include "designer/design/design.h"
 #include "designer/design/transfers.h"
 #include "fuzz/target.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/support/test_program.h"
 
 namespace tarvik::fuzz {

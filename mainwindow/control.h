@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/position.h"
-#include "platform/text.h"
+#include "platform/text/position.h"
+#include "platform/text/text.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
 #include "mainwindow/document_cache.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 namespace tarvik {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/document.h"
-#include "platform/file_cache.h"
+#include "platform/files/file_cache.h"
+#include "platform/text/document.h"
 
 namespace tarvik {
 

@@ -1,5 +1,5 @@
 #include "mainwindow/pane_text.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <algorithm>
 

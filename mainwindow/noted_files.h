@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mainwindow/form1.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 namespace tarvik {
 

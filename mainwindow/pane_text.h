@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/document.h"
-#include "platform/position.h"
+#include "platform/text/document.h"
+#include "platform/text/position.h"
 
 #include <functional>
 #include <memory>

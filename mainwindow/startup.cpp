@@ -1,7 +1,7 @@
 #include "mainwindow/mainwindow.h"
 
 #include "mainwindow/installation_files.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <functional>
 #include <new>

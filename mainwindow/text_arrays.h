@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/document.h"
 #include "platform/failure.h"
+#include "platform/text/document.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "office/character_list.h"
 
 #include "mainwindow/installation_files.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 namespace tarvik {
 

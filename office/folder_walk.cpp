@@ -1,6 +1,6 @@
 #include "office/folder_walk.h"
 
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 
 namespace tarvik {
 

@@ -3,8 +3,8 @@
 #include "mainwindow/installation_files.h"
 #include "office/folder_walk.h"
 #include "office/tasks.h"
-#include "platform/code_page.h"
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
+#include "platform/text/code_page.h"
 
 namespace tarvik {
 

@@ -1,7 +1,7 @@
 #include "office/sheet_path.h"
 
-#include "platform/file_name.h"
-#include "platform/own_names.h"
+#include "platform/files/file_name.h"
+#include "platform/files/own_names.h"
 
 namespace tarvik {
 

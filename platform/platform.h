@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/files.h"
-#include "platform/text.h"
+#include "platform/files/files.h"
+#include "platform/text/text.h"
 
 #include <cstdint>
 #include <functional>

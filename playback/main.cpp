@@ -1,8 +1,8 @@
+#include "platform/files/path_text.h"
+#include "platform/files/working_folder.h"
 #include "platform/large_blocks/large_blocks.h"
-#include "platform/path_text.h"
 #include "platform/program_start.h"
 #include "platform/version.h"
-#include "platform/working_folder.h"
 #include "playback/player.h"
 
 #include <fstream>

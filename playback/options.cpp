@@ -1,7 +1,7 @@
 #include "playback/options.h"
 
-#include "platform/path_text.h"
-#include "platform/system_paths.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "playback/virtual_clock.h"
 
 namespace tarvik {

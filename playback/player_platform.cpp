@@ -1,8 +1,8 @@
 #include "playback/player_platform.h"
 
 #include "platform/failure.h"
-#include "platform/file_name.h"
-#include "platform/path_text.h"
+#include "platform/files/file_name.h"
+#include "platform/files/path_text.h"
 #include "playback/values.h"
 
 #include <utility>

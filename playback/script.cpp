@@ -1,6 +1,6 @@
 #include "playback/script.h"
 
-#include "platform/utf8.h"
+#include "platform/text/utf8.h"
 
 #include <optional>
 #include <utility>

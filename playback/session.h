@@ -1,7 +1,7 @@
 #pragma once
 
 #include "office/libreoffice/libreoffice.h"
-#include "platform/disk_files.h"
+#include "platform/files/disk_files.h"
 #include "playback/names.h"
 #include "playback/options.h"
 #include "playback/player_dialogs.h"

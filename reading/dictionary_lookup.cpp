@@ -1,6 +1,6 @@
 #include "reading/dictionary_lookup.h"
 
-#include "platform/occurrences.h"
+#include "platform/text/occurrences.h"
 #include "reading/results.h"
 
 #include <algorithm>

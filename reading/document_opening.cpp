@@ -1,6 +1,6 @@
 #include "reading/document_opening.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "reading/paging.h"
 
 #include <algorithm>

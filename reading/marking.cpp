@@ -1,6 +1,6 @@
 #include "reading/marking.h"
 
-#include "platform/occurrences.h"
+#include "platform/text/occurrences.h"
 
 namespace tarvik {
 

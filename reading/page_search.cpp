@@ -1,8 +1,8 @@
 #include "reading/page_search.h"
 
 #include "mainwindow/scratch_file.h"
-#include "platform/code_page.h"
-#include "platform/occurrences.h"
+#include "platform/text/code_page.h"
+#include "platform/text/occurrences.h"
 #include "reading/marking.h"
 
 #include <algorithm>

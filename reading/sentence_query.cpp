@@ -1,6 +1,6 @@
 #include "reading/sentence_query.h"
 
-#include "platform/occurrences.h"
+#include "platform/text/occurrences.h"
 #include "reading/results.h"
 #include "reading/sentence_endings.h"
 

@@ -1,6 +1,6 @@
 #include "reading/separator_query.h"
 
-#include "platform/occurrences.h"
+#include "platform/text/occurrences.h"
 #include "reading/results.h"
 
 namespace tarvik {

@@ -1,6 +1,6 @@
 #include "designer/design/design.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mainwindow/control.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <QColor>
 #include <QString>

@@ -3,7 +3,7 @@
 #include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
 #include "platform/failure.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <QApplication>
 #include <QFontDatabase>

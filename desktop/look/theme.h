@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/look/scale.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 #include <QFont>
 #include <QStringList>

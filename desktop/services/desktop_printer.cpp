@@ -2,8 +2,8 @@
 #include "desktop/services/desktop_platform.h"
 #include "office/libreoffice/exchange_folder.h"
 #include "office/packages/damage.h"
-#include "platform/disk_file.h"
-#include "platform/path_text.h"
+#include "platform/files/disk_file.h"
+#include "platform/files/path_text.h"
 
 #include <system_error>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/document.h"
+#include "platform/text/document.h"
 
 #include <cstdint>
 #include <vector>

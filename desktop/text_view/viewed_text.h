@@ -2,7 +2,7 @@
 
 #include "desktop/text_view/text_rows.h"
 #include "mainwindow/pane.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <optional>
 #include <vector>

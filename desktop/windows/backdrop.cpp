@@ -1,7 +1,7 @@
 #include "desktop/windows/backdrop.h"
 
 #include "platform/failure.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <QImageReader>
 #include <QPainter>

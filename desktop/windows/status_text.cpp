@@ -5,7 +5,7 @@
 #include "desktop/windows/command_list.h"
 #include "office/batch_runner.h"
 #include "platform/failure.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <QFileInfo>
 #include <QLocale>

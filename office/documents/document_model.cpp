@@ -3,7 +3,7 @@
 #include "office/documents/cell_contents.h"
 #include "office/documents/elements.h"
 #include "office/documents/inline_drawing.h"
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 
 #include <charconv>
 #include <map>

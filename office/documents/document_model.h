@@ -3,7 +3,7 @@
 #include "office/documents/first_table.h"
 #include "office/documents/picture.h"
 #include "office/packages/package_editor.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <memory>
 #include <optional>

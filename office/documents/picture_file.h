@@ -1,7 +1,7 @@
 #pragma once
 
 #include "office/documents/picture.h"
-#include "platform/files.h"
+#include "platform/files/files.h"
 
 namespace tarvik::ooxml {
 

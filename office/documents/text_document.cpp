@@ -2,7 +2,7 @@
 
 #include "office/documents/picture_file.h"
 #include "office/packages/temporary_folder.h"
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 
 namespace tarvik::ooxml {
 

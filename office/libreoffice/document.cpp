@@ -3,7 +3,7 @@
 #include "office/documents/picture_file.h"
 #include "office/libreoffice/required_kind.h"
 #include "office/packages/damage.h"
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 
 #include <algorithm>
 

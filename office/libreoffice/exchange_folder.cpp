@@ -1,7 +1,7 @@
 #include "office/libreoffice/exchange_folder.h"
 
 #include "office/packages/damage.h"
-#include "platform/disk_file.h"
+#include "platform/files/disk_file.h"
 
 #include <atomic>
 #include <system_error>

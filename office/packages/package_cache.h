@@ -1,7 +1,7 @@
 #pragma once
 
 #include "office/packages/package.h"
-#include "platform/file_cache.h"
+#include "platform/files/file_cache.h"
 
 #include <memory>
 

@@ -1,8 +1,8 @@
 #include "office/packages/temporary_folder.h"
 
 #include "platform/failure.h"
-#include "platform/path_text.h"
-#include "platform/system_file.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_file.h"
 
 #include <algorithm>
 #include <random>

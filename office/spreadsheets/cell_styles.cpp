@@ -1,7 +1,7 @@
 #include "office/spreadsheets/cell_styles.h"
 
 #include "office/packages/xml_part.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 #include <algorithm>
 #include <array>

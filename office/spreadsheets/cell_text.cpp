@@ -1,6 +1,6 @@
 #include "office/spreadsheets/cell_text.h"
 
-#include "platform/utf8.h"
+#include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <charconv>

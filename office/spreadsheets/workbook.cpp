@@ -2,7 +2,7 @@
 
 #include "office/packages/temporary_folder.h"
 #include "office/spreadsheets/sheet_look.h"
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 
 namespace tarvik::ooxml {
 

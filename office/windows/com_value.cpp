@@ -1,6 +1,6 @@
 #include "office/windows/com_value.h"
 
-#include "platform/utf8.h"
+#include "platform/text/utf8.h"
 
 #include <oleauto.h>
 

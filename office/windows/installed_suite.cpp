@@ -1,7 +1,7 @@
 #include "office/libreoffice/load_plugin.h"
 #include "office/libreoffice/office_process.h"
 #include "office/windows/held_file.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <windows.h>
 

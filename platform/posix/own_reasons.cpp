@@ -1,4 +1,4 @@
-#include "platform/own_reasons.h"
+#include "platform/files/own_reasons.h"
 
 #include <array>
 #include <cerrno>

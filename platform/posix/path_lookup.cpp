@@ -1,7 +1,7 @@
-#include "platform/path_lookup.h"
+#include "platform/files/path_lookup.h"
 
-#include "platform/path_text.h"
-#include "platform/utf8.h"
+#include "platform/files/path_text.h"
+#include "platform/text/utf8.h"
 
 #include <dirent.h>
 #include <memory>

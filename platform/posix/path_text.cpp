@@ -1,4 +1,4 @@
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 namespace tarvik {
 

@@ -1,4 +1,4 @@
-#include "platform/system_characters.h"
+#include "platform/text/system_characters.h"
 
 #include <array>
 #include <bit>

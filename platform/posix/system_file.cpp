@@ -1,4 +1,4 @@
-#include "platform/system_file.h"
+#include "platform/files/system_file.h"
 
 #include <array>
 #include <cerrno>

@@ -1,4 +1,4 @@
-#include "platform/own_names.h"
+#include "platform/files/own_names.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,6 +1,6 @@
-#include "platform/path_lookup.h"
+#include "platform/files/path_lookup.h"
 
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 namespace tarvik {
 

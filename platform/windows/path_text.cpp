@@ -1,6 +1,6 @@
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
-#include "platform/utf8.h"
+#include "platform/text/utf8.h"
 
 namespace tarvik {
 

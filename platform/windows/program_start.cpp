@@ -1,6 +1,6 @@
 #include "platform/program_start.h"
 
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <cstdio>
 #include <fcntl.h>

@@ -1,7 +1,7 @@
-#include "platform/system_file.h"
+#include "platform/files/system_file.h"
 
-#include "platform/own_names.h"
-#include "platform/path_text.h"
+#include "platform/files/own_names.h"
+#include "platform/files/path_text.h"
 #include "platform/windows/error_numbers.h"
 
 #include <algorithm>

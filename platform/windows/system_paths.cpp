@@ -1,7 +1,7 @@
-#include "platform/system_paths.h"
+#include "platform/files/system_paths.h"
 
-#include "platform/path_lookup.h"
-#include "platform/path_text.h"
+#include "platform/files/path_lookup.h"
+#include "platform/files/path_text.h"
 
 #include <string>
 #include <windows.h>

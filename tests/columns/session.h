@@ -2,7 +2,7 @@
 
 #include "columns/keys.h"
 #include "columns/statistics.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/columns/slow_engine.h"
 #include "tests/support/test_program.h"
 

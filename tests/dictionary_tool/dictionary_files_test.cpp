@@ -1,7 +1,7 @@
 #include "dictionary_tool/dictionary_files.h"
 #include "dictionary_tool/markup.h"
-#include "platform/code_page.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
+#include "platform/text/code_page.h"
 #include "reading/reading.h"
 #include "tests/support/test_program.h"
 

@@ -1,5 +1,5 @@
 #include "events/events.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
 

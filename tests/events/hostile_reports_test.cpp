@@ -1,5 +1,5 @@
-#include "platform/code_page.h"
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
+#include "platform/text/code_page.h"
 #include "tests/events/sample_desk.h"
 #include "tests/support/quick_disk.h"
 

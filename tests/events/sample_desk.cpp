@@ -1,9 +1,9 @@
 #include "tests/events/sample_desk.h"
 
 #include "events/events.h"
-#include "platform/code_page.h"
-#include "platform/disk_file.h"
-#include "platform/path_text.h"
+#include "platform/files/disk_file.h"
+#include "platform/files/path_text.h"
+#include "platform/text/code_page.h"
 #include "tests/support/places.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "office/character_list.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

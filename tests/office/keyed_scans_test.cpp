@@ -1,6 +1,6 @@
 #include "office/keyed_scans.h"
 
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 

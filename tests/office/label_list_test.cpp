@@ -1,7 +1,7 @@
 #include "office/label_list.h"
 
 #include "events/events.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
 

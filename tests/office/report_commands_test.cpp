@@ -2,7 +2,7 @@
 
 #include "designer/design/design.h"
 #include "office/batch_runner.h"
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

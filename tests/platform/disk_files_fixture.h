@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/disk_files.h"
 #include "platform/failure.h"
+#include "platform/files/disk_files.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "tests/platform/disk_files_fixture.h"
 
-#include "platform/path_text.h"
-#include "platform/system_file.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

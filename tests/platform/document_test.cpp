@@ -1,4 +1,4 @@
-#include "platform/document.h"
+#include "platform/text/document.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/file_cache.h"
+#include "platform/files/file_cache.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 #include "platform/system_clock.h"
 
 #include <gtest/gtest.h>

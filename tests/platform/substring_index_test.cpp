@@ -1,6 +1,6 @@
-#include "platform/substring_index.h"
+#include "platform/text/substring_index.h"
 
-#include "platform/document.h"
+#include "platform/text/document.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/system_paths.h"
+#include "platform/files/system_paths.h"
 #include "playback/options.h"
 #include "playback/script.h"
 #include "playback/values.h"

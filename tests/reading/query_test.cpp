@@ -1,4 +1,4 @@
-#include "platform/occurrences.h"
+#include "platform/text/occurrences.h"
 #include "reading/marking.h"
 #include "reading/reading.h"
 #include "tests/reading/slow_searches.h"

@@ -1,4 +1,4 @@
-#include "platform/code_page.h"
+#include "platform/text/code_page.h"
 #include "reading/document_opening.h"
 #include "reading/marking.h"
 #include "reading/page_search.h"

@@ -1,7 +1,7 @@
 #include "tests/support/test_program.h"
 
-#include "platform/path_text.h"
-#include "platform/system_file.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_file.h"
 
 #include <gtest/gtest.h>
 

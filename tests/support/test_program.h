@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
-#include "platform/disk_files.h"
+#include "platform/files/disk_files.h"
 #include "tests/support/faulty_files.h"
 
 #include <deque>

@@ -1,6 +1,6 @@
 #include "desktop/services/default_printer.h"
 
-#include "platform/path_text.h"
+#include "platform/files/path_text.h"
 
 #include <windows.h>
 

@@ -1,8 +1,8 @@
 #include "office/libreoffice/load_plugin.h"
 
 #include "office/packages/damage.h"
-#include "platform/path_text.h"
-#include "platform/system_paths.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <dlfcn.h>
 

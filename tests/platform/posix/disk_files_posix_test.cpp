@@ -1,6 +1,6 @@
 #include "tests/platform/disk_files_fixture.h"
 
-#include "platform/file_name.h"
+#include "platform/files/file_name.h"
 #include "tests/support/full_disk.h"
 
 #include <gmock/gmock.h>

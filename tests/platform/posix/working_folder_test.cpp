@@ -1,6 +1,6 @@
-#include "platform/working_folder.h"
+#include "platform/files/working_folder.h"
 
-#include "platform/system_paths.h"
+#include "platform/files/system_paths.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/test_program.h"
 

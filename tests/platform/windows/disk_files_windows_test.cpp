@@ -1,9 +1,9 @@
 #include "tests/platform/disk_files_fixture.h"
 
-#include "platform/file_name.h"
-#include "platform/path_text.h"
-#include "platform/system_file.h"
-#include "platform/system_paths.h"
+#include "platform/files/file_name.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_file.h"
+#include "platform/files/system_paths.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "office/libreoffice/bridge.h"
 #include "office/packages/package.h"
 #include "office/spreadsheets/engine.h"
-#include "platform/disk_files.h"
-#include "platform/path_text.h"
+#include "platform/files/disk_files.h"
+#include "platform/files/path_text.h"
 #include "tests/office/spreadsheets/workbook_parts.h"
 #include "tests/office/windows/stand_in/applications.h"
 

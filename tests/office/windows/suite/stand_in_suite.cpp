@@ -1,6 +1,6 @@
 #include "tests/office/windows/suite/stand_in_suite.h"
 
-#include "platform/system_paths.h"
+#include "platform/files/system_paths.h"
 
 #include <windows.h>
 

@@ -1,5 +1,5 @@
 #include "office/engines.h"
-#include "platform/system_paths.h"
+#include "platform/files/system_paths.h"
 #include "tests/office/documents/document_parts.h"
 #include "tests/office/libreoffice/office_fixture.h"
 #include "tests/office/spreadsheets/workbook_parts.h"

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/files/files.h"
+#include "platform/files/system_file.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Work on one file of the disk. A failed call throws std::system_error with a number of <cerrno>; who knows the path
+/// as the user does makes a Failure of it.
+namespace tarvik {
+
+FileStamp stamp_of(const std::filesystem::path& path);
+/// Only plain files are read.
+std::string read_file(const std::filesystem::path& path);
+void append_to_file(const std::filesystem::path& path, std::string_view bytes);
+
+class Unfinished;
+
+/// A file beside its target, which it replaces in the end. It has the target's permissions, and its owner and group
+/// where the system allows that. Until then the target is as it was; when it never comes nothing is left beside it.
+class BesideFile {
+public:
+    /// A target that is write-protected or no plain file is refused here. A link is written through.
+    explicit BesideFile(const std::filesystem::path& target);
+    ~BesideFile();
+    void write(std::string_view bytes);
+    /// Flushes to the disk.
+    void complete();
+    void take_place();
+    /// Where it stands.
+    std::filesystem::path folder() const { return target_.parent_path(); }
+
+private:
+    std::filesystem::path target_;
+    std::unique_ptr<Unfinished> file_;
+    bool completed_ = false;
+};
+
+/// Writes beside the target, flushes to the disk and renames.
+void replace_file(const std::filesystem::path& target, std::string_view bytes);
+/// The same where no file is; one that stands there stays, also one that is made at the same instant where the file
+/// system knows second names.
+void place_new_file(const std::filesystem::path& target, std::string_view bytes);
+/// Whether a file name is one that a BesideFile has until it takes its place.
+bool is_unfinished(std::string_view file_name) noexcept;
+/// Removes what runs that were killed left unfinished in a folder; files that a living process still writes stay.
+void remove_leftovers(const std::filesystem::path& folder) noexcept;
+/// A rename; between file systems a copy with the same mode and times, which is on its disk before the file is removed.
+void move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// Opened and cut at once; a failed write is kept until close().
+class BufferedFile final : public OutputFile {
+public:
+    BufferedFile(const std::filesystem::path& path, Text told);
+    ~BufferedFile() override;
+    BufferedFile(const BufferedFile&) = delete;
+    BufferedFile& operator=(const BufferedFile&) = delete;
+
+    void write(std::string_view bytes) override;
+    void close() override;
+
+private:
+    void flush() noexcept;
+
+    Text told_;
+    std::string waiting_;
+    SystemFile file_;
+    int error_ = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,169 @@
+#include "platform/files/disk_files.h"
+
+#include "platform/files/disk_file.h"
+#include "platform/files/file_failure.h"
+#include "platform/files/path_lookup.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <utility>
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+char drive_letter(TextView path) noexcept
+{
+    if (path.size() < 2 || path[1] != U':') return '\0';
+    const char32_t letter = lower(path[0]);
+    return letter >= U'a' && letter <= U'z' ? static_cast<char>(letter) : '\0';
+}
+
+fs::path without_closing_separator(const fs::path& path)
+{
+    const fs::path normal = full_path(path);
+    return normal.has_filename() || !normal.has_relative_path() ? normal : normal.parent_path();
+}
+
+class DiskReplacement final : public ReplacementFile {
+public:
+    DiskReplacement(const fs::path& target, TextView path) : path_(path.str()), file_(target) {}
+
+    void write(std::string_view bytes) override
+    {
+        told(U"写入文件", path_, [&] { file_.write(bytes); });
+    }
+    void complete() override
+    {
+        told(U"写入文件", path_, [&] { file_.complete(); });
+    }
+    void take_place() override
+    {
+        told(U"写入文件", path_, [&] { file_.take_place(); });
+    }
+    fs::path folder() const { return file_.folder(); }
+
+private:
+    Text path_;
+    BesideFile file_;
+};
+
+} // namespace
+
+Text path_in(TextView folder, TextView name)
+{
+    const bool closed = folder.empty() || is_separator(folder[folder.size() - 1]);
+    return closed ? folder.str() + name : folder.str() + U"\\" + name;
+}
+
+DiskFiles::DiskFiles(const fs::path& installation, const DriveMap& drives)
+    : installation_(without_closing_separator(installation))
+{
+    for (const auto& [letter, folder] : drives)
+        drives_[static_cast<char>(std::tolower(static_cast<unsigned char>(letter)))] = folder;
+}
+
+Text DiskFiles::installation_folder() const
+{
+    return text_of(installation_);
+}
+
+fs::path DiskFiles::resolve(TextView path) const
+{
+    if (path.find(U'\0') != npos) throw file_failure(U"使用", path, EINVAL);
+    if (const char letter = drive_letter(path); letter != '\0') {
+        const auto drive = drives_.find(letter);
+        return look_up(drive != drives_.end() ? drive->second : drive_folder(letter), path.substr(2));
+    }
+    if (path.empty() || !is_separator(path[0])) return look_up(installation_, path);
+    return rooted_path(path);
+}
+
+bool DiskFiles::file_exists(TextView path) const
+{
+    std::error_code error;
+    return path.find(U'\0') == npos && fs::is_regular_file(resolve(path), error);
+}
+
+bool DiskFiles::folder_exists(TextView path) const
+{
+    std::error_code error;
+    return path.find(U'\0') == npos && fs::is_directory(resolve(path), error);
+}
+
+FileStamp DiskFiles::stamp(TextView path) const
+{
+    return told(U"查看文件", path, [&] { return stamp_of(resolve(path)); });
+}
+
+std::string DiskFiles::read(TextView path) const
+{
+    return told(U"读取文件", path, [&] { return read_file(resolve(path)); });
+}
+
+void DiskFiles::replace(TextView path, std::string_view bytes)
+{
+    const auto file = begin_replacement(path);
+    file->write(bytes);
+    file->take_place();
+}
+
+std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
+{
+    return told(U"写入文件", path, [&] {
+        const fs::path target = resolve(path);
+        auto file = std::make_unique<DiskReplacement>(target, path);
+        const fs::path folder = file->folder();
+        if (swept_.insert(folder.native()).second) remove_leftovers(folder);
+        return file;
+    });
+}
+
+std::unique_ptr<OutputFile> DiskFiles::open_for_output(TextView path)
+{
+    return told(U"写入文件", path, [&] { return std::make_unique<BufferedFile>(resolve(path), path.str()); });
+}
+
+void DiskFiles::append(TextView path, std::string_view bytes)
+{
+    told(U"写入文件", path, [&] { append_to_file(resolve(path), bytes); });
+}
+
+void DiskFiles::create_folder(TextView path)
+{
+    told(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
+}
+
+void DiskFiles::move_file(TextView from, TextView to)
+{
+    told(U"移动文件", from, [&] {
+        const fs::path source = resolve(from), target = resolve(to);
+        std::error_code error;
+        move_disk_file(source, fs::is_directory(target, error) ? target / source.filename() : target);
+    });
+}
+
+std::vector<Text> DiskFiles::file_names(TextView folder) const
+{
+    std::vector<std::pair<Text, Text>> found; // upper-cased, as it is
+    told(U"列出文件夹", folder, [&] {
+        for (const auto& entry : fs::directory_iterator(resolve(folder))) {
+            std::error_code error;
+            if (!entry.is_regular_file(error) || is_unfinished(utf8_of(entry.path().filename()))) continue;
+            Text name = text_of(entry.path().filename());
+            found.emplace_back(upper(name), std::move(name));
+        }
+    });
+    std::sort(found.begin(), found.end());
+    std::vector<Text> names;
+    names.reserve(found.size());
+    for (auto& [key, name] : found) names.push_back(std::move(name));
+    return names;
+}
+
+} // namespace tarvik

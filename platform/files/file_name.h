@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/text/text.h"
+
+/// Names made of report fields: no field may lead out of the folder that a file is made for.
+namespace tarvik {
+
+/// A part inside of a name: characters that no file name can hold (\ / : * ? " < > | and those below U+0020) become
+/// "_". Everything else stays, blanks and points at the end included; an empty part stays empty.
+Text safe_name_part(TextView part);
+
+/// A path divided behind its last separator, "\\" or "/".
+struct PathParts {
+    TextView folder; ///< with the separator; empty if there is none
+    TextView name;
+};
+PathParts split_path(TextView path);
+
+/// What a file system takes for one name, in bytes of UTF-8.
+inline constexpr std::size_t longest_name = 255;
+/// A name cut to `room` bytes at most; no character is cut through.
+TextView cut_to_bytes(TextView name, std::size_t room);
+
+/// A whole file or folder name, without its path: the same, and a name that would be empty, "." or ".." becomes "_". A
+/// name of more than 255 bytes loses characters before its extension.
+Text safe_file_name(TextView name);
+
+} // namespace tarvik

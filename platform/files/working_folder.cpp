@@ -1,0 +1,141 @@
+#include "platform/files/working_folder.h"
+
+#include "platform/files/disk_file.h"
+#include "platform/files/file_failure.h"
+#include "platform/files/path_lookup.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
+#include "platform/version.h"
+
+#include <algorithm>
+#include <map>
+#include <sstream>
+#include <vector>
+
+namespace tarvik {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view list_name = ".handed-out";
+
+using VersionsByName = std::map<std::string, std::string, std::less<>>;
+
+bool is_folder(const fs::path& path) noexcept
+{
+    std::error_code error;
+    return fs::is_directory(path, error);
+}
+
+/// Programs that lie among their files are not handed out, nor are libraries and what a run left there.
+bool is_handed_out(const fs::path& name)
+{
+    const std::string text = utf8_of(name), extension = utf8_of(name.extension());
+    return !text.starts_with("tarvik") && extension != ".exe" && extension != ".dll" && text != list_name &&
+           !is_unfinished(utf8_of(name.filename()));
+}
+
+/// Names with "/" between, on any system.
+Text joined(const std::vector<Text>& names)
+{
+    Text path;
+    for (const Text& name : names) path += (path.empty() ? U"" : U"/") + name;
+    return path;
+}
+
+/// Their names below the folder, folders with "/" between, in the order of the bytes.
+std::vector<std::string> files_below(const fs::path& folder)
+{
+    std::vector<std::string> names;
+    told(U"列出文件夹", text_of(folder), [&] {
+        for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+            const fs::path name = entry.path().lexically_relative(folder);
+            if (entry.is_regular_file() && is_handed_out(name))
+                names.push_back(to_utf8(joined(names_of(text_of(name)))));
+        }
+    });
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+/// A line for each file: the version that brought it, a tab, its name.
+VersionsByName read_list(const fs::path& path)
+{
+    VersionsByName versions;
+    std::error_code error;
+    if (!fs::exists(path, error)) return versions;
+    std::istringstream lines(told(U"读取文件", text_of(path), [&] { return read_file(path); }));
+    for (std::string line; std::getline(lines, line);)
+        if (const auto tab = line.find('\t'); tab != std::string::npos)
+            versions.emplace(line.substr(tab + 1), line.substr(0, tab));
+    return versions;
+}
+
+void write_list(const fs::path& path, const VersionsByName& versions)
+{
+    std::string lines;
+    for (const auto& [name, version] : versions) lines.append(version).append("\t").append(name).append("\n");
+    told(U"写入文件", text_of(path), [&] { replace_file(path, lines); });
+}
+
+/// A name that differs in case alone counts as there: the user's file would be passed over for the new one.
+void hand_out(const fs::path& installed, const fs::path& own, const std::string& name)
+{
+    const fs::path target = look_up(own, from_utf8(name));
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(target, error))) return;
+    const fs::path original = installed / path_of_utf8(name);
+    const std::string bytes = told(U"读取文件", text_of(original), [&] { return read_file(original); });
+    told(U"写入文件", text_of(target), [&] {
+        fs::create_directories(target.parent_path());
+        place_new_file(target, bytes);
+    });
+}
+
+void fill(const fs::path& own, const fs::path& installed, std::string_view version)
+{
+    VersionsByName versions = read_list(own / list_name);
+    const std::size_t before = versions.size();
+    for (const std::string& name : files_below(installed)) {
+        if (versions.contains(name)) continue;
+        hand_out(installed, own, name);
+        versions.emplace(name, version);
+    }
+    if (versions.size() != before) write_list(own / list_name, versions);
+}
+
+} // namespace
+
+fs::path installed_files(const fs::path& program_folder)
+{
+    const fs::path shared = program_folder.parent_path() / "share/tarvik/installation";
+    return program_folder.filename() == "bin" && is_folder(shared) ? shared : program_folder;
+}
+
+WorkingFolder open_working_folder(const fs::path& program_folder, const fs::path& data_folder, std::string_view version)
+{
+    const fs::path installed = installed_files(program_folder);
+    if (installed == program_folder && may_write_in(installed)) return {installed, {}};
+    const fs::path own = data_folder / "tarvik";
+    try {
+        told(U"建立文件夹", text_of(own), [&] { fs::create_directories(own); });
+    } catch (const Failure& failure) {
+        return {installed, failure.message() + U"程序暂时使用“" + text_of(installed) +
+                               U"”中的文件，不能在其中保存。请解决后重新启动程序。"};
+    }
+    try {
+        fill(own, installed, version);
+        return {own, {}};
+    } catch (const Failure& failure) {
+        return {own,
+                failure.message() + U"“" + text_of(own) + U"”中可能缺少文件。请解决后重新启动程序，缺少的会补上。"};
+    }
+}
+
+WorkingFolder open_working_folder()
+{
+    return open_working_folder(program_file().parent_path(), user_data_folder(), version());
+}
+
+} // namespace tarvik

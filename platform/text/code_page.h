@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/text/document.h"
+#include "platform/text/text.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Bytes of files and their characters. The system's code page is CP936, and away from Windows GB18030, which holds the
+/// same bytes for what GBK holds and all other characters too.
+namespace tarvik {
+
+/// A file from outside. A byte order mark (UTF-8, UTF-16 either way) decides; else text that is valid UTF-8 and holds a
+/// character of three bytes or more is UTF-8; else it is GB18030 with 0x80 for the euro sign. No byte is refused:
+/// whatever is invalid becomes U+FFFD and reading goes on with the next byte. A text whose lines end in LF alone gets
+/// CR LF (see with_cr_lf()). Two characters, CR LF, are laid behind the text in the buffer, outside of text(), so that
+/// opening a document needs no copy.
+Document decode_foreign(std::string_view bytes);
+
+/// A file from outside with what it was recognised as.
+struct ForeignText {
+    Document document;
+    std::u32string_view encoding;
+    bool lines_ended_in_lf = false; ///< alone, so that they got their CR here
+};
+/// The same as decode_foreign(), for who wants to tell the user how the file was read.
+ForeignText recognise_foreign(std::string_view bytes);
+
+/// The document with CR LF for each LF when it holds no CR at all, as texts of other systems do; else the same one.
+Document with_cr_lf(const Document& document);
+
+/// A file that the program wrote itself: the system's code page, with no guess.
+Document decode_own(std::string_view bytes);
+
+/// The bytes of a text in the system's code page. U+FFFD and lone surrogates become "?".
+std::string encode(TextView text);
+void encode_to(TextView text, std::string& target);
+/// The same to a place with room for 4 bytes a character; gives the place behind the last byte.
+char* encode_into(TextView text, char* target);
+
+/// The signed 16-bit code that a character has in GBK: 0 to 128 for a single byte, negative for a Chinese character, 63
+/// ("?") for a character that GBK lacks.
+int char_code(char32_t character) noexcept;
+
+} // namespace tarvik

@@ -1,0 +1,130 @@
+#include "platform/text/code_page.h"
+
+#include "platform/text/gb18030_tables.h"
+#include "platform/text/utf8.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr char32_t euro_sign = 0x20ac;
+constexpr int euro_code = 0x80;
+constexpr int question_mark = 63;
+constexpr std::size_t first_supplementary_place = 189000; // 90 30 81 30
+
+/// Texts are encoded by stretches of so many characters.
+constexpr std::size_t stretch = 1024;
+constexpr std::size_t longest_code = 4;
+
+/// The bytes of a place among the four-byte codes.
+char* write_place(std::size_t place, char* out) noexcept
+{
+    const auto put = [&out](std::size_t byte) { *out++ = static_cast<char>(byte); };
+    put(0x81 + place / 12600);
+    put(0x30 + place / 1260 % 10);
+    put(0x81 + place / 10 % 126);
+    put(0x30 + place % 10);
+    return out;
+}
+
+char* write_code(unsigned code, char* out) noexcept
+{
+    *out++ = static_cast<char>(code >> 8);
+    *out++ = static_cast<char>(code & 0xff);
+    return out;
+}
+
+/// A character that is neither ASCII nor has two bytes in the basic plane.
+char* write_rare(const TwoByteTable& table, char32_t character, char* out)
+{
+    require_available(table);
+    if (character > 0xffff && character <= last_character) {
+        for (const auto& row : table.outside)
+            if (row.character == character) return write_code(row.code, out);
+        return write_place(first_supplementary_place + (character - 0x10000), out);
+    }
+    const auto& places = four_byte_table().place;
+    const bool lost = is_surrogate(character) || character == replacement_character || character >= places.size();
+    if (!lost && places[character] != FourByteTable::no_place) return write_place(places[character], out);
+    *out++ = static_cast<char>(question_mark);
+    return out;
+}
+
+/// `out` has room for one byte more than the codes take: one and two bytes are written without a branch between them.
+template <typename Char>
+char* write_one_by_one(const TwoByteTable& table, std::span<const Char> characters, char* out)
+{
+    const std::uint16_t* codes = table.code.data();
+    for (const char32_t character : characters) {
+        const bool ascii = character < 0x80;
+        const std::uint16_t code = character < 0x10000 ? codes[character] : std::uint16_t{0};
+        if (code == 0 && !ascii) {
+            out = write_rare(table, character, out);
+            continue;
+        }
+        out[0] = static_cast<char>(ascii ? character : code >> 8);
+        out[1] = static_cast<char>(code & 0xff);
+        out += ascii ? 1 : 2;
+    }
+    return out;
+}
+
+template <typename Char>
+char* write_characters(const TwoByteTable& table, std::span<const Char> characters, char* out)
+{
+    constexpr std::size_t block = 8;
+    for (; characters.size() >= block; characters = characters.subspan(block)) {
+        const Char* from = characters.data();
+        char32_t bits = 0;
+        for (std::size_t i = 0; i < block; ++i) bits |= from[i];
+        if (bits >= 0x80) {
+            out = write_one_by_one(table, characters.first(block), out);
+            continue;
+        }
+        for (std::size_t i = 0; i < block; ++i) out[i] = static_cast<char>(from[i]);
+        out += block;
+    }
+    return write_one_by_one(table, characters, out);
+}
+
+} // namespace
+
+std::string encode(TextView text)
+{
+    std::string bytes;
+    encode_to(text, bytes);
+    return bytes;
+}
+
+void encode_to(TextView text, std::string& target)
+{
+    const TwoByteTable& table = two_byte_table();
+    text.visit([&](auto characters) {
+        char bytes[stretch *
+                   longest_code]; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
+        while (!characters.empty()) {
+            const auto piece = characters.first(std::min(stretch, characters.size()));
+            target.append(bytes, write_characters(table, piece, bytes));
+            characters = characters.subspan(piece.size());
+        }
+    });
+}
+
+char* encode_into(TextView text, char* target)
+{
+    const TwoByteTable& table = two_byte_table();
+    return text.visit([&](auto characters) { return write_characters(table, characters, target); });
+}
+
+int char_code(char32_t character) noexcept
+{
+    if (character < 0x80) return static_cast<int>(character);
+    if (character == euro_sign) return euro_code;
+    const auto& codes = gbk_codes();
+    const int code = character < codes.size() ? codes[character] : 0;
+    return code == 0 ? question_mark : code - 0x10000;
+}
+
+} // namespace tarvik
