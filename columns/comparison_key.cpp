@@ -27,7 +27,7 @@ bool between_tables(Program& program, ComparisonFiles& files)
         U" 温情提示：目前，comp为true!\r\n如果要进行单表之内的时间字段的比较，请先将comp设置为FALSE（按键e）。\r\n"
         U"接下来的是:suf与sug之间的比较！",
         U"Tarvik 计算 ", Buttons::OK, Icon::Information);
-    if (refuse_shorter_suf(program, files)) return false;
+    if (refuse_shorter_suf(program)) return false;
     const Answer which =
         ask(program,
             U" 提示：\r\n请选择：是，表示２个表的各一列相互交叉比较，否，表示２个表的各一列的平行对应比较。\r\n"

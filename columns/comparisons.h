@@ -16,9 +16,9 @@ void parallel_comparison(Program& program, ComparisonFiles& files);
 
 /// The rule before any work on two tables: with fewer rows in SUF than in SUG it says so, sets `comp` False, empties
 /// the tables and gives True.
-bool refuse_shorter_suf(Program& program, const ComparisonFiles& files);
+bool refuse_shorter_suf(Program& program);
 
 /// Empties both tables up to row `sugrows`, columns 0 to 100, and clears the scratch files again.
-void reset_tables(Program& program, const ComparisonFiles& files);
+void reset_tables(Program& program);
 
 } // namespace tarvik

@@ -25,7 +25,7 @@ Answer ask_which_rows(Program& program)
 
 } // namespace
 
-void reset_tables(Program& program, const ComparisonFiles& files)
+void reset_tables(Program& program)
 {
     Module1& arrays = program.module1;
     const auto last = static_cast<std::size_t>(program.form1.sugrows);
@@ -33,10 +33,10 @@ void reset_tables(Program& program, const ComparisonFiles& files)
     arrays.sugrow.clear(0, last);
     arrays.sug.clear(0, last, 0, 100);
     arrays.suf.clear(0, last, 0, 100);
-    const ComparisonFiles cleared(program, files.told());
+    const ComparisonFiles cleared(program);
 }
 
-bool refuse_shorter_suf(Program& program, const ComparisonFiles& files)
+bool refuse_shorter_suf(Program& program)
 {
     Form1& form1 = program.form1;
     if (form1.sufrows >= form1.sugrows) return false;
@@ -47,7 +47,7 @@ bool refuse_shorter_suf(Program& program, const ComparisonFiles& files)
             U"。",
         U"  Tarvik 计算", Buttons::OK);
     form1.comp = false;
-    reset_tables(program, files);
+    reset_tables(program);
     return true;
 }
 
@@ -60,7 +60,7 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
         form1.comp = false;
         ask(program, U" 请注意：\r\n 平行对应的比较操作步骤出现错误，请左键单击窗体后（恢复默认设置），重试！ ",
             U"  Tarvik 计算", Buttons::OK);
-        reset_tables(program, files);
+        reset_tables(program);
         return;
     }
     const auto suf_column = static_cast<std::size_t>(form1.sufcol);

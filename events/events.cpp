@@ -6,6 +6,7 @@
 #include "designer/preview.h"
 #include "events/commands.h"
 #include "events/query_box_keys.h"
+#include "office/batch_runner.h"
 #include "reading/reading.h"
 
 #include <new>
@@ -159,6 +160,7 @@ void dispatch(Program& program, Event& event)
 {
     const Handler handle = find_handler(event);
     if (!handle) return;
+    if (!run_in_progress(program.form1)) program.scratch_failures.clear();
     try {
         handle(program, event);
     } catch (const Failure& failure) {

@@ -36,7 +36,7 @@ struct Program {
     OpenedFile opened;                         ///< the document that was opened last
     Text notice;                               ///< what was passed over in silence; a front may show it and empties it
     RunRecord run;                             ///< the report run in progress or the last one
-    std::set<Text> scratch_failures;           ///< scratch files that the user knows cannot be written
+    std::set<Text> scratch_failures;           ///< why scratch files cannot be written, as the user knows
     bool ended = false;                        ///< the main window was closed
 };
 

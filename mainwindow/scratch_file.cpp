@@ -2,7 +2,7 @@
 
 #include "platform/background.h"
 
-#include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -10,11 +10,6 @@ namespace {
 
 /// Bytes that are rendered while those before them are on their way to the file.
 constexpr std::size_t bytes_at_once = std::size_t{1} << 20;
-
-bool run_is_on(Form1& form1)
-{
-    return std::ranges::any_of(form1.batch_timers(), [](const Timer* timer) { return timer->enabled(); });
-}
 
 Failure too_long(TextView path)
 {
@@ -31,14 +26,12 @@ void ScratchFile::guarded(Work&& work)
         work();
     } catch (const Failure& failure) {
         failed_ = true;
-        if (!told_) failure_ = failure.message();
+        failure_ = failure.message();
     }
 }
 
-ScratchFile::ScratchFile(Program& program, TextView name, bool told)
-    : program_(program), path_(installed(program, name)), told_(told)
+ScratchFile::ScratchFile(Program& program, TextView name) : program_(program), path_(installed(program, name))
 {
-    if (!run_is_on(program_.form1)) program_.scratch_failures.clear();
     guarded([this] { clear(); });
     tell_failure();
 }
@@ -64,8 +57,11 @@ void ScratchFile::write_silently(const LineSource& lines)
 
 void ScratchFile::tell_failure()
 {
-    if (failure_ && program_.scratch_failures.insert(path_).second) tell(program_, *failure_);
-    failure_.reset();
+    if (!failure_) return;
+    const Text message = *std::exchange(failure_, std::nullopt);
+    Text reason = message; // what is told of another file too
+    if (const auto place = reason.find(path_); place != Text::npos) reason.erase(place, path_.size());
+    if (program_.scratch_failures.insert(reason).second) tell(program_, message);
 }
 
 void ScratchFile::write_all(const LineSource& lines)

@@ -6,16 +6,15 @@
 
 namespace tarvik {
 
-/// A view's side file in the installation folder. Views do not depend on it: what cannot be written is told once,
-/// during a report run once for the whole run, and the view is shown all the same.
+/// A view's side file in the installation folder. Views do not depend on it: why one cannot be written is told once for
+/// all of them in an action or a report run, and the view is shown all the same.
 class ScratchFile {
 public:
     /// A view beyond this many bytes is told and not written.
     static constexpr std::size_t most_bytes = std::size_t{1} << 30;
 
-    /// Clears the file, as every operation does first: one line that holds a CR. `told` is for an operation that clears
-    /// several files: the user has heard of the folder already.
-    ScratchFile(Program& program, TextView name, bool told = false);
+    /// Clears the file, as every operation does first: one line that holds a CR.
+    ScratchFile(Program& program, TextView name);
 
     /// Cuts the file and writes the view.
     void write(const LineSource& lines);
@@ -33,7 +32,6 @@ private:
 
     Program& program_;
     Text path_;
-    bool told_ = false;
     bool failed_ = false;
     std::optional<Text> failure_; ///< that has not been told yet
 };

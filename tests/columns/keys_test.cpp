@@ -43,6 +43,7 @@ public:
     Messages told_by(std::string_view keys, std::initializer_list<Answer> replies = {})
     {
         dialogs.replies = replies;
+        program.scratch_failures.clear(); // an action of its own
         press(keys);
         return dialogs.take_messages();
     }
@@ -280,20 +281,22 @@ TEST(Views, end_the_progress_that_they_show)
     EXPECT_FALSE(desk.screen.busy);
 }
 
-TEST(Views, tell_of_a_file_once_in_a_run)
+TEST(Views, tell_each_reason_once_whatever_file_has_it)
 {
     Desk desk;
-    std::filesystem::create_directory(desk.installation.path() / "betweenp.txt");
+    for (const char* name : {"betweenp.txt", "betweenpq.txt"})
+        std::filesystem::create_directory(desk.installation.path() / name);
     desk.open_text(U"a\r\n");
     desk.form1().query_box().set_text(U"a");
-    for (int query = 0; query < 2; ++query) query1(desk.program, U"a");
-    EXPECT_EQ(desk.dialogs.take_messages().size(), 2U) << "no run is on";
-    desk.form1().Timer3.set_enabled(true);
-    for (int query = 0; query < 3; ++query) query1(desk.program, U"a");
-    EXPECT_EQ(desk.dialogs.take_messages().size(), 0U) << "told ahead of the run";
-    desk.program.scratch_failures.clear();
-    for (int query = 0; query < 3; ++query) query1(desk.program, U"a");
-    EXPECT_EQ(desk.dialogs.take_messages().size(), 1U);
+    for (int round = 0; round < 2; ++round) {
+        query1(desk.program, U"a");
+        devision1(desk.program);
+    }
+    EXPECT_THAT(desk.dialogs.take_messages(), ElementsAre(HasSubstr("betweenp.txt")));
+    desk.faulty.fail_at(1); // another reason
+    devision1(desk.program);
+    devision1(desk.program);
+    EXPECT_THAT(desk.dialogs.take_messages(), testing::SizeIs(1));
 }
 
 TEST(Notes, are_kept_in_their_file)
