@@ -3,7 +3,8 @@
 
 After each kill every file that a save had begun on holds what it held before or what a save put in its place, whole;
 nothing else in the folders has changed, scratch files aside; and the same script played again leaves what it leaves
-when nothing disturbs it, byte for byte, with no leftover of the killed run.
+when nothing disturbs it, byte for byte, with no leftover of the killed run. What has come out of the printer stays out
+of this: a sheet that a kill has spoiled is printed again.
 
 usage: kills.py PLAYER SHIM INSTALLATION SCRIPTS [--every] [--random N] [--some N] [--seed N]
   --every     kill right before and right after every flush and every rename of every script
@@ -21,19 +22,22 @@ import sys
 import tempfile
 import time
 
-RUNS = ["docket", "bendocket", "dockword", "testsesameA", "order", "prices", "save"]
+RUNS = ["docket", "bendocket", "dockword", "testsesameA", "order", "prices", "save", "print"]
+BEFORE = {"print": "docket"}  # a script that works on the files of another
+PRINTED = "printed"
 CLOCK = "2024-03-01 09:05:07"
 
 
 def is_leftover(name):
-    return name.startswith(".tarvik-") and name.endswith(".tmp")
+    base = os.path.basename(name)
+    return base.startswith(".tarvik-") and base.endswith(".tmp") or name.startswith("tmp/")
 
 
 def snapshot(root):
     return {
         str(path.relative_to(root)): path.read_bytes()
         for path in sorted(root.rglob("*"))
-        if path.is_file() and not path.is_symlink()
+        if path.is_file() and not path.is_symlink() and not path.is_relative_to(root / PRINTED)
     }
 
 
@@ -43,16 +47,19 @@ class Run:
     def __init__(self, options, script, work):
         self.options, self.script, self.work = options, script, work
         self.before = work / "before"
-        (self.before / "d").mkdir(parents=True)
+        for folder in ("d", "tmp", PRINTED):
+            (self.before / folder).mkdir(parents=True)
         shutil.copytree(options.installation, self.before / "installation", ignore=shutil.ignore_patterns("tarvik*"))
         log = work / "log"
         log.mkdir()
+        if script.stem in BEFORE:
+            self.play_undisturbed(self.before, options.scripts / f"{BEFORE[script.stem]}.play")
         root = self.fresh()
         started = time.monotonic()
-        status, told = self.play(root, log=log)
+        self.play_undisturbed(root, script, log)
         self.seconds = time.monotonic() - started
-        if status != 0:
-            sys.exit(f"{script.name}: undisturbed it ends with {status}\n{told}")
+        if script.stem in BEFORE and not any((root / PRINTED).iterdir()):
+            sys.exit(f"{script.name}: nothing came out of the printer")
         self.old, self.new = snapshot(self.before), snapshot(root)
         self.moments = int((log / "moments").read_text()) if (log / "moments").exists() else 0
         if self.moments == 0:
@@ -61,11 +68,14 @@ class Run:
         for number, target in enumerate((log / "targets").read_text().splitlines(), 1):
             name = os.path.relpath(target, root)
             self.versions.setdefault(name, set()).add((log / str(number)).read_bytes())
-        # What is written in place is a scratch file: a text that only the program reads, in the installation folder.
-        self.scratch = {name for name, data in self.new.items()
-                        if self.old.get(name) != data and name not in self.versions}
+        # What is written in place is a text of the installation folder: notes that a report gets at its end, and scratch
+        # files, which only the program reads.
+        in_place = {name for name, data in self.new.items() if self.old.get(name) != data and name not in self.versions}
+        self.noted = {name for name in in_place if name in self.old and self.new[name].startswith(self.old[name])}
+        self.scratch = in_place - self.noted
         for name in self.scratch:
-            if not name.startswith("installation/") or not name.lower().endswith(".txt") or name in self.old:
+            folder, _, shipped = name.partition("/")
+            if folder != "installation" or not name.lower().endswith(".txt") or (options.installation / shipped).exists():
                 sys.exit(f"{script.name}: {name} is no scratch file, yet it is written in place")
 
     def fresh(self):
@@ -74,19 +84,24 @@ class Run:
         shutil.copytree(self.before, root)
         return root
 
-    def start(self, root, environment):
+    def start(self, root, environment, script=None):
         command = [self.options.player, "--install", root / "installation", "--drive", f"d={root}/d", "--clock", CLOCK,
-                   self.script]
-        return subprocess.Popen(command, env=dict(os.environ, **environment), stdout=subprocess.PIPE,
-                                stderr=subprocess.STDOUT)
+                   "--print-to", root / PRINTED, script or self.script]
+        return subprocess.Popen(command, env=dict(os.environ, TMPDIR=str(root / "tmp"), **environment),
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
 
-    def play(self, root, kill_at=0, log=None):
+    def play_undisturbed(self, root, script, log=None):
+        status, told = self.play(root, script=script, log=log)
+        if status != 0:
+            sys.exit(f"{script.name}: undisturbed it ends with {status}\n{told}")
+
+    def play(self, root, script=None, kill_at=0, log=None):
         environment = {"LD_PRELOAD": str(self.options.shim), "TARVIK_KILL_AT": str(kill_at)}
         # The sanitizers' library wants to be the first one.
         environment["ASAN_OPTIONS"] = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
         if log:
             environment["TARVIK_KILL_LOG"] = str(log)
-        process = self.start(root, environment)
+        process = self.start(root, environment, script)
         told, _ = process.communicate(timeout=300)
         return process.returncode, told.decode(errors="replace")
 
@@ -103,25 +118,31 @@ class Run:
         process.communicate()
         return [], root
 
+    def is_noted(self, name, data):
+        """Whether a text holds what it held and the same notes, once for each run."""
+        if name not in self.noted or not data.startswith(self.old[name]):
+            return False
+        notes, added = self.new[name][len(self.old[name]):], data[len(self.old[name]):]
+        return set(added.splitlines()) <= set(notes.splitlines())
+
     def check(self, faults, root):
         """What is wrong after a kill, and after the next run."""
         left = snapshot(root)
         for name, data in left.items():
-            base = os.path.basename(name)
-            if name in self.scratch or is_leftover(base) or self.old.get(name) == data:
+            if name in self.scratch or is_leftover(name) or self.old.get(name) == data or self.is_noted(name, data):
                 continue
             if data not in self.versions.get(name, ()):
                 faults.append(f"{name} is neither an old nor a new file ({len(data)} bytes)")
-        faults += [f"{name} is gone" for name in self.old if name not in left]
-        for name in left:  # as if the next run came later
-            if is_leftover(os.path.basename(name)):
-                os.utime(root / name, (time.time() - 120,) * 2)
+        faults += [f"{name} is gone" for name, data in self.old.items()
+                   if name not in left and (name in self.new or data not in left.values())]
+        for path in [root / name for name in left if is_leftover(name)] + list(root.glob("tmp/*")):
+            os.utime(path, (time.time() - 120,) * 2)  # as if the next run came later
         status, told = self.play(root)
         if status != 0:
             faults.append(f"the next run ends with {status}: {told[-400:]}")
         again = snapshot(root)
         for name in sorted(again.keys() | self.new.keys()):
-            if again.get(name) != self.new.get(name):
+            if again.get(name) != self.new.get(name) and not self.is_noted(name, again.get(name, b"")):
                 faults.append(f"after the next run {name} is another than undisturbed")
         return faults
 
