@@ -9,7 +9,7 @@
 /// The column engine as simple loops over endless arrays, quadratic where nothing forbids it, so that it can be read.
 namespace tarvik::test {
 
-inline const Text line_end = U"\r\n", tab = U"\t";
+inline const Text line_end = U"\r\n", carriage_return = U"\r", tab = U"\t", tabs(21, U'\t');
 
 /// An array whose elements exist when they are asked for.
 template <typename Value>
@@ -39,7 +39,7 @@ public:
             resultcount += 1;
             std::size_t d = 0, f = 0;
             while (d <= p - 1 && (d == 0 || document[p - d - 1] != U'\r')) ++d;
-            while (f <= 720 && mid(document, p, f).find(U'\r') == npos) ++f;
+            while (f <= 720 && (f == 0 || mid(document, p + f - 1, 1) != TextView(carriage_return))) ++f;
             const std::size_t h = rowhits.size();
             if (d == p) rowhits(h) = mid(document, 1, p + f - 2).str();
             else if (f <= 720) rowhits(h) = d + f < 3 ? Text() : mid(document, p - d + 2, d + f - 3).str();
@@ -85,7 +85,7 @@ public:
         for (std::size_t i = 0; i <= curcount; ++i, file += line_end) {
             const Text row = (comp ? sugrow : sufrow)(i);
             for (std::size_t column = 0, p = 1, e = 0; p <= row.size(); p = e == 0 ? p + 1 : e) {
-                const std::size_t k = mid(row, p + 1, 21) == TextView(Text(21, U'\t')) ? 1 : 0;
+                const std::size_t k = mid(row, p + 1, 21) == TextView(tabs) ? 1 : 0;
                 e = row[p - 1] == U'\t' ? instr(row, tab, p + k + 1) : 0;
                 if (e == 0 || ++column >= 100) continue;
                 const Text field = mid(row, p + k + 1, e - (p + k) - 1).str();

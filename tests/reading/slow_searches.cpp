@@ -38,7 +38,7 @@ Pieces pieces_between_separators(TextView t, TextView q, TextView s)
         if (q.empty() || mid(t, i, q.size()) != q) continue;
         std::size_t k = 0;
         while (k < i && !found.open) {
-            found.open = instr(rtrim(mid(t, i - k, k)), s) > 0;
+            found.open = rtrim(mid(t, i - k, k)).starts_with(s); // behind its beginning it was looked for before
             if (!found.open) ++k;
         }
         auto p = static_cast<long>(instr(mid(t, i, 5000), s));
@@ -68,7 +68,7 @@ Pieces sentences(TextView t, TextView q, bool by_enter, bool open, std::size_t k
             for (k = 0, before = false; k < i && !before;) {
                 const TextView look = rtrim(mid(t, i - k, k));
                 for (const TextView ending : {U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n"})
-                    before = before || instr(look, ending) > 0;
+                    before = before || look.starts_with(ending); // further on it was looked for before
                 if (!before) ++k;
             }
             found.open = before;
