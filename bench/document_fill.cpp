@@ -6,13 +6,7 @@
 // column and text with TABs between; "|" stands for a line break. The picture goes into the cell of the last line.
 // ENGINE is ooxml or libreoffice. Prints the seconds; a report ahead, which starts the engine, does not count.
 
-#include "office/engines.h"
-#include "platform/failure.h"
-#include "platform/files/disk_files.h"
-
-#include <chrono>
-#include <iostream>
-#include <vector>
+#include "bench/fill_timing.h"
 
 namespace {
 
@@ -22,11 +16,6 @@ struct CellText {
     int row;
     int column;
     Text text;
-};
-
-class NoPrinter final : public Printer {
-public:
-    void print(const std::filesystem::path& /*file*/, TextView /*name*/) override {}
 };
 
 std::vector<TextView> pieces(TextView text, char32_t separator)
@@ -73,30 +62,15 @@ void fill(OfficeEngines& engines, const Report& report, int number)
     application->quit();
 }
 
-void run(const std::vector<std::string>& words)
-{
-    DiskFiles files{std::filesystem::path(words.at(0))};
-    NoPrinter printer;
-    const bool is_libreoffice = words.size() > 5 && words[5] == "libreoffice";
-    libreoffice::LibreOffice office({.plugin = TARVIK_LIBREOFFICE_PLUGIN});
-    const auto engines = make_engines(is_libreoffice ? Engine::LibreOffice : Engine::Ooxml, files, printer, office);
-    const Report report{from_utf8(words.at(1)), from_utf8(words.at(2)), read_cells(files, from_utf8(words.at(3)))};
-    fill(*engines, report, 0);
-    const auto start = std::chrono::steady_clock::now();
-    const int count = std::stoi(words.at(4));
-    for (int number = 1; number <= count; ++number) fill(*engines, report, number);
-    std::cout << std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() << '\n';
-}
-
 } // namespace
 
-int main(int count, char** words)
+int main(int count, char** arguments)
 {
-    try {
-        run({words + 1, words + count});
-        return 0;
-    } catch (const std::exception& error) {
-        std::cerr << "document-fill: " << error.what() << '\n';
-        return 1;
-    }
+    const std::vector<std::string> words(arguments + 1, arguments + count);
+    return time_filling("document-fill", words, [&words](const Files& files) -> Filling {
+        const Report report{from_utf8(words.at(1)), from_utf8(words.at(2)), read_cells(files, from_utf8(words.at(3)))};
+        return {.engine = words.size() > 5 && words[5] == "libreoffice" ? Engine::LibreOffice : Engine::Ooxml,
+                .count = std::stoi(words.at(4)),
+                .fill = [report](OfficeEngines& engines, int number) { fill(engines, report, number); }};
+    });
 }

@@ -56,9 +56,11 @@ def scans(player, folder, keys):
 
 
 def grep(folder):
-    """One key, the mean of a few."""
+    """One key, the mean of a few. The counts go to a file: grep ends at the first hit when its output is thrown away."""
     c_locale = {**os.environ, "LC_ALL": "C"}
-    spent = [timed(["grep", "-c", "-F", key(number), folder / "3139.txt"], env=c_locale) for number in range(PEER_KEYS)]
+    with open(folder / "counts.txt", "wb") as counts:
+        spent = [timed(["grep", "-c", "-F", key(number), folder / "3139.txt"], stdout=counts, env=c_locale)
+                 for number in range(PEER_KEYS)]
     return Spent(*(sum(each) / PEER_KEYS for each in zip(*spent)))
 
 

@@ -5,20 +5,11 @@
 // WORKBOOK, an .xlsx file in FOLDER, is saved as filled.xls first, which starts LibreOffice and does not count. Then
 // 300 cells of that file are written COUNT times, each time into a file of its own. Prints the seconds.
 
-#include "office/engines.h"
-#include "platform/files/disk_files.h"
-
-#include <chrono>
-#include <iostream>
+#include "bench/fill_timing.h"
 
 namespace {
 
 using namespace tarvik;
-
-class NoPrinter final : public Printer {
-public:
-    void print(const std::filesystem::path& /*file*/, TextView /*name*/) override {}
-};
 
 void fill(OfficeEngines& engines, TextView from, TextView to)
 {
@@ -33,28 +24,15 @@ void fill(OfficeEngines& engines, TextView from, TextView to)
     application->quit();
 }
 
-void run(const std::vector<std::string>& words)
-{
-    DiskFiles files{std::filesystem::path(words.at(0))};
-    NoPrinter printer;
-    libreoffice::LibreOffice office({.plugin = TARVIK_LIBREOFFICE_PLUGIN});
-    const auto engines = make_engines(Engine::LibreOffice, files, printer, office);
-    fill(*engines, from_utf8(words.at(1)), U"filled.xls");
-    const auto start = std::chrono::steady_clock::now();
-    const int count = std::stoi(words.at(2));
-    for (int number = 1; number <= count; ++number) fill(*engines, U"filled.xls", number_text(number) + U".xls");
-    std::cout << std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() << '\n';
-}
-
 } // namespace
 
-int main(int count, char** words)
+int main(int count, char** arguments)
 {
-    try {
-        run({words + 1, words + count});
-        return 0;
-    } catch (const std::exception& error) {
-        std::cerr << "workbook-fill: " << error.what() << '\n';
-        return 1;
-    }
+    const std::vector<std::string> words(arguments + 1, arguments + count);
+    return time_filling("workbook-fill", words, [&words](const Files& /*files*/) -> Filling {
+        return {.count = std::stoi(words.at(2)), .fill = [&words](OfficeEngines& engines, int number) {
+                    if (number == 0) fill(engines, from_utf8(words.at(1)), U"filled.xls");
+                    else fill(engines, U"filled.xls", number_text(number) + U".xls");
+                }};
+    });
 }
