@@ -19,6 +19,15 @@ TEST(CharacterList, has_a_record_for_each_character)
     desk.open_text(U"");
     list_characters(desk.program);
     EXPECT_EQ(desk.installation.read("3150.txt"), "");
+    Text text;
+    std::string records;
+    for (int number = 1; number <= 200'000; ++number) {
+        text += number % 3 == 0 ? U'中' : U'a';
+        records += (number % 3 == 0 ? encode(U"中") : "a") + "\t*" + std::to_string(number) + "\r\r\n";
+    }
+    desk.open_text(text);
+    list_characters(desk.program);
+    EXPECT_TRUE(desk.installation.read("3150.txt") == records); // megabytes are no message
     EXPECT_TRUE(desk.dialogs.messages.empty());
 }
 
