@@ -74,8 +74,9 @@ struct DoubleQuotes final : pugi::xml_tree_walker {
 };
 
 struct StringWriter final : pugi::xml_writer {
-    std::string text;
+    explicit StringWriter(std::string& target) : text(target) {}
     void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+    std::string& text;
 };
 
 // What stands between & and ; as UTF-8; empty when it is nothing known.
@@ -135,12 +136,12 @@ XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view
 
 std::string XmlPart::print() const
 {
-    StringWriter writer;
+    std::string text;
     for (const auto node : document_.children()) {
-        node.print(writer, "", raw_printing, pugi::encoding_utf8);
-        if (node.type() == pugi::node_declaration) writer.text += behind_declaration_;
+        append_printed(node, text);
+        if (node.type() == pugi::node_declaration) text += behind_declaration_;
     }
-    return std::move(writer.text);
+    return text;
 }
 
 std::string_view root_name(std::string_view contents) noexcept
@@ -261,6 +262,19 @@ void set_attribute(pugi::xml_node node, const char* name, std::string_view text)
     auto attribute = node.attribute(name);
     if (!attribute) attribute = node.append_attribute(name);
     attribute.set_value(escaped(text).c_str());
+}
+
+void append_printed(pugi::xml_node element, std::string& target)
+{
+    StringWriter writer(target);
+    element.print(writer, "", raw_printing, pugi::encoding_utf8);
+}
+
+void append_elements(pugi::xml_node parent, std::string_view printed)
+{
+    if (!parent.append_buffer(printed.data(), printed.size(), raw_parsing, pugi::encoding_utf8)) {
+        throw std::bad_alloc(); // the XML is our own
+    }
 }
 
 void append_raw_element(pugi::xml_node parent, const char* local_name, const std::string& raw)

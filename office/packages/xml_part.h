@@ -62,6 +62,10 @@ std::string attribute_text(pugi::xml_node node, const char* name);
 void set_attribute(pugi::xml_node node, const char* name, std::string_view text);
 /// The characters directly in the element.
 std::string element_text(pugi::xml_node element);
+/// Appends the element as its part will hold it.
+void append_printed(pugi::xml_node element, std::string& target);
+/// Appends elements that append_printed() wrote.
+void append_elements(pugi::xml_node parent, std::string_view printed);
 /// Appends an element, named as `parent` is, that holds nothing but `raw`.
 void append_raw_element(pugi::xml_node parent, const char* local_name, const std::string& raw);
 /// Makes `raw` the element's only contents; the element must hold nothing but characters.

@@ -41,16 +41,20 @@ SharedStrings::SharedStrings(XmlPart part) : part_(std::move(part))
     for (const auto child : part_.root().children()) {
         if (is_named(child, "si")) items_.push_back(child);
     }
+    if (!items_.empty()) last_ = items_.back();
 }
 
 Text SharedStrings::text(std::size_t index) const
 {
-    return has(index) ? rich_text(items_[index]) : Text();
+    if (!has(index)) return {};
+    if (index < items_.size()) return rich_text(items_[index]);
+    return decode_cell_text(unescaped(added_[index - items_.size()]));
 }
 
 bool SharedStrings::is_empty(std::size_t index) const
 {
     if (!has(index)) return true;
+    if (index >= items_.size()) return added_[index - items_.size()].empty();
     if (emptiness_.size() < items_.size()) emptiness_.resize(items_.size(), Emptiness::Unknown);
     if (emptiness_[index] == Emptiness::Unknown) {
         const auto children = items_[index].children();
@@ -78,21 +82,33 @@ std::size_t SharedStrings::add(const std::string& raw)
     const auto found = plain_.find(raw);
     if (found != plain_.end()) return found->second;
 
-    auto root = part_.root();
-    const auto name = name_like(root, "si");
-    auto item =
-        items_.empty() ? root.prepend_child(name.c_str()) : root.insert_child_after(name.c_str(), items_.back());
-    auto text = item.append_child(name_like(root, "t").c_str());
-    if (needs_preserving(raw)) set_attribute(text, "xml:space", "preserve");
-    set_raw_text(text, raw);
-    items_.push_back(item);
-    plain_.emplace(text.first_child().value(), items_.size() - 1);
+    const std::size_t index = items_.size() + added_.size();
+    plain_.emplace(added_.emplace_back(raw), index);
     part_.changed = true;
-    return items_.size() - 1;
+    return index;
+}
+
+void SharedStrings::lay_down_added()
+{
+    constexpr std::size_t text_at_once = std::size_t{1} << 16;
+    auto root = part_.root();
+    const auto item = name_like(root, "si"), text = name_like(root, "t");
+    std::string items;
+    while (laid_down_ < added_.size()) {
+        const auto& raw = added_[laid_down_++];
+        items += "<" + item + "><" + text + (needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
+        items += raw;
+        items += "</" + text + "></" + item + ">";
+        if (items.size() < text_at_once && laid_down_ < added_.size()) continue;
+        last_ = last_ ? root.insert_child_after(pugi::node_pcdata, last_) : root.prepend_child(pugi::node_pcdata);
+        last_.set_value(items.c_str());
+        items.clear();
+    }
 }
 
 const XmlPart& SharedStrings::settle()
 {
+    lay_down_added();
     auto root = part_.root();
     if (reference_difference_ != 0 && root.attribute("count")) {
         constexpr long long most_references = 1LL << 40U; // whatever the part says
@@ -102,7 +118,7 @@ const XmlPart& SharedStrings::settle()
     }
     reference_difference_ = 0;
     if (part_.changed && root.attribute("uniqueCount")) {
-        root.attribute("uniqueCount").set_value(static_cast<unsigned long long>(items_.size()));
+        root.attribute("uniqueCount").set_value(static_cast<unsigned long long>(items_.size() + added_.size()));
     }
     return part_;
 }

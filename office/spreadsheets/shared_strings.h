@@ -2,6 +2,8 @@
 
 #include "office/packages/xml_part.h"
 
+#include <deque>
+#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -17,7 +19,7 @@ public:
     explicit SharedStrings(XmlPart part);
 
     /// Texts count from 0.
-    bool has(std::size_t index) const noexcept { return index < items_.size(); }
+    bool has(std::size_t index) const noexcept { return index < items_.size() + added_.size(); }
     /// The text with that index; empty if there is none.
     Text text(std::size_t index) const;
     bool is_empty(std::size_t index) const;
@@ -30,12 +32,16 @@ public:
 
 private:
     void index_plain_items();
+    void lay_down_added();
 
     XmlPart part_;
-    std::vector<pugi::xml_node> items_;
+    std::vector<pugi::xml_node> items_; // that the part told
+    pugi::xml_node last_;               // of the texts in the part
+    std::deque<std::string> added_;     // raw texts; as elements they would take several times the memory
+    std::size_t laid_down_ = 0;         // so many of those are in the part
     enum class Emptiness : char { Unknown, Empty, Filled };
     mutable std::vector<Emptiness> emptiness_; // of the items: many cells may ask for one of a thousand runs
-    std::unordered_map<std::string_view, std::size_t> plain_; // raw text, held by the tree, to index
+    std::unordered_map<std::string_view, std::size_t> plain_; // raw text, held by the tree or among the added, to index
     bool plain_is_indexed_ = false;
     long long reference_difference_ = 0;
 };

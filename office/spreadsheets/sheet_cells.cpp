@@ -68,7 +68,7 @@ void refuse_repeated(const std::vector<NumberedElement>& cells)
 } // namespace
 
 SheetCells::SheetCells(pugi::xml_node worksheet)
-    : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData"))
+    : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData")), grown_(sheet_data_)
 {
     if (!sheet_data_) throw Damage(U"工作表没有单元格数据。");
     index();
@@ -95,8 +95,35 @@ void SheetCells::index()
     }
 }
 
+// Its element is about to go.
+void SheetCells::forget_begun_row() const
+{
+    if (grown_.begun() > 0) rows_.erase(grown_.begun());
+}
+
+void SheetCells::lay_down_grown_rows()
+{
+    forget_begun_row();
+    grown_.lay_down();
+}
+
+void SheetCells::take_out_grown_rows() const
+{
+    forget_begun_row();
+    for (const auto row : grown_.take_out()) {
+        const NumberedElement numbered{row.attribute("r").as_int(), row};
+        rows_.emplace_hint(rows_.end(), numbered.number, Row{row, numbered_cells(numbered)});
+    }
+}
+
+void SheetCells::require_elements(int first_row, int last_row) const
+{
+    if (grown_.has_text_of(first_row, last_row)) take_out_grown_rows();
+}
+
 pugi::xml_node SheetCells::find(Place place) const
 {
+    require_elements(place.row, place.row);
     const auto row = rows_.find(place.row);
     if (row == rows_.end()) return {};
     const auto& cells = row->second.cells;
@@ -108,11 +135,18 @@ pugi::xml_node SheetCells::find(Place place) const
 SheetCells::Row& SheetCells::ensure_row(int number)
 {
     if (!rows_.empty() && rows_.rbegin()->first == number) return rows_.rbegin()->second; // a list grows there
-    const auto next = rows_.lower_bound(number);
-    if (next != rows_.end() && next->first == number) return next->second;
-    const auto name = name_like(sheet_data_, "row");
-    auto node = next == rows_.end() ? sheet_data_.append_child(name.c_str())
-                                    : sheet_data_.insert_child_before(name.c_str(), next->second.node);
+    require_elements(number, number);
+    auto next = rows_.lower_bound(number);
+    if (next == rows_.end()) {
+        forget_begun_row();
+        return rows_.emplace_hint(rows_.end(), number, Row{grown_.begin(number), {}})->second;
+    }
+    if (next->first == number) return next->second;
+    if (next->first == grown_.begun()) {
+        take_out_grown_rows();
+        next = rows_.lower_bound(number);
+    }
+    auto node = sheet_data_.insert_child_before(name_like(sheet_data_, "row").c_str(), next->second.node);
     node.append_attribute("r").set_value(number);
     return rows_.emplace_hint(next, number, Row{node, {}})->second;
 }
@@ -164,6 +198,7 @@ void SheetCells::widen(Row& row, Place place)
 
 void SheetCells::visit(const Range& range, const Visitor& visitor) const
 {
+    require_elements(range.first.row, range.last.row);
     for (auto row = rows_.lower_bound(range.first.row); row != rows_.end() && row->first <= range.last.row; ++row) {
         for (const auto& cell : row->second.cells) {
             if (cell.number > range.last.column) break;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "office/spreadsheets/growing_rows.h"
 #include "office/spreadsheets/places.h"
 
 #include <functional>
@@ -33,6 +34,10 @@ public:
     /// All elements that hold a formula, row by row.
     void visit_formulas(const Visitor& visitor) const;
 
+    /// Until one of these is called the part lacks the rows by which the sheet has grown. As text they can be printed.
+    void lay_down_grown_rows();
+    void take_out_grown_rows() const;
+
 private:
     struct Row {
         pugi::xml_node node;
@@ -45,13 +50,17 @@ private:
     };
 
     void index();
+    void forget_begun_row() const;
+    void require_elements(int first_row, int last_row) const;
     Row& ensure_row(int number);
     const char* format_of_missing(const Row& row, int column);
     void widen(Row& row, Place place);
 
     pugi::xml_node worksheet_;
     pugi::xml_node sheet_data_;
-    std::map<int, Row> rows_;
+    // A row is looked for in one of two forms, so that looking may change the form of all that have grown.
+    mutable std::map<int, Row> rows_; // that are elements
+    mutable GrowingRows grown_;
     std::optional<Range> dimension_;
     std::optional<std::vector<ColumnFormat>> column_formats_;
 };

@@ -114,6 +114,18 @@ int SheetPart::clear(const Range& range)
     return static_cast<int>(held.size());
 }
 
+const XmlPart& SheetPart::part() const
+{
+    cells_.take_out_grown_rows();
+    return part_;
+}
+
+const XmlPart& SheetPart::settle()
+{
+    cells_.lay_down_grown_rows();
+    return part_;
+}
+
 void SheetPart::drop_results()
 {
     if (formulas_.drop_results()) part_.changed = true;

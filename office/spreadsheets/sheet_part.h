@@ -26,7 +26,10 @@ public:
     /// Takes the cached results away from all formula cells.
     void drop_results();
 
-    const XmlPart& part() const noexcept { return part_; }
+    /// The part with an element for each of its cells.
+    const XmlPart& part() const;
+    /// The part as it can be printed.
+    const XmlPart& settle();
 
 private:
     Place first_of_merged(Place place) const noexcept;

@@ -162,7 +162,7 @@ const std::string& WorkbookModel::pack()
     package_.write(relationships_);
     if (strings_) package_.write(strings_->settle());
     for (const auto& sheet : sheets_) {
-        if (sheet.part) package_.write(sheet.part->part());
+        if (sheet.part) package_.write(sheet.part->settle());
     }
     packed_ = package_.pack();
     is_unpacked_ = false;
