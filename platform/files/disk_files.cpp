@@ -62,7 +62,7 @@ Text path_in(TextView folder, TextView name)
 }
 
 DiskFiles::DiskFiles(const fs::path& installation, const DriveMap& drives)
-    : installation_(without_closing_separator(installation))
+    : installation_(without_closing_separator(installation)), installation_text_(text_of(installation_))
 {
     for (const auto& [letter, folder] : drives)
         drives_[static_cast<char>(std::tolower(static_cast<unsigned char>(letter)))] = folder;
@@ -70,7 +70,7 @@ DiskFiles::DiskFiles(const fs::path& installation, const DriveMap& drives)
 
 Text DiskFiles::installation_folder() const
 {
-    return text_of(installation_);
+    return installation_text_;
 }
 
 fs::path DiskFiles::resolve(TextView path) const
@@ -81,6 +81,9 @@ fs::path DiskFiles::resolve(TextView path) const
         return look_up(drive != drives_.end() ? drive->second : drive_folder(letter), path.substr(2));
     }
     if (path.empty() || !is_separator(path[0])) return look_up(installation_, path);
+    // Most of them: the program put these together itself, and their folder needs no look.
+    if (path.starts_with(installation_text_) && path.substr(installation_text_.size()).starts_with(U"\\"))
+        return look_up(installation_, path.substr(installation_text_.size()));
     return rooted_path(path);
 }
 

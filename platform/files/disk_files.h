@@ -42,6 +42,7 @@ public:
 
 private:
     std::filesystem::path installation_;
+    Text installation_text_;
     DriveMap drives_;
     std::set<std::filesystem::path::string_type> swept_; ///< folders that leftovers were removed from
 };

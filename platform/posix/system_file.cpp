@@ -123,8 +123,12 @@ int SystemFile::write(std::string_view bytes) noexcept
 
 int SystemFile::cut_behind_last_write() noexcept
 {
-    const auto end = ::lseek(descriptor_of(handle_), 0, SEEK_CUR);
-    return end >= 0 ? cut_to(static_cast<std::uint64_t>(end)) : errno;
+    const int descriptor = descriptor_of(handle_);
+    const auto end = ::lseek(descriptor, 0, SEEK_CUR);
+    struct stat status {};
+    if (end < 0 || ::fstat(descriptor, &status) != 0) return errno;
+    // Cutting costs a turn of the file system also where there is nothing to cut.
+    return status.st_size > end ? cut_to(static_cast<std::uint64_t>(end)) : 0;
 }
 
 int SystemFile::cut_to(std::uint64_t size) noexcept
