@@ -4,6 +4,7 @@
 #include "columns/row_scan.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
+#include "platform/background.h"
 
 #include <algorithm>
 #include <functional>
@@ -14,6 +15,7 @@ namespace tarvik {
 namespace {
 
 constexpr std::size_t last_cleared_hit = 700'000;
+constexpr std::size_t rows_worth_a_thread = 20'000;
 
 /// The distinct rows in the order of their last copies, and how many other copies there were.
 struct DistinctRows {
@@ -37,7 +39,9 @@ DistinctRows remove_duplicates(TextArray& rowhits, const std::vector<TextView>& 
     const TextView left = rowhits.get(hits.size());
     TextIndex seen(hits.size());
     std::vector<std::size_t> hashes(hits.size());
-    std::ranges::transform(hits, hashes.begin(), byte_hash);
+    in_halves(hits.size(), rows_worth_a_thread, [&](std::size_t first, std::size_t behind) {
+        std::transform(hits.data() + first, hits.data() + behind, hashes.data() + first, byte_hash);
+    });
     DistinctRows distinct;
     distinct.rows.reserve(hits.size());
     for (std::size_t i = hits.size(); i-- > 0;) {

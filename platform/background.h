@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <future>
 #include <system_error>
 #include <utility>
@@ -20,6 +21,17 @@ auto in_background(Work work, bool worth_a_thread = true) -> std::future<decltyp
     std::packaged_task<decltype(work())()> task(std::move(work));
     task();
     return task.get_future();
+}
+
+/// Calls `work` with the beginning and the end of two halves of so many things, and where there are enough of them
+/// with both at once: what it does for the one must touch nothing that it does for the other.
+template <typename Work>
+void in_halves(std::size_t count, std::size_t worth_a_thread, const Work& work)
+{
+    const std::size_t half = count < worth_a_thread ? 0 : count / 2;
+    auto first = in_background([&] { work(std::size_t{0}, half); }, half > 0);
+    work(half, count);
+    first.get();
 }
 
 } // namespace tarvik

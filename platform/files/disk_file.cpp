@@ -91,16 +91,17 @@ std::string read_file(const fs::path& path)
     SystemFile file(path, Opening::Read);
     const FileStatus status = file.status();
     require_plain(status);
-    std::string bytes(static_cast<std::size_t>(status.size) + 1, '\0');
-    std::size_t size = 0;
+    constexpr std::size_t at_once = std::size_t{1} << 18; // stays near the processor until it is filled
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(status.size) + 1);
     for (;;) {
-        if (size == bytes.size()) bytes.resize(bytes.size() * 2);
+        const std::size_t size = bytes.size();
+        if (size == bytes.capacity()) bytes.reserve(size * 2);
+        bytes.resize(std::min(size + at_once, bytes.capacity()));
         const std::size_t got = file.read(std::span(bytes).subspan(size));
-        if (got == 0) break;
-        size += got;
+        bytes.resize(size + got);
+        if (got == 0) return bytes;
     }
-    bytes.resize(size);
-    return bytes;
 }
 
 void append_to_file(const fs::path& path, std::string_view bytes)

@@ -69,12 +69,14 @@ const std::uint8_t* decode_behind(const Scheme& scheme, const std::uint8_t* at, 
 {
     constexpr std::ptrdiff_t stretch = 4096;
     std::size_t used = target.size();
-    target.resize(std::max(expected, used) + static_cast<std::size_t>(std::min(stretch, end - at)));
+    target.reserve(std::max(expected, used) + static_cast<std::size_t>(std::min(stretch, end - at)));
     for (;;) {
         const std::ptrdiff_t count = std::min(stretch, end - at); // so many characters at most
         const std::size_t room = used + static_cast<std::size_t>(count);
-        if (target.size() < room)
-            target.resize(std::max(room, std::min(target.size() / 4 * 5, used + static_cast<std::size_t>(end - at))));
+        if (target.capacity() < room)
+            target.reserve(
+                std::max(room, std::min(target.capacity() / 4 * 5, used + static_cast<std::size_t>(end - at))));
+        target.resize(room); // no more at once, so that it stays near the processor until it is filled
         const std::uint8_t* stop = at + count;
         Char* out = target.data() + used;
         decode_stretch(scheme, at, stop, end, out);

@@ -1,5 +1,6 @@
 #include "platform/text/document.h"
 
+#include "platform/background.h"
 #include "platform/text/letter_case.h"
 
 #include <algorithm>
@@ -11,6 +12,7 @@ namespace {
 
 constexpr std::u32string_view line_end = U"\r\n";
 constexpr std::size_t scans_before_index = 32; // making one takes about as long
+constexpr std::size_t characters_worth_a_thread = std::size_t{1} << 20;
 
 /// All bits that occur in the characters: tells the width they need, and is a loop that vectorizes.
 char32_t all_bits(TextView text) noexcept
@@ -86,7 +88,9 @@ SharedBuffer make_lowered(TextView text)
         using Char = std::remove_const_t<typename decltype(characters)::element_type>;
         std::conditional_t<sizeof(Char) == 1, std::vector<Char>, std::basic_string<Char>> small(characters.size(),
                                                                                                 Char{});
-        lower_into<Char>(characters, small.data());
+        in_halves(small.size(), characters_worth_a_thread, [&](std::size_t first, std::size_t behind) {
+            lower_into<Char>(characters.subspan(first, behind - first), small.data() + first);
+        });
         return std::make_shared<const TextBuffer>(std::move(small));
     });
 }
