@@ -26,9 +26,9 @@ Text sheet_folder(Program& program, const Text& folder_text)
 /// `head` is cut first and `tail` only when it is too long by itself; the extension stays.
 Text fitted(TextView head, TextView tail, TextView extension)
 {
-    const std::size_t room = longest_name - to_utf8(extension).size();
-    const TextView kept_tail = cut_to_bytes(tail, room);
-    return cut_to_bytes(head, room - to_utf8(kept_tail).size()).str() + kept_tail + extension;
+    const std::size_t room = longest_name - name_size(extension);
+    const TextView kept_tail = cut_to_room(tail, room);
+    return cut_to_room(head, room - name_size(kept_tail)).str() + kept_tail + extension;
 }
 
 /// What a name is before its extension, and the extension with its point.
@@ -79,9 +79,8 @@ Text plain_sheet_path(Program& program, const Text& name)
     const Text safe = safe_file_name(name);
     const auto [stem, extension] = split_extension(safe);
     const std::size_t room = longest_name - added_extension;
-    const Text fitting = to_utf8(safe).size() <= room
-                             ? safe
-                             : fitted(cut_to_bytes(stem, room - to_utf8(extension).size()), {}, extension);
+    const Text fitting =
+        name_size(safe) <= room ? safe : fitted(cut_to_room(stem, room - name_size(extension)), {}, extension);
     return claimed(program, program.form1.outfolder, fitting, name);
 }
 

@@ -30,15 +30,24 @@ constexpr FileReason reasons[] = {
     {ENXIO, U"设备不存在"},
 };
 
+Text reason_of_number(int error)
+{
+    for (const auto& rows : {own_reasons(), std::span<const FileReason>(reasons)})
+        for (const FileReason& reason : rows)
+            if (reason.error == error) return Text(reason.words);
+    return U"系统错误 " + number_text(error);
+}
+
 } // namespace
+
+Text reason_of(const std::system_error& error)
+{
+    return reason_of_number(error.code().default_error_condition().value());
+}
 
 Failure file_failure(TextView action, TextView path, int error)
 {
-    Text told = U"无法" + action + U"“" + path + U"”：";
-    for (const auto& rows : {std::span<const FileReason>(reasons), own_reasons()})
-        for (const FileReason& reason : rows)
-            if (reason.error == error) return Failure(told + reason.words + U"。");
-    return Failure(told + U"系统错误 " + number_text(error) + U"。");
+    return Failure(U"无法" + action + U"“" + path + U"”：" + reason_of_number(error) + U"。");
 }
 
 } // namespace tarvik

@@ -6,7 +6,10 @@
 
 namespace tarvik {
 
-/// "无法<action>“<path>”：<reason>。", the reason being the words for the system's error number.
+/// Why the system's call failed, in the user's words, without a point.
+Text reason_of(const std::system_error& error);
+
+/// "无法<action>“<path>”：<reason>。"
 Failure file_failure(TextView action, TextView path, int error);
 
 /// Does the work; a failure of the system's is told with the path as the user knows it.

@@ -16,13 +16,13 @@ struct PathParts {
 };
 PathParts split_path(TextView path);
 
-/// What a file system takes for one name, in bytes of UTF-8.
-inline constexpr std::size_t longest_name = 255;
-/// A name cut to `room` bytes at most; no character is cut through.
-TextView cut_to_bytes(TextView name, std::size_t room);
+/// What a name takes in this system's measure, see own_names.h.
+std::size_t name_size(TextView name) noexcept;
+/// A name cut to `room` at most in that measure; no character is cut through.
+TextView cut_to_room(TextView name, std::size_t room);
 
 /// A whole file or folder name, without its path: the same, and a name that would be empty, "." or ".." becomes "_". A
-/// name of more than 255 bytes loses characters before its extension.
+/// name that is too long loses characters before its extension.
 Text safe_file_name(TextView name);
 
 } // namespace tarvik

@@ -11,7 +11,7 @@ struct FileReason {
     std::u32string_view words;
 };
 
-/// The reasons that only this system knows.
+/// The reasons that only this system knows or has words of its own for.
 std::span<const FileReason> own_reasons() noexcept;
 
 } // namespace tarvik

@@ -29,6 +29,15 @@ bool has_lost_end(TextView name)
 
 } // namespace
 
+// A file lies in a folder that has such a name as well, and Excel opens no path of more than 218 units. So many take
+// 255 bytes at most where a share lies on another system.
+const std::size_t longest_name = 85;
+
+std::size_t name_size(char32_t character) noexcept
+{
+    return character < 0x10000 ? 1 : 2;
+}
+
 bool is_usable_name(TextView name)
 {
     return !is_device(name) && !has_lost_end(name);

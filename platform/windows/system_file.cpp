@@ -21,11 +21,18 @@ namespace {
     throw std::system_error(error, std::generic_category());
 }
 
-/// The system tells the same of a path whose folder is not there, of one that leads through a file, and of a long name.
+constexpr std::size_t longest_path = MAX_PATH - 1;        // units; those of the closing 0 are not counted
+constexpr std::size_t longest_folder = longest_path - 12; // in which there is room for a short name
+
+/// A longer one is said to be not there by some calls and taken by others, and most programs do not open it.
+void require_fitting(const fs::path& path, std::size_t longest = longest_path)
+{
+    if (path.native().size() > longest) fail(ENAMETOOLONG);
+}
+
+/// The system tells the same of a path whose folder is not there and of one that leads through a file.
 [[noreturn]] void fail_with(DWORD system, const fs::path& path)
 {
-    constexpr std::size_t longest_name_here = 255; // units
-    if (path.filename().native().size() > longest_name_here) fail(ENAMETOOLONG);
     const DWORD parent = ::GetFileAttributesW(path.parent_path().c_str());
     const bool through_file = parent != INVALID_FILE_ATTRIBUTES && (parent & FILE_ATTRIBUTE_DIRECTORY) == 0;
     fail(through_file ? ENOTDIR : number_of(system));
@@ -59,6 +66,7 @@ Way way_of(Opening opening) noexcept
 /// name.
 HANDLE open_handle(const fs::path& path, const Way& way)
 {
+    require_fitting(path);
     const HANDLE handle =
         ::CreateFileW(path.c_str(), way.access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                       way.creation, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS | way.flags, nullptr);
@@ -215,6 +223,7 @@ void require_writable(const fs::path& path)
 bool rename_file(const fs::path& from, const fs::path& to)
 {
     require_usable_name(to);
+    require_fitting(to);
     const DWORD error = tried_again([&] {
         return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
     });
@@ -254,6 +263,7 @@ void remove_file(const fs::path& path)
 void make_folder(const fs::path& path)
 {
     require_usable_name(path);
+    require_fitting(path, longest_folder);
     if (::CreateDirectoryW(path.c_str(), nullptr) != 0) return;
     const DWORD error = ::GetLastError();
     const DWORD there = ::GetFileAttributesW(path.c_str());

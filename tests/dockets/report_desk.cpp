@@ -1,5 +1,7 @@
 #include "tests/dockets/report_desk.h"
 
+#include "platform/files/own_names.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -219,7 +221,7 @@ Text sheet_file(Text folder_text, const Text& tail, const Text& extension)
 {
     std::erase(folder_text, U'.');
     Text head = safe_name_part(folder_text), rest = safe_name_part(tail);
-    while (to_utf8(head + rest + extension).size() > 255) (head.empty() ? rest : head).pop_back();
+    while (name_size(head + rest + extension) > longest_name) (head.empty() ? rest : head).pop_back();
     return output + (folder_text.empty() ? Text() : safe_file_name(folder_text) + U"\\") + head + rest + extension;
 }
 

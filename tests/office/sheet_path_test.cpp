@@ -1,5 +1,7 @@
 #include "office/sheet_path.h"
 
+#include "platform/files/file_name.h"
+#include "platform/files/own_names.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +19,7 @@ protected:
     }
 
     std::string path(const SheetName& name) { return to_utf8(sheet_path(desk.program, name)); }
-    static std::size_t name_bytes(const std::string& path) { return path.size() - path.rfind('\\') - 1; }
+    static std::size_t size_of_name(const std::string& path) { return name_size(split_path(from_utf8(path)).name); }
 };
 
 TEST_F(SheetPath, joins_the_folder_text_and_the_parts)
@@ -34,13 +36,14 @@ TEST_F(SheetPath, cuts_the_folder_text_before_what_tells_sheets_apart)
 {
     const Text receipt(60, U'9');
     const std::string cut = path({Text(100, U'中'), {receipt, U"rn"}});
-    EXPECT_LE(name_bytes(cut), 255U);
-    EXPECT_GT(name_bytes(cut), 252U) << "as much as fits stays";
+    EXPECT_LE(size_of_name(cut), longest_name);
+    EXPECT_GT(size_of_name(cut), longest_name - name_size(U'中')) << "as much as fits stays";
     EXPECT_TRUE(cut.ends_with("-" + to_utf8(receipt) + "-rn.xlsx"));
     const std::string all_tail = path({U"head", {Text(300, U'x')}});
-    EXPECT_EQ(name_bytes(all_tail), 255U);
+    EXPECT_EQ(size_of_name(all_tail), longest_name);
     EXPECT_TRUE(all_tail.ends_with("x.xlsx"));
-    EXPECT_EQ(name_bytes(path({Text(123, U'a'), {Text(126, U'b')}})), 255U) << "what fits is not cut";
+    EXPECT_EQ(size_of_name(path({Text(39, U'a'), {Text(longest_name - 45, U'b')}})), longest_name)
+        << "what fits is not cut";
 }
 
 TEST_F(SheetPath, keeps_names_of_one_run_apart)
@@ -53,7 +56,8 @@ TEST_F(SheetPath, keeps_names_of_one_run_apart)
     EXPECT_NE(path({U"a", {same + U"1"}}), path({U"a", {same + U"2"}}));
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K/1")), "d:\\out\\K_1");
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K:1")), "d:\\out\\K_1 (2)");
-    EXPECT_EQ(name_bytes(to_utf8(plain_sheet_path(desk.program, Text(300, U'k')))), 250U) << "room for an extension";
+    const std::string plain = to_utf8(plain_sheet_path(desk.program, Text(300, U'k')));
+    EXPECT_EQ(size_of_name(plain), longest_name - 5) << "room for an extension";
 }
 
 } // namespace

@@ -15,15 +15,6 @@ TEST(FileName, StaysInsideItsFolder)
     EXPECT_EQ(safe_file_name(U" 甲 乙.x"), U" 甲 乙.x");
 }
 
-TEST(FileName, LongOnesAreCutBetweenCharacters)
-{
-    EXPECT_EQ(safe_file_name(Text(85, U'中')), Text(85, U'中'));
-    EXPECT_EQ(safe_file_name(Text(86, U'中')), Text(85, U'中'));
-    EXPECT_EQ(safe_file_name(U"ab" + Text(85, U'中')), U"ab" + Text(84, U'中'));
-    EXPECT_EQ(safe_file_name(Text(90, U'中') + U".xlsx"), Text(83, U'中') + U".xlsx");
-    EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(84, U'中'));
-}
-
 TEST(CalendarText, PadsAllButTheHour)
 {
     EXPECT_EQ(time_of_day({2024, 3, 1, 9, 5, 7}), U"9:05:07");

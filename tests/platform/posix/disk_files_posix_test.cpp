@@ -36,6 +36,15 @@ TEST_F(DiskFilesTest, OwnNamesAndTheHomeFolder)
     for (const auto& [given, path] : cases) EXPECT_EQ(files.resolve(from_utf8(given)), path) << given;
 }
 
+TEST(FileName, LongOnesAreCutBetweenCharacters)
+{
+    EXPECT_EQ(safe_file_name(Text(85, U'中')), Text(85, U'中'));
+    EXPECT_EQ(safe_file_name(Text(86, U'中')), Text(85, U'中'));
+    EXPECT_EQ(safe_file_name(U"ab" + Text(85, U'中')), U"ab" + Text(84, U'中'));
+    EXPECT_EQ(safe_file_name(Text(90, U'中') + U".xlsx"), Text(83, U'中') + U".xlsx");
+    EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(84, U'中'));
+}
+
 TEST(FileName, AnyEndIsGood)
 {
     EXPECT_EQ(safe_file_name(U" 甲 乙. "), U" 甲 乙. ");

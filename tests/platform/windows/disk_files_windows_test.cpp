@@ -86,6 +86,35 @@ TEST_F(DiskFilesTest, NamesThatNoFileHasAreRefused)
     EXPECT_EQ(safe_file_name(U"console"), U"console");
 }
 
+TEST(FileName, LongOnesAreCutBetweenCharacters)
+{
+    EXPECT_EQ(safe_file_name(Text(85, U'中')), Text(85, U'中'));
+    EXPECT_EQ(safe_file_name(Text(300, U'x') + U".xlsx"), Text(80, U'x') + U".xlsx");
+    EXPECT_EQ(safe_file_name(Text(90, U'𠀀')), Text(42, U'𠀀')) << "each takes two units";
+}
+
+// Beyond these lengths some of the system's calls work and others do not, as do other programs.
+TEST_F(DiskFilesTest, PathsThatAreTooLongAreToldAsThat)
+{
+    const std::size_t here = installation.path().native().size() + 1;
+    const Text deepest(247 - here, U'd'), longest(259 - here, U'f');
+    files.create_folder(deepest);
+    files.create_folder(U"d");
+    files.append(longest, "x");
+    EXPECT_EQ(files.read(longest), "x");
+    EXPECT_TRUE(files.folder_exists(deepest));
+    const Text reason = U"名称太长，连同所在的文件夹不能超过 259 个字符。";
+    const Text folder = deepest + U"d", file = longest + U"f", deep = deepest + U"\\z1234567.xlsx";
+    EXPECT_EQ(failure([&] { files.create_folder(folder); }), to_utf8(U"无法建立文件夹“" + folder + U"”：" + reason));
+    for (const Text& path : {file, deep}) {
+        EXPECT_EQ(failure([&] { files.append(path, "x"); }), to_utf8(U"无法写入文件“" + path + U"”：" + reason));
+        EXPECT_EQ(failure([&] { files.replace(path, "x"); }), to_utf8(U"无法写入文件“" + path + U"”：" + reason));
+        EXPECT_EQ(failure([&] { files.read(path); }), to_utf8(U"无法读取文件“" + path + U"”：" + reason));
+    }
+    EXPECT_EQ(failure([&] { files.move_file(longest, file); }), to_utf8(U"无法移动文件“" + longest + U"”：" + reason));
+    EXPECT_EQ(entries(), 3U);
+}
+
 TEST_F(DiskFilesTest, DrivesAndPathsOfOtherComputers)
 {
     EXPECT_EQ(files.resolve(U"e:\\x"), fs::path(L"E:\\x"));
