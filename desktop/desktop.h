@@ -4,6 +4,7 @@
 #include "desktop/front/model_timers.h"
 #include "desktop/services/chinese_texts.h"
 #include "desktop/services/desktop_platform.h"
+#include "desktop/services/desktop_printer.h"
 #include "desktop/services/dialogs.h"
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/look/busy_cursor.h"
-#include "office/libreoffice/libreoffice.h"
 #include "platform/platform.h"
 
 #include <QElapsedTimer>
@@ -44,17 +43,6 @@ private:
     QElapsedTimer since_start_; // of the work whose progress is told
     QElapsedTimer since_shown_;
     std::optional<BusyCursor> cursor_;
-};
-
-/// The default printer of the system, to which the suite prints. A missing printer, or nothing that could print the
-/// file, is a Failure. `office` must outlive the printer.
-class DesktopPrinter final : public Printer {
-public:
-    explicit DesktopPrinter(libreoffice::LibreOffice& office) : office_(office) {}
-    void print(const std::filesystem::path& file, TextView name) override;
-
-private:
-    libreoffice::LibreOffice& office_;
 };
 
 } // namespace tarvik

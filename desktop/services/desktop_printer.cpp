@@ -1,9 +1,10 @@
+#include "desktop/services/desktop_printer.h"
+
 #include "desktop/services/default_printer.h"
-#include "desktop/services/desktop_platform.h"
 #include "office/libreoffice/exchange_folder.h"
 #include "office/packages/damage.h"
 #include "platform/files/disk_file.h"
-#include "platform/files/path_text.h"
+#include "platform/files/file_failure.h"
 
 #include <system_error>
 
@@ -25,13 +26,13 @@ void DesktopPrinter::print(const std::filesystem::path& file, TextView name)
     if (printer.empty()) throw print_failure(name, U"没有找到默认打印机。");
     try {
         const libreoffice::ExchangeFolder folder(office_.folder());
-        auto opened = office_.open(folder.put(utf8_of(file.filename()), read_file(file)));
+        auto opened = office_.open(folder.put(file.filename(), read_file(file)));
         if (!opened) throw print_failure(name, libreoffice::suite_title() + U" 不能打开它。");
         opened.call([&](libreoffice::OpenFile& held) { held.print(printer); });
     } catch (const ooxml::Damage& damage) {
         throw print_failure(name, damage.reason());
     } catch (const std::system_error& error) {
-        throw print_failure(name, from_utf8(error.code().message()) + U"。");
+        throw print_failure(name, reason_of(error) + U"。");
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "office/packages/damage.h"
 #include "platform/files/disk_file.h"
+#include "platform/files/file_failure.h"
 
 #include <atomic>
 #include <system_error>
@@ -18,7 +19,7 @@ auto with_reason(const Work& work)
     try {
         return work();
     } catch (const std::system_error& error) {
-        throw ooxml::Damage(U"临时文件无法读写（" + from_utf8(error.code().message()) + U"）。");
+        throw ooxml::Damage(U"临时文件无法读写（" + reason_of(error) + U"）。");
     }
 }
 
@@ -37,14 +38,14 @@ ExchangeFolder::~ExchangeFolder()
     fs::remove_all(path_, ignored);
 }
 
-fs::path ExchangeFolder::put(std::string_view name, std::string_view bytes) const
+fs::path ExchangeFolder::put(const fs::path& name, std::string_view bytes) const
 {
     auto file = place(name);
     with_reason([&] { append_to_file(file, bytes); });
     return file;
 }
 
-std::string ExchangeFolder::take(std::string_view name) const
+std::string ExchangeFolder::take(const fs::path& name) const
 {
     return with_reason([&] { return read_file(place(name)); });
 }

@@ -16,9 +16,9 @@ public:
     ExchangeFolder(const ExchangeFolder&) = delete;
     ExchangeFolder& operator=(const ExchangeFolder&) = delete;
 
-    std::filesystem::path place(std::string_view name) const { return path_ / name; }
-    std::filesystem::path put(std::string_view name, std::string_view bytes) const;
-    std::string take(std::string_view name) const;
+    std::filesystem::path place(const std::filesystem::path& name) const { return path_ / name; }
+    std::filesystem::path put(const std::filesystem::path& name, std::string_view bytes) const;
+    std::string take(const std::filesystem::path& name) const;
 
 private:
     std::filesystem::path path_;
