@@ -92,7 +92,7 @@ void LibreOffice::run(Session& session, const std::function<void()>& work, Worke
         session.process->kill();
     };
     try {
-        worker_->run(work, {settings_.meanwhile, limit, too_long});
+        worker_->run(work, {settings_.meanwhile, limit, settings_.clock, too_long});
     } catch (const std::runtime_error& error) {
         const bool is_lost = dynamic_cast<const ConnectionLost*>(&error) || session.process->has_ended();
         if (!is_lost && !took_too_long)

@@ -17,8 +17,9 @@ struct Settings {
     std::function<void(Worker::Time waited)> meanwhile{};
     std::filesystem::path plugin = usual_plugin_file();
     Worker::Time start_limit{60'000}, call_limit{60'000};
-    Worker::Time until_rest{300'000}; ///< an idle process is ended then
-    int most_files = 300;             ///< a process that has opened so many is replaced: its memory grows with each
+    std::function<Worker::Clock::time_point()> clock = Worker::Clock::now; ///< that the limits are measured by
+    Worker::Time until_rest{300'000};                                      ///< an idle process is ended then
+    int most_files = 300; ///< a process that has opened so many is replaced: its memory grows with each
 };
 
 template <typename Kind>

@@ -27,14 +27,14 @@ Worker::~Worker()
 
 void Worker::run(const std::function<void()>& work, const Waiting& waiting)
 {
-    const auto started = std::chrono::steady_clock::now();
+    const auto started = waiting.clock();
     std::unique_lock lock(mutex_);
     error_ = nullptr;
     work_ = &work;
     changed_.notify_all();
     while (!changed_.wait_for(lock, between_looks, [this] { return work_ == nullptr; })) {
         lock.unlock();
-        const auto waited = std::chrono::duration_cast<Time>(std::chrono::steady_clock::now() - started);
+        const auto waited = std::chrono::duration_cast<Time>(waiting.clock() - started);
         if (waiting.meanwhile) waiting.meanwhile(waited);
         if (waited > waiting.limit) waiting.too_long();
         lock.lock();

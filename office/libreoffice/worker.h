@@ -13,6 +13,7 @@ namespace tarvik::libreoffice {
 class Worker {
 public:
     using Time = std::chrono::milliseconds;
+    using Clock = std::chrono::steady_clock;
 
     /// `rest` is called on the thread when there was no work for so long; again and again until it gives true.
     Worker(Time until_rest, std::function<bool()> rest);
@@ -23,6 +24,7 @@ public:
     struct Waiting {
         std::function<void(Time waited)> meanwhile; ///< called again and again
         Time limit;
+        std::function<Clock::time_point()> clock;
         std::function<void()> too_long; ///< called again and again behind the limit; it must make the work end
     };
     /// Does the work on the thread and comes back when it has ended; what it throws is thrown here.
