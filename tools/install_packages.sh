@@ -10,7 +10,7 @@ packages_for() {
     check) echo "clang-format clang-tidy clang-tools python3" ;;
     libreoffice) echo "libreoffice-calc libreoffice-writer libreoffice-dev" ;;
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev" ;;
-    windows-package) echo "qt6-base-dev nsis xvfb xauth xdotool imagemagick fonts-wqy-microhei" ;;
+    windows-package) echo "qt6-base-dev nsis librsvg2-bin imagemagick xvfb xauth xdotool x11-utils fonts-wqy-microhei" ;;
     package) echo "dpkg-dev file lintian" ;;
     valgrind) echo "valgrind" ;;
     fuzz) echo "clang-14 libclang-rt-14-dev" ;;

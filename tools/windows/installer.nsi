@@ -4,6 +4,8 @@ Target amd64-unicode
 Unicode true
 Name "Tarvik 计算"
 OutFile "${OUTPUT}"
+Icon "${ICON}"
+UninstallIcon "${ICON}"
 RequestExecutionLevel user
 InstallDir "$LOCALAPPDATA\Programs\Tarvik"
 InstallDirRegKey HKCU "Software\Tarvik" "Folder"
@@ -33,6 +35,7 @@ Section
   WriteUninstaller "$INSTDIR\uninstall.exe"
   WriteRegStr HKCU "Software\Tarvik" "Folder" "$INSTDIR"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayName" "Tarvik 计算"
+  WriteRegStr HKCU "${UNINSTALL}" "DisplayIcon" "$INSTDIR\tarvik.exe"
   WriteRegStr HKCU "${UNINSTALL}" "DisplayVersion" "${VERSION}"
   WriteRegStr HKCU "${UNINSTALL}" "UninstallString" '"$INSTDIR\uninstall.exe"'
 SectionEnd

@@ -31,5 +31,6 @@ rm -f build/tarvik-windows.zip
 (cd build/windows/package && cmake -E tar cf ../../tarvik-windows.zip --format=zip tarvik)
 version=$(sed -n 's/^project(Tarvik VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 makensis -V2 -DFOLDER="$PWD/$folder" -DOUTPUT="$PWD/build/tarvik-setup.exe" -DVERSION="$version" \
+    -DICON="$PWD/build/windows/release/resources/tarvik.ico" \
     tools/windows/installer.nsi
 ls -l build/tarvik-windows.zip build/tarvik-setup.exe
