@@ -11,12 +11,12 @@ fail() {
     echo "$(basename "$0"): $1" >&2
     exit 1
 }
-# Waits until a command succeeds, ten seconds at most.
+# Waits until a command succeeds, ten seconds at most or what $patience says.
 wait_for() {
     tries=0
     until "$@" > /dev/null 2>&1; do
         tries=$((tries + 1))
-        [ $tries -lt 100 ] || fail "in vain: $*"
+        [ $tries -lt $((${patience:-10} * 10)) ] || fail "in vain: $*"
         sleep 0.1
     done
 }

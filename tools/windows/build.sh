@@ -1,5 +1,5 @@
 #!/bin/sh
-# Everything for Windows: libraries, programs, tests under wine, archive and installer, and the archive tried.
+# Everything for Windows: libraries, programs, tests under wine, archive and installer, and both tried.
 set -eu
 cd "$(dirname "$0")/../.."
 
@@ -12,3 +12,4 @@ ctest --preset windows --no-tests=error
 python3 tools/windows/play_golden.py build/windows/release/installation/tarvik-play.exe
 sh tools/windows/package.sh
 sh tools/windows/try_package.sh
+sh tools/windows/try_installer.sh

@@ -6,25 +6,11 @@ cd "$(dirname "$0")/../.."
 
 trial=$PWD/build/windows/trial
 wine=$PWD/tools/windows/wine.sh
-server=
-cleanup() {
-    sh "$wine" --end
-    [ -z "$server" ] || kill "$server" 2> /dev/null || true
-}
-trap cleanup EXIT
-fail() {
-    echo "the archive: $1" >&2
-    exit 1
-}
-# Waits until a command succeeds, a minute at most.
-wait_for() {
-    tries=0
-    until "$@" > /dev/null 2>&1; do
-        tries=$((tries + 1))
-        [ $tries -lt 120 ] || fail "in vain: $*"
-        sleep 0.5
-    done
-}
+WINEPREFIX=${WINEPREFIX:-$PWD/build/windows/wine}
+export WINEPREFIX
+. tools/own_screen.sh
+trap 'sh "$wine" --end; end_all' EXIT
+patience=120
 dockets_in() {
     find "$1" -name '*.xlsx' | wc -l
 }
@@ -36,19 +22,17 @@ rm -rf "$trial"
 mkdir -p "$trial/by player" "$trial/by window"
 (cd "$trial" && cmake -E tar xf ../../tarvik-windows.zip)
 cd "$trial/tarvik"
+for program in tarvik tarvik-play tarvik-dictionary; do
+    x86_64-w64-mingw32-strings -el $program.exe > ../strings.txt
+    grep -q ProductVersion ../strings.txt || fail "$program.exe does not say what it is"
+done
 
 sh "$wine" tarvik-play.exe --drive 'd=..\by player' docket.play > ../played.txt || fail "the player's status, see played.txt"
 all_dockets_in "$trial/by player" || fail "the player made $(dockets_in "$trial/by player") dockets"
 
-WINEPREFIX=${WINEPREFIX:-$(cd ../.. && pwd)/wine}
-export WINEPREFIX
 ln -sfn "$trial/by window" "$WINEPREFIX/dosdevices/d:"
 sh "$wine" --end # what runs so far has no screen
-Xvfb -displayfd 3 -screen 0 1280x900x24 -nolisten tcp 3> "$trial/display" 2> "$trial/server.txt" &
-server=$!
-wait_for test -s "$trial/display"
-DISPLAY=:$(cat "$trial/display")
-export DISPLAY
+open_screen 1280x900
 sh "$wine" explorer.exe /desktop=tarvik,1280x900 tarvik.exe > "$trial/window.txt" 2>&1 &
 press() {
     xdotool key "$@"
@@ -57,7 +41,7 @@ press() {
 picture() {
     import -window root "$trial/$1.png"
 }
-wait_for test -e "$trial/tarvik/betweenp.txt" -o -e "$trial/tarvik/nofile.txt" -o -n "$(xdotool search --name 'Tarvik' 2> /dev/null)"
+wait_for xdotool search --name Tarvik
 sleep 12 # the opening, and the window grows
 picture 1-start
 press ctrl+o
