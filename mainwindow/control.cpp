@@ -13,7 +13,6 @@ Selection inside(Selection selection, std::size_t size)
 
 void Control::touched(Property property)
 {
-    ++revision_;
     if (listeners_.property_changed) listeners_.property_changed(*this, property);
 }
 

@@ -55,8 +55,8 @@ struct ModelListeners {
 /// Index of a control that is not part of a control array.
 inline constexpr int no_index = -1;
 
-/// A button, frame, label, picture or window; the other kinds add to it. A setter that changes something raises the
-/// revision and tells the listeners.
+/// A button, frame, label, picture or window; the other kinds add to it. A setter that changes something tells the
+/// listeners.
 class Control {
 public:
     Control(const ModelListeners& listeners, FormId form, std::string_view name, int index = no_index)
@@ -70,8 +70,6 @@ public:
     FormId form() const { return form_; }
     std::string_view name() const { return name_; }
     int index() const { return index_; }
-    /// Raised by every change; a front that remembers it knows what to draw anew.
-    std::uint64_t revision() const { return revision_; }
 
     const Text& caption() const { return caption_; }
     double left() const { return left_; }
@@ -112,7 +110,6 @@ private:
     FormId form_;
     std::string_view name_;
     int index_;
-    std::uint64_t revision_ = 0;
     Text caption_;
     double left_ = 0, top_ = 0, width_ = 0, height_ = 0;
     bool visible_ = true, enabled_ = true;

@@ -38,16 +38,6 @@ void Mirror::changed(const Control& control, Property property)
     changed_.push_back(&found->second);
 }
 
-void Mirror::all_changed()
-{
-    for (auto& [control, entry] : entries_) {
-        if (!entry.changed) changed_.push_back(&entry);
-        entry.changed = true;
-    }
-    moved_.clear();
-    for (const auto& [form, place] : place_) moved_.push_back(form);
-}
-
 // Showing something can make the toolkit tell of a change, so the list may grow meanwhile.
 void Mirror::show_changed(bool last)
 {

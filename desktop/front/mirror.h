@@ -22,8 +22,6 @@ public:
 
     /// To be called for every change in the model.
     void changed(const Control& control, Property property);
-    /// Everything counts as changed.
-    void all_changed();
     /// What fails to show keeps nothing else from showing; the first failure is thrown when all is done.
     void update();
 

@@ -55,7 +55,6 @@ private:
         int files_opened = 0;
         std::atomic<int> files_open = 0; ///< the thread looks at it, too
     };
-    using Opening = std::function<std::unique_ptr<OpenFile>(Connection&)>;
 
     template <typename Kind>
     Handle<Kind> open_by(std::unique_ptr<Kind> (Connection::*open)(const std::filesystem::path&),
