@@ -201,9 +201,9 @@ void move_disk_file(const fs::path& from, const fs::path& to)
     remove_file(from);
 }
 
-BufferedFile::BufferedFile(const fs::path& path, Text told)
-    : told_(std::move(told)), file_(path, Opening::Scratch) // cut when it is closed: one that is cut to nothing now
-                                                            // would wait until its old bytes are on the disk
+// The file is cut when it is closed: one that is cut to nothing now would wait until its old bytes are on the disk.
+BufferedFile::BufferedFile(const fs::path& path, Text shown_path)
+    : shown_path_(std::move(shown_path)), file_(path, Opening::Scratch)
 {
     require_plain(file_.status());
     waiting_.reserve(buffer_size);
@@ -227,7 +227,7 @@ void BufferedFile::close()
     flush();
     if (const int failed = file_.cut_behind_last_write(); error_ == 0) error_ = failed;
     if (const int failed = file_.close(); error_ == 0) error_ = failed;
-    if (error_ != 0) throw file_failure(U"写入文件", told_, error_);
+    if (error_ != 0) throw file_failure(U"写入文件", shown_path_, error_);
 }
 
 void BufferedFile::flush() noexcept

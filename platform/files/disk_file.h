@@ -54,7 +54,8 @@ void move_disk_file(const std::filesystem::path& from, const std::filesystem::pa
 /// Opened and cut at once; a failed write is kept until close().
 class BufferedFile final : public OutputFile {
 public:
-    BufferedFile(const std::filesystem::path& path, Text told);
+    /// `shown_path` is what a failure names.
+    BufferedFile(const std::filesystem::path& path, Text shown_path);
     ~BufferedFile() override;
     BufferedFile(const BufferedFile&) = delete;
     BufferedFile& operator=(const BufferedFile&) = delete;
@@ -65,7 +66,7 @@ public:
 private:
     void flush() noexcept;
 
-    Text told_;
+    Text shown_path_;
     std::string waiting_;
     SystemFile file_;
     int error_ = 0;

@@ -36,15 +36,15 @@ public:
 
     void write(std::string_view bytes) override
     {
-        told(U"写入文件", path_, [&] { file_.write(bytes); });
+        naming_path(U"写入文件", path_, [&] { file_.write(bytes); });
     }
     void complete() override
     {
-        told(U"写入文件", path_, [&] { file_.complete(); });
+        naming_path(U"写入文件", path_, [&] { file_.complete(); });
     }
     void take_place() override
     {
-        told(U"写入文件", path_, [&] { file_.take_place(); });
+        naming_path(U"写入文件", path_, [&] { file_.take_place(); });
     }
     fs::path folder() const { return file_.folder(); }
 
@@ -101,12 +101,12 @@ bool DiskFiles::folder_exists(TextView path) const
 
 FileStamp DiskFiles::stamp(TextView path) const
 {
-    return told(U"查看文件", path, [&] { return stamp_of(resolve(path)); });
+    return naming_path(U"查看文件", path, [&] { return stamp_of(resolve(path)); });
 }
 
 std::string DiskFiles::read(TextView path) const
 {
-    return told(U"读取文件", path, [&] { return read_file(resolve(path)); });
+    return naming_path(U"读取文件", path, [&] { return read_file(resolve(path)); });
 }
 
 void DiskFiles::replace(TextView path, std::string_view bytes)
@@ -118,7 +118,7 @@ void DiskFiles::replace(TextView path, std::string_view bytes)
 
 std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
 {
-    return told(U"写入文件", path, [&] {
+    return naming_path(U"写入文件", path, [&] {
         const fs::path target = resolve(path);
         auto file = std::make_unique<DiskReplacement>(target, path);
         const fs::path folder = file->folder();
@@ -129,22 +129,22 @@ std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
 
 std::unique_ptr<OutputFile> DiskFiles::open_for_output(TextView path)
 {
-    return told(U"写入文件", path, [&] { return std::make_unique<BufferedFile>(resolve(path), path.str()); });
+    return naming_path(U"写入文件", path, [&] { return std::make_unique<BufferedFile>(resolve(path), path.str()); });
 }
 
 void DiskFiles::append(TextView path, std::string_view bytes)
 {
-    told(U"写入文件", path, [&] { append_to_file(resolve(path), bytes); });
+    naming_path(U"写入文件", path, [&] { append_to_file(resolve(path), bytes); });
 }
 
 void DiskFiles::create_folder(TextView path)
 {
-    told(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
+    naming_path(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
 }
 
 void DiskFiles::move_file(TextView from, TextView to)
 {
-    told(U"移动文件", from, [&] {
+    naming_path(U"移动文件", from, [&] {
         const fs::path source = resolve(from), target = resolve(to);
         std::error_code error;
         move_disk_file(source, fs::is_directory(target, error) ? target / source.filename() : target);
@@ -154,7 +154,7 @@ void DiskFiles::move_file(TextView from, TextView to)
 std::vector<Text> DiskFiles::file_names(TextView folder) const
 {
     std::vector<std::pair<Text, Text>> found; // upper-cased, as it is
-    told(U"列出文件夹", folder, [&] {
+    naming_path(U"列出文件夹", folder, [&] {
         for (const auto& entry : fs::directory_iterator(resolve(folder))) {
             std::error_code error;
             if (!entry.is_regular_file(error) || is_unfinished(utf8_of(entry.path().filename()))) continue;

@@ -12,9 +12,9 @@ Text reason_of(const std::system_error& error);
 /// "无法<action>“<path>”：<reason>。"
 Failure file_failure(TextView action, TextView path, int error);
 
-/// Does the work; a failure of the system's is told with the path as the user knows it.
+/// Does the work; what the system fails in becomes a Failure that names the path as the user knows it.
 template <typename Work>
-auto told(TextView action, TextView path, const Work& work)
+auto naming_path(TextView action, TextView path, const Work& work)
 {
     try {
         return work();

@@ -48,7 +48,7 @@ Text joined(const std::vector<Text>& names)
 std::vector<std::string> files_below(const fs::path& folder)
 {
     std::vector<std::string> names;
-    told(U"列出文件夹", text_of(folder), [&] {
+    naming_path(U"列出文件夹", text_of(folder), [&] {
         for (const auto& entry : fs::recursive_directory_iterator(folder)) {
             const fs::path name = entry.path().lexically_relative(folder);
             if (entry.is_regular_file() && is_handed_out(name))
@@ -65,7 +65,7 @@ VersionsByName read_list(const fs::path& path)
     VersionsByName versions;
     std::error_code error;
     if (!fs::exists(path, error)) return versions;
-    std::istringstream lines(told(U"读取文件", text_of(path), [&] { return read_file(path); }));
+    std::istringstream lines(naming_path(U"读取文件", text_of(path), [&] { return read_file(path); }));
     for (std::string line; std::getline(lines, line);)
         if (const auto tab = line.find('\t'); tab != std::string::npos)
             versions.emplace(line.substr(tab + 1), line.substr(0, tab));
@@ -76,7 +76,7 @@ void write_list(const fs::path& path, const VersionsByName& versions)
 {
     std::string lines;
     for (const auto& [name, version] : versions) lines.append(version).append("\t").append(name).append("\n");
-    told(U"写入文件", text_of(path), [&] { replace_file(path, lines); });
+    naming_path(U"写入文件", text_of(path), [&] { replace_file(path, lines); });
 }
 
 /// A name that differs in case alone counts as there: the user's file would be passed over for the new one.
@@ -86,8 +86,8 @@ void hand_out(const fs::path& installed, const fs::path& own, const std::string&
     std::error_code error;
     if (fs::exists(fs::symlink_status(target, error))) return;
     const fs::path original = installed / path_of_utf8(name);
-    const std::string bytes = told(U"读取文件", text_of(original), [&] { return read_file(original); });
-    told(U"写入文件", text_of(target), [&] {
+    const std::string bytes = naming_path(U"读取文件", text_of(original), [&] { return read_file(original); });
+    naming_path(U"写入文件", text_of(target), [&] {
         fs::create_directories(target.parent_path());
         place_new_file(target, bytes);
     });
@@ -119,7 +119,7 @@ WorkingFolder open_working_folder(const fs::path& program_folder, const fs::path
     if (installed == program_folder && may_write_in(installed)) return {installed, {}};
     const fs::path own = data_folder / "tarvik";
     try {
-        told(U"建立文件夹", text_of(own), [&] { fs::create_directories(own); });
+        naming_path(U"建立文件夹", text_of(own), [&] { fs::create_directories(own); });
     } catch (const Failure& failure) {
         return {installed, failure.message() + U"程序暂时使用“" + text_of(installed) +
                                U"”中的文件，不能在其中保存。请解决后重新启动程序。"};

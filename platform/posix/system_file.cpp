@@ -65,7 +65,7 @@ std::int64_t nanoseconds(const timespec& time) noexcept
     return time.tv_sec * second + time.tv_nsec;
 }
 
-FileStatus told(const struct stat& status) noexcept
+FileStatus file_status(const struct stat& status) noexcept
 {
     return {.is_plain = S_ISREG(status.st_mode),
             .is_folder = S_ISDIR(status.st_mode),
@@ -100,7 +100,7 @@ FileStatus SystemFile::status() const
 {
     struct stat status {};
     if (::fstat(descriptor_of(handle_), &status) != 0) fail();
-    return told(status);
+    return file_status(status);
 }
 
 std::size_t SystemFile::read(std::span<char> target)
@@ -164,7 +164,7 @@ int SystemFile::close() noexcept
 
 FileStatus status_of(const fs::path& path)
 {
-    return told(system_status(path));
+    return file_status(system_status(path));
 }
 
 void require_writable(const fs::path& path)
