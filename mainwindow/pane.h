@@ -54,7 +54,7 @@ public:
     void set_text_font_size(int points) { change(text_font_size_, points, Property::SelFontSize); }
 
     bool line_breaking() const { return line_breaking_; }
-    /// Characters have `width` twips to a line when lines break. Part of start-up only.
+    /// Whether lines break at the pane's width; start-up alone sets it.
     void set_line_breaking(bool on) { line_breaking_ = on; }
 
 private:

@@ -11,9 +11,9 @@ namespace tarvik::repair_rules {
 inline constexpr int first_line = 12;
 inline constexpr int last_row_looked_at = 1000;
 
-/// Columns of the report that `An order` reads.
+/// The column of the repair number in the report that `An order` reads.
 inline constexpr std::size_t order_number_field = 4;
-/// Columns of the report that `An prices` reads.
+/// The same in the report that `An prices` reads.
 inline constexpr std::size_t price_number_field = 2;
 
 /// The row of the last line; 1 if there is none.

@@ -13,10 +13,9 @@ using DriveMap = std::map<char, std::filesystem::path>;
 /// The real file system. Away from Windows a drive that the map does not name is the user's home folder.
 ///
 /// Also:
-/// - replace() keeps the permissions and the group of the file it replaces, writes through a symbolic link and refuses
-/// a
-///   target that is write-protected. A temporary file that a killed program left behind shows in no listing and is
-///   removed at the first replacement in its folder.
+/// - replace() keeps the permissions and the group of the file that it replaces, writes through a symbolic link and
+///   refuses a target that is write-protected. A temporary file that a killed program left behind shows in no listing
+///   and is removed at the first replacement in its folder.
 /// - move_file() replaces a file of the same name and works across file systems; `to` may be a folder.
 /// - A name on the disk that is no valid UTF-8 shows with U+FFFD and is found again under the name shown.
 class DiskFiles final : public Files {

@@ -2,7 +2,8 @@
 
 #include "platform/text/text.h"
 
-/// Names made of report fields: no field may lead out of the folder that a file is made for.
+/// Names of files: the parts of a path, and names made of report fields, none of which may lead out of the folder that
+/// a file is made for.
 namespace tarvik {
 
 /// A part inside of a name: characters that no file name can hold (\ / : * ? " < > | and those below U+0020) become
@@ -21,8 +22,8 @@ std::size_t name_size(TextView name) noexcept;
 /// A name cut to `room` at most in that measure; no character is cut through.
 TextView cut_to_room(TextView name, std::size_t room);
 
-/// A whole file or folder name, without its path: the same, and a name that would be empty, "." or ".." becomes "_". A
-/// name that is too long loses characters before its extension.
+/// A whole file or folder name, without its path: characters as in safe_name_part(), and a name that would be empty,
+/// "." or ".." becomes "_". A name that is too long loses characters before its extension.
 Text safe_file_name(TextView name);
 
 } // namespace tarvik

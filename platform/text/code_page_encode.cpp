@@ -102,8 +102,8 @@ void encode_to(TextView text, std::string& target)
 {
     const TwoByteTable& table = two_byte_table();
     text.visit([&](auto characters) {
-        char bytes[stretch *
-                   longest_code]; // NOLINT(cppcoreguidelines-pro-type-member-init): filled as far as it is read
+        // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled as far as it is read
+        char bytes[stretch * longest_code];
         while (!characters.empty()) {
             const auto piece = characters.first(std::min(stretch, characters.size()));
             target.append(bytes, write_characters(table, piece, bytes));

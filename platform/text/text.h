@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-/// Texts as the whole system counts them: one element is one character, also for characters outside the basic plane.
+/// Texts as the whole program counts them: one element is one character, also for characters outside the basic plane.
 namespace tarvik {
 
 using Text = std::u32string;
