@@ -47,13 +47,6 @@ private:
     iconv_t converter_;
 };
 
-std::array<std::uint8_t, 4> four_bytes(std::size_t place)
-{
-    const auto byte = [](std::size_t value) { return static_cast<std::uint8_t>(value); };
-    return {byte(0x81 + place / 12600), byte(0x30 + place / 1260 % 10), byte(0x81 + place / 10 % 126),
-            byte(0x30 + place % 10)};
-}
-
 } // namespace
 
 std::vector<char32_t> two_byte_characters(CharacterSet set)
@@ -75,7 +68,7 @@ std::vector<char32_t> four_byte_characters()
     std::vector<char32_t> characters(four_byte_places);
     SystemCharacters system(CharacterSet::Gb18030);
     for (std::size_t place = 0; system.available() && place < four_byte_places; ++place) {
-        auto bytes = four_bytes(place);
+        auto bytes = four_byte_code(place);
         characters[place] = system.character(bytes);
     }
     return characters;

@@ -11,9 +11,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr char32_t euro_sign = 0x20ac;
-constexpr std::size_t first_supplementary_place = 189000; // 90 30 81 30
-
 std::size_t count_bytes(std::string_view bytes, unsigned mask, unsigned wanted) noexcept
 {
     std::size_t count = 0;
@@ -69,7 +66,7 @@ public:
     Decoded step(const std::uint8_t* at, const std::uint8_t* end) const
     {
         require_available(table_);
-        if (*at == 0x80) return {euro_sign, 1};
+        if (*at == euro_code) return {euro_sign, 1};
         if (*at < 0x80 || end - at < 2) return {};
         const unsigned code = at[0] * 256U + at[1];
         for (const auto& row : table_.outside)

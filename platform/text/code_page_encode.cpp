@@ -1,6 +1,7 @@
 #include "platform/text/code_page.h"
 
 #include "platform/text/gb18030_tables.h"
+#include "platform/text/system_characters.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
@@ -9,23 +10,15 @@ namespace tarvik {
 
 namespace {
 
-constexpr char32_t euro_sign = 0x20ac;
-constexpr int euro_code = 0x80;
 constexpr int question_mark = 63;
-constexpr std::size_t first_supplementary_place = 189000; // 90 30 81 30
 
 /// Texts are encoded by stretches of so many characters.
 constexpr std::size_t stretch = 1024;
 constexpr std::size_t longest_code = 4;
 
-/// The bytes of a place among the four-byte codes.
 char* write_place(std::size_t place, char* out) noexcept
 {
-    const auto put = [&out](std::size_t byte) { *out++ = static_cast<char>(byte); };
-    put(0x81 + place / 12600);
-    put(0x30 + place / 1260 % 10);
-    put(0x81 + place / 10 % 126);
-    put(0x30 + place % 10);
+    for (const std::uint8_t byte : four_byte_code(place)) *out++ = static_cast<char>(byte);
     return out;
 }
 

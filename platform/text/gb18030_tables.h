@@ -1,11 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 /// The tables of GB18030, taken from the system once, when they are first needed. Only this module asks the system
 /// about character sets.
 namespace tarvik {
+
+/// CP936 has the euro sign at a place of its own, a single byte.
+inline constexpr char32_t euro_sign = 0x20ac;
+inline constexpr int euro_code = 0x80;
+
+/// The place of 90 30 81 30 among the four-byte codes, from which on they stand for the characters behind the basic
+/// plane.
+inline constexpr std::size_t first_supplementary_place = 189000;
 
 /// Codes are lead byte * 256 + second byte.
 struct TwoByteTable {

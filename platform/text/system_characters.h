@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <vector>
 
 /// What the codes of the Chinese character sets stand for: the system's own conversion, or where it has none a copy of
@@ -18,6 +20,14 @@ constexpr unsigned code_of_place(std::size_t place) noexcept
     constexpr unsigned width = last_second - first_second + 1;
     const auto number = static_cast<unsigned>(place);
     return (first_lead + number / width) * 256 + first_second + number % width;
+}
+
+/// The bytes of the four-byte code at a place, which counts from 0 for 81 30 81 30.
+constexpr std::array<std::uint8_t, 4> four_byte_code(std::size_t place) noexcept
+{
+    const auto byte = [](std::size_t value) { return static_cast<std::uint8_t>(value); };
+    return {byte(0x81 + place / 12600), byte(0x30 + place / 1260 % 10), byte(0x81 + place / 10 % 126),
+            byte(0x30 + place % 10)};
 }
 
 /// By code in ascending order, 0 for none; empty when the system does not know the set.
