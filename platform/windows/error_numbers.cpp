@@ -8,8 +8,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr DWORD full_quota = 1295; // told by this number, see own_reasons(); the compiler's headers do not name it
-
 struct ErrorRow {
     DWORD system;
     int error;

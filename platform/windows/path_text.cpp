@@ -15,8 +15,8 @@ Text text_of(const std::filesystem::path& path)
         const char32_t next = i + 1 < units.size() ? units[i + 1] : U'\0';
         if (!is_surrogate(unit)) {
             text += unit;
-        } else if (unit < 0xdc00 && next >= 0xdc00 && next <= 0xdfff) {
-            text += 0x10000 + ((unit & 0x3ffU) << 10U | (next & 0x3ffU));
+        } else if (is_high_surrogate(unit) && is_low_surrogate(next)) {
+            text += joined(unit, next);
             ++i;
         } else {
             text += replacement_character;
