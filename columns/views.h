@@ -1,5 +1,6 @@
 #pragma once
 
+#include "mainwindow/line_source.h"
 #include "mainwindow/mainwindow.h"
 #include "mainwindow/scratch_file.h"
 

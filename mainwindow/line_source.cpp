@@ -1,4 +1,5 @@
-#include "mainwindow/pane_text.h"
+#include "mainwindow/line_source.h"
+
 #include "platform/text/code_page.h"
 
 #include <algorithm>

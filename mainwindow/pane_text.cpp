@@ -11,6 +11,7 @@ namespace {
 using Lines = std::shared_ptr<const LineSource>;
 
 constexpr std::u32string_view line_end = U"\r\n";
+constexpr std::size_t usual_part = 1 << 16;
 
 std::size_t piece_size(const PaneText::Piece& piece)
 {
@@ -18,12 +19,13 @@ std::size_t piece_size(const PaneText::Piece& piece)
     return std::get<Lines>(piece)->size();
 }
 
-/// Hands over the `count` characters from `offset`, as many as there are, and gives how many there were. It goes some
-/// thousand characters at a time, so that nothing but what they are put into grows with them.
+/// Hands over the `count` characters from `offset`, as many as there are, and gives how many there were. It goes
+/// `at_once` characters at a time, or a line if that is longer, so that nothing but what they are put into grows with
+/// them.
 template <typename Take>
-std::size_t hand_over_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, const Take& take)
+std::size_t hand_over_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, std::size_t at_once,
+                            const Take& take)
 {
-    constexpr std::size_t at_once = 1 << 16;
     if (const auto* shared = std::get_if<SharedText>(&piece)) {
         const TextView part = shared->view.substr(offset, count);
         for (std::size_t at = 0; at < part.size(); at += at_once) take(part.substr(at, at_once));
@@ -51,7 +53,7 @@ std::size_t hand_over_piece(const PaneText::Piece& piece, std::size_t offset, st
 
 std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, TextBuilder& target)
 {
-    return hand_over_piece(piece, offset, count, [&target](TextView part) { target.append(part); });
+    return hand_over_piece(piece, offset, count, usual_part, [&target](TextView part) { target.append(part); });
 }
 
 SharedText built(TextBuilder& builder)
@@ -129,22 +131,7 @@ SharedText PaneText::slice(Position start, std::size_t length) const
 
 void PaneText::for_each_part(std::size_t characters, const std::function<void(TextView)>& work) const
 {
-    for (const Piece& piece : pieces_) {
-        if (const auto* shared = std::get_if<SharedText>(&piece)) {
-            for (std::size_t at = 0; at < shared->view.size(); at += characters)
-                work(shared->view.substr(at, characters));
-            continue;
-        }
-        const LineSource& lines = *std::get<Lines>(piece);
-        Text written;
-        for (std::size_t line = 0, end = lines.line_count(); line < end; ++line) {
-            lines.append_line(line, written);
-            written += line_end;
-            if (written.size() < characters && line + 1 < end) continue;
-            work(written);
-            written.clear();
-        }
-    }
+    for (const Piece& piece : pieces_) hand_over_piece(piece, 0, npos, characters, work);
 }
 
 void PaneText::for_each_part_of(Position start, std::size_t length, const std::function<void(TextView)>& work) const
@@ -153,7 +140,7 @@ void PaneText::for_each_part_of(Position start, std::size_t length, const std::f
     for (const Piece& piece : pieces_) {
         if (length == 0) break;
         const std::size_t size = piece_size(piece);
-        if (offset < size) length -= hand_over_piece(piece, offset, length, work);
+        if (offset < size) length -= hand_over_piece(piece, offset, length, usual_part, work);
         offset -= std::min(offset, size);
     }
 }
