@@ -112,7 +112,7 @@ bool DateCheck::check_row(std::size_t row)
     const auto [a, b, days] = parameters_;
     if (suf.cell(row, a).empty() || suf.cell(row, b).empty()) return true;
     Text first_cell = cut_cell(row, a), second_cell = cut_cell(row, b);
-    program_.form1.daterow = static_cast<double>(row);
+    program_.form1.daterow = static_cast<int>(row);
     const Text first = normal_date(row, a, first_cell);
     const Text second = normal_date(row, b, second_cell);
     if (first == U"error" || second == U"error") return false;

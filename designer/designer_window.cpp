@@ -38,7 +38,7 @@ void tell_boxes(Program& program, std::u32string_view what, const std::vector<Te
     Text text = U" 请注意：\r\n" + Text(what);
     for (std::size_t i = 0; i < boxes.size() && i < most_named; ++i)
         text += U"\r\n" + seen_as(program.form4, *boxes[i]);
-    if (boxes.size() > most_named) text += U"\r\n等" + number_text(static_cast<double>(boxes.size())) + U"个框";
+    if (boxes.size() > most_named) text += U"\r\n等" + number_text(boxes.size()) + U"个框";
     tell(program, text, title);
 }
 

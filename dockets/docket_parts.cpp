@@ -9,7 +9,7 @@ namespace tarvik {
 
 namespace {
 
-constexpr double marked_list = 68; // a longer one is marked in the file's name
+constexpr int marked_list = 68; // a longer one is marked in the file's name
 constexpr std::u32string_view long_list_mark = U"陈默然";
 
 } // namespace

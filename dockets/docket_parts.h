@@ -5,7 +5,7 @@
 /// What the two dockets share, "An docket" with its fixed cells and "An testdocket" with those of a design.
 namespace tarvik {
 
-inline constexpr double longest_short_list = 33; ///< lines that z5 holds; longer lists go to z6
+inline constexpr int longest_short_list = 33; ///< lines that z5 holds; longer lists go to z6
 
 /// The template for the number of devices out of warranty, as a path.
 Text docket_template(const Program& program);

@@ -22,7 +22,7 @@ constexpr std::size_t telephone_column = 10;
 constexpr std::size_t return_number_column = 12;
 constexpr std::size_t order_key_start = 4; // character of the order key's field
 
-constexpr double longest_older_list = 45; // lines that z2 holds
+constexpr int longest_older_list = 45; // lines that z2 holds
 
 /// Where what is written goes.
 struct Layout {

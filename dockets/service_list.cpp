@@ -54,26 +54,26 @@ void write_record(const Program& program, Worksheet& sheet, int row, std::size_t
 }
 
 /// Gives how many devices are in warranty.
-double write_list(const Program& program, Worksheet& sheet)
+int write_list(const Program& program, Worksheet& sheet)
 {
-    double in_warranty = 0;
+    int in_warranty = 0;
     for (std::size_t record = 0; record < record_count(program); ++record) {
         write_record(program, sheet, first_row + static_cast<int>(record), record);
-        if (year_of(program.module1.suf.cell(record, serial_column)).in_warranty) in_warranty += 1;
+        if (year_of(program.module1.suf.cell(record, serial_column)).in_warranty) ++in_warranty;
     }
     return in_warranty;
 }
 
-void write_head(const Program& program, Worksheet& sheet, double in_warranty)
+void write_head(const Program& program, Worksheet& sheet, int in_warranty)
 {
-    const double records = program.form1.recordcount;
+    const int records = program.form1.recordcount;
     sheet.set_cell(7, 2, first_field(program, customer_column));
     sheet.set_cell(
         8, 2, first_field(program, contact_column) + Text(contact_blanks) + first_field(program, telephone_column));
     sheet.set_cell(9, 2, first_field(program, delivery_column));
-    sheet.set_cell(10, 2, records);
-    sheet.set_cell(10, 5, in_warranty);
-    sheet.set_cell(10, 7, records - in_warranty);
+    sheet.set_cell(10, 2, static_cast<double>(records));
+    sheet.set_cell(10, 5, static_cast<double>(in_warranty));
+    sheet.set_cell(10, 7, static_cast<double>(records - in_warranty));
 }
 
 } // namespace

@@ -51,8 +51,8 @@ struct Form1 {
     // Reading and queries
     std::int64_t resultcount = 0; ///< results of the last query or lookup
     double lastpage = 0;          ///< index of the last page
-    double matchpos = 0;          ///< position of the last match while matches are marked
-    double resultpos = 0;         ///< cursor of the buttons that walk through results
+    std::int64_t matchpos = 0;    ///< position of the last match while matches are marked
+    std::int64_t resultpos = 0;   ///< cursor of the buttons that walk through results
     double pageno = 0;            ///< number of the page shown
     Text needle;                  ///< query as the marking uses it
     bool fso = false;             ///< a file-system object stands; like textstream it is set by the program's `Files`
@@ -79,7 +79,7 @@ struct Form1 {
     bool sugcol_set = false;           ///< sugcol refers to Form3.Text1(4)
     std::int64_t compcount = 0;        ///< rows that a comparison or date check wrote; pairs of rows are many
     double daydiff = 0;                ///< days between the dates of the row at hand
-    double daterow = 0;                ///< row that the date normaliser tells of
+    int daterow = 0;                   ///< row that the date normaliser tells of
     double fieldfrom = 0, fieldto = 0; ///< first and last character of the piece that an in-field query shows
     Text kqdate, kqtime, kqweekday;    ///< the attendance stamp read last
     int keycount = 0;                  ///< number of keys in keylist

@@ -42,7 +42,8 @@ void reset_members(Form1& form1)
     form1.dbresult = form1.notcap = form1.cutopenfile = form1.cutopen = form1.comp = false;
     form1.showdata = true;
     form1.resultcount = 0;
-    form1.pageno = form1.resultpos = 0;
+    form1.pageno = 0;
+    form1.resultpos = 0;
 }
 
 void show_opening_screen(Program& program)

@@ -43,7 +43,7 @@ std::vector<Text> work_on(const std::vector<Text>& names, const std::function<vo
 
 Text failures_text(const std::vector<Text>& failures)
 {
-    Text text = U" 请注意：\r\n有" + number_text(static_cast<double>(failures.size())) + U"个文件没有处理：";
+    Text text = U" 请注意：\r\n有" + number_text(failures.size()) + U"个文件没有处理：";
     for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) text += U"\r\n" + failures[i];
     if (failures.size() > most_told) text += U"\r\n……";
     return text;

@@ -30,7 +30,7 @@ std::vector<Position> mark_needle(Program& program, Colour colour, LetterCase le
     if (pane.empty()) return {};
     const TextView text = letter_case == LetterCase::Alike ? pane.document().lowered() : pane.text();
     MatchPlaces places = places_to_mark(text, form1.needle);
-    form1.matchpos = places.last_found ? static_cast<double>(places.last_found->number()) : 0;
+    form1.matchpos = places.last_found ? static_cast<std::int64_t>(places.last_found->number()) : 0;
     if (places.marked.empty()) return {};
 
     const std::size_t length = form1.needle.size();

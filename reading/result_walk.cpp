@@ -23,7 +23,7 @@ Walk active_walk(const Program& program)
     return {module1.*dictionary.results, dictionary.colour};
 }
 
-bool show_or_tell(Program& program, const Walk& walk, double index)
+bool show_or_tell(Program& program, const Walk& walk, std::int64_t index)
 {
     if (show_result(program, walk.results, index, walk.colour)) return true;
     tell_no_result(program, query_button.no_result_title);

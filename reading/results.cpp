@@ -37,7 +37,7 @@ void tell_results_full(Program& program, TextView title)
     tell(program, U"查寻结果超出软件所设定的数组范围，只保留已经查到的结果！", title);
 }
 
-bool show_result(Program& program, const TextArray& results, double index, Colour colour)
+bool show_result(Program& program, const TextArray& results, std::int64_t index, Colour colour)
 {
     Pane& pane = program.form1.RichTextBox1;
     pane.set_text(results.get(static_cast<std::size_t>(index)));

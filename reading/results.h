@@ -28,6 +28,6 @@ private:
 void tell_results_full(Program& program, TextView title);
 
 /// Shows the result with this index in the result pane and marks the query in it. Gives whether there is one.
-bool show_result(Program& program, const TextArray& results, double index, Colour colour);
+bool show_result(Program& program, const TextArray& results, std::int64_t index, Colour colour);
 
 } // namespace tarvik

@@ -234,7 +234,7 @@ TEST_F(Docket, whole_workbooks_of_random_reports_in_both_layouts)
         for (int key = 0; key < 4; ++key)
             for (std::size_t count = random.below(round % 4 < 2 ? 12 : 81) + 1; count > 0; --count) {
                 all.push_back(random.record(14, 3, U"49000000" + number_text(10 + key)));
-                all.back()[0] = number_text(static_cast<double>(all.size()));
+                all.back()[0] = number_text(all.size());
                 if (all.back().size() > 3) all.back()[3] = U"RMA7100" + number_text(10 + key);
                 if (key && random.below(4)) part.push_back(all.back());
             }

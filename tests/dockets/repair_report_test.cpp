@@ -77,8 +77,7 @@ TEST_F(RepairReport, whole_documents_of_random_reports)
         for (int number = 0; number < 6; ++number)
             for (std::size_t count = random.below(3) + 1; count > 0; --count) {
                 report.push_back(random.record(wide, 15, U"DeV-" + number_text(100 + number)));
-                report.back()[0] =
-                    (random.below(4) ? U"不可修复" : U"已修复") + number_text(static_cast<double>(count));
+                report.back()[0] = (random.below(4) ? U"不可修复" : U"已修复") + number_text(count);
             }
         lay_out(report);
         office.documents.clear();

@@ -30,7 +30,7 @@ Text document(const Report& report)
 Record numbered_record(std::size_t fields)
 {
     Record record;
-    for (std::size_t i = 1; i <= fields; ++i) record.push_back(U"F" + number_text(static_cast<double>(i)));
+    for (std::size_t i = 1; i <= fields; ++i) record.push_back(U"F" + number_text(i));
     return record;
 }
 

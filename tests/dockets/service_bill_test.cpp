@@ -241,7 +241,7 @@ TEST_F(ServiceBill, whole_lists_of_random_reports_over_what_earlier_runs_left)
         for (int batch = 0; batch < 4; ++batch)
             for (std::size_t count = random.below(round % 3 ? 8 : 80) + 1; count > 0; --count) {
                 Record record = random.record(wide, 15, device_name(batch));
-                record[0] = U"自制品" + number_text(static_cast<double>(report.size()));
+                record[0] = U"自制品" + number_text(report.size());
                 if (record.size() > 16 && random.below(2))
                     record[15] =
                         Text(U"Abc.d/") + std::array{U"13", U"14", U"9x", U" 8", U"20 ", U"1"}[random.below(6)];
@@ -289,7 +289,7 @@ TEST_F(ServiceBill, whole_summaries_of_random_reports)
         for (std::size_t i = 0; i < count; ++i) {
             report.push_back(random.record(wide, 15, device_name(static_cast<int>(i))));
             report.back()[11] = random.below(5) ? U"自制品" : U"外购";
-            report.back()[0] = number_text(static_cast<double>(i));
+            report.back()[0] = number_text(i);
         }
         open_report(report);
         play(U"An wodben");

@@ -98,7 +98,7 @@ TEST_F(TestDocket, whole_workbooks_of_random_reports_and_designs)
             const Text receipt = U"49000000" + number_text(10 + key);
             for (std::size_t count = random.below(round % 4 ? 12 : 80) + 1; count > 0; --count) {
                 all.push_back(random.record(wide, 3, receipt));
-                all.back()[0] = number_text(static_cast<double>(all.size()));
+                all.back()[0] = number_text(all.size());
                 if (key && random.below(4)) part.push_back(all.back());
             }
         }

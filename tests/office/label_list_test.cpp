@@ -110,9 +110,7 @@ TEST_F(Labels, any_failing_operation_is_told_once_and_lets_everything_go)
 TEST_F(Labels, blocks_merge_as_row_by_row_comparison_does)
 {
     std::mt19937 random(5);
-    const auto part = [&] {
-        return random() % 3 == 0 ? Text() : U"P" + number_text(static_cast<double>(random() % 4));
-    };
+    const auto part = [&] { return random() % 3 == 0 ? Text() : U"P" + number_text(random() % 4); };
     for (int round = 0; round < 300; ++round) {
         Cells cells;
         const int first_end = 5 + static_cast<int>(random() % 8),
