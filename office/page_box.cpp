@@ -2,8 +2,8 @@
 
 #include "mainwindow/installation_files.h"
 #include "office/folder_walk.h"
+#include "office/sheet_path.h"
 #include "office/tasks.h"
-#include "platform/files/file_name.h"
 #include "platform/text/code_page.h"
 
 namespace tarvik {
@@ -40,22 +40,6 @@ void lock_folder(Program& program)
     tell(program, U"打印文件所在目录锁定为:     " + form1.scanfolder + U"/" + picked->name);
 }
 
-// A name under which the folder of printed files holds nothing yet.
-Text free_place(const Program& program, const Text& name)
-{
-    const Files& disk = program.platform.files;
-    const Text folder(files::printed_output);
-    const std::size_t point = name.rfind(U'.');
-    const Text stem = folder + name.substr(0, point), extension = point == Text::npos ? Text() : name.substr(point);
-    Text place = folder + name;
-    for (int number = 2; disk.file_exists(place) || disk.folder_exists(place); ++number) {
-        place = stem;
-        place += U" (" + number_text(number) + U")";
-        place += extension;
-    }
-    return place;
-}
-
 void print(Program& program, const Text& path)
 {
     SpreadsheetTask task(program, path);
@@ -72,7 +56,7 @@ void print_matching(Program& program, const Text& search)
         const Text path = form1.scanfolder + U"/" + name;
         form1.RichTextBox3.append(name + Text(line_tail));
         print(program, path);
-        program.platform.files.move_file(path, free_place(program, name));
+        program.platform.files.move_file(path, free_path(program, Text(files::printed_output), name));
     });
 }
 

@@ -31,23 +31,27 @@ Text fitted(TextView head, TextView tail, TextView extension)
     return cut_to_room(head, room - name_size(kept_tail)).str() + kept_tail + extension;
 }
 
-/// What a name is before its extension, and the extension with its point.
-PathParts split_extension(TextView name)
+struct NameParts {
+    TextView stem;
+    TextView extension; ///< with its point; empty if there is none
+};
+
+NameParts split_extension(TextView name)
 {
     const std::size_t point = name.rfind(U'.');
     if (point == npos || point == 0) return {name, TextView(U"")};
     return {name.substr(0, point), name.substr(point)};
 }
 
-Text numbered(const Text& folder, const PathParts& name, int number)
+Text numbered(const Text& folder, const NameParts& name, int number)
 {
-    return folder + fitted(name.folder, U" (" + number_text(number) + U")", name.name);
+    return folder + fitted(name.stem, U" (" + number_text(number) + U")", name.extension);
 }
 
 /// The file for the name `wanted`: `path`, or that with a number when another name of this run has it.
 Text claimed(Program& program, const Text& folder, const Text& name, const Text& wanted)
 {
-    const PathParts parts = split_extension(name);
+    const NameParts parts = split_extension(name);
     Text path = folder + name;
     for (int number = 2;; ++number) {
         const auto [owner, is_new] = program.run.names.try_emplace(lower(path), wanted);
@@ -86,7 +90,7 @@ Text plain_sheet_path(Program& program, const Text& name)
 
 Text free_path(const Program& program, const Text& folder, const Text& name)
 {
-    const PathParts parts = split_extension(name);
+    const NameParts parts = split_extension(name);
     Text path = folder + name;
     const Files& files = program.platform.files;
     for (int number = 2; files.file_exists(path) || files.folder_exists(path); ++number)
