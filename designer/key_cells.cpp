@@ -14,7 +14,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr int last_pair = 26;
 constexpr int most_rows = 1'048'576; // of a worksheet
 
 /// A cell that takes an element of the matching row.
@@ -42,7 +41,7 @@ KeyDesign read_design(const Form4& form4)
     design.key_row = design_number(form4.Text1[0]).value_or(0);
     design.key_column = design_number(form4.Text1[1]).value_or(0);
     design.key_field = design_number(form4.Text2[1]).value_or(0);
-    for (int box = 2; box <= last_pair; box += 2) {
+    for (int box = 2; box < Form4::first_dynamic; box += 2) {
         const int row = design_number(form4.Text1[box]).value_or(0);
         const auto column = design_number(form4.Text1[box + 1]), field = design_number(form4.Text2[box + 1]);
         if (row != 0 && column > 0 && field > 0) design.targets.push_back({row, *column, *field});

@@ -21,8 +21,7 @@ constexpr std::size_t telephone_column = 20;
 constexpr std::size_t folder_column = 24;
 
 // Boxes of the design: pairs for single cells up to `list_row_box`, then one box for each column of the list.
-constexpr int list_row_box = 28;
-constexpr int last_box = 49;
+constexpr int list_row_box = Form4::first_dynamic;
 
 /// Where a value of the table goes in the list: `column` of the sheet, `source` of SUF.
 struct ListColumn {
@@ -47,7 +46,7 @@ std::optional<int> list_row(const Form4& form4)
 std::vector<ListColumn> list_columns(const Form4& form4)
 {
     std::vector<ListColumn> columns;
-    for (int k = list_row_box + 1; k <= last_box; ++k) {
+    for (int k = list_row_box + 1; k <= Form4::last_box; ++k) {
         const auto column = used_number(form4.Text1[k]), source = used_number(form4.Text2[k]);
         if (column && source) columns.push_back({*column, static_cast<std::size_t>(*source)});
     }

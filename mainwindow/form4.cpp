@@ -10,7 +10,6 @@ namespace {
 constexpr FormId form = FormId::Form4;
 constexpr Colour background = rgb(215, 198, 149);
 constexpr Colour foreground = rgb(232, 227, 174);
-constexpr int first_dynamic = 28;
 
 struct Help {
     std::u32string_view text;
@@ -52,7 +51,7 @@ constexpr Help help[] = {
 void lay_boxes(ControlArray<TextBox>& boxes, double left)
 {
     for (auto& [index, box] : boxes) {
-        const int row = (index < first_dynamic ? index : index - first_dynamic) / 2;
+        const int row = (index < Form4::first_dynamic ? index : index - Form4::first_dynamic) / 2;
         box.set_place(left + (index % 2) * 1060, 420 + row * 540, 1000, 460);
         box.set_back_color(foreground);
     }
@@ -61,12 +60,13 @@ void lay_boxes(ControlArray<TextBox>& boxes, double left)
 } // namespace
 
 Form4::Form4(const ModelListeners& listeners)
-    : window(listeners, form, "Form4"), Text1(listeners, form, "Text1", 0, 49), Text2(listeners, form, "Text2", 0, 49),
-      Text3(listeners, form, "Text3"), Text4(listeners, form, "Text4"), Command1(listeners, form, "Command1"),
-      Command2(listeners, form, "Command2"), Command3(listeners, form, "Command3"), Frame1(listeners, form, "Frame1"),
-      Frame2(listeners, form, "Frame2"), Frame3(listeners, form, "Frame3"), Label1(listeners, form, "Label1"),
-      Label2(listeners, form, "Label2"), Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"),
-      Label5(listeners, form, "Label5"), Preview(listeners, form, "Preview")
+    : window(listeners, form, "Form4"), Text1(listeners, form, "Text1", 0, last_box),
+      Text2(listeners, form, "Text2", 0, last_box), Text3(listeners, form, "Text3"), Text4(listeners, form, "Text4"),
+      Command1(listeners, form, "Command1"), Command2(listeners, form, "Command2"),
+      Command3(listeners, form, "Command3"), Frame1(listeners, form, "Frame1"), Frame2(listeners, form, "Frame2"),
+      Frame3(listeners, form, "Frame3"), Label1(listeners, form, "Label1"), Label2(listeners, form, "Label2"),
+      Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"), Label5(listeners, form, "Label5"),
+      Preview(listeners, form, "Preview")
 {
     window.set_caption(U"Tarvik计算报表自动化设计器");
     window.set_place(0, 0, 16800, 9480);
@@ -134,7 +134,8 @@ bool Form4::holds_typed_text() const
 void load_design_texts(Form4& form4)
 {
     for (auto& [index, box] : form4.Text1) form4.load(box, U"0");
-    for (auto& [index, box] : form4.Text2) form4.load(box, index >= first_dynamic && index % 2 == 0 ? U"-1" : U"0");
+    for (auto& [index, box] : form4.Text2)
+        form4.load(box, index >= Form4::first_dynamic && index % 2 == 0 ? U"-1" : U"0");
     form4.load(form4.Text3, U"query");
     form4.load(form4.Text4, U"1");
 }

@@ -10,6 +10,11 @@ namespace tarvik {
 struct Form4 {
     explicit Form4(const ModelListeners& listeners);
 
+    /// The boxes of Text1 and Text2 from this index on are the dynamic block of the design, those before it in pairs
+    /// its single cells.
+    static constexpr int first_dynamic = 28;
+    static constexpr int last_box = 49;
+
     /// The 102 boxes in the order in which a parameter file holds them: Text3, Text1, Text2, Text4.
     std::vector<TextBox*> design_boxes();
     /// What a box gets from somewhere else than the user: it is no loss when the window closes.

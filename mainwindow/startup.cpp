@@ -27,7 +27,7 @@ void pass_over_failure(const std::function<void()>& step)
 
 void reset_designer_boxes(Form4& form4)
 {
-    for (int i = 0; i <= 49; ++i) {
+    for (int i = 0; i <= Form4::last_box; ++i) {
         form4.load(form4.Text1[i], U"-1");
         form4.load(form4.Text2[i], U"-1");
     }

@@ -9,8 +9,6 @@ namespace tarvik {
 namespace {
 
 constexpr char32_t asterisk = U'*';
-constexpr int first_dynamic = 28; // index of the boxes
-constexpr int last_column = 180;
 constexpr double largest_number = 1e9; // far above every row, and an int holds it
 
 bool is_space(char32_t character)
@@ -68,14 +66,15 @@ std::optional<int> design_number(const TextBox& box)
 
 Text design_row_name(int index)
 {
-    const bool dynamic = index >= first_dynamic;
-    return (dynamic ? U"动态 第" : U"静态 第") + number_text((dynamic ? index - first_dynamic : index) / 2 + 1) + U"行";
+    const bool dynamic = index >= Form4::first_dynamic;
+    return (dynamic ? U"动态 第" : U"静态 第") + number_text((dynamic ? index - Form4::first_dynamic : index) / 2 + 1) +
+           U"行";
 }
 
 int design_key_column(const Program& program)
 {
     const auto column = design_number(program.form4.Text4);
-    if (!column || *column < 0 || *column > last_column)
+    if (!column || *column < 0 || *column > static_cast<int>(Table::last_column))
         throw Failure(U" 请注意：\r\n报表设计器“1”框（关键字段所在的列）应是0至180之间的整数，报表没有开始。");
     return *column;
 }

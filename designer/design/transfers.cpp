@@ -6,9 +6,7 @@ namespace tarvik {
 
 namespace {
 
-constexpr int last_static = 26;
-constexpr int first_row_box = 28; // of the dynamic block
-constexpr int first_dynamic = 29, last_dynamic = 49;
+constexpr int first_row_box = Form4::first_dynamic, first_column_box = first_row_box + 1;
 
 using Write = std::function<void(const DesignWrite&)>;
 
@@ -22,7 +20,7 @@ void write_element(const Elements& elements, int i, int j, const Write& write, D
 
 void static_transfer(const Form4& form4, const Elements& elements, const Write& write)
 {
-    for (int box = 0; box <= last_static; box += 2) {
+    for (int box = 0; box < Form4::first_dynamic; box += 2) {
         const auto row = design_number(form4.Text1[box]), column = design_number(form4.Text1[box + 1]);
         const auto i = design_number(form4.Text2[box]), j = design_number(form4.Text2[box + 1]);
         if (row > 0 && column > 0 && i >= 0 && j >= 0) write_element(elements, *i, *j, write, {*row, *column, {}, box});
@@ -37,7 +35,7 @@ struct DynamicColumn {
 std::vector<DynamicColumn> dynamic_columns(const Form4& form4)
 {
     std::vector<DynamicColumn> columns;
-    for (int box = first_dynamic; box <= last_dynamic; ++box) {
+    for (int box = first_column_box; box <= Form4::last_box; ++box) {
         const auto column = design_number(form4.Text1[box]), j = design_number(form4.Text2[box]);
         if (column > 0 && j > 0) columns.push_back({box, *column, *j});
     }
