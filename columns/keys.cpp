@@ -2,11 +2,11 @@
 
 #include "columns/boxes.h"
 #include "columns/column_query.h"
+#include "columns/columns.h"
 #include "columns/comparison_key.h"
 #include "columns/notes.h"
 #include "columns/sort.h"
 #include "columns/statistics.h"
-#include "columns/table.h"
 
 #include <algorithm>
 

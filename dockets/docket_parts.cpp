@@ -1,6 +1,6 @@
 #include "dockets/docket_parts.h"
 
-#include "columns/table.h"
+#include "columns/columns.h"
 #include "mainwindow/installation_files.h"
 #include "office/blanking.h"
 #include "office/keyed_scans.h"

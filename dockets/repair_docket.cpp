@@ -1,6 +1,6 @@
 #include "dockets/repair_docket.h"
 
-#include "columns/table.h"
+#include "columns/columns.h"
 #include "dockets/docket_parts.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"

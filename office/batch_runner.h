@@ -1,6 +1,6 @@
 #pragma once
 
-#include "columns/table.h"
+#include "columns/columns.h"
 #include "mainwindow/mainwindow.h"
 
 #include <span>

@@ -1,6 +1,6 @@
 #include "office/label_list.h"
 
-#include "columns/table.h"
+#include "columns/columns.h"
 #include "mainwindow/installation_files.h"
 #include "office/blanking.h"
 #include "office/folder_walk.h"

@@ -1,8 +1,8 @@
 #include "office/report_commands.h"
 
 #include "columns/column_query.h"
+#include "columns/columns.h"
 #include "columns/statistics.h"
-#include "columns/table.h"
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
 #include "office/batch_runner.h"

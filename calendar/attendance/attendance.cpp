@@ -2,8 +2,8 @@
 
 #include "calendar/calendar.h"
 #include "columns/column_query.h"
+#include "columns/columns.h"
 #include "columns/row_list.h"
-#include "columns/table.h"
 #include "columns/views.h"
 
 #include <array>

@@ -1,8 +1,8 @@
 #include "columns/column_query.h"
+#include "columns/columns.h"
 #include "columns/keys.h"
 #include "columns/notes.h"
 #include "columns/statistics.h"
-#include "columns/table.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "office/sheet_statistics.h"
 
 #include "columns/column_query.h"
-#include "columns/table.h"
+#include "columns/columns.h"
 #include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
 
