@@ -35,12 +35,6 @@ Relationship find_document(const Package& package, const ContentTypes& types)
     throw Damage(U"文件不是 Word 文档。");
 }
 
-// The folder that a part lies in, with a separator behind it.
-std::string folder_of(const std::string& part)
-{
-    return part.substr(0, part.rfind('/') + 1); // without a separator that is the empty text
-}
-
 // The numbers of the drawings in a part, which is searched as it is written.
 void collect_numbers(std::string_view part, std::set<int>& numbers)
 {
@@ -82,7 +76,7 @@ void DocumentModel::add_picture(int row, int column, const Picture& picture, std
     const auto& cell = table_cell(row, column);
     const auto paragraph = paragraph_for_picture(cell.node);
     const auto kind = media_kind(picture.kind);
-    const auto part = editor_.free_name(folder_of(main_.target) + "media/image", kind.extension);
+    const auto part = editor_.free_name(std::string(folder_of(main_.target)) + "media/image", kind.extension);
     const auto relationship = relationships_.add(main_.type_of("image"), part);
     editor_.add(part, std::move(contents), kind.type);
     const bool is_strict = main_.type.find("purl.oclc.org") != std::string::npos;

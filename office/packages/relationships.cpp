@@ -6,12 +6,6 @@ namespace tarvik::ooxml {
 
 namespace {
 
-std::string_view folder_of(std::string_view part)
-{
-    const auto separator = part.rfind('/');
-    return separator == std::string_view::npos ? std::string_view() : part.substr(0, separator + 1);
-}
-
 // The part that a target means, told from the folder of its source.
 std::string resolved(std::string_view source, std::string target)
 {
@@ -55,6 +49,12 @@ constexpr const char* no_relationships =
 std::string Relationship::type_of(std::string_view other_kind) const
 {
     return type.substr(0, type.rfind('/') + 1).append(other_kind);
+}
+
+std::string_view folder_of(std::string_view part)
+{
+    const auto separator = part.rfind('/');
+    return separator == std::string_view::npos ? std::string_view() : part.substr(0, separator + 1);
 }
 
 std::string relationships_name(std::string_view source)

@@ -24,6 +24,8 @@ struct Relationship {
     std::string type_of(std::string_view other_kind) const;
 };
 
+/// The folder that a part lies in, with a separator behind it; empty for a part in the root.
+std::string_view folder_of(std::string_view part);
 /// The name of the part that holds the relationships of the part `source`; the empty name stands for the package.
 std::string relationships_name(std::string_view source);
 
