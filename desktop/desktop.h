@@ -57,8 +57,8 @@ private:
     Program program_;
     Mirror mirror_;
     EventQueue queue_;
-    Scale main_scale_, form3_scale_,
-        form4_scale_; // the main window's changes with its size, the others' by their place
+    // The main window's changes with its size, the others' by their place.
+    Scale main_scale_, form3_scale_, form4_scale_;
     PaneFonts main_fonts_, form3_fonts_;
     Front main_, form3_front_, form4_front_;
     FocusTracker focus_;

@@ -13,6 +13,9 @@ struct Cell {
     std::size_t column; ///< how many tabs stand before it, or the column that the view of a split names
 };
 
+/// Beyond so many characters the cells of a line are not looked for.
+inline constexpr std::size_t longest_table_line = 65'536;
+
 /// The cells of a line, if it has any: parted by tabs, or as the view of a split shows them ("suf(0,3)***Paris").
 std::vector<Cell> cells_of(std::u32string_view line);
 

@@ -25,8 +25,6 @@ Known& remembered(std::map<std::size_t, Known>& lines, std::size_t line)
     return lines[line];
 }
 
-constexpr std::size_t longest_table_line = 65'536; // beyond it the cells of a line are not looked for
-
 double width_in(const FontSize& size, char32_t character, double x, bool stops)
 {
     if (character == U'\t' && !stops) return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;

@@ -23,8 +23,6 @@ bool is_code(char32_t character)
            character == U'#';
 }
 
-constexpr std::size_t longest_table_line = 65'536;
-
 } // namespace
 
 void TextWidget::selection_to_model()
