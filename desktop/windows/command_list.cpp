@@ -12,13 +12,13 @@ namespace tarvik {
 namespace {
 
 constexpr CommandHelp commands[] = {
-    {U"An docket", U"按返修单出维修单：3139、3138、3137"},
+    {U"An docket", U"每张收货凭证一张维修单：3139、3138、3137"},
     {U"An testdocket", U"按设计的列位出测试单：automation.bin"},
     {U"An label", U"标签清单：z1 与 z6 两段"},
     {U"An order", U"按打开的报表填写一个文件夹中各表的故障、维修、料号与费用"},
     {U"An prices", U"把打开的报表中的八列抄入一个文件夹中的各表"},
     {U"An bendocket", U"每台设备一张服务账单：3138、3137"},
-    {U"An dandocket", U"每台设备一张清单：3160"},
+    {U"An dandocket", U"每个送修批号一张清单：3160"},
     {U"An wodben", U"自制品汇总一张表：打开的报表"},
     {U"An dockword", U"不可修复设备的 Word 报告：3158"},
     {U"An testsesame A", U"按模板 designerA.xlsx 出单：3159、automation.bin"},
