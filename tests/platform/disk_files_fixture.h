@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/failure.h"
 #include "platform/files/disk_files.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -17,17 +17,6 @@ protected:
     std::size_t entries() const
     {
         return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(installation.path()), {}));
-    }
-    /// The words of the Failure that the work ends in.
-    template <typename Work>
-    static std::string failure(const Work& work)
-    {
-        try {
-            work();
-        } catch (const Failure& told) {
-            return told.what();
-        }
-        return "no failure";
     }
 };
 

@@ -125,17 +125,17 @@ TEST_F(DiskFilesTest, FailuresTellThePathAndTheReason)
 {
     fs::create_directory(installation.path() / "folder");
     installation.write("plain", "x");
-    EXPECT_EQ(failure([&] { files.read(U"d:\\没有.txt"); }), "无法读取文件“d:\\没有.txt”：找不到这个文件或文件夹。");
-    EXPECT_THAT(failure([&] { files.read(U"folder"); }), HasSubstr("文件夹"));
-    EXPECT_THAT(failure([&] { files.read(U"plain\\x"); }), HasSubstr("不是文件夹"));
-    EXPECT_THAT(failure([&] { files.replace(U"folder", "x"); }), HasSubstr("folder"));
-    EXPECT_THAT(failure([&] { files.replace(U"no\\x", "x"); }), HasSubstr("no\\x"));
-    EXPECT_THAT(failure([&] { files.create_folder(U"plain"); }), HasSubstr("plain"));
-    EXPECT_THAT(failure([&] { files.create_folder(U"no\\folder"); }), HasSubstr("no\\folder"));
-    EXPECT_THAT(failure([&] { files.move_file(U"no", U"d:\\no"); }), HasSubstr("no"));
-    EXPECT_THAT(failure([&] { files.file_names(U"no"); }), HasSubstr("no"));
-    EXPECT_THAT(failure([&] { files.stamp(U"no"); }), HasSubstr("no"));
-    EXPECT_THAT(failure([&] { files.read(Text(300, U'x')); }), HasSubstr("名称太长"));
+    EXPECT_EQ(failure_of([&] { files.read(U"d:\\没有.txt"); }), "无法读取文件“d:\\没有.txt”：找不到这个文件或文件夹。");
+    EXPECT_THAT(failure_of([&] { files.read(U"folder"); }), HasSubstr("文件夹"));
+    EXPECT_THAT(failure_of([&] { files.read(U"plain\\x"); }), HasSubstr("不是文件夹"));
+    EXPECT_THAT(failure_of([&] { files.replace(U"folder", "x"); }), HasSubstr("folder"));
+    EXPECT_THAT(failure_of([&] { files.replace(U"no\\x", "x"); }), HasSubstr("no\\x"));
+    EXPECT_THAT(failure_of([&] { files.create_folder(U"plain"); }), HasSubstr("plain"));
+    EXPECT_THAT(failure_of([&] { files.create_folder(U"no\\folder"); }), HasSubstr("no\\folder"));
+    EXPECT_THAT(failure_of([&] { files.move_file(U"no", U"d:\\no"); }), HasSubstr("no"));
+    EXPECT_THAT(failure_of([&] { files.file_names(U"no"); }), HasSubstr("no"));
+    EXPECT_THAT(failure_of([&] { files.stamp(U"no"); }), HasSubstr("no"));
+    EXPECT_THAT(failure_of([&] { files.read(Text(300, U'x')); }), HasSubstr("名称太长"));
     EXPECT_FALSE(files.file_exists(Text(300, U'x')));
     EXPECT_FALSE(files.file_exists(Text{U'p', U'l', U'a', U'i', U'n', U'\0', U'x'}));
     EXPECT_EQ(entries(), 2U);

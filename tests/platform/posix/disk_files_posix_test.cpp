@@ -102,12 +102,12 @@ TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)
     const std::string large(300'000, 'x');
     {
         const FullDisk full(4096);
-        EXPECT_THAT(failure([&] { files.replace(U"z1.xlsx", large); }), HasSubstr("无法写入文件“z1.xlsx”："));
-        EXPECT_THAT(failure([&] { files.append(U"notes.txt", large); }), HasSubstr("notes.txt"));
+        EXPECT_THAT(failure_of([&] { files.replace(U"z1.xlsx", large); }), HasSubstr("无法写入文件“z1.xlsx”："));
+        EXPECT_THAT(failure_of([&] { files.append(U"notes.txt", large); }), HasSubstr("notes.txt"));
         for (const std::size_t piece : {std::size_t{5000}, large.size()}) {
             const auto scratch = files.open_for_output(U"between.txt");
             scratch->write(large.substr(0, piece));
-            EXPECT_THAT(failure([&] { scratch->close(); }), HasSubstr("between.txt"));
+            EXPECT_THAT(failure_of([&] { scratch->close(); }), HasSubstr("between.txt"));
         }
     }
     EXPECT_EQ(installation.read("z1.xlsx"), "old");
@@ -118,11 +118,11 @@ TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)
 TEST_F(DiskFilesTest, PipesAreNoFiles)
 {
     ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
-    EXPECT_THAT(failure([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
-    EXPECT_THAT(failure([&] { files.open_for_output(U"pipe"); }), HasSubstr("pipe"));
-    EXPECT_THAT(failure([&] { files.append(U"pipe", "line"); }), HasSubstr("pipe"));
-    EXPECT_THAT(failure([&] { files.replace(U"pipe", "line"); }), HasSubstr("pipe"));
-    EXPECT_THAT(failure([&] { files.move_file(U"pipe", U"moved"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure_of([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure_of([&] { files.open_for_output(U"pipe"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure_of([&] { files.append(U"pipe", "line"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure_of([&] { files.replace(U"pipe", "line"); }), HasSubstr("pipe"));
+    EXPECT_THAT(failure_of([&] { files.move_file(U"pipe", U"moved"); }), HasSubstr("pipe"));
 }
 
 TEST_F(DiskFilesTest, AWalkPassesOverWhatIsNoFile)
@@ -137,8 +137,8 @@ TEST_F(DiskFilesTest, AWalkPassesOverWhatIsNoFile)
     installation.write("walk/file.xlsx", "x");
     fs::create_symlink("file.xlsx", folder / "link.xlsx");
     EXPECT_EQ(files.file_names(U"walk"), (std::vector<Text>{U"file.xlsx", U"link.xlsx"}));
-    EXPECT_THAT(failure([&] { files.read(U"walk\\loop.xlsx"); }), HasSubstr("loop.xlsx"));
-    EXPECT_THAT(failure([&] { files.read(U"walk\\device.xlsx"); }), HasSubstr("device.xlsx"));
+    EXPECT_THAT(failure_of([&] { files.read(U"walk\\loop.xlsx"); }), HasSubstr("loop.xlsx"));
+    EXPECT_THAT(failure_of([&] { files.read(U"walk\\device.xlsx"); }), HasSubstr("device.xlsx"));
 }
 
 } // namespace

@@ -38,12 +38,13 @@ TEST_F(DiskFilesTest, AFileThatAnotherProgramHoldsIsToldAsThat)
     installation.write("z1.xlsx", "old");
     {
         const Holder holder(installation.path() / "z1.xlsx");
-        EXPECT_EQ(failure([&] { files.read(U"z1.xlsx"); }), "无法读取文件“z1.xlsx”：文件正被别的程序使用。");
-        EXPECT_EQ(failure([&] { files.append(U"z1.xlsx", "x"); }), "无法写入文件“z1.xlsx”：文件正被别的程序使用。");
+        EXPECT_EQ(failure_of([&] { files.read(U"z1.xlsx"); }), "无法读取文件“z1.xlsx”：文件正被别的程序使用。");
+        EXPECT_EQ(failure_of([&] { files.append(U"z1.xlsx", "x"); }), "无法写入文件“z1.xlsx”：文件正被别的程序使用。");
     }
     {
         const Holder reader(installation.path() / "z1.xlsx", FILE_SHARE_READ | FILE_SHARE_WRITE);
-        EXPECT_EQ(failure([&] { files.replace(U"z1.xlsx", "new"); }), "无法写入文件“z1.xlsx”：文件正被别的程序使用。");
+        EXPECT_EQ(failure_of([&] { files.replace(U"z1.xlsx", "new"); }),
+                  "无法写入文件“z1.xlsx”：文件正被别的程序使用。");
     }
     EXPECT_EQ(installation.read("z1.xlsx"), "old");
     EXPECT_EQ(entries(), 1U) << "nothing is left beside it";
@@ -66,7 +67,7 @@ TEST_F(DiskFilesTest, AWriteProtectedFileStays)
     installation.write("z1.xlsx", "old");
     const fs::path file = installation.path() / "z1.xlsx";
     ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY);
-    EXPECT_THAT(failure([&] { files.replace(U"z1.xlsx", "new"); }), HasSubstr("没有权限"));
+    EXPECT_THAT(failure_of([&] { files.replace(U"z1.xlsx", "new"); }), HasSubstr("没有权限"));
     ::SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_EQ(installation.read("z1.xlsx"), "old");
 }
@@ -75,9 +76,9 @@ TEST_F(DiskFilesTest, NamesThatNoFileHasAreRefused)
 {
     installation.write("a", "old");
     for (const TextView name : {U"CON", U"nul.xlsx", U"Lpt1 .txt", U"a.", U"a "}) {
-        EXPECT_THAT(failure([&] { files.replace(name, "x"); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
-        EXPECT_THAT(failure([&] { files.append(name, "x"); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
-        EXPECT_THAT(failure([&] { files.create_folder(name); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
+        EXPECT_THAT(failure_of([&] { files.replace(name, "x"); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
+        EXPECT_THAT(failure_of([&] { files.append(name, "x"); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
+        EXPECT_THAT(failure_of([&] { files.create_folder(name); }), HasSubstr("名称或文件类型不能用")) << to_utf8(name);
     }
     EXPECT_EQ(installation.read("a"), "old");
     EXPECT_EQ(safe_file_name(U"con"), U"_con");
@@ -105,13 +106,14 @@ TEST_F(DiskFilesTest, PathsThatAreTooLongAreToldAsThat)
     EXPECT_TRUE(files.folder_exists(deepest));
     const Text reason = U"名称太长，连同所在的文件夹不能超过 259 个字符。";
     const Text folder = deepest + U"d", file = longest + U"f", deep = deepest + U"\\z1234567.xlsx";
-    EXPECT_EQ(failure([&] { files.create_folder(folder); }), to_utf8(U"无法建立文件夹“" + folder + U"”：" + reason));
+    EXPECT_EQ(failure_of([&] { files.create_folder(folder); }), to_utf8(U"无法建立文件夹“" + folder + U"”：" + reason));
     for (const Text& path : {file, deep}) {
-        EXPECT_EQ(failure([&] { files.append(path, "x"); }), to_utf8(U"无法写入文件“" + path + U"”：" + reason));
-        EXPECT_EQ(failure([&] { files.replace(path, "x"); }), to_utf8(U"无法写入文件“" + path + U"”：" + reason));
-        EXPECT_EQ(failure([&] { files.read(path); }), to_utf8(U"无法读取文件“" + path + U"”：" + reason));
+        EXPECT_EQ(failure_of([&] { files.append(path, "x"); }), to_utf8(U"无法写入文件“" + path + U"”：" + reason));
+        EXPECT_EQ(failure_of([&] { files.replace(path, "x"); }), to_utf8(U"无法写入文件“" + path + U"”：" + reason));
+        EXPECT_EQ(failure_of([&] { files.read(path); }), to_utf8(U"无法读取文件“" + path + U"”：" + reason));
     }
-    EXPECT_EQ(failure([&] { files.move_file(longest, file); }), to_utf8(U"无法移动文件“" + longest + U"”：" + reason));
+    EXPECT_EQ(failure_of([&] { files.move_file(longest, file); }),
+              to_utf8(U"无法移动文件“" + longest + U"”：" + reason));
     EXPECT_EQ(entries(), 3U);
 }
 
