@@ -1,8 +1,5 @@
-#include "calendar/attendance/attendance.h"
 #include "calendar/calendar.h"
-#include "tests/support/test_program.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -76,58 +73,27 @@ TEST(CompactTexts, dates_and_telephone_numbers)
     EXPECT_EQ(telecall(U"0755"), U"0755");
 }
 
-TEST(Attendance, judges_each_day_by_its_stamps)
+TEST(DateText, is_normalised_and_read)
 {
-    struct Case {
-        const char32_t *in, *out, *line; ///< the line behind the person; empty for none
-    };
-    const Case cases[] = {
-        {U"2016-09-22 08:30:00.000", U"2016-09-22 17:30:00.000",
-         U"2016-09-22\t星期四\t上班打卡：08:30:00\t正常\t下班打卡：17:30:00\t正常\t8       "},
-        {U"2016-09-23 08:31:45.000", U"2016-09-23 17:30:00.000",
-         U"2016-09-23\t星期五\t上班打卡：08:31:45\t迟到\t下班打卡：17:30:00\t迟到\t7.98    "},
-        {U"2016-09-24 08:45:00.0", U"2016-09-24 17:20:00.0",
-         U"2016-09-24\t星期六\t上班打卡：08:45:00\t倒退\t下班打卡：17:20:00\t倒退\t7.58    "},
-        {U"2016-09-25 8:00:00.0", U"2016-09-25 17:20:00.0",
-         U"2016-09-25\t星期日\t上班打卡：8:00:00\t早退\t下班打卡：17:20:00\t正常\t8.33    "},
-        {U"2016-09-26 08:00:00.0", U"2016-09-26 20:30:00.0",
-         U"2016-09-26\t星期一\t上班打卡：08:00:00\t正常\t下班打卡：20:30:00\t加班\t2.5     "},
-        {U"2016-09-27 09:00:00.0", U"2016-09-27 09:00:00.0",
-         U"2016-09-27\t星期二\t上班打卡：09:00:00\t倒退\t下班打卡：09:00:00\t异常\t-1      "},
-        {U"2016-09-28 14:00:00.0", U"2016-09-28 14:00:00.0",
-         U"2016-09-28\t星期三\t上班打卡：14:00:00\t倒退\t下班打卡：14:00:00\t旷工\t-1      "},
-        {U"2016-09-21 08:00:00.0", U"2016-09-21 18:00:00.0",
-         U"2016-09-21\t星期三\t上班打卡：08:00:00\t正常\t下班打卡：18:00:00\t正常\t9       "},
-        {U"2016-09-22 17:00:00.0", U"2016-09-22 09:00:00.0",
-         U"2016-09-22\t星期四\t上班打卡：17:00:00\t倒退\t下班打卡：09:00:00\t旷工\t-9      "},
-        {U"2016-09-22  8:00:00.0", U"2016-09-22 18:00:00.0",
-         U"2016-09-22\t星期四\t上班打卡： 8:00:00\t正常\t下班打卡：18:00:00\t正常\t9       "},
-        {U"2016-09-22 00:00:00.0", U"2016-09-22 24:00:00.0", U""},
-        {U"", U"2016-09-22 24:00:00.0", U""},
-        {U"2016-09-22", U"2016-09-22 17:30:00.0", U""},
-        {U"2016-09-22 08:30:00.0", U"2017-02-29 17:30:00.0",
-         U"2017-02-29\t星期三\t上班打卡：08:30:00\t正常\t下班打卡：17:30:00\t正常\t8       "},
-        {U"2016-09-22 08:30:00.0", U"2016-13-01 17:30:00.0", U""},
-    };
-    TestProgram test;
-    Text document, expected;
-    for (const Case& one : cases) {
-        document += U"x\t系统设备制造部\t张三\t\t\t\t" + Text(one.in) + U"\t" + one.out + U"\r\n";
-        if (*one.line) expected += U"张三\t" + Text(one.line) + U"\r\n";
+    const std::tuple<const char32_t*, const char32_t*, const char32_t*> normalised[] = {
+        {U"20200105", U"2020-01-05", U"2020-01-05"},
+        {U"2020.1.5", U"2020.1.5", U"2020-1-5"},
+        {U"2020/01/05", U"2020/01/05", U"2020-01-05"},
+        {U"2020\\1\\5", U"2020\\1\\5", U"2020-1-5"},
+        {U"abcdefgh", U"abcd-ef-gh", U"abcd-ef-gh"},
+        {U"20-1-5", U"20-1-5", U"error"},
+        {U"", U"", U"error"}};
+    for (const auto& [written, rewritten, date] : normalised) {
+        Text text = written;
+        EXPECT_EQ(dsx(text), Text(date));
+        EXPECT_EQ(text, Text(rewritten));
     }
-    test.open_text(document);
-    test.form1().query_box().set_text(U"An kqtest");
-    an_kqtest(test.program);
-    EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), to_utf8(expected));
-    EXPECT_EQ(test.form1().number_box().text(), U"11");
-    EXPECT_THAT(test.dialogs.take_messages(),
-                testing::ElementsAre(testing::AllOf(testing::HasSubstr("\r\n张三：2016-09-22\r\n"),
-                                                    testing::HasSubstr("\r\n张三：2016-13-01 17:30:00.0"))));
-
-    test.form1().comp = true;
-    an_kqtest(test.program);
-    EXPECT_EQ(test.dialogs.take_messages().size(), 1U);
-    EXPECT_EQ(test.form1().sugcount, 0);
+    EXPECT_EQ(*day_of(U"2020-3-1") - *day_of(U"2020-02-28"), 2);
+    EXPECT_EQ(*day_of(U"20-01-05"), *day_of(U"2020-1-5"));
+    EXPECT_EQ(*day_of(U"99-12-31") + 1, *day_of(U"2000-1-1"));
+    for (const char32_t* none : {U"abcd-ef-gh", U"2021-02-29", U"2020-13-01", U"2020-1", U"2020-1-5-1", U"-1-5-2020",
+                                 U"2020-001-5", U"2020-01-05x"})
+        EXPECT_FALSE(day_of(none)) << to_utf8(none);
 }
 
 } // namespace

@@ -1,4 +1,3 @@
-#include "calendar/date_text.h"
 #include "columns/sort.h"
 
 #include <gtest/gtest.h>
@@ -51,29 +50,6 @@ TEST(SelectionSwaps, are_those_of_the_plain_loop)
         }
         ASSERT_EQ(swapped, plain);
     }
-}
-
-TEST(DateText, is_normalised_and_read)
-{
-    const std::tuple<const char32_t*, const char32_t*, const char32_t*> normalised[] = {
-        {U"20200105", U"2020-01-05", U"2020-01-05"},
-        {U"2020.1.5", U"2020.1.5", U"2020-1-5"},
-        {U"2020/01/05", U"2020/01/05", U"2020-01-05"},
-        {U"2020\\1\\5", U"2020\\1\\5", U"2020-1-5"},
-        {U"abcdefgh", U"abcd-ef-gh", U"abcd-ef-gh"},
-        {U"20-1-5", U"20-1-5", U"error"},
-        {U"", U"", U"error"}};
-    for (const auto& [written, rewritten, date] : normalised) {
-        Text text = written;
-        EXPECT_EQ(dsx(text), Text(date));
-        EXPECT_EQ(text, Text(rewritten));
-    }
-    EXPECT_EQ(*day_of(U"2020-3-1") - *day_of(U"2020-02-28"), 2);
-    EXPECT_EQ(*day_of(U"20-01-05"), *day_of(U"2020-1-5"));
-    EXPECT_EQ(*day_of(U"99-12-31") + 1, *day_of(U"2000-1-1"));
-    for (const char32_t* none : {U"abcd-ef-gh", U"2021-02-29", U"2020-13-01", U"2020-1", U"2020-1-5-1", U"-1-5-2020",
-                                 U"2020-001-5", U"2020-01-05x"})
-        EXPECT_FALSE(day_of(none)) << to_utf8(none);
 }
 
 } // namespace
