@@ -68,7 +68,7 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
         if (form1.showdata) view->add_row(row);
         else form1.number_box().set_text(number_text(r));
         if (r > table.last()) {
-            ask(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。", application_title, Buttons::OK);
+            tell(program, U"目前，记录行已经超过软件所设定的阀值：300000条，请重试。");
             file.write(*view); // with the row that is too many; the pane stays as it is
             return false;
         }
@@ -92,8 +92,7 @@ std::optional<int> query_document(Program& program, ScratchFile& file, TextView 
     form1.resultcount = scan.matches;
     if (scan.matches > 0) bring_up(form1, form1.RichTextBox3);
     if (scan.full)
-        ask(program, U" 请注意：\r\n查寻到的记录已经超过软件所设定的阀值：1000001条，只保留此前查寻到的记录。",
-            application_title, Buttons::OK);
+        tell(program, U" 请注意：\r\n查寻到的记录已经超过软件所设定的阀值：1000001条，只保留此前查寻到的记录。");
     const DistinctRows distinct = remove_duplicates(rowhits, scan.rows, buffer);
     scan.rows = {};
     if (!deliver_rows(program, file, distinct.rows, buffer)) return std::nullopt;
@@ -115,7 +114,7 @@ ScanResult query(Program& program, TextView text, Announce announce)
     ScanResult result{0, ScanOutcome::Refused};
     if (no_option_selected(form1)) {
         if (form1.query_box().text().empty()) {
-            ask(program, U"查寻条件为空", application_title, Buttons::OK);
+            tell(program, U"查寻条件为空");
         } else {
             const auto rows = query_document(program, file, text);
             if (!rows) return {0, ScanOutcome::TooMany};
@@ -124,7 +123,7 @@ ScanResult query(Program& program, TextView text, Announce announce)
     }
     form1.dbresult = true;
     if (announce == Announce::Yes)
-        ask(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ", Buttons::OK);
+        tell(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ");
     program.form3.window.set_visible(true);
     program.form3.window.request_front();
     return result;

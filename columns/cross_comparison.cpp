@@ -101,7 +101,7 @@ void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
         if (!sufrow.is_empty(row)) view->add_row(sufrow.line(row));
     form1.compcount = static_cast<std::int64_t>(view->line_count());
     show_view(program, file, view);
-    ask(program, U" 温情提示：" + outcome(program, U"不“∩”"), U"  Tarvik 计算 ", Buttons::OK);
+    tell(program, U" 温情提示：" + outcome(program, U"不“∩”"), U"  Tarvik 计算 ");
     // The closing row is among them.
     form1.number_box().set_text(form1.compcount == 0 ? U"0" : number_text(form1.compcount - 1));
 }
@@ -125,7 +125,7 @@ void cross_comparison(Program& program, ComparisonFiles& files)
     }
     show_intersection(program, files[ComparisonFiles::between1], matches);
     if (form1.notcap) show_remainder(program, files[ComparisonFiles::between], rows);
-    else ask(program, U" 温情提示：" + outcome(program, U"“∩”"), U"  Tarvik  计算查寻 ", Buttons::OK);
+    else tell(program, U" 温情提示：" + outcome(program, U"“∩”"), U"  Tarvik  计算查寻 ");
     form1.RichTextBox3.append(U"\r\n");
 }
 

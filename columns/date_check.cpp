@@ -99,10 +99,8 @@ Text DateCheck::normal_date(std::size_t row, std::size_t column, Text& text)
     Text date = dsx(text);
     if (text != before) new_cells_.add(row, column, text);
     if (date == U"error")
-        ask(program_,
-            U"第 " + number_text(program_.form1.daterow) + U"   行，时间格式字段长度异常，dan为:" +
-                number_text(length) + U"  。",
-            application_title, Buttons::OK);
+        tell(program_, U"第 " + number_text(program_.form1.daterow) + U"   行，时间格式字段长度异常，dan为:" +
+                           number_text(length) + U"  。");
     return date;
 }
 
@@ -142,11 +140,11 @@ void date_check(Program& program, ComparisonFiles& files)
 {
     Form1& form1 = program.form1;
     const Parameters parameters = read_parameters(program);
-    ask(program,
-        U"温情提示：\r\n参与时间格式比较的suF表的列次A为:" + number_text(parameters.a) +
-            U"， \r\n参与时间格式比较的suF表的列次B为:" + number_text(parameters.b) +
-            U"，\r\n时间格式比较的时间间隔为:" + number_text(parameters.days) + U"。",
-        U"Tarvik  计算查寻 ", Buttons::OK);
+    tell(program,
+         U"温情提示：\r\n参与时间格式比较的suF表的列次A为:" + number_text(parameters.a) +
+             U"， \r\n参与时间格式比较的suF表的列次B为:" + number_text(parameters.b) +
+             U"，\r\n时间格式比较的时间间隔为:" + number_text(parameters.days) + U"。",
+         U"Tarvik  计算查寻 ");
     DateCheck check(program, parameters);
     bool goes_on = true;
     const auto last = static_cast<std::size_t>(form1.curcount);
@@ -158,11 +156,9 @@ void date_check(Program& program, ComparisonFiles& files)
     }
     show_view(program, files[ComparisonFiles::between3], check.view());
     form1.number_box().set_text(number_text(form1.compcount));
-    if (check.any_earlier())
-        ask(program, U"温情提示：后面的时间比前面的时间早！", U"Tarvik 计算", Buttons::OK, Icon::Information);
+    if (check.any_earlier()) tell(program, U"温情提示：后面的时间比前面的时间早！", U"Tarvik 计算", Icon::Information);
     if (check.no_dates().count() > 0)
-        ask(program, U" 请注意：\r\n以下各行的字段不是日期，已经略过：" + check.no_dates().text(), application_title,
-            Buttons::OK);
+        tell(program, U" 请注意：\r\n以下各行的字段不是日期，已经略过：" + check.no_dates().text());
 }
 
 } // namespace tarvik

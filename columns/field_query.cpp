@@ -27,8 +27,7 @@ void field_query(Program& program, ComparisonFiles& files)
     Form1& form1 = program.form1;
     const Text needle = lower(ltrim(form1.query_box().text()));
     const std::size_t column = box_column(program, 0);
-    ask(program, U" 温情提示：\r\n参与字段内查寻的suF表的列次为:" + number_text(column) + U"。", U"Tarvik  计算查寻 ",
-        Buttons::OK);
+    tell(program, U" 温情提示：\r\n参与字段内查寻的suF表的列次为:" + number_text(column) + U"。", U"Tarvik  计算查寻 ");
     const Module1& arrays = program.module1;
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
     view->keep(arrays.suf.buffers());

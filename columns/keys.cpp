@@ -23,10 +23,10 @@ void select_sug(Program& program)
     form1.comp = true;
     form1.sufcol = static_cast<int>(column);
     form1.sugcol_set = true;
-    ask(program,
-        U" 温情提示：\r\n参与比较的suF表的列次为:" + number_text(form1.sufcol) + U"，\r\n参与比较的suG表的列次为:" +
-            program.form3.Text1[4].text() + U"。",
-        U"Tarvik 计算", Buttons::OK);
+    tell(program,
+         U" 温情提示：\r\n参与比较的suF表的列次为:" + number_text(form1.sufcol) + U"，\r\n参与比较的suG表的列次为:" +
+             program.form3.Text1[4].text() + U"。",
+         U"Tarvik 计算");
 }
 
 void show_notes_key(Program& program)
@@ -52,7 +52,7 @@ template <const FlagKey& key>
 void set_flag(Program& program)
 {
     program.form1.*key.flag = key.value;
-    ask(program, key.text, key.title, Buttons::OK);
+    tell(program, key.text, key.title);
 }
 
 struct Key {

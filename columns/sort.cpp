@@ -38,13 +38,12 @@ void sort_rows(Program& program)
     const std::size_t column = form1.comp ? 0 : box_column(program, 5);
     form1.RichTextBox3.set_text({});
     if (form1.comp) {
-        ask(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行单表之内的排序或统计。",
-            U"Tarvik  计算查寻 ", Buttons::OK, Icon::Information);
+        tell(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行单表之内的排序或统计。",
+             U"Tarvik  计算查寻 ", Icon::Information);
         return;
     }
     ScratchFile file(program, U"between2.txt");
-    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算",
-        Buttons::OK);
+    tell(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算");
     const auto count = static_cast<std::size_t>(form1.sufcount);
     const RowTexts& rows = program.module1.sufrow;
     const std::size_t filled = filled_rows(rows, count);

@@ -77,10 +77,8 @@ void fill_keylist(Program& program, const Statistic& statistic)
     for (std::size_t key = 0; key < kept; ++key) keylist.set_view(key, statistic.counts[key].value);
     program.form1.keycount = static_cast<int>(kept);
     if (kept < statistic.counts.size())
-        ask(program,
-            U" 请注意：\r\n关键字共有 " + number_text(statistic.counts.size()) +
-                U" 个，已经超过软件所设定的阀值：10001个，只保留前10001个。",
-            application_title, Buttons::OK);
+        tell(program, U" 请注意：\r\n关键字共有 " + number_text(statistic.counts.size()) +
+                          U" 个，已经超过软件所设定的阀值：10001个，只保留前10001个。");
 }
 
 } // namespace
@@ -91,12 +89,11 @@ void column_statistics(Program& program)
     const std::size_t column = form1.comp ? 0 : box_column(program, 5);
     form1.RichTextBox3.set_text({});
     if (form1.comp) {
-        ask(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行单表之内的排序或统计。", U"Tarvik 计算",
-            Buttons::OK, Icon::Information);
+        tell(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行单表之内的排序或统计。", U"Tarvik 计算",
+             Icon::Information);
         return;
     }
-    ask(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算 ",
-        Buttons::OK);
+    tell(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算 ");
     const Statistic statistic = count_column(program, column);
     ScratchFile file(program, statistics_file);
     show_statistic(program, file, statistic);

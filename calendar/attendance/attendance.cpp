@@ -132,8 +132,8 @@ void an_kqtest(Program& program)
 {
     Form1& form1 = program.form1;
     if (form1.comp) {
-        ask(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行考勤分析。", application_title,
-            Buttons::OK, Icon::Information);
+        tell(program, U" 温情提示：\r\n请先将comp设置为FALSE（按键e），然后进行考勤分析。", application_title,
+             Icon::Information);
         return;
     }
     ScratchFile file(program, U"between31.txt");
@@ -146,9 +146,7 @@ void an_kqtest(Program& program)
     for (std::size_t row = 0; row <= last; ++row) add_row(program, row, *lines, unread);
     show_view(program, file, lines);
     form1.number_box().set_text(number_text(form1.compcount));
-    if (unread.count() > 0)
-        ask(program, U" 温情提示：\r\n以下打卡时间不能识别，已经略过：" + unread.text(), application_title,
-            Buttons::OK);
+    if (unread.count() > 0) tell(program, U" 温情提示：\r\n以下打卡时间不能识别，已经略过：" + unread.text());
 }
 
 } // namespace tarvik
