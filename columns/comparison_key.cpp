@@ -23,10 +23,10 @@ void inside_suf(Program& program, ComparisonFiles& files)
 /// Gives false when the key ends here.
 bool between_tables(Program& program, ComparisonFiles& files)
 {
-    ask(program,
-        U" 温情提示：目前，comp为true!\r\n如果要进行单表之内的时间字段的比较，请先将comp设置为FALSE（按键e）。\r\n"
-        U"接下来的是:suf与sug之间的比较！",
-        U"Tarvik 计算 ", Buttons::OK, Icon::Information);
+    tell(program,
+         U" 温情提示：目前，comp为true!\r\n如果要进行单表之内的时间字段的比较，请先将comp设置为FALSE（按键e）。\r\n"
+         U"接下来的是:suf与sug之间的比较！",
+         U"Tarvik 计算 ", Icon::Information);
     if (refuse_shorter_suf(program)) return false;
     const Answer which =
         ask(program,

@@ -40,12 +40,12 @@ bool refuse_shorter_suf(Program& program)
 {
     Form1& form1 = program.form1;
     if (form1.sufrows >= form1.sugrows) return false;
-    ask(program,
-        U" 请注意：\r\n    第1个表-SUF表的行数为: " + number_text(form1.sufrows) + U"   小于第2个表-SUG表的行数：" +
-            number_text(form1.sugrows) +
-            U"\r\n当且仅当SUF表的行数大于等于SUG表的行数时，查寻才有效。\r\n左键单击窗体后（恢复默认设置），请重新查寻"
-            U"。",
-        U"  Tarvik 计算", Buttons::OK);
+    tell(program,
+         U" 请注意：\r\n    第1个表-SUF表的行数为: " + number_text(form1.sufrows) + U"   小于第2个表-SUG表的行数：" +
+             number_text(form1.sugrows) +
+             U"\r\n当且仅当SUF表的行数大于等于SUG表的行数时，查寻才有效。\r\n左键单击窗体后（恢复默认设置），请重新查寻"
+             U"。",
+         U"  Tarvik 计算");
     form1.comp = false;
     reset_tables(program);
     return true;
@@ -58,8 +58,8 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
     if (form1.notcap) {
         form1.notcap = false;
         form1.comp = false;
-        ask(program, U" 请注意：\r\n 平行对应的比较操作步骤出现错误，请左键单击窗体后（恢复默认设置），重试！ ",
-            U"  Tarvik 计算", Buttons::OK);
+        tell(program, U" 请注意：\r\n 平行对应的比较操作步骤出现错误，请左键单击窗体后（恢复默认设置），重试！ ",
+             U"  Tarvik 计算");
         reset_tables(program);
         return;
     }

@@ -9,7 +9,7 @@ namespace tarvik {
 /// The sort key of a cell, made from the codes that its characters have in the system's code page.
 double sunnum(TextView text);
 
-/// Two places that change.
+/// Two places whose contents change.
 struct Swap {
     std::size_t first, second;
 };
