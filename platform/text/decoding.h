@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/background.h"
 #include "platform/text/document.h"
 
 #include <algorithm>
@@ -87,15 +88,45 @@ const std::uint8_t* decode_behind(const Scheme& scheme, const std::uint8_t* at, 
     return at;
 }
 
+/// Where a large text may be cut in two that are decoded at once: behind a line feed, which is no part of another
+/// character. The end of any other text.
+template <typename Scheme>
+std::size_t middle_line_end(std::string_view bytes) noexcept
+{
+    constexpr std::size_t worth_a_thread = std::size_t{1} << 20;
+    if (!Scheme::keeps_ascii || bytes.size() < worth_a_thread) return bytes.size();
+    const std::size_t line_feed = bytes.find('\n', bytes.size() / 2);
+    return line_feed == std::string_view::npos ? bytes.size() : line_feed + 1;
+}
+
+/// Decodes up to the end or a character beyond the basic plane; returns where it stopped.
+template <typename Scheme>
+const std::uint8_t* decode_basic(const Scheme& scheme, std::string_view bytes, std::u16string& target,
+                                 std::size_t expected)
+{
+    const std::size_t cut = middle_line_end<Scheme>(bytes), left = bytes.size() - cut;
+    const std::uint8_t* const middle = bytes_of(bytes) + cut;
+    std::u16string rest;
+    auto decoding = in_background(
+        [&] {
+            return decode_behind(scheme, middle, middle + left, rest, left > 0 ? expected * left / bytes.size() : 0);
+        },
+        left > 0);
+    const std::uint8_t* const at = decode_behind(scheme, bytes_of(bytes), middle, target, expected);
+    const std::uint8_t* const rest_at = decoding.get();
+    if (at != middle) return at;
+    target += rest;
+    return rest_at;
+}
+
 /// The document of these bytes in the narrowest width, with a CR LF behind its text in the buffer.
 template <typename Scheme>
 Document decoded_document(const Scheme& scheme, std::string_view bytes)
 {
-    const std::uint8_t* at = bytes_of(bytes);
-    const std::uint8_t* end = at + bytes.size();
+    const std::uint8_t* const end = bytes_of(bytes) + bytes.size();
     const std::size_t expected = scheme.expected(bytes) + 2;
     std::u16string basic;
-    at = decode_behind(scheme, at, end, basic, expected);
+    const std::uint8_t* const at = decode_basic(scheme, bytes, basic, expected);
     if (at == end) {
         const std::size_t size = basic.size();
         basic += u"\r\n";

@@ -59,6 +59,30 @@ TEST(DecodeOwn, DoesNotGuess)
     EXPECT_EQ(in_utf8(decode_own(bytes)), "涓\xee\x85\x9e浗");
 }
 
+TEST(DecodeForeign, ReadsALargeTextAsItsLines)
+{
+    struct Form {
+        std::string mark, beyond; ///< at the beginning of the text; a character beyond the basic plane
+        std::vector<std::string> cut;
+    };
+    const Form forms[] = {
+        {"", "\x95\x32\x82\x36", {"\x81", "\x81\x30", "\x81\x30\x81", "\xd6\xd0", "\xff", "\x80"}},
+        {"\xef\xbb\xbf", "\xf0\xa0\x80\x80", {"\xe4", "\xe4\xb8", "\xf0\xa0\x80", "\xe4\xb8\xad", "\xff"}}};
+    constexpr std::size_t lines = 150'000;
+    for (const Form& form : forms)
+        for (const std::size_t place : {lines, lines / 10, lines - 10}) { // of the character beyond; first: none
+            std::string bytes = form.mark;
+            Text text;
+            for (std::size_t number = 0; number < lines; ++number) {
+                const std::string line = (number == place ? form.beyond : "line ") + std::to_string(number) +
+                                         form.cut[number % form.cut.size()] + "\r\n";
+                bytes += line;
+                text += decode_foreign(form.mark + line).text().str();
+            }
+            EXPECT_TRUE(decode_foreign(bytes).text() == TextView(text));
+        }
+}
+
 TEST(CodePage, LosesNoCharacter)
 {
     for (char32_t c = 0x80; c <= 0x10ffff; c = c == 0xffff ? 0x1fff0 : c < 0x10000 ? c + 1 : c + 97) {
