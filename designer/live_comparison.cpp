@@ -83,6 +83,7 @@ const SheetFamily& tomation_family()
     static constexpr SheetFamily family{
         .timer = &Form1::Timer8,
         .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3160); },
+        .prepare = take_key_rows,
         .sheet = excelbijiaopt,
         .finished =
             [](Program& program) {

@@ -1,5 +1,6 @@
 #include "designer/run_keys.h"
 
+#include "columns/table.h"
 #include "office/keyed_scans.h"
 
 namespace tarvik {
@@ -12,9 +13,13 @@ Text run_key(const Program& program)
 
 void scan_key_rows(Program& program, TextView key, TextView report)
 {
-    Form1& form1 = program.form1;
-    form1.partcount = query7(program, key, installed(program, report));
-    form1.rowcount = form1.partcount;
+    program.form1.partcount = query7(program, key, installed(program, report));
+}
+
+void take_key_rows(Program& program)
+{
+    devision1(program);
+    program.form1.rowcount = program.form1.partcount;
 }
 
 } // namespace tarvik

@@ -9,7 +9,10 @@ namespace tarvik {
 Text run_key(const Program& program);
 
 /// Takes the lines of a report of the installation folder that hold the key as the rows of the table, and counts them
-/// into partcount and rowcount.
+/// into partcount.
 void scan_key_rows(Program& program, TextView key, TextView report);
+
+/// Makes the table of the key's rows, whose number goes to rowcount. A key without rows leaves both as they were.
+void take_key_rows(Program& program);
 
 } // namespace tarvik

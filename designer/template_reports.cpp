@@ -83,6 +83,7 @@ const SheetFamily& template_family()
     static constexpr SheetFamily family{
         .timer = &Form1::Timer7,
         .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3159); },
+        .prepare = take_key_rows,
         .sheet = excecopy8,
     };
     return family;

@@ -87,6 +87,20 @@ TEST_F(TemplateReports, rows_of_another_key_stay_out)
     EXPECT_EQ(held(U"d:\\out\\K2.xlsx"), "2,1=90 ") << "a short line leaves its table's cells as they were";
 }
 
+TEST_F(TemplateReports, a_key_without_rows_makes_no_report_and_leaves_the_count_of_the_last_one)
+{
+    store_design("automation.bin");
+    started.installation.write("3159.txt", encode(U"s1\t班\r\ns1\t班\tben\r\n"));
+    started.open_text(U"s1\t班\r\ns9\t班\r\n");
+    press_enter(U"An testsesame A", {Answer::OK});
+    run(form1.Timer7);
+    EXPECT_EQ(office.tasks.size(), 1U);
+    EXPECT_EQ(form1.partcount, 0);
+    EXPECT_EQ(form1.recordcount, 2);
+    EXPECT_EQ(form1.rowcount, 2);
+    EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
+}
+
 TEST_F(TemplateReports, what_is_missing_is_told_and_nothing_runs)
 {
     start_run();
