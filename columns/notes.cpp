@@ -16,11 +16,10 @@ Document read_notes(Program& program)
     return decode_own(files.read(path));
 }
 
-void show_notes_view(Form3& form3, bool notes)
+void show_boxes(Form3& form3, bool visible)
 {
-    form3.Text2.set_visible(notes);
-    for (auto& [index, box] : form3.Text1) box.set_visible(!notes);
-    for (auto& [index, label] : form3.Label1) label.set_visible(!notes);
+    for (auto& [index, box] : form3.Text1) box.set_visible(visible);
+    for (auto& [index, label] : form3.Label1) label.set_visible(visible);
 }
 
 void save_notes(Program& program)
@@ -34,7 +33,8 @@ void confirm(Program& program)
     if (!form3.Text2.visible()) form3.window.set_window_state(1);
     else if (ask(program, U"此将保存Tarvik 计算说明的更改?", U"Tarvik 计算", Buttons::OKCancel) == Answer::OK)
         save_notes(program);
-    show_notes_view(form3, false);
+    form3.Text2.set_visible(false);
+    show_boxes(form3, true);
 }
 
 } // namespace
@@ -51,7 +51,8 @@ void Form3_Command1_Click(Program& program, int index)
         confirm(program);
         return;
     }
-    show_notes_view(program.form3, true);
+    show_boxes(program.form3, false);
+    program.form3.Text2.set_visible(true);
     program.form3.Text2.set_text(read_notes(program).text().str());
 }
 

@@ -189,21 +189,20 @@ void devision1(Program& program)
     require_lines(rows, count);
     table.keep(rows.buffers());
     const auto store = [&] { return store_cells(table, rows, count); };
-    bool any = false;
     if (form1.showdata) {
         const auto view = std::make_shared<SplitView>(form1.comp ? U"sug" : U"suf", rows, count);
         // The view is written from the row texts, so the cells need not be there first; they are before a box can open.
         std::future<bool> stored = in_background(store, count >= rows_worth_a_thread);
         file.write_silently(*view);
-        any = stored.get();
+        stored.get();
         file.tell_failure();
         form1.RichTextBox3.set_content(PaneText(view));
+        form1.number_box().set_text(number_text(form1.curcount));
     } else {
-        any = store();
+        if (store()) form1.number_box().set_text(number_text(form1.curcount));
         file.write(EmptyLines(0));
         form1.RichTextBox3.set_content(PaneText(std::make_shared<EmptyLines>(count)));
     }
-    if (any || form1.showdata) form1.number_box().set_text(number_text(form1.curcount));
 }
 
 } // namespace tarvik

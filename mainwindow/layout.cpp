@@ -139,15 +139,15 @@ void Timer1_Timer(Program& program, int index)
     const bool sideways = index < 2;
     const double step = index == 0 || index == 3 ? -movement : movement;
     const double size = (sideways ? form1.RichTextBox1.width() : form1.RichTextBox1.height()) + step;
-    const bool too_small = step < 0 && size < 100;
-    if (too_small) form1.Timer1[index].set_enabled(false);
-    if (sideways) {
-        set_pane_widths(form1, too_small ? 150 : size);
+    const auto set_pane_sizes = sideways ? set_pane_widths : set_pane_heights;
+    set_pane_sizes(form1, size);
+    if (sideways)
         for (Control* control : right_column(form1)) control->set_left(control->left() + step);
-    } else {
-        set_pane_heights(form1, too_small ? 150 : size);
+    else
         for (Control* control : lower_controls(form1)) control->set_top(control->top() + step);
-    }
+    if (step > 0 || size >= 100) return;
+    form1.Timer1[index].set_enabled(false);
+    set_pane_sizes(form1, 150);
 }
 
 } // namespace tarvik

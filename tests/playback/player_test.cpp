@@ -158,6 +158,38 @@ TEST_F(Player, DoesNotWaitForAPaneThatMoves)
     EXPECT_EQ(played.out, "Timer1(1).Enabled = True\n") << played.errors;
 }
 
+TEST_F(Player, WatchesTheOrderInWhichAHandlerChangesControls)
+{
+    const Played played =
+        play("watch Command3.Visible Command6.Caption Command1(1).Visible Option3.Visible "
+             "Frame4.Visible RichTextBox3.Text Text1(2).Text RichTextBox1.Width Timer1(0).Enabled "
+             "Form3.Text1(0).Visible Form3.Text2.Visible\n"
+             "click Command6\nclick Command6\nclick Form3.Command1(1)\n"
+             "resize Form1 2370 9000\nmouse Command2(3) down left\ntick 1\n"
+             "set RichTextBox2 \"a\\r\\n\"\nset Text1(1) \"a\"\nclick Command7(0)\nset Text1(2) \"\"\n"
+             "type Text1(1) \".q\"\n");
+    EXPECT_EQ(played.out,
+              "Command6.Caption = \"还原默认\"\nCommand3.Visible = True\nCommand1(1).Visible = False\n"
+              "Option3.Visible = False\nFrame4.Visible = True\n"
+              // back to reading
+              "Command3.Visible = False\nCommand6.Caption = \"数据分析\"\nFrame4.Visible = False\n"
+              "Command1(1).Visible = True\nOption3.Visible = True\n"
+              // the notes
+              "Form3.Text1(0).Visible = False\nForm3.Text2.Visible = True\n"
+              // a pane that becomes too narrow
+              "RichTextBox1.Width = 278\nTimer1(0).Enabled = True\nRichTextBox1.Width = 206\n"
+              "RichTextBox1.Width = 134\nRichTextBox1.Width = 62\nTimer1(0).Enabled = False\n"
+              "RichTextBox1.Width = 150\n"
+              // a query, then a split that is not shown
+              "RichTextBox3.Text = \"\\r\\n\"\nRichTextBox3.Text = \"\\ta\\t\\r\\n\\t\\t\\r\\n\"\n"
+              "Text1(2).Text = \"1\"\n"
+              "message \"Tarvik 计算 \" \" 温情提示：\\r\\n含有查寻字符串且彼此不相同的数据行记录集合。\" OK none "
+              "-> ok\nText1(2).Text = \"\"\n"
+              "message \"Tarvik 计算 \" \" 温情提示：\\r\\n将 不 显示还原后的数据数组。\" OK none -> ok\n"
+              "RichTextBox3.Text = \"\"\nText1(2).Text = \"1\"\nRichTextBox3.Text = \"\\r\\n\\r\\n\"\n")
+        << played.errors;
+}
+
 TEST(PlayerPrinterTest, KeepsEveryCopy)
 {
     const test::TemporaryFolder folder;
