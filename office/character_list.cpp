@@ -47,6 +47,7 @@ void list_characters(Program& program)
     });
     file->write(records);
     file->take_place();
+    program.notice = U"字符清单已存为安装目录中的 " + Text(files::character_list);
 }
 
 } // namespace tarvik

@@ -19,31 +19,43 @@ constexpr std::u32string_view saved_title = U"Tarvik 计算 之 查寻&存储";
 constexpr std::u32string_view go_on = U"\r\n是否继续？";
 
 /// A new file beside the one that the user chose, when that may be written; it takes its place when it is complete.
-std::unique_ptr<ReplacementFile> choose_file(Program& program)
+struct ChosenFile {
+    Text path;
+    std::unique_ptr<ReplacementFile> file;
+};
+
+ChosenFile choose_file(Program& program)
 {
     const auto path = program.platform.dialogs.save_file(text_files);
-    if (!path || path->empty()) return nullptr;
+    if (!path || path->empty()) return {};
     Files& files = program.platform.files;
     if (files.file_exists(*path) &&
         ask(program, *path + U"已经存在。\r\n要替换她吗？", saving_title, Buttons::YesNo) != Answer::Yes)
-        return nullptr;
-    return files.begin_replacement(*path);
+        return {};
+    return {*path, files.begin_replacement(*path)};
+}
+
+// Not every way of saving has a box that tells of it.
+void take_place(Program& program, const ChosenFile& chosen)
+{
+    chosen.file->take_place();
+    program.notice = U"已保存：" + chosen.path;
 }
 
 /// Writes the pane's text in small letters as one line, some thousand characters at a time.
 void save_pane(Program& program, const Pane& pane)
 {
     constexpr std::size_t at_once = 1 << 20;
-    const auto file = choose_file(program);
-    if (!file) return;
+    const auto chosen = choose_file(program);
+    if (!chosen.file) return;
     std::string bytes;
     pane.content().for_each_part(at_once, [&](TextView part) {
         bytes.clear();
         encode_to(lower(part), bytes);
-        file->write(bytes);
+        chosen.file->write(bytes);
     });
-    file->write("\r\n");
-    file->take_place();
+    chosen.file->write("\r\n");
+    take_place(program, chosen);
 }
 
 /// Writes the arrays side by side, each result as a line, and leaves the file complete beside its target.
@@ -88,18 +100,18 @@ void save_text_query(Program& program)
     tell(program, U"将要保存的是文本文件的查寻结果；" + TextView(go_on), saving_title);
     if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
     const std::array arrays{&program.module1.hits};
-    const auto file = choose_file(program);
-    if (!file) return;
-    write_arrays(program, *file, arrays);
-    file->take_place();
+    const auto chosen = choose_file(program);
+    if (!chosen.file) return;
+    write_arrays(program, *chosen.file, arrays);
+    take_place(program, chosen);
 }
 
 void save_option_results(Program& program)
 {
     tell(program, U"将要保存的是查寻文件、英汉词典、汉语词典的查寻结果；" + TextView(go_on), saving_title);
     if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
-    const auto file = choose_file(program);
-    if (!file) return;
+    const auto chosen = choose_file(program);
+    if (!chosen.file) return;
     Module1& module1 = program.module1;
     const struct {
         const OptionButton& option;
@@ -112,9 +124,9 @@ void save_option_results(Program& program)
     };
     for (const auto& mode : modes) {
         if (!mode.option.value()) continue;
-        write_arrays(program, *file, mode.arrays);
+        write_arrays(program, *chosen.file, mode.arrays);
         tell(program, Text(mode.done) + U"\r\n保存完毕！", saved_title, Icon::Information);
-        file->take_place();
+        take_place(program, chosen);
     }
 }
 

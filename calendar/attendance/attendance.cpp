@@ -108,8 +108,8 @@ void add_row(Program& program, std::size_t row, RowView& lines, RowList& unread)
     if (!verdict) return;
     form1.compcount += 1;
     lines.add_cell({}, suf.cell(row, person_column),
-                   U"\t" + form1.kqdate + U"\t" + form1.kqweekday + U"\t上班打卡：" + cut(first)->time + U"\t" +
-                       Text(status) + U"\t下班打卡：" + form1.kqtime + U"\t" + Text(verdict->status) + U"\t" +
+                   U"\t" + form1.kqdate + U"\t" + form1.kqweekday + U"\t" + Text(arrival_label) + cut(first)->time +
+                       U"\t" + Text(status) + U"\t下班打卡：" + form1.kqtime + U"\t" + Text(verdict->status) + U"\t" +
                        verdict->hours);
 }
 

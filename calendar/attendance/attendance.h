@@ -6,6 +6,9 @@
 
 namespace tarvik {
 
+/// Stands before the time of the first stamp in each line of the attendance list.
+inline constexpr std::u32string_view arrival_label = U"上班打卡：";
+
 /// Reads a clock stamp, "2016-09-22 08:31:45.000", into kqdate, kqtime and kqweekday, and gives its time in hours with
 /// two decimals. A stamp that cannot be cut so, or whose date the calendar does not have, changes nothing and gives
 /// nothing.

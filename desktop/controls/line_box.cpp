@@ -1,6 +1,7 @@
 #include "desktop/controls/line_box.h"
 
 #include "desktop/front/input.h"
+#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 
 #include <QContextMenuEvent>
@@ -8,18 +9,25 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
-#include <limits>
 #include <memory>
 
 namespace tarvik {
+
+namespace {
+
+// The toolkit lays out all of a line at every key.
+constexpr std::size_t most_characters = 10'000;
+constexpr std::u32string_view too_long = U"这个框最多放 10000 字，其余的没有放入";
+
+} // namespace
 
 LineBox::LineBox(Front& front, TextBox& box, bool context_menu, QWidget* parent)
     : QLineEdit(parent), front_(front), box_(box), context_menu_(context_menu)
 {
     setAttribute(Qt::WA_NoMousePropagation);
     setMinimumSize(1, 1);
-    setAcceptDrops(false); // a file that is dropped belongs to the window
-    setMaxLength(std::numeric_limits<int>::max());
+    setAcceptDrops(false);                               // a file that is dropped belongs to the window
+    setMaxLength(2 * static_cast<int>(most_characters)); // which counts rare characters twice
     connect(this, &QLineEdit::textChanged, this, [this] { text_to_model(); });
     connect(this, &QLineEdit::selectionChanged, this, [this] { selection_to_model(); });
     connect(this, &QLineEdit::cursorPositionChanged, this, [this] { selection_to_model(); });
@@ -28,7 +36,8 @@ LineBox::LineBox(Front& front, TextBox& box, bool context_menu, QWidget* parent)
 void LineBox::show_model()
 {
     const QSignalBlocker blocker(this);
-    const QString wanted = to_qt(box_.text());
+    if (box_.text().size() > most_characters) front_.queue.submit([this] { cut_model(); });
+    const QString wanted = to_qt(TextView(box_.text()).substr(0, most_characters));
     if (text() != wanted) setText(wanted);
     const Selection& selection = box_.selection();
     const int start = qt_place(box_.text(), selection.start.offset());
@@ -40,7 +49,26 @@ void LineBox::show_model()
     }
 }
 
-// A change that the toolkit made on the user's behalf: deleting, pasting, undoing.
+void LineBox::cut_model()
+{
+    if (box_.text().size() <= most_characters) return;
+    box_.set_text(box_.text().substr(0, most_characters));
+    front_.program.notice = Text(too_long);
+}
+
+// A cell that is copied in a spreadsheet comes with a line end, which no query is meant to hold.
+void LineBox::paste_text()
+{
+    const BusyCursor busy(true);
+    Text text = front_.program.platform.clipboard.text();
+    while (!text.empty() && (text.back() == U'\n' || text.back() == U'\r')) text.pop_back();
+    show_model();
+    const std::size_t room = most_characters - (box_.text().size() - box_.selection().length);
+    if (text.size() > room) front_.program.notice = Text(too_long);
+    if (!text.empty()) insert(to_qt(TextView(text).substr(0, room)));
+}
+
+// A change that the toolkit made on the user's behalf: deleting, undoing.
 void LineBox::text_to_model()
 {
     const auto take_over = [this] {
@@ -72,6 +100,10 @@ void LineBox::keyPressEvent(QKeyEvent* event)
     const Text keys = typed_characters(*event);
     if (!keys.empty()) {
         press_keys(front_, box_, keys, [this](char32_t key) { reach(key); });
+        return;
+    }
+    if (event->matches(QKeySequence::Paste)) {
+        front_.queue.submit([this] { paste_text(); });
         return;
     }
     if (!front_.queue.busy()) {

@@ -6,7 +6,8 @@
 
 namespace tarvik {
 
-/// A box of one line. Keys reach its handler before its text; the text and the selection are the model's.
+/// A box of one line. Keys reach its handler before its text; the text and the selection are the model's. A text that
+/// is longer than the toolkit can show in one line is cut in the model too, and the user told.
 class LineBox final : public QLineEdit {
 public:
     /// `context_menu`: the right button belongs to the system and not to the toolkit's own menu.
@@ -26,6 +27,8 @@ protected:
 private:
     void post_mouse(EventKind kind, const QMouseEvent& event);
     void reach(char32_t key);
+    void paste_text();
+    void cut_model();
     void text_to_model();
     void selection_to_model();
 

@@ -11,6 +11,8 @@ namespace tarvik {
 namespace {
 
 constexpr int caption_left = 10, caption_top = 3;
+constexpr int most_steps = 12;
+constexpr double step = 0.97;
 
 } // namespace
 
@@ -85,12 +87,11 @@ void FrameWidget::paintEvent(QPaintEvent*)
     QPainter painter(this);
     paint_box(painter, rect(), palette().color(QPalette::Window), false);
     painter.setPen(palette().color(QPalette::WindowText));
-    const int room = width() - 2 * caption_left, needed = fontMetrics().horizontalAdvance(caption_) + 1;
-    if (needed > room && room > 0) { // a little, at small zooms
-        QFont smaller = font();
-        smaller.setPointSizeF(smaller.pointSizeF() * room / needed);
-        painter.setFont(smaller);
-    }
+    const int room = width() - 2 * caption_left;
+    QFont smaller = font(); // a little, at small zooms; widths do not go in proportion to the size
+    for (int i = 0; i < most_steps && QFontMetrics(smaller).horizontalAdvance(caption_) + 1 > room; ++i)
+        smaller.setPointSizeF(smaller.pointSizeF() * step);
+    painter.setFont(smaller);
     painter.drawText(rect().adjusted(caption_left, caption_top, -caption_left, 0), Qt::AlignLeft | Qt::AlignTop,
                      caption_);
 }

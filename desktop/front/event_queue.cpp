@@ -14,6 +14,7 @@ bool can_take_long(const Event& event)
 {
     switch (event.kind) {
     case EventKind::Click:
+    case EventKind::Menu:                 // which pastes
     case EventKind::MouseUp: return true; // every selection is copied
     case EventKind::KeyPress: return event.key == U'\r' || event.key == U'\x1b';
     case EventKind::Tick: return event.control.name() != "Timer1";

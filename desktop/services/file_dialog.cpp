@@ -129,6 +129,8 @@ QStringList name_filters(TextView filter)
     for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
         QString patterns = parts[i + 1];
         patterns.replace(';', ' ').replace("*.*", "*");
+        // The workbooks of today, too: the first filter of a row would show none of them.
+        if (patterns == "*.xls") patterns += " *.xlsx";
         filters += parts[i] + " (" + patterns + ")";
     }
     return filters;

@@ -110,7 +110,7 @@ void TextWidget::refresh()
         caret_ = anchor_ + selection.length;
     }
     const bool whole_text = selection.length > 0 && selection.length == area_.lines().size();
-    if (editing_ || (moved && !whole_text)) area_.bring_into_view(caret_, !editing_);
+    if (editing_ || (moved && !whole_text)) area_.bring_into_view(place_in_view(), !editing_);
     show_scroll_bars();
     blink();
     viewport()->update();
@@ -203,12 +203,24 @@ void TextWidget::showEvent(QShowEvent* event)
     refresh();
 }
 
+// Behind the last line end, where that shows as a sign, the caret stands beside the sign: a box of one line would show
+// nothing otherwise.
+std::size_t TextWidget::place_in_view() const
+{
+    const TextLines& lines = area_.lines();
+    if (!shows_line_ends_ || caret_ == 0 || caret_ < lines.size()) return caret_;
+    const char32_t last = lines.at(caret_ - 1);
+    return last == U'\n' || last == U'\r' ? left_of(caret_) : caret_;
+}
+
 QRectF TextWidget::caret_rectangle() const
 {
+    const std::size_t place = place_in_view();
+    const double sign = place == caret_ ? 0 : fonts_.size(0).widths.of(U'↵');
     for (const TextArea::ShownRow& shown : area_.shown()) {
         const Row& row = shown.row;
-        const bool here = caret_ >= row.start && (caret_ < row.end || (row.ends_line() && caret_ == row.end));
-        if (here) return {area_.x_of(row, caret_) - 1, shown.y, caret_width, row.height};
+        const bool here = place >= row.start && (place < row.end || (row.ends_line() && place == row.end));
+        if (here) return {area_.x_of(row, place) + sign - 1, shown.y, caret_width, row.height};
     }
     return {};
 }

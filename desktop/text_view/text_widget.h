@@ -69,6 +69,7 @@ private:
     void show_ruler();
     void place_vertical(int value);
     void vertical_action(int action);
+    std::size_t place_in_view() const;
     QRectF caret_rectangle() const;
     void blink();
 

@@ -1,4 +1,5 @@
 #include "desktop/front/input.h"
+#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
@@ -58,6 +59,7 @@ void TextWidget::remove(std::size_t from, std::size_t to)
 
 void TextWidget::paste()
 {
+    const BusyCursor busy(true);
     const Text text = front_.program.platform.clipboard.text();
     if (text.empty()) return;
     remember(text);

@@ -37,7 +37,7 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     wanted_x_.reset();
     shows_selection_ = false;
     selection_to_model();
-    area_.bring_into_view(caret_, false);
+    area_.bring_into_view(place_in_view(), false);
     show_scroll_bars();
     blink();
     viewport()->update();

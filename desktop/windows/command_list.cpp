@@ -21,6 +21,7 @@ constexpr CommandHelp commands[] = {
     {U"An dandocket", U"每个送修批号一张清单：3160"},
     {U"An wodben", U"自制品汇总一张表：打开的报表"},
     {U"An dockword", U"不可修复设备的 Word 报告：3158"},
+    {U"An dockwordp", U"同上，并且打印每份报告"},
     {U"An testsesame A", U"按模板 designerA.xlsx 出单：3159、automation.bin"},
     {U"An testsesame B", U"按模板 designerB.xlsx 出单：3159、automation2.bin"},
     {U"An tomation", U"逐个对照、更新 Excel 文件：3160、automation3.bin"},
@@ -54,8 +55,8 @@ CommandList::CommandList(QWidget& window) : QListWidget(&window)
     setAccessibleName("命令");
     setFocusPolicy(Qt::NoFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setPalette(QApplication::palette()); // lighter than the pane that it covers
     setViewportMargins(edge, edge, edge, edge);
+    setAutoFillBackground(true);
     hide();
 }
 
@@ -71,6 +72,7 @@ void CommandList::offer(const QString& typed, const QRect& box)
         }
     setVisible(count() > 0);
     if (count() == 0) return;
+    show_lighter();
     const int rows = std::min(count(), most_shown);
     const int height = rows * sizeHintForRow(0) + 2 * (frameWidth() + edge);
     const int bar = count() > rows ? verticalScrollBar()->sizeHint().width() : 0;
@@ -78,6 +80,14 @@ void CommandList::offer(const QString& typed, const QRect& box)
         std::min(sizeHintForColumn(0) + bar + 4 * frameWidth() + 2 * edge + 8, parentWidget()->width() - box.left());
     setGeometry(box.left(), std::max(0, box.top() - height - 2), width, height);
     raise();
+}
+
+// Than the pane that it covers, whose colour it would take over.
+void CommandList::show_lighter()
+{
+    QPalette lighter = QApplication::palette();
+    for (const auto role : {QPalette::Base, QPalette::Window}) lighter.setColor(role, lighter.color(QPalette::Base));
+    setPalette(lighter);
 }
 
 QString CommandList::step(int entries)

@@ -24,6 +24,9 @@ public:
     QString step(int entries);
     /// The command that the user is at.
     QString current() const;
+
+private:
+    void show_lighter();
 };
 
 } // namespace tarvik

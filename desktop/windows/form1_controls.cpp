@@ -20,8 +20,8 @@ void Form1Window::make_boxes(ControlMaker& maker, ControlMaker& number_maker)
         if (pane != &form1_.RichTextBox1)
             texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
                                       [this, pane](int columns) {
-                                          // A statistic has columns of its own.
-                                          return pane == &form1_.RichTextBox2 || columns >= heading_count(form1_);
+                                          return pane == &form1_.RichTextBox2 ||
+                                                 (columns >= heading_count(form1_) && !has_own_columns(*pane));
                                       },
                                       [this](int column) { column_picked(column); }});
     }

@@ -16,19 +16,27 @@ namespace {
 
 constexpr int text_margin = 5; // between the query and its border, in pixels
 constexpr double edge = 120;   // twips between what the window holds and its edge
+constexpr double help_gap = 60, least_help = 3000;
+
+QScrollArea* new_scroll_area(QWidget& parent)
+{
+    auto* area = new QScrollArea(&parent);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidget(new QWidget);
+    return area;
+}
 
 } // namespace
 
 Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale,
                          const QWidget& main_window)
     : FormWindow(front, front.program.form4.window, backdrop), form4_(front.program.form4), scale_(scale),
-      main_window_(main_window), preview_(front, *this)
+      main_window_(main_window), layout_([this](const Control& control) { return fitted(control); }),
+      preview_(front, *this)
 {
-    Form4& form4 = front.program.form4;
-    scroll_area_ = new QScrollArea(this);
-    scroll_area_->setFrameShape(QFrame::NoFrame);
-    scroll_area_->setFocusPolicy(Qt::NoFocus);
-    scroll_area_->setWidget(new QWidget);
+    Form4& form4 = form4_;
+    scroll_area_ = new_scroll_area(*this);
     ControlMaker maker(front, focus, layout_);
     FrameWidget& all = maker.frame(form4.Frame1, *scroll_area_->widget());
     make_rows(maker, maker.frame(form4.Frame2, all), 0, 27);
@@ -38,9 +46,19 @@ Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     maker.button(form4.Command1, FontRole::Button, all);
     maker.button(form4.Command2, FontRole::Button, all);
     maker.button(form4.Command3, FontRole::Button, all);
-    for (Control* label : {&form4.Label1, &form4.Label2, &form4.Label3, &form4.Label4, &form4.Label5})
-        maker.label(*label, FontRole::Help, all);
+    make_help(maker, all);
+    // The wheel reaches the areas.
+    for (QWidget* widget : scroll_area_->widget()->findChildren<QWidget*>())
+        widget->setAttribute(Qt::WA_NoMousePropagation, false);
     front.mirror.on_moved(FormId::Form4, [this] { place(); });
+}
+
+void Form4Window::make_help(ControlMaker& maker, FrameWidget& frame)
+{
+    help_area_ = new_scroll_area(frame);
+    help_area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    for (Control* label : {&form4_.Label1, &form4_.Label2, &form4_.Label3, &form4_.Label4, &form4_.Label5})
+        help_.push_back({*label, maker.label(*label, FontRole::Help, *help_area_->widget()), place_of(*label)});
 }
 
 // Created in the order in which the Tab key goes through them.
@@ -76,6 +94,7 @@ bool Form4Window::eventFilter(QObject* watched, QEvent* event)
                 next = rows_[row][column + 1];
             if (!next) return false;
             next->setFocus(Qt::TabFocusReason);
+            scroll_area_->ensureWidgetVisible(next);
             return true;
         }
     return FormWindow::eventFilter(watched, event);
@@ -83,15 +102,48 @@ bool Form4Window::eventFilter(QObject* watched, QEvent* event)
 
 QSize Form4Window::size_needed() const
 {
-    const Place all = place_of(form4_.Frame1);
+    const Place all = fitted(form4_.Frame1);
     return scale_.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+}
+
+// The area of the help begins where its first text does, and its texts stand below each other in it.
+void Form4Window::lay_help()
+{
+    const Place area = place_of(form4_.Label1);
+    const double room = place_of(form4_.Frame1).height - area.top - help_gap;
+    const QRect on_screen = scale_.rectangle(area.left, area.top, area.width - narrower_, room);
+    const int bar = narrower_ > 0 ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    double top = 0;
+    for (auto& [control, label, place] : help_) {
+        place = {0, top, scale_.twips(on_screen.width() - bar), control.height()};
+        label.setFont(front().theme.font(FontRole::Help, scale_));
+        const int needed = label.heightForWidth(on_screen.width() - bar);
+        if (narrower_ > 0) place.height = std::max(place.height, scale_.twips(needed + 1));
+        top += place.height + help_gap;
+    }
+    help_area_->setGeometry(on_screen);
+    help_area_->widget()->resize(on_screen.width() - bar, scale_.rectangle(0, 0, 0, top - help_gap).height());
+}
+
+Place Form4Window::fitted(const Control& control) const
+{
+    for (const Help& help : help_)
+        if (&help.control == &control) return help.place;
+    Place place = place_of(control);
+    if (&control == &form4_.Frame1) place.width -= narrower_;
+    return place;
 }
 
 void Form4Window::place()
 {
+    narrower_ = 0;
+    const QSize full = size_needed();
+    const int bar = height() < full.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    narrower_ = std::clamp(scale_.twips(full.width() + bar - width()), 0.0, form4_.Label1.width() - least_help);
+    lay_help();
     layout_.place(scale_);
     scroll_area_->setGeometry(rect());
-    scroll_area_->widget()->resize(size_needed().expandedTo(size()));
+    scroll_area_->widget()->resize(size_needed().expandedTo(size() - QSize(bar, 0)));
 }
 
 void Form4Window::set_zoom()
@@ -117,8 +169,11 @@ bool Form4Window::may_close()
 
 void Form4Window::before_first_show()
 {
+    narrower_ = 0;
     const QSizeF full = QSizeF(scale_.size(model()).expandedTo(size_needed())) / scale_.zoom;
-    const SidePlace place = side_place({full, full, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, scale_.zoom,
+    const double spare = scale_.pixels(form4_.Label1.width() - least_help) / scale_.zoom;
+    const QSizeF least(full.width() - spare, full.height());
+    const SidePlace place = side_place({full, least, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, scale_.zoom,
                                        main_window_, {"Form1.Command6", "Form1.Command3"});
     scale_.zoom = place.zoom;
     set_zoom();

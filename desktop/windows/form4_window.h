@@ -5,13 +5,15 @@
 #include "desktop/windows/preview_window.h"
 
 #include <array>
+#include <vector>
 
 class QScrollArea;
 
 namespace tarvik {
 
-/// The report designer and its preview. What does not fit into the window is scrolled; the arrow keys walk between the
-/// boxes of the design.
+/// The report designer and its preview. The help texts take the room that the boxes leave, and are scrolled by
+/// themselves; what else does not fit into the window is scrolled with it. The arrow keys walk between the boxes of the
+/// design.
 class Form4Window final : public FormWindow {
 public:
     /// `scale` is that of `front`; the window's place decides on it.
@@ -28,16 +30,26 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    struct Help {
+        const Control& control;
+        QLabel& label;
+        Place place; // in its area
+    };
     void make_rows(ControlMaker& maker, QWidget& frame, int first, int last);
+    void make_help(ControlMaker& maker, FrameWidget& frame);
     void place();
+    void lay_help();
+    Place fitted(const Control& control) const;
     QSize size_needed() const;
-    const Form4& form4_;
+    Form4& form4_;
     Scale& scale_;
     const QWidget& main_window_;
     FormLayout layout_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
     PreviewWindow preview_;
-    QScrollArea* scroll_area_ = nullptr;
+    QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;
+    std::vector<Help> help_;
+    double narrower_ = 0; // in twips, by which the help shows
 };
 
 } // namespace tarvik

@@ -10,11 +10,25 @@ struct ManualPage {
     const char32_t* query; // what it begins with
     const char* heading;
 };
+constexpr const char* other_dockets = "其他维修单据";
 constexpr ManualPage manual_pages[] = {
-    {U"An order", "送修单"},      {U"An prices", "送修单"},      {U"An kqtest", "数据列"},
-    {U"An label", "标签清单"},    {U"An statistic", "标签清单"}, {U"An appear", "设计器"},
-    {U"An testsesame", "设计器"}, {U"An tomation", "设计器"},    {U"An Sesame", "设计器"},
-    {U"An Excelfile", "设计器"},  {U"An keptfile", "设计器"},    {U"An", "批量出单"},
+    {U"An order", "送修单"},
+    {U"An prices", "送修单"},
+    {U"An kqtest", "考勤"},
+    {U"An label", "标签清单"},
+    {U"An statistic", "标签清单"},
+    {U"An appear", "设计器"},
+    {U"An testsesame", "设计器"},
+    {U"An tomation", "设计器"},
+    {U"An Sesame", "设计器"},
+    {U"An Excelfile", "设计器"},
+    {U"An keptfile", "设计器"},
+    {U"An testdocket", other_dockets},
+    {U"An bendocket", other_dockets},
+    {U"An dandocket", other_dockets},
+    {U"An wodben", other_dockets},
+    {U"An dockword", other_dockets},
+    {U"An", "批量出单"},
 };
 const QString designer_heading = "设计器";
 

@@ -1,5 +1,6 @@
 #include "desktop/windows/status_text.h"
 
+#include "calendar/attendance/attendance.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/columns.h"
 #include "desktop/windows/command_list.h"
@@ -67,9 +68,9 @@ QString real_path(const Program& program, TextView path)
     }
 }
 
-Text first_line(const Form1& form1)
+Text first_line(const Pane& pane)
 {
-    Text line = form1.RichTextBox2.content().slice(Position(), longest_heading_line).str();
+    Text line = pane.content().slice(Position(), longest_heading_line).str();
     line.resize(std::min(line.find_first_of(U"\r\n"), line.size()));
     return line;
 }
@@ -99,7 +100,8 @@ QString run_text(Program& program)
     const int all = form1.Timer9.enabled() ? form1.rowcount : form1.keycount;
     const int done = form1.Timer9.enabled() ? form1.sheetno : std::clamp(form1.batchcursor, 0, all);
     QString text = QString("运行中：%1 / %2").arg(count(done), count(all));
-    if (!form1.Timer9.enabled() && form1.batchcursor >= 0)
+    const bool key_at_hand = !form1.Timer9.enabled() && form1.batchcursor >= 0 && done < all;
+    if (key_at_hand)
         text += between + to_qt(program.module1.keylist.get(static_cast<std::size_t>(form1.batchcursor)).str());
     const double elapsed = seconds_elapsed(program);
     if (done >= 1 && elapsed >= 1) {
@@ -148,12 +150,17 @@ QString key_hint(const Form1& form1)
 
 int heading_count(const Form1& form1)
 {
-    return static_cast<int>(cells_of(first_line(form1)).size());
+    return static_cast<int>(cells_of(first_line(form1.RichTextBox2)).size());
+}
+
+bool has_own_columns(const Pane& view)
+{
+    return first_line(view).find(arrival_label) != Text::npos;
 }
 
 QString column_heading(const Form1& form1, int column)
 {
-    const Text line = first_line(form1);
+    const Text line = first_line(form1.RichTextBox2);
     for (const Cell& cell : cells_of(line))
         if (cell.column + 1 == static_cast<std::size_t>(std::max(column, 0)))
             return to_qt(TextView(line).substr(cell.start, cell.end - cell.start)).trimmed();

@@ -28,6 +28,8 @@ QString key_hint(const Form1& form1);
 
 /// How many headings the document's first line has.
 int heading_count(const Form1& form1);
+/// Whether a view that may have as many columns as the document names its own: that of the attendance.
+bool has_own_columns(const Pane& view);
 /// The heading that the document's first line gives a column, which counts from 1; empty where there is none.
 QString column_heading(const Form1& form1, int column);
 

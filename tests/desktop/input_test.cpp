@@ -126,6 +126,51 @@ TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_i
     EXPECT_EQ(program().platform.clipboard.text(), U"two");
 }
 
+TEST_F(DesktopInput, what_another_program_copied_is_pasted_with_our_line_ends)
+{
+    start();
+    QGuiApplication::clipboard()->setText("\na\r\nb\n\nc\rd");
+    EXPECT_EQ(program().platform.clipboard.text(), U"\r\na\r\nb\r\n\r\nc\rd");
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    pane.setFocus();
+    QTest::keyClick(&pane, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_TRUE(form1().RichTextBox2.text().contains(U"\r\na\r\nb"));
+}
+
+TEST_F(DesktopInput, a_cell_that_is_pasted_into_the_query_box_leaves_its_line_end)
+{
+    start();
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    box.selectAll();
+    QGuiApplication::clipboard()->setText("4900318295\n");
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(form1().query_box().text(), U"4900318295");
+    QTest::keyClick(&box, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(form1().query_box().text(), U"查寻条件");
+}
+
+TEST_F(DesktopInput, the_query_box_takes_as_much_of_a_report_as_it_can_show)
+{
+    constexpr std::size_t most = 10'000;
+    start();
+    const StatusLine& status = desktop->main_window().status();
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    form1().query_box().set_text(U"ab");
+    click("Form1.Text1(5)");
+    box.setCursorPosition(1);
+    const Text report = Text(most, U'\U00020000') + U"x"; // of characters that the toolkit counts twice
+    QGuiApplication::clipboard()->setText(to_qt(report));
+    QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(form1().query_box().text(), U"a" + report.substr(0, most - 2) + U"b") << "what stood there stays";
+    EXPECT_TRUE(status.text().contains("最多放")) << status.text().toStdString();
+    desktop->main_window().status().show_notice({});
+    form1().query_box().set_text(report); // as the menu pastes
+    click("Form1.Text1(5)");
+    EXPECT_EQ(form1().query_box().text(), report.substr(0, most));
+    EXPECT_EQ(box.text(), to_qt(form1().query_box().text()));
+    EXPECT_TRUE(status.text().contains("最多放")) << status.text().toStdString();
+}
+
 TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)
 {
     installation.write("coclus.txt", "one\r\n");
@@ -157,6 +202,7 @@ TEST_F(DesktopInput, a_line_of_any_length_is_reached_at_both_ends)
 TEST(FileFilters, are_those_of_the_toolkit)
 {
     EXPECT_EQ(name_filters(U"文本文件*.txt|*.txt"), QStringList{"文本文件*.txt (*.txt)"});
+    EXPECT_EQ(name_filters(U"表*.xls|*.xls"), QStringList{"表*.xls (*.xls *.xlsx)"});
     EXPECT_EQ(name_filters(U"a|*.x;*.y|所有文件*.*|*.*"), (QStringList{"a (*.x *.y)", "所有文件*.* (*)"}));
 }
 

@@ -2,6 +2,7 @@
 
 #include "events/commands.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QTextBlock>
 
@@ -21,6 +22,9 @@ TEST_F(DesktopKeyboard, commands_are_offered_as_they_are_typed)
     type("Form1.Text1(1)", "n");
     EXPECT_TRUE(list.isVisible());
     EXPECT_GT(list.count(), 15);
+    const QImage picture = list.grab().toImage();
+    for (const QPoint& place : {QPoint(3, 3), QPoint(picture.width() / 2, 3)})
+        EXPECT_EQ(picture.pixelColor(place), QApplication::palette().color(QPalette::Base)) << "covers what is below";
     type("Form1.Text1(1)", " test");
     EXPECT_EQ(list.count(), 3);
     QTest::keyClick(&box, Qt::Key_Down);
@@ -64,7 +68,8 @@ TEST_F(DesktopKeyboard, f1_opens_the_manual_where_the_clerk_is)
         return heading;
     };
     for (const auto& [typed, heading] : {std::pair("An docket", "批量出单"),
-                                         {"An kqtest", "数据列"},
+                                         {"An kqtest", "考勤"},
+                                         {"An dockword", "其他维修单据"},
                                          {"An order", "送修单"},
                                          {"An appear", "设计器"},
                                          {"x", "阅读与查寻"}}) {
@@ -164,6 +169,7 @@ TEST_F(DesktopKeyboard, a_line_end_is_typed_into_the_number_box)
     type("Form1.Text1(2)", "。");
     QTest::keyClick(&find("Form1.Text1(2)"), Qt::Key_Return, Qt::ControlModifier);
     EXPECT_EQ(form1().number_box().text(), U"。\r\n");
+    EXPECT_EQ(shown_lines(find<TextWidget>("Form1.Text1(2)")).front(), "。") << "the box is not empty to the eye";
     EXPECT_TRUE(boxes.isEmpty()) << "no query began";
 }
 

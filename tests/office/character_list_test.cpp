@@ -16,6 +16,7 @@ TEST(CharacterList, has_a_record_for_each_character)
     list_characters(desk.program);
     EXPECT_EQ(desk.installation.read("3150.txt"),
               encode(U"a\t*1\r\r\n中\t*2\r\r\n\r\t*3\r\r\n\n\t*4\r\r\n𠀀\t*5\r\r\n"));
+    EXPECT_TRUE(TextView(desk.program.notice).contains(U"3150.txt")) << "nothing else shows that it was done";
     desk.open_text(U"");
     list_characters(desk.program);
     EXPECT_EQ(desk.installation.read("3150.txt"), "");
