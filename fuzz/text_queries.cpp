@@ -37,9 +37,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     form1.cutdistance = choices.below(30) + 1;
     const Text lowered = lower(text), needle = lower(TextView(ltrim(query)));
     if (!by_sentence && needle.empty()) return 0;
-    const test::Pieces expected = by_sentence
-                                      ? test::sentences(text, query, by_enter, form1.cutopenfile, form1.cutdistance)
-                                      : test::pieces_between_separators(lowered, needle, separator);
+    const test::Pieces expected =
+        by_sentence ? test::sentences(text, ltrim(query), by_enter, form1.cutopenfile, form1.cutdistance)
+                    : test::pieces_between_separators(lowered, needle, separator);
     run_query(started, text, query, by_enter);
     require_same(form1, by_sentence ? started.module1().filehits : started.module1().hits, expected);
     if (by_sentence) require(form1.cutopenfile == expected.open, "whether a sentence is open");

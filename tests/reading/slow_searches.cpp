@@ -23,7 +23,8 @@ std::vector<std::size_t> places_marked(TextView text, TextView needle, std::size
     std::vector<std::size_t> marked;
     for (std::size_t q = 1; q <= text.size(); ++q) {
         last_found = instr(text, needle, q);
-        if (last_found <= 1) continue;
+        if (last_found == 0) break;
+        if (last_found == 1) continue;
         marked.push_back(last_found);
         if (q < last_found + needle.size()) q = last_found + needle.size();
     }
