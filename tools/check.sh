@@ -19,7 +19,7 @@ ctest --preset asan -j 2 --no-tests=error || {
     grep -q "LeakSanitizer has encountered a fatal error" build/asan/Testing/Temporary/LastTest.log || exit 1
     ctest --preset asan -j 2 --rerun-failed
 }
-echo "== tests of the column engine and the player under the thread sanitizer"
+echo "== tests of all that runs in threads under the thread sanitizer"
 cmake --preset tsan
 cmake --build --preset tsan
 ctest --preset tsan -j 2 --no-tests=error
