@@ -93,12 +93,12 @@ void SharedStrings::lay_down_added()
     constexpr std::size_t text_at_once = std::size_t{1} << 16;
     auto root = part_.root();
     const auto item = name_like(root, "si"), text = name_like(root, "t");
+    const std::string beginning = "<" + item + "><" + text, end = "</" + text + "></" + item + ">";
     std::string items;
     while (laid_down_ < added_.size()) {
         const auto& raw = added_[laid_down_++];
-        items += "<" + item + "><" + text + (needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
-        items += raw;
-        items += "</" + text + "></" + item + ">";
+        items.append(beginning).append(needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
+        items.append(raw).append(end);
         if (items.size() < text_at_once && laid_down_ < added_.size()) continue;
         last_ = last_ ? root.insert_child_after(pugi::node_pcdata, last_) : root.prepend_child(pugi::node_pcdata);
         last_.set_value(items.c_str());
@@ -118,7 +118,8 @@ const XmlPart& SharedStrings::settle()
     }
     reference_difference_ = 0;
     if (part_.changed && root.attribute("uniqueCount")) {
-        root.attribute("uniqueCount").set_value(static_cast<unsigned long long>(items_.size() + added_.size()));
+        const unsigned long long count = items_.size() + added_.size();
+        root.attribute("uniqueCount").set_value(count);
     }
     return part_;
 }
