@@ -1,59 +1,17 @@
-#include "columns/column_query.h"
-#include "columns/columns.h"
-#include "columns/keys.h"
-#include "columns/notes.h"
-#include "columns/statistics.h"
-#include "tests/support/test_program.h"
+#include "tests/columns/column_desk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace tarvik::test {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using Messages = std::vector<std::string>;
 
-/// A program with a document and the keys to work on it.
-class Desk : public TestProgram {
-public:
-    explicit Desk(OfficeEngines* office = nullptr) : TestProgram(office) {}
-
-    /// Presses the keys in the query box; gives those that would reach it.
-    std::string press(std::string_view keys)
-    {
-        std::string reached;
-        for (const char key : keys) {
-            bool eaten = false;
-            column_keys(program, static_cast<unsigned char>(key), eaten);
-            if (!eaten) reached += key;
-        }
-        return reached;
-    }
-    void make_table(TextView document, TextView needle = U"|")
-    {
-        open_text(document);
-        form1().query_box().set_text(needle.str());
-        press("\x1bq");
-        dialogs.messages.clear();
-    }
-    Messages told_by(std::string_view keys, std::initializer_list<Answer> replies = {})
-    {
-        dialogs.replies = replies;
-        program.scratch_failures.clear(); // an action of its own
-        press(keys);
-        return dialogs.take_messages();
-    }
-    std::string pane() { return to_utf8(form1().RichTextBox3.text()); }
-    std::string box() { return to_utf8(form1().number_box().text()); }
-};
-
 TEST(Keys, are_plain_characters_until_a_query_has_run)
 {
-    Desk desk;
+    ColumnDesk desk;
     desk.open_text(U"cat\r\n");
     desk.form1().query_box().set_text(U"cat");
     EXPECT_EQ(desk.press("c?;:e,.qzp/"), "c?;:e,.qzp/");
@@ -67,7 +25,7 @@ TEST(Keys, are_plain_characters_until_a_query_has_run)
 
 TEST(Keys, say_what_they_do)
 {
-    Desk desk;
+    ColumnDesk desk;
     desk.make_table(U"|\r\n");
     desk.program.form3.Text1[3].set_text(U"2");
     desk.program.form3.Text1[4].set_text(U"word");
@@ -110,7 +68,7 @@ TEST(Keys, a_box_without_a_number_is_named_and_nothing_changes)
         {"p", 1, {Answer::No}, {U"", U"0", U"1.5", U"x"}},
     };
     for (const Case& one : cases) {
-        Desk desk;
+        ColumnDesk desk;
         desk.make_table(U"b\t2020-01-05|\r\na\t2020-01-20|\r\n");
         desk.program.form3.Text1[0].set_text(U"2");
         const std::string pane = desk.pane();
@@ -132,7 +90,7 @@ TEST(Keys, a_box_without_a_number_is_named_and_nothing_changes)
 
 TEST(Keys, p_says_what_it_does)
 {
-    Desk desk;
+    ColumnDesk desk;
     desk.program.form3.Text1[0].set_text(U"1");
     desk.program.form3.Text1[1].set_text(U"2");
     const auto last = [&desk](std::vector<Text> documents, const char* keys, std::initializer_list<Answer> replies) {
@@ -163,167 +121,6 @@ TEST(Keys, p_says_what_it_does)
     EXPECT_EQ(last({a, ab}, "p", {}),
               "  Tarvik 计算| 请注意：\r\n    第1个表-SUF表的行数为: 1   小于第2个表-SUG表的行数：2\r\n"
               "当且仅当SUF表的行数大于等于SUG表的行数时，查寻才有效。\r\n左键单击窗体后（恢复默认设置），请重新查寻。");
-}
-
-TEST(Views, stay_as_they_were_when_the_table_changes)
-{
-    Desk desk;
-    desk.make_table(U"b\t|\r\na\t|\r\n");
-    const PaneText split = desk.form1().RichTextBox3.content();
-    desk.make_table(U"other\t|\r\n");
-    desk.open_text(U"");
-    EXPECT_EQ(to_utf8(split.view()), "suf(0,1)***b           suf(0,2)***|           \r\n"
-                                     "suf(1,1)***a           suf(1,2)***|           \r\n\r\n");
-}
-
-TEST(Views, are_shown_though_no_scratch_file_can_be_written)
-{
-    Desk desk;
-    for (const char* name : {"betweenp.txt", "between.txt", "between1.txt", "betweenping.txt", "between5.txt"})
-        std::filesystem::create_directory(desk.installation.path() / name);
-    desk.open_text(U"a\r\n");
-    desk.form1().query_box().set_text(U"a");
-    const Messages told = desk.told_by("\x1b");
-    ASSERT_EQ(told.size(), 2U);
-    EXPECT_THAT(told.front(), HasSubstr("betweenp.txt"));
-    EXPECT_EQ(desk.pane(), "\ta\t\r\n\t\t\r\n");
-    desk.program.form3.Text1[0].set_text(U"1");
-    desk.press("q");
-    EXPECT_EQ(desk.told_by("p", {Answer::No}).size(), 3U); // the folder, the question, the column
-    EXPECT_EQ(desk.pane(), "\ta\t\t\r\n");
-}
-
-TEST(Limits, are_told_and_what_fits_is_kept)
-{
-    Desk desk;
-    Text lines;
-    for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
-    desk.open_text(lines);
-    desk.form1().query_box().set_text(U"|");
-    EXPECT_EQ(query1(desk.program, U"|"), 0);
-    EXPECT_EQ(desk.dialogs.take_messages(),
-              Messages{"Tarvik 计算|目前，记录行已经超过软件所设定的阀值：300000条，请重试。"});
-    EXPECT_FALSE(desk.form1().dbresult);
-    EXPECT_EQ(desk.form1().sufcount, 0);
-    EXPECT_EQ(desk.module1().sufrow.text(300'000), U"\t300000|\t");
-
-    desk.open_text(lines.substr(0, lines.find(U"10002|")));
-    EXPECT_EQ(query1(desk.program, U"|"), 10'002);
-    devision1(desk.program);
-    statistitt(desk.program, 1);
-    EXPECT_THAT(desk.dialogs.take_messages(), ElementsAre(HasSubstr("10001")));
-    EXPECT_EQ(desk.form1().keycount, 10'001);
-    EXPECT_EQ(desk.module1().keylist.get(10'000), TextView(U"10000|"));
-
-    Text many;
-    for (int i = 0; i < 500'001; ++i) many += U"aa\r\n";
-    desk.open_text(many + U"a last one\r\n");
-    EXPECT_EQ(query1(desk.program, U"a"), 1);
-    EXPECT_THAT(desk.dialogs.take_messages(), ElementsAre(HasSubstr("1000001")));
-    EXPECT_EQ(desk.form1().resultcount, 1'000'001);
-
-    // Only the first 700,001 entries are emptied before a scan: the one behind the last hit counts as a copy.
-    const Text half = many.substr(0, 374'999 * 4);
-    desk.open_text(half + U"aa\r\na\r\n");
-    query1(desk.program, U"a");
-    desk.open_text(U"a\r\nba\r\n" + half);
-    EXPECT_EQ(query1(desk.program, U"a"), 2);
-    EXPECT_EQ(desk.module1().sufrow.text(0), U"\tba\t");
-}
-
-TEST(Limits, hold_for_a_document_of_one_line)
-{
-    Desk desk;
-    Text line;
-    while (line.size() < 240'000) line += U"{\"key\":\"v\"}, ";
-    desk.open_text(line);
-    desk.form1().query_box().set_text(U"key");
-    EXPECT_THAT(desk.told_by("\x1b"), ElementsAre(HasSubstr("betweenp.txt"), HasSubstr("彼此不相同")))
-        << "18,000 rows that begin with the document";
-    EXPECT_EQ(desk.installation.read("betweenp.txt"), "\r\r\n");
-    EXPECT_GT(desk.form1().sufcount, 18'000);
-    EXPECT_EQ(desk.form1().RichTextBox3.content().slice(Position(2), 7).view, TextView(U"{\"key\":"));
-    desk.form1().RichTextBox3.set_text({});
-    EXPECT_THROW(devision1(desk.program), Failure);
-    desk.dialogs.messages.clear();
-}
-
-TEST(Limits, the_scratch_file_ends_with_the_row_that_is_too_many)
-{
-    Desk desk;
-    Text lines;
-    for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
-    desk.open_text(lines);
-    desk.form1().query_box().set_text(U"|");
-    query1(desk.program, U"|");
-    EXPECT_TRUE(desk.installation.read("betweenp.txt").ends_with("\t300000|\t\r\n\t\t\r\n"));
-    desk.open_text(lines + U"one more|\r\n and another|\r\n");
-    query1(desk.program, U"|");
-    EXPECT_TRUE(desk.installation.read("betweenp.txt").ends_with("\t300000|\t\r\n\tone more|\t\r\n"));
-    EXPECT_EQ(desk.pane(), "\r\n");
-    desk.form1().showdata = false;
-    query1(desk.program, U"|");
-    EXPECT_EQ(desk.installation.read("betweenp.txt"), "");
-    EXPECT_EQ(desk.box(), "300001");
-}
-
-TEST(Views, end_the_progress_that_they_show)
-{
-    Desk desk;
-    desk.open_text(U"a\r\nab\r\n");
-    desk.form1().query_box().set_text(U"a");
-    desk.press("\x1b");
-    EXPECT_GT(desk.screen.progress_shown, 0U);
-    EXPECT_FALSE(desk.screen.busy);
-    desk.faulty.fail_at(4); // the clearing opens and closes the file, the view opens it again and cannot close it
-    desk.press("\x1b");
-    EXPECT_EQ(desk.faulty.counted(), 4U);
-    EXPECT_FALSE(desk.screen.busy);
-}
-
-TEST(Views, tell_each_reason_once_whatever_file_has_it)
-{
-    Desk desk;
-    for (const char* name : {"betweenp.txt", "betweenpq.txt"})
-        std::filesystem::create_directory(desk.installation.path() / name);
-    desk.open_text(U"a\r\n");
-    desk.form1().query_box().set_text(U"a");
-    for (int round = 0; round < 2; ++round) {
-        query1(desk.program, U"a");
-        devision1(desk.program);
-    }
-    EXPECT_THAT(desk.dialogs.take_messages(), ElementsAre(HasSubstr("betweenp.txt")));
-    desk.faulty.fail_at(1); // another reason
-    devision1(desk.program);
-    devision1(desk.program);
-    EXPECT_THAT(desk.dialogs.take_messages(), testing::SizeIs(1));
-}
-
-TEST(Notes, are_kept_in_their_file)
-{
-    Desk desk;
-    Form3& form3 = desk.program.form3;
-    desk.make_table(U"a|\r\n");
-    const std::string pane = desk.pane();
-    desk.press("?");
-    EXPECT_EQ(desk.pane(), pane); // there is no file yet
-    Form3_Command1_Click(desk.program, 1);
-    EXPECT_TRUE(form3.Text2.visible() && !form3.Text1[0].visible() && !form3.Label1[2].visible());
-    form3.Text2.set_text(U"说明");
-    desk.dialogs.replies = {Answer::OK};
-    Form3_Command1_Click(desk.program, 0);
-    EXPECT_EQ(desk.dialogs.take_messages(), Messages{"Tarvik 计算|此将保存Tarvik 计算说明的更改?"});
-    EXPECT_EQ(desk.installation.read("admin123456.txt"), "\xcb\xb5\xc3\xf7\r\n");
-    EXPECT_TRUE(!form3.Text2.visible() && form3.Text1[5].visible() && form3.window.window_state() == 0);
-    desk.press("?");
-    EXPECT_EQ(desk.pane(), "说明\r\n");
-    Form3_Command1_Click(desk.program, 1);
-    form3.Text2.set_text(U"lost");
-    desk.dialogs.replies = {Answer::Cancel};
-    Form3_Command1_Click(desk.program, 0);
-    EXPECT_EQ(desk.installation.read("admin123456.txt"), "\xcb\xb5\xc3\xf7\r\n");
-    Form3_Command1_Click(desk.program, 0);
-    EXPECT_EQ(form3.window.window_state(), 1);
 }
 
 } // namespace
