@@ -69,7 +69,7 @@ std::string packed(const std::string& bytes, const std::filesystem::path& scratc
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
-TEST_F(DictionaryTool, AFileThatUnpacksToAGigabyteIsRefused)
+TEST_F(DictionaryTool, a_file_that_unpacks_to_a_gigabyte_is_refused)
 {
     const std::string megabytes(std::size_t{64} << 20, ' ');
     gzFile file = gzopen(utf8_of(source.path() / "bomb.dict.dz").c_str(), "wb1");
@@ -84,7 +84,7 @@ TEST_F(DictionaryTool, AFileThatUnpacksToAGigabyteIsRefused)
     }
 }
 
-TEST_F(DictionaryTool, EveryHeadWordIsFoundWholeAndMarked)
+TEST_F(DictionaryTool, every_head_word_is_found_whole_and_marked)
 {
     DictionaryFiles files(DictionaryUse::English, U"小词典");
     const char32_t* heads[] = {U"Axe", U"a.m.", U"ab", U"azure?", U"'Tis", U"卡拉OK", U"斧", U"3D", U"-able"};
@@ -109,7 +109,7 @@ TEST_F(DictionaryTool, EveryHeadWordIsFoundWholeAndMarked)
     EXPECT_THAT(look_up(form1.Option2, U"afar"), ::testing::IsEmpty()) << "a word inside an entry heads none";
 }
 
-TEST_F(DictionaryTool, ALongEntryComesInPartsThatHoldAllOfIt)
+TEST_F(DictionaryTool, a_long_entry_comes_in_parts_that_hold_all_of_it)
 {
     DictionaryFiles files(DictionaryUse::Chinese, U"长");
     Text body;
@@ -125,7 +125,7 @@ TEST_F(DictionaryTool, ALongEntryComesInPartsThatHoldAllOfIt)
     EXPECT_THAT(look_up(test.form1().Option1, U"短"), ElementsAre("|短 |不大。"));
 }
 
-TEST_F(DictionaryTool, StarDictInItsShapes)
+TEST_F(DictionaryTool, stardict_in_its_shapes)
 {
     const std::string first = "eins", second = "m<b>&\0"s + "h<b>zwei</b>&amp;<br/>&#x6597;\0"s;
     const auto write = [&](const std::string& name, const std::string& information, int width, bool pack) {
@@ -148,7 +148,7 @@ TEST_F(DictionaryTool, StarDictInItsShapes)
     EXPECT_THROW(read("gone.ifo"), Failure);
 }
 
-TEST_F(DictionaryTool, Dictd)
+TEST_F(DictionaryTool, dictd)
 {
     source.write("d.dict.dz", packed("infoone\ntwo\n", source.path() / "scratch"));
     source.write("d.index", "00-database-info\tA\tE\n一 b\tE\tE\nlost\tZ\tE\nbad\nlast\tI\tE");

@@ -19,7 +19,7 @@ struct FileCase {
     unsigned width;
 };
 
-TEST(DecodeForeign, ReadsEveryKindOfFile)
+TEST(DecodeForeign, reads_every_kind_of_file)
 {
     const FileCase cases[] = {
         {"short GBK", "\xd6\xd0\xb9\xfa"s, U"中国", 2},
@@ -52,14 +52,14 @@ TEST(DecodeForeign, ReadsEveryKindOfFile)
     }
 }
 
-TEST(DecodeOwn, DoesNotGuess)
+TEST(DecodeOwn, does_not_guess)
 {
     const std::string bytes = "\xe4\xb8\xad\xe5\x9b\xbd";
     EXPECT_EQ(in_utf8(decode_foreign(bytes)), "中国");
     EXPECT_EQ(in_utf8(decode_own(bytes)), "涓\xee\x85\x9e浗");
 }
 
-TEST(DecodeForeign, ReadsALargeTextAsItsLines)
+TEST(DecodeForeign, reads_a_large_text_as_its_lines)
 {
     struct Form {
         std::string mark, beyond; ///< at the beginning of the text; a character beyond the basic plane
@@ -83,7 +83,7 @@ TEST(DecodeForeign, ReadsALargeTextAsItsLines)
         }
 }
 
-TEST(CodePage, LosesNoCharacter)
+TEST(CodePage, loses_no_character)
 {
     for (char32_t c = 0x80; c <= 0x10ffff; c = c == 0xffff ? 0x1fff0 : c < 0x10000 ? c + 1 : c + 97) {
         const Text text(1, c), back = decode_own(encode(text)).text().str();
@@ -97,7 +97,7 @@ TEST(CodePage, LosesNoCharacter)
     EXPECT_EQ(in_utf8(decode_own("\x84\x31\x82\x36")), "\ufe10") << "the four bytes of an older edition";
 }
 
-TEST(CharCode, IsTheSignedCodeOfGbk)
+TEST(CharCode, is_the_signed_code_of_gbk)
 {
     const std::pair<char32_t, int> cases[] = {
         {U'\0', 0},

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST_F(DiskFilesTest, MapsPaths)
+TEST_F(DiskFilesTest, maps_paths)
 {
     const fs::path here = installation.path();
     EXPECT_EQ(to_utf8(files.installation_folder()), utf8_of(here));
@@ -36,7 +36,7 @@ TEST_F(DiskFilesTest, MapsPaths)
     EXPECT_EQ(path_in(U"", U"a"), U"a");
 }
 
-TEST_F(DiskFilesTest, LooksNamesUpWithoutCase)
+TEST_F(DiskFilesTest, looks_names_up_without_case)
 {
     files.create_folder(U"d:\\Photo");
     files.replace(U"d:\\Photo\\牛津字典a.TXT", "one");
@@ -49,7 +49,7 @@ TEST_F(DiskFilesTest, LooksNamesUpWithoutCase)
     EXPECT_THAT(files.file_names(U"d:\\PHOTO"), ElementsAre(U"牛津字典a.TXT"));
 }
 
-TEST_F(DiskFilesTest, ListsPlainFilesByUpperCasedNames)
+TEST_F(DiskFilesTest, lists_plain_files_by_upper_cased_names)
 {
     for (const char* name : {"b.txt", "A.txt", "a_.txt", "C.txt", "乙.txt", ".tarvik-1-1.tmp"})
         installation.write(name, name);
@@ -58,7 +58,7 @@ TEST_F(DiskFilesTest, ListsPlainFilesByUpperCasedNames)
                 ElementsAre(U"A.txt", U"a_.txt", U"b.txt", U"C.txt", U"乙.txt"));
 }
 
-TEST_F(DiskFilesTest, AReplacementTakesItsPlaceAtTheEnd)
+TEST_F(DiskFilesTest, a_replacement_takes_its_place_at_the_end)
 {
     installation.write("a.txt", "old");
     const auto file = files.begin_replacement(U"a.txt");
@@ -74,7 +74,7 @@ TEST_F(DiskFilesTest, AReplacementTakesItsPlaceAtTheEnd)
     EXPECT_FALSE(files.stamp(U"a.txt").settled) << "another change might bear the same stamp";
 }
 
-TEST_F(DiskFilesTest, WritesAndMoves)
+TEST_F(DiskFilesTest, writes_and_moves)
 {
     const auto scratch = files.open_for_output(U"between.txt");
     std::string expected;
@@ -107,7 +107,7 @@ TEST_F(DiskFilesTest, WritesAndMoves)
     EXPECT_FALSE(files.file_exists(U"d:\\between.txt"));
 }
 
-TEST_F(DiskFilesTest, LeftoversOfKilledRunsGo)
+TEST_F(DiskFilesTest, leftovers_of_killed_runs_go)
 {
     const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
     for (const char* name : {".tarvik-1-1.tmp", ".tarvik-2-3-4.tmp", ".tarvik-5-6-7.tmp"}) {
@@ -121,7 +121,7 @@ TEST_F(DiskFilesTest, LeftoversOfKilledRunsGo)
     EXPECT_EQ(entries(), 3U) << "the file, the one in work and the one just begun";
 }
 
-TEST_F(DiskFilesTest, FailuresTellThePathAndTheReason)
+TEST_F(DiskFilesTest, failures_tell_the_path_and_the_reason)
 {
     fs::create_directory(installation.path() / "folder");
     installation.write("plain", "x");

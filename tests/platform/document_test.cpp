@@ -5,7 +5,7 @@
 namespace tarvik::test {
 namespace {
 
-TEST(Document, LowersEveryWidthAndKeepsItsPlaces)
+TEST(Document, lowers_every_width_and_keeps_its_places)
 {
     Text ascii;
     for (char32_t c = 0; c < 0x100; ++c)
@@ -19,7 +19,7 @@ TEST(Document, LowersEveryWidthAndKeepsItsPlaces)
     }
 }
 
-TEST(Document, SharesItsTwinAndItsBuffer)
+TEST(Document, shares_its_twin_and_its_buffer)
 {
     const Document document(make_buffer(U"ABC\r\nX"), 3), closed = document.with_closing_line_end();
     Document copy;
@@ -36,7 +36,7 @@ TEST(Document, SharesItsTwinAndItsBuffer)
     EXPECT_EQ(closed.with_closing_line_end().text(), U"ABC\r\n\r\n");
 }
 
-TEST(Document, NoneAndEmptyOnes)
+TEST(Document, none_and_empty_ones)
 {
     const Document none, empty(U"");
     EXPECT_EQ(none.buffer(), nullptr);

@@ -6,7 +6,7 @@
 namespace tarvik::test {
 namespace {
 
-TEST(FileName, StaysInsideItsFolder)
+TEST(FileName, stays_inside_its_folder)
 {
     EXPECT_EQ(safe_name_part(U"../a\\b:c*?\"<>|\t"), U".._a_b_c_______");
     EXPECT_EQ(safe_name_part(U""), U"");
@@ -15,7 +15,7 @@ TEST(FileName, StaysInsideItsFolder)
     EXPECT_EQ(safe_file_name(U" 甲 乙.x"), U" 甲 乙.x");
 }
 
-TEST(CalendarText, PadsAllButTheHour)
+TEST(CalendarText, pads_all_but_the_hour)
 {
     EXPECT_EQ(time_of_day({2024, 3, 1, 9, 5, 7}), U"9:05:07");
     EXPECT_EQ(time_of_day({2024, 3, 1, 0, 0, 0}), U"0:00:00");

@@ -18,7 +18,7 @@ struct NumberCase {
     double leading;
 };
 
-TEST(Numbers, AreReadAsTheFormTells)
+TEST(Numbers, are_read_as_the_form_tells)
 {
     const std::string long_digits(400, '9');
     const Text long_number(long_digits.begin(), long_digits.end()), long_fraction = U"0." + Text(400, U'0') + U"1";
@@ -66,7 +66,7 @@ TEST(Numbers, AreReadAsTheFormTells)
     }
 }
 
-TEST(Numbers, AreToldTheShortestWay)
+TEST(Numbers, are_told_the_shortest_way)
 {
     const std::pair<double, TextView> cases[] = {
         {8.5, U"8.5"},
@@ -88,7 +88,7 @@ TEST(Numbers, AreToldTheShortestWay)
     for (const auto& [value, text] : cases) EXPECT_EQ(to_utf8(number_text(value)), to_utf8(text));
 }
 
-TEST(Numbers, TheirTextsReadBackAsTheSame)
+TEST(Numbers, their_texts_read_back_as_the_same)
 {
     std::mt19937_64 random(5);
     for (int round = 0; round < 20000; ++round) {

@@ -25,7 +25,7 @@ void expect_found_alike(const Text& text, const Text& needle, std::size_t from)
                                                  << ", widths " << t.width() << n.width();
 }
 
-TEST(TextSearch, AgreesWithThePlainSearchInEveryWidth)
+TEST(TextSearch, agrees_with_the_plain_search_in_every_width)
 {
     std::mt19937 random(7);
     for (const std::u32string_view letters : {U"ab", U"abé", U"中国a", U"a𠀀中"})
@@ -37,7 +37,7 @@ TEST(TextSearch, AgreesWithThePlainSearchInEveryWidth)
         }
 }
 
-TEST(TextSearch, AgreesOnRepeatsThatDefeatAScan)
+TEST(TextSearch, agrees_on_repeats_that_defeat_a_scan)
 {
     std::mt19937 random(11);
     for (int round = 0; round < 400; ++round) {
@@ -53,13 +53,13 @@ TEST(TextSearch, AgreesOnRepeatsThatDefeatAScan)
     }
 }
 
-TEST(TextSearch, FindsAtEveryPlaceAroundTheChangeOfItsWay)
+TEST(TextSearch, finds_at_every_place_around_the_change_of_its_way)
 {
     const Text needle = Text(40, U'a') + U'c' + Text(40, U'a');
     for (std::size_t place = 0; place < 80; ++place) expect_found_alike(Text(place, U'a') + needle + U"a", needle, 0);
 }
 
-TEST(TextSearch, CharactersAndEdges)
+TEST(TextSearch, characters_and_edges)
 {
     const Widths latin(U"abcab"), chinese(U"中a国a");
     for (const TextView text : latin.views()) {
@@ -75,7 +75,7 @@ TEST(TextSearch, CharactersAndEdges)
     EXPECT_EQ(TextView().find(U'a'), npos);
 }
 
-TEST(TextView, EqualityAndHashDoNotDependOnTheWidth)
+TEST(TextView, equality_and_hash_do_not_depend_on_the_width)
 {
     std::mt19937 random(3);
     for (int round = 0; round < 300; ++round) {
@@ -98,7 +98,7 @@ TEST(TextView, EqualityAndHashDoNotDependOnTheWidth)
     }
 }
 
-TEST(Text, PositionsCountFromOne)
+TEST(Text, positions_count_from_one)
 {
     EXPECT_EQ(mid(U"abc", 2, 1), U"b");
     EXPECT_EQ(mid(U"abc", 3), U"c");
@@ -114,7 +114,7 @@ TEST(Text, PositionsCountFromOne)
     EXPECT_EQ(instr(U"abab", U""), 0U);
 }
 
-TEST(Text, OnlyTheBlankIsTrimmed)
+TEST(Text, only_the_blank_is_trimmed)
 {
     EXPECT_EQ(ltrim(U"  a b "), U"a b ");
     EXPECT_EQ(rtrim(U"  a b "), U"  a b");
@@ -122,7 +122,7 @@ TEST(Text, OnlyTheBlankIsTrimmed)
     EXPECT_EQ(trim(U" \t\u3000\u00a0 "), U"\t\u3000\u00a0");
 }
 
-TEST(LetterCase, MapsLetterForLetter)
+TEST(LetterCase, maps_letter_for_letter)
 {
     const Text capitals = U"AZÀÖØÞŸŁŽǄΑΩΆЀЯЁԱẞẤＡＺⅠⅫ", small = U"azàöøþÿłžǆαωάѐяёաßấａｚⅰⅻ";
     EXPECT_EQ(lower(capitals), small);
@@ -136,7 +136,7 @@ TEST(LetterCase, MapsLetterForLetter)
     }
 }
 
-TEST(Utf8, InvalidBytesAndSurrogatesAreReplacedOneByOne)
+TEST(Utf8, invalid_bytes_and_surrogates_are_replaced_one_by_one)
 {
     const Text all = U"a\u00e9\u4e2d\U00020000\U0010ffff";
     EXPECT_EQ(from_utf8(to_utf8(all)), all);

@@ -106,7 +106,7 @@ class Golden : public testing::TestWithParam<Script> {};
 
 } // namespace
 
-TEST_P(Golden, GivesItsTranscript)
+TEST_P(Golden, gives_its_transcript)
 {
     const fs::path& transcript = GetParam().transcript;
     const std::string played = play(GetParam());

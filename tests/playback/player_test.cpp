@@ -54,14 +54,14 @@ protected:
 
 } // namespace
 
-TEST_F(Player, CtrlEnterPutsALineEndIntoTheNumberBoxAndStartsNothing)
+TEST_F(Player, ctrl_enter_puts_a_line_end_into_the_number_box_and_starts_nothing)
 {
     const Played played =
         play("set Text1(2) \"\"\ntype Text1(2) \"。\\n\"\ntype Text1(1) \"\\n\"\nshow Text1(2).Text Text1(1).Text\n");
     EXPECT_EQ(played.out, "Text1(2).Text = \"。\\r\\n\"\nText1(1).Text = \"查寻条件\"\n") << played.errors;
 }
 
-TEST_F(Player, EndsWithAMessageWhenItsOutputIsClosed)
+TEST_F(Player, ends_with_a_message_when_its_output_is_closed)
 {
     std::istringstream lines("say one\nsay two\n");
     std::ostringstream errors;
@@ -70,7 +70,7 @@ TEST_F(Player, EndsWithAMessageWhenItsOutputIsClosed)
     EXPECT_EQ(errors.str(), "line 1: the output cannot be written\n");
 }
 
-TEST_F(Player, EndsAtAFailureAndTellsItsLine)
+TEST_F(Player, ends_at_a_failure_and_tells_its_line)
 {
     const std::pair<std::string_view, std::string_view> failures[] = {
         {"dance", "unknown action dance"},
@@ -113,7 +113,7 @@ TEST_F(Player, EndsAtAFailureAndTellsItsLine)
     }
 }
 
-TEST_F(Player, GoesOnAfterAMissedExpectation)
+TEST_F(Player, goes_on_after_a_missed_expectation)
 {
     const Played played = play("expect Text1(1).Text 查寻条件\nexpect lastpage 1\nexpect Text1(2).Text \"1\"\nsay end");
     EXPECT_EQ(played.status, 1);
@@ -122,14 +122,14 @@ TEST_F(Player, GoesOnAfterAMissedExpectation)
     EXPECT_EQ(play("expect comp False\nexpect xlApp Nothing\nexpect RichTextBox1.Marks []").status, 0);
 }
 
-TEST_F(Player, EndsWithTheMainWindow)
+TEST_F(Player, ends_with_the_main_window)
 {
     const Played played = play("reply no yes ok\nclose Form1\nexpect Form1.Visible True\nclose Form1\ndance");
     EXPECT_EQ(played.status, 0) << played.errors;
     EXPECT_EQ(std::count(played.out.begin(), played.out.end(), '\n'), 2);
 }
 
-TEST_F(Player, CanShowEveryNameThatItLists)
+TEST_F(Player, can_show_every_name_that_it_lists)
 {
     std::string script = "show";
     for (std::string name : names()) {
@@ -142,7 +142,7 @@ TEST_F(Player, CanShowEveryNameThatItLists)
     EXPECT_EQ(std::count(played.out.begin(), played.out.end(), '\n'), static_cast<std::ptrdiff_t>(names().size()));
 }
 
-TEST_F(Player, ListsTheNamesOfAllThreeWindows)
+TEST_F(Player, lists_the_names_of_all_three_windows)
 {
     EXPECT_THAT(names(),
                 testing::IsSupersetOf({"Form1.Caption", "Text1(1).SelText", "Command9(6).Top", "Option2.Value",
@@ -152,13 +152,13 @@ TEST_F(Player, ListsTheNamesOfAllThreeWindows)
     EXPECT_THAT(names(), testing::Not(testing::Contains("Text1(0).Caption")));
 }
 
-TEST_F(Player, DoesNotWaitForAPaneThatMoves)
+TEST_F(Player, does_not_wait_for_a_pane_that_moves)
 {
     const Played played = play("mouse Command2(2) down left\nrun\ntick 0.5\nshow Timer1(1).Enabled");
     EXPECT_EQ(played.out, "Timer1(1).Enabled = True\n") << played.errors;
 }
 
-TEST_F(Player, WatchesTheOrderInWhichAHandlerChangesControls)
+TEST_F(Player, watches_the_order_in_which_a_handler_changes_controls)
 {
     const Played played =
         play("watch Command3.Visible Command6.Caption Command1(1).Visible Option3.Visible "
@@ -190,7 +190,7 @@ TEST_F(Player, WatchesTheOrderInWhichAHandlerChangesControls)
         << played.errors;
 }
 
-TEST(PlayerPrinterTest, KeepsEveryCopy)
+TEST(PlayerPrinterTest, keeps_every_copy)
 {
     const test::TemporaryFolder folder;
     folder.write("book.xlsx", "one");

@@ -34,7 +34,7 @@ std::string complaint_about(std::string_view line)
 
 } // namespace
 
-TEST(Script, SplitsALineIntoWords)
+TEST(Script, splits_a_line_into_words)
 {
     const std::pair<std::string_view, std::string_view> lines[] = {
         {"", ""},
@@ -59,7 +59,7 @@ TEST(Script, SplitsALineIntoWords)
     ASSERT_EQ(split_line(R"("\ud840\u0041")").at(0).text.size(), 2U);
 }
 
-TEST(Script, RefusesWhatIsNoWord)
+TEST(Script, refuses_what_is_no_word)
 {
     const std::pair<std::string_view, std::string_view> lines[] = {
         {R"(say "abc)", "quote is not closed"},  {R"(say "abc\")", "quote is not closed"},
@@ -70,7 +70,7 @@ TEST(Script, RefusesWhatIsNoWord)
         EXPECT_THAT(complaint_about(line), testing::HasSubstr(complaint)) << line;
 }
 
-TEST(Values, PrintAsTheTranscriptShowsThem)
+TEST(Values, print_as_the_transcript_shows_them)
 {
     const std::pair<Value, std::string_view> values[] = {
         {Text(U"a\"\\\r\n\t\x1b\x7f中𠀀"), "\"a\\\"\\\\\\r\\n\\t\\u001b\x7f中𠀀\""},
@@ -87,7 +87,7 @@ TEST(Values, PrintAsTheTranscriptShowsThem)
     for (const auto& [value, shown] : values) EXPECT_EQ(printed(value), shown);
 }
 
-TEST(Values, MatchTextsAsTextsAndOthersAsPrinted)
+TEST(Values, match_texts_as_texts_and_others_as_printed)
 {
     EXPECT_TRUE(matches(Text(U"a\r\n"), U"a\r\n"));
     EXPECT_FALSE(matches(Text(U"1"), U"1.0"));
@@ -123,7 +123,7 @@ std::string shown_time(const VirtualClock& clock)
 
 } // namespace
 
-TEST(PlayerOptions, AreTakenInAnyOrder)
+TEST(PlayerOptions, are_taken_in_any_order)
 {
     const Options plain = parsed({"a.play"});
     EXPECT_EQ(plain.installation, "");
@@ -144,7 +144,7 @@ TEST(PlayerOptions, AreTakenInAnyOrder)
     EXPECT_EQ(parsed({"--version"}).request, Options::Request::Version);
 }
 
-TEST(PlayerOptions, AreRefusedWhenTheyCannotBeUsed)
+TEST(PlayerOptions, are_refused_when_they_cannot_be_used)
 {
     const std::pair<std::vector<std::string>, std::string_view> lines[] = {
         {{}, "no script"},
@@ -167,7 +167,7 @@ TEST(PlayerOptions, AreRefusedWhenTheyCannotBeUsed)
         EXPECT_THAT(refusal(arguments), testing::HasSubstr(complaint)) << complaint;
 }
 
-TEST(VirtualClockTest, GoesOnlyWhenItIsSet)
+TEST(VirtualClockTest, goes_only_when_it_is_set)
 {
     VirtualClock clock(parsed({"a", "--clock", "2024-02-28 23:59:58"}).clock);
     EXPECT_EQ(shown_time(clock), "2024-02-28 23:59:58");

@@ -42,7 +42,7 @@ protected:
     VirtualTimers timers{form1, clock};
 };
 
-TEST_F(Timers, FireByDueTimeThenByNameAndIndex)
+TEST_F(Timers, fire_by_due_time_then_by_name_and_index)
 {
     for (auto& [index, timer] : form1.Timer1) timer.set_interval(500);
     form1.Timer4.set_enabled(true);
@@ -52,7 +52,7 @@ TEST_F(Timers, FireByDueTimeThenByNameAndIndex)
     EXPECT_EQ(fire_until(1000ms), "Timer1(1)@500 Timer1(2)@500 Timer1(1)@1000 Timer1(2)@1000 Timer3@1000 Timer4@1000 ");
 }
 
-TEST_F(Timers, CountFromTheMomentOfSwitchingOn)
+TEST_F(Timers, count_from_the_moment_of_switching_on)
 {
     EXPECT_EQ(fire_until(300ms), "");
     form1.Timer3.set_enabled(true);
@@ -65,7 +65,7 @@ TEST_F(Timers, CountFromTheMomentOfSwitchingOn)
     EXPECT_EQ(fire_until(3500ms), "Timer3@3000 ");
 }
 
-TEST_F(Timers, TakeUpANewIntervalAtOnce)
+TEST_F(Timers, take_up_a_new_interval_at_once)
 {
     form1.Timer3.set_enabled(true);
     EXPECT_EQ(fire_until(900ms), "");
@@ -75,7 +75,7 @@ TEST_F(Timers, TakeUpANewIntervalAtOnce)
     EXPECT_EQ(fire_until(60s), "") << "no interval, no tick";
 }
 
-TEST_F(Timers, OfTheBatchRunnerAreToldFromThoseOfThePanes)
+TEST_F(Timers, of_the_batch_runner_are_told_from_those_of_the_panes)
 {
     form1.Timer1[0].set_enabled(true);
     EXPECT_FALSE(timers.batch_runs());

@@ -14,7 +14,7 @@ namespace {
 using ::testing::HasSubstr;
 using PageSearch = ReadingDesk;
 
-TEST_F(PageSearch, StopsAtEachPageAndCollectsWords)
+TEST_F(PageSearch, stops_at_each_page_and_collects_words)
 {
     const std::map<std::string, std::string> lines{
         {"--AB12345678qv", "AB12345678qv;\r\n"}, // the word, the query and a closing stop
@@ -36,7 +36,7 @@ TEST_F(PageSearch, StopsAtEachPageAndCollectsWords)
     EXPECT_EQ(test.dialogs.take_messages().back(), "Tarvik|查寻完毕,再也没有符合条件的结果！");
 }
 
-TEST_F(PageSearch, CollectedWordsAreThoseOfTheTwoWalks)
+TEST_F(PageSearch, collected_words_are_those_of_the_two_walks)
 {
     std::mt19937 random(11);
     form1.Option3.set_value(true);
@@ -62,7 +62,7 @@ TEST_F(PageSearch, CollectedWordsAreThoseOfTheTwoWalks)
     }
 }
 
-TEST_F(PageSearch, ALongLookBackIsNotRepeatedForEachMatch)
+TEST_F(PageSearch, a_long_look_back_is_not_repeated_for_each_match)
 {
     form1.Option3.set_value(true);
     form1.query_box().set_text(U"qv");
@@ -76,7 +76,7 @@ TEST_F(PageSearch, ALongLookBackIsNotRepeatedForEachMatch)
     EXPECT_LT(test.installation.read("betweensousuo.txt").size(), 65U << 20);
 }
 
-TEST_F(PageSearch, ASideFileThatCannotBeWrittenCostsOneMessage)
+TEST_F(PageSearch, a_side_file_that_cannot_be_written_costs_one_message)
 {
     std::filesystem::create_directory(test.installation.path() / "betweensousuo.txt");
     form1.Option3.set_value(true);

@@ -45,7 +45,7 @@ protected:
     }
 };
 
-TEST_F(Query, OccurrencesAndMarksEqualASlowSearch)
+TEST_F(Query, occurrences_and_marks_equal_a_slow_search)
 {
     for (int round = 0; round < 4000; ++round) {
         const Text text = random_text(random, {U"a", U"a", U"b", U"测", U" ", U"aab"}, 40);
@@ -71,7 +71,7 @@ TEST_F(Query, OccurrencesAndMarksEqualASlowSearch)
     }
 }
 
-TEST_F(Query, PiecesBetweenSeparatorsEqualASlowSearch)
+TEST_F(Query, pieces_between_separators_equal_a_slow_search)
 {
     const std::vector<Text> separators{U"。\r\n", U".\r\n", U";", U" ", U"; ", U"\r", U"aa", U".", U"。", U"数目"};
     for (int round = 0; round < 1500; ++round) {
@@ -93,7 +93,7 @@ TEST_F(Query, PiecesBetweenSeparatorsEqualASlowSearch)
     }
 }
 
-TEST_F(Query, SentencesEqualASlowSearchWithTheFlagCarriedOver)
+TEST_F(Query, sentences_equal_a_slow_search_with_the_flag_carried_over)
 {
     form1.Option3.set_value(true);
     for (int round = 0; round < 2000; ++round) {
@@ -114,7 +114,7 @@ TEST_F(Query, SentencesEqualASlowSearchWithTheFlagCarriedOver)
     }
 }
 
-TEST_F(Query, ASecondPressOfTheSentenceQueryKeepsItsResults)
+TEST_F(Query, a_second_press_of_the_sentence_query_keeps_its_results)
 {
     form1.Option3.set_value(true);
     form1.query_box().set_text(U"词");
@@ -127,7 +127,7 @@ TEST_F(Query, ASecondPressOfTheSentenceQueryKeepsItsResults)
     }
 }
 
-TEST_F(Query, EntriesOfADictionaryEqualASlowSearch)
+TEST_F(Query, entries_of_a_dictionary_equal_a_slow_search)
 {
     const struct {
         std::string file;
@@ -164,7 +164,7 @@ TEST_F(Query, EntriesOfADictionaryEqualASlowSearch)
         }
 }
 
-TEST_F(Query, TitlesFollowTheEntry)
+TEST_F(Query, titles_follow_the_entry)
 {
     test.installation.write("牛津字典A.TXT", "nothing");
     test.installation.write("牛津字典hY.TXT", "nothing");
@@ -193,14 +193,14 @@ TEST_F(Query, TitlesFollowTheEntry)
         }
 }
 
-TEST_F(Query, AMissingDictionaryIsNamed)
+TEST_F(Query, a_missing_dictionary_is_named)
 {
     form1.Option2.set_value(true);
     run(U"", U"zebra", false);
     EXPECT_THAT(test.dialogs.take_messages().back(), ::testing::HasSubstr("牛津字典Z.TXT不存在！"));
 }
 
-TEST_F(Query, WalkingShowsEachResultAndItsPosition)
+TEST_F(Query, walking_shows_each_result_and_its_position)
 {
     form1.number_box().set_text(U"。\r\n");
     run(U"零。\r\n词一。\r\n词二。\r\n词三。\r\n", U"词", false);
@@ -217,7 +217,7 @@ TEST_F(Query, WalkingShowsEachResultAndItsPosition)
                                   "词二。2", "词三。3", "4"));
 }
 
-TEST_F(Query, TheEnglishWalkReadsItsFileAgainAndStaysAtTheEnd)
+TEST_F(Query, the_english_walk_reads_its_file_again_and_stays_at_the_end)
 {
     test.installation.write("牛津字典A.TXT", std::string(40, '-') + ".\r\n  apple one.\r\n" + std::string(30, '-') +
                                                  ".\r\n  apple two.\r\n");
@@ -234,7 +234,7 @@ TEST_F(Query, TheEnglishWalkReadsItsFileAgainAndStaysAtTheEnd)
     EXPECT_EQ(form1.RichTextBox1.text(), U" apple two.");
 }
 
-TEST_F(Query, MoreResultsThanTheArrayHoldsKeepThoseFound)
+TEST_F(Query, more_results_than_the_array_holds_keep_those_found)
 {
     form1.number_box().set_text(U"。");
     Text text;

@@ -8,7 +8,7 @@ namespace {
 using ::testing::IsEmpty;
 using Reading = ReadingDesk;
 
-TEST_F(Reading, PagesTurn)
+TEST_F(Reading, pages_turn)
 {
     EXPECT_EQ(press(1), "Tarvik 计算 之查寻|请读入文本文件！//页数");
     form1.page_size_box().set_text(U"3");
@@ -36,7 +36,7 @@ TEST_F(Reading, PagesTurn)
     EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{Position(3), 1, 44564, 32}}));
 }
 
-TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
+TEST_F(Reading, odd_page_sizes_and_numbers_give_one_message)
 {
     open("abc");
     for (const char32_t* size : {U"0", U"-5", U"0.5", U"x", U""}) {
@@ -64,7 +64,7 @@ TEST_F(Reading, OddPageSizesAndNumbersGiveOneMessage)
     EXPECT_EQ(form1.pageno, 0);
 }
 
-TEST_F(Reading, LinesOfOtherSystemsEndInCrLf)
+TEST_F(Reading, lines_of_other_systems_end_in_cr_lf)
 {
     open("one\ntwo\n");
     EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\ntwo\r\n\r\n");
@@ -79,7 +79,7 @@ TEST_F(Reading, LinesOfOtherSystemsEndInCrLf)
     EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n乙：第二。");
 }
 
-TEST_F(Reading, TheLastBoxIsTheAnswer)
+TEST_F(Reading, the_last_box_is_the_answer)
 {
     open("abc");
     form1.answer = 7;
@@ -87,7 +87,7 @@ TEST_F(Reading, TheLastBoxIsTheAnswer)
     EXPECT_EQ(form1.answer, 1) << "a box with OK alone";
 }
 
-TEST_F(Reading, PanesAreSwitchedInTheOrderOfTheirNumbers)
+TEST_F(Reading, panes_are_switched_in_the_order_of_their_numbers)
 {
     open("abc");
     std::string switched;
@@ -100,7 +100,7 @@ TEST_F(Reading, PanesAreSwitchedInTheOrderOfTheirNumbers)
     EXPECT_EQ(switched, "RichTextBox1+ RichTextBox2- RichTextBox1- RichTextBox2+ ");
 }
 
-TEST_F(Reading, OpeningKeepsWhatWasDoneWhenItFails)
+TEST_F(Reading, opening_keeps_what_was_done_when_it_fails)
 {
     open("one");
     test.dialogs.files = {std::nullopt};

@@ -13,7 +13,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using Saving = ReadingDesk;
 
-TEST_F(Saving, OfEqualResultsTheLastStays)
+TEST_F(Saving, of_equal_results_the_last_stays)
 {
     std::mt19937 random(5);
     const SharedBuffer buffer = make_buffer(U"aabaab");
@@ -33,7 +33,7 @@ TEST_F(Saving, OfEqualResultsTheLastStays)
     }
 }
 
-TEST_F(Saving, NoBoxSaysSavedWhenTheFileCannotBeWritten)
+TEST_F(Saving, no_box_says_saved_when_the_file_cannot_be_written)
 {
     test.drive_d.write("out.txt", "old");
     select_option(form1, form1.Option1);
@@ -56,7 +56,7 @@ TEST_F(Saving, NoBoxSaysSavedWhenTheFileCannotBeWritten)
         << "the run folder and it";
 }
 
-TEST_F(Saving, TakesThePathOfTheLastWork)
+TEST_F(Saving, takes_the_path_of_the_last_work)
 {
     Module1& module1 = test.module1();
     form1.RichTextBox1.set_text(U"Shown 页");

@@ -28,7 +28,7 @@ std::string in_utf8(const Document& document)
     return to_utf8(document.text());
 }
 
-TEST(CodePage, AgreesWithTheSystemOnEveryTwoByteCode)
+TEST(CodePage, agrees_with_the_system_on_every_two_byte_code)
 {
     for (unsigned lead = 0x81; lead <= 0xfe; ++lead) {
         std::string row;
@@ -41,7 +41,7 @@ TEST(CodePage, AgreesWithTheSystemOnEveryTwoByteCode)
     }
 }
 
-TEST(CodePage, RoundTripsAgreeWithTheSystem)
+TEST(CodePage, round_trips_agree_with_the_system)
 {
     std::mt19937 random(2);
     for (int round = 0; round < 600; ++round) {
@@ -63,7 +63,7 @@ TEST(CodePage, RoundTripsAgreeWithTheSystem)
     }
 }
 
-TEST(CodePage, RandomBytesAreReadWhole)
+TEST(CodePage, random_bytes_are_read_whole)
 {
     std::mt19937 random(9);
     for (int round = 0; round < 3000; ++round) {

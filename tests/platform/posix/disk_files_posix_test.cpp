@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST_F(DiskFilesTest, OwnNamesAndTheHomeFolder)
+TEST_F(DiskFilesTest, own_names_and_the_home_folder)
 {
     const fs::path here = installation.path();
     fs::create_directories(here / "photo/Old");
@@ -36,7 +36,7 @@ TEST_F(DiskFilesTest, OwnNamesAndTheHomeFolder)
     for (const auto& [given, path] : cases) EXPECT_EQ(files.resolve(from_utf8(given)), path) << given;
 }
 
-TEST(FileName, LongOnesAreCutBetweenCharacters)
+TEST(FileName, long_ones_are_cut_between_characters)
 {
     EXPECT_EQ(safe_file_name(Text(85, U'中')), Text(85, U'中'));
     EXPECT_EQ(safe_file_name(Text(86, U'中')), Text(85, U'中'));
@@ -45,13 +45,13 @@ TEST(FileName, LongOnesAreCutBetweenCharacters)
     EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(84, U'中'));
 }
 
-TEST(FileName, AnyEndIsGood)
+TEST(FileName, any_end_is_good)
 {
     EXPECT_EQ(safe_file_name(U" 甲 乙. "), U" 甲 乙. ");
     EXPECT_EQ(safe_file_name(U"con"), U"con");
 }
 
-TEST_F(DiskFilesTest, OfTwoNamesThatDifferInCaseTheFirstIsTaken)
+TEST_F(DiskFilesTest, of_two_names_that_differ_in_case_the_first_is_taken)
 {
     drive.write("same.txt", "small");
     drive.write("SAME.txt", "capitals");
@@ -59,14 +59,14 @@ TEST_F(DiskFilesTest, OfTwoNamesThatDifferInCaseTheFirstIsTaken)
     EXPECT_EQ(files.read(U"d:\\Same.txt"), "capitals") << "the first in the order of the bytes";
 }
 
-TEST_F(DiskFilesTest, NamesThatAreNoTextAreListedAndFound)
+TEST_F(DiskFilesTest, names_that_are_no_text_are_listed_and_found)
 {
     installation.write("bad\xff.txt", "x");
     EXPECT_THAT(files.file_names(files.installation_folder()), ElementsAre(U"bad\ufffd.txt"));
     EXPECT_EQ(files.read(U"bad\ufffd.txt"), "x") << "a listed name can be read";
 }
 
-TEST_F(DiskFilesTest, ReplaceKeepsPermissionsAndLinks)
+TEST_F(DiskFilesTest, replace_keeps_permissions_and_links)
 {
     installation.write("old.bin", "old");
     const fs::path old = installation.path() / "old.bin";
@@ -82,7 +82,7 @@ TEST_F(DiskFilesTest, ReplaceKeepsPermissionsAndLinks)
     EXPECT_EQ(entries(), 2U);
 }
 
-TEST_F(DiskFilesTest, ReplaceKeepsTheGroup)
+TEST_F(DiskFilesTest, replace_keeps_the_group)
 {
     if (::geteuid() != 0) GTEST_SKIP() << "only root may give a file to a group of its choice";
     installation.write("z1.xlsx", "old");
@@ -95,7 +95,7 @@ TEST_F(DiskFilesTest, ReplaceKeepsTheGroup)
     EXPECT_EQ(status.st_uid, 1234U);
 }
 
-TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)
+TEST_F(DiskFilesTest, a_full_disk_leaves_the_old_file_whole)
 {
     installation.write("z1.xlsx", "old");
     installation.write("notes.txt", "line\r\n");
@@ -115,7 +115,7 @@ TEST_F(DiskFilesTest, AFullDiskLeavesTheOldFileWhole)
     EXPECT_EQ(entries(), 3U);
 }
 
-TEST_F(DiskFilesTest, PipesAreNoFiles)
+TEST_F(DiskFilesTest, pipes_are_no_files)
 {
     ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
     EXPECT_THAT(failure_of([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
@@ -125,7 +125,7 @@ TEST_F(DiskFilesTest, PipesAreNoFiles)
     EXPECT_THAT(failure_of([&] { files.move_file(U"pipe", U"moved"); }), HasSubstr("pipe"));
 }
 
-TEST_F(DiskFilesTest, AWalkPassesOverWhatIsNoFile)
+TEST_F(DiskFilesTest, a_walk_passes_over_what_is_no_file)
 {
     const auto folder = installation.path() / "walk";
     fs::create_directory(folder);

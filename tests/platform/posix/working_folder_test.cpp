@@ -84,7 +84,7 @@ protected:
 
 } // namespace
 
-TEST_F(WorkingFolderTest, TheFirstStartFillsTheUsersOwnFolder)
+TEST_F(WorkingFolderTest, the_first_start_fills_the_users_own_folder)
 {
     const WorkingFolder folder = start();
     EXPECT_EQ(folder.path, own);
@@ -94,7 +94,7 @@ TEST_F(WorkingFolderTest, TheFirstStartFillsTheUsersOwnFolder)
     EXPECT_EQ(home.read("tarvik/.handed-out"), "1\tphoto/a.jpg\n1\tz5.xlsx\n1\t维修/送修单/甲.xlsx\n");
 }
 
-TEST_F(WorkingFolderTest, ALaterVersionAddsWhatIsNewAndTouchesNothingOfTheUsers)
+TEST_F(WorkingFolderTest, a_later_version_adds_what_is_new_and_touches_nothing_of_the_users)
 {
     start();
     home.write("tarvik/z5.xlsx", "the user's template");
@@ -117,7 +117,7 @@ TEST_F(WorkingFolderTest, ALaterVersionAddsWhatIsNewAndTouchesNothingOfTheUsers)
     EXPECT_FALSE(fs::exists(own / "z9.xlsx")) << "what the user had under that name was deleted";
 }
 
-TEST_F(WorkingFolderTest, WithoutItsListWhatIsMissingComesBack)
+TEST_F(WorkingFolderTest, without_its_list_what_is_missing_comes_back)
 {
     start();
     home.write("tarvik/z5.xlsx", "the user's template");
@@ -128,7 +128,7 @@ TEST_F(WorkingFolderTest, WithoutItsListWhatIsMissingComesBack)
                 ElementsAre("photo/a.jpg: picture 1", "z5.xlsx: the user's template", "维修/送修单/甲.xlsx: order 1"));
 }
 
-TEST_F(WorkingFolderTest, StartsAtTheSameTimeGiveWholeFiles)
+TEST_F(WorkingFolderTest, starts_at_the_same_time_give_whole_files)
 {
     const std::string large(3'000'000, 'x');
     install("a.txt", large);
@@ -147,7 +147,7 @@ TEST_F(WorkingFolderTest, StartsAtTheSameTimeGiveWholeFiles)
     EXPECT_EQ(own_files().size(), 4U) << "a file was left unfinished";
 }
 
-TEST_F(WorkingFolderTest, AFolderThatCannotBeMadeLeavesTheInstalledOneAndIsTold)
+TEST_F(WorkingFolderTest, a_folder_that_cannot_be_made_leaves_the_installed_one_and_is_told)
 {
     std::ofstream(own) << "a file in the way";
     const WorkingFolder folder = start();
@@ -156,7 +156,7 @@ TEST_F(WorkingFolderTest, AFolderThatCannotBeMadeLeavesTheInstalledOneAndIsTold)
     EXPECT_THAT(to_utf8(folder.trouble), HasSubstr("不能在其中保存"));
 }
 
-TEST_F(WorkingFolderTest, AFullDiskIsToldAndTheNextStartGoesOn)
+TEST_F(WorkingFolderTest, a_full_disk_is_told_and_the_next_start_goes_on)
 {
     install("a.txt", "short");
     install("b.txt", std::string(5000, 'x'));
@@ -173,7 +173,7 @@ TEST_F(WorkingFolderTest, AFullDiskIsToldAndTheNextStartGoesOn)
     EXPECT_EQ(home.read("tarvik/a.txt"), "changed");
 }
 
-TEST_F(WorkingFolderTest, AListThatCannotBeReadBringsNothingBack)
+TEST_F(WorkingFolderTest, a_list_that_cannot_be_read_brings_nothing_back)
 {
     start();
     fs::remove(own / "z5.xlsx");
@@ -183,7 +183,7 @@ TEST_F(WorkingFolderTest, AListThatCannotBeReadBringsNothingBack)
     EXPECT_FALSE(fs::exists(own / "z5.xlsx"));
 }
 
-TEST_F(WorkingFolderTest, AProgramAmongItsFilesStaysThereWhereItMayWrite)
+TEST_F(WorkingFolderTest, a_program_among_its_files_stays_there_where_it_may_write)
 {
     const fs::path unpacked = usr.path() / "unpacked";
     fs::create_directories(unpacked);
@@ -204,7 +204,7 @@ TEST_F(WorkingFolderTest, AProgramAmongItsFilesStaysThereWhereItMayWrite)
     EXPECT_THAT(own_files(), ElementsAre("3139.txt: a report"));
 }
 
-TEST_F(WorkingFolderTest, AHomeThatMayNotBeWrittenIsTold)
+TEST_F(WorkingFolderTest, a_home_that_may_not_be_written_is_told)
 {
     ::chmod(usr.path().c_str(), 0755);
     ::chmod(home.path().c_str(), 0555);
@@ -212,7 +212,7 @@ TEST_F(WorkingFolderTest, AHomeThatMayNotBeWrittenIsTold)
     ::chmod(home.path().c_str(), 0755);
 }
 
-TEST(UserDataFolder, IsTheOneThatTheUserNames)
+TEST(UserDataFolder, is_the_one_that_the_user_names)
 {
     const auto with = [](const char* data, const char* home) {
         return as_ordinary_user([=] {
