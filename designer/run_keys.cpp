@@ -1,6 +1,6 @@
 #include "designer/run_keys.h"
 
-#include "columns/table.h"
+#include "columns/columns.h"
 #include "office/keyed_scans.h"
 
 namespace tarvik {
