@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <map>
+#include <random>
 
 namespace tarvik::test {
 
@@ -203,6 +205,44 @@ TEST(Editing, a_list_is_the_same_whichever_of_its_rows_come_first)
                   }
                   every(sheet, first, first + 49, 1);
               }));
+}
+
+TEST(Editing, cells_hold_what_was_written_last_in_whatever_order)
+{
+    for (unsigned seed = 0; seed < 15; ++seed) {
+        WorkbookFile file(simple_parts("<row r=\"3\"><c r=\"B3\" t=\"s\"><v>0</v></c></row><row r=\"20\"/>"));
+        auto* workbook = &file.open();
+        std::map<std::pair<int, int>, Text> held{{{3, 2}, U"客户"}};
+        std::mt19937 random(seed);
+        const auto number = [&](int first, int last) { return std::uniform_int_distribution(first, last)(random); };
+        for (int step = 0, last_row = 3; step < 300; ++step) {
+            const int row = number(0, 3) > 0 ? last_row + number(0, 1) : number(4, 60), column = number(1, 4);
+            auto& sheet = workbook->worksheet(1);
+            const auto text = number(0, 5) == 0 ? Text() : U"文 " + number_text(number(1, 40)) + U" &";
+            switch (number(0, 19)) {
+            case 0:
+                workbook->save_as(U"另存.xlsx");
+                if (number(0, 1) == 0) workbook = &file.open(U"另存.xlsx");
+                break;
+            case 1:
+                sheet.clear(row, row + 3, 1, 2);
+                std::erase_if(held, [row](const auto& cell) {
+                    const auto [of_row, of_column] = cell.first;
+                    return of_row >= row && of_row <= row + 3 && of_column <= 2;
+                });
+                break;
+            case 2:
+            case 3: EXPECT_EQ(sheet.cell(row, column), (held[{row, column}])) << seed << ' ' << step; break;
+            default:
+                sheet.set_cell(row, column, text);
+                held[{row, column}] = text;
+                last_row = std::max(last_row, row);
+            }
+        }
+        workbook->save_as(U"另存.xlsx");
+        auto& saved = file.open(U"另存.xlsx").worksheet(1);
+        for (const auto& [place, text] : held) EXPECT_EQ(saved.cell(place.first, place.second), text) << seed;
+    }
 }
 
 TEST(Editing, a_list_that_was_saved_can_be_read_and_goes_on)
