@@ -1,6 +1,8 @@
 #include "office/libreoffice/plugin/held_file.h"
 
+#include <com/sun/star/beans/PropertyState.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -18,6 +20,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 namespace tarvik::libreoffice {
 
@@ -143,6 +146,61 @@ SheetContent read_sheet(const Sheet& sheet)
     return content;
 }
 
+bool is_filled_text(const CellValue& value)
+{
+    const auto* const text = std::get_if<Text>(&value);
+    return text && !text->empty();
+}
+
+/// The number formats of an area, to be put back. LibreOffice gives a cell the format of texts when it gets a text that
+/// reads like a number.
+class NumberFormats {
+public:
+    NumberFormats(const Sheet& sheet, const Area& area) { note(sheet, area); }
+
+    void put_back() const
+    {
+        for (const auto& [range, format] : parts_) {
+            const Reference<css::beans::XPropertySet> set(range, UNO_QUERY_THROW);
+            if (is_mixed(range) || set->getPropertyValue(name()) != format) set->setPropertyValue(name(), format);
+        }
+    }
+
+private:
+    using Range = Reference<css::table::XCellRange>;
+
+    static rtl::OUString name() { return rtl::OUString::createFromAscii("NumberFormat"); }
+
+    static bool is_mixed(const Range& range)
+    {
+        const Reference<css::beans::XPropertyState> state(range, UNO_QUERY_THROW);
+        return state->getPropertyState(name()) == css::beans::PropertyState_AMBIGUOUS_VALUE;
+    }
+
+    // Halves until each part has one format; columns first, since it is they that have formats of their own.
+    void note(const Sheet& sheet, const Area& area)
+    {
+        const auto range = range_of(sheet, area);
+        if (area.cells() == 1 || !is_mixed(range)) {
+            const Reference<css::beans::XPropertySet> set(range, UNO_QUERY_THROW);
+            parts_.emplace_back(range, set->getPropertyValue(name()));
+            return;
+        }
+        Area front = area, back = area;
+        if (area.columns() > 1) {
+            front.last_column = area.first_column + area.columns() / 2 - 1;
+            back.first_column = front.last_column + 1;
+        } else {
+            front.last_row = area.first_row + area.rows() / 2 - 1;
+            back.first_row = front.last_row + 1;
+        }
+        note(sheet, front);
+        note(sheet, back);
+    }
+
+    std::vector<std::pair<Range, Any>> parts_;
+};
+
 struct ToAny {
     Any operator()(double number) const { return Any(number); }
     Any operator()(const Text& text) const { return Any(to_uno(text)); }
@@ -200,8 +258,11 @@ public:
                                [](const CellValue& one) { return std::visit(ToAny(), one); });
                 value += columns;
             }
+            std::optional<NumberFormats> formats;
+            if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet_at(sheet), block.area);
             const Reference<css::sheet::XCellRangeData> data(range_of(sheet_at(sheet), block.area), UNO_QUERY_THROW);
             data->setDataArray(rows);
+            if (formats) formats->put_back();
         });
     }
 
@@ -210,8 +271,10 @@ public:
         translated([&] {
             const auto cell = cell_at(sheet, row, column);
             if (const auto* number = std::get_if<double>(&value)) return cell->setValue(*number);
+            const NumberFormats formats(sheet_at(sheet), {row, column, row, column});
             const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
             text->setString(to_uno(std::get<Text>(value)));
+            formats.put_back();
         });
     }
 

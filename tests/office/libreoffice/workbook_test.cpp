@@ -1,4 +1,5 @@
 #include "tests/office/libreoffice/office_fixture.h"
+#include "tests/support/python_reader.h"
 
 #include <fstream>
 
@@ -73,6 +74,23 @@ TEST_F(OfficeWorkbook, texts_stay_texts_through_every_format)
     }
     EXPECT_EQ(folder.read("u.xls").substr(0, 4), "\xd0\xcf\x11\xe0");
     EXPECT_EQ(folder.read("u.xlsx").substr(0, 2), "PK");
+}
+
+TEST_F(OfficeWorkbook, texts_that_read_like_numbers_leave_the_format_of_their_cell)
+{
+    make_workbook("t.xls", "<row r=\"1\"><c r=\"D1\"><v>1</v></c><c r=\"E1\" s=\"2\"><v>45352</v></c></row>"
+                           "<row r=\"2\"><c r=\"D2\" s=\"1\"><v>2</v></c><c r=\"E2\"><v>3</v></c></row>");
+    auto application = engines.create_spreadsheet();
+    auto& workbook = application->open(U"t.xls");
+    auto& sheet = workbook.worksheet(1);
+    const std::u32string_view texts[] = {U"007", U"2024-3-1", U"50%", U"TRUE"};
+    for (int place = 0; place < 4; ++place) sheet.set_cell(place / 2 + 1, place % 2 + 4, Text(texts[place]));
+    workbook.save_as(U"u.xlsx");
+    workbook.close(true);
+    const auto made = read_by_python("tests/office/spreadsheets/read_workbook.py", folder.path() / "u.xlsx");
+    for (const char* cell : {R"("D1", "s", "007", "General"])", R"("E1", "s", "2024-3-1", "m/d/yyyy"])",
+                             R"("D2", "s", "50%", "0.00\\元"])", R"("E2", "s", "TRUE", "General"])"})
+        EXPECT_NE(made.find(cell), std::string::npos) << cell << " is missing in\n" << made;
 }
 
 TEST_F(OfficeWorkbook, a_workbook_without_a_change_is_not_written)
