@@ -16,7 +16,6 @@ void show_frames(Form1& form1, bool visible)
     for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4}) frame->set_visible(visible);
 }
 
-// One mode's controls go before those of the other come: they share their places.
 void enter_analysis(Form1& form1)
 {
     form1.Command6.set_caption(U"还原默认");

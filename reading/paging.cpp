@@ -112,13 +112,11 @@ void next_page(Program& program)
 
 void go_to_page(Program& program)
 {
-    const double page = page_in_box(program);
-    if (page > program.form1.lastpage) {
-        program.form1.pageno = page;
-        return;
-    }
-    show_page(program, page);
-    if (!program.form1.RichTextBox1.empty()) mark_query(program, page_match_colour);
+    Form1& form1 = program.form1;
+    form1.pageno = page_in_box(program);
+    if (form1.pageno > form1.lastpage) return;
+    show_page(program, form1.pageno);
+    if (!form1.RichTextBox1.empty()) mark_query(program, page_match_colour);
 }
 
 } // namespace tarvik

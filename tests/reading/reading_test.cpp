@@ -62,6 +62,10 @@ TEST_F(Reading, odd_page_sizes_and_numbers_give_one_message)
         EXPECT_THROW(Command2_Click(program, 1), Failure) << to_utf8(page);
     }
     EXPECT_EQ(form1.pageno, 0);
+    form1.page_box().set_text(U"-3");
+    EXPECT_THROW(Command2_Click(program, 8), Failure);
+    EXPECT_EQ(form1.pageno, -3) << "the number that was asked for, as with one behind the last page";
+    EXPECT_EQ(form1.RichTextBox1.text(), U"abcd\r\n");
 }
 
 TEST_F(Reading, lines_of_other_systems_end_in_cr_lf)
