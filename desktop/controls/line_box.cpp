@@ -125,27 +125,17 @@ void LineBox::inputMethodEvent(QInputMethodEvent* event)
     event->accept();
 }
 
-void LineBox::post_mouse(EventKind kind, const QMouseEvent& event)
-{
-    if (const auto button = mouse_button(event.button())) {
-        Event posted{kind, box_};
-        posted.button = *button;
-        posted.ctrl = event.modifiers().testFlag(Qt::ControlModifier);
-        front_.queue.post(posted);
-    }
-}
-
 void LineBox::mousePressEvent(QMouseEvent* event)
 {
     pressed_ = event->button() == Qt::LeftButton;
     if (event->button() != Qt::RightButton) QLineEdit::mousePressEvent(event);
-    post_mouse(EventKind::MouseDown, *event);
+    post_mouse(front_, box_, EventKind::MouseDown, *event);
 }
 
 void LineBox::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::RightButton) QLineEdit::mouseReleaseEvent(event);
-    post_mouse(EventKind::MouseUp, *event);
+    post_mouse(front_, box_, EventKind::MouseUp, *event);
     const bool clicked = pressed_ && event->button() == Qt::LeftButton && rect().contains(event->pos());
     pressed_ = false;
     if (clicked) front_.queue.post({EventKind::Click, box_});
@@ -159,15 +149,8 @@ void LineBox::mouseDoubleClickEvent(QMouseEvent* event)
 
 void LineBox::contextMenuEvent(QContextMenuEvent* event)
 {
-    if (!context_menu_) {
-        QLineEdit::contextMenuEvent(event);
-        return;
-    }
-    event->accept();
-    if (event->reason() != QContextMenuEvent::Keyboard) return;
-    Event pressed{EventKind::MouseDown, box_};
-    pressed.button = MouseButton::Right;
-    front_.queue.post(pressed);
+    if (context_menu_) take_context_menu(front_, box_, *event);
+    else QLineEdit::contextMenuEvent(event);
 }
 
 } // namespace tarvik

@@ -25,7 +25,6 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    void post_mouse(EventKind kind, const QMouseEvent& event);
     void reach(char32_t key);
     void paste_text();
     void cut_model();

@@ -24,24 +24,15 @@ ButtonWidget::ButtonWidget(Front& front, Control& control, std::function<void()>
     connect(this, &QPushButton::clicked, this, [this] { front_.queue.post({EventKind::Click, control_}); });
 }
 
-void ButtonWidget::post_mouse(EventKind kind, Qt::MouseButton button)
-{
-    if (const auto known = mouse_button(button)) {
-        Event event{kind, control_};
-        event.button = *known;
-        front_.queue.post(event);
-    }
-}
-
 void ButtonWidget::mousePressEvent(QMouseEvent* event)
 {
     QPushButton::mousePressEvent(event);
-    post_mouse(EventKind::MouseDown, event->button());
+    post_mouse(front_, control_, EventKind::MouseDown, *event);
 }
 
 void ButtonWidget::mouseReleaseEvent(QMouseEvent* event)
 {
-    post_mouse(EventKind::MouseUp, event->button());
+    post_mouse(front_, control_, EventKind::MouseUp, *event);
     QPushButton::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton && clicked_by_mouse_) front_.queue.submit(clicked_by_mouse_);
 }

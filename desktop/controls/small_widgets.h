@@ -20,7 +20,6 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void post_mouse(EventKind kind, Qt::MouseButton button);
     Front& front_;
     Control& control_;
     std::function<void()> clicked_by_mouse_;

@@ -4,7 +4,23 @@
 
 #include <QKeyEvent>
 
+#include <optional>
+
 namespace tarvik {
+
+namespace {
+
+std::optional<MouseButton> mouse_button(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton: return MouseButton::Left;
+    case Qt::MiddleButton: return MouseButton::Middle;
+    case Qt::RightButton: return MouseButton::Right;
+    default: return std::nullopt;
+    }
+}
+
+} // namespace
 
 Text typed_characters(const QKeyEvent& event)
 {
@@ -33,6 +49,25 @@ void press_keys(Front& front, Control& control, TextView keys, const std::functi
             front.queue.send(event);
             if (!event.eaten && !front.program.ended) reach(key);
         });
+}
+
+void post_mouse(Front& front, Control& control, EventKind kind, const QMouseEvent& event)
+{
+    const auto button = mouse_button(event.button());
+    if (!button) return;
+    Event posted{kind, control};
+    posted.button = *button;
+    posted.ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+    front.queue.post(posted);
+}
+
+void take_context_menu(Front& front, Control& control, QContextMenuEvent& event)
+{
+    event.accept();
+    if (event.reason() != QContextMenuEvent::Keyboard) return;
+    Event pressed{EventKind::MouseDown, control};
+    pressed.button = MouseButton::Right;
+    front.queue.post(pressed);
 }
 
 } // namespace tarvik

@@ -3,9 +3,8 @@
 #include "desktop/front/front.h"
 #include "mainwindow/clipboard_events.h"
 
+#include <QContextMenuEvent>
 #include <QMouseEvent>
-
-#include <optional>
 
 namespace tarvik {
 
@@ -19,15 +18,12 @@ Text typed_characters(const QKeyEvent& event);
 /// which puts it into the control's text.
 void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach);
 
-/// The buttons that the program knows.
-inline std::optional<MouseButton> mouse_button(Qt::MouseButton button)
-{
-    switch (button) {
-    case Qt::LeftButton: return MouseButton::Left;
-    case Qt::MiddleButton: return MouseButton::Middle;
-    case Qt::RightButton: return MouseButton::Right;
-    default: return std::nullopt;
-    }
-}
+/// Puts `kind`, a press or a release of the mouse in a control, into the queue. Nothing for buttons that the program
+/// does not know.
+void post_mouse(Front& front, Control& control, EventKind kind, const QMouseEvent& event);
+
+/// Takes a call for the context menu. One that comes from the keyboard is a press of the right button; the mouse has
+/// told of its press already.
+void take_context_menu(Front& front, Control& control, QContextMenuEvent& event);
 
 } // namespace tarvik

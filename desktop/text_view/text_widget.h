@@ -99,8 +99,6 @@ private:
     void undo();
     void reach(char32_t key);
 
-    void post_mouse(EventKind kind, const QMouseEvent& event);
-
     Front& front_;
     const PaneFonts& fonts_;
     std::unique_ptr<ViewedText> text_;

@@ -1,7 +1,6 @@
 #include "desktop/front/input.h"
 #include "desktop/text_view/text_widget.h"
 
-#include <QContextMenuEvent>
 #include <QGuiApplication>
 #include <QScrollBar>
 #include <QStyleHints>
@@ -14,16 +13,6 @@ constexpr int drag_interval = 40; // milliseconds between two steps while the po
 constexpr int drag_columns = 24;  // pixels of a step sideways
 
 } // namespace
-
-void TextWidget::post_mouse(EventKind kind, const QMouseEvent& event)
-{
-    if (const auto button = mouse_button(event.button())) {
-        Event posted{kind, text_->control()};
-        posted.button = *button;
-        posted.ctrl = event.modifiers().testFlag(Qt::ControlModifier);
-        front_.queue.post(posted);
-    }
-}
 
 void TextWidget::mousePressEvent(QMouseEvent* event)
 {
@@ -38,7 +27,7 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
         front_.queue.submit(
             [this, place = event->position(), extend] { move_caret(area_.offset_at(place.x(), place.y()), extend); });
     }
-    post_mouse(EventKind::MouseDown, *event);
+    post_mouse(front_, text_->control(), EventKind::MouseDown, *event);
 }
 
 void TextWidget::mouseMoveEvent(QMouseEvent* event)
@@ -73,7 +62,7 @@ void TextWidget::mouseReleaseEvent(QMouseEvent* event)
         dragging_ = false;
         drag_timer_.stop();
     }
-    post_mouse(EventKind::MouseUp, *event);
+    post_mouse(front_, text_->control(), EventKind::MouseUp, *event);
     if (was_dragging) front_.queue.post({EventKind::Click, text_->control()});
 }
 
@@ -91,11 +80,7 @@ void TextWidget::mouseDoubleClickEvent(QMouseEvent* event)
 
 void TextWidget::contextMenuEvent(QContextMenuEvent* event)
 {
-    event->accept();
-    if (event->reason() != QContextMenuEvent::Keyboard) return;
-    Event pressed{EventKind::MouseDown, text_->control()};
-    pressed.button = MouseButton::Right;
-    front_.queue.post(pressed);
+    take_context_menu(front_, text_->control(), *event);
 }
 
 } // namespace tarvik

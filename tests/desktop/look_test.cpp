@@ -119,7 +119,7 @@ TEST_F(DesktopLook, the_model_and_the_window_agree_on_its_size)
 {
     start();
     const double opened = form1().window.width();
-    EXPECT_NEAR(opened, 14844, 1) << "the told opening size, whatever the screen";
+    EXPECT_NEAR(opened, 14844, 1) << "the opening size, whatever the screen";
     FormWindow& window = desktop->main_window();
     window.resize(window.width() * 2, window.height() * 2);
     QTest::qWait(1);
