@@ -39,8 +39,8 @@ Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     scroll_area_ = new_scroll_area(*this);
     ControlMaker maker(front, focus, layout_);
     FrameWidget& all = maker.frame(form4.Frame1, *scroll_area_->widget());
-    make_rows(maker, maker.frame(form4.Frame2, all), 0, 27);
-    make_rows(maker, maker.frame(form4.Frame3, all), 28, 49);
+    make_rows(maker, maker.frame(form4.Frame2, all), 0, Form4::first_dynamic);
+    make_rows(maker, maker.frame(form4.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
     maker.line_box(form4.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
     maker.line_box(form4.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
     maker.button(form4.Command1, FontRole::Button, all);
@@ -62,10 +62,10 @@ void Form4Window::make_help(ControlMaker& maker, FrameWidget& frame)
 }
 
 // Created in the order in which the Tab key goes through them.
-void Form4Window::make_rows(ControlMaker& maker, QWidget& frame, int first, int last)
+void Form4Window::make_rows(ControlMaker& maker, QWidget& frame, int first, int end)
 {
     Form4& form4 = front().program.form4;
-    for (int row = first; row < last; row += 2) {
+    for (int row = first; row < end; row += 2) {
         auto next = rows_.emplace_back().begin();
         for (auto* boxes : {&form4.Text1, &form4.Text2})
             for (const int index : {row, row + 1}) {

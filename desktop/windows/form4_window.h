@@ -35,7 +35,7 @@ private:
         QLabel& label;
         Place place; // in its area
     };
-    void make_rows(ControlMaker& maker, QWidget& frame, int first, int last);
+    void make_rows(ControlMaker& maker, QWidget& frame, int first, int end);
     void make_help(ControlMaker& maker, FrameWidget& frame);
     void place();
     void lay_help();
