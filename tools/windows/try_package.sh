@@ -33,31 +33,34 @@ all_dockets_in "$trial/by player" || fail "the player made $(dockets_in "$trial/
 ln -sfn "$trial/by window" "$WINEPREFIX/dosdevices/d:"
 sh "$wine" --end # what runs so far has no screen
 open_screen 1280x900
+# The windows on wine's screen cannot be told apart from outside: a step waits until the screen has not changed for so
+# many seconds, by more than a cursor, and keeps a picture of it.
+is_at_rest() {
+    import -window root "$work/before.png"
+    sleep "$1"
+    import -window root "$work/now.png"
+    { compare -metric AE "$work/before.png" "$work/now.png" null: 2>&1 || true; } | awk '{ exit $1 > 500 }'
+}
+picture() { # name seconds
+    wait_for is_at_rest "$2"
+    cp "$work/now.png" "$trial/$1.png"
+}
 sh "$wine" explorer.exe /desktop=tarvik,1280x900 tarvik.exe > "$trial/window.txt" 2>&1 &
-press() {
-    xdotool key "$@"
-    sleep 1
-}
-picture() {
-    import -window root "$trial/$1.png"
-}
 wait_for xdotool search --name Tarvik
-sleep 12 # the opening, and the window grows
-picture 1-start
-press ctrl+o
+picture 1-start 12 # the opening, and the window grows
+xdotool key ctrl+o
+picture 2-dialog 2
 xdotool type --delay 60 3139.txt
-press Return
-sleep 2
-picture 2-report
+xdotool key Return
+picture 3-report 2
 xdotool type --delay 60 'An docket'
-press Return # the run
-sleep 2
-picture 3-question
-press Return # the folder that is offered
-press Return # the question
+xdotool key Return # the run
+picture 4-folder 2
+xdotool key Return # the folder that is offered
+picture 5-question 2
+xdotool key Return
 wait_for all_dockets_in "$trial/by window"
-sleep 6
-picture 4-dockets
-cp "$trial/4-dockets.png" "$trial/../../tarvik-windows.png"
+picture 6-dockets 6
+cp "$trial/6-dockets.png" "$trial/../../tarvik-windows.png"
 diff -r "$trial/by player" "$trial/by window" || fail "the window's dockets are not the player's"
 echo "the archive: 27 dockets by the player, the same 27 by the window"
