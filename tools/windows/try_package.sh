@@ -33,31 +33,40 @@ all_dockets_in "$trial/by player" || fail "the player made $(dockets_in "$trial/
 ln -sfn "$trial/by window" "$WINEPREFIX/dosdevices/d:"
 sh "$wine" --end # what runs so far has no screen
 open_screen 1280x900
-# The windows on wine's screen cannot be told apart from outside: a step waits until the screen has not changed for so
-# many seconds, by more than a cursor, and keeps a picture of it.
+# The windows on wine's screen cannot be told apart from outside: each step waits until the screen has changed by more
+# than a cursor and then rests for so many seconds, and keeps a picture of it.
+differs() {
+    { compare -metric AE "$work/$1.png" "$work/now.png" null: 2>&1 || true; } | awk '{ exit !($1 > 500) }'
+}
+has_changed() {
+    import -window root "$work/now.png"
+    differs last
+}
 is_at_rest() {
     import -window root "$work/before.png"
     sleep "$1"
     import -window root "$work/now.png"
-    { compare -metric AE "$work/before.png" "$work/now.png" null: 2>&1 || true; } | awk '{ exit $1 > 500 }'
+    ! differs before
 }
 picture() { # name seconds
+    wait_for has_changed
     wait_for is_at_rest "$2"
-    cp "$work/now.png" "$trial/$1.png"
+    mv "$work/now.png" "$work/last.png"
+    cp "$work/last.png" "$trial/$1.png"
 }
+import -window root "$work/last.png"
 sh "$wine" explorer.exe /desktop=tarvik,1280x900 tarvik.exe > "$trial/window.txt" 2>&1 &
-wait_for xdotool search --name Tarvik
 picture 1-start 12 # the opening, and the window grows
 xdotool key ctrl+o
-picture 2-dialog 2
+picture 2-dialog 3
 xdotool type --delay 60 3139.txt
 xdotool key Return
-picture 3-report 2
+picture 3-report 3
 xdotool type --delay 60 'An docket'
 xdotool key Return # the run
-picture 4-folder 2
+picture 4-folder 3
 xdotool key Return # the folder that is offered
-picture 5-question 2
+picture 5-question 3
 xdotool key Return
 wait_for all_dockets_in "$trial/by window"
 picture 6-dockets 6
