@@ -17,6 +17,7 @@ namespace {
 constexpr int text_margin = 5; // between the query and its border, in pixels
 constexpr double edge = 120;   // twips between what the window holds and its edge
 constexpr double help_gap = 60, least_help = 3000;
+constexpr int rounding = 2; // pixels by which the window can be smaller than the sum of its parts
 
 QScrollArea* new_scroll_area(QWidget& parent)
 {
@@ -138,12 +139,15 @@ void Form4Window::place()
 {
     narrower_ = 0;
     const QSize full = size_needed();
-    const int bar = height() < full.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
-    narrower_ = std::clamp(scale_.twips(full.width() + bar - width()), 0.0, form4_.Label1.width() - least_help);
+    const int bar = height() + rounding < full.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    const double most = form4_.Label1.width() - least_help + scale_.twips(bar + rounding);
+    narrower_ = std::clamp(scale_.twips(full.width() + bar - width()), 0.0, most);
     lay_help();
     layout_.place(scale_);
     scroll_area_->setGeometry(rect());
-    scroll_area_->widget()->resize(size_needed().expandedTo(size() - QSize(bar, 0)));
+    const QSize needed = size_needed(), room = size() - QSize(bar, 0);
+    const auto length = [](int wanted, int there) { return wanted > there + rounding ? wanted : there; };
+    scroll_area_->widget()->resize(length(needed.width(), room.width()), length(needed.height(), room.height()));
 }
 
 void Form4Window::set_zoom()
