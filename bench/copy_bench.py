@@ -1,14 +1,14 @@
 #!/usr/bin/python3
-"""The view of 300,000 rows copied in the window, and pasted by another program, on a screen of its own; and as many rows,
-and a text of 50 MB, of another program pasted into the window's boxes.
+"""The view of 300,000 rows copied in the window, and pasted by another program, on a screen of its own; and as many
+rows, and a text of over 50 MB, of another program pasted into the window's boxes.
 
     copy_bench.py INSTALLATION        the folder of the window
 
 Tells the seconds from the key until the clipboard is the window's, the seconds until another program has got the text,
 the seconds until a box shows what was pasted, and the memory that the window takes at most, as a ratio to the bytes that
-are handed over. What must stay within
-the goal is the work of the window, the X server and the other program together, which is the time that passes where
-nothing else works on the machine; the time that did pass stands beside it. Ends with status 1 when a goal is missed.
+are handed over. What must stay within the goal is the work of the window, the X server and the other program together,
+which is the time that passes where nothing else works on the machine; the time that did pass stands beside it. Ends with
+status 1 when a goal is missed.
 """
 
 import ctypes
@@ -25,7 +25,7 @@ import time
 ROWS = 300_000
 COPY_GOAL, PASTE_GOAL = 1.0, 1.0  # seconds
 MEMORY_GOAL = 2.0  # of a copy
-LARGE_TEXT = 50_000_000  # bytes
+LARGE_TEXT, LARGE_GOAL = 50_000_000, 3.0  # bytes, seconds
 TURNS = 3  # of which the fastest counts
 STEP, PATIENCE, QUIET_STEPS = 0.005, 60, 40  # seconds, seconds, steps
 
@@ -197,11 +197,13 @@ def run(installation, folder, server):
         window.keys("F6")
         text = pathlib.Path(folder / "coclus.txt").read_text("gb18030")
         pasted = {}
-        for name, text in {f"{ROWS:,} rows": text, "a large text": (text * 9)[:LARGE_TEXT * 2 // 3]}.items():
-            path = folder / "pasted.txt"
-            path.write_text(text.replace("\r\n", "\n"), "utf-8")
-            pasted[name, path.stat().st_size] = paste_here(window, clipboard, installation.parent / "bin" / "clipboard-give",
-                                                           path)
+        rows = text.replace("\r\n", "\n").encode()
+        large = rows * (LARGE_TEXT // len(rows) + 1)
+        path = folder / "pasted.txt"
+        for name, goal, content in ((f"{ROWS:,} rows", PASTE_GOAL, rows), ("a large text", LARGE_GOAL, large)):
+            path.write_bytes(content)
+            pasted[name, goal, len(content)] = paste_here(window, clipboard,
+                                                          installation.parent / "bin" / "clipboard-give", path)
     finally:
         window.process.kill()
         window.process.wait()
@@ -214,11 +216,11 @@ def run(installation, folder, server):
         missed = missed or seconds > goal or memory / size > MEMORY_GOAL
         print(f"{what:18}{seconds:>16.2f}{goal:>6.1f}{passed:>8.2f}{memory / 1e6:>7.1f} MB{memory / size:>8.2f}"
               f"{MEMORY_GOAL:>6.1f}")
-    for (name, size), boxes in pasted.items():
+    for (name, goal, size), boxes in pasted.items():
         print(f"{name}, {size / 1e6:.1f} MB in UTF-8, pasted from another program")
         for where, (seconds, passed, memory) in boxes.items():
-            missed = missed or seconds > PASTE_GOAL
-            print(f"into {where:13}{seconds:>16.2f}{PASTE_GOAL:>6.1f}{passed:>8.2f}{memory / 1e6:>7.1f} MB"
+            missed = missed or seconds > goal
+            print(f"{where:18}{seconds:>16.2f}{goal:>6.1f}{passed:>8.2f}{memory / 1e6:>7.1f} MB"
                   f"{memory / size:>8.2f}")
     return 1 if missed else 0
 
