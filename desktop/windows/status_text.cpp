@@ -8,6 +8,7 @@
 #include "platform/failure.h"
 #include "platform/files/path_text.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QLocale>
 
@@ -68,6 +69,21 @@ QString real_path(const Program& program, TextView path)
     }
 }
 
+// The folder that holds all of them: sheets can lie in folders of their own. Empty where they lie on several drives.
+QString common_folder(const QStringList& files)
+{
+    QString folder = QFileInfo(files.front()).absolutePath();
+    for (const QString& file : files) {
+        const QString path = QDir::fromNativeSeparators(file);
+        while (!path.startsWith(folder.endsWith('/') ? folder : folder + '/')) {
+            const QString above = QFileInfo(folder).absolutePath();
+            if (above == folder) return {};
+            folder = above;
+        }
+    }
+    return folder;
+}
+
 Text first_line(const Pane& pane)
 {
     Text line = pane.content().slice(Position(), longest_heading_line).str();
@@ -120,12 +136,8 @@ RunEnd run_end(const Program& program, bool stopped)
     parts += QString("存了 %1 个文件").arg(run.files.size());
     for (const Text& file : run.files) end.details += real_path(program, file);
     if (!run.files.empty()) {
-        end.folder = QFileInfo(end.details.front()).absolutePath();
-        // Sheets can lie in folders of their own: the one that holds them all.
-        for (const QString& file : end.details)
-            while (!file.startsWith(end.folder + '/') && end.folder.size() > 1)
-                end.folder = QFileInfo(end.folder).absolutePath();
-        parts += "单击打开 " + end.folder;
+        end.folder = common_folder(end.details);
+        if (!end.folder.isEmpty()) parts += "单击打开 " + end.folder;
     }
     if (run.older_layouts > 0)
         parts += QString("框中已不是命令，%1 张改用旧版式，存在存储路径下").arg(run.older_layouts);

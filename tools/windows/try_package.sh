@@ -71,5 +71,7 @@ xdotool key Return
 wait_for all_dockets_in "$trial/by window"
 picture 6-dockets 6
 cp "$trial/6-dockets.png" "$trial/../../tarvik-windows.png"
+xdotool key F1 # the window still answers
+picture 7-manual 3
 diff -r "$trial/by player" "$trial/by window" || fail "the window's dockets are not the player's"
 echo "the archive: 27 dockets by the player, the same 27 by the window"
