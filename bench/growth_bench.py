@@ -43,8 +43,9 @@ def point(player, curve, size, start, folder):
     if curve.makes_files and made != size:
         sys.exit(f"{curve.name}: {size} {curve.unit} asked for, {made} made")
     least = best(spent)
-    user = max(0.0, min(map(user_time, spent)) - start)
-    return {"size": size, "user": user, "kernel": least.kernel, "peak": least.peak_mb}
+    # Which part of a run is the kernel's is known to a few milliseconds: where both count, their sum is the least of all runs.
+    user = user_time(least) if curve.makes_files else min(map(user_time, spent))
+    return {"size": size, "user": max(0.0, user - start), "kernel": least.kernel, "peak": least.peak_mb}
 
 
 def judged(curve, point):
