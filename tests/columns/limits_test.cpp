@@ -13,13 +13,20 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Messages = std::vector<std::string>;
 
-TEST(Limits, are_told_and_what_fits_is_kept)
+/// Opens a document with one row more than a table holds, all of them hits, and gives its text.
+Text open_a_row_too_many(ColumnDesk& desk)
 {
-    ColumnDesk desk;
     Text lines;
     for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
     desk.open_text(lines);
     desk.form1().query_box().set_text(U"|");
+    return lines;
+}
+
+TEST(Limits, are_told_and_what_fits_is_kept)
+{
+    ColumnDesk desk;
+    const Text lines = open_a_row_too_many(desk);
     EXPECT_EQ(query1(desk.program, U"|"), 0);
     EXPECT_EQ(desk.dialogs.take_messages(),
               Messages{"Tarvik 计算|目前，记录行已经超过软件所设定的阀值：300000条，请重试。"});
@@ -71,10 +78,7 @@ TEST(Limits, hold_for_a_document_of_one_line)
 TEST(Limits, the_scratch_file_ends_with_the_row_that_is_too_many)
 {
     ColumnDesk desk;
-    Text lines;
-    for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
-    desk.open_text(lines);
-    desk.form1().query_box().set_text(U"|");
+    const Text lines = open_a_row_too_many(desk);
     query1(desk.program, U"|");
     EXPECT_TRUE(desk.installation.read("betweenp.txt").ends_with("\t300000|\t\r\n\t\t\r\n"));
     desk.open_text(lines + U"one more|\r\n and another|\r\n");
