@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
+#include <algorithm>
 #include <memory>
 
 namespace tarvik {
@@ -63,7 +64,8 @@ void LineBox::paste_text()
     Text text = front_.program.platform.clipboard.text();
     while (!text.empty() && (text.back() == U'\n' || text.back() == U'\r')) text.pop_back();
     show_model();
-    const std::size_t room = most_characters - (box_.text().size() - box_.selection().length);
+    const std::size_t kept = std::min(box_.text().size() - box_.selection().length, most_characters);
+    const std::size_t room = most_characters - kept;
     if (text.size() > room) front_.program.notice = Text(too_long);
     if (!text.empty()) insert(to_qt(TextView(text).substr(0, room)));
 }

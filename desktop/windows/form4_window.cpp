@@ -36,17 +36,16 @@ Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
       main_window_(main_window), layout_([this](const Control& control) { return fitted(control); }),
       preview_(front, *this)
 {
-    Form4& form4 = form4_;
     scroll_area_ = new_scroll_area(*this);
     ControlMaker maker(front, focus, layout_);
-    FrameWidget& all = maker.frame(form4.Frame1, *scroll_area_->widget());
-    make_rows(maker, maker.frame(form4.Frame2, all), 0, Form4::first_dynamic);
-    make_rows(maker, maker.frame(form4.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
-    maker.line_box(form4.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
-    maker.line_box(form4.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
-    maker.button(form4.Command1, FontRole::Button, all);
-    maker.button(form4.Command2, FontRole::Button, all);
-    maker.button(form4.Command3, FontRole::Button, all);
+    FrameWidget& all = maker.frame(form4_.Frame1, *scroll_area_->widget());
+    make_rows(maker, maker.frame(form4_.Frame2, all), 0, Form4::first_dynamic);
+    make_rows(maker, maker.frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
+    maker.line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
+    maker.line_box(form4_.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
+    maker.button(form4_.Command1, FontRole::Button, all);
+    maker.button(form4_.Command2, FontRole::Button, all);
+    maker.button(form4_.Command3, FontRole::Button, all);
     make_help(maker, all);
     // The wheel reaches the areas.
     for (QWidget* widget : scroll_area_->widget()->findChildren<QWidget*>())
