@@ -1,7 +1,7 @@
 #pragma once
 
-#include "office/engines.h"
 #include "platform/files/files.h"
+#include "runs/engines.h"
 
 #include <functional>
 #include <string>

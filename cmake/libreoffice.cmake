@@ -3,7 +3,7 @@
 set(TARVIK_LIBREOFFICE AUTO CACHE STRING "Build the plugin for LibreOffice: ON, OFF, or AUTO where its SDK is found")
 set_property(CACHE TARVIK_LIBREOFFICE PROPERTY STRINGS AUTO ON OFF)
 
-# tarvik_libreoffice_plugin(folder): tarvik-libreoffice.so in `folder`, from the sources in office/libreoffice/plugin/.
+# tarvik_libreoffice_plugin(folder): tarvik-libreoffice.so in `folder`, from the sources in engines/libreoffice/plugin/.
 function(tarvik_libreoffice_plugin folder)
   if(NOT TARVIK_LIBREOFFICE STREQUAL "AUTO" AND NOT TARVIK_LIBREOFFICE)
     return()
@@ -33,7 +33,7 @@ function(tarvik_libreoffice_plugin folder)
     VERBATIM)
   add_custom_target(libreoffice_headers DEPENDS ${headers}/made)
 
-  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/office/libreoffice/plugin/*.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/engines/libreoffice/plugin/*.cpp)
   add_library(tarvik-libreoffice MODULE ${sources})
   add_dependencies(tarvik-libreoffice libreoffice_headers)
   target_compile_definitions(tarvik-libreoffice PRIVATE LINUX UNX GCC CPPU_ENV=gcc3

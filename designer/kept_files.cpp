@@ -2,10 +2,10 @@
 
 #include "columns/boxes.h"
 #include "designer/design/transfers.h"
-#include "office/batch_runner.h"
-#include "office/folder_walk.h"
-#include "office/sheet_path.h"
 #include "platform/text/code_page.h"
+#include "runs/batch_runner.h"
+#include "runs/folder_walk.h"
+#include "runs/sheet_path.h"
 
 #include <set>
 #include <unordered_map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/report_commands.h"
+#include "runs/report_commands.h"
 
 /// "An keptfile": moves the files whose names hold values of a column of the open document to the output folder.
 namespace tarvik {

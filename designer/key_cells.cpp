@@ -3,9 +3,9 @@
 #include "designer/design/design.h"
 #include "designer/design/transfers.h"
 #include "designer/source_folder.h"
-#include "office/folder_walk.h"
-#include "office/sheet_path.h"
-#include "office/tasks.h"
+#include "runs/folder_walk.h"
+#include "runs/sheet_path.h"
+#include "runs/tasks.h"
 
 #include <algorithm>
 #include <unordered_map>

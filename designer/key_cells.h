@@ -1,7 +1,7 @@
 #pragma once
 
-#include "office/batch_runner.h"
-#include "office/report_commands.h"
+#include "runs/batch_runner.h"
+#include "runs/report_commands.h"
 
 /// "An Excelfile": the key cells of many spreadsheets are looked up in the table, and the rows that they equal fill
 /// other cells of those spreadsheets.

@@ -4,9 +4,9 @@
 #include "designer/run_keys.h"
 #include "designer/source_folder.h"
 #include "mainwindow/installation_files.h"
-#include "office/folder_walk.h"
-#include "office/sheet_path.h"
-#include "office/tasks.h"
+#include "runs/folder_walk.h"
+#include "runs/sheet_path.h"
+#include "runs/tasks.h"
 
 namespace tarvik {
 

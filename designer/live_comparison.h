@@ -1,7 +1,7 @@
 #pragma once
 
-#include "office/batch_runner.h"
-#include "office/report_commands.h"
+#include "runs/batch_runner.h"
+#include "runs/report_commands.h"
 
 /// "An tomation" and "An Sesame Open": files that exist already are picked by the key in their names and filled as the
 /// design says; copies of them go to the output folder.

@@ -5,7 +5,7 @@
 #include "designer/design/design.h"
 #include "designer/design/transfers.h"
 #include "mainwindow/installation_files.h"
-#include "office/tasks.h"
+#include "runs/tasks.h"
 
 #include <algorithm>
 #include <unordered_set>

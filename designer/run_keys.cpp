@@ -1,7 +1,7 @@
 #include "designer/run_keys.h"
 
 #include "columns/columns.h"
-#include "office/keyed_scans.h"
+#include "runs/keyed_scans.h"
 
 namespace tarvik {
 

@@ -1,6 +1,6 @@
 #include "designer/source_folder.h"
 
-#include "office/folder_walk.h"
+#include "runs/folder_walk.h"
 
 namespace tarvik {
 

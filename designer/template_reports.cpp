@@ -3,8 +3,8 @@
 #include "designer/design/transfers.h"
 #include "designer/run_keys.h"
 #include "mainwindow/installation_files.h"
-#include "office/sheet_path.h"
-#include "office/tasks.h"
+#include "runs/sheet_path.h"
+#include "runs/tasks.h"
 
 namespace tarvik {
 

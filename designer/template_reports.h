@@ -1,7 +1,7 @@
 #pragma once
 
-#include "office/batch_runner.h"
-#include "office/report_commands.h"
+#include "runs/batch_runner.h"
+#include "runs/report_commands.h"
 
 /// "An testsesame A" and "B": a copy of a template for each key, filled as the design in the designer's boxes says.
 namespace tarvik {

@@ -2,8 +2,8 @@
 
 #include "desktop/look/qt_text.h"
 #include "desktop/windows/shortcuts.h"
-#include "office/batch_runner.h"
-#include "office/engines.h"
+#include "runs/batch_runner.h"
+#include "runs/engines.h"
 
 #include <QApplication>
 #include <QScreen>

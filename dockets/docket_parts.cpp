@@ -2,8 +2,8 @@
 
 #include "columns/columns.h"
 #include "mainwindow/installation_files.h"
-#include "office/blanking.h"
-#include "office/keyed_scans.h"
+#include "runs/blanking.h"
+#include "runs/keyed_scans.h"
 
 namespace tarvik {
 

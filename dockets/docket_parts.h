@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/tasks.h"
+#include "runs/tasks.h"
 
 /// What the two dockets share, "An docket" with its fixed cells and "An testdocket" with those of a design.
 namespace tarvik {

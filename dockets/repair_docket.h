@@ -1,7 +1,7 @@
 #pragma once
 
-#include "office/batch_runner.h"
-#include "office/report_commands.h"
+#include "runs/batch_runner.h"
+#include "runs/report_commands.h"
 
 /// The docket that a customer gets for each goods receipt: how many devices came back, and a list of those out of
 /// warranty.

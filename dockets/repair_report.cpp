@@ -3,8 +3,8 @@
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
-#include "office/keyed_scans.h"
 #include "platform/files/file_name.h"
+#include "runs/keyed_scans.h"
 
 namespace tarvik {
 

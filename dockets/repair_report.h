@@ -1,7 +1,7 @@
 #pragma once
 
-#include "office/batch_runner.h"
-#include "office/report_commands.h"
+#include "runs/batch_runner.h"
+#include "runs/report_commands.h"
 
 /// The report on a device that is beyond repair, as a document with its picture.
 namespace tarvik {

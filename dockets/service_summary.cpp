@@ -3,7 +3,7 @@
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
-#include "office/batch_runner.h"
+#include "runs/batch_runner.h"
 
 namespace tarvik {
 

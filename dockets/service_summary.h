@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/report_commands.h"
+#include "runs/report_commands.h"
 
 /// The summary of all devices of the house's own make in the open report.
 namespace tarvik {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
-#include "office/sheet_path.h"
-#include "office/tasks.h"
+#include "runs/sheet_path.h"
+#include "runs/tasks.h"
 
 #include <span>
 

@@ -12,8 +12,8 @@
 #include "dockets/service_list.h"
 #include "dockets/service_summary.h"
 #include "dockets/test_docket.h"
-#include "office/character_list.h"
-#include "office/label_list.h"
+#include "lists/character_list.h"
+#include "lists/label_list.h"
 #include "repair_rules/repair_commands.h"
 
 #include <array>

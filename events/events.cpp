@@ -6,8 +6,8 @@
 #include "designer/preview.h"
 #include "events/commands.h"
 #include "events/query_box_keys.h"
-#include "office/batch_runner.h"
 #include "reading/reading.h"
+#include "runs/batch_runner.h"
 
 #include <new>
 

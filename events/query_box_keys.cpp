@@ -2,7 +2,7 @@
 
 #include "columns/keys.h"
 #include "events/commands.h"
-#include "office/page_box.h"
+#include "printing/page_box.h"
 #include "reading/reading.h"
 
 namespace tarvik {

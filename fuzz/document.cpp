@@ -1,5 +1,5 @@
+#include "engines/documents/document_model.h"
 #include "fuzz/package_input.h"
-#include "office/documents/document_model.h"
 
 using namespace tarvik;
 using namespace tarvik::ooxml;

@@ -1,6 +1,6 @@
+#include "engines/spreadsheets/sheet_look.h"
+#include "engines/spreadsheets/workbook_model.h"
 #include "fuzz/package_input.h"
-#include "office/spreadsheets/sheet_look.h"
-#include "office/spreadsheets/workbook_model.h"
 
 using namespace tarvik;
 using namespace tarvik::ooxml;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "engines/automation.h"
 #include "mainwindow/control.h"
 #include "mainwindow/pane.h"
-#include "office/automation.h"
 #include "platform/platform.h"
 
 #include <array>

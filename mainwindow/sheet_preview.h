@@ -1,7 +1,7 @@
 #pragma once
 
+#include "engines/sheet_picture.h"
 #include "mainwindow/control.h"
-#include "office/sheet_picture.h"
 
 namespace tarvik {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/engines.h"
+#include "runs/engines.h"
 
 #include <chrono>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "playback/session.h"
 
-#include "office/engines.h"
+#include "runs/engines.h"
 
 namespace tarvik {
 

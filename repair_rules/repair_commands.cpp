@@ -1,10 +1,10 @@
 #include "repair_rules/repair_commands.h"
 
-#include "office/batch_runner.h"
-#include "office/folder_walk.h"
-#include "office/sheet_path.h"
-#include "office/tasks.h"
 #include "repair_rules/sheets.h"
+#include "runs/batch_runner.h"
+#include "runs/folder_walk.h"
+#include "runs/sheet_path.h"
+#include "runs/tasks.h"
 
 #include <cmath>
 

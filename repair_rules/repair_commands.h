@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/report_commands.h"
+#include "runs/report_commands.h"
 
 /// The commands that bring the records of the open report into all sheets of a folder. The user picks any file of the
 /// folder; without one nothing happens. A sheet with a line that met a record is saved under outfolder, its name begun

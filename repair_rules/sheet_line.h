@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/automation.h"
+#include "engines/automation.h"
 
 #include <array>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/automation.h"
+#include "engines/automation.h"
 #include "repair_rules/records.h"
 
 /// Brings the records into a sheet of the department: one device a line from row 12 on, its repair number in column 1

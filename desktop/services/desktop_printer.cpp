@@ -1,8 +1,8 @@
 #include "desktop/services/desktop_printer.h"
 
 #include "desktop/services/default_printer.h"
-#include "office/libreoffice/exchange_folder.h"
-#include "office/packages/damage.h"
+#include "engines/libreoffice/exchange_folder.h"
+#include "engines/packages/damage.h"
 #include "platform/files/disk_file.h"
 #include "platform/files/file_failure.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/libreoffice/libreoffice.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "platform/platform.h"
 
 namespace tarvik {

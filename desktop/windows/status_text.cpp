@@ -4,9 +4,9 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/columns.h"
 #include "desktop/windows/command_list.h"
-#include "office/batch_runner.h"
 #include "platform/failure.h"
 #include "platform/files/path_text.h"
+#include "runs/batch_runner.h"
 
 #include <QDir>
 #include <QFileInfo>

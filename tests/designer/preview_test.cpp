@@ -1,5 +1,5 @@
+#include "engines/spreadsheets/engine.h"
 #include "events/events.h"
-#include "office/spreadsheets/engine.h"
 #include "tests/support/places.h"
 #include "tests/support/test_program.h"
 

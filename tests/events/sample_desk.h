@@ -1,6 +1,6 @@
 #pragma once
 
-#include "office/engines.h"
+#include "runs/engines.h"
 #include "tests/support/faulty_office.h"
 #include "tests/support/test_program.h"
 

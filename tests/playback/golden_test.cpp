@@ -78,8 +78,8 @@ std::string files_told(const fs::path& root)
     if (files.empty()) return told;
     const bool is_document = files[0].ends_with(".doc");
     return told + "the first of them:\n" +
-           test::read_by_python(is_document ? "tests/office/documents/read_document.py"
-                                            : "tests/office/spreadsheets/read_workbook.py",
+           test::read_by_python(is_document ? "tests/engines/documents/read_document.py"
+                                            : "tests/engines/spreadsheets/read_workbook.py",
                                 root / "d" / files[0]);
 }
 

@@ -1,4 +1,4 @@
-#include "office/spreadsheets/engine.h"
+#include "engines/spreadsheets/engine.h"
 #include "tests/support/places.h"
 #include "tests/support/test_program.h"
 

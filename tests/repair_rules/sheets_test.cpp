@@ -1,6 +1,6 @@
 #include "repair_rules/sheets.h"
 
-#include "tests/office/spreadsheets/workbook_file.h"
+#include "tests/engines/spreadsheets/workbook_file.h"
 #include "tests/repair_rules/random_lines.h"
 
 #include <gtest/gtest.h>

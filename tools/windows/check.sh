@@ -8,7 +8,7 @@ sh tools/windows/build_libraries.sh
 cmake --preset windows-check
 cmake --build --preset windows-check
 headers=$(x86_64-w64-mingw32-g++-posix -print-file-name=include)
-git ls-files 'office/windows/*.cpp' | xargs -P 2 -n 2 sh -c 'headers=$1; shift; clang-tidy -quiet "$@" -- -std=c++20 -I. \
+git ls-files 'engines/suite/*.cpp' | xargs -P 2 -n 2 sh -c 'headers=$1; shift; clang-tidy -quiet "$@" -- -std=c++20 -I. \
     --target=x86_64-w64-mingw32 -nostdinc++ -isystem "$headers/c++" -isystem "$headers/c++/x86_64-w64-mingw32" \
     -isystem /usr/x86_64-w64-mingw32/include' sh "$headers" > build/windows/clang-tidy.txt 2>&1 || {
     grep -E '(warning|error):' -A 4 build/windows/clang-tidy.txt || tail -n 40 build/windows/clang-tidy.txt

@@ -14,8 +14,8 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 GOLDEN = ROOT / "tests/playback/golden"
 SHIPPED = ROOT / "installation"
 WINE = ROOT / "tools/windows/wine.sh"
-READERS = {".doc": "tests/office/documents/read_document.py"}
-READER = "tests/office/spreadsheets/read_workbook.py"
+READERS = {".doc": "tests/engines/documents/read_document.py"}
+READER = "tests/engines/spreadsheets/read_workbook.py"
 # Debian's own interpreter is the one that has Debian's packages.
 PYTHON = "/usr/bin/python3" if pathlib.Path("/usr/bin/python3").exists() else sys.executable
 

@@ -1,0 +1,147 @@
+#include "engines/libreoffice/document.h"
+
+#include "engines/documents/picture_file.h"
+#include "engines/libreoffice/required_kind.h"
+#include "engines/packages/damage.h"
+#include "platform/files/file_name.h"
+
+#include <algorithm>
+
+namespace tarvik::libreoffice {
+
+namespace {
+
+/// The names of the formats that a document is saved in again; an older binary one becomes the newest of them.
+constexpr const char* package_filter = "MS Word 2007 XML";
+constexpr const char* binary_filter = "MS Word 97";
+
+template <typename Work>
+decltype(auto) naming_document(TextView path, Work&& work)
+{
+    return ooxml::naming_file(U"文档", path, std::forward<Work>(work));
+}
+
+/// CR LF, CR and LF break the line; of the other control characters only the tabulator has a meaning.
+Text cell_text(TextView told)
+{
+    Text made;
+    for (std::size_t i = 0; i < told.size(); ++i) {
+        const char32_t character = told[i];
+        const bool is_half = character == U'\r' && i + 1 < told.size() && told[i + 1] == U'\n';
+        if (is_half) continue;
+        if (character == U'\r' || character == U'\v') made += U'\n';
+        else if (character >= U' ' || character == U'\n' || character == U'\t') made += character;
+    }
+    return made;
+}
+
+void require_table(OpenDocument& document)
+{
+    if (!document.has_table()) throw ooxml::Damage(U"文档中没有表格。");
+}
+
+[[noreturn]] void refuse_cell(int row, int column)
+{
+    throw ooxml::Damage(U"第一个表格没有第 " + number_text(row) + U" 行、第 " + number_text(column) + U" 列的单元格。");
+}
+
+/// The picture's own size in 1/100 mm, smaller where the room asks for it.
+Size fitting(const ooxml::Picture& picture, Size room)
+{
+    constexpr double inch = 2540;
+    const double width = picture.width * inch, height = picture.height * inch;
+    const double scale = std::min({1.0, room.width / width, room.height / height});
+    const auto length = [scale](double whole) { return std::max(1, static_cast<int>(whole * scale)); };
+    return {length(width), length(height)};
+}
+
+} // namespace
+
+OfficeDocument::OfficeDocument(LibreOffice& office, Files& files, Printer& printer, Text path)
+    : files_(files), printer_(printer), path_(std::move(path))
+{
+    naming_document(path_, [&] { open(office); });
+}
+
+void OfficeDocument::open(LibreOffice& office)
+{
+    const auto bytes = files_.read(path_);
+    require_kind(bytes, FileKind::Document);
+    const bool is_package = file_kind(bytes) == FileKind::Package;
+    folder_.emplace(office.folder());
+    auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
+    filter_ = is_package ? package_filter : binary_filter;
+    file_.emplace(std::move(file));
+}
+
+void OfficeDocument::set_visible(bool visible)
+{
+    if (!file_) return;
+    naming_document(path_, [&] { file_->call([&](OpenDocument& opened) { opened.set_visible(visible); }); });
+}
+
+Handle<OpenDocument>& OfficeDocument::file()
+{
+    if (!file_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
+    return *file_;
+}
+
+void OfficeDocument::set_cell_text(int row, int column, TextView text)
+{
+    auto& opened = file();
+    naming_document(path_, [&] {
+        const auto written = cell_text(text);
+        opened.call([&](OpenDocument& document) {
+            require_table(document);
+            if (!document.set_cell_text(row, column, written)) refuse_cell(row, column);
+        });
+    });
+}
+
+void OfficeDocument::add_picture(int row, int column, TextView path)
+{
+    auto& opened = file();
+    const auto picture = ooxml::read_picture_file(files_, path);
+    naming_document(path_, [&] {
+        const auto copy = folder_->put("picture" + std::to_string(++pictures_), picture.contents);
+        opened.call([&](OpenDocument& document) {
+            require_table(document);
+            const auto room = document.room_in_cell(row, column);
+            if (!room) refuse_cell(row, column);
+            document.add_picture(row, column, copy, fitting(picture.picture, *room));
+        });
+    });
+}
+
+std::string OfficeDocument::stored()
+{
+    const auto copy = folder_->place("written");
+    file().call([&](OpenDocument& document) { document.store(copy, filter_); });
+    return folder_->take("written");
+}
+
+void OfficeDocument::save_as(TextView path)
+{
+    file();
+    const auto bytes = naming_document(path_, [&] { return stored(); });
+    files_.replace(path, bytes);
+    path_ = path.str();
+}
+
+void OfficeDocument::print_out()
+{
+    file();
+    const auto name = split_path(path_).name;
+    const ExchangeFolder folder(folder_->place("printed"));
+    const auto copy = naming_document(path_, [&] { return folder.put(to_utf8(name), stored()); });
+    printer_.print(copy, name);
+}
+
+void OfficeDocument::close()
+{
+    file_.reset();
+    folder_.reset();
+}
+
+} // namespace tarvik::libreoffice

@@ -1,0 +1,56 @@
+#include "engines/libreoffice/engine.h"
+
+#include "engines/libreoffice/document.h"
+#include "engines/libreoffice/workbook.h"
+
+namespace tarvik {
+
+namespace {
+
+/// An application whose files are of type `Opened`, behind the interfaces of an application and its file.
+template <typename Application, typename File, typename Opened>
+class OfficeApplication final : public Application {
+public:
+    OfficeApplication(libreoffice::LibreOffice& office, Files& files, Printer& printer)
+        : office_(office), files_(files), printer_(printer)
+    {
+    }
+
+    void set_visible(bool visible) override
+    {
+        is_visible_ = visible;
+        for (const auto& file : opened_) file->set_visible(visible);
+    }
+
+    File& open(TextView path) override
+    {
+        opened_.push_back(std::make_unique<Opened>(office_, files_, printer_, path.str()));
+        if (is_visible_) opened_.back()->set_visible(true);
+        return *opened_.back();
+    }
+
+    void quit() override { opened_.clear(); }
+
+private:
+    libreoffice::LibreOffice& office_;
+    Files& files_;
+    Printer& printer_;
+    std::vector<std::unique_ptr<Opened>> opened_;
+    bool is_visible_ = false;
+};
+
+} // namespace
+
+std::unique_ptr<SpreadsheetApplication> LibreOfficeEngines::create_spreadsheet()
+{
+    return std::make_unique<OfficeApplication<SpreadsheetApplication, Workbook, libreoffice::OfficeWorkbook>>(
+        office_, files_, printer_);
+}
+
+std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
+{
+    return std::make_unique<OfficeApplication<DocumentApplication, TextDocument, libreoffice::OfficeDocument>>(
+        office_, files_, printer_);
+}
+
+} // namespace tarvik

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "engines/automation.h"
+#include "engines/libreoffice/libreoffice.h"
+#include "platform/platform.h"
+
+namespace tarvik {
+
+/// The engine that has LibreOffice do the work: workbooks in .xls, .xlsx and .xlsm, binary documents and packages.
+/// LibreOffice works on copies of its own; the files are read and replaced as a whole. `office`, `files` and `printer`
+/// must outlive the engines.
+class LibreOfficeEngines final : public OfficeEngines {
+public:
+    LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer)
+        : office_(office), files_(files), printer_(printer)
+    {
+    }
+
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
+    std::unique_ptr<DocumentApplication> create_document() override;
+
+private:
+    libreoffice::LibreOffice& office_;
+    Files& files_;
+    Printer& printer_;
+};
+
+} // namespace tarvik

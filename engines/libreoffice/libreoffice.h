@@ -1,0 +1,117 @@
+#pragma once
+
+#include "engines/libreoffice/load_plugin.h"
+#include "engines/libreoffice/office_process.h"
+#include "engines/libreoffice/worker.h"
+#include "engines/packages/temporary_folder.h"
+
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <type_traits>
+
+namespace tarvik::libreoffice {
+
+struct Settings {
+    /// Called some twenty times a second while the caller waits for LibreOffice, with the time waited so far.
+    std::function<void(Worker::Time waited)> meanwhile{};
+    std::filesystem::path plugin = usual_plugin_file();
+    Worker::Time start_limit{60'000}, call_limit{60'000};
+    std::function<Worker::Clock::time_point()> clock = Worker::Clock::now; ///< that the limits are measured by
+    Worker::Time until_rest{300'000};                                      ///< an idle process is ended then
+    int most_files = 300; ///< a process that has opened so many is replaced: its memory grows with each
+};
+
+template <typename Kind>
+class Handle;
+
+/// The one hidden LibreOffice of a run: started when first needed, watched, replaced when it dies or hangs, ended with
+/// the object or when it is idle. Every failure is Damage.
+class LibreOffice {
+public:
+    explicit LibreOffice(Settings settings = {});
+    ~LibreOffice();
+    LibreOffice(const LibreOffice&) = delete;
+    LibreOffice& operator=(const LibreOffice&) = delete;
+
+    /// A null file inside of the handle where LibreOffice takes the file for something else or cannot read it.
+    Handle<OpenWorkbook> open_workbook(const std::filesystem::path& path);
+    Handle<OpenDocument> open_document(const std::filesystem::path& path);
+    Handle<OpenFile> open(const std::filesystem::path& path);
+
+    /// A folder for files that pass between the program and LibreOffice.
+    const std::filesystem::path& folder();
+    /// The process group; none before the start and after the end.
+    std::optional<pid_t> process_group();
+
+private:
+    template <typename Kind>
+    friend class Handle;
+
+    struct Session {
+        explicit Session(std::unique_ptr<OfficeProcess> started) : process(std::move(started)) {}
+        std::unique_ptr<OfficeProcess> process;
+        std::unique_ptr<Connection> connection;
+        int files_opened = 0;
+        std::atomic<int> files_open = 0; ///< the thread looks at it, too
+    };
+
+    template <typename Kind>
+    Handle<Kind> open_by(std::unique_ptr<Kind> (Connection::*open)(const std::filesystem::path&),
+                         const std::filesystem::path& path);
+    std::shared_ptr<Session> session_for_file();
+    std::shared_ptr<Session> start();
+    bool is_current(const Session& session);
+    void connect(Session& session, Plugin& plugin);
+    void run(Session& session, const std::function<void()>& work, Worker::Time limit);
+    void end(const Session& session);
+    void drop_session();
+    bool rest();
+
+    Settings settings_;
+    std::optional<ooxml::TemporaryFolder> folder_;
+    std::mutex mutex_; ///< of the two below: the thread ends an idle session
+    std::shared_ptr<Session> session_;
+    std::chrono::steady_clock::time_point last_use_;
+    std::optional<Worker> worker_;
+};
+
+/// A file that LibreOffice holds open. A call on a file whose process is gone is Damage.
+template <typename Kind>
+class Handle {
+public:
+    Handle(LibreOffice& office, std::shared_ptr<LibreOffice::Session> session, std::unique_ptr<Kind> file)
+        : office_(&office), session_(std::move(session)), file_(std::move(file))
+    {
+    }
+    ~Handle() { close(); }
+    Handle(Handle&& other) noexcept = default;
+    Handle& operator=(Handle&&) = delete;
+
+    explicit operator bool() const noexcept { return file_ != nullptr; }
+
+    template <typename Work>
+    std::invoke_result_t<Work, Kind&> call(Work&& work)
+    {
+        using Result = std::invoke_result_t<Work, Kind&>;
+        if constexpr (std::is_void_v<Result>) {
+            office_->run(
+                *session_, [&] { work(*file_); }, office_->settings_.call_limit);
+        } else {
+            std::optional<Result> result;
+            office_->run(
+                *session_, [&] { result.emplace(work(*file_)); }, office_->settings_.call_limit);
+            return std::move(*result);
+        }
+    }
+
+    /// Unsaved.
+    void close() noexcept;
+
+private:
+    LibreOffice* office_;
+    std::shared_ptr<LibreOffice::Session> session_;
+    std::unique_ptr<Kind> file_;
+};
+
+} // namespace tarvik::libreoffice

@@ -1,0 +1,58 @@
+#include "engines/libreoffice/plugin/held_file.h"
+
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/view/XPrintable.hpp>
+
+namespace tarvik::libreoffice {
+
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+
+namespace {
+
+template <typename Value>
+Value value_named(const Properties& list, const char* name)
+{
+    Value value{};
+    for (const auto& one : list)
+        if (one.Name.equalsAscii(name)) one.Value >>= value;
+    return value;
+}
+
+} // namespace
+
+std::string filter_of(const Model& model)
+{
+    return to_bytes(value_named<rtl::OUString>(model->getArgs(), "FilterName"));
+}
+
+void store_copy(const Model& model, const std::filesystem::path& path, const std::string& filter)
+{
+    const Reference<css::frame::XStorable> storable(model, UNO_QUERY_THROW);
+    storable->storeToURL(file_url(path),
+                         properties({property("FilterName", to_uno(filter)), property("Overwrite", true)}));
+}
+
+// A printer that is not there is passed over without a word, so what was set is read back.
+void print_model(const Model& model, const std::string& printer)
+{
+    const Reference<css::view::XPrintable> printable(model, UNO_QUERY_THROW);
+    const rtl::OUString name = to_uno(printer);
+    printable->setPrinter(properties({property("Name", name)}));
+    if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name)
+        throw std::runtime_error("no printer " + printer);
+    printable->print(properties({property("Wait", true)}));
+}
+
+void close_model(const Model& model) noexcept
+{
+    try {
+        const Reference<css::util::XCloseable> closeable(model, UNO_QUERY);
+        if (closeable.is()) closeable->close(true);
+    } catch (const css::uno::Exception&) { // NOLINT(bugprone-empty-catch): it goes with its process then
+    }
+}
+
+} // namespace tarvik::libreoffice

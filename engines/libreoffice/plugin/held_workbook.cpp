@@ -1,0 +1,307 @@
+#include "engines/libreoffice/plugin/held_file.h"
+
+#include <com/sun/star/beans/PropertyState.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
+#include <com/sun/star/beans/XPropertyState.hpp>
+#include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
+#include <com/sun/star/sheet/XCellRangeData.hpp>
+#include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XSheetCellCursor.hpp>
+#include <com/sun/star/sheet/XSheetCellRange.hpp>
+#include <com/sun/star/sheet/XSpreadsheet.hpp>
+#include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/table/CellRangeAddress.hpp>
+#include <com/sun/star/text/XText.hpp>
+#include <com/sun/star/util/NumberFormat.hpp>
+#include <com/sun/star/util/XMergeable.hpp>
+#include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+
+#include <algorithm>
+#include <map>
+#include <optional>
+
+namespace tarvik::libreoffice {
+
+using css::uno::Any;
+using css::uno::Reference;
+using css::uno::Sequence;
+using css::uno::UNO_QUERY;
+using css::uno::UNO_QUERY_THROW;
+namespace flags = css::sheet::CellFlags;
+
+namespace {
+
+using Sheet = Reference<css::sheet::XSpreadsheet>;
+using DataRows = Sequence<Sequence<Any>>;
+
+Area to_area(const css::table::CellRangeAddress& address)
+{
+    return {address.StartRow + 1, address.StartColumn + 1, address.EndRow + 1, address.EndColumn + 1};
+}
+
+Area around(Area area, const Area& other)
+{
+    if (area.empty()) return other;
+    return {std::min(area.first_row, other.first_row), std::min(area.first_column, other.first_column),
+            std::max(area.last_row, other.last_row), std::max(area.last_column, other.last_column)};
+}
+
+std::vector<Area> areas_with(const Sheet& sheet, sal_Int32 what)
+{
+    const Reference<css::sheet::XCellRangesQuery> query(sheet, UNO_QUERY_THROW);
+    std::vector<Area> areas;
+    for (const auto& address : query->queryContentCells(static_cast<sal_Int16>(what))->getRangeAddresses())
+        areas.push_back(to_area(address));
+    return areas;
+}
+
+auto range_of(const Sheet& sheet, const Area& area)
+{
+    return sheet->getCellRangeByPosition(area.first_column - 1, area.first_row - 1, area.last_column - 1,
+                                         area.last_row - 1);
+}
+
+struct ErrorText {
+    int number;
+    const char32_t* text;
+};
+constexpr ErrorText error_texts[] = {
+    {503, U"#NUM!"},  {519, U"#VALUE!"}, {521, U"#NULL!"}, {524, U"#REF!"},
+    {525, U"#NAME?"}, {532, U"#DIV/0!"}, {32767, U"#N/A"},
+};
+
+Text error_text(int number)
+{
+    for (const auto& error : error_texts)
+        if (error.number == number) return error.text;
+    return U"#VALUE!";
+}
+
+CellValue to_value(const Any& value)
+{
+    double number = 0;
+    rtl::OUString text;
+    if (value >>= number) return number;
+    value >>= text;
+    return to_text(text);
+}
+
+/// Fewer and larger areas that still cover all, as long as what is read in vain costs less than another call.
+std::vector<Area> gathered(std::vector<Area> areas)
+{
+    constexpr std::int64_t worth_a_call = 1'000;
+    std::ranges::sort(areas, {}, &Area::first_row);
+    std::vector<Area> made;
+    for (const auto& area : areas) {
+        const auto both = made.empty() ? Area() : around(made.back(), area);
+        if (!made.empty() && both.cells() <= made.back().cells() + area.cells() + worth_a_call) made.back() = both;
+        else made.push_back(area);
+    }
+    return made;
+}
+
+std::vector<Place> places_in(const std::vector<Area>& areas)
+{
+    std::vector<Place> places;
+    for (const auto& area : areas)
+        for (int row = area.first_row; row <= area.last_row; ++row)
+            for (int column = area.first_column; column <= area.last_column; ++column) places.push_back({row, column});
+    std::ranges::sort(places);
+    return places;
+}
+
+/// Adds what the area holds. An error comes as a value of no type at all.
+void read_area(const Sheet& sheet, const Area& area, const std::vector<Place>& formulas, std::vector<HeldCell>& cells)
+{
+    const Reference<css::sheet::XCellRangeData> data(range_of(sheet, area), UNO_QUERY_THROW);
+    Place place{area.first_row, area.first_column};
+    for (const auto& values : data->getDataArray()) {
+        place.column = area.first_column;
+        for (const auto& value : values) {
+            HeldCell cell{place, {}, std::ranges::binary_search(formulas, place)};
+            if (value.hasValue()) cell.value = to_value(value);
+            else cell.value = error_text(sheet->getCellByPosition(place.column - 1, place.row - 1)->getError());
+            if (cell.is_formula || cell.value != CellValue(Text())) cells.push_back(std::move(cell));
+            ++place.column;
+        }
+        ++place.row;
+    }
+}
+
+SheetContent read_sheet(const Sheet& sheet)
+{
+    constexpr sal_Int32 anything = flags::VALUE | flags::DATETIME | flags::STRING | flags::FORMULA;
+    SheetContent content;
+    const auto areas = areas_with(sheet, anything);
+    if (!areas.empty()) {
+        const auto formulas = places_in(areas_with(sheet, flags::FORMULA));
+        for (const auto& area : gathered(areas)) read_area(sheet, area, formulas, content.cells);
+    }
+    std::ranges::sort(content.cells, {}, &HeldCell::place);
+    const auto is_repeated = [](const HeldCell& one, const HeldCell& next) { return one.place == next.place; };
+    content.cells.erase(std::unique(content.cells.begin(), content.cells.end(), is_repeated), content.cells.end());
+    content.notes = areas_with(sheet, flags::ANNOTATION);
+    return content;
+}
+
+bool is_filled_text(const CellValue& value)
+{
+    const auto* const text = std::get_if<Text>(&value);
+    return text && !text->empty();
+}
+
+/// The number formats of an area, to be put back. LibreOffice gives a cell the format of texts when it gets a text that
+/// reads like a number.
+class NumberFormats {
+public:
+    NumberFormats(const Sheet& sheet, const Area& area) { note(sheet, area); }
+
+    void put_back() const
+    {
+        for (const auto& [range, format] : parts_) {
+            const Reference<css::beans::XPropertySet> set(range, UNO_QUERY_THROW);
+            if (is_mixed(range) || set->getPropertyValue(name()) != format) set->setPropertyValue(name(), format);
+        }
+    }
+
+private:
+    using Range = Reference<css::table::XCellRange>;
+
+    static rtl::OUString name() { return rtl::OUString::createFromAscii("NumberFormat"); }
+
+    static bool is_mixed(const Range& range)
+    {
+        const Reference<css::beans::XPropertyState> state(range, UNO_QUERY_THROW);
+        return state->getPropertyState(name()) == css::beans::PropertyState_AMBIGUOUS_VALUE;
+    }
+
+    // Halves until each part has one format; columns first, since it is they that have formats of their own.
+    void note(const Sheet& sheet, const Area& area)
+    {
+        const auto range = range_of(sheet, area);
+        if (area.cells() == 1 || !is_mixed(range)) {
+            const Reference<css::beans::XPropertySet> set(range, UNO_QUERY_THROW);
+            parts_.emplace_back(range, set->getPropertyValue(name()));
+            return;
+        }
+        Area front = area, back = area;
+        if (area.columns() > 1) {
+            front.last_column = area.first_column + area.columns() / 2 - 1;
+            back.first_column = front.last_column + 1;
+        } else {
+            front.last_row = area.first_row + area.rows() / 2 - 1;
+            back.first_row = front.last_row + 1;
+        }
+        note(sheet, front);
+        note(sheet, back);
+    }
+
+    std::vector<std::pair<Range, Any>> parts_;
+};
+
+struct ToAny {
+    Any operator()(double number) const { return Any(number); }
+    Any operator()(const Text& text) const { return Any(to_uno(text)); }
+};
+
+class HeldWorkbook final : public HeldFile<OpenWorkbook> {
+public:
+    HeldWorkbook(const Model& model, const Reference<css::sheet::XSpreadsheetDocument>& document)
+        : HeldFile(model), sheets_(document->getSheets(), UNO_QUERY_THROW)
+    {
+    }
+
+    int sheet_count() override
+    {
+        return translated([&] { return sheets_->getCount(); });
+    }
+
+    SheetContent read(int sheet) override
+    {
+        return translated([&] { return read_sheet(sheet_at(sheet)); });
+    }
+
+    bool is_logical(int sheet, int row, int column) override
+    {
+        return translated([&] {
+            const auto key = property_of<sal_Int32>(cell_at(sheet, row, column), "NumberFormat");
+            const Reference<css::util::XNumberFormatsSupplier> formats(model(), UNO_QUERY_THROW);
+            const auto type = property_of<sal_Int16>(formats->getNumberFormats()->getByKey(key), "Type");
+            return (type & css::util::NumberFormat::LOGICAL) != 0;
+        });
+    }
+
+    MergedArea merged_around(int sheet, const Area& area) override
+    {
+        return translated([&]() -> MergedArea {
+            const auto range = range_of(sheet_at(sheet), area);
+            const Reference<css::sheet::XSheetCellRange> sheet_range(range, UNO_QUERY_THROW);
+            const auto cursor = sheet_at(sheet)->createCursorByRange(sheet_range);
+            cursor->collapseToMergedArea();
+            const Reference<css::sheet::XCellRangeAddressable> addressable(cursor, UNO_QUERY_THROW);
+            const Reference<css::util::XMergeable> mergeable(range, UNO_QUERY_THROW);
+            return {to_area(addressable->getRangeAddress()), static_cast<bool>(mergeable->getIsMerged())};
+        });
+    }
+
+    void write(int sheet, const Block& block) override
+    {
+        translated([&] {
+            const int columns = block.area.columns();
+            DataRows rows(block.area.rows());
+            auto value = block.values.begin();
+            for (Sequence<Any>*row = rows.getArray(), *end = row + rows.getLength(); row != end; ++row) {
+                row->realloc(columns);
+                std::transform(value, value + columns, row->getArray(),
+                               [](const CellValue& one) { return std::visit(ToAny(), one); });
+                value += columns;
+            }
+            std::optional<NumberFormats> formats;
+            if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet_at(sheet), block.area);
+            const Reference<css::sheet::XCellRangeData> data(range_of(sheet_at(sheet), block.area), UNO_QUERY_THROW);
+            data->setDataArray(rows);
+            if (formats) formats->put_back();
+        });
+    }
+
+    void write_cell(int sheet, int row, int column, const CellValue& value) override
+    {
+        translated([&] {
+            const auto cell = cell_at(sheet, row, column);
+            if (const auto* number = std::get_if<double>(&value)) return cell->setValue(*number);
+            const NumberFormats formats(sheet_at(sheet), {row, column, row, column});
+            const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
+            text->setString(to_uno(std::get<Text>(value)));
+            formats.put_back();
+        });
+    }
+
+private:
+    Sheet sheet_at(int index)
+    {
+        auto& sheet = open_sheets_[index];
+        if (!sheet.is()) sheet.set(sheets_->getByIndex(index - 1), UNO_QUERY_THROW);
+        return sheet;
+    }
+
+    Reference<css::table::XCell> cell_at(int sheet, int row, int column)
+    {
+        return sheet_at(sheet)->getCellByPosition(column - 1, row - 1);
+    }
+
+    Reference<css::container::XIndexAccess> sheets_;
+    std::map<int, Sheet> open_sheets_;
+};
+
+} // namespace
+
+std::unique_ptr<OpenWorkbook> hold_workbook(const Model& model)
+{
+    const Reference<css::sheet::XSpreadsheetDocument> document(model, UNO_QUERY);
+    if (!document.is()) return nullptr;
+    return std::make_unique<HeldWorkbook>(model, document);
+}
+
+} // namespace tarvik::libreoffice

@@ -1,0 +1,120 @@
+#include "engines/libreoffice/plugin/held_file.h"
+
+#include <com/sun/star/bridge/UnoUrlResolver.hpp>
+#include <com/sun/star/connection/NoConnectException.hpp>
+#include <com/sun/star/document/UpdateDocMode.hpp>
+#include <com/sun/star/frame/XComponentLoader.hpp>
+#include <com/sun/star/io/IOException.hpp>
+#include <com/sun/star/lang/IllegalArgumentException.hpp>
+#include <com/sun/star/lang/XMultiComponentFactory.hpp>
+#include <com/sun/star/uno/XComponentContext.hpp>
+#include <cppuhelper/bootstrap.hxx>
+#include <rtl/bootstrap.hxx>
+
+namespace tarvik::libreoffice {
+
+using css::uno::Reference;
+using css::uno::UNO_QUERY;
+using Context = Reference<css::uno::XComponentContext>;
+
+namespace {
+
+class HeldOther final : public HeldFile<OpenFile> {
+public:
+    using HeldFile::HeldFile;
+};
+
+class OfficeConnection final : public Connection {
+public:
+    explicit OfficeConnection(const Context& context)
+        : context_(context),
+          desktop_(context_->getServiceManager()->createInstanceWithContext("com.sun.star.frame.Desktop", context_),
+                   css::uno::UNO_QUERY_THROW)
+    {
+    }
+
+    std::unique_ptr<OpenWorkbook> open_workbook(const std::filesystem::path& path) override
+    {
+        return open_as<OpenWorkbook>(path, hold_workbook);
+    }
+
+    std::unique_ptr<OpenDocument> open_document(const std::filesystem::path& path) override
+    {
+        return open_as<OpenDocument>(path, [this](const Model& model) { return hold_document(model, context_); });
+    }
+
+    std::unique_ptr<OpenFile> open(const std::filesystem::path& path) override
+    {
+        return open_as<OpenFile>(path, [](const Model& model) { return std::make_unique<HeldOther>(model); });
+    }
+
+private:
+    // Neither macros nor links run: the file is to be read, not obeyed.
+    Model load(const std::filesystem::path& path)
+    {
+        try {
+            return Model(desktop_->loadComponentFromURL(
+                             file_url(path), "_blank", 0,
+                             properties({property("Hidden", true),
+                                         property("UpdateDocMode", css::document::UpdateDocMode::NO_UPDATE)})),
+                         UNO_QUERY);
+        } catch (const css::lang::IllegalArgumentException&) {
+            return {}; // no type of file that it knows
+        } catch (const css::io::IOException&) {
+            return {}; // damaged, or behind a password
+        }
+    }
+
+    template <typename Kind, typename Hold>
+    std::unique_ptr<Kind> open_as(const std::filesystem::path& path, const Hold& hold)
+    {
+        return translated([&]() -> std::unique_ptr<Kind> {
+            const Model model = load(path);
+            if (!model.is()) return nullptr;
+            std::unique_ptr<Kind> held = hold(model);
+            if (!held) close_model(model);
+            return held;
+        });
+    }
+
+    Context context_;
+    Reference<css::frame::XComponentLoader> desktop_;
+};
+
+class UnoPlugin final : public Plugin {
+public:
+    std::filesystem::path program_folder() const override { return TARVIK_LIBREOFFICE_PROGRAM; }
+
+    std::unique_ptr<Connection> connect(const std::string& pipe) override
+    {
+        return translated([&]() -> std::unique_ptr<Connection> {
+            if (!own_context_.is()) {
+                rtl::Bootstrap::set("URE_MORE_TYPES", file_url(program_folder() / "types/offapi.rdb"));
+                own_context_ = cppu::defaultBootstrap_InitialComponentContext();
+                resolver_ = css::bridge::UnoUrlResolver::create(own_context_);
+            }
+            try {
+                const Context context(
+                    resolver_->resolve(to_uno("uno:pipe,name=" + pipe + ";urp;StarOffice.ComponentContext")),
+                    UNO_QUERY);
+                return context.is() ? std::make_unique<OfficeConnection>(context) : nullptr;
+            } catch (const css::connection::NoConnectException&) {
+                return nullptr;
+            }
+        });
+    }
+
+private:
+    Context own_context_;
+    Reference<css::bridge::XUnoUrlResolver> resolver_;
+};
+
+} // namespace
+
+} // namespace tarvik::libreoffice
+
+extern "C" __attribute__((visibility("default"))) tarvik::libreoffice::Plugin* tarvik_libreoffice_plugin()
+{
+    static tarvik::libreoffice::UnoPlugin plugin;
+    return &plugin;
+}

@@ -1,0 +1,207 @@
+#include "engines/libreoffice/sheet_cells.h"
+
+#include "engines/packages/damage.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvik::libreoffice {
+
+namespace {
+
+constexpr Area whole_sheet{1, 1, 1'048'576, 16'384};
+constexpr std::size_t longest_text = 32'767; // UTF-16 units
+
+bool is_nothing(const CellValue& value)
+{
+    const auto* text = std::get_if<Text>(&value);
+    return text && text->empty();
+}
+
+void check(Place place)
+{
+    if (whole_sheet.contains(place.row, place.column)) return;
+    throw ooxml::Damage(U"工作表没有第 " + number_text(place.row) + U" 行、第 " + number_text(place.column) +
+                        U" 列的单元格。");
+}
+
+/// CR LF is one line break of a cell; what goes beyond the longest text of a cell is left out.
+Text cell_text(const Text& told)
+{
+    Text made;
+    std::size_t units = 0;
+    for (std::size_t i = 0; i < told.size(); ++i) {
+        if (told[i] == U'\r' && i + 1 < told.size() && told[i + 1] == U'\n') continue;
+        units += told[i] > 0xffff ? 2 : 1;
+        if (units > longest_text) break;
+        made += told[i];
+    }
+    return made;
+}
+
+} // namespace
+
+const SheetContent& SheetCells::content()
+{
+    if (!content_) content_ = file_.call([this](OpenWorkbook& file) { return file.read(sheet_); });
+    return *content_;
+}
+
+/// What the sheet held when it was read.
+const HeldCell* SheetCells::held(Place place)
+{
+    const auto& cells = content().cells;
+    const auto found = std::ranges::lower_bound(cells, place, {}, &HeldCell::place);
+    return found != cells.end() && found->place == place ? &*found : nullptr;
+}
+
+bool SheetCells::holds_nothing(Place place)
+{
+    const auto written = written_.find(place);
+    return written != written_.end() ? is_nothing(written->second) : held(place) == nullptr;
+}
+
+CellValue SheetCells::value(Place place)
+{
+    check(place);
+    settle();
+    if (const auto written = written_.find(place); written != written_.end()) return written->second;
+    const auto* const cell = held(place);
+    if (!cell) return Text();
+    const auto* const number = std::get_if<double>(&cell->value);
+    const auto is_logical = [&](OpenWorkbook& file) { return file.is_logical(sheet_, place.row, place.column); };
+    const bool may_be_logical = number && (*number == 0 || *number == 1);
+    if (may_be_logical && file_.call(is_logical)) return Text(*number == 1 ? U"True" : U"False");
+    return cell->value;
+}
+
+Text SheetCells::text(Place place)
+{
+    const auto held_value = value(place);
+    const auto* const number = std::get_if<double>(&held_value);
+    return number ? number_text(*number) : std::get<Text>(held_value);
+}
+
+bool SheetCells::is_empty(Place place)
+{
+    check(place);
+    settle();
+    return holds_nothing(place);
+}
+
+void SheetCells::write(Place place, const CellValue& value)
+{
+    check(place);
+    const auto* text = std::get_if<Text>(&value);
+    unsettled_.push_back({place, text ? CellValue(cell_text(*text)) : value});
+}
+
+int SheetCells::clear(const Area& area)
+{
+    if (area.empty()) return 0;
+    check({area.first_row, area.first_column});
+    check({area.last_row, area.last_column});
+    settle();
+    std::set<Place> held_places;
+    for (const auto& cell : content().cells)
+        if (area.contains(cell.place.row, cell.place.column) && !holds_nothing(cell.place))
+            held_places.insert(cell.place);
+    for (const auto& [place, value] : written_)
+        if (area.contains(place.row, place.column) && !is_nothing(value)) held_places.insert(place);
+    for (const auto place : held_places) put(place, Text());
+    return static_cast<int>(held_places.size());
+}
+
+// An empty text for an empty cell changes nothing, covered or not: only the other places need to be looked at.
+void SheetCells::settle()
+{
+    if (unsettled_.empty()) return;
+    std::set<Place> unknown, filled;
+    for (const auto& [place, value] : unsettled_) {
+        if (!is_nothing(value)) filled.insert(place);
+        const bool may_matter = filled.contains(place) || !holds_nothing(place);
+        if (may_matter && !first_cells_.contains(place)) unknown.insert(place);
+    }
+    for (const auto& area : rectangles({unknown.begin(), unknown.end()})) find_first_cells(area);
+    for (auto& [place, value] : std::exchange(unsettled_, {})) {
+        const Place first = first_cell(place);
+        if (!is_nothing(value)) put(first, std::move(value));
+        else if (first == place && !holds_nothing(place)) put(place, std::move(value));
+    }
+}
+
+// Most rectangles touch no merged range at all; one that does is halved until that is true, or until it is one cell.
+void SheetCells::find_first_cells(const Area& area)
+{
+    const auto merged = file_.call([&](OpenWorkbook& file) { return file.merged_around(sheet_, area); });
+    if (merged.area == area && !merged.has_merged) {
+        for (int row = area.first_row; row <= area.last_row; ++row)
+            for (int column = area.first_column; column <= area.last_column; ++column)
+                first_cells_[{row, column}] = {row, column};
+        return;
+    }
+    if (area.rows() == 1 && area.columns() == 1) {
+        first_cells_[{area.first_row, area.first_column}] = {merged.area.first_row, merged.area.first_column};
+        return;
+    }
+    Area front = area, back = area;
+    if (area.rows() >= area.columns()) {
+        front.last_row = area.first_row + area.rows() / 2 - 1;
+        back.first_row = front.last_row + 1;
+    } else {
+        front.last_column = area.first_column + area.columns() / 2 - 1;
+        back.first_column = front.last_column + 1;
+    }
+    find_first_cells(front);
+    find_first_cells(back);
+}
+
+Place SheetCells::first_cell(Place place) const
+{
+    const auto known = first_cells_.find(place);
+    return known == first_cells_.end() ? place : known->second;
+}
+
+void SheetCells::put(Place place, CellValue value)
+{
+    written_.insert_or_assign(place, std::move(value));
+    unsent_.insert(place);
+}
+
+bool SheetCells::send()
+{
+    settle();
+    if (unsent_.empty()) return false;
+    const auto has_note = [this](Place place) {
+        return std::ranges::any_of(content().notes,
+                                   [&](const Area& area) { return area.contains(place.row, place.column); });
+    };
+    std::vector<Place> alone, together;
+    for (const auto place : unsent_) (has_note(place) ? alone : together).push_back(place);
+    std::vector<Block> blocks;
+    for (const auto& area : rectangles(together)) {
+        auto& block = blocks.emplace_back(Block{area, {}});
+        for (int row = area.first_row; row <= area.last_row; ++row)
+            for (int column = area.first_column; column <= area.last_column; ++column)
+                block.values.push_back(written_.at({row, column}));
+    }
+    file_.call([&](OpenWorkbook& file) {
+        for (const auto place : alone) file.write_cell(sheet_, place.row, place.column, written_.at(place));
+        for (const auto& block : blocks) file.write(sheet_, block);
+    });
+    unsent_.clear();
+    return true;
+}
+
+bool SheetCells::fits(int rows, int columns)
+{
+    settle();
+    const auto is_inside = [&](Place place) { return place.row <= rows && place.column <= columns; };
+    return std::ranges::all_of(
+               content().cells,
+               [&](const HeldCell& cell) { return is_inside(cell.place) || holds_nothing(cell.place); }) &&
+           std::ranges::all_of(written_,
+                               [&](const auto& one) { return is_inside(one.first) || is_nothing(one.second); });
+}
+
+} // namespace tarvik::libreoffice

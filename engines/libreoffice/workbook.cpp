@@ -1,0 +1,213 @@
+#include "engines/libreoffice/workbook.h"
+
+#include "engines/libreoffice/required_kind.h"
+#include "engines/packages/damage.h"
+#include "platform/files/file_name.h"
+
+#include <algorithm>
+
+namespace tarvik::libreoffice {
+
+struct WorkbookFormat {
+    std::u32string_view extension;
+    std::string_view filter;
+    int rows, columns;
+};
+
+namespace {
+
+constexpr WorkbookFormat formats[] = {
+    {U".xlsx", "Calc MS Excel 2007 XML", 1'048'576, 16'384},
+    {U".xlsm", "Calc MS Excel 2007 VBA XML", 1'048'576, 16'384},
+    {U".xls", "MS Excel 97", 65'536, 256},
+};
+constexpr const WorkbookFormat& plain_format = formats[0];
+constexpr const WorkbookFormat& binary_format = formats[2];
+
+const WorkbookFormat* format_with_extension(TextView path)
+{
+    const auto name = split_path(path).name;
+    const auto point = name.rfind(U'.');
+    const auto extension = point == npos ? Text() : lower(name.substr(point));
+    const auto found = std::ranges::find_if(
+        formats, [&](const WorkbookFormat& format) { return TextView(format.extension) == extension; });
+    return found == std::end(formats) ? nullptr : found;
+}
+
+/// The format that a file is kept in; older binary ones become the one that LibreOffice writes.
+const WorkbookFormat& format_with_filter(std::string_view filter)
+{
+    const auto found =
+        std::ranges::find_if(formats, [&](const WorkbookFormat& format) { return format.filter == filter; });
+    return found == std::end(formats) ? binary_format : *found;
+}
+
+template <typename Work>
+decltype(auto) naming_workbook(TextView path, Work&& work)
+{
+    return ooxml::naming_file(U"工作簿", path, std::forward<Work>(work));
+}
+
+} // namespace
+
+class OfficeWorkbook::Sheet final : public Worksheet {
+    template <typename Work>
+    decltype(auto) naming(Work&& work) const
+    {
+        workbook_.file();
+        return naming_workbook(workbook_.path_, std::forward<Work>(work));
+    }
+
+public:
+    Sheet(OfficeWorkbook& workbook, int index) : workbook_(workbook), cells_(workbook.file(), index) {}
+
+    Text cell(int row, int column) const override
+    {
+        return naming([&] { return cells_.text({row, column}); });
+    }
+
+    CellValue value(int row, int column) const override
+    {
+        return naming([&] { return cells_.value({row, column}); });
+    }
+
+    bool is_empty(int row, int column) const override
+    {
+        return naming([&] { return cells_.is_empty({row, column}); });
+    }
+
+    void set_cell(int row, int column, const CellValue& value) override
+    {
+        naming([&] { cells_.write({row, column}, value); });
+    }
+
+    int clear(int first_row, int last_row, int first_column, int last_column) override
+    {
+        return naming([&] { return cells_.clear({first_row, first_column, last_row, last_column}); });
+    }
+
+    void print_out() override { workbook_.print(); }
+
+    SheetCells& cells() { return cells_; }
+
+private:
+    OfficeWorkbook& workbook_;
+    mutable SheetCells cells_; // reading asks LibreOffice when it first needs to
+};
+
+OfficeWorkbook::OfficeWorkbook(LibreOffice& office, Files& files, Printer& printer, Text path)
+    : files_(files), printer_(printer), path_(std::move(path))
+{
+    naming_workbook(path_, [&] { open(office); });
+}
+
+OfficeWorkbook::~OfficeWorkbook() = default;
+
+void OfficeWorkbook::open(LibreOffice& office)
+{
+    const auto bytes = files_.read(path_);
+    require_kind(bytes, FileKind::Workbook);
+    folder_.emplace(office.folder());
+    const bool is_package = file_kind(bytes) == FileKind::Package;
+    auto file = office.open_workbook(folder_->put(is_package ? "read.xlsx" : "read.xls", bytes));
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
+    format_ = &format_with_filter(file.call([](OpenWorkbook& opened) { return opened.filter(); }));
+    sheet_count_ = file.call([](OpenWorkbook& opened) { return opened.sheet_count(); });
+    file_.emplace(std::move(file));
+}
+
+void OfficeWorkbook::set_visible(bool visible)
+{
+    if (!file_) return;
+    naming_workbook(path_, [&] { file_->call([&](OpenWorkbook& opened) { opened.set_visible(visible); }); });
+}
+
+Handle<OpenWorkbook>& OfficeWorkbook::file()
+{
+    if (!file_) throw Failure(U"工作簿“" + path_ + U"”已经关闭。");
+    return *file_;
+}
+
+Worksheet& OfficeWorkbook::worksheet(int index)
+{
+    file();
+    if (index < 1 || index > sheet_count_)
+        naming_workbook(path_, [&] { throw ooxml::Damage(U"没有第 " + number_text(index) + U" 张工作表。"); });
+    auto& sheet = sheets_[index];
+    if (!sheet) sheet = std::make_unique<Sheet>(*this, index);
+    return *sheet;
+}
+
+void OfficeWorkbook::send()
+{
+    for (auto& [index, sheet] : sheets_)
+        if (sheet->cells().send()) is_saved_ = false;
+}
+
+// LibreOffice leaves out without a word what the format has no place for.
+void OfficeWorkbook::check_limits(const WorkbookFormat& format)
+{
+    if (&format != &binary_format) return;
+    const bool all_may_be_large = format_ != &binary_format;
+    for (int index = 1; index <= sheet_count_; ++index) {
+        if (!all_may_be_large && !sheets_.contains(index)) continue;
+        worksheet(index);
+        if (!sheets_.at(index)->cells().fits(format.rows, format.columns))
+            throw ooxml::Damage(U".xls 格式只有 65536 行、256 列，放不下工作表的内容。");
+    }
+}
+
+std::string OfficeWorkbook::stored(const WorkbookFormat& format)
+{
+    check_limits(format);
+    const auto copy = folder_->place("written");
+    file().call([&](OpenWorkbook& opened) { opened.store(copy, std::string(format.filter)); });
+    return folder_->take("written");
+}
+
+void OfficeWorkbook::store(const Text& path, const WorkbookFormat& format)
+{
+    const auto bytes = naming_workbook(path_, [&] { return stored(format); });
+    files_.replace(path, bytes);
+    is_saved_ = true;
+}
+
+void OfficeWorkbook::save_as(TextView path)
+{
+    file();
+    naming_workbook(path_, [&] { send(); });
+    const auto* format = format_with_extension(path);
+    Text target = path.str();
+    if (!format) {
+        target += plain_format.extension;
+        format = &plain_format;
+    }
+    store(target, *format);
+    path_ = std::move(target);
+    format_ = format;
+}
+
+void OfficeWorkbook::close(bool save_changes)
+{
+    if (save_changes && file_) {
+        naming_workbook(path_, [&] { send(); });
+        if (!is_saved_) store(path_, *format_);
+    }
+    sheets_.clear();
+    file_.reset();
+    folder_.reset();
+}
+
+void OfficeWorkbook::print()
+{
+    file();
+    const auto name = split_path(path_).name;
+    const ExchangeFolder folder(folder_->place("printed"));
+    const auto copy = naming_workbook(path_, [&] {
+        send();
+        return folder.put(to_utf8(name), stored(*format_));
+    });
+    printer_.print(copy, name);
+}
+
+} // namespace tarvik::libreoffice

@@ -1,0 +1,203 @@
+#include "engines/packages/package.h"
+
+#include "engines/packages/file_kind.h"
+#include "engines/packages/xml_part.h"
+
+#include <algorithm>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+// A package of a few kilobytes may unpack to gigabytes. What an honest one needs grows with its size; sheets of equal
+// cells need some 230 bytes of memory for one packed byte.
+constexpr std::uint64_t memory_of_any = 64U << 20U;
+constexpr std::uint64_t memory_per_packed_byte = 300;
+constexpr std::uint64_t most_memory = 2U << 30U;
+constexpr zip_int64_t most_entries = 65'535;
+
+std::uint64_t memory_for(std::uint64_t packed_size)
+{
+    return std::clamp(memory_per_packed_byte * packed_size, memory_of_any, most_memory);
+}
+
+void check_kind(std::string_view bytes)
+{
+    switch (file_kind(bytes)) {
+    case FileKind::Package: return;
+    case FileKind::Empty: throw Damage(U"文件是空的。");
+    case FileKind::Encrypted: throw Damage(U"文件设有打开密码，请先去掉密码。");
+    case FileKind::Damaged: throw Damage(U"文件不完整或已损坏。");
+    case FileKind::Workbook: throw Damage(U"这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
+    case FileKind::Document: throw Damage(U"这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。");
+    case FileKind::Other: throw Damage(U"文件不是 .xlsx、.docx 一类的文件。");
+    }
+}
+
+Damage refused()
+{
+    return Damage(U"无法组成新的文件。");
+}
+
+Damage too_large(std::string_view name)
+{
+    return Damage(U"部件" + quoted(name) + U"展开后过大。");
+}
+
+} // namespace
+
+std::string part_key(std::string_view name)
+{
+    while (!name.empty() && (name.front() == '/' || name.front() == '\\')) name.remove_prefix(1);
+    std::string key(name);
+    std::transform(key.begin(), key.end(), key.begin(), [](char c) {
+        if (c == '\\') return '/';
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+    });
+    return key;
+}
+
+Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
+{
+    check_kind(bytes_);
+    source_ = make_source(file_);
+    archive_ = open(source_.get(), ZIP_RDONLY);
+    const auto count = zip_get_num_entries(archive_.get(), 0);
+    if (count > most_entries) throw Damage(U"压缩包里的部件过多。");
+    for (zip_int64_t i = 0; i < count; ++i) {
+        const auto index = static_cast<zip_uint64_t>(i);
+        const char* name = zip_get_name(archive_.get(), index, ZIP_FL_ENC_RAW);
+        if (!name) continue;
+        auto key = part_key(name);
+        const bool is_folder = key.ends_with('/');
+        if (!entries_.emplace(std::move(key), index).second && !is_folder) {
+            throw Damage(U"压缩包里有两个同名的部件" + quoted(name) + U"。");
+        }
+    }
+}
+
+Package::Source Package::make_source(ZipFile& file)
+{
+    Source source(make_file_source(file));
+    if (!source) throw std::bad_alloc();
+    return source;
+}
+
+Package::Archive Package::open(zip_source_t* source, int flags)
+{
+    Archive archive(zip_open_from_source(source, flags, nullptr));
+    if (!archive) throw Damage(U"文件已损坏或不完整。");
+    zip_source_keep(source); // the archive drops a share of its own when it is closed
+    return archive;
+}
+
+zip_uint64_t Package::index_of(std::string_view name) const
+{
+    const auto found = entries_.find(part_key(name));
+    if (found == entries_.end()) throw Damage(U"缺少部件" + quoted(name) + U"。");
+    return found->second;
+}
+
+bool Package::has(std::string_view part) const
+{
+    return entries_.contains(part_key(part));
+}
+
+const std::string& Package::part(std::string_view name) const
+{
+    const auto index = index_of(name);
+    const auto known = inflated_.find(index);
+    if (known != inflated_.end()) return known->second;
+    return inflated_.emplace(index, inflate(index, name)).first->second;
+}
+
+std::string Package::inflate(zip_uint64_t index, std::string_view name) const
+{
+    const auto damaged = [name] { return Damage(U"部件" + quoted(name) + U"已损坏。"); };
+    zip_stat_t told;
+    if (zip_stat_index(archive_.get(), index, 0, &told) != 0) throw damaged();
+    if (told.encryption_method != ZIP_EM_NONE) throw Damage(U"部件" + quoted(name) + U"已加密。");
+    if (told.comp_method != ZIP_CM_STORE && told.comp_method != ZIP_CM_DEFLATE) {
+        throw Damage(U"部件" + quoted(name) + U"的压缩方法不是这类文件用的。");
+    }
+    const auto allowed = memory_for(bytes_.size());
+    if (told.size > (allowed - memory_) / least_tree_memory_per_byte) throw too_large(name);
+
+    const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen_index(archive_.get(), index, 0),
+                                                                  zip_fclose);
+    if (!file) throw damaged();
+    std::string contents(told.size, '\0');
+    std::size_t filled = 0;
+    while (filled < contents.size()) {
+        const auto count = zip_fread(file.get(), contents.data() + filled, contents.size() - filled);
+        if (count <= 0) throw damaged();
+        filled += static_cast<std::size_t>(count);
+    }
+    char behind = 0; // the checksum is compared only when the end is read
+    if (zip_fread(file.get(), &behind, 1) != 0) throw damaged();
+    const auto memory = tree_memory(contents);
+    if (memory_ + memory > allowed) throw too_large(name);
+    memory_ += memory;
+    return contents;
+}
+
+// Writes a part in place of the entry, or behind all others when that is nothing.
+void Package::write(zip_t* archive, std::optional<zip_uint64_t> entry, const std::string& name,
+                    const std::string& contents)
+{
+    zip_stat_t told;
+    if (zip_stat_index(archive, entry.value_or(0), ZIP_FL_UNCHANGED, &told) != 0) throw refused();
+    Source part(make_part_source(archive, contents, told.mtime));
+    if (!part) throw refused();
+    if (entry) {
+        if (zip_file_replace(archive, *entry, part.get(), 0) != 0) throw refused();
+    } else {
+        const auto index = zip_file_add(archive, name.c_str(), part.get(), ZIP_FL_ENC_UTF_8);
+        if (index < 0) throw refused();
+        entry = static_cast<zip_uint64_t>(index);
+    }
+    static_cast<void>(part.release()); // the archive has taken it over
+    const auto method = is_compressed_in_itself(contents) ? ZIP_CM_STORE : ZIP_CM_DEFAULT;
+    if (zip_set_file_compression(archive, *entry, method, 0) != 0) throw refused();
+}
+
+std::string Package::with(const PartChanges& changes) const
+{
+    ZipFile file{bytes_};
+    const Source source = make_source(file);
+    Archive archive = open(source.get(), 0);
+    for (const auto& name : changes.removed) {
+        if (zip_delete(archive.get(), index_of(name)) != 0) throw refused();
+    }
+    for (const auto& [name, contents] : changes.written) {
+        const auto known = entries_.find(part_key(name));
+        write(archive.get(), known == entries_.end() ? std::nullopt : std::optional(known->second), name, contents);
+    }
+    if (zip_close(archive.get()) != 0) throw refused();
+    static_cast<void>(archive.release());
+    check_readable(changes, file.new_bytes.size());
+    return std::move(file.new_bytes);
+}
+
+// What is saved must open again: changes can make parts larger than a package of the new size may have them.
+void Package::check_readable(const PartChanges& changes, std::uint64_t packed_size) const
+{
+    const auto allowed = memory_for(packed_size);
+    auto at_most = memory_;
+    for (const auto& change : changes.written) at_most += change.second.size() * most_tree_memory_per_byte;
+    if (at_most <= allowed) return;
+
+    std::uint64_t memory = 0;
+    std::set<zip_uint64_t> replaced;
+    for (const auto& [name, contents] : changes.written) {
+        memory += tree_memory(contents);
+        const auto known = entries_.find(part_key(name));
+        if (known != entries_.end()) replaced.insert(known->second);
+    }
+    for (const auto& [index, contents] : inflated_) {
+        if (!replaced.contains(index)) memory += tree_memory(contents);
+    }
+    if (memory > allowed) throw Damage(U"改动后的文件展开后过大。");
+}
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,142 @@
+#include "engines/packages/relationships.h"
+
+#include <algorithm>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+// The part that a target means, told from the folder of its source.
+std::string resolved(std::string_view source, std::string target)
+{
+    std::replace(target.begin(), target.end(), '\\', '/');
+    if (!target.starts_with('/')) target.insert(0, folder_of(source));
+    std::vector<std::string> steps;
+    for (std::size_t at = 0; at <= target.size();) {
+        const auto end = std::min(target.find('/', at), target.size());
+        const auto step = target.substr(at, end - at);
+        if (step == "..") {
+            if (!steps.empty()) steps.pop_back();
+        } else if (!step.empty() && step != ".") {
+            steps.push_back(step);
+        }
+        at = end + 1;
+    }
+    std::string name;
+    for (const auto& step : steps) name += (name.empty() ? "" : "/") + step;
+    return name;
+}
+
+// How the source writes a target: from its own folder, or from the root where the target lies elsewhere.
+std::string written_target(std::string_view source, std::string_view target)
+{
+    const auto folder = folder_of(source);
+    if (target.starts_with(folder)) return std::string(target.substr(folder.size()));
+    return "/" + std::string(target);
+}
+
+bool is_internal(pugi::xml_node node)
+{
+    return is_named(node, "Relationship") && attribute_text(node, "TargetMode") != "External";
+}
+
+constexpr const char* no_relationships =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
+
+} // namespace
+
+std::string Relationship::type_of(std::string_view other_kind) const
+{
+    return type.substr(0, type.rfind('/') + 1).append(other_kind);
+}
+
+std::string_view folder_of(std::string_view part)
+{
+    const auto separator = part.rfind('/');
+    return separator == std::string_view::npos ? std::string_view() : part.substr(0, separator + 1);
+}
+
+std::string relationships_name(std::string_view source)
+{
+    const auto folder = folder_of(source);
+    return std::string(folder) + "_rels/" + std::string(source.substr(folder.size())) + ".rels";
+}
+
+Relationships::Relationships(const Package& package, std::string_view source) : source_(source)
+{
+    auto name = relationships_name(source);
+    if (!package.has(name)) return;
+    const auto& contents = package.part(name);
+    part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships", Vocabulary::Relationships);
+    for (const auto node : part_->root().children()) {
+        if (!is_internal(node)) continue;
+        all_.push_back({attribute_text(node, "Id"), attribute_text(node, "Type"),
+                        resolved(source, attribute_text(node, "Target"))});
+    }
+    index_ids();
+}
+
+void Relationships::index_ids()
+{
+    by_id_.clear();
+    for (std::size_t i = 0; i < all_.size(); ++i) by_id_.emplace(all_[i].id, i);
+}
+
+const Relationship* Relationships::of_kind(std::string_view kind) const noexcept
+{
+    const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& one) { return one.kind() == kind; });
+    return found == all_.end() ? nullptr : &*found;
+}
+
+const Relationship* Relationships::of_id(std::string_view id) const
+{
+    const auto found = by_id_.find(std::string(id));
+    return found == by_id_.end() ? nullptr : &all_[found->second];
+}
+
+// External ones have ids too.
+std::set<std::string> Relationships::taken_ids() const
+{
+    std::set<std::string> ids;
+    for (const auto node : part_->root().children()) ids.insert(attribute_text(node, "Id"));
+    return ids;
+}
+
+std::string Relationships::add(std::string_view type, std::string_view target)
+{
+    if (!part_) part_ = std::make_unique<XmlPart>(relationships_name(source_), no_relationships, "Relationships");
+    const auto taken = taken_ids();
+    auto number = all_.size() + 1;
+    while (taken.contains("rId" + std::to_string(number))) ++number;
+    Relationship added{"rId" + std::to_string(number), std::string(type), std::string(target)};
+    auto node = part_->root().append_child(name_like(part_->root(), "Relationship").c_str());
+    set_attribute(node, "Id", added.id);
+    set_attribute(node, "Type", added.type);
+    set_attribute(node, "Target", written_target(source_, target));
+    part_->changed = true;
+    by_id_.emplace(added.id, all_.size());
+    return all_.emplace_back(std::move(added)).id;
+}
+
+void Relationships::remove_if(const std::function<bool(const Relationship&)>& is_picked)
+{
+    if (!part_) return;
+    // Each by its place among them: damaged packages give one id to several.
+    std::vector<Relationship> left;
+    auto one = all_.begin();
+    for (auto node = part_->root().first_child(); node && one != all_.end();) {
+        const auto next = node.next_sibling();
+        if (is_internal(node)) {
+            if (is_picked(*one)) remove_element(part_->root(), node);
+            else left.push_back(std::move(*one));
+            ++one;
+        }
+        node = next;
+    }
+    part_->changed = part_->changed || left.size() < all_.size();
+    all_ = std::move(left);
+    index_ids();
+}
+
+} // namespace tarvik::ooxml

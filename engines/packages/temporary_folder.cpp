@@ -1,0 +1,102 @@
+#include "engines/packages/temporary_folder.h"
+
+#include "platform/failure.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_file.h"
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <system_error>
+
+namespace tarvik::ooxml {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::string_view beginning = "tarvik-";
+constexpr const char* lock_name = "in-use";
+
+bool is_name_of_ours(std::string_view name)
+{
+    const auto is_digit = [](char character) { return character >= '0' && character <= '9'; };
+    return name.size() > beginning.size() && name.starts_with(beginning) &&
+           std::ranges::all_of(name.substr(beginning.size()), is_digit);
+}
+
+bool is_just_made(const FileStatus& status)
+{
+    constexpr std::int64_t minute = 60'000'000'000; // may not be locked yet
+    return file_clock_now() - status.changed < minute;
+}
+
+void remove_if_dead(const fs::path& folder)
+{
+    if (!fs::exists(folder / lock_name)) {
+        if (!is_just_made(status_of(folder)))
+            fs::remove(folder); // killed ahead of the lock; one that is not empty stays
+        return;
+    }
+    SystemFile file(folder / lock_name, Opening::Leftover);
+    const FileStatus status = file.status();
+    if (!status.is_plain || is_just_made(status) || !file.lock()) return;
+    file.close();
+    fs::remove_all(folder);
+}
+
+void remove_dead(const fs::path& parent) noexcept
+{
+    std::error_code error;
+    for (fs::directory_iterator entry(parent, error), end; !error && entry != end; entry.increment(error)) {
+        try {
+            if (is_name_of_ours(utf8_of(entry->path().filename())) && fs::is_directory(entry->symlink_status()))
+                remove_if_dead(entry->path());
+        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): another user's, or gone meanwhile
+        }
+    }
+}
+
+} // namespace
+
+TemporaryFolder::TemporaryFolder()
+{
+    std::error_code error;
+    const fs::path parent = fs::temp_directory_path(error);
+    if (!error) remove_dead(parent);
+    std::random_device random;
+    constexpr int most_attempts = 100;
+    for (int attempt = 0; !error && attempt < most_attempts; ++attempt) {
+        path_ = parent / (std::string(beginning) + std::to_string(random()));
+        if (!fs::create_directory(path_, error)) continue;
+        fs::permissions(path_, fs::perms::owner_all, error);
+        try {
+            lock_ = std::make_unique<SystemFile>(path_ / lock_name, Opening::New);
+            return;
+        } catch (const std::system_error& failed) {
+            error = failed.code();
+            std::error_code ignored;
+            fs::remove(path_, ignored);
+        }
+    }
+    throw Failure(U"无法建立临时文件夹“" + text_of(path_) + U"”。");
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    lock_.reset();
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+void print_copy(Files& files, Printer& printer, TextView name, std::string_view bytes)
+{
+    const TemporaryFolder folder;
+    const auto copy = folder.path() / path_of(name);
+    const auto file = files.open_for_output(text_of(copy));
+    file->write(bytes);
+    file->close();
+    printer.print(copy, name);
+}
+
+} // namespace tarvik::ooxml

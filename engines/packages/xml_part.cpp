@@ -1,0 +1,312 @@
+#include "engines/packages/xml_part.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+#include <limits>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+// Neither entities nor line ends are converted: see the class.
+constexpr unsigned raw_parsing = pugi::parse_pi | pugi::parse_comments | pugi::parse_declaration | pugi::parse_doctype |
+                                 pugi::parse_cdata | pugi::parse_ws_pcdata;
+constexpr unsigned raw_printing = pugi::format_raw | pugi::format_no_escapes;
+constexpr int deepest_nesting = 100; // of what is removed; removing recurses
+
+struct Entity {
+    std::string_view name;
+    std::string_view text;
+};
+constexpr std::array<Entity, 5> entities{{{"amp", "&"}, {"lt", "<"}, {"gt", ">"}, {"quot", "\""}, {"apos", "'"}}};
+
+struct Namespace {
+    Vocabulary vocabulary;
+    std::string_view name;
+};
+constexpr std::array<Namespace, 6> namespaces{{
+    {Vocabulary::ContentTypes, "http://schemas.openxmlformats.org/package/2006/content-types"},
+    {Vocabulary::Relationships, "http://schemas.openxmlformats.org/package/2006/relationships"},
+    {Vocabulary::Spreadsheet, "http://schemas.openxmlformats.org/spreadsheetml/2006/main"},
+    {Vocabulary::Spreadsheet, "http://purl.oclc.org/ooxml/spreadsheetml/main"},
+    {Vocabulary::Document, "http://schemas.openxmlformats.org/wordprocessingml/2006/main"},
+    {Vocabulary::Document, "http://purl.oclc.org/ooxml/wordprocessingml/main"},
+}};
+
+bool speaks(pugi::xml_node root, Vocabulary vocabulary)
+{
+    if (vocabulary == Vocabulary::Any) return true;
+    const std::string_view name = root.name();
+    const auto colon = name.find(':');
+    const auto prefix = colon == std::string_view::npos ? "" : ":" + std::string(name.substr(0, colon));
+    const auto declared = root.attribute(("xmlns" + prefix).c_str());
+    if (!declared) return true;
+    const auto told = unescaped(declared.value());
+    return std::any_of(namespaces.begin(), namespaces.end(),
+                       [&](const auto& one) { return one.vocabulary == vocabulary && one.name == told; });
+}
+
+std::string with_escaped_quotes(std::string_view value)
+{
+    std::string escaped;
+    for (const char c : value) {
+        if (c == '"') {
+            escaped += "&quot;";
+        } else {
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+// Values are printed between double quotes, whichever quotes they came in.
+struct DoubleQuotes final : pugi::xml_tree_walker {
+    bool for_each(pugi::xml_node& node) override
+    {
+        for (auto attribute : node.attributes()) {
+            if (std::strchr(attribute.value(), '"'))
+                attribute.set_value(with_escaped_quotes(attribute.value()).c_str());
+        }
+        return true;
+    }
+};
+
+struct StringWriter final : pugi::xml_writer {
+    explicit StringWriter(std::string& target) : text(target) {}
+    void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+    std::string& text;
+};
+
+// What stands between & and ; as UTF-8; empty when it is nothing known.
+std::string resolved(std::string_view reference)
+{
+    if (reference.starts_with('#')) {
+        const bool is_hexadecimal = reference.size() > 1 && (reference[1] == 'x' || reference[1] == 'X');
+        const auto digits = reference.substr(is_hexadecimal ? 2 : 1);
+        std::uint32_t code = 0;
+        const auto [end, error] =
+            std::from_chars(digits.data(), digits.data() + digits.size(), code, is_hexadecimal ? 16 : 10);
+        if (error != std::errc() || end != digits.data() + digits.size()) return {};
+        return to_utf8(Text(1, static_cast<char32_t>(code)));
+    }
+    for (const auto& entity : entities) {
+        if (entity.name == reference) return std::string(entity.text);
+    }
+    return {};
+}
+
+bool is_deep(pugi::xml_node node, int left) noexcept
+{
+    if (left == 0) return true;
+    auto child = node.first_child();
+    while (child && !is_deep(child, left - 1)) child = child.next_sibling();
+    return !child.empty();
+}
+
+} // namespace
+
+XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view root, Vocabulary vocabulary)
+    : name_(std::move(name))
+{
+    const auto result = document_.load_buffer(contents.data(), contents.size(), raw_parsing, pugi::encoding_auto);
+    if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
+    const auto nodes = document_.children();
+    const bool has_type_declaration =
+        std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.type() == pugi::node_doctype; });
+    const auto element = document_.document_element();
+    if (!result || has_type_declaration || !is_named(element, root) || !speaks(element, vocabulary)) {
+        throw Damage(U"部件" + quoted(name_) + U"已损坏。");
+    }
+    if (contents.find('\'') != std::string::npos) {
+        DoubleQuotes walker;
+        document_.traverse(walker);
+    }
+    const auto declaration = document_.first_child();
+    if (declaration.type() != pugi::node_declaration) return;
+    if (contents.starts_with("<?")) {
+        const auto start = contents.find("?>") + 2;
+        behind_declaration_ = contents.substr(start, contents.find('<', start) - start);
+    }
+    // The tree is UTF-8 whatever the part was.
+    auto encoding = declaration.attribute("encoding");
+    if (encoding && lower(from_utf8(encoding.value())) != U"utf-8") encoding.set_value("UTF-8");
+}
+
+std::string XmlPart::print() const
+{
+    std::string text;
+    for (const auto node : document_.children()) {
+        append_printed(node, text);
+        if (node.type() == pugi::node_declaration) text += behind_declaration_;
+    }
+    return text;
+}
+
+std::string_view root_name(std::string_view contents) noexcept
+{
+    for (auto at = contents.find('<'); at != std::string_view::npos; at = contents.find('<', at + 1)) {
+        const auto rest = contents.substr(at + 1);
+        if (rest.starts_with('?')) continue;
+        if (rest.starts_with("!--")) {
+            at = contents.find("-->", at);
+            if (at == std::string_view::npos) break;
+            continue;
+        }
+        const auto name = rest.substr(0, rest.find_first_of(" \t\r\n/>"));
+        return name.substr(name.find(':') + 1); // without a colon that is the whole name
+    }
+    return {};
+}
+
+std::uint64_t tree_memory(std::string_view xml) noexcept
+{
+    // The nodes of the tree, an element's with what finds it. Texts stand there several times: packed out, parsed, as
+    // they are told.
+    constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40;
+    std::uint64_t attributes = xml.starts_with('=') ? 1 : 0, texts = 0, elements = 0;
+    // Parts have millions of bytes. Counts that fit into bytes, without a branch, let the compiler look at many at
+    // once.
+    constexpr std::size_t block = std::numeric_limits<std::uint8_t>::max();
+    const auto count = [](std::uint8_t& counter, bool counts) {
+        counter = static_cast<std::uint8_t>(counter + counts);
+    };
+    for (std::size_t first = 1; first < xml.size(); first += block) {
+        std::uint8_t equals_signs = 0, text_ends = 0, element_starts = 0;
+        const std::size_t end = std::min(first + block, xml.size());
+        for (std::size_t i = first; i < end; ++i) {
+            const char before = xml[i - 1], c = xml[i];
+            count(equals_signs, c == '=');
+            count(text_ends, bool((c == '<') & (before != '>')));
+            count(element_starts, bool((before == '<') & (c != '/')));
+        }
+        attributes += equals_signs;
+        texts += text_ends;
+        elements += element_starts;
+    }
+    return xml.size() * least_tree_memory_per_byte + attributes * of_attribute + texts * of_text +
+           elements * of_element;
+}
+
+bool is_named(pugi::xml_node node, std::string_view local_name) noexcept
+{
+    const std::string_view name = node.name();
+    if (!name.ends_with(local_name)) return false;
+    return name.size() == local_name.size() || name[name.size() - local_name.size() - 1] == ':';
+}
+
+pugi::xml_node child_named(pugi::xml_node parent, std::string_view local_name) noexcept
+{
+    auto child = parent.first_child();
+    while (child && !is_named(child, local_name)) child = child.next_sibling();
+    return child;
+}
+
+std::string name_like(pugi::xml_node relative, std::string_view local_name)
+{
+    const std::string_view name = relative.name();
+    std::string full(name.substr(0, name.find(':') + 1)); // without a colon that is the empty text
+    return full.append(local_name);
+}
+
+std::string unescaped(std::string_view raw)
+{
+    if (raw.find_first_of("&\r") == std::string_view::npos) return std::string(raw);
+    std::string text;
+    text.reserve(raw.size());
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        if (raw[i] == '\r') {
+            text += '\n';
+            if (i + 1 < raw.size() && raw[i + 1] == '\n') ++i;
+            continue;
+        }
+        if (raw[i] == '&') {
+            constexpr std::size_t longest_reference = 12;
+            const auto end = raw.substr(0, i + longest_reference).find(';', i);
+            const auto character = end == std::string_view::npos ? "" : resolved(raw.substr(i + 1, end - i - 1));
+            if (!character.empty()) {
+                text += character;
+                i = end;
+                continue;
+            }
+        }
+        text += raw[i];
+    }
+    return text;
+}
+
+std::string escaped(std::string_view text)
+{
+    std::string raw;
+    raw.reserve(text.size());
+    for (const char c : text) {
+        switch (c) {
+        case '&': raw += "&amp;"; break;
+        case '<': raw += "&lt;"; break;
+        case '>': raw += "&gt;"; break;
+        case '"': raw += "&quot;"; break;
+        default: raw += c;
+        }
+    }
+    return raw;
+}
+
+std::string attribute_text(pugi::xml_node node, const char* name)
+{
+    return unescaped(node.attribute(name).value());
+}
+
+void set_attribute(pugi::xml_node node, const char* name, std::string_view text)
+{
+    auto attribute = node.attribute(name);
+    if (!attribute) attribute = node.append_attribute(name);
+    attribute.set_value(escaped(text).c_str());
+}
+
+void append_printed(pugi::xml_node element, std::string& target)
+{
+    StringWriter writer(target);
+    element.print(writer, "", raw_printing, pugi::encoding_utf8);
+}
+
+void append_elements(pugi::xml_node parent, std::string_view printed)
+{
+    if (!parent.append_buffer(printed.data(), printed.size(), raw_parsing, pugi::encoding_utf8)) {
+        throw std::bad_alloc(); // the XML is our own
+    }
+}
+
+void append_raw_element(pugi::xml_node parent, const char* local_name, const std::string& raw)
+{
+    parent.append_child(name_like(parent, local_name).c_str()).append_child(pugi::node_pcdata).set_value(raw.c_str());
+}
+
+std::string element_text(pugi::xml_node element)
+{
+    std::string text;
+    for (const auto child : element.children()) {
+        if (child.type() == pugi::node_pcdata) text += unescaped(child.value());
+        if (child.type() == pugi::node_cdata) text += child.value();
+    }
+    return text;
+}
+
+void set_raw_text(pugi::xml_node element, const std::string& raw)
+{
+    while (element.first_child()) remove_element(element, element.first_child());
+    element.append_child(pugi::node_pcdata).set_value(raw.c_str());
+}
+
+void remove_element(pugi::xml_node parent, pugi::xml_node child)
+{
+    check_removable(child);
+    parent.remove_child(child);
+}
+
+void check_removable(pugi::xml_node element)
+{
+    if (is_deep(element, deepest_nesting)) throw Damage(U"部件里的元素嵌套过深。");
+}
+
+} // namespace tarvik::ooxml

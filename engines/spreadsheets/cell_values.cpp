@@ -1,0 +1,216 @@
+#include "engines/spreadsheets/cell_values.h"
+
+#include "engines/spreadsheets/cell_text.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <optional>
+
+namespace tarvik::ooxml {
+
+namespace {
+
+std::string_view without_blanks(std::string_view text)
+{
+    constexpr std::string_view blanks = " \t\r\n";
+    const auto first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+template <typename Number>
+std::optional<Number> parsed(std::string_view text)
+{
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+Text number_or_as_written(std::string_view written)
+{
+    const auto number = parsed<double>(written);
+    return number ? number_text(*number) : from_utf8(written);
+}
+
+// A number of so many digits there, as long as it is no more than `most`.
+std::optional<int> part_of(std::string_view text, std::size_t at, std::size_t count, int most)
+{
+    if (at + count > text.size()) return std::nullopt;
+    const auto number = parsed<int>(text.substr(at, count));
+    return number && *number >= 0 && *number <= most ? number : std::nullopt;
+}
+
+// "2024-05-06" as the number of its day.
+std::optional<int> day_number(std::string_view date, bool counts_from_1904)
+{
+    constexpr int most_years = 9999, most_months = 12, most_days = 31;
+    const auto year = part_of(date, 0, 4, most_years);
+    const auto month = part_of(date, 5, 2, most_months);
+    const auto day = part_of(date, 8, 2, most_days);
+    if (!year || !month || !day || date[4] != '-' || date[7] != '-') return std::nullopt;
+    using namespace std::chrono;
+    const auto told = std::chrono::year(*year) / *month / *day;
+    if (!told.ok()) return std::nullopt;
+    if (counts_from_1904) return (sys_days(told) - sys_days(1904y / January / 1)).count();
+    // This calendar has a February 29th in 1900, so the days before it count one less.
+    const auto number = (sys_days(told) - sys_days(1899y / December / 30)).count();
+    constexpr int first_of_march = 61;
+    return number < first_of_march ? number - 1 : number;
+}
+
+// "12:00:00.25" as a part of the day, to the nearest second.
+std::optional<double> part_of_day(std::string_view time)
+{
+    constexpr int hours_of_day = 24, most = 59, seconds_of_minute = 60, seconds_of_hour = 3600;
+    const auto hours = part_of(time, 0, 2, hours_of_day);
+    const auto minutes = part_of(time, 3, 2, most);
+    if (!hours || !minutes || time[2] != ':') return std::nullopt;
+    const auto seconds = part_of(time, 6, 2, most).value_or(0);
+    const bool rounds_up = time.size() > 9 && time[8] == '.' && time[9] >= '5' && time[9] <= '9';
+    const int all = *hours * seconds_of_hour + *minutes * seconds_of_minute + seconds + (rounds_up ? 1 : 0);
+    return static_cast<double>(all) / (hours_of_day * seconds_of_hour);
+}
+
+// Of "2024-05-06T12:00:00", a date alone or a time alone; nothing for another form.
+std::optional<double> serial_number(std::string_view written, bool counts_from_1904)
+{
+    if (const auto time = part_of_day(written)) return time;
+    const auto day = day_number(written, counts_from_1904);
+    if (!day) return std::nullopt;
+    constexpr std::size_t date_length = 10;
+    if (written.size() == date_length) return *day;
+    const auto time = part_of_day(written.substr(date_length + 1));
+    return time ? std::optional(*day + *time) : std::nullopt;
+}
+
+// Of a text in the table.
+std::optional<std::size_t> text_index(pugi::xml_node cell)
+{
+    const auto value = child_named(cell, "v");
+    // Every cell of a sheet is asked, and nearly all write the digits alone.
+    if (const auto index = parsed<std::size_t>(value.first_child().value());
+        index && !value.first_child().next_sibling())
+        return index;
+    return parsed<std::size_t>(without_blanks(element_text(value)));
+}
+
+bool is_blank(pugi::xml_node value)
+{
+    return without_blanks(element_text(value)).empty();
+}
+
+bool is_shared_text(pugi::xml_node cell) noexcept
+{
+    return std::string_view(cell.attribute("t").value()) == "s";
+}
+
+void set_value(pugi::xml_node cell, const std::string& raw)
+{
+    auto value = child_named(cell, "v");
+    if (value) return set_raw_text(value, raw);
+    append_raw_element(cell, "v", raw);
+}
+
+} // namespace
+
+void CellValues::check(pugi::xml_node cell) const
+{
+    if (!is_shared_text(cell)) return;
+    const auto index = text_index(cell);
+    if (index && strings_ && strings_->has(*index)) return;
+    if (!is_blank(child_named(cell, "v"))) {
+        throw Damage(U"单元格 " + from_utf8(attribute_text(cell, "r")) + U" 引用的文本不存在。");
+    }
+}
+
+Text CellValues::text(pugi::xml_node cell) const
+{
+    const auto type = attribute_text(cell, "t");
+    if (type == "inlineStr") return rich_text(child_named(cell, "is"));
+    const auto held = element_text(child_named(cell, "v"));
+    if (type == "str") return decode_cell_text(held);
+    const auto written = without_blanks(held);
+    if (type == "s") {
+        const auto index = text_index(cell);
+        return index && strings_ ? strings_->text(*index) : Text();
+    }
+    if (written.empty()) return {};
+    if (type == "b") return written == "1" || written == "true" ? U"True" : U"False";
+    if (type == "e") return from_utf8(written);
+    if (type == "d") {
+        const auto serial = serial_number(written, counts_from_1904_);
+        return serial ? number_text(*serial) : from_utf8(written);
+    }
+    return number_or_as_written(written);
+}
+
+std::optional<double> CellValues::number(pugi::xml_node cell) const
+{
+    const auto type = attribute_text(cell, "t");
+    const auto held = element_text(child_named(cell, "v"));
+    const auto written = without_blanks(held);
+    if (type == "d") return serial_number(written, counts_from_1904_);
+    return type.empty() || type == "n" ? parsed<double>(written) : std::nullopt;
+}
+
+bool CellValues::is_empty(pugi::xml_node cell) const
+{
+    if (!cell.first_child()) return true;
+    if (child_named(cell, "f")) return false;
+    if (!is_shared_text(cell)) return text(cell).empty();
+    // Many cells may share a long text: it is not read for each of them.
+    const auto index = text_index(cell);
+    return !index || !strings_ || strings_->is_empty(*index);
+}
+
+void CellValues::erase(pugi::xml_node cell)
+{
+    if (is_shared_text(cell) && strings_) strings_->count_references(-1);
+    if (cell.first_child()) {
+        for (const char* name : {"f", "v", "is"}) {
+            if (const auto child = child_named(cell, name)) remove_element(cell, child);
+        }
+    }
+    // Type, and what belongs to the lost value: its record in the metadata, its phonetic reading.
+    constexpr std::array<std::string_view, 4> of_value{"t", "cm", "vm", "ph"};
+    for (auto attribute = cell.first_attribute(); attribute;) {
+        const auto next = attribute.next_attribute();
+        if (std::ranges::find(of_value, attribute.name()) != of_value.end()) cell.remove_attribute(attribute);
+        attribute = next;
+    }
+}
+
+void CellValues::write_text(pugi::xml_node cell, TextView text)
+{
+    erase(cell);
+    const auto raw = encode_cell_text(text);
+    if (strings_) {
+        cell.append_attribute("t").set_value("s");
+        set_value(cell, std::to_string(strings_->add(raw)));
+        strings_->count_references(1);
+        return;
+    }
+    cell.append_attribute("t").set_value("inlineStr");
+    auto holder = cell.prepend_child(name_like(cell, "is").c_str());
+    append_raw_element(holder, "t", raw);
+    if (needs_preserving(raw)) set_attribute(holder.first_child(), "xml:space", "preserve");
+}
+
+void CellValues::write_number(pugi::xml_node cell, double number)
+{
+    erase(cell);
+    if (!std::isfinite(number)) {
+        set_attribute(cell, "t", "e");
+        return set_value(cell, "#NUM!");
+    }
+    constexpr std::size_t longest_number = 32;
+    std::array<char, longest_number> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), number == 0 ? 0.0 : number).ptr; // no "-0"
+    set_value(cell, std::string(digits.begin(), end));
+}
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "engines/spreadsheets/shared_strings.h"
+
+#include <memory>
+#include <optional>
+
+#include <pugixml.hpp>
+
+namespace tarvik::ooxml {
+
+/// Reads and writes what a cell's element holds. Texts go to the workbook's table of texts, or into the cell where the
+/// workbook has none.
+class CellValues {
+public:
+    /// `strings` may be null. `counts_from_1904`: which of its two calendars the workbook uses.
+    CellValues(SharedStrings* strings, bool counts_from_1904) : strings_(strings), counts_from_1904_(counts_from_1904)
+    {
+    }
+
+    /// Damage when the cell refers to a text that is not in the table.
+    void check(pugi::xml_node cell) const;
+    /// The value as text; of a formula its cached result.
+    Text text(pugi::xml_node cell) const;
+    /// The number of a cell that holds one; of a formula its cached result.
+    std::optional<double> number(pugi::xml_node cell) const;
+    /// Whether there is neither a formula nor a value in it.
+    bool is_empty(pugi::xml_node cell) const;
+    /// Takes formula and value away; the format stays.
+    void erase(pugi::xml_node cell);
+    void write_text(pugi::xml_node cell, TextView text);
+    void write_number(pugi::xml_node cell, double number);
+
+private:
+    SharedStrings* strings_;
+    bool counts_from_1904_;
+};
+
+} // namespace tarvik::ooxml

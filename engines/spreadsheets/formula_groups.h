@@ -1,0 +1,50 @@
+#pragma once
+
+#include "engines/spreadsheets/range_set.h"
+#include "engines/spreadsheets/sheet_cells.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace tarvik::ooxml {
+
+/// The formula cells of a sheet as the part holds them: alone, sharing one formula, or filled by an array formula or a
+/// data table.
+class FormulaGroups {
+public:
+    explicit FormulaGroups(const SheetCells& cells);
+
+    /// Whether the cell is filled by an array formula or a data table; it is a formula cell even with nothing in it.
+    bool fills(Place place) const noexcept { return filled_.contains(place); }
+    /// To be called before cells of the range are overwritten. Of the cells outside of it that share a formula told
+    /// inside the first one tells it from now on. Damage, with nothing changed, when only a part of an array formula or
+    /// a data table would be lost.
+    void release(const Range& overwritten);
+    /// Takes the cached results away from all formula cells; whether there were any.
+    bool drop_results();
+
+private:
+    struct Shared {
+        std::string formula;
+        std::vector<Place> others;
+    };
+    struct Piece {
+        Place master; // of the group that it was
+        std::vector<Place> cells;
+    };
+
+    void add_shared(Place place, pugi::xml_node formula, std::map<std::string, Place>& masters);
+    std::vector<Piece> pieces_left(const Range& overwritten) const;
+    void share_anew(Place master, std::vector<Place> cells);
+    bool still_shares(Place place) const;
+
+    const SheetCells& cells_;
+    std::vector<Place> formula_cells_;
+    std::vector<Range> filled_ranges_; // of more than one cell
+    RangeSet filled_;                  // the same
+    std::map<Place, Shared> shared_;   // by the cell that tells the formula
+    long long last_number_ = 0;        // of a group
+};
+
+} // namespace tarvik::ooxml

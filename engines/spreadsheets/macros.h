@@ -1,0 +1,14 @@
+#pragma once
+
+#include "engines/packages/package_editor.h"
+
+namespace tarvik::ooxml {
+
+/// The relationship id that an element of the workbook's part bears; the prefix of its namespace may be any.
+std::string relationship_id(pugi::xml_node node);
+
+/// Takes away what a workbook without macros must not have: the macro project, macro sheets with the names that mean
+/// them, and ribbons whose buttons run macros.
+void drop_macros(PackageEditor& package, XmlPart& workbook, Relationships& of_workbook);
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,219 @@
+#include "engines/spreadsheets/sheet_cells.h"
+
+#include "engines/packages/xml_part.h"
+
+namespace tarvik::ooxml {
+
+namespace {
+
+bool is_before(const NumberedElement& a, const NumberedElement& b) noexcept
+{
+    return a.number < b.number;
+}
+
+// Orders elements by their numbers, in the part too, where whatever else is there stays behind them.
+void put_in_order(pugi::xml_node parent, std::vector<NumberedElement>& elements)
+{
+    if (std::is_sorted(elements.begin(), elements.end(), is_before)) return;
+    std::stable_sort(elements.begin(), elements.end(), is_before);
+    for (auto element = elements.rbegin(); element != elements.rend(); ++element) parent.prepend_move(element->node);
+}
+
+int told_or_next(const std::optional<int>& told, bool is_told, int last_number, int limit)
+{
+    const int number = is_told ? told.value_or(0) : last_number + 1;
+    if (number < 1 || number > limit) throw Damage(U"工作表里有无效的行号或单元格位置。");
+    return number;
+}
+
+std::vector<NumberedElement> numbered_rows(pugi::xml_node sheet_data)
+{
+    std::vector<NumberedElement> rows;
+    int last = 0;
+    for (auto node : sheet_data.children()) {
+        if (!is_named(node, "row")) continue;
+        const auto told = node.attribute("r");
+        last = told_or_next(parse_count(told.value(), last_row_of_sheet), !told.empty(), last, last_row_of_sheet);
+        if (!told) node.append_attribute("r").set_value(last);
+        rows.push_back({last, node});
+    }
+    put_in_order(sheet_data, rows);
+    return rows;
+}
+
+std::vector<NumberedElement> numbered_cells(const NumberedElement& row)
+{
+    std::vector<NumberedElement> cells;
+    int last = 0;
+    for (auto node : row.node.children()) {
+        if (!is_named(node, "c")) continue;
+        const auto told = node.attribute("r");
+        const auto place = parse_place(told.value());
+        const auto column = place && place->row == row.number ? std::optional(place->column) : std::nullopt;
+        last = told_or_next(column, !told.empty(), last, last_column_of_sheet);
+        if (!told) node.append_attribute("r").set_value(place_name({row.number, last}).c_str());
+        cells.push_back({last, node});
+    }
+    return cells;
+}
+
+void refuse_repeated(const std::vector<NumberedElement>& cells)
+{
+    const auto is_same = [](const auto& a, const auto& b) { return a.number == b.number; };
+    if (std::adjacent_find(cells.begin(), cells.end(), is_same) != cells.end()) {
+        throw Damage(U"工作表里有重复的单元格。");
+    }
+}
+
+} // namespace
+
+SheetCells::SheetCells(pugi::xml_node worksheet)
+    : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData")), grown_(sheet_data_)
+{
+    if (!sheet_data_) throw Damage(U"工作表没有单元格数据。");
+    index();
+    dimension_ = parse_range(attribute_text(child_named(worksheet_, "dimension"), "ref"));
+}
+
+void SheetCells::index()
+{
+    const auto pieces = numbered_rows(sheet_data_);
+    for (auto piece = pieces.begin(); piece != pieces.end();) {
+        const auto row = *piece;
+        auto cells = numbered_cells(row);
+        for (++piece; piece != pieces.end() && piece->number == row.number; ++piece) {
+            for (const auto& cell : numbered_cells(*piece)) {
+                auto target = row.node;
+                cells.empty() ? target.prepend_move(cell.node) : target.insert_move_after(cell.node, cells.back().node);
+                cells.push_back(cell);
+            }
+            remove_element(sheet_data_, piece->node);
+        }
+        put_in_order(row.node, cells);
+        refuse_repeated(cells);
+        rows_.emplace_hint(rows_.end(), row.number, Row{row.node, std::move(cells)});
+    }
+}
+
+// Its element is about to go.
+void SheetCells::forget_begun_row() const
+{
+    if (grown_.begun() > 0) rows_.erase(grown_.begun());
+}
+
+void SheetCells::lay_down_grown_rows()
+{
+    forget_begun_row();
+    grown_.lay_down();
+}
+
+void SheetCells::take_out_grown_rows() const
+{
+    forget_begun_row();
+    for (const auto row : grown_.take_out()) {
+        const NumberedElement numbered{row.attribute("r").as_int(), row};
+        rows_.emplace_hint(rows_.end(), numbered.number, Row{row, numbered_cells(numbered)});
+    }
+}
+
+void SheetCells::require_elements(int first_row, int last_row) const
+{
+    if (grown_.has_text_of(first_row, last_row)) take_out_grown_rows();
+}
+
+pugi::xml_node SheetCells::find(Place place) const
+{
+    require_elements(place.row, place.row);
+    const auto row = rows_.find(place.row);
+    if (row == rows_.end()) return {};
+    const auto& cells = row->second.cells;
+    const auto cell = std::lower_bound(cells.begin(), cells.end(), place.column,
+                                       [](const auto& one, int column) { return one.number < column; });
+    return cell != cells.end() && cell->number == place.column ? cell->node : pugi::xml_node();
+}
+
+SheetCells::Row& SheetCells::ensure_row(int number)
+{
+    if (!rows_.empty() && rows_.rbegin()->first == number) return rows_.rbegin()->second; // a list grows there
+    require_elements(number, number);
+    auto next = rows_.lower_bound(number);
+    if (next == rows_.end()) {
+        forget_begun_row();
+        return rows_.emplace_hint(rows_.end(), number, Row{grown_.begin(number), {}})->second;
+    }
+    if (next->first == number) return next->second;
+    if (next->first == grown_.begun()) {
+        take_out_grown_rows();
+        next = rows_.lower_bound(number);
+    }
+    auto node = sheet_data_.insert_child_before(name_like(sheet_data_, "row").c_str(), next->second.node);
+    node.append_attribute("r").set_value(number);
+    return rows_.emplace_hint(next, number, Row{node, {}})->second;
+}
+
+pugi::xml_node SheetCells::ensure(Place place)
+{
+    auto& row = ensure_row(place.row);
+    const auto next = std::lower_bound(row.cells.begin(), row.cells.end(), place.column,
+                                       [](const auto& one, int column) { return one.number < column; });
+    if (next != row.cells.end() && next->number == place.column) return next->node;
+    const auto name = name_like(row.node, "c");
+    // Behind the last cell there may be an extension list, which must stay last.
+    auto node = row.cells.empty()         ? row.node.prepend_child(name.c_str())
+                : next == row.cells.end() ? row.node.insert_child_after(name.c_str(), row.cells.back().node)
+                                          : row.node.insert_child_before(name.c_str(), next->node);
+    node.append_attribute("r").set_value(place_name(place).c_str());
+    const char* format = format_of_missing(row, place.column);
+    if (*format != 0) node.append_attribute("s").set_value(format);
+    row.cells.insert(next, {place.column, node});
+    widen(row, place);
+    return node;
+}
+
+const char* SheetCells::format_of_missing(const Row& row, int column)
+{
+    const auto format = row.node.attribute("s");
+    if (format && row.node.attribute("customFormat").as_bool()) return format.value();
+    if (!column_formats_) {
+        column_formats_.emplace();
+        for (const auto node : child_named(worksheet_, "cols").children()) {
+            if (!node.attribute("style")) continue;
+            column_formats_->push_back(
+                {node.attribute("min").as_int(), node.attribute("max").as_int(), node.attribute("style").value()});
+        }
+    }
+    for (const auto& one : *column_formats_) {
+        if (column >= one.first && column <= one.last) return one.format;
+    }
+    return "";
+}
+
+void SheetCells::widen(Row& row, Place place)
+{
+    row.node.remove_attribute("spans"); // only a hint, and readers differ on a wrong one
+    if (!dimension_ || dimension_->contains(place)) return;
+    dimension_->include(place);
+    set_attribute(child_named(worksheet_, "dimension"), "ref", range_name(*dimension_));
+}
+
+void SheetCells::visit(const Range& range, const Visitor& visitor) const
+{
+    require_elements(range.first.row, range.last.row);
+    for (auto row = rows_.lower_bound(range.first.row); row != rows_.end() && row->first <= range.last.row; ++row) {
+        for (const auto& cell : row->second.cells) {
+            if (cell.number > range.last.column) break;
+            if (cell.number >= range.first.column) visitor({row->first, cell.number}, cell.node);
+        }
+    }
+}
+
+void SheetCells::visit_formulas(const Visitor& visitor) const
+{
+    for (const auto& [number, row] : rows_) {
+        for (const auto& cell : row.cells) {
+            if (child_named(cell.node, "f")) visitor({number, cell.number}, cell.node);
+        }
+    }
+}
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "engines/spreadsheets/growing_rows.h"
+#include "engines/spreadsheets/places.h"
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <vector>
+
+#include <pugixml.hpp>
+
+namespace tarvik::ooxml {
+
+struct NumberedElement {
+    int number; ///< of the row or column
+    pugi::xml_node node;
+};
+
+/// The rows and cells that a worksheet part has, found by place. Rows and cells that do not tell their place get it
+/// told, those that are out of order are put in order, and a row told in several pieces becomes one. Damage when a cell
+/// is told twice or a place is none.
+class SheetCells {
+public:
+    explicit SheetCells(pugi::xml_node worksheet);
+
+    /// The cell's element, or a null node.
+    pugi::xml_node find(Place place) const;
+    /// The cell's element, made in its order if it is missing, with the format of its row or else of its column.
+    pugi::xml_node ensure(Place place);
+    using Visitor = std::function<void(Place, pugi::xml_node)>;
+    /// All elements in the range, row by row. The visitor may change what is in a cell.
+    void visit(const Range& range, const Visitor& visitor) const;
+    /// All elements that hold a formula, row by row.
+    void visit_formulas(const Visitor& visitor) const;
+
+    /// Until one of these is called the part lacks the rows by which the sheet has grown. As text they can be printed.
+    void lay_down_grown_rows();
+    void take_out_grown_rows() const;
+
+private:
+    struct Row {
+        pugi::xml_node node;
+        std::vector<NumberedElement> cells; // by column
+    };
+    struct ColumnFormat {
+        int first;
+        int last;
+        const char* format; ///< as the part writes it, held by the tree
+    };
+
+    void index();
+    void forget_begun_row() const;
+    void require_elements(int first_row, int last_row) const;
+    Row& ensure_row(int number);
+    const char* format_of_missing(const Row& row, int column);
+    void widen(Row& row, Place place);
+
+    pugi::xml_node worksheet_;
+    pugi::xml_node sheet_data_;
+    // A row is looked for in one of two forms, so that looking may change the form of all that have grown.
+    mutable std::map<int, Row> rows_; // that are elements
+    mutable GrowingRows grown_;
+    std::optional<Range> dimension_;
+    std::optional<std::vector<ColumnFormat>> column_formats_;
+};
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,140 @@
+#include "engines/spreadsheets/workbook.h"
+
+#include "engines/packages/temporary_folder.h"
+#include "engines/spreadsheets/sheet_look.h"
+#include "platform/files/file_name.h"
+
+namespace tarvik::ooxml {
+
+namespace {
+
+struct SaveTarget {
+    Text path;
+    WorkbookFormat format;
+};
+
+/// The extension tells the format; behind any that is none of a workbook .xlsx is added.
+SaveTarget save_target(TextView path)
+{
+    const auto name = split_path(path).name;
+    const auto point = name.rfind(U'.');
+    const auto extension = point == npos ? Text() : lower(name.substr(point));
+    if (extension == U".xlsm") return {path.str(), WorkbookFormat::WithMacros};
+    if (extension == U".xlsx") return {path.str(), WorkbookFormat::Plain};
+    if (extension == U".xls") {
+        throw Failure(U"无法保存工作簿“" + path.str() + U"”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
+    }
+    return {path.str() + U".xlsx", WorkbookFormat::Plain};
+}
+
+} // namespace
+
+class OoxmlWorkbook::Sheet final : public Worksheet, public PicturedSheet {
+    template <typename Work>
+    decltype(auto) naming(Work&& work) const
+    {
+        return naming_workbook(workbook_.path_, std::forward<Work>(work));
+    }
+
+public:
+    Sheet(OoxmlWorkbook& workbook, SheetPart& part) : workbook_(workbook), part_(part) {}
+
+    Text cell(int row, int column) const override
+    {
+        return naming([&] { return part_.text({row, column}); });
+    }
+
+    CellValue value(int row, int column) const override
+    {
+        if (const auto number = naming([&] { return part_.number({row, column}); })) return *number;
+        return cell(row, column);
+    }
+
+    bool is_empty(int row, int column) const override
+    {
+        return naming([&] { return part_.is_empty({row, column}); });
+    }
+
+    void set_cell(int row, int column, const CellValue& value) override
+    {
+        const auto write = [&](const auto& held) { return part_.write({row, column}, held); };
+        if (naming([&] { return std::visit(write, value); })) workbook_.note_new_values();
+    }
+
+    int clear(int first_row, int last_row, int first_column, int last_column) override
+    {
+        const Range range{{first_row, first_column}, {last_row, last_column}};
+        const int count = naming([&] { return part_.clear(range); });
+        if (count > 0) workbook_.note_new_values();
+        return count;
+    }
+
+    void print_out() override { workbook_.print(); }
+
+    SheetPicture picture(int rows, int columns) const override
+    {
+        return naming([&] { return sheet_look(part_.part().root(), workbook_.model().original(), rows, columns); });
+    }
+
+private:
+    OoxmlWorkbook& workbook_;
+    SheetPart& part_;
+};
+
+OoxmlWorkbook::OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package)
+    : files_(files), printer_(printer), path_(std::move(path)),
+      model_(naming_workbook(path_, [&] { return std::make_unique<WorkbookModel>(std::move(package)); }))
+{
+}
+
+OoxmlWorkbook::~OoxmlWorkbook() = default;
+
+WorkbookModel& OoxmlWorkbook::model() const
+{
+    if (!model_) throw Failure(U"工作簿“" + path_ + U"”已经关闭。");
+    return *model_;
+}
+
+Worksheet& OoxmlWorkbook::worksheet(int index)
+{
+    auto& part = naming_workbook(path_, [&]() -> SheetPart& { return model().sheet(index); });
+    auto& sheet = sheets_[index];
+    if (!sheet) sheet = std::make_unique<Sheet>(*this, part);
+    return *sheet;
+}
+
+void OoxmlWorkbook::note_new_values()
+{
+    model().note_new_values();
+    is_saved_ = false;
+}
+
+const std::string& OoxmlWorkbook::packed() const
+{
+    return naming_workbook(path_, [this]() -> const std::string& { return model().pack(); });
+}
+
+void OoxmlWorkbook::save_as(TextView path)
+{
+    auto target = save_target(path);
+    naming_workbook(path_, [&] { model().set_format(target.format); });
+    files_.replace(target.path, packed());
+    path_ = std::move(target.path);
+    is_saved_ = true;
+}
+
+void OoxmlWorkbook::close(bool save_changes)
+{
+    if (save_changes && !is_saved_) files_.replace(path_, packed());
+    sheets_.clear();
+    model_.reset();
+}
+
+void OoxmlWorkbook::print()
+{
+    const auto name = split_path(path_).name;
+    if (is_saved_) return printer_.print(files_.resolve(path_), name);
+    print_copy(files_, printer_, name, packed());
+}
+
+} // namespace tarvik::ooxml

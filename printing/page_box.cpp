@@ -1,0 +1,84 @@
+#include "printing/page_box.h"
+
+#include "mainwindow/installation_files.h"
+#include "platform/text/code_page.h"
+#include "runs/folder_walk.h"
+#include "runs/sheet_path.h"
+#include "runs/tasks.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::u32string_view line_tail = U"\t\r\n";
+constexpr std::size_t shortest_search = 3;
+
+// A root keeps its separator.
+Text without_separator(Text folder)
+{
+    if (folder.size() > 1) folder.pop_back();
+    return folder;
+}
+
+void note_folder(Program& program)
+{
+    Form1& form1 = program.form1;
+    const Text folder = form1.scanfolderset ? form1.scanfolder : Text();
+    program.platform.files.append(installed(program, files::report_3139), encode(folder + U"\r\n"));
+    form1.RichTextBox3.append(folder + Text(line_tail));
+}
+
+void lock_folder(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (!program.platform.files.folder_exists(files::printed_output))
+        program.platform.files.create_folder(files::printed_output);
+    const auto picked = pick_file(program, any_file_filter);
+    if (!picked) return;
+    form1.scanfolder = without_separator(picked->folder);
+    form1.scanfolderset = true;
+    tell(program, U"打印文件所在目录锁定为:     " + form1.scanfolder + U"/" + picked->name);
+}
+
+void print(Program& program, const Text& path)
+{
+    SpreadsheetTask task(program, path);
+    task.sheet().print_out();
+    task.finish(Changes::Save);
+}
+
+void print_matching(Program& program, const Text& search)
+{
+    Form1& form1 = program.form1;
+    std::vector<Text> names = walked_names(program, form1.scanfolder);
+    std::erase_if(names, [&](const Text& name) { return lower(name).find(search) == Text::npos; });
+    work_through(program, names, [&](const Text& name) {
+        const Text path = form1.scanfolder + U"/" + name;
+        form1.RichTextBox3.append(name + Text(line_tail));
+        print(program, path);
+        program.platform.files.move_file(path, free_path(program, Text(files::printed_output), name));
+    });
+}
+
+} // namespace
+
+void print_by_name(Program& program)
+{
+    Form1& form1 = program.form1;
+    form1.RichTextBox1.set_visible(false);
+    form1.RichTextBox2.set_visible(false);
+    form1.RichTextBox3.set_visible(true);
+    TextBox& box = form1.page_box();
+    if (!box.text().empty()) {
+        note_folder(program);
+        if (!form1.scanfolderset) {
+            lock_folder(program);
+            return;
+        }
+    }
+    if (!form1.scanfolderset) return;
+    if (box.text().size() >= shortest_search) print_matching(program, box.text());
+    box.set_text({});
+}
+
+} // namespace tarvik

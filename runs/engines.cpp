@@ -1,0 +1,149 @@
+#include "runs/engines.h"
+
+#include "engines/documents/engine.h"
+#include "engines/libreoffice/engine.h"
+#include "engines/packages/compound_file.h"
+#include "engines/packages/file_kind.h"
+#include "engines/spreadsheets/engine.h"
+
+#include <array>
+#include <fstream>
+
+namespace tarvik {
+
+namespace {
+
+struct EngineRow {
+    std::string_view name;
+    Engine engine;
+};
+constexpr EngineRow engine_names[] = {
+    {.name = "auto", .engine = Engine::Auto},
+    {.name = "ooxml", .engine = Engine::Ooxml},
+};
+
+class EmbeddedEngines final : public OfficeEngines {
+public:
+    EmbeddedEngines(Files& files, Printer& printer) : spreadsheets_(files, printer), documents_(files, printer) {}
+
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return spreadsheets_.create(); }
+    std::unique_ptr<DocumentApplication> create_document() override { return documents_.create(); }
+
+private:
+    OoxmlSpreadsheets spreadsheets_;
+    OoxmlDocuments documents_;
+};
+
+// Only the beginning is read: a package's beginning says it all, and a run opens thousands of files. A file that cannot
+// be read is none of the older formats; who opens it tells why.
+bool is_of_older_format(Files& files, TextView path)
+{
+    if (!files.file_exists(path)) return false; // a pipe would hold the program up
+    std::array<char, 8> beginning{};
+    std::ifstream stream(files.resolve(path), std::ios::binary);
+    stream.read(beginning.data(), beginning.size());
+    if (!is_compound_file({beginning.data(), static_cast<std::size_t>(stream.gcount())})) return false;
+    const auto kind = file_kind(files.read(path));
+    return kind == FileKind::Workbook || kind == FileKind::Document;
+}
+
+// An application that is one of either engine for each file; both are made when a file first needs them.
+template <typename Application, typename File>
+class ApplicationByContent final : public Application {
+public:
+    using Make = std::unique_ptr<Application> (OfficeEngines::*)();
+
+    ApplicationByContent(Files& files, OfficeEngines& embedded, OfficeEngines& suite, Make make)
+        : files_(files), embedded_{embedded, nullptr}, suite_{suite, nullptr}, make_(make)
+    {
+    }
+
+    void set_visible(bool visible) override
+    {
+        is_visible_ = visible;
+        for (auto* side : {&embedded_, &suite_}) {
+            if (side->application) side->application->set_visible(visible);
+        }
+    }
+
+    File& open(TextView path) override
+    {
+        auto& side = is_of_older_format(files_, path) ? suite_ : embedded_;
+        if (!side.application) {
+            side.application = (side.engines.*make_)();
+            side.application->set_visible(is_visible_);
+        }
+        return side.application->open(path);
+    }
+
+    void quit() override
+    {
+        for (auto* side : {&embedded_, &suite_}) {
+            if (side->application) side->application->quit();
+        }
+    }
+
+private:
+    struct Side {
+        OfficeEngines& engines;
+        std::unique_ptr<Application> application;
+    };
+
+    Files& files_;
+    Side embedded_, suite_;
+    Make make_;
+    bool is_visible_ = false;
+};
+
+class EnginesByContent final : public OfficeEngines {
+public:
+    EnginesByContent(Files& files, std::unique_ptr<OfficeEngines> embedded, std::unique_ptr<OfficeEngines> suite)
+        : files_(files), embedded_(std::move(embedded)), suite_(std::move(suite))
+    {
+    }
+
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override
+    {
+        return std::make_unique<ApplicationByContent<SpreadsheetApplication, Workbook>>(
+            files_, *embedded_, *suite_, &OfficeEngines::create_spreadsheet);
+    }
+
+    std::unique_ptr<DocumentApplication> create_document() override
+    {
+        return std::make_unique<ApplicationByContent<DocumentApplication, TextDocument>>(
+            files_, *embedded_, *suite_, &OfficeEngines::create_document);
+    }
+
+private:
+    Files& files_;
+    std::unique_ptr<OfficeEngines> embedded_;
+    std::unique_ptr<OfficeEngines> suite_;
+};
+
+} // namespace
+
+std::optional<Engine> engine_named(std::string_view name)
+{
+    for (const auto& row : engine_names) {
+        if (row.name == name) return row.engine;
+    }
+    if (name == libreoffice::suite_option()) return Engine::LibreOffice;
+    return std::nullopt;
+}
+
+std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
+                                            libreoffice::LibreOffice& suite)
+{
+    if (engine == Engine::LibreOffice) return std::make_unique<LibreOfficeEngines>(suite, files, printer);
+    auto embedded = std::make_unique<EmbeddedEngines>(files, printer);
+    if (engine == Engine::Ooxml) return embedded;
+    return engines_by_content(files, std::move(embedded), std::make_unique<LibreOfficeEngines>(suite, files, printer));
+}
+
+std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,
+                                                  std::unique_ptr<OfficeEngines> suite)
+{
+    return std::make_unique<EnginesByContent>(files, std::move(embedded), std::move(suite));
+}
+
+} // namespace tarvik

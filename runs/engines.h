@@ -1,0 +1,33 @@
+#pragma once
+
+#include "engines/automation.h"
+#include "engines/libreoffice/libreoffice.h"
+#include "platform/platform.h"
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace tarvik {
+
+enum class Engine {
+    Auto,       ///< what a file holds decides when it is opened
+    Ooxml,      ///< the embedded engine alone: .xlsx, .xlsm and documents that are packages like them
+    LibreOffice ///< the suite beside the program for every file: LibreOffice, on Windows the installed one
+};
+
+/// By the name that an option gives it: auto, ooxml, and libreoffice or, on Windows, office. Nothing for one that this
+/// system does not have.
+std::optional<Engine> engine_named(std::string_view name);
+
+/// The engines of the program. `suite` is started when a file first needs it; where it is missing, opening such a file
+/// is a failure that says what to install. `files`, `printer` and `suite` must outlive the engines.
+std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
+                                            libreoffice::LibreOffice& suite);
+
+/// Engines whose applications open packages with `embedded` and files of the older formats with `suite`. What is
+/// neither goes to `embedded`, whose failure tells what is wrong with it.
+std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,
+                                                  std::unique_ptr<OfficeEngines> suite);
+
+} // namespace tarvik

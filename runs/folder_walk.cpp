@@ -1,0 +1,62 @@
+#include "runs/folder_walk.h"
+
+#include "platform/files/file_name.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::size_t most_told = 10; // a box must fit the screen
+
+} // namespace
+
+std::optional<PickedFile> pick_file(Program& program, TextView filter)
+{
+    const auto path = program.platform.dialogs.open_file(filter);
+    if (!path || path->empty()) return std::nullopt;
+    const PathParts parts = split_path(*path);
+    return PickedFile{parts.folder.str(), parts.name.str()};
+}
+
+std::vector<Text> walked_names(const Program& program, TextView folder)
+{
+    std::vector<Text> names = program.platform.files.file_names(folder);
+    std::erase_if(names, [ended = false](const Text& name) mutable {
+        ended = ended || name.find(U'$') != Text::npos;
+        return ended;
+    });
+    return names;
+}
+
+std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work)
+{
+    std::vector<Text> failures;
+    for (const Text& name : names) {
+        try {
+            work(name);
+        } catch (const Failure& failure) {
+            failures.push_back(failure.message());
+        }
+    }
+    return failures;
+}
+
+Text failures_text(const std::vector<Text>& failures)
+{
+    Text text = U" 请注意：\r\n有" + number_text(failures.size()) + U"个文件没有处理：";
+    for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) text += U"\r\n" + failures[i];
+    if (failures.size() > most_told) text += U"\r\n……";
+    return text;
+}
+
+void tell_failures(Program& program, const std::vector<Text>& failures)
+{
+    if (!failures.empty()) tell(program, failures_text(failures));
+}
+
+void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work)
+{
+    tell_failures(program, work_on(names, work));
+}
+
+} // namespace tarvik

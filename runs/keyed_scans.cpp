@@ -1,0 +1,63 @@
+#include "runs/keyed_scans.h"
+
+#include "mainwindow/installation_files.h"
+
+namespace tarvik {
+
+namespace {
+
+void load_report(Program& program, TextView path)
+{
+    Form1& form1 = program.form1;
+    Document document = program.documents.load(program.platform.files, path);
+    if (document.empty()) {
+        tell(program, U"打开文件失败！");
+        return;
+    }
+    document.note_keyed_scan();
+    form1.RichTextBox2.set_content(PaneText(std::move(document)));
+}
+
+int count_in(Program& program, TextView key, std::u32string_view file)
+{
+    return scan_report(program, key, installed(program, file)).rows;
+}
+
+} // namespace
+
+ScanResult checked_scan(Program& program, TextView key)
+{
+    const ScanResult scan = scan_document(program, key);
+    if (scan.outcome == ScanOutcome::TooMany)
+        throw Failure(U" 请注意：\r\n关键字“" + key + U"”的记录超过300000条，运行已经停止；请缩小源数据报表后重试。");
+    return scan;
+}
+
+ScanResult scan_report(Program& program, TextView key, TextView path)
+{
+    program.form1.RichTextBox3.set_text(U"\r\n");
+    if (!path.empty()) load_report(program, path);
+    return checked_scan(program, key);
+}
+
+int query2(Program& program, TextView key, bool all_devices)
+{
+    return count_in(program, key, all_devices ? files::report_3139 : files::report_3138);
+}
+
+int query3(Program& program, TextView key, bool return_orders)
+{
+    return count_in(program, key, return_orders ? files::report_3137 : files::report_kept);
+}
+
+int query5(Program& program, TextView key, bool in_report)
+{
+    return scan_report(program, key, in_report ? installed(program, files::report_3158) : Text()).rows;
+}
+
+int query7(Program& program, TextView key, TextView path)
+{
+    return scan_report(program, key, path).rows;
+}
+
+} // namespace tarvik

@@ -1,0 +1,101 @@
+#include "runs/sheet_path.h"
+
+#include "platform/files/file_name.h"
+#include "platform/files/own_names.h"
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::size_t added_extension = 5; // ".xlsx", which the saving adds where there is none
+
+Text without_points(Text text)
+{
+    std::erase(text, U'.');
+    return text;
+}
+
+Text sheet_folder(Program& program, const Text& folder_text)
+{
+    if (folder_text.empty()) return program.form1.outfolder;
+    Text folder = program.form1.outfolder + safe_file_name(folder_text) + U"\\";
+    if (!program.platform.files.folder_exists(folder)) program.platform.files.create_folder(folder);
+    return folder;
+}
+
+/// `head` is cut first and `tail` only when it is too long by itself; the extension stays.
+Text fitted(TextView head, TextView tail, TextView extension)
+{
+    const std::size_t room = longest_name - name_size(extension);
+    const TextView kept_tail = cut_to_room(tail, room);
+    return cut_to_room(head, room - name_size(kept_tail)).str() + kept_tail + extension;
+}
+
+struct NameParts {
+    TextView stem;
+    TextView extension; ///< with its point; empty if there is none
+};
+
+NameParts split_extension(TextView name)
+{
+    const std::size_t point = name.rfind(U'.');
+    if (point == npos || point == 0) return {name, TextView(U"")};
+    return {name.substr(0, point), name.substr(point)};
+}
+
+Text numbered(const Text& folder, const NameParts& name, int number)
+{
+    return folder + fitted(name.stem, U" (" + number_text(number) + U")", name.extension);
+}
+
+/// The file for the name `wanted`: `path`, or that with a number when another name of this run has it.
+Text claimed(Program& program, const Text& folder, const Text& name, const Text& wanted)
+{
+    const NameParts parts = split_extension(name);
+    Text path = folder + name;
+    for (int number = 2;; ++number) {
+        const auto [owner, is_new] = program.run.names.try_emplace(lower(path), wanted);
+        if (is_new || owner->second == wanted) return path;
+        path = numbered(folder, parts, number);
+    }
+}
+
+} // namespace
+
+bool command_leads(const Program& program, TextView command)
+{
+    return TextView(program.form1.query_box().text()).starts_with(command);
+}
+
+Text sheet_path(Program& program, const SheetName& name)
+{
+    const Text folder_text = without_points(name.folder_text);
+    Text tail;
+    for (const Text& part : name.parts) tail += U"-" + part;
+    tail += name.ending;
+    const Text folder = sheet_folder(program, folder_text);
+    const Text fitting = usable_name(fitted(safe_name_part(folder_text), safe_name_part(tail), name.extension));
+    return claimed(program, folder, fitting, folder_text + U"\\" + folder_text + tail + name.extension);
+}
+
+Text plain_sheet_path(Program& program, const Text& name)
+{
+    const Text safe = safe_file_name(name);
+    const auto [stem, extension] = split_extension(safe);
+    const std::size_t room = longest_name - added_extension;
+    const Text fitting =
+        name_size(safe) <= room ? safe : fitted(cut_to_room(stem, room - name_size(extension)), {}, extension);
+    return claimed(program, program.form1.outfolder, fitting, name);
+}
+
+Text free_path(const Program& program, const Text& folder, const Text& name)
+{
+    const NameParts parts = split_extension(name);
+    Text path = folder + name;
+    const Files& files = program.platform.files;
+    for (int number = 2; files.file_exists(path) || files.folder_exists(path); ++number)
+        path = numbered(folder, parts, number);
+    return path;
+}
+
+} // namespace tarvik

@@ -1,0 +1,114 @@
+#include "runs/tasks.h"
+
+namespace tarvik {
+
+namespace {
+
+void refuse_second(const void* application)
+{
+    if (application) throw Failure(U" 请注意：\r\n上一个报表任务还没有结束，请稍后再试。");
+}
+
+} // namespace
+
+SpreadsheetTask::SpreadsheetTask(Program& program) : program_(program)
+{
+    refuse_second(program_.form1.xlApp);
+    application_ = program_.office.create_spreadsheet();
+    program_.form1.xlApp = application_.get();
+}
+
+SpreadsheetTask::SpreadsheetTask(Program& program, TextView path, bool visible) : SpreadsheetTask(program)
+{
+    open(path, visible); // the object stands already, so its destructor lets go when this fails
+}
+
+SpreadsheetTask::~SpreadsheetTask()
+{
+    release();
+}
+
+void SpreadsheetTask::open(TextView path, bool visible)
+{
+    Form1& form1 = program_.form1;
+    form1.xlBook = &application_->open(path);
+    application_->set_visible(visible);
+    form1.xlSheet = &form1.xlBook->worksheet(1);
+}
+
+Worksheet& SpreadsheetTask::take_sheet(int index)
+{
+    program_.form1.xlSheet = &book().worksheet(index);
+    return sheet();
+}
+
+void SpreadsheetTask::save_as(TextView path)
+{
+    book().save_as(path);
+    program_.run.files.push_back(path.str());
+}
+
+void SpreadsheetTask::finish(Changes changes)
+{
+    Form1& form1 = program_.form1;
+    form1.xlSheet = nullptr;
+    if (form1.xlBook) form1.xlBook->close(changes == Changes::Save);
+    form1.xlBook = nullptr;
+    application_->quit();
+    release();
+}
+
+void SpreadsheetTask::release() noexcept
+{
+    if (!application_) return;
+    Form1& form1 = program_.form1;
+    form1.xlSheet = nullptr;
+    form1.xlBook = nullptr;
+    form1.xlApp = nullptr;
+    application_.reset();
+}
+
+DocumentTask::DocumentTask(Program& program, TextView path) : program_(program)
+{
+    Form1& form1 = program_.form1;
+    refuse_second(form1.wdApp);
+    application_ = program_.office.create_document();
+    form1.wdApp = application_.get();
+    try {
+        application_->set_visible(false);
+        form1.wdDoc = &application_->open(path);
+    } catch (...) {
+        release();
+        throw;
+    }
+}
+
+DocumentTask::~DocumentTask()
+{
+    release();
+}
+
+void DocumentTask::save_as(TextView path)
+{
+    document().save_as(path);
+    program_.run.files.push_back(path.str());
+}
+
+void DocumentTask::finish()
+{
+    Form1& form1 = program_.form1;
+    form1.wdDoc->close();
+    form1.wdDoc = nullptr;
+    application_->quit();
+    release();
+}
+
+void DocumentTask::release() noexcept
+{
+    if (!application_) return;
+    program_.form1.wdDoc = nullptr;
+    program_.form1.wdApp = nullptr;
+    application_.reset();
+}
+
+} // namespace tarvik

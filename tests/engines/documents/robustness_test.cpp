@@ -1,0 +1,117 @@
+#include "engines/documents/document_model.h"
+#include "tests/engines/documents/document_file.h"
+
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+namespace {
+
+std::string failure_of_opening(const std::string& bytes)
+{
+    DocumentFile file(bytes);
+    const auto told = failure_of([&] { file.open().set_cell_text(1, 1, U"新"); });
+    EXPECT_EQ(file.folder.read("t.doc"), bytes);
+    const std::string beginning = "无法处理文档“t.doc”：";
+    return told.starts_with(beginning) ? told.substr(beginning.size()) : told;
+}
+
+std::string nested(int depth, const std::string& name, const std::string& contents)
+{
+    std::string all;
+    for (int i = 0; i < depth; ++i) all += "<" + name + ">";
+    all += contents;
+    for (int i = 0; i < depth; ++i) all += "</" + name + ">";
+    return all;
+}
+
+} // namespace
+
+TEST(BadDocument, is_a_failure_that_tells_file_and_reason)
+{
+    const auto package = make_package(document_parts(plain_table(1, 1)));
+    const auto changed = [](const std::string& part, const std::string& from, const std::string& to) {
+        auto parts = document_parts(plain_table(1, 1));
+        edit_part(parts, part, from, to);
+        return make_package(parts);
+    };
+    struct Case {
+        std::string bytes;
+        std::string reason;
+    };
+    const Case cases[] = {
+        {package.substr(0, package.size() / 2), "文件已损坏或不完整。"},
+        {changed("[Content_Types].xml", "wordprocessingml.document", "spreadsheetml.sheet"), "文件不是 Word 文档。"},
+        {changed("_rels/.rels", "officeDocument\"", "other\""), "文件不是 Word 文档。"},
+        {changed("_rels/.rels", "document.xml", "fehlt.xml"), "文件不是 Word 文档。"},
+        {changed(main_part, "</w:tbl>", ""), "部件“word/document.xml”已损坏。"},
+        {changed(main_part, "w:document ", "w:documents "), "部件“word/document.xml”已损坏。"},
+        {changed(main_part, "wordprocessingml/2006", "wordprocessingml/2007"), "部件“word/document.xml”已损坏。"},
+        {make_package(document_parts(paragraph("a"))), "文档里没有表格。"},
+        {make_package(document_parts(table(""))), "文档的第一个表格没有第 1 行第 1 列的单元格。"},
+        {make_package(document_parts(table(row(cell(nested(200'000, "w:sdt", "")))))), "部件里的元素嵌套过深。"},
+    };
+    for (const auto& one : cases) EXPECT_EQ(failure_of_opening(one.bytes), one.reason);
+    DocumentFile file(package);
+    EXPECT_NE(failure_of([&] { file.open(U"fehlt.doc"); }), "no failure");
+}
+
+TEST(BadDocument, stays_as_it_was_when_a_cell_cannot_be_emptied)
+{
+    const auto row_of = [](const std::string& contents) { return table(row(cell(paragraph("留") + contents))); };
+    DocumentFile file(document_parts(row_of(nested(200, "w:sdt", "<w:p/>"))));
+    file.folder.write("p.jpg", jpeg(9, 9));
+    auto& document = file.open();
+    const std::string told = "无法处理文档“t.doc”：部件里的元素嵌套过深。";
+    EXPECT_EQ(failure_of([&] { document.set_cell_text(1, 1, U"新"); }), told);
+    EXPECT_EQ(failure_of([&] { document.add_picture(1, 1, U"p.jpg"); }), told);
+    document.save_as(U"neu.doc");
+    EXPECT_EQ(file.folder.read("neu.doc"), file.folder.read("t.doc"));
+}
+
+TEST(BadDocument, finds_its_table_in_whatever_depth)
+{
+    DocumentFile file(document_parts(nested(200'000, "w:sdt", plain_table(1, 1))));
+    EXPECT_EQ(texts_of(file.document_with(1, 1, U"新")), std::vector<std::string>{"新"});
+}
+
+TEST(BadDocument, whatever_bytes_it_has_it_opens_or_fails)
+{
+    std::mt19937 random(20'240'302);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    int opened = 0;
+    int with_picture = 0;
+    for (int round = 0; round < 600; ++round) {
+        auto parts = document_parts("<w:p><w:r><w:drawing><wp:docPr id=\"1\"/></w:drawing></w:r></w:p>" +
+                                    plain_table(2, 2) + "<w:sectPr><w:pgSz w:w=\"9\" w:h='8'/></w:sectPr>");
+        auto picture = round % 4 < 2 ? jpeg(9, 9, {0, 6}) : png(9, 9, 99);
+        // A third of them get damaged contents in a sound package, a third a damaged package, a third a damaged
+        // picture.
+        if (round % 3 == 0) spoil(parts[below(4)].second, random);
+        auto bytes = make_package(parts);
+        if (round % 3 == 1) spoil(bytes, random);
+        if (round % 3 == 2) spoil(picture, random);
+        try {
+            ooxml::naming_file(U"文档", U"t.doc", [&] {
+                ooxml::DocumentModel model(std::make_shared<ooxml::Package>(bytes));
+                model.set_cell_text(1, 1, U"一\r\n二");
+                model.set_cell_text(2, 2, U"");
+                ooxml::DocumentModel again(std::make_shared<ooxml::Package>(model.pack()));
+                ++opened;
+                model.add_picture(1, 2, ooxml::read_picture(picture), picture, U"p.jpg");
+                ooxml::DocumentModel third(std::make_shared<ooxml::Package>(model.pack()));
+                ++with_picture;
+            });
+        } catch (const Failure&) {
+            continue;
+        }
+    }
+
+    EXPECT_GT(with_picture, 50);
+    EXPECT_GT(opened, with_picture + 30);
+    EXPECT_LT(opened, 550);
+}
+
+} // namespace tarvik::test

@@ -1,0 +1,88 @@
+#include "engines/packages/compound_file.h"
+#include "runs/engines.h"
+#include "tests/engines/libreoffice/office_fixture.h"
+#include "tests/support/compound_files.h"
+
+#include <sys/stat.h>
+
+namespace tarvik::test {
+
+namespace {
+
+const std::string first_record("\x09\x08\x02\0\0\6", 6), password_record("\x2f\0\2\0\0\0", 6);
+
+} // namespace
+
+TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffice_starts)
+{
+    const auto whole = compound_file({{"Other", stream_with(0, "x")}, {"WordDocument", stream_with(10, "\0\1")}});
+    struct Case {
+        std::string name, bytes, workbook, document;
+    };
+    const Case cases[] = {
+        {"随机", "\x01\x02random bytes", "这不是 Excel 工作簿。", "这不是 Word 文档。"},
+        {"空", "", "这不是 Excel 工作簿。", "这不是 Word 文档。"},
+        {"其他", compound_file({{"Other", stream_with(0, "x")}}), "这不是 Excel 工作簿。", "这不是 Word 文档。"},
+        {"文档", compound_file({{"WordDocument", stream_with(0, "x")}}), "这是一个 Word 文档，不是 Excel 工作簿。",
+         "LibreOffice"},
+        {"表", compound_file({{"Workbook", stream_with(0, first_record)}}), "LibreOffice",
+         "这是一个 Excel 工作簿，不是 Word 文档。"},
+        {"密码一", compound_file({{"EncryptedPackage", stream_with(0, "x")}}), "文件有密码保护。", "文件有密码保护。"},
+        {"密码二", compound_file({{"Workbook", stream_with(0, first_record + password_record)}}), "文件有密码保护。",
+         "文件有密码保护。"},
+        {"密码三", compound_file({{"WordDocument", stream_with(11, "\1")}}), "文件有密码保护。", "文件有密码保护。"},
+        {"截断", whole.substr(0, whole.size() - 600), "文件不完整或已损坏。", "文件不完整或已损坏。"},
+    };
+    TemporaryFolder folder;
+    DiskFiles files(folder.path());
+    RecordedPrinter printer;
+    libreoffice::Settings settings;
+    settings.plugin = folder.path() / "none"; // no case may come so far as to need it, those for LibreOffice aside
+    libreoffice::LibreOffice office(settings);
+    LibreOfficeEngines engines(office, files, printer);
+    for (const auto& one : cases) {
+        folder.write(one.name, one.bytes);
+        const auto path = from_utf8(one.name);
+        const auto workbook = failure_of([&] { engines.create_spreadsheet()->open(path); });
+        const auto document = failure_of([&] { engines.create_document()->open(path); });
+        EXPECT_NE(workbook.find(one.workbook), std::string::npos) << one.name << ": " << workbook;
+        EXPECT_NE(document.find(one.document), std::string::npos) << one.name << ": " << document;
+        EXPECT_NE(workbook.find("“" + one.name + "”"), std::string::npos) << workbook;
+        EXPECT_EQ(folder.read(one.name), one.bytes);
+    }
+}
+
+TEST(BadInput, a_pipe_is_refused_and_not_waited_for)
+{
+    test::TemporaryFolder folder;
+    ASSERT_EQ(::mkfifo((folder.path() / "pipe.xlsx").c_str(), 0600), 0);
+    DiskFiles files(folder.path());
+    test::RecordedPrinter printer;
+    libreoffice::LibreOffice suite;
+    const auto engines = make_engines(Engine::Auto, files, printer, suite);
+    EXPECT_THROW(engines->create_spreadsheet()->open(U"pipe.xlsx"), Failure);
+    EXPECT_THROW(engines->create_document()->open(U"pipe.xlsx"), Failure);
+}
+
+TEST(BadInput, a_compound_file_is_whole_or_damaged_at_every_length)
+{
+    const auto whole = compound_file({{"WordDocument", stream_with(0, "abc")}, {"1Table", stream_with(0, "def")}});
+    const auto entries = read_compound_file(whole);
+    ASSERT_TRUE(entries);
+    ASSERT_EQ(entries->size(), 2U);
+    EXPECT_EQ((*entries)[0].name, "WordDocument");
+    EXPECT_EQ((*entries)[0].beginning.substr(0, 3), "abc");
+    EXPECT_EQ((*entries)[1].beginning.substr(0, 3), "def");
+    // The last sector may end with its stream: 5,000 bytes in ten sectors leave 120.
+    for (std::size_t size = 0; size < whole.size(); ++size)
+        ASSERT_EQ(read_compound_file(std::string_view(whole).substr(0, size)).has_value(), size >= whole.size() - 120)
+            << size;
+    for (std::size_t at = 0; at < 1'536; ++at)
+        for (const char byte : {'\0', '\1', '\x7f', '\xff'}) {
+            auto changed = whole;
+            changed[at] = byte;
+            read_compound_file(changed); // ends, whatever it finds
+        }
+}
+
+} // namespace tarvik::test

@@ -1,0 +1,99 @@
+#include "runs/engines.h"
+#include "tests/engines/libreoffice/office_fixture.h"
+#include "tests/engines/spreadsheets/workbook_parts.h"
+
+namespace tarvik::test {
+
+/// The same operations on the same .xlsx file through either engine; what they made is read by the embedded one.
+class BothEngines : public OfficeTest, public testing::WithParamInterface<Engine> {
+protected:
+    std::unique_ptr<SpreadsheetApplication> create()
+    {
+        return GetParam() == Engine::Ooxml ? embedded->create_spreadsheet() : engines.create_spreadsheet();
+    }
+
+    void make_package_of(const std::string& rows, const std::string& behind = {})
+    {
+        folder.write("t.xlsx", make_package(simple_parts(rows, behind)));
+    }
+
+    std::unique_ptr<OfficeEngines> embedded = make_engines(Engine::Ooxml, files, printer, office);
+};
+
+TEST_P(BothEngines, cells_read_alike)
+{
+    make_package_of("<row r=\"3\"><c r=\"A3\"><v>8.4999999999999996</v></c><c r=\"B3\" t=\"s\"><v>1</v></c>"
+                    "<c r=\"C3\" t=\"b\"><v>1</v></c><c r=\"D3\" t=\"b\"><v>0</v></c>"
+                    "<c r=\"E3\" t=\"e\"><v>#DIV/0!</v></c><c r=\"F3\" s=\"2\"><v>45352.5</v></c>"
+                    "<c r=\"G3\" t=\"str\"><f>\"\"</f><v></v></c><c r=\"H3\"><f>A3*2</f><v>17</v></c>"
+                    "<c r=\"I3\" s=\"3\" t=\"inlineStr\"><is><t>00123</t></is></c><c r=\"J3\"><v>1</v></c>"
+                    "<c r=\"K3\" s=\"1\"/></row>");
+    auto application = create();
+    auto& sheet = application->open(U"t.xlsx").worksheet(1);
+    std::string row;
+    for (int column = 1; column <= 11; ++column) {
+        row += to_utf8(sheet.cell(3, column));
+        row += sheet.is_empty(3, column) ? "-" : "";
+        row += std::holds_alternative<double>(sheet.value(3, column)) ? "#|" : "|";
+    }
+    EXPECT_EQ(row, "8.5#|粗体 |True|False|#DIV/0!|45352.5#||17#|00123|1#|-|");
+    EXPECT_TRUE(sheet.is_empty(1'048'576, 16'384));
+}
+
+TEST_P(BothEngines, cells_are_written_alike)
+{
+    make_package_of("<row r=\"1\"><c r=\"A1\" s=\"2\"><v>1</v></c><c r=\"B1\"><f>A1</f><v>1</v></c>"
+                    "<c r=\"C1\"><v>3</v></c></row><row r=\"8\"><c r=\"A8\"><v>8</v></c></row>",
+                    "<mergeCells><mergeCell ref=\"B2:B9\"/><mergeCell ref=\"C5:E6\"/></mergeCells>");
+    auto application = create();
+    auto& workbook = application->open(U"t.xlsx");
+    auto& sheet = workbook.worksheet(1);
+    sheet.set_cell(1, 1, 2.5);
+    sheet.set_cell(1, 2, Text(U"=1+1"));
+    sheet.set_cell(6, 5, 1.0);
+    sheet.set_cell(9, 2, Text(U"文"));
+    sheet.set_cell(5, 4, Text());
+    sheet.set_cell(1, 3, Text());
+    sheet.set_cell(10, 1, Text(U"00123"));
+    sheet.set_cell(10, 2, Text(U"一\r\n二"));
+    EXPECT_EQ(to_utf8(sheet.cell(5, 3) + sheet.cell(2, 2)), "1文");
+    EXPECT_TRUE(sheet.is_empty(6, 5) && sheet.is_empty(9, 2));
+    EXPECT_EQ(sheet.clear(7, 1'000, 1, 1), 2);
+    sheet.set_cell(10, 1, Text(U"'4"));
+    workbook.save_as(U"新.2024");
+    workbook.worksheet(2).set_cell(1, 1, 7.0);
+    workbook.close(true);
+
+    auto reading = embedded->create_spreadsheet();
+    auto& made = reading->open(U"新.2024.xlsx");
+    std::string all;
+    for (const auto& [row, column] : {std::pair(1, 1), {1, 2}, {1, 3}, {2, 2}, {5, 3}, {8, 1}, {10, 1}, {10, 2}})
+        all += to_utf8(made.worksheet(1).cell(row, column)) + "|";
+    EXPECT_EQ(all, "2.5|=1+1||文|1||'4|一\n二|");
+    EXPECT_EQ(to_utf8(made.worksheet(2).cell(1, 1)), "7");
+    EXPECT_EQ(to_utf8(reading->open(U"t.xlsx").worksheet(1).cell(8, 1)), "8");
+}
+
+TEST_P(BothEngines, what_cannot_be_done_is_refused_alike)
+{
+    make_package_of("");
+    auto application = create();
+    auto& workbook = application->open(U"t.xlsx");
+    EXPECT_THROW(workbook.worksheet(0), Failure);
+    EXPECT_THROW(workbook.worksheet(3), Failure);
+    auto& sheet = workbook.worksheet(1);
+    for (const auto& [row, column] : {std::pair(0, 1), {1, 0}, {1'048'577, 1}, {1, 16'385}}) {
+        EXPECT_THROW(sheet.cell(row, column), Failure);
+        EXPECT_THROW(sheet.set_cell(row, column, Text()), Failure);
+        EXPECT_THROW(sheet.clear(row, 1'048'577, column, 16'385), Failure);
+    }
+    EXPECT_EQ(sheet.clear(5, 4, 1, 1), 0);
+    workbook.close(true);
+    EXPECT_EQ(failure_of([&] { workbook.worksheet(1); }), "工作簿“t.xlsx”已经关闭。");
+    EXPECT_NE(failure_of([&] { application->open(U"无.xlsx"); }).find("无.xlsx"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Office, BothEngines, testing::Values(Engine::Ooxml, Engine::LibreOffice),
+                         [](const auto& tested) { return tested.param == Engine::Ooxml ? "embedded" : "suite"; });
+
+} // namespace tarvik::test

@@ -1,0 +1,232 @@
+#include "engines/spreadsheets/workbook_model.h"
+#include "tests/engines/spreadsheets/workbook_file.h"
+
+#include <map>
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+namespace {
+
+std::string failure_of_opening(const std::string& bytes)
+{
+    WorkbookFile file(bytes);
+    try {
+        file.open().worksheet(1);
+    } catch (const Failure& failure) {
+        const std::string told = failure.what();
+        const std::string beginning = "无法处理工作簿“t.xlsx”：";
+        return told.starts_with(beginning) ? told.substr(beginning.size()) : told;
+    }
+    return "no failure";
+}
+
+std::string changed_package(const std::string& part, const std::string& from, const std::string& to)
+{
+    auto parts = simple_parts("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>");
+    edit_part(parts, part, from, to);
+    return make_package(parts);
+}
+
+} // namespace
+
+TEST(BadFile, is_a_failure_that_tells_file_and_reason)
+{
+    const std::string sheet1 = "xl/worksheets/sheet1.xml";
+    auto without_sheet = simple_parts("");
+    std::erase_if(without_sheet, [](const auto& part) { return part.first == "xl/worksheets/sheet2.xml"; });
+    const auto package = make_package(simple_parts(""));
+    auto wrong_sum = make_package(simple_parts("<row r=\"1\"/>"), false);
+    wrong_sum.replace(wrong_sum.find("<row r=\"1\"/>"), 12, "<row r=\"2\"/>");
+    auto twice = simple_parts("");
+    set_part(twice, "XL/stylez.xml", "<styleSheet/>");
+    auto twice_named = make_package(twice);
+    for (auto at = twice_named.find("stylez"); at != std::string::npos; at = twice_named.find("stylez", at)) {
+        twice_named.replace(at, 6, "styles");
+    }
+    auto bomb = simple_parts("");
+    set_part(bomb, sheet1, std::string(40U << 20U, ' '));
+    std::string depths;
+    for (int i = 0; i < 100'000; ++i) depths += "<a>";
+
+    struct Case {
+        std::string bytes;
+        std::string reason;
+    };
+    const Case cases[] = {
+        {package.substr(0, package.size() / 2), "文件已损坏或不完整。"},
+        {make_package({{"a.txt", "b"}}), "缺少部件“[Content_Types].xml”。"},
+        {make_package(without_sheet), "缺少工作表“第二张”的部件。"},
+        {make_package(bomb), "部件“xl/worksheets/sheet1.xml”展开后过大。"},
+        {wrong_sum, "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package("_rels/.rels", "officeDocument\"", "other\""), "文件不是工作簿。"},
+        {changed_package("[Content_Types].xml", "spreadsheetml.sheet.main", "wordprocessingml.document.main"),
+         "文件不是工作簿。"},
+        {changed_package("[Content_Types].xml", "openxmlformats-officedocument.spreadsheetml.sheet.main+xml",
+                         "ms-excel.sheet.binary.macroEnabled.main"),
+         "这是二进制格式（.xlsb）的工作簿，不能处理，请另存为 .xlsx。"},
+        {changed_package(sheet1, "</row>", ""), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package("xl/sharedStrings.xml", "</sst>", "</si>"), "部件“xl/sharedStrings.xml”已损坏。"},
+        {changed_package(sheet1, "<sheetData>", "<row>" + depths), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package(sheet1, "r=\"1\"", "r=\"1048577\""), "工作表里有无效的行号或单元格位置。"},
+        {changed_package(sheet1, "<v>1</v></c>", "<v>1</v></c></row><row r=\"1\"><c/>"), "工作表里有重复的单元格。"},
+        {changed_package(sheet1, "</row>", "</row><row r=\"900\"><c r=\"A901\"/></row>"),
+         "工作表里有无效的行号或单元格位置。"},
+        {changed_package(sheet1, "<v>1</v></c>", "<v>1</v></c><c t=\"s\"><v>3</v></c>"),
+         "单元格 B1 引用的文本不存在。"},
+        {changed_package("xl/worksheets/sheet2.xml", "<c ", "<c t=\"s\"><v>-1</v></c><c "), "工作表里有重复的单元格。"},
+        {changed_package("xl/sharedStrings.xml", "spreadsheetml", "wordprocessingml"),
+         "部件“xl/sharedStrings.xml”已损坏。"},
+        {changed_package("_rels/.rels", "<Relationships", "<!DOCTYPE Relationships><Relationships"),
+         "部件“_rels/.rels”已损坏。"},
+        {twice_named, "压缩包里有两个同名的部件“XL/styles.xml”。"},
+        {changed_package(sheet1, "sheetData>", "sheetdata>"), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+    };
+    for (const auto& one : cases) EXPECT_EQ(failure_of_opening(one.bytes), one.reason);
+
+    WorkbookFile file(package);
+    EXPECT_THROW(file.open(U"missing.xlsx"), Failure);
+}
+
+TEST(BadFile, what_would_fill_the_memory_is_refused_before_it_does)
+{
+    const std::string sheet1 = "xl/worksheets/sheet1.xml";
+    const std::string cell = "<c r=\"A1\" t=\"inlineStr\"><is><t>";
+    const std::string bombs[] = {
+        repeated("<row/> ", 400'000),
+        "<row r=\"1\">" + repeated("<c/>", 700'000) + "</row>",
+        "<row r=\"1\"" + repeated(" a=\"\"", 1'300'000) + "/>",
+        "<row r=\"1\">" + cell + std::string(60U << 20U, 'x') + "</t></is></c></row>",
+    };
+    for (const auto& bomb : bombs) {
+        auto parts = simple_parts("");
+        edit_part(parts, sheet1, "<sheetData>", "<sheetData>" + bomb);
+        EXPECT_EQ(failure_of_opening(make_package(parts)), "部件“" + sheet1 + "”展开后过大。");
+    }
+    // Many parts that are small enough each.
+    auto parts = simple_parts("");
+    for (const auto* number : {"1", "2"}) {
+        const std::string name = std::string("xl/tables/t") + number + ".xml";
+        set_part(parts, name, "<table ref=\"A1:B2\">" + repeated("<a/> ", 250'000) + "</table>");
+    }
+    set_part(parts, "xl/worksheets/_rels/sheet1.xml.rels",
+             "<Relationships><Relationship Id=\"a\" Type=\"a/table\" Target=\"../tables/t1.xml\"/>"
+             "<Relationship Id=\"b\" Type=\"a/table\" Target=\"../tables/t2.xml\"/></Relationships>");
+    EXPECT_EQ(failure_of_opening(make_package(parts)), "部件“xl/tables/t2.xml”展开后过大。");
+}
+
+// Each of these would take minutes or hours if work grew with the square of what the file holds.
+TEST(BadFile, no_file_makes_the_work_grow_faster_than_itself)
+{
+    std::string long_text(900'000, 'x');
+    std::string quotes(900'000, '"');
+    std::string formulas;
+    std::string texts;
+    std::string merged;
+    for (int i = 1; i <= 8'000; ++i) {
+        const auto row = std::to_string(i);
+        texts += "<row r=\"" + row + "\"><c r=\"A" + row + "\" t=\"s\"><v>3</v></c></row>";
+        merged += "<mergeCell ref=\"C" + row + ":C1048576\"/>";
+        formulas += "<row r=\"" + std::to_string(10'000 + i) + "\"><c><f t=\"array\" ref=\"A" +
+                    std::to_string(10'000 + i) + ":B" + std::to_string(10'000 + i) + "\">1</f></c><c/></row>";
+    }
+    auto parts = simple_parts(texts + formulas, "<mergeCells a='" + quotes + "'>" + merged + "</mergeCells>");
+    edit_part(parts, "xl/sharedStrings.xml", "</sst>", "<si><t>" + long_text + "</t></si></sst>");
+    WorkbookFile file(parts);
+    auto& workbook = file.open();
+    EXPECT_EQ(workbook.worksheet(1).clear(1, 20'000, 1, 5), 8'000 + 16'000);
+    workbook.close(true);
+    EXPECT_EQ(file.open().worksheet(1).clear(1, 20'000, 1, 5), 0);
+}
+
+TEST(BadFile, a_deep_nesting_in_a_cell_is_no_stack_overflow)
+{
+    std::string opened;
+    std::string closed;
+    for (int i = 0; i < 200'000; ++i) opened += "<a>", closed += "</a>";
+    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><v>" + opened + closed + "</v></c></row>"));
+    EXPECT_THROW(file.open().worksheet(1).set_cell(1, 1, 1.0), Failure);
+}
+
+TEST(BadFile, whatever_bytes_a_workbook_has_it_opens_or_fails)
+{
+    std::mt19937 random(20'240'301);
+    const auto below = [&random](std::size_t limit) { return random() % limit; };
+    int opened = 0;
+    for (int round = 0; round < 600; ++round) {
+        auto parts = rich_parts();
+        // Half of them get damaged contents in a sound package, half a damaged package.
+        if (round % 2 == 0) spoil(parts[below(8)].second, random);
+        auto bytes = make_package(parts);
+        if (round % 2 == 1) spoil(bytes, random);
+        try {
+            ooxml::naming_workbook(U"t.xlsx", [&] {
+                ooxml::WorkbookModel model(std::make_shared<ooxml::Package>(bytes));
+                auto& sheet = model.sheet(1);
+                for (int row = 1; row < 10; ++row) static_cast<void>(sheet.text({row, 2}));
+                sheet.write({3, 3}, TextView(U"文"));
+                sheet.write({2, 2}, 1.0);
+                sheet.clear({{1, 1}, {20, 20}});
+                model.note_new_values();
+                model.set_format(ooxml::WorkbookFormat::Plain);
+                ooxml::WorkbookModel again(std::make_shared<ooxml::Package>(model.pack()));
+            });
+            ++opened;
+        } catch (const Failure&) {
+            continue;
+        }
+    }
+    EXPECT_GT(opened, 50);
+    EXPECT_LT(opened, 550);
+}
+
+TEST(Editing, agrees_with_a_plain_table_whatever_is_written_in_whatever_order)
+{
+    std::mt19937 random(7);
+    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int round = 0; round < 12; ++round) {
+        WorkbookFile file(simple_parts("<row r=\"3\"><c><v>5</v></c><c r=\"C3\" t=\"s\"><v>2</v></c></row><row>"
+                                       "<c r=\"F4\" t=\"inlineStr\"><is><t>旧</t></is></c></row>"));
+        std::map<std::pair<int, int>, Text> table{{{3, 1}, U"5"}, {{3, 3}, U"a & b"}, {{4, 6}, U"旧"}};
+        const auto compare = [&table](Worksheet& sheet) {
+            for (int row = 1; row <= 30; ++row) {
+                for (int column = 1; column <= 12; ++column) {
+                    const auto held = table.find({row, column});
+                    ASSERT_EQ(sheet.cell(row, column), held == table.end() ? Text() : held->second);
+                    ASSERT_EQ(sheet.is_empty(row, column), held == table.end());
+                }
+            }
+        };
+        for (int saves = 0; saves < 2; ++saves) {
+            auto& workbook = file.open();
+            auto& sheet = workbook.worksheet(1);
+            compare(sheet);
+            for (int step = 0; step < 150; ++step) {
+                const int row = below(30) + 1;
+                const int column = below(12) + 1;
+                const int kind = below(8);
+                const Text text =
+                    kind < 3 ? U" _x00" + number_text(below(40)) + U"_\n<𠮷>" : number_text(below(40) / 8.0);
+                if (kind == 0) {
+                    const auto in_range = [&](const auto& cell) {
+                        return cell.first.first >= row && cell.first.first <= row + 3 && cell.first.second <= column;
+                    };
+                    ASSERT_EQ(sheet.clear(row, row + 3, 1, column), static_cast<int>(std::erase_if(table, in_range)));
+                } else if (kind == 1) {
+                    sheet.set_cell(row, column, Text());
+                    table.erase({row, column});
+                } else {
+                    sheet.set_cell(row, column, kind < 5 ? CellValue(text) : CellValue(*number(text)));
+                    table[{row, column}] = text;
+                }
+            }
+            compare(sheet);
+            workbook.close(true);
+        }
+        compare(file.open().worksheet(1));
+    }
+}
+
+} // namespace tarvik::test

@@ -1,0 +1,116 @@
+#include "tests/engines/spreadsheets/workbook_file.h"
+
+#include <chrono>
+#include <fstream>
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+namespace {
+
+const std::string sheet1 = "xl/worksheets/sheet1.xml";
+
+} // namespace
+
+TEST(Saving, the_extension_tells_the_format)
+{
+    const std::string types = "[Content_Types].xml";
+    WorkbookFile file(rich_parts(), "t.xlsm");
+    auto& workbook = file.open(U"t.xlsm");
+    workbook.worksheet(1).set_cell(1, 1, 1.0);
+    workbook.save_as(U"单据.2024");
+    const auto plain = file.saved("单据.2024.xlsx");
+    EXPECT_NE(part_of(plain, types).find("spreadsheetml.sheet.main+xml"), std::string::npos);
+    for (const auto& [name, contents] : parts_of(plain)) {
+        EXPECT_EQ(name.find("vba"), std::string::npos) << name;
+        EXPECT_TRUE(name.starts_with("xl/media") || contents.find("vba") == std::string::npos) << name;
+    }
+    workbook.worksheet(1).set_cell(1, 1, 2.0);
+    workbook.close(true);
+    auto& again = file.open(U"单据.2024.xlsx");
+    EXPECT_EQ(again.worksheet(1).cell(1, 1), U"2");
+    again.save_as(U"b.XLSM");
+    EXPECT_NE(part_of(file.saved("b.XLSM"), types).find("sheet.macroEnabled.main+xml"), std::string::npos);
+    EXPECT_EQ(failure_of([&] { again.save_as(U"c.xls"); }),
+              "无法保存工作簿“c.xls”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
+    EXPECT_EQ(file.saved("t.xlsm"), make_package(rich_parts()));
+}
+
+TEST(Saving, nothing_is_written_unless_it_is_asked_for)
+{
+    const auto package = make_package(simple_parts(""));
+    WorkbookFile file(package);
+    file.open().worksheet(1).set_cell(1, 1, 1.0);
+    auto& other = file.open();
+    other.worksheet(1).set_cell(1, 1, 2.0);
+    other.close(false);
+    file.application->quit();
+    EXPECT_EQ(file.saved(), package);
+
+    auto& workbook = file.open();
+    workbook.worksheet(1).set_cell(1, 1, 3.0);
+    workbook.save_as(U"b.xlsx");
+    const auto stamp = file.files.stamp(U"b.xlsx");
+    workbook.close(true);
+    EXPECT_EQ(file.files.stamp(U"b.xlsx"), stamp);
+    EXPECT_EQ(failure_of([&] { workbook.worksheet(1); }), "工作簿“b.xlsx”已经关闭。");
+}
+
+TEST(Saving, a_save_that_fails_is_told_and_can_be_done_elsewhere)
+{
+    const auto package = make_package(simple_parts(""));
+    WorkbookFile file(package);
+    auto& workbook = file.open();
+    workbook.worksheet(1).set_cell(1, 1, 1.0);
+    EXPECT_NE(failure_of([&] { workbook.save_as(U"没有的文件夹/b.xlsx"); }).find("没有的文件夹"), std::string::npos);
+    EXPECT_EQ(file.saved(), package);
+    workbook.worksheet(1).set_cell(1, 2, 2.0);
+    workbook.close(true); // it still stands for the file that it was opened from
+    auto& again = file.open();
+    EXPECT_EQ(again.worksheet(1).cell(1, 1) + again.worksheet(1).cell(1, 2), U"12");
+    again.worksheet(1).set_cell(1, 1, 3.0);
+    std::filesystem::remove(file.folder.path() / "t.xlsx");
+    std::filesystem::create_directory(file.folder.path() / "t.xlsx");
+    EXPECT_NE(failure_of([&] { again.close(true); }), "no failure");
+    EXPECT_EQ(again.worksheet(1).cell(1, 1), U"3"); // nothing is lost
+}
+
+TEST(Saving, a_template_that_changes_on_the_disk_is_read_anew)
+{
+    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>"));
+    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    std::filesystem::last_write_time(file.folder.path() / "t.xlsx", old);
+    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"1");
+    file.open().worksheet(1).set_cell(1, 1, 5.0);
+    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"1");
+    file.files.replace(U"t.xlsx", make_package(simple_parts("<row r=\"1\"><c r=\"A1\"><v>2</v></c></row>")));
+    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"2");
+}
+
+TEST(Printing, the_printer_gets_the_workbook_as_it_is_now)
+{
+    struct : Printer {
+        std::vector<std::pair<std::filesystem::path, std::string>> printed;
+        void print(const std::filesystem::path& file, TextView name) override
+        {
+            std::ifstream stream(file, std::ios::binary);
+            const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+            printed.emplace_back(file, to_utf8(name) + part_of(bytes, sheet1));
+        }
+    } printer;
+    WorkbookFile file(simple_parts(""));
+    OoxmlSpreadsheets engine(file.files, printer);
+    auto application = engine.create();
+    auto& workbook = application->open(U"t.xlsx");
+    workbook.worksheet(1).print_out();
+    workbook.worksheet(1).set_cell(1, 1, 7.0);
+    workbook.worksheet(1).print_out();
+    workbook.close(true);
+    ASSERT_EQ(printer.printed.size(), 2U);
+    EXPECT_EQ(printer.printed[0].first, file.files.resolve(U"t.xlsx"));
+    EXPECT_EQ(printer.printed[0].second, "t.xlsx" + part_of(make_package(simple_parts("")), sheet1));
+    EXPECT_EQ(printer.printed[1].second, "t.xlsx" + part_of(file.saved(), sheet1));
+    EXPECT_FALSE(std::filesystem::exists(printer.printed[1].first.parent_path()));
+}
+
+} // namespace tarvik::test

@@ -1,0 +1,143 @@
+#include "tests/engines/spreadsheets/workbook_file.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+
+namespace {
+
+const std::string sheet1 = "xl/worksheets/sheet1.xml";
+const std::string book = "xl/workbook.xml";
+const std::string links = "xl/_rels/workbook.xml.rels";
+const std::string types = "[Content_Types].xml";
+
+std::string link(const std::string& id, const std::string& kind, const std::string& target)
+{
+    return "<Relationship Id=\"" + id + "\" Type=\"http://x/" + kind + "\" Target=\"" + target + "\"/>";
+}
+
+} // namespace
+
+// Workbooks as other programs write them.
+
+TEST(Stranger, sheets_without_a_part_are_passed_over)
+{
+    auto parts = simple_parts("<row r=\"1\"><c r=\"A1\"><v>7</v></c></row>");
+    edit_part(parts, book, "<sheets>", "<sheets><sheet name=\"Module1\" sheetId=\"9\" r:id=\"\"/>");
+    WorkbookFile file(parts);
+    auto& workbook = file.open();
+    EXPECT_EQ(workbook.worksheet_count(), 2);
+    EXPECT_EQ(workbook.worksheet(1).cell(1, 1), U"7");
+}
+
+TEST(Stranger, a_table_of_texts_that_is_not_there_is_none)
+{
+    auto parts = simple_parts("");
+    std::erase_if(parts, [](const auto& part) { return part.first == "xl/sharedStrings.xml"; });
+    WorkbookFile file(parts);
+    EXPECT_NE(file.sheet_after(1, 1, Text(U"文")).find("<is><t>文</t></is>"), std::string::npos);
+    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"文");
+}
+
+TEST(Stranger, a_row_told_in_pieces_is_one_row)
+{
+    WorkbookFile file(simple_parts("<row r=\"2\" ht=\"9\"><c r=\"C2\"><v>3</v></c><extLst/></row><row r=\"1\"/>"
+                                   "<row r=\"2\"><c r=\"A2\"><v>1</v></c><c><v>2</v></c></row>"));
+    const auto sheet = file.sheet_after(2, 4, 4.0);
+    EXPECT_NE(sheet.find("<row r=\"1\"/><row r=\"2\" ht=\"9\"><c r=\"A2\"><v>1</v></c><c r=\"B2\"><v>2</v></c>"
+                         "<c r=\"C2\"><v>3</v></c><c r=\"D2\"><v>4</v></c><extLst/></row></sheetData>"),
+              std::string::npos)
+        << sheet;
+}
+
+TEST(Stranger, what_a_pivot_table_fills_cannot_be_written)
+{
+    auto parts = simple_parts("<row r=\"5\"><c r=\"B5\"><v>1</v></c></row>");
+    set_part(parts, "xl/worksheets/_rels/sheet1.xml.rels",
+             "<Relationships>" + link("r", "pivotTable", "../pivotTables/p.xml") + "</Relationships>");
+    set_part(parts, "xl/pivotTables/p.xml",
+             "<pivotTableDefinition><location ref=\"B5:D9\" rowPageCount=\"2\" colPageCount=\"1\"/><pageFields/>"
+             "</pivotTableDefinition>");
+    WorkbookFile file(parts);
+    auto& sheet = file.open().worksheet(1);
+    for (const auto& [row, column] : {std::pair(5, 2), {9, 4}, {2, 2}, {3, 3}}) {
+        EXPECT_THROW(sheet.set_cell(row, column, 1.0), Failure) << row << ' ' << column;
+    }
+    for (const auto& [row, column] : {std::pair(5, 1), {10, 4}, {4, 2}, {1, 2}, {3, 4}}) {
+        EXPECT_NO_THROW(sheet.set_cell(row, column, 1.0)) << row << ' ' << column;
+    }
+    sheet.set_cell(6, 2, Text());
+    EXPECT_EQ(failure_of([&] { sheet.clear(1, 20, 1, 9); }),
+              "无法处理工作簿“t.xlsx”：单元格 B5 属于数据透视表，不能改写。");
+    EXPECT_EQ(sheet.clear(1, 4, 1, 9), 3);
+}
+
+TEST(Stranger, a_count_beyond_all_numbers_stays_a_count)
+{
+    auto parts = simple_parts("");
+    edit_part(parts, "xl/sharedStrings.xml", "count=\"3\"", "count=\"9223372036854775807\"");
+    WorkbookFile file(parts);
+    file.sheet_after(1, 1, Text(U"客户"));
+    EXPECT_NE(part_of(file.saved(), "xl/sharedStrings.xml").find(" count=\"1099511627777\""), std::string::npos);
+}
+
+TEST(Stranger, a_plain_workbook_has_neither_macro_sheets_nor_their_ribbons)
+{
+    auto parts = rich_parts();
+    edit_part(parts, book, "<sheets>",
+              "<bookViews><workbookView activeTab=\"2\"/></bookViews><sheets><sheet name=\"宏\" sheetId=\"9\" "
+              "r:id=\"rId9\"/>");
+    edit_part(parts, book, "</definedNames>",
+              "<definedName name=\"a\" localSheetId=\"0\">1</definedName><definedName name=\"b\">宏!$A$1</definedName>"
+              "<definedName name=\"c\" localSheetId=\"2\">2</definedName></definedNames>");
+    edit_part(parts, links, "</Relationships>",
+              link("rId9", "xlMacrosheet", "macrosheets/sheet1.xml") + "</Relationships>");
+    set_part(parts, "xl/drawings/_rels/drawing1.xml.rels",
+             "<Relationships>" + link("r", "image", "../media/image1.png") + "</Relationships>");
+    edit_part(parts, "_rels/.rels", "</Relationships>",
+              link("rId9", "extensibility", "customUI/customUI.xml") + "</Relationships>");
+    edit_part(parts, types, "</Types>",
+              "<Override PartName=\"/xl/macrosheets/sheet1.xml\" ContentType=\"m\"/></Types>");
+    set_part(parts, "xl/macrosheets/sheet1.xml", "<macrosheet/>");
+    set_part(parts, "xl/macrosheets/_rels/sheet1.xml.rels",
+             "<Relationships>" + link("r", "printerSettings", "../printerSettings/macro.bin") + "</Relationships>");
+    set_part(parts, "xl/printerSettings/macro.bin", "m");
+    set_part(parts, "customUI/customUI.xml", "<customUI/>");
+    set_part(parts, "customUI/_rels/customUI.xml.rels",
+             "<Relationships>" + link("r", "image", "images/1.png") + link("s", "image", "/xl/media/image1.png") +
+                 link("t", "image", "/xl/workbook.xml") + "</Relationships>");
+    set_part(parts, "customUI/images/1.png", "p");
+    WorkbookFile file(parts, "t.xlsm");
+    auto& workbook = file.open(U"t.xlsm");
+    workbook.save_as(U"b.xlsm");
+    EXPECT_EQ(part_of(file.saved("b.xlsm"), "customUI/customUI.xml"), "<customUI/>");
+    workbook.save_as(U"b.xlsx");
+    const auto saved = file.saved("b.xlsx");
+    for (const auto& [name, contents] : parts_of(saved)) {
+        for (const auto* word : {"acro", "customUI", "宏"}) {
+            EXPECT_EQ(name.find(word), std::string::npos) << name;
+            EXPECT_EQ(contents.find(word), std::string::npos) << name << contents;
+        }
+    }
+    EXPECT_FALSE(part_of(saved, "xl/media/image1.png").empty()); // a sheet shows it too
+    const auto workbook_part = part_of(saved, book);
+    EXPECT_NE(workbook_part.find("<definedName name=\"c\" localSheetId=\"1\">2</definedName></definedNames>"),
+              std::string::npos)
+        << workbook_part;
+    EXPECT_NE(workbook_part.find("activeTab=\"1\""), std::string::npos);
+    EXPECT_EQ(file.open(U"b.xlsx").worksheet_count(), 2);
+}
+
+TEST(Stranger, only_a_calculation_chain_goes_for_one)
+{
+    for (const std::string target : {"workbook.xml", "styles.xml", "worksheets/sheet1.xml", "nothing.xml"}) {
+        auto parts = simple_parts("");
+        edit_part(parts, links, "</Relationships>", link("rId9", "calcChain", target) + "</Relationships>");
+        WorkbookFile file(parts);
+        file.sheet_after(1, 1, 5.0);
+        EXPECT_EQ(parts_of(file.saved()).size(), parts.size()) << target;
+        EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"5");
+    }
+}
+
+} // namespace tarvik::test

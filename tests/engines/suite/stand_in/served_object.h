@@ -1,0 +1,68 @@
+#pragma once
+
+#include "engines/suite/com_value.h"
+#include "tests/engines/suite/stand_in/orders.h"
+
+#include <atomic>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tarvik::test {
+
+using windows::ComValue;
+
+/// What the objects of a stand-in share. It ends when it was told to quit and the last object is let go of.
+struct Server {
+    Orders orders;
+    std::atomic<int> objects = 0;
+    std::atomic<bool> has_quit = false;
+};
+
+/// What a call is refused with.
+struct Refused {
+    HRESULT number;
+    const wchar_t* words;
+};
+
+struct Call {
+    bool is_put;
+    std::vector<ComValue> arguments; ///< in the order in which they are written
+};
+
+/// An object with members that are looked up by name; it goes with the last reference to it.
+class ServedObject final : public IDispatch {
+public:
+    using Work = std::function<ComValue(const Call&)>;
+    struct Member {
+        std::wstring name;
+        Work work;
+    };
+
+    static ComValue make(Server& server, std::string name, std::vector<Member> members);
+
+    HRESULT __stdcall QueryInterface(REFIID id, void** object) override;
+    ULONG __stdcall AddRef() override;
+    ULONG __stdcall Release() override;
+    HRESULT __stdcall GetTypeInfoCount(UINT* count) override;
+    HRESULT __stdcall GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    HRESULT __stdcall GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* numbers) override;
+    HRESULT __stdcall Invoke(DISPID number, REFIID, LCID, WORD way, DISPPARAMS* parameters, VARIANT* answer,
+                             EXCEPINFO* complaint, UINT*) override;
+
+private:
+    ServedObject(Server& server, std::string name, std::vector<Member> members);
+    ~ServedObject();
+    HRESULT answer_call(const Member& member, const Call& call, VARIANT* answer, EXCEPINFO* complaint);
+
+    Server& server_;
+    std::string name_;
+    std::vector<Member> members_;
+    std::atomic<ULONG> references_ = 0;
+};
+
+/// As the system converts it, not as the engine under test does.
+std::string to_bytes(const std::wstring& text);
+
+} // namespace tarvik::test

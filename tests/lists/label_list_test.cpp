@@ -1,0 +1,142 @@
+#include "lists/label_list.h"
+
+#include "events/events.h"
+#include "platform/text/code_page.h"
+#include "tests/support/recorded_office.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <utility>
+
+namespace tarvik::test {
+namespace {
+
+Text value(const Cells& cells, int row, int column)
+{
+    const auto found = cells.find({row, column});
+    if (found == cells.end()) return {};
+    if (const auto* number = std::get_if<double>(&found->second)) return number_text(*number);
+    return std::get<Text>(found->second);
+}
+
+// The cells that are not empty, as texts.
+std::map<std::pair<int, int>, Text> filled(const Cells& cells)
+{
+    std::map<std::pair<int, int>, Text> texts;
+    for (const auto& [place, held] : cells)
+        if (const Text text = value(cells, place.first, place.second); !text.empty()) texts[place] = text;
+    return texts;
+}
+
+/// A line with a part in field 9 and a model in field 15.
+Text line(TextView key, TextView part, TextView model)
+{
+    return key.str() + U"\t2\t3\t4\t5\t6\t7\t8\t" + part + U"\t10\t11\t12\t13\t14\t" + model + U"\r\n";
+}
+
+class Labels : public testing::Test {
+protected:
+    RecordedOffice office;
+    TestProgram desk{&office};
+    Form1& form1 = desk.form1();
+    Text labels = installed(desk.program, U"z1.xlsx");
+
+    Labels()
+    {
+        start(desk.program);
+        desk.installation.write("z1.xlsx", "x");
+        desk.installation.write(
+            "z1z6型号综合统计.txt",
+            encode(line(U"z6 1", U"p2", U"m1") + line(U"z6 2", U"p9", U"m3") + line(U"z6 3", U"p2", U"m3")));
+        desk.open_text(line(U"z1 1", U"p1", U"m1") + line(U"z1 2", U"p2", U"m1") + line(U"z1 3", U"p2", U"m2"));
+    }
+
+    void enter_command()
+    {
+        form1.query_box().set_text(U"An label");
+        desk.dialogs.inputs = {U"d:\\out"};
+        Event event{EventKind::KeyPress, form1.query_box()};
+        event.key = U'\r';
+        dispatch(desk.program, event);
+    }
+};
+
+TEST_F(Labels, fill_merge_and_save_under_the_date)
+{
+    desk.dialogs.files = {labels};
+    office.files[labels][{5, 3}] = Text(U"left from last time");
+    enter_command();
+    EXPECT_TRUE(desk.dialogs.messages.empty());
+    EXPECT_EQ(desk.dialogs.filters, std::vector<Text>{U"excel2007文件*.xls|*.xls|excel2010文件*.xlsx|*.xlsx"});
+    EXPECT_EQ(form1.z1end, 7);
+    EXPECT_EQ(form1.z1end2, 7);
+    EXPECT_EQ(form1.z6end, 9);
+    // Rows 5 and 6 hold the first block, 7 and 8 the second; part P2 of row 7 gave its count to row 6.
+    const std::map<std::pair<int, int>, Text> expected{
+        {{5, 1}, U"P1"}, {{5, 2}, U"M1"}, {{5, 3}, U"1"},  {{6, 1}, U"P2"}, {{6, 2}, U"M2"},
+        {{6, 3}, U"2"},  {{6, 4}, U"2"},  {{8, 1}, U"P9"}, {{8, 2}, U"M3"}, {{8, 4}, U"1"}};
+    EXPECT_EQ(filled(office.files[U"d:\\out\\2024-03-01-陈默然.xlsx"]), expected);
+}
+
+TEST_F(Labels, a_cancelled_dialog_quits_the_application_and_goes_on_to_the_saving)
+{
+    desk.dialogs.files = {std::nullopt};
+    enter_command();
+    EXPECT_TRUE(desk.dialogs.messages.empty());
+    EXPECT_EQ(office.open_applications, 0);
+    EXPECT_TRUE(office.files.contains(U"d:\\out\\2024-03-01-陈默然.xlsx"));
+    for (const RecordedTask& task : office.tasks) EXPECT_TRUE(task.quit);
+}
+
+TEST_F(Labels, any_failing_operation_is_told_once_and_lets_everything_go)
+{
+    desk.dialogs.files = {labels};
+    enter_command();
+    const int operations = office.operations;
+    for (int failing = 1; failing <= operations; ++failing) {
+        office = {};
+        office.fail_at = failing;
+        desk.program.blank_templates.clear();
+        desk.dialogs.files = {labels};
+        desk.open_text(line(U"z1 1", U"p1", U"m1") + line(U"z1 2", U"p2", U"m1") + line(U"z1 3", U"p2", U"m2"));
+        enter_command();
+        EXPECT_EQ(desk.dialogs.take_messages(), std::vector<std::string>{"Tarvik 计算|办公软件没有回应"}) << failing;
+        EXPECT_TRUE(!form1.xlApp && !form1.xlBook && !form1.xlSheet && office.open_applications == 0) << failing;
+    }
+}
+
+TEST_F(Labels, blocks_merge_as_row_by_row_comparison_does)
+{
+    std::mt19937 random(5);
+    const auto part = [&] { return random() % 3 == 0 ? Text() : U"P" + number_text(random() % 4); };
+    for (int round = 0; round < 300; ++round) {
+        Cells cells;
+        const int first_end = 5 + static_cast<int>(random() % 8),
+                  second_end = first_end + static_cast<int>(random() % 8);
+        for (int row = 5; row < second_end; ++row) {
+            cells[{row, 1}] = part();
+            cells[{row, 2}] = U"M" + number_text(row);
+            if (random() % 2 == 0) cells[{row, 4}] = number_text(row);
+            else if (random() % 2 == 0) cells[{row, 4}] = static_cast<double>(row);
+        }
+        office.files[labels] = cells;
+        for (int a = 5; a < first_end; ++a)
+            for (int b = first_end; b < second_end; ++b) {
+                if (value(cells, a, 1) != value(cells, b, 1)) continue;
+                cells[{b, 1}] = cells[{b, 2}] = Text();
+                cells[{a, 4}] = std::exchange(cells[{b, 4}], Text());
+            }
+        form1.z1end = first_end;
+        form1.z6end = second_end;
+        desk.dialogs.files = {labels};
+        excel1(desk.program);
+        for (Cells* held : {&office.files[labels], &cells})
+            std::erase_if(*held, [](const auto& cell) { return cell.second == CellValue(Text()); });
+        EXPECT_TRUE(office.files[labels] == cells) << round << ": numbers stay numbers";
+    }
+}
+
+} // namespace
+} // namespace tarvik::test

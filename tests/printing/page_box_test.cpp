@@ -1,0 +1,102 @@
+#include "printing/page_box.h"
+
+#include "mainwindow/installation_files.h"
+#include "tests/support/recorded_office.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+namespace {
+
+/// A folder of workbooks on drive d and the page box above it.
+class PageBox : public testing::Test {
+protected:
+    RecordedOffice office;
+    TestProgram desk{&office};
+    Form1& form1 = desk.form1();
+
+    PageBox()
+    {
+        desk.installation.write("3139.txt", "report\r\n");
+        std::filesystem::create_directory(desk.drive_d.path() / "sheets");
+        for (const char* name : {"Bill-AB1.xlsx", "bill-ab2.xlsx", "other.xlsx", "m$1.xlsx", "zz-ab9.xlsx"})
+            desk.drive_d.write(std::string("sheets/") + name, name);
+    }
+
+    void enter(const Text& text)
+    {
+        form1.page_box().set_text(text);
+        print_by_name(desk.program);
+    }
+
+    void lock()
+    {
+        desk.dialogs.files = {U"d:\\sheets\\other.xlsx"};
+        enter(U"ab1");
+    }
+
+    bool exists(const std::string& path) const { return std::filesystem::exists(desk.drive_d.path() / path); }
+};
+
+TEST_F(PageBox, the_first_enter_locks_the_folder_and_keeps_the_text)
+{
+    form1.RichTextBox3.set_text(U"");
+    lock();
+    EXPECT_EQ(desk.dialogs.take_messages(),
+              std::vector<std::string>{"Tarvik 计算|打印文件所在目录锁定为:     d:\\sheets/other.xlsx"});
+    EXPECT_EQ(desk.dialogs.filters, std::vector<Text>{U"所有文件*.*|*.*"});
+    EXPECT_TRUE(form1.scanfolderset);
+    EXPECT_EQ(form1.page_box().text(), U"ab1");
+    EXPECT_EQ(desk.installation.read("3139.txt"), "report\r\n\r\n");
+    EXPECT_EQ(form1.RichTextBox3.text(), U"\t\r\n");
+    EXPECT_TRUE(exists("fprino"));
+    EXPECT_TRUE(form1.RichTextBox3.visible() && !form1.RichTextBox1.visible() && !form1.RichTextBox2.visible());
+    EXPECT_TRUE(office.tasks.empty());
+}
+
+TEST_F(PageBox, prints_and_moves_what_holds_the_text_up_to_the_marked_name)
+{
+    lock();
+    form1.RichTextBox3.set_text(U"");
+    enter(U"ab");
+    EXPECT_TRUE(office.tasks.empty()) << "two characters print nothing";
+    EXPECT_EQ(form1.page_box().text(), U"");
+    enter(U"-ab");
+    ASSERT_EQ(office.tasks.size(), 2U) << "the walk ends at the name with $";
+    EXPECT_EQ(office.tasks[0].opened, U"d:\\sheets/Bill-AB1.xlsx");
+    EXPECT_TRUE(office.tasks[0].printed == 1 && office.tasks[0].saved && office.tasks[0].quit);
+    EXPECT_TRUE(exists("fprino/Bill-AB1.xlsx") && exists("fprino/bill-ab2.xlsx") && exists("sheets/zz-ab9.xlsx"));
+    EXPECT_FALSE(exists("sheets/Bill-AB1.xlsx"));
+    EXPECT_EQ(form1.RichTextBox3.text(), U"d:\\sheets\t\r\nd:\\sheets\t\r\nBill-AB1.xlsx\t\r\nbill-ab2.xlsx\t\r\n");
+    EXPECT_EQ(form1.page_box().text(), U"");
+}
+
+TEST_F(PageBox, loses_nothing_when_a_file_fails_or_a_name_is_taken)
+{
+    lock();
+    desk.dialogs.take_messages();
+    desk.drive_d.write("fprino/bill-ab2.xlsx", "older");
+    office.failing = U"AB1.xlsx";
+    enter(U"bill");
+    ASSERT_EQ(desk.dialogs.messages.size(), 1U);
+    EXPECT_NE(desk.dialogs.messages[0].text.find(U"有1个文件没有处理"), Text::npos);
+    EXPECT_TRUE(exists("sheets/Bill-AB1.xlsx"));
+    EXPECT_EQ(desk.drive_d.read("fprino/bill-ab2.xlsx"), "older");
+    EXPECT_EQ(desk.drive_d.read("fprino/bill-ab2 (2).xlsx"), "bill-ab2.xlsx");
+    EXPECT_EQ(form1.xlApp, nullptr);
+}
+
+TEST_F(PageBox, does_nothing_when_it_is_empty_or_no_folder_was_picked)
+{
+    enter(U"");
+    EXPECT_EQ(desk.installation.read("3139.txt"), "report\r\n");
+    desk.dialogs.files = {std::nullopt};
+    enter(U"ab1");
+    EXPECT_FALSE(form1.scanfolderset);
+    EXPECT_EQ(form1.page_box().text(), U"ab1");
+    EXPECT_TRUE(desk.dialogs.messages.empty());
+}
+
+} // namespace
+} // namespace tarvik::test

@@ -1,0 +1,64 @@
+#include "runs/sheet_path.h"
+
+#include "platform/files/file_name.h"
+#include "platform/files/own_names.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik::test {
+namespace {
+
+class SheetPath : public testing::Test {
+protected:
+    TestProgram desk;
+    SheetPath()
+    {
+        desk.form1().outfolder = U"d:\\out\\";
+        std::filesystem::create_directory(desk.drive_d.path() / "out");
+    }
+
+    std::string path(const SheetName& name) { return to_utf8(sheet_path(desk.program, name)); }
+    static std::size_t size_of_name(const std::string& path) { return name_size(split_path(from_utf8(path)).name); }
+};
+
+TEST_F(SheetPath, joins_the_folder_text_and_the_parts)
+{
+    EXPECT_EQ(path({U"a.b.", {U"1", U""}}), "d:\\out\\ab\\ab-1-.xlsx");
+    EXPECT_EQ(path({U"a", {}, U"_汇总"}), "d:\\out\\a\\a_汇总.xlsx");
+    EXPECT_EQ(path({U"a/..", {U"../x"}, {}, U".doc"}), "d:\\out\\a_\\a_-.._x.doc");
+    EXPECT_EQ(path({U"..", {U"1"}}), "d:\\out\\-1.xlsx") << "without a folder text the sheet lies in outfolder itself";
+    EXPECT_EQ(path({U"", {}, U"_汇总"}), "d:\\out\\_汇总.xlsx");
+    EXPECT_TRUE(std::filesystem::is_directory(desk.drive_d.path() / "out/ab"));
+}
+
+TEST_F(SheetPath, cuts_the_folder_text_before_what_tells_sheets_apart)
+{
+    const Text receipt(60, U'9');
+    const std::string cut = path({Text(100, U'中'), {receipt, U"rn"}});
+    EXPECT_LE(size_of_name(cut), longest_name);
+    EXPECT_GT(size_of_name(cut), longest_name - name_size(U'中')) << "as much as fits stays";
+    EXPECT_TRUE(cut.ends_with("-" + to_utf8(receipt) + "-rn.xlsx"));
+    const std::string all_tail = path({U"head", {Text(300, U'x')}});
+    EXPECT_EQ(size_of_name(all_tail), longest_name);
+    EXPECT_TRUE(all_tail.ends_with("x.xlsx"));
+    EXPECT_EQ(size_of_name(path({Text(39, U'a'), {Text(longest_name - 45, U'b')}})), longest_name)
+        << "what fits is not cut";
+}
+
+TEST_F(SheetPath, keeps_names_of_one_run_apart)
+{
+    EXPECT_EQ(path({U"a", {U"80001/1"}}), "d:\\out\\a\\a-80001_1.xlsx");
+    EXPECT_EQ(path({U"a", {U"80001:1"}}), "d:\\out\\a\\a-80001_1 (2).xlsx");
+    EXPECT_EQ(path({U"a", {U"80001/1"}}), "d:\\out\\a\\a-80001_1.xlsx") << "the same name replaces the older sheet";
+    EXPECT_EQ(path({U"a", {U"80001*1"}}), "d:\\out\\a\\a-80001_1 (3).xlsx");
+    const Text same(300, U'x');
+    EXPECT_NE(path({U"a", {same + U"1"}}), path({U"a", {same + U"2"}}));
+    EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K/1")), "d:\\out\\K_1");
+    EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K:1")), "d:\\out\\K_1 (2)");
+    const std::string plain = to_utf8(plain_sheet_path(desk.program, Text(300, U'k')));
+    EXPECT_EQ(size_of_name(plain), longest_name - 5) << "room for an extension";
+}
+
+} // namespace
+} // namespace tarvik::test
