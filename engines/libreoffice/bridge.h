@@ -88,6 +88,8 @@ public:
     virtual bool is_logical(int sheet, int row, int column) = 0;
     virtual MergedArea merged_around(int sheet, const Area& area) = 0;
     virtual void write(int sheet, const Block& block) = 0;
+    /// Calculates every formula, whatever results the file brought along.
+    virtual void calculate_all() = 0;
     /// Keeps the cell's note.
     virtual void write_cell(int sheet, int row, int column, const CellValue& value) = 0;
 };

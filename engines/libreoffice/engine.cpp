@@ -2,6 +2,7 @@
 
 #include "engines/libreoffice/document.h"
 #include "engines/libreoffice/workbook.h"
+#include "engines/packages/damage.h"
 
 namespace tarvik {
 
@@ -51,6 +52,18 @@ std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
 {
     return std::make_unique<OfficeApplication<DocumentApplication, TextDocument, libreoffice::OfficeDocument>>(
         office_, files_, printer_);
+}
+
+std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)
+{
+    const ExchangeFolder folder(office.folder());
+    auto file = office.open_workbook(folder.put("read.xlsx", package));
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
+    file.call([&](OpenWorkbook& opened) {
+        opened.calculate_all();
+        opened.store(folder.place("written"), "Calc MS Excel 2007 XML");
+    });
+    return folder.take("written");
 }
 
 } // namespace tarvik

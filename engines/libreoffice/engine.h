@@ -25,4 +25,12 @@ private:
     Printer& printer_;
 };
 
+namespace libreoffice {
+
+/// A workbook package (.xlsx, .xlsm) with every formula calculated anew, as LibreOffice stores it as .xlsx: each
+/// formula cell holds its result. Throws Damage.
+std::string recalculated(LibreOffice& office, std::string_view package);
+
+} // namespace libreoffice
+
 } // namespace tarvik

@@ -136,6 +136,8 @@ public:
                        block.area.first_column + static_cast<int>(place % columns), block.values[place]);
     }
 
+    void calculate_all() override { file().object(L"Application").call(L"CalculateFull"); }
+
     void write_cell(int sheet, int row, int column, const CellValue& value) override
     {
         range(sheet_at(sheet), {row, column, row, column}).put(L"Value2", from_cell(value));

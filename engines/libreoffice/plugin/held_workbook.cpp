@@ -5,6 +5,7 @@
 #include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
@@ -263,6 +264,14 @@ public:
             const Reference<css::sheet::XCellRangeData> data(range_of(sheet_at(sheet), block.area), UNO_QUERY_THROW);
             data->setDataArray(rows);
             if (formats) formats->put_back();
+        });
+    }
+
+    void calculate_all() override
+    {
+        translated([&] {
+            const Reference<css::sheet::XCalculatable> calculatable(model(), UNO_QUERY_THROW);
+            calculatable->calculateAll();
         });
     }
 

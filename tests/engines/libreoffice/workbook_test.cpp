@@ -1,4 +1,6 @@
+#include "engines/packages/damage.h"
 #include "tests/engines/libreoffice/office_fixture.h"
+#include "tests/engines/spreadsheets/workbook_parts.h"
 #include "tests/support/python_reader.h"
 
 #include <fstream>
@@ -107,6 +109,17 @@ TEST_F(OfficeWorkbook, a_workbook_without_a_change_is_not_written)
     application->quit();
     EXPECT_EQ(files.stamp(U"t.xls"), stamp);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2); // no lock file beside it
+}
+
+TEST_F(OfficeWorkbook, a_package_is_calculated_anew_whatever_results_it_brings)
+{
+    const std::string row = "<row r=\"1\"><c r=\"A1\"><v>3</v></c><c r=\"B1\"><f>A1*2</f><v>99</v></c>"
+                            "<c r=\"C1\"><f>A1+B1</f></c><c r=\"D1\" t=\"str\"><f>\"a\"&amp;C1</f><v>x</v></c></row>";
+    folder.write("t.xlsx", libreoffice::recalculated(office, make_package(simple_parts(row))));
+    auto application = engines.create_spreadsheet();
+    auto& sheet = application->open(U"t.xlsx").worksheet(1);
+    EXPECT_EQ(to_utf8(sheet.cell(1, 2) + U" " + sheet.cell(1, 3) + U" " + sheet.cell(1, 4)), "6 9 a9");
+    EXPECT_THROW(libreoffice::recalculated(office, "PK\x03\x04 no package"), ooxml::Damage);
 }
 
 TEST_F(OfficeWorkbook, what_the_format_cannot_hold_is_refused)
