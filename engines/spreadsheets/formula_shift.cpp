@@ -1,6 +1,6 @@
 #include "engines/spreadsheets/formula_shift.h"
 
-#include "engines/spreadsheets/places.h"
+#include "engines/spreadsheets/calculation/places.h"
 
 namespace tarvik::ooxml {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/spreadsheets/places.h"
+#include "engines/spreadsheets/calculation/places.h"
 
 #include <vector>
 

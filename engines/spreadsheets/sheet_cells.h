@@ -1,7 +1,7 @@
 #pragma once
 
+#include "engines/spreadsheets/calculation/places.h"
 #include "engines/spreadsheets/growing_rows.h"
-#include "engines/spreadsheets/places.h"
 
 #include <functional>
 #include <map>

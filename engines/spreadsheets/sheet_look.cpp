@@ -1,8 +1,8 @@
 #include "engines/spreadsheets/sheet_look.h"
 
 #include "engines/packages/xml_part.h"
+#include "engines/spreadsheets/calculation/places.h"
 #include "engines/spreadsheets/cell_styles.h"
-#include "engines/spreadsheets/places.h"
 
 #include <algorithm>
 #include <map>

@@ -1,4 +1,4 @@
-#include "engines/spreadsheets/places.h"
+#include "engines/spreadsheets/calculation/places.h"
 
 #include <charconv>
 
