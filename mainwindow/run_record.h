@@ -28,6 +28,7 @@ struct RunRecord {
     std::u32string_view template_file{}; ///< of the command that started it
     std::map<Text, Text> names{};        ///< the file that was given to each name that the sheets asked for
     bool stop_wished = false;            ///< the run is to end before its next sheet
+    bool stopped = false;                ///< it ended, or did not even begin, before all was done
     bool ahead_of_command = false;       ///< text stood ahead of the command, so that sheets were not saved
     std::size_t older_layouts = 0;       ///< sheets laid the older way, because the box no longer held the command
 };

@@ -40,6 +40,16 @@ Value sugcol(const Program& program)
     return program.form3.Text1[4].text();
 }
 
+Value savedcount(const Program& program)
+{
+    return to_value(program.run.files.size());
+}
+
+Value runstopped(const Program& program)
+{
+    return program.run.stopped;
+}
+
 Value clipboard(const Program& program)
 {
     return program.platform.clipboard.text();
@@ -116,6 +126,8 @@ constexpr Member members[] = {
     {"sourcefolder", form1<&Form1::sourcefolder>},
     {"founddata", form1<&Form1::founddata>},
     {"filecount", form1<&Form1::filecount>},
+    {"savedcount", savedcount},
+    {"runstopped", runstopped},
 
     {"xlApp", form1<&Form1::xlApp>},
     {"xlBook", form1<&Form1::xlBook>},

@@ -43,6 +43,7 @@ void finish(Program& program, const SheetFamily& family)
                               U" 秒/张。");
     show_caption(program, form1.window.caption() + (sheets == form1.keycount ? U" OK !" : U" ERROR !"));
     stop_run(program);
+    program.run.stopped = false;
     if (family.finished) family.finished(program);
 }
 
@@ -114,6 +115,7 @@ void stop_run(Program& program)
     form1.batchcursor = -1;
     form1.batchgate = true;
     program.run.stop_wished = false;
+    program.run.stopped = true;
 }
 
 void batch_tick(Program& program, const Control& timer, const TimerTable& table)

@@ -46,7 +46,8 @@ void begin_record(Program& program);
 void start_run(Program& program, Timer& timer);
 /// Whether any of the batch timers is on.
 bool run_in_progress(Form1& form1);
-/// Back to idle at once, whatever timer is on: sheetno 1, batchcursor -1, the gate open, no ending in the caption.
+/// Back to idle at once, whatever timer is on: sheetno 1, batchcursor -1, the gate open, no ending in the caption. The
+/// run counts as stopped.
 void stop_run(Program& program);
 
 /// One tick of a timer that fell due. A failure stops the run, with everything as the last finished sheet left it, and

@@ -112,16 +112,28 @@ bool make_table(Program& program, const ReportCommand& command)
     return template_stands(program, command);
 }
 
+// Gives whether the report began.
+bool begin_report(Program& program, const ReportCommand& command)
+{
+    if (command.title_first) set_job_title(program);
+    if (!make_table(program, command)) return false;
+    if (command.timer) start_run(program, program.form1.*command.timer);
+    program.run.template_file = command.template_file;
+    if (command.run) command.run(program);
+    return true;
+}
+
 void run_report(Program& program, const ReportCommand& command)
 {
     if (command.prepare) command.prepare(program);
     if (!agreed(program, command) || !design_loaded(program, command)) return;
     begin_record(program);
-    if (command.title_first) set_job_title(program);
-    if (!make_table(program, command)) return;
-    if (command.timer) start_run(program, program.form1.*command.timer);
-    program.run.template_file = command.template_file;
-    if (command.run) command.run(program);
+    try {
+        if (!begin_report(program, command)) program.run.stopped = true;
+    } catch (...) {
+        program.run.stopped = true;
+        throw;
+    }
 }
 
 // With a run on the next command is refused ahead of any question; other text goes on to the text query.

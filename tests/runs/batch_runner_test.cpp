@@ -114,6 +114,7 @@ TEST(BatchRunner, stops_before_the_next_sheet_when_it_is_wished_or_the_other_tab
     batch_tick(started.program);
     EXPECT_FALSE(run_in_progress(form1));
     EXPECT_FALSE(started.program.run.stop_wished) << "the next run is another";
+    EXPECT_TRUE(started.program.run.stopped);
     begin(started, {U"a", U"none"});
     batch_tick(started.program);
     batch_tick(started.program);
@@ -123,6 +124,7 @@ TEST(BatchRunner, stops_before_the_next_sheet_when_it_is_wished_or_the_other_tab
     batch_tick(started.program);
     EXPECT_TRUE(form1.Timer3.enabled()) << "no key is left that would be scanned";
     batch_tick(started.program);
+    EXPECT_FALSE(started.program.run.stopped);
     EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
     begin(started, {U"a"});
     EXPECT_THROW(batch_tick(started.program), Failure);
