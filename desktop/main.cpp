@@ -2,7 +2,6 @@
 #include "desktop/look/window_icon.h"
 #include "platform/files/working_folder.h"
 #include "platform/program_start.h"
-#include "platform/version.h"
 
 #include <QApplication>
 #include <QFileInfo>

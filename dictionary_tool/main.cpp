@@ -3,7 +3,6 @@
 #include "platform/files/disk_files.h"
 #include "platform/files/path_text.h"
 #include "platform/program_start.h"
-#include "platform/version.h"
 
 #include <iostream>
 #include <span>

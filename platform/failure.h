@@ -4,6 +4,7 @@
 
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace tarvik {
 
@@ -11,7 +12,7 @@ namespace tarvik {
 /// place that tells the user; what() gives the same text in UTF-8.
 class Failure : public std::exception {
 public:
-    explicit Failure(Text message);
+    explicit Failure(Text message) : message_(std::move(message)), utf8_(to_utf8(message_)) {}
 
     const Text& message() const noexcept { return message_; }
     const char* what() const noexcept override { return utf8_.c_str(); }

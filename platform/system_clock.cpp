@@ -1,7 +1,5 @@
 #include "platform/system_clock.h"
 
-#include "platform/local_time.h"
-
 namespace tarvik {
 
 CalendarTime SystemClock::now() const

@@ -1,4 +1,4 @@
-#include "platform/version.h"
+#include "platform/program_start.h"
 
 namespace tarvik {
 

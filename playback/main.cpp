@@ -2,7 +2,6 @@
 #include "platform/files/working_folder.h"
 #include "platform/large_blocks/large_blocks.h"
 #include "platform/program_start.h"
-#include "platform/version.h"
 #include "playback/player.h"
 
 #include <fstream>

@@ -1,6 +1,6 @@
 #include "playback/virtual_clock.h"
 
-#include "platform/local_time.h"
+#include "platform/system_clock.h"
 
 #include <algorithm>
 

@@ -1,7 +1,6 @@
 #include "runs/sheet_path.h"
 
 #include "platform/files/file_name.h"
-#include "platform/files/own_names.h"
 
 namespace tarvik {
 

@@ -49,36 +49,19 @@ std::string next_unfinished_name()
            std::to_string(++made) + std::string(unfinished_end);
 }
 
+/// A link's target, which must be one that may be replaced.
+fs::path checked_target(const fs::path& target)
+{
+    std::error_code error;
+    const bool is_link = fs::is_symlink(fs::symlink_status(target, error));
+    fs::path path = is_link ? fs::weakly_canonical(target) : target;
+    if (!fs::exists(path, error)) return path;
+    require_plain(status_of(path));
+    require_writable(path);
+    return path;
+}
+
 } // namespace
-
-/// A new file of a name that nobody else has, which goes unless it is renamed. It is locked as long as it is written,
-/// so that others can tell it from a leftover.
-class Unfinished {
-public:
-    explicit Unfinished(const fs::path& folder) : path_(folder / next_unfinished_name()), file_(path_, Opening::New) {}
-    ~Unfinished()
-    {
-        if (path_.empty()) return;
-        file_.close();
-        std::error_code ignored;
-        fs::remove(path_, ignored);
-    }
-    Unfinished(const Unfinished&) = delete;
-    Unfinished& operator=(const Unfinished&) = delete;
-
-    SystemFile& file() noexcept { return file_; }
-    void rename_over(const fs::path& target)
-    {
-        require(file_.close());
-        if (!rename_file(path_, target)) require(EXDEV);
-        path_.clear();
-    }
-    bool link_as(const fs::path& target) const noexcept { return link_file(path_, target); }
-
-private:
-    fs::path path_;
-    SystemFile file_;
-};
 
 FileStamp stamp_of(const fs::path& path)
 {
@@ -117,58 +100,59 @@ void append_to_file(const fs::path& path, std::string_view bytes)
     require(file.close());
 }
 
-BesideFile::BesideFile(const fs::path& target) : target_(target)
+DiskReplacement::DiskReplacement(fs::path target)
+    : target_(std::move(target)), path_(target_.parent_path() / next_unfinished_name()), file_(path_, Opening::New)
 {
-    std::error_code error;
-    fs::file_status status = fs::symlink_status(target_, error);
-    if (fs::is_symlink(status)) {
-        target_ = fs::weakly_canonical(target_);
-        status = fs::status(target_, error);
-    }
-    const bool exists = fs::exists(status);
-    if (exists) {
-        require_plain(status_of(target_));
-        require_writable(target_);
-    }
-    file_ = std::make_unique<Unfinished>(target_.parent_path());
-    if (exists) file_->file().take_permissions_of(target_);
 }
 
-BesideFile::~BesideFile() = default;
+// It has its permissions before the first byte: what others may not read they never may.
+DiskReplacement::DiskReplacement(const fs::path& target, TextView shown_path) : DiskReplacement(checked_target(target))
+{
+    shown_path_ = shown_path.str();
+    std::error_code error;
+    if (fs::exists(target_, error)) file_.take_permissions_of(target_);
+}
 
-void BesideFile::write(std::string_view bytes)
+DiskReplacement::~DiskReplacement()
+{
+    if (path_.empty()) return;
+    file_.close();
+    std::error_code ignored;
+    fs::remove(path_, ignored);
+}
+
+void DiskReplacement::write(std::string_view bytes)
 {
     completed_ = false;
-    require(file_->file().write(bytes));
+    naming_path(U"写入文件", shown_path_, [&] { require(file_.write(bytes)); });
 }
 
-void BesideFile::complete()
+void DiskReplacement::flush()
 {
-    if (!completed_) file_->file().flush();
+    if (!completed_) file_.flush();
     completed_ = true;
 }
 
-void BesideFile::take_place()
+void DiskReplacement::complete()
+{
+    naming_path(U"写入文件", shown_path_, [&] { flush(); });
+}
+
+void DiskReplacement::take_place()
+{
+    naming_path(U"写入文件", shown_path_, [&] {
+        flush();
+        require(file_.close());
+        if (!rename_file(path_, target_)) require(EXDEV);
+        path_.clear();
+    });
+}
+
+void DiskReplacement::take_free_place()
 {
     complete();
-    file_->rename_over(target_);
-}
-
-void replace_file(const fs::path& target, std::string_view bytes)
-{
-    BesideFile file(target);
-    file.write(bytes);
-    file.take_place();
-}
-
-void place_new_file(const fs::path& target, std::string_view bytes)
-{
-    Unfinished file(target.parent_path());
-    require(file.file().write(bytes));
-    file.file().flush();
-    if (file.link_as(target)) return;
     std::error_code error;
-    if (!fs::exists(fs::symlink_status(target, error))) file.rename_over(target);
+    if (!link_file(path_, target_) && !fs::exists(fs::symlink_status(target_, error))) take_place();
 }
 
 bool is_unfinished(std::string_view file_name) noexcept
@@ -196,7 +180,9 @@ void move_disk_file(const fs::path& from, const fs::path& to)
 {
     require_plain(status_of(from));
     if (rename_file(from, to)) return;
-    replace_file(to, read_file(from));
+    DiskReplacement copy(to, text_of(to));
+    copy.write(read_file(from));
+    copy.take_place();
     carry_over(from, to); // the new name must be on its disk before the old one goes
     remove_file(from);
 }

@@ -4,7 +4,6 @@
 #include "platform/files/system_file.h"
 
 #include <filesystem>
-#include <memory>
 #include <string>
 #include <string_view>
 
@@ -17,34 +16,38 @@ FileStamp stamp_of(const std::filesystem::path& path);
 std::string read_file(const std::filesystem::path& path);
 void append_to_file(const std::filesystem::path& path, std::string_view bytes);
 
-class Unfinished;
-
-/// A file beside its target, which it replaces in the end. It has the target's permissions, and its owner and group
-/// where the system allows that. Until then the target is as it was; when it never comes nothing is left beside it.
-class BesideFile {
+/// A file beside its target, locked as long as it is written, so that others can tell it from a leftover. It has the
+/// target's permissions, and its owner and group where the system allows that. Its operations throw Failure, the
+/// constructor as the functions here do.
+class DiskReplacement final : public ReplacementFile {
 public:
-    /// A target that is write-protected or no plain file is refused here. A link is written through.
-    explicit BesideFile(const std::filesystem::path& target);
-    ~BesideFile();
-    void write(std::string_view bytes);
-    /// Flushes to the disk.
-    void complete();
-    void take_place();
+    /// A target that is write-protected or no plain file is refused. A link is written through. `shown_path` is what a
+    /// failure names.
+    DiskReplacement(const std::filesystem::path& target, TextView shown_path);
+    ~DiskReplacement() override;
+    DiskReplacement(const DiskReplacement&) = delete;
+    DiskReplacement& operator=(const DiskReplacement&) = delete;
+
+    void write(std::string_view bytes) override;
+    void complete() override;
+    void take_place() override;
+    /// The same where no file is; one that stands there stays, also one that is made at the same instant where the file
+    /// system knows second names.
+    void take_free_place();
     /// Where it stands.
     std::filesystem::path folder() const { return target_.parent_path(); }
 
 private:
-    std::filesystem::path target_;
-    std::unique_ptr<Unfinished> file_;
+    explicit DiskReplacement(std::filesystem::path target);
+    void flush();
+
+    std::filesystem::path target_, path_; ///< path_ is empty when the file has taken its place
+    Text shown_path_;
+    SystemFile file_;
     bool completed_ = false;
 };
 
-/// Writes beside the target, flushes to the disk and renames.
-void replace_file(const std::filesystem::path& target, std::string_view bytes);
-/// The same where no file is; one that stands there stays, also one that is made at the same instant where the file
-/// system knows second names.
-void place_new_file(const std::filesystem::path& target, std::string_view bytes);
-/// Whether a file name is one that a BesideFile has until it takes its place.
+/// Whether a file name is one that a replacement has until it takes its place.
 bool is_unfinished(std::string_view file_name) noexcept;
 /// Removes what runs that were killed left unfinished in a folder; files that a living process still writes stay.
 void remove_leftovers(const std::filesystem::path& folder) noexcept;

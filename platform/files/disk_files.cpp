@@ -2,7 +2,6 @@
 
 #include "platform/files/disk_file.h"
 #include "platform/files/file_failure.h"
-#include "platform/files/path_lookup.h"
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 
@@ -29,29 +28,6 @@ fs::path without_closing_separator(const fs::path& path)
     const fs::path normal = full_path(path);
     return normal.has_filename() || !normal.has_relative_path() ? normal : normal.parent_path();
 }
-
-class DiskReplacement final : public ReplacementFile {
-public:
-    DiskReplacement(const fs::path& target, TextView path) : path_(path.str()), file_(target) {}
-
-    void write(std::string_view bytes) override
-    {
-        naming_path(U"写入文件", path_, [&] { file_.write(bytes); });
-    }
-    void complete() override
-    {
-        naming_path(U"写入文件", path_, [&] { file_.complete(); });
-    }
-    void take_place() override
-    {
-        naming_path(U"写入文件", path_, [&] { file_.take_place(); });
-    }
-    fs::path folder() const { return file_.folder(); }
-
-private:
-    Text path_;
-    BesideFile file_;
-};
 
 } // namespace
 

@@ -1,7 +1,5 @@
 #include "platform/files/file_failure.h"
 
-#include "platform/files/own_reasons.h"
-
 #include <cerrno>
 
 namespace tarvik {

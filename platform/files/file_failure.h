@@ -2,12 +2,22 @@
 
 #include "platform/failure.h"
 
+#include <span>
+#include <string_view>
 #include <system_error>
 
 namespace tarvik {
 
 /// Why the system's call failed, in the user's words, without a point.
 Text reason_of(const std::system_error& error);
+
+/// Why a call failed, in the user's words.
+struct FileReason {
+    int error;
+    std::u32string_view words;
+};
+/// The reasons that only this system knows or has words of its own for.
+std::span<const FileReason> own_reasons() noexcept;
 
 /// "无法<action>“<path>”：<reason>。"
 Failure file_failure(TextView action, TextView path, int error);

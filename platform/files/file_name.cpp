@@ -1,7 +1,5 @@
 #include "platform/files/file_name.h"
 
-#include "platform/files/own_names.h"
-
 namespace tarvik {
 
 namespace {

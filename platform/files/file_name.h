@@ -17,10 +17,18 @@ struct PathParts {
 };
 PathParts split_path(TextView path);
 
-/// What a name takes in this system's measure, see own_names.h.
+/// What a character or a name takes of a file's name, in this system's measure.
+std::size_t name_size(char32_t character) noexcept;
 std::size_t name_size(TextView name) noexcept;
+/// What one name may take that the program makes.
+extern const std::size_t longest_name;
 /// A name cut to `room` at most in that measure; no character is cut through.
 TextView cut_to_room(TextView name, std::size_t room);
+
+/// False for names that no file of this system can have though each of their characters is good.
+bool is_usable_name(TextView name);
+/// The name itself, or the nearest that a file can have.
+Text usable_name(Text name);
 
 /// A whole file or folder name, without its path: characters as in safe_name_part(), and a name that would be empty,
 /// "." or ".." becomes "_". A name that is too long loses characters before its extension.

@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-/// Where things lie on this system.
+/// Where things lie on this system, and where paths lead.
 namespace tarvik {
 
 /// What the root of a drive letter is where nobody tells another folder: the drive, or the user's home folder on a
@@ -19,5 +19,10 @@ std::filesystem::path program_file();
 /// Where the programs of one user keep that user's own files.
 std::filesystem::path user_data_folder();
 bool may_write_in(const std::filesystem::path& folder) noexcept;
+
+/// The path below `root` that `names` tell, separated by "\" or "/". A name that is not there as written is looked up
+/// without regard to case in its folder, and the first fitting name in the order of the bytes is taken; what is not
+/// there at all stays as written. (A system that looks names up so by itself is asked for the name as written.)
+std::filesystem::path look_up(const std::filesystem::path& root, TextView names);
 
 } // namespace tarvik

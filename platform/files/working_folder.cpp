@@ -2,10 +2,9 @@
 
 #include "platform/files/disk_file.h"
 #include "platform/files/file_failure.h"
-#include "platform/files/path_lookup.h"
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
-#include "platform/version.h"
+#include "platform/program_start.h"
 
 #include <algorithm>
 #include <map>
@@ -76,7 +75,11 @@ void write_list(const fs::path& path, const VersionsByName& versions)
 {
     std::string lines;
     for (const auto& [name, version] : versions) lines.append(version).append("\t").append(name).append("\n");
-    naming_path(U"写入文件", text_of(path), [&] { replace_file(path, lines); });
+    naming_path(U"写入文件", text_of(path), [&] {
+        DiskReplacement list(path, text_of(path));
+        list.write(lines);
+        list.take_place();
+    });
 }
 
 /// A name that differs in case alone counts as there: the user's file would be passed over for the new one.
@@ -89,7 +92,9 @@ void hand_out(const fs::path& installed, const fs::path& own, const std::string&
     const std::string bytes = naming_path(U"读取文件", text_of(original), [&] { return read_file(original); });
     naming_path(U"写入文件", text_of(target), [&] {
         fs::create_directories(target.parent_path());
-        place_new_file(target, bytes);
+        DiskReplacement file(target, text_of(target));
+        file.write(bytes);
+        file.take_free_place();
     });
 }
 

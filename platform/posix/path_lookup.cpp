@@ -1,4 +1,4 @@
-#include "platform/files/path_lookup.h"
+#include "platform/files/system_paths.h"
 
 #include "platform/files/path_text.h"
 #include "platform/text/utf8.h"

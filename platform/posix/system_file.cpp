@@ -1,5 +1,7 @@
 #include "platform/files/system_file.h"
 
+#include "platform/files/file_failure.h"
+
 #include <array>
 #include <cerrno>
 #include <ctime>
@@ -213,6 +215,13 @@ std::int64_t file_clock_now() noexcept
 std::uint64_t process_number() noexcept
 {
     return static_cast<std::uint64_t>(::getpid());
+}
+
+std::span<const FileReason> own_reasons() noexcept
+{
+    static constexpr std::array<FileReason, 2> reasons{
+        {{EDQUOT, U"磁盘配额已用完"}, {ETXTBSY, U"文件正被别的程序使用"}}};
+    return reasons;
 }
 
 } // namespace tarvik

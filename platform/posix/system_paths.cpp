@@ -1,6 +1,5 @@
 #include "platform/files/system_paths.h"
 
-#include "platform/files/path_lookup.h"
 #include "platform/files/path_text.h"
 
 #include <cstdlib>

@@ -1,6 +1,9 @@
 #include "platform/windows/error_numbers.h"
 
+#include "platform/files/file_failure.h"
+
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <iterator>
 
@@ -47,6 +50,13 @@ int number_of(DWORD system) noexcept
 {
     const auto* row = std::ranges::find(error_rows, system, &ErrorRow::system);
     return row != std::end(error_rows) ? row->error : EIO;
+}
+
+std::span<const FileReason> own_reasons() noexcept
+{
+    static constexpr std::array<FileReason, 2> reasons{
+        {{full_quota, U"磁盘配额已用完"}, {ENAMETOOLONG, U"名称太长，连同所在的文件夹不能超过 259 个字符"}}};
+    return reasons;
 }
 
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #include "platform/files/system_file.h"
 
-#include "platform/files/own_names.h"
+#include "platform/files/file_name.h"
 #include "platform/files/path_text.h"
 #include "platform/windows/error_numbers.h"
 

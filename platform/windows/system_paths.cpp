@@ -1,6 +1,5 @@
 #include "platform/files/system_paths.h"
 
-#include "platform/files/path_lookup.h"
 #include "platform/files/path_text.h"
 
 #include <string>
@@ -72,6 +71,13 @@ bool may_write_in(const fs::path& folder) noexcept
     } catch (const std::exception&) { // no memory
         return false;
     }
+}
+
+fs::path look_up(const fs::path& root, TextView names)
+{
+    fs::path path = root;
+    for (const Text& name : names_of(names)) path /= path_of(name);
+    return path.make_preferred();
 }
 
 } // namespace tarvik

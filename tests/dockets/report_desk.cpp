@@ -1,6 +1,6 @@
 #include "tests/dockets/report_desk.h"
 
-#include "platform/files/own_names.h"
+#include "platform/files/file_name.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "platform/files/own_names.h"
+#include "platform/files/file_name.h"
 
 #include <algorithm>
 #include <iterator>
