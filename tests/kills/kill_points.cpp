@@ -1,9 +1,13 @@
 // Loaded into a program ahead of its libraries: counts the moments right before and right after every flush and every
-// rename, and kills the program at the one that is asked for.
+// change of a name, kills the program at the one that is asked for, and ends it at once where an order is broken that a
+// loss of power would punish: what was written is flushed before it gets its name, and the folder of the latest new
+// name is flushed before an old name goes.
 //     TARVIK_KILL_AT=N      SIGKILL at the moment number N, counting from 1
-//     TARVIK_KILL_LOG=DIR   keeps what every rename puts in place: DIR/N holds the bytes, the line N of DIR/targets the
+//     TARVIK_KILL_LOG=DIR   keeps what every new name stands for: DIR/N holds the bytes, the line N of DIR/targets the
 //                           path; DIR/moments holds the number of moments so far
+//     TARVIK_KILL_APART=1   every folder is a file system of its own
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -11,12 +15,28 @@
 #include <filesystem>
 #include <fstream>
 #include <mutex>
+#include <optional>
+#include <set>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 namespace fs = std::filesystem;
+
+struct stat status_of(int descriptor)
+{
+    struct stat status {};
+    ::fstat(descriptor, &status);
+    return status;
+}
+
+[[noreturn]] void break_off(const char* name, const char* reason)
+{
+    std::fprintf(stderr, "%s: %s\n", name, reason);
+    std::_Exit(99);
+}
 
 class Moments {
 public:
@@ -27,12 +47,55 @@ public:
         if (log_) std::ofstream(fs::path(log_) / "moments") << passed_;
     }
 
-    void keep(const char* file, const char* target)
+    void wrote(int descriptor)
     {
-        if (!log_) return;
+        const struct stat status = status_of(descriptor);
+        if (!S_ISREG(status.st_mode)) return;
         const std::lock_guard lock(mutex_);
+        unflushed_.insert(status.st_ino);
+    }
+
+    void flushed(int descriptor)
+    {
+        const struct stat status = status_of(descriptor);
+        const std::lock_guard lock(mutex_);
+        unflushed_.erase(status.st_ino);
+        if (unflushed_folder_ == status.st_ino) unflushed_folder_.reset();
+    }
+
+    /// Whether the file may get the name; else errno is set.
+    bool is_near(const char* file, const char* name) const
+    {
+        if (!apart_ || fs::path(file).parent_path() == fs::path(name).parent_path()) return true;
+        errno = EXDEV;
+        return false;
+    }
+
+    void before_name(const char* file, const char* name)
+    {
+        const std::lock_guard lock(mutex_);
+        struct stat status {};
+        if (::stat(file, &status) == 0 && unflushed_.contains(status.st_ino))
+            break_off(name, "named before it is flushed");
+        if (!log_) return;
         fs::copy_file(file, fs::path(log_) / std::to_string(++kept_));
-        std::ofstream(fs::path(log_) / "targets", std::ios::app) << fs::absolute(target).native() << '\n';
+        std::ofstream(fs::path(log_) / "targets", std::ios::app) << fs::absolute(name).native() << '\n';
+    }
+
+    void named(const char* name)
+    {
+        struct stat status {};
+        if (::stat(fs::absolute(name).parent_path().c_str(), &status) != 0) return;
+        const std::lock_guard lock(mutex_);
+        unflushed_folder_ = status.st_ino;
+    }
+
+    void before_removal(const char* name)
+    {
+        const std::lock_guard lock(mutex_);
+        const bool is_unfinished = fs::path(name).filename().native().starts_with(".tarvik-");
+        if (!is_unfinished && unflushed_folder_)
+            break_off(name, "removed before the folder of the new name is flushed");
     }
 
 private:
@@ -42,11 +105,14 @@ private:
         return value ? std::strtol(value, nullptr, 10) : 0;
     }
 
-    std::mutex mutex_;
+    std::recursive_mutex mutex_; // the log is written by calls that are watched too
     const long kill_at_ = number("TARVIK_KILL_AT");
+    const bool apart_ = number("TARVIK_KILL_APART") != 0;
     const char* const log_ = std::getenv("TARVIK_KILL_LOG");
     long passed_ = 0;
     long kept_ = 0;
+    std::set<ino_t> unflushed_;
+    std::optional<ino_t> unflushed_folder_;
 };
 
 Moments& moments()
@@ -65,11 +131,32 @@ int flush(const char* name, int descriptor)
 {
     moments().pass();
     const int result = next<int (*)(int)>(name)(descriptor);
+    if (result == 0) moments().flushed(descriptor);
     moments().pass();
     return result;
 }
 
+template <typename Call>
+int give_name(const char* file, const char* name, const Call& call)
+{
+    if (!moments().is_near(file, name)) return -1;
+    moments().before_name(file, name);
+    moments().pass();
+    const int result = call();
+    const int error = errno;
+    if (result == 0) moments().named(name);
+    moments().pass();
+    errno = error;
+    return result;
+}
+
 } // namespace
+
+extern "C" ssize_t write(int descriptor, const void* bytes, size_t size)
+{
+    moments().wrote(descriptor);
+    return next<ssize_t (*)(int, const void*, size_t)>("write")(descriptor, bytes, size);
+}
 
 extern "C" int fdatasync(int descriptor)
 {
@@ -83,9 +170,25 @@ extern "C" int fsync(int descriptor)
 
 extern "C" int rename(const char* from, const char* to) noexcept
 {
-    moments().keep(from, to);
+    return give_name(from, to, [&] { return next<int (*)(const char*, const char*)>("rename")(from, to); });
+}
+
+extern "C" int renameat2(int from_folder, const char* from, int to_folder, const char* to, unsigned flags) noexcept
+{
+    using Call = int (*)(int, const char*, int, const char*, unsigned);
+    return give_name(from, to, [&] { return next<Call>("renameat2")(from_folder, from, to_folder, to, flags); });
+}
+
+extern "C" int link(const char* file, const char* name) noexcept
+{
+    return give_name(file, name, [&] { return next<int (*)(const char*, const char*)>("link")(file, name); });
+}
+
+extern "C" int unlink(const char* name) noexcept
+{
+    moments().before_removal(name);
     moments().pass();
-    const int result = next<int (*)(const char*, const char*)>("rename")(from, to);
+    const int result = next<int (*)(const char*)>("unlink")(name);
     moments().pass();
     return result;
 }
