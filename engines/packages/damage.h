@@ -21,7 +21,7 @@ private:
 };
 
 /// A name out of a package as a message shows it.
-inline Text quoted(std::string_view name)
+inline Text in_quotes(std::string_view name)
 {
     return U"“" + from_utf8(name) + U"”";
 }

@@ -41,7 +41,7 @@ Damage refused()
 
 Damage too_large(std::string_view name)
 {
-    return Damage(U"部件" + quoted(name) + U"展开后过大。");
+    return Damage(U"部件" + in_quotes(name) + U"展开后过大。");
 }
 
 } // namespace
@@ -71,7 +71,7 @@ Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
         auto key = part_key(name);
         const bool is_folder = key.ends_with('/');
         if (!entries_.emplace(std::move(key), index).second && !is_folder) {
-            throw Damage(U"压缩包里有两个同名的部件" + quoted(name) + U"。");
+            throw Damage(U"压缩包里有两个同名的部件" + in_quotes(name) + U"。");
         }
     }
 }
@@ -94,7 +94,7 @@ Package::Archive Package::open(zip_source_t* source, int flags)
 zip_uint64_t Package::index_of(std::string_view name) const
 {
     const auto found = entries_.find(part_key(name));
-    if (found == entries_.end()) throw Damage(U"缺少部件" + quoted(name) + U"。");
+    if (found == entries_.end()) throw Damage(U"缺少部件" + in_quotes(name) + U"。");
     return found->second;
 }
 
@@ -113,12 +113,12 @@ const std::string& Package::part(std::string_view name) const
 
 std::string Package::inflate(zip_uint64_t index, std::string_view name) const
 {
-    const auto damaged = [name] { return Damage(U"部件" + quoted(name) + U"已损坏。"); };
+    const auto damaged = [name] { return Damage(U"部件" + in_quotes(name) + U"已损坏。"); };
     zip_stat_t told;
     if (zip_stat_index(archive_.get(), index, 0, &told) != 0) throw damaged();
-    if (told.encryption_method != ZIP_EM_NONE) throw Damage(U"部件" + quoted(name) + U"已加密。");
+    if (told.encryption_method != ZIP_EM_NONE) throw Damage(U"部件" + in_quotes(name) + U"已加密。");
     if (told.comp_method != ZIP_CM_STORE && told.comp_method != ZIP_CM_DEFLATE) {
-        throw Damage(U"部件" + quoted(name) + U"的压缩方法不是这类文件用的。");
+        throw Damage(U"部件" + in_quotes(name) + U"的压缩方法不是这类文件用的。");
     }
     const auto allowed = memory_for(bytes_.size());
     if (told.size > (allowed - memory_) / least_tree_memory_per_byte) throw too_large(name);

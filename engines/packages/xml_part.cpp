@@ -117,7 +117,7 @@ XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view
         std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.type() == pugi::node_doctype; });
     const auto element = document_.document_element();
     if (!result || has_type_declaration || !is_named(element, root) || !speaks(element, vocabulary)) {
-        throw Damage(U"部件" + quoted(name_) + U"已损坏。");
+        throw Damage(U"部件" + in_quotes(name_) + U"已损坏。");
     }
     if (contents.find('\'') != std::string::npos) {
         DoubleQuotes walker;
