@@ -9,6 +9,7 @@ echo "== format"
 # shellcheck disable=SC2086 # a list of file names without blanks
 clang-format --dry-run -Werror $sources
 echo "== layers"
+python3 tools/check_layers.py --test
 python3 tools/check_layers.py
 echo "== tests under the address and undefined-behaviour sanitizers"
 cmake --preset asan
@@ -26,8 +27,5 @@ ctest --preset tsan -j 2 --no-tests=error
 echo "== the player for Windows and its golden scripts under wine"
 sh tools/windows/check.sh
 echo "== clang-tidy"
-run-clang-tidy -quiet -j 2 -p build/asan -extra-arg=-Wno-unknown-warning-option "^$PWD/(?!tests|build).*\.cpp$" > build/clang-tidy.txt 2>&1 || {
-    grep -E '(warning|error):' -A 4 build/clang-tidy.txt || tail -n 40 build/clang-tidy.txt
-    exit 1
-}
+sh tools/tidy.sh build/asan
 echo "check: nothing found"
