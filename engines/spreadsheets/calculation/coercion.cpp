@@ -1,0 +1,178 @@
+#include "engines/spreadsheets/calculation/coercion.h"
+
+#include "engines/spreadsheets/calculation/formula.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+namespace tarvik::calculation {
+
+namespace {
+
+// Where digits and punctuation stand among each other in sorted columns; letters come behind them. Hyphen and
+// apostrophe are passed over by some languages only.
+constexpr std::u32string_view order_of_signs = U" _,;:!?.\"()[]{}@*/\\&#%`^+<=>|~$0123456789";
+
+int rank_of(char32_t character)
+{
+    const auto place = order_of_signs.find(character);
+    if (place != std::u32string_view::npos) return static_cast<int>(place);
+    if (character >= U'a' && character <= U'z') return static_cast<int>(order_of_signs.size() + character);
+    if (character > 0x7f) return 1'000;
+    throw CannotCalculate("order of texts");
+}
+
+int compare_texts(const Text& a, const Text& b)
+{
+    const auto size = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < size; ++i) {
+        const char32_t one = lower(a[i]), other = lower(b[i]);
+        if (one == other) continue;
+        const int order = rank_of(one) - rank_of(other);
+        if (order == 0) throw CannotCalculate("order of texts");
+        return order < 0 ? -1 : 1;
+    }
+    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+}
+
+int compare_numbers(double a, double b) noexcept
+{
+    if (a == b) return 0;
+    if (std::abs(a - b) < 1e-13 * std::max(std::abs(a), std::abs(b)) && to_15_digits(a) == to_15_digits(b)) return 0;
+    return a < b ? -1 : 1;
+}
+
+Text with_digits(double number, int digits)
+{
+    std::array<char, 40> buffer{};
+    const int size = std::snprintf(buffer.data(), buffer.size(), "%.*G", digits, number);
+    return {buffer.data(), buffer.data() + size};
+}
+
+// The value of the same kind that nothing stands for beside the other.
+Value filled(const Value& value, const Value& beside)
+{
+    if (!std::holds_alternative<std::monostate>(value)) return value;
+    if (std::holds_alternative<Text>(beside)) return Text();
+    if (std::holds_alternative<bool>(beside)) return false;
+    return 0.0;
+}
+
+} // namespace
+
+Value to_number(const Value& value, bool counts_from_1904)
+{
+    if (std::holds_alternative<double>(value) || std::holds_alternative<CellError>(value)) return value;
+    if (const auto* const truth = std::get_if<bool>(&value)) return *truth ? 1.0 : 0.0;
+    if (const auto* const text = std::get_if<Text>(&value)) {
+        const auto number = parse_number(*text, counts_from_1904);
+        return number ? Value(*number) : Value(CellError::Value);
+    }
+    return 0.0;
+}
+
+Value to_text(const Value& value)
+{
+    if (std::holds_alternative<Text>(value) || std::holds_alternative<CellError>(value)) return value;
+    if (const auto* const truth = std::get_if<bool>(&value)) return Text(*truth ? U"TRUE" : U"FALSE");
+    if (const auto* const number = std::get_if<double>(&value)) return plain_text(*number);
+    return Text();
+}
+
+Value to_truth(const Value& value)
+{
+    if (std::holds_alternative<bool>(value) || std::holds_alternative<CellError>(value)) return value;
+    if (const auto* const number = std::get_if<double>(&value)) return *number != 0;
+    if (const auto* const text = std::get_if<Text>(&value)) {
+        const Text word = lower(TextView(*text));
+        if (word == U"true") return true;
+        return word == U"false" ? Value(false) : Value(CellError::Value);
+    }
+    return false;
+}
+
+Text plain_text(double number)
+{
+    return with_digits(number == 0 ? 0 : number, 15);
+}
+
+Text general_text(double number)
+{
+    const double size = std::abs(number);
+    if (size == 0) return U"0";
+    if (size >= 1e11 || size < 1e-9) return with_digits(number, 6);
+    const int exponent = static_cast<int>(std::floor(std::log10(size)));
+    // Eleven characters hold the point too, and a 0 before it.
+    const int decimals = exponent >= 10 ? 0 : exponent >= 0 ? 9 - exponent : 9;
+    if (exponent < -4) return with_digits(number, 6);
+    std::array<char, 40> buffer{};
+    int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, number);
+    if (decimals > 0) {
+        while (buffer.at(static_cast<std::size_t>(length) - 1) == '0') --length;
+        if (buffer.at(static_cast<std::size_t>(length) - 1) == '.') --length;
+    }
+    return {buffer.data(), buffer.data() + length};
+}
+
+double to_15_digits(double number) noexcept
+{
+    if (!std::isfinite(number) || number == 0) return number;
+    if (number == std::floor(number) && std::abs(number) < 1e15) return number;
+    std::array<char, 40> buffer{};
+    static_cast<void>(std::snprintf(buffer.data(), buffer.size(), "%.14e", number));
+    return std::strtod(buffer.data(), nullptr);
+}
+
+double rounded(double number, int decimals) noexcept
+{
+    if (decimals > 300 || !std::isfinite(number)) return number;
+    if (decimals < -300) return 0;
+    const double power = std::pow(10.0, std::abs(decimals));
+    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
+    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
+    const double whole = std::floor(scaled + 0.5);
+    return std::copysign(decimals >= 0 ? whole / power : whole * power, number);
+}
+
+double truncated(double number, int decimals) noexcept
+{
+    if (decimals > 300 || !std::isfinite(number)) return number;
+    if (decimals < -300) return 0;
+    const double power = std::pow(10.0, std::abs(decimals));
+    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
+    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
+    return std::copysign(decimals >= 0 ? std::floor(scaled) / power : std::floor(scaled) * power, number);
+}
+
+int compare(const Value& a, const Value& b)
+{
+    const Value one = filled(a, b), other = filled(b, a);
+    const auto rank = [](const Value& value) { return value.index(); }; // in the order of Value
+    if (rank(one) != rank(other)) {
+        const auto place = [](const Value& value) {
+            return std::holds_alternative<double>(value) ? 0 : std::holds_alternative<Text>(value) ? 1 : 2;
+        };
+        return place(one) < place(other) ? -1 : 1;
+    }
+    if (const auto* const number = std::get_if<double>(&one)) return compare_numbers(*number, std::get<double>(other));
+    if (const auto* const text = std::get_if<Text>(&one)) return compare_texts(*text, std::get<Text>(other));
+    if (const auto* const truth = std::get_if<bool>(&one)) {
+        const bool second = std::get<bool>(other);
+        return *truth == second ? 0 : *truth ? 1 : -1;
+    }
+    return 0;
+}
+
+bool is_equal(const Value& a, const Value& b)
+{
+    if (a.index() != b.index()) return false;
+    const auto* const text = std::get_if<Text>(&a);
+    if (!text) return a == b;
+    const auto& other = std::get<Text>(b);
+    return std::ranges::equal(*text, other, [](char32_t one, char32_t two) { return lower(one) == lower(two); });
+}
+
+} // namespace tarvik::calculation

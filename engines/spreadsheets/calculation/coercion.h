@@ -1,0 +1,39 @@
+#pragma once
+
+#include "engines/spreadsheets/calculation/value.h"
+
+#include <optional>
+
+/// From one kind of value to another, as formulas do it.
+namespace tarvik::calculation {
+
+/// The number that the text writes: a decimal number, with thousands, percent, currency or an exponent, a fraction, a
+/// date or a time. CannotCalculate for a date that countries read differently ("1/2/2020").
+std::optional<double> parse_number(TextView text, bool counts_from_1904);
+
+/// A number, or the error that stands in its place. Nothing is 0, a truth value 0 or 1.
+Value to_number(const Value& value, bool counts_from_1904);
+/// A text or an error. A number has at most 15 digits.
+Value to_text(const Value& value);
+/// A truth value or an error.
+Value to_truth(const Value& value);
+
+/// The number in the form that a text takes on: at most 15 digits, an exponent from 1E+15 on and below 0.0001.
+Text plain_text(double number);
+/// As a cell without a format shows it: as many digits as 11 characters hold.
+Text general_text(double number);
+
+/// The number with the digits that formulas know, which are 15.
+double to_15_digits(double number) noexcept;
+/// Rounded half away from zero at that many decimals, which may be negative, by the digits that formulas know.
+double rounded(double number, int decimals) noexcept;
+/// Cut off there, in the same way.
+double truncated(double number, int decimals) noexcept;
+
+/// -1, 0 or 1: the order of operators and sorted columns. Numbers are less than texts, these than truth values; nothing
+/// is 0, "" or FALSE. Texts compare without case. CannotCalculate for texts whose order depends on the language.
+int compare(const Value& a, const Value& b);
+/// Whether they are of one kind and equal; texts without case, numbers to their last bit.
+bool is_equal(const Value& a, const Value& b);
+
+} // namespace tarvik::calculation

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "engines/spreadsheets/calculation/source.h"
+#include "engines/spreadsheets/calculation/tree.h"
+
+namespace tarvik::calculation {
+
+/// Whether "*", "?" or "~" give a text a meaning beyond itself.
+bool has_wildcards(TextView text) noexcept;
+/// The text as a whole against a pattern: "*" is any characters, "?" one; "~" takes their meaning away. Without case.
+bool matches_pattern(TextView pattern, TextView text) noexcept;
+/// The first place of the pattern in the text from `from` on, counting from 0.
+std::optional<std::size_t> find_pattern(TextView pattern, TextView text, std::size_t from) noexcept;
+
+/// What COUNTIF and its kin ask of a cell: a value, or a text with an operator before it (">=5", "<>x*").
+class Criterion {
+public:
+    Criterion(const Value& written, bool counts_from_1904);
+
+    bool holds(const Value& value) const;
+    /// The value that a cell must be equal to, when that is all: it can be looked up.
+    const Value* key() const noexcept { return is_key_ ? &operand_ : nullptr; }
+
+private:
+    bool is_equal_to(const Value& value) const;
+
+    Operator how_ = Operator::Equal;
+    Value operand_; // nothing for an absent cell
+    bool takes_empty_text_ = false;
+    bool is_pattern_ = false;
+    bool is_key_ = false;
+    bool counts_from_1904_;
+};
+
+} // namespace tarvik::calculation

@@ -1,0 +1,255 @@
+#include "engines/spreadsheets/calculation/evaluator.h"
+
+#include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/calculation/references.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvik::calculation {
+
+namespace {
+
+constexpr int deepest_nesting = 500;
+constexpr std::size_t most_work = 100'000'000;
+constexpr std::size_t most_areas = 10'000;
+
+Operand to_operand(Resolved resolved)
+{
+    if (auto* const areas = std::get_if<Areas>(&resolved)) return std::move(*areas);
+    return std::get<CellError>(resolved);
+}
+
+bool is_one_cell(const Areas& areas) noexcept
+{
+    return areas.size() == 1 && areas.front().range.first == areas.front().range.last;
+}
+
+} // namespace
+
+void Evaluator::spend(std::size_t steps)
+{
+    work_ += steps;
+    if (work_ > most_work) throw CannotCalculate("too much work");
+}
+
+struct Evaluator::NodeVisitor {
+    Evaluator& evaluator;
+    const Node& node;
+    Mode mode;
+
+    Operand operator()(const Missing&) const { return Value(); }
+    Operand operator()(const Value& value) const { return value; }
+    Operand operator()(const ArrayPointer& array) const { return array; }
+    Operand operator()(const AreaReference& area) const
+    {
+        return to_operand(resolve(area, evaluator.at_, evaluator.source_));
+    }
+    Operand operator()(const TableReference& table) const
+    {
+        return to_operand(resolve(table, evaluator.at_, evaluator.source_));
+    }
+    Operand operator()(const NameReference& name) const { return evaluator.name(name); }
+    Operand operator()(const Chain& chain) const { return evaluator.chain(node, chain, mode); }
+    Operand operator()(Sign sign) const { return evaluator.sign(node, sign, mode); }
+    Operand operator()(ReferenceOperator how) const { return evaluator.joined_areas(node, how, mode); }
+    Operand operator()(const FunctionCall& call) const { return evaluator.call(node, call, mode); }
+    Operand operator()(const Uncalculable& construct) const { throw CannotCalculate(construct.reason); }
+};
+
+Operand Evaluator::evaluate(const Node& node, Mode mode)
+{
+    if (depth_ >= deepest_nesting) throw CannotCalculate("nesting");
+    ++depth_;
+    Operand result = std::visit(NodeVisitor{*this, node, mode}, node.content);
+    --depth_;
+    return result;
+}
+
+Operand Evaluator::name(const NameReference& reference)
+{
+    const auto formula = find_formula(reference, at_, source_);
+    if (!formula) return Value(CellError::Name);
+    return evaluate(formula->tree().root, Mode::Array);
+}
+
+Operand Evaluator::chain(const Node& node, const Chain& chain, Mode mode)
+{
+    const bool counts_from_1904 = source_.counts_from_1904();
+    Operand left = valued(evaluate(node.children.front(), mode), mode);
+    for (std::size_t i = 0; i < chain.operators.size(); ++i) {
+        const Operator how = chain.operators[i];
+        const Operand right = valued(evaluate(node.children[i + 1], mode), mode);
+        const auto* const one = std::get_if<Value>(&left);
+        const auto* const other = std::get_if<Value>(&right);
+        if (one && other) {
+            Value result = operate(how, *one, *other, counts_from_1904);
+            const bool is_last = &node == root_ && i + 1 == chain.operators.size();
+            if (is_last && (how == Operator::Add || how == Operator::Subtract)) {
+                if (auto* const number = std::get_if<double>(&result))
+                    *number = without_rest(*number, std::get<double>(to_number(*other, counts_from_1904)));
+            }
+            left = std::move(result);
+            continue;
+        }
+        const std::array<ArrayPointer, 2> arrays{array(left), array(right)};
+        left = for_each_element(
+            arrays,
+            [&](int row, int column) {
+                return operate(how, pick(*arrays[0], row, column), pick(*arrays[1], row, column), counts_from_1904);
+            },
+            *this);
+    }
+    return left;
+}
+
+Operand Evaluator::sign(const Node& node, Sign sign, Mode mode)
+{
+    const auto signed_value = [&](const Value& value) -> Value {
+        if (sign == Sign::Plus) return value;
+        const Value number = to_number(value, source_.counts_from_1904());
+        if (std::holds_alternative<CellError>(number)) return number;
+        const double plain = std::get<double>(number);
+        return sign == Sign::Percent ? plain / 100 : plain == 0 ? 0.0 : -plain;
+    };
+    const Operand operand = evaluate(node.children.front(), mode);
+    if (sign == Sign::Plus) return operand;
+    const Operand value = valued(operand, mode);
+    if (const auto* const one = std::get_if<Value>(&value)) return signed_value(*one);
+    const ArrayPointer values = array(value);
+    return for_each_element(
+        std::span(&values, 1), [&](int row, int column) { return signed_value(values->at(row, column)); }, *this);
+}
+
+Operand Evaluator::joined_areas(const Node& node, ReferenceOperator how, Mode mode)
+{
+    Areas joined;
+    bool is_first = true;
+    for (const auto& child : node.children) {
+        const Operand operand = evaluate(child, mode);
+        const auto* const areas = std::get_if<Areas>(&operand);
+        if (!areas) {
+            const Value value = single(operand);
+            return std::holds_alternative<CellError>(value) ? value : Value(CellError::Value);
+        }
+        spend(joined.size() * areas->size() + 1);
+        if (is_first || how == ReferenceOperator::Union) {
+            joined.insert(joined.end(), areas->begin(), areas->end());
+        } else if (how == ReferenceOperator::Between) {
+            if (joined.size() != 1 || areas->size() != 1) return Value(CellError::Value);
+            if (joined.front().sheet != areas->front().sheet) return Value(CellError::Value);
+            joined.front().range.include(areas->front().range.first);
+            joined.front().range.include(areas->front().range.last);
+        } else {
+            Areas common;
+            for (const auto& a : joined) {
+                for (const auto& b : *areas) {
+                    if (a.sheet != b.sheet || !a.range.overlaps(b.range)) continue;
+                    const auto& [first, last] = a.range;
+                    common.push_back(
+                        {a.sheet,
+                         {{std::max(first.row, b.range.first.row), std::max(first.column, b.range.first.column)},
+                          {std::min(last.row, b.range.last.row), std::min(last.column, b.range.last.column)}}});
+                }
+            }
+            if (common.empty()) return Value(CellError::Null);
+            joined = std::move(common);
+        }
+        if (joined.size() > most_areas) throw CannotCalculate("number of areas");
+        is_first = false;
+    }
+    return joined;
+}
+
+Operand Evaluator::call(const Node& node, const FunctionCall& call, Mode mode)
+{
+    if (!call.function) throw CannotCalculate(call.name);
+    spend(1);
+    return Call(*this, node, mode).run(*call.function);
+}
+
+Area Evaluator::used(const Area& area) const
+{
+    const Place end = source_.extent(area.sheet);
+    Area cut = area;
+    cut.range.last.row = std::max(cut.range.first.row, std::min(cut.range.last.row, end.row));
+    cut.range.last.column = std::max(cut.range.first.column, std::min(cut.range.last.column, end.column));
+    return cut;
+}
+
+void Evaluator::visit(const Area& area, const CellSource::Visitor& visitor)
+{
+    if (area.range.first == area.range.last) {
+        spend(1);
+        visitor(area.range.first, cell(area.sheet, area.range.first));
+        return;
+    }
+    source_.visit(area.sheet, area.range, [&](Place place, const Value& value) {
+        spend(1);
+        visitor(place, value);
+    });
+}
+
+void Evaluator::visit_values(const Operand& operand, const ValueVisitor& visitor)
+{
+    if (const auto* const value = std::get_if<Value>(&operand)) {
+        visitor(*value);
+    } else if (const auto* const areas = std::get_if<Areas>(&operand)) {
+        for (const auto& area : *areas) visit(area, [&](Place, const Value& held) { visitor(held); });
+    } else {
+        const Array& array = *std::get<ArrayPointer>(operand);
+        spend(static_cast<std::size_t>(array.rows()) * static_cast<std::size_t>(array.columns()));
+        for (int row = 0; row < array.rows(); ++row)
+            for (int column = 0; column < array.columns(); ++column) visitor(array.at(row, column));
+    }
+}
+
+Value Evaluator::single(const Operand& operand)
+{
+    if (const auto* const value = std::get_if<Value>(&operand)) return *value;
+    if (const auto* const array = std::get_if<ArrayPointer>(&operand)) return (*array)->at(0, 0);
+    const auto& areas = std::get<Areas>(operand);
+    if (areas.size() != 1) return CellError::Value;
+    const auto& [sheet, range] = areas.front();
+    Place place = range.first;
+    if (place == range.last) return cell(sheet, place);
+    if (range.first.column == range.last.column) {
+        place.row = at_.place.row;
+    } else if (range.first.row == range.last.row) {
+        place.column = at_.place.column;
+    } else {
+        return CellError::Value;
+    }
+    return range.contains(place) ? cell(sheet, place) : Value(CellError::Value);
+}
+
+Operand Evaluator::valued(Operand operand, Mode mode)
+{
+    const auto* const areas = std::get_if<Areas>(&operand);
+    if (!areas) return operand;
+    if (mode == Mode::Single || is_one_cell(*areas)) return single(operand);
+    return array(operand);
+}
+
+Value Evaluator::result(const Tree& tree, const Calculator::Form& form)
+{
+    root_ = &tree.root;
+    const Mode mode = form.is_array ? Mode::Array : Mode::Single;
+    const Operand operand = valued(evaluate(tree.root, mode), mode);
+    Value value = form.is_array ? pick(*array(operand), form.row, form.column) : single(operand);
+    if (std::holds_alternative<std::monostate>(value)) return 0.0;
+    const auto* const number = std::get_if<double>(&value);
+    return number && *number == 0 ? 0.0 : value;
+}
+
+class Calculator::Memory : public AreaMemory {};
+
+Calculator::Calculator(const CellSource& source) : source_(source), memory_(std::make_unique<Memory>()) {}
+Calculator::~Calculator() = default;
+
+Value Calculator::calculate(const Formula& formula, const CellAddress& at, const Form& form)
+{
+    return Evaluator(source_, at, *memory_).result(formula.tree(), form);
+}
+
+} // namespace tarvik::calculation

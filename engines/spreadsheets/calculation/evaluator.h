@@ -1,0 +1,131 @@
+#pragma once
+
+#include "engines/spreadsheets/calculation/area_memory.h"
+#include "engines/spreadsheets/calculation/formula.h"
+#include "engines/spreadsheets/calculation/functions.h"
+#include "engines/spreadsheets/calculation/tree.h"
+
+#include <functional>
+#include <span>
+
+namespace tarvik::calculation {
+
+/// What an area stands for where one value is wanted: the cell in the formula's own row or column, or all of its cells.
+enum class Mode { Single, Array };
+
+/// Calculates one formula at one cell.
+class Evaluator {
+public:
+    Evaluator(const CellSource& source, const CellAddress& at, AreaMemory& memory)
+        : source_(source), at_(at), memory_(memory)
+    {
+    }
+
+    Value result(const Tree& tree, const Calculator::Form& form);
+    Operand evaluate(const Node& node, Mode mode);
+
+    /// A value or an array: areas become the one or the other.
+    Operand valued(Operand operand, Mode mode);
+    /// One value: of an array the first, of areas the one that the formula's place points at.
+    Value single(const Operand& operand);
+    /// Never nullptr.
+    ArrayPointer array(const Operand& operand);
+
+    using ValueVisitor = std::function<void(const Value&)>;
+    /// The values of all cells that are there, or of the array, or the value itself.
+    void visit_values(const Operand& operand, const ValueVisitor& visitor);
+    void visit(const Area& area, const CellSource::Visitor& visitor);
+    Value cell(int sheet, Place place) const { return source_.value({sheet, place}); }
+    /// The area less the rows and columns behind the last cell of its sheet, but one cell at least.
+    Area used(const Area& area) const;
+
+    const CellSource& source() const noexcept { return source_; }
+    const CellAddress& at() const noexcept { return at_; }
+    AreaMemory& memory() noexcept { return memory_; }
+    /// Counts work. CannotCalculate when it becomes too much for one formula.
+    void spend(std::size_t steps);
+
+private:
+    struct NodeVisitor;
+    Operand name(const NameReference& reference);
+    Operand chain(const Node& node, const Chain& chain, Mode mode);
+    Operand sign(const Node& node, Sign sign, Mode mode);
+    Operand joined_areas(const Node& node, ReferenceOperator how, Mode mode);
+    Operand call(const Node& node, const FunctionCall& call, Mode mode);
+
+    const CellSource& source_;
+    CellAddress at_;
+    AreaMemory& memory_;
+    const Node* root_ = nullptr;
+    int depth_ = 0;
+    std::size_t work_ = 0;
+};
+
+/// The value of the element, where a single row or column stands for all; #N/A beyond the array.
+const Value& pick(const Array& array, int row, int column) noexcept;
+
+using Element = std::function<Value(int row, int column)>;
+/// The array that is as large as the largest of these, each value made by `element`, which reads them by pick().
+/// CannotCalculate for too large a one.
+Operand for_each_element(std::span<const ArrayPointer> arrays, const Element& element, Evaluator& evaluator);
+
+/// Thrown by functions for an error that is their result.
+struct ErrorResult {
+    CellError error;
+};
+
+/// A function with its arguments at work. Arguments count from 0; a number is asked for by number() where the
+/// function's row says "n", and so on.
+class Call {
+public:
+    Call(Evaluator& evaluator, const Node& node, Mode mode)
+        : evaluator_(evaluator), node_(node), mode_(mode), arguments_(node.children.size())
+    {
+    }
+
+    std::size_t size() const noexcept { return arguments_.size(); }
+    /// Whether nothing stands there, be it between two commas.
+    bool is_missing(std::size_t i) const noexcept
+    {
+        return i >= size() || std::holds_alternative<Missing>(node_.children[i].content);
+    }
+    const Operand& operand(std::size_t i) const { return arguments_[i]; }
+    const Value& value(std::size_t i) const { return std::get<Value>(arguments_[i]); }
+    double number(std::size_t i) const { return std::get<double>(value(i)); }
+    double number(std::size_t i, double otherwise) const { return i < size() ? number(i) : otherwise; }
+    const Text& text(std::size_t i) const { return std::get<Text>(value(i)); }
+    bool truth(std::size_t i) const { return std::get<bool>(value(i)); }
+    bool truth(std::size_t i, bool otherwise) const { return i < size() ? truth(i) : otherwise; }
+    /// Toward 0. ErrorResult #NUM! beyond the 32 bits.
+    int whole(std::size_t i) const;
+    int whole(std::size_t i, int otherwise) const { return i < size() ? whole(i) : otherwise; }
+    /// The one area that the argument points at. ErrorResult #VALUE! when it is none, or its own error.
+    const Area& area(std::size_t i) const;
+
+    /// An argument that is taken as "x".
+    Operand evaluate(std::size_t i) { return evaluator_.evaluate(node_.children[i], mode_); }
+    Operand evaluate_valued(std::size_t i) { return evaluator_.valued(evaluate(i), mode_); }
+    const Node& node(std::size_t i) const { return node_.children[i]; }
+
+    Evaluator& evaluator() noexcept { return evaluator_; }
+    Mode mode() const noexcept { return mode_; }
+    bool counts_from_1904() const { return evaluator_.source().counts_from_1904(); }
+
+    Operand run(const Function& function);
+
+private:
+    bool take(std::size_t i, char kind, const Value& value);
+    Operand calculate(const Function& function);
+
+    Evaluator& evaluator_;
+    const Node& node_;
+    Mode mode_;
+    std::vector<Operand> arguments_;
+};
+
+/// The result of an operator for two values.
+Value operate(Operator how, const Value& a, const Value& b, bool counts_from_1904);
+/// A sum or difference that is nothing but the rest of its operands' rounding is 0.
+double without_rest(double result, double operand) noexcept;
+
+} // namespace tarvik::calculation

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "engines/spreadsheets/calculation/value.h"
+
+#include <optional>
+#include <vector>
+
+namespace tarvik::calculation {
+
+/// A piece of a number format.
+struct FormatPiece {
+    enum class Kind {
+        Literal,
+        Digit, ///< "0", "#" or "?"
+        Point,
+        Comma,
+        Percent,
+        Exponent, ///< "E+" or "E-"
+        Date,     ///< letters of one kind: "yyyy", "mm"
+        Elapsed,  ///< "[h]"
+        HalfDay,  ///< "AM/PM"
+        General,
+        Text, ///< "@"
+    };
+    Kind kind = Kind::Literal;
+    Text text; ///< without quotes; letters in lower case
+};
+
+/// A number takes the first section whose condition it meets.
+struct FormatSection {
+    struct Condition {
+        Text relation; ///< "<", ">=" and so on
+        double limit = 0;
+        bool holds(double number) const;
+    };
+    std::vector<FormatPiece> pieces;
+    std::optional<Condition> condition;
+
+    bool has(FormatPiece::Kind kind) const;
+};
+
+/// At least one. CannotCalculate for what is not known.
+std::vector<FormatSection> parse_format(TextView format);
+
+} // namespace tarvik::calculation

@@ -1,0 +1,296 @@
+#include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/calculation/lookup.h"
+#include "engines/spreadsheets/calculation/numbers.h"
+
+#include <array>
+#include <cmath>
+
+namespace tarvik::calculation {
+
+namespace {
+
+constexpr std::size_t longest_key = 255;
+
+struct Shape {
+    int rows = 1, columns = 1;
+};
+
+Shape shape_of(const Operand& operand)
+{
+    if (const auto* const array = std::get_if<ArrayPointer>(&operand)) return {(*array)->rows(), (*array)->columns()};
+    if (const auto* const areas = std::get_if<Areas>(&operand); areas && areas->size() == 1)
+        return {areas->front().rows(), areas->front().columns()};
+    if (const auto* const value = std::get_if<Value>(&operand); value && !std::holds_alternative<CellError>(*value))
+        return {};
+    const auto* const value = std::get_if<Value>(&operand);
+    throw ErrorResult{value ? std::get<CellError>(*value) : CellError::Reference};
+}
+
+// A part of an area or array, counting from 0.
+Operand part_of(Call& call, const Operand& operand, int row, int column, int rows, int columns)
+{
+    if (const auto* const areas = std::get_if<Areas>(&operand)) {
+        const auto& [sheet, range] = areas->front();
+        const Place first{range.first.row + row, range.first.column + column};
+        return Areas{{sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
+    }
+    const ArrayPointer array = call.evaluator().array(operand);
+    if (rows == 1 && columns == 1) return array->at(row, column);
+    call.evaluator().spend(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
+    const auto part = std::make_shared<Array>(rows, columns);
+    for (int i = 0; i < rows; ++i)
+        for (int k = 0; k < columns; ++k) part->stored(i, k) = array->at(row + i, column + k);
+    return ArrayPointer(part);
+}
+
+void require_key(const Value& key)
+{
+    const auto* const text = std::get_if<Text>(&key);
+    require(!text || text->size() <= longest_key, CellError::Value);
+}
+
+// VLOOKUP, and HLOOKUP with rows for columns.
+template <bool is_column>
+Operand look_up_across(Call& call)
+{
+    const Value& key = call.value(0);
+    require_key(key);
+    const Operand& table = call.operand(1);
+    const auto [rows, columns] = shape_of(table);
+    const int index = call.whole(2);
+    require(index >= 1, CellError::Value);
+    require(index <= (is_column ? columns : rows), CellError::Reference);
+    const Line line(call.evaluator(), table, is_column);
+    const auto found = call.truth(3, true) ? find_sorted(call.evaluator(), line, key, false)
+                                           : find_exactly(call.evaluator(), line, key, true);
+    require(found.has_value(), CellError::NotAvailable);
+    return is_column ? part_of(call, table, *found, index - 1, 1, 1) : part_of(call, table, index - 1, *found, 1, 1);
+}
+
+Operand match(Call& call)
+{
+    const Value& key = call.value(0);
+    require_key(key);
+    const auto [rows, columns] = shape_of(call.operand(1));
+    require(rows == 1 || columns == 1, CellError::NotAvailable);
+    const Line line(call.evaluator(), call.operand(1), columns == 1);
+    const double kind = call.number(2, 1);
+    const auto found = kind == 0 ? find_exactly(call.evaluator(), line, key, true)
+                                 : find_sorted(call.evaluator(), line, key, kind < 0);
+    require(found.has_value(), CellError::NotAvailable);
+    return Value(static_cast<double>(*found) + 1);
+}
+
+Operand look_up(Call& call)
+{
+    const Value& key = call.value(0);
+    const Operand& searched = call.operand(1);
+    const auto [rows, columns] = shape_of(searched);
+    const bool is_column = call.size() > 2 ? columns == 1 : rows >= columns;
+    require(call.size() < 3 || rows == 1 || columns == 1, CellError::NotAvailable);
+    const auto found = find_sorted(call.evaluator(), Line(call.evaluator(), searched, is_column), key, false);
+    require(found.has_value(), CellError::NotAvailable);
+    if (call.size() < 3)
+        return is_column ? part_of(call, searched, *found, columns - 1, 1, 1)
+                         : part_of(call, searched, rows - 1, *found, 1, 1);
+    const auto [result_rows, result_columns] = shape_of(call.operand(2));
+    const bool is_result_column = result_columns == 1 && (result_rows > 1 || is_column);
+    if (std::holds_alternative<ArrayPointer>(call.operand(2)))
+        require(*found < (is_result_column ? result_rows : result_columns), CellError::NotAvailable);
+    return is_result_column ? part_of(call, call.operand(2), *found, 0, 1, 1)
+                            : part_of(call, call.operand(2), 0, *found, 1, 1);
+}
+
+Operand x_find(Call& call, std::size_t match_argument)
+{
+    const Value& key = call.value(0);
+    const auto [rows, columns] = shape_of(call.operand(1));
+    require(rows == 1 || columns == 1, CellError::Value);
+    if (call.whole(match_argument + 1, 1) != 1) throw CannotCalculate("a search from the end");
+    const int kind = call.whole(match_argument, 0);
+    if (kind != 0 && kind != 2) throw CannotCalculate("an approximate search");
+    const auto found =
+        find_exactly(call.evaluator(), Line(call.evaluator(), call.operand(1), columns == 1), key, kind == 2);
+    return found ? Value(static_cast<double>(*found)) : Value(CellError::NotAvailable);
+}
+
+Operand x_match(Call& call)
+{
+    const Value found = std::get<Value>(x_find(call, 2));
+    const auto* const number = std::get_if<double>(&found);
+    return number ? Value(*number + 1) : found;
+}
+
+Operand x_look_up(Call& call)
+{
+    const Value found = std::get<Value>(x_find(call, 4));
+    const auto* const number = std::get_if<double>(&found);
+    if (!number) return call.is_missing(3) ? found : Operand(call.evaluate(3));
+    const auto [rows, columns] = shape_of(call.operand(2));
+    const bool is_column = shape_of(call.operand(1)).columns == 1;
+    const int at = static_cast<int>(*number);
+    require(at < (is_column ? rows : columns), CellError::Value);
+    return is_column ? part_of(call, call.operand(2), at, 0, 1, columns)
+                     : part_of(call, call.operand(2), 0, at, rows, 1);
+}
+
+Operand index(Call& call)
+{
+    Operand from = call.operand(0);
+    if (const auto* const areas = std::get_if<Areas>(&from)) {
+        const int number = call.whole(3, 1);
+        require(number >= 1 && number <= static_cast<int>(areas->size()), CellError::Reference);
+        from = Areas{(*areas)[static_cast<std::size_t>(number) - 1]};
+    }
+    const auto [rows, columns] = shape_of(from);
+    int row = call.whole(1, 0), column = call.whole(2, 0);
+    if (call.size() < 3 && rows == 1 && columns > 1) std::swap(row, column);
+    require(row >= 0 && column >= 0, CellError::Value);
+    require(row <= rows && column <= columns, CellError::Reference);
+    return part_of(call, from, row == 0 ? 0 : row - 1, column == 0 ? 0 : column - 1, row == 0 ? rows : 1,
+                   column == 0 ? columns : 1);
+}
+
+Operand choose(Call& call)
+{
+    auto& evaluator = call.evaluator();
+    const Operand which = call.evaluate_valued(0);
+    const auto chosen = [&](const Value& value) {
+        const Value number = to_number(value, call.counts_from_1904());
+        if (const auto* const error = std::get_if<CellError>(&number)) throw ErrorResult{*error};
+        const double place = std::trunc(std::get<double>(number));
+        require(place >= 1 && place < static_cast<double>(call.size()), CellError::Value);
+        return static_cast<std::size_t>(place);
+    };
+    if (const auto* const value = std::get_if<Value>(&which)) return call.evaluate(chosen(*value));
+    std::vector<ArrayPointer> arrays{evaluator.array(which)};
+    for (std::size_t i = 1; i < call.size(); ++i) arrays.push_back(evaluator.array(call.evaluate(i)));
+    return for_each_element(
+        arrays, [&](int row, int column) { return pick(*arrays[chosen(pick(*arrays[0], row, column))], row, column); },
+        evaluator);
+}
+
+Operand offset(Call& call)
+{
+    const Area& from = call.area(0);
+    const int height = call.is_missing(3) ? from.rows() : call.whole(3);
+    const int width = call.is_missing(4) ? from.columns() : call.whole(4);
+    require(height != 0 && width != 0, CellError::Reference);
+    const double row = static_cast<double>(from.range.first.row) + call.whole(1);
+    const double column = static_cast<double>(from.range.first.column) + call.whole(2);
+    const double last_row = row + height + (height > 0 ? -1 : 1), last_column = column + width + (width > 0 ? -1 : 1);
+    for (const double end : {row, last_row}) require(end >= 1 && end <= ooxml::last_row_of_sheet, CellError::Reference);
+    for (const double end : {column, last_column})
+        require(end >= 1 && end <= ooxml::last_column_of_sheet, CellError::Reference);
+    const Place corner{static_cast<int>(row), static_cast<int>(column)};
+    Range range{corner, corner};
+    range.include({static_cast<int>(last_row), static_cast<int>(last_column)});
+    return Areas{{from.sheet, range}};
+}
+
+Operand indirect(Call& call)
+{
+    if (!call.truth(1, true)) throw CannotCalculate("INDIRECT in R1C1");
+    auto& evaluator = call.evaluator();
+    const auto formula = parse(to_utf8(call.text(0)), evaluator.at().place);
+    const auto& content = formula->tree().root.content;
+    if (const auto* const construct = std::get_if<Uncalculable>(&content); construct && construct->reason != "syntax")
+        throw CannotCalculate(construct->reason);
+    if (!std::holds_alternative<AreaReference>(content) && !std::holds_alternative<NameReference>(content) &&
+        !std::holds_alternative<TableReference>(content))
+        return Value(CellError::Reference);
+    Operand result = evaluator.evaluate(formula->tree().root, call.mode());
+    return std::holds_alternative<Areas>(result) ? result : Operand(Value(CellError::Reference));
+}
+
+template <bool is_row>
+Operand line_number(Call& call)
+{
+    const auto at = call.evaluator().at().place;
+    if (call.size() == 0) return Value(static_cast<double>(is_row ? at.row : at.column));
+    const Area& area = call.area(0);
+    const int count = is_row ? area.rows() : area.columns();
+    const int first = is_row ? area.range.first.row : area.range.first.column;
+    if (call.mode() == Mode::Single || count == 1) return Value(static_cast<double>(first));
+    call.evaluator().spend(static_cast<std::size_t>(count));
+    const auto array = is_row ? std::make_shared<Array>(count, 1) : std::make_shared<Array>(1, count);
+    for (int i = 0; i < count; ++i) array->stored(is_row ? i : 0, is_row ? 0 : i) = static_cast<double>(first + i);
+    return ArrayPointer(array);
+}
+
+Operand address(Call& call)
+{
+    const int row = call.whole(0), column = call.whole(1), kind = call.whole(2, 1);
+    if (!call.truth(3, true)) throw CannotCalculate("ADDRESS in R1C1");
+    require(ooxml::is_on_sheet({row, column}) && kind >= 1 && kind <= 4, CellError::Value);
+    Text text;
+    if (call.size() > 4 && !call.is_missing(4)) {
+        const Text& sheet = call.text(4);
+        bool is_plain = !sheet.empty() && !(sheet[0] >= U'0' && sheet[0] <= U'9');
+        for (const char32_t c : sheet) {
+            const char32_t letter = lower(c);
+            is_plain = is_plain && ((letter >= U'a' && letter <= U'z') || (c >= U'0' && c <= U'9') || c == U'_' ||
+                                    c == U'.' || c > 0x7f);
+        }
+        for (const char32_t c : sheet) text += c == U'\'' ? Text(U"''") : Text(1, c);
+        if (!is_plain) text = U"'" + text + U"'";
+        text += U'!';
+    }
+    if (kind == 1 || kind == 3) text += U'$';
+    text += from_utf8(ooxml::column_name(column));
+    if (kind == 1 || kind == 2) text += U'$';
+    return Value(text + number_text(row));
+}
+
+Operand transpose(Call& call)
+{
+    const ArrayPointer array = call.evaluator().array(call.operand(0));
+    const auto turned =
+        std::make_shared<Array>(array->columns(), array->rows(), array->stored_columns(), array->stored_rows(),
+                                array->at(array->rows() - 1, array->columns() - 1));
+    for (int row = 0; row < array->stored_rows(); ++row)
+        for (int column = 0; column < array->stored_columns(); ++column)
+            turned->stored(column, row) = array->at(row, column);
+    return ArrayPointer(turned);
+}
+
+Operand sheet_number(Call& call)
+{
+    if (call.size() == 0) return Value(static_cast<double>(call.evaluator().at().sheet));
+    return Value(static_cast<double>(call.area(0).sheet));
+}
+
+constexpr Function table[] = {
+    {"ADDRESS", 2, 5, "nnnlt", address},
+    {"AREAS", 1, 1, "r",
+     [](Call& call) -> Operand {
+         const auto* const areas = std::get_if<Areas>(&call.operand(0));
+         return areas ? Value(static_cast<double>(areas->size())) : Value(CellError::Value);
+     }},
+    {"CHOOSE", 2, 255, "x", choose},
+    {"COLUMN", 0, 1, "r", line_number<false>},
+    {"COLUMNS", 1, 1, "r", [](Call& call) -> Operand { return Value(double(shape_of(call.operand(0)).columns)); }},
+    {"HLOOKUP", 3, 4, "vrnl", look_up_across<false>},
+    {"HYPERLINK", 1, 2, "v", [](Call& call) -> Operand { return call.value(call.size() - 1); }},
+    {"INDEX", 2, 4, "annn", index},
+    {"INDIRECT", 1, 2, "tl", indirect, true},
+    {"LOOKUP", 2, 3, "vaa", look_up},
+    {"MATCH", 2, 3, "vrn", match},
+    {"OFFSET", 3, 5, "rnnnn", offset, true},
+    {"ROW", 0, 1, "r", line_number<true>},
+    {"ROWS", 1, 1, "r", [](Call& call) -> Operand { return Value(double(shape_of(call.operand(0)).rows)); }},
+    {"SHEET", 0, 1, "r", sheet_number},
+    {"TRANSPOSE", 1, 1, "a", transpose},
+    {"VLOOKUP", 3, 4, "vrnl", look_up_across<true>},
+    {"XLOOKUP", 3, 6, "vaaxnn", x_look_up},
+    {"XMATCH", 2, 4, "vann", x_match},
+};
+
+} // namespace
+
+std::span<const Function> lookup_functions() noexcept
+{
+    return table;
+}
+
+} // namespace tarvik::calculation

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "engines/spreadsheets/calculation/evaluator.h"
+
+#include <functional>
+#include <vector>
+
+namespace tarvik::calculation {
+
+/// What counts as a number in cells and arrays: numbers alone; or texts too as 0, and truth values as 0 and 1.
+enum class Counted { Numbers, Everything };
+
+using NumberVisitor = std::function<void(double)>;
+/// The numbers of one argument. A value that is written there counts as the number that it is or reads as; ErrorResult
+/// for an error.
+void visit_numbers(Call& call, std::size_t argument, Counted counted, const NumberVisitor& visitor);
+/// Of all arguments from that one on.
+std::vector<double> all_numbers(Call& call, std::size_t from = 0, Counted counted = Counted::Numbers);
+std::vector<double> numbers_of(Call& call, std::size_t argument);
+
+/// ErrorResult unless it holds.
+inline void require(bool holds, CellError error = CellError::Number)
+{
+    if (!holds) throw ErrorResult{error};
+}
+
+double sum_of(const std::vector<double>& numbers) noexcept;
+/// Of at least one number.
+double mean_of(const std::vector<double>& numbers);
+/// Of the squares of the distances from the mean.
+double squares_of(const std::vector<double>& numbers);
+/// The variance, of all or of a sample.
+double variance_of(const std::vector<double>& numbers, bool is_sample);
+/// Between the sorted numbers, `part` from 0 to 1; exclusive: the ends stand for what lies outside of them.
+double percentile_of(std::vector<double> numbers, double part, bool is_exclusive);
+
+} // namespace tarvik::calculation

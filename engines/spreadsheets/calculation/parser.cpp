@@ -1,0 +1,462 @@
+#include "engines/spreadsheets/calculation/formula.h"
+#include "engines/spreadsheets/calculation/functions.h"
+#include "engines/spreadsheets/calculation/tokens.h"
+#include "engines/spreadsheets/calculation/tree.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace tarvik::calculation {
+
+namespace {
+
+constexpr std::size_t longest_formula = 65'536;
+constexpr int deepest_nesting = 300;
+constexpr int levels_of_operators = 5;
+
+struct BinaryOperator {
+    std::string_view text;
+    int level; ///< the higher binds the closer
+    Operator meaning;
+};
+
+constexpr std::array<BinaryOperator, 12> binary_operators{{{"=", 0, Operator::Equal},
+                                                           {"<>", 0, Operator::NotEqual},
+                                                           {"<", 0, Operator::Less},
+                                                           {"<=", 0, Operator::LessOrEqual},
+                                                           {">", 0, Operator::Greater},
+                                                           {">=", 0, Operator::GreaterOrEqual},
+                                                           {"&", 1, Operator::Join},
+                                                           {"+", 2, Operator::Add},
+                                                           {"-", 2, Operator::Subtract},
+                                                           {"*", 3, Operator::Multiply},
+                                                           {"/", 3, Operator::Divide},
+                                                           {"^", 4, Operator::Power}}};
+
+Node uncalculable(std::string reason)
+{
+    return {Uncalculable{std::move(reason)}, {}};
+}
+
+// What is no formula at all.
+struct SyntaxError {
+    std::string reason = "syntax";
+};
+
+std::string undoubled(std::string_view quoted)
+{
+    std::string plain;
+    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
+        plain += quoted[i];
+        if (quoted[i] == quoted.front()) ++i;
+    }
+    return plain;
+}
+
+std::string in_capitals(std::string_view name)
+{
+    std::string capitals(name);
+    std::ranges::transform(capitals, capitals.begin(),
+                           [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    return capitals;
+}
+
+AreaReference::Corner placed(const Corner& corner, Place at, bool is_last)
+{
+    AreaReference::Corner result;
+    result.is_row_fixed = corner.is_row_fixed || !corner.row;
+    result.is_column_fixed = corner.is_column_fixed || !corner.column;
+    const int row = corner.row.value_or(is_last ? ooxml::last_row_of_sheet : 1);
+    const int column = corner.column.value_or(is_last ? ooxml::last_column_of_sheet : 1);
+    result.row = result.is_row_fixed ? row : row - at.row;
+    result.column = result.is_column_fixed ? column : column - at.column;
+    return result;
+}
+
+class Parser {
+public:
+    Parser(std::string_view text, Place at) : tokens_(text), at_(at) { advance(); }
+
+    Tree run()
+    {
+        tree_.root = parse_binary(0);
+        if (token_.kind != TokenKind::End) throw SyntaxError{};
+        return std::move(tree_);
+    }
+
+private:
+    void advance() { token_ = tokens_.next(); }
+    bool is_operator(std::string_view text) const { return token_.kind == TokenKind::Operator && token_.text == text; }
+    bool skip(std::string_view text)
+    {
+        const bool is_there = is_operator(text);
+        if (is_there) advance();
+        return is_there;
+    }
+    void require(std::string_view text)
+    {
+        if (!skip(text)) throw SyntaxError{};
+    }
+
+    // Counts what takes stack, here and when it is calculated.
+    class Nesting {
+    public:
+        explicit Nesting(int& depth) : depth_(depth)
+        {
+            if (++depth_ > deepest_nesting) throw SyntaxError{"nesting"};
+        }
+        Nesting(const Nesting&) = delete;
+        Nesting& operator=(const Nesting&) = delete;
+        ~Nesting() { --depth_; }
+
+    private:
+        int& depth_;
+    };
+
+    const BinaryOperator* binary_operator(int level) const
+    {
+        if (token_.kind != TokenKind::Operator) return nullptr;
+        const auto* const found = std::ranges::find_if(binary_operators, [&](const BinaryOperator& entry) {
+            return entry.level == level && entry.text == token_.text;
+        });
+        return found == binary_operators.end() ? nullptr : found;
+    }
+
+    Node parse_binary(int level)
+    {
+        if (level == levels_of_operators) return parse_signed();
+        Node first = parse_binary(level + 1);
+        if (!binary_operator(level)) return first;
+        Chain chain;
+        Node node;
+        node.children.push_back(std::move(first));
+        while (const auto* found = binary_operator(level)) {
+            advance();
+            chain.operators.push_back(found->meaning);
+            node.children.push_back(parse_binary(level + 1));
+        }
+        node.content = std::move(chain);
+        return node;
+    }
+
+    static Node signed_node(Sign sign, Node operand)
+    {
+        Node node{sign, {}};
+        node.children.push_back(std::move(operand));
+        return node;
+    }
+
+    Node parse_signed()
+    {
+        const Nesting nesting(depth_);
+        if (skip("-")) return signed_node(Sign::Minus, parse_signed());
+        if (skip("+")) return signed_node(Sign::Plus, parse_signed());
+        Node node = parse_intersection();
+        // Of two and more the first is a division by a power of 100, whatever their number.
+        for (int count = 0; skip("%"); ++count) {
+            if (count == deepest_nesting) throw SyntaxError{"nesting"};
+            node = signed_node(Sign::Percent, std::move(node));
+        }
+        return node;
+    }
+
+    bool starts_reference() const
+    {
+        switch (token_.kind) {
+        case TokenKind::Sheet:
+        case TokenKind::Cell:
+        case TokenKind::Lines:
+        case TokenKind::Function:
+        case TokenKind::Table:
+        case TokenKind::Name: return true;
+        default: return is_operator("(");
+        }
+    }
+
+    Node parse_intersection()
+    {
+        Node node = parse_between();
+        if (!token_.is_after_blank || !starts_reference()) return node;
+        Node result{ReferenceOperator::Intersection, {}};
+        result.children.push_back(std::move(node));
+        while (token_.is_after_blank && starts_reference()) result.children.push_back(parse_between());
+        return result;
+    }
+
+    Node parse_between()
+    {
+        Node node = parse_operand();
+        while (skip(":")) {
+            Node other = parse_operand();
+            auto* const first = std::get_if<AreaReference>(&node.content);
+            const auto* const second = std::get_if<AreaReference>(&other.content);
+            if (first && second && is_plain_cell(*first) && is_plain_cell(*second) && second->first_sheet.empty()) {
+                first->last = second->last;
+                continue;
+            }
+            Node result{ReferenceOperator::Between, {}};
+            result.children.push_back(std::move(node));
+            result.children.push_back(std::move(other));
+            node = std::move(result);
+            tree_.is_volatile = true; // what lies between is only known when it is calculated
+            if (++betweens_ > deepest_nesting) throw SyntaxError{"nesting"};
+        }
+        return node;
+    }
+
+    static bool is_plain_cell(const AreaReference& area)
+    {
+        const auto& a = area.first;
+        const auto& b = area.last;
+        return a.row == b.row && a.column == b.column && a.is_row_fixed == b.is_row_fixed &&
+               a.is_column_fixed == b.is_column_fixed;
+    }
+
+    Node parse_operand()
+    {
+        const Token token = token_;
+        switch (token.kind) {
+        case TokenKind::Number: advance(); return {parse_double(token.text), {}};
+        case TokenKind::Text: advance(); return {Value(from_utf8(undoubled(token.text))), {}};
+        case TokenKind::Error: return parse_error_value();
+        case TokenKind::Sheet: return parse_sheet();
+        case TokenKind::Cell:
+        case TokenKind::Lines: return parse_area({}, {});
+        case TokenKind::Function: return parse_call();
+        case TokenKind::Table: advance(); return parse_table(token.text);
+        case TokenKind::Name: return parse_name({});
+        case TokenKind::Operator: break;
+        case TokenKind::End:
+        case TokenKind::Bad: throw SyntaxError{};
+        }
+        if (skip("(")) return parse_parentheses();
+        if (skip("{")) return parse_array();
+        throw SyntaxError{};
+    }
+
+    static Value parse_double(std::string_view digits)
+    {
+        double number = 0;
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+        if (error == std::errc::result_out_of_range)
+            return digits.find("e-") == digits.npos && digits.find("E-") == digits.npos ? Value(CellError::Number)
+                                                                                        : Value(0.0);
+        if (error != std::errc() || end != digits.data() + digits.size()) throw SyntaxError{};
+        return number;
+    }
+
+    Node parse_error_value()
+    {
+        const auto error = parse_error(from_utf8(token_.text));
+        advance();
+        if (!error) return uncalculable("error value");
+        // "#REF!A1": the sheet is gone.
+        if (!token_.is_after_blank && (token_.kind == TokenKind::Cell || token_.kind == TokenKind::Lines)) advance();
+        if (!token_.is_after_blank && token_.kind == TokenKind::Error) advance();
+        return {Value(*error), {}};
+    }
+
+    Node parse_sheet()
+    {
+        std::string names = token_.text.starts_with('\'') ? undoubled(token_.text) : std::string(token_.text);
+        advance();
+        const bool is_external = names.find('[') != std::string::npos;
+        const auto colon = names.find(':');
+        const Text first = lower(from_utf8(std::string_view(names).substr(0, colon)));
+        const Text last =
+            colon == std::string::npos ? first : lower(from_utf8(std::string_view(names).substr(colon + 1)));
+        Node node = parse_of_sheet(first, last);
+        return is_external ? uncalculable("external workbook") : node;
+    }
+
+    Node parse_of_sheet(const Text& first, const Text& last)
+    {
+        switch (token_.kind) {
+        case TokenKind::Cell:
+        case TokenKind::Lines: return parse_area(first, last);
+        case TokenKind::Name: return parse_name(first);
+        case TokenKind::Error: return parse_error_value();
+        case TokenKind::Function: return parse_call();
+        case TokenKind::Table: return parse_operand();
+        default: throw SyntaxError{};
+        }
+    }
+
+    Node parse_area(const Text& first_sheet, const Text& last_sheet)
+    {
+        const auto colon = token_.text.find(':');
+        const auto one = parse_corner(token_.text.substr(0, colon));
+        const auto other = colon == std::string_view::npos ? one : parse_corner(token_.text.substr(colon + 1));
+        if (!one || !other) throw SyntaxError{};
+        advance();
+        return {AreaReference{first_sheet, last_sheet, placed(*one, at_, false), placed(*other, at_, true)}, {}};
+    }
+
+    Node parse_name(const Text& sheet)
+    {
+        const Text name = lower(from_utf8(token_.text));
+        advance();
+        if (name == U"true") return {Value(true), {}};
+        if (name == U"false") return {Value(false), {}};
+        return {NameReference{sheet, name}, {}};
+    }
+
+    Node parse_call()
+    {
+        const Nesting nesting(depth_);
+        FunctionCall call;
+        call.name = in_capitals(token_.text);
+        for (const std::string_view prefix : {"_XLFN.", "_XLWS.", "_XLUDF.", "ORG.LIBREOFFICE.", "ORG.OPENOFFICE."})
+            if (call.name.starts_with(prefix)) call.name.erase(0, prefix.size());
+        call.function = find_function(call.name);
+        tree_.is_volatile = tree_.is_volatile || (call.function && call.function->is_volatile);
+        tree_.has_subtotal = tree_.has_subtotal || call.name == "SUBTOTAL" || call.name == "AGGREGATE";
+        advance();
+        require("(");
+        Node node;
+        if (!skip(")")) {
+            do {
+                const bool is_left_out = is_operator(",") || is_operator(")");
+                node.children.push_back(is_left_out ? Node{} : parse_binary(0));
+            } while (skip(","));
+            require(")");
+        }
+        const int count = static_cast<int>(node.children.size());
+        if (call.function && (count < call.function->least || count > call.function->most))
+            throw SyntaxError{"number of arguments of " + call.name};
+        node.content = std::move(call);
+        return node;
+    }
+
+    Node parse_parentheses()
+    {
+        const Nesting nesting(depth_);
+        Node first = parse_binary(0);
+        if (skip(")")) return first;
+        Node node{ReferenceOperator::Union, {}};
+        node.children.push_back(std::move(first));
+        while (skip(",")) node.children.push_back(parse_binary(0));
+        require(")");
+        return node;
+    }
+
+    Value parse_constant()
+    {
+        const bool is_negative = skip("-");
+        if (!is_negative) skip("+");
+        const Node node = parse_operand();
+        const auto* const value = std::get_if<Value>(&node.content);
+        if (!value) throw SyntaxError{};
+        const auto* const number = std::get_if<double>(value);
+        if (is_negative && !number) throw SyntaxError{};
+        return is_negative ? Value(-*number) : *value;
+    }
+
+    Node parse_array()
+    {
+        const Nesting nesting(depth_);
+        std::vector<std::vector<Value>> rows(1);
+        rows.back().push_back(parse_constant());
+        while (!skip("}")) {
+            if (skip(";")) {
+                rows.emplace_back();
+            } else {
+                require(",");
+            }
+            rows.back().push_back(parse_constant());
+        }
+        const auto columns = static_cast<int>(rows.front().size());
+        const auto array = std::make_shared<Array>(static_cast<int>(rows.size()), columns);
+        for (int row = 0; row < array->rows(); ++row) {
+            auto& values = rows[static_cast<std::size_t>(row)];
+            if (values.size() != rows.front().size()) throw SyntaxError{};
+            for (int column = 0; column < columns; ++column)
+                array->stored(row, column) = std::move(values[static_cast<std::size_t>(column)]);
+        }
+        return {ArrayPointer(array), {}};
+    }
+
+    static Node parse_table(std::string_view text);
+
+    Tokens tokens_;
+    Place at_;
+    Token token_;
+    Tree tree_;
+    int depth_ = 0;
+    int betweens_ = 0;
+};
+
+// The pieces of what stands between a table's brackets: "[#This Row],[a]:[b]" or a plain column. An escape stays.
+std::vector<std::string_view> pieces_of(std::string_view inside)
+{
+    if (inside.find('[') == std::string_view::npos) return {inside};
+    std::vector<std::string_view> pieces;
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < inside.size(); ++i) {
+        if (inside[i] == '\'') {
+            ++i;
+        } else if (inside[i] == '[') {
+            begin = i + 1;
+        } else if (inside[i] == ']') {
+            pieces.push_back(inside.substr(begin, i - begin));
+        }
+    }
+    return pieces;
+}
+
+Node Parser::parse_table(std::string_view text)
+{
+    const auto bracket = text.find('[');
+    TableReference reference;
+    reference.table = lower(from_utf8(text.substr(0, bracket)));
+    if (reference.table.empty()) return uncalculable("table without a name");
+    for (std::string_view piece : pieces_of(text.substr(bracket + 1, text.size() - bracket - 2))) {
+        if (piece.starts_with('@')) {
+            reference.this_row = true;
+            piece.remove_prefix(1);
+        }
+        if (piece.empty()) continue;
+        const auto special = piece.starts_with('#') ? in_capitals(piece) : std::string();
+        if (special.empty()) {
+            std::string plain;
+            for (std::size_t i = 0; i < piece.size(); ++i) {
+                if (piece[i] == '\'' && i + 1 < piece.size()) ++i;
+                plain += piece[i];
+            }
+            (reference.first_column.empty() ? reference.first_column : reference.last_column) = lower(from_utf8(plain));
+        } else if (special == "#ALL") {
+            reference.headers = reference.data = reference.totals = true;
+        } else if (special == "#HEADERS") {
+            reference.headers = true;
+        } else if (special == "#DATA") {
+            reference.data = true;
+        } else if (special == "#TOTALS") {
+            reference.totals = true;
+        } else if (special == "#THIS ROW") {
+            reference.this_row = true;
+        } else {
+            return uncalculable("table reference");
+        }
+    }
+    if (reference.last_column.empty()) reference.last_column = reference.first_column;
+    if (!reference.headers && !reference.totals && !reference.this_row) reference.data = true;
+    return {std::move(reference), {}};
+}
+
+} // namespace
+
+FormulaPointer parse(std::string_view text, Place at)
+{
+    auto tree = std::make_shared<Tree>();
+    try {
+        if (text.size() > longest_formula) throw SyntaxError{"length"};
+        *tree = Parser(text, at).run();
+    } catch (const SyntaxError& error) {
+        tree->root = uncalculable(error.reason);
+        tree->is_volatile = true; // what it depends on is not known
+    }
+    return std::make_shared<Formula>(std::move(tree));
+}
+
+} // namespace tarvik::calculation

@@ -1,0 +1,309 @@
+#include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/calculation/numbers.h"
+#include "engines/spreadsheets/calculation/subtotals.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <unordered_map>
+
+namespace tarvik::calculation {
+
+namespace {
+
+Operand sum(Call& call)
+{
+    double result = 0;
+    for (std::size_t i = 0; i < call.size(); ++i)
+        visit_numbers(call, i, Counted::Numbers, [&](double number) { result += number; });
+    return Value(result);
+}
+
+Operand product(Call& call)
+{
+    const auto numbers = all_numbers(call);
+    double result = numbers.empty() ? 0 : 1;
+    for (const double number : numbers) result *= number;
+    return Value(result);
+}
+
+Operand count(Call& call)
+{
+    double result = 0;
+    for (std::size_t i = 0; i < call.size(); ++i) {
+        const bool is_direct = std::holds_alternative<Value>(call.operand(i));
+        call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
+            if (std::holds_alternative<double>(value) ||
+                (is_direct && std::holds_alternative<double>(to_number(value, call.counts_from_1904()))))
+                ++result;
+        });
+    }
+    return Value(result);
+}
+
+Operand count_all(Call& call)
+{
+    double result = 0;
+    for (std::size_t i = 0; i < call.size(); ++i) {
+        const bool is_direct = std::holds_alternative<Value>(call.operand(i));
+        call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
+            if (is_direct || !std::holds_alternative<std::monostate>(value)) ++result;
+        });
+    }
+    return Value(result);
+}
+
+Operand count_blank(Call& call)
+{
+    const Area& area = call.area(0);
+    double result = static_cast<double>(area.rows()) * area.columns();
+    call.evaluator().visit(area, [&](Place, const Value& value) {
+        const auto* const text = std::get_if<Text>(&value);
+        if (!std::holds_alternative<std::monostate>(value) && !(text && text->empty())) --result;
+    });
+    return Value(result);
+}
+
+template <Counted counted>
+Operand average(Call& call)
+{
+    return Value(mean_of(all_numbers(call, 0, counted)));
+}
+
+template <Counted counted, bool is_largest>
+Operand extreme(Call& call)
+{
+    const auto numbers = all_numbers(call, 0, counted);
+    if (numbers.empty()) return Value(0.0);
+    return Value(is_largest ? *std::ranges::max_element(numbers) : *std::ranges::min_element(numbers));
+}
+
+template <Counted counted, bool is_sample, bool is_deviation>
+Operand variance(Call& call)
+{
+    const double result = variance_of(all_numbers(call, 0, counted), is_sample);
+    return Value(is_deviation ? std::sqrt(result) : result);
+}
+
+template <bool is_largest>
+Operand ranked(Call& call)
+{
+    auto numbers = numbers_of(call, 0);
+    const double place = is_largest ? std::ceil(call.number(1)) : std::floor(call.number(1));
+    require(place >= 1 && place <= static_cast<double>(numbers.size()));
+    std::ranges::sort(numbers);
+    const auto index = static_cast<std::size_t>(place);
+    return Value(is_largest ? numbers[numbers.size() - index] : numbers[index - 1]);
+}
+
+template <bool is_average>
+Operand rank(Call& call)
+{
+    const double number = call.number(0);
+    const bool is_rising = call.number(2, 0) != 0;
+    double before = 0, equal = 0;
+    for (const double other : numbers_of(call, 1)) {
+        if (other == number) ++equal;
+        if (is_rising ? other < number : other > number) ++before;
+    }
+    require(equal > 0, CellError::NotAvailable);
+    return Value(before + (is_average ? (equal + 1) / 2 : 1));
+}
+
+Operand median(Call& call)
+{
+    return Value(percentile_of(all_numbers(call), 0.5, false));
+}
+
+Operand mode(Call& call)
+{
+    const auto numbers = all_numbers(call);
+    std::unordered_map<double, int> counts;
+    int most = 1;
+    for (const double number : numbers) most = std::max(most, ++counts[number]);
+    require(most > 1, CellError::NotAvailable);
+    return Value(*std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; }));
+}
+
+template <bool is_exclusive, int parts>
+Operand percentile(Call& call)
+{
+    const double part = parts == 1 ? call.number(1) : std::trunc(call.number(1)) / parts;
+    return Value(percentile_of(numbers_of(call, 0), part, is_exclusive));
+}
+
+Operand percent_rank(Call& call)
+{
+    auto numbers = numbers_of(call, 0);
+    const double number = call.number(1);
+    require(!numbers.empty());
+    std::ranges::sort(numbers);
+    require(number >= numbers.front() && number <= numbers.back(), CellError::NotAvailable);
+    if (numbers.size() == 1) return Value(1.0);
+    const auto at = std::ranges::lower_bound(numbers, number);
+    double place = static_cast<double>(at - numbers.begin());
+    if (*at != number) place += (number - *at) / (*at - *(at - 1));
+    return Value(truncated(place / (static_cast<double>(numbers.size()) - 1), call.whole(2, 3)));
+}
+
+Operand square_sum(Call& call)
+{
+    double result = 0;
+    for (const double number : all_numbers(call)) result += number * number;
+    return Value(result);
+}
+
+Operand mean_deviation(Call& call)
+{
+    const auto numbers = all_numbers(call);
+    const double mean = mean_of(numbers);
+    double sum = 0;
+    for (const double number : numbers) sum += std::abs(number - mean);
+    return Value(sum / static_cast<double>(numbers.size()));
+}
+
+Operand geometric_mean(Call& call)
+{
+    const auto numbers = all_numbers(call);
+    double sum = 0;
+    for (const double number : numbers) {
+        require(number > 0);
+        sum += std::log(number);
+    }
+    require(!numbers.empty());
+    return Value(std::exp(sum / static_cast<double>(numbers.size())));
+}
+
+Operand harmonic_mean(Call& call)
+{
+    const auto numbers = all_numbers(call);
+    double sum = 0;
+    for (const double number : numbers) {
+        require(number > 0);
+        sum += 1 / number;
+    }
+    require(!numbers.empty());
+    return Value(static_cast<double>(numbers.size()) / sum);
+}
+
+Operand sum_product(Call& call)
+{
+    std::vector<ArrayPointer> arrays;
+    int rows = 0, columns = 0;
+    for (std::size_t i = 0; i < call.size(); ++i) {
+        arrays.push_back(call.evaluator().array(call.operand(i)));
+        require(arrays[0]->rows() == arrays[i]->rows() && arrays[0]->columns() == arrays[i]->columns(),
+                CellError::Value);
+        rows = std::max(rows, arrays[i]->stored_rows());
+        columns = std::max(columns, arrays[i]->stored_columns());
+    }
+    const auto product_at = [&](int row, int column) {
+        double product = 1;
+        for (const auto& array : arrays) {
+            const Value& value = array->at(row, column);
+            if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
+            const auto* const number = std::get_if<double>(&value);
+            product *= number ? *number : 0;
+        }
+        return product;
+    };
+    double result = 0;
+    for (int row = 0; row < rows; ++row)
+        for (int column = 0; column < columns; ++column) result += product_at(row, column);
+    const auto& first = *arrays[0];
+    const double behind = static_cast<double>(first.rows()) * first.columns() - static_cast<double>(rows) * columns;
+    if (behind > 0) result += behind * product_at(first.rows() - 1, first.columns() - 1);
+    return Value(result);
+}
+
+Operand subtotal(Call& call)
+{
+    const int code = call.whole(0);
+    const bool skips_hidden = code > 100;
+    std::vector<Value> values;
+    for (std::size_t i = 1; i < call.size(); ++i)
+        append_subtotal_values(call, i, {.hidden = skips_hidden, .filtered = true, .subtotals = true}, values);
+    const int kind = skips_hidden ? code - 100 : code;
+    require(kind >= 1 && kind <= 11, CellError::Value);
+    return subtotal_of(kind, values);
+}
+
+Operand aggregate(Call& call)
+{
+    const int kind = call.whole(0), option = call.whole(1, 0);
+    require(kind >= 1 && kind <= 19 && option >= 0 && option <= 7, CellError::Value);
+    const Skipped skipped{.hidden = option % 2 == 1,
+                          .filtered = option % 2 == 1,
+                          .subtotals = option < 4,
+                          .errors = option == 2 || option == 3 || option > 5};
+    std::vector<Value> values;
+    const std::size_t behind = kind < 14 ? call.size() : 3;
+    for (std::size_t i = 2; i < behind; ++i) append_subtotal_values(call, i, skipped, values);
+    if (kind < 14) return subtotal_of(kind, values);
+    require(call.size() == 4, CellError::Value);
+    const Value place = to_number(call.evaluator().single(call.operand(3)), call.counts_from_1904());
+    if (std::holds_alternative<CellError>(place)) return place;
+    return ranked_subtotal_of(kind, values, std::get<double>(place));
+}
+
+constexpr auto numbers_only = Counted::Numbers;
+constexpr auto everything = Counted::Everything;
+
+constexpr Function table[] = {
+    {"AGGREGATE", 3, 255, "nnar", aggregate},
+    {"AVEDEV", 1, 255, "r", mean_deviation},
+    {"AVERAGE", 1, 255, "r", average<numbers_only>},
+    {"AVERAGEA", 1, 255, "r", average<everything>},
+    {"COUNT", 1, 255, "r", count},
+    {"COUNTA", 1, 255, "r", count_all},
+    {"COUNTBLANK", 1, 1, "r", count_blank},
+    {"DEVSQ", 1, 255, "r", [](Call& call) -> Operand { return Value(squares_of(all_numbers(call))); }},
+    {"GEOMEAN", 1, 255, "r", geometric_mean},
+    {"HARMEAN", 1, 255, "r", harmonic_mean},
+    {"LARGE", 2, 2, "rn", ranked<true>},
+    {"MAX", 1, 255, "r", extreme<numbers_only, true>},
+    {"MAXA", 1, 255, "r", extreme<everything, true>},
+    {"MEDIAN", 1, 255, "r", median},
+    {"MIN", 1, 255, "r", extreme<numbers_only, false>},
+    {"MINA", 1, 255, "r", extreme<everything, false>},
+    {"MODE", 1, 255, "r", mode},
+    {"MODE.SNGL", 1, 255, "r", mode},
+    {"PERCENTILE", 2, 2, "rn", percentile<false, 1>},
+    {"PERCENTILE.EXC", 2, 2, "rn", percentile<true, 1>},
+    {"PERCENTILE.INC", 2, 2, "rn", percentile<false, 1>},
+    {"PERCENTRANK", 2, 3, "rn", percent_rank},
+    {"PERCENTRANK.INC", 2, 3, "rn", percent_rank},
+    {"PRODUCT", 1, 255, "r", product},
+    {"QUARTILE", 2, 2, "rn", percentile<false, 4>},
+    {"QUARTILE.EXC", 2, 2, "rn", percentile<true, 4>},
+    {"QUARTILE.INC", 2, 2, "rn", percentile<false, 4>},
+    {"RANK", 2, 3, "nrn", rank<false>},
+    {"RANK.AVG", 2, 3, "nrn", rank<true>},
+    {"RANK.EQ", 2, 3, "nrn", rank<false>},
+    {"SMALL", 2, 2, "rn", ranked<false>},
+    {"STDEV", 1, 255, "r", variance<numbers_only, true, true>},
+    {"STDEV.P", 1, 255, "r", variance<numbers_only, false, true>},
+    {"STDEV.S", 1, 255, "r", variance<numbers_only, true, true>},
+    {"STDEVA", 1, 255, "r", variance<everything, true, true>},
+    {"STDEVP", 1, 255, "r", variance<numbers_only, false, true>},
+    {"STDEVPA", 1, 255, "r", variance<everything, false, true>},
+    {"SUBTOTAL", 2, 255, "nr", subtotal},
+    {"SUM", 1, 255, "r", sum},
+    {"SUMPRODUCT", 1, 255, "a", sum_product},
+    {"SUMSQ", 1, 255, "r", square_sum},
+    {"VAR", 1, 255, "r", variance<numbers_only, true, false>},
+    {"VAR.P", 1, 255, "r", variance<numbers_only, false, false>},
+    {"VAR.S", 1, 255, "r", variance<numbers_only, true, false>},
+    {"VARA", 1, 255, "r", variance<everything, true, false>},
+    {"VARP", 1, 255, "r", variance<numbers_only, false, false>},
+    {"VARPA", 1, 255, "r", variance<everything, false, false>},
+};
+
+} // namespace
+
+std::span<const Function> statistics_functions() noexcept
+{
+    return table;
+}
+
+} // namespace tarvik::calculation

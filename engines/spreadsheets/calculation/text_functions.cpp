@@ -1,0 +1,331 @@
+#include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/calculation/criteria.h"
+#include "engines/spreadsheets/calculation/number_format.h"
+#include "engines/spreadsheets/calculation/numbers.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvik::calculation {
+
+namespace {
+
+constexpr std::size_t longest_text = 32'767;
+
+Operand checked(Text text)
+{
+    require(text.size() <= longest_text, CellError::Value);
+    return Value(std::move(text));
+}
+
+// A count or place of characters, cut at the longest text.
+std::size_t size_of(Call& call, std::size_t argument, double least, double otherwise)
+{
+    const double number = std::trunc(call.number(argument, otherwise));
+    require(number >= least, CellError::Value);
+    return static_cast<std::size_t>(std::min(number, static_cast<double>(longest_text)));
+}
+
+// Languages differ in what they count as two bytes.
+void require_ascii(const Text& text, const char* function)
+{
+    if (std::ranges::any_of(text, [](char32_t c) { return c > 0x7f; })) throw CannotCalculate(function);
+}
+
+Operand left(Call& call)
+{
+    return Value(call.text(0).substr(0, size_of(call, 1, 0, 1)));
+}
+
+Operand right(Call& call)
+{
+    const Text& text = call.text(0);
+    return Value(text.substr(text.size() - std::min(text.size(), size_of(call, 1, 0, 1))));
+}
+
+Operand middle(Call& call)
+{
+    const Text& text = call.text(0);
+    const auto place = size_of(call, 1, 1, 1), count = size_of(call, 2, 0, 0);
+    return Value(place > text.size() ? Text() : text.substr(place - 1, count));
+}
+
+template <Operand (*function)(Call&)>
+Operand by_bytes(Call& call)
+{
+    require_ascii(call.text(0), "a count of bytes");
+    return function(call);
+}
+
+Operand length(Call& call)
+{
+    return Value(static_cast<double>(call.text(0).size()));
+}
+
+Operand trim_blanks(Call& call)
+{
+    Text result;
+    for (const char32_t c : call.text(0))
+        if (c != U' ' || (!result.empty() && result.back() != U' ')) result += c;
+    if (!result.empty() && result.back() == U' ') result.pop_back();
+    return Value(std::move(result));
+}
+
+Operand clean(Call& call)
+{
+    Text text = call.text(0);
+    std::erase_if(text, [](char32_t c) { return c < U' '; });
+    return Value(std::move(text));
+}
+
+Operand proper(Call& call)
+{
+    Text text = call.text(0);
+    bool is_in_word = false;
+    for (char32_t& c : text) {
+        const bool is_letter = lower(c) != upper(c);
+        c = is_in_word ? lower(c) : upper(c);
+        is_in_word = is_letter;
+    }
+    return Value(std::move(text));
+}
+
+Operand substitute(Call& call)
+{
+    const Text& text = call.text(0);
+    const Text& old = call.text(1);
+    const bool is_one = call.size() > 3;
+    const double which = std::trunc(call.number(3, 0));
+    require(!is_one || which >= 1, CellError::Value);
+    if (old.empty()) return call.value(0);
+    Text result;
+    double count = 0;
+    std::size_t at = 0;
+    for (auto found = text.find(old); found != Text::npos; found = text.find(old, at)) {
+        result.append(text, at, found - at);
+        result += !is_one || ++count == which ? call.text(2) : old;
+        require(result.size() <= longest_text, CellError::Value);
+        at = found + old.size();
+    }
+    return checked(result.append(text, at));
+}
+
+Operand replace(Call& call)
+{
+    Text text = call.text(0);
+    const auto place = std::min(size_of(call, 1, 1, 1) - 1, text.size());
+    return checked(text.replace(place, size_of(call, 2, 0, 0), call.text(3)));
+}
+
+Operand find(Call& call)
+{
+    const auto from = size_of(call, 2, 1, 1) - 1;
+    require(from <= call.text(1).size(), CellError::Value);
+    const auto found = call.text(1).find(call.text(0), from);
+    require(found != Text::npos, CellError::Value);
+    return Value(static_cast<double>(found) + 1);
+}
+
+Operand search(Call& call)
+{
+    const auto from = size_of(call, 2, 1, 1) - 1;
+    require(from <= call.text(1).size(), CellError::Value);
+    const auto found = find_pattern(call.text(0), call.text(1), from);
+    require(found.has_value(), CellError::Value);
+    return Value(static_cast<double>(*found) + 1);
+}
+
+Operand repeat(Call& call)
+{
+    const Text& text = call.text(0);
+    const auto count = size_of(call, 1, 0, 0);
+    require(text.size() * count <= longest_text, CellError::Value);
+    Text result;
+    for (std::size_t i = 0; i < count; ++i) result += text;
+    return Value(std::move(result));
+}
+
+void append(Text& result, const Value& value)
+{
+    const Value text = to_text(value);
+    if (const auto* const error = std::get_if<CellError>(&text)) throw ErrorResult{*error};
+    result += std::get<Text>(text);
+    require(result.size() <= longest_text, CellError::Value);
+}
+
+Operand concatenate(Call& call)
+{
+    Text result;
+    for (std::size_t i = 0; i < call.size(); ++i)
+        call.evaluator().visit_values(call.operand(i), [&](const Value& value) { append(result, value); });
+    return Value(std::move(result));
+}
+
+// Absent cells count as well unless they are passed over.
+Operand join(Call& call)
+{
+    const bool skips_empty = call.truth(1);
+    Text result;
+    bool is_first = true;
+    const auto add = [&](const Value& value) {
+        const auto* const text = std::get_if<Text>(&value);
+        if (skips_empty && (std::holds_alternative<std::monostate>(value) || (text && text->empty()))) return;
+        if (!is_first) result += call.text(0);
+        is_first = false;
+        append(result, value);
+    };
+    for (std::size_t i = 2; i < call.size(); ++i) {
+        const auto* const areas = std::get_if<Areas>(&call.operand(i));
+        if (!areas || skips_empty) {
+            call.evaluator().visit_values(call.operand(i), add);
+        } else {
+            for (const auto& area : *areas) call.evaluator().visit_values(call.evaluator().array(Areas{area}), add);
+        }
+    }
+    return Value(std::move(result));
+}
+
+Operand text_in_format(Call& call)
+{
+    const Value& value = call.value(0);
+    const auto* const text = std::get_if<Text>(&value);
+    Value number = value;
+    if (text) {
+        const auto read = parse_number(*text, call.counts_from_1904());
+        if (read) number = *read;
+    }
+    if (std::holds_alternative<std::monostate>(number)) number = 0.0;
+    if (std::holds_alternative<bool>(number)) return to_text(number);
+    if (const auto* const plain = std::get_if<double>(&number)) {
+        const auto formatted = format_number(*plain, call.text(1), call.counts_from_1904());
+        return formatted ? Operand(Value(*formatted)) : Operand(Value(CellError::Value));
+    }
+    return Value(format_text(*text, call.text(1)));
+}
+
+Operand to_value(Call& call)
+{
+    if (std::holds_alternative<bool>(call.value(0))) return Value(CellError::Value);
+    return to_number(call.value(0), call.counts_from_1904());
+}
+
+Operand character(Call& call)
+{
+    const int code = call.whole(0);
+    require(code >= 1 && code <= 255, CellError::Value);
+    if (code > 0x7f) throw CannotCalculate("CHAR beyond ASCII");
+    return Value(Text(1, static_cast<char32_t>(code)));
+}
+
+Operand code(Call& call)
+{
+    require(!call.text(0).empty(), CellError::Value);
+    require_ascii(call.text(0).substr(0, 1), "CODE beyond ASCII");
+    return Value(static_cast<double>(call.text(0)[0]));
+}
+
+Operand unicode_character(Call& call)
+{
+    const int code = call.whole(0);
+    require(code >= 1 && code <= 0x10ffff && (code < 0xd800 || code > 0xdfff), CellError::Value);
+    return Value(Text(1, static_cast<char32_t>(code)));
+}
+
+Operand unicode(Call& call)
+{
+    require(!call.text(0).empty(), CellError::Value);
+    return Value(static_cast<double>(call.text(0)[0]));
+}
+
+Operand fixed(Call& call)
+{
+    const int decimals = call.whole(1, 2);
+    require(decimals <= 127, CellError::Value);
+    return Value(decimal_text(rounded(call.number(0), decimals), std::max(decimals, 0), !call.truth(2, false)));
+}
+
+Operand number_value(Call& call)
+{
+    Text text = call.text(0);
+    const Text decimal = call.size() > 1 ? call.text(1) : Text(U"."),
+               group = call.size() > 2 ? call.text(2) : Text(U",");
+    require(!decimal.empty() && !group.empty(), CellError::Value);
+    std::erase_if(text, [](char32_t c) { return c == U' '; });
+    const auto point = text.find(decimal[0]);
+    Text plain;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == group[0] && i < point) continue;
+        plain += i == point ? U'.' : text[i];
+    }
+    double divisor = 1;
+    for (; !plain.empty() && plain.back() == U'%'; plain.pop_back()) divisor *= 100;
+    if (plain.empty()) return Value(0.0);
+    const auto number = tarvik::number(plain);
+    require(number.has_value(), CellError::Value);
+    return Value(*number / divisor);
+}
+
+template <bool is_before>
+Operand text_beside(Call& call)
+{
+    const Text& text = call.text(0);
+    const Text& mark = call.text(1);
+    if (call.size() > 3) throw CannotCalculate("options of TEXTBEFORE and TEXTAFTER");
+    const int which = call.whole(2, 1);
+    require(which != 0, CellError::Value);
+    if (mark.empty()) throw CannotCalculate("an empty delimiter");
+    auto found = which > 0 ? text.find(mark) : text.rfind(mark);
+    for (int i = 1; i < std::abs(which) && found != Text::npos; ++i) {
+        if (which < 0 && found == 0) {
+            found = Text::npos;
+        } else {
+            found = which > 0 ? text.find(mark, found + mark.size()) : text.rfind(mark, found - 1);
+        }
+    }
+    require(found != Text::npos, CellError::NotAvailable);
+    return Value(is_before ? text.substr(0, found) : text.substr(found + mark.size()));
+}
+
+constexpr Function table[] = {
+    {"CHAR", 1, 1, "n", character},
+    {"CLEAN", 1, 1, "t", clean},
+    {"CODE", 1, 1, "t", code},
+    {"CONCAT", 1, 255, "r", concatenate},
+    {"CONCATENATE", 1, 255, "v", concatenate},
+    {"EXACT", 2, 2, "t", [](Call& call) -> Operand { return Value(call.text(0) == call.text(1)); }},
+    {"FIND", 2, 3, "ttn", find},
+    {"FIXED", 1, 3, "nnl", fixed},
+    {"LEFT", 1, 2, "tn", left},
+    {"LEFTB", 1, 2, "tn", by_bytes<left>},
+    {"LEN", 1, 1, "t", length},
+    {"LENB", 1, 1, "t", by_bytes<length>},
+    {"LOWER", 1, 1, "t", [](Call& call) -> Operand { return Value(lower(TextView(call.text(0)))); }},
+    {"MID", 3, 3, "tnn", middle},
+    {"MIDB", 3, 3, "tnn", by_bytes<middle>},
+    {"NUMBERVALUE", 1, 3, "t", number_value},
+    {"PROPER", 1, 1, "t", proper},
+    {"REPLACE", 4, 4, "tnnt", replace},
+    {"REPT", 2, 2, "tn", repeat},
+    {"RIGHT", 1, 2, "tn", right},
+    {"RIGHTB", 1, 2, "tn", by_bytes<right>},
+    {"SEARCH", 2, 3, "ttn", search},
+    {"SUBSTITUTE", 3, 4, "tttn", substitute},
+    {"TEXT", 2, 2, "vt", text_in_format},
+    {"TEXTAFTER", 2, 6, "ttnnnv", text_beside<false>},
+    {"TEXTBEFORE", 2, 6, "ttnnnv", text_beside<true>},
+    {"TEXTJOIN", 3, 255, "tlr", join},
+    {"TRIM", 1, 1, "t", trim_blanks},
+    {"UNICHAR", 1, 1, "n", unicode_character},
+    {"UNICODE", 1, 1, "t", unicode},
+    {"UPPER", 1, 1, "t", [](Call& call) -> Operand { return Value(upper(TextView(call.text(0)))); }},
+    {"VALUE", 1, 1, "v", to_value},
+};
+
+} // namespace
+
+std::span<const Function> text_functions() noexcept
+{
+    return table;
+}
+
+} // namespace tarvik::calculation

@@ -1,0 +1,193 @@
+#include "engines/spreadsheets/calculation/tokens.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tarvik::calculation {
+
+namespace {
+
+constexpr std::array<std::string_view, 11> errors{"#NULL!", "#DIV/0!", "#VALUE!",       "#REF!",  "#NAME?", "#NUM!",
+                                                  "#N/A",   "#SPILL!", "#GETTING_DATA", "#CALC!", "#FIELD!"};
+constexpr std::string_view blanks = " \t\r\n";
+
+bool is_digit(char c) noexcept
+{
+    return c >= '0' && c <= '9';
+}
+
+bool is_word(char c) noexcept
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || is_digit(c) || c == '$' || c == '_' || c == '.' ||
+           c == '\\' || c == '?' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+std::size_t word_length(std::string_view text, std::size_t from) noexcept
+{
+    std::size_t end = from;
+    while (end < text.size() && is_word(text[end])) ++end;
+    return end - from;
+}
+
+std::size_t digits_length(std::string_view text, std::size_t from) noexcept
+{
+    std::size_t end = from;
+    while (end < text.size() && is_digit(text[end])) ++end;
+    return end - from;
+}
+
+// A doubled quote inside stands for one; 0 when the quote is never closed.
+std::size_t quoted_length(std::string_view text) noexcept
+{
+    for (std::size_t i = 1; i < text.size(); ++i) {
+        if (text[i] != text.front()) continue;
+        if (i + 1 == text.size() || text[i + 1] != text.front()) return i + 1;
+        ++i;
+    }
+    return 0;
+}
+
+// "'" takes the next character's meaning away; 0 when they are never closed.
+std::size_t brackets_length(std::string_view text, std::size_t from) noexcept
+{
+    int depth = 0;
+    for (std::size_t i = from; i < text.size(); ++i) {
+        if (text[i] == '\'') {
+            ++i;
+        } else if (text[i] == '[') {
+            ++depth;
+        } else if (text[i] == ']' && --depth == 0) {
+            return i + 1 - from;
+        }
+    }
+    return 0;
+}
+
+std::size_t number_length(std::string_view text) noexcept
+{
+    std::size_t end = digits_length(text, 0);
+    if (end < text.size() && text[end] == '.') end += 1 + digits_length(text, end + 1);
+    if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
+        const std::size_t sign = end + 1 < text.size() && (text[end + 1] == '+' || text[end + 1] == '-') ? 1 : 0;
+        const auto exponent = digits_length(text, end + 1 + sign);
+        if (exponent > 0) end += 1 + sign + exponent;
+    }
+    return end;
+}
+
+bool is_bang(std::string_view text, std::size_t at) noexcept
+{
+    return at < text.size() && text[at] == '!';
+}
+
+} // namespace
+
+Token Tokens::take(TokenKind kind, std::size_t size)
+{
+    const Token token{kind, rest_.substr(0, size), false};
+    rest_.remove_prefix(std::min(size, rest_.size()));
+    return token;
+}
+
+Token Tokens::next()
+{
+    const auto blank = std::min(rest_.find_first_not_of(blanks), rest_.size());
+    rest_.remove_prefix(blank);
+    Token token = [this] {
+        if (rest_.empty()) return Token{};
+        const char c = rest_.front();
+        if (c == '"') {
+            const auto quoted = quoted_length(rest_);
+            return quoted > 0 ? take(TokenKind::Text, quoted) : take(TokenKind::Bad, 1);
+        }
+        if (c == '#') {
+            for (const auto error : errors)
+                if (rest_.starts_with(error)) return take(TokenKind::Error, error.size());
+        }
+        if (is_word(c) || c == '\'' || c == '[') return take_word();
+        if (rest_.starts_with("<>") || rest_.starts_with("<=") || rest_.starts_with(">="))
+            return take(TokenKind::Operator, 2);
+        const bool is_operator = std::string_view("+-*/^&=<>%(),:;{}").find(c) != std::string_view::npos;
+        return take(is_operator ? TokenKind::Operator : TokenKind::Bad, 1);
+    }();
+    token.is_after_blank = blank > 0;
+    return token;
+}
+
+// The length of sheets' names and the "!" behind them from there; 0 when there are none.
+std::size_t Tokens::sheet_length(std::size_t from) const noexcept
+{
+    std::size_t end = from;
+    if (end < rest_.size() && rest_[end] == '\'') {
+        const auto quoted = quoted_length(rest_.substr(end));
+        return quoted > 0 && is_bang(rest_, end + quoted) ? quoted + 1 : 0;
+    }
+    if (end < rest_.size() && rest_[end] == '[') end += brackets_length(rest_, end);
+    end += word_length(rest_, end);
+    if (end < rest_.size() && rest_[end] == ':') {
+        const auto second = word_length(rest_, end + 1);
+        if (second > 0 && is_bang(rest_, end + 1 + second)) end += 1 + second;
+    }
+    return end > from && is_bang(rest_, end) ? end + 1 - from : 0;
+}
+
+// The length of whole columns or rows, which are a reference only when both ends are.
+std::size_t Tokens::lines_length() const noexcept
+{
+    const auto first = word_length(rest_, 0);
+    if (first == 0 || first >= rest_.size() || rest_[first] != ':') return 0;
+    const auto second = word_length(rest_, first + 1);
+    const auto one = parse_corner(rest_.substr(0, first));
+    const auto other = parse_corner(rest_.substr(first + 1, second));
+    if (!one || !other || (one->row && one->column)) return 0;
+    if (one->row.has_value() != other->row.has_value() || one->column.has_value() != other->column.has_value())
+        return 0;
+    return first + 1 + second;
+}
+
+Token Tokens::take_word()
+{
+    if (const auto sheet = sheet_length(0); sheet > 0) {
+        const Token token = take(TokenKind::Sheet, sheet - 1);
+        rest_.remove_prefix(1);
+        return token;
+    }
+    if (const auto lines = lines_length(); lines > 0) return take(TokenKind::Lines, lines);
+    const char c = rest_.front();
+    if (is_digit(c) || (c == '.' && digits_length(rest_, 1) > 0)) return take(TokenKind::Number, number_length(rest_));
+    const auto word = word_length(rest_, 0);
+    if (word < rest_.size() && rest_[word] == '[') {
+        const auto brackets = brackets_length(rest_, word);
+        if (brackets == 0) return take(TokenKind::Bad, 1);
+        return take(TokenKind::Table, word + brackets);
+    }
+    if (word == 0) return take(TokenKind::Bad, 1);
+    if (word < rest_.size() && rest_[word] == '(') return take(TokenKind::Function, word);
+    const auto corner = parse_corner(rest_.substr(0, word));
+    return take(corner && corner->row && corner->column ? TokenKind::Cell : TokenKind::Name, word);
+}
+
+std::optional<Corner> parse_corner(std::string_view word) noexcept
+{
+    Corner corner;
+    const auto take_dollar = [&word] {
+        const bool is_there = word.starts_with('$');
+        if (is_there) word.remove_prefix(1);
+        return is_there;
+    };
+    corner.is_column_fixed = take_dollar();
+    const auto digits = std::min(word.find_first_of("$0123456789"), word.size());
+    corner.column = ooxml::parse_column(word.substr(0, digits));
+    if (digits > 0 && !corner.column) return std::nullopt;
+    word.remove_prefix(digits);
+    if (corner.column) {
+        corner.is_row_fixed = take_dollar();
+        if (word.empty()) return corner.is_row_fixed ? std::nullopt : std::optional(corner);
+    } else {
+        corner.is_row_fixed = corner.is_column_fixed; // "$3": the only "$" is the row's
+    }
+    corner.row = ooxml::parse_count(word, ooxml::last_row_of_sheet);
+    return corner.row ? std::optional(corner) : std::nullopt;
+}
+
+} // namespace tarvik::calculation

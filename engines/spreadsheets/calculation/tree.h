@@ -1,0 +1,85 @@
+#pragma once
+
+#include "engines/spreadsheets/calculation/operand.h"
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace tarvik::calculation {
+
+struct Function;
+
+/// An argument that is left out between two commas.
+struct Missing {};
+
+/// A reference as it is written. A row or column that is not fixed is the distance from the formula's own cell.
+struct AreaReference {
+    struct Corner {
+        int row = 0, column = 0;
+        bool is_row_fixed = true, is_column_fixed = true;
+    };
+
+    Text first_sheet, last_sheet; ///< in lower case, empty for the formula's own sheet
+    Corner first, last;
+};
+
+struct NameReference {
+    Text sheet; ///< in lower case; empty when the name stands alone
+    Text name;
+};
+
+struct TableReference {
+    Text table;
+    bool headers = false, data = false, totals = false, this_row = false;
+    Text first_column, last_column; ///< in lower case; empty for all
+};
+
+enum class Operator {
+    Equal,
+    NotEqual,
+    Less,
+    LessOrEqual,
+    Greater,
+    GreaterOrEqual,
+    Join,
+    Add,
+    Subtract,
+    Multiply,
+    Divide,
+    Power
+};
+
+/// Operators of one precedence, from left to right: one more child than operators. Long sums do not nest.
+struct Chain {
+    std::vector<Operator> operators;
+};
+
+enum class Sign { Plus, Minus, Percent };
+
+enum class ReferenceOperator { Between, Union, Intersection };
+
+struct FunctionCall {
+    const Function* function = nullptr; ///< nullptr: unknown
+    std::string name;
+};
+
+/// What cannot be calculated; it is none of the formula's business as long as nobody asks for its value.
+struct Uncalculable {
+    std::string reason;
+};
+
+struct Node {
+    std::variant<Missing, Value, ArrayPointer, AreaReference, NameReference, TableReference, Chain, Sign,
+                 ReferenceOperator, FunctionCall, Uncalculable>
+        content;
+    std::vector<Node> children;
+};
+
+struct Tree {
+    Node root;
+    bool is_volatile = false;
+    bool has_subtotal = false;
+};
+
+} // namespace tarvik::calculation

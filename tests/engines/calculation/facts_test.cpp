@@ -1,0 +1,320 @@
+#include "tests/engines/calculation/cells_in_memory.h"
+
+#include "engines/spreadsheets/calculation/coercion.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+
+namespace tarvik {
+
+namespace {
+
+using calculation::CannotCalculate;
+using calculation::CellError;
+using calculation::Value;
+using test::CellsInMemory;
+
+// The result as a cell of an English spreadsheet shows it; what is not calculated in angle brackets.
+std::string shown(CellsInMemory& cells, std::string_view formula, bool is_array = false)
+{
+    try {
+        const Value value = cells.calculate(formula, "H20", is_array);
+        if (const auto* const error = std::get_if<CellError>(&value)) return to_utf8(calculation::error_text(*error));
+        return to_utf8(std::get<Text>(calculation::to_text(value)));
+    } catch (const CannotCalculate& reason) {
+        return "<" + std::string(reason.what()) + ">";
+    }
+}
+
+void fill(CellsInMemory& cells)
+{
+    const std::vector<std::pair<std::string_view, Value>> values{
+        {"A1", 10.0},          {"A2", 20.0},         {"A3", 30.0},
+        {"A4", Text(U"x")},    {"A5", true},         {"B1", Text(U"apple")},
+        {"B2", Text(U"Pear")}, {"B3", Text(U"fig")}, {"B4", Text(U"5")},
+        {"B6", Text()},        {"C1", 1.0},          {"C2", 2.0},
+        {"C3", 2.0},           {"C4", 5.0},          {"D1", CellError::NotAvailable},
+        {"E20", 77.0},         {"H1", 8.0}};
+    for (const auto& [place, value] : values) cells.set(place, value);
+    for (int sheet = 2; sheet <= 3; ++sheet) cells.set("A1", sheet * 100.0, sheet);
+    cells.set_name(U"rate", "0.25");
+    cells.set_name(U"list", "Sheet1!$A$1:$A$3");
+    cells.set_name(U"left", "Sheet1!XFD1"); // the cell to the left, from A1
+    cells.tables[U"goods"] = {1, {{1, 1}, {4, 3}}, 1, 0, {U"No", U"Name #1", U"Count"}};
+}
+
+class Sample : public CellsInMemory {
+public:
+    Sample() : CellsInMemory({U"Sheet1", U"Other one", U"Third"}) { fill(*this); }
+};
+
+struct Fact {
+    const char* formula;
+    const char* result;
+};
+
+void check(std::initializer_list<Fact> facts)
+{
+    Sample cells;
+    for (const auto& [formula, result] : facts) EXPECT_EQ(shown(cells, formula), result) << formula;
+}
+
+} // namespace
+
+TEST(Facts, Operators)
+{
+    check({{"-2^2", "4"},
+           {"2^-1", "0.5"},
+           {"2^3^2", "64"},
+           {"10%%", "0.001"},
+           {"-A1%", "-0.1"},
+           {"1+2*3&4", "74"},
+           {"\"a\"=\"A\"", "TRUE"},
+           {"1<\"a\"", "TRUE"},
+           {"\"z\"<FALSE", "TRUE"},
+           {"Z1=0", "TRUE"},
+           {"Z1=\"\"", "TRUE"},
+           {"Z1=FALSE", "TRUE"},
+           {"\"3\"+4", "7"},
+           {"\"1,234.5\"*2", "2469"},
+           {"\"x\"+1", "#VALUE!"},
+           {"TRUE+1", "2"},
+           {"1/0", "#DIV/0!"},
+           {"0^0", "#NUM!"},
+           {"0.1+0.2=0.3", "TRUE"},
+           {"1.1-1-0.1>0", "TRUE"},
+           {"0.5-0.4-0.1", "0"},
+           {"1/3&\"\"", "0.333333333333333"},
+           {"1E15&\"\"", "1E+15"},
+           {"D1+1", "#N/A"},
+           {"Z1", "0"},
+           {"rate*4", "1"},
+           {"1 000", "<syntax>"},
+           {"SUM(", "<syntax>"},
+           {"NOSUCH(1)", "<NOSUCH>"},
+           {"nosuch", "#NAME?"}});
+}
+
+TEST(Facts, References)
+{
+    check({{"SUM(A1:A3)", "60"},
+           {"SUM(A:A)", "60"},
+           {"SUM(2:3)", "54"},
+           {"SUM($A$1:A2,C1)", "31"},
+           {"E:E", "77"},
+           {"E1:E19", "#VALUE!"},
+           {"H:H 1:1", "8"},
+           {"A1:A2 B1:B2", "#NULL!"},
+           {"SUM((A1,A3))", "40"},
+           {"SUM(A1:C2 A2:B9)", "20"},
+           {"'Other one'!A1", "200"},
+           {"SUM('Other one:Third'!A1)", "500"},
+           {"Missing!A1", "#REF!"},
+           {"[1]Sheet1!A1", "<external workbook>"},
+           {"SUM(list)", "60"},
+           {"#REF!+1", "#REF!"},
+           {"IF(TRUE,1,[1]Sheet1!A1)", "1"},
+           {"SUM(Goods[Count])", "9"},
+           {"SUM(goods[[#All],[No]:[Count]])", "70"},
+           {"Goods[[#Headers],[Name '#1]]", "apple"},
+           {"Goods[[#This Row],[No]]", "#VALUE!"},
+           {"ROW()", "20"},
+           {"SUM(A1:INDEX(A:A,2))", "30"},
+           {"SUM(OFFSET(A1,1,0,2))", "50"},
+           {"INDIRECT(\"A\"&2)", "20"},
+           {"SUM(INDIRECT(\"list\"))", "60"},
+           {"ADDRESS(2,3,4,TRUE,\"a b\")", "'a b'!C2"},
+           {"ROWS(A:A)", "1048576"}});
+}
+
+TEST(Facts, Rounding)
+{
+    check({{"ROUND(2.675,2)", "2.68"},
+           {"ROUND(1.005,2)", "1.01"},
+           {"ROUND(-2.5,0)", "-3"},
+           {"ROUND(1234,-2)", "1200"},
+           {"ROUNDUP(1.01,1)", "1.1"},
+           {"ROUNDUP(2,0)", "2"},
+           {"ROUNDDOWN(-1.99,1)", "-1.9"},
+           {"INT(-1.5)", "-2"},
+           {"TRUNC(-1.5)", "-1"},
+           {"MOD(-3,2)", "1"},
+           {"MOD(3,-2)", "-1"},
+           {"MOD(5,0)", "#DIV/0!"},
+           {"CEILING(-2.5,2)", "-2"},
+           {"FLOOR(-2.5,2)", "-4"},
+           {"CEILING(2.5,-2)", "#NUM!"},
+           {"MROUND(10,3)", "9"},
+           {"EVEN(-1)", "-2"},
+           {"ODD(2)", "3"},
+           {"QUOTIENT(-10,3)", "-3"},
+           {"DEC2HEX(-1)", "FFFFFFFFFF"}});
+}
+
+TEST(Facts, Texts)
+{
+    check({{"LEFT(\"abc\")", "a"},
+           {"LEFT(\"abc\",)", ""},
+           {"MID(\"abc\",2,9)", "bc"},
+           {"MID(\"abc\",0,1)", "#VALUE!"},
+           {"SUBSTITUTE(\"aXbX\",\"X\",\"-\",2)", "aXb-"},
+           {"SEARCH(\"b?d\",\"ABCD\")", "2"},
+           {"SEARCH(\"~*\",\"a*\")", "2"},
+           {"FIND(\"B\",\"abc\")", "#VALUE!"},
+           {"TRIM(\"  a   b \")", "a b"},
+           {"PROPER(\"o'neil 2nd\")", "O'Neil 2Nd"},
+           {"TEXTJOIN(\",\",TRUE,B1:B6)", "apple,Pear,fig,5"},
+           {"REPT(\"ab\",20000)", "#VALUE!"},
+           {"LEN(\"汉字\")", "2"},
+           {"EXACT(\"a\",\"A\")", "FALSE"},
+           {"VALUE(\"12%\")", "0.12"},
+           {"VALUE(\"2020-01-05\")", "43835"},
+           {"VALUE(\"6:30 PM\")*24", "18.5"},
+           {"VALUE(\"1/2/2020\")", "<date as a text>"},
+           {"FIXED(1234.567,1)", "1,234.6"},
+           {"TEXT(1234.5,\"#,##0.00\")", "1,234.50"},
+           {"TEXT(0.256,\"0.0%\")", "25.6%"},
+           {"TEXT(12345,\"0.00E+00\")", "1.23E+04"},
+           {"TEXT(43835.75,\"yyyy年m月d日 hh:mm\")", "2020年1月5日 18:00"},
+           {"TEXT(43835.75,\"h:mm AM/PM\")", "6:00 PM"},
+           {"TEXT(1.5,\"[h]:mm:ss\")", "36:00:00"},
+           {"TEXT(-5,\"0;(0);-\")", "(5)"},
+           {"TEXT(0,\"0;(0);-\")", "-"},
+           {"TEXT(\"a\",\"0;0;0;@@\")", "aa"},
+           {"TEXT(123456789,\"000-0000\")", "12345-6789"},
+           {"TEXT(5,\"00#\")", "005"},
+           {"TEXT(1234567,\"0.0,,\")", "1.2"},
+           {"TEXT(43835,\"ddd, mmm d\")", "Sun, Jan 5"},
+           {"TEXT(0.5,\"# ?/?\")", "<number format with a fraction>"}});
+}
+
+TEST(Facts, Dates)
+{
+    check({{"DATE(1900,3,1)", "61"},
+           {"DATE(1900,2,29)", "60"},
+           {"DAY(60)", "29"},
+           {"DATE(2020,14,0)", "44227"},
+           {"WEEKDAY(43835)", "1"},
+           {"EDATE(DATE(2020,1,31),1)", "43890"},
+           {"EOMONTH(43835,0)", "43861"},
+           {"DATEDIF(DATE(2020,1,31),DATE(2021,3,1),\"ym\")", "1"},
+           {"DAYS360(DATE(2020,1,31),DATE(2020,12,31))", "330"},
+           {"YEARFRAC(DATE(2012,1,1),DATE(2012,7,30))", "0.580555555555556"},
+           {"NETWORKDAYS(43831,43861)", "23"},
+           {"WORKDAY(43831,10)", "43845"},
+           {"WEEKNUM(DATE(2012,3,9),2)", "11"},
+           {"ISOWEEKNUM(DATE(2021,1,3))", "53"},
+           {"TIME(25,0,0)*24", "1"},
+           {"HOUR(0.75)", "18"},
+           {"TODAY()", "46351"},
+           {"YEAR(-1)", "#NUM!"}});
+    Sample cells;
+    cells.is_from_1904 = true;
+    EXPECT_EQ(shown(cells, "DATE(2020,1,5)"), "42373");
+    EXPECT_EQ(shown(cells, "TEXT(42373,\"yyyy-mm-dd ddd\")"), "2020-01-05 Sun");
+}
+
+TEST(Facts, Lookups)
+{
+    check({{"VLOOKUP(20,A1:C3,2,FALSE)", "Pear"},
+           {"VLOOKUP(25,A1:C3,3)", "2"},
+           {"VLOOKUP(5,A1:C3,2)", "#N/A"},
+           {"VLOOKUP(10,A1:C3,4,0)", "#REF!"},
+           {"MATCH(\"P*\",B1:B4,0)", "2"},
+           {"MATCH(2,C1:C4)", "3"},
+           {"LOOKUP(2,1/(C1:C4=2),A1:A4)", "30"},
+           {"INDEX(A1:C3,2,3)", "2"},
+           {"SUM(INDEX(A1:C3,0,1))", "60"},
+           {"INDEX(A1:C3,4,1)", "#REF!"},
+           {"CHOOSE(2,1,\"b\")", "b"},
+           {"XLOOKUP(\"zz\",B1:B4,A1:A4,\"none\")", "none"},
+           {"IFERROR(VLOOKUP(1,A1:A3,1,0),\"-\")", "-"},
+           {"MATCH(1,INDEX((A1:A3=20)*(C1:C3=2),0),0)", "2"},
+           {"COLUMNS(A1:C1)", "3"},
+           {"VLOOKUP(\"fig\",CHOOSE({1,2},B1:B3,A1:A3),2,0)", "30"}});
+}
+
+TEST(Facts, Counting)
+{
+    check({{"COUNT(A1:A6,\"4\",TRUE)", "5"},
+           {"COUNTA(A1:B6)", "10"},
+           {"COUNTBLANK(A1:B6)", "3"},
+           {"COUNTIF(B1:B6,5)", "1"},
+           {"COUNTIF(B1:B6,\"<>apple\")", "5"},
+           {"COUNTIF(B1:B6,\"\")", "2"},
+           {"COUNTIF(B1:B6,\"=\")", "1"},
+           {"COUNTIF(A:A,\">=20\")", "2"},
+           {"COUNTIF(D1:D9,#N/A)", "1"},
+           {"SUMIF(B1:B3,\"*p*\",A1)", "30"},
+           {"SUMIFS(A1:A3,C1:C3,2,B1:B3,\"<>fig\")", "20"},
+           {"COUNTIFS(A1:A9,\"\",B1:B9,\"\")", "4"},
+           {"AVERAGEIF(C1:C4,2)", "2"},
+           {"AVERAGEIF(C1:C4,9)", "#DIV/0!"},
+           {"SUMPRODUCT((A1:A3>10)*C1:C3)", "4"},
+           {"SUMPRODUCT(--(C1:C4=2))", "2"},
+           {"SUMPRODUCT((A:A=\"\")*1)", "1048571"},
+           {"SUM(COUNTIF(B1:B4,{\"fig\",\"apple\"}))", "2"},
+           {"AND(A1:A5)", "TRUE"},
+           {"SUM(A1:A5,TRUE)", "61"},
+           {"RANK(20,A1:A3)", "2"},
+           {"LARGE(A1:A3,2)", "20"},
+           {"MODE(C1:C4)", "2"},
+           {"STDEV(A1:A3)", "10"},
+           {"PERCENTILE(A1:A3,0.25)", "15"},
+           {"MAX(Z1:Z9)", "0"},
+           {"SUM(A1:D1)", "#N/A"},
+           {"AGGREGATE(9,6,A1:D1)", "11"}});
+    Sample cells;
+    EXPECT_EQ(shown(cells, "SUM(IF(C1:C4=2,A1:A4))", true), "50");
+    EXPECT_EQ(shown(cells, "MAX(LEN(B1:B3))", true), "5");
+    cells.set_formula("A4", "SUBTOTAL(9,A1:A3)");
+    EXPECT_EQ(cells.result({1, {4, 1}}), Value(60.0));
+    cells.hidden_rows = {2};
+    EXPECT_EQ(shown(cells, "SUBTOTAL(9,A1:A4)"), "60");
+    EXPECT_EQ(shown(cells, "SUBTOTAL(109,A1:A4)"), "40");
+}
+
+TEST(Facts, Finance)
+{
+    check({{"ROUND(PMT(0.08/12,10,10000),2)", "-1037.03"},
+           {"ROUND(FV(0.06/12,10,-200,-500,1),2)", "2581.4"},
+           {"ROUND(PV(0.08/12,240,500),2)", "-59777.15"},
+           {"ROUND(NPV(0.1,-10000,3000,4200,6800),2)", "1188.44"},
+           {"ROUND(IRR({-70000,12000,15000,18000,21000,26000}),6)", "0.086631"},
+           {"ROUND(RATE(48,-200,8000),6)", "0.007701"},
+           {"ROUND(IPMT(0.1/12,1,36,8000),2)", "-66.67"},
+           {"ROUND(NPER(0.12/12,-100,-1000,10000,1),4)", "59.6739"}});
+}
+
+// Formulas that would take the stack or the memory, were they not bounded.
+TEST(Facts, HostileFormulas)
+{
+    Sample cells;
+    const auto nested = [](int depth) {
+        return std::string(static_cast<std::size_t>(depth), '(') + "1" +
+               std::string(static_cast<std::size_t>(depth), ')');
+    };
+    EXPECT_EQ(shown(cells, nested(60)), "1");
+    EXPECT_EQ(shown(cells, nested(30'000)), "<nesting>");
+    EXPECT_EQ(shown(cells, std::string(30'000, '-') + "1"), "<nesting>");
+    EXPECT_EQ(shown(cells, "1" + std::string(30'000, '%')), "<nesting>");
+    std::string sum = "1";
+    for (int i = 0; i < 20'000; ++i) sum += "+1";
+    EXPECT_EQ(shown(cells, sum), "20001");
+    EXPECT_EQ(shown(cells, "SUMPRODUCT((A:XFD=B1:B1048576)*1)"), "<size of an array>");
+    EXPECT_EQ(shown(cells, "SUM(A1:XFD1048576)"), "#N/A");
+    cells.set_name(U"loop", "loop+1");
+    EXPECT_EQ(shown(cells, "loop"), "<nesting>");
+}
+
+// Each cell counts on the one above; no stack grows with them.
+TEST(Facts, LongChain)
+{
+    CellsInMemory cells;
+    cells.set("A1", 1.0);
+    for (int row = 2; row <= 100'000; ++row)
+        cells.set_formula("A" + std::to_string(row), "A" + std::to_string(row - 1) + "+1");
+    EXPECT_EQ(cells.result({1, {100'000, 1}}), Value(100'000.0));
+}
+
+} // namespace tarvik
