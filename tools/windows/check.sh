@@ -1,6 +1,7 @@
 #!/bin/sh
-# Builds the player for Windows, without optimisation, plays the golden scripts by it under wine, and has clang-tidy look
-# at the engine of the installed suite, which no other build holds. Its tests are run by make windows.
+# Builds the player for Windows, without optimisation, sees that Windows can start it, plays the golden scripts by it
+# under wine, and has clang-tidy look at the engine of the installed suite, which no other build holds. Its tests are run
+# by make windows.
 set -eu
 cd "$(dirname "$0")/../.."
 
@@ -14,5 +15,6 @@ git ls-files 'engines/suite/*.cpp' | xargs -P 2 -n 2 sh -c 'headers=$1; shift; c
     grep -E '(warning|error):' -A 4 build/windows/clang-tidy.txt || tail -n 40 build/windows/clang-tidy.txt
     exit 1
 }
+python3 tools/windows/check_imports.py build/windows/check/installation
 trap 'sh tools/windows/wine.sh --end' EXIT
 python3 tools/windows/play_golden.py build/windows/check/installation/tarvik-play.exe

@@ -21,6 +21,7 @@ all_dockets_in() {
 rm -rf "$trial"
 mkdir -p "$trial/by player" "$trial/by window"
 (cd "$trial" && cmake -E tar xf ../../tarvik-windows.zip)
+python3 tools/windows/check_imports.py "$trial/tarvik"
 cd "$trial/tarvik"
 for program in tarvik tarvik-play tarvik-dictionary; do
     x86_64-w64-mingw32-strings -el $program.exe > ../strings.txt

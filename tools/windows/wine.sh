@@ -1,7 +1,8 @@
 #!/bin/sh
 # Runs a Windows program by wine, in a world of its own under build/. Wine's services outlive the program that started
 # them and would hold the output open of whoever waits for its end, so what it says goes by way of files;
-# `wine.sh --end` ends the services.
+# `wine.sh --end` ends the services. Debian's wine brings a zlib1.dll, which Windows lacks. Wine's own libraries need it,
+# so it cannot be switched off: check_imports.py sees that no program of ours asks for it.
 set -eu
 
 WINEPREFIX=${WINEPREFIX:-$(cd "$(dirname "$0")/../.." && pwd)/build/windows/wine}
