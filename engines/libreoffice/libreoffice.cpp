@@ -24,10 +24,7 @@ LibreOffice::~LibreOffice()
 
 const fs::path& LibreOffice::folder()
 {
-    if (!folder_) {
-        folder_.emplace();
-        fs::permissions(folder_->path(), fs::perms::owner_all);
-    }
+    if (!folder_) folder_.emplace();
     return folder_->path();
 }
 

@@ -25,6 +25,7 @@ public:
     void kill() const noexcept;
 
 private:
+    std::filesystem::path temporary_; ///< of what LibreOffice makes for itself
     std::string pipe_;
     pid_t office_ = -1, guardian_ = -1;
     int guardian_line_ = -1; ///< when it closes unsaid, the guardian acts

@@ -98,6 +98,14 @@ void hand_out(const fs::path& installed, const fs::path& own, const std::string&
     });
 }
 
+/// What the user keeps in it names customers: no other user of the computer looks into a folder that is made here.
+void make_private_folders(const fs::path& path)
+{
+    if (path.empty() || is_folder(path)) return;
+    make_private_folders(path.parent_path());
+    if (fs::create_directory(path)) fs::permissions(path, fs::perms::owner_all);
+}
+
 void fill(const fs::path& own, const fs::path& installed, std::string_view version)
 {
     VersionsByName versions = read_list(own / list_name);
@@ -124,7 +132,7 @@ WorkingFolder open_working_folder(const fs::path& program_folder, const fs::path
     if (installed == program_folder && may_write_in(installed)) return {installed, {}};
     const fs::path own = data_folder / "tarvik";
     try {
-        naming_path(U"建立文件夹", text_of(own), [&] { fs::create_directories(own); });
+        naming_path(U"建立文件夹", text_of(own), [&] { make_private_folders(own); });
     } catch (const Failure& failure) {
         return {installed, failure.message() + U"程序暂时使用“" + text_of(installed) +
                                U"”中的文件，不能在其中保存。请解决后重新启动程序。"};

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/office_process.h"
 
+#include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
@@ -23,7 +24,14 @@ namespace {
 // profile ends with status 81 once the profile is made, and asks to be repeated.
 constexpr const char* office_script = "read -r go || exit 1; exec </dev/null >/dev/null 2>&1; profile=$1; shift;"
                                       "[ -e \"$profile\" ] || \"$@\" || [ $? = 81 ] || exit 1; exec \"$@\"";
-constexpr const char* guardian_script = "read -r stay && exit 0; kill -s KILL -- \"-$1\"; exec rm -rf -- \"$2\" \"$3\"";
+// LibreOffice's pipes are not where its other files are. It leaves behind the one that it is driven by, and one by
+// which it would find another on the same profile: that is named by the MD5 of the profile's UTF-16, without the
+// leading zeros of its bytes.
+constexpr const char* guardian_script =
+    "read -r stay || { kill -s KILL -- \"-$1\"; rm -rf -- \"$2\"; };"
+    "id=$(printf %s \"$4\" | sed 's/./&\\n/g' | tr '\\n' '\\0' | md5sum | cut -c 1-32 |"
+    " sed 's/../& /g; s/0\\(.\\) /\\1/g; s/ //g');"
+    "rm -f -- \"$3$5\" \"$3SingleOfficeIPC_$id\"";
 
 void require(int error)
 {
@@ -69,11 +77,15 @@ std::string file_url(const std::string& path)
     return url;
 }
 
-std::vector<std::string> environment_of_office()
+std::vector<std::string> environment_with(std::vector<std::string> variables)
 {
-    std::vector<std::string> variables;
-    for (char** variable = environ; *variable; ++variable) variables.emplace_back(*variable);
-    variables.emplace_back("SAL_USE_VCLPLUGIN=svp");
+    const auto own = variables.size();
+    for (char** variable = environ; *variable; ++variable) {
+        const std::string_view told = *variable;
+        const auto name = told.substr(0, told.find('=') + 1);
+        const auto is_it = [name](const std::string& one) { return one.starts_with(name); };
+        if (std::none_of(variables.begin(), variables.begin() + own, is_it)) variables.emplace_back(told);
+    }
     return variables;
 }
 
@@ -88,10 +100,9 @@ std::vector<char*> pointers(std::vector<std::string>& words)
 
 /// A shell with a script, in a process group of its own, that reads from `input` and holds nothing else of this
 /// program.
-pid_t start_shell(int input, std::vector<std::string> words)
+pid_t start_shell(int input, std::vector<std::string> words, std::vector<std::string> variables)
 {
     words.insert(words.begin(), {"sh", "-c"});
-    auto variables = environment_of_office();
     posix_spawn_file_actions_t actions{};
     posix_spawnattr_t attributes{};
     posix_spawn_file_actions_init(&actions);
@@ -121,12 +132,6 @@ void wait_for(pid_t child) noexcept
     }
 }
 
-/// Where LibreOffice makes its pipe; a process that is killed leaves it behind.
-std::filesystem::path pipe_file(const std::string& name)
-{
-    return "/tmp/OSL_PIPE_" + std::to_string(::getuid()) + "_" + name;
-}
-
 std::string new_pipe_name()
 {
     std::random_device random;
@@ -136,17 +141,22 @@ std::string new_pipe_name()
 } // namespace
 
 OfficeProcess::OfficeProcess(const std::filesystem::path& programs, const std::filesystem::path& folder)
-    : pipe_(new_pipe_name())
+    : temporary_(folder / "temporary"), pipe_(new_pipe_name())
 {
+    std::filesystem::create_directory(temporary_);
+    const auto variables = environment_with({"SAL_USE_VCLPLUGIN=svp", "TMPDIR=" + temporary_.string()});
+    const auto profile = file_url(folder / "profile");
     Line go, end;
-    office_ =
-        start_shell(go.child_end(),
-                    {office_script, "tarvik-office", folder / "profile/user/registrymodifications.xcu",
-                     programs / "soffice.bin", "--headless", "--invisible", "--norestore", "--nologo", "--nodefault",
-                     "-env:UserInstallation=" + file_url(folder / "profile"), "--accept=pipe,name=" + pipe_ + ";urp;"});
+    office_ = start_shell(go.child_end(),
+                          {office_script, "tarvik-office", folder / "profile/user/registrymodifications.xcu",
+                           programs / "soffice.bin", "--headless", "--invisible", "--norestore", "--nologo",
+                           "--nodefault", "-env:UserInstallation=" + profile, "--accept=pipe,name=" + pipe_ + ";urp;"},
+                          variables);
     try {
-        guardian_ = start_shell(
-            end.child_end(), {guardian_script, "tarvik-guardian", std::to_string(office_), folder, pipe_file(pipe_)});
+        guardian_ = start_shell(end.child_end(),
+                                {guardian_script, "tarvik-guardian", std::to_string(office_), folder,
+                                 "/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_', profile, pipe_},
+                                variables);
     } catch (...) {
         kill();
         wait_for(office_);
@@ -165,7 +175,7 @@ OfficeProcess::~OfficeProcess()
     say_and_close(guardian_line_);
     wait_for(guardian_);
     std::error_code ignored;
-    std::filesystem::remove(pipe_file(pipe_), ignored);
+    std::filesystem::remove_all(temporary_, ignored);
 }
 
 bool OfficeProcess::has_ended()

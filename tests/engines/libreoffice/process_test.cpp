@@ -4,6 +4,8 @@
 #include <chrono>
 #include <csignal>
 #include <fstream>
+#include <set>
+#include <sstream>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -45,6 +47,25 @@ std::string states_of(pid_t group)
 bool is_gone(pid_t group)
 {
     return states_of(group).empty();
+}
+
+/// The files of the sockets that the process has.
+std::vector<fs::path> sockets_of(pid_t process)
+{
+    std::set<std::string> held;
+    std::error_code ignored;
+    for (const auto& file : fs::directory_iterator("/proc/" + std::to_string(process) + "/fd"))
+        held.insert(fs::read_symlink(file.path(), ignored).string());
+    std::vector<fs::path> found;
+    std::ifstream table("/proc/net/unix");
+    for (std::string line; std::getline(table, line);) {
+        std::istringstream fields(line);
+        std::string skipped, inode, path;
+        for (int i = 0; i < 6; ++i) fields >> skipped;
+        if (fields >> inode >> path && held.contains("socket:[" + inode + "]") && path.starts_with('/'))
+            found.emplace_back(path);
+    }
+    return found;
 }
 
 Settings impatient()
@@ -119,11 +140,14 @@ TEST_F(OfficeProcess, nothing_is_left_behind_when_the_program_is_killed)
 {
     int ends[2];
     ASSERT_EQ(::pipe(ends), 0);
+    const auto temporary = folder.path() / "temporary";
+    fs::create_directory(temporary);
     const pid_t program = ::fork();
     if (program == 0) {
+        ::setenv("TMPDIR", temporary.c_str(), 1);
         LibreOffice own(office_settings());
         const auto file = own.open(folder.path() / "t.xls");
-        const auto told = std::to_string(own.process_group().value()) + " " + own.folder().string() + "\n";
+        const auto told = std::to_string(own.process_group().value()) + "\n";
         [[maybe_unused]] const auto written = ::write(ends[1], told.data(), told.size());
         for (;;) ::pause();
     }
@@ -132,13 +156,15 @@ TEST_F(OfficeProcess, nothing_is_left_behind_when_the_program_is_killed)
     for (char letter = 0; ::read(ends[0], &letter, 1) == 1 && letter != '\n';) told += letter;
     ::close(ends[0]);
     const auto group = static_cast<pid_t>(std::stol(told));
-    const fs::path own_folder = told.substr(told.find(' ') + 1);
     EXPECT_FALSE(is_gone(group));
-    EXPECT_TRUE(fs::exists(own_folder / "profile"));
+    const auto sockets = sockets_of(group);
+    EXPECT_GE(sockets.size(), 2U);
+    EXPECT_FALSE(fs::is_empty(temporary));
     ::kill(program, SIGKILL);
     ::waitpid(program, nullptr, 0);
     EXPECT_TRUE(comes_true([&] { return is_gone(group); }));
-    EXPECT_TRUE(comes_true([&] { return !fs::exists(own_folder); }));
+    EXPECT_TRUE(comes_true([&] { return fs::is_empty(temporary); }));
+    for (const auto& socket : sockets) EXPECT_TRUE(comes_true([&] { return !fs::exists(socket); })) << socket;
 }
 
 TEST(OfficeSettings, rest_and_wear_end_a_process)
@@ -152,6 +178,7 @@ TEST(OfficeSettings, rest_and_wear_end_a_process)
     settings.until_rest = milliseconds(300);
     settings.most_files = 2;
     fs::path own_folder;
+    std::vector<fs::path> sockets;
     pid_t group = 0;
     {
         LibreOffice office(settings);
@@ -172,8 +199,10 @@ TEST(OfficeSettings, rest_and_wear_end_a_process)
         EXPECT_TRUE(office.process_group()); // an open file keeps it
         group = office.process_group().value();
         own_folder = office.folder();
+        sockets = sockets_of(group);
     }
     EXPECT_TRUE(is_gone(group));
+    for (const auto& socket : sockets) EXPECT_FALSE(fs::exists(socket)) << socket;
     EXPECT_FALSE(fs::exists(own_folder));
 }
 

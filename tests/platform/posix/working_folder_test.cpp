@@ -92,6 +92,11 @@ TEST_F(WorkingFolderTest, the_first_start_fills_the_users_own_folder)
     EXPECT_THAT(own_files(),
                 ElementsAre("photo/a.jpg: picture 1", "z5.xlsx: template 1", "维修/送修单/甲.xlsx: order 1"));
     EXPECT_EQ(home.read("tarvik/.handed-out"), "1\tphoto/a.jpg\n1\tz5.xlsx\n1\t维修/送修单/甲.xlsx\n");
+
+    const auto deep = home.path() / "local/share";
+    open_working_folder(usr.path() / "bin", deep, "1");
+    for (const auto& made : {own, deep, deep.parent_path()})
+        EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all) << made;
 }
 
 TEST_F(WorkingFolderTest, a_later_version_adds_what_is_new_and_touches_nothing_of_the_users)
