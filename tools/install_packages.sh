@@ -6,7 +6,7 @@ set -eu
 packages_for() {
     case $1 in
     build) echo "g++ cmake ninja-build pkg-config ccache libpugixml-dev libzip-dev zlib1g-dev qt6-base-dev libgl-dev fonts-wqy-microhei" ;;
-    test) echo "libgtest-dev libgmock-dev python3 python3-docx python3-openpyxl xvfb xdotool openbox wmctrl x11-utils" ;;
+    test) echo "libgtest-dev libgmock-dev python3 python3-docx python3-openpyxl xvfb xdotool openbox wmctrl x11-utils cups-daemon cups-client" ;;
     check) echo "clang-format clang-tidy clang-tools python3" ;;
     libreoffice) echo "libreoffice-calc libreoffice-writer libreoffice-dev" ;;
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev" ;;

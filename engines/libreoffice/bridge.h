@@ -66,6 +66,8 @@ struct MergedArea {
     bool has_merged = false; ///< a merged range lies in it
 };
 
+enum class Printing { Done, PrinterUnknown, JobRefused };
+
 /// A file held open; letting go of it closes it unsaved.
 class OpenFile {
 public:
@@ -76,8 +78,8 @@ public:
     virtual void store(const std::filesystem::path& path, const std::string& filter) = 0;
     /// Whether the user sees the work, where the other program has a window for it.
     virtual void set_visible(bool /*visible*/) {}
-    /// To the printer of this name; gives when the document is handed over.
-    virtual void print(const std::string& printer) = 0;
+    /// To the printer of this name; returns when the document is handed over, or is not taken.
+    virtual Printing print(const std::string& printer) = 0;
 };
 
 class OpenWorkbook : public OpenFile {

@@ -34,6 +34,12 @@ std::optional<pid_t> LibreOffice::process_group()
     return session_ ? std::optional(session_->process->group()) : std::nullopt;
 }
 
+void LibreOffice::end_if_idle()
+{
+    const std::lock_guard lock(mutex_);
+    if (session_ && session_->files_open == 0) drop_session();
+}
+
 std::shared_ptr<LibreOffice::Session> LibreOffice::session_for_file()
 {
     {

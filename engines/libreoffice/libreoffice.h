@@ -41,6 +41,9 @@ public:
 
     /// A folder for files that pass between the program and LibreOffice.
     const std::filesystem::path& folder();
+    const Settings& settings() const noexcept { return settings_; }
+    /// Ends the process unless it holds a file open.
+    void end_if_idle();
     /// The process group; none before the start and after the end.
     std::optional<pid_t> process_group();
 

@@ -23,7 +23,11 @@ public:
     }
 
     // In the background it would be cut off when the document is closed.
-    void print(const std::string& /*printer*/) override { file().call(L"PrintOut", {false}); }
+    libreoffice::Printing print(const std::string& /*printer*/) override
+    {
+        file().call(L"PrintOut", {false});
+        return libreoffice::Printing::Done;
+    }
     bool has_table() override { return file().object(L"Tables").get(L"Count").as_count() > 0; }
 
     bool set_cell_text(int row, int column, const Text& text) override

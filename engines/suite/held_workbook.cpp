@@ -87,7 +87,11 @@ public:
     {
     }
 
-    void print(const std::string& /*printer*/) override { sheet_at(1).call(L"PrintOut"); }
+    libreoffice::Printing print(const std::string& /*printer*/) override
+    {
+        sheet_at(1).call(L"PrintOut");
+        return libreoffice::Printing::Done;
+    }
     int sheet_count() override { return file().object(L"Worksheets").get(L"Count").as_count(); }
     bool is_logical(int /*sheet*/, int /*row*/, int /*column*/) override { return false; } // read as a text
 

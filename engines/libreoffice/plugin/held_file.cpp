@@ -2,7 +2,12 @@
 
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/view/XPrintJobBroadcaster.hpp>
 #include <com/sun/star/view/XPrintable.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <rtl/ref.hxx>
+
+#include <atomic>
 
 namespace tarvik::libreoffice {
 
@@ -21,6 +26,21 @@ Value value_named(const Properties& list, const char* name)
     return value;
 }
 
+/// What becomes of a print job; it is told on a thread of the connection's.
+class PrintJob final : public cppu::WeakImplHelper1<css::view::XPrintJobListener> {
+public:
+    void SAL_CALL printJobEvent(const css::view::PrintJobEvent& event) override
+    {
+        if (event.State == css::view::PrintableState_JOB_SPOOLED) is_spooled_ = true;
+    }
+    void SAL_CALL disposing(const css::lang::EventObject& /*event*/) override {}
+
+    bool is_spooled() const { return is_spooled_; }
+
+private:
+    std::atomic<bool> is_spooled_ = false;
+};
+
 } // namespace
 
 std::string filter_of(const Model& model)
@@ -36,14 +56,19 @@ void store_copy(const Model& model, const std::filesystem::path& path, const std
 }
 
 // A printer that is not there is passed over without a word, so what was set is read back.
-void print_model(const Model& model, const std::string& printer)
+Printing print_model(const Model& model, const std::string& printer)
 {
     const Reference<css::view::XPrintable> printable(model, UNO_QUERY_THROW);
     const rtl::OUString name = to_uno(printer);
     printable->setPrinter(properties({property("Name", name)}));
-    if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name)
-        throw std::runtime_error("no printer " + printer);
+    if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name) return Printing::PrinterUnknown;
+    const rtl::Reference<PrintJob> job(new PrintJob);
+    const Reference<css::view::XPrintJobListener> listener(job.get());
+    const Reference<css::view::XPrintJobBroadcaster> broadcaster(model, UNO_QUERY_THROW);
+    broadcaster->addPrintJobListener(listener);
     printable->print(properties({property("Wait", true)}));
+    broadcaster->removePrintJobListener(listener);
+    return job->is_spooled() ? Printing::Done : Printing::JobRefused;
 }
 
 void close_model(const Model& model) noexcept

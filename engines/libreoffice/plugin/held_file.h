@@ -11,7 +11,7 @@ using Model = css::uno::Reference<css::frame::XModel>;
 
 std::string filter_of(const Model& model);
 void store_copy(const Model& model, const std::filesystem::path& path, const std::string& filter);
-void print_model(const Model& model, const std::string& printer);
+Printing print_model(const Model& model, const std::string& printer);
 void close_model(const Model& model) noexcept;
 
 /// What every kind of open file does alike; `Kind` is OpenFile or one of its kinds.
@@ -28,9 +28,9 @@ public:
     {
         translated([&] { store_copy(model_, path, filter); });
     }
-    void print(const std::string& printer) override
+    Printing print(const std::string& printer) override
     {
-        translated([&] { print_model(model_, printer); });
+        return translated([&] { return print_model(model_, printer); });
     }
 
 protected:

@@ -77,14 +77,14 @@ std::string file_url(const std::string& path)
     return url;
 }
 
-std::vector<std::string> environment_with(std::vector<std::string> variables)
+std::vector<std::string> environment_with(const std::vector<std::string>& own)
 {
-    const auto own = variables.size();
+    auto variables = own;
     for (char** variable = environ; *variable; ++variable) {
         const std::string_view told = *variable;
         const auto name = told.substr(0, told.find('=') + 1);
         const auto is_it = [name](const std::string& one) { return one.starts_with(name); };
-        if (std::none_of(variables.begin(), variables.begin() + own, is_it)) variables.emplace_back(told);
+        if (std::ranges::none_of(own, is_it)) variables.emplace_back(told);
     }
     return variables;
 }

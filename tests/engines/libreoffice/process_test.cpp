@@ -147,6 +147,7 @@ TEST_F(OfficeProcess, nothing_is_left_behind_when_the_program_is_killed)
         ::setenv("TMPDIR", temporary.c_str(), 1);
         LibreOffice own(office_settings());
         const auto file = own.open(folder.path() / "t.xls");
+        if (!file) ::_exit(1);
         const auto told = std::to_string(own.process_group().value()) + "\n";
         [[maybe_unused]] const auto written = ::write(ends[1], told.data(), told.size());
         for (;;) ::pause();
