@@ -37,6 +37,7 @@ struct Program {
     Text notice;                               ///< what was passed over in silence; a front may show it and empties it
     RunRecord run;                             ///< the report run in progress or the last one
     std::set<Text> scratch_failures;           ///< why scratch files cannot be written, as the user knows
+    Text note_failure;                         ///< why the page box cannot note its folder, as the user knows
     bool ended = false;                        ///< the main window was closed
 };
 

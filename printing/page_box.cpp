@@ -20,11 +20,25 @@ Text without_separator(Text folder)
     return folder;
 }
 
+void append_to_report(Files& files, const Text& report, const Text& line)
+{
+    const ForeignText present = files.file_exists(report) ? recognise_foreign(files.read(report)) : ForeignText{};
+    files.append(report, encode_behind(present, line));
+}
+
+/// A report that cannot be written keeps nothing from being printed: the user is informed of each reason once.
 void note_folder(Program& program)
 {
     Form1& form1 = program.form1;
     const Text folder = form1.scanfolderset ? form1.scanfolder : Text();
-    program.platform.files.append(installed(program, files::report_3139), encode(folder + U"\r\n"));
+    Text reason;
+    try {
+        append_to_report(program.platform.files, installed(program, files::report_3139), folder + U"\r\n");
+    } catch (const Failure& failure) {
+        reason = failure.message();
+    }
+    if (!reason.empty() && reason != program.note_failure) tell(program, reason);
+    program.note_failure = reason;
     form1.RichTextBox3.append(folder + Text(line_tail));
 }
 

@@ -27,6 +27,9 @@ struct ForeignText {
 /// The same as decode_foreign(), for who wants to tell the user how the file was read.
 ForeignText recognise_foreign(std::string_view bytes);
 
+/// What goes behind the end of such a file: the text in its encoding, its CR LF as the file ends its lines.
+std::string encode_behind(const ForeignText& file, TextView text);
+
 /// The document with CR LF for each LF when it holds no CR at all, as texts of other systems do; else the same one.
 Document with_cr_lf(const Document& document);
 

@@ -82,6 +82,24 @@ char* write_characters(const TwoByteTable& table, std::span<const Char> characte
     return write_one_by_one(table, characters, out);
 }
 
+/// The bytes of one unit of UTF-16.
+void append_unit(char32_t unit, bool big_endian, std::string& bytes)
+{
+    const char high = static_cast<char>(unit >> 8U), low = static_cast<char>(unit & 0xffU);
+    bytes += big_endian ? high : low;
+    bytes += big_endian ? low : high;
+}
+
+std::string encode_utf16(const Text& text, bool big_endian)
+{
+    std::string bytes;
+    for (const char32_t character : text) {
+        if (character > 0xffff) append_unit(0xd800 + ((character - 0x10000) >> 10U), big_endian, bytes);
+        append_unit(character > 0xffff ? 0xdc00 + (character & 0x3ffU) : character, big_endian, bytes);
+    }
+    return bytes;
+}
+
 } // namespace
 
 std::string encode(TextView text)
@@ -103,6 +121,15 @@ void encode_to(TextView text, std::string& target)
             characters = characters.subspan(piece.size());
         }
     });
+}
+
+std::string encode_behind(const ForeignText& file, TextView text)
+{
+    Text lines = text.str();
+    if (file.lines_ended_in_lf) std::erase(lines, U'\r');
+    if (file.encoding == U"UTF-8") return to_utf8(lines);
+    const bool big_endian = file.encoding == U"UTF-16BE";
+    return big_endian || file.encoding == U"UTF-16LE" ? encode_utf16(lines, big_endian) : encode(lines);
 }
 
 char* encode_into(TextView text, char* target)

@@ -52,6 +52,27 @@ TEST(DecodeForeign, reads_every_kind_of_file)
     }
 }
 
+TEST(EncodeBehind, lengthens_a_file_in_its_own_encoding_and_line_ends)
+{
+    const std::string files[] = {
+        "\xef\xbb\xbf"
+        "a\r\n"s,
+        "\xe4\xb8\xad\n"s,
+        "\xd6\xd0\r\n"s,
+        "a\n"s,
+        "a\r\nb\n"s,
+        ""s,
+        "\xff\xfe\n\0"s,
+        "\xfe\xff\0\r\0\n"s,
+    };
+    for (const std::string& bytes : files) {
+        const ForeignText file = recognise_foreign(bytes);
+        const ForeignText longer = recognise_foreign(bytes + encode_behind(file, U"目录𠀀\r\n"));
+        EXPECT_EQ(to_utf8(longer.document.text().str()), in_utf8(file.document) + "目录𠀀\r\n") << bytes;
+        EXPECT_EQ(longer.lines_ended_in_lf, bytes.find('\n') != bytes.npos && bytes.find('\r') == bytes.npos) << bytes;
+    }
+}
+
 TEST(DecodeOwn, does_not_guess)
 {
     const std::string bytes = "\xe4\xb8\xad\xe5\x9b\xbd";

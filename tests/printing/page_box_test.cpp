@@ -87,6 +87,23 @@ TEST_F(PageBox, loses_nothing_when_a_file_fails_or_a_name_is_taken)
     EXPECT_EQ(form1.xlApp, nullptr);
 }
 
+// A report of other line ends was one line for every command from then on.
+TEST_F(PageBox, lengthens_the_report_in_its_own_way_and_prints_without_it)
+{
+    desk.installation.write("3139.txt", "\xe4\xb8\xad\n");
+    lock();
+    enter(U"zz");
+    EXPECT_EQ(desk.installation.read("3139.txt"), "\xe4\xb8\xad\n\nd:\\sheets\n");
+
+    desk.dialogs.take_messages();
+    for (int i = 0; i < 2; ++i) {
+        desk.faulty.trouble_at(2, [](TextView) { throw Failure(U"没有权限"); }); // read, append
+        enter(U"ab1");
+    }
+    EXPECT_EQ(desk.dialogs.take_messages(), std::vector<std::string>{"Tarvik 计算|没有权限"});
+    EXPECT_TRUE(exists("fprino/Bill-AB1.xlsx"));
+}
+
 TEST_F(PageBox, does_nothing_when_it_is_empty_or_no_folder_was_picked)
 {
     enter(U"");
