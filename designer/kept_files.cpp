@@ -52,12 +52,6 @@ std::vector<Text> column_values(const Program& program, int column)
     return values;
 }
 
-bool same_folder(const Files& files, TextView one, TextView other)
-{
-    std::error_code error;
-    return std::filesystem::equivalent(files.resolve(one), files.resolve(other), error);
-}
-
 void write_line(ReplacementFile& file, const Text& line)
 {
     file.write(encode(line + U"\r\n"));
@@ -71,7 +65,7 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
     const NameIndex index(values, names);
     const Text& outfolder = program.form1.outfolder;
     Files& files = program.platform.files;
-    const bool stay = same_folder(files, folder, outfolder);
+    const bool stay = is_same_folder(files, folder, outfolder);
     std::vector<bool> gone(names.size());
     std::vector<Text> failures;
     for (const Text& value : values) {

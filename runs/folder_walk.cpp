@@ -28,6 +28,12 @@ std::vector<Text> walked_names(const Program& program, TextView folder)
     return names;
 }
 
+bool is_same_folder(const Files& files, TextView one, TextView other)
+{
+    std::error_code error;
+    return std::filesystem::equivalent(files.resolve(one), files.resolve(other), error);
+}
+
 std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work)
 {
     std::vector<Text> failures;

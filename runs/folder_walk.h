@@ -21,6 +21,9 @@ std::optional<PickedFile> pick_file(Program& program, TextView filter);
 /// The names of a folder's files in their order, up to the first that holds "$".
 std::vector<Text> walked_names(const Program& program, TextView folder);
 
+/// Whether both paths lead to one folder; false where one of them is not there.
+bool is_same_folder(const Files& files, TextView one, TextView other);
+
 /// Works on each of these files in turn. One that fails is passed over; gives what failed, and why.
 std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
 /// What tells of all these failures; at least one.

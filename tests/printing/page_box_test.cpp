@@ -87,6 +87,17 @@ TEST_F(PageBox, loses_nothing_when_a_file_fails_or_a_name_is_taken)
     EXPECT_EQ(form1.xlApp, nullptr);
 }
 
+TEST_F(PageBox, leaves_a_printed_file_in_the_folder_of_printed_files)
+{
+    std::filesystem::rename(desk.drive_d.path() / "sheets", desk.drive_d.path() / "fprino");
+    desk.dialogs.files = {U"D:/FPRINO/other.xlsx"};
+    enter(U"lock");
+    enter(U"ab1");
+    EXPECT_EQ(office.tasks.size(), 1U);
+    EXPECT_TRUE(exists("fprino/Bill-AB1.xlsx"));
+    EXPECT_FALSE(exists("fprino/Bill-AB1 (2).xlsx"));
+}
+
 // A report of other line ends was one line for every command from then on.
 TEST_F(PageBox, lengthens_the_report_in_its_own_way_and_prints_without_it)
 {
