@@ -89,17 +89,6 @@ Text scan_key(const Program& program, const ReportCommand& command)
     return command.design_key == DesignKey::Lowered ? lower(typed) : typed;
 }
 
-// Rows and keys of an earlier scan must not pass for those of this one.
-void check_scan(const Program& program, ScanOutcome outcome)
-{
-    if (outcome == ScanOutcome::TooMany)
-        throw Failure(U" 请注意：\r\n符合条件的记录超过300000条，报表没有开始；请缩小源数据报表后重试。");
-    if (outcome == ScanOutcome::Refused)
-        throw Failure(U" 请注意：\r\n选中了查寻选项，数据列查寻没有进行，报表没有开始；请先点击窗口空白处还原默认。");
-    if (program.form1.comp)
-        throw Failure(U" 请注意：\r\n目前comp为TRUE，查寻结果在SUG表中，报表没有开始；请先按键e，再重新输入命令。");
-}
-
 bool make_table(Program& program, const ReportCommand& command)
 {
     const ScanResult scan = scan_document(program, scan_key(program, command));
@@ -144,6 +133,16 @@ bool refuse_during_run(Program& program, bool is_command)
 }
 
 } // namespace
+
+void check_scan(const Program& program, ScanOutcome outcome)
+{
+    if (outcome == ScanOutcome::TooMany)
+        throw Failure(U" 请注意：\r\n符合条件的记录超过300000条，报表没有开始；请缩小源数据报表后重试。");
+    if (outcome == ScanOutcome::Refused)
+        throw Failure(U" 请注意：\r\n选中了查寻选项，数据列查寻没有进行，报表没有开始；请先点击窗口空白处还原默认。");
+    if (program.form1.comp)
+        throw Failure(U" 请注意：\r\n目前comp为TRUE，查寻结果在SUG表中，报表没有开始；请先按键e，再重新输入命令。");
+}
 
 bool run_command(Program& program, const CommandTable& commands)
 {

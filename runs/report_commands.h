@@ -1,5 +1,6 @@
 #pragma once
 
+#include "columns/column_query.h"
 #include "mainwindow/mainwindow.h"
 
 #include <span>
@@ -56,6 +57,9 @@ struct CommandTable {
     std::span<const ImmediateCommand> immediate;
     std::span<const ReportCommand> reports;
 };
+
+/// Throws Failure, with what to do about it, for a scan after which the table holds rows of an earlier one.
+void check_scan(const Program& program, ScanOutcome outcome);
 
 /// Enter in the query box. False when no command was found: the key then goes on to the text query. A text that holds
 /// "An" asks for the output folder first, unless a run is on. Throws Failure when the output folder of a command cannot

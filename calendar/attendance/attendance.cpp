@@ -1,10 +1,10 @@
 #include "calendar/attendance/attendance.h"
 
 #include "calendar/calendar.h"
-#include "columns/column_query.h"
 #include "columns/columns.h"
 #include "columns/row_list.h"
 #include "columns/views.h"
+#include "runs/report_commands.h"
 
 #include <array>
 
@@ -137,13 +137,14 @@ void an_kqtest(Program& program)
         return;
     }
     ScratchFile file(program, U"between31.txt");
-    query1(program, department);
+    const ScanResult scan = scan_document(program, department);
+    check_scan(program, scan.outcome);
     devision1(program);
     form1.compcount = 0;
     const auto lines = std::make_shared<RowView>(program.module1.suf.buffers());
     RowList unread;
-    const auto last = static_cast<std::size_t>(form1.curcount);
-    for (std::size_t row = 0; row <= last; ++row) add_row(program, row, *lines, unread);
+    const auto rows = static_cast<std::size_t>(scan.rows);
+    for (std::size_t row = 0; row < rows; ++row) add_row(program, row, *lines, unread);
     show_view(program, file, lines);
     form1.number_box().set_text(number_text(form1.compcount));
     if (unread.count() > 0) tell(program, U" 温情提示：\r\n以下打卡时间不能识别，已经略过：" + unread.text());

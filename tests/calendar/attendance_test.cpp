@@ -61,5 +61,37 @@ TEST(Attendance, judges_each_day_by_its_stamps)
     EXPECT_EQ(test.form1().sugcount, 0);
 }
 
+Text row(TextView person, TextView in, TextView out)
+{
+    return U"x\t系统设备制造部\t" + person + U"\t\t\t\t2016-09-22 " + in + U":00.0\t2016-09-22 " + out + U":00.0\r\n";
+}
+
+class AttendanceDesk : public testing::Test {
+protected:
+    TestProgram test;
+
+    std::string list_of(const Text& document)
+    {
+        test.open_text(document);
+        test.form1().query_box().set_text(U"An kqtest");
+        an_kqtest(test.program);
+        return to_utf8(test.form1().RichTextBox3.text());
+    }
+};
+
+// The row behind the last one kept the stamps of a longer document, and a refused scan the whole of it.
+TEST_F(AttendanceDesk, lists_nobody_of_an_earlier_document)
+{
+    list_of(row(U"甲", U"08:00", U"18:00") + row(U"乙", U"08:00", U"18:00"));
+    EXPECT_THAT(list_of(row(U"丙", U"08:00", U"18:00")),
+                testing::AllOf(testing::HasSubstr("丙"), testing::Not(testing::HasSubstr("乙"))));
+    EXPECT_EQ(list_of(U"nobody\r\n"), "");
+    EXPECT_EQ(test.form1().number_box().text(), U"0");
+
+    test.form1().Option1.set_value(true);
+    EXPECT_THROW(list_of(row(U"丁", U"08:00", U"18:00")), Failure);
+    EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), "\r\n");
+}
+
 } // namespace
 } // namespace tarvik::test
