@@ -7,6 +7,7 @@
 #include "runs/report_commands.h"
 
 #include <array>
+#include <cmath>
 
 namespace tarvik {
 
@@ -15,11 +16,13 @@ namespace {
 constexpr std::u32string_view department = U"系统设备制造部";
 constexpr std::size_t person_column = 3, first_stamp_column = 7, last_stamp_column = 8;
 
-// Hours of the day, and spans in hours
-constexpr double latest_arrival = 8.5, earliest_leaving = 17.5, overtime_starts = 18.0;
-constexpr double normal_span_above = 9.0, normal_span_up_to = 9.6, half_day_span = 4.5, span_limit = 24.0;
-constexpr double one_stamp_first_below = 13, one_stamp_last_below = 11.5;
-constexpr double lunch_break = 1.0;
+/// Hundredths of an hour, as exact as stamps are: in hours a span of 9 may come out above 9.
+using Hundredths = long;
+
+constexpr Hundredths latest_arrival = 850, earliest_leaving = 1750, overtime_starts = 1800;
+constexpr Hundredths normal_span_above = 900, normal_span_up_to = 960, half_day_span = 450, span_limit = 2400;
+constexpr Hundredths one_stamp_first_below = 1300, one_stamp_last_below = 1150;
+constexpr Hundredths lunch_break = 100;
 constexpr std::u32string_view one_stamp_hours = U"-1      ";
 
 constexpr std::array<std::u32string_view, 7> weekdays{U"星期四", U"星期五", U"星期六", U"星期日",
@@ -61,8 +64,9 @@ std::optional<double> hours(TextView time)
     return *hour + leading_number(wct(fraction));
 }
 
-Text hours_text(double hours)
+Text hours_text(Hundredths span)
 {
+    double hours = static_cast<double>(span) / 100;
     return wcnum(leading_number(wct(hours)));
 }
 
@@ -71,10 +75,10 @@ struct Verdict {
     Text hours;
 };
 
-/// `a` and `b` are the hours of the first and the last stamp, `status` what they say by themselves.
-std::optional<Verdict> judge(double a, double b, std::u32string_view status)
+/// `a` and `b` are the times of the first and the last stamp, `status` what they say by themselves.
+std::optional<Verdict> judge(Hundredths a, Hundredths b, std::u32string_view status)
 {
-    const double span = b - a;
+    const Hundredths span = b - a;
     const Text worked = hours_text(span - lunch_break);
     if (span > normal_span_above && span <= normal_span_up_to) return Verdict{U"正常", worked};
     if (span >= span_limit) return std::nullopt;
@@ -86,7 +90,7 @@ std::optional<Verdict> judge(double a, double b, std::u32string_view status)
     return Verdict{status, worked};
 }
 
-std::u32string_view first_status(double a, double b)
+std::u32string_view first_status(Hundredths a, Hundredths b)
 {
     const bool late = a > latest_arrival;
     if (b < earliest_leaving) return late ? U"倒退" : U"早退";
@@ -103,8 +107,9 @@ void add_row(Program& program, std::size_t row, RowView& lines, RowList& unread)
     const auto a = kqtest(program, first);
     const auto b = a ? kqtest(program, last) : std::nullopt;
     if (!b) return unread.add_entry(suf.cell(row, person_column).str() + U"：" + (a ? last : first));
-    const std::u32string_view status = first_status(*a, *b);
-    const auto verdict = judge(*a, *b, status);
+    const Hundredths arrival = std::lround(*a * 100), leaving = std::lround(*b * 100);
+    const std::u32string_view status = first_status(arrival, leaving);
+    const auto verdict = judge(arrival, leaving, status);
     if (!verdict) return;
     form1.compcount += 1;
     lines.add_cell({}, suf.cell(row, person_column),

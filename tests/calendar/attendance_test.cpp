@@ -79,6 +79,23 @@ protected:
     }
 };
 
+// Nine hours from 8:36 were above nine hours, those from 8:33 were not.
+TEST_F(AttendanceDesk, judges_a_span_wherever_it_begins)
+{
+    const auto clock = [](int minutes) {
+        return Text(minutes < 600 ? U"0" : U"") + number_text(minutes / 60) + (minutes % 60 < 10 ? U":0" : U":") +
+               number_text(minutes % 60);
+    };
+    struct Span {
+        int minutes;
+        const char* ending;
+    };
+    for (const Span span : {Span{540, "迟到\t8       \r\n"}, {576, "正常\t8.6     \r\n"}, {270, "倒退\t3.5     \r\n"}})
+        for (int in = 511; in < 601; in += 3)
+            EXPECT_THAT(list_of(row(U"甲", clock(in), clock(in + span.minutes))), testing::EndsWith(span.ending))
+                << in << ' ' << span.minutes;
+}
+
 // The row behind the last one kept the stamps of a longer document, and a refused scan the whole of it.
 TEST_F(AttendanceDesk, lists_nobody_of_an_earlier_document)
 {
