@@ -54,6 +54,8 @@ void enter_in_file(Program& program, const Operation& operation, const Records& 
 void enter_in_folder(Program& program, const Operation& operation)
 {
     Form1& form1 = program.form1;
+    if (form1.rowcount <= 0)
+        throw Failure(U" 请注意：\r\n打开的报表中没有维修记录，各表没有改动；请先打开维修记录，再重新输入命令。");
     const auto picked = pick_file(program, workbook_filter);
     if (!picked) return;
     form1.filecount = 0;

@@ -4,7 +4,8 @@
 
 /// The commands that bring the records of the open report into all sheets of a folder. The user picks any file of the
 /// folder; without one nothing happens. A sheet with a line that met a record is saved under outfolder, its name begun
-/// with an "A"; the others are written back, changed or not. Files that fail are told in one message at the end.
+/// with an "A"; the others are written back, changed or not. Files that fail are reported in one message at the
+/// end. Without a record no sheet is opened: Failure.
 namespace tarvik {
 
 /// Fault and repair texts, part codes, quantities and charges.

@@ -87,6 +87,14 @@ TEST_F(RepairCommands, go_on_behind_a_file_that_fails_and_tell_it_at_the_end)
     EXPECT_EQ(office.open_applications, 0);
 }
 
+// After an opening that had failed the line rules wrote their charges into all sheets of the folder.
+TEST_F(RepairCommands, open_no_sheet_without_records)
+{
+    desk.open_text(U"");
+    for (const TextView command : {U"An order", U"An prices"}) EXPECT_THROW(enter(command), Failure);
+    EXPECT_TRUE(office.tasks.empty());
+}
+
 TEST_F(RepairCommands, end_at_once_without_a_file)
 {
     enter(U"An order", std::nullopt);
