@@ -23,7 +23,7 @@ bool enter_orders(Worksheet& sheet, const Records& records)
     const int last = last_line(sheet);
     for (int row = first_line; row <= last; ++row) {
         SheetLine& line = lines.emplace_back(sheet, row);
-        for (const std::size_t record : records.with_number(sheet.cell(row, number_column))) {
+        for (const std::size_t record : records.with_number(sheet.value(row, number_column))) {
             found = true;
             const auto fault = records.field(record, fault_field);
             const auto repair = records.field(record, repair_field);

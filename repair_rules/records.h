@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/automation.h"
 #include "mainwindow/table.h"
 
 #include <span>
@@ -9,19 +10,20 @@
 namespace tarvik::repair_rules {
 
 /// The records of the open report, rows 0 to count - 1 of a table, by their repair number. Numbers are the same when
-/// their values are: 00123 is 123.
+/// their values are, to the last digit: 00123 is 123.
 class Records {
 public:
     /// `table` must outlive this.
     Records(const Table& table, std::size_t count, std::size_t number_column);
 
-    /// The rows of the records with that number, in order. A text that is no number has none, nor has 0.
-    std::span<const std::size_t> with_number(TextView number) const;
+    /// The rows of the records with the number of that cell, in order. A text that is no number has none, nor has 0,
+    /// nor a cell whose number may have lost digits when it was typed.
+    std::span<const std::size_t> with_number(const CellValue& cell) const;
     TextView field(std::size_t row, std::size_t column) const { return table_.cell(row, column); }
 
 private:
     const Table& table_;
-    std::unordered_map<double, std::vector<std::size_t>> rows_;
+    std::unordered_map<Text, std::vector<std::size_t>> rows_;
 };
 
 } // namespace tarvik::repair_rules

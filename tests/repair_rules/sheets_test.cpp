@@ -64,6 +64,28 @@ Grid prices_in(const Grid& before, const std::vector<PlainRecord>& records)
     return sheet.cells();
 }
 
+// As binary numbers 490031829581240320 and …321 are one.
+TEST(Sheets, a_number_meets_the_records_of_its_value_to_the_last_digit)
+{
+    const Text near = U"490031829581240320", number = U"490031829581240321";
+    const Table table =
+        table_of({price(near, U"a"), price(U" 00" + number + U".0", U"b"), price(U"-7", U"c"), price(U"0.7e1", U"d")});
+    const Records records(table, 4, price_number_field);
+    const auto met = [&](const CellValue& cell) {
+        const auto rows = records.with_number(cell);
+        return std::vector(rows.begin(), rows.end());
+    };
+    using Rows = std::vector<std::size_t>;
+    EXPECT_EQ(met(number), Rows{1});
+    EXPECT_EQ(met(near), Rows{0});
+    EXPECT_EQ(met(U"4.90031829581240321E17"), Rows{1});
+    EXPECT_EQ(met(490031829581240320.0), Rows{}) << "the cell may have lost its last digits";
+    EXPECT_EQ(met(7.0), Rows{3});
+    EXPECT_EQ(met(U"+07"), Rows{3});
+    EXPECT_EQ(met(-7.0), Rows{2});
+    for (const auto* none : {U"7x", U"", U"0", U"70", U"-0.0"}) EXPECT_EQ(met(none), Rows{});
+}
+
 TEST(Sheets, random_sheets_become_what_the_plain_loops_make_of_them)
 {
     for (unsigned seed = 0; seed < 400; ++seed) {
