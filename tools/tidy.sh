@@ -1,10 +1,11 @@
 #!/bin/sh
-# clang-tidy over every program file that the build compiles. Stops when it finds something, and when it would look at
+# clang-tidy over every program file that a build compiles. Stops when it finds something, and when it would look at
 # hardly any file.
-# usage: tidy.sh BUILD
 set -eu
-build=$1
-cmake -B "$build" -DTARVIK_PRECOMPILE=OFF > /dev/null # its compile commands alone: clang has headers of its own
+build=build/tidy
+# Only its compile commands are wanted; clang reads no headers that GCC has precompiled.
+cmake -G Ninja -B "$build" -DCMAKE_BUILD_TYPE=Debug -DTARVIK_PRECOMPILE=OFF > /dev/null
+ninja -C "$build" -t targets all | grep -q '^libreoffice_headers:' && ninja -C "$build" libreoffice_headers
 python3 - "$build" > "$build/tidy_files.txt" << 'END'
 import json, pathlib, sys
 root = pathlib.Path.cwd()
