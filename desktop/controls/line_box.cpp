@@ -90,6 +90,15 @@ void LineBox::selection_to_model()
     box_.select({Position::at_offset(first), place_of_qt(text(), end) - first});
 }
 
+void LineBox::type(TextView keys)
+{
+    for (const char32_t key : keys.str())
+        front_.queue.submit([this, key] {
+            if (key >= U' ' && takes_as_text(key)) reach(key);
+            else press_key(front_, box_, key, [this](char32_t typed) { reach(typed); });
+        });
+}
+
 // Enter and Esc stand for themselves and change no text of one line.
 void LineBox::reach(char32_t key)
 {
@@ -101,7 +110,7 @@ void LineBox::keyPressEvent(QKeyEvent* event)
 {
     const Text keys = typed_characters(*event);
     if (!keys.empty()) {
-        press_keys(front_, box_, keys, [this](char32_t key) { reach(key); });
+        type(keys);
         return;
     }
     if (event->matches(QKeySequence::Paste)) {
@@ -123,7 +132,7 @@ void LineBox::inputMethodEvent(QInputMethodEvent* event)
     QInputMethodEvent rest(event->preeditString(), event->attributes());
     rest.setCommitString({}, event->replacementStart(), event->replacementLength());
     QLineEdit::inputMethodEvent(&rest);
-    press_keys(front_, box_, committed, [this](char32_t key) { reach(key); });
+    type(committed);
     event->accept();
 }
 

@@ -4,6 +4,8 @@
 
 #include <QLineEdit>
 
+#include <functional>
+
 namespace tarvik {
 
 /// A box of one line. Keys reach its handler before its text; the text and the selection are the model's. A text that
@@ -13,6 +15,8 @@ public:
     /// `context_menu`: the right button belongs to the system and not to the toolkit's own menu.
     LineBox(Front& front, TextBox& box, bool context_menu, QWidget* parent);
 
+    /// Whether a typed character goes into the text at once, as a pasted one does, and is no press of a key.
+    std::function<bool(char32_t)> takes_as_text = [](char32_t) { return false; };
     /// Brings text and selection up to date with the model.
     void show_model();
 
@@ -25,6 +29,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
+    void type(TextView keys);
     void reach(char32_t key);
     void paste_text();
     void cut_model();

@@ -84,10 +84,11 @@ void Form1Window::place()
 void Form1Window::show_state()
 {
     query_aid_->show_commands();
-    const QString hint = key_hint(form1_);
-    key_hint_->setText(hint);
-    if (query_box_->property("keysAreCommands").toBool() == hint.isEmpty()) {
-        query_box_->setProperty("keysAreCommands", !hint.isEmpty());
+    const bool types_text = query_aid_->types_text();
+    key_hint_->setText(types_text ? "键入的字都进入框中 · F4 回到按键" : key_hint(form1_));
+    const bool commands = form1_.dbresult && !types_text;
+    if (query_box_->property("keysAreCommands").toBool() != commands) {
+        query_box_->setProperty("keysAreCommands", commands);
         query_box_->update();
     }
     const TextWidget* const pane = shown_pane();
@@ -130,6 +131,12 @@ void Form1Window::switch_focus()
     TextWidget* const pane = shown_pane();
     if (query_box_->hasFocus() && pane) pane->setFocus(Qt::ShortcutFocusReason);
     else query_box_->setFocus(Qt::ShortcutFocusReason);
+}
+
+void Form1Window::switch_typing()
+{
+    front().queue.submit([this] { query_aid_->set_types_text(form1_.dbresult && !query_aid_->types_text()); });
+    query_box_->setFocus(Qt::ShortcutFocusReason);
 }
 
 void Form1Window::press(const Control& button)

@@ -36,6 +36,8 @@ public:
     void open_find_bar() { find_bar_.open(); }
     /// From the query box into the pane, and back.
     void switch_focus();
+    /// While keys are commands: the letters typed from now on are text, or commands again.
+    void switch_typing();
     /// Presses a button that shows, as the mouse would.
     void press(const Control& button);
     /// Makes the text of the panes larger or smaller by a step; 0 is back to the design's.

@@ -2,24 +2,130 @@
 
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
+#include "runs/batch_runner.h"
 
+#include <QApplication>
 #include <QKeyEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <ranges>
 
 namespace tarvik {
+
+namespace {
+
+constexpr CommandHelp commands[] = {
+    {U"An docket", U"每张收货凭证一张维修单：3139、3138、3137"},
+    {U"An testdocket", U"按设计的列位出测试单：automation.bin"},
+    {U"An label", U"标签清单：z1 与 z6 两段"},
+    {U"An order", U"按打开的报表填写一个文件夹中各表的故障、维修、料号与费用"},
+    {U"An prices", U"把打开的报表中的八列抄入一个文件夹中的各表"},
+    {U"An bendocket", U"每台设备一张服务账单：3138、3137"},
+    {U"An dandocket", U"每个送修批号一张清单：3160"},
+    {U"An wodben", U"自制品汇总一张表：打开的报表"},
+    {U"An dockword", U"不可修复设备的 Word 报告：3158"},
+    {U"An dockwordp", U"同上，并且打印每份报告"},
+    {U"An testsesame A", U"按模板 designerA.xlsx 出单：3159、automation.bin"},
+    {U"An testsesame B", U"按模板 designerB.xlsx 出单：3159、automation2.bin"},
+    {U"An tomation", U"逐个对照、更新 Excel 文件：3160、automation3.bin"},
+    {U"An Sesame Open", U"按打开的报表批量更新 Excel 文件：automation2.bin"},
+    {U"An Excelfile", U"从每个 Excel 文件取学号之类的键，把表中各列填回去"},
+    {U"An keptfile", U"把文件名含有表中某列之值的文件移出一个文件夹"},
+    {U"An kqtest", U"考勤：由打卡记录得逐日考勤表"},
+    {U"An statistic", U"字符清单：3150.txt"},
+    {U"An appear", U"显示报表设计器"},
+    {U"An disappear", U"隐藏报表设计器"},
+};
+
+constexpr int most_shown = 9;
+constexpr int edge = 4; // around the lines
+
+QString line_of(const CommandHelp& row)
+{
+    return to_qt(TextView(row.command)).leftJustified(18) + to_qt(TextView(row.does));
+}
+
+} // namespace
+
+std::span<const CommandHelp> command_help()
+{
+    return commands;
+}
+
+CommandList::CommandList(QWidget& window) : QListWidget(&window)
+{
+    setObjectName("commands");
+    setAccessibleName("命令");
+    setFocusPolicy(Qt::NoFocus);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setViewportMargins(edge, edge, edge, edge);
+    setAutoFillBackground(true);
+    hide();
+}
+
+void CommandList::offer(const QString& typed, const QRect& box)
+{
+    clear();
+    const auto begins_as_typed = [&typed](const CommandHelp& row) {
+        return to_qt(TextView(row.command)).startsWith(typed);
+    };
+    const auto is_typed = [&typed](const CommandHelp& row) { return to_qt(TextView(row.command)) == typed; };
+    if (typed.startsWith("An") && std::ranges::none_of(commands, is_typed))
+        for (const CommandHelp& row : commands | std::views::filter(begins_as_typed)) {
+            const QString command = to_qt(TextView(row.command));
+            auto* item = new QListWidgetItem(line_of(row), this);
+            item->setData(Qt::UserRole, command);
+        }
+    setVisible(count() > 0);
+    if (count() == 0) return;
+    show_lighter();
+    const int rows = std::min(count(), most_shown);
+    const int height = rows * sizeHintForRow(0) + 2 * (frameWidth() + edge);
+    const int bar = count() > rows ? verticalScrollBar()->sizeHint().width() : 0;
+    const int width =
+        std::min(sizeHintForColumn(0) + bar + 4 * frameWidth() + 2 * edge + 8, parentWidget()->width() - box.left());
+    setGeometry(box.left(), std::max(0, box.top() - height - 2), width, height);
+    raise();
+}
+
+// Than the pane that it covers, whose colour it would take over.
+void CommandList::show_lighter()
+{
+    QPalette lighter = QApplication::palette();
+    for (const auto role : {QPalette::Base, QPalette::Window}) lighter.setColor(role, lighter.color(QPalette::Base));
+    setPalette(lighter);
+}
+
+QString CommandList::step(int entries)
+{
+    const int next = currentRow() < 0 ? (entries > 0 ? 0 : count() - 1) : currentRow() + entries;
+    setCurrentRow(std::clamp(next, 0, count() - 1));
+    return current();
+}
+
+QString CommandList::current() const
+{
+    return currentRow() < 0 ? QString() : currentItem()->data(Qt::UserRole).toString();
+}
 
 QueryAid::QueryAid(Front& front, LineBox& box, QWidget& window, std::function<TextWidget*()> shown_pane)
     : front_(front), box_(box), shown_pane_(std::move(shown_pane)), list_(*new CommandList(window))
 {
     box_.installEventFilter(this);
+    box_.takes_as_text = [this](char32_t key) { return is_text(key); };
     connect(&list_, &QListWidget::itemClicked, this, [this] { put(list_.current(), true); });
 }
 
 void QueryAid::show_commands()
 {
+    Form1& form1 = front_.program.form1;
+    types_text_ &= form1.dbresult;
+    const bool runs = run_in_progress(form1);
     const QString text = box_.text();
-    if (text == put_) return;
+    if (text == put_ && !runs) return;
     put_.clear();
-    if (box_.hasFocus()) list_.offer(text, box_.geometry());
+    if (box_.hasFocus() && !runs) list_.offer(text, box_.geometry());
     else list_.hide();
 }
 
@@ -28,18 +134,32 @@ bool QueryAid::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusOut) list_.hide();
     if (event->type() == QEvent::KeyPress) {
         const auto& key = *static_cast<QKeyEvent*>(event);
-        if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape) list_.hide();
+        if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape) {
+            list_.hide();
+            types_text_ = false;
+        }
         if (key.modifiers() == Qt::NoModifier || key.modifiers() == Qt::KeypadModifier)
             if (pick(key) || scroll(key)) return true;
     }
     return QObject::eventFilter(watched, event);
 }
 
+// The letters of a command are no keys, whatever they do elsewhere.
+bool QueryAid::is_text(char32_t key) const
+{
+    const Text text = front_.program.form1.query_box().text() + key;
+    const auto begins = [&text](const CommandHelp& row) { return row.command.starts_with(text); };
+    return types_text_ || (text.starts_with(U"An") && std::ranges::any_of(command_help(), begins));
+}
+
 bool QueryAid::pick(const QKeyEvent& event)
 {
     if (list_.isHidden()) return false;
     switch (event.key()) {
-    case Qt::Key_Tab: put(list_.current(), true); return true;
+    case Qt::Key_Tab:
+        if (list_.current().isEmpty()) return false;
+        put(list_.current(), true);
+        return true;
     case Qt::Key_Down: put(list_.step(1), false); return true;
     case Qt::Key_Up: put(list_.step(-1), false); return true;
     default: return false;
@@ -49,7 +169,7 @@ bool QueryAid::pick(const QKeyEvent& event)
 void QueryAid::put(const QString& command, bool closes_list)
 {
     if (closes_list) list_.hide();
-    put_ = command;
+    put_ = closes_list ? QString() : command;
     front_.queue.submit([this, command] {
         TextBox& box = front_.program.form1.query_box();
         box.set_text(from_qt(command));

@@ -59,6 +59,7 @@ void add_shortcuts(Program& program, Form1Window& form1, Form3Window& form3, QWi
         {"Alt+Right", program.form1.Command1[2]}, {"Alt+Left", program.form1.Command1[3]},
     };
     for (const auto& row : buttons) add(form1, row.keys, [&form1, &button = row.button] { form1.press(button); });
+    add(form1, "F4", [&form1] { form1.switch_typing(); });
     add(form1, "F6", [&form1] { form1.switch_focus(); });
     add(form1, "F8", [&form3] { form3.take_focus(); });
     add(form1, "Ctrl+F", [&form1] { form1.open_find_bar(); });

@@ -3,7 +3,6 @@
 #include "calendar/attendance/attendance.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/columns.h"
-#include "desktop/windows/command_list.h"
 #include "platform/failure.h"
 #include "platform/files/path_text.h"
 #include "runs/batch_runner.h"
@@ -91,15 +90,6 @@ Text first_line(const Pane& pane)
     return line;
 }
 
-// Whether more keys must follow until the text is a command.
-bool begins_command(const Text& query)
-{
-    const auto begins = [&query](const CommandHelp& row) { return row.command.starts_with(query); };
-    const auto is_whole = [&query](const CommandHelp& row) { return row.command == query; };
-    return query.starts_with(U"An") && std::ranges::any_of(command_help(), begins) &&
-           std::ranges::none_of(command_help(), is_whole);
-}
-
 } // namespace
 
 QString state_text(const Program& program, bool edited)
@@ -154,10 +144,9 @@ RunEnd run_end(const Program& program, bool stopped)
 QString key_hint(const Form1& form1)
 {
     if (!form1.dbresult) return {};
-    if (begins_command(form1.query_box().text()))
-        return "键入的 c、e、q 等字母是按键：用 ↓ 选命令，或单击窗体背景后再键入";
-    return form1.comp ? "按键：Esc 查寻 · q 拆列 · p 比较 · ; 不∩ · : ∩ · e 单表 · , . 显示与否 · ? 说明"
-                      : "按键：Esc 查寻 · q 拆列 · z 排序 · / 统计 · p 比较 · c 双表 · , . 显示与否 · ? 说明";
+    return form1.comp
+               ? "按键：Esc 查寻 · q 拆列 · p 比较 · ; 不∩ · : ∩ · e 单表 · , . 显示与否 · ? 说明 · F4 改为键入"
+               : "按键：Esc 查寻 · q 拆列 · z 排序 · / 统计 · p 比较 · c 双表 · , . 显示与否 · ? 说明 · F4 改为键入";
 }
 
 int heading_count(const Form1& form1)

@@ -27,6 +27,10 @@ TEST_F(DesktopKeyboard, commands_are_offered_as_they_are_typed)
         EXPECT_EQ(picture.pixelColor(place), QApplication::palette().color(QPalette::Base)) << "covers what is below";
     type("Form1.Text1(1)", " test");
     EXPECT_EQ(list.count(), 3);
+    QTest::keyClick(&box, Qt::Key_Tab);
+    EXPECT_EQ(form1().query_box().text(), U"An test") << "nothing was chosen";
+    box.setFocus();
+    box.end(false);
     QTest::keyClick(&box, Qt::Key_Down);
     QTest::keyClick(&box, Qt::Key_Down);
     EXPECT_EQ(form1().query_box().text(), U"An testsesame A");
@@ -37,6 +41,35 @@ TEST_F(DesktopKeyboard, commands_are_offered_as_they_are_typed)
     EXPECT_EQ(box.text(), "An testsesame A");
     QTest::keyClick(&box, Qt::Key_Backspace);
     EXPECT_EQ(form1().query_box().text(), U"An testsesame ");
+    box.selectAll();
+    type("Form1.Text1(1)", "An dockword");
+    EXPECT_FALSE(list.isVisible()) << "it is a command, though a longer one begins like it";
+    form1().Timer3.set_enabled(true);
+    QTest::keyClick(&box, Qt::Key_Backspace);
+    EXPECT_FALSE(list.isVisible()) << "a run is on";
+    form1().Timer3.set_enabled(false);
+}
+
+TEST_F(DesktopKeyboard, a_command_is_typed_whole_and_other_text_by_one_key_though_letters_are_keys)
+{
+    start();
+    form1().dbresult = true;
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    box.selectAll();
+    type("Form1.Text1(1)", "An docket");
+    EXPECT_EQ(form1().query_box().text(), U"An docket");
+    EXPECT_FALSE(form1().comp);
+    box.selectAll();
+    QTest::keyClick(&box, Qt::Key_F4);
+    type("Form1.Text1(1)", "cat;e");
+    EXPECT_EQ(form1().query_box().text(), U"cat;e");
+    EXPECT_FALSE(box.property("keysAreCommands").toBool());
+    EXPECT_TRUE(form1().dbresult) << "the table stays in work";
+    for (int i = 0; i < 2; ++i) expect_box("确定");
+    type("Form1.Text1(1)", "\x1b"); // the query goes on with keys
+    type("Form1.Text1(1)", "c");
+    EXPECT_EQ(form1().query_box().text(), U"cat;e");
+    EXPECT_TRUE(form1().comp);
 }
 
 TEST_F(DesktopKeyboard, every_control_has_a_name_and_f1_the_manual)
