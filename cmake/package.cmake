@@ -57,10 +57,11 @@ tables of tab-delimited reports and compares, sorts and counts them, and fills
 spreadsheets in batch by commands typed into its query box. Its window is
 Chinese. The package holds the window, the player for unattended runs and the
 dictionary tool.")
-set(CPACK_DEBIAN_TARVIK_PACKAGE_RECOMMENDS "fonts-wqy-microhei | fonts-noto-cjk")
 set(CPACK_DEBIAN_TARVIK_PACKAGE_SUGGESTS "tarvik-libreoffice, fcitx5-frontend-qt6, qt6-wayland")
 if(TARVIK_DESKTOP)
-  set(CPACK_DEBIAN_TARVIK_PACKAGE_DEPENDS qt6-qpa-plugins) # the window's way to the screen, which nothing links
+  # What nothing links: the window's way to the screen, the toolkit's own words in Chinese, a font that has them all.
+  set(CPACK_DEBIAN_TARVIK_PACKAGE_DEPENDS
+      "qt6-qpa-plugins, qt6-translations-l10n, fonts-wqy-zenhei | fonts-noto-cjk | fonts-arphic-uming")
 endif()
 
 if(TARGET tarvik-libreoffice)

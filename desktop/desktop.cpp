@@ -6,6 +6,7 @@
 #include "runs/engines.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QScreen>
 
 #include <iostream>
@@ -37,6 +38,9 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       form3_(form3_front_, focus_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
       form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_), menu_(queue_, program_.form1)
 {
+    for (const QString& folder : {QLibraryInfo::path(QLibraryInfo::TranslationsPath),
+                                  QCoreApplication::applicationDirPath() + "/translations"})
+        if (chinese_.load("qtbase_zh_CN", folder)) break;
     QCoreApplication::installTranslator(&chinese_);
     theme_.apply();
     program_.listeners.property_changed = [this](const Control& control, Property property) {

@@ -2,7 +2,6 @@
 
 #include "desktop/front/context_menu.h"
 #include "desktop/front/model_timers.h"
-#include "desktop/services/chinese_texts.h"
 #include "desktop/services/desktop_platform.h"
 #include "desktop/services/desktop_printer.h"
 #include "desktop/services/dialogs.h"
@@ -12,6 +11,8 @@
 #include "desktop/windows/manual_window.h"
 #include "platform/files/disk_files.h"
 #include "platform/system_clock.h"
+
+#include <QTranslator>
 
 #include <chrono>
 #include <memory>
@@ -45,7 +46,7 @@ private:
     std::pair<int, std::size_t> saved() const { return {program_.run.number, program_.run.files.size()}; }
 
     DiskFiles files_;
-    ChineseTexts chinese_;
+    QTranslator chinese_; // the toolkit's own words
     Theme theme_;
     SystemClock clock_;
     DesktopClipboard clipboard_;

@@ -5,17 +5,17 @@ set -eu
 
 packages_for() {
     case $1 in
-    build) echo "g++ cmake ninja-build pkg-config ccache libpugixml-dev libzip-dev zlib1g-dev qt6-base-dev libgl-dev fonts-wqy-microhei" ;;
+    build) echo "g++ cmake ninja-build pkg-config ccache libpugixml-dev libzip-dev zlib1g-dev qt6-base-dev libgl-dev qt6-translations-l10n fonts-wqy-zenhei" ;;
     test) echo "libgtest-dev libgmock-dev python3 python3-docx python3-openpyxl xvfb xdotool openbox wmctrl x11-utils cups-daemon cups-client" ;;
     check) echo "clang-format clang-tidy clang-tools python3" ;;
     libreoffice) echo "libreoffice-calc libreoffice-writer libreoffice-dev" ;;
     windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev" ;;
-    windows-package) echo "qt6-base-dev nsis librsvg2-bin imagemagick xvfb xauth xdotool x11-utils fonts-wqy-microhei" ;;
+    windows-package) echo "qt6-base-dev qt6-translations-l10n nsis librsvg2-bin imagemagick xvfb xauth xdotool x11-utils fonts-wqy-zenhei" ;;
     package) echo "dpkg-dev file lintian" ;;
     valgrind) echo "valgrind" ;;
     fuzz) echo "clang-14 libclang-rt-14-dev" ;;
     bench) echo "gawk python3 python3-docx python3-matplotlib python3-openpyxl libc-bin xvfb xdotool" ;;
-    pictures) echo "xvfb xdotool imagemagick fonts-wqy-microhei" ;;
+    pictures) echo "xvfb xdotool imagemagick fonts-wqy-zenhei" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;
     esac
 }

@@ -44,11 +44,11 @@ RoleFont role_font(FontRole role)
 
 const QStringList query_design{"华文新魏", "STXinwei"};
 const QStringList page_design{"微软雅黑", "Microsoft YaHei"};
-const QStringList chinese{"Noto Sans CJK SC",    "Source Han Sans SC", "思源黑体 CN", "WenQuanYi Micro Hei",
-                          "WenQuanYi Zen Hei",   "PingFang SC",        "SimHei",      "SimSun",
+const QStringList chinese{"Noto Sans CJK SC",    "Source Han Sans SC", "思源黑体 CN", "WenQuanYi Zen Hei",
+                          "WenQuanYi Micro Hei",   "PingFang SC",        "SimHei",      "SimSun",
                           "Droid Sans Fallback", "AR PL UMing CN"};
 // Characters of one width keep the columns of a table below each other.
-const QStringList chinese_even{"Noto Sans Mono CJK SC", "WenQuanYi Micro Hei Mono", "WenQuanYi Zen Hei Mono", "NSimSun",
+const QStringList chinese_even{"Noto Sans Mono CJK SC", "WenQuanYi Zen Hei Mono", "WenQuanYi Micro Hei Mono", "NSimSun",
                                "Sarasa Mono SC"};
 
 QStringList installed_families(const QStringList& wanted)
@@ -79,6 +79,8 @@ QPalette application_palette()
     palette.setColor(QPalette::AlternateBase, QColor(240, 236, 204));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
         palette.setColor(role, ink);
+    palette.setColor(focus_role, QColor(138, 61, 0));
+    palette.setColor(found_role, QColor(255, 214, 102));
     palette.setColor(QPalette::Highlight, QColor(92, 107, 44));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     return palette;

@@ -4,12 +4,17 @@
 #include "platform/files/files.h"
 
 #include <QFont>
+#include <QPalette>
 #include <QStringList>
 
 class QWidget;
 
 /// Fonts and colours of the windows.
 namespace tarvik {
+
+/// The application's palette holds under these what the toolkit has no role for: the border of what has the focus, and
+/// what lies under a found text.
+inline constexpr QPalette::ColorRole focus_role = QPalette::Link, found_role = QPalette::LinkVisited;
 
 /// What a text on the screen is for.
 enum class FontRole {

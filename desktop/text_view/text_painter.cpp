@@ -4,8 +4,6 @@
 
 #include <QPainter>
 
-#include <span>
-
 namespace tarvik {
 
 namespace {
@@ -13,7 +11,7 @@ namespace {
 constexpr double line_end_width = 6; // what a selected line end shows as
 constexpr std::size_t longest_run = 48;
 
-bool is_selected(const PlacedCharacter& placed, SelectedRange selected)
+bool is_selected(const PlacedCharacter& placed, TextRange selected)
 {
     return placed.offset >= selected.start && placed.offset < selected.end;
 }
@@ -24,7 +22,7 @@ bool shows(char32_t character)
 }
 
 // Characters that can be drawn in one go: of one look and of one kind, so that the toolkit's widths and ours agree.
-bool go_together(const PlacedCharacter& a, const PlacedCharacter& b, SelectedRange selected)
+bool go_together(const PlacedCharacter& a, const PlacedCharacter& b, TextRange selected)
 {
     constexpr char32_t plain = 0x7f;
     return shows(b.character) && a.mark == b.mark && (a.character < plain) == (b.character < plain) &&
@@ -48,7 +46,7 @@ void paint_run(QPainter& painter, std::span<const PlacedCharacter> run, double x
 }
 
 void paint_characters(QPainter& painter, const TextArea& area, const TextArea::ShownRow& shown, const PaneFonts& fonts,
-                      SelectedRange selected, const QPalette& palette)
+                      TextRange selected, const QPalette& palette)
 {
     const double shift = TextArea::margin - area.left();
     const auto characters = area.rows().between(shown.row, area.left() - TextArea::margin, area.left() + area.width());
@@ -66,7 +64,7 @@ void paint_characters(QPainter& painter, const TextArea& area, const TextArea::S
     }
 }
 
-void paint_selection(QPainter& painter, const TextArea& area, const TextArea::ShownRow& shown, SelectedRange selected,
+void paint_selection(QPainter& painter, const TextArea& area, const TextArea::ShownRow& shown, TextRange selected,
                      const QColor& colour)
 {
     const Row& row = shown.row;
@@ -82,10 +80,11 @@ void paint_selection(QPainter& painter, const TextArea& area, const TextArea::Sh
 
 } // namespace
 
-void paint_text(QPainter& painter, const TextArea& area, const PaneFonts& fonts, SelectedRange selected,
-                const QPalette& palette)
+void paint_text(QPainter& painter, const TextArea& area, const PaneFonts& fonts, TextRange selected,
+                std::span<const TextRange> found, const QPalette& palette)
 {
     for (const TextArea::ShownRow& shown : area.shown()) {
+        for (const TextRange& place : found) paint_selection(painter, area, shown, place, palette.color(found_role));
         paint_selection(painter, area, shown, selected, palette.color(QPalette::Highlight));
         paint_characters(painter, area, shown, fonts, selected, palette);
     }

@@ -83,7 +83,8 @@ void TextWidget::show_ruler()
     const bool wanted = ruler_->is_wanted();
     ruler_->setVisible(wanted);
     const int height = wanted ? ruler_->wanted_height() : 0;
-    if (viewportMargins().top() != height) setViewportMargins(0, height, 0, 0);
+    const int above = height + room_above_;
+    if (viewportMargins().top() != above) setViewportMargins(0, above, 0, 0);
     const QRect view = viewport()->geometry();
     ruler_->setGeometry(view.left(), view.top() - height, view.width(), height);
     ruler_->update();
@@ -99,6 +100,7 @@ void TextWidget::refresh()
         const bool stays = editing_ || same_first_piece(content, shown_text_);
         if (!editing_) undo_.clear();
         shown_text_ = content;
+        places_.begin(sought_);
         area_.set_text(std::move(content), stays);
     }
     area_.set_look(text_->look(), text_->breaks_lines());
@@ -230,9 +232,9 @@ void TextWidget::paintEvent(QPaintEvent*)
     QPainter painter(viewport());
     painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
     // Without the focus a selection does not hide what it lies on, such as the match that was marked last.
-    const SelectedRange selected =
-        hasFocus() || shows_selection_ ? SelectedRange{selection_start(), selection_end()} : SelectedRange{0, 0};
-    paint_text(painter, area_, fonts_, selected, palette());
+    const TextRange selected =
+        hasFocus() || shows_selection_ ? TextRange{selection_start(), selection_end()} : TextRange{};
+    paint_text(painter, area_, fonts_, selected, found_in_view(), palette());
     if (shows_line_ends_) paint_line_ends(painter, area_, fonts_, palette());
     const QRectF caret = caret_rectangle();
     if (caret.isNull() || !hasFocus()) return;

@@ -4,6 +4,7 @@
 #include "desktop/look/pane_fonts.h"
 #include "desktop/text_view/ruler.h"
 #include "desktop/text_view/text_area.h"
+#include "desktop/text_view/text_search.h"
 #include "desktop/text_view/viewed_text.h"
 
 #include <QAbstractScrollArea>
@@ -32,8 +33,14 @@ public:
     /// Line ends show as a sign of their own.
     void show_line_ends() { shows_line_ends_ = true; }
 
-    /// Selects the next or previous place of a text, whatever its case, around the end. Gives whether there is one.
-    bool find(TextView text, bool forward);
+    /// Marks every place of what is sought, and counts them while time passes.
+    void seek(const Sought& sought);
+    /// Selects the next or previous place, around the end; "3 / 25" when there is one.
+    QString find(bool forward);
+    /// What find() gave last, after some more counting; `is_complete` when all is counted.
+    QString count_places(bool& is_complete);
+    /// Keeps so many pixels free over the text.
+    void make_room(int height);
     /// What is selected, up to its first line end.
     QString selected_line() const;
     void scroll_rows(int rows);
@@ -90,7 +97,8 @@ private:
     std::size_t right_of(std::size_t offset) const;
     std::size_t word_edge(std::size_t offset, bool forward) const;
     std::size_t rows_away(int rows);
-    void select_all();
+    void select(std::size_t from, std::size_t to);
+    std::vector<TextRange> found_in_view() const;
     void copy() const;
     void remove(std::size_t from, std::size_t to);
     void replace_selection(TextView text);
@@ -111,6 +119,9 @@ private:
     std::optional<double> wanted_x_; // where the caret goes on its way up and down
     UndoList undo_;
     QString preedit_;
+    Sought sought_;
+    PlaceCount places_;
+    int room_above_ = 0;
     QBasicTimer caret_timer_, drag_timer_;
     QPoint drag_position_;
     bool shows_line_ends_ = false, shows_selection_ = false;

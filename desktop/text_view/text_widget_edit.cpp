@@ -17,15 +17,6 @@ constexpr std::u32string_view line_end = U"\r\n";
 
 } // namespace
 
-void TextWidget::select_all()
-{
-    anchor_ = 0;
-    caret_ = area_.lines().size();
-    wanted_x_.reset();
-    selection_to_model();
-    viewport()->update();
-}
-
 void TextWidget::copy() const
 {
     if (anchor_ == caret_) return;
@@ -78,7 +69,7 @@ bool TextWidget::edit_by_key(const QKeyEvent& event)
 {
     const bool selected = anchor_ != caret_;
     const bool whole_word = event.modifiers().testFlag(Qt::ControlModifier);
-    if (event.matches(QKeySequence::SelectAll)) select_all();
+    if (event.matches(QKeySequence::SelectAll)) select(0, area_.lines().size());
     else if (event.matches(QKeySequence::Copy)) copy();
     else if (event.matches(QKeySequence::Paste)) paste();
     else if (event.matches(QKeySequence::Undo)) undo();

@@ -1,52 +1,55 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
+#include <QLocale>
+
 #include <algorithm>
 
 namespace tarvik {
 
-namespace {
-
-constexpr std::size_t stretch = 1'000'000; // characters that are looked through at once
-
-// The first or last place of the lower-cased needle that begins in [from, to).
-std::size_t find_between(const TextLines& lines, TextView needle, std::size_t from, std::size_t to, bool forward)
-{
-    const std::size_t beyond = needle.size() - 1;
-    Text part;
-    while (from < to) {
-        const std::size_t begin = forward ? from : to - std::min(stretch, to - from);
-        const std::size_t end = forward ? std::min(to, from + stretch) : to;
-        part.clear();
-        lines.append_to(begin, end - begin + beyond, part);
-        const Text lowered = lower(part), wanted = needle.str();
-        const std::size_t found = forward ? lowered.find(wanted) : lowered.rfind(wanted);
-        if (found != Text::npos) return begin + found;
-        if (forward) from = end;
-        else to = begin;
-    }
-    return npos;
-}
-
-} // namespace
-
-bool TextWidget::find(TextView text, bool forward)
+void TextWidget::seek(const Sought& sought)
 {
     refresh();
-    const Text needle = tarvik::lower(text);
-    const std::size_t size = area_.lines().size();
-    if (needle.empty() || needle.size() > size) return false;
-    const std::size_t here = forward ? selection_end() : selection_start();
-    const TextLines& lines = area_.lines();
-    std::size_t found =
-        forward ? find_between(lines, needle, here, size, true) : find_between(lines, needle, 0, here, false);
-    if (found == npos)
-        found = forward ? find_between(lines, needle, 0, here, true) : find_between(lines, needle, here, size, false);
-    if (found == npos) return false;
-    anchor_ = found;
+    sought_ = sought;
+    places_.begin(sought_);
+    viewport()->update();
+}
+
+QString TextWidget::find(bool forward)
+{
+    refresh();
+    const auto found = sought_.next(area_.lines(), forward ? selection_end() : selection_start(), forward);
+    if (!found) return {};
+    anchor_ = found->start;
+    move_caret(found->end, true);
     shows_selection_ = true;
-    move_caret(found + needle.size(), true);
-    return true;
+    bool is_complete = false;
+    return count_places(is_complete);
+}
+
+QString TextWidget::count_places(bool& is_complete)
+{
+    is_complete = !places_.go_on(area_.lines());
+    const auto grouped = [](std::size_t number) { return QLocale::c().toString(static_cast<qulonglong>(number)); };
+    const std::size_t number = places_.number(selection_start());
+    const QString all = grouped(places_.count()) + (is_complete ? "" : "…");
+    return number == 0 ? all : grouped(number) + " / " + all;
+}
+
+// Of a row that is much longer than the view only the part that shows is looked through.
+std::vector<TextRange> TextWidget::found_in_view() const
+{
+    constexpr std::size_t around = 1000;
+    std::vector<TextRange> found;
+    if (sought_.is_empty()) return found;
+    for (const auto& [row, y] : area_.shown()) {
+        const std::size_t left = area_.rows().offset_at(row, area_.left() - TextArea::margin);
+        const std::size_t right = area_.rows().offset_at(row, area_.left() + area_.width());
+        const std::size_t from = std::max(row.start, left - std::min(left, around));
+        for (const TextRange& place : sought_.places(area_.lines(), from, std::min(row.end, right + 1)))
+            found.push_back(place);
+    }
+    return found;
 }
 
 QString TextWidget::selected_line() const
@@ -55,6 +58,12 @@ QString TextWidget::selected_line() const
     area_.lines().append_to(selection_start(), std::min<std::size_t>(selection_end() - selection_start(), 200),
                             selected);
     return to_qt(TextView(selected).substr(0, std::min(selected.find_first_of(U"\r\n"), selected.size())));
+}
+
+void TextWidget::make_room(int height)
+{
+    room_above_ = height;
+    show_ruler();
 }
 
 void TextWidget::scroll_rows(int rows)

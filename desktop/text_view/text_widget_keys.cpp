@@ -81,8 +81,17 @@ bool TextWidget::select_cell(std::size_t offset)
 void TextWidget::select_line(std::size_t offset)
 {
     const Row row = area_.rows().row_at(offset);
-    anchor_ = row.line_start;
-    move_caret(row.line_end, true);
+    select(row.line_start, row.line_end);
+}
+
+// The view stays where it is.
+void TextWidget::select(std::size_t from, std::size_t to)
+{
+    anchor_ = from;
+    caret_ = to;
+    wanted_x_.reset();
+    selection_to_model();
+    viewport()->update();
 }
 
 // CR LF is one step.

@@ -1,32 +1,34 @@
 #include "desktop/windows/find_bar.h"
 
 #include "desktop/look/qt_text.h"
-#include "desktop/text_view/text_widget.h"
 
-#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
 namespace tarvik {
 
-FindBar::FindBar(std::function<TextWidget*()> shown_pane, std::function<void()> closed, QWidget& window)
-    : QFrame(&window), shown_pane_(std::move(shown_pane)), closed_(std::move(closed))
+FindBar::FindBar(Front& front, std::function<TextWidget*()> shown_pane, std::function<void()> closed, QWidget& window)
+    : QFrame(&window), front_(front), shown_pane_(std::move(shown_pane)), closed_(std::move(closed))
 {
     setObjectName("find");
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
-    setPalette(QApplication::palette()); // lighter than the pane that it covers
     setBackgroundRole(QPalette::AlternateBase);
     setAttribute(Qt::WA_NoMousePropagation);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(4, 2, 4, 2);
     text_.setObjectName("findText");
-    text_.setPlaceholderText("在窗格中查找，Enter 或 F3 下一处");
+    text_.setPlaceholderText("在窗格中查找，Enter 或 F3 下一处，Shift+F3 上一处");
     text_.setAccessibleName("在窗格中查找");
-    row->addWidget(&text_);
-    row->addWidget(&result_);
+    result_.setObjectName("findResult");
+    whole_words_.setToolTip("两边不是字母、数字的才算");
+    pattern_.setToolTip("例如 yq-\\w+ 或 2016/\\d\\d");
+    row->addWidget(&text_, 1);
+    for (QWidget* widget : std::initializer_list<QWidget*>{&whole_words_, &pattern_, &result_}) row->addWidget(widget);
     text_.installEventFilter(this);
-    connect(&text_, &QLineEdit::textEdited, &result_, &QLabel::clear);
+    connect(&text_, &QLineEdit::textEdited, this, &FindBar::seek);
+    for (QCheckBox* box : {&whole_words_, &pattern_}) connect(box, &QCheckBox::toggled, this, &FindBar::seek);
+    connect(&counting_, &QTimer::timeout, this, &FindBar::count);
     hide();
 }
 
@@ -37,31 +39,66 @@ void FindBar::open()
     const QString selected = pane->selected_line();
     if (!selected.isEmpty()) text_.setText(selected);
     show();
-    lay(*pane);
-    raise();
+    follow();
+    seek();
     text_.setFocus(Qt::ShortcutFocusReason);
     text_.selectAll();
 }
 
-void FindBar::lay(const QWidget& pane)
+void FindBar::follow()
 {
-    text_.setMinimumWidth(text_.fontMetrics().averageCharWidth() * 34);
-    const QSize wanted = sizeHint();
-    const QRect over = pane.geometry();
-    setGeometry(std::max(over.left(), over.right() - wanted.width() - 30), over.top() + 2,
-                std::min(wanted.width(), over.width()), wanted.height());
+    if (isHidden()) return;
+    TextWidget* const pane = shown_pane_();
+    if (pane != pane_) {
+        leave();
+        pane_ = pane;
+        seek();
+    }
+    if (!pane) return;
+    const QRect over = pane->geometry();
+    const int edge = pane->frameWidth();
+    setGeometry(over.left() + edge, over.top() + edge, over.width() - 2 * edge, sizeHint().height());
+    pane->make_room(height());
+    raise();
+}
+
+void FindBar::leave()
+{
+    if (!pane_) return;
+    pane_->make_room(0);
+    pane_->seek({});
+    pane_ = nullptr;
+}
+
+void FindBar::seek()
+{
+    const Sought sought(text_.text(), whole_words_.isChecked(), pattern_.isChecked());
+    result_.setText(sought.error());
+    counting_.stop();
+    if (!pane_) return;
+    pane_->seek(sought);
+    if (!sought.is_empty()) counting_.start(0);
+}
+
+void FindBar::count()
+{
+    bool is_complete = true;
+    if (pane_) result_.setText(pane_->count_places(is_complete));
+    if (is_complete) counting_.stop();
 }
 
 void FindBar::find(bool forward)
 {
-    TextWidget* const pane = shown_pane_();
-    if (!pane) return;
-    if (text_.text().isEmpty()) {
-        open();
-        return;
+    if (text_.text().isEmpty()) return open();
+    if (isHidden()) {
+        show();
+        follow();
     }
-    result_.setText(pane->find(from_qt(text_.text()), forward) ? QString() : "没有找到");
-    if (isVisible()) lay(*pane);
+    front_.queue.submit([this, forward] {
+        const QString found = pane_ ? pane_->find(forward) : QString();
+        if (!found.isEmpty()) result_.setText(found);
+        else if (result_.text().isEmpty() || !counting_.isActive()) result_.setText("没有找到");
+    });
 }
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event)
@@ -71,6 +108,7 @@ bool FindBar::eventFilter(QObject* watched, QEvent* event)
     switch (key->key()) {
     case Qt::Key_Escape:
         hide();
+        leave();
         closed_();
         return true;
     case Qt::Key_Return:

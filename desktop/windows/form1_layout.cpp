@@ -37,11 +37,22 @@ Place frame_place(const Form1& form1, const Control& frame)
     return place;
 }
 
+// Three full-width signs, as some fonts have them, take more than the model's width.
+Place page_button_place(const Control& button)
+{
+    constexpr double wider = 200;
+    Place place = place_of(button);
+    if (place.left > 0) place.left -= wider / 4;
+    place.width = std::max(place.width, 732 + wider);
+    return place;
+}
+
 } // namespace
 
 Place fitted_place(const Form1& form1, const Control& control)
 {
     if (&control == &form1.number_box()) return number_box_place(form1);
+    if (&control == &form1.Command2[0] || &control == &form1.Command2[1]) return page_button_place(control);
     for (const Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
         if (&control == frame) return frame_place(form1, *frame);
     return place_of(control);

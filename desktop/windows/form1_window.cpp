@@ -52,7 +52,8 @@ Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
                                                                       front.theme,   front.scale, number_fonts_},
       layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
       status_([this] { wish_stop(this->front()); }, *this),
-      find_bar_([this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this),
+      find_bar_(
+          front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this),
       growth_(*this, [this] { post_resize(size()); })
 {
     ControlMaker maker(front, focus, layout_);
@@ -94,6 +95,7 @@ void Form1Window::show_state()
     const TextWidget* const pane = shown_pane();
     status_.show_state(state_text(front().program, pane && pane->edited()));
     for (TextWidget* text : texts_) text->update_ruler();
+    find_bar_.follow();
 }
 
 TextWidget* Form1Window::shown_pane()

@@ -174,6 +174,19 @@ TEST_F(DesktopKeyboard, the_keyboard_reaches_everything)
     EXPECT_EQ(form1().RichTextBox2.selection().start.offset(), lines.find("line 491"));
     QTest::keyClick(&find("findText"), Qt::Key_F3, Qt::ShiftModifier);
     EXPECT_EQ(form1().RichTextBox2.selection().start.offset(), lines.find("line 490"));
+    EXPECT_EQ(find<QLabel>("findResult").text(), "2 / 11");
+    EXPECT_FALSE(find("find").geometry().intersects(pane.viewport()->geometry().translated(pane.pos())))
+        << "the bar hides no row";
+    const QImage picture = pane.viewport()->grab().toImage();
+    const QStringList shown = shown_lines(pane);
+    EXPECT_TRUE(shown.contains("line 490") && shown.contains("line 491")) << shown.join("|").toStdString();
+    for (const TextArea::ShownRow& row : pane.area().shown()) {
+        const QString line = shown[&row - pane.area().shown().data()];
+        const int x = qRound(pane.area().x_of(row.row, row.row.start)), y = qRound(row.y) + 1;
+        if (!line.startsWith("line 49") || !picture.rect().contains(x, y)) continue;
+        const auto role = line == "line 490" ? QPalette::Highlight : found_role;
+        EXPECT_EQ(picture.pixelColor(x, y), QApplication::palette().color(role)) << line.toStdString();
+    }
     QTest::keyClick(&find("findText"), Qt::Key_Escape);
     EXPECT_TRUE(box.hasFocus());
     const double height = pane.area().shown().front().row.height;

@@ -1,4 +1,6 @@
+#include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_area.h"
+#include "desktop/text_view/text_search.h"
 
 #include <gtest/gtest.h>
 
@@ -102,6 +104,44 @@ TEST(TextLines, of_a_line_source_are_found_without_writing_it_out)
     const TextLines empty(PaneText(), {});
     EXPECT_EQ(empty.line_count(), 1U);
     EXPECT_EQ(empty.line_at(0), 0U);
+}
+
+// Stretches are cut at line ends and, in a line that is longer than one, anywhere.
+TEST(Sought, is_found_as_in_a_plain_walk_in_both_directions)
+{
+    std::mt19937 random(3);
+    Text plain = random_text(random, 30'000) + Text(1'200'000, U'x') + U"AB ab" + random_text(random, 20'000);
+    const TextLines lines(PaneText{TextView(plain)}, {});
+    const Text lowered = lower(plain);
+    const auto is_letter = [&](std::size_t at) {
+        return at < plain.size() && lowered[at] >= U'a' && lowered[at] <= U'z';
+    };
+    for (const auto& [text, whole_words] : {std::pair("ab", false), {"B", true}, {"中", false}}) {
+        std::vector<std::size_t> starts;
+        const Text needle = lower(from_qt(text));
+        for (std::size_t at = 0; (at = lowered.find(needle, at)) != Text::npos;) {
+            const std::size_t end = at + needle.size();
+            const bool counts = !whole_words || (!(at > 0 && is_letter(at - 1)) && !is_letter(end));
+            if (counts) starts.push_back(at);
+            at = counts ? end : at + 1;
+        }
+        ASSERT_FALSE(starts.empty());
+        const Sought sought(text, whole_words, false);
+        PlaceCount count;
+        count.begin(sought);
+        while (count.go_on(lines)) {
+        }
+        EXPECT_EQ(count.count(), starts.size());
+        for (std::size_t i = 0; i < starts.size(); i += 97) {
+            EXPECT_EQ(sought.next(lines, starts[i], true)->start, starts[i]);
+            EXPECT_EQ(sought.next(lines, starts[i] + needle.size(), true)->start, starts[(i + 1) % starts.size()]);
+            EXPECT_EQ(sought.next(lines, starts[i], false)->start, starts[(i + starts.size() - 1) % starts.size()]);
+            EXPECT_EQ(count.number(starts[i]), i + 1);
+        }
+    }
+    EXPECT_EQ(Sought("^a[ b]+$", false, true).next(TextLines(PaneText{TextView(U"xa b\r\na b\n")}, {}), 0, true),
+              (TextRange{6, 9}));
+    EXPECT_FALSE(Sought("(", false, true).error().isEmpty());
 }
 
 struct RowsOf {

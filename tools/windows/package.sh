@@ -19,6 +19,8 @@ for plugin in platforms/qwindows styles/qwindowsvistastyle imageformats/qjpeg; d
     mkdir -p "$folder/${plugin%/*}"
     x86_64-w64-mingw32-strip --strip-unneeded -o "$folder/$plugin.dll" "$libraries/qt/plugins/$plugin.dll"
 done
+mkdir "$folder/translations"
+cp /usr/share/qt6/translations/qtbase_zh_CN.qm "$folder/translations"
 for package in qt6-base pugixml libzip; do
     cp "$libraries/$package.copyright" "$folder/licenses/$package.txt"
 done
