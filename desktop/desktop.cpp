@@ -38,8 +38,8 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       form3_(form3_front_, focus_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
       form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_), menu_(queue_, program_.form1)
 {
-    for (const QString& folder : {QLibraryInfo::path(QLibraryInfo::TranslationsPath),
-                                  QCoreApplication::applicationDirPath() + "/translations"})
+    for (const QString& folder :
+         {QLibraryInfo::path(QLibraryInfo::TranslationsPath), QCoreApplication::applicationDirPath() + "/translations"})
         if (chinese_.load("qtbase_zh_CN", folder)) break;
     QCoreApplication::installTranslator(&chinese_);
     theme_.apply();
@@ -109,7 +109,8 @@ void Desktop::event_ended()
 {
     screen_.end_progress();
     show();
-    if (!runs_ && !program_.run.files.empty() && told_ != saved()) { // by a command that was done at once
+    const bool says_something = !program_.run.files.empty() || program_.run.stopped;
+    if (!runs_ && says_something && told_ != saved()) { // by a command that was done at once, or did not begin
         stopped_ = false;
         show_run_end();
     }
@@ -139,7 +140,7 @@ void Desktop::show_status(bool runs)
 void Desktop::show_run_end()
 {
     told_ = saved();
-    form1_.status().show_end(run_end(program_, stopped_));
+    form1_.status().show_end(run_end(program_, stopped_, dialogs_.last_told()));
     QApplication::alert(&form1_);
 }
 

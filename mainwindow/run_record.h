@@ -24,6 +24,7 @@ struct RunRecord {
         Text key, reason;
     };
     std::vector<Passed> passed{};        ///< keys that made no sheet, and why
+    std::size_t not_reached = 0;         ///< keys that a stopped run did not come to
     std::vector<Text> failures{};        ///< files of a folder that were passed over, told when the run is over
     std::u32string_view template_file{}; ///< of the command that started it
     std::map<Text, Text> names{};        ///< the file that was given to each name that the sheets asked for

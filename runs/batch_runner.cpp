@@ -47,6 +47,13 @@ void finish(Program& program, const SheetFamily& family)
     if (family.finished) family.finished(program);
 }
 
+// Empty where no key is at hand.
+Text key_at(const Program& program, int index)
+{
+    const bool is_key = index >= 0 && index < program.form1.keycount;
+    return is_key ? program.module1.keylist.get(static_cast<std::size_t>(index)).str() : Text();
+}
+
 // A run whose rows would come from the other table makes nothing sound.
 void check_table(const Program& program)
 {
@@ -78,7 +85,7 @@ void family_tick(Program& program, const SheetFamily& family)
         finish(program, family);
         return;
     }
-    const Text key = program.module1.keylist.get(static_cast<std::size_t>(form1.batchcursor)).str();
+    const Text key = key_at(program, form1.batchcursor);
     if (!key.empty()) make_sheet(program, family, key);
 }
 
@@ -110,6 +117,8 @@ bool run_in_progress(Form1& form1)
 void stop_run(Program& program)
 {
     Form1& form1 = program.form1;
+    for (int next = form1.batchcursor + 1; next < form1.keycount; ++next)
+        if (!key_at(program, next).empty()) ++program.run.not_reached;
     form1.sheetno = 1;
     for (Timer* timer : form1.batch_timers()) timer->set_enabled(false);
     form1.batchcursor = -1;
@@ -132,6 +141,8 @@ void batch_tick(Program& program, const Control& timer, const TimerTable& table)
         for (const OwnTick& own : table.own_ticks)
             if (is_due(own)) own_tick(program, own);
     } catch (const Failure& failure) {
+        const Text key = key_at(program, program.form1.batchcursor);
+        if (!key.empty()) program.run.passed.push_back({key, failure.message()});
         stop_run(program);
         const auto failures = std::exchange(program.run.failures, {});
         if (failures.empty()) throw;

@@ -45,7 +45,7 @@ RoleFont role_font(FontRole role)
 const QStringList query_design{"华文新魏", "STXinwei"};
 const QStringList page_design{"微软雅黑", "Microsoft YaHei"};
 const QStringList chinese{"Noto Sans CJK SC",    "Source Han Sans SC", "思源黑体 CN", "WenQuanYi Zen Hei",
-                          "WenQuanYi Micro Hei",   "PingFang SC",        "SimHei",      "SimSun",
+                          "WenQuanYi Micro Hei", "PingFang SC",        "SimHei",      "SimSun",
                           "Droid Sans Fallback", "AR PL UMing CN"};
 // Characters of one width keep the columns of a table below each other.
 const QStringList chinese_even{"Noto Sans Mono CJK SC", "WenQuanYi Zen Hei Mono", "WenQuanYi Micro Hei Mono", "NSimSun",

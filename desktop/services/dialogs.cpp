@@ -160,6 +160,7 @@ private:
 
 Answer DesktopDialogs::message(const Message& message)
 {
+    if (message.buttons == Buttons::OK) last_told_ = message.text;
     around_.before();
     const BoxOver over(over_);
     MessageWindow box(message, around_.keep_clear(), over.window());

@@ -34,11 +34,15 @@ public:
     /// The next question for a file to open is answered by this one, without a box.
     void open_next(const QString& path) { next_ = path; }
 
+    /// The text of the last box that could only be confirmed.
+    const Text& last_told() const { return last_told_; }
+
 private:
     std::optional<Text> choose_file(TextView filter, bool save);
     Surroundings around_;
     RecentFiles recent_;
     QString next_;
+    Text last_told_;
     QPointer<QWidget> over_; // what the last box stood over
 };
 

@@ -9,7 +9,6 @@
 #include <QScrollBar>
 
 #include <algorithm>
-#include <ranges>
 
 namespace tarvik {
 
@@ -67,13 +66,11 @@ CommandList::CommandList(QWidget& window) : QListWidget(&window)
 void CommandList::offer(const QString& typed, const QRect& box)
 {
     clear();
-    const auto begins_as_typed = [&typed](const CommandHelp& row) {
-        return to_qt(TextView(row.command)).startsWith(typed);
-    };
     const auto is_typed = [&typed](const CommandHelp& row) { return to_qt(TextView(row.command)) == typed; };
     if (typed.startsWith("An") && std::ranges::none_of(commands, is_typed))
-        for (const CommandHelp& row : commands | std::views::filter(begins_as_typed)) {
+        for (const CommandHelp& row : commands) {
             const QString command = to_qt(TextView(row.command));
+            if (!command.startsWith(typed)) continue;
             auto* item = new QListWidgetItem(line_of(row), this);
             item->setData(Qt::UserRole, command);
         }

@@ -118,11 +118,13 @@ QString run_text(Program& program)
     return text;
 }
 
-RunEnd run_end(const Program& program, bool stopped)
+RunEnd run_end(const Program& program, bool wished, const Text& told)
 {
     const RunRecord& run = program.run;
     RunEnd end;
-    QStringList parts{stopped ? "已按要求停止" : "运行结束"};
+    QString reason = to_qt(told).remove("请注意：").simplified();
+    if (reason.isEmpty()) reason = "没有做完";
+    QStringList parts{wished ? "已按要求停止" : run.stopped ? "运行停止：" + reason : "运行结束"};
     parts += QString("存了 %1 个文件").arg(run.files.size());
     for (const Text& file : run.files) end.details += real_path(program, file);
     if (!run.files.empty()) {
@@ -135,8 +137,9 @@ RunEnd run_end(const Program& program, bool stopped)
     if (!run.passed.empty()) {
         parts += QString("%1 个关键字没有出单").arg(run.passed.size());
         for (const RunRecord::Passed& passed : run.passed)
-            end.details += to_qt(passed.key) + "：没有出单，" + to_qt(passed.reason);
+            end.details += to_qt(passed.key) + "：没有出单，" + to_qt(passed.reason).simplified();
     }
+    if (run.not_reached > 0) parts += QString("%1 个关键字没有轮到").arg(run.not_reached);
     end.text = parts.join(between);
     return end;
 }

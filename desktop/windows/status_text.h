@@ -21,7 +21,8 @@ struct RunEnd {
     QString folder;      ///< where its files really lie; empty when it made none
     QStringList details; ///< files and the keys that made no sheet, a line each
 };
-RunEnd run_end(const Program& program, bool stopped);
+/// `wished`: the user has stopped it. `told`: what the last box said, which is why a run stops by itself.
+RunEnd run_end(const Program& program, bool wished, const Text& told);
 
 /// The keys that are commands at present, empty while there are none.
 QString key_hint(const Form1& form1);

@@ -124,8 +124,24 @@ TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_
     EXPECT_GE(program().run.files.size(), files) << "nothing that was saved goes";
     EXPECT_LT(program().run.files.size(), 20U);
     EXPECT_TRUE(status.text().startsWith("已按要求停止  ·  存了")) << status.text().toStdString();
+    const QString left =
+        QString("%1 个关键字没有轮到").arg(30 - program().run.files.size() - program().run.passed.size());
+    EXPECT_TRUE(status.text().contains(left)) << status.text().toStdString();
     EXPECT_TRUE(status.text().contains(QString::fromStdString((drive_d.path() / "out").string())));
     EXPECT_FALSE(find("stop").isVisible());
+}
+
+TEST_F(DesktopClerk, the_end_of_a_run_tells_why_it_stopped)
+{
+    begin_docket_run();
+    EXPECT_TRUE(wait_until([&] { return program().run.files.size() >= 2; }));
+    std::filesystem::remove(installation.path() / "z5.xlsx");
+    expect_box("确定");
+    EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
+    const QString text = desktop->main_window().status().text();
+    EXPECT_TRUE(text.startsWith("运行停止：") && text.contains("z5.xlsx")) << text.toStdString();
+    EXPECT_TRUE(text.contains("存了 ") && text.contains("没有出单") && text.contains("没有轮到")) << text.toStdString();
+    EXPECT_EQ(program().run.files.size() + program().run.passed.size() + program().run.not_reached, 30U);
 }
 
 TEST_F(DesktopClerk, the_end_of_a_run_tells_of_a_layout_that_changed_on_the_way)
