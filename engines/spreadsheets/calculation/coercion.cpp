@@ -45,6 +45,9 @@ int compare_numbers(double a, double b) noexcept
     return a < b ? -1 : 1;
 }
 
+constexpr std::size_t longest_decimals = 18; // 20 characters with the point
+constexpr std::size_t sure_zeros = 8;
+
 Text with_digits(double number, int digits)
 {
     std::array<char, 40> buffer{};
@@ -96,7 +99,18 @@ Value to_truth(const Value& value)
 
 Text plain_text(double number)
 {
-    return with_digits(number == 0 ? 0 : number, 15);
+    if (number == 0) return U"0";
+    Text text = with_digits(number, 15);
+    const auto mark = text.find(U"E-");
+    if (mark == Text::npos) return text;
+    // A few digits far behind the point are written out.
+    const auto digits = std::min(text.find(U'.'), mark) == mark ? 1 : mark - 1 - (number < 0 ? 1 : 0);
+    const auto zeros = static_cast<std::size_t>(-std::floor(std::log10(std::abs(number)))) - 1;
+    if (zeros + digits > longest_decimals) return text;
+    if (zeros > sure_zeros) throw CannotCalculate("a small number as a text");
+    std::array<char, 40> buffer{};
+    const int size = std::snprintf(buffer.data(), buffer.size(), "%.*f", static_cast<int>(zeros + digits), number);
+    return {buffer.data(), buffer.data() + size};
 }
 
 Text general_text(double number)
@@ -107,7 +121,7 @@ Text general_text(double number)
     const int exponent = static_cast<int>(std::floor(std::log10(size)));
     // Eleven characters hold the point too, and a 0 before it.
     const int decimals = exponent >= 10 ? 0 : exponent >= 0 ? 9 - exponent : 9;
-    if (exponent < -4) return with_digits(number, 6);
+    if (exponent < -4 && rounded(size, decimals) != to_15_digits(size)) return with_digits(number, 6);
     std::array<char, 40> buffer{};
     int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, number);
     if (decimals > 0) {

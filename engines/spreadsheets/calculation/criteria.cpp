@@ -152,7 +152,11 @@ bool Criterion::is_equal_to(const Value& value) const
 bool Criterion::holds(const Value& value) const
 {
     if (how_ == Operator::Equal) return is_equal_to(value);
-    if (how_ == Operator::NotEqual) return !is_equal_to(value);
+    if (how_ == Operator::NotEqual) {
+        // A number that is written as a text equals the number, but is another value too.
+        if (std::holds_alternative<double>(operand_)) return !is_equal(operand_, value);
+        return !is_equal_to(value);
+    }
     if (value.index() != operand_.index() || std::holds_alternative<std::monostate>(operand_) ||
         std::holds_alternative<CellError>(value))
         return false;

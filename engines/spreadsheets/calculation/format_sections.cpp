@@ -48,7 +48,7 @@ private:
             return;
         }
         if (starts_with(U"e+") || starts_with(U"e-")) {
-            add(Kind::Exponent, format_.substr(at_ + 1, 1).str());
+            add(Kind::Exponent, format_.substr(at_, 2).str());
             at_ += 2;
             return;
         }

@@ -15,7 +15,7 @@ struct FormatPiece {
         Point,
         Comma,
         Percent,
-        Exponent, ///< "E+" or "E-"
+        Exponent, ///< "E+" or "e-"
         Date,     ///< letters of one kind: "yyyy", "mm"
         Elapsed,  ///< "[h]"
         HalfDay,  ///< "AM/PM"

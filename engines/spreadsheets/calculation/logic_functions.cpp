@@ -131,11 +131,26 @@ Operand xor_function(Call& call)
     return Value(result);
 }
 
-Operand number_of(Call& call)
+Value number_of(const Value& value)
 {
-    const Value& value = call.value(0);
-    if (const auto* const truth = std::get_if<bool>(&value)) return Value(*truth ? 1.0 : 0.0);
-    return std::holds_alternative<double>(value) ? value : Value(0.0);
+    if (const auto* const truth = std::get_if<bool>(&value)) return *truth ? 1.0 : 0.0;
+    return std::holds_alternative<double>(value) || is_error(value) ? value : Value(0.0);
+}
+
+Value text_of(const Value& value)
+{
+    return std::holds_alternative<Text>(value) || is_error(value) ? value : Value(Text());
+}
+
+// Of an area the first cell counts.
+template <Value (*function)(const Value&)>
+Operand of_first(Call& call)
+{
+    const auto* const areas = std::get_if<Areas>(&call.operand(0));
+    if (areas) return function(call.evaluator().cell(areas->front().sheet, areas->front().range.first));
+    const ArrayPointer array = call.evaluator().array(call.operand(0));
+    return for_each_element(
+        std::span(&array, 1), [&](int row, int column) { return function(array->at(row, column)); }, call.evaluator());
 }
 
 Operand type_of(Call& call)
@@ -201,14 +216,13 @@ constexpr Function table[] = {
     {"ISODD", 1, 1, "v", is_odd},
     {"ISREF", 1, 1, "r", [](Call& call) -> Operand { return Value(std::holds_alternative<Areas>(call.operand(0))); }},
     {"ISTEXT", 1, 1, "e", is_kind<Text>},
-    {"N", 1, 1, "v", number_of},
+    {"N", 1, 1, "r", of_first<number_of>},
     {"NA", 0, 0, "v", [](Call&) -> Operand { return Value(CellError::NotAvailable); }},
     {"NOT", 1, 1, "l", [](Call& call) -> Operand { return Value(!call.truth(0)); }},
     {"OR", 1, 255, "r", or_function},
     {"SINGLE", 1, 1, "v", [](Call& call) -> Operand { return call.value(0); }},
     {"SWITCH", 3, 254, "x", switch_function},
-    {"T", 1, 1, "v",
-     [](Call& call) -> Operand { return std::holds_alternative<Text>(call.value(0)) ? call.value(0) : Value(Text()); }},
+    {"T", 1, 1, "r", of_first<text_of>},
     {"TRUE", 0, 0, "v", [](Call&) -> Operand { return Value(true); }},
     {"TYPE", 1, 1, "r", type_of},
     {"XOR", 1, 255, "r", xor_function},

@@ -83,10 +83,17 @@ std::optional<int> find_sorted(Evaluator& evaluator, const Line& line, const Val
             continue;
         }
         const int order = is_equal(value, wanted) ? 0 : compare(value, wanted);
-        if (is_falling ? order >= 0 : order <= 0) {
+        if (order == 0) {
+            // The last of a row of equals; in a falling line the first is where the halving met it.
+            while (!is_falling && place < line.size() - 1 && is_equal(line.at(place + 1), wanted)) {
+                evaluator.spend(1);
+                ++place;
+            }
+            return place;
+        }
+        if (is_falling ? order > 0 : order < 0) {
             found = place;
             low = place + 1;
-            if (is_falling && order == 0) break;
         } else {
             high = middle - 1;
         }

@@ -230,7 +230,7 @@ Operand address(Call& call)
         for (const char32_t c : sheet) {
             const char32_t letter = lower(c);
             is_plain = is_plain && ((letter >= U'a' && letter <= U'z') || (c >= U'0' && c <= U'9') || c == U'_' ||
-                                    c == U'.' || c > 0x7f);
+                                    c == U'[' || c == U']' || c == U'.' || c > 0x7f);
         }
         for (const char32_t c : sheet) text += c == U'\'' ? Text(U"''") : Text(1, c);
         if (!is_plain) text = U"'" + text + U"'";

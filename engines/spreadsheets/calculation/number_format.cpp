@@ -46,13 +46,13 @@ void insert_commas(Text& digits)
     for (std::size_t place = whole; place > 3; place -= 3) digits.insert(place - 3, 1, U',');
 }
 
-// Minutes stand behind hours or before seconds; months elsewhere.
+// Minutes stand beside hours or seconds; months elsewhere.
 bool is_minutes(const std::vector<FormatPiece>& pieces, std::size_t at)
 {
     if (pieces[at].text[0] != U'm' || pieces[at].text.size() > 2) return false;
     for (std::size_t i = at; i-- > 0;)
         if (pieces[i].kind == Kind::Date || pieces[i].kind == Kind::Elapsed) {
-            if (pieces[i].text[0] == U'h') return true;
+            if (pieces[i].text[0] == U'h' || pieces[i].text[0] == U's') return true;
             break;
         }
     for (std::size_t i = at + 1; i < pieces.size(); ++i)
@@ -122,6 +122,9 @@ private:
     {
         const Text& letters = pieces_[at].text;
         const auto size = letters.size();
+        // What is shown as a whole is so everywhere.
+        for (const auto& piece : pieces_)
+            if (piece.kind == Kind::Elapsed && piece.text[0] == letters[0]) return elapsed(letters);
         switch (letters[0]) {
         case U'y': return size > 2 ? padded(time_.year, 4) : padded(time_.year % 100, 2);
         case U'd':
@@ -150,7 +153,8 @@ private:
     Text half_day(const Text& marks) const
     {
         const auto bar = marks.find(U'/');
-        return time_.hour < 12 ? marks.substr(0, bar) : marks.substr(bar + 1);
+        const Text half = time_.hour < 12 ? marks.substr(0, bar) : marks.substr(bar + 1);
+        return half.size() > 1 ? upper(TextView(half)) : half;
     }
 
     const std::vector<FormatPiece>& pieces_;
@@ -184,7 +188,7 @@ struct Layout {
                 } else if (pieces[i + 1].kind == Kind::Point) {
                     divisor *= 1000;
                 } else {
-                    has_commas = whole > 0;
+                    has_commas = has_commas || whole > 0;
                 }
                 break;
             default: break;
@@ -201,12 +205,12 @@ Text laid_out(const std::vector<FormatPiece>& pieces, std::size_t begin, std::si
     std::size_t left = 0, placed = 0;
     for (std::size_t i = begin; i < end; ++i) left += pieces[i].kind == Kind::Digit ? 1 : 0;
     const auto put = [&](char32_t digit) {
-        if (has_commas && placed > 0 && placed % 3 == 0) text.insert(text.begin(), U',');
+        if (has_commas && placed > 0 && placed % 3 == 0) text.insert(text.begin(), digit == U' ' ? U' ' : U',');
         text.insert(text.begin(), digit);
         ++placed;
     };
     for (std::size_t i = end; i-- > begin;) {
-        if (pieces[i].kind == Kind::Comma) continue;
+        if (pieces[i].kind == Kind::Comma && left > 0) continue;
         if (pieces[i].kind != Kind::Digit) {
             text.insert(0, pieces[i].text);
             continue;
@@ -214,7 +218,7 @@ Text laid_out(const std::vector<FormatPiece>& pieces, std::size_t begin, std::si
         --left;
         if (digits.empty()) {
             if (pieces[i].text == U"0") put(U'0');
-            if (pieces[i].text == U"?") text.insert(text.begin(), U' ');
+            if (pieces[i].text == U"?") put(U' ');
         }
         while (!digits.empty()) {
             put(digits.back());
@@ -264,15 +268,17 @@ Text with_exponent(const FormatSection& section, const Layout& layout, double nu
     };
     const auto mark = place(Kind::Exponent);
     const auto point = std::min(place(Kind::Point), mark);
+    if (mark + 1 == pieces.size() || pieces[mark + 1].kind != Kind::Digit) throw CannotCalculate("number format");
     const Text digits = plain_digits(mantissa, static_cast<int>(layout.decimals));
     Text text = laid_out(pieces, 0, point, digits.substr(0, digits.find(U'.')), layout.has_commas);
     if (layout.has_point)
         text += U"." + decimals_laid_out(pieces, point + 1, mark,
                                          layout.decimals > 0 ? digits.substr(digits.find(U'.') + 1) : Text());
-    text += U'E';
+    text += pieces[mark].text[0];
     if (exponent < 0) text += U'-';
-    if (exponent >= 0 && pieces[mark].text == U"+") text += U'+';
-    return text + laid_out(pieces, mark + 1, pieces.size(), number_text(std::abs(exponent)), false);
+    if (exponent >= 0 && pieces[mark].text.ends_with(U'+')) text += U'+';
+    const Text shown = laid_out(pieces, mark + 1, pieces.size(), number_text(std::abs(exponent)), false);
+    return text + (exponent == 0 && layout.exponent == 1 ? Text(U"0") : shown);
 }
 
 Text in_digits(const FormatSection& section, double number)
@@ -280,7 +286,10 @@ Text in_digits(const FormatSection& section, double number)
     const auto& pieces = section.pieces;
     const Layout layout(pieces);
     number /= layout.divisor;
-    if (layout.has_exponent) return with_exponent(section, layout, number);
+    if (layout.has_exponent) {
+        if (layout.divisor != 1 || layout.has_commas) throw CannotCalculate("number format");
+        return with_exponent(section, layout, number);
+    }
     if (layout.decimals > most_decimals) throw CannotCalculate("number format");
     const auto point =
         static_cast<std::size_t>(std::ranges::find(pieces, Kind::Point, &FormatPiece::kind) - pieces.begin());
@@ -332,6 +341,7 @@ std::optional<Text> format_number(double number, TextView format, bool counts_fr
     if (!chosen) throw CannotCalculate("number format");
     const FormatSection& section = *chosen->section;
     if (section.has(Kind::Date) || section.has(Kind::Elapsed) || section.has(Kind::HalfDay)) {
+        if (number < 0 && counts_from_1904) throw CannotCalculate("a negative time");
         if (!is_day_number(number, counts_from_1904)) return std::nullopt;
         return DateFormatting(section, number, counts_from_1904).run();
     }

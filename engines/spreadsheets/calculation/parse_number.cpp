@@ -323,9 +323,11 @@ private:
                 if (peek() && peek()->text == "\1s") ++at_;
             }
         }
+        const bool is_after_blank = is_sign(' ');
         skip_blanks();
         double hours = *hour;
         if (is(Piece::Kind::Word, 0)) {
+            if (!is_after_blank) return std::nullopt;
             const auto word = peek()->text;
             if ((word != "am" && word != "pm" && word != "a" && word != "p") || *hour > 12) return std::nullopt;
             hours = (*hour % 12) + (word.starts_with('p') ? 12 : 0);

@@ -410,7 +410,6 @@ Node Parser::parse_table(std::string_view text)
     const auto bracket = text.find('[');
     TableReference reference;
     reference.table = lower(from_utf8(text.substr(0, bracket)));
-    if (reference.table.empty()) return uncalculable("table without a name");
     for (std::string_view piece : pieces_of(text.substr(bracket + 1, text.size() - bracket - 2))) {
         if (piece.starts_with('@')) {
             reference.this_row = true;

@@ -90,7 +90,7 @@ Resolved resolve(const AreaReference& reference, const CellAddress& at, const Ce
 
 Resolved resolve(const TableReference& reference, const CellAddress& at, const CellSource& source)
 {
-    const Table* const table = source.find_table(reference.table);
+    const Table* const table = reference.table.empty() ? source.find_table_at(at) : source.find_table(reference.table);
     if (!table) return CellError::Reference;
     Range range = table->range;
     const int first_data = range.first.row + table->header_rows, last_data = range.last.row - table->totals_rows;

@@ -52,6 +52,8 @@ public:
     /// there is none.
     virtual std::shared_ptr<const Formula> find_name(TextView name, int sheet) const = 0;
     virtual const Table* find_table(TextView name) const = 0;
+    /// The table that the cell lies in, or nullptr. Formulas in a table need not name it.
+    virtual const Table* find_table_at(const CellAddress& cell) const = 0;
 
     /// Hidden by hand or by a filter; and by a filter alone.
     virtual bool is_row_hidden(int sheet, int row) const = 0;

@@ -118,6 +118,10 @@ Operand median(Call& call)
 Operand mode(Call& call)
 {
     const auto numbers = all_numbers(call);
+    for (std::size_t i = 0; i < call.size(); ++i) {
+        const auto* const value = std::get_if<Value>(&call.operand(i));
+        require(!value || !std::holds_alternative<Text>(*value), CellError::Value);
+    }
     std::unordered_map<double, int> counts;
     int most = 1;
     for (const double number : numbers) most = std::max(most, ++counts[number]);
@@ -156,6 +160,7 @@ Operand square_sum(Call& call)
 Operand mean_deviation(Call& call)
 {
     const auto numbers = all_numbers(call);
+    require(!numbers.empty());
     const double mean = mean_of(numbers);
     double sum = 0;
     for (const double number : numbers) sum += std::abs(number - mean);
@@ -257,7 +262,11 @@ constexpr Function table[] = {
     {"COUNT", 1, 255, "r", count},
     {"COUNTA", 1, 255, "r", count_all},
     {"COUNTBLANK", 1, 1, "r", count_blank},
-    {"DEVSQ", 1, 255, "r", [](Call& call) -> Operand { return Value(squares_of(all_numbers(call))); }},
+    {"DEVSQ", 1, 255, "r",
+     [](Call& call) -> Operand {
+         const auto numbers = all_numbers(call);
+         return numbers.empty() ? Value(CellError::Number) : Value(squares_of(numbers));
+     }},
     {"GEOMEAN", 1, 255, "r", geometric_mean},
     {"HARMEAN", 1, 255, "r", harmonic_mean},
     {"LARGE", 2, 2, "rn", ranked<true>},

@@ -83,7 +83,7 @@ Operand proper(Call& call)
     Text text = call.text(0);
     bool is_in_word = false;
     for (char32_t& c : text) {
-        const bool is_letter = lower(c) != upper(c);
+        const bool is_letter = lower(c) != upper(c) || c >= U'\u2e80'; // Chinese characters are letters
         c = is_in_word ? lower(c) : upper(c);
         is_in_word = is_letter;
     }
@@ -195,12 +195,11 @@ Operand text_in_format(Call& call)
         if (read) number = *read;
     }
     if (std::holds_alternative<std::monostate>(number)) number = 0.0;
-    if (std::holds_alternative<bool>(number)) return to_text(number);
     if (const auto* const plain = std::get_if<double>(&number)) {
         const auto formatted = format_number(*plain, call.text(1), call.counts_from_1904());
         return formatted ? Operand(Value(*formatted)) : Operand(Value(CellError::Value));
     }
-    return Value(format_text(*text, call.text(1)));
+    return Value(format_text(std::get<Text>(to_text(number)), call.text(1)));
 }
 
 Operand to_value(Call& call)

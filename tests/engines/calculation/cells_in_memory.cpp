@@ -97,6 +97,13 @@ const calculation::Table* CellsInMemory::find_table(TextView name) const
     return found == tables.end() ? nullptr : &found->second;
 }
 
+const calculation::Table* CellsInMemory::find_table_at(const CellAddress& cell) const
+{
+    for (const auto& [name, table] : tables)
+        if (table.sheet == cell.sheet && table.range.contains(cell.place)) return &table;
+    return nullptr;
+}
+
 std::shared_ptr<const calculation::Formula> CellsInMemory::formula(const CellAddress& cell) const
 {
     const auto found = cells(cell.sheet).find(cell.place);

@@ -39,6 +39,7 @@ public:
     Text sheet_name(int sheet) const override { return sheets_.at(static_cast<std::size_t>(sheet) - 1); }
     std::shared_ptr<const calculation::Formula> find_name(TextView name, int sheet) const override;
     const calculation::Table* find_table(TextView name) const override;
+    const calculation::Table* find_table_at(const CellAddress& cell) const override;
     bool is_row_hidden(int, int row) const override { return hidden_rows.contains(row); }
     bool is_row_filtered(int, int row) const override { return filtered_rows.contains(row); }
     std::shared_ptr<const calculation::Formula> formula(const CellAddress& cell) const override;
