@@ -5,7 +5,7 @@
 set -eu
 cd "$(dirname "$0")/.."
 seconds=$1; shift
-[ $# -gt 0 ] || set -- text_decoding columns text_queries look_ups design workbook document dictionary_import player
+[ $# -gt 0 ] || set -- text_decoding columns text_queries look_ups design workbook formula document dictionary_import player
 work=${TARVIK_FUZZ_FOLDER:-$PWD/build/fuzz/found}
 export TARVIK_FUZZ_FOLDER="$work"
 TMPDIR=$(mktemp -d /dev/shm/tarvik-fuzz.XXXXXX); export TMPDIR

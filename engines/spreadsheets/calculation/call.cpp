@@ -9,8 +9,6 @@ namespace tarvik::calculation {
 
 namespace {
 
-constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
-
 char kind_of(std::string_view kinds, std::size_t i) noexcept
 {
     const auto bar = kinds.find('|');
@@ -59,9 +57,7 @@ Operand for_each_element(std::span<const ArrayPointer> arrays, const Element& el
             stored_columns = columns;
         }
     }
-    const auto size = static_cast<std::size_t>(stored_rows) * static_cast<std::size_t>(stored_columns);
-    if (size > largest_array) throw CannotCalculate("size of an array");
-    evaluator.spend(size);
+    evaluator.spend_array(static_cast<std::size_t>(stored_rows), static_cast<std::size_t>(stored_columns));
     const auto result = std::make_shared<Array>(rows, columns, stored_rows, stored_columns);
     for (int row = 0; row < stored_rows; ++row)
         for (int column = 0; column < stored_columns; ++column) result->stored(row, column) = element(row, column);
@@ -75,9 +71,7 @@ ArrayPointer Evaluator::array(const Operand& operand)
     if (const auto* const areas = std::get_if<Areas>(&operand); areas && areas->size() == 1) {
         const Area& area = areas->front();
         const Area stored = used(area);
-        const auto size = static_cast<std::size_t>(stored.rows()) * static_cast<std::size_t>(stored.columns());
-        if (size > largest_array) throw CannotCalculate("size of an array");
-        spend(size);
+        spend_array(static_cast<std::size_t>(stored.rows()), static_cast<std::size_t>(stored.columns()));
         const auto array = std::make_shared<Array>(area.rows(), area.columns(), stored.rows(), stored.columns());
         visit(stored, [&](Place place, const Value& value) {
             array->stored(place.row - area.range.first.row, place.column - area.range.first.column) = value;

@@ -30,7 +30,8 @@ public:
         for (std::size_t i = 0; i < conditions_.size(); ++i) {
             if (conditions_[i].criterion.holds(Value())) continue;
             // Absent cells do not meet this one: those that are there are all that matter.
-            const auto& [area, criterion] = conditions_[i];
+            const Area& area = conditions_[i].area;
+            const Criterion& criterion = conditions_[i].criterion;
             evaluator_.visit(area, [&, i](Place place, const Value& value) {
                 const int row = place.row - area.range.first.row, column = place.column - area.range.first.column;
                 if (criterion.holds(value) && others_hold(i, row, column)) visitor(row, column);

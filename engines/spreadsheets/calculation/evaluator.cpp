@@ -13,6 +13,8 @@ namespace {
 constexpr int deepest_nesting = 500;
 constexpr std::size_t most_work = 100'000'000;
 constexpr std::size_t most_areas = 10'000;
+constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
+constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short
 
 Operand to_operand(Resolved resolved)
 {
@@ -31,6 +33,12 @@ void Evaluator::spend(std::size_t steps)
 {
     work_ += steps;
     if (work_ > most_work) throw CannotCalculate("too much work");
+}
+
+void Evaluator::spend_array(std::size_t rows, std::size_t columns)
+{
+    if (rows * columns > largest_array) throw CannotCalculate("size of an array");
+    spend(rows * columns * work_of_value);
 }
 
 struct Evaluator::NodeVisitor {

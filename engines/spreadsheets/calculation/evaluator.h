@@ -44,6 +44,8 @@ public:
     AreaMemory& memory() noexcept { return memory_; }
     /// Counts work. CannotCalculate when it becomes too much for one formula.
     void spend(std::size_t steps);
+    /// To be called before an array of so many values is made. CannotCalculate when it would be too large.
+    void spend_array(std::size_t rows, std::size_t columns);
 
 private:
     struct NodeVisitor;

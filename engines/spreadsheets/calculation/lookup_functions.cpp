@@ -36,7 +36,7 @@ Operand part_of(Call& call, const Operand& operand, int row, int column, int row
     }
     const ArrayPointer array = call.evaluator().array(operand);
     if (rows == 1 && columns == 1) return array->at(row, column);
-    call.evaluator().spend(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
+    call.evaluator().spend_array(static_cast<std::size_t>(rows), static_cast<std::size_t>(columns));
     const auto part = std::make_shared<Array>(rows, columns);
     for (int i = 0; i < rows; ++i)
         for (int k = 0; k < columns; ++k) part->stored(i, k) = array->at(row + i, column + k);
@@ -212,7 +212,7 @@ Operand line_number(Call& call)
     const int count = is_row ? area.rows() : area.columns();
     const int first = is_row ? area.range.first.row : area.range.first.column;
     if (call.mode() == Mode::Single || count == 1) return Value(static_cast<double>(first));
-    call.evaluator().spend(static_cast<std::size_t>(count));
+    call.evaluator().spend_array(static_cast<std::size_t>(count), 1);
     const auto array = is_row ? std::make_shared<Array>(count, 1) : std::make_shared<Array>(1, count);
     for (int i = 0; i < count; ++i) array->stored(is_row ? i : 0, is_row ? 0 : i) = static_cast<double>(first + i);
     return ArrayPointer(array);

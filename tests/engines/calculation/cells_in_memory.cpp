@@ -16,9 +16,9 @@ void CellsInMemory::set_formula(std::string_view place, std::string_view formula
     cells(sheet)[at] = {{}, calculation::parse(formula, at), false};
 }
 
-Value CellsInMemory::result(const CellAddress& cell)
+Value CellsInMemory::result(const CellAddress& wanted)
 {
-    std::vector<CellAddress> waiting{cell};
+    std::vector<CellAddress> waiting{wanted};
     std::set<std::pair<int, Place>> begun;
     while (!waiting.empty()) {
         const CellAddress at = waiting.back();
@@ -31,12 +31,15 @@ Value CellsInMemory::result(const CellAddress& cell)
             held.value = calculator_.calculate(*held.formula, at);
             held.is_calculated = true;
         } catch (const calculation::NotYetCalculated& needs) {
-            if (!begun.emplace(at.sheet, at.place).second && needs.cells.size() == 1 && needs.cells.front() == at)
-                return calculation::CellError::Reference;
-            waiting.insert(waiting.end(), needs.cells.begin(), needs.cells.end());
+            begun.emplace(at.sheet, at.place);
+            held.is_calculated = std::ranges::any_of(needs.cells, [&](const CellAddress& cell) {
+                return begun.contains({cell.sheet, cell.place});
+            });
+            held.value = calculation::CellError::Reference; // of a cycle
+            if (!held.is_calculated) waiting.insert(waiting.end(), needs.cells.begin(), needs.cells.end());
         }
     }
-    return value(cell);
+    return value(wanted);
 }
 
 Value CellsInMemory::calculate(std::string_view formula, std::string_view at, bool is_array)

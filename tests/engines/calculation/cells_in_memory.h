@@ -27,7 +27,7 @@ public:
     void set_name(const Text& name, std::string_view formula) { names_[name] = calculation::parse(formula, {1, 1}); }
 
     /// The result at the cell, and of all that it depends on. A cycle is #REF!'s.
-    Value result(const CellAddress& cell);
+    Value result(const CellAddress& wanted);
     Value calculate(std::string_view formula, std::string_view at = "H20", bool is_array = false);
 
     Value value(const CellAddress& cell) const override;
