@@ -54,6 +54,12 @@ void batch_timer(Program& program, Event& event)
     batch_tick(program, event.control, batch_timers());
 }
 
+void query_box_key(Program& program, Event& event)
+{
+    event.known = true; // also when its work fails
+    event.known = Text1_KeyPress(program, event.control.index(), event.key, event.eaten);
+}
+
 void empty_box(Program&, Event& event)
 {
     empty_design_box(dynamic_cast<TextBox&>(event.control));
@@ -74,7 +80,7 @@ constexpr Row rows[] = {
     {Main, "Form1", Close, close_main_window},
     {Main, "Form1", Menu, [](Program& p, Event& e) { menu_Click(p, e.entry); }},
 
-    {Main, "Text1", KeyPress, [](Program& p, Event& e) { Text1_KeyPress(p, e.control.index(), e.key, e.eaten); }},
+    {Main, "Text1", KeyPress, query_box_key},
     {Main, "Text1", DblClick, [](Program& p, Event& e) { Text1_DblClick(p, e.control.index()); }},
     {Main, "Text1", MouseDown, [](Program& p, Event& e) { Text1_MouseDown(p, e.control.index(), e.button); }},
     {Main, "Text1", MouseUp, [](Program& p, Event& e) { Text1_MouseUp(p, e.control.index()); }},
@@ -154,6 +160,11 @@ void start(Program& program)
         if (box.form() == FormId::Form1 && box.name() == "Text1") Text1_Change(program, box.index());
     };
     Form_Load(program);
+}
+
+bool has_handler(const Event& event)
+{
+    return find_handler(event) != nullptr;
 }
 
 void dispatch(Program& program, Event& event)

@@ -30,12 +30,16 @@ struct Event {
     MenuEntry entry = MenuEntry::nothing;   ///< Menu
 
     bool eaten = false;     ///< set by a handler: the key does not reach the box
+    bool known = false;     ///< set by a handler: the key was more than a character of a text
     bool cancelled = false; ///< set by a handler: the window stays open
 };
 
 /// Brings the program from the start of the process to its shown window: joins model and handlers, then runs start-up.
 /// The front's listener must be set before.
 void start(Program& program);
+
+/// Whether the table has a handler for it.
+bool has_handler(const Event& event);
 
 /// Runs the handler of an event, if there is one. It is the one place that tells the user of a failure; nothing is
 /// thrown but what no handler could go on after.

@@ -44,10 +44,11 @@ constexpr KeyHandler handlers[] = {report_command_key, column_key, page_box_key,
 
 } // namespace
 
-void Text1_KeyPress(Program& program, int index, char32_t key, bool& eaten)
+bool Text1_KeyPress(Program& program, int index, char32_t key, bool& eaten)
 {
     for (const KeyHandler handler : handlers)
-        if (handler(program, index, key, eaten)) break;
+        if (handler(program, index, key, eaten)) return true;
+    return false;
 }
 
 } // namespace tarvik

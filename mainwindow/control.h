@@ -45,11 +45,14 @@ constexpr Colour rgb(unsigned red, unsigned green, unsigned blue)
 
 class Control;
 class TextBox;
+struct Selection;
 
 /// Where controls report to. A front listens to `property_changed`; the event table listens to `text_changed`.
 struct ModelListeners {
     std::function<void(const Control&, Property)> property_changed;
     std::function<void(TextBox&)> text_changed;
+    /// A text was put in the place of the selection of a pane.
+    std::function<void(const Control&, const Selection& replaced, TextView text)> pane_edited;
 };
 
 /// Index of a control that is not part of a control array.

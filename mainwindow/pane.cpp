@@ -57,6 +57,7 @@ void Pane::replace_selection(TextView text)
     selection_ = {old.start + text.size(), 0};
     touched(Property::Contents);
     set_marks(std::move(marks));
+    if (listeners().pane_edited) listeners().pane_edited(*this, old, text);
 }
 
 void AutoSwitchLine(Pane& pane, bool on)

@@ -3,6 +3,7 @@
 #include "platform/large_blocks/large_blocks.h"
 #include "platform/program_start.h"
 #include "playback/player.h"
+#include "scripts/task_files.h"
 
 #include <fstream>
 #include <iostream>
@@ -13,13 +14,13 @@ using tarvik::Options;
 
 constexpr const char* usage =
     "tarvik-play [--install DIR] [--drive L=DIR]... [--clock \"YYYY-MM-DD hh:mm:ss\"] [--screen W H]\n"
-    "            [--print-to DIR] [--engine ooxml|libreoffice|office|auto] SCRIPT\n"
+    "            [--print-to DIR] [--engine ooxml|libreoffice|office|auto] [--set NAME=VALUE]... SCRIPT\n"
     "tarvik-play --names|--help|--version\n";
 
 constexpr const char* help =
     "\n"
     "Plays SCRIPT, a file or - for standard input, in the program without a screen. A script that is\n"
-    "not found as it is given is looked for in the installation folder.\n"
+    "not found as it is given is a task of that name, else one of the installation folder's own.\n"
     "\n"
     "  --install DIR    the installation folder; without it the program's own folder where it may\n"
     "                   write there, else the user's own one\n"
@@ -29,6 +30,7 @@ constexpr const char* help =
     "  --screen W H     the size of the screen in twips\n"
     "  --print-to DIR   what is printed is put there as a copy; without it printing is a failure\n"
     "  --engine NAME    what fills workbooks and documents\n"
+    "  --set NAME=VALUE what the script asks for by that name\n"
     "  --names          prints the names that a script can ask for\n"
     "  --help           prints this\n"
     "  --version        prints the version\n"
@@ -36,12 +38,17 @@ constexpr const char* help =
     "The status is 0 when the script reached its end and all that it expected held, 1 when not, 2 for\n"
     "options that cannot be used.\n";
 
-/// A name that is not there as it is given is one of the installation folder's own scripts.
+/// A name that is not there as it is given is that of a task, else one of the installation folder's own scripts.
 std::filesystem::path script_file(const Options& options)
 {
-    const std::filesystem::path given = tarvik::path_of_utf8(options.script), own = options.installation / given;
+    namespace fs = std::filesystem;
+    const fs::path given = tarvik::path_of_utf8(options.script);
+    const fs::path task =
+        options.installation / tarvik::path_of(tarvik::task_folder) / tarvik::path_of_utf8(options.script + ".play");
     std::error_code error;
-    return std::filesystem::exists(given, error) || !std::filesystem::exists(own, error) ? given : own;
+    for (const fs::path& file : {given, task, options.installation / given})
+        if (fs::exists(file, error)) return file;
+    return given;
 }
 
 /// A drive whose folder was not made would take the user's output into the void.

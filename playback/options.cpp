@@ -66,6 +66,14 @@ void set_engine(Options& options, Values values)
     options.engine = *engine;
 }
 
+void set_value(Options& options, Values values)
+{
+    const Text given = from_utf8(values[0]);
+    const std::size_t equals = given.find(U'=');
+    if (equals == 0 || equals == Text::npos) throw OptionError("--set takes NAME=VALUE, not " + values[0]);
+    options.values[given.substr(0, equals)] = given.substr(equals + 1);
+}
+
 template <Options::Request request>
 void set_request(Options& options, Values)
 {
@@ -84,6 +92,7 @@ constexpr OptionRow rows[] = {
     {"--screen", 2, set_screen},
     {"--print-to", 1, set_print_to},
     {"--engine", 1, set_engine},
+    {"--set", 1, set_value},
     {"--names", 0, set_request<Options::Request::Names>},
     {"--help", 0, set_request<Options::Request::Help>},
     {"--version", 0, set_request<Options::Request::Version>},

@@ -29,7 +29,8 @@ struct Options {
     double screen_width = 28800, screen_height = 16200; ///< twips
     std::optional<std::filesystem::path> print_to;
     Engine engine = Engine::Auto;
-    std::string script; ///< a file, or - for standard input
+    std::map<Text, Text> values; ///< of what the script asks for, by name
+    std::string script;          ///< a file, the name of a task, or - for standard input
 };
 
 /// `arguments` go without the program's own name. Throws OptionError.

@@ -1,6 +1,7 @@
 #include "playback/player.h"
 
-#include "playback/actions.h"
+#include "playback/session.h"
+#include "scripts/actions.h"
 
 #include <string>
 
@@ -13,8 +14,8 @@ enum class Outcome { Done, Missed, Failed };
 Outcome play_line(Session& session, std::string_view line, const std::string& place, std::ostream& errors)
 {
     try {
-        const std::vector<Word> words = split_line(line);
-        if (!words.empty()) perform(session, words);
+        const std::vector<Word> words = split_line(line, session.stage.holes);
+        if (!words.empty()) perform(session.stage, words);
         return Outcome::Done;
     } catch (const MissedExpectation& missed) {
         errors << place << ": " << missed.what() << std::endl;
@@ -68,7 +69,7 @@ void list_names(std::ostream& out)
     Options options;
     options.installation = "/"; // none of its files is asked for
     const Session session(options, out);
-    for (const std::string& name : session.names.all()) out << name << '\n';
+    for (const std::string& name : session.stage.names.all()) out << name << '\n';
     out.flush();
 }
 

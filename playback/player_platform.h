@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "playback/transcript.h"
+#include "scripts/transcript.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,6 +1,7 @@
 #include "playback/session.h"
 
 #include "runs/engines.h"
+#include "scripts/script.h"
 
 namespace tarvik {
 
@@ -9,22 +10,61 @@ Session::Session(const Options& options, std::ostream& out)
       dialogs(transcript, answers, [this] { watches.look_at_members(); }),
       screen(transcript, options.screen_width, options.screen_height), printer(transcript, options.print_to),
       files(options.installation, options.drives), office(make_engines(options.engine, files, printer, libreoffice)),
-      program({dialogs, clipboard, clock, files, screen, printer}, *office), controls(program),
-      names(program, controls), timers(program.form1, clock),
-      user(program, controls, [this] { watches.look_at_members(); })
+      program({dialogs, clipboard, clock, files, screen, printer}, *office),
+      stage(program, transcript, watches, answers, clock, screen, options.values)
 {
     program.listeners.property_changed = [this](const Control& control, Property property) {
         watches.look_at(control);
-        if (property == Property::Enabled || property == Property::Interval) timers.changed(control);
-        user.model_changed(control, property);
+        if (property == Property::Enabled || property == Property::Interval) stage.timers.changed(control);
+        stage.user.model_changed(control, property);
     };
 }
 
 void Session::start(const Text& notice)
 {
     tarvik::start(program);
-    user.settle();
+    stage.user.settle();
     if (!notice.empty()) tell(program, notice, application_title, Icon::Exclamation);
+}
+
+// Fires the next timer that falls due until `end`; gives whether there was one.
+bool PlayerStage::fire_next(VirtualTime end)
+{
+    const auto due = timers.next();
+    if (!due || due->at > end || program.ended) return false;
+    clock_.set_elapsed(due->at);
+    timers.fired(*due->timer);
+    user.tick(*due->timer);
+    return true;
+}
+
+void PlayerStage::pass_time(std::chrono::microseconds span)
+{
+    const VirtualTime end = clock_.elapsed() + span;
+    while (fire_next(end)) {
+    }
+    clock_.set_elapsed(end);
+}
+
+void PlayerStage::run_batches(std::chrono::microseconds limit)
+{
+    const VirtualTime end = clock_.elapsed() + limit;
+    while (timers.batch_runs())
+        if (!fire_next(end)) throw ScriptFailure("the run has not ended in the time that it was given");
+}
+
+Text PlayerStage::ask(const Text& name, const std::optional<Text>& preset, bool)
+{
+    asked_.insert(name);
+    if (const auto given = values_.find(name); given != values_.end()) return given->second;
+    if (!preset) throw ScriptFailure("--set " + to_utf8(name) + "=VALUE is missing");
+    return *preset;
+}
+
+void PlayerStage::begin()
+{
+    for (const auto& [name, value] : values_)
+        if (!asked_.contains(name)) throw ScriptFailure("nothing asks for --set " + to_utf8(name));
 }
 
 } // namespace tarvik

@@ -2,18 +2,46 @@
 
 #include "engines/libreoffice/libreoffice.h"
 #include "platform/files/disk_files.h"
-#include "playback/names.h"
 #include "playback/options.h"
-#include "playback/player_dialogs.h"
 #include "playback/player_platform.h"
-#include "playback/user.h"
 #include "playback/virtual_timers.h"
-#include "playback/watches.h"
+#include "scripts/stage.h"
 
 #include <memory>
 #include <ostream>
+#include <set>
 
 namespace tarvik {
+
+/// Time passes by the script alone, and what is asked for comes from the options.
+class PlayerStage final : public Stage {
+public:
+    PlayerStage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_, VirtualClock& clock,
+                PlayerScreen& screen, const std::map<Text, Text>& values)
+        : Stage(program_, transcript_, watches_, answers_), timers(program_.form1, clock), clock_(clock),
+          screen_(screen), values_(values)
+    {
+    }
+
+    /// Fires the timers that fall due, in order.
+    void pass_time(std::chrono::microseconds span) override;
+    /// The clock then stands at the tick that ended the run.
+    void run_batches(std::chrono::microseconds limit) override;
+    bool close_menu() override { return screen_.close_menu(); }
+    Text ask(const Text& name, const std::optional<Text>& preset, bool is_file) override;
+    /// A value that no line has asked for is a ScriptFailure: it was meant for something.
+    void begin() override;
+
+    VirtualTimers timers;
+
+private:
+    bool fire_next(VirtualTime end);
+
+    VirtualClock& clock_;
+    PlayerScreen& screen_;
+    const std::map<Text, Text>& values_;
+    std::set<Text> asked_;
+};
 
 /// One run of the program with everything that the player puts around it.
 struct Session {
@@ -26,7 +54,7 @@ struct Session {
     Watches watches;
     VirtualClock clock;
     Answers answers;
-    PlayerDialogs dialogs;
+    ScriptDialogs dialogs;
     PlayerClipboard clipboard;
     PlayerScreen screen;
     PlayerPrinter printer;
@@ -34,10 +62,7 @@ struct Session {
     libreoffice::LibreOffice libreoffice;
     std::unique_ptr<OfficeEngines> office;
     Program program;
-    ControlDirectory controls;
-    Names names;
-    VirtualTimers timers;
-    User user;
+    PlayerStage stage;
 
     /// Brings the program to its shown window, and tells what the user is to know then.
     void start(const Text& notice);

@@ -1,8 +1,8 @@
 #include "platform/files/system_paths.h"
 #include "playback/options.h"
-#include "playback/script.h"
-#include "playback/values.h"
 #include "playback/virtual_clock.h"
+#include "scripts/script.h"
+#include "scripts/values.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

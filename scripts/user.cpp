@@ -1,6 +1,6 @@
-#include "playback/user.h"
+#include "scripts/user.h"
 
-#include "playback/script.h"
+#include "scripts/script.h"
 
 #include <utility>
 
@@ -102,6 +102,15 @@ void User::set_text(const AnyControl& target, TextView text)
     handler_ended_();
 }
 
+void User::replace(const AnyControl& target, Selection replaced, TextView text)
+{
+    with_text(target, [&](auto& box) {
+        box.select(replaced);
+        box.replace_selection(text);
+    });
+    handler_ended_();
+}
+
 void User::type(const AnyControl& target, TextView keys)
 {
     with_text(target, [&](auto& box) {
@@ -146,6 +155,13 @@ void User::restore(Window& window)
 {
     window.set_window_state(0);
     send({EventKind::Resize, window});
+}
+
+void User::open(Window& window)
+{
+    window.set_visible(true);
+    window.set_window_state(0);
+    settle();
 }
 
 void User::close(Window& window)

@@ -1,7 +1,7 @@
-#include "playback/player_dialogs.h"
+#include "scripts/script_dialogs.h"
 
-#include "playback/script.h"
-#include "playback/values.h"
+#include "scripts/script.h"
+#include "scripts/values.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -9,6 +9,13 @@
 namespace tarvik {
 
 namespace {
+
+struct AnswerWord {
+    Answer answer;
+    std::string_view word;
+};
+constexpr AnswerWord words[] = {
+    {Answer::OK, "ok"}, {Answer::Cancel, "cancel"}, {Answer::Yes, "yes"}, {Answer::No, "no"}, {Answer::None, "none"}};
 
 struct ButtonsRow {
     Buttons buttons;
@@ -41,7 +48,21 @@ std::string_view icon_word(Icon icon)
 
 } // namespace
 
-Answer PlayerDialogs::message(const Message& message)
+std::string_view answer_word(Answer answer)
+{
+    for (const AnswerWord& row : words)
+        if (row.answer == answer) return row.word;
+    return {};
+}
+
+Answer answer_named(std::u32string_view word)
+{
+    for (const AnswerWord& row : words)
+        if (from_utf8(row.word) == word) return row.answer;
+    return Answer::None;
+}
+
+Answer ScriptDialogs::message(const Message& message)
 {
     before_dialog_();
     const ButtonsRow& row = row_of(message.buttons);
@@ -62,22 +83,41 @@ Answer PlayerDialogs::message(const Message& message)
     transcript_.line("message " + json_string(message.title) + " " + json_string(message.text) + " " +
                      std::string(row.word) + " " + std::string(icon_word(message.icon)) + " -> " +
                      std::string(answer_word(reply)));
+    if (answers_.task_files) compare(message);
     if (reply == Answer::None) throw ScriptFailure(complaint);
     return reply;
 }
 
-Text PlayerDialogs::input(TextView title, TextView prompt, TextView preset)
+// The answer was meant for another question, and what follows for another course of things.
+void ScriptDialogs::compare(const Message& message)
+{
+    if (answers_.messages.empty()) throw ScriptFailure("a message that was not expected: " + json_string(message.text));
+    const Text expected = std::move(answers_.messages.front());
+    answers_.messages.pop_front();
+    if (message.text != expected)
+        throw ScriptFailure("the message " + json_string(message.text) + " comes instead of " + json_string(expected));
+}
+
+std::optional<Text> ScriptDialogs::open_file(TextView filter)
+{
+    const std::optional<Text> chosen = choose_file("open", filter);
+    if (chosen && answers_.task_files && !answers_.task_files->file_exists(*chosen))
+        throw ScriptFailure("there is no file " + to_utf8(*chosen));
+    return chosen;
+}
+
+Text ScriptDialogs::input(TextView title, TextView prompt, TextView preset)
 {
     const std::string line = "inputbox " + json_string(title) + " " + json_string(prompt) + " " + json_string(preset);
     return answer_box(answers_.inputs, "an input box", line).value_or(Text{});
 }
 
-std::optional<Text> PlayerDialogs::choose_file(std::string_view kind, TextView filter)
+std::optional<Text> ScriptDialogs::choose_file(std::string_view kind, TextView filter)
 {
     return answer_box(answers_.files, "a file dialog", "filedialog " + std::string(kind) + " " + json_string(filter));
 }
 
-std::optional<Text> PlayerDialogs::answer_box(std::deque<std::optional<Text>>& queue, std::string_view box,
+std::optional<Text> ScriptDialogs::answer_box(std::deque<std::optional<Text>>& queue, std::string_view box,
                                               std::string_view line)
 {
     before_dialog_();

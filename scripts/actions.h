@@ -1,7 +1,7 @@
 #pragma once
 
-#include "playback/script.h"
-#include "playback/session.h"
+#include "scripts/script.h"
+#include "scripts/stage.h"
 
 #include <span>
 #include <stdexcept>
@@ -14,8 +14,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// The hole of every task that holds the installation folder.
+inline constexpr std::u32string_view installation_hole = U"安装目录";
+
 /// Does what one line of a script says. Throws ScriptFailure when it says nothing that can be done, and
 /// MissedExpectation.
-void perform(Session& session, std::span<const Word> line);
+void perform(Stage& stage, std::span<const Word> line);
+/// A task that has asked less than it did once takes another course, too: a ScriptFailure.
+void check_left_over(const Stage& stage);
 
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "playback/properties.h"
+#include "scripts/properties.h"
 
 #include <algorithm>
 

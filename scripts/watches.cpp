@@ -1,4 +1,4 @@
-#include "playback/watches.h"
+#include "scripts/watches.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "playback/names.h"
-#include "playback/transcript.h"
+#include "scripts/names.h"
+#include "scripts/transcript.h"
 
 #include <vector>
 

@@ -1,7 +1,9 @@
-#include "playback/script.h"
+#include "scripts/script.h"
 
 #include "platform/text/utf8.h"
+#include "scripts/values.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -21,7 +23,7 @@ constexpr std::pair<char32_t, char32_t> escapes[] = {
 
 class LineReader {
 public:
-    explicit LineReader(TextView line) : line_(line) {}
+    LineReader(TextView line, const Holes& holes) : line_(line), holes_(holes) {}
 
     std::vector<Word> words()
     {
@@ -51,12 +53,28 @@ private:
     {
         Word word{{}, true};
         for (++at_; next() != U'"';) {
+            if (const Text* filled = hole()) {
+                word.text += *filled;
+                continue;
+            }
             const char32_t character = take();
             word.text += character == U'\\' ? escaped() : character;
         }
         ++at_;
         if (!at_end() && !is_blank(line_[at_])) throw ScriptFailure("a blank is missing behind a closing quote");
         return word;
+    }
+
+    // The value of the hole that begins here, which is passed; nothing where none does.
+    const Text* hole()
+    {
+        if (holes_.empty() || next() != U'{') return nullptr;
+        std::size_t end = at_;
+        while (end < line_.size() && line_[end] != U'}') ++end;
+        const auto found = holes_.find(line_.substr(at_ + 1, end - at_ - 1).str());
+        if (found == holes_.end()) return nullptr;
+        at_ = end + 1;
+        return &found->second;
     }
 
     char32_t next() const
@@ -106,16 +124,31 @@ private:
     }
 
     TextView line_;
+    const Holes& holes_;
     std::size_t at_ = 0;
 };
 
 } // namespace
 
-std::vector<Word> split_line(std::string_view line)
+std::vector<Word> split_line(std::string_view line, const Holes& holes)
 {
     if (line.ends_with('\r')) line.remove_suffix(1);
     const Text text = from_utf8(line);
-    return LineReader(text).words();
+    return LineReader(text, holes).words();
+}
+
+std::string quoted_word(TextView text)
+{
+    std::string word = "\"";
+    const Text whole = text.str();
+    for (std::size_t from = 0; from <= whole.size();) {
+        const std::size_t end = std::min(whole.find_first_of(U"{\x1b", from), whole.size());
+        const std::string part = json_string(text.substr(from, end - from));
+        word.append(part, 1, part.size() - 2);
+        if (end < whole.size()) word += whole[end] == U'{' ? "\\u007b" : "\\e";
+        from = end + 1;
+    }
+    return word += '"';
 }
 
 } // namespace tarvik

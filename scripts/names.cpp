@@ -1,7 +1,7 @@
-#include "playback/names.h"
+#include "scripts/names.h"
 
-#include "playback/properties.h"
-#include "playback/script.h"
+#include "scripts/properties.h"
+#include "scripts/script.h"
 
 #include <charconv>
 #include <optional>

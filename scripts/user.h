@@ -1,7 +1,7 @@
 #pragma once
 
 #include "events/events.h"
-#include "playback/control_directory.h"
+#include "scripts/control_directory.h"
 
 #include <functional>
 #include <set>
@@ -25,12 +25,16 @@ public:
     void focus(const AnyControl& target);
     void select(const AnyControl& target, Selection selection);
     void set_text(const AnyControl& target, TextView text);
+    /// Puts a text in the place of another, as keys and pasting do.
+    void replace(const AnyControl& target, Selection replaced, TextView text);
     /// Presses the keys one after the other; 13 is Enter, 27 Esc, 8 the key that takes back.
     void type(const AnyControl& target, TextView keys);
     void pick(MenuEntry entry);
     void resize(Window& window, double width, double height);
     void minimise(Window& window);
     void restore(Window& window);
+    /// Brings back a window that was closed or set aside.
+    void open(Window& window);
     void close(Window& window);
     /// The timer fell due.
     void tick(Timer& timer);

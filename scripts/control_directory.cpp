@@ -1,6 +1,6 @@
-#include "playback/control_directory.h"
+#include "scripts/control_directory.h"
 
-#include "playback/script.h"
+#include "scripts/script.h"
 
 namespace tarvik {
 
@@ -18,6 +18,8 @@ std::string_view window_name(FormId form)
     return {};
 }
 
+} // namespace
+
 std::string script_name(const Control& control)
 {
     std::string name(control.name());
@@ -26,8 +28,6 @@ std::string script_name(const Control& control)
     if (control.index() != no_index) name += "(" + std::to_string(control.index()) + ")";
     return name;
 }
-
-} // namespace
 
 Control& as_control(const AnyControl& control)
 {

@@ -12,6 +12,9 @@ namespace tarvik {
 /// A control as what it is. The plain ones are buttons, frames and labels.
 using AnyControl = std::variant<Control*, Window*, OptionButton*, Timer*, TextBox*, Pane*>;
 
+/// The name that scripts have for it.
+std::string script_name(const Control& control);
+
 Control& as_control(const AnyControl& control);
 
 /// All controls of the three windows by the names that a script uses: `Text1(1)`, `RichTextBox3`, `Form3.Text1(5)`. The

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "playback/control_directory.h"
-#include "playback/values.h"
+#include "scripts/control_directory.h"
+#include "scripts/values.h"
 
 #include <functional>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "playback/values.h"
+#include "scripts/values.h"
 
 #include <array>
 #include <cstdio>

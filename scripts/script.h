@@ -2,6 +2,7 @@
 
 #include "platform/text/text.h"
 
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -25,8 +26,14 @@ struct Word {
     std::string utf8() const { return to_utf8(text); }
 };
 
-/// The words of one line of a script (UTF-8, without its line end). A line that is empty or a comment has none. Throws
+/// What is put in the place of a name in curly brackets.
+using Holes = std::map<Text, Text>;
+
+/// The words of one line of a script (UTF-8, without its line end). A line that is empty or a comment has none. In
+/// quoted words `{NAME}` is filled where `holes` knows the name; other brackets stand for themselves. Throws
 /// ScriptFailure for a quote that is not closed, something stuck to a closing quote, or an unknown escape.
-std::vector<Word> split_line(std::string_view line);
+std::vector<Word> split_line(std::string_view line, const Holes& holes = {});
+/// The word that reads as this text whatever holes there are.
+std::string quoted_word(TextView text);
 
 } // namespace tarvik

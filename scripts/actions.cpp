@@ -1,0 +1,333 @@
+#include "scripts/actions.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+using Words = std::span<const Word>;
+
+constexpr double longest_time = 1e9; // seconds
+
+template <typename Meaning>
+struct Named {
+    std::u32string_view word;
+    Meaning meaning;
+};
+constexpr Named<MouseButton> mouse_buttons[] = {
+    {U"left", MouseButton::Left}, {U"middle", MouseButton::Middle}, {U"right", MouseButton::Right}};
+constexpr Named<MenuEntry> menu_entries[] = {
+    {U"copy1", MenuEntry::copy1}, {U"paste1", MenuEntry::paste1}, {U"nothing", MenuEntry::nothing}};
+
+template <typename Rows>
+auto meaning_of(const Rows& rows, const Word& word)
+{
+    for (const auto& row : rows)
+        if (word.text == row.word) return row.meaning;
+    throw ScriptFailure("unknown word " + word.utf8());
+}
+
+double decimal(const Word& word)
+{
+    if (const auto value = number(word.text)) return *value;
+    throw ScriptFailure(word.utf8() + " is no number");
+}
+
+std::size_t whole(const Word& word)
+{
+    const double value = decimal(word);
+    if (value < 0 || value > 1e15 || value != static_cast<double>(static_cast<std::size_t>(value)))
+        throw ScriptFailure(word.utf8() + " is no place or length");
+    return static_cast<std::size_t>(value);
+}
+
+std::chrono::microseconds seconds(const Word& word)
+{
+    const double value = decimal(word);
+    if (value < 0 || value > longest_time) throw ScriptFailure(word.utf8() + " is no time that can pass");
+    return std::chrono::round<std::chrono::microseconds>(std::chrono::duration<double>(value));
+}
+
+const AnyControl& control(Stage& stage, const Word& word)
+{
+    return stage.controls.at(word.utf8());
+}
+
+Window& window(Stage& stage, const Word& word)
+{
+    if (auto* const* found = std::get_if<Window*>(&control(stage, word))) return **found;
+    throw ScriptFailure(word.utf8() + " is no window");
+}
+
+// The user
+
+void click(Stage& stage, Words words)
+{
+    stage.user.click(control(stage, words[0]));
+}
+
+void dblclick(Stage& stage, Words words)
+{
+    stage.user.double_click(control(stage, words[0]));
+}
+
+void mouse(Stage& stage, Words words)
+{
+    const AnyControl& target = control(stage, words[0]);
+    const MouseButton button = meaning_of(mouse_buttons, words[2]);
+    if (words.size() == 4 && !words[3].is(U"ctrl")) throw ScriptFailure("unknown word " + words[3].utf8());
+    if (words[1].is(U"down")) stage.user.press(target, button, words.size() == 4);
+    else if (words[1].is(U"up")) stage.user.release(target, button);
+    else throw ScriptFailure("unknown word " + words[1].utf8());
+}
+
+void focus(Stage& stage, Words words)
+{
+    stage.user.focus(control(stage, words[0]));
+}
+
+void select(Stage& stage, Words words)
+{
+    stage.user.select(control(stage, words[0]), {Position(whole(words[1])), whole(words[2])});
+}
+
+void set(Stage& stage, Words words)
+{
+    stage.user.set_text(control(stage, words[0]), words[1].text);
+}
+
+void type(Stage& stage, Words words)
+{
+    stage.user.type(control(stage, words[0]), words[1].text);
+}
+
+void menu(Stage& stage, Words words)
+{
+    if (words[0].is(U"closed")) {
+        stage.close_menu();
+        stage.program.form1.menuonquery = stage.program.form1.menuonnumber = false;
+        return;
+    }
+    const MenuEntry entry = meaning_of(menu_entries, words[0]);
+    if (!stage.close_menu()) throw ScriptFailure("no context menu is open");
+    stage.user.pick(entry);
+}
+
+void replace(Stage& stage, Words words)
+{
+    const Selection replaced{Position(whole(words[1])), whole(words[2])};
+    stage.user.replace(control(stage, words[0]), replaced, words[3].text);
+}
+
+void clipboard(Stage& stage, Words words)
+{
+    stage.program.platform.clipboard.set_text(words[0].text);
+}
+
+void resize(Stage& stage, Words words)
+{
+    stage.user.resize(window(stage, words[0]), decimal(words[1]), decimal(words[2]));
+}
+
+void minimise(Stage& stage, Words words)
+{
+    stage.user.minimise(window(stage, words[0]));
+}
+
+void restore(Stage& stage, Words words)
+{
+    stage.user.restore(window(stage, words[0]));
+}
+
+void open(Stage& stage, Words words)
+{
+    stage.user.open(window(stage, words[0]));
+}
+
+void close(Stage& stage, Words words)
+{
+    stage.user.close(window(stage, words[0]));
+}
+
+// Time
+
+void tick(Stage& stage, Words words)
+{
+    stage.pass_time(seconds(words[0]));
+}
+
+void run(Stage& stage, Words words)
+{
+    stage.run_batches(words.empty() ? std::chrono::seconds(86400) : seconds(words[0]));
+}
+
+void stop(Stage& stage, Words)
+{
+    stage.program.run.stop_wished = true;
+}
+
+// Tasks
+
+void task(Stage& stage, Words)
+{
+    const Program& program = stage.program;
+    const CalendarTime now = program.platform.clock.now();
+    const Text today = date_text(now), last_month = date_text(now.month > 1 ? CalendarTime{now.year, now.month - 1, 1}
+                                                                            : CalendarTime{now.year - 1, 12, 1});
+    constexpr std::size_t year_and_month = 7;
+    stage.holes[U"今天"] = today;
+    stage.holes[U"本月"] = today.substr(0, year_and_month);
+    stage.holes[U"上月"] = last_month.substr(0, year_and_month);
+    stage.holes[Text(installation_hole)] = program.platform.files.installation_folder();
+    stage.answers.task_files = &program.platform.files;
+}
+
+void ask(Stage& stage, Words words)
+{
+    if (stage.begun) throw ScriptFailure("what is asked for stands ahead of what is done");
+    const bool is_file = words.size() == 3;
+    if (is_file && !words[2].is(U"file")) throw ScriptFailure("unknown word " + words[2].utf8());
+    const std::optional<Text> preset = words.size() > 1 ? std::optional(words[1].text) : std::nullopt;
+    stage.holes[words[0].text] = stage.ask(words[0].text, preset, is_file);
+}
+
+void message(Stage& stage, Words words)
+{
+    stage.answers.messages.push_back(words[0].text);
+}
+
+// Answers
+
+void reply(Stage& stage, Words words)
+{
+    for (const Word& word : words) {
+        const Answer answer = answer_named(word.text);
+        if (answer == Answer::None) throw ScriptFailure("unknown reply " + word.utf8());
+        stage.answers.replies.push_back(answer);
+    }
+}
+
+bool is_full_path(TextView path)
+{
+    return !path.empty() && (path[0] == U'/' || path[0] == U'\\' || (path.size() > 1 && path[1] == U':'));
+}
+
+std::optional<Text> text_or_cancel(const Word& word)
+{
+    if (word.is(U"cancel")) return std::nullopt;
+    return word.text;
+}
+
+void input(Stage& stage, Words words)
+{
+    stage.answers.inputs.push_back(text_or_cancel(words[0]));
+}
+
+void file(Stage& stage, Words words)
+{
+    std::optional<Text> path = text_or_cancel(words[0]);
+    const Files* const files = stage.answers.task_files;
+    if (path && files && !is_full_path(*path)) path = files->installation_folder() + U"/" + *path;
+    stage.answers.files.push_back(std::move(path));
+}
+
+// Looking
+
+void show(Stage& stage, Words words)
+{
+    for (const Word& word : words) {
+        const Expression expression = stage.names.resolve(word.utf8());
+        stage.transcript.line(expression.written + " = " + printed(expression.read()));
+    }
+}
+
+void expect(Stage& stage, Words words)
+{
+    const Expression expression = stage.names.resolve(words[0].utf8());
+    const Value value = expression.read();
+    if (matches(value, words[1].text)) return;
+    const bool is_text = std::holds_alternative<Text>(value);
+    const std::string missed = expression.written + " is " + printed(value) + ", not " +
+                               (is_text ? json_string(words[1].text) : words[1].utf8());
+    if (stage.answers.task_files) throw ScriptFailure(missed);
+    throw MissedExpectation(missed);
+}
+
+void watch(Stage& stage, Words words)
+{
+    for (const Word& word : words) stage.watches.add(stage.names.resolve(word.utf8()));
+}
+
+void say(Stage& stage, Words words)
+{
+    std::string line;
+    for (const Word& word : words) line += (&word == &words.front() ? "" : " ") + word.utf8();
+    stage.transcript.line(line);
+}
+
+constexpr std::size_t any_number = 1'000'000;
+
+struct Action {
+    std::u32string_view name;
+    std::size_t fewest, most; ///< words behind the name
+    void (*perform)(Stage& stage, Words words);
+    bool prepares = false; ///< does nothing in the program by itself
+};
+constexpr Action actions[] = {
+    {U"click", 1, 1, click},
+    {U"dblclick", 1, 1, dblclick},
+    {U"mouse", 3, 4, mouse},
+    {U"focus", 1, 1, focus},
+    {U"select", 3, 3, select},
+    {U"set", 2, 2, set},
+    {U"replace", 4, 4, replace},
+    {U"clipboard", 1, 1, clipboard, true},
+    {U"type", 2, 2, type},
+    {U"menu", 1, 1, menu},
+    {U"resize", 3, 3, resize},
+    {U"minimise", 1, 1, minimise},
+    {U"restore", 1, 1, restore},
+    {U"open", 1, 1, open},
+    {U"close", 1, 1, close},
+    {U"tick", 1, 1, tick},
+    {U"run", 0, 1, run},
+    {U"stop", 0, 0, stop},
+    {U"task", 0, 0, task, true},
+    {U"ask", 1, 3, ask, true},
+    {U"message", 1, 1, message, true},
+    {U"reply", 1, any_number, reply, true},
+    {U"input", 1, 1, input, true},
+    {U"file", 1, 1, file, true},
+    {U"show", 1, any_number, show},
+    {U"expect", 2, 2, expect},
+    {U"watch", 1, any_number, watch},
+    {U"say", 1, any_number, say},
+};
+
+} // namespace
+
+void check_left_over(const Stage& stage)
+{
+    const Answers& answers = stage.answers;
+    if (!answers.messages.empty())
+        throw ScriptFailure("the message " + json_string(answers.messages.front()) + " did not come");
+    if (!answers.empty()) throw ScriptFailure("an answer was left that nothing asked for");
+}
+
+void perform(Stage& stage, Words line)
+{
+    const Word& name = line.front();
+    const Words words = line.subspan(1);
+    const auto* action = std::ranges::find(actions, std::u32string_view(name.text), &Action::name);
+    if (action == std::end(actions)) throw ScriptFailure("unknown action " + name.utf8());
+    if (words.size() < action->fewest) throw ScriptFailure(name.utf8() + " lacks a word");
+    if (words.size() > action->most)
+        throw ScriptFailure(name.utf8() + " has a word too many: " + words[action->most].utf8());
+    if (!action->prepares && !std::exchange(stage.begun, true)) stage.begin();
+    action->perform(stage, words);
+    if (!action->prepares && stage.answers.task_files && !stage.program.ended && !stage.waits()) check_left_over(stage);
+}
+
+} // namespace tarvik

@@ -1,0 +1,174 @@
+#include "scripts/overheard.h"
+
+#include "platform/files/path_text.h"
+#include "scripts/actions.h"
+#include "scripts/control_directory.h"
+#include "scripts/script_dialogs.h"
+
+#include <algorithm>
+
+/// What a recorder hears from dialogs, clipboard and model.
+namespace tarvik {
+
+namespace {
+
+Text text_from(const TextSource& source)
+{
+    Text text;
+    source([&text](TextView part) { text += part.str(); });
+    return text;
+}
+
+std::string hole(std::u32string_view name)
+{
+    return "{" + to_utf8(name) + "}";
+}
+
+// Wherever the installation folder lies when the script is played.
+std::string quoted_anywhere(TextView text, TextView installation)
+{
+    const Text whole = text.str();
+    std::string word = "\"";
+    for (std::size_t from = 0;;) {
+        const std::size_t place = whole.find(std::u32string_view(installation.str()), from);
+        const std::string part = quoted_word(whole.substr(from, place == Text::npos ? place : place - from));
+        word.append(part, 1, part.size() - 2);
+        if (place == Text::npos) return word += '"';
+        word += hole(installation_hole);
+        from = place + installation.size();
+    }
+}
+
+bool same_in_path(char32_t a, char32_t b)
+{
+    return a == b || (is_separator(a) && is_separator(b));
+}
+
+} // namespace
+
+Answer OverheardDialogs::message(const Message& message)
+{
+    const Answer answer = dialogs_().message(message);
+    if (recorder_) recorder_->message_answered(message, answer);
+    return answer;
+}
+
+Text OverheardDialogs::input(TextView title, TextView prompt, TextView preset)
+{
+    Text text = dialogs_().input(title, prompt, preset);
+    if (recorder_) recorder_->input_given(text);
+    return text;
+}
+
+std::optional<Text> OverheardDialogs::heard(std::optional<Text> path) const
+{
+    if (recorder_) recorder_->file_chosen(path);
+    return path;
+}
+
+void OverheardClipboard::clear()
+{
+    if (recorder_) recorder_->clipboard_set([](const auto&) {});
+    clipboard_.clear();
+}
+
+Text OverheardClipboard::text() const
+{
+    Text text = clipboard_.text();
+    if (recorder_) recorder_->clipboard_read(text);
+    return text;
+}
+
+void OverheardClipboard::set_text(TextView text)
+{
+    if (recorder_) recorder_->clipboard_set([own = text.str()](const auto& take) { take(own); });
+    clipboard_.set_text(text);
+}
+
+void OverheardClipboard::set_source(const TextSource& source)
+{
+    if (recorder_) recorder_->clipboard_set(source);
+    clipboard_.set_source(source);
+}
+
+void Recorder::model_changed(const Control& control, Property property)
+{
+    if (!on_) return;
+    const bool selects = property == Property::SelStart || property == Property::SelLength;
+    const auto* box = property == Property::Contents ? dynamic_cast<const TextBox*>(&control) : nullptr;
+    if (in_event_) {
+        if (property == Property::Focus) asked_focus_ = &control;
+        if (selects || property == Property::Contents) selected_.erase(&control);
+        return;
+    }
+    if (box) edited_.insert(box);
+    if (box || selects) selected_.insert(&control);
+    const bool reopened =
+        property == Property::Visible && control.visible() && dynamic_cast<const Window*>(&control) != nullptr;
+    if (reopened) add({"open", script_name(control), {}, {}, {}});
+}
+
+void Recorder::pane_edited(const Control& pane, const Selection& replaced, TextView text)
+{
+    if (!on_ || in_event_) return;
+    selected_.erase(&pane);
+    const std::string words = std::to_string(replaced.start.number()) + " " + std::to_string(replaced.length);
+    add({"replace", script_name(pane), words, text.str(), {}});
+}
+
+void Recorder::menu_closed()
+{
+    const Form1& form1 = program_.form1;
+    if (on_ && (form1.menuonquery || form1.menuonnumber)) menu_left_ = true;
+}
+
+void Recorder::stop_wished()
+{
+    if (!on_) return;
+    write_edits();
+    add({"stop", {}, {}, {}, {}});
+}
+
+void Recorder::message_answered(const Message& message, Answer answer)
+{
+    if (!notes()) return;
+    const Text installation = program_.platform.files.installation_folder();
+    script_.add_answer({"message", {}, quoted_anywhere(message.text, installation), {}, {}});
+    if (message.buttons != Buttons::OK) script_.add_answer({"reply", {}, std::string(answer_word(answer)), {}, {}});
+}
+
+void Recorder::input_given(TextView text)
+{
+    if (!notes()) return;
+    if (text.empty()) script_.add_answer({"input", {}, "cancel", {}, {}});
+    else script_.add_answer({"input", {}, {}, text.str(), {}});
+}
+
+void Recorder::file_chosen(const std::optional<Text>& path)
+{
+    if (notes()) script_.add_answer({"file", {}, path ? file_word(*path) : "cancel", {}, {}});
+}
+
+std::string Recorder::file_word(TextView path) const
+{
+    const Text folder = program_.platform.files.installation_folder() + U"/";
+    const bool inside =
+        path.size() > folder.size() && std::ranges::equal(path.substr(0, folder.size()).str(), folder, same_in_path);
+    return quoted_word(inside ? path.substr(folder.size()) : path);
+}
+
+void Recorder::clipboard_set(const TextSource& source)
+{
+    if (!on_) return;
+    clipboard_.reset();
+    if (in_event_) clipboard_ = source;
+}
+
+void Recorder::clipboard_read(TextView text)
+{
+    if (!notes() || (clipboard_ && text_from(*clipboard_) == text)) return;
+    script_.add_answer({"clipboard", {}, {}, text.str(), {}});
+    clipboard_ = [own = text.str()](const auto& take) { take(own); };
+}
+
+} // namespace tarvik
