@@ -85,7 +85,8 @@ void Form4_Command1_Click(Program& program)
     if (file.empty()) return; // nobody answered
     program.platform.files.replace(installed(program, file), encode(design_line(form4)));
     form4.boxes_are_kept();
-    if (any_asterisk(form4)) program.notice = U"已保存；框中有“*”，读回时其后的各框会错位";
+    program.notice = U"设计已保存到 " + Text(file);
+    if (any_asterisk(form4)) program.notice += U"；框中有“*”，读回时其后的各框会错位";
 }
 
 void Form4_Command2_Click(Program& program)

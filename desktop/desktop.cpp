@@ -1,11 +1,17 @@
 #include "desktop/desktop.h"
 
 #include "desktop/look/qt_text.h"
-#include "desktop/windows/shortcuts.h"
+#include "desktop/services/recent_files.h"
+#include "desktop/services/system.h"
+#include "desktop/text_view/text_accessible.h"
+#include "mainwindow/installation_files.h"
+#include "platform/failure.h"
+#include "platform/files/path_text.h"
 #include "runs/batch_runner.h"
 #include "runs/engines.h"
 
 #include <QApplication>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QScreen>
 
@@ -14,6 +20,8 @@
 namespace tarvik {
 
 namespace {
+
+constexpr int growth_milliseconds = 1000;
 
 Scale scale_of_screen()
 {
@@ -36,22 +44,34 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       form4_front_{program_, queue_, mirror_, theme_, form4_scale_, form3_fonts_}, focus_(queue_), backdrop_(files_),
       side_backdrop_(backdrop_), form1_(main_, focus_, backdrop_, main_scale_, main_fonts_),
       form3_(form3_front_, focus_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
-      form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_), menu_(queue_, program_.form1)
+      form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_),
+      context_menu_(queue_, program_.form1)
 {
     for (const QString& folder :
          {QLibraryInfo::path(QLibraryInfo::TranslationsPath), QCoreApplication::applicationDirPath() + "/translations"})
         if (chinese_.load("qtbase_zh_CN", folder)) break;
     QCoreApplication::installTranslator(&chinese_);
-    theme_.apply();
+    make_accessible();
     program_.listeners.property_changed = [this](const Control& control, Property property) {
         mirror_.changed(control, property);
     };
-    dialogs_.set_surroundings({[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); }});
+    dialogs_.set_surroundings(
+        {[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); }, [this] { return places(); }});
     form1_.file_dropped = [this](const QString& path) { open(path); };
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
-    add_shortcuts(program_, form1_, form3_, form4_, manual_);
-    screen_.set_work(
-        {[this] { show(); }, [this](double part) { form1_.progress().show_work(part); }, [this] { menu_.ask(); }});
+    growth_.setInterval(growth_milliseconds);
+    QObject::connect(&growth_, &QTimer::timeout, &form1_, [this] { follow_file(); });
+    const auto show_folder = [this](const QString& folder) {
+        open_folder(folder, [this, folder] { form1_.status().show_notice("系统没有打开文件夹：" + folder); });
+    };
+    menu_.emplace(program_, form1_, form3_, form4_, manual_,
+                  MenuHost{show_folder, [this](auto look) { set_look(look); },
+                           [this](bool follows) { follows ? growth_.start() : growth_.stop(); }});
+    QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &form1_, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive && !look_) apply_look();
+    });
+    screen_.set_work({[this] { show(); }, [this](double part) { form1_.progress().show_work(part); },
+                      [this] { context_menu_.ask(); }});
 }
 
 void Desktop::start(const Text& notice)
@@ -71,6 +91,54 @@ void Desktop::open(const QString& path)
 {
     dialogs_.open_next(path);
     form1_.press(program_.form1.Command1[0]);
+}
+
+// The installation folder and where the last run's files went.
+QStringList Desktop::places() const
+{
+    QStringList places{to_qt(program_.platform.files.installation_folder())};
+    try {
+        const Text& folder = program_.form1.outfolder;
+        const TextView path = folder.empty() ? TextView(files::default_output) : TextView(folder);
+        places += QString::fromStdString(utf8_of(program_.platform.files.resolve(path)));
+    } catch (const Failure&) { // the system has no such place
+    }
+    return places;
+}
+
+void Desktop::set_look(std::optional<Look> look)
+{
+    look_ = look;
+    apply_look();
+}
+
+void Desktop::apply_look()
+{
+    const SystemLook system = look_ ? SystemLook() : system_look();
+    const Look following = system.is_high_contrast ? Look::HighContrast : system.is_dark ? Look::Dark : Look::Light;
+    const Look look = look_.value_or(following);
+    const bool is_first = !std::exchange(look_is_applied_, true);
+    if (!is_first && look == theme_.look()) return;
+    theme_.apply(look);
+    if (is_first) return; // nothing shows yet
+    mirror_.all_changed();
+    queue_.submit([] {});
+}
+
+// A file that has grown is opened anew, as the user would, and shows its end. Nothing else is disturbed for it.
+void Desktop::follow_file()
+{
+    const Text& path = program_.opened.path;
+    const Form1& form1 = program_.form1;
+    if (path.empty() || queue_.busy() || form1.dbresult || !form1.RichTextBox2.visible() ||
+        run_in_progress(program_.form1))
+        return;
+    const QString file = QString::fromStdString(utf8_of(program_.files.resolve(path)));
+    const bool is_known = std::exchange(followed_, file) == file;
+    const qint64 before = std::exchange(size_, QFileInfo(file).size());
+    if (!is_known || size_ <= before) return;
+    open(file);
+    if (TextWidget* const pane = form1_.shown_pane()) pane->show_place(pane->area().lines().size());
 }
 
 // The windows go before what they tell of.
@@ -114,7 +182,7 @@ void Desktop::event_ended()
         stopped_ = false;
         show_run_end();
     }
-    menu_.open_if_asked();
+    context_menu_.open_if_asked();
     if (program_.ended) QCoreApplication::quit();
 }
 

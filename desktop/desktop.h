@@ -8,7 +8,7 @@
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
-#include "desktop/windows/manual_window.h"
+#include "desktop/windows/main_menu.h"
 #include "platform/files/disk_files.h"
 #include "platform/system_clock.h"
 
@@ -43,6 +43,10 @@ private:
     void show_batch_progress();
     void show_status(bool runs);
     void show_run_end();
+    QStringList places() const;
+    void set_look(std::optional<Look> look);
+    void apply_look();
+    void follow_file();
     std::pair<int, std::size_t> saved() const { return {program_.run.number, program_.run.files.size()}; }
 
     DiskFiles files_;
@@ -69,7 +73,13 @@ private:
     Form4Window form4_;
     ManualWindow manual_;
     ModelTimers timers_;
-    ContextMenu menu_;
+    ContextMenu context_menu_;
+    std::optional<Look> look_; // none follows the system
+    QTimer growth_;            // looks for a file that grows
+    bool look_is_applied_ = false;
+    QString followed_; // the file, and
+    qint64 size_ = -1; // of the open file, when it was last looked at
+    std::optional<MainMenu> menu_;
     std::pair<int, std::size_t> told_;    // the run whose files were told of last, and how many they were
     bool runs_ = false, stopped_ = false; // a run was on when the windows were shown last; it was wished to stop
 };

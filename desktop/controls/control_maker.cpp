@@ -8,7 +8,7 @@ namespace tarvik {
 
 namespace {
 
-void show_common(QWidget& widget, const Control& control)
+void show_common(QWidget& widget, const Control& control, const Theme& theme)
 {
     if (widget.isHidden() == control.visible()) {
         widget.setVisible(control.visible());
@@ -16,7 +16,7 @@ void show_common(QWidget& widget, const Control& control)
         if (control.visible() && dynamic_cast<TextWidget*>(&widget)) widget.raise();
     }
     if (widget.isEnabled() != control.enabled()) widget.setEnabled(control.enabled());
-    Theme::colour(widget, control.back_color());
+    theme.colour(widget, control.back_color());
 }
 
 QString form_name(FormId form)
@@ -49,9 +49,9 @@ void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::
     widget.setObjectName(widget_name(control));
     layout_.add(control, widget, role);
     focus_.add(widget, control);
-    front_.mirror.add(control, &widget, [&control, &widget, show = std::move(show)] {
+    front_.mirror.add(control, &widget, [theme = &front_.theme, &control, &widget, show = std::move(show)] {
         show();
-        show_common(widget, control);
+        show_common(widget, control, *theme);
     });
 }
 

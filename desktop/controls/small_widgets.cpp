@@ -2,7 +2,9 @@
 
 #include "desktop/front/input.h"
 #include "desktop/look/control_style.h"
+#include "desktop/text_view/text_accessible.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
 
@@ -63,6 +65,7 @@ void OptionWidget::mouseReleaseEvent(QMouseEvent* event)
 
 FrameWidget::FrameWidget(QWidget* parent) : QWidget(parent)
 {
+    setProperty(accessible_role, QAccessible::Grouping);
     setAttribute(Qt::WA_NoMousePropagation);
 }
 

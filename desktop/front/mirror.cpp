@@ -38,6 +38,12 @@ void Mirror::changed(const Control& control, Property property)
     changed_.push_back(&found->second);
 }
 
+void Mirror::all_changed()
+{
+    for (auto& [control, entry] : entries_)
+        if (!std::exchange(entry.changed, true)) changed_.push_back(&entry);
+}
+
 // Showing something can make the toolkit tell of a change, so the list may grow meanwhile.
 void Mirror::show_changed(bool last)
 {

@@ -22,6 +22,8 @@ public:
 
     /// To be called for every change in the model.
     void changed(const Control& control, Property property);
+    /// Everything is to be shown anew, as after a change of the look.
+    void all_changed();
     /// What fails to show keeps nothing else from showing; the first failure is thrown when all is done.
     void update();
 

@@ -1,5 +1,7 @@
 #include "desktop/look/control_style.h"
 
+#include "desktop/look/theme.h"
+
 #include <QApplication>
 #include <QPainter>
 #include <QStyleFactory>
@@ -11,9 +13,6 @@ namespace tarvik {
 
 namespace {
 
-const QColor border(143, 132, 85);
-const QColor focus_border(138, 61, 0);
-const QColor command_border(92, 107, 44);
 constexpr double radius = 4;
 constexpr int text_frame = 3;                                // the strong border shows inside of it
 constexpr int hover_lightness = 106, pressed_darkness = 114; // percent
@@ -31,7 +30,7 @@ void paint_command_border(QPainter& painter, const QRect& area)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(command_border, 2));
+    painter.setPen(QPen(QApplication::palette().color(QPalette::Highlight), 2));
     painter.setBrush(Qt::NoBrush);
     painter.drawRoundedRect(QRectF(area).adjusted(3, 3, -3, -3), radius - 1, radius - 1);
     painter.restore();
@@ -49,7 +48,7 @@ void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool fo
     const double pen = focus ? 2 : 1;
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(focus ? focus_border : border, pen));
+    painter.setPen(QPen(QApplication::palette().color(focus ? focus_role : QPalette::Mid), pen));
     painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
     const double inset = pen / 2;
     painter.drawRoundedRect(QRectF(area).adjusted(inset, inset, -inset, -inset), radius, radius);

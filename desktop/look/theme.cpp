@@ -8,7 +8,11 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QStyle>
 #include <QWidget>
+
+#include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -71,18 +75,46 @@ QStringList add_installation_font(const Files& files, TextView name)
     }
 }
 
-QPalette application_palette()
+struct Colours {
+    QColor window, base, alternate, bars, ink, border, focus, found, highlight, highlighted;
+};
+
+Colours colours_of(Look look)
 {
-    const QColor window(232, 227, 174), ink(28, 26, 16);
-    QPalette palette(QColor(232, 227, 174), window);
-    palette.setColor(QPalette::Base, QColor(250, 248, 230));
-    palette.setColor(QPalette::AlternateBase, QColor(240, 236, 204));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
-        palette.setColor(role, ink);
-    palette.setColor(focus_role, QColor(138, 61, 0));
-    palette.setColor(found_role, QColor(255, 214, 102));
-    palette.setColor(QPalette::Highlight, QColor(92, 107, 44));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
+    switch (look) {
+    case Look::Dark:
+        return {{38, 37, 30},   {30, 29, 24},   {52, 50, 40}, {58, 56, 44},   {232, 228, 208},
+                {122, 116, 84}, {240, 160, 90}, {96, 76, 12}, {112, 128, 60}, Qt::white};
+    case Look::HighContrast:
+        return {Qt::black, Qt::black,  Qt::black,    Qt::black,  Qt::white,
+                Qt::white, Qt::yellow, {0, 90, 160}, Qt::yellow, Qt::black};
+    default:
+        return {{232, 227, 174}, {250, 248, 230}, {240, 236, 204}, {216, 208, 156}, {28, 26, 16},
+                {143, 132, 85},  {138, 61, 0},    {255, 214, 102}, {92, 107, 44},   Qt::white};
+    }
+}
+
+QPalette application_palette(Look look)
+{
+    const Colours colours = colours_of(look);
+    QPalette palette(colours.window, colours.window);
+    const std::pair<QPalette::ColorRole, QColor> roles[] = {{QPalette::Base, colours.base},
+                                                            {QPalette::AlternateBase, colours.alternate},
+                                                            {QPalette::Midlight, colours.bars},
+                                                            {QPalette::WindowText, colours.ink},
+                                                            {QPalette::Text, colours.ink},
+                                                            {QPalette::ButtonText, colours.ink},
+                                                            {QPalette::ToolTipText, colours.ink},
+                                                            {QPalette::ToolTipBase, colours.base},
+                                                            {QPalette::PlaceholderText, colours.border},
+                                                            {QPalette::Mid, colours.border},
+                                                            {focus_role, colours.focus},
+                                                            {found_role, colours.found},
+                                                            {QPalette::Highlight, colours.highlight},
+                                                            {QPalette::HighlightedText, colours.highlighted}};
+    for (const auto& [role, colour] : roles) palette.setColor(role, colour);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, colours.border);
     return palette;
 }
 
@@ -127,12 +159,20 @@ double Theme::pane_points()
     return role_font(FontRole::Pane).points;
 }
 
-void Theme::apply() const
+void Theme::apply(Look look)
 {
+    look_ = look;
     // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style.
-    QApplication::setStyle(new ControlStyle);
-    QApplication::setPalette(application_palette());
+    if (!dynamic_cast<ControlStyle*>(QApplication::style())) QApplication::setStyle(new ControlStyle);
+    QApplication::setPalette(application_palette(look));
     // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
+}
+
+QColor readable(const QColor& ink, const QColor& ground)
+{
+    constexpr int middle = 128, light = 185;
+    if (ground.lightness() >= middle || ink.lightness() >= light) return ink;
+    return QColor::fromHsl(std::max(ink.hslHue(), 0), ink.hslSaturation(), light);
 }
 
 void Theme::set_dialog_font(const Scale& scale) const
@@ -140,9 +180,13 @@ void Theme::set_dialog_font(const Scale& scale) const
     QApplication::setFont(font(FontRole::Dialog, scale));
 }
 
-void Theme::colour(QWidget& widget, Colour background)
+void Theme::colour(QWidget& widget, Colour background) const
 {
-    const QColor colour = to_qt(background);
+    const QColor own = to_qt(background);
+    // The grounds of the design keep their order, from dark to light.
+    const QColor colour = look_ == Look::Light  ? own
+                          : look_ == Look::Dark ? QColor::fromHsl(own.hslHue(), 24, 28 + (255 - own.lightness()) / 4)
+                                                : QColor(Qt::black);
     QPalette palette = widget.palette();
     if (palette.color(QPalette::Window) == colour && palette.color(QPalette::Base) == colour) return;
     for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) palette.setColor(role, colour);

@@ -37,6 +37,12 @@ enum class FontRole {
     Dialog
 };
 
+/// Light is the design's own look.
+enum class Look { Light, Dark, HighContrast };
+
+/// An ink that stands off from the ground: a dark one is made light on a dark ground.
+QColor readable(const QColor& ink, const QColor& ground);
+
 class Theme {
 public:
     /// Takes the two fonts of the design from the installation folder when they lie there; a font that is missing or
@@ -48,14 +54,17 @@ public:
     QFont pane_font(double points, const Scale& scale) const;
     static double pane_points();
 
-    /// Gives the application its palette and the shape of its controls.
-    void apply() const;
+    /// Gives the application the palette of a look and the shape of its controls. Controls that have a colour of their
+    /// own are to be coloured anew.
+    void apply(Look look);
+    Look look() const { return look_; }
     /// The font of boxes, menus and whatever else is the toolkit's own.
     void set_dialog_font(const Scale& scale) const;
-    /// Lays a control's own colour under its text.
-    static void colour(QWidget& widget, Colour background);
+    /// Lays a control's own colour under its text, as the look has it.
+    void colour(QWidget& widget, Colour background) const;
 
 private:
+    Look look_ = Look::Light;
     QStringList query_families_, page_families_, pane_families_;
 };
 

@@ -7,11 +7,13 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDir>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QScreen>
 
 #include <algorithm>
@@ -114,6 +116,9 @@ public:
     {
         setTextFormat(Qt::PlainText);
         setTextInteractionFlags(Qt::TextSelectableByMouse);
+        for (const auto& [which, name] : {std::pair(Yes, "YES"), {No, "NO"}, {Cancel, "Cancel"}})
+            if (QAbstractButton* const named = button(which); named && text().contains(QString(name) + "按钮"))
+                named->setText(QString("%1（%2）").arg(named->text().remove(QRegularExpression("\\(&.\\)")), name));
         if (auto* grid = dynamic_cast<QGridLayout*>(layout())) {
             const int title = fontMetrics().horizontalAdvance(windowTitle()) + room_beside_title;
             grid->addItem(new QSpacerItem(std::max(title, text_width()), 0), grid->rowCount(), 0, 1,
@@ -201,7 +206,10 @@ std::optional<Text> DesktopDialogs::choose_file(TextView filter, bool save)
 {
     around_.before();
     const BoxOver over(over_);
-    FileDialog box(over.window(), save, filter, recent_.folder(), recent_.files());
+    QList<QUrl> places{QUrl::fromLocalFile(QDir::homePath())};
+    for (const QString& place : around_.places())
+        if (QFileInfo(place).isDir()) places += QUrl::fromLocalFile(place);
+    FileDialog box(over.window(), save, filter, recent_.folder(), recent_.files(), places);
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
     recent_.add(box.selectedFiles().front());
     return from_qt(box.selectedFiles().front());

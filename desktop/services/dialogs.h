@@ -21,6 +21,8 @@ public:
         std::function<void()> before = [] {};
         /// What boxes should leave in view, on the screen.
         std::function<QRect()> keep_clear = [] { return QRect(); };
+        /// Folders that stand at the side of file dialogs.
+        std::function<QStringList()> places = [] { return QStringList(); };
     };
     /// File dialogs begin in `folder` while no file has been chosen.
     explicit DesktopDialogs(const QString& folder) : recent_(folder) {}

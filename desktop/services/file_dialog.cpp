@@ -45,7 +45,8 @@ protected:
 
 } // namespace
 
-FileDialog::FileDialog(QWidget* parent, bool save, TextView filter, const QString& folder, const QStringList& recent)
+FileDialog::FileDialog(QWidget* parent, bool save, TextView filter, const QString& folder, const QStringList& recent,
+                       const QList<QUrl>& places)
     : QFileDialog(parent, save ? "保存" : "打开", folder)
 {
     setOption(DontUseNativeDialog);
@@ -56,6 +57,7 @@ FileDialog::FileDialog(QWidget* parent, bool save, TextView filter, const QStrin
     if (save && !filter.contains(U"*.*")) setDefaultSuffix("txt");
     setProxyModel(new ForeignFiles(this));
     if (!save) offer_recent(recent);
+    setSidebarUrls(places);
     const QFontMetrics metrics(font());
     lay_list(metrics.averageCharWidth());
     resize(QSize(metrics.averageCharWidth() * 110, metrics.height() * 28)

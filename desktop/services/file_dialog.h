@@ -6,10 +6,12 @@
 
 namespace tarvik {
 
-/// Asks for a file. Recent files are offered; what only the program itself reads is not; ".txt" need not be typed.
+/// Asks for a file. `places` stand at the side. Recent files are offered; what only the program itself reads is not;
+/// ".txt" need not be typed.
 class FileDialog final : public QFileDialog {
 public:
-    FileDialog(QWidget* parent, bool save, TextView filter, const QString& folder, const QStringList& recent);
+    FileDialog(QWidget* parent, bool save, TextView filter, const QString& folder, const QStringList& recent,
+               const QList<QUrl>& places);
 
     /// Whether a file is of the program's own: a scratch file, or one of a dictionary.
     static bool is_own(const QString& name);

@@ -1,7 +1,6 @@
 #include "desktop/services/recent_files.h"
 
 #include <QFileInfo>
-#include <QSettings>
 
 namespace tarvik {
 
@@ -10,15 +9,15 @@ namespace {
 constexpr qsizetype most = 12;
 const QString key = "files/recent";
 
-QSettings settings()
+} // namespace
+
+QSettings user_settings()
 {
     return QSettings("Tarvik", "Tarvik");
 }
 
-} // namespace
-
 RecentFiles::RecentFiles(const QString& first_folder)
-    : first_folder_(first_folder), paths_(settings().value(key).toStringList())
+    : first_folder_(first_folder), paths_(user_settings().value(key).toStringList())
 {
 }
 
@@ -27,7 +26,7 @@ void RecentFiles::add(const QString& path)
     paths_.removeAll(path);
     paths_.prepend(path);
     paths_ = paths_.mid(0, most);
-    settings().setValue(key, paths_);
+    user_settings().setValue(key, paths_);
 }
 
 QStringList RecentFiles::files() const

@@ -1,9 +1,13 @@
 #pragma once
 
+#include <QSettings>
 #include <QString>
 #include <QStringList>
 
 namespace tarvik {
+
+/// What the user has chosen, over the program's end too.
+QSettings user_settings();
 
 /// The files that were chosen last, over the program's end too. They are kept with the user's other settings, and where
 /// these cannot be written for as long as the program runs.

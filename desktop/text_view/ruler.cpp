@@ -98,4 +98,22 @@ void Ruler::paintEvent(QPaintEvent*)
     }
 }
 
+int LineNumbers::wanted_width() const
+{
+    const QString last = QString::number(std::max<std::size_t>(area_.lines().line_count(), 1000));
+    return fontMetrics().horizontalAdvance(last) + 2 * room;
+}
+
+void LineNumbers::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
+    painter.setPen(palette().color(QPalette::Text));
+    for (const auto& [row, y] : area_.shown()) {
+        if (row.start != row.line_start) continue;
+        const QString number = QString::number(area_.lines().line_at(row.start) + 1);
+        painter.drawText(QPointF(width() - room - fontMetrics().horizontalAdvance(number), y + row.ascent), number);
+    }
+}
+
 } // namespace tarvik

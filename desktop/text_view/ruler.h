@@ -41,4 +41,17 @@ private:
     ColumnGuide guide_;
 };
 
+/// The numbers of a text's lines, beside the view that shows them.
+class LineNumbers final : public QWidget {
+public:
+    LineNumbers(const TextArea& area, QWidget* parent) : QWidget(parent), area_(area) {}
+    int wanted_width() const;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    const TextArea& area_;
+};
+
 } // namespace tarvik

@@ -1,6 +1,7 @@
 #include "desktop/text_view/text_area.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -77,10 +78,15 @@ void TextArea::set_text(PaneText text, bool stay)
 
 void TextArea::set_look(TextLook look, bool breaks_lines)
 {
-    if (look == look_ && breaks_lines == breaks_lines_) return;
+    if (look == look_ && breaks_lines == asks_for_breaks_) return;
     look_ = std::move(look);
-    breaks_lines_ = breaks_lines;
+    asks_for_breaks_ = breaks_lines;
     lay_rows();
+}
+
+void TextArea::set_wraps_prose(bool wraps)
+{
+    if (std::exchange(wraps_prose_, wraps) != wraps) lay_rows();
 }
 
 void TextArea::set_size(double width, double height)
@@ -96,7 +102,10 @@ void TextArea::set_size(double width, double height)
 void TextArea::lay_rows()
 {
     stops_.clear();
+    breaks_lines_ = asks_for_breaks_;
     look_at_first_lines();
+    breaks_lines_ |= wraps_prose_ && !is_table_;
+    if (breaks_lines_) left_ = widest_ = 0;
     make_room_for_headings();
     make_rows();
     scroll_to(top_);

@@ -23,6 +23,8 @@ public:
     /// A text that begins as before stays where it is; any other shows from its beginning.
     void set_text(PaneText text, bool stay);
     void set_look(TextLook look, bool breaks_lines);
+    /// Whether a text that is no table breaks its lines though its look does not ask for it.
+    void set_wraps_prose(bool wraps);
     void set_size(double width, double height);
     /// What stands over a table's columns needs this much room, by number; asked whenever the rows are laid.
     void set_heading_widths(std::function<double(int column)> width);
@@ -71,7 +73,8 @@ private:
     const FontSizes& font_;
     TextLines lines_;
     TextLook look_;
-    bool breaks_lines_ = false;
+    bool asks_for_breaks_ = false, wraps_prose_ = false;
+    bool breaks_lines_ = false; // as it shows
     std::function<double(int)> heading_width_ = [](int) { return 0.0; };
     ColumnStops stops_;
     bool stops_moved_ = false; // since the rows were made

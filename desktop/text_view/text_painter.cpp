@@ -36,7 +36,7 @@ void paint_run(QPainter& painter, std::span<const PlacedCharacter> run, double x
     for (const PlacedCharacter& placed : run) text += placed.character;
     const Mark* mark = run.front().mark;
     const QColor ink = selected ? palette.color(QPalette::HighlightedText)
-                       : mark   ? to_qt(mark->colour)
+                       : mark   ? readable(to_qt(mark->colour), palette.color(QPalette::Base))
                                 : palette.color(QPalette::Text);
     painter.setPen(ink);
     QFont font = fonts.font(run.front().points);

@@ -2,7 +2,7 @@
 
 #include "desktop/text_view/text_painter.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyleHints>
@@ -25,11 +25,12 @@ constexpr double bar_unit = 8;
 // Bars in the pane's own colour could not be told from it.
 void colour_bars(const QAbstractScrollArea& area)
 {
+    const QPalette common = QApplication::palette();
     for (QScrollBar* bar : {area.verticalScrollBar(), area.horizontalScrollBar()}) {
         QPalette palette;
-        palette.setColor(QPalette::Button, QColor(186, 168, 112));
-        palette.setColor(QPalette::Window, QColor(216, 208, 156));
-        palette.setColor(QPalette::Base, QColor(216, 208, 156));
+        palette.setColor(QPalette::Button, common.color(QPalette::Mid));
+        for (const auto role : {QPalette::Window, QPalette::Base})
+            palette.setColor(role, common.color(QPalette::Midlight));
         bar->setPalette(palette);
     }
 }
@@ -72,6 +73,27 @@ void TextWidget::add_ruler(ColumnGuide guide)
     show_ruler();
 }
 
+void TextWidget::set_wraps_prose(bool wraps)
+{
+    area_.set_wraps_prose(wraps);
+    show_scroll_bars();
+    viewport()->update();
+}
+
+void TextWidget::show_line_numbers(bool shown)
+{
+    if (shown == (numbers_ != nullptr)) return;
+    delete std::exchange(numbers_, shown ? new LineNumbers(area_, this) : nullptr);
+    if (numbers_) numbers_->show();
+    show_ruler();
+}
+
+void TextWidget::changeEvent(QEvent* event)
+{
+    QAbstractScrollArea::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange) colour_bars(*this);
+}
+
 void TextWidget::update_ruler()
 {
     if (ruler_) ruler_->update();
@@ -79,13 +101,17 @@ void TextWidget::update_ruler()
 
 void TextWidget::show_ruler()
 {
-    if (!ruler_) return;
-    const bool wanted = ruler_->is_wanted();
-    ruler_->setVisible(wanted);
+    const bool wanted = ruler_ && ruler_->is_wanted();
     const int height = wanted ? ruler_->wanted_height() : 0;
-    const int above = height + room_above_;
-    if (viewportMargins().top() != above) setViewportMargins(0, above, 0, 0);
+    const QMargins margins(numbers_ ? numbers_->wanted_width() : 0, height + room_above_, 0, 0);
+    if (viewportMargins() != margins) setViewportMargins(margins);
     const QRect view = viewport()->geometry();
+    if (numbers_) {
+        numbers_->setGeometry(view.left() - margins.left(), view.top(), margins.left(), view.height());
+        numbers_->update();
+    }
+    if (!ruler_) return;
+    ruler_->setVisible(wanted);
     ruler_->setGeometry(view.left(), view.top() - height, view.width(), height);
     ruler_->update();
 }
@@ -244,7 +270,7 @@ void TextWidget::paintEvent(QPaintEvent*)
 
 void TextWidget::blink()
 {
-    const int time = QGuiApplication::styleHints()->cursorFlashTime();
+    const int time = QApplication::styleHints()->cursorFlashTime();
     caret_shows_ = hasFocus();
     if (hasFocus() && time > 1) caret_timer_.start(time / 2, this);
     else caret_timer_.stop();

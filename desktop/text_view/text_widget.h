@@ -39,6 +39,18 @@ public:
     QString find(bool forward);
     /// What find() gave last, after some more counting; `is_complete` when all is counted.
     QString count_places(bool& is_complete);
+    /// A text that is no table shows with broken lines.
+    void set_wraps_prose(bool wraps);
+    void show_line_numbers(bool shown);
+    /// Scrolls to a place; the end is behind the last character.
+    void show_place(std::size_t offset);
+    TextRange selected() const { return {selection_start(), selection_end()}; }
+    /// Selects from a place up to another; the view stays where it is.
+    void select(std::size_t from, std::size_t to);
+    /// What is selected on one line, else the word at the caret.
+    QString word_at_hand();
+    /// A word was clicked with Ctrl held.
+    std::function<void(const QString& word)> word_asked = [](const QString&) {};
     /// Keeps so many pixels free over the text.
     void make_room(int height);
     /// What is selected, up to its first line end.
@@ -68,6 +80,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     // What shows
@@ -97,7 +110,6 @@ private:
     std::size_t right_of(std::size_t offset) const;
     std::size_t word_edge(std::size_t offset, bool forward) const;
     std::size_t rows_away(int rows);
-    void select(std::size_t from, std::size_t to);
     std::vector<TextRange> found_in_view() const;
     void copy() const;
     void remove(std::size_t from, std::size_t to);
@@ -112,6 +124,7 @@ private:
     std::unique_ptr<ViewedText> text_;
     TextArea area_;
     Ruler* ruler_ = nullptr;
+    LineNumbers* numbers_ = nullptr;
     PaneText shown_text_;
     bool stale_ = true; // the model may have changed since the view was last brought up to date
     bool editing_ = false;

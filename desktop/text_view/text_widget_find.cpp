@@ -60,6 +60,20 @@ QString TextWidget::selected_line() const
     return to_qt(TextView(selected).substr(0, std::min(selected.find_first_of(U"\r\n"), selected.size())));
 }
 
+QString TextWidget::word_at_hand()
+{
+    if (selection_start() == selection_end()) select_word(caret_);
+    return selected_line().trimmed();
+}
+
+void TextWidget::show_place(std::size_t offset)
+{
+    refresh();
+    area_.scroll_to(offset);
+    show_scroll_bars();
+    viewport()->update();
+}
+
 void TextWidget::make_room(int height)
 {
     room_above_ = height;

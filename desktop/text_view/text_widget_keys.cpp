@@ -1,5 +1,6 @@
 #include "desktop/text_view/text_widget.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 
 namespace tarvik {
@@ -37,6 +38,10 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     wanted_x_.reset();
     shows_selection_ = false;
     selection_to_model();
+    if (QAccessible::isActive()) {
+        QAccessibleTextCursorEvent moved(this, static_cast<int>(caret_));
+        QAccessible::updateAccessibility(&moved);
+    }
     area_.bring_into_view(place_in_view(), false);
     show_scroll_bars();
     blink();
@@ -84,7 +89,6 @@ void TextWidget::select_line(std::size_t offset)
     select(row.line_start, row.line_end);
 }
 
-// The view stays where it is.
 void TextWidget::select(std::size_t from, std::size_t to)
 {
     anchor_ = from;

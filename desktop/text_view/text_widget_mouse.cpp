@@ -21,6 +21,11 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
     since_double_click_.invalidate();
     if (event->button() == Qt::LeftButton && third) {
         front_.queue.submit([this, place = event->position()] { select_line(area_.offset_at(place.x(), place.y())); });
+    } else if (event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::ControlModifier)) {
+        front_.queue.submit([this, place = event->position()] {
+            move_caret(area_.offset_at(place.x(), place.y()), false);
+            word_asked(word_at_hand());
+        });
     } else if (event->button() == Qt::LeftButton) {
         dragging_ = true;
         const bool extend = event->modifiers().testFlag(Qt::ShiftModifier);

@@ -3,6 +3,7 @@
 #include "desktop/front/input.h"
 #include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/services/recent_files.h"
 #include "desktop/windows/form1_layout.h"
 #include "desktop/windows/status_text.h"
 #include "desktop/windows/tooltips.h"
@@ -25,6 +26,8 @@ namespace {
 
 constexpr double smallest_part = 0.5; // of the opening size, that the user can make the window
 const QString preset_query = "查寻条件";
+const QString separator_key = "query/separator";
+constexpr const char* usual_separator = "。\r\n";
 
 bool is_pane(const TextWidget& text)
 {
@@ -67,6 +70,10 @@ Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     key_hint_->setObjectName("keys");
     key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
     set_tooltips(*this);
+    separator_ = from_qt(user_settings().value(separator_key, usual_separator).toString());
+    for (TextWidget* text : texts_)
+        if (is_pane(*text)) text->word_asked = [this](const QString& word) { look_up(word); };
+    status_.result_clicked = [this] { go_to_result(); };
     setAcceptDrops(true);
     front.mirror.on_moved(FormId::Form1, [this] { place(); });
 }
@@ -86,7 +93,12 @@ void Form1Window::show_state()
 {
     query_aid_->show_commands();
     const bool types_text = query_aid_->types_text();
-    key_hint_->setText(types_text ? "键入的字都进入框中 · F4 回到按键" : key_hint(form1_));
+    keep_separator();
+    const bool offers = !separator_.empty() && !form1_.dbresult && no_option_selected(form1_) &&
+                        form1_.number_box().text() != separator_;
+    key_hint_->setText(types_text ? "键入的字都进入框中 · F4 回到按键"
+                       : offers   ? "隔离符 " + to_qt(separator_).replace("\r\n", "↵") + " · F7 放回"
+                                  : key_hint(form1_));
     const bool commands = form1_.dbresult && !types_text;
     if (query_box_->property("keysAreCommands").toBool() != commands) {
         query_box_->setProperty("keysAreCommands", commands);
@@ -147,6 +159,75 @@ void Form1Window::press(const Control& button)
     if (!widget || !widget->isVisible() || !widget->isEnabled()) return;
     widget->click();
     front().queue.submit(to_query_box());
+}
+
+// A query lays the number of its results over the separator.
+void Form1Window::keep_separator()
+{
+    const Text now = form1_.number_box().text();
+    const auto is_separator = [](const Text& text) { return !text.empty() && text != U"数目" && !number(text); };
+    if (now != number_before_ && number(now) && is_separator(number_before_)) {
+        separator_ = number_before_;
+        user_settings().setValue(separator_key, to_qt(separator_));
+    }
+    number_before_ = now;
+}
+
+void Form1Window::put_separator()
+{
+    front().queue.submit([this] { form1_.number_box().set_text(separator_); });
+}
+
+void Form1Window::go_to_result()
+{
+    front().queue.submit([this] {
+        const auto shown = shown_result(front().program);
+        if (!shown) return;
+        form1_.page_box().set_text(number_text(shown->page));
+        press(form1_.Command2[8]);
+    });
+}
+
+void Form1Window::look_up(QString word)
+{
+    front().queue.submit([this, word]() mutable {
+        TextWidget* const pane = shown_pane();
+        if (word.isEmpty() && pane) word = pane->word_at_hand();
+        if (word.isEmpty()) return;
+        const char32_t first = from_qt(word).front();
+        OptionButton& dictionary = first < 0x80 ? form1_.Option2 : form1_.Option1;
+        auto* const option = findChild<OptionWidget*>(widget_name(dictionary));
+        if (!option || !option->isVisible()) {
+            front().program.notice = U"查词典请先回到阅读方式（还原默认）";
+            return;
+        }
+        if (word_ < 0 || words_[word_] != word) {
+            words_ = words_.mid(0, word_ + 1) << word;
+            word_ = words_.size() - 1;
+        }
+        form1_.query_box().set_text(from_qt(word));
+        option->click();
+        press(form1_.Command1[1]);
+    });
+}
+
+void Form1Window::walk_words(int step)
+{
+    if (word_ + step < 0 || word_ + step >= words_.size()) return;
+    word_ += step;
+    look_up(words_[word_]);
+}
+
+void Form1Window::set_wraps(bool wraps)
+{
+    for (TextWidget* text : texts_)
+        if (is_pane(*text)) text->set_wraps_prose(wraps);
+}
+
+void Form1Window::show_line_numbers(bool shown)
+{
+    for (TextWidget* text : texts_)
+        if (is_pane(*text)) text->show_line_numbers(shown);
 }
 
 void Form1Window::zoom_panes(int step)

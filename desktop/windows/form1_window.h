@@ -42,6 +42,17 @@ public:
     void press(const Control& button);
     /// Makes the text of the panes larger or smaller by a step; 0 is back to the design's.
     void zoom_panes(int step);
+    /// Puts the separator of the last query back into the number box.
+    void put_separator();
+    /// Goes to the page of the document where the shown result begins.
+    void go_to_result();
+    /// Looks a word up in the dictionary of its language; an empty one is the word at hand in the pane.
+    void look_up(QString word = {});
+    /// Looks up the word before or behind in the row of those that were looked up.
+    void walk_words(int step);
+    /// The panes that are not always broken, and all of them.
+    void set_wraps(bool wraps);
+    void show_line_numbers(bool shown);
 
 protected:
     void before_first_show() override;
@@ -64,6 +75,7 @@ private:
     void set_zoom(double zoom);
     void place();
     std::function<void()> to_query_box();
+    void keep_separator();
 
     Form1& form1_;
     Scale& scale_;
@@ -82,6 +94,9 @@ private:
     QSizeF full_size_; // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;
+    Text separator_, number_before_; // of the last query; in the number box as last seen
+    QStringList words_;              // that were looked up
+    qsizetype word_ = -1;
     QString dragged_; // the file that is over the window
 };
 

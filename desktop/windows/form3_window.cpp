@@ -95,7 +95,7 @@ void Form3Window::take_focus()
         program.form3.window.set_visible(true);
         program.form3.window.set_window_state(0);
         const int index = program.form1.comp ? comparison_box : sort_box;
-        if (!dynamic_cast<LineBox*>(focusWidget())) program.form3.Text1[index].request_focus();
+        program.form3.Text1[index].request_focus();
     });
     raise();
     activateWindow();

@@ -20,7 +20,7 @@ void FormWindow::show_model()
 {
     const QString caption = to_qt(model_.caption()) + title_addition();
     if (windowTitle() != caption) setWindowTitle(caption);
-    Theme::colour(*this, model_.back_color());
+    front_.theme.colour(*this, model_.back_color());
     show_size();
     if (std::exchange(front_requests_, model_.front_requests()) != model_.front_requests() && model_.visible()) {
         model_.set_window_state(0);
@@ -99,7 +99,7 @@ void FormWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
-    backdrop_.paint(painter, picture_size(), devicePixelRatioF());
+    if (front_.theme.look() == Look::Light) backdrop_.paint(painter, picture_size(), devicePixelRatioF());
 }
 
 } // namespace tarvik

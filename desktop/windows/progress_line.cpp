@@ -1,5 +1,7 @@
 #include "desktop/windows/progress_line.h"
 
+#include "desktop/look/theme.h"
+
 #include <QEvent>
 #include <QPainter>
 
@@ -55,8 +57,8 @@ void ProgressLine::lay()
 void ProgressLine::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), QColor(200, 190, 140));
-    painter.fillRect(0, 0, qRound(width() * std::clamp(part(), 0.0, 1.0)), height(), QColor(138, 61, 0));
+    painter.fillRect(rect(), palette().color(QPalette::Midlight));
+    painter.fillRect(0, 0, qRound(width() * std::clamp(part(), 0.0, 1.0)), height(), palette().color(focus_role));
 }
 
 } // namespace tarvik

@@ -1,9 +1,13 @@
 #include "desktop/windows/status_line.h"
 
-#include <QDesktopServices>
+#include "desktop/services/system.h"
+#include "desktop/text_view/text_accessible.h"
+
+#include <QAccessible>
+#include <QListWidget>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QUrl>
+#include <QShortcut>
 
 #include <utility>
 
@@ -13,19 +17,23 @@ namespace {
 
 constexpr int notice_milliseconds = 8000;
 constexpr int edge = 8;
-const QColor ground(215, 198, 149, 150);
 
 } // namespace
 
-StatusLine::StatusLine(std::function<void()> stop, QWidget& window) : QWidget(&window), stop_("做完手上这张就停", this)
+StatusLine::StatusLine(std::function<void()> stop, QWidget& window)
+    : QWidget(&window), stop_("做完手上这张就停", this), menu_("菜单 F10", this)
 {
     setObjectName("status");
+    setProperty(accessible_role, QAccessible::StatusBar);
     setAttribute(Qt::WA_NoMousePropagation);
     stop_.setObjectName("stop");
     stop_.setFocusPolicy(Qt::NoFocus);
     stop_.setMinimumSize(1, 1);
     stop_.setToolTip("手上的一张单做完后停止运行，已存的文件都保留");
     stop_.hide();
+    menu_.setObjectName("menu");
+    menu_.setFocusPolicy(Qt::NoFocus);
+    menu_.setMinimumSize(1, 1);
     connect(&stop_, &QPushButton::clicked, this, [this, stop = std::move(stop)] {
         stop_.setEnabled(false);
         stop();
@@ -67,9 +75,31 @@ void StatusLine::show_run(const QString& text)
 
 void StatusLine::show_end(RunEnd end)
 {
-    end_ = std::move(end);
+    end_ = last_end_ = std::move(end);
     state_at_end_ = state_;
     changed();
+}
+
+void StatusLine::open_end()
+{
+    if (last_end_.folder.isEmpty()) return show_notice("还没有存过文件");
+    open_folder(last_end_.folder, [this] { show_notice("系统没有打开文件夹：" + last_end_.folder); });
+}
+
+void StatusLine::list_end()
+{
+    if (last_end_.details.isEmpty()) return show_notice("还没有运行过，或没有可列的文件和关键字");
+    auto* const list = new QListWidget;
+    list->setObjectName("runList");
+    list->setAttribute(Qt::WA_DeleteOnClose);
+    list->setWindowTitle(last_end_.text);
+    list->setAccessibleName("运行的清单");
+    list->addItems(last_end_.details);
+    list->setCurrentRow(0);
+    list->resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 24);
+    connect(new QShortcut(Qt::Key_Escape, list), &QShortcut::activated, list, &QWidget::close);
+    list->show();
+    list->activateWindow();
 }
 
 void StatusLine::changed()
@@ -83,22 +113,27 @@ void StatusLine::changed()
 
 void StatusLine::resizeEvent(QResizeEvent*)
 {
-    const int width = fontMetrics().horizontalAdvance(stop_.text()) + 3 * edge;
-    stop_.setGeometry(this->width() - width - edge, 1, width, height() - 2);
+    int right = width() - edge;
+    for (QPushButton* button : {&menu_, &stop_}) {
+        const int room = fontMetrics().horizontalAdvance(button->text()) + 3 * edge;
+        button->setGeometry(right - room, 1, room, height() - 2);
+        right -= room + edge;
+    }
 }
 
 void StatusLine::mouseReleaseEvent(QMouseEvent* event)
 {
-    const bool on_end = event->button() == Qt::LeftButton && text() == end_.text && !end_.folder.isEmpty();
-    if (on_end) QDesktopServices::openUrl(QUrl::fromLocalFile(end_.folder));
+    if (event->button() != Qt::LeftButton) return;
+    if (text() == end_.text && !end_.folder.isEmpty()) open_end();
+    else if (text() == state_) result_clicked();
 }
 
 void StatusLine::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.fillRect(rect(), ground);
+    painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
     painter.setPen(palette().color(QPalette::WindowText));
-    const int right = stop_.isHidden() ? width() - edge : stop_.x() - edge;
+    const int right = (stop_.isHidden() ? menu_ : stop_).x() - edge;
     const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, right - edge);
     painter.drawText(QRect(edge, 0, right - edge, height()), Qt::AlignLeft | Qt::AlignVCenter, shown);
 }

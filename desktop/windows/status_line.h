@@ -25,6 +25,16 @@ public:
     void show_end(RunEnd end);
 
     QString text() const;
+    /// Wishes the run in progress to stop.
+    void stop() { stop_.click(); }
+    /// Opens the folder of the run that ended last.
+    void open_end();
+    /// Lists in a window of its own what that run made and what it did not.
+    void list_end();
+    /// The button at the right end that opens the menu.
+    QPushButton& menu_button() { return menu_; }
+    /// What a click on the line does while it says where a result stands.
+    std::function<void()> result_clicked = [] {};
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -34,9 +44,9 @@ protected:
 private:
     void changed();
     QString state_, notice_, run_, state_at_end_;
-    RunEnd end_;
+    RunEnd end_, last_end_; // the first while it shows
     QTimer notice_time_;
-    QPushButton stop_;
+    QPushButton stop_, menu_;
 };
 
 } // namespace tarvik

@@ -12,6 +12,8 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <cmath>
+#include <functional>
 
 namespace tarvik {
 
@@ -35,10 +37,21 @@ QString document_text(const Program& program)
 {
     const OpenedFile& opened = program.opened;
     if (opened.path.empty()) return "没有打开文档";
+    // The line end that every document gets when it is opened is nobody's.
+    const double characters = std::max(0.0, static_cast<double>(program.form1.RichTextBox2.content().size()) - 2);
     const QString line_ends = opened.lines_ended_in_lf ? "LF 行尾" : "CR LF 行尾";
     QString text = base_name(opened.path) + between + to_qt(TextView(opened.encoding)) + between + line_ends + between +
-                   count(static_cast<double>(program.form1.RichTextBox2.content().size())) + " 字" + between;
+                   count(characters) + " 字" + between;
     return text + QString("第 %1 页，末页 %2").arg(count(program.form1.pageno), count(program.form1.lastpage));
+}
+
+QString result_text(const Program& program)
+{
+    const auto shown = shown_result(program);
+    if (!shown) return {};
+    return QString("第 %1 处，共 %2 处，在第 %3 页（F5 或单击到该页）")
+        .arg(count(static_cast<double>(shown->number)), count(static_cast<double>(program.form1.resultcount)),
+             count(shown->page));
 }
 
 QString table_text(const Form1& form1)
@@ -92,9 +105,32 @@ Text first_line(const Pane& pane)
 
 } // namespace
 
+std::optional<ShownResult> shown_result(const Program& program)
+{
+    const Form1& form1 = program.form1;
+    const bool in_document = form1.Option3.value() || no_option_selected(form1);
+    if (!in_document || !form1.RichTextBox1.visible() || form1.resultcount == 0) return std::nullopt;
+    const TextArray& results = form1.Option3.value() ? program.module1.filehits : program.module1.hits;
+    const Document& document = form1.RichTextBox2.document();
+    const TextView all = form1.Option3.value() ? document.text() : document.lowered();
+    const TextView shown = form1.RichTextBox1.content().view();
+    for (std::int64_t index = std::max<std::int64_t>(form1.resultpos - 1, 0); index <= form1.resultpos; ++index) {
+        const TextView piece = results.get(static_cast<std::size_t>(index));
+        if (piece.empty() || piece.size() != shown.size() || piece != shown) continue;
+        const auto* const begin = static_cast<const char*>(all.data());
+        const auto* const at = static_cast<const char*>(piece.data());
+        const auto offset = static_cast<std::size_t>(at - begin) / all.width();
+        if (std::less<>()(at, begin) || offset >= all.size()) return std::nullopt; // of an earlier document
+        const double page_size = std::floor(leading_number(form1.page_size_box().text()));
+        return ShownResult{index + 1, page_size >= 1 ? std::floor(static_cast<double>(offset) / page_size) : 0};
+    }
+    return std::nullopt;
+}
+
 QString state_text(const Program& program, bool edited)
 {
-    QStringList parts{document_text(program), table_text(program.form1), blocking_option(program.form1)};
+    QStringList parts{result_text(program), document_text(program), table_text(program.form1),
+                      blocking_option(program.form1)};
     if (edited) parts += "已修改";
     parts.removeAll(QString());
     return parts.join(between);
@@ -126,10 +162,10 @@ RunEnd run_end(const Program& program, bool wished, const Text& told)
     if (reason.isEmpty()) reason = "没有做完";
     QStringList parts{wished ? "已按要求停止" : run.stopped ? "运行停止：" + reason : "运行结束"};
     parts += QString("存了 %1 个文件").arg(run.files.size());
-    for (const Text& file : run.files) end.details += real_path(program, file);
+    for (const Text& file : run.files) end.details += QDir::toNativeSeparators(real_path(program, file));
     if (!run.files.empty()) {
         end.folder = common_folder(end.details);
-        if (!end.folder.isEmpty()) parts += "单击打开 " + end.folder;
+        if (!end.folder.isEmpty()) parts += "单击打开 " + QDir::toNativeSeparators(end.folder);
     }
     if (run.older_layouts > 0)
         parts += QString("框中已不是命令，%1 张改用旧版式，存在存储路径下").arg(run.older_layouts);

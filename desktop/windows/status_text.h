@@ -5,12 +5,22 @@
 #include <QString>
 #include <QStringList>
 
+#include <cstdint>
+#include <optional>
+
 /// What the status line of the main window says.
 namespace tarvik {
 
 /// The open document, the table in work and what else decides over the next key. `edited`: the user has changed the
 /// pane that is shown.
 QString state_text(const Program& program, bool edited);
+
+/// The result of a query in the document that the result pane shows.
+struct ShownResult {
+    std::int64_t number; ///< from 1
+    double page;         ///< of the document, from 0, where it begins
+};
+std::optional<ShownResult> shown_result(const Program& program);
 
 /// How far the run in progress has come.
 QString run_text(Program& program);

@@ -1,6 +1,7 @@
 #include "tests/desktop/desktop_fixture.h"
 
 #include "desktop/services/file_dialog.h"
+#include "desktop/services/recent_files.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -8,6 +9,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QMimeData>
 #include <QStyleHints>
 
@@ -95,8 +97,8 @@ TEST_F(DesktopClerk, the_status_line_tells_what_is_in_work)
     StatusLine& status = desktop->main_window().status();
     expect_file(QString::fromStdString((installation.path() / "报表.txt").string()));
     click("Form1.Command1(0)");
-    EXPECT_TRUE(status.text().startsWith("报表.txt  ·  UTF-8  ·  LF 行尾  ·  12 字")) << status.text().toStdString();
-    EXPECT_TRUE(find<QLabel>("keys").text().isEmpty());
+    EXPECT_TRUE(status.text().startsWith("报表.txt  ·  UTF-8  ·  LF 行尾  ·  10 字")) << status.text().toStdString();
+    EXPECT_EQ(find<QLabel>("keys").text(), "隔离符 。↵ · F7 放回");
     form1().query_box().set_text(U"a");
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
@@ -119,7 +121,7 @@ TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_
     EXPECT_TRUE(wait_until([&] { return form1().sheetno >= 3; }));
     EXPECT_TRUE(status.text().startsWith("运行中：")) << status.text().toStdString();
     const std::size_t files = program().run.files.size();
-    QTest::mouseClick(&find("stop"), Qt::LeftButton);
+    QTest::keyClick(&in_front(find("Form1.Text1(1)")), Qt::Key_Period, Qt::ControlModifier);
     EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
     EXPECT_GE(program().run.files.size(), files) << "nothing that was saved goes";
     EXPECT_LT(program().run.files.size(), 20U);
@@ -129,6 +131,10 @@ TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_
     EXPECT_TRUE(status.text().contains(left)) << status.text().toStdString();
     EXPECT_TRUE(status.text().contains(QString::fromStdString((drive_d.path() / "out").string())));
     EXPECT_FALSE(find("stop").isVisible());
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_L, Qt::ControlModifier);
+    auto& list = find<QListWidget>("runList");
+    EXPECT_EQ(static_cast<std::size_t>(list.count()), program().run.files.size() + program().run.passed.size());
+    QTest::keyClick(&in_front(list), Qt::Key_Escape);
 }
 
 TEST_F(DesktopClerk, the_end_of_a_run_tells_why_it_stopped)
@@ -194,6 +200,73 @@ TEST_F(DesktopClerk, a_double_click_takes_a_code_or_a_cell_and_a_third_the_line)
     QTest::mousePress(pane.viewport(), Qt::LeftButton, {}, QPoint(8, y));
     EXPECT_TRUE(form1().RichTextBox2.selected_text().str().starts_with(U"光模块 甲\tyq-r8808\tParis"));
     EXPECT_EQ(pane.area().left(), 0) << "a long line is not scrolled away";
+}
+
+TEST_F(DesktopClerk, results_are_counted_and_lead_to_their_page_and_the_separator_comes_back)
+{
+    installation.write("a.txt", "plum one.\r\nplum two.\r\nplum three.\r\n");
+    start();
+    form1().page_size_box().set_text(U"12");
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    form1().query_box().set_text(U"plum");
+    click("Form1.Text1(5)");
+    form1().number_box().set_text(U".\r\n");
+    expect_box("是");
+    type("Form1.Text1(1)", "\r");
+    EXPECT_EQ(form1().number_box().text(), U"3");
+    StatusLine& status = desktop->main_window().status();
+    QWidget& box = in_front(find("Form1.Text1(1)"));
+    for (const char* number : {"第 2 处，共 3 处", "第 3 处，共 3 处"}) {
+        QTest::keyClick(&box, Qt::Key_Right, Qt::AltModifier);
+        EXPECT_TRUE(status.text().startsWith(number)) << status.text().toStdString();
+    }
+    EXPECT_TRUE(status.text().contains("在第 1 页")) << status.text().toStdString();
+    QTest::keyClick(&box, Qt::Key_F5);
+    EXPECT_EQ(form1().pageno, 1);
+    QTest::keyClick(&in_front(box), Qt::Key_F7);
+    EXPECT_EQ(form1().number_box().text(), U".\r\n");
+    EXPECT_EQ(user_settings().value("query/separator").toString(), ".\r\n") << "it is at hand tomorrow";
+    user_settings().remove("query/separator");
+}
+
+TEST_F(DesktopClerk, a_word_of_the_pane_is_looked_up_and_the_words_are_walked)
+{
+    for (const char* name : {"牛津字典A.TXT", "牛津字典B.TXT"}) copy_sample(name);
+    installation.write("a.txt", "they accept a backup\r\n");
+    start();
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    const int y = qRound(pane.area().shown().front().row.height / 2);
+    QTest::mouseClick(pane.viewport(), Qt::LeftButton, Qt::ControlModifier,
+                      QPoint(qRound(x_of(pane, "accept")) + 8, y));
+    EXPECT_EQ(form1().query_box().text(), U"accept");
+    EXPECT_TRUE(form1().Option2.value());
+    EXPECT_NE(form1().RichTextBox1.text().str().find(U"accept"), Text::npos);
+    desktop->main_window().look_up("backup");
+    EXPECT_EQ(form1().query_box().text(), U"backup");
+    QTest::keyClick(&in_front(find("Form1.Text1(1)")), Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(form1().query_box().text(), U"accept");
+    QTest::keyClick(&in_front(find("Form1.Text1(1)")), Qt::Key_Down, Qt::AltModifier);
+    EXPECT_EQ(form1().query_box().text(), U"backup");
+    program().platform.clipboard.clear(); // the click has copied the word
+}
+
+TEST_F(DesktopClerk, the_end_of_a_growing_file_is_followed_where_that_is_chosen)
+{
+    installation.write("log.txt", "one\r\n");
+    user_settings().setValue("view/follows", true);
+    start();
+    user_settings().remove("view/follows");
+    expect_file(QString::fromStdString((installation.path() / "log.txt").string()));
+    click("Form1.Command1(0)");
+    QTest::qWait(2500); // two looks
+    std::string text = "one\r\n";
+    for (int i = 0; i < 200; ++i) text += "more\r\n";
+    installation.write("log.txt", text + "last\r\n");
+    EXPECT_TRUE(wait_until([&] { return form1().RichTextBox2.text().contains(U"last"); }));
+    EXPECT_TRUE(shown_lines(find<TextWidget>("Form1.RichTextBox2")).contains("last"));
 }
 
 TEST_F(DesktopClerk, the_window_of_column_numbers_comes_back_with_the_next_query)

@@ -20,7 +20,7 @@ constexpr int patience = 10'000;
 void press(QDialog& box, const QString& caption)
 {
     for (auto* button : box.findChildren<QAbstractButton*>())
-        if (button->text().remove(QRegularExpression("\\(&.\\)")) == caption) { // without the key for it
+        if (button->text().remove(QRegularExpression("\\(&.\\)|（.*）")) == caption) { // without the key for it
             button->click();
             return;
         }

@@ -1,6 +1,7 @@
 #include "tests/desktop/desktop_fixture.h"
 
 #include "desktop/services/file_dialog.h"
+#include "desktop/services/recent_files.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -89,6 +90,12 @@ TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
     EXPECT_EQ(shown_lines(pane), (QStringList{"xone", "t二", ""}));
     for (int i = 0; i < 6; ++i) QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"one\r\ntwo\r\n"));
+    type("Form1.RichTextBox2", "x");
+    installation.write("a.txt", "another one\r\n");
+    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
+    click("Form1.Command1(0)");
+    QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"another one\r\n\r\n")) << "no edit of another text is undone";
 }
 
 TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_it)
@@ -185,6 +192,7 @@ TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)
 TEST_F(DesktopInput, a_line_of_any_length_is_reached_at_both_ends)
 {
     start();
+    desktop->main_window().set_wraps(false);
     const std::size_t size = 3'000'000;
     form1().RichTextBox2.set_text(Text(size, U'中') + U"end");
     click("Form1.Frame1");
@@ -197,6 +205,38 @@ TEST_F(DesktopInput, a_line_of_any_length_is_reached_at_both_ends)
     const auto shown = pane.area().rows().between(row, pane.area().left(), pane.area().left() + pane.area().width());
     EXPECT_EQ(shown.back().character, U'd');
     EXPECT_LT(shown.size(), 200U);
+}
+
+TEST_F(DesktopInput, one_handler_ends_before_the_next_begins)
+{
+    start();
+    std::string order;
+    EventQueue queue(program(), [&] { order += ' '; });
+    queue.submit([&] {
+        order += 'a';
+        queue.submit([&] { order += 'c'; });
+        order += queue.busy() ? 'b' : '!';
+    });
+    EXPECT_EQ(order, "ab c ");
+}
+
+TEST(RecentFiles, are_the_last_twelve_and_each_once_over_the_programs_end)
+{
+    const TemporaryFolder folder;
+    const auto path = [&](int number) {
+        return QString::fromStdString((folder.path() / std::to_string(number)).string());
+    };
+    RecentFiles recent("first");
+    for (int i = 0; i < 14; ++i) {
+        folder.write(std::to_string(i), "");
+        recent.add(path(i));
+    }
+    recent.add(path(5));
+    const QStringList files = RecentFiles("first").files();
+    EXPECT_EQ(files.size(), 12);
+    EXPECT_EQ(files.mid(0, 3), (QStringList{path(5), path(13), path(12)}));
+    EXPECT_EQ(files.count(path(5)), 1);
+    EXPECT_FALSE(files.contains(path(1)));
 }
 
 TEST(FileFilters, are_those_of_the_toolkit)

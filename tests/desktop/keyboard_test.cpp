@@ -2,6 +2,7 @@
 
 #include "events/commands.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QTextBlock>
@@ -75,10 +76,21 @@ TEST_F(DesktopKeyboard, a_command_is_typed_whole_and_other_text_by_one_key_thoug
 TEST_F(DesktopKeyboard, every_control_has_a_name_and_f1_the_manual)
 {
     start();
-    for (const QWidget* widget : desktop->main_window().findChildren<QWidget*>())
+    for (QWidget* widget : desktop->main_window().findChildren<QWidget*>())
         if (widget->objectName().startsWith("Form1.") && dynamic_cast<const QLabel*>(widget) == nullptr) {
             EXPECT_FALSE(widget->accessibleName().isEmpty()) << widget->objectName().toStdString();
+            const auto* heard = QAccessible::queryAccessibleInterface(widget);
+            ASSERT_NE(heard, nullptr);
+            EXPECT_NE(heard->role(), QAccessible::Client) << widget->objectName().toStdString();
         }
+    form1().number_box().set_text(U"甲\r\n乙");
+    click("Form1.Text1(2)");
+    auto* const number = QAccessible::queryAccessibleInterface(&find("Form1.Text1(2)"));
+    EXPECT_EQ(number->role(), QAccessible::EditableText);
+    EXPECT_EQ(number->textInterface()->text(0, 4), "甲\r\n乙");
+    number->textInterface()->addSelection(1, 4);
+    EXPECT_EQ(form1().number_box().selected_text(), U"\r\n乙");
+    EXPECT_EQ(number->textInterface()->cursorPosition(), 4);
     QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_F1);
     auto& manual = find<QTextBrowser>("manual");
     EXPECT_TRUE(manual.isVisible());
@@ -205,6 +217,9 @@ TEST_F(DesktopKeyboard, the_keyboard_reaches_everything)
     EXPECT_TRUE(wait_until([&] { return find("Form3.Text1(5)").hasFocus(); }));
     QTest::keyClick(&find("Form3.Text1(5)"), Qt::Key_F8);
     EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
+    form1().comp = true;
+    QTest::keyClick(&box, Qt::Key_F8);
+    EXPECT_TRUE(wait_until([&] { return find("Form3.Text1(4)").hasFocus(); })) << "two tables are compared";
 }
 
 TEST_F(DesktopKeyboard, a_line_end_is_typed_into_the_number_box)

@@ -227,6 +227,22 @@ TEST(TextRows, marks_have_their_own_size)
     EXPECT_EQ(of.rows.x_of(row, 9), 10 + 10 + 40 + 30 + 60);
 }
 
+TEST(TextArea, breaks_the_lines_of_prose_and_leaves_a_table_whole)
+{
+    PlainFont font;
+    TextArea area(font);
+    area.set_size(110, 100);
+    area.set_wraps_prose(true);
+    area.set_text(PaneText(TextView(U"one two three four\r\n")), false);
+    EXPECT_EQ(area.shown()[1].row.start, 8U);
+    area.set_text(PaneText(TextView(U"one two\tthree four five\r\n")), false);
+    EXPECT_TRUE(area.is_table());
+    EXPECT_EQ(area.shown()[0].row.end, 23U);
+    area.set_text(PaneText(TextView(U"one two three four\r\n")), false);
+    area.set_wraps_prose(false);
+    EXPECT_EQ(area.shown()[0].row.end, 18U);
+}
+
 TEST(TextArea, shows_the_end_at_the_bottom_and_goes_no_further_than_needed)
 {
     PlainFont font;

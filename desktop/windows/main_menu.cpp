@@ -1,0 +1,189 @@
+#include "desktop/windows/main_menu.h"
+
+#include "desktop/look/qt_text.h"
+#include "desktop/services/recent_files.h"
+#include "mainwindow/installation_files.h"
+#include "platform/files/path_text.h"
+
+#include <QActionGroup>
+#include <QShortcut>
+
+namespace tarvik {
+
+namespace {
+
+struct ManualPage {
+    const char32_t* query; // what it begins with
+    const char* heading;
+};
+constexpr const char* other_dockets = "其他维修单据";
+constexpr ManualPage manual_pages[] = {
+    {U"An order", "送修单"},
+    {U"An prices", "送修单"},
+    {U"An kqtest", "考勤"},
+    {U"An label", "标签清单"},
+    {U"An statistic", "标签清单"},
+    {U"An appear", "设计器"},
+    {U"An testsesame", "设计器"},
+    {U"An tomation", "设计器"},
+    {U"An Sesame", "设计器"},
+    {U"An Excelfile", "设计器"},
+    {U"An keptfile", "设计器"},
+    {U"An testdocket", other_dockets},
+    {U"An bendocket", other_dockets},
+    {U"An dandocket", other_dockets},
+    {U"An wodben", other_dockets},
+    {U"An dockword", other_dockets},
+    {U"An", "批量出单"},
+};
+const QString designer_heading = "设计器";
+
+} // namespace
+
+QString manual_heading(const Program& program)
+{
+    const Form1& form1 = program.form1;
+    for (const ManualPage& page : manual_pages)
+        if (form1.query_box().text().starts_with(page.query)) return page.heading;
+    if (program.module1.designeropen) return designer_heading;
+    if (form1.dbresult || program.module1.analysismode) return "数据列";
+    return "阅读与查寻";
+}
+
+MainMenu::MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, ManualWindow& manual,
+                   MenuHost host)
+    : program_(program), form1_(form1), form3_(form3), manual_(manual), host_(std::move(host))
+{
+    QPushButton& button = form1.status().menu_button();
+    const auto open = [this, &button] {
+        menu_.popup(button.mapToGlobal(QPoint(0, -menu_.sizeHint().height())));
+        menu_.setActiveAction(menu_.actions().front());
+    };
+    QObject::connect(&button, &QPushButton::clicked, &menu_, open);
+    QObject::connect(new QShortcut(Qt::Key_F10, &form1), &QShortcut::activated, &menu_, open);
+    add(menu_, "打开……", {"Ctrl+O"}, [this] { form1_.press(program_.form1.Command1[0]); });
+    add(menu_, "保存……", {"Ctrl+S"}, [this] { form1_.press(program_.form1.Command1[4]); });
+    const auto open_installation = [this] { host_.open_folder(to_qt(program_.platform.files.installation_folder())); };
+    add(menu_, "打开安装目录", {}, open_installation);
+    add_reading();
+    add_run();
+    add_view();
+    add(menu_, "使用手册", {"F1"}, [this] { manual_.open_at(manual_heading(program_)); });
+    const auto back = [this] {
+        form1_.activateWindow();
+        form1_.query_box().setFocus(Qt::ShortcutFocusReason);
+    };
+    const auto bind = [](QWidget& window, const char* keys, auto action) {
+        QObject::connect(new QShortcut(QKeySequence(keys), &window), &QShortcut::activated, &window, action);
+    };
+    for (const char* keys : {"F6", "F8"}) bind(form3, keys, back);
+    bind(form4, "F6", back);
+    bind(form3, "F1", [this] { manual_.open_at(manual_heading(program_)); });
+    bind(form4, "F1", [this] { manual_.open_at(designer_heading); });
+}
+
+void MainMenu::add(QMenu& menu, const char* text, const QStringList& keys, std::function<void()> act)
+{
+    QAction* const action = menu.addAction(text);
+    QList<QKeySequence> sequences;
+    for (const QString& key : keys) sequences += QKeySequence(key);
+    action->setShortcuts(sequences);
+    form1_.addAction(action); // the keys work while the menu is closed
+    QObject::connect(action, &QAction::triggered, &menu_, std::move(act));
+}
+
+void MainMenu::add_switch(QMenu& menu, const char* text, const QString& setting, bool preset,
+                          std::function<void(bool)> act)
+{
+    QAction* const action = menu.addAction(text);
+    action->setCheckable(true);
+    action->setChecked(user_settings().value(setting, preset).toBool());
+    act(action->isChecked());
+    QObject::connect(action, &QAction::toggled, &menu_, [setting, act = std::move(act)](bool on) {
+        user_settings().setValue(setting, on);
+        act(on);
+    });
+}
+
+void MainMenu::add_reading()
+{
+    QMenu& menu = *menu_.addMenu("阅读与查寻");
+    Form1& form1 = program_.form1;
+    const struct {
+        const char *text, *keys;
+        const Control& button;
+    } buttons[] = {
+        {"上一页", "Ctrl+PgUp", form1.Command2[0]},
+        {"下一页", "Ctrl+PgDown", form1.Command2[1]},
+        {"上一条结果", "Alt+Left", form1.Command1[3]},
+        {"下一条结果", "Alt+Right", form1.Command1[2]},
+    };
+    for (const auto& row : buttons)
+        add(menu, row.text, {row.keys}, [this, &button = row.button] { form1_.press(button); });
+    add(menu, "到结果所在的页", {"F5"}, [this] { form1_.go_to_result(); });
+    add(menu, "放回隔离符", {"F7"}, [this] { form1_.put_separator(); });
+    menu.addSeparator();
+    add(menu, "在窗格中查找", {"Ctrl+F"}, [this] { form1_.open_find_bar(); });
+    add(menu, "查找下一处", {"F3"}, [this] { form1_.find(true); });
+    add(menu, "查找上一处", {"Shift+F3"}, [this] { form1_.find(false); });
+    menu.addSeparator();
+    add(menu, "查所选的词", {"F2"}, [this] { form1_.look_up(); });
+    add(menu, "前一个查过的词", {"Alt+Up"}, [this] { form1_.walk_words(-1); });
+    add(menu, "后一个查过的词", {"Alt+Down"}, [this] { form1_.walk_words(1); });
+    menu.addSeparator();
+    add(menu, "按键与键入之间切换", {"F4"}, [this] { form1_.switch_typing(); });
+    add(menu, "查寻条件框与窗格", {"F6"}, [this] { form1_.switch_focus(); });
+    add(menu, "列次小窗口", {"F8"}, [this] { form3_.take_focus(); });
+}
+
+void MainMenu::add_run()
+{
+    QMenu& menu = *menu_.addMenu("运行");
+    add(menu, "做完手上这张就停", {"Ctrl+."}, [this] { form1_.status().stop(); });
+    add(menu, "出了和没有出的单", {"Ctrl+L"}, [this] { form1_.status().list_end(); });
+    add(menu, "打开所存的文件夹", {"Ctrl+E"}, [this] { form1_.status().open_end(); });
+    add(menu, "打开存储路径", {}, [this] {
+        const Text& folder = program_.form1.outfolder;
+        const TextView path = folder.empty() ? files::default_output : TextView(folder);
+        host_.open_folder(QString::fromStdString(utf8_of(program_.platform.files.resolve(path))));
+    });
+}
+
+void MainMenu::add_view()
+{
+    QMenu& menu = *menu_.addMenu("显示");
+    add_switch(menu, "自动换行（表格除外）", "view/wraps", true, [this](bool on) { form1_.set_wraps(on); });
+    add_switch(menu, "行号", "view/numbers", false, [this](bool on) { form1_.show_line_numbers(on); });
+    add_switch(menu, "跟随增长的文件", "view/follows", false, [this](bool on) { host_.follow_file(on); });
+    menu.addSeparator();
+    add(menu, "文字放大", {"Ctrl++", "Ctrl+="}, [this] { form1_.zoom_panes(1); });
+    add(menu, "文字缩小", {"Ctrl+-"}, [this] { form1_.zoom_panes(-1); });
+    add(menu, "文字复原", {"Ctrl+0"}, [this] { form1_.zoom_panes(0); });
+    add_looks(*menu.addMenu("外观"));
+}
+
+void MainMenu::add_looks(QMenu& menu)
+{
+    const QString setting = "view/look";
+    const struct {
+        const char *text, *name;
+        std::optional<Look> look;
+    } looks[] = {{"跟随系统", "", std::nullopt},
+                 {"浅色", "light", Look::Light},
+                 {"深色", "dark", Look::Dark},
+                 {"高对比度", "contrast", Look::HighContrast}};
+    auto* const group = new QActionGroup(&menu);
+    const QString chosen = user_settings().value(setting).toString();
+    for (const auto& row : looks) {
+        QAction* const action = group->addAction(menu.addAction(row.text));
+        action->setCheckable(true);
+        action->setChecked(chosen == row.name);
+        if (action->isChecked()) host_.set_look(row.look);
+        QObject::connect(action, &QAction::triggered, &menu_, [this, setting, row] {
+            user_settings().setValue(setting, row.name);
+            host_.set_look(row.look);
+        });
+    }
+}
+
+} // namespace tarvik
