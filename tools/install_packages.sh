@@ -14,7 +14,7 @@ packages_for() {
     package) echo "dpkg-dev file lintian" ;;
     valgrind) echo "valgrind" ;;
     fuzz) echo "clang-14 libclang-rt-14-dev" ;;
-    bench) echo "gawk python3 python3-docx python3-matplotlib python3-openpyxl libc-bin xvfb xdotool" ;;
+    bench) echo "gawk mawk python3 python3-docx python3-matplotlib python3-openpyxl libc-bin xvfb xdotool" ;;
     pictures) echo "xvfb xdotool imagemagick fonts-wqy-zenhei" ;;
     *) echo "unknown group: $1" >&2; exit 2 ;;
     esac
