@@ -65,11 +65,6 @@ if(WIN32)
 else()
   set(TARVIK_SYSTEM posix)
 endif()
-if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT TARVIK_SANITIZE)
-  set(TARVIK_BLOCKS huge_pages)
-else()
-  set(TARVIK_BLOCKS plain)
-endif()
 
 # Windows has no conversion of GB18030 that can be relied on: a copy of the building system's becomes a part of the
 # program.

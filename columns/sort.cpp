@@ -21,7 +21,7 @@ void sort_by_column(Module1& arrays, std::size_t column, std::size_t last_row)
     std::vector<double> keys;
     keys.reserve(last_row + 1);
     for (std::size_t row = 0; row <= last_row; ++row) {
-        prefetch(arrays.suf.cell(row + prefetch_ahead, column));
+        arrays.suf.prefetch(row + prefetch_ahead, column);
         keys.push_back(sunnum(arrays.suf.cell(row, column)));
     }
     for (const Swap& swap : selection_swaps(keys)) {

@@ -160,14 +160,18 @@ void require_lines(const RowTexts& rows, std::size_t count)
 /// Gives whether any field that is not empty was stored.
 bool store_cells(Table& table, const RowTexts& rows, std::size_t count)
 {
+    std::array<std::uint32_t, last_split_column> starts{};
     bool any = false;
     for (std::size_t row = 0; row < count; ++row) {
         if (rows.is_empty(row)) continue;
         const TextView line = rows.line(row);
+        std::size_t fields = 0;
         split_line(line, [&](std::size_t column, std::size_t start, std::size_t length) {
-            table.set_cell_view(row, column, line.substr(start, length));
+            starts[column - 1] = static_cast<std::uint32_t>(start);
+            fields = column;
             any = any || length > 0;
         });
+        table.set_fields(row, line, std::span(starts).first(fields));
     }
     return any;
 }

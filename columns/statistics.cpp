@@ -11,13 +11,17 @@ namespace tarvik {
 
 namespace {
 
-Statistic count_values(const Table& suf, std::size_t column, std::size_t rows)
+/// Each cell is looked at once: with other rows between, it is far from the processor again.
+Statistic count_values(Module1& arrays, std::size_t column, std::size_t rows)
 {
     Statistic statistic;
     TextIndex values;
+    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy}) array->clear(0, array->last());
+    arrays.distinct.keep(arrays.suf.buffers());
     for (std::size_t row = 0; row < rows; ++row) {
-        prefetch(suf.cell(row + prefetch_ahead, column));
-        const TextView cell = suf.cell(row, column);
+        arrays.suf.prefetch(row + prefetch_ahead, column);
+        const TextView cell = arrays.suf.cell(row, column);
+        arrays.distinct.set_view(row, cell);
         if (cell.empty()) continue;
         const auto [number, is_new] = values.insert(cell);
         if (is_new) statistic.counts.push_back({cell, 0, row});
@@ -28,25 +32,20 @@ Statistic count_values(const Table& suf, std::size_t column, std::size_t rows)
 }
 
 /// A value's count stands at its first row, 0 at the others; the working copy is used up by the count.
-void leave_arrays(Module1& arrays, std::size_t column, std::size_t rows, const Statistic& statistic)
+void leave_counts(TextArray& distinctn, std::size_t rows, const Statistic& statistic)
 {
-    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy}) array->clear(0, array->last());
-    arrays.distinct.keep(arrays.suf.buffers());
-    for (std::size_t row = 0; row < rows; ++row) {
-        arrays.distinct.set_view(row, arrays.suf.cell(row, column));
-        arrays.distinctn.set_view(row, TextView(U"0"));
-    }
-    Text numbers;
+    Text numbers = U"0";
     std::vector<std::size_t> ends;
     for (const Count& value : statistic.counts) {
         numbers += number_text(value.count);
         ends.push_back(numbers.size());
     }
     const SharedBuffer buffer = make_buffer(numbers);
-    std::size_t start = 0;
+    distinctn.keep({buffer});
+    for (std::size_t row = 0; row < rows; ++row) distinctn.set_view(row, buffer->view().substr(0, 1));
+    std::size_t start = 1;
     for (std::size_t i = 0; i < ends.size(); ++i) {
-        const TextView count = buffer->view().substr(start, ends[i] - start);
-        arrays.distinctn.set(statistic.counts[i].first_row, count, buffer);
+        distinctn.set_view(statistic.counts[i].first_row, buffer->view().substr(start, ends[i] - start));
         start = ends[i];
     }
 }
@@ -54,8 +53,8 @@ void leave_arrays(Module1& arrays, std::size_t column, std::size_t rows, const S
 Statistic count_column(Program& program, std::size_t column)
 {
     const auto rows = static_cast<std::size_t>(program.form1.curcount);
-    Statistic statistic = count_values(program.module1.suf, column, rows);
-    leave_arrays(program.module1, column, rows, statistic);
+    Statistic statistic = count_values(program.module1, column, rows);
+    leave_counts(program.module1.distinctn, rows, statistic);
     return statistic;
 }
 

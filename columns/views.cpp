@@ -7,8 +7,11 @@ namespace tarvik {
 
 void RowView::add(TextView before, Piece first, TextView between, Piece second)
 {
-    lines_.push_back({first.text, second.text, added_.size(), static_cast<std::uint32_t>(before.size()),
-                      static_cast<std::uint32_t>(between.size()), first.is_row, second.is_row});
+    const bool alone = before.empty() && between.empty() && !second.is_row && second.text.empty();
+    if (!alone)
+        more_.push_back({added_.size(), static_cast<std::uint32_t>(before.size()),
+                         static_cast<std::uint32_t>(between.size()), second});
+    lines_.push_back({first.text, alone ? 0 : static_cast<std::uint32_t>(more_.size()), first.is_row});
     before.append_to(added_);
     between.append_to(added_);
 }
@@ -23,11 +26,12 @@ void RowView::for_each_piece(const Line& line, Work&& work) const
         if (!text.empty()) work(text);
         if (tabs) work(TextView(tab));
     };
+    const More more = line.more > 0 ? more_[line.more - 1] : More{};
     const TextView added = added_;
-    if (line.before > 0) work(added.substr(line.added, line.before));
+    if (more.before > 0) work(added.substr(more.added, more.before));
     piece(line.first, line.first_is_row);
-    if (line.between > 0) work(added.substr(line.added + line.before, line.between));
-    piece(line.second, line.second_is_row);
+    if (more.between > 0) work(added.substr(more.added + more.before, more.between));
+    piece(more.second.text, more.second.is_row);
 }
 
 void RowView::append_line(std::size_t index, Text& target) const

@@ -41,11 +41,16 @@ private:
         TextView text;
         bool is_row = false;
     };
+    /// What stands beside the first piece; most lines are a row alone.
+    struct More {
+        std::size_t added = 0;
+        std::uint32_t before = 0, between = 0; ///< characters of the added texts
+        Piece second;
+    };
     struct Line {
-        TextView first, second;
-        std::size_t added;
-        std::uint32_t before, between; ///< characters of the added texts
-        bool first_is_row, second_is_row;
+        TextView first;
+        std::uint32_t more = 0; ///< its number, from 1
+        bool first_is_row = false;
     };
     void add(TextView before, Piece first, TextView between, Piece second);
     /// Calls `work` with each piece of the line in order.
@@ -54,6 +59,7 @@ private:
 
     std::vector<SharedBuffer> buffers_;
     std::vector<Line> lines_;
+    std::vector<More> more_;
     Text added_;
 };
 

@@ -37,7 +37,7 @@ Marks write_block(Program& program, Marks rows, int counts_column)
 void load_second_report(Program& program)
 {
     Form1& form1 = program.form1;
-    Document document = program.documents.load(program.platform.files, installed(program, files::report_labels));
+    Document document = load_document(program, installed(program, files::report_labels));
     if (!document.empty()) form1.RichTextBox2.set_content(PaneText(std::move(document)));
 }
 

@@ -75,20 +75,24 @@ std::size_t LineSource::line_at(std::size_t offset) const
     return line;
 }
 
-void LineSource::append_to(std::size_t offset, std::size_t count, Text& target) const
+std::size_t LineSource::hand_over(std::size_t offset, std::size_t count, std::size_t at_once,
+                                  const std::function<void(TextView)>& take) const
 {
-    const std::size_t lines = line_count();
-    std::size_t line = offset == 0 ? 0 : line_at(offset);
+    std::size_t line = offset == 0 ? 0 : line_at(offset), taken = 0;
     std::size_t skip = offset == 0 ? 0 : offset - line_start(line);
-    for (; line < lines && count > 0; ++line) {
-        const std::size_t before = target.size();
-        append_line(line, target);
-        target += line_end;
-        target.erase(before, std::min(skip, target.size() - before));
+    Text written;
+    for (const std::size_t end = line_count(); line < end && taken < count; ++line) {
+        append_line(line, written);
+        written += line_end;
+        const bool enough = written.size() - skip >= count - taken;
+        if (!enough && written.size() < at_once && line + 1 < end) continue;
+        const TextView part = TextView(written).substr(skip, count - taken);
+        take(part);
+        taken += part.size();
         skip = 0;
-        if (target.size() - before > count) target.resize(before + count);
-        count -= target.size() - before;
+        written.clear();
     }
+    return taken;
 }
 
 } // namespace tarvik

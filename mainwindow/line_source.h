@@ -2,6 +2,7 @@
 
 #include "platform/text/text.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -32,8 +33,11 @@ public:
     std::size_t line_start(std::size_t line) const;
     /// The line that holds the character at `offset`; the line behind the last for the end.
     std::size_t line_at(std::size_t offset) const;
-    /// Appends the `count` characters from `offset`, as many as there are.
-    void append_to(std::size_t offset, std::size_t count, Text& target) const;
+    /// Hands over the `count` characters from `offset`, as many as there are, and gives how many there were. It goes in
+    /// parts of about `at_once` characters, or of one line if that is longer, so that nothing but what they are put
+    /// into grows with them.
+    std::size_t hand_over(std::size_t offset, std::size_t count, std::size_t at_once,
+                          const std::function<void(TextView)>& take) const;
 
 private:
     mutable std::vector<std::size_t> starts_;

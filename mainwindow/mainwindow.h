@@ -1,20 +1,44 @@
 #pragma once
 
-#include "mainwindow/document_cache.h"
 #include "mainwindow/form1.h"
 #include "mainwindow/form3.h"
 #include "mainwindow/form4.h"
-#include "mainwindow/module1.h"
 #include "mainwindow/noted_files.h"
 #include "mainwindow/run_record.h"
+#include "mainwindow/table.h"
+#include "platform/files/file_cache.h"
 #include "platform/platform.h"
 
 #include <map>
 #include <set>
+#include <vector>
 
 /// What this folder offers: the program's state and window model, start-up and shutdown, the resets, the layout rule,
-/// the pane movements, and the small services (messages, scratch files) that every handler above it uses.
+/// the pane movements, and the small services (messages, files, numbers) that every handler above it uses.
 namespace tarvik {
+
+/// The arrays and flags that all of the program shares. An array lives as long as the program.
+struct Module1 {
+    TextArray pages{1'000'000};    ///< the open document in pages; index 0 is the first
+    TextArray hits{1'000'000};     ///< results of the query with no option
+    TextArray filehits{1'000'000}; ///< results of the sentence query
+    TextArray cnhits{1'000'000};   ///< entries of the Chinese dictionary
+    TextArray enhits{1'000'000};   ///< entries of the English dictionary's letter files
+    TextArray zhhits{1'000'000};   ///< entries of the English dictionary for other words
+
+    Table suf;
+    Table sug;
+    RowTexts sufrow{300'000};
+    RowTexts sugrow{300'000};
+    TextArray rowhits{1'000'000}; ///< lines that a column query found, the removed duplicates empty
+    TextArray distinct{300'000};  ///< values of a statistic
+    TextArray distinctn{300'000}; ///< count of each, as decimal text
+    TextArray colcopy{300'000};   ///< working copy of the counted column
+    TextArray keylist{10'000};    ///< keys of a report run
+
+    bool analysismode = false; ///< the window shows the data-analysis controls
+    bool designeropen = false; ///< the report designer is shown
+};
 
 struct Program {
     Program(const Platform& platform_, OfficeEngines& office_)
@@ -31,7 +55,7 @@ struct Program {
     NotedFiles files; ///< what platform.files leads to
     Platform platform;
     OfficeEngines& office;
-    DocumentCache documents;                   ///< foreign files that scans read, decoded once
+    FileCache<Document> documents;             ///< foreign files that scans read, decoded once
     std::map<Text, FileStamp> blank_templates; ///< templates as the blanking left them empty, by path
     OpenedFile opened;                         ///< the document that was opened last
     Text notice;                               ///< what was passed over in silence; a front may show it and empties it
@@ -48,6 +72,8 @@ Answer ask(Program& program, TextView text, TextView title, Buttons buttons, Ico
 
 /// The path of a fixed file name in the installation folder.
 Text installed(const Program& program, TextView name);
+/// A foreign text file, decoded once and again only when it has changed. Throws Failure when it cannot be read.
+Document load_document(Program& program, TextView path);
 
 // Start-up and shutdown
 

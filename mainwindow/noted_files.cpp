@@ -9,6 +9,13 @@ std::string NotedFiles::read(TextView path) const
     return bytes;
 }
 
+ByteSource NotedFiles::open_for_input(TextView path) const
+{
+    ByteSource source = noted().open_for_input(path);
+    form1_.textstream = true;
+    return source;
+}
+
 void NotedFiles::replace(TextView path, std::string_view bytes)
 {
     noted().replace(path, bytes);

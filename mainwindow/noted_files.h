@@ -18,6 +18,7 @@ public:
     bool folder_exists(TextView path) const override { return noted().folder_exists(path); }
     FileStamp stamp(TextView path) const override { return noted().stamp(path); }
     std::string read(TextView path) const override;
+    ByteSource open_for_input(TextView path) const override;
     void replace(TextView path, std::string_view bytes) override;
     std::unique_ptr<ReplacementFile> begin_replacement(TextView path) override;
     std::unique_ptr<OutputFile> open_for_output(TextView path) override;

@@ -10,7 +10,6 @@ namespace {
 
 using Lines = std::shared_ptr<const LineSource>;
 
-constexpr std::u32string_view line_end = U"\r\n";
 constexpr std::size_t usual_part = 1 << 16;
 
 std::size_t piece_size(const PaneText::Piece& piece)
@@ -19,36 +18,14 @@ std::size_t piece_size(const PaneText::Piece& piece)
     return std::get<Lines>(piece)->size();
 }
 
-/// Hands over the `count` characters from `offset`, as many as there are, and gives how many there were. It goes
-/// `at_once` characters at a time, or a line if that is longer, so that nothing but what they are put into grows with
-/// them.
-template <typename Take>
+/// See LineSource::hand_over().
 std::size_t hand_over_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, std::size_t at_once,
-                            const Take& take)
+                            const std::function<void(TextView)>& take)
 {
-    if (const auto* shared = std::get_if<SharedText>(&piece)) {
-        const TextView part = shared->view.substr(offset, count);
-        for (std::size_t at = 0; at < part.size(); at += at_once) take(part.substr(at, at_once));
-        return part.size();
-    }
-    const LineSource& lines = *std::get<Lines>(piece);
-    std::size_t line = offset == 0 ? 0 : lines.line_at(offset), appended = 0;
-    std::size_t skip = offset == 0 ? 0 : offset - lines.line_start(line);
-    Text written;
-    const auto hand_over = [&] {
-        const TextView part = TextView(written).substr(skip, count - appended);
-        take(part);
-        appended += part.size();
-        skip = 0;
-        written.clear();
-    };
-    for (const std::size_t end = lines.line_count(); line < end && appended < count; ++line) {
-        lines.append_line(line, written);
-        written += line_end;
-        const bool enough = written.size() - skip >= count - appended;
-        if (enough || written.size() >= at_once || line + 1 == end) hand_over();
-    }
-    return appended;
+    if (const auto* lines = std::get_if<Lines>(&piece)) return (*lines)->hand_over(offset, count, at_once, take);
+    const TextView part = std::get<SharedText>(piece).view.substr(offset, count);
+    for (std::size_t at = 0; at < part.size(); at += at_once) take(part.substr(at, at_once));
+    return part.size();
 }
 
 std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, TextBuilder& target)

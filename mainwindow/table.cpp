@@ -1,6 +1,7 @@
 #include "mainwindow/table.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace tarvik {
 
@@ -28,44 +29,109 @@ void RowTexts::swap(std::size_t a, std::size_t b)
     lines_.set(b, line);
 }
 
-Table::Table()
+Table::Table() : lines_(last_row)
 {
     columns_.reserve(last_column + 1);
     for (std::size_t column = 0; column <= last_column; ++column) columns_.emplace_back(last_row);
+}
+
+TextView Table::cell(std::size_t row, std::size_t column) const
+{
+    const Cell cell = column <= last_column ? columns_[column].get(row) : 0;
+    if (cell == 0) return {};
+    if (cell >= own) return views_[cell - own];
+    const TextView field = lines_.get(row).text.substr(cell - 1);
+    return field.substr(0, field.find(U'\t'));
+}
+
+void Table::prefetch(std::size_t row, std::size_t column) const
+{
+    const Cell cell = column <= last_column ? columns_[column].get(row) : 0;
+    const TextView text = cell >= own ? views_[cell - own] : lines_.get(row).text.substr(cell == 0 ? 0 : cell - 1);
+    __builtin_prefetch(text.data());
 }
 
 void Table::set_cell(std::size_t row, std::size_t column, TextView text)
 {
     if (column > last_column) throw Failure(U"数据超出软件所设定的数组范围。");
     if (text.empty()) {
-        columns_[column].set(row, {});
+        forget(row, column);
+        columns_[column].set(row, 0);
         return;
     }
     const SharedBuffer buffer = make_buffer(text);
     keep({buffer});
-    columns_[column].set(row, buffer->view());
+    set_own(row, column, buffer->view());
+}
+
+void Table::set_cell_view(std::size_t row, std::size_t column, TextView piece)
+{
+    assert(keeper_.holds(piece));
+    set_own(row, column, piece);
+}
+
+void Table::set_own(std::size_t row, std::size_t column, TextView piece)
+{
+    forget(row, column);
+    if (free_.empty()) {
+        columns_[column].set(row, own + static_cast<Cell>(views_.size()));
+        views_.push_back(piece);
+        return;
+    }
+    columns_[column].set(row, own + free_.back());
+    views_[free_.back()] = piece;
+    free_.pop_back();
+}
+
+// The number of the cell's own view is free again.
+void Table::forget(std::size_t row, std::size_t column)
+{
+    const Cell cell = columns_[column].get(row);
+    if (cell < own) return;
+    views_[cell - own] = {};
+    free_.push_back(cell - own);
+}
+
+void Table::set_fields(std::size_t row, TextView line, std::span<const std::uint32_t> starts)
+{
+    assert(keeper_.holds(line));
+    const std::size_t before = lines_.get(row).columns;
+    for (std::size_t column = starts.size() + 1; column <= before; ++column)
+        if (const Cell kept = columns_[column].get(row); kept != 0 && kept < own)
+            set_own(row, column, cell(row, column));
+    lines_.set(row, {line, starts.size()});
+    for (std::size_t i = 0; i < starts.size(); ++i) {
+        if (!views_.empty()) forget(row, i + 1);
+        columns_[i + 1].set(row, starts[i] + 1);
+    }
 }
 
 void Table::keep(const std::vector<SharedBuffer>& buffers)
 {
     if (keeper_.wants_sweep())
         keeper_.sweep([this](const auto& see) {
-            for (const auto& column : columns_) column.for_each_used(see);
+            lines_.for_each_used([&see](const Line& line) { see(line.text); });
+            for (const TextView view : views_) see(view);
         });
     for (const SharedBuffer& buffer : buffers) keeper_.keep(buffer);
 }
 
 void Table::clear(std::size_t from_row, std::size_t to_row, std::size_t from_column, std::size_t to_column)
 {
-    for (std::size_t column = from_column; column <= std::min(to_column, last_column); ++column)
+    for (std::size_t column = from_column; column <= std::min(to_column, last_column); ++column) {
+        for (std::size_t row = from_row; !views_.empty() && row <= std::min(to_row, last_row); ++row)
+            forget(row, column);
         columns_[column].clear(from_row, to_row);
+    }
+    for (std::size_t row = from_row; from_column <= 1 && row <= std::min(to_row, last_row); ++row)
+        if (lines_.get(row).columns <= to_column) lines_.clear(row, row);
 }
 
 void Table::swap_cells(std::size_t column, std::size_t row_a, std::size_t row_b)
 {
-    const TextView cell = columns_[column].get(row_a);
-    columns_[column].set(row_a, columns_[column].get(row_b));
-    columns_[column].set(row_b, cell);
+    const TextView a = cell(row_a, column), b = cell(row_b, column);
+    set_own(row_a, column, b);
+    set_own(row_b, column, a);
 }
 
 } // namespace tarvik

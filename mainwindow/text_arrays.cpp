@@ -31,6 +31,14 @@ void BufferKeeper::keep(const SharedBuffer& buffer)
     latest_ = buffer.get();
 }
 
+bool BufferKeeper::holds(TextView view) const
+{
+    const auto* const begin = static_cast<const std::uint8_t*>(view.data());
+    return view.empty() || std::ranges::any_of(buffers_, [&](const SharedBuffer& buffer) {
+               return begin >= first_byte(buffer) && begin + view.size() * view.width() <= end_byte(buffer);
+           });
+}
+
 void BufferKeeper::sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view)
 {
     std::vector<SharedBuffer> sorted(buffers_.begin(), buffers_.end());

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <functional>
 #include <memory>
 #include <unordered_set>
@@ -71,7 +72,8 @@ public:
     bool wants_sweep() const { return buffers_.size() >= sweep_at_ || bytes_ > sweep_at_bytes_; }
     /// `for_each_view` calls its argument for every view in use.
     void sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view);
-    std::size_t size() const { return buffers_.size(); }
+    /// Whether a view lies in a buffer that is kept, or is empty. For assertions.
+    bool holds(TextView view) const;
     std::vector<SharedBuffer> buffers() const { return {buffers_.begin(), buffers_.end()}; }
 
 private:
@@ -92,8 +94,12 @@ public:
     void set(std::size_t index, TextView text);
     /// Stores a piece of `buffer` without a copy.
     void set(std::size_t index, TextView piece, const SharedBuffer& buffer);
-    /// Stores a piece of a buffer that keep() was called with, or of storage that outlives the array.
-    void set_view(std::size_t index, TextView piece) { views_.set(index, piece); }
+    /// Stores a piece of a buffer that keep() was called with.
+    void set_view(std::size_t index, TextView piece)
+    {
+        assert(keeper_.holds(piece));
+        views_.set(index, piece);
+    }
     /// Keeps all of them from before the first of their pieces is stored. Buffers that no element looks into go.
     void keep(const std::vector<SharedBuffer>& buffers);
     void clear(std::size_t first, std::size_t last) { views_.clear(first, last); }

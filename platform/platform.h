@@ -75,9 +75,12 @@ public:
     /// Twips.
     virtual double width() const = 0;
     virtual double height() const = 0;
-    /// A long run has something to show: the front may bring what it shows up to date. No handler is entered meanwhile.
+    /// A long run has something to show: the front may bring what it shows up to date from the controls of the model,
+    /// and lets the system draw it. It changes nothing of the model, opens no box and enters no handler; what the user
+    /// does waits. It does not read the tables and arrays either: another thread may be filling them.
     virtual void refresh() = 0;
-    /// How far a long piece of work has come, `done` of `total`; total 0 ends the display.
+    /// How far a long piece of work has come, `done` of `total`; total 0 ends the display. The front may do what it may
+    /// in refresh().
     virtual void progress(std::uint64_t done, std::uint64_t total) = 0;
     /// Opens the context menu; its entry comes back as an event.
     virtual void popup_menu() = 0;

@@ -1,6 +1,5 @@
 #include "platform/files/path_text.h"
 #include "platform/files/working_folder.h"
-#include "platform/large_blocks/large_blocks.h"
 #include "platform/program_start.h"
 #include "playback/player.h"
 #include "scripts/task_files.h"
@@ -96,7 +95,6 @@ int do_as_asked(Options options)
 
 int main(int count, char** words)
 {
-    tarvik::reuse_freed_memory();
     const std::vector<std::string> arguments = tarvik::start_program(count, words);
     try {
         return do_as_asked(tarvik::parse_options(arguments));

@@ -77,7 +77,7 @@ bool read_dictionary(Program& program, TextView file, TextView title)
         tell(program, path + U"不存在！请将该词典文件复制到安装目录下。", title);
         return false;
     }
-    program.form1.RichTextBox1.set_content(PaneText(program.documents.load(program.platform.files, path)));
+    program.form1.RichTextBox1.set_content(PaneText(load_document(program, path)));
     return true;
 }
 

@@ -16,7 +16,7 @@ void read_and_cut(Program& program, TextView path)
     Form1& form1 = program.form1;
     form1.RichTextBox1.set_visible(false);
     form1.RichTextBox2.set_visible(true);
-    const ForeignText text = recognise_foreign(program.platform.files.read(path));
+    const ForeignText text = recognise_foreign([&] { return program.platform.files.open_for_input(path); });
     form1.RichTextBox2.set_content(PaneText(text.document.with_closing_line_end()));
     program.opened = {path.str(), text.encoding, text.lines_ended_in_lf};
     if (!cut_pages(program)) return;

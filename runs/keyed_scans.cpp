@@ -9,7 +9,7 @@ namespace {
 void load_report(Program& program, TextView path)
 {
     Form1& form1 = program.form1;
-    Document document = program.documents.load(program.platform.files, path);
+    Document document = load_document(program, path);
     if (document.empty()) {
         tell(program, U"打开文件失败！");
         return;

@@ -128,7 +128,8 @@ void TextLines::append_to(std::size_t offset, std::size_t count, Text& target) c
     while (offset < size_ && count > 0) {
         const Piece& piece = piece_at(offset);
         const std::size_t before = target.size();
-        if (piece.lines) piece.lines->append_to(offset - piece.offset, count, target);
+        const auto take = [&target](TextView part) { part.append_to(target); };
+        if (piece.lines) piece.lines->hand_over(offset - piece.offset, count, count, take);
         else piece.view.substr(offset - piece.offset, count).append_to(target);
         const std::size_t taken = target.size() - before;
         offset += taken;

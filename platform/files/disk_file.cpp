@@ -69,19 +69,24 @@ FileStamp stamp_of(const fs::path& path)
     return {status.size, status.changed, status.status_changed, status.identity, has_settled(status)};
 }
 
+std::shared_ptr<SystemFile> open_for_reading(const fs::path& path)
+{
+    auto file = std::make_shared<SystemFile>(path, Opening::Read);
+    require_plain(file->status());
+    return file;
+}
+
 std::string read_file(const fs::path& path)
 {
-    SystemFile file(path, Opening::Read);
-    const FileStatus status = file.status();
-    require_plain(status);
+    const auto file = open_for_reading(path);
     constexpr std::size_t at_once = std::size_t{1} << 18; // stays near the processor until it is filled
     std::string bytes;
-    bytes.reserve(static_cast<std::size_t>(status.size) + 1);
+    bytes.reserve(static_cast<std::size_t>(file->status().size) + 1);
     for (;;) {
         const std::size_t size = bytes.size();
         if (size == bytes.capacity()) bytes.reserve(size * 2);
         bytes.resize(std::min(size + at_once, bytes.capacity()));
-        const std::size_t got = file.read(std::span(bytes).subspan(size));
+        const std::size_t got = file->read(std::span(bytes).subspan(size));
         bytes.resize(size + got);
         if (got == 0) return bytes;
     }

@@ -4,6 +4,7 @@
 #include "platform/files/system_file.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,7 @@ namespace tarvik {
 
 FileStamp stamp_of(const std::filesystem::path& path);
 /// Only plain files are read.
+std::shared_ptr<SystemFile> open_for_reading(const std::filesystem::path& path);
 std::string read_file(const std::filesystem::path& path);
 void append_to_file(const std::filesystem::path& path, std::string_view bytes);
 

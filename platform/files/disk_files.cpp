@@ -85,6 +85,14 @@ std::string DiskFiles::read(TextView path) const
     return naming_path(U"读取文件", path, [&] { return read_file(resolve(path)); });
 }
 
+ByteSource DiskFiles::open_for_input(TextView path) const
+{
+    auto file = naming_path(U"读取文件", path, [&] { return open_for_reading(resolve(path)); });
+    return [file = std::move(file), shown = path.str()](std::span<char> target) {
+        return naming_path(U"读取文件", shown, [&] { return file->read(target); });
+    };
+}
+
 void DiskFiles::replace(TextView path, std::string_view bytes)
 {
     const auto file = begin_replacement(path);

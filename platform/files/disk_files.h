@@ -29,6 +29,7 @@ public:
     bool folder_exists(TextView path) const override;
     FileStamp stamp(TextView path) const override;
     std::string read(TextView path) const override;
+    ByteSource open_for_input(TextView path) const override;
 
     void replace(TextView path, std::string_view bytes) override;
     std::unique_ptr<ReplacementFile> begin_replacement(TextView path) override;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/text/document.h"
-#include "platform/text/text.h"
+#include "platform/text/code_page.h"
 
 #include <compare>
 #include <cstdint>
@@ -70,6 +69,8 @@ public:
     virtual bool folder_exists(TextView path) const = 0;
     virtual FileStamp stamp(TextView path) const = 0;
     virtual std::string read(TextView path) const = 0;
+    /// The bytes in parts, for a file that may be long; what fails behind the opening is thrown by the source.
+    virtual ByteSource open_for_input(TextView path) const = 0;
 
     /// The file is the old one or the new one, whole, at any instant: written beside the target, flushed, renamed.
     virtual void replace(TextView path, std::string_view bytes) = 0;

@@ -4,6 +4,8 @@
 #include "platform/text/text.h"
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -11,12 +13,11 @@
 /// same bytes for what GBK holds and all other characters too.
 namespace tarvik {
 
-/// A file from outside. A byte order mark (UTF-8, UTF-16 either way) decides; else text that is valid UTF-8 and holds a
-/// character of three bytes or more is UTF-8; else it is GB18030 with 0x80 for the euro sign. No byte is refused:
-/// whatever is invalid becomes U+FFFD and reading goes on with the next byte. A text whose lines end in LF alone gets
-/// CR LF (see with_cr_lf()). Two characters, CR LF, are laid behind the text in the buffer, outside of text(), so that
-/// opening a document needs no copy.
-Document decode_foreign(std::string_view bytes);
+/// Fills the beginning of a span with the next bytes of a file and gives how many they are; 0 at the end. It may be
+/// called in another thread, by one at a time.
+using ByteSource = std::function<std::size_t(std::span<char>)>;
+/// Opens the same bytes from their start, as often as it is called.
+using OpenBytes = std::function<ByteSource()>;
 
 /// A file from outside with what it was recognised as.
 struct ForeignText {
@@ -24,14 +25,19 @@ struct ForeignText {
     std::u32string_view encoding;
     bool lines_ended_in_lf = false; ///< alone, so that they got their CR here
 };
-/// The same as decode_foreign(), for who wants to tell the user how the file was read.
+/// A byte order mark (UTF-8, UTF-16 either way) decides; else text that is valid UTF-8 and holds a character of three
+/// bytes or more is UTF-8; else it is GB18030 with 0x80 for the euro sign. No byte is refused: whatever is invalid
+/// becomes U+FFFD and reading goes on with the next byte. A text whose lines end in LF alone, as those of other systems
+/// do, gets CR LF. Two characters, CR LF, are laid behind the text in the buffer, outside of text(), so that opening a
+/// document needs no copy. The bytes are read in blocks and stand nowhere as a whole; what opening and reading them
+/// throws passes through.
+ForeignText recognise_foreign(const OpenBytes& open);
 ForeignText recognise_foreign(std::string_view bytes);
+/// The document alone.
+Document decode_foreign(std::string_view bytes);
 
 /// What goes behind the end of such a file: the text in its encoding, its CR LF as the file ends its lines.
 std::string encode_behind(const ForeignText& file, TextView text);
-
-/// The document with CR LF for each LF when it holds no CR at all, as texts of other systems do; else the same one.
-Document with_cr_lf(const Document& document);
 
 /// A file that the program wrote itself: the system's code page, with no guess.
 Document decode_own(std::string_view bytes);

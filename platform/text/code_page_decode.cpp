@@ -1,30 +1,21 @@
 #include "platform/text/code_page.h"
 
+#include "platform/background.h"
 #include "platform/text/decoding.h"
 #include "platform/text/gb18030_tables.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
-#include <type_traits>
+#include <array>
+#include <memory>
 
 namespace tarvik {
 
 namespace {
 
-std::size_t count_bytes(std::string_view bytes, unsigned mask, unsigned wanted) noexcept
-{
-    std::size_t count = 0;
-    for (const char byte : bytes) count += (static_cast<std::uint8_t>(byte) & mask) == wanted ? 1U : 0U;
-    return count;
-}
-
 struct Utf8 {
     static constexpr bool keeps_ascii = true;
 
-    static std::size_t expected(std::string_view bytes) noexcept
-    {
-        return bytes.size() - count_bytes(bytes, 0xc0, 0x80);
-    }
     static char16_t two_bytes(const std::uint8_t*) noexcept { return 0; }
     static Decoded step(const std::uint8_t* at, const std::uint8_t* end) noexcept
     {
@@ -37,7 +28,6 @@ template <bool big_endian>
 struct Utf16 {
     static constexpr bool keeps_ascii = false;
 
-    static std::size_t expected(std::string_view bytes) noexcept { return bytes.size() / 2 + 1; }
     static char32_t unit(const std::uint8_t* at) noexcept
     {
         return big_endian ? at[0] * 256U + at[1] : at[1] * 256U + at[0];
@@ -57,10 +47,6 @@ class Gb18030 {
 public:
     static constexpr bool keeps_ascii = true;
 
-    static std::size_t expected(std::string_view bytes) noexcept
-    {
-        return bytes.size() - count_bytes(bytes, 0x80, 0x80) / 2;
-    }
     char16_t two_bytes(const std::uint8_t* at) const noexcept { return characters_[(at[0] & 0x7fU) * 256U + at[1]]; }
 
     Decoded step(const std::uint8_t* at, const std::uint8_t* end) const
@@ -100,78 +86,170 @@ bool is_ascii(std::string_view bytes) noexcept
     return at == end;
 }
 
-Document ascii_document(std::string_view bytes)
+/// The bytes of a source in blocks. The next block of a long source is read while the one in hand is worked on.
+class Blocks {
+public:
+    explicit Blocks(ByteSource source) : source_(std::move(source)) { take(fill(0), {}); }
+    /// Bytes that are there already: one block.
+    explicit Blocks(std::string_view bytes) : is_last_(true), block_(bytes) {}
+
+    std::string_view block() const noexcept { return block_; }
+    bool is_last() const noexcept { return is_last_; }
+    /// On to the next block, which begins with the `kept` last bytes of this one.
+    void advance(std::size_t kept) { take(next_.get(), block_.substr(block_.size() - kept)); }
+    void skip(std::size_t bytes) noexcept { block_.remove_prefix(bytes); }
+
+private:
+    static constexpr std::size_t size = std::size_t{1} << 19, ahead = 16;
+
+    std::size_t fill(unsigned which)
+    {
+        auto& memory = memory_.at(which);
+        if (!memory) memory.reset(new char[ahead + size]); // NOLINT(modernize-make-unique): that would clear it
+        std::span<char> room(memory.get() + ahead, size);
+        while (!room.empty()) {
+            const std::size_t got = source_(room);
+            if (got == 0) break;
+            room = room.subspan(got);
+        }
+        return size - room.size();
+    }
+    void take(std::size_t got, std::string_view kept)
+    {
+        char* const begin = memory_.at(current_).get() + ahead;
+        std::ranges::copy(kept, begin - kept.size());
+        block_ = {begin - kept.size(), kept.size() + got};
+        is_last_ = got < size;
+        current_ = 1 - current_;
+        if (!is_last_) next_ = in_background([this, which = current_] { return fill(which); });
+    }
+
+    ByteSource source_;
+    std::array<std::unique_ptr<char[]>, 2> memory_;
+    unsigned current_ = 0;
+    bool is_last_ = false;
+    std::string_view block_;
+    std::future<std::size_t> next_; // ends before what it fills
+};
+
+/// All that is left of the blocks.
+template <typename Scheme>
+void decode_blocks(const Scheme& scheme, Blocks& blocks, TextBuilder& text)
 {
-    std::vector<std::uint8_t> characters;
-    characters.reserve(bytes.size() + 2);
-    characters.assign(bytes.begin(), bytes.end());
-    characters.insert(characters.end(), {'\r', '\n'});
-    return {std::make_shared<const TextBuffer>(std::move(characters)), bytes.size()};
+    for (;;) {
+        std::size_t left = 0;
+        if (Scheme::keeps_ascii && is_ascii(blocks.block()))
+            text.append({bytes_of(blocks.block()), blocks.block().size()});
+        else left = decode_block(scheme, blocks.block(), blocks.is_last(), text);
+        if (blocks.is_last()) return;
+        blocks.advance(left);
+    }
 }
 
-/// Valid UTF-8 with a character of three bytes or more, which GBK text is never by chance.
-bool is_wide_utf8(std::string_view bytes) noexcept
+struct Utf8Look {
+    bool valid = true, wide = false;
+};
+
+/// Whether a block is valid UTF-8, what may go on in the next one aside, and holds a character of three bytes or more.
+Utf8Look look_at(std::string_view block, bool is_last) noexcept
 {
-    const std::uint8_t* at = bytes_of(bytes);
-    const std::uint8_t* end = at + bytes.size();
-    bool wide = false;
+    const std::uint8_t *at = bytes_of(block), *const end = at + block.size();
+    Utf8Look look;
     while (at != end) {
         if (eight_ascii(at, end)) {
             at += 8;
             continue;
         }
         const Utf8Step step = utf8_step(at, end);
-        if (!step.valid) return false;
-        wide = wide || step.size >= 3;
+        if (!step.valid) {
+            look.valid = !is_last && end - at < 4;
+            return look;
+        }
+        look.wide = look.wide || step.size >= 3;
         at += step.size;
     }
-    return wide;
+    return look;
 }
 
-ForeignText decode_by_mark(std::string_view bytes)
-{
-    if (bytes.starts_with("\xef\xbb\xbf")) return {decoded_document(Utf8(), bytes.substr(3)), U"UTF-8"};
-    if (bytes.starts_with("\xff\xfe")) return {decoded_document(Utf16<false>(), bytes.substr(2)), U"UTF-16LE"};
-    if (bytes.starts_with("\xfe\xff")) return {decoded_document(Utf16<true>(), bytes.substr(2)), U"UTF-16BE"};
-    if (is_wide_utf8(bytes)) return {decoded_document(Utf8(), bytes), U"UTF-8"};
-    return {decode_own(bytes), U"GB18030"};
-}
+enum class Guess { Utf8, Gb18030, Ascii };
 
-/// The characters with a CR before each LF, and the line end that a decoded document keeps behind its text.
-template <typename Characters, typename Char>
-void copy_with_cr(Characters from, Char* to)
+/// Decodes as UTF-8 until the bytes show that they are none. GBK text is never by chance valid UTF-8 with a character
+/// of three bytes or more. A text that was ASCII until then is left as it is, at the first block that is not.
+Guess decode_as_utf8(Blocks& blocks, TextBuilder& text)
 {
-    for (const auto character : from) {
-        if (character == Char{'\n'}) *to++ = Char{'\r'};
-        *to++ = character;
+    bool ascii = true, wide = false;
+    for (;;) {
+        std::size_t left = 0;
+        if (is_ascii(blocks.block())) {
+            text.append({bytes_of(blocks.block()), blocks.block().size()});
+        } else {
+            const Utf8Look look = look_at(blocks.block(), blocks.is_last());
+            if (!look.valid) return ascii ? Guess::Ascii : Guess::Gb18030;
+            ascii = false;
+            wide = wide || look.wide;
+            left = decode_block(Utf8(), blocks.block(), blocks.is_last(), text);
+        }
+        if (blocks.is_last()) break;
+        blocks.advance(left);
     }
-    *to++ = Char{'\r'};
-    *to = Char{'\n'};
+    return wide || ascii ? Guess::Utf8 : Guess::Gb18030;
+}
+
+std::u32string_view decode_foreign_blocks(const OpenBytes& open, TextBuilder& text)
+{
+    Blocks blocks(open());
+    const auto marked = [&](std::string_view mark, const auto& scheme) {
+        if (!blocks.block().starts_with(mark)) return false;
+        blocks.skip(mark.size());
+        decode_blocks(scheme, blocks, text);
+        return true;
+    };
+    if (marked("\xef\xbb\xbf", Utf8())) return U"UTF-8";
+    if (marked("\xff\xfe", Utf16<false>())) return U"UTF-16LE";
+    if (marked("\xfe\xff", Utf16<true>())) return U"UTF-16BE";
+    switch (decode_as_utf8(blocks, text)) {
+    case Guess::Utf8: return text.width() == 1 ? U"GB18030" : U"UTF-8";
+    case Guess::Ascii: decode_blocks(Gb18030(), blocks, text); break;
+    default:
+        text = {};
+        Blocks again(open());
+        decode_blocks(Gb18030(), again, text);
+    }
+    return U"GB18030";
+}
+
+/// With the line end that a decoded document keeps behind its text.
+Document closed(TextBuilder& text)
+{
+    const std::size_t size = text.size();
+    text.append(U"\r\n");
+    return {text.finish(), size};
+}
+
+ByteSource source_of(std::string_view bytes)
+{
+    return [bytes](std::span<char> target) mutable {
+        const std::size_t count = bytes.copy(target.data(), target.size());
+        bytes.remove_prefix(count);
+        return count;
+    };
 }
 
 } // namespace
 
-Document with_cr_lf(const Document& document)
+ForeignText recognise_foreign(const OpenBytes& open)
 {
-    const TextView text = document.text();
-    if (text.contains(U"\r") || !text.contains(U"\n")) return document;
-    return text.visit([&document](auto characters) -> Document {
-        using Char = std::remove_const_t<typename decltype(characters)::element_type>;
-        const auto line_feeds = static_cast<std::size_t>(std::ranges::count(characters, Char{'\n'}));
-        const std::size_t size = characters.size() + line_feeds;
-        std::conditional_t<sizeof(Char) == 1, std::vector<Char>, std::basic_string<Char>> longer(size + 2, Char{});
-        copy_with_cr(characters, longer.data());
-        return {std::make_shared<const TextBuffer>(std::move(longer)), size};
-    });
+    TextBuilder text;
+    ForeignText foreign;
+    foreign.encoding = decode_foreign_blocks(open, text);
+    foreign.lines_ended_in_lf = text.end_lines_in_cr_lf();
+    foreign.document = closed(text);
+    return foreign;
 }
 
 ForeignText recognise_foreign(std::string_view bytes)
 {
-    ForeignText text = decode_by_mark(bytes);
-    const Document lines = with_cr_lf(text.document);
-    text.lines_ended_in_lf = lines.buffer() != text.document.buffer();
-    text.document = lines;
-    return text;
+    return recognise_foreign([bytes] { return source_of(bytes); });
 }
 
 Document decode_foreign(std::string_view bytes)
@@ -181,7 +259,10 @@ Document decode_foreign(std::string_view bytes)
 
 Document decode_own(std::string_view bytes)
 {
-    return is_ascii(bytes) ? ascii_document(bytes) : decoded_document(Gb18030(), bytes);
+    TextBuilder text;
+    Blocks blocks(bytes);
+    decode_blocks(Gb18030(), blocks, text);
+    return closed(text);
 }
 
 } // namespace tarvik

@@ -1,18 +1,15 @@
 #pragma once
 
-#include "platform/background.h"
-#include "platform/text/document.h"
+#include "platform/text/text_builder.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <limits>
-#include <string>
 #include <string_view>
 
-/// The loop that turns the bytes of a file into a document, for every scheme of bytes. A scheme offers
+/// The loop that turns the bytes of a file into a text, for every scheme of bytes. A scheme offers
 ///   keeps_ascii            whether a byte below 0x80 is always the character of that number,
-///   expected(bytes)        about how many characters there will be,
 ///   step(at, end)          the character at `at` and the bytes it takes,
 ///   two_bytes(at)          where keeps_ascii: the character of the two bytes, or 0 when step() must decide.
 namespace tarvik {
@@ -63,86 +60,29 @@ void decode_stretch(const Scheme& scheme, const std::uint8_t*& at, const std::ui
     }
 }
 
-/// Decodes behind what `target` holds, up to `end` or a character that Char cannot hold; returns where it stopped.
-template <typename Scheme, typename Char>
-const std::uint8_t* decode_behind(const Scheme& scheme, const std::uint8_t* at, const std::uint8_t* end,
-                                  std::basic_string<Char>& target, std::size_t expected)
+/// Decodes a block of bytes behind `text`. Gives how many bytes at its end were left, because they may be the beginning
+/// of a character that goes on in the next block; the last block leaves none.
+template <typename Scheme>
+std::size_t decode_block(const Scheme& scheme, std::string_view block, bool is_last, TextBuilder& text)
 {
-    constexpr std::ptrdiff_t stretch = 4096;
-    std::size_t used = target.size();
-    target.reserve(std::max(expected, used) + static_cast<std::size_t>(std::min(stretch, end - at)));
-    for (;;) {
-        const std::ptrdiff_t count = std::min(stretch, end - at); // so many characters at most
-        const std::size_t room = used + static_cast<std::size_t>(count);
-        if (target.capacity() < room)
-            target.reserve(
-                std::max(room, std::min(target.capacity() / 4 * 5, used + static_cast<std::size_t>(end - at))));
-        target.resize(room); // no more at once, so that it stays near the processor until it is filled
-        const std::uint8_t* stop = at + count;
-        Char* out = target.data() + used;
+    constexpr std::size_t longest_code = 4;
+    const std::uint8_t *at = bytes_of(block), *const end = at + block.size();
+    const std::uint8_t* const stop = is_last ? end : end - std::min(longest_code - 1, block.size());
+    const auto decode = [&]<typename Char>(Char* begin) {
+        Char* out = begin;
         decode_stretch(scheme, at, stop, end, out);
-        used = static_cast<std::size_t>(out - target.data());
-        if (at < stop || at == end) break;
+        text.added(static_cast<std::size_t>(out - begin));
+    };
+    while (at < stop) {
+        const auto most = static_cast<std::size_t>(stop - at);
+        if (text.width() < 4) decode(text.room<char16_t>(most));
+        else decode(text.room<char32_t>(most));
+        if (at >= stop) break;
+        const Decoded beyond_basic = scheme.step(at, end);
+        text.append({&beyond_basic.character, 1});
+        at += beyond_basic.size;
     }
-    target.resize(used);
-    return at;
-}
-
-/// Where a large text may be cut in two that are decoded at once: behind a line feed, which is no part of another
-/// character. The end of any other text.
-template <typename Scheme>
-std::size_t middle_line_end(std::string_view bytes) noexcept
-{
-    constexpr std::size_t worth_a_thread = std::size_t{1} << 20;
-    if (!Scheme::keeps_ascii || bytes.size() < worth_a_thread) return bytes.size();
-    const std::size_t line_feed = bytes.find('\n', bytes.size() / 2);
-    return line_feed == std::string_view::npos ? bytes.size() : line_feed + 1;
-}
-
-/// Decodes up to the end or a character beyond the basic plane; returns where it stopped.
-template <typename Scheme>
-const std::uint8_t* decode_basic(const Scheme& scheme, std::string_view bytes, std::u16string& target,
-                                 std::size_t expected)
-{
-    const std::size_t cut = middle_line_end<Scheme>(bytes), left = bytes.size() - cut;
-    const std::uint8_t* const middle = bytes_of(bytes) + cut;
-    std::u16string rest;
-    auto decoding = in_background(
-        [&] {
-            return decode_behind(scheme, middle, middle + left, rest, left > 0 ? expected * left / bytes.size() : 0);
-        },
-        left > 0);
-    const std::uint8_t* const at = decode_behind(scheme, bytes_of(bytes), middle, target, expected);
-    const std::uint8_t* const rest_at = decoding.get();
-    if (at != middle) return at;
-    target += rest;
-    return rest_at;
-}
-
-/// The document of these bytes in the narrowest width, with a CR LF behind its text in the buffer.
-template <typename Scheme>
-Document decoded_document(const Scheme& scheme, std::string_view bytes)
-{
-    const std::uint8_t* const end = bytes_of(bytes) + bytes.size();
-    const std::size_t expected = scheme.expected(bytes) + 2;
-    std::u16string basic;
-    const std::uint8_t* const at = decode_basic(scheme, bytes, basic, expected);
-    if (at == end) {
-        const std::size_t size = basic.size();
-        basic += u"\r\n";
-        char16_t bits = 0;
-        for (const char16_t character : basic) bits |= character;
-        if (bits <= 0xff) return {make_buffer(TextView(basic.data(), basic.size())), size};
-        return {std::make_shared<const TextBuffer>(std::move(basic)), size};
-    }
-    Text wide;
-    wide.reserve(expected);
-    wide.append(basic.begin(), basic.end());
-    basic = {};
-    decode_behind(scheme, at, end, wide, expected);
-    const std::size_t size = wide.size();
-    wide += U"\r\n";
-    return {std::make_shared<const TextBuffer>(std::move(wide)), size};
+    return static_cast<std::size_t>(end - at);
 }
 
 } // namespace tarvik

@@ -2,9 +2,10 @@
 
 #include "platform/background.h"
 #include "platform/text/letter_case.h"
+#include "platform/text/text_builder.h"
 
 #include <algorithm>
-#include <type_traits>
+#include <atomic>
 
 namespace tarvik {
 
@@ -24,11 +25,39 @@ char32_t all_bits(TextView text) noexcept
     });
 }
 
-/// Stretches that are all ASCII go by arithmetic that vectorizes, the others by the table.
+constexpr std::size_t stretch = 32;
+
+/// Whether a letter that has a small one may be among them, by a loop that vectorizes: ASCII, the alphabets below the
+/// Chinese characters and the few above them.
+template <typename Char>
+bool may_hold_capitals(std::span<const Char> piece) noexcept
+{
+    unsigned any = 0;
+    for (const Char c : piece) {
+        const bool ascii = static_cast<Char>(c - 'A') < 26;
+        if constexpr (sizeof(Char) == 1) any |= static_cast<unsigned>(ascii | (c >= 0xc0));
+        else
+            any |= static_cast<unsigned>(ascii | (static_cast<Char>(c - 0xc0) < 0x2e80 - 0xc0) |
+                                         (static_cast<Char>(c - 0xa640) < 0xac00 - 0xa640) |
+                                         (static_cast<Char>(c - 0xff21) < 26));
+    }
+    return any != 0;
+}
+
+template <typename Char>
+bool has_capital(std::span<const Char> characters) noexcept
+{
+    for (; !characters.empty(); characters = characters.subspan(std::min(stretch, characters.size()))) {
+        const auto piece = characters.first(std::min(stretch, characters.size()));
+        if (may_hold_capitals(piece) && std::ranges::any_of(piece, [](Char c) { return lower(c) != c; })) return true;
+    }
+    return false;
+}
+
+/// Stretches that are all ASCII go by arithmetic, the others by the table.
 template <typename Char>
 void lower_into(std::span<const Char> characters, Char* small) noexcept
 {
-    constexpr std::size_t stretch = 16;
     const char16_t* table = lower_table().data();
     while (!characters.empty()) {
         const auto piece = characters.first(std::min(stretch, characters.size()));
@@ -39,6 +68,8 @@ void lower_into(std::span<const Char> characters, Char* small) noexcept
                 const bool capital = static_cast<Char>(piece[i] - Char{'A'}) < 26;
                 small[i] = static_cast<Char>(piece[i] + (capital ? 'a' - 'A' : 0));
             }
+        } else if (!may_hold_capitals(piece)) {
+            std::ranges::copy(piece, small);
         } else {
             for (std::size_t i = 0; i < piece.size(); ++i)
                 small[i] = piece[i] <= 0xffff ? static_cast<Char>(table[piece[i]]) : piece[i];
@@ -48,50 +79,51 @@ void lower_into(std::span<const Char> characters, Char* small) noexcept
     }
 }
 
-SharedBuffer buffer_of(Text text)
-{
-    return std::make_shared<const TextBuffer>(std::move(text));
-}
-
 } // namespace
 
 TextView TextBuffer::view() const noexcept
 {
-    // An empty vector may have no address, but an empty document is more than no document.
-    static constexpr std::uint8_t nothing = 0;
     switch (width_) {
-    case 1: return {narrow_.empty() ? &nothing : narrow_.data(), narrow_.size()};
-    case 2: return {basic_.data(), basic_.size()};
-    default: return {wide_.data(), wide_.size()};
+    case 1: return {static_cast<const std::uint8_t*>(memory_.get()), size_};
+    case 2: return {static_cast<const char16_t*>(memory_.get()), size_};
+    default: return {static_cast<const char32_t*>(memory_.get()), size_};
     }
 }
 
 unsigned needed_width(TextView text) noexcept
 {
-    const char32_t bits = all_bits(text);
-    return bits > 0xffff ? 4 : bits > 0xff ? 2 : 1;
+    constexpr std::size_t at_once = 1 << 12; // mostly the beginning tells
+    unsigned width = 1;
+    for (std::size_t from = 0; from < text.size() && width < text.width(); from += at_once) {
+        const char32_t bits = all_bits(text.substr(from, at_once));
+        width = std::max(width, bits > 0xffff ? 4U : bits > 0xff ? 2U : 1U);
+    }
+    return width;
 }
 
 SharedBuffer make_buffer(TextView text)
 {
-    return text.visit([width = needed_width(text)](auto characters) {
-        if (width == 4) return buffer_of(Text(characters.begin(), characters.end()));
-        if (width == 2) return std::make_shared<const TextBuffer>(std::u16string(characters.begin(), characters.end()));
-        return std::make_shared<const TextBuffer>(std::vector<std::uint8_t>(characters.begin(), characters.end()));
-    });
+    TextBuilder builder;
+    builder.append(text);
+    return builder.finish();
 }
 
 SharedBuffer make_lowered(TextView text)
 {
     // No small letter is wider than its capital, so the width stays.
-    return text.visit([](auto characters) {
-        using Char = std::remove_const_t<typename decltype(characters)::element_type>;
-        std::conditional_t<sizeof(Char) == 1, std::vector<Char>, std::basic_string<Char>> small(characters.size(),
-                                                                                                Char{});
-        in_halves(small.size(), characters_worth_a_thread, [&](std::size_t first, std::size_t behind) {
-            lower_into<Char>(characters.subspan(first, behind - first), small.data() + first);
+    return text.visit([]<typename Char>(std::span<const Char> characters) -> SharedBuffer {
+        std::atomic<bool> capital = false;
+        in_halves(characters.size(), characters_worth_a_thread, [&](std::size_t begin, std::size_t behind) {
+            if (has_capital(characters.subspan(begin, behind - begin))) capital = true;
         });
-        return std::make_shared<const TextBuffer>(std::move(small));
+        if (!capital) return nullptr;
+        TextBuilder builder;
+        Char* const small = builder.room<Char>(characters.size());
+        in_halves(characters.size(), characters_worth_a_thread, [&](std::size_t begin, std::size_t behind) {
+            lower_into<Char>(characters.subspan(begin, behind - begin), small + begin);
+        });
+        builder.added(characters.size());
+        return builder.finish();
     });
 }
 
@@ -131,7 +163,10 @@ const SharedBuffer& Document::buffer() const noexcept
 const SharedBuffer& Document::lowered_buffer() const
 {
     if (!state_) return buffer();
-    if (!state_->lowered) state_->lowered = make_lowered(state_->buffer->view());
+    if (!state_->lowered) {
+        state_->lowered = make_lowered(state_->buffer->view());
+        if (!state_->lowered) state_->lowered = state_->buffer;
+    }
     return state_->lowered;
 }
 

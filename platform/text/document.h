@@ -3,27 +3,35 @@
 #include "platform/text/substring_index.h"
 #include "platform/text/text.h"
 
+#include <cstdlib>
 #include <memory>
-#include <vector>
+#include <utility>
 
 namespace tarvik {
+
+struct FreeMemory {
+    void operator()(void* memory) const noexcept { std::free(memory); }
+};
+/// What std::malloc() gave: unlike a container's it is not cleared first, and it can grow in its place.
+using CharacterMemory = std::unique_ptr<void, FreeMemory>;
 
 /// The characters of one document: immutable and shared, in the narrowest width that holds all of them. Pages, hits,
 /// row texts and cells are views into it, kept alive by whoever also holds the buffer.
 class TextBuffer {
 public:
-    explicit TextBuffer(std::vector<std::uint8_t> latin1) : narrow_(std::move(latin1)), width_(1) {}
-    explicit TextBuffer(std::u16string basic_plane) : basic_(std::move(basic_plane)), width_(2) {}
-    explicit TextBuffer(Text text) : wide_(std::move(text)), width_(4) {}
+    /// So many characters of 1, 2 or 4 bytes each.
+    TextBuffer(CharacterMemory memory, std::size_t size, unsigned width)
+        : memory_(std::move(memory)), size_(size), width_(width)
+    {
+    }
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
     TextView view() const noexcept;
 
 private:
-    std::vector<std::uint8_t> narrow_;
-    std::u16string basic_;
-    Text wide_;
+    CharacterMemory memory_;
+    std::size_t size_;
     unsigned width_;
 };
 
@@ -33,7 +41,7 @@ using SharedBuffer = std::shared_ptr<const TextBuffer>;
 unsigned needed_width(TextView text) noexcept;
 /// A buffer with these characters in the narrowest width.
 SharedBuffer make_buffer(TextView text);
-/// The same with every letter in lower case, character for character.
+/// The same with every letter in lower case, character for character; nothing for a text without capitals.
 SharedBuffer make_lowered(TextView text);
 
 /// A piece of a buffer together with its share in the buffer's life.
@@ -49,7 +57,8 @@ struct SharedText {
     Text str() const { return view.str(); }
 };
 
-/// A text with its lower-cased twin, which is made once, when it is first asked for. Copies share both.
+/// A text with its lower-cased twin, which is made once, when it is first asked for; a text without capitals is its
+/// own. Copies share both.
 class Document {
 public:
     Document() = default;

@@ -1,55 +1,113 @@
 #include "platform/text/text_builder.h"
 
+#include "platform/large_pages.h"
+
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace tarvik {
 
 namespace {
 
-template <typename Target>
-void append_to(Target& target, TextView piece)
+/// Makes a block as large as it is asked for, whatever it held before kept.
+void resize(CharacterMemory& memory, std::size_t bytes)
 {
-    using Char = typename Target::value_type;
-    piece.visit([&target](auto characters) {
-        const std::size_t size = target.size();
-        target.resize(size + characters.size());
-        std::ranges::transform(characters, target.begin() + static_cast<std::ptrdiff_t>(size),
-                               [](auto character) { return static_cast<Char>(character); });
+    void* const resized = std::realloc(memory.get(), std::max<std::size_t>(bytes, 1));
+    if (!resized) throw std::bad_alloc();
+    static_cast<void>(memory.release());
+    memory.reset(resized);
+    prefer_large_pages(resized, bytes);
+}
+
+template <typename Char>
+void write_as(TextView piece, Char* target) noexcept
+{
+    piece.visit([target](auto characters) {
+        std::ranges::transform(characters, target, [](auto character) { return static_cast<Char>(character); });
     });
+}
+
+void write(TextView piece, void* memory, std::size_t place, unsigned width) noexcept
+{
+    switch (width) {
+    case 1: write_as(piece, static_cast<std::uint8_t*>(memory) + place); break;
+    case 2: write_as(piece, static_cast<char16_t*>(memory) + place); break;
+    default: write_as(piece, static_cast<char32_t*>(memory) + place); break;
+    }
+}
+
+/// From the end on, each character to where it stands when there are so many CRs before it.
+template <typename Char>
+void spread(Char* characters, std::size_t size, std::size_t line_feeds) noexcept
+{
+    for (std::size_t from = size; line_feeds > 0 && from-- > 0;) {
+        characters[from + line_feeds] = characters[from];
+        if (characters[from] == Char{'\n'}) characters[from + --line_feeds] = Char{'\r'};
+    }
 }
 
 } // namespace
 
+TextView TextBuilder::view() const noexcept
+{
+    switch (width_) {
+    case 1: return {static_cast<const std::uint8_t*>(memory_.get()), size_};
+    case 2: return {static_cast<const char16_t*>(memory_.get()), size_};
+    default: return {static_cast<const char32_t*>(memory_.get()), size_};
+    }
+}
+
+void TextBuilder::make_room(std::size_t count, unsigned width)
+{
+    if (width > width_) {
+        CharacterMemory wider;
+        const std::size_t bytes = (size_ + count) * width;
+        resize(wider, bytes);
+        write(view(), wider.get(), 0, width);
+        memory_ = std::move(wider);
+        capacity_ = bytes;
+        width_ = width;
+    } else if (const std::size_t needed = (size_ + count) * width_; needed > capacity_) {
+        const std::size_t bytes = std::max(needed, 2 * capacity_);
+        resize(memory_, bytes);
+        capacity_ = bytes;
+    }
+}
+
 void TextBuilder::append(TextView piece)
 {
-    const unsigned needed = piece.width() > width_ ? needed_width(piece) : 1;
-    if (needed == 2 && width_ == 1) {
-        basic_.assign(narrow_.begin(), narrow_.end());
-        std::exchange(narrow_, {});
-        width_ = 2;
-    }
-    if (needed == 4 && width_ < 4) {
-        wide_.reserve(narrow_.size() + basic_.size() + piece.size());
-        wide_.append(narrow_.begin(), narrow_.end()).append(basic_.begin(), basic_.end());
-        std::exchange(narrow_, {});
-        std::exchange(basic_, {});
-        width_ = 4;
-    }
+    make_room(piece.size(), piece.width() > width_ ? std::max(width_, needed_width(piece)) : width_);
+    write(piece, memory_.get(), size_, width_);
+    size_ += piece.size();
+}
+
+bool TextBuilder::end_lines_in_cr_lf()
+{
+    const TextView text = view();
+    if (text.contains(U"\r") || !text.contains(U"\n")) return false;
+    const auto line_feeds =
+        text.visit([](auto characters) { return static_cast<std::size_t>(std::ranges::count(characters, '\n')); });
+    make_room(line_feeds, width_);
     switch (width_) {
-    case 1: append_to(narrow_, piece); break;
-    case 2: append_to(basic_, piece); break;
-    default: append_to(wide_, piece); break;
+    case 1: spread(static_cast<std::uint8_t*>(memory_.get()), size_, line_feeds); break;
+    case 2: spread(static_cast<char16_t*>(memory_.get()), size_, line_feeds); break;
+    default: spread(static_cast<char32_t*>(memory_.get()), size_, line_feeds); break;
     }
+    size_ += line_feeds;
+    return true;
 }
 
 SharedBuffer TextBuilder::finish()
 {
-    switch (std::exchange(width_, 1)) {
-    case 1: return std::make_shared<const TextBuffer>(std::exchange(narrow_, {}));
-    case 2: return std::make_shared<const TextBuffer>(std::exchange(basic_, {}));
-    default: return std::make_shared<const TextBuffer>(std::exchange(wide_, {}));
+    if (const unsigned needed = width_ > 1 ? needed_width(view()) : 1; needed < width_) {
+        write(view(), memory_.get(), 0, needed); // no character stands before where it stood
+        width_ = needed;
     }
+    if (!memory_ || capacity_ != size_ * width_) resize(memory_, size_ * width_);
+    auto buffer = std::make_shared<const TextBuffer>(std::move(memory_), size_, width_);
+    *this = {};
+    return buffer;
 }
 
 } // namespace tarvik

@@ -52,8 +52,14 @@ private:
     void flag(char32_t key)
     {
         bool eaten = false;
+        const std::size_t sufcol = 1 + pick(3);
+        if (key == U'c') {
+            box(3, sufcol);
+            box(4, plain_.sugcol = 1 + pick(3));
+        }
         column_keys(program_, key, eaten);
         if (!form1_.dbresult) return;
+        if (key == U'c') plain_.sufcol = sufcol;
         if (key == U'c' || key == U'e') plain_.comp = key == U'c';
         if (key == U';' || key == U':') plain_.notcap = key == U';';
         if (key == U',' || key == U'.') plain_.showdata = key == U',';
@@ -109,13 +115,16 @@ inline void Session::p()
 {
     const bool yes = pick(2) == 0, equal = pick(2) == 0, comp = plain_.comp;
     plain_.dateto = 2 + pick(2);
+    plain_.days = 10 + 5 * static_cast<double>(pick(2)); // the dates of the tables lie 15 days apart, or more
     box(1, plain_.dateto);
+    box(2, static_cast<std::size_t>(plain_.days));
     if (pick(2) == 0) form1_.query_box().set_text(U"aB");
     test_.dialogs.replies = {yes ? Answer::Yes : Answer::No, equal ? Answer::Yes : Answer::No};
     Command9_Click(program_, 5);
     plain_.begin_comparison();
     if (!comp && yes) plain_.check_dates();
-    else if (!comp) plain_.query_field(form1_.query_box().text(), 2, plain_.dateto, 10);
+    else if (!comp)
+        plain_.query_field(form1_.query_box().text(), 2, plain_.dateto, static_cast<std::size_t>(plain_.days));
     else if (plain_.sufrows < plain_.sugrows) plain_.reset();
     else if (yes) plain_.cross();
     else if (!plain_.notcap) plain_.parallel(equal);

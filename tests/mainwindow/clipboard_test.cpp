@@ -110,14 +110,16 @@ TEST(SmallEvents, a_changed_query_forgets_results_but_not_those_of_the_plain_que
     form1.resultcount = 1;
     form1.resultpos = 1;
     form1.cutopenfile = true;
-    started.module1().enhits.set(1, U"entry");
+    Module1& arrays = started.module1();
+    TextArray* const forgotten[] = {&arrays.enhits, &arrays.zhhits, &arrays.cnhits, &arrays.filehits};
+    for (TextArray* results : forgotten) results->set(1, U"entry");
     started.module1().hits.set(1, U"piece");
     Text1_Change(started.program, 2);
     EXPECT_EQ(form1.resultpos, 1);
     Text1_Change(started.program, 1);
     EXPECT_EQ(form1.resultpos, 0);
     EXPECT_FALSE(form1.cutopenfile);
-    EXPECT_TRUE(started.module1().enhits.get(1).empty());
+    for (TextArray* results : forgotten) EXPECT_TRUE(results->get(1).empty());
     EXPECT_EQ(started.module1().hits.get(1), TextView(U"piece"));
 }
 

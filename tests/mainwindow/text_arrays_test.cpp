@@ -93,15 +93,14 @@ TEST(PaneText, is_gathered_in_the_narrowest_width)
 TEST(Documents, are_decoded_again_when_their_file_has_changed)
 {
     test::TestProgram started;
-    DocumentCache cache;
     for (const char* bytes : {"one", "two", "six"}) {
         started.installation.write("a.txt", bytes);
-        EXPECT_EQ(cache.load(started.files, U"a.txt").text(), from_utf8(bytes)) << "of the same size, at once";
+        EXPECT_EQ(load_document(started.program, U"a.txt").text(), from_utf8(bytes)) << "of the same size, at once";
     }
     for (int i = 0; i < 20; ++i) {
         const std::string name = std::to_string(i) + ".txt";
         started.installation.write(name, name);
-        EXPECT_EQ(cache.load(started.files, from_utf8(name)).text(), from_utf8(name));
+        EXPECT_EQ(load_document(started.program, from_utf8(name)).text(), from_utf8(name));
     }
 }
 

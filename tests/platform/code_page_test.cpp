@@ -1,6 +1,9 @@
+#include "platform/failure.h"
 #include "platform/text/code_page.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace tarvik::test {
 namespace {
@@ -139,6 +142,41 @@ TEST(CharCode, is_the_signed_code_of_gbk)
     };
     for (const auto& [character, code] : cases)
         EXPECT_EQ(char_code(character), code) << std::hex << static_cast<unsigned>(character);
+}
+
+TEST(DecodeForeign, a_guess_that_proves_wrong_late_leaves_nothing_behind)
+{
+    std::string chinese, plain(600'000, 'a'), latin;
+    for (int i = 0; i < 400'000; ++i) chinese += "中", latin += "é";
+    for (const std::string& bytes : {chinese + "\xff", plain + chinese + "\xff", plain + "\xd6\xd0" + plain, latin}) {
+        std::size_t opened = 0;
+        const auto open = [&]() -> ByteSource {
+            ++opened;
+            return [&bytes, place = std::size_t{0}](std::span<char> target) mutable {
+                const std::size_t count =
+                    bytes.copy(target.data(), std::min<std::size_t>(target.size(), 100'000), place);
+                place += count;
+                return count;
+            };
+        };
+        const ForeignText text = recognise_foreign(open);
+        EXPECT_TRUE(text.document.text() == decode_own(bytes).text());
+        EXPECT_EQ(to_utf8(text.encoding), "GB18030");
+        EXPECT_LE(opened, 2U);
+    }
+    EXPECT_TRUE(decode_foreign(plain + chinese).text() == TextView(from_utf8(plain + chinese)));
+}
+
+TEST(DecodeForeign, passes_on_that_a_source_breaks_off)
+{
+    const auto open = []() -> ByteSource {
+        return [parts = 0](std::span<char> target) mutable -> std::size_t {
+            if (++parts == 20) throw Failure(U"磁盘读写出错");
+            std::ranges::fill(target, 'a');
+            return target.size();
+        };
+    };
+    EXPECT_THROW(recognise_foreign(open), Failure);
 }
 
 } // namespace

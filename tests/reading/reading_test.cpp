@@ -34,6 +34,9 @@ TEST_F(Reading, pages_turn)
     form1.query_box().set_text(U" G");
     EXPECT_EQ(press(8), "efg\r/1页");
     EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{Position(3), 1, 44564, 32}}));
+    EXPECT_EQ(form1.lastpage, 2);
+    form1.page_box().set_text(U"2");
+    EXPECT_EQ(press(8), "\n/2");
 }
 
 TEST_F(Reading, odd_page_sizes_and_numbers_give_one_message)

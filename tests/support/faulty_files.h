@@ -36,6 +36,7 @@ public:
     bool folder_exists(TextView path) const override { return files_.folder_exists(path); }
     FileStamp stamp(TextView path) const override { return count(path), files_.stamp(path); }
     std::string read(TextView path) const override { return count(path), files_.read(path); }
+    ByteSource open_for_input(TextView path) const override { return count(path), files_.open_for_input(path); }
     void replace(TextView path, std::string_view bytes) override { count(path), files_.replace(path, bytes); }
     std::unique_ptr<ReplacementFile> begin_replacement(TextView path) override;
     std::unique_ptr<OutputFile> open_for_output(TextView path) override;
