@@ -147,32 +147,10 @@ Operand sln(Call& call)
     return Value((call.number(0) - call.number(1)) / call.number(2));
 }
 
-Operand syd(Call& call)
-{
-    const double life = call.number(2), period = call.number(3);
-    require(life > 0 && period >= 1 && period <= life);
-    return Value((call.number(0) - call.number(1)) * (life - period + 1) * 2 / (life * (life + 1)));
-}
-
-Operand effect(Call& call)
-{
-    const double periods = std::trunc(call.number(1));
-    require(call.number(0) > 0 && periods >= 1);
-    return Value(std::pow(1 + call.number(0) / periods, periods) - 1);
-}
-
-Operand nominal(Call& call)
-{
-    const double periods = std::trunc(call.number(1));
-    require(call.number(0) > 0 && periods >= 1);
-    return Value((std::pow(call.number(0) + 1, 1 / periods) - 1) * periods);
-}
-
 constexpr Function table[] = {
-    {"EFFECT", 2, 2, "n", effect},   {"FV", 3, 5, "n", fv},     {"IPMT", 4, 6, "n", ipmt},  {"IRR", 1, 2, "rn", irr},
-    {"NOMINAL", 2, 2, "n", nominal}, {"NPER", 3, 5, "n", nper}, {"NPV", 2, 255, "nr", npv}, {"PMT", 3, 5, "n", pmt},
-    {"PPMT", 4, 6, "n", ppmt},       {"PV", 3, 5, "n", pv},     {"RATE", 3, 6, "n", rate},  {"SLN", 3, 3, "n", sln},
-    {"SYD", 4, 4, "n", syd},
+    {"FV", 3, 5, "n", fv},      {"IPMT", 4, 6, "n", ipmt}, {"IRR", 1, 2, "rn", irr},  {"NPER", 3, 5, "n", nper},
+    {"NPV", 2, 255, "nr", npv}, {"PMT", 3, 5, "n", pmt},   {"PPMT", 4, 6, "n", ppmt}, {"PV", 3, 5, "n", pv},
+    {"RATE", 3, 6, "n", rate},  {"SLN", 3, 3, "n", sln},
 };
 
 } // namespace

@@ -12,7 +12,6 @@ namespace tarvik::calculation {
 namespace {
 
 constexpr double largest_whole = 9'007'199'254'740'992; // 2^53
-constexpr double largest_bits = 281'474'976'710'655;    // 2^48 - 1
 
 using Plain = double (*)(double);
 
@@ -29,6 +28,18 @@ Operand log_function(Call& call)
     require(base != 1, CellError::DivisionByZero);
     if (base == 10) return Value(std::log10(number));
     return Value(std::log(number) / std::log(base));
+}
+
+// The sine so many quarter turns ahead. Spreadsheet applications know pi to 66 bits, which shows beside its multiples.
+double sine(double angle, double ahead)
+{
+    constexpr double quarter = std::numbers::pi / 2, rest_of_quarter = 6.1257422745431e-17, largest = 1e6;
+    if (std::abs(angle) > largest) return ahead == 0 ? std::sin(angle) : std::cos(angle);
+    const double turns = std::nearbyint(angle / quarter);
+    const double rest = std::fma(-turns, quarter, angle) - turns * rest_of_quarter;
+    const double at = turns + ahead - 4 * std::floor((turns + ahead) / 4);
+    const double result = at == 0 || at == 2 ? std::sin(rest) : std::cos(rest);
+    return at < 2 ? result : -result;
 }
 
 double floor_15(double number)
@@ -121,15 +132,6 @@ Operand fact(Call& call)
     return Value(factorial(number));
 }
 
-Operand fact_double(Call& call)
-{
-    double product = 1;
-    const double number = std::trunc(call.number(0));
-    require(number >= -1 && number <= 300);
-    for (double factor = number; factor > 1; factor -= 2) product *= factor;
-    return Value(product);
-}
-
 double combinations(double number, double chosen)
 {
     require(number >= 0 && chosen >= 0 && chosen <= number && number < 1e6);
@@ -142,13 +144,6 @@ double combinations(double number, double chosen)
 Operand combin(Call& call)
 {
     return Value(combinations(std::trunc(call.number(0)), std::trunc(call.number(1))));
-}
-
-Operand combina(Call& call)
-{
-    const double number = std::trunc(call.number(0)), chosen = std::trunc(call.number(1));
-    require(number >= 0 && chosen >= 0 && (number > 0 || chosen == 0));
-    return Value(chosen == 0 ? 1.0 : combinations(number + chosen - 1, chosen));
 }
 
 Operand permut(Call& call)
@@ -202,118 +197,6 @@ Operand arc_tangent_2(Call& call)
     return Value(std::atan2(call.number(1), call.number(0)));
 }
 
-// Digits up to "Z".
-Text in_base(double number, int base, std::size_t length)
-{
-    Text digits;
-    do {
-        const auto digit = static_cast<char32_t>(std::fmod(number, base));
-        digits.insert(digits.begin(), digit < 10 ? U'0' + digit : U'A' + digit - 10);
-        number = std::floor(number / base);
-    } while (number > 0);
-    if (digits.size() < length) digits.insert(0, length - digits.size(), U'0');
-    return digits;
-}
-
-double from_base(const Text& text, int base)
-{
-    double number = 0;
-    for (const char32_t c : text) {
-        const char32_t digit = c >= U'0' && c <= U'9'   ? c - U'0'
-                               : c >= U'a' && c <= U'z' ? c - U'a' + 10
-                                                        : upper(c) - U'A' + 10;
-        require(digit < static_cast<char32_t>(base) && text.size() <= 255);
-        number = number * base + digit;
-    }
-    return number;
-}
-
-Operand base_function(Call& call)
-{
-    const double number = std::trunc(call.number(0));
-    const int base = call.whole(1), length = call.whole(2, 0);
-    require(number >= 0 && number < largest_whole && base >= 2 && base <= 36 && length >= 0 && length <= 255);
-    return Value(in_base(number, base, static_cast<std::size_t>(length)));
-}
-
-Operand decimal(Call& call)
-{
-    require(call.whole(1) >= 2 && call.whole(1) <= 36);
-    return Value(from_base(call.text(0), call.whole(1)));
-}
-
-// Ten digits, of which the first half is negative: the range of a base.
-double half_range(int base)
-{
-    return base == 2 ? 512 : std::pow(base, 10) / 2;
-}
-
-template <int from, int to>
-Operand convert(Call& call)
-{
-    double number = 0;
-    if constexpr (from == 10) {
-        const Value taken = to_number(call.value(0), call.counts_from_1904());
-        if (const auto* const error = std::get_if<CellError>(&taken)) throw ErrorResult{*error};
-        number = std::trunc(std::get<double>(taken));
-    } else {
-        const Value text = to_text(call.value(0));
-        require(std::get<Text>(text).size() <= 10);
-        number = from_base(std::get<Text>(text), from);
-        if (number >= half_range(from)) number -= 2 * half_range(from);
-    }
-    if constexpr (to == 10) return Value(number);
-    require(number >= -half_range(to) && number < half_range(to));
-    const int length = call.whole(1, 0);
-    require(length >= 0 && length <= 10);
-    if (number < 0) return Value(in_base(number + 2 * half_range(to), to, 10));
-    const Text digits = in_base(number, to, static_cast<std::size_t>(length));
-    require(call.size() < 2 || digits.size() == static_cast<std::size_t>(length));
-    return Value(digits);
-}
-
-template <typename Work>
-Operand on_bits(Call& call, Work work)
-{
-    const double a = call.number(0), b = call.number(1);
-    require(a >= 0 && b >= 0 && a <= largest_bits && b <= largest_bits && a == std::floor(a) && b == std::floor(b));
-    return Value(static_cast<double>(work(static_cast<std::uint64_t>(a), static_cast<std::uint64_t>(b))));
-}
-
-template <int direction>
-Operand shift(Call& call)
-{
-    const double number = call.number(0), by = std::trunc(call.number(1)) * direction;
-    require(number >= 0 && number <= largest_bits && number == std::floor(number) && std::abs(by) <= 53);
-    const double result = std::floor(std::ldexp(number, static_cast<int>(by)));
-    require(result <= largest_bits);
-    return Value(result);
-}
-
-Operand roman(Call& call)
-{
-    constexpr std::array<std::pair<int, std::u32string_view>, 13> signs{{{1000, U"M"},
-                                                                         {900, U"CM"},
-                                                                         {500, U"D"},
-                                                                         {400, U"CD"},
-                                                                         {100, U"C"},
-                                                                         {90, U"XC"},
-                                                                         {50, U"L"},
-                                                                         {40, U"XL"},
-                                                                         {10, U"X"},
-                                                                         {9, U"IX"},
-                                                                         {5, U"V"},
-                                                                         {4, U"IV"},
-                                                                         {1, U"I"}}};
-    if (call.size() > 1) throw CannotCalculate("ROMAN with a form");
-    int number = call.whole(0);
-    require(number >= 0 && number <= 3999, CellError::Value);
-    Text text;
-    for (const auto& [value, sign] : signs)
-        for (; number >= value; number -= value) text += sign;
-    return Value(text);
-}
-
 constexpr double degrees_of_circle = 180;
 
 constexpr Function table[] = {
@@ -325,41 +208,20 @@ constexpr Function table[] = {
     {"ATAN", 1, 1, "n", plain<std::atan>},
     {"ATAN2", 2, 2, "n", arc_tangent_2},
     {"ATANH", 1, 1, "n", plain<std::atanh>},
-    {"BASE", 2, 3, "n", base_function},
-    {"BIN2DEC", 1, 1, "v", convert<2, 10>},
-    {"BIN2HEX", 1, 2, "vn", convert<2, 16>},
-    {"BIN2OCT", 1, 2, "vn", convert<2, 8>},
-    {"BITAND", 2, 2, "n", [](Call& call) { return on_bits(call, [](auto a, auto b) { return a & b; }); }},
-    {"BITLSHIFT", 2, 2, "n", shift<1>},
-    {"BITOR", 2, 2, "n", [](Call& call) { return on_bits(call, [](auto a, auto b) { return a | b; }); }},
-    {"BITRSHIFT", 2, 2, "n", shift<-1>},
-    {"BITXOR", 2, 2, "n", [](Call& call) { return on_bits(call, [](auto a, auto b) { return a ^ b; }); }},
     {"CEILING", 2, 2, "n", ceiling},
     {"CEILING.MATH", 1, 3, "n", step_math<true>},
-    {"CEILING.PRECISE", 1, 2, "n", step_math<true>},
     {"COMBIN", 2, 2, "n", combin},
-    {"COMBINA", 2, 2, "n", combina},
-    {"COS", 1, 1, "n", plain<std::cos>},
+    {"COS", 1, 1, "n", plain<[](double angle) { return sine(angle, 1); }>},
     {"COSH", 1, 1, "n", plain<std::cosh>},
-    {"DEC2BIN", 1, 2, "vn", convert<10, 2>},
-    {"DEC2HEX", 1, 2, "vn", convert<10, 16>},
-    {"DEC2OCT", 1, 2, "vn", convert<10, 8>},
-    {"DECIMAL", 2, 2, "tn", decimal},
     {"DEGREES", 1, 1, "n",
      [](Call& call) -> Operand { return Value(call.number(0) * degrees_of_circle / std::numbers::pi); }},
     {"EVEN", 1, 1, "n", even},
     {"EXP", 1, 1, "n", plain<std::exp>},
     {"FACT", 1, 1, "n", fact},
-    {"FACTDOUBLE", 1, 1, "n", fact_double},
     {"FLOOR", 2, 2, "n", floor_function},
     {"FLOOR.MATH", 1, 3, "n", step_math<false>},
-    {"FLOOR.PRECISE", 1, 2, "n", step_math<false>},
     {"GCD", 1, 255, "r", common<false>},
-    {"HEX2BIN", 1, 2, "vn", convert<16, 2>},
-    {"HEX2DEC", 1, 1, "v", convert<16, 10>},
-    {"HEX2OCT", 1, 2, "vn", convert<16, 8>},
     {"INT", 1, 1, "n", plain<floor_15>},
-    {"ISO.CEILING", 1, 2, "n", step_math<true>},
     {"LCM", 1, 255, "r", common<true>},
     {"LN", 1, 1, "n",
      [](Call& call) -> Operand { return call.number(0) > 0 ? Value(std::log(call.number(0))) : CellError::Number; }},
@@ -368,9 +230,6 @@ constexpr Function table[] = {
      [](Call& call) -> Operand { return call.number(0) > 0 ? Value(std::log10(call.number(0))) : CellError::Number; }},
     {"MOD", 2, 2, "n", modulo},
     {"MROUND", 2, 2, "n", mround},
-    {"OCT2BIN", 1, 2, "vn", convert<8, 2>},
-    {"OCT2DEC", 1, 1, "v", convert<8, 10>},
-    {"OCT2HEX", 1, 2, "vn", convert<8, 16>},
     {"ODD", 1, 1, "n", odd},
     {"PERMUT", 2, 2, "n", permut},
     {"PI", 0, 0, "n", [](Call&) -> Operand { return Value(std::numbers::pi); }},
@@ -379,7 +238,6 @@ constexpr Function table[] = {
     {"QUOTIENT", 2, 2, "n", quotient},
     {"RADIANS", 1, 1, "n",
      [](Call& call) -> Operand { return Value(call.number(0) / degrees_of_circle * std::numbers::pi); }},
-    {"ROMAN", 1, 2, "n", roman},
     {"ROUND", 2, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1))); }},
     {"ROUNDDOWN", 2, 2, "n", [](Call& call) -> Operand { return Value(truncated(call.number(0), call.whole(1))); }},
     {"ROUNDUP", 2, 2, "n", round_up},
@@ -387,11 +245,10 @@ constexpr Function table[] = {
      [](Call& call) -> Operand {
          return Value(call.number(0) > 0 ? 1.0 : call.number(0) < 0 ? -1.0 : 0.0);
      }},
-    {"SIN", 1, 1, "n", plain<std::sin>},
+    {"SIN", 1, 1, "n", plain<[](double angle) { return sine(angle, 0); }>},
     {"SINH", 1, 1, "n", plain<std::sinh>},
     {"SQRT", 1, 1, "n", plain<std::sqrt>},
-    {"SQRTPI", 1, 1, "n", [](Call& call) -> Operand { return Value(std::sqrt(call.number(0) * std::numbers::pi)); }},
-    {"TAN", 1, 1, "n", plain<std::tan>},
+    {"TAN", 1, 1, "n", plain<[](double angle) { return sine(angle, 0) / sine(angle, 1); }>},
     {"TANH", 1, 1, "n", plain<std::tanh>},
     {"TRUNC", 1, 2, "n", [](Call& call) -> Operand { return Value(truncated(call.number(0), call.whole(1, 0))); }},
 };

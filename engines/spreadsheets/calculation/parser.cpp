@@ -1,11 +1,11 @@
 #include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/calculation/functions.h"
+#include "engines/spreadsheets/calculation/leaves.h"
 #include "engines/spreadsheets/calculation/tokens.h"
 #include "engines/spreadsheets/calculation/tree.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 namespace tarvik::calculation {
 
@@ -34,45 +34,10 @@ constexpr std::array<BinaryOperator, 12> binary_operators{{{"=", 0, Operator::Eq
                                                            {"/", 3, Operator::Divide},
                                                            {"^", 4, Operator::Power}}};
 
-Node uncalculable(std::string reason)
-{
-    return {Uncalculable{std::move(reason)}, {}};
-}
-
 // What is no formula at all.
 struct SyntaxError {
     std::string reason = "syntax";
 };
-
-std::string undoubled(std::string_view quoted)
-{
-    std::string plain;
-    for (std::size_t i = 1; i + 1 < quoted.size(); ++i) {
-        plain += quoted[i];
-        if (quoted[i] == quoted.front()) ++i;
-    }
-    return plain;
-}
-
-std::string in_capitals(std::string_view name)
-{
-    std::string capitals(name);
-    std::ranges::transform(capitals, capitals.begin(),
-                           [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
-    return capitals;
-}
-
-AreaReference::Corner placed(const Corner& corner, Place at, bool is_last)
-{
-    AreaReference::Corner result;
-    result.is_row_fixed = corner.is_row_fixed || !corner.row;
-    result.is_column_fixed = corner.is_column_fixed || !corner.column;
-    const int row = corner.row.value_or(is_last ? ooxml::last_row_of_sheet : 1);
-    const int column = corner.column.value_or(is_last ? ooxml::last_column_of_sheet : 1);
-    result.row = result.is_row_fixed ? row : row - at.row;
-    result.column = result.is_column_fixed ? column : column - at.column;
-    return result;
-}
 
 class Parser {
 public:
@@ -153,7 +118,6 @@ private:
         if (skip("-")) return signed_node(Sign::Minus, parse_signed());
         if (skip("+")) return signed_node(Sign::Plus, parse_signed());
         Node node = parse_intersection();
-        // Of two and more the first is a division by a power of 100, whatever their number.
         for (int count = 0; skip("%"); ++count) {
             if (count == deepest_nesting) throw SyntaxError{"nesting"};
             node = signed_node(Sign::Percent, std::move(node));
@@ -191,7 +155,8 @@ private:
             Node other = parse_operand();
             auto* const first = std::get_if<AreaReference>(&node.content);
             const auto* const second = std::get_if<AreaReference>(&other.content);
-            if (first && second && is_plain_cell(*first) && is_plain_cell(*second) && second->first_sheet.empty()) {
+            if (first && second && first->first == first->last && second->first == second->last &&
+                second->first_sheet.empty()) {
                 first->last = second->last;
                 continue;
             }
@@ -205,26 +170,18 @@ private:
         return node;
     }
 
-    static bool is_plain_cell(const AreaReference& area)
-    {
-        const auto& a = area.first;
-        const auto& b = area.last;
-        return a.row == b.row && a.column == b.column && a.is_row_fixed == b.is_row_fixed &&
-               a.is_column_fixed == b.is_column_fixed;
-    }
-
     Node parse_operand()
     {
         const Token token = token_;
         switch (token.kind) {
-        case TokenKind::Number: advance(); return {parse_double(token.text), {}};
+        case TokenKind::Number: advance(); return number_leaf(token.text);
         case TokenKind::Text: advance(); return {Value(from_utf8(undoubled(token.text))), {}};
         case TokenKind::Error: return parse_error_value();
         case TokenKind::Sheet: return parse_sheet();
         case TokenKind::Cell:
         case TokenKind::Lines: return parse_area({}, {});
         case TokenKind::Function: return parse_call();
-        case TokenKind::Table: advance(); return parse_table(token.text);
+        case TokenKind::Table: advance(); return table_leaf(token.text);
         case TokenKind::Name: return parse_name({});
         case TokenKind::Operator: break;
         case TokenKind::End:
@@ -233,17 +190,6 @@ private:
         if (skip("(")) return parse_parentheses();
         if (skip("{")) return parse_array();
         throw SyntaxError{};
-    }
-
-    static Value parse_double(std::string_view digits)
-    {
-        double number = 0;
-        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-        if (error == std::errc::result_out_of_range)
-            return digits.find("e-") == digits.npos && digits.find("E-") == digits.npos ? Value(CellError::Number)
-                                                                                        : Value(0.0);
-        if (error != std::errc() || end != digits.data() + digits.size()) throw SyntaxError{};
-        return number;
     }
 
     Node parse_error_value()
@@ -285,12 +231,9 @@ private:
 
     Node parse_area(const Text& first_sheet, const Text& last_sheet)
     {
-        const auto colon = token_.text.find(':');
-        const auto one = parse_corner(token_.text.substr(0, colon));
-        const auto other = colon == std::string_view::npos ? one : parse_corner(token_.text.substr(colon + 1));
-        if (!one || !other) throw SyntaxError{};
+        const std::string_view text = token_.text;
         advance();
-        return {AreaReference{first_sheet, last_sheet, placed(*one, at_, false), placed(*other, at_, true)}, {}};
+        return area_leaf(text, first_sheet, last_sheet, at_);
     }
 
     Node parse_name(const Text& sheet)
@@ -377,8 +320,6 @@ private:
         return {ArrayPointer(array), {}};
     }
 
-    static Node parse_table(std::string_view text);
-
     Tokens tokens_;
     Place at_;
     Token token_;
@@ -386,62 +327,6 @@ private:
     int depth_ = 0;
     int betweens_ = 0;
 };
-
-// The pieces of what stands between a table's brackets: "[#This Row],[a]:[b]" or a plain column. An escape stays.
-std::vector<std::string_view> pieces_of(std::string_view inside)
-{
-    if (inside.find('[') == std::string_view::npos) return {inside};
-    std::vector<std::string_view> pieces;
-    std::size_t begin = 0;
-    for (std::size_t i = 0; i < inside.size(); ++i) {
-        if (inside[i] == '\'') {
-            ++i;
-        } else if (inside[i] == '[') {
-            begin = i + 1;
-        } else if (inside[i] == ']') {
-            pieces.push_back(inside.substr(begin, i - begin));
-        }
-    }
-    return pieces;
-}
-
-Node Parser::parse_table(std::string_view text)
-{
-    const auto bracket = text.find('[');
-    TableReference reference;
-    reference.table = lower(from_utf8(text.substr(0, bracket)));
-    for (std::string_view piece : pieces_of(text.substr(bracket + 1, text.size() - bracket - 2))) {
-        if (piece.starts_with('@')) {
-            reference.this_row = true;
-            piece.remove_prefix(1);
-        }
-        if (piece.empty()) continue;
-        const auto special = piece.starts_with('#') ? in_capitals(piece) : std::string();
-        if (special.empty()) {
-            std::string plain;
-            for (std::size_t i = 0; i < piece.size(); ++i) {
-                if (piece[i] == '\'' && i + 1 < piece.size()) ++i;
-                plain += piece[i];
-            }
-            (reference.first_column.empty() ? reference.first_column : reference.last_column) = lower(from_utf8(plain));
-        } else if (special == "#ALL") {
-            reference.headers = reference.data = reference.totals = true;
-        } else if (special == "#HEADERS") {
-            reference.headers = true;
-        } else if (special == "#DATA") {
-            reference.data = true;
-        } else if (special == "#TOTALS") {
-            reference.totals = true;
-        } else if (special == "#THIS ROW") {
-            reference.this_row = true;
-        } else {
-            return uncalculable("table reference");
-        }
-    }
-    if (reference.last_column.empty()) reference.last_column = reference.first_column;
-    if (!reference.headers && !reference.totals && !reference.this_row) reference.data = true;
-    return {std::move(reference), {}};
-}
 
 } // namespace
 

@@ -117,11 +117,11 @@ Operand median(Call& call)
 
 Operand mode(Call& call)
 {
-    const auto numbers = all_numbers(call);
     for (std::size_t i = 0; i < call.size(); ++i) {
         const auto* const value = std::get_if<Value>(&call.operand(i));
         require(!value || !std::holds_alternative<Text>(*value), CellError::Value);
     }
+    const auto numbers = all_numbers(call);
     std::unordered_map<double, int> counts;
     int most = 1;
     for (const double number : numbers) most = std::max(most, ++counts[number]);
@@ -136,35 +136,11 @@ Operand percentile(Call& call)
     return Value(percentile_of(numbers_of(call, 0), part, is_exclusive));
 }
 
-Operand percent_rank(Call& call)
-{
-    auto numbers = numbers_of(call, 0);
-    const double number = call.number(1);
-    require(!numbers.empty());
-    std::ranges::sort(numbers);
-    require(number >= numbers.front() && number <= numbers.back(), CellError::NotAvailable);
-    if (numbers.size() == 1) return Value(1.0);
-    const auto at = std::ranges::lower_bound(numbers, number);
-    double place = static_cast<double>(at - numbers.begin());
-    if (*at != number) place += (number - *at) / (*at - *(at - 1));
-    return Value(truncated(place / (static_cast<double>(numbers.size()) - 1), call.whole(2, 3)));
-}
-
 Operand square_sum(Call& call)
 {
     double result = 0;
     for (const double number : all_numbers(call)) result += number * number;
     return Value(result);
-}
-
-Operand mean_deviation(Call& call)
-{
-    const auto numbers = all_numbers(call);
-    require(!numbers.empty());
-    const double mean = mean_of(numbers);
-    double sum = 0;
-    for (const double number : numbers) sum += std::abs(number - mean);
-    return Value(sum / static_cast<double>(numbers.size()));
 }
 
 Operand geometric_mean(Call& call)
@@ -177,18 +153,6 @@ Operand geometric_mean(Call& call)
     }
     require(!numbers.empty());
     return Value(std::exp(sum / static_cast<double>(numbers.size())));
-}
-
-Operand harmonic_mean(Call& call)
-{
-    const auto numbers = all_numbers(call);
-    double sum = 0;
-    for (const double number : numbers) {
-        require(number > 0);
-        sum += 1 / number;
-    }
-    require(!numbers.empty());
-    return Value(static_cast<double>(numbers.size()) / sum);
 }
 
 Operand sum_product(Call& call)
@@ -212,6 +176,9 @@ Operand sum_product(Call& call)
         }
         return product;
     };
+    const bool is_one = arrays[0]->rows() == 1 && arrays[0]->columns() == 1;
+    for (const auto& array : arrays)
+        require(!is_one || !std::holds_alternative<Text>(array->at(0, 0)), CellError::Value);
     double result = 0;
     for (int row = 0; row < rows; ++row)
         for (int column = 0; column < columns; ++column) result += product_at(row, column);
@@ -256,7 +223,6 @@ constexpr auto everything = Counted::Everything;
 
 constexpr Function table[] = {
     {"AGGREGATE", 3, 255, "nnar", aggregate},
-    {"AVEDEV", 1, 255, "r", mean_deviation},
     {"AVERAGE", 1, 255, "r", average<numbers_only>},
     {"AVERAGEA", 1, 255, "r", average<everything>},
     {"COUNT", 1, 255, "r", count},
@@ -268,7 +234,6 @@ constexpr Function table[] = {
          return numbers.empty() ? Value(CellError::Number) : Value(squares_of(numbers));
      }},
     {"GEOMEAN", 1, 255, "r", geometric_mean},
-    {"HARMEAN", 1, 255, "r", harmonic_mean},
     {"LARGE", 2, 2, "rn", ranked<true>},
     {"MAX", 1, 255, "r", extreme<numbers_only, true>},
     {"MAXA", 1, 255, "r", extreme<everything, true>},
@@ -280,8 +245,6 @@ constexpr Function table[] = {
     {"PERCENTILE", 2, 2, "rn", percentile<false, 1>},
     {"PERCENTILE.EXC", 2, 2, "rn", percentile<true, 1>},
     {"PERCENTILE.INC", 2, 2, "rn", percentile<false, 1>},
-    {"PERCENTRANK", 2, 3, "rn", percent_rank},
-    {"PERCENTRANK.INC", 2, 3, "rn", percent_rank},
     {"PRODUCT", 1, 255, "r", product},
     {"QUARTILE", 2, 2, "rn", percentile<false, 4>},
     {"QUARTILE.EXC", 2, 2, "rn", percentile<true, 4>},

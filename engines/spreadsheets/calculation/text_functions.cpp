@@ -50,13 +50,6 @@ Operand middle(Call& call)
     return Value(place > text.size() ? Text() : text.substr(place - 1, count));
 }
 
-template <Operand (*function)(Call&)>
-Operand by_bytes(Call& call)
-{
-    require_ascii(call.text(0), "a count of bytes");
-    return function(call);
-}
-
 Operand length(Call& call)
 {
     return Value(static_cast<double>(call.text(0).size()));
@@ -243,48 +236,6 @@ Operand fixed(Call& call)
     return Value(decimal_text(rounded(call.number(0), decimals), std::max(decimals, 0), !call.truth(2, false)));
 }
 
-Operand number_value(Call& call)
-{
-    Text text = call.text(0);
-    const Text decimal = call.size() > 1 ? call.text(1) : Text(U"."),
-               group = call.size() > 2 ? call.text(2) : Text(U",");
-    require(!decimal.empty() && !group.empty(), CellError::Value);
-    std::erase_if(text, [](char32_t c) { return c == U' '; });
-    const auto point = text.find(decimal[0]);
-    Text plain;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == group[0] && i < point) continue;
-        plain += i == point ? U'.' : text[i];
-    }
-    double divisor = 1;
-    for (; !plain.empty() && plain.back() == U'%'; plain.pop_back()) divisor *= 100;
-    if (plain.empty()) return Value(0.0);
-    const auto number = tarvik::number(plain);
-    require(number.has_value(), CellError::Value);
-    return Value(*number / divisor);
-}
-
-template <bool is_before>
-Operand text_beside(Call& call)
-{
-    const Text& text = call.text(0);
-    const Text& mark = call.text(1);
-    if (call.size() > 3) throw CannotCalculate("options of TEXTBEFORE and TEXTAFTER");
-    const int which = call.whole(2, 1);
-    require(which != 0, CellError::Value);
-    if (mark.empty()) throw CannotCalculate("an empty delimiter");
-    auto found = which > 0 ? text.find(mark) : text.rfind(mark);
-    for (int i = 1; i < std::abs(which) && found != Text::npos; ++i) {
-        if (which < 0 && found == 0) {
-            found = Text::npos;
-        } else {
-            found = which > 0 ? text.find(mark, found + mark.size()) : text.rfind(mark, found - 1);
-        }
-    }
-    require(found != Text::npos, CellError::NotAvailable);
-    return Value(is_before ? text.substr(0, found) : text.substr(found + mark.size()));
-}
-
 constexpr Function table[] = {
     {"CHAR", 1, 1, "n", character},
     {"CLEAN", 1, 1, "t", clean},
@@ -295,23 +246,16 @@ constexpr Function table[] = {
     {"FIND", 2, 3, "ttn", find},
     {"FIXED", 1, 3, "nnl", fixed},
     {"LEFT", 1, 2, "tn", left},
-    {"LEFTB", 1, 2, "tn", by_bytes<left>},
     {"LEN", 1, 1, "t", length},
-    {"LENB", 1, 1, "t", by_bytes<length>},
     {"LOWER", 1, 1, "t", [](Call& call) -> Operand { return Value(lower(TextView(call.text(0)))); }},
     {"MID", 3, 3, "tnn", middle},
-    {"MIDB", 3, 3, "tnn", by_bytes<middle>},
-    {"NUMBERVALUE", 1, 3, "t", number_value},
     {"PROPER", 1, 1, "t", proper},
     {"REPLACE", 4, 4, "tnnt", replace},
     {"REPT", 2, 2, "tn", repeat},
     {"RIGHT", 1, 2, "tn", right},
-    {"RIGHTB", 1, 2, "tn", by_bytes<right>},
     {"SEARCH", 2, 3, "ttn", search},
     {"SUBSTITUTE", 3, 4, "tttn", substitute},
     {"TEXT", 2, 2, "vt", text_in_format},
-    {"TEXTAFTER", 2, 6, "ttnnnv", text_beside<false>},
-    {"TEXTBEFORE", 2, 6, "ttnnnv", text_beside<true>},
     {"TEXTJOIN", 3, 255, "tlr", join},
     {"TRIM", 1, 1, "t", trim_blanks},
     {"UNICHAR", 1, 1, "n", unicode_character},

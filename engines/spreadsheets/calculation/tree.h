@@ -18,6 +18,8 @@ struct AreaReference {
     struct Corner {
         int row = 0, column = 0;
         bool is_row_fixed = true, is_column_fixed = true;
+
+        friend bool operator==(const Corner&, const Corner&) = default;
     };
 
     Text first_sheet, last_sheet; ///< in lower case, empty for the formula's own sheet

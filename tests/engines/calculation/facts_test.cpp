@@ -148,7 +148,9 @@ TEST(Facts, Rounding)
            {"EVEN(-1)", "-2"},
            {"ODD(2)", "3"},
            {"QUOTIENT(-10,3)", "-3"},
-           {"DEC2HEX(-1)", "FFFFFFFFFF"}});
+           {"SIN(PI())", "1.22514845490862E-16"},
+           {"COS(PI()/3)", "0.5"},
+           {"TAN(-1)", "-1.5574077246549"}});
 }
 
 TEST(Facts, Texts)
