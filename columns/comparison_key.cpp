@@ -1,7 +1,4 @@
-#include "columns/comparison_key.h"
-
 #include "columns/comparisons.h"
-#include "columns/field_checks.h"
 
 namespace tarvik {
 

@@ -1,10 +1,46 @@
 #pragma once
 
-#include "columns/comparison_files.h"
+#include "mainwindow/scratch_file.h"
 
-/// The comparisons of a column of SUF (`sufcol`) with a column of SUG (`sugcol`, the box Form3.Text1(4) at this very
-/// moment). A box that holds no column throws Failure.
+#include <vector>
+
+/// The key p and its work: inside SUF the date check and the in-field query, with the parameters of Form3.Text1(0) to
+/// Text1(2), and the comparisons of a column of SUF (`sufcol`) with a column of SUG (`sugcol`, the box Form3.Text1(4)
+/// at this very moment). A box that holds no column throws Failure.
 namespace tarvik {
+
+/// The key p: the date check or the in-field query inside SUF, or with `comp` True a comparison of the two tables, as
+/// the user answers. A box that holds no usable number throws Failure and leaves the table pane and `compcount` as they
+/// were.
+void comparison_key(Program& program);
+
+/// The scratch files of the key p, which are cleared together.
+class ComparisonFiles {
+public:
+    enum Name { between, between1, between3, between5, betweenping, betweenping1 };
+
+    explicit ComparisonFiles(Program& program)
+    {
+        for (const std::u32string_view name : {U"between.txt", U"between1.txt", U"between3.txt", U"between5.txt",
+                                               U"betweenping.txt", U"betweenping1.txt"})
+            files_.emplace_back(program, name);
+    }
+    ScratchFile& operator[](Name name) { return files_[name]; }
+
+private:
+    std::vector<ScratchFile> files_;
+};
+
+/// Shows the rows whose dates in columns A and B lie more than C days apart. A time of day behind a date is cut from
+/// the cell for good, and a compact date gets its hyphens there. A date of fewer than 8 characters ends the check with
+/// its message and no view; longer texts that are no dates are passed over and named at the end. A box that holds no
+/// column or number throws Failure before anything has changed.
+void date_check(Program& program, ComparisonFiles& files);
+
+/// Shows the rows whose field in column Text1(0) holds the text of the query box, each with the piece of the field that
+/// Text1(1) and Text1(2) bound. An empty text is found nowhere. The bounds are read when a row is found; a box that
+/// holds none throws Failure.
+void field_query(Program& program, ComparisonFiles& files);
 
 /// Each value of the one column with each of the other: shows the rows of SUF whose value SUG has too, or with `notcap`
 /// the rows that have no such value, in which case the matched row texts of SUF are emptied for good.

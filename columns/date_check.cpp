@@ -1,4 +1,4 @@
-#include "columns/field_checks.h"
+#include "columns/comparisons.h"
 
 #include "calendar/date_text.h"
 #include "columns/boxes.h"

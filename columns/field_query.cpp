@@ -1,4 +1,4 @@
-#include "columns/field_checks.h"
+#include "columns/comparisons.h"
 
 #include "columns/boxes.h"
 #include "columns/views.h"

@@ -3,7 +3,7 @@
 #include "columns/boxes.h"
 #include "columns/column_query.h"
 #include "columns/columns.h"
-#include "columns/comparison_key.h"
+#include "columns/comparisons.h"
 #include "columns/notes.h"
 #include "columns/sort.h"
 #include "columns/statistics.h"

@@ -4,10 +4,8 @@
 #include "reading/document_opening.h"
 #include "reading/marking.h"
 #include "reading/paging.h"
-#include "reading/result_walk.h"
+#include "reading/queries.h"
 #include "reading/saving.h"
-#include "reading/sentence_query.h"
-#include "reading/separator_query.h"
 
 namespace tarvik {
 

@@ -1,4 +1,4 @@
-#include "reading/result_walk.h"
+#include "reading/queries.h"
 
 #include "reading/dictionary_lookup.h"
 #include "reading/results.h"

@@ -1,4 +1,4 @@
-#include "reading/separator_query.h"
+#include "reading/queries.h"
 
 #include "platform/text/occurrences.h"
 #include "reading/results.h"
