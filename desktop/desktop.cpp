@@ -3,7 +3,6 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/services/system.h"
-#include "desktop/text_view/text_accessible.h"
 #include "mainwindow/installation_files.h"
 #include "platform/failure.h"
 #include "platform/files/path_text.h"
@@ -51,7 +50,6 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
          {QLibraryInfo::path(QLibraryInfo::TranslationsPath), QCoreApplication::applicationDirPath() + "/translations"})
         if (chinese_.load("qtbase_zh_CN", folder)) break;
     QCoreApplication::installTranslator(&chinese_);
-    make_accessible();
     program_.listeners.property_changed = [this](const Control& control, Property property) {
         mirror_.changed(control, property);
     };

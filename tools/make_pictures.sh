@@ -8,7 +8,7 @@ built=$1
 pictures=$(cd "${2:-docs/pictures}" && pwd)
 . "$(dirname "$0")/own_screen.sh"
 
-open_screen 1920x1080
+open_screen 3840x1080
 cp -r "$built" "$work/Tarvik"
 cd "$work/Tarvik"
 
@@ -23,7 +23,7 @@ typed() {
 # Clicks a place of a window, in hundredths of its width and height.
 click() {
     eval "$(xdotool getwindowgeometry --shell "$1")"
-    xdotool mousemove $((X + WIDTH * $2 / 100)) $((Y + HEIGHT * $3 / 100)) click 1 mousemove 1900 1060
+    xdotool mousemove $((X + WIDTH * $2 / 100)) $((Y + HEIGHT * $3 / 100)) click 1 mousemove 3830 1070
     sleep 0.6
 }
 open_file() {
@@ -32,10 +32,25 @@ open_file() {
     key Return
     sleep 0.8
 }
+# Each window whole, the main window first, side by side on a plain ground.
 take() {
-    import -window root "$work/taken.png"
-    convert "$work/taken.png" -bordercolor black -border 1 -trim +repage -dither None -colors 128 \
-        -define png:compression-level=9 "$pictures/$1.png"
+    ground='#eceade'
+    rm -f "$work"/window*.png
+    left=0
+    windows="$main $(xdotool search --onlyvisible --name . | grep -v "^$main\$" || true)"
+    for window in $windows; do
+        eval "$(xdotool getwindowgeometry --shell "$window")"
+        xdotool windowmove "$window" $left 0
+        left=$((left + WIDTH + 24))
+    done
+    sleep 1
+    number=0
+    for window in $windows; do
+        number=$((number + 1))
+        import -window "$window" "$work/window$number.png"
+    done
+    convert "$work"/window*.png -background "$ground" -gravity North +smush 24 -bordercolor "$ground" -border 24 \
+        -dither None -colors 128 -define png:compression-level=9 "$pictures/$1.png"
     echo "$1"
 }
 

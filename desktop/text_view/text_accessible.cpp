@@ -90,17 +90,32 @@ private:
     TextWidget& widget_;
 };
 
+QAccessibleInterface* accessible_of(const QString&, QObject* object)
+{
+    if (auto* const text = dynamic_cast<TextWidget*>(object)) return new TextAccessible(*text);
+    auto* const widget = dynamic_cast<QWidget*>(object);
+    const QVariant role = object->property(accessible_role);
+    if (!widget || !role.isValid()) return nullptr;
+    return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
+}
+
 } // namespace
 
-void make_accessible()
+AccessibleWidgets::AccessibleWidgets()
 {
-    QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
-        if (auto* const text = dynamic_cast<TextWidget*>(object)) return new TextAccessible(*text);
-        auto* const widget = dynamic_cast<QWidget*>(object);
-        const QVariant role = object->property(accessible_role);
-        return widget && role.isValid() ? new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()))
-                                        : nullptr;
-    });
+    QAccessible::installFactory(accessible_of);
+}
+
+AccessibleWidgets::~AccessibleWidgets()
+{
+    QAccessible::removeFactory(accessible_of);
+}
+
+void forget_accessible(QWidget& widget)
+{
+    if (!QAccessible::isActive()) return;
+    if (auto* const known = QAccessible::queryAccessibleInterface(&widget))
+        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(known));
 }
 
 } // namespace tarvik

@@ -1,5 +1,6 @@
 #include "desktop/text_view/text_widget.h"
 
+#include "desktop/text_view/text_accessible.h"
 #include "desktop/text_view/text_painter.h"
 
 #include <QApplication>
@@ -51,6 +52,7 @@ TextWidget::TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* 
     viewport()->setAutoFillBackground(false);
     colour_bars(*this);
     connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) { vertical_action(action); });
+    forget_accessible(*this);
 }
 
 void TextWidget::show_model()

@@ -2,7 +2,9 @@
 
 #include "desktop/controls/control_maker.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/text_view/text_accessible.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QPainter>
 
@@ -12,6 +14,7 @@ FormWindow::FormWindow(Front& front, Window& model, Backdrop& backdrop)
     : front_(front), model_(model), backdrop_(backdrop)
 {
     setObjectName(widget_name(model));
+    setProperty(accessible_role, QAccessible::Window);
     front.mirror.add(
         model, nullptr, [this] { show_model(); }, true);
 }

@@ -75,6 +75,7 @@ TEST_F(DesktopKeyboard, a_command_is_typed_whole_and_other_text_by_one_key_thoug
 
 TEST_F(DesktopKeyboard, every_control_has_a_name_and_f1_the_manual)
 {
+    QAccessible::setActive(true); // a screen reader listens from the beginning
     start();
     for (QWidget* widget : desktop->main_window().findChildren<QWidget*>())
         if (widget->objectName().startsWith("Form1.") && dynamic_cast<const QLabel*>(widget) == nullptr) {
