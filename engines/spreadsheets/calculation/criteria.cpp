@@ -22,7 +22,7 @@ struct PatternCharacter {
     bool is_any, is_rest;
 };
 
-PatternCharacter take(TextView pattern, std::size_t& at) noexcept
+PatternCharacter take(std::u32string_view pattern, std::size_t& at) noexcept
 {
     const char32_t c = pattern[at++];
     if (c == U'~' && at < pattern.size() && (pattern[at] == U'*' || pattern[at] == U'?' || pattern[at] == U'~'))
@@ -31,7 +31,7 @@ PatternCharacter take(TextView pattern, std::size_t& at) noexcept
 }
 
 // How far the match of the pattern from the text's beginning may reach: to its end, or anywhere.
-bool matches(TextView pattern, TextView text, bool to_end) noexcept
+bool matches(std::u32string_view pattern, std::u32string_view text, bool to_end) noexcept
 {
     std::size_t at = 0, place = 0;
     std::size_t star = npos, star_place = 0;
@@ -57,7 +57,7 @@ bool matches(TextView pattern, TextView text, bool to_end) noexcept
     }
 }
 
-Text without_escapes(TextView pattern)
+Text without_escapes(std::u32string_view pattern)
 {
     Text plain;
     for (std::size_t at = 0; at < pattern.size();) {
@@ -82,17 +82,18 @@ std::optional<double> number_of(const Value& value, bool counts_from_1904)
 
 } // namespace
 
-bool has_wildcards(TextView text) noexcept
+bool has_wildcards(std::u32string_view text) noexcept
 {
-    return text.find(U'*') != npos || text.find(U'?') != npos || text.find(U'~') != npos;
+    return text.find_first_of(U"*?~") != std::u32string_view::npos;
 }
 
-bool matches_pattern(TextView pattern, TextView text) noexcept
+bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noexcept
 {
     return matches(pattern, text, true);
 }
 
-std::optional<std::size_t> find_pattern(TextView pattern, TextView text, std::size_t from) noexcept
+std::optional<std::size_t> find_pattern(std::u32string_view pattern, std::u32string_view text,
+                                        std::size_t from) noexcept
 {
     for (std::size_t i = from; i <= text.size(); ++i)
         if (matches(pattern, text.substr(i), false)) return i;
@@ -129,7 +130,7 @@ Criterion::Criterion(const Value& written, bool counts_from_1904) : counts_from_
         operand_ = *error;
     } else {
         is_pattern_ = rest.find(U'*') != npos || rest.find(U'?') != npos;
-        operand_ = is_pattern_ ? rest.str() : without_escapes(rest);
+        operand_ = is_pattern_ ? rest.str() : without_escapes(rest.str());
     }
     is_key_ = how_ == Operator::Equal && !is_pattern_;
 }

@@ -3,14 +3,17 @@
 #include "engines/spreadsheets/calculation/source.h"
 #include "engines/spreadsheets/calculation/tree.h"
 
+#include <string_view>
+
 namespace tarvik::calculation {
 
 /// Whether "*", "?" or "~" give a text a meaning beyond itself.
-bool has_wildcards(TextView text) noexcept;
+bool has_wildcards(std::u32string_view text) noexcept;
 /// The text as a whole against a pattern: "*" is any characters, "?" one; "~" takes their meaning away. Without case.
-bool matches_pattern(TextView pattern, TextView text) noexcept;
+bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noexcept;
 /// The first place of the pattern in the text from `from` on, counting from 0.
-std::optional<std::size_t> find_pattern(TextView pattern, TextView text, std::size_t from) noexcept;
+std::optional<std::size_t> find_pattern(std::u32string_view pattern, std::u32string_view text,
+                                        std::size_t from) noexcept;
 
 /// What COUNTIF and its kin ask of a cell: a value, or a text with an operator before it (">=5", "<>x*").
 class Criterion {

@@ -256,7 +256,7 @@ Operand working_days(Call& call)
     const FreeDays free = free_days(call, has_weekend, has_weekend ? 3 : 2);
     call.evaluator().spend(static_cast<std::size_t>(last - first));
     double count = 0;
-    for (double day = first; day <= last; ++day)
+    for (int day = static_cast<int>(first); day <= static_cast<int>(last); ++day)
         if (!free.has(day, call.counts_from_1904())) ++count;
     return Value(sign * count);
 }

@@ -115,14 +115,14 @@ Operand Evaluator::sign(const Node& node, Sign sign, Mode mode)
 {
     const auto signed_value = [&](const Value& value) -> Value {
         if (sign == Sign::Plus) return value;
-        const Value number = to_number(value, source_.counts_from_1904());
+        Value number = to_number(value, source_.counts_from_1904());
         if (std::holds_alternative<CellError>(number)) return number;
         const double plain = std::get<double>(number);
         return sign == Sign::Percent ? plain / 100 : plain == 0 ? 0.0 : -plain;
     };
-    const Operand operand = evaluate(node.children.front(), mode);
+    Operand operand = evaluate(node.children.front(), mode);
     if (sign == Sign::Plus) return operand;
-    const Operand value = valued(operand, mode);
+    const Operand value = valued(std::move(operand), mode);
     if (const auto* const one = std::get_if<Value>(&value)) return signed_value(*one);
     const ArrayPointer values = array(value);
     return for_each_element(

@@ -37,7 +37,7 @@ Operand if_function(Call& call)
     return for_each_element(
         arrays,
         [&](int row, int column) -> Value {
-            const Value truth = to_truth(pick(*arrays[0], row, column));
+            Value truth = to_truth(pick(*arrays[0], row, column));
             if (is_error(truth)) return truth;
             return pick(*arrays[std::get<bool>(truth) ? 1 : 2], row, column);
         },

@@ -121,7 +121,7 @@ Operand round_up(Call& call)
 double factorial(double number)
 {
     double product = 1;
-    for (double factor = 2; factor <= number; ++factor) product *= factor;
+    for (int factor = 2; factor <= static_cast<int>(number); ++factor) product *= factor;
     return product;
 }
 
@@ -137,7 +137,7 @@ double combinations(double number, double chosen)
     require(number >= 0 && chosen >= 0 && chosen <= number && number < 1e6);
     chosen = std::min(chosen, number - chosen);
     double result = 1;
-    for (double i = 1; i <= chosen; ++i) result = result * (number - chosen + i) / i;
+    for (int i = 1; i <= static_cast<int>(chosen); ++i) result = result * (number - chosen + i) / i;
     return result < largest_whole ? std::round(result) : result;
 }
 
@@ -151,7 +151,7 @@ Operand permut(Call& call)
     const double number = std::trunc(call.number(0)), chosen = std::trunc(call.number(1));
     require(number >= 0 && chosen >= 0 && chosen <= number && chosen < 1e4);
     double product = 1;
-    for (double i = 0; i < chosen; ++i) product *= number - i;
+    for (int i = 0; i < static_cast<int>(chosen); ++i) product *= number - i;
     return Value(product);
 }
 

@@ -51,9 +51,7 @@ struct Layout {
             case Kind::Exponent: has_exponent = true; break;
             case Kind::Percent: divisor /= 100; break;
             case Kind::Comma:
-                if (i > last_digit || (has_point && !has_exponent)) {
-                    divisor *= 1000;
-                } else if (pieces[i + 1].kind == Kind::Point) {
+                if (i > last_digit || (has_point && !has_exponent) || pieces[i + 1].kind == Kind::Point) {
                     divisor *= 1000;
                 } else {
                     has_commas = has_commas || whole > 0;

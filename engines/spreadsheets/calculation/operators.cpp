@@ -65,9 +65,9 @@ Value operate(Operator how, const Value& a, const Value& b, bool counts_from_190
         if (joined.size() > longest_text) return CellError::Value;
         return joined;
     }
-    const Value one = to_number(a, counts_from_1904);
+    Value one = to_number(a, counts_from_1904);
     if (std::holds_alternative<CellError>(one)) return one;
-    const Value other = to_number(b, counts_from_1904);
+    Value other = to_number(b, counts_from_1904);
     if (std::holds_alternative<CellError>(other)) return other;
     const Value result = arithmetic(how, std::get<double>(one), std::get<double>(other));
     const auto* const number = std::get_if<double>(&result);
