@@ -36,6 +36,24 @@ void paint_command_border(QPainter& painter, const QRect& area)
     painter.restore();
 }
 
+// The toolkit's own are hardly seen on dark grounds.
+void paint_indicator(QPainter& painter, const QStyleOption& option, bool is_round)
+{
+    const QRectF area = QRectF(option.rect).adjusted(1, 1, -1, -1);
+    const double inset = area.width() / 4;
+    const QRectF filled = area.adjusted(inset, inset, -inset, -inset);
+    const QColor ink = option.palette.color(QPalette::WindowText);
+    const auto draw = [&](const QRectF& where) { is_round ? painter.drawEllipse(where) : painter.drawRect(where); };
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing, is_round);
+    painter.setPen(ink);
+    painter.setBrush(option.palette.color(QPalette::Base));
+    draw(area);
+    painter.setBrush(ink);
+    if (option.state.testFlag(QStyle::State_On)) draw(filled);
+    painter.restore();
+}
+
 bool is_text_widget(const QWidget* widget)
 {
     return widget && widget->property("textWidget").toBool();
@@ -63,6 +81,8 @@ void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* o
     const bool focus = option->state.testFlag(State_HasFocus);
     switch (element) {
     case PE_PanelButtonCommand: paint_box(*painter, option->rect, button_colour(*option), focus); return;
+    case PE_IndicatorRadioButton:
+    case PE_IndicatorCheckBox: paint_indicator(*painter, *option, element == PE_IndicatorRadioButton); return;
     case PE_PanelLineEdit:
         paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus);
         if (widget && widget->property("keysAreCommands").toBool()) paint_command_border(*painter, option->rect);

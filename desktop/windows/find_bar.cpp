@@ -18,13 +18,15 @@ FindBar::FindBar(Front& front, std::function<TextWidget*()> shown_pane, std::fun
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(4, 2, 4, 2);
     text_.setObjectName("findText");
-    text_.setPlaceholderText("在窗格中查找，Enter 或 F3 下一处，Shift+F3 上一处");
+    text_.setPlaceholderText("在窗格中查找，F3 下一处");
     text_.setAccessibleName("在窗格中查找");
     result_.setObjectName("findResult");
     whole_words_.setToolTip("两边不是字母、数字的才算");
     pattern_.setToolTip("例如 yq-\\w+ 或 2016/\\d\\d");
-    row->addWidget(&text_, 1);
-    for (QWidget* widget : std::initializer_list<QWidget*>{&whole_words_, &pattern_, &result_}) row->addWidget(widget);
+    // To the left, where no other window lies over the bar.
+    for (QWidget* widget : std::initializer_list<QWidget*>{&text_, &result_, &whole_words_, &pattern_})
+        row->addWidget(widget);
+    row->addStretch(1);
     text_.installEventFilter(this);
     connect(&text_, &QLineEdit::textEdited, this, &FindBar::seek);
     for (QCheckBox* box : {&whole_words_, &pattern_}) connect(box, &QCheckBox::toggled, this, &FindBar::seek);
@@ -57,6 +59,7 @@ void FindBar::follow()
     if (!pane) return;
     const QRect over = pane->geometry();
     const int edge = pane->frameWidth();
+    text_.setFixedWidth(text_.fontMetrics().averageCharWidth() * 34);
     setGeometry(over.left() + edge, over.top() + edge, over.width() - 2 * edge, sizeHint().height());
     pane->make_room(height());
     raise();

@@ -17,6 +17,7 @@ namespace {
 // The boxes and labels keep their places, and the buttons go with the height: below this they would meet.
 constexpr double smallest_width = 9800, smallest_height = 7100;
 constexpr double heading_gap = 60;
+constexpr double smaller_over_main = 0.8;
 constexpr int interval_box = 2, comparison_box = 4, sort_box = 5;
 
 } // namespace
@@ -126,8 +127,9 @@ void Form3Window::before_first_show()
 {
     const Scale unzoomed{scale_.dots_per_inch};
     const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
-    const SidePlace place = side_place({full, {full.width(), unzoomed.pixels(smallest_height)}}, scale_.zoom,
-                                       main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
+    const SidePlace place =
+        side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main}, scale_.zoom,
+                   main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
     scale_.zoom = place.zoom;
     set_zoom();
     resize(place.size.expandedTo(minimumSize()));

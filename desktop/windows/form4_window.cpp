@@ -176,7 +176,7 @@ void Form4Window::before_first_show()
     const QSizeF full = QSizeF(scale_.size(model()).expandedTo(size_needed())) / scale_.zoom;
     const double spare = scale_.pixels(form4_.Label1.width() - least_help) / scale_.zoom;
     const QSizeF least(full.width() - spare, full.height());
-    const SidePlace place = side_place({full, least, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, scale_.zoom,
+    const SidePlace place = side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, scale_.zoom,
                                        main_window_, {"Form1.Command6", "Form1.Command3"});
     scale_.zoom = place.zoom;
     set_zoom();

@@ -94,7 +94,8 @@ SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_
     };
     const Fit* best = nullptr;
     std::vector<Fit> fits;
-    for (const QRect& each : regions) fits.push_back(fit(each, frame, window, zoom));
+    for (const QRect& each : regions)
+        fits.push_back(fit(each, frame, window, fits.empty() ? zoom : zoom * window.over_main));
     for (const Fit& each : fits) {
         if (!best || each.better_than(*best)) best = &each;
         if (each.shown == 1 && each.zoom >= hardly_smaller * zoom) break;

@@ -20,8 +20,9 @@ void place_main_window(QWidget& window, QSize side_window);
 /// A window that stands beside the main window; sizes are in pixels at zoom 1.
 struct SideWindow {
     QSizeF full_size;
-    QSizeF least_size; ///< that still shows everything
-    int bar = 0;       ///< the width of the bars that scroll what does not show
+    QSizeF least_size;    ///< that still shows everything
+    double over_main = 1; ///< as large a part of its size it shows with where it lies over the main window
+    int bar = 0;          ///< the width of the bars that scroll what does not show
 };
 struct SidePlace {
     QPoint corner; // of the frame
