@@ -3,6 +3,7 @@
 #include "platform/text/text.h"
 
 #include <memory>
+#include <optional>
 #include <variant>
 
 /// The operations of a spreadsheet and a document application, with their object-model names. Every operation throws
@@ -15,12 +16,24 @@ namespace tarvik {
 /// number.
 using CellValue = std::variant<Text, double>;
 
+/// The number that a text of at most 11 characters is when it reads back from it the same: of "12.5", not of "0012" or
+/// "1.50".
+inline std::optional<double> plain_number(const Text& text)
+{
+    constexpr std::size_t longest = 11;
+    if (text.empty() || text.size() > longest) return std::nullopt;
+    const auto held = number(text);
+    return held && number_text(*held) == text ? held : std::nullopt;
+}
+
 /// Rows and columns count from 1.
 class Worksheet {
 public:
     virtual ~Worksheet() = default;
-    /// The cell's value as text: a number as its shortest text, a date as its serial number, a formula as its cached
-    /// result, a logical value as "True" or "False", an error as its code. An empty cell gives the empty text.
+    /// The cell's value as text: a number as its shortest text, a date as its serial number, a formula as its result as
+    /// of now, what was written and is not saved yet included, a logical value as "True" or "False", an error as its
+    /// code. An empty cell gives the empty text. A formula that nothing at hand can calculate is a Failure, here and in
+    /// whatever else looks at its value.
     virtual Text cell(int row, int column) const = 0;
     /// The same value as set_cell() takes it to keep what it is: a number, date or serial number as a number, anything
     /// else as text. An engine that does not tell the two apart takes for a number what reads as one and is written as
@@ -31,13 +44,16 @@ public:
         const auto held = number(text);
         return held && number_text(*held) == text ? CellValue(*held) : CellValue(std::move(text));
     }
-    /// Whether the cell holds neither value nor formula. A formula cell is never empty.
+    /// Whether the value is nothing or the empty text, a formula's result like any other.
     virtual bool is_empty(int row, int column) const = 0;
-    /// Replaces the cell's value and formula; its format stays. The empty text empties it. In a merged range a text for
-    /// the first cell goes there, the empty text for a covered cell changes nothing, any other value for a covered cell
-    /// goes to the range's first cell.
+    /// Replaces the cell's value and formula; its format stays. The empty text empties it. A text for which
+    /// plain_number() has a number is stored as that where the cell has a number format, or where a formula refers to
+    /// it and it has no text format. In a merged range the empty text for a covered cell changes nothing, any other
+    /// value for a covered cell goes to the range's first cell; a second value, for another cell of the range, splits
+    /// it, and each goes to its own cell.
     virtual void set_cell(int row, int column, const CellValue& value) = 0;
-    /// Empties every cell of the rectangle that is not empty; gives how many there were.
+    /// Empties every cell of the rectangle that is not empty, formulas with an empty result thus left alone; gives how
+    /// many there were.
     virtual int clear(int first_row, int last_row, int first_column, int last_column) = 0;
     /// Prints the workbook as it is now, saved or not. Blocks until Printer::print() has it; throws Failure.
     virtual void print_out() = 0;

@@ -9,7 +9,8 @@ Session::Session(const Options& options, std::ostream& out)
     : transcript(out), watches(transcript), clock(options.clock),
       dialogs(transcript, answers, [this] { watches.look_at_members(); }),
       screen(transcript, options.screen_width, options.screen_height), printer(transcript, options.print_to),
-      files(options.installation, options.drives), office(make_engines(options.engine, files, printer, libreoffice)),
+      files(options.installation, options.drives),
+      office(make_engines(options.engine, files, printer, libreoffice, [this] { return clock.now(); })),
       program({dialogs, clipboard, clock, files, screen, printer}, *office),
       stage(program, transcript, watches, answers, clock, screen, options.values)
 {

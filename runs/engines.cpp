@@ -24,7 +24,10 @@ constexpr EngineRow engine_names[] = {
 
 class EmbeddedEngines final : public OfficeEngines {
 public:
-    EmbeddedEngines(Files& files, Printer& printer) : spreadsheets_(files, printer), documents_(files, printer) {}
+    EmbeddedEngines(Files& files, Printer& printer, FormulaServices services)
+        : spreadsheets_(files, printer, std::move(services)), documents_(files, printer)
+    {
+    }
 
     std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return spreadsheets_.create(); }
     std::unique_ptr<DocumentApplication> create_document() override { return documents_.create(); }
@@ -132,10 +135,14 @@ std::optional<Engine> engine_named(std::string_view name)
 }
 
 std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
-                                            libreoffice::LibreOffice& suite)
+                                            libreoffice::LibreOffice& suite, std::function<CalendarTime()> now)
 {
     if (engine == Engine::LibreOffice) return std::make_unique<LibreOfficeEngines>(suite, files, printer);
-    auto embedded = std::make_unique<EmbeddedEngines>(files, printer);
+    FormulaServices services{std::move(now)};
+    if (engine == Engine::Auto) {
+        services.recalculate = [&suite](std::string_view package) { return libreoffice::recalculated(suite, package); };
+    }
+    auto embedded = std::make_unique<EmbeddedEngines>(files, printer, std::move(services));
     if (engine == Engine::Ooxml) return embedded;
     return engines_by_content(files, std::move(embedded), std::make_unique<LibreOfficeEngines>(suite, files, printer));
 }

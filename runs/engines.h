@@ -2,6 +2,7 @@
 
 #include "engines/automation.h"
 #include "engines/libreoffice/libreoffice.h"
+#include "engines/spreadsheets/formula_services.h"
 #include "platform/platform.h"
 
 #include <memory>
@@ -21,9 +22,11 @@ enum class Engine {
 std::optional<Engine> engine_named(std::string_view name);
 
 /// The engines of the program. `suite` is started when a file first needs it; where it is missing, opening such a file
-/// is a failure that says what to install. `files`, `printer` and `suite` must outlive the engines.
+/// is a failure that says what to install. `now` is what formulas take for the present. `files`, `printer` and `suite`
+/// must outlive the engines.
 std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
-                                            libreoffice::LibreOffice& suite);
+                                            libreoffice::LibreOffice& suite,
+                                            std::function<CalendarTime()> now = FormulaServices().now);
 
 /// Engines whose applications open packages with `embedded` and files of the older formats with `suite`. What is
 /// neither goes to `embedded`, whose failure tells what is wrong with it.

@@ -14,8 +14,11 @@ OoxmlDocuments::~OoxmlDocuments() = default;
 
 std::unique_ptr<DocumentApplication> OoxmlDocuments::create()
 {
-    return std::make_unique<ooxml::PackageApplication<DocumentApplication, TextDocument, ooxml::OoxmlTextDocument>>(
-        U"文档", files_, printer_, cache_);
+    return std::make_unique<ooxml::PackageApplication<DocumentApplication, TextDocument>>(
+        U"文档", cache_,
+        [&files = files_, &printer = printer_](Text path, std::shared_ptr<const ooxml::Package> package) {
+            return std::make_unique<ooxml::OoxmlTextDocument>(files, printer, std::move(path), std::move(package));
+        });
 }
 
 } // namespace tarvik

@@ -58,7 +58,9 @@ const HeldCell* SheetCells::held(Place place)
 bool SheetCells::holds_nothing(Place place)
 {
     const auto written = written_.find(place);
-    return written != written_.end() ? is_nothing(written->second) : held(place) == nullptr;
+    if (written != written_.end()) return is_nothing(written->second);
+    const auto* cell = held(place);
+    return !cell || is_nothing(cell->value);
 }
 
 CellValue SheetCells::value(Place place)

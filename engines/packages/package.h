@@ -35,6 +35,14 @@ public:
     bool has(std::string_view part) const;
     /// The contents, inflated when first asked for and kept as long as the package.
     const std::string& part(std::string_view name) const;
+    /// What somebody works out of the package, one thing for each package, kept with it for who opens it next.
+    template <typename Thing, typename Make>
+    std::shared_ptr<const Thing> derived(Make&& make) const
+    {
+        if (!derived_) derived_ = std::shared_ptr<const Thing>(make());
+        return std::static_pointer_cast<const Thing>(derived_);
+    }
+    bool has_derived() const noexcept { return derived_ != nullptr; }
     /// The package with these changes: all other entries keep their compressed bytes, order and time. Added parts
     /// follow behind, dated as the first one is.
     std::string with(const PartChanges& changes) const;
@@ -63,6 +71,7 @@ private:
     Archive archive_;
     std::map<std::string, zip_uint64_t, std::less<>> entries_; // by part_key()
     mutable std::map<zip_uint64_t, std::string> inflated_;
+    mutable std::shared_ptr<const void> derived_;
     mutable std::uint64_t memory_ = 0; // that the trees of the inflated parts may take
 };
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engines/packages/package_cache.h"
-#include "platform/platform.h"
 
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -10,14 +10,15 @@
 
 namespace tarvik::ooxml {
 
-/// An application of the embedded engine: `Opened` is what it makes of a package, behind the interfaces of an
-/// application and its file.
-template <typename Application, typename File, typename Opened>
+/// An application of the embedded engine behind the interfaces of an application and its file.
+template <typename Application, typename File>
 class PackageApplication final : public Application {
 public:
+    using Open = std::function<std::unique_ptr<File>(Text path, std::shared_ptr<const Package> package)>;
+
     /// `kind` is what the user calls such a file.
-    PackageApplication(std::u32string_view kind, Files& files, Printer& printer, std::shared_ptr<PackageCache> cache)
-        : kind_(kind), files_(files), printer_(printer), cache_(std::move(cache))
+    PackageApplication(std::u32string_view kind, std::shared_ptr<PackageCache> cache, Open open)
+        : kind_(kind), cache_(std::move(cache)), open_(std::move(open))
     {
     }
 
@@ -26,7 +27,7 @@ public:
     File& open(TextView path) override
     {
         auto package = naming_file(kind_, path, [&] { return cache_->open(path); });
-        opened_.push_back(std::make_unique<Opened>(files_, printer_, path.str(), std::move(package)));
+        opened_.push_back(open_(path.str(), std::move(package)));
         return *opened_.back();
     }
 
@@ -34,10 +35,9 @@ public:
 
 private:
     std::u32string_view kind_;
-    Files& files_;
-    Printer& printer_;
     std::shared_ptr<PackageCache> cache_;
-    std::vector<std::unique_ptr<Opened>> opened_;
+    Open open_;
+    std::vector<std::unique_ptr<File>> opened_;
 };
 
 } // namespace tarvik::ooxml

@@ -108,6 +108,14 @@ bool is_shared_text(pugi::xml_node cell) noexcept
     return std::string_view(cell.attribute("t").value()) == "s";
 }
 
+std::string written_number(double number)
+{
+    constexpr std::size_t longest_number = 32;
+    std::array<char, longest_number> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), number == 0 ? 0.0 : number).ptr; // no "-0"
+    return {digits.begin(), end};
+}
+
 void set_value(pugi::xml_node cell, const std::string& raw)
 {
     auto value = child_named(cell, "v");
@@ -157,14 +165,32 @@ std::optional<double> CellValues::number(pugi::xml_node cell) const
     return type.empty() || type == "n" ? parsed<double>(written) : std::nullopt;
 }
 
+calculation::Value CellValues::value(pugi::xml_node cell) const
+{
+    if (const auto held = number(cell)) return *held;
+    const std::string_view type = cell.attribute("t").value();
+    auto held = text(cell);
+    if (type == "b") return held == U"True";
+    if (type == "e") return calculation::parse_error(held).value_or(calculation::CellError::Value);
+    const bool is_text = type == "s" || type == "str" || type == "inlineStr";
+    if (held.empty() && !(is_text && has_result(cell))) return {};
+    return held;
+}
+
 bool CellValues::is_empty(pugi::xml_node cell) const
 {
     if (!cell.first_child()) return true;
-    if (child_named(cell, "f")) return false;
     if (!is_shared_text(cell)) return text(cell).empty();
     // Many cells may share a long text: it is not read for each of them.
     const auto index = text_index(cell);
     return !index || !strings_ || strings_->is_empty(*index);
+}
+
+bool CellValues::has_result(pugi::xml_node cell)
+{
+    if (child_named(cell, "is")) return true;
+    const auto value = child_named(cell, "v");
+    return value && (std::string_view(cell.attribute("t").value()) == "str" || !is_blank(value));
 }
 
 void CellValues::erase(pugi::xml_node cell)
@@ -203,14 +229,39 @@ void CellValues::write_text(pugi::xml_node cell, TextView text)
 void CellValues::write_number(pugi::xml_node cell, double number)
 {
     erase(cell);
-    if (!std::isfinite(number)) {
-        set_attribute(cell, "t", "e");
-        return set_value(cell, "#NUM!");
+    if (std::isfinite(number)) return set_value(cell, written_number(number));
+    set_attribute(cell, "t", "e");
+    set_value(cell, "#NUM!");
+}
+
+void CellValues::write_result(pugi::xml_node cell, const calculation::Value& result)
+{
+    auto write = [cell](const char* type, const std::string& raw) mutable {
+        if (type) set_attribute(cell, "t", type);
+        else cell.remove_attribute("t");
+        set_value(cell, raw);
+    };
+    if (const auto inline_text = child_named(cell, "is")) remove_element(cell, inline_text);
+    if (const auto* number = std::get_if<double>(&result)) write(nullptr, written_number(*number));
+    else if (const auto* truth = std::get_if<bool>(&result)) write("b", *truth ? "1" : "0");
+    else if (const auto* text = std::get_if<Text>(&result)) write("str", encode_cell_text(*text));
+    else if (const auto* error = std::get_if<calculation::CellError>(&result)) {
+        write("e", to_utf8(calculation::error_text(*error)));
+    } else {
+        drop_result(cell);
     }
-    constexpr std::size_t longest_number = 32;
-    std::array<char, longest_number> digits{};
-    const auto end = std::to_chars(digits.begin(), digits.end(), number == 0 ? 0.0 : number).ptr; // no "-0"
-    set_value(cell, std::string(digits.begin(), end));
+}
+
+bool CellValues::drop_result(pugi::xml_node cell)
+{
+    bool had_one = cell.remove_attribute("t");
+    for (const char* name : {"v", "is"}) {
+        if (const auto child = child_named(cell, name)) {
+            remove_element(cell, child);
+            had_one = true;
+        }
+    }
+    return had_one;
 }
 
 } // namespace tarvik::ooxml

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "engines/spreadsheets/calculation/value.h"
 #include "engines/spreadsheets/shared_strings.h"
 
 #include <memory>
@@ -24,12 +25,20 @@ public:
     Text text(pugi::xml_node cell) const;
     /// The number of a cell that holds one; of a formula its cached result.
     std::optional<double> number(pugi::xml_node cell) const;
-    /// Whether there is neither a formula nor a value in it.
+    /// The value as formulas see it.
+    calculation::Value value(pugi::xml_node cell) const;
+    /// Whether the value is nothing or the empty text.
     bool is_empty(pugi::xml_node cell) const;
+    /// Whether a formula's cell holds a result.
+    static bool has_result(pugi::xml_node cell);
     /// Takes formula and value away; the format stays.
     void erase(pugi::xml_node cell);
     void write_text(pugi::xml_node cell, TextView text);
     void write_number(pugi::xml_node cell, double number);
+    /// Replaces the result of a formula's cell.
+    static void write_result(pugi::xml_node cell, const calculation::Value& result);
+    /// Takes it away; gives whether there was one.
+    static bool drop_result(pugi::xml_node cell);
 
 private:
     SharedStrings* strings_;

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "engines/automation.h"
-#include "platform/platform.h"
-
-#include <memory>
+#include "engines/spreadsheets/formula_services.h"
 
 namespace tarvik {
 
@@ -15,7 +13,7 @@ class PackageCache;
 /// byte for byte; files are read and replaced as a whole. `files` and `printer` must outlive it and its applications.
 class OoxmlSpreadsheets {
 public:
-    OoxmlSpreadsheets(Files& files, Printer& printer);
+    OoxmlSpreadsheets(Files& files, Printer& printer, FormulaServices services = {});
     ~OoxmlSpreadsheets();
 
     std::unique_ptr<SpreadsheetApplication> create();
@@ -23,6 +21,7 @@ public:
 private:
     Files& files_;
     Printer& printer_;
+    FormulaServices services_;
     std::shared_ptr<ooxml::PackageCache> cache_;
 };
 

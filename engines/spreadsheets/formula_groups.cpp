@@ -9,18 +9,6 @@ namespace {
 
 constexpr long long most_groups = 1LL << 30U; // whatever number the part gives one
 
-bool drop_result(pugi::xml_node cell)
-{
-    bool had_one = cell.remove_attribute("t");
-    for (const char* name : {"v", "is"}) {
-        if (const auto child = child_named(cell, name)) {
-            remove_element(cell, child);
-            had_one = true;
-        }
-    }
-    return had_one;
-}
-
 } // namespace
 
 FormulaGroups::FormulaGroups(const SheetCells& cells) : cells_(cells)
@@ -28,7 +16,6 @@ FormulaGroups::FormulaGroups(const SheetCells& cells) : cells_(cells)
     std::map<std::string, Place> masters; // by the group's number, which a later group may use again
     cells_.visit_formulas([&](Place place, pugi::xml_node cell) {
         const auto formula = child_named(cell, "f");
-        formula_cells_.push_back(place);
         const std::string_view kind = formula.attribute("t").value();
         if (kind == "shared") add_shared(place, formula, masters);
         if (kind != "array" && kind != "dataTable") return;
@@ -52,41 +39,51 @@ void FormulaGroups::add_shared(Place place, pugi::xml_node formula, std::map<std
     }
 }
 
-void FormulaGroups::release(const Range& overwritten)
+std::vector<Range> FormulaGroups::fillings(const std::vector<Place>& cells) const
 {
-    for (const auto& range : filled_ranges_) {
-        if (!range.overlaps(overwritten) || overwritten.contains(range)) continue;
+    std::vector<Range> met;
+    for (const auto place : cells) {
+        const auto* range = filled_.find(place);
+        if (range && std::ranges::find(met, *range) == met.end()) met.push_back(*range);
+    }
+    return met;
+}
+
+void FormulaGroups::release(const Range& area, const std::vector<Place>& cells)
+{
+    const auto met = fillings(cells);
+    for (const auto& range : met) {
+        if (area.contains(range)) continue;
         throw Damage(U"单元格区域 " + from_utf8(range_name(range)) +
                      U" 由一个数组公式或模拟运算表填写，不能只改其中一部分。");
     }
-    auto pieces = pieces_left(overwritten);
-    if (std::erase_if(filled_ranges_, [&](const Range& range) { return overwritten.contains(range); }) > 0) {
+    auto pieces = pieces_left(cells);
+    if (!met.empty()) {
+        std::erase_if(filled_ranges_, [&](const Range& range) { return area.contains(range); });
         filled_ = RangeSet(filled_ranges_);
     }
     for (auto& piece : pieces) share_anew(piece.master, std::move(piece.cells));
-    const auto behind = shared_.upper_bound(overwritten.last);
-    for (auto group = shared_.lower_bound(overwritten.first); group != behind;)
-        group = overwritten.contains(group->first) ? shared_.erase(group) : std::next(group);
+    for (const auto place : cells) shared_.erase(place);
 }
 
-// What is left of the groups whose formula is told in the range. A group's first cell must be its upper left one, so
-// cells that lie further left make a piece of their own.
-std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const Range& overwritten) const
+// What is left of the groups whose formula is told by one of the cells. A group's first cell must be its upper left
+// one, so cells that lie further left make a piece of their own.
+std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const std::vector<Place>& overwritten) const
 {
     constexpr std::size_t most_pieces = 1000, most_bytes = 8U << 20U; // each tells the formula once more
     std::vector<Piece> pieces;
     std::size_t bytes = 0;
-    const auto behind = shared_.upper_bound(overwritten.last);
-    for (auto group = shared_.lower_bound(overwritten.first); group != behind; ++group) {
-        if (!overwritten.contains(group->first)) continue;
+    for (const auto master : overwritten) {
+        const auto group = shared_.find(master);
+        if (group == shared_.end()) continue;
         std::vector<Place> left;
-        for (const auto& place : group->second.others) {
-            if (!overwritten.contains(place) && still_shares(place)) left.push_back(place);
-        }
+        for (const auto place : group->second.others)
+            if (!std::binary_search(overwritten.begin(), overwritten.end(), place) && still_shares(place))
+                left.push_back(place);
         while (!left.empty()) {
             const auto is_right = [first = left.front()](Place place) { return place.column >= first.column; };
             const auto end = std::stable_partition(left.begin(), left.end(), is_right);
-            pieces.push_back({group->first, {left.begin(), end}});
+            pieces.push_back({master, {left.begin(), end}});
             left.erase(left.begin(), end);
             bytes += group->second.formula.size();
             if (pieces.size() > most_pieces || bytes > most_bytes)
@@ -123,20 +120,6 @@ void FormulaGroups::share_anew(Place master, std::vector<Place> cells)
     set_attribute(formula, "ref", range_name(range));
     cells.erase(cells.begin());
     shared_.insert_or_assign(first, Shared{std::move(text), std::move(cells)});
-}
-
-bool FormulaGroups::drop_results()
-{
-    bool had_any = false;
-    for (const auto& place : formula_cells_) {
-        const auto cell = cells_.find(place);
-        if (child_named(cell, "f")) had_any = drop_result(cell) || had_any;
-    }
-    if (filled_ranges_.empty()) return had_any;
-    cells_.visit(whole_sheet, [&](Place place, pugi::xml_node cell) {
-        if (fills(place)) had_any = drop_result(cell) || had_any;
-    });
-    return had_any;
 }
 
 } // namespace tarvik::ooxml

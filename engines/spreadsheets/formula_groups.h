@@ -17,12 +17,12 @@ public:
 
     /// Whether the cell is filled by an array formula or a data table; it is a formula cell even with nothing in it.
     bool fills(Place place) const noexcept { return filled_.contains(place); }
-    /// To be called before cells of the range are overwritten. Of the cells outside of it that share a formula told
-    /// inside the first one tells it from now on. Damage, with nothing changed, when only a part of an array formula or
-    /// a data table would be lost.
-    void release(const Range& overwritten);
-    /// Takes the cached results away from all formula cells; whether there were any.
-    bool drop_results();
+    /// The ranges that are filled so and hold one of the cells.
+    std::vector<Range> fillings(const std::vector<Place>& cells) const;
+    /// To be called before these cells, in the order of the part, are overwritten; `area` is all that may be. Of other
+    /// cells that share a formula of one of them the first holds it from now on. Damage, with nothing changed, when a
+    /// part of an array formula or a data table would be left outside of the area.
+    void release(const Range& area, const std::vector<Place>& cells);
 
 private:
     struct Shared {
@@ -35,12 +35,11 @@ private:
     };
 
     void add_shared(Place place, pugi::xml_node formula, std::map<std::string, Place>& masters);
-    std::vector<Piece> pieces_left(const Range& overwritten) const;
+    std::vector<Piece> pieces_left(const std::vector<Place>& overwritten) const;
     void share_anew(Place master, std::vector<Place> cells);
     bool still_shares(Place place) const;
 
     const SheetCells& cells_;
-    std::vector<Place> formula_cells_;
     std::vector<Range> filled_ranges_; // of more than one cell
     RangeSet filled_;                  // the same
     std::map<Place, Shared> shared_;   // by the cell that tells the formula

@@ -2,6 +2,7 @@
 
 #include "engines/spreadsheets/calculation/places.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace tarvik::ooxml {
@@ -17,15 +18,49 @@ public:
     const Range* find(Place place) const noexcept { return find(place, 0, entries_.size()); }
     bool contains(Place place) const noexcept { return find(place) != nullptr; }
 
+    /// Ranges that were taken out of a set by take(); of a stretch of the tree all of them may be.
+    struct Taken {
+        std::vector<bool> one, all;
+    };
+    /// Calls `found` with the index, in the vector given, of each range that overlaps the area and was not taken
+    /// before. However often a set is asked, a range costs its time once.
+    template <typename Found>
+    void take(const Range& area, Taken& taken, Found&& found) const
+    {
+        taken.one.resize(entries_.size());
+        taken.all.resize(entries_.size());
+        take(area, taken, 0, entries_.size(), found);
+    }
+
 private:
     // A tree: the middle entry of a stretch is its root, what lies on either side of it its branches.
     struct Entry {
         Range range;
         Range bounds; // of the stretch
+        std::size_t index = 0;
     };
 
-    const Range& build(std::size_t first, std::size_t behind, bool by_rows);
+    void build(std::size_t first, std::size_t behind);
     const Range* find(Place place, std::size_t first, std::size_t behind) const noexcept;
+
+    // Whether all of the stretch are taken.
+    template <typename Found>
+    bool take(const Range& area, Taken& taken, std::size_t first, std::size_t behind, Found& found) const
+    {
+        if (first == behind) return true;
+        const auto middle = first + (behind - first) / 2;
+        const auto& root = entries_[middle];
+        if (taken.all[middle]) return true;
+        if (!root.bounds.overlaps(area)) return false;
+        if (!taken.one[middle] && root.range.overlaps(area)) {
+            taken.one[middle] = true;
+            found(root.index);
+        }
+        const bool are_left_taken = take(area, taken, first, middle, found);
+        const bool are_right_taken = take(area, taken, middle + 1, behind, found);
+        taken.all[middle] = taken.one[middle] && are_left_taken && are_right_taken;
+        return taken.all[middle];
+    }
 
     std::vector<Entry> entries_;
 };

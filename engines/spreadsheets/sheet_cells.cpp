@@ -11,6 +11,11 @@ bool is_before(const NumberedElement& a, const NumberedElement& b) noexcept
     return a.number < b.number;
 }
 
+std::vector<NumberedElement>::const_iterator first_from(const std::vector<NumberedElement>& elements, int number)
+{
+    return std::ranges::lower_bound(elements, number, {}, &NumberedElement::number);
+}
+
 // Orders elements by their numbers, in the part too, where whatever else is there stays behind them.
 void put_in_order(pugi::xml_node parent, std::vector<NumberedElement>& elements)
 {
@@ -91,6 +96,7 @@ void SheetCells::index()
         }
         put_in_order(row.node, cells);
         refuse_repeated(cells);
+        if (!cells.empty()) extent_ = {row.number, std::max(extent_.column, cells.back().number)};
         rows_.emplace_hint(rows_.end(), row.number, Row{row.node, std::move(cells)});
     }
 }
@@ -127,8 +133,7 @@ pugi::xml_node SheetCells::find(Place place) const
     const auto row = rows_.find(place.row);
     if (row == rows_.end()) return {};
     const auto& cells = row->second.cells;
-    const auto cell = std::lower_bound(cells.begin(), cells.end(), place.column,
-                                       [](const auto& one, int column) { return one.number < column; });
+    const auto cell = first_from(cells, place.column);
     return cell != cells.end() && cell->number == place.column ? cell->node : pugi::xml_node();
 }
 
@@ -154,8 +159,7 @@ SheetCells::Row& SheetCells::ensure_row(int number)
 pugi::xml_node SheetCells::ensure(Place place)
 {
     auto& row = ensure_row(place.row);
-    const auto next = std::lower_bound(row.cells.begin(), row.cells.end(), place.column,
-                                       [](const auto& one, int column) { return one.number < column; });
+    const auto next = first_from(row.cells, place.column);
     if (next != row.cells.end() && next->number == place.column) return next->node;
     const auto name = name_like(row.node, "c");
     // Behind the last cell there may be an extension list, which must stay last.
@@ -166,6 +170,7 @@ pugi::xml_node SheetCells::ensure(Place place)
     const char* format = format_of_missing(row, place.column);
     if (*format != 0) node.append_attribute("s").set_value(format);
     row.cells.insert(next, {place.column, node});
+    extent_ = {std::max(extent_.row, place.row), std::max(extent_.column, place.column)};
     widen(row, place);
     return node;
 }
@@ -200,11 +205,18 @@ void SheetCells::visit(const Range& range, const Visitor& visitor) const
 {
     require_elements(range.first.row, range.last.row);
     for (auto row = rows_.lower_bound(range.first.row); row != rows_.end() && row->first <= range.last.row; ++row) {
-        for (const auto& cell : row->second.cells) {
-            if (cell.number > range.last.column) break;
-            if (cell.number >= range.first.column) visitor({row->first, cell.number}, cell.node);
-        }
+        const auto& cells = row->second.cells;
+        auto cell = first_from(cells, range.first.column);
+        for (; cell != cells.end() && cell->number <= range.last.column; ++cell)
+            visitor({row->first, cell->number}, cell->node);
     }
+}
+
+pugi::xml_node SheetCells::row(int number) const
+{
+    require_elements(number, number);
+    const auto row = rows_.find(number);
+    return row == rows_.end() ? pugi::xml_node() : row->second.node;
 }
 
 void SheetCells::visit_formulas(const Visitor& visitor) const

@@ -31,6 +31,10 @@ public:
     using Visitor = std::function<void(Place, pugi::xml_node)>;
     /// All elements in the range, row by row. The visitor may change what is in a cell.
     void visit(const Range& range, const Visitor& visitor) const;
+    /// The row's element, or a null node.
+    pugi::xml_node row(int number) const;
+    /// The last row and the last column with a cell; at least that, and {0, 0} where there never was one.
+    Place extent() const noexcept { return extent_; }
     /// All elements that hold a formula, row by row.
     void visit_formulas(const Visitor& visitor) const;
 
@@ -61,6 +65,7 @@ private:
     // A row is looked for in one of two forms, so that looking may change the form of all that have grown.
     mutable std::map<int, Row> rows_; // that are elements
     mutable GrowingRows grown_;
+    Place extent_;
     std::optional<Range> dimension_;
     std::optional<std::vector<ColumnFormat>> column_formats_;
 };

@@ -11,80 +11,124 @@ void check(Place place)
                  U" 列的单元格。");
 }
 
-RangeSet merged_ranges(pugi::xml_node worksheet)
+bool is_nothing(const CellValue& value)
 {
-    std::vector<Range> ranges;
-    for (const auto node : child_named(worksheet, "mergeCells").children()) {
-        if (const auto range = parse_range(attribute_text(node, "ref"))) ranges.push_back(*range);
-    }
-    return RangeSet(ranges);
+    const auto* text = std::get_if<Text>(&value);
+    return text && text->empty();
+}
+
+bool is_formula(pugi::xml_node cell)
+{
+    return cell && child_named(cell, "f");
 }
 
 } // namespace
 
-SheetPart::SheetPart(std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas)
-    : part_(std::move(name), contents, "worksheet", Vocabulary::Spreadsheet), cells_(part_.root()), formulas_(cells_),
-      merged_(merged_ranges(part_.root())), values_(values), areas_(std::move(areas))
+SheetPart::SheetPart(int number, std::string name, const std::string& contents, CellValues& values,
+                     ProtectedAreas areas, FormulaResults& results)
+    : number_(number), part_(std::move(name), contents, "worksheet", Vocabulary::Spreadsheet), cells_(part_.root()),
+      formulas_(cells_), merged_(part_.root()), values_(values), areas_(std::move(areas)), results_(results)
 {
     cells_.visit(whole_sheet, [&values](Place, pugi::xml_node cell) { values.check(cell); });
 }
 
-// Of the merged range that the cell lies in; a cell outside of every range is its own first cell.
-Place SheetPart::first_of_merged(Place place) const noexcept
+// As long as nothing is written every result that the part holds is of now.
+bool SheetPart::needs_update(pugi::xml_node cell) const
 {
-    const auto* range = merged_.find(place);
-    return range ? range->first : place;
+    return results_.is_prepared() || !CellValues::has_result(cell);
+}
+
+// The cell's element with its value of now, or a null node.
+pugi::xml_node SheetPart::current(Place place) const
+{
+    check(place);
+    const auto cell = cells_.find(place);
+    if ((!is_formula(cell) && !formulas_.fills(place)) || !needs_update(cell)) return cell;
+    results_.update(number_, {place, place});
+    return cells_.find(place);
 }
 
 Text SheetPart::text(Place place) const
 {
-    check(place);
-    const auto cell = cells_.find(place);
+    const auto cell = current(place);
     return cell ? values_.text(cell) : Text();
 }
 
 std::optional<double> SheetPart::number(Place place) const
 {
-    check(place);
-    const auto cell = cells_.find(place);
+    const auto cell = current(place);
     return cell ? values_.number(cell) : std::nullopt;
 }
 
 bool SheetPart::is_empty(Place place) const
 {
-    check(place);
-    const auto cell = cells_.find(place);
-    return (!cell || values_.is_empty(cell)) && !formulas_.fills(place);
+    const auto cell = current(place);
+    return !cell || values_.is_empty(cell);
 }
 
-bool SheetPart::write(Place place, TextView text)
+CellValue SheetPart::held(Place place) const
+{
+    if (const auto held = number(place)) return *held;
+    return text(place);
+}
+
+bool SheetPart::write(Place place, const CellValue& value)
 {
     check(place);
-    if (text.empty()) {
-        if (first_of_merged(place) != place || is_empty(place)) return false;
-        values_.erase(cell_to_overwrite(place));
-    } else {
-        place = first_of_merged(place);
-        if (areas_.headers.contains(place) && this->text(place) == text) return false;
-        values_.write_text(cell_to_overwrite(place), text);
+    results_.prepare();
+    const auto* range = merged_.find(place);
+    return range ? write_to_merged(*range, place, value) : write_cell(place, value);
+}
+
+// A range shows one text, the one for whichever of its cells; a second one splits it, as a clerk would.
+bool SheetPart::write_to_merged(const Range& range, Place place, const CellValue& value)
+{
+    const auto first = range.first;
+    const auto* given = merged_.given(range);
+    const auto owner = given ? given->meant_for : first;
+    if (is_nothing(value)) {
+        if (place != owner && place != first) return false;
+        merged_.forget(first);
+        return write_cell(first, value);
     }
-    part_.changed = true;
-    return true;
+    if (!given || owner == place || held(first) == value) {
+        merged_.give(range, {place, given ? given->before : place == first ? CellValue() : held(first)});
+        return write_cell(first, value);
+    }
+    const auto other = held(first), before = owner == first ? other : given->before;
+    split(range, place);
+    if (owner != first) {
+        write_cell(first, before);
+        write_cell(owner, other);
+    }
+    return write_cell(place, value);
 }
 
-bool SheetPart::write(Place place, double number)
-{
-    check(place);
-    values_.write_number(cell_to_overwrite(first_of_merged(place)), number);
-    part_.changed = true;
-    return true;
-}
-
-pugi::xml_node SheetPart::cell_to_overwrite(Place place)
+void SheetPart::split(const Range& range, Place place)
 {
     refuse_protected(place);
-    formulas_.release({place, place});
-    return cells_.ensure(place);
+    merged_.split(range);
+    part_.changed = true;
+}
+
+bool SheetPart::write_cell(Place place, const CellValue& value)
+{
+    const auto* text = std::get_if<Text>(&value);
+    if (is_nothing(value) && is_empty(place)) return false;
+    if (text && areas_.headers.contains(place) && this->text(place) == *text) return false;
+    refuse_protected(place);
+    formulas_.release({place, place}, {place});
+    const auto cell = is_nothing(value) ? cells_.find(place) : cells_.ensure(place);
+    const auto plain = text ? plain_number(*text) : std::get<double>(value);
+    if (is_nothing(value)) values_.erase(cell);
+    else if (!text || (plain && results_.takes_numbers(number_, place, cell.attribute("s").as_uint()))) {
+        values_.write_number(cell, *plain);
+    } else {
+        values_.write_text(cell, *text);
+    }
+    results_.touch(number_, place);
+    part_.changed = true;
+    return true;
 }
 
 void SheetPart::refuse_protected(Place place) const
@@ -101,17 +145,32 @@ int SheetPart::clear(const Range& range)
     if (range.first.row > range.last.row || range.first.column > range.last.column) return 0;
     check(range.first);
     check(range.last);
-    std::vector<pugi::xml_node> held;
+    bool has_old = false;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
-        if (values_.is_empty(cell) && !formulas_.fills(place)) return;
-        refuse_protected(place);
-        held.push_back(cell);
+        has_old = has_old || ((is_formula(cell) || formulas_.fills(place)) && needs_update(cell));
+    });
+    if (has_old) results_.update(number_, range);
+    std::vector<Place> held;
+    cells_.visit(range, [&](Place place, pugi::xml_node cell) {
+        if (!values_.is_empty(cell)) held.push_back(place);
     });
     if (held.empty()) return 0;
-    formulas_.release(range);
-    for (const auto cell : held) values_.erase(cell);
+    const auto count = static_cast<int>(held.size());
+    // An array formula goes as a whole.
+    for (const auto& filling : formulas_.fillings(held))
+        cells_.visit(filling, [&held](Place place, pugi::xml_node /*cell*/) { held.push_back(place); });
+    std::sort(held.begin(), held.end());
+    held.erase(std::unique(held.begin(), held.end()), held.end());
+    for (const auto place : held) refuse_protected(place);
+    results_.prepare();
+    formulas_.release(range, held);
+    for (const auto place : held) {
+        values_.erase(cells_.find(place));
+        merged_.forget(place);
+        results_.touch(number_, place);
+    }
     part_.changed = true;
-    return static_cast<int>(held.size());
+    return count;
 }
 
 const XmlPart& SheetPart::part() const
@@ -126,9 +185,50 @@ const XmlPart& SheetPart::settle()
     return part_;
 }
 
-void SheetPart::drop_results()
+calculation::Value SheetPart::value(Place place) const
 {
-    if (formulas_.drop_results()) part_.changed = true;
+    const auto cell = cells_.find(place);
+    return cell ? values_.value(cell) : calculation::Value();
+}
+
+std::vector<calculation::Value> SheetPart::values(const Range& range) const
+{
+    std::vector<calculation::Value> values;
+    for (int row = range.first.row; row <= range.last.row; ++row)
+        for (int column = range.first.column; column <= range.last.column; ++column)
+            values.push_back(value({row, column}));
+    return values;
+}
+
+void SheetPart::visit_values(const Range& area, const calculation::CellSource::Visitor& visitor) const
+{
+    cells_.visit(area, [&](Place place, pugi::xml_node cell) { visitor(place, values_.value(cell)); });
+}
+
+bool SheetPart::is_row_hidden(int row) const
+{
+    return cells_.row(row).attribute("hidden").as_bool();
+}
+
+bool SheetPart::is_row_filtered(int row) const
+{
+    const auto filter = child_named(part_.root(), "autoFilter");
+    if (!child_named(filter, "filterColumn") || !is_row_hidden(row)) return false;
+    const auto range = parse_range(attribute_text(filter, "ref"));
+    return range && row > range->first.row && row <= range->last.row;
+}
+
+void SheetPart::set_result(Place place, const calculation::Value& result)
+{
+    CellValues::write_result(cells_.ensure(place), result);
+    part_.changed = true;
+}
+
+void SheetPart::drop_results(const Range& range)
+{
+    cells_.visit(range, [this](Place, pugi::xml_node cell) {
+        if (CellValues::drop_result(cell)) part_.changed = true;
+    });
 }
 
 bool may_have_formulas(std::string_view contents) noexcept

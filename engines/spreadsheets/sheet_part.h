@@ -1,47 +1,82 @@
 #pragma once
 
 #include "engines/packages/xml_part.h"
+#include "engines/spreadsheets/calculation/source.h"
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
+#include "engines/spreadsheets/merged_cells.h"
+#include "engines/spreadsheets/number_formats.h"
 #include "engines/spreadsheets/protected_areas.h"
 #include "engines/spreadsheets/sheet_cells.h"
 
 namespace tarvik::ooxml {
 
+/// What a sheet asks of the workbook's formulas, of which those of other sheets depend on its cells.
+class FormulaResults {
+public:
+    virtual ~FormulaResults() = default;
+    /// To be called before the first change.
+    virtual void prepare() = 0;
+    virtual bool is_prepared() const noexcept = 0;
+    /// A cell was overwritten.
+    virtual void touch(int sheet, Place place) = 0;
+    /// Brings the results in the range up to date. Damage that names a cell when that is not possible.
+    virtual void update(int sheet, const Range& range) = 0;
+    /// Of the cells with that number of a format, whether formulas refer to the cell or not.
+    virtual bool takes_numbers(int sheet, Place place, std::size_t format) = 0;
+};
+
 /// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is told as Damage, the
 /// sheet then being as it was; what nobody could edit is refused when it is made.
 class SheetPart {
 public:
-    SheetPart(std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas);
+    /// `number` counts from 1.
+    SheetPart(int number, std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas,
+              FormulaResults& results);
     SheetPart(const SheetPart&) = delete;
     SheetPart& operator=(const SheetPart&) = delete;
 
     Text text(Place place) const;
     std::optional<double> number(Place place) const;
     bool is_empty(Place place) const;
-    /// Both tell whether anything was changed.
-    bool write(Place place, TextView text);
-    bool write(Place place, double number);
+    /// Whether anything was changed.
+    bool write(Place place, const CellValue& value);
     int clear(const Range& range);
-    /// Takes the cached results away from all formula cells.
-    void drop_results();
 
     /// The part with an element for each of its cells.
     const XmlPart& part() const;
     /// The part as it can be printed.
     const XmlPart& settle();
 
-private:
-    Place first_of_merged(Place place) const noexcept;
-    pugi::xml_node cell_to_overwrite(Place place);
-    void refuse_protected(Place place) const;
+    // For formulas and their results, of which nothing is brought up to date here.
+    const SheetCells& cells() const noexcept { return cells_; }
+    calculation::Value value(Place place) const;
+    /// Of all cells of the range, row by row.
+    std::vector<calculation::Value> values(const Range& range) const;
+    void visit_values(const Range& area, const calculation::CellSource::Visitor& visitor) const;
+    /// Hidden by hand or by a filter; and by a filter alone.
+    bool is_row_hidden(int row) const;
+    bool is_row_filtered(int row) const;
+    void set_result(Place place, const calculation::Value& result);
+    void drop_results(const Range& range);
 
+private:
+    pugi::xml_node current(Place place) const;
+    bool write_to_merged(const Range& range, Place place, const CellValue& value);
+    bool write_cell(Place place, const CellValue& value);
+    CellValue held(Place place) const;
+    void split(const Range& range, Place place);
+    void refuse_protected(Place place) const;
+    bool needs_update(pugi::xml_node cell) const;
+
+    int number_;
     XmlPart part_;
     SheetCells cells_;
     FormulaGroups formulas_;
-    RangeSet merged_;
+    MergedCells merged_;
     CellValues& values_;
     ProtectedAreas areas_;
+    FormulaResults& results_;
 };
 
 /// Whether there may be a formula cell in a worksheet part: false is certain.

@@ -57,15 +57,14 @@ public:
 
     void set_cell(int row, int column, const CellValue& value) override
     {
-        const auto write = [&](const auto& held) { return part_.write({row, column}, held); };
-        if (naming([&] { return std::visit(write, value); })) workbook_.note_new_values();
+        if (naming([&] { return part_.write({row, column}, value); })) workbook_.is_saved_ = false;
     }
 
     int clear(int first_row, int last_row, int first_column, int last_column) override
     {
         const Range range{{first_row, first_column}, {last_row, last_column}};
         const int count = naming([&] { return part_.clear(range); });
-        if (count > 0) workbook_.note_new_values();
+        if (count > 0) workbook_.is_saved_ = false;
         return count;
     }
 
@@ -81,9 +80,11 @@ private:
     SheetPart& part_;
 };
 
-OoxmlWorkbook::OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package)
-    : files_(files), printer_(printer), path_(std::move(path)),
-      model_(naming_workbook(path_, [&] { return std::make_unique<WorkbookModel>(std::move(package)); }))
+OoxmlWorkbook::OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
+                             FormulaServices services)
+    : files_(files), printer_(printer), path_(std::move(path)), model_(naming_workbook(path_, [&] {
+          return std::make_unique<WorkbookModel>(std::move(package), std::move(services));
+      }))
 {
 }
 
@@ -101,12 +102,6 @@ Worksheet& OoxmlWorkbook::worksheet(int index)
     auto& sheet = sheets_[index];
     if (!sheet) sheet = std::make_unique<Sheet>(*this, part);
     return *sheet;
-}
-
-void OoxmlWorkbook::note_new_values()
-{
-    model().note_new_values();
-    is_saved_ = false;
 }
 
 const std::string& OoxmlWorkbook::packed() const

@@ -12,7 +12,8 @@ namespace tarvik::ooxml {
 /// A workbook opened from a file. Failures name the file.
 class OoxmlWorkbook final : public Workbook {
 public:
-    OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package);
+    OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
+                  FormulaServices services);
     ~OoxmlWorkbook() override;
 
     int worksheet_count() const override { return model().sheet_count(); }
@@ -24,7 +25,6 @@ private:
     class Sheet;
 
     WorkbookModel& model() const;
-    void note_new_values();
     const std::string& packed() const;
     void print();
 

@@ -34,13 +34,22 @@ bool is_on(pugi::xml_attribute attribute) noexcept
     return value == "1" || value == "true";
 }
 
+// One that cannot be read is taken for what its relationship says.
+bool is_calculation_chain(const Package& package, const std::string& part)
+try {
+    return root_name(package.part(part)) == "calcChain";
+} catch (const Damage&) {
+    return true;
+}
+
 } // namespace
 
-WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package)
+WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services)
     : package_(std::move(package)), areas_(package_.original()),
       workbook_name_(find_workbook(package_.original(), package_.types())),
       relationships_(package_.original(), workbook_name_),
-      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook", Vocabulary::Spreadsheet)
+      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook", Vocabulary::Spreadsheet),
+      services_(std::move(services))
 {
     list_sheets();
 }
@@ -49,16 +58,19 @@ WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package)
 void WorkbookModel::list_sheets()
 {
     std::set<std::string> keys;
+    int position = -1;
     for (const auto node : child_named(workbook_.root(), "sheets").children()) {
+        if (!is_named(node, "sheet")) continue;
+        ++position;
         const auto* relationship = relationships_.of_id(relationship_id(node));
-        if (!is_named(node, "sheet") || !relationship || relationship->kind() != "worksheet") continue;
-        if (!package_.original().has(relationship->target)) {
-            throw Damage(U"缺少工作表“" + from_utf8(attribute_text(node, "name")) + U"”的部件。");
-        }
+        if (!relationship || relationship->kind() != "worksheet") continue;
+        auto title = from_utf8(attribute_text(node, "name"));
+        if (!package_.original().has(relationship->target)) throw Damage(U"缺少工作表“" + title + U"”的部件。");
         if (!keys.insert(part_key(relationship->target)).second) throw Damage(U"两张工作表共用一个部件。");
-        sheets_.push_back({relationship->target, nullptr});
+        sheets_.push_back({std::move(title), relationship->target, position});
     }
     if (sheets_.empty()) throw Damage(U"工作簿里没有工作表。");
+    parts_.resize(sheets_.size());
 }
 
 SheetPart& WorkbookModel::sheet(int index)
@@ -67,27 +79,31 @@ SheetPart& WorkbookModel::sheet(int index)
         throw Damage(U"工作簿里没有第 " + number_text(index) + U" 张工作表。");
     }
     load_formulas();
-    return load(sheets_[static_cast<std::size_t>(index - 1)]);
+    return load(index);
 }
 
-// A change in one sheet drops the results of all, so none of those may fail later.
+// A change in one sheet touches the results of others, so none of those may fail later.
 void WorkbookModel::load_formulas()
 {
-    if (has_loaded_formulas_) return;
-    for (auto& sheet : sheets_) {
-        if (may_have_formulas(package_.original().part(sheet.name))) load(sheet);
+    if (has_loaded_formulas_ || package_.original().has_derived()) return;
+    for (int number = 1; number <= sheet_count(); ++number) {
+        if (may_have_formulas(package_.original().part(sheets_[static_cast<std::size_t>(number - 1)].part)))
+            load(number);
     }
     has_loaded_formulas_ = true;
 }
 
-SheetPart& WorkbookModel::load(Sheet& sheet)
+SheetPart& WorkbookModel::load(int number)
 {
     if (!values_) load_strings();
-    if (!sheet.part) {
-        sheet.part = std::make_unique<SheetPart>(sheet.name, package_.original().part(sheet.name), *values_,
-                                                 areas_.areas_of(sheet.name));
+    const auto index = static_cast<std::size_t>(number - 1);
+    auto& part = parts_[index];
+    if (!part) {
+        const auto& name = sheets_[index].part;
+        part = std::make_unique<SheetPart>(number, name, package_.original().part(name), *values_,
+                                           areas_.areas_of(name), static_cast<FormulaResults&>(*this));
     }
-    return *sheet.part;
+    return *part;
 }
 
 void WorkbookModel::load_strings()
@@ -110,11 +126,79 @@ void WorkbookModel::set_format(WorkbookFormat format)
     is_unpacked_ = true;
 }
 
-void WorkbookModel::drop_results()
+// Nothing has been changed yet when this is first asked for.
+Recalculation& WorkbookModel::recalculation()
 {
-    for (auto& sheet : sheets_) {
-        if (sheet.part) sheet.part->drop_results();
+    if (!recalculation_) {
+        load_formulas();
+        auto index = package_.original().derived<FormulaIndex>([this] { return make_index(); });
+        const bool counts_from_1904 = is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
+        recalculation_.emplace(std::move(index),
+                               Recalculation::Surroundings{[this](int number) -> SheetPart& { return load(number); },
+                                                           services_.now, counts_from_1904});
     }
+    return *recalculation_;
+}
+
+std::shared_ptr<FormulaIndex> WorkbookModel::make_index()
+{
+    const auto& package = package_.original();
+    auto index =
+        std::make_shared<FormulaIndex>(WorkbookNames(package, workbook_.root(), sheets_), NumberFormats(package));
+    for (const auto& part : parts_) index->add_sheet(part ? &part->cells() : nullptr);
+    index->finish();
+    return index;
+}
+
+void WorkbookModel::touch(int sheet, Place place)
+{
+    recalculation().touch(sheet, place);
+    has_new_values_ = is_unpacked_ = true;
+}
+
+void WorkbookModel::update(int sheet, const Range& range)
+{
+    const auto failed = recalculation().update(sheet, range);
+    if (failed != FormulaIndex::none) ask_suite(failed);
+}
+
+bool WorkbookModel::takes_numbers(int sheet, Place place, std::size_t format)
+{
+    const auto& index = recalculation().index();
+    const auto kind = index.formats().of(format);
+    return kind == NumberFormat::Number || (kind != NumberFormat::Text && index.refers(sheet, place));
+}
+
+void WorkbookModel::refuse(FormulaIndex::Number number, const Text& why) const
+{
+    const auto& formula = recalculation_->index()[number];
+    const auto& title = sheets_[static_cast<std::size_t>(formula.sheet - 1)].title;
+    throw Damage(U"工作表“" + title + U"”单元格 " + from_utf8(place_name(formula.place())) + U" 的公式（" +
+                 from_utf8(recalculation_->failed().at(number)) + U"）无法计算，请先用电子表格软件打开并保存该文件。" +
+                 why);
+}
+
+// What it calculates is taken for all formulas that we could not.
+void WorkbookModel::ask_suite(FormulaIndex::Number number)
+{
+    if (!services_.recalculate) refuse(number, {});
+    std::unique_ptr<WorkbookModel> theirs;
+    try {
+        theirs = std::make_unique<WorkbookModel>(std::make_shared<const Package>(services_.recalculate(pack())));
+    } catch (const Damage& damage) {
+        refuse(number, damage.reason());
+    }
+    if (theirs->sheet_count() != sheet_count()) refuse(number, {});
+    const auto failed = recalculation_->failed();
+    for (const auto& [one, reason] : failed) {
+        const auto& formula = recalculation_->index()[one];
+        recalculation_->take_results(one, theirs->load(formula.sheet).values(formula.range));
+    }
+}
+
+void WorkbookModel::settle_results()
+{
+    recalculation().update_all();
     ask_for_calculation();
     drop_calculation_chain();
     has_new_values_ = false;
@@ -148,7 +232,7 @@ void WorkbookModel::drop_calculation_chain()
     relationships_.remove_if([this, &met](const Relationship& one) {
         if (one.kind() != "calcChain" || !package_.has(one.target)) return false;
         if (!met.insert(part_key(one.target)).second) return false;
-        if (root_name(package_.original().part(one.target)) != "calcChain") return false;
+        if (!is_calculation_chain(package_.original(), one.target)) return false;
         package_.remove(one.target);
         return true;
     });
@@ -156,14 +240,13 @@ void WorkbookModel::drop_calculation_chain()
 
 const std::string& WorkbookModel::pack()
 {
-    if (has_new_values_) drop_results();
+    if (has_new_values_) settle_results();
     if (!is_unpacked_) return packed_.empty() ? package_.original().bytes() : packed_;
     package_.write(workbook_);
     package_.write(relationships_);
     if (strings_) package_.write(strings_->settle());
-    for (const auto& sheet : sheets_) {
-        if (sheet.part) package_.write(sheet.part->settle());
-    }
+    for (const auto& part : parts_)
+        if (part) package_.write(part->settle());
     packed_ = package_.pack();
     is_unpacked_ = false;
     return packed_;

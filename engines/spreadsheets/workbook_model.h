@@ -1,7 +1,8 @@
 #pragma once
 
 #include "engines/packages/package_editor.h"
-#include "engines/spreadsheets/sheet_part.h"
+#include "engines/spreadsheets/formula_services.h"
+#include "engines/spreadsheets/recalculation.h"
 
 #include <memory>
 #include <optional>
@@ -21,9 +22,11 @@ decltype(auto) naming_workbook(TextView path, Work&& work)
 enum class WorkbookFormat { Plain, WithMacros };
 
 /// A workbook as its package holds it. Only what changed is written anew; what is wrong is told as Damage.
-class WorkbookModel {
+class WorkbookModel final : private FormulaResults {
 public:
-    explicit WorkbookModel(std::shared_ptr<const Package> package);
+    explicit WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services = {});
+    WorkbookModel(const WorkbookModel&) = delete;
+    WorkbookModel& operator=(const WorkbookModel&) = delete;
 
     /// The package as it was opened.
     const Package& original() const noexcept { return package_.original(); }
@@ -31,25 +34,30 @@ public:
     int sheet_count() const noexcept { return static_cast<int>(sheets_.size()); }
     /// `index` counts from 1. Damage when the sheet, or one whose results depend on it, could not be edited.
     SheetPart& sheet(int index);
-    /// To be called when a cell of some sheet was changed.
-    void note_new_values() noexcept { has_new_values_ = is_unpacked_ = true; }
+    /// The results of the formulas.
+    Recalculation& recalculation();
     /// Makes the package what a file of this format must be. Macros are lost in the plain one.
     void set_format(WorkbookFormat format);
-    /// The package with all changes, valid until the next one. When values changed, the cached results of all formulas
-    /// are dropped and the reader is asked to calculate anew.
+    /// The package with all changes, valid until the next one. When values changed, what depends on them is calculated,
+    /// and the reader is asked to calculate anew.
     const std::string& pack();
 
 private:
-    struct Sheet {
-        std::string name; // of its part
-        std::unique_ptr<SheetPart> part;
-    };
+    // For the sheets.
+    void prepare() override { recalculation(); }
+    bool is_prepared() const noexcept override { return recalculation_.has_value(); }
+    void touch(int sheet, Place place) override;
+    void update(int sheet, const Range& range) override;
+    bool takes_numbers(int sheet, Place place, std::size_t format) override;
 
     void list_sheets();
     void load_formulas();
     void load_strings();
-    SheetPart& load(Sheet& sheet);
-    void drop_results();
+    SheetPart& load(int number);
+    std::shared_ptr<FormulaIndex> make_index();
+    [[noreturn]] void refuse(FormulaIndex::Number number, const Text& why) const;
+    void ask_suite(FormulaIndex::Number number);
+    void settle_results();
     void ask_for_calculation();
     void drop_calculation_chain();
 
@@ -60,10 +68,13 @@ private:
     XmlPart workbook_;
     std::optional<SharedStrings> strings_;
     std::optional<CellValues> values_;
-    std::vector<Sheet> sheets_;
+    std::vector<WorkbookNames::Sheet> sheets_;
+    std::vector<std::unique_ptr<SheetPart>> parts_; // of the sheets
+    FormulaServices services_;
+    std::optional<Recalculation> recalculation_;
     std::string packed_;
     bool has_loaded_formulas_ = false;
-    bool has_new_values_ = false; // since the results were dropped
+    bool has_new_values_ = false; // since the results were settled
     bool is_unpacked_ = false;    // the bytes packed last are out of date
 };
 

@@ -166,10 +166,9 @@ TEST(BadFile, whatever_bytes_a_workbook_has_it_opens_or_fails)
                 ooxml::WorkbookModel model(std::make_shared<ooxml::Package>(bytes));
                 auto& sheet = model.sheet(1);
                 for (int row = 1; row < 10; ++row) static_cast<void>(sheet.text({row, 2}));
-                sheet.write({3, 3}, TextView(U"文"));
+                sheet.write({3, 3}, Text(U"文"));
                 sheet.write({2, 2}, 1.0);
                 sheet.clear({{1, 1}, {20, 20}});
-                model.note_new_values();
                 model.set_format(ooxml::WorkbookFormat::Plain);
                 ooxml::WorkbookModel again(std::make_shared<ooxml::Package>(model.pack()));
             });

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "engines/spreadsheets/number_formats.h"
+#include "engines/spreadsheets/range_set.h"
+#include "engines/spreadsheets/sheet_cells.h"
+#include "engines/spreadsheets/workbook_names.h"
+
+#include <cstdint>
+#include <span>
+
+namespace tarvik::ooxml {
+
+/// A formula of a workbook, as it was opened.
+struct IndexedFormula {
+    calculation::FormulaPointer formula; ///< null for a data table
+    int sheet = 0;
+    Range range; ///< that it fills: its own cell, or that of an array formula or a data table
+    bool is_array = false;
+    bool is_volatile = false; ///< counts as touched whenever anything is written
+    bool has_result = false;
+
+    Place place() const noexcept { return range.first; }
+};
+
+/// The formulas of a workbook and the areas that each of them reads. It never changes, and who opens the same package
+/// again shares it.
+class FormulaIndex {
+public:
+    using Number = std::uint32_t; ///< of a formula; they go sheet by sheet and row by row
+    static constexpr Number none = static_cast<Number>(-1);
+
+    FormulaIndex(WorkbookNames names, NumberFormats formats);
+    /// Adds the next sheet; `cells`, which hold what the package does, may be null where there is no formula.
+    void add_sheet(const SheetCells* cells);
+    /// To be called when all are added, ahead of all else.
+    void finish();
+
+    const WorkbookNames& names() const noexcept { return names_; }
+    const NumberFormats& formats() const noexcept { return formats_; }
+    std::size_t size() const noexcept { return formulas_.size(); }
+    const IndexedFormula& operator[](Number number) const { return formulas_[number]; }
+    std::span<const Number> volatile_ones() const noexcept { return volatile_; }
+    /// The formula that fills the cell, or none.
+    Number find(int sheet, Place place) const;
+    /// Those that fill cells of the range.
+    std::vector<Number> find(int sheet, const Range& range) const;
+
+    /// Whether a formula names an area with the cell in it.
+    bool refers(int sheet, Place place) const { return sheet_at(sheet).readers.areas.contains(place); }
+    /// The areas of a sheet that formulas name, each once.
+    const RangeSet& areas(int sheet) const { return sheet_at(sheet).readers.areas; }
+    /// The formulas that name the area of that index.
+    std::span<const Number> readers(int sheet, std::size_t area) const;
+
+private:
+    struct Readers {
+        RangeSet areas;
+        std::vector<std::size_t> ends; // of the stretch of formulas of each area
+        std::vector<Number> formulas;
+    };
+    struct Reading {
+        Range area;
+        Number formula = 0;
+    };
+
+    struct Sheet {
+        Number begin = 0, end = 0;     // of its formulas
+        std::vector<Range> filled;     // by one formula, of more than one cell
+        RangeSet filled_set;           // the same
+        std::vector<Reading> readings; // until finish()
+        Readers readers;
+    };
+
+    const Sheet& sheet_at(int sheet) const { return sheets_[static_cast<std::size_t>(sheet - 1)]; }
+    void visit_areas(IndexedFormula& formula, Number number);
+
+    WorkbookNames names_;
+    NumberFormats formats_;
+    std::vector<IndexedFormula> formulas_;
+    std::vector<Number> volatile_;
+    std::vector<Sheet> sheets_;
+    std::size_t reading_count_ = 0;
+};
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "engines/spreadsheets/formula_index.h"
+#include "engines/spreadsheets/sheet_part.h"
+
+#include <functional>
+#include <list>
+#include <set>
+#include <unordered_map>
+
+namespace tarvik::ooxml {
+
+/// The results of an opened workbook's formulas, brought up to date when somebody wants them. What a write touches, in
+/// whatever chain, is calculated anew; all other results stay as the package holds them.
+class Recalculation final : private calculation::CellSource {
+public:
+    using Number = FormulaIndex::Number;
+
+    /// What the formulas need of the workbook around them.
+    struct Surroundings {
+        std::function<SheetPart&(int sheet)> part; ///< may throw Damage
+        std::function<CalendarTime()> now;
+        bool counts_from_1904 = false;
+    };
+
+    Recalculation(std::shared_ptr<const FormulaIndex> index, Surroundings surroundings);
+
+    const FormulaIndex& index() const noexcept { return *index_; }
+    /// To be called when a cell was overwritten or emptied.
+    void touch(int sheet, Place place);
+    /// Takes all results for old.
+    void forget_results();
+    /// Brings what fills the range up to date; gives a formula that cannot be calculated, or none.
+    Number update(int sheet, const Range& range);
+    /// Brings all up to date. What cannot be calculated has no result any more.
+    void update_all();
+
+    /// Those that cannot be calculated, with what is in the way: a function's name, mostly.
+    const std::map<Number, std::string>& failed() const noexcept { return failed_; }
+    /// Takes results for such a formula that somebody else has calculated, one for each of its cells.
+    void take_results(Number number, const std::vector<calculation::Value>& results);
+
+private:
+    enum class State : char {
+        Current,
+        Missing, ///< without a result from the beginning; what depends on it is current
+        Old,
+        Waiting,   ///< to be calculated for another one
+        Suspended, ///< begun, and waits for others
+        Failed,
+        Overwritten
+    };
+    using Stack = std::list<Number>;
+
+    State& state(Number number) { return states_[number]; }
+    bool is_due(Number number) const { return states_[number] == State::Old || states_[number] == State::Missing; }
+    void make_old(Number number, State kind = State::Old);
+    void spread();
+    void spread(int sheet, const Range& range, std::vector<Number>& touched);
+    void touch(Number number, std::vector<Number>& touched);
+    void calculate(Number number);
+    void wait_for(const std::vector<calculation::CellAddress>& cells, Stack& stack);
+    void fail_cycle(Number number, Stack& stack);
+    void fail(Number number, const std::string& reason);
+    std::vector<calculation::Value> results_of(const IndexedFormula& formula);
+    void keep(Number number, const std::vector<calculation::Value>& results);
+    std::vector<Number> old_ones_in(int sheet, const Range& area) const;
+    void require_results(int sheet, const Range& area) const;
+    const SheetPart& part(int sheet) const;
+
+    calculation::Value value(const calculation::CellAddress& cell) const override;
+    void visit(int sheet, const Range& area, const Visitor& visitor) const override;
+    Place extent(int sheet) const override;
+    std::uint64_t revision() const override { return revision_; }
+    int sheet_count() const override { return index_->names().sheet_count(); }
+    std::optional<int> find_sheet(TextView name) const override { return index_->names().find_sheet(name); }
+    Text sheet_name(int sheet) const override { return index_->names().sheet_name(sheet); }
+    calculation::FormulaPointer find_name(TextView name, int sheet) const override;
+    const calculation::Table* find_table(TextView name) const override { return index_->names().find_table(name); }
+    const calculation::Table* find_table_at(const calculation::CellAddress& cell) const override
+    {
+        return index_->names().find_table_at(cell);
+    }
+    bool is_row_hidden(int sheet, int row) const override;
+    bool is_row_filtered(int sheet, int row) const override;
+    calculation::FormulaPointer formula(const calculation::CellAddress& cell) const override;
+    bool counts_from_1904() const override { return surroundings_.counts_from_1904; }
+    CalendarTime now() const override { return surroundings_.now(); }
+
+    struct Sheet {
+        std::set<std::pair<int, int>> old; // cells without a result as of now, by column and row
+        RangeSet::Taken taken;             // areas whose readers are old
+    };
+
+    std::shared_ptr<const FormulaIndex> index_;
+    Surroundings surroundings_;
+    calculation::Calculator calculator_;
+    std::vector<State> states_;
+    std::vector<Stack::iterator> waiting_; // where those that wait stand
+    std::vector<Sheet> sheets_;
+    std::map<Number, std::string> failed_;
+    std::vector<calculation::CellAddress> written_; // since results were last taken for old
+    std::uint64_t revision_ = 0;
+    mutable std::uint64_t work_ = 0; // cells looked at
+    bool has_calculated_ = false;    // since areas were last taken
+};
+
+} // namespace tarvik::ooxml
