@@ -94,8 +94,8 @@ QAccessibleInterface* accessible_of(const QString&, QObject* object)
 {
     if (auto* const text = dynamic_cast<TextWidget*>(object)) return new TextAccessible(*text);
     auto* const widget = dynamic_cast<QWidget*>(object);
-    const QVariant role = object->property(accessible_role);
-    if (!widget || !role.isValid()) return nullptr;
+    const QVariant role = widget ? widget->property(accessible_role) : QVariant();
+    if (!role.isValid()) return nullptr;
     return new QAccessibleWidget(widget, static_cast<QAccessible::Role>(role.toInt()));
 }
 
