@@ -1,0 +1,147 @@
+#include "tests/engines/spreadsheets/workbook_file.h"
+
+#include "engines/packages/damage.h"
+#include "engines/spreadsheets/workbook_model.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+namespace tarvik::test {
+
+namespace {
+
+const std::string sheet1 = "xl/worksheets/sheet1.xml";
+
+std::string formula(const std::string& place, const std::string& text, const std::string& result = {})
+{
+    return "<c r=\"" + place + "\"><f>" + text + "</f>" + (result.empty() ? "" : "<v>" + result + "</v>") + "</c>";
+}
+
+} // namespace
+
+TEST(Recalculation, only_what_depends_on_a_write_gets_a_new_result)
+{
+    auto parts =
+        simple_parts("<row r=\"1\"><c r=\"A1\"><v>1</v></c>" + formula("B1", "A1+1", "2") +
+                     formula("C1", "SUM(B:B)", "2") + formula("D1", "7*6", "99") + formula("E1", "第二张!A1+1", "85") +
+                     "</row><row r=\"2\"><c r=\"B2\"><v>42</v></c></row>");
+    WorkbookFile file(parts);
+    auto& workbook = file.open();
+    auto& sheet = workbook.worksheet(1);
+    sheet.set_cell(1, 1, 10.0);
+    EXPECT_EQ(sheet.cell(1, 3), U"53"); // not saved yet
+    sheet.set_cell(2, 2, 1.0);
+    workbook.close(true);
+    const auto saved = part_of(file.saved(), sheet1);
+    for (const char* result : {"A1+1</f><v>11<", "SUM(B:B)</f><v>12<", "7*6</f><v>99<", "第二张!A1+1</f><v>3<"})
+        EXPECT_NE(saved.find(result), std::string::npos) << result;
+    EXPECT_NE(part_of(file.saved(), "xl/worksheets/sheet2.xml").find("<v>2</v>"), std::string::npos);
+}
+
+TEST(Recalculation, an_empty_result_is_empty_and_blanking_leaves_its_formula)
+{
+    WorkbookFile file(simple_parts("<row r=\"13\"><c r=\"A13\"><v>1</v></c>" +
+                                   formula("B13", "IF(A13=\"\",\"\",\"SN\"&amp;A13)") + "</row>"));
+    auto& sheet = file.open().worksheet(1);
+    EXPECT_EQ(sheet.cell(13, 2), U"SN1");
+    sheet.set_cell(13, 1, Text());
+    EXPECT_TRUE(sheet.is_empty(13, 2));
+    EXPECT_EQ(sheet.clear(13, 20, 1, 9), 0);
+    sheet.set_cell(13, 1, Text(U"7"));
+    EXPECT_EQ(sheet.cell(13, 2), U"SN7");
+}
+
+TEST(Recalculation, what_nobody_can_calculate_is_a_failure_that_names_it)
+{
+    WorkbookFile file(simple_parts("<row r=\"1\">" + formula("A1", "NOSUCH(B1)", "5") + formula("C1", "A1+1", "6") +
+                                   formula("D1", "E1", "0") + formula("E1", "D1", "0") + "</row>"));
+    auto& sheet = file.open().worksheet(1);
+    EXPECT_EQ(sheet.cell(1, 3), U"6"); // nothing is written yet
+    sheet.set_cell(1, 2, 2.0);
+    const auto failure = failure_of([&] { static_cast<void>(sheet.is_empty(1, 3)); });
+    EXPECT_THAT(failure,
+                testing::AllOf(testing::HasSubstr("t.xlsx"), testing::HasSubstr("C1"), testing::HasSubstr("NOSUCH")));
+    EXPECT_EQ(sheet.cell(1, 4), U"0"); // untouched, though it waits for itself
+}
+
+TEST(Recalculation, texts_become_numbers_where_numbers_are_asked_for)
+{
+    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\" s=\"1\"/><c r=\"B1\" s=\"3\"/><c r=\"C1\" s=\"2\"/>" +
+                                   formula("E1", "AVERAGE(D1:D9,B1)", "0") + "</row>"));
+    auto& workbook = file.open();
+    auto& sheet = workbook.worksheet(1);
+    for (int column = 1; column <= 3; ++column) sheet.set_cell(1, column, Text(U"90"));
+    sheet.set_cell(1, 4, Text(U"80"));
+    sheet.set_cell(2, 4, Text(U"0012"));
+    sheet.set_cell(9, 9, Text(U"90"));
+    EXPECT_EQ(sheet.cell(1, 5), U"80"); // a text in a range counts for nothing
+    std::string kinds;
+    for (const auto& [row, column] : {std::pair(1, 1), {1, 2}, {1, 3}, {1, 4}, {2, 4}, {9, 9}})
+        kinds += std::holds_alternative<double>(sheet.value(row, column)) ? 'n' : 't';
+    EXPECT_EQ(kinds, "nttntt");
+}
+
+TEST(Recalculation, texts_for_one_merged_range_lose_nothing)
+{
+    WorkbookFile file(simple_parts("<row r=\"2\"><c r=\"B2\" t=\"s\"><v>0</v></c></row>",
+                                   "<mergeCells count=\"1\"><mergeCell ref=\"B2:D3\"/></mergeCells>"));
+    auto& workbook = file.open();
+    auto& sheet = workbook.worksheet(1);
+    sheet.set_cell(2, 3, Text(U"一"));
+    EXPECT_EQ(sheet.cell(2, 2), U"一");
+    sheet.set_cell(3, 4, Text(U"二"));
+    EXPECT_EQ(to_utf8(sheet.cell(2, 2) + sheet.cell(2, 3) + sheet.cell(3, 4)), "客户一二");
+    workbook.close(true);
+    EXPECT_EQ(part_of(file.saved(), sheet1).find("mergeCell"), std::string::npos);
+}
+
+TEST(Recalculation, agrees_with_a_calculation_of_everything)
+{
+    std::mt19937 random(24);
+    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    for (int round = 0; round < 40; ++round) {
+        std::string rows;
+        for (int row = 1; row <= 12; ++row) {
+            rows += "<row r=\"" + std::to_string(row) + "\">";
+            const auto place = [&] { return ooxml::place_name({1 + below(std::max(row - 1, 1)), 2 + below(5)}); };
+            for (int column = 1; column <= 6; ++column) {
+                const auto at = ooxml::place_name({row, column});
+                const std::string texts[] = {place() + "+1", "SUM(" + place() + ":" + place() + ")", "合计*2",
+                                             "IF(" + place() + "&gt;3," + place() + ",5)", "COUNT(G:H)+第二张!B1"};
+                rows += row == 1 || below(3) > 0 ? "<c r=\"" + at + "\"><v>" + std::to_string(below(9)) + "</v></c>"
+                                                 : formula(at, texts[below(5)]);
+            }
+            rows += "</row>";
+        }
+        const auto package = std::make_shared<const ooxml::Package>(make_package(simple_parts(rows)));
+        ooxml::WorkbookModel touched(package), whole(package);
+        for (int write = 0; write < 10; ++write) {
+            const ooxml::Place at{1 + below(12), 1 + below(6)};
+            const double value = below(9);
+            touched.sheet(1).write(at, value);
+            whole.sheet(1).write(at, value);
+            if (below(2) == 0) touched.recalculation().update_all();
+        }
+        whole.recalculation().forget_results();
+        whole.recalculation().update_all();
+        touched.recalculation().update_all();
+        EXPECT_EQ(touched.recalculation().failed(), whole.recalculation().failed());
+        EXPECT_EQ(touched.sheet(1).values({{1, 1}, {12, 6}}), whole.sheet(1).values({{1, 1}, {12, 6}})) << rows;
+    }
+}
+
+TEST(Recalculation, a_long_chain_takes_no_stack_and_every_cell_is_met_once)
+{
+    constexpr int length = 100'000;
+    std::string rows;
+    for (int row = 1; row < length; ++row) {
+        const auto name = std::to_string(row);
+        rows += "<row r=\"" + name + "\">" + formula("A" + name, "A" + std::to_string(row + 1) + "+1", "0") + "</row>";
+    }
+    ooxml::WorkbookModel model(std::make_shared<const ooxml::Package>(make_package(simple_parts(rows))));
+    model.sheet(1).write({length, 1}, 5.0);
+    EXPECT_EQ(model.sheet(1).text({1, 1}), number_text(length + 4));
+}
+
+} // namespace tarvik::test
