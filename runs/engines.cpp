@@ -2,7 +2,6 @@
 
 #include "engines/documents/engine.h"
 #include "engines/libreoffice/engine.h"
-#include "engines/packages/compound_file.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
 
@@ -37,17 +36,18 @@ private:
     OoxmlDocuments documents_;
 };
 
-// Only the beginning is read: a package's beginning says it all, and a run opens thousands of files. A file that cannot
-// be read is none of the older formats; who opens it tells why.
+// Of a package the beginning alone is read: it says it all, and a run opens thousands. A file that cannot be read is
+// none of the older formats; who opens it tells why. One behind a password may be open to whoever knows the usual one.
 bool is_of_older_format(Files& files, TextView path)
 {
     if (!files.file_exists(path)) return false; // a pipe would hold the program up
     std::array<char, 8> beginning{};
     std::ifstream stream(files.resolve(path), std::ios::binary);
     stream.read(beginning.data(), beginning.size());
-    if (!is_compound_file({beginning.data(), static_cast<std::size_t>(stream.gcount())})) return false;
+    const auto begun = file_kind({beginning.data(), static_cast<std::size_t>(stream.gcount())});
+    if (begun == FileKind::Package || begun == FileKind::Other || begun == FileKind::Empty) return false;
     const auto kind = file_kind(files.read(path));
-    return kind == FileKind::Workbook || kind == FileKind::Document;
+    return kind == FileKind::Workbook || kind == FileKind::Document || kind == FileKind::Encrypted;
 }
 
 // An application that is one of either engine for each file; both are made when a file first needs them.

@@ -129,6 +129,16 @@ std::vector<pugi::xml_node> marks_of_wider_ranges(pugi::xml_node cell, std::stri
     return marks;
 }
 
+// A control for a plain text of one line would show the lines as one. An attribute has a namespace by a prefix alone.
+void allow_lines(const std::vector<pugi::xml_node>& controls)
+{
+    for (const auto control : controls) {
+        const auto plain = child_named(control, "text");
+        const auto name = name_like(plain, "multiLine");
+        if (name.find(':') != std::string::npos) set_attribute(plain, name.c_str(), "1");
+    }
+}
+
 pugi::xml_node append_paragraph(pugi::xml_node cell, pugi::xml_node model)
 {
     auto paragraph = append_like(cell, "p");
@@ -205,6 +215,7 @@ void replace_cell_text(pugi::xml_node cell, TextView text)
         if (!is_named(child, "tcPr")) remove_element(cell, child);
         child = next;
     }
+    if (child_named(run, "br")) allow_lines(controls);
     constexpr std::array<std::string_view, 2> overriding{"showingPlcHdr", "dataBinding"};
     for (const auto control : controls) remove_named(control, overriding);
 }

@@ -11,8 +11,8 @@ namespace tarvik::ooxml {
 
 /// Makes `text` the cell's only contents, in one paragraph with the look of the cell's first paragraph and first run.
 /// CR LF, CR, LF and VT break the line, other control characters are left out. A content control around the cell no
-/// longer shows its placeholder nor follows data of its own. Damage when the contents nest too deeply to be removed;
-/// they then stay.
+/// longer shows its placeholder nor follows data of its own, and has room for lines if there are any. Damage when the
+/// contents nest too deeply to be removed; they then stay.
 void replace_cell_text(pugi::xml_node cell, TextView text);
 
 /// The paragraph that a picture is to stand in alone: the first of a cell without visible contents, else one behind the

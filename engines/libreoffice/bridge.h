@@ -85,6 +85,11 @@ public:
 class OpenWorkbook : public OpenFile {
 public:
     virtual int sheet_count() = 0;
+    /// Whether no cell of it can be written, by a wish of the file's.
+    virtual bool is_read_only() { return false; }
+    /// Makes a protected sheet one that can be written; a file that is stored has it protected. False where that takes
+    /// a password.
+    virtual bool lift_protection(int /*sheet*/) { return true; }
     virtual SheetContent read(int sheet) = 0;
     /// Whether a cell that holds 1 or 0 shows it as a logical value.
     virtual bool is_logical(int sheet, int row, int column) = 0;

@@ -11,7 +11,7 @@ struct ReasonRow {
     std::u32string_view reason;
 };
 constexpr ReasonRow reasons[] = {
-    {FileKind::Encrypted, U"文件有密码保护。"},
+    {FileKind::Encrypted, locked_reason},
     {FileKind::Damaged, U"文件不完整或已损坏。"},
     {FileKind::Workbook, U"这是一个 Excel 工作簿，不是 Word 文档。"},
     {FileKind::Document, U"这是一个 Word 文档，不是 Excel 工作簿。"},
@@ -19,10 +19,11 @@ constexpr ReasonRow reasons[] = {
 
 } // namespace
 
-void require_kind(std::string_view bytes, FileKind kind)
+FileKind require_kind(std::string_view bytes, FileKind kind)
 {
     const auto found = file_kind(bytes);
-    if (found == kind || found == FileKind::Package) return;
+    if (found == kind || found == FileKind::Package) return found;
+    if (found == FileKind::Encrypted && kind == FileKind::Workbook) return found;
     for (const auto& row : reasons)
         if (row.kind == found) throw ooxml::Damage(Text(row.reason));
     throw ooxml::Damage(kind == FileKind::Workbook ? U"这不是 Excel 工作簿。" : U"这不是 Word 文档。");

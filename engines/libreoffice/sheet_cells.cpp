@@ -39,6 +39,20 @@ Text cell_text(const Text& told)
     return made;
 }
 
+/// LibreOffice gives no reason where it writes nothing.
+template <typename Work>
+void naming_cell(Place place, const Work& work)
+{
+    try {
+        work();
+    } catch (const ConnectionLost&) {
+        throw;
+    } catch (const std::runtime_error&) {
+        throw std::runtime_error(to_utf8(U"第 " + number_text(place.row) + U" 行、第 " + number_text(place.column) +
+                                         U" 列起的单元格不能改写，那里可能有数组公式"));
+    }
+}
+
 } // namespace
 
 const SheetContent& SheetCells::content()
@@ -188,8 +202,10 @@ bool SheetCells::send()
                 block.values.push_back(written_.at({row, column}));
     }
     file_.call([&](OpenWorkbook& file) {
-        for (const auto place : alone) file.write_cell(sheet_, place.row, place.column, written_.at(place));
-        for (const auto& block : blocks) file.write(sheet_, block);
+        for (const auto place : alone)
+            naming_cell(place, [&] { file.write_cell(sheet_, place.row, place.column, written_.at(place)); });
+        for (const auto& block : blocks)
+            naming_cell({block.area.first_row, block.area.first_column}, [&] { file.write(sheet_, block); });
     });
     unsent_.clear();
     return true;

@@ -105,11 +105,12 @@ OfficeWorkbook::~OfficeWorkbook() = default;
 
 void OfficeWorkbook::open(LibreOffice& office)
 {
-    const auto bytes = files_.read(path_);
-    require_kind(bytes, FileKind::Workbook);
+    auto bytes = files_.read(path_);
+    const auto kind = require_kind(bytes, FileKind::Workbook);
+    remove_read_only_advice(bytes);
     folder_.emplace(office.folder());
-    const bool is_package = file_kind(bytes) == FileKind::Package;
-    auto file = office.open_workbook(folder_->put(is_package ? "read.xlsx" : "read.xls", bytes));
+    auto file = office.open_workbook(folder_->put(kind == FileKind::Package ? "read.xlsx" : "read.xls", bytes));
+    if (!file && kind == FileKind::Encrypted) throw ooxml::Damage(Text(locked_reason));
     if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
     format_ = &format_with_filter(file.call([](OpenWorkbook& opened) { return opened.filter(); }));
     sheet_count_ = file.call([](OpenWorkbook& opened) { return opened.sheet_count(); });
@@ -134,8 +135,19 @@ Worksheet& OfficeWorkbook::worksheet(int index)
     if (index < 1 || index > sheet_count_)
         naming_workbook(path_, [&] { throw ooxml::Damage(U"没有第 " + number_text(index) + U" 张工作表。"); });
     auto& sheet = sheets_[index];
+    if (!sheet) naming_workbook(path_, [&] { require_writable(index); });
     if (!sheet) sheet = std::make_unique<Sheet>(*this, index);
     return *sheet;
+}
+
+// A write that LibreOffice refuses would show at the save only.
+void OfficeWorkbook::require_writable(int sheet)
+{
+    const auto refusal = file().call([&](OpenWorkbook& opened) -> std::u32string_view {
+        if (opened.is_read_only()) return U"工作簿设有修改密码，不能填写。";
+        return opened.lift_protection(sheet) ? U"" : U"工作表有密码保护，不能填写；请先撤销工作表保护。";
+    });
+    if (!refusal.empty()) throw ooxml::Damage(Text(refusal));
 }
 
 void OfficeWorkbook::send()

@@ -25,6 +25,7 @@ private:
 
     void open(LibreOffice& office);
     Handle<OpenWorkbook>& file();
+    void require_writable(int sheet);
     void send();
     void check_limits(const WorkbookFormat& format);
     std::string stored(const WorkbookFormat& format);

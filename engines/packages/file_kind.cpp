@@ -38,31 +38,76 @@ bool is_locked_document(std::string_view beginning)
     return (number_at(beginning, 10) & encrypted) != 0;
 }
 
+/// The oldest workbooks are their records alone, from the first, which tells the version, to the one that ends them.
+/// What records hold is short; nothing else begins so.
+bool is_bare_workbook(std::string_view bytes)
+{
+    constexpr unsigned first_records[] = {0x0009, 0x0209, 0x0409, 0x0809};
+    const auto length = number_at(bytes, 2);
+    return std::ranges::find(first_records, number_at(bytes, 0)) != std::end(first_records) && length >= 4 &&
+           length <= 16 && bytes.size() >= 8;
+}
+
+bool ends_whole(std::string_view records)
+{
+    constexpr unsigned last_record = 0x000a;
+    bool has_ended = false;
+    std::size_t at = 0;
+    for (; at + 4 <= records.size(); at += 4 + number_at(records, at + 2))
+        has_ended = has_ended || number_at(records, at) == last_record;
+    return has_ended && at <= records.size();
+}
+
 struct StreamRow {
     std::string_view name;
     FileKind kind;
     bool (*is_locked)(std::string_view beginning);
 };
 constexpr StreamRow streams[] = {
+    {"EncryptedPackage", FileKind::Encrypted, nullptr}, // first: some hold a WordDocument too, which says so
     {"Workbook", FileKind::Workbook, is_locked_workbook},
     {"Book", FileKind::Workbook, is_locked_workbook},
     {"WordDocument", FileKind::Document, is_locked_document},
-    {"EncryptedPackage", FileKind::Encrypted, nullptr},
 };
 
+/// As the names of a compound file are compared.
+bool are_same_name(std::string_view one, std::string_view other)
+{
+    const auto plain = [](char letter) { return letter >= 'A' && letter <= 'Z' ? letter + 0x20 : letter; };
+    return std::ranges::equal(one, other, {}, plain, plain);
+}
+
 } // namespace
+
+void remove_read_only_advice(std::string& workbook)
+{
+    constexpr unsigned first_record = 0x0809, sharing = 0x005b;
+    const auto entries = read_compound_file(workbook);
+    if (!entries) return;
+    for (const auto& entry : *entries) {
+        const auto records = entry.beginning;
+        if (!are_same_name(entry.name, "Workbook") || number_at(records, 0) != first_record) continue;
+        std::size_t at = 0;
+        while (at + 6 <= records.size() && number_at(records, at) != sharing) at += 4 + number_at(records, at + 2);
+        if (at + 6 > records.size()) return;
+        const auto advice = static_cast<std::size_t>(records.data() - workbook.data()) + at + 4;
+        workbook[advice] = workbook[advice + 1] = '\0';
+        return;
+    }
+}
 
 FileKind file_kind(std::string_view bytes)
 {
     if (bytes.empty()) return FileKind::Empty;
     for (const auto signature : zip_signatures)
         if (bytes.starts_with(signature)) return FileKind::Package;
+    if (is_bare_workbook(bytes)) return ends_whole(bytes) ? FileKind::Workbook : FileKind::Damaged;
     if (!is_compound_file(bytes)) return FileKind::Other;
     const auto entries = read_compound_file(bytes);
     if (!entries) return FileKind::Damaged;
     for (const auto& row : streams) {
         const auto entry = std::find_if(entries->begin(), entries->end(), [&](const CompoundEntry& one) {
-            return one.is_stream && one.name == row.name;
+            return one.is_stream && are_same_name(one.name, row.name);
         });
         if (entry == entries->end()) continue;
         return row.is_locked && row.is_locked(entry->beginning) ? FileKind::Encrypted : row.kind;

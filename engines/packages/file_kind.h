@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace tarvik {
@@ -10,11 +11,14 @@ enum class FileKind {
     Package,   ///< a zip file: .xlsx, .docx and their like
     Workbook,  ///< .xls
     Document,  ///< .doc
-    Encrypted, ///< behind a password, in the older formats or the newer ones
-    Damaged,   ///< a compound file that is cut off or damaged
+    Encrypted, ///< behind a password, in the older formats or the newer ones; it may be the one that all know
+    Damaged,   ///< a file of the older formats that is cut off or damaged
     Other
 };
 
 FileKind file_kind(std::string_view bytes);
+
+/// Takes out of a workbook of the older format the advice to open it for reading alone, where that can be read.
+void remove_read_only_advice(std::string& workbook);
 
 } // namespace tarvik

@@ -1,5 +1,7 @@
 #include "engines/packages/xml_part.h"
 
+#include "platform/text/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -73,6 +75,25 @@ struct DoubleQuotes final : pugi::xml_tree_walker {
     }
 };
 
+// The parser takes bytes that are no UTF-8 for characters.
+bool is_valid_utf8(std::string_view bytes) noexcept
+{
+    const auto* at = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    for (const auto* const end = at + bytes.size(); at != end;) {
+        constexpr std::uint64_t beyond_ascii = 0x8080808080808080;
+        std::uint64_t eight = beyond_ascii;
+        if (end - at >= 8) std::memcpy(&eight, at, 8);
+        if ((eight & beyond_ascii) == 0) {
+            at += 8;
+            continue;
+        }
+        const auto step = utf8_step(at, end);
+        if (!step.valid) return false;
+        at += step.size;
+    }
+    return true;
+}
+
 struct StringWriter final : pugi::xml_writer {
     explicit StringWriter(std::string& target) : text(target) {}
     void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
@@ -116,7 +137,8 @@ XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view
     const bool has_type_declaration =
         std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.type() == pugi::node_doctype; });
     const auto element = document_.document_element();
-    if (!result || has_type_declaration || !is_named(element, root) || !speaks(element, vocabulary)) {
+    const bool is_legible = result.encoding != pugi::encoding_utf8 || is_valid_utf8(contents);
+    if (!result || !is_legible || has_type_declaration || !is_named(element, root) || !speaks(element, vocabulary)) {
         throw Damage(U"部件" + in_quotes(name_) + U"已损坏。");
     }
     if (contents.find('\'') != std::string::npos) {

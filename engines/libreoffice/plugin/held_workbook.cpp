@@ -4,6 +4,8 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
@@ -18,6 +20,7 @@
 #include <com/sun/star/util/NumberFormat.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
+#include <com/sun/star/util/XProtectable.hpp>
 
 #include <algorithm>
 #include <map>
@@ -219,6 +222,39 @@ public:
         return translated([&] { return sheets_->getCount(); });
     }
 
+    bool is_read_only() override
+    {
+        return translated([&] {
+            const Reference<css::frame::XStorable> storable(model(), UNO_QUERY_THROW);
+            return static_cast<bool>(storable->isReadonly());
+        });
+    }
+
+    bool lift_protection(int sheet) override
+    {
+        return translated([&] {
+            const Reference<css::util::XProtectable> protectable(sheet_at(sheet), UNO_QUERY_THROW);
+            if (!protectable->isProtected()) return true;
+            try {
+                protectable->unprotect(rtl::OUString());
+            } catch (const css::lang::IllegalArgumentException&) { // the password is not the empty one
+                return false;
+            }
+            if (protectable->isProtected()) return false;
+            lifted_.push_back(protectable);
+            return true;
+        });
+    }
+
+    void store(const std::filesystem::path& path, const std::string& filter) override
+    {
+        translated([&] {
+            for (const auto& sheet : lifted_) sheet->protect(rtl::OUString());
+            store_copy(model(), path, filter);
+            for (const auto& sheet : lifted_) sheet->unprotect(rtl::OUString());
+        });
+    }
+
     SheetContent read(int sheet) override
     {
         return translated([&] { return read_sheet(sheet_at(sheet)); });
@@ -301,6 +337,7 @@ private:
     }
 
     Reference<css::container::XIndexAccess> sheets_;
+    std::vector<Reference<css::util::XProtectable>> lifted_; ///< sheets whose protection is put back for storing
     std::map<int, Sheet> open_sheets_;
 };
 

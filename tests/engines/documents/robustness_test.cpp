@@ -49,6 +49,7 @@ TEST(BadDocument, is_a_failure_that_tells_file_and_reason)
         {changed(main_part, "</w:tbl>", ""), "部件“word/document.xml”已损坏。"},
         {changed(main_part, "w:document ", "w:documents "), "部件“word/document.xml”已损坏。"},
         {changed(main_part, "wordprocessingml/2006", "wordprocessingml/2007"), "部件“word/document.xml”已损坏。"},
+        {changed(main_part, "<w:tbl>", "<!--\xE4\xB8-->\n<w:tbl>"), "部件“word/document.xml”已损坏。"},
         {make_package(document_parts(paragraph("a"))), "文档里没有表格。"},
         {make_package(document_parts(table(""))), "文档的第一个表格没有第 1 行第 1 列的单元格。"},
         {make_package(document_parts(table(row(cell(nested(200'000, "w:sdt", "")))))), "部件里的元素嵌套过深。"},

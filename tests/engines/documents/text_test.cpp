@@ -157,6 +157,13 @@ TEST(CellText, takes_the_place_of_a_placeholder)
                                            look + "<w:alias w:val=\"甲\"/>")));
 }
 
+TEST(CellText, of_several_lines_keeps_them_in_a_control_for_one)
+{
+    DocumentFile file(document_parts(table(row(control(cell(paragraph("旧")), "<w:text/>")))));
+    EXPECT_THAT(file.document_with(1, 1, U"新"), testing::HasSubstr("<w:sdtPr><w:text/></w:sdtPr>"));
+    EXPECT_THAT(file.document_with(1, 1, U"甲\r\n乙"), testing::HasSubstr("<w:text w:multiLine=\"1\"/>"));
+}
+
 TEST(Document, keeps_everything_else_byte_for_byte_and_the_format_it_was_opened_in)
 {
     auto parts = document_parts("<w:p w:a='1' />\r\n<!-- b -->&#x4e00;" + plain_table(1, 2) + "<w:sectPr/>");

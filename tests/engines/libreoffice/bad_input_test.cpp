@@ -9,13 +9,16 @@ namespace tarvik::test {
 
 namespace {
 
+using namespace std::string_literals;
+const std::string locked = "文件设有打开密码，请先去掉密码。";
+const std::string oldest = "\x09\0\4\0\2\0\x10\0"s, last_record = "\x0a\0\0\0"s;
 const std::string first_record("\x09\x08\x02\0\0\6", 6), password_record("\x2f\0\2\0\0\0", 6);
 
 } // namespace
 
 TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffice_starts)
 {
-    const auto whole = compound_file({{"Other", stream_with(0, "x")}, {"WordDocument", stream_with(10, "\0\1")}});
+    const auto whole = compound_file({{"Other", stream_with(0, "x")}, {"WordDocument", stream_with(10, "\0\1"s)}});
     struct Case {
         std::string name, bytes, workbook, document;
     };
@@ -27,10 +30,17 @@ TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffic
          "LibreOffice"},
         {"表", compound_file({{"Workbook", stream_with(0, first_record)}}), "LibreOffice",
          "这是一个 Excel 工作簿，不是 Word 文档。"},
-        {"密码一", compound_file({{"EncryptedPackage", stream_with(0, "x")}}), "文件有密码保护。", "文件有密码保护。"},
-        {"密码二", compound_file({{"Workbook", stream_with(0, first_record + password_record)}}), "文件有密码保护。",
-         "文件有密码保护。"},
-        {"密码三", compound_file({{"WordDocument", stream_with(11, "\1")}}), "文件有密码保护。", "文件有密码保护。"},
+        {"大写", compound_file({{"WORKBOOK", stream_with(0, first_record)}}), "LibreOffice",
+         "这是一个 Excel 工作簿，不是 Word 文档。"},
+        {"小写", compound_file({{"worddocument", stream_with(0, "x")}}), "这是一个 Word 文档，不是 Excel 工作簿。",
+         "LibreOffice"},
+        {"最早", oldest + last_record, "LibreOffice", "这是一个 Excel 工作簿，不是 Word 文档。"},
+        {"最早截断", oldest, "文件不完整或已损坏。", "文件不完整或已损坏。"},
+        {"密码一", compound_file({{"WordDocument", stream_with(0, "x")}, {"EncryptedPackage", stream_with(0, "x")}}),
+         "LibreOffice", locked},
+        {"密码二", compound_file({{"Workbook", stream_with(0, first_record + password_record)}}), "LibreOffice",
+         locked},
+        {"密码三", compound_file({{"WordDocument", stream_with(11, "\1")}}), "LibreOffice", locked},
         {"截断", whole.substr(0, whole.size() - 600), "文件不完整或已损坏。", "文件不完整或已损坏。"},
     };
     TemporaryFolder folder;

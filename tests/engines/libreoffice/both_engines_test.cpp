@@ -74,6 +74,27 @@ TEST_P(BothEngines, cells_are_written_alike)
     EXPECT_EQ(to_utf8(reading->open(U"t.xlsx").worksheet(1).cell(8, 1)), "8");
 }
 
+TEST_P(BothEngines, texts_end_where_a_cell_does)
+{
+    make_package_of("");
+    auto application = create();
+    auto& workbook = application->open(U"t.xlsx");
+    auto& sheet = workbook.worksheet(1);
+    const Text most(32'767, U'字'), pair = U"😀";
+    const std::pair<Text, Text> cases[] = {{most, most},
+                                           {most + U"字", most},
+                                           {most.substr(2) + pair, most.substr(2) + pair},
+                                           {most.substr(1) + pair, most.substr(1)},
+                                           {U"一\r\n二\r\n", U"一\n二\n"}};
+    int row = 0;
+    for (const auto& [given, kept] : cases) sheet.set_cell(++row, 1, given);
+    workbook.close(true);
+    auto reading = embedded->create_spreadsheet();
+    auto& saved = reading->open(U"t.xlsx").worksheet(1);
+    row = 0;
+    for (const auto& [given, kept] : cases) EXPECT_TRUE(saved.cell(++row, 1) == kept) << row;
+}
+
 TEST_P(BothEngines, what_cannot_be_done_is_refused_alike)
 {
     make_package_of("");

@@ -1,4 +1,5 @@
 #include "engines/packages/damage.h"
+#include "engines/packages/package.h"
 #include "tests/engines/libreoffice/office_fixture.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
 #include "tests/support/python_reader.h"
@@ -8,6 +9,14 @@
 namespace tarvik::test {
 
 using OfficeWorkbook = OfficeTest;
+
+namespace {
+
+/// It makes a workbook as large as those that spreadsheet applications write.
+const std::string long_row =
+    "<row r=\"9\"><c r=\"A9\" t=\"inlineStr\"><is><t>" + std::string(5'000, 'x') + "</t></is></c></row>";
+
+} // namespace
 
 TEST_F(OfficeWorkbook, cells_of_an_xls_file_are_read_written_and_kept)
 {
@@ -120,6 +129,43 @@ TEST_F(OfficeWorkbook, a_package_is_calculated_anew_whatever_results_it_brings)
     auto& sheet = application->open(U"t.xlsx").worksheet(1);
     EXPECT_EQ(to_utf8(sheet.cell(1, 2) + U" " + sheet.cell(1, 3) + U" " + sheet.cell(1, 4)), "6 9 a9");
     EXPECT_THROW(libreoffice::recalculated(office, "PK\x03\x04 no package"), ooxml::Damage);
+}
+
+TEST_F(OfficeWorkbook, a_protected_sheet_is_filled_and_stays_protected_unless_it_has_a_password)
+{
+    const std::string before = "<sheetProtection ", behind = "sheet=\"1\" formatCells=\"0\"/>";
+    make_workbook("t.xls", "", before + behind);
+    make_workbook("locked.xls", "", before + "password=\"CC1A\" " + behind);
+    auto application = engines.create_spreadsheet();
+    auto& workbook = application->open(U"t.xls");
+    workbook.worksheet(1).set_cell(1, 1, Text(U"新"));
+    workbook.save_as(U"u.xls");
+    workbook.close(true);
+    EXPECT_EQ(to_utf8(application->open(U"u.xls").worksheet(1).cell(1, 1)), "新");
+    convert("u.xls", "u.xlsx", "Calc MS Excel 2007 XML");
+    EXPECT_NE(ooxml::Package(folder.read("u.xlsx")).part("xl/worksheets/sheet1.xml").find("<sheetProtection "),
+              std::string::npos);
+    EXPECT_EQ(failure_of([&] { application->open(U"locked.xls").worksheet(1); }),
+              "无法处理工作簿“locked.xls”：工作表有密码保护，不能填写；请先撤销工作表保护。");
+}
+
+TEST_F(OfficeWorkbook, the_advice_to_read_only_is_not_followed_and_a_password_for_changes_is_respected)
+{
+    make_workbook("t.xls", long_row);
+    auto bytes = folder.read("t.xls");
+    const auto record = bytes.find(std::string("\x5c\0\x70\0", 4)); // whoever wrote the file, in 112 bytes
+    ASSERT_LT(record, bytes.size());
+    bytes.replace(record, 11, std::string("\x5b\0\x70\0\1\0\0\0\0\0\0", 11));
+    folder.write("advice.xls", bytes);
+    bytes.replace(record + 6, 2, "\x1a\xcc");
+    folder.write("password.xls", bytes);
+    auto application = engines.create_spreadsheet();
+    auto& workbook = application->open(U"advice.xls");
+    workbook.worksheet(1).set_cell(1, 1, Text(U"新"));
+    workbook.close(true);
+    EXPECT_EQ(to_utf8(application->open(U"advice.xls").worksheet(1).cell(1, 1)), "新");
+    EXPECT_EQ(failure_of([&] { application->open(U"password.xls").worksheet(1); }),
+              "无法处理工作簿“password.xls”：工作簿设有修改密码，不能填写。");
 }
 
 TEST_F(OfficeWorkbook, what_the_format_cannot_hold_is_refused)
