@@ -71,7 +71,7 @@ def main(built):
         repair_generate.generate(work, SHEETS, RECORDS)
         spent = ours(player, installation, work)
         theirs = peer("repair_openpyxl.py", work / "records.txt", work / "sheets", work / "peer",
-                      HERE.parent / "repair_rules/rules.txt")
+                      HERE.parent / "installation/维修规则.txt")
         wrong = differing(work / "drive" / "filled", work / "peer")
         lines = SHEETS * (repair_generate.LAST_LINE - repair_generate.FIRST_LINE + 1)
         goals.must(not wrong, f"the two sides differ: {', '.join(wrong)}")

@@ -87,19 +87,24 @@ function(tarvik_character_tables)
   target_sources(platform PRIVATE ${tables})
 endfunction()
 
-# The rule table of the repair department becomes a part of the program, by a small program that checks it first.
-function(tarvik_rule_tables)
-  set(rules ${PROJECT_SOURCE_DIR}/repair_rules/rules.txt)
-  set(source ${CMAKE_BINARY_DIR}/repair_rules/tables.cpp)
-  add_executable(compile_rules ${PROJECT_SOURCE_DIR}/repair_rules/compiler/main.cpp)
-  target_link_libraries(compile_rules PRIVATE rule_compiler)
-  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/repair_rules)
-  add_custom_command(
-    OUTPUT ${source}
-    COMMAND compile_rules ${rules} ${source}
-    DEPENDS ${rules} compile_rules
-    VERBATIM)
-  target_sources(repair_rules PRIVATE ${source})
+# The program holds the rule table of the repair department for installations that have none.
+function(tarvik_built_in_rules)
+  set(rules ${PROJECT_SOURCE_DIR}/installation/维修规则.txt)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${rules})
+  file(READ ${rules} table)
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/repair_rules/built_in_rules.cpp @ONLY CONTENT [[
+#include "repair_rules/rules.h"
+
+namespace tarvik::repair_rules {
+
+Text built_in_rules()
+{
+    return from_utf8(R"rules(@table@)rules");
+}
+
+} // namespace tarvik::repair_rules
+]])
+  target_sources(repair_rules PRIVATE ${CMAKE_BINARY_DIR}/repair_rules/built_in_rules.cpp)
 endfunction()
 
 # What lies beside the programs: build/installation/ holds the programs and a copy of installation/. Files that the

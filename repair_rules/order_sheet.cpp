@@ -16,7 +16,7 @@ int last_line(const Worksheet& sheet)
     return row;
 }
 
-bool enter_orders(Worksheet& sheet, const Records& records)
+bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules)
 {
     bool found = false;
     std::vector<SheetLine> lines; // written when all are read: an engine that works in blocks reads and writes once
@@ -28,9 +28,9 @@ bool enter_orders(Worksheet& sheet, const Records& records)
             const auto fault = records.field(record, fault_field);
             const auto repair = records.field(record, repair_field);
             if (!fault.empty() && !repair.empty())
-                enter_record(line, {fault, repair, records.field(record, charge_field)});
+                enter_record(line, {fault, repair, records.field(record, charge_field)}, rules);
         }
-        finish_line(line);
+        finish_line(line, rules);
     }
     for (int row = first_line; row <= last; ++row) lines[static_cast<std::size_t>(row - first_line)].write(sheet, row);
     return found;

@@ -1,5 +1,8 @@
 #include "repair_rules/repair_commands.h"
 
+#include "mainwindow/installation_files.h"
+#include "platform/text/code_page.h"
+#include "repair_rules/rules.h"
 #include "repair_rules/sheets.h"
 #include "runs/batch_runner.h"
 #include "runs/folder_walk.h"
@@ -34,10 +37,20 @@ void show_complete(Program& program)
                               number_text(seconds_elapsed(program)) + U" 秒。" + U"→：" + rate(program) + U" OK !");
 }
 
+/// Brings the records into a sheet; gives whether one of its lines has met a record.
 struct Operation {
     std::size_t number_field;
-    bool (*enter)(Worksheet& sheet, const Records& records);
+    std::function<bool(Worksheet& sheet, const Records& records)> enter;
 };
+
+repair_rules::RuleTable department_rules(const Program& program)
+{
+    const Files& files = program.platform.files;
+    const Text path = installed(program, files::repair_rules);
+    if (!files.file_exists(path)) return repair_rules::read_rules(repair_rules::built_in_rules());
+    const Document table = decode_foreign(files.read(path));
+    return repair_rules::read_rules(table.text());
+}
 
 void enter_in_file(Program& program, const Operation& operation, const Records& records, const PickedFile& file)
 {
@@ -70,7 +83,10 @@ void enter_in_folder(Program& program, const Operation& operation)
 
 void excelbijiaok(Program& program)
 {
-    enter_in_folder(program, {repair_rules::order_number_field, repair_rules::enter_orders});
+    const auto enter = [rules = department_rules(program)](Worksheet& sheet, const Records& records) {
+        return repair_rules::enter_orders(sheet, records, rules);
+    };
+    enter_in_folder(program, {repair_rules::order_number_field, enter});
 }
 
 void excelbijiaop(Program& program)

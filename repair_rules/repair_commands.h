@@ -8,7 +8,8 @@
 /// end. Without a record no sheet is opened: Failure.
 namespace tarvik {
 
-/// Fault and repair texts, part codes, quantities and charges.
+/// Fault and repair texts, part codes, quantities and charges by the rule table of the installation folder, or by the
+/// built-in one where there is none. Throws Failure for a table with a mistake; no sheet is opened then.
 void excelbijiaok(Program& program);
 /// Eight columns of the record, copied.
 void excelbijiaop(Program& program);

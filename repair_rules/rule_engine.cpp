@@ -1,7 +1,6 @@
 #include "repair_rules/rule_engine.h"
 
 #include "calendar/numbers.h"
-#include "repair_rules/rules.h"
 
 #include <algorithm>
 
@@ -25,11 +24,11 @@ void set_charges(SheetLine& line, const Charges& charges, const RepairRecord& re
     line.set(second_charge_column, charges.second);
 }
 
-void update(SheetLine& line, const RepairRecord& record)
+void update(SheetLine& line, const RepairRecord& record, const Chain& chain)
 {
     append_entry(line, faults_column, record.fault);
     append_entry(line, repairs_column, record.repair);
-    run_chain(update_chain(), line.model(), record.repair, [&](const Rule& rule) {
+    run_chain(chain, line.model(), record.repair, [&](const Rule& rule) {
         append_entry(line, codes_column, rule.code);
         // What somebody wrote in place of a number is left to stand.
         if (const auto quantity = line.number(quantity_column)) line.set(quantity_column, *quantity + rule.quantity);
@@ -37,13 +36,13 @@ void update(SheetLine& line, const RepairRecord& record)
     });
 }
 
-void enter_first(SheetLine& line, const RepairRecord& record)
+void enter_first(SheetLine& line, const RepairRecord& record, const Chain& chain)
 {
     append_entry(line, faults_column, record.fault);
     append_entry(line, repairs_column, record.repair);
-    run_chain(first_entry_chain(), line.model(), line.text(repairs_column), [&](const Rule& rule) {
+    run_chain(chain, line.model(), line.text(repairs_column), [&](const Rule& rule) {
         if (!rule.code.empty()) {
-            line.set(codes_column, Text(rule.code));
+            line.set(codes_column, rule.code);
             line.set(quantity_column, rule.quantity);
         }
         if (rule.charges) set_charges(line, *rule.charges, record);
@@ -51,18 +50,13 @@ void enter_first(SheetLine& line, const RepairRecord& record)
     line.set(codes_column, Text(entry_mark) + line.text(codes_column));
 }
 
-void run_line_rules(SheetLine& line)
+void run_line_rules(SheetLine& line, const std::vector<LineRule>& rules)
 {
-    for (const LineRule& rule : line_rules()) {
+    for (const LineRule& rule : rules) {
         const Text text = line.text(rule.column);
-        const auto held = [&](std::u32string_view wanted) {
-            return !wanted.empty() && TextView(text).contains(wanted);
-        };
-        if (std::none_of(rule.any_of.begin(), rule.any_of.end(), held)) continue;
-        for (const Setting& setting : rule.settings) {
-            if (setting.column == 0) break;
-            line.set(setting.column, setting.text.empty() ? CellValue(setting.number) : Text(setting.text));
-        }
+        const auto held = [&](const Text& wanted) { return TextView(text).contains(wanted); };
+        if (std::ranges::none_of(rule.any_of, held)) continue;
+        for (const Setting& setting : rule.settings) line.set(setting.column, setting.value);
     }
 }
 
@@ -82,15 +76,15 @@ void set_total(SheetLine& line)
 
 } // namespace
 
-void enter_record(SheetLine& line, const RepairRecord& record)
+void enter_record(SheetLine& line, const RepairRecord& record, const RuleTable& rules)
 {
-    if (line.is_filled(faults_column) || line.is_filled(repairs_column)) update(line, record);
-    else enter_first(line, record);
+    if (line.is_filled(faults_column) || line.is_filled(repairs_column)) update(line, record, rules.update);
+    else enter_first(line, record, rules.first_entry);
 }
 
-void finish_line(SheetLine& line)
+void finish_line(SheetLine& line, const RuleTable& rules)
 {
-    run_line_rules(line);
+    run_line_rules(line, rules.line_rules);
     set_total(line);
 }
 

@@ -1,25 +1,20 @@
 #pragma once
 
-#include "platform/text/text.h"
+#include "engines/automation.h"
 
-#include <array>
 #include <optional>
-#include <span>
+#include <vector>
 
-/// The department's rules, built in from rules.txt: which parts and charges belong to a repair text and a model text.
+/// The department's rules: which parts and charges belong to a repair text and a model text.
 namespace tarvik::repair_rules {
-
-inline constexpr std::size_t most_texts = 4;
-
-/// Texts up to the first empty one.
-using Texts = std::array<std::u32string_view, most_texts>;
 
 /// What a text must hold; an empty condition always holds.
 struct Condition {
-    Texts all_of;
-    std::u32string_view none_of;
+    std::vector<Text> all_of;
+    Text none_of;
 
     bool holds(TextView text) const;
+    friend bool operator==(const Condition&, const Condition&) = default;
 };
 
 /// The charges that a rule sets beside the record's own.
@@ -30,39 +25,46 @@ struct Charges {
 
 /// A rule, or with neither repair word nor code an entry that sets charges alone.
 struct Rule {
+    std::size_t line;  ///< of the table
     std::size_t group; ///< index of the condition that all rules of its group share
     Condition model;
-    std::u32string_view repair_word;
-    std::u32string_view code;
+    Text repair_word;
+    Text code;
     double quantity;
     std::optional<Charges> charges;
 };
 
 /// Rules in the order in which they are tested. None stops the others.
 struct Chain {
-    std::span<const Condition> groups;
-    std::span<const Rule> rules;
+    std::vector<Condition> groups;
+    std::vector<Rule> rules;
 };
 
-/// A number, or the text where there is one. No column: nothing.
+/// A value for a column of the line.
 struct Setting {
     int column;
-    double number;
-    std::u32string_view text;
+    CellValue value;
 };
 
 /// Tested once for each line of a sheet.
 struct LineRule {
     int column;
-    Texts any_of;
-    std::array<Setting, most_texts> settings;
+    std::vector<Text> any_of;
+    std::vector<Setting> settings;
 };
 
-/// For a line that holds fault or repair texts already.
-Chain update_chain();
-/// For a line that holds none yet.
-Chain first_entry_chain();
-std::span<const LineRule> line_rules();
+struct RuleTable {
+    Chain update;      ///< for a line that holds fault or repair texts already
+    Chain first_entry; ///< for a line that holds none yet
+    std::vector<LineRule> line_rules;
+};
+
+/// Reads a rule table, as its own comments explain it. Throws Failure with line and reason for a line that does not
+/// read, for counts that differ from those the table states, for a rule that stands in a chain twice, and for one that
+/// has another code or quantity in the other chain.
+RuleTable read_rules(TextView text);
+/// The text of the table that the program was built with.
+Text built_in_rules();
 
 /// Calls `fire` for each rule of the chain whose tests hold, in order.
 template <typename Fire>

@@ -2,6 +2,7 @@
 
 #include "engines/automation.h"
 #include "repair_rules/records.h"
+#include "repair_rules/rules.h"
 
 /// Brings the records into a sheet of the department: one device a line from row 12 on, its repair number in column 1
 /// and its model in column 2. The lines end with the last filled cell of column 1 in the first 1000 rows. Each function
@@ -20,7 +21,7 @@ inline constexpr std::size_t price_number_field = 2;
 int last_line(const Worksheet& sheet);
 
 /// Fault and repair texts, and what the rules make of them.
-bool enter_orders(Worksheet& sheet, const Records& records);
+bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules);
 
 /// Eight values of a line's first record, copied. Each further record gets a line of its own below, with two of them:
 /// the latest stands first. What stands below moves down, columns 1 to the last filled one of row 12; a row that the

@@ -1,7 +1,10 @@
+#include "tests/repair_rules/plain_sheets.h"
+
 #include "calendar/numbers.h"
-#include "tests/repair_rules/plain_rules.h"
 
 namespace tarvik::test {
+
+using namespace repair_rules;
 
 namespace {
 
@@ -47,71 +50,53 @@ bool same_number(const Text& a, const Text& b)
     return k && *k != 0 && c && *c == *k;
 }
 
-void charge(Cells& cells, int row, const PlainRecord& record, double first, double second)
+bool all_in(const Text& text, const Condition& condition)
 {
-    cells.set(row, 9, record[16]);
-    cells.set(row, 10, first);
-    cells.set(row, 11, second);
+    for (const Text& wanted : condition.all_of)
+        if (text.find(wanted) == Text::npos) return false;
+    return condition.none_of.empty() || text.find(condition.none_of) == Text::npos;
 }
 
-bool is_card_rule(const Cells& cells, int row, const PlainRecord& record)
+/// The rules that fire, in order.
+std::vector<Rule> fired(const Chain& chain, const Text& model, const Text& repairs)
 {
-    const auto repaired = [&](std::u32string_view word) { return record[14].find(word) != Text::npos; };
-    return cells.holds(row, 2, U"百兆光口接口卡-FM-H1FE-S") && (repaired(U"换光模块") || repaired(U"换以太网转换芯片"));
+    std::vector<Rule> rules;
+    for (const Rule& rule : chain.rules)
+        if (all_in(model, chain.groups[rule.group]) && all_in(model, rule.model) &&
+            repairs.find(rule.repair_word) != Text::npos)
+            rules.push_back(rule);
+    return rules;
 }
 
-void plain_update(Cells& cells, int row, const PlainRecord& record)
+void charge(Cells& cells, int row, const PlainRecord& record, const Charges& charges)
 {
+    if (charges.of_record) cells.set(row, 9, record[16]);
+    cells.set(row, 10, charges.first);
+    cells.set(row, 11, charges.second);
+}
+
+void plain_record(Cells& cells, int row, const PlainRecord& record, const RuleTable& rules)
+{
+    const bool first = cells.empty(row, 5) && cells.empty(row, 6);
     cells.set(row, 5, cells(row, 5) + U"|" + record[13]);
     cells.set(row, 6, cells(row, 6) + U"|" + record[14]);
-    for (const PlainHit& hit : plain_update_hits(cells(row, 2), record[14])) {
-        cells.set(row, 7, cells(row, 7) + U"|" + hit.code);
-        cells.set(row, 8, cells.number(row, 8) + hit.quantity);
+    for (const Rule& rule : fired(first ? rules.first_entry : rules.update, cells(row, 2), record[14])) {
+        if (rule.charges) charge(cells, row, record, *rule.charges);
+        if (rule.code.empty()) continue;
+        cells.set(row, 7, first ? rule.code : cells(row, 7) + U"|" + rule.code);
+        cells.set(row, 8, (first ? 0 : cells.number(row, 8)) + rule.quantity);
     }
-    if (is_card_rule(cells, row, record)) charge(cells, row, record, 45, 12);
+    if (first) cells.set(row, 7, U"|" + cells(row, 7));
 }
 
-void plain_first(Cells& cells, int row, const PlainRecord& record)
+void plain_line_rules(Cells& cells, int row, const std::vector<LineRule>& rules)
 {
-    cells.set(row, 5, U"|" + record[13]);
-    cells.set(row, 6, U"|" + record[14]);
-    for (const PlainHit& hit : plain_first_hits(cells(row, 2), cells(row, 6))) {
-        cells.set(row, 7, hit.code);
-        cells.set(row, 8, hit.quantity);
+    for (const LineRule& rule : rules) {
+        bool held = false;
+        for (const Text& text : rule.any_of) held = held || cells.holds(row, rule.column, text);
+        if (!held) continue;
+        for (const auto& [column, value] : rule.settings) cells.set(row, column, value);
     }
-    if (is_card_rule(cells, row, record)) charge(cells, row, record, 45, 12);
-    if (cells.holds(row, 2, U"交换机")) {
-        charge(cells, row, record, 45, 12);
-        if (cells.holds(row, 2, U"电信级以太网交换机")) {
-            charge(cells, row, record, 45, 15);
-            if (cells.holds(row, 2, U"ME-PAF-AC")) {
-                cells.set(row, 10, 50.0);
-                cells.set(row, 11, 20.0);
-            }
-        }
-    }
-    if (cells.holds(row, 2, U"收发器")) charge(cells, row, record, 30, 7);
-    if (cells.holds(row, 2, U"转换器")) charge(cells, row, record, 35, 10);
-    cells.set(row, 7, U"|" + cells(row, 7));
-}
-
-void plain_line_rules(Cells& cells, int row)
-{
-    const auto fixed = [&](std::u32string_view model, double first, double second) {
-        if (!cells.holds(row, 2, model)) return;
-        cells.set(row, 10, first);
-        cells.set(row, 11, second);
-    };
-    fixed(U"H1FE-S", 45, 12);
-    fixed(U"监控", 50, 10);
-    fixed(U"交换机-S3", 50, 30);
-    fixed(U"S2228MF", 45, 15);
-    fixed(U"FM-H1SF", 45, 12);
-    fixed(U"FM-F03-8FE", 60, 50);
-    if (cells.holds(row, 2, U"S2226A")) cells.set(row, 11, 15.0);
-    if (cells.holds(row, 2, U"S2024S") || cells.holds(row, 2, U"S2016S")) cells.set(row, 11, 10.0);
-    if (cells.holds(row, 6, U"报废") || cells.holds(row, 6, U"原样返还客户")) cells.set(row, 10, 0.0);
-    if (cells.holds(row, 5, U"超出保修")) cells.set(row, 5, U"元器件老化");
 }
 
 void plain_total(Cells& cells, int row)
@@ -125,7 +110,7 @@ void plain_total(Cells& cells, int row)
 
 } // namespace
 
-bool plain_order(Grid& sheet, const std::vector<PlainRecord>& records)
+bool plain_order(Grid& sheet, const std::vector<PlainRecord>& records, const RuleTable& rules)
 {
     Cells cells{sheet};
     bool found = false;
@@ -134,11 +119,9 @@ bool plain_order(Grid& sheet, const std::vector<PlainRecord>& records)
         for (const PlainRecord& record : records) {
             if (!same_number(cells(row, 1), record[4])) continue;
             found = true;
-            if (record[13].empty() || record[14].empty()) continue;
-            if (!cells.empty(row, 5) || !cells.empty(row, 6)) plain_update(cells, row, record);
-            else plain_first(cells, row, record);
+            if (!record[13].empty() && !record[14].empty()) plain_record(cells, row, record, rules);
         }
-        plain_line_rules(cells, row);
+        plain_line_rules(cells, row, rules.line_rules);
         plain_total(cells, row);
     }
     return found;

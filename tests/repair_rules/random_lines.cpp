@@ -1,27 +1,24 @@
 #include "tests/repair_rules/random_lines.h"
 
-#include "repair_rules/rules.h"
-
 namespace tarvik::test {
 
 using namespace repair_rules;
 
-RandomLines::RandomLines(unsigned seed) : chance_(seed)
+RandomLines::RandomLines(unsigned seed, const RuleTable& rules) : chance_(seed)
 {
-    const auto take = [](std::vector<Text>& pieces, std::u32string_view piece) {
-        if (!piece.empty()) pieces.emplace_back(piece);
-    };
-    for (const Chain& chain : {update_chain(), first_entry_chain()}) {
-        for (const Condition& group : chain.groups)
-            for (const auto text : group.all_of)
-                for (int weight = 0; weight < 12; ++weight) take(models_, text);
-        for (const Rule& rule : chain.rules) {
-            for (const auto text : rule.model.all_of) take(models_, text);
-            take(words_, rule.repair_word);
+    for (const Chain* chain : {&rules.update, &rules.first_entry}) {
+        for (const Condition& group : chain->groups)
+            for (int weight = 0; weight < 12; ++weight)
+                models_.insert(models_.end(), group.all_of.begin(), group.all_of.end());
+        for (const Rule& rule : chain->rules) {
+            models_.insert(models_.end(), rule.model.all_of.begin(), rule.model.all_of.end());
+            words_.push_back(rule.repair_word.empty() ? U"已清洁" : rule.repair_word);
         }
     }
-    for (const LineRule& rule : line_rules())
-        for (const auto text : rule.any_of) take(rule.column == 2 ? models_ : words_, text);
+    for (const LineRule& rule : rules.line_rules) {
+        auto& pieces = rule.column == 2 ? models_ : words_;
+        pieces.insert(pieces.end(), rule.any_of.begin(), rule.any_of.end());
+    }
 }
 
 Text RandomLines::joined(const std::vector<Text>& pieces, int most)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/repair_rules/plain_rules.h"
+#include "tests/repair_rules/plain_sheets.h"
 
 #include <random>
 
@@ -9,7 +9,7 @@ namespace tarvik::test {
 /// Model texts, repair texts, sheets and reports put together from the pieces of the rules themselves.
 class RandomLines {
 public:
-    explicit RandomLines(unsigned seed);
+    RandomLines(unsigned seed, const repair_rules::RuleTable& rules);
 
     /// From 0 to below `limit`.
     int below(int limit) { return std::uniform_int_distribution(0, limit - 1)(chance_); }

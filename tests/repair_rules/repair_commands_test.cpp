@@ -1,5 +1,7 @@
 #include "repair_rules/repair_commands.h"
 
+#include "platform/text/code_page.h"
+#include "repair_rules/rules.h"
 #include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
 
@@ -85,6 +87,27 @@ TEST_F(RepairCommands, go_on_behind_a_file_that_fails_and_tell_it_at_the_end)
     ASSERT_EQ(desk.dialogs.messages.size(), 1U);
     EXPECT_NE(to_utf8(desk.dialogs.messages[0].text).find("有1个文件没有处理"), std::string::npos);
     EXPECT_EQ(office.open_applications, 0);
+}
+
+TEST_F(RepairCommands, follow_the_rule_table_of_the_installation)
+{
+    std::string table = to_utf8(repair_rules::built_in_rules());
+    const auto change = [&](const std::string& from, const std::string& to) {
+        table.replace(table.find(from), from.size(), to);
+        desk.installation.write("维修规则.txt", encode(from_utf8(table)));
+    };
+    change("收费 | 收发器 | -                          | 记录 30 7", "收费|收发器|-|记录 130 7");
+    enter(U"An order");
+    EXPECT_EQ(office.tasks.at(0).cells.at({12, 10}), CellValue(130.0));
+
+    change("记录 130 7", "记录 130");
+    try {
+        enter(U"An order");
+        ADD_FAILURE() << "the mistake was passed over";
+    } catch (const Failure& failure) {
+        EXPECT_NE(to_utf8(failure.message()).find("之后须是两个费用：记录 130"), std::string::npos);
+    }
+    EXPECT_EQ(office.tasks.size(), 3U) << "a sheet was opened";
 }
 
 // After an opening that had failed the line rules wrote their charges into all sheets of the folder.

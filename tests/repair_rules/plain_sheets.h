@@ -1,12 +1,11 @@
 #pragma once
 
-#include "engines/automation.h"
+#include "repair_rules/rules.h"
 
 #include <map>
-#include <vector>
 
-/// What `An order` and `An prices` do to a sheet, written out step by step: each rule a statement, each line compared
-/// with each record, each cell read and written where it stands. The tests hold the program against it.
+/// What `An order` and `An prices` do to a sheet, written out step by step: each line compared with each record, each
+/// cell read and written where it stands. The tests hold the program against it.
 namespace tarvik::test {
 
 /// The filled cells of a sheet by row and column.
@@ -14,18 +13,8 @@ using Grid = std::map<std::pair<int, int>, CellValue>;
 /// The fields of a record, from 1 on.
 using PlainRecord = std::vector<Text>;
 
-struct PlainHit {
-    Text code;
-    double quantity;
-    friend bool operator==(const PlainHit&, const PlainHit&) = default;
-};
-
-/// The rules that fire, in order.
-std::vector<PlainHit> plain_update_hits(const Text& model, const Text& repairs);
-std::vector<PlainHit> plain_first_hits(const Text& model, const Text& repairs);
-
 /// Both give whether a line has met a record. enter_prices holds as long as no line leaves the first 2 x L rows.
-bool plain_order(Grid& sheet, const std::vector<PlainRecord>& records);
+bool plain_order(Grid& sheet, const std::vector<PlainRecord>& records, const repair_rules::RuleTable& rules);
 bool plain_prices(Grid& sheet, const std::vector<PlainRecord>& records);
 
 /// The sheet with only its cells: what the program works on in place of a workbook.
