@@ -64,8 +64,7 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
     const std::vector<Text> names = walked_names(program, folder);
     const NameIndex index(values, names);
     const Text& outfolder = program.form1.outfolder;
-    Files& files = program.platform.files;
-    const bool stay = is_same_folder(files, folder, outfolder);
+    const bool stay = is_same_folder(program.platform.files, folder, outfolder);
     std::vector<bool> gone(names.size());
     std::vector<Text> failures;
     for (const Text& value : values) {
@@ -76,8 +75,8 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
         }
         if (found.empty()) write_line(list, value);
         if (stay) continue;
-        const auto failed = work_on(
-            found, [&](const Text& name) { files.move_file(folder + name, free_path(program, outfolder, name)); });
+        const auto failed =
+            work_on(found, [&](const Text& name) { move_into_folder(program, folder + name, outfolder, name); });
         failures.insert(failures.end(), failed.begin(), failed.end());
     }
     return failures;

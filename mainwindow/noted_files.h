@@ -24,7 +24,7 @@ public:
     std::unique_ptr<OutputFile> open_for_output(TextView path) override;
     void append(TextView path, std::string_view bytes) override;
     void create_folder(TextView path) override { noted().create_folder(path); }
-    void move_file(TextView from, TextView to) override { noted().move_file(from, to); }
+    bool move_file(TextView from, TextView to) override { return noted().move_file(from, to); }
     std::vector<Text> file_names(TextView folder) const override { return noted().file_names(folder); }
 
 private:

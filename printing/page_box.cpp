@@ -64,15 +64,14 @@ void print(Program& program, const Text& path)
 void print_matching(Program& program, const Text& search)
 {
     Form1& form1 = program.form1;
-    Files& files = program.platform.files;
-    const bool stay = is_same_folder(files, form1.scanfolder, files::printed_output);
+    const bool stay = is_same_folder(program.platform.files, form1.scanfolder, files::printed_output);
     std::vector<Text> names = walked_names(program, form1.scanfolder);
     std::erase_if(names, [&](const Text& name) { return lower(name).find(search) == Text::npos; });
     work_through(program, names, [&](const Text& name) {
         const Text path = form1.scanfolder + U"/" + name;
         form1.RichTextBox3.append(name + Text(line_tail));
         print(program, path);
-        if (!stay) files.move_file(path, free_path(program, Text(files::printed_output), name));
+        if (!stay) move_into_folder(program, path, Text(files::printed_output), name);
     });
 }
 

@@ -8,6 +8,12 @@ namespace {
 
 constexpr std::size_t most_told = 10; // a box must fit the screen
 
+/// A name that holds a separator, which other systems allow, would lead into another folder.
+void require_name(const Text& name)
+{
+    if (!split_path(name).folder.empty()) throw Failure(U"“" + name + U"”的文件名含有“\\”，请改名后再试。");
+}
+
 } // namespace
 
 std::optional<PickedFile> pick_file(Program& program, TextView filter)
@@ -39,6 +45,7 @@ std::vector<Text> work_on(const std::vector<Text>& names, const std::function<vo
     std::vector<Text> failures;
     for (const Text& name : names) {
         try {
+            require_name(name);
             work(name);
         } catch (const Failure& failure) {
             failures.push_back(failure.message());

@@ -24,7 +24,8 @@ std::vector<Text> walked_names(const Program& program, TextView folder);
 /// Whether both paths lead to one folder; false where one of them is not there.
 bool is_same_folder(const Files& files, TextView one, TextView other);
 
-/// Works on each of these files in turn. One that fails is passed over; gives what failed, and why.
+/// Works on each of these files in turn. One that fails, or whose name holds a separator, is passed
+/// over; gives what failed, and why.
 std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
 /// What tells of all these failures; at least one.
 Text failures_text(const std::vector<Text>& failures);

@@ -87,14 +87,11 @@ Text plain_sheet_path(Program& program, const Text& name)
     return claimed(program, program.form1.outfolder, fitting, name);
 }
 
-Text free_path(const Program& program, const Text& folder, const Text& name)
+void move_into_folder(Program& program, const Text& file, const Text& folder, const Text& name)
 {
-    const NameParts parts = split_extension(name);
     Text path = folder + name;
-    const Files& files = program.platform.files;
-    for (int number = 2; files.file_exists(path) || files.folder_exists(path); ++number)
-        path = numbered(folder, parts, number);
-    return path;
+    for (int number = 2; !program.platform.files.move_file(file, path); ++number)
+        path = numbered(folder, split_extension(name), number);
 }
 
 } // namespace tarvik

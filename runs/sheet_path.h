@@ -25,7 +25,7 @@ Text sheet_path(Program& program, const SheetName& name);
 /// leaves room for an extension that the saving may add.
 Text plain_sheet_path(Program& program, const Text& name);
 
-/// The path for a file that comes into a folder from elsewhere: a name that the folder has already gets a number.
-Text free_path(const Program& program, const Text& folder, const Text& name);
+/// Moves a file into a folder: a name that the folder has already gets a number, so that nothing is replaced.
+void move_into_folder(Program& program, const Text& file, const Text& folder, const Text& name);
 
 } // namespace tarvik

@@ -153,11 +153,15 @@ void DiskReplacement::take_place()
     });
 }
 
-void DiskReplacement::take_free_place()
+bool DiskReplacement::take_free_place()
 {
-    complete();
-    std::error_code error;
-    if (!link_file(path_, target_) && !fs::exists(fs::symlink_status(target_, error))) take_place();
+    return naming_path(U"写入文件", shown_path_, [&] {
+        flush();
+        require(file_.close());
+        const bool taken = rename_to_free_name(path_, target_) == Renamed::Done;
+        if (taken) path_.clear();
+        return taken;
+    });
 }
 
 bool is_unfinished(std::string_view file_name) noexcept
@@ -181,15 +185,24 @@ void remove_leftovers(const fs::path& folder) noexcept
     }
 }
 
-void move_disk_file(const fs::path& from, const fs::path& to)
+bool move_disk_file(const fs::path& from, const fs::path& to)
 {
     require_plain(status_of(from));
-    if (rename_file(from, to)) return;
-    DiskReplacement copy(to, text_of(to));
-    copy.write(read_file(from));
-    copy.take_place();
+    const Renamed renamed = rename_to_free_name(from, to);
+    if (renamed != Renamed::OtherFileSystem) return renamed == Renamed::Done;
+    const std::string bytes = read_file(from);
+    std::error_code error;
+    if (fs::exists(fs::symlink_status(to, error))) {
+        // A move that was killed behind its copy is brought to its end.
+        if (!fs::is_regular_file(to, error) || read_file(to) != bytes) return false;
+    } else {
+        DiskReplacement copy(to, text_of(to));
+        copy.write(bytes);
+        if (!copy.take_free_place()) return false;
+    }
     carry_over(from, to); // the new name must be on its disk before the old one goes
     remove_file(from);
+    return true;
 }
 
 // The file is cut when it is closed: one that is cut to nothing now would wait until its old bytes are on the disk.

@@ -33,9 +33,8 @@ public:
     void write(std::string_view bytes) override;
     void complete() override;
     void take_place() override;
-    /// The same where no file is; one that stands there stays, also one that is made at the same instant where the file
-    /// system knows second names.
-    void take_free_place();
+    /// The same where nothing is; false, and what stands there stays, where something is.
+    bool take_free_place();
     /// Where it stands.
     std::filesystem::path folder() const { return target_.parent_path(); }
 
@@ -54,7 +53,9 @@ bool is_unfinished(std::string_view file_name) noexcept;
 /// Removes what runs that were killed left unfinished in a folder; files that a living process still writes stay.
 void remove_leftovers(const std::filesystem::path& folder) noexcept;
 /// A rename; between file systems a copy with the same mode and times, which is on its disk before the file is removed.
-void move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
+/// False, with nothing changed, when `to` is there; but between file systems a file with the same bytes counts as the
+/// copy.
+bool move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Opened and cut at once; a failed write is kept until close().
 class BufferedFile final : public OutputFile {

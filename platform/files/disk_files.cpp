@@ -126,13 +126,9 @@ void DiskFiles::create_folder(TextView path)
     naming_path(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
 }
 
-void DiskFiles::move_file(TextView from, TextView to)
+bool DiskFiles::move_file(TextView from, TextView to)
 {
-    naming_path(U"移动文件", from, [&] {
-        const fs::path source = resolve(from), target = resolve(to);
-        std::error_code error;
-        move_disk_file(source, fs::is_directory(target, error) ? target / source.filename() : target);
-    });
+    return naming_path(U"移动文件", from, [&] { return move_disk_file(resolve(from), resolve(to)); });
 }
 
 std::vector<Text> DiskFiles::file_names(TextView folder) const

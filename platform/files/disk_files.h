@@ -16,7 +16,8 @@ using DriveMap = std::map<char, std::filesystem::path>;
 /// - replace() keeps the permissions and the group of the file that it replaces, writes through a symbolic link and
 ///   refuses a target that is write-protected. A temporary file that a killed program left behind shows in no listing
 ///   and is removed at the first replacement in its folder.
-/// - move_file() replaces a file of the same name and works across file systems; `to` may be a folder.
+/// - move_file() works across file systems; there a file of the same bytes is the copy of a move that was killed, which
+///   is then brought to its end.
 /// - A name on the disk that is no valid UTF-8 shows with U+FFFD and is found again under the name shown.
 class DiskFiles final : public Files {
 public:
@@ -37,7 +38,7 @@ public:
     void append(TextView path, std::string_view bytes) override;
 
     void create_folder(TextView path) override;
-    void move_file(TextView from, TextView to) override;
+    bool move_file(TextView from, TextView to) override;
     std::vector<Text> file_names(TextView folder) const override;
 
 private:

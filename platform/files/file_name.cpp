@@ -7,6 +7,13 @@ namespace {
 constexpr std::u32string_view forbidden = U"\\/:*?\"<>|";
 constexpr std::size_t longest_extension = 8;
 
+/// Controls, and the marks that turn the direction of writing: a name that holds one looks like another.
+bool is_hidden(char32_t character) noexcept
+{
+    const auto lies = [&](char32_t first, char32_t last) { return character >= first && character <= last; };
+    return lies(0, 0x1f) || lies(0x7f, 0x9f) || lies(0x202a, 0x202e) || lies(0x2066, 0x2069);
+}
+
 Text shortened(const Text& name)
 {
     const std::size_t point = TextView(name).rfind(U'.');
@@ -44,7 +51,7 @@ Text safe_name_part(TextView part)
 {
     Text name = part.str();
     for (char32_t& character : name)
-        if (character < U' ' || forbidden.find(character) != std::u32string_view::npos) character = U'_';
+        if (is_hidden(character) || forbidden.find(character) != std::u32string_view::npos) character = U'_';
     return name;
 }
 

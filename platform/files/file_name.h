@@ -6,8 +6,9 @@
 /// a file is made for.
 namespace tarvik {
 
-/// A part inside of a name: characters that no file name can hold (\ / : * ? " < > | and those below U+0020) become
-/// "_". Everything else stays, blanks and points at the end included; an empty part stays empty.
+/// A part inside of a name: characters that no file name can hold (\ / : * ? " < > |), controls and
+/// marks that turn the direction of writing become "_". Everything else stays, blanks and points at the end included;
+/// an empty part stays empty.
 Text safe_name_part(TextView part);
 
 /// A path divided behind its last separator, "\\" or "/".

@@ -82,7 +82,8 @@ public:
 
     /// Makes one level; an existing folder is no failure.
     virtual void create_folder(TextView path) = 0;
-    virtual void move_file(TextView from, TextView to) = 0;
+    /// False, with nothing changed, when something of that name is there: nothing is ever replaced.
+    virtual bool move_file(TextView from, TextView to) = 0;
     /// The names of the plain files in a folder, in the order of the upper-cased names.
     virtual std::vector<Text> file_names(TextView folder) const = 0;
 };

@@ -57,8 +57,9 @@ FileStatus status_of(const std::filesystem::path& path);
 void require_writable(const std::filesystem::path& path);
 /// Whether a rename does it; not where they lie in different file systems.
 bool rename_file(const std::filesystem::path& from, const std::filesystem::path& to);
-/// Gives a file a second name, unless that is there already; false where the file system has no second names.
-bool link_file(const std::filesystem::path& file, const std::filesystem::path& name) noexcept;
+enum class Renamed { Done, NameTaken, OtherFileSystem };
+/// A rename that never replaces anything, but on a file system that knows neither such a rename nor second names.
+Renamed rename_to_free_name(const std::filesystem::path& from, const std::filesystem::path& to);
 /// Gives `to` the permissions and times of `from`, and has its name on the disk.
 void carry_over(const std::filesystem::path& from, const std::filesystem::path& to);
 void remove_file(const std::filesystem::path& path);

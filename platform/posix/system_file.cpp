@@ -181,9 +181,20 @@ bool rename_file(const fs::path& from, const fs::path& to)
     return false;
 }
 
-bool link_file(const fs::path& file, const fs::path& name) noexcept
+Renamed rename_to_free_name(const fs::path& from, const fs::path& to)
 {
-    return ::link(file.c_str(), name.c_str()) == 0 || errno == EEXIST;
+    if (::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0) return Renamed::Done;
+    if (errno == EINVAL || errno == ENOSYS) {
+        if (::link(from.c_str(), to.c_str()) == 0) return remove_file(from), Renamed::Done;
+        if (errno == EPERM || errno == EOPNOTSUPP) {
+            struct stat status {};
+            if (::lstat(to.c_str(), &status) == 0) return Renamed::NameTaken;
+            return rename_file(from, to) ? Renamed::Done : Renamed::OtherFileSystem;
+        }
+    }
+    if (errno == EEXIST) return Renamed::NameTaken;
+    if (errno != EXDEV) fail();
+    return Renamed::OtherFileSystem;
 }
 
 void carry_over(const fs::path& from, const fs::path& to)

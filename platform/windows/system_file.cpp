@@ -123,6 +123,13 @@ DWORD tried_again(const Work& work) noexcept
     return error;
 }
 
+DWORD move_error(const fs::path& from, const fs::path& to, DWORD flags)
+{
+    require_usable_name(to);
+    require_fitting(to);
+    return tried_again([&] { return ::MoveFileExW(from.c_str(), to.c_str(), flags | MOVEFILE_WRITE_THROUGH) != 0; });
+}
+
 } // namespace
 
 SystemFile::SystemFile(const fs::path& path, Opening opening)
@@ -222,11 +229,7 @@ void require_writable(const fs::path& path)
 
 bool rename_file(const fs::path& from, const fs::path& to)
 {
-    require_usable_name(to);
-    require_fitting(to);
-    const DWORD error = tried_again([&] {
-        return ::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-    });
+    const DWORD error = move_error(from, to, MOVEFILE_REPLACE_EXISTING);
     if (error == ERROR_SUCCESS) return true;
     if (error == ERROR_NOT_SAME_DEVICE) return false;
     // What is replaced while another program holds it is told as if one had no right to it.
@@ -236,9 +239,14 @@ bool rename_file(const fs::path& from, const fs::path& to)
     fail_with(error, to);
 }
 
-bool link_file(const fs::path& file, const fs::path& name) noexcept
+Renamed rename_to_free_name(const fs::path& from, const fs::path& to)
 {
-    return ::CreateHardLinkW(name.c_str(), file.c_str(), nullptr) != 0 || ::GetLastError() == ERROR_ALREADY_EXISTS;
+    const DWORD error = move_error(from, to, 0);
+    if (error == ERROR_SUCCESS) return Renamed::Done;
+    if (error == ERROR_NOT_SAME_DEVICE) return Renamed::OtherFileSystem;
+    // A folder of that name makes it a refused access.
+    if (::GetFileAttributesW(to.c_str()) != INVALID_FILE_ATTRIBUTES) return Renamed::NameTaken;
+    fail_with(error, to);
 }
 
 void carry_over(const fs::path& from, const fs::path& to)

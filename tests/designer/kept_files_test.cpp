@@ -50,6 +50,34 @@ TEST_F(KeptFiles, no_file_takes_the_place_of_another)
     EXPECT_EQ(missing(), "q\r\n");
 }
 
+// Two runs into one folder: the other's file comes in at whatever instant.
+TEST_F(KeptFiles, a_file_that_comes_in_between_is_not_replaced)
+{
+    for (std::size_t operation = 1; operation <= 12; ++operation) {
+        std::filesystem::remove_all(started.drive_d.path() / "out");
+        std::filesystem::create_directory(started.drive_d.path() / "out");
+        source_file("a1.pdf");
+        started.faulty.trouble_at(operation,
+                                  [&](TextView) { started.drive_d.write("out/a1.pdf", "of the other run"); });
+        keep(U"a1\r\n");
+        const bool came = started.faulty.counted() >= operation;
+        started.faulty.fail_at(0);
+        if (!came) break;
+        EXPECT_EQ(started.drive_d.read("out/a1.pdf"), "of the other run") << operation;
+    }
+}
+
+TEST_F(KeptFiles, a_name_with_a_separator_leads_nowhere)
+{
+    if (std::filesystem::path::preferred_separator != '/') return;
+    started.drive_d.write("secret a1.pdf", "of another folder");
+    source_file("..\\secret a1.pdf");
+    source_file("z a1.pdf");
+    keep(U"a1\r\n");
+    EXPECT_NE(told().back().find(U"..\\secret a1.pdf"), Text::npos);
+    EXPECT_TRUE(stands("secret a1.pdf") && stands("src/..\\secret a1.pdf") && stands("out/z a1.pdf"));
+}
+
 TEST_F(KeptFiles, cancel_and_a_column_that_is_none_move_nothing)
 {
     source_file("a1.pdf");

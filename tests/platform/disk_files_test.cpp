@@ -91,18 +91,25 @@ TEST_F(DiskFilesTest, writes_and_moves)
     files.append(U"NOFILE.TXT", "2\r\n");
     EXPECT_EQ(files.read(U"nofile.txt"), "1\r\n2\r\n");
 
-    files.move_file(U"nofile.txt", U"between.txt");
-    EXPECT_EQ(files.read(U"between.txt"), "1\r\n2\r\n");
-    files.move_file(U"between.txt", U"d:\\");
+    EXPECT_FALSE(files.move_file(U"nofile.txt", U"BETWEEN.txt")) << "nothing is replaced";
+    EXPECT_FALSE(files.move_file(U"nofile.txt", U"d:\\")) << "nor is a folder";
+    EXPECT_EQ(files.read(U"between.txt"), "");
+    EXPECT_TRUE(files.move_file(U"nofile.txt", U"d:\\between.txt"));
     EXPECT_EQ(files.read(U"d:\\between.txt"), "1\r\n2\r\n");
-    EXPECT_EQ(entries(), 0U);
+    EXPECT_EQ(entries(), 1U) << "the emptied file stays";
     if (!fs::exists("/dev/shm") || fs::path::preferred_separator != '/') return;
     const fs::path other = fs::path("/dev/shm") / installation.path().filename();
     const auto changed = fs::last_write_time(files.resolve(U"d:\\between.txt")) - std::chrono::hours(100);
     fs::last_write_time(files.resolve(U"d:\\between.txt"), changed);
-    files.move_file(U"d:\\between.txt", text_of(other));
+    files.append(text_of(other), "1\r\n");
+    EXPECT_FALSE(files.move_file(U"d:\\between.txt", text_of(other))) << "half of it is not it";
+    fs::remove(other);
+    EXPECT_TRUE(files.move_file(U"d:\\between.txt", text_of(other)));
     EXPECT_EQ(fs::last_write_time(other), changed) << "another file system";
     EXPECT_EQ(files.read(text_of(other)), "1\r\n2\r\n");
+    // A run that was killed right here had left it in both places.
+    files.append(U"d:\\between.txt", "1\r\n2\r\n");
+    EXPECT_TRUE(files.move_file(U"d:\\between.txt", text_of(other)));
     fs::remove(other);
     EXPECT_FALSE(files.file_exists(U"d:\\between.txt"));
 }

@@ -26,6 +26,7 @@ TEST_F(SheetPath, joins_the_folder_text_and_the_parts)
     EXPECT_EQ(path({U"a.b.", {U"1", U""}}), "d:\\out\\ab\\ab-1-.xlsx");
     EXPECT_EQ(path({U"a", {}, U"_汇总"}), "d:\\out\\a\\a_汇总.xlsx");
     EXPECT_EQ(path({U"a/..", {U"../x"}, {}, U".doc"}), "d:\\out\\a_\\a_-.._x.doc");
+    EXPECT_EQ(path({U"", {U"a\u007fb\u0085c\u202ecod\u2066d\u2028e"}}), "d:\\out\\-a_b_c_cod_d\u2028e.xlsx");
     EXPECT_EQ(path({U"..", {U"1"}}), "d:\\out\\-1.xlsx") << "without a folder text the sheet lies in outfolder itself";
     EXPECT_EQ(path({U"", {}, U"_汇总"}), "d:\\out\\_汇总.xlsx");
     EXPECT_TRUE(std::filesystem::is_directory(desk.drive_d.path() / "out/ab"));

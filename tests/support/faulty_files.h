@@ -42,7 +42,7 @@ public:
     std::unique_ptr<OutputFile> open_for_output(TextView path) override;
     void append(TextView path, std::string_view bytes) override { count(path), files_.append(path, bytes); }
     void create_folder(TextView path) override { count(path), files_.create_folder(path); }
-    void move_file(TextView from, TextView to) override { count(from), files_.move_file(from, to); }
+    bool move_file(TextView from, TextView to) override { return count(from), files_.move_file(from, to); }
     std::vector<Text> file_names(TextView folder) const override { return count(folder), files_.file_names(folder); }
 
 private:
