@@ -15,7 +15,7 @@ inline constexpr std::u32string_view report_3159 = U"3159.txt"; ///< source of t
 inline constexpr std::u32string_view report_3160 = U"3160.txt"; ///< source of live comparisons and service bills
 inline constexpr std::u32string_view report_kept = U"保留.txt";
 inline constexpr std::u32string_view report_labels = U"z1z6型号综合统计.txt";
-inline constexpr std::u32string_view character_list = U"3150.txt"; ///< written by "An statistic"
+inline constexpr std::u32string_view character_list = U"3150.txt";   ///< written by "An statistic"
 inline constexpr std::u32string_view repair_rules = U"维修规则.txt"; ///< the department's rules, for "An order"
 
 // Designs of reports

@@ -105,10 +105,14 @@ std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
     return naming_path(U"写入文件", path, [&] {
         const fs::path target = resolve(path);
         auto file = std::make_unique<DiskReplacement>(target, path);
-        const fs::path folder = file->folder();
-        if (swept_.insert(folder.native()).second) remove_leftovers(folder);
+        sweep(file->folder());
         return file;
     });
+}
+
+void DiskFiles::sweep(const fs::path& folder)
+{
+    if (swept_.insert(folder.native()).second) remove_leftovers(folder);
 }
 
 std::unique_ptr<OutputFile> DiskFiles::open_for_output(TextView path)
@@ -128,7 +132,11 @@ void DiskFiles::create_folder(TextView path)
 
 bool DiskFiles::move_file(TextView from, TextView to)
 {
-    return naming_path(U"移动文件", from, [&] { return move_disk_file(resolve(from), resolve(to)); });
+    return naming_path(U"移动文件", from, [&] {
+        const fs::path target = resolve(to);
+        sweep(target.parent_path());
+        return move_disk_file(resolve(from), target);
+    });
 }
 
 std::vector<Text> DiskFiles::file_names(TextView folder) const

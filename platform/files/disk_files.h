@@ -42,6 +42,9 @@ public:
     std::vector<Text> file_names(TextView folder) const override;
 
 private:
+    /// Once for each folder that something is put into.
+    void sweep(const std::filesystem::path& folder);
+
     std::filesystem::path installation_;
     Text installation_text_;
     DriveMap drives_;

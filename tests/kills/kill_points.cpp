@@ -15,7 +15,6 @@
 #include <filesystem>
 #include <fstream>
 #include <mutex>
-#include <optional>
 #include <set>
 #include <string>
 #include <sys/stat.h>
@@ -60,7 +59,7 @@ public:
         const struct stat status = status_of(descriptor);
         const std::lock_guard lock(mutex_);
         unflushed_.erase(status.st_ino);
-        if (unflushed_folder_ == status.st_ino) unflushed_folder_.reset();
+        if (S_ISDIR(status.st_mode)) is_folder_flushed_ = true;
     }
 
     /// Whether the file may get the name; else errno is set.
@@ -82,19 +81,17 @@ public:
         std::ofstream(fs::path(log_) / "targets", std::ios::app) << fs::absolute(name).native() << '\n';
     }
 
-    void named(const char* name)
+    void named()
     {
-        struct stat status {};
-        if (::stat(fs::absolute(name).parent_path().c_str(), &status) != 0) return;
         const std::lock_guard lock(mutex_);
-        unflushed_folder_ = status.st_ino;
+        is_folder_flushed_ = false;
     }
 
     void before_removal(const char* name)
     {
         const std::lock_guard lock(mutex_);
         const bool is_unfinished = fs::path(name).filename().native().starts_with(".tarvik-");
-        if (!is_unfinished && unflushed_folder_)
+        if (!is_unfinished && !is_folder_flushed_)
             break_off(name, "removed before the folder of the new name is flushed");
     }
 
@@ -112,7 +109,7 @@ private:
     long passed_ = 0;
     long kept_ = 0;
     std::set<ino_t> unflushed_;
-    std::optional<ino_t> unflushed_folder_;
+    bool is_folder_flushed_ = false; // since the latest new name
 };
 
 Moments& moments()
@@ -144,7 +141,7 @@ int give_name(const char* file, const char* name, const Call& call)
     moments().pass();
     const int result = call();
     const int error = errno;
-    if (result == 0) moments().named(name);
+    if (result == 0) moments().named();
     moments().pass();
     errno = error;
     return result;
