@@ -17,4 +17,6 @@ git ls-files 'engines/suite/*.cpp' | xargs -P 2 -n 2 sh -c 'headers=$1; shift; c
 }
 python3 tools/windows/check_imports.py build/windows/check/installation
 trap 'sh tools/windows/wine.sh --end' EXIT
-python3 tools/windows/play_golden.py build/windows/check/installation/tarvik-play.exe
+cmake --preset release > build/windows/configured.txt
+cmake --build --preset release --target tarvik-play
+python3 tools/windows/play_golden.py build/windows/check/installation/tarvik-play.exe build/installation/tarvik-play

@@ -1,11 +1,14 @@
 #!/bin/sh
 # Lays the programs for Windows, their files and the licences of what is in them into one folder, and makes a zip archive
-# and an installer of it: build/tarvik-windows.zip and build/tarvik-setup.exe.
+# and an installer of it: build/tarvik-windows.zip and build/tarvik-setup.exe. Two runs over one commit give one archive:
+# it is packed twice, and compared.
 set -eu
 cd "$(dirname "$0")/../.."
 
 libraries=${TARVIK_WINDOWS_LIBRARIES:-$PWD/build/windows/libraries}
 folder=build/windows/package/tarvik
+SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+export SOURCE_DATE_EPOCH
 rm -rf build/windows/package
 mkdir -p "$folder/licenses"
 cp -R installation/. "$folder"
@@ -26,13 +29,16 @@ for package in qt6-base pugixml libzip; do
 done
 cp /usr/share/doc/libz-mingw-w64-dev/copyright "$folder/licenses/zlib.txt"
 cp /usr/share/doc/g++-mingw-w64-x86-64-posix/copyright "$folder/licenses/compiler.txt"
+cp /usr/share/doc/mingw-w64-x86-64-dev/copyright "$folder/licenses/mingw-w64-runtime-and-winpthreads.txt"
 cp /usr/share/common-licenses/LGPL-3 /usr/share/common-licenses/GPL-3 "$folder/licenses"
 
-# CMake's archives mark their names as UTF-8.
 rm -f build/tarvik-windows.zip
-(cd build/windows/package && cmake -E tar cf ../../tarvik-windows.zip --format=zip tarvik)
+python3 tools/windows/make_archive.py "$folder" build/tarvik-windows.zip
+find "$folder" -exec touch {} + # as if built later
+python3 tools/windows/make_archive.py "$folder" build/windows/package/again.zip
+cmp build/tarvik-windows.zip build/windows/package/again.zip
 version=$(sed -n 's/^project(Tarvik VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 makensis -V2 -DFOLDER="$PWD/$folder" -DOUTPUT="$PWD/build/tarvik-setup.exe" -DVERSION="$version" \
-    -DICON="$PWD/build/windows/release/resources/tarvik.ico" \
+    -DSIZE="$(du -sk "$folder" | cut -f 1)" -DICON="$PWD/build/windows/release/resources/tarvik.ico" \
     tools/windows/installer.nsi
 ls -l build/tarvik-windows.zip build/tarvik-setup.exe

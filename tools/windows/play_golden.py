@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """Plays the golden scripts by the Windows player under wine, and holds what it says and writes against the transcripts
-that the player of this system is held against. What differs is evened out first: how paths are spelled.
-usage: play_golden.py player.exe"""
+that the player of this system is held against. The other sample scripts are played by both players, and all that they
+say and write is compared. What differs is evened out first: how paths are spelled.
+usage: play_golden.py player.exe own-player"""
 
+import difflib
 import filecmp
 import pathlib
 import shutil
@@ -52,20 +54,50 @@ def files_told(folder):
     return "\n".join(lines + ["the first of them:"]) + "\n" + told
 
 
+def run(command, path_of, script, folder):
+    """What a player says, with the paths of the folder that it works in evened out."""
+    done = subprocess.run(
+        command + ["--install", path_of(folder / "installation"), "--drive", "d=" + path_of(folder / "d"),
+                   "--print-to", path_of(folder / "printed"), "--clock", "2024-03-01 09:05:07", path_of(script)],
+        stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
+    told = evened(done.stdout.decode(), folder)
+    if done.stderr:
+        told += "standard error:\n" + evened(done.stderr.decode(), folder)
+    return told + f"status {done.returncode}\n"
+
+
+def prepare(folder, installation):
+    shutil.copytree(installation, folder / "installation")
+    (folder / "d").mkdir()
+    (folder / "printed").mkdir()
+
+
 def play(player, script, installation, tells_files):
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
-        shutil.copytree(installation, folder / "installation")
-        (folder / "d").mkdir()
-        done = subprocess.run(
-            [WINE, player, "--install", windows_path(folder / "installation"),
-             "--drive", "d=" + windows_path(folder / "d"), "--clock", "2024-03-01 09:05:07", windows_path(script)],
-            stdout=subprocess.PIPE, stderr=subprocess.PIPE, check=False)
-        told = evened(done.stdout.decode(), folder)
-        if done.stderr:
-            told += "standard error:\n" + evened(done.stderr.decode(), folder)
-        told += f"status {done.returncode}\n"
+        prepare(folder, installation)
+        told = run([WINE, player], windows_path, script, folder)
         return told + (files_told(folder) if tells_files else "")
+
+
+def played_alike(player, own_player, script):
+    """What the two players do differently with a sample script; nothing where it is the same to the last byte."""
+    with tempfile.TemporaryDirectory() as here, tempfile.TemporaryDirectory() as there:
+        told = []
+        players = (([own_player], str, pathlib.Path(here)), ([WINE, player], windows_path, pathlib.Path(there)))
+        for command, path_of, folder in players:
+            prepare(folder, SHIPPED)
+            before = ["docket.play"] if script.name == "print.play" else []  # its sheets are printed
+            told.append("".join(evened(run(command, path_of, one, folder).replace(str(folder), "$"), folder)
+                                for one in [SHIPPED / name for name in before] + [script]))
+        faults = list(difflib.unified_diff(told[0].splitlines(), told[1].splitlines(), "own", "under wine", lineterm=""))
+        made = [files_below(pathlib.Path(folder)) for folder in (here, there)]
+        faults += [f"only one of them makes {file}" for file in sorted(set(made[0]) ^ set(made[1]))]
+        faults += [f"{file} differs" for file in made[0] if file in made[1] and
+                   not filecmp.cmp(pathlib.Path(here) / file, pathlib.Path(there) / file, shallow=False)]
+        if len(made[0]) <= len(files_below(SHIPPED)):
+            faults.append("nothing is made")
+        return "\n".join(faults)
 
 
 def scripts():
@@ -76,9 +108,10 @@ def scripts():
 
 
 def main():
+    player, own_player = (pathlib.Path(word).resolve() for word in sys.argv[1:3])
     faults = played = 0
     for script, installation, transcript, tells_files in scripts():
-        told = play(pathlib.Path(sys.argv[1]).resolve(), script, installation, tells_files)
+        told = play(player, script, installation, tells_files)
         expected = transcript.read_bytes().decode()
         played += 1
         if told == expected:
@@ -87,7 +120,15 @@ def main():
         shown = subprocess.run(["diff", "-u", "--label", str(transcript.name), "--label", "under wine", transcript, "-"],
                                input=told.encode(), stdout=subprocess.PIPE, check=False)
         print(shown.stdout.decode())
-    print(f"golden scripts under wine: {played} played, {faults} differ")
+    for script in sorted(SHIPPED.glob("*.play")):
+        if (GOLDEN / "samples" / (script.stem + ".out")).exists():
+            continue
+        played += 1
+        difference = played_alike(player, own_player, script)
+        if difference:
+            faults += 1
+            print(f"{script.name}:\n{difference}")
+    print(f"golden and sample scripts under wine: {played} played, {faults} differ")
     return 1 if faults or not played else 0
 
 

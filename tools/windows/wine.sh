@@ -19,6 +19,8 @@ if [ ! -e "$WINEPREFIX/made" ]; then
     ( # several programs may be started at once
         flock 9
         [ -e "$WINEPREFIX/made" ] || env -u DISPLAY "$wine" wineboot --init > /dev/null 2>&1 < /dev/null 9>&-
+        # The oldest Windows that the programs are for; wine's own choice is 7.
+        "$wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f > /dev/null 2>&1 < /dev/null 9>&-
         touch "$WINEPREFIX/made"
     ) 9> "$WINEPREFIX.lock"
 fi
