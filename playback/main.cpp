@@ -13,7 +13,7 @@ using tarvik::Options;
 
 constexpr const char* usage =
     "tarvik-play [--install DIR] [--drive L=DIR]... [--clock \"YYYY-MM-DD hh:mm:ss\"] [--screen W H]\n"
-    "            [--print-to DIR] [--engine ooxml|libreoffice|office|auto] [--set NAME=VALUE]... SCRIPT\n"
+    "            [--print-to DIR] [--engine ooxml|libreoffice|auto] [--set NAME=VALUE]... SCRIPT\n"
     "tarvik-play --names|--help|--version\n";
 
 constexpr const char* help =
@@ -24,7 +24,7 @@ constexpr const char* help =
     "  --install DIR    the installation folder; without it the program's own folder where it may\n"
     "                   write there, else the user's own one\n"
     "  --drive L=DIR    where the root of the drive letter L lies, made if it is not there; without it\n"
-    "                   the home folder\n"
+    "                   the home folder, on Windows the drive itself\n"
     "  --clock TIME     the time at the start; time passes by the script alone\n"
     "  --screen W H     the size of the screen in twips\n"
     "  --print-to DIR   what is printed is put there as a copy; without it printing is a failure\n"

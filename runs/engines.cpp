@@ -130,7 +130,7 @@ std::optional<Engine> engine_named(std::string_view name)
     for (const auto& row : engine_names) {
         if (row.name == name) return row.engine;
     }
-    if (name == libreoffice::suite_option()) return Engine::LibreOffice;
+    if (name == "libreoffice" && suite_edits()) return Engine::LibreOffice;
     return std::nullopt;
 }
 
@@ -144,7 +144,7 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
     }
     auto embedded = std::make_unique<EmbeddedEngines>(files, printer, std::move(services));
     if (engine == Engine::Ooxml) return embedded;
-    return engines_by_content(files, std::move(embedded), std::make_unique<LibreOfficeEngines>(suite, files, printer));
+    return engines_by_content(files, std::move(embedded), engines_of_older_formats(suite, files, printer));
 }
 
 std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,

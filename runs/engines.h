@@ -14,11 +14,10 @@ namespace tarvik {
 enum class Engine {
     Auto,       ///< what a file holds decides when it is opened
     Ooxml,      ///< the embedded engine alone: .xlsx, .xlsm and documents that are packages like them
-    LibreOffice ///< the suite beside the program for every file: LibreOffice, on Windows the installed one
+    LibreOffice ///< LibreOffice for every file; not on Windows, where the suite edits nothing
 };
 
-/// By the name that an option gives it: auto, ooxml, and libreoffice or, on Windows, office. Nothing for one that this
-/// system does not have.
+/// By the name that an option gives it: auto, ooxml, libreoffice. Nothing for one that this system does not have.
 std::optional<Engine> engine_named(std::string_view name);
 
 /// The engines of the program. `suite` is started when a file first needs it; where it is missing, opening such a file

@@ -2,6 +2,7 @@
 
 #include "engines/automation.h"
 
+#include <chrono>
 #include <compare>
 #include <cstdint>
 #include <filesystem>
@@ -72,18 +73,18 @@ enum class Printing { Done, PrinterUnknown, JobRefused };
 class OpenFile {
 public:
     virtual ~OpenFile() = default;
-    /// LibreOffice's name of the format that the file was read as.
-    virtual const std::string& filter() const = 0;
     /// Writes a copy in a format that is named as LibreOffice names it; the file held open stays what it was.
     virtual void store(const std::filesystem::path& path, const std::string& filter) = 0;
-    /// Whether the user sees the work, where the other program has a window for it.
-    virtual void set_visible(bool /*visible*/) {}
+    /// Calculates every formula of a workbook, whatever results the file brought along.
+    virtual void calculate_all() = 0;
     /// To the printer of this name; returns when the document is handed over, or is not taken.
     virtual Printing print(const std::string& printer) = 0;
 };
 
 class OpenWorkbook : public OpenFile {
 public:
+    /// LibreOffice's name of the format that the file was read as.
+    virtual const std::string& filter() const = 0;
     virtual int sheet_count() = 0;
     /// Whether no cell of it can be written, by a wish of the file's.
     virtual bool is_read_only() { return false; }
@@ -95,8 +96,6 @@ public:
     virtual bool is_logical(int sheet, int row, int column) = 0;
     virtual MergedArea merged_around(int sheet, const Area& area) = 0;
     virtual void write(int sheet, const Block& block) = 0;
-    /// Calculates every formula, whatever results the file brought along.
-    virtual void calculate_all() = 0;
     /// Keeps the cell's note.
     virtual void write_cell(int sheet, int row, int column, const CellValue& value) = 0;
 };
@@ -122,11 +121,15 @@ public:
 class Connection {
 public:
     virtual ~Connection() = default;
-    /// A null pointer when LibreOffice takes the file for something else.
-    virtual std::unique_ptr<OpenWorkbook> open_workbook(const std::filesystem::path& path) = 0;
-    virtual std::unique_ptr<OpenDocument> open_document(const std::filesystem::path& path) = 0;
+    /// A null pointer when LibreOffice takes the file for something else, or when a suite edits no files.
+    virtual std::unique_ptr<OpenWorkbook> open_workbook(const std::filesystem::path& /*path*/) { return nullptr; }
+    virtual std::unique_ptr<OpenDocument> open_document(const std::filesystem::path& /*path*/) { return nullptr; }
     /// Whatever it is; a null pointer when LibreOffice cannot read it.
     virtual std::unique_ptr<OpenFile> open(const std::filesystem::path& path) = 0;
+    /// Called from another thread, again and again, while a call lasts longer than it may: makes the call fail where
+    /// the end of the process does not. Gives what the user is to know of the reason, mostly nothing; no text at all as
+    /// long as the call is to be waited for after all.
+    virtual std::optional<Text> give_up(std::chrono::milliseconds /*waited*/) { return Text(); }
 };
 
 class Plugin {

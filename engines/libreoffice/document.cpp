@@ -75,12 +75,6 @@ void OfficeDocument::open(LibreOffice& office)
     file_.emplace(std::move(file));
 }
 
-void OfficeDocument::set_visible(bool visible)
-{
-    if (!file_) return;
-    naming_document(path_, [&] { file_->call([&](OpenDocument& opened) { opened.set_visible(visible); }); });
-}
-
 Handle<OpenDocument>& OfficeDocument::file()
 {
     if (!file_) throw Failure(U"文档“" + path_ + U"”已经关闭。");

@@ -17,7 +17,6 @@ public:
     void save_as(TextView path) override;
     void print_out() override;
     void close() override;
-    void set_visible(bool visible); ///< a closed file has nothing to show
 
 private:
     void open(LibreOffice& office);

@@ -3,6 +3,7 @@
 #include "engines/libreoffice/document.h"
 #include "engines/libreoffice/workbook.h"
 #include "engines/packages/damage.h"
+#include "engines/packages/file_kind.h"
 
 namespace tarvik {
 
@@ -17,16 +18,11 @@ public:
     {
     }
 
-    void set_visible(bool visible) override
-    {
-        is_visible_ = visible;
-        for (const auto& file : opened_) file->set_visible(visible);
-    }
+    void set_visible(bool /*visible*/) override {} // the suite stays hidden
 
     File& open(TextView path) override
     {
         opened_.push_back(std::make_unique<Opened>(office_, files_, printer_, path.str()));
-        if (is_visible_) opened_.back()->set_visible(true);
         return *opened_.back();
     }
 
@@ -37,7 +33,6 @@ private:
     Files& files_;
     Printer& printer_;
     std::vector<std::unique_ptr<Opened>> opened_;
-    bool is_visible_ = false;
 };
 
 } // namespace
@@ -57,13 +52,14 @@ std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
 std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)
 {
     const ExchangeFolder folder(office.folder());
-    auto file = office.open_workbook(folder.put("read.xlsx", package));
+    auto file = office.open(folder.put(has_macros(package) ? "read.xlsm" : "read.xlsx", package));
     if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
-    file.call([&](OpenWorkbook& opened) {
+    file.call([&](OpenFile& opened) {
         opened.calculate_all();
-        opened.store(folder.place("written"), "Calc MS Excel 2007 XML");
+        opened.store(folder.place("written.xlsx"), "Calc MS Excel 2007 XML");
     });
-    return folder.take("written");
+    file.close(); // a suite may hold open what it wrote
+    return folder.take("written.xlsx");
 }
 
 } // namespace tarvik

@@ -25,6 +25,14 @@ private:
     Printer& printer_;
 };
 
+/// Whether the suite of this system edits files in place. One that does not converts them, calculates and prints.
+bool suite_edits() noexcept;
+
+/// The engines for workbooks and documents of the older formats: the suite's own, or, with one that only converts, the
+/// embedded ones with files that it has converted.
+std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
+                                                        Printer& printer);
+
 namespace libreoffice {
 
 /// A workbook package (.xlsx, .xlsm) with every formula calculated anew, as LibreOffice stores it as .xlsx: each

@@ -89,23 +89,23 @@ void LibreOffice::connect(Session& session, Plugin& plugin)
 void LibreOffice::run(Session& session, const std::function<void()>& work, Worker::Time limit)
 {
     if (!is_current(session)) throw ooxml::Damage(suite_title() + U" 已经重新启动，这个文件没有保存。");
-    bool took_too_long = false;
-    const auto too_long = [&] {
-        took_too_long = true;
-        session.process->kill();
+    std::optional<Text> given_up;
+    const auto too_long = [&, connection = session.connection.get()](Worker::Time waited) {
+        given_up = connection ? connection->give_up(waited) : Text();
+        if (given_up) session.process->kill();
     };
     try {
         worker_->run(work, {settings_.meanwhile, limit, settings_.clock, too_long});
     } catch (const std::runtime_error& error) {
         const bool is_lost = dynamic_cast<const ConnectionLost*>(&error) || session.process->has_ended();
-        if (!is_lost && !took_too_long)
+        if (!is_lost && !given_up)
             throw ooxml::Damage(suite_title() + U" 拒绝了操作（" + from_utf8(error.what()) + U"）。");
         const bool had_started = session.connection != nullptr;
         end(session);
-        if (took_too_long) throw ooxml::Damage(suite_title() + U" 没有响应，已经将它结束，请重试。");
+        if (given_up) throw ooxml::Damage(suite_title() + U" 没有响应，已经将它结束，请重试。" + *given_up);
         throw ooxml::Damage(had_started ? suite_title() + U" 意外退出，请重试。" : suite_title() + U" 无法启动。");
     }
-    if (took_too_long) return end(session); // it is done, or needs no doing any more, but the process is gone
+    if (given_up) return end(session); // it is done, or needs no doing any more, but the process is gone
     const std::lock_guard lock(mutex_);
     last_use_ = std::chrono::steady_clock::now();
 }

@@ -10,8 +10,7 @@ Plugin& load_plugin(const std::filesystem::path& file);
 /// Beside the program that runs; lib/tarvik beside a program's folder that is named bin.
 std::filesystem::path usual_plugin_file();
 
-/// The suite behind the plugin: what an option and what a message calls it.
-std::string_view suite_option();
+/// What a message calls the suite behind the plugin.
 Text suite_title();
 
 } // namespace tarvik::libreoffice

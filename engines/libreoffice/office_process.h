@@ -30,7 +30,6 @@ private:
     pid_t office_ = -1, guardian_ = -1;
     int guardian_line_ = -1; ///< when it closes unsaid, the guardian acts
     bool has_ended_ = false;
-    std::shared_ptr<void> job_; ///< holds the processes, where a system has jobs and no groups
 };
 
 } // namespace tarvik::libreoffice

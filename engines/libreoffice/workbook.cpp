@@ -117,12 +117,6 @@ void OfficeWorkbook::open(LibreOffice& office)
     file_.emplace(std::move(file));
 }
 
-void OfficeWorkbook::set_visible(bool visible)
-{
-    if (!file_) return;
-    naming_workbook(path_, [&] { file_->call([&](OpenWorkbook& opened) { opened.set_visible(visible); }); });
-}
-
 Handle<OpenWorkbook>& OfficeWorkbook::file()
 {
     if (!file_) throw Failure(U"工作簿“" + path_ + U"”已经关闭。");

@@ -18,7 +18,6 @@ public:
     Worksheet& worksheet(int index) override;
     void save_as(TextView path) override;
     void close(bool save_changes) override;
-    void set_visible(bool visible); ///< a closed file has nothing to show
 
 private:
     class Sheet;

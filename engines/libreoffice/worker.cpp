@@ -36,7 +36,7 @@ void Worker::run(const std::function<void()>& work, const Waiting& waiting)
         lock.unlock();
         const auto waited = std::chrono::duration_cast<Time>(waiting.clock() - started);
         if (waiting.meanwhile) waiting.meanwhile(waited);
-        if (waited > waiting.limit) waiting.too_long();
+        if (waited > waiting.limit) waiting.too_long(waited);
         lock.lock();
     }
     if (error_) std::rethrow_exception(std::exchange(error_, nullptr));

@@ -25,7 +25,8 @@ public:
         std::function<void(Time waited)> meanwhile; ///< called again and again
         Time limit;
         std::function<Clock::time_point()> clock;
-        std::function<void()> too_long; ///< called again and again behind the limit; it must make the work end
+        std::function<void(Time waited)>
+            too_long; ///< called again and again behind the limit; it must make the work end
     };
     /// Does the work on the thread and comes back when it has ended; what it throws is thrown here.
     void run(const std::function<void()>& work, const Waiting& waiting);

@@ -1,6 +1,7 @@
 #include "engines/packages/file_kind.h"
 
 #include "engines/packages/compound_file.h"
+#include "engines/packages/package.h"
 
 #include <algorithm>
 
@@ -113,6 +114,18 @@ FileKind file_kind(std::string_view bytes)
         return row.is_locked && row.is_locked(entry->beginning) ? FileKind::Encrypted : row.kind;
     }
     return FileKind::Other;
+}
+
+bool has_macros(std::string_view bytes)
+{
+    if (file_kind(bytes) == FileKind::Package) {
+        const ooxml::Package package{std::string(bytes)};
+        return package.part("[Content_Types].xml").find("macroEnabled") != std::string::npos;
+    }
+    const auto entries = read_compound_file(bytes);
+    return entries && std::ranges::any_of(*entries, [](const CompoundEntry& entry) {
+               return entry.name == "_VBA_PROJECT_CUR" || entry.name == "Macros";
+           });
 }
 
 } // namespace tarvik

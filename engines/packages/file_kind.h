@@ -20,5 +20,8 @@ FileKind file_kind(std::string_view bytes);
 
 /// Takes out of a workbook of the older format the advice to open it for reading alone, where that can be read.
 void remove_read_only_advice(std::string& workbook);
+/// Whether a workbook or document brings macros along, whichever format it has. Throws Damage for a package that cannot
+/// be read.
+bool has_macros(std::string_view bytes);
 
 } // namespace tarvik

@@ -93,9 +93,7 @@ void print_copy(Files& files, Printer& printer, TextView name, std::string_view 
 {
     const TemporaryFolder folder;
     const auto copy = folder.path() / path_of(name);
-    const auto file = files.open_for_output(text_of(copy));
-    file->write(bytes);
-    file->close();
+    files.replace(text_of(copy), bytes);
     printer.print(copy, name);
 }
 

@@ -4,17 +4,19 @@
 #include "engines/spreadsheets/sheet_look.h"
 #include "platform/files/file_name.h"
 
+#include <optional>
+
 namespace tarvik::ooxml {
 
 namespace {
 
 struct SaveTarget {
     Text path;
-    WorkbookFormat format;
+    std::optional<WorkbookFormat> format; ///< none: as it is
 };
 
 /// The extension tells the format; behind any that is none of a workbook .xlsx is added.
-SaveTarget save_target(TextView path)
+SaveTarget save_target(const Files& files, TextView path)
 {
     const auto name = split_path(path).name;
     const auto point = name.rfind(U'.');
@@ -22,6 +24,7 @@ SaveTarget save_target(TextView path)
     if (extension == U".xlsm") return {path.str(), WorkbookFormat::WithMacros};
     if (extension == U".xlsx") return {path.str(), WorkbookFormat::Plain};
     if (extension == U".xls") {
+        if (files.stores_xls()) return {path.str(), std::nullopt};
         throw Failure(U"无法保存工作簿“" + path.str() + U"”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
     }
     return {path.str() + U".xlsx", WorkbookFormat::Plain};
@@ -111,8 +114,8 @@ const std::string& OoxmlWorkbook::packed() const
 
 void OoxmlWorkbook::save_as(TextView path)
 {
-    auto target = save_target(path);
-    naming_workbook(path_, [&] { model().set_format(target.format); });
+    auto target = save_target(files_, path);
+    if (target.format) naming_workbook(path_, [&] { model().set_format(*target.format); });
     files_.replace(target.path, packed());
     path_ = std::move(target.path);
     is_saved_ = true;

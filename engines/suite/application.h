@@ -4,42 +4,39 @@
 
 namespace tarvik::windows {
 
-/// What tells one application of the suite from the other.
+/// What sets one application of the suite apart from the other.
 struct ApplicationKind {
     const wchar_t* name;
-    const wchar_t* program; ///< the file of its process
     const char32_t* title;
-    int no_alerts;
+    const wchar_t* files;       ///< its collection of open files
     std::vector<ComValue> quit; ///< the arguments that have it end without saving
 };
+extern const ApplicationKind workbooks;
+extern const ApplicationKind documents;
 
-/// One hidden application in a process of its own, which stands in the job of this name: whoever ends the job ends the
-/// process, and so does the end of this program. It shows no question and runs no macros. It quits with the object.
+/// An application of our own that is never shown, asks nothing and runs no macros. It quits with the object, unless
+/// somebody has opened a file in it: then it is shown and left to its user.
 class Application {
 public:
     /// Throws Damage where the application is not installed or does not start.
-    Application(const ApplicationKind& kind, const std::string& job);
+    Application(const ApplicationKind& kind, std::shared_ptr<Patience> patience);
     ~Application();
     Application(const Application&) = delete;
     Application& operator=(const Application&) = delete;
 
+    ComObject files() const { return object_->object(kind_.files); }
     const ComObject& object() const noexcept { return *object_; }
+    /// The object has a window of the application; its process is the application's.
+    void look_at_window(const ComObject& owner);
 
 private:
-    struct Started {
-        ComObject object;
-        std::shared_ptr<void> process;
-    };
-    Application(const ApplicationKind& kind, Started started);
-    static Started start(const ApplicationKind& kind, const std::string& job);
+    bool is_somebodys() const;
+    void let_go() const;
 
     const ApplicationKind& kind_;
+    std::shared_ptr<Patience> patience_;
     std::optional<ComObject> object_;
-    std::shared_ptr<void> process_;
+    ApplicationProcess process_;
 };
-
-/// The name of the event that is set when the job of this name is ended: an application that only just starts stands in
-/// no job yet.
-std::wstring end_of_job(const std::string& job);
 
 } // namespace tarvik::windows

@@ -60,12 +60,6 @@ ComValue::ComValue(int value) noexcept
     value_.lVal = value;
 }
 
-ComValue::ComValue(double value) noexcept
-{
-    value_.vt = VT_R8;
-    value_.dblVal = value;
-}
-
 ComValue::ComValue(TextView value)
 {
     value_.bstrVal = allocated(to_wide(value));
@@ -83,25 +77,6 @@ ComValue::ComValue(IDispatch& object) noexcept
     value_.vt = VT_DISPATCH;
     value_.pdispVal = &object;
     object.AddRef();
-}
-
-ComValue::ComValue(const std::vector<ComValue>& values, int rows, int columns)
-{
-    SAFEARRAYBOUND bounds[2] = {{static_cast<ULONG>(rows), 1}, {static_cast<ULONG>(columns), 1}};
-    SAFEARRAY* const table = ::SafeArrayCreate(VT_VARIANT, 2, bounds);
-    if (!table) throw std::bad_alloc();
-    value_.vt = VT_ARRAY | VT_VARIANT;
-    value_.parray = table;
-    auto value = values.begin();
-    for (LONG row = 1; row <= rows; ++row)
-        for (LONG column = 1; column <= columns; ++column) {
-            LONG place[2] = {row, column};
-            VARIANT cell = (value++)->value_;
-            if (FAILED(::SafeArrayPutElement(table, place, &cell))) {
-                ::VariantClear(&value_);
-                throw std::bad_alloc();
-            }
-        }
 }
 
 ComValue ComValue::missing() noexcept
@@ -135,28 +110,11 @@ IDispatch* ComValue::object() const noexcept
     return value_.vt == VT_DISPATCH ? value_.pdispVal : nullptr;
 }
 
-double ComValue::as_number() const noexcept
+int ComValue::as_count() const noexcept
 {
     VARIANT number{};
-    if (FAILED(::VariantChangeType(&number, const_cast<VARIANT*>(&value_), 0, VT_R8))) return 0;
-    return number.dblVal;
-}
-
-std::vector<ComValue> ComValue::cells() const
-{
-    if ((value_.vt & VT_ARRAY) == 0 || ::SafeArrayGetDim(value_.parray) != 2) return {*this};
-    LONG first[2], last[2];
-    for (UINT dimension = 0; dimension < 2; ++dimension) {
-        ::SafeArrayGetLBound(value_.parray, dimension + 1, &first[dimension]);
-        ::SafeArrayGetUBound(value_.parray, dimension + 1, &last[dimension]);
-    }
-    std::vector<ComValue> made;
-    for (LONG row = first[0]; row <= last[0]; ++row)
-        for (LONG column = first[1]; column <= last[1]; ++column) {
-            LONG place[2] = {row, column};
-            ::SafeArrayGetElement(value_.parray, place, &made.emplace_back().value_);
-        }
-    return made;
+    if (FAILED(::VariantChangeType(&number, const_cast<VARIANT*>(&value_), 0, VT_I4))) return 0;
+    return number.lVal;
 }
 
 } // namespace tarvik::windows

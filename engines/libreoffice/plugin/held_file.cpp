@@ -1,6 +1,7 @@
 #include "engines/libreoffice/plugin/held_file.h"
 
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
 #include <com/sun/star/view/XPrintJobBroadcaster.hpp>
 #include <com/sun/star/view/XPrintable.hpp>
@@ -69,6 +70,12 @@ Printing print_model(const Model& model, const std::string& printer)
     printable->print(properties({property("Wait", true)}));
     broadcaster->removePrintJobListener(listener);
     return job->is_spooled() ? Printing::Done : Printing::JobRefused;
+}
+
+void calculate_model(const Model& model)
+{
+    const Reference<css::sheet::XCalculatable> calculatable(model, UNO_QUERY_THROW);
+    calculatable->calculateAll();
 }
 
 void close_model(const Model& model) noexcept

@@ -12,21 +12,25 @@ using Model = css::uno::Reference<css::frame::XModel>;
 std::string filter_of(const Model& model);
 void store_copy(const Model& model, const std::filesystem::path& path, const std::string& filter);
 Printing print_model(const Model& model, const std::string& printer);
+void calculate_model(const Model& model);
 void close_model(const Model& model) noexcept;
 
 /// What every kind of open file does alike; `Kind` is OpenFile or one of its kinds.
 template <typename Kind>
 class HeldFile : public Kind {
 public:
-    explicit HeldFile(const Model& model) : model_(model), filter_(filter_of(model_)) {}
+    explicit HeldFile(const Model& model) : model_(model) {}
     ~HeldFile() override { close_model(model_); }
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
 
-    const std::string& filter() const override { return filter_; }
     void store(const std::filesystem::path& path, const std::string& filter) override
     {
         translated([&] { store_copy(model_, path, filter); });
+    }
+    void calculate_all() override
+    {
+        translated([&] { calculate_model(model_); });
     }
     Printing print(const std::string& printer) override
     {
@@ -38,7 +42,6 @@ protected:
 
 private:
     Model model_;
-    std::string filter_;
 };
 
 /// A null pointer where the model is none of that kind.

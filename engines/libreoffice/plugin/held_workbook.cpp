@@ -7,7 +7,6 @@
 #include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
-#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
@@ -213,9 +212,11 @@ struct ToAny {
 class HeldWorkbook final : public HeldFile<OpenWorkbook> {
 public:
     HeldWorkbook(const Model& model, const Reference<css::sheet::XSpreadsheetDocument>& document)
-        : HeldFile(model), sheets_(document->getSheets(), UNO_QUERY_THROW)
+        : HeldFile(model), filter_(filter_of(model)), sheets_(document->getSheets(), UNO_QUERY_THROW)
     {
     }
+
+    const std::string& filter() const override { return filter_; }
 
     int sheet_count() override
     {
@@ -303,14 +304,6 @@ public:
         });
     }
 
-    void calculate_all() override
-    {
-        translated([&] {
-            const Reference<css::sheet::XCalculatable> calculatable(model(), UNO_QUERY_THROW);
-            calculatable->calculateAll();
-        });
-    }
-
     void write_cell(int sheet, int row, int column, const CellValue& value) override
     {
         translated([&] {
@@ -336,6 +329,7 @@ private:
         return sheet_at(sheet)->getCellByPosition(column - 1, row - 1);
     }
 
+    std::string filter_;
     Reference<css::container::XIndexAccess> sheets_;
     std::vector<Reference<css::util::XProtectable>> lifted_; ///< sheets whose protection is put back for storing
     std::map<int, Sheet> open_sheets_;

@@ -1,5 +1,6 @@
 #include "engines/libreoffice/load_plugin.h"
 
+#include "engines/libreoffice/engine.h"
 #include "engines/packages/damage.h"
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
@@ -33,11 +34,6 @@ Plugin& load_plugin(const fs::path& file)
     return plugin;
 }
 
-std::string_view suite_option()
-{
-    return "libreoffice";
-}
-
 Text suite_title()
 {
     return U"LibreOffice";
@@ -52,3 +48,18 @@ fs::path usual_plugin_file()
 }
 
 } // namespace tarvik::libreoffice
+
+namespace tarvik {
+
+bool suite_edits() noexcept
+{
+    return true;
+}
+
+std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
+                                                        Printer& printer)
+{
+    return std::make_unique<LibreOfficeEngines>(office, files, printer);
+}
+
+} // namespace tarvik

@@ -1,10 +1,11 @@
 #include "tests/engines/suite/stand_in_suite.h"
 
 #include "platform/files/system_paths.h"
+#include "tests/support/compound_files.h"
 
 #include <windows.h>
 
-#include <string>
+#include <string_view>
 
 namespace tarvik::test {
 
@@ -25,6 +26,9 @@ void set_key(const std::wstring& key, const std::wstring& value)
     const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
     ::RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, value.c_str(), size);
 }
+
+constexpr std::string_view mark = "stand-in:";
+constexpr std::size_t length_digits = 10;
 
 std::wstring class_key(const ApplicationRow& row)
 {
@@ -58,6 +62,24 @@ void remove_stand_in()
         ::RegDeleteTreeW(HKEY_CLASSES_ROOT, row.name);
         ::RegDeleteTreeW(HKEY_CLASSES_ROOT, class_key(row).c_str());
     }
+}
+
+std::string older_with(const std::string& stream, const std::string& package, bool with_macros)
+{
+    constexpr std::size_t least = 4096; // of a stream
+    auto digits = std::to_string(package.size());
+    digits.insert(0, length_digits - digits.size(), '0');
+    std::string bytes = std::string(mark) + digits + package;
+    if (bytes.size() < least) bytes.resize(least);
+    if (with_macros) return compound_file({{stream, bytes}, {"_VBA_PROJECT_CUR", std::string(least, 'm')}});
+    return compound_file({{stream, bytes}});
+}
+
+std::string packed_in(const std::string& older)
+{
+    const auto at = older.find(mark);
+    if (at == std::string::npos) return {};
+    return older.substr(at + mark.size() + length_digits, std::stoul(older.substr(at + mark.size(), length_digits)));
 }
 
 } // namespace tarvik::test

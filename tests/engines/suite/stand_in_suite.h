@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 /// The stand-in of the installed suite, as the system finds it.
 namespace tarvik::test {
@@ -14,5 +15,11 @@ bool may_install_stand_in();
 void install_stand_in(const std::filesystem::path& folder);
 void remove_stand_in();
 std::filesystem::path stand_in_program(const wchar_t* name);
+
+/// A file of an older format as the stand-in makes it: a compound file with a stream of this name that holds a package.
+/// All that the engine sees of the older formats is the container.
+std::string older_with(const std::string& stream, const std::string& package, bool with_macros = false);
+/// The package in such a file; the empty text where there is none.
+std::string packed_in(const std::string& older);
 
 } // namespace tarvik::test

@@ -7,6 +7,12 @@
 
 namespace tarvik::test {
 
+namespace {
+
+constexpr DWORD time_of_a_look = 300; // the engine's, with some to spare
+
+} // namespace
+
 Orders::Orders(std::filesystem::path folder) : folder_(std::move(folder))
 {
     std::ifstream file(folder_ / "orders.txt");
@@ -27,6 +33,10 @@ HRESULT Orders::obey(const std::string& member)
     const auto& what = found->second.what;
     note(what + " " + member);
     if (what == "hang") ::Sleep(INFINITE);
+    if (what == "slow") {
+        ::Sleep(time_of_a_look);
+        return S_OK;
+    }
     if (what == "die") ::TerminateProcess(::GetCurrentProcess(), 1);
     return what == "busy" ? RPC_E_CALL_REJECTED : DISP_E_EXCEPTION;
 }

@@ -14,9 +14,11 @@ class Orders {
 public:
     explicit Orders(std::filesystem::path folder);
 
-    /// Obeys the orders for this member: waits for ever (hang), ends the process (die), or gives what the call is to
-    /// answer: busy, or fail.
+    /// Obeys the orders for this member: waits for ever (hang) or a moment (slow), ends the process (die), or gives
+    /// what the call is to answer: busy, or fail.
     HRESULT obey(const std::string& member);
+    /// Whether there is such an order at all.
+    bool is_for(const std::string& member) const { return orders_.contains(member); }
     void note(const std::string& line) const;
 
 private:

@@ -13,11 +13,16 @@ namespace tarvik::test {
 
 using windows::ComValue;
 
-/// What the objects of a stand-in share. It ends when it was told to quit and the last object is let go of.
+/// What the objects of a stand-in share. It ends when the last object is let go of, unless it is shown and did not
+/// quit: "Application.UserControl property (Excel)".
 struct Server {
     Orders orders;
-    std::atomic<int> objects = 0;
-    std::atomic<bool> has_quit = false;
+    HWND window = nullptr;
+    std::atomic<int> objects = 0, open_files = 0;
+    std::atomic<bool> was_used = false, has_quit = false, is_visible = false;
+
+    ComValue window_value() const { return {static_cast<int>(reinterpret_cast<INT_PTR>(window))}; }
+    bool has_ended() const { return was_used && objects == 0 && (has_quit || !is_visible); }
 };
 
 /// What a call is refused with.
@@ -47,8 +52,8 @@ public:
     ULONG __stdcall Release() override;
     HRESULT __stdcall GetTypeInfoCount(UINT* count) override;
     HRESULT __stdcall GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-    HRESULT __stdcall GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* numbers) override;
-    HRESULT __stdcall Invoke(DISPID number, REFIID, LCID, WORD way, DISPPARAMS* parameters, VARIANT* answer,
+    HRESULT __stdcall GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID language, DISPID* numbers) override;
+    HRESULT __stdcall Invoke(DISPID number, REFIID, LCID language, WORD way, DISPPARAMS* parameters, VARIANT* answer,
                              EXCEPINFO* complaint, UINT*) override;
 
 private:
