@@ -33,25 +33,32 @@ Scale scale_of_screen()
 Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives)
     : files_(installation, drives), theme_(files_),
       libreoffice_({.meanwhile = [this](auto waited) { show_waiting(waited); }}),
-      dialogs_(to_qt(files_.installation_folder())),
-      office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
-      program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_),
-      queue_(program_, [this] { event_ended(); }), main_scale_(scale_of_screen()), form3_scale_(main_scale_),
-      form4_scale_(main_scale_), main_fonts_(theme_, main_scale_),
+      dialogs_(to_qt(files_.installation_folder())), heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }),
+      heard_clipboard_(clipboard_), office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
+      program_({heard_dialogs_, heard_clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
+      queue_(program_, recorder_, [this] { event_ended(); }), player_(program_, queue_, dialogs_),
+      main_scale_(scale_of_screen()), form3_scale_(main_scale_), form4_scale_(main_scale_),
+      main_fonts_(theme_, main_scale_),
       form3_fonts_(theme_, form3_scale_), main_{program_, queue_, mirror_, theme_, main_scale_, main_fonts_},
       form3_front_{program_, queue_, mirror_, theme_, form3_scale_, form3_fonts_},
       form4_front_{program_, queue_, mirror_, theme_, form4_scale_, form3_fonts_}, focus_(queue_), backdrop_(files_),
       side_backdrop_(backdrop_), form1_(main_, focus_, backdrop_, main_scale_, main_fonts_),
       form3_(form3_front_, focus_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
       form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_),
-      context_menu_(queue_, program_.form1)
+      context_menu_(queue_, program_.form1), tasks_(main_, player_, form1_.status(), form1_)
 {
+    heard_dialogs_.set_recorder(recorder_);
+    heard_clipboard_.set_recorder(recorder_);
     for (const QString& folder :
          {QLibraryInfo::path(QLibraryInfo::TranslationsPath), QCoreApplication::applicationDirPath() + "/translations"})
         if (chinese_.load("qtbase_zh_CN", folder)) break;
     QCoreApplication::installTranslator(&chinese_);
     program_.listeners.property_changed = [this](const Control& control, Property property) {
+        recorder_.model_changed(control, property);
         mirror_.changed(control, property);
+    };
+    program_.listeners.pane_edited = [this](const Control& pane, const Selection& replaced, TextView text) {
+        recorder_.pane_edited(pane, replaced, text);
     };
     dialogs_.set_surroundings(
         {[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); }, [this] { return places(); }});
@@ -64,12 +71,15 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     };
     menu_.emplace(program_, form1_, form3_, form4_, manual_,
                   MenuHost{show_folder, [this](auto look) { set_look(look); },
-                           [this](bool follows) { follows ? growth_.start() : growth_.stop(); }});
+                           [this](bool follows) { follows ? growth_.start() : growth_.stop(); },
+                           [this] { tasks_.open_list(); }, [this] { tasks_.record_or_stop(); }});
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &form1_, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && !look_) apply_look();
     });
     screen_.set_work({[this] { show(); }, [this](double part) { form1_.progress().show_work(part); },
-                      [this] { context_menu_.ask(); }});
+                      [this] {
+                          if (!player_.plays()) context_menu_.ask();
+                      }});
 }
 
 void Desktop::start(const Text& notice)
@@ -81,6 +91,7 @@ void Desktop::start(const Text& notice)
         theme_.set_dialog_font(main_scale_);
         form3_.set_zoom();
         form4_.set_zoom();
+        recorder_.remember_opening();
         if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);
     });
 }
@@ -144,6 +155,7 @@ Desktop::~Desktop()
 {
     queue_.close();
     program_.listeners.property_changed = nullptr;
+    program_.listeners.pane_edited = nullptr;
     QCoreApplication::removeTranslator(&chinese_);
 }
 
@@ -175,13 +187,16 @@ void Desktop::event_ended()
 {
     screen_.end_progress();
     show();
+    tasks_.show_state();
     const bool says_something = !program_.run.files.empty() || program_.run.stopped;
     if (!runs_ && says_something && told_ != saved()) { // by a command that was done at once, or did not begin
         stopped_ = false;
         show_run_end();
     }
     context_menu_.open_if_asked();
-    if (program_.ended) QCoreApplication::quit();
+    if (!program_.ended) return;
+    tasks_.end();
+    QCoreApplication::quit();
 }
 
 void Desktop::show_batch_progress()

@@ -10,8 +10,10 @@
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
 #include "desktop/windows/main_menu.h"
+#include "desktop/windows/task_window.h"
 #include "platform/files/disk_files.h"
 #include "platform/system_clock.h"
+#include "scripts/overheard.h"
 
 #include <QTranslator>
 
@@ -35,6 +37,8 @@ public:
     void open(const QString& path);
     Program& program() { return program_; }
     Form1Window& main_window() { return form1_; }
+    Recorder& recorder() { return recorder_; }
+    TaskPlayer& player() { return player_; }
 
 private:
     void show();
@@ -60,10 +64,14 @@ private:
     libreoffice::LibreOffice libreoffice_;
     DesktopPrinter printer_{libreoffice_};
     DesktopDialogs dialogs_;
+    OverheardDialogs heard_dialogs_;
+    OverheardClipboard heard_clipboard_;
     std::unique_ptr<OfficeEngines> office_;
     Program program_;
+    Recorder recorder_;
     Mirror mirror_;
     EventQueue queue_;
+    TaskPlayer player_;
     // The main window's changes with its size, the others' by their place.
     Scale main_scale_, form3_scale_, form4_scale_;
     PaneFonts main_fonts_, form3_fonts_;
@@ -76,6 +84,7 @@ private:
     ManualWindow manual_;
     ModelTimers timers_;
     ContextMenu context_menu_;
+    TaskWindow tasks_;
     std::optional<Look> look_; // none follows the system
     QTimer growth_;            // looks for a file that grows
     bool look_is_applied_ = false;

@@ -10,8 +10,12 @@ namespace tarvik {
 // next selection made in it would be replaced by the clipboard.
 ContextMenu::ContextMenu(EventQueue& queue, Form1& form1) : queue_(queue), form1_(form1)
 {
-    QObject::connect(&menu_, &QMenu::aboutToHide, &menu_,
-                     [this] { queue_.submit([this] { form1_.menuonquery = form1_.menuonnumber = false; }); });
+    QObject::connect(&menu_, &QMenu::aboutToHide, &menu_, [this] {
+        queue_.submit([this] {
+            queue_.recorder().menu_closed();
+            form1_.menuonquery = form1_.menuonnumber = false;
+        });
+    });
     add("_复制", MenuEntry::copy1);
     menu_.addSeparator()->setText("空格栏");
     add("_粘贴", MenuEntry::paste1);

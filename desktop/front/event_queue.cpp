@@ -43,7 +43,7 @@ void EventQueue::send(Event& event)
 {
     if (program_.ended) return;
     const BusyCursor cursor(can_take_long(event));
-    dispatch(program_, event);
+    recorder_.send(event);
 }
 
 void EventQueue::drain()
@@ -70,6 +70,7 @@ void EventQueue::attempt(const std::function<void()>& work)
     };
     try {
         work();
+    } catch (const ScriptFailure&) { // told by whoever plays the task
     } catch (const std::bad_alloc&) {
         tell_of(U"内存不足。");
     } catch (const std::exception& error) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "events/events.h"
+#include "scripts/recorder.h"
 
 #include <deque>
 #include <functional>
@@ -12,7 +12,10 @@ namespace tarvik {
 class EventQueue {
 public:
     /// `show` brings the windows up to date; it is called after each event.
-    EventQueue(Program& program, std::function<void()> show) : program_(program), show_(std::move(show)) {}
+    EventQueue(Program& program, Recorder& recorder, std::function<void()> show)
+        : program_(program), recorder_(recorder), show_(std::move(show))
+    {
+    }
 
     /// Runs the action now, or when everything ahead of it is done. What it throws is told to the user.
     void submit(std::function<void()> action);
@@ -20,6 +23,7 @@ public:
     void post(const Event& event);
     /// Sends an event at once; only from inside an action.
     void send(Event& event);
+    Recorder& recorder() { return recorder_; }
     bool busy() const { return busy_; }
     /// Nothing happens any more.
     void close() { closed_ = true; }
@@ -29,6 +33,7 @@ private:
     void attempt(const std::function<void()>& work);
 
     Program& program_;
+    Recorder& recorder_;
     std::function<void()> show_;
     std::deque<std::function<void()>> waiting_;
     bool busy_ = false, closed_ = false;

@@ -44,7 +44,10 @@ QString dropped_file(const QDropEvent& event)
 
 void wish_stop(Front& front)
 {
-    front.queue.submit([&front] { front.program.run.stop_wished = true; });
+    front.queue.submit([&front] {
+        front.queue.recorder().stop_wished();
+        front.program.run.stop_wished = true;
+    });
 }
 
 } // namespace

@@ -78,6 +78,10 @@ MainMenu::MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWi
     };
     for (const char* keys : {"F6", "F8"}) bind(form3, keys, back);
     bind(form4, "F6", back);
+    for (QWidget* window : std::initializer_list<QWidget*>{&form3, &form4}) {
+        bind(*window, "F9", [this] { host_.open_tasks(); });
+        bind(*window, "Shift+F9", [this] { host_.record(); });
+    }
     bind(form3, "F1", [this] { manual_.open_at(manual_heading(program_)); });
     bind(form4, "F1", [this] { manual_.open_at(designer_heading); });
 }
@@ -139,6 +143,9 @@ void MainMenu::add_reading()
 void MainMenu::add_run()
 {
     QMenu& menu = *menu_.addMenu("运行");
+    add(menu, "任务……", {"F9"}, [this] { host_.open_tasks(); });
+    add(menu, "录制任务，结束录制", {"Shift+F9"}, [this] { host_.record(); });
+    menu.addSeparator();
     add(menu, "做完手上这张就停", {"Ctrl+."}, [this] { form1_.status().stop(); });
     add(menu, "出了和没有出的单", {"Ctrl+L"}, [this] { form1_.status().list_end(); });
     add(menu, "打开所存的文件夹", {"Ctrl+E"}, [this] { form1_.status().open_end(); });

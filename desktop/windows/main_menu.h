@@ -16,6 +16,7 @@ struct MenuHost {
     std::function<void(const QString& folder)> open_folder;
     std::function<void(std::optional<Look>)> set_look; ///< none follows the system
     std::function<void(bool)> follow_file;
+    std::function<void()> open_tasks, record;
 };
 
 /// The menu of the main window, with the keys that work wherever the focus is: what boxes and buttons lack, and what

@@ -45,9 +45,15 @@ StatusLine::StatusLine(std::function<void()> stop, QWidget& window)
 
 QString StatusLine::text() const
 {
+    const QString mark = mark_.isEmpty() ? QString() : mark_ + "  ·  ";
     for (const QString* text : {&run_, &notice_, &end_.text})
-        if (!text->isEmpty()) return *text;
-    return state_;
+        if (!text->isEmpty()) return mark + *text;
+    return mark + state_;
+}
+
+void StatusLine::show_mark(const QString& mark)
+{
+    if (std::exchange(mark_, mark) != mark) changed();
 }
 
 void StatusLine::show_state(const QString& text)
@@ -102,9 +108,14 @@ void StatusLine::list_end()
     list->activateWindow();
 }
 
+bool StatusLine::shows_end() const
+{
+    return !end_.text.isEmpty() && text().endsWith(end_.text);
+}
+
 void StatusLine::changed()
 {
-    const bool ended = text() == end_.text && !end_.text.isEmpty();
+    const bool ended = shows_end();
     setToolTip((QStringList(text()) + (ended ? end_.details.mid(0, 40) : QStringList())).join('\n'));
     setCursor(ended && !end_.folder.isEmpty() ? Qt::PointingHandCursor : Qt::ArrowCursor);
     setAccessibleName(text());
@@ -124,8 +135,8 @@ void StatusLine::resizeEvent(QResizeEvent*)
 void StatusLine::mouseReleaseEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton) return;
-    if (text() == end_.text && !end_.folder.isEmpty()) open_end();
-    else if (text() == state_) result_clicked();
+    if (shows_end() && !end_.folder.isEmpty()) open_end();
+    else if (text().endsWith(state_)) result_clicked();
 }
 
 void StatusLine::paintEvent(QPaintEvent*)

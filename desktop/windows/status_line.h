@@ -17,6 +17,8 @@ public:
     /// `stop` is called when the user wishes to stop the run.
     StatusLine(std::function<void()> stop, QWidget& window);
 
+    /// What stands ahead of everything else; an empty text ends it.
+    void show_mark(const QString& mark);
     void show_state(const QString& text);
     void show_notice(const QString& text);
     /// An empty text ends the display.
@@ -43,7 +45,8 @@ protected:
 
 private:
     void changed();
-    QString state_, notice_, run_, state_at_end_;
+    bool shows_end() const;
+    QString mark_, state_, notice_, run_, state_at_end_;
     RunEnd end_, last_end_; // the first while it shows
     QTimer notice_time_;
     QPushButton stop_, menu_;

@@ -54,6 +54,8 @@ protected:
     void expect_file(const QString& path);
     /// The next box gets what the user does with it.
     void expect(std::function<void(QDialog&)> user) { answers_.push_back(std::move(user)); }
+    /// What the user does with boxes that nothing was laid ready for.
+    std::function<void(QDialog&)> answer_others;
     bool all_answered() const { return answers_.empty(); }
     /// Title and text of the boxes so far.
     QStringList boxes;

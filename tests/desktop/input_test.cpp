@@ -211,7 +211,7 @@ TEST_F(DesktopInput, one_handler_ends_before_the_next_begins)
 {
     start();
     std::string order;
-    EventQueue queue(program(), [&] { order += ' '; });
+    EventQueue queue(program(), desktop->recorder(), [&] { order += ' '; });
     queue.submit([&] {
         order += 'a';
         queue.submit([&] { order += 'c'; });

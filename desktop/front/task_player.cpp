@@ -1,0 +1,150 @@
+#include "desktop/front/task_player.h"
+
+#include "desktop/look/qt_text.h"
+#include "runs/batch_runner.h"
+#include "scripts/actions.h"
+
+#include <utility>
+
+namespace tarvik {
+
+namespace {
+
+constexpr int pace = 30; // milliseconds between two lines, and between two looks at a run
+
+} // namespace
+
+TaskPlayer::TaskPlayer(Program& program_, EventQueue& queue, DesktopDialogs& user_dialogs)
+    : Stage(program_, own_transcript, own_watches, own_answers), queue_(queue), user_dialogs_(user_dialogs),
+      script_dialogs_(own_transcript, own_answers, [] {})
+{
+    timer_.setInterval(pace);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { step(); });
+}
+
+void TaskPlayer::start(const std::string& script, std::function<void(const QString&)> ended)
+{
+    lines_.clear();
+    std::istringstream text(script);
+    for (std::string line; std::getline(text, line);) lines_.push_back(std::move(line));
+    ended_ = std::move(ended);
+    printed.str({});
+    own_answers = {};
+    holes.clear();
+    begun = waits_for_run_ = false;
+    wait_.invalidate();
+    failure_.clear();
+    next_ = 0;
+    plays_ = true;
+    timer_.start();
+}
+
+void TaskPlayer::stop()
+{
+    if (!plays_) return;
+    if (run_in_progress(program.form1)) program.run.stop_wished = true;
+    end("已按要求停止");
+}
+
+Dialogs& TaskPlayer::dialogs()
+{
+    if (plays_ && !asks_) return *this;
+    return user_dialogs_;
+}
+
+void TaskPlayer::pass_time(std::chrono::microseconds span)
+{
+    span_ = std::chrono::ceil<std::chrono::milliseconds>(span);
+    wait_.start();
+}
+
+void TaskPlayer::run_batches(std::chrono::microseconds)
+{
+    waits_for_run_ = true;
+}
+
+Text TaskPlayer::ask(const Text& name, const std::optional<Text>& preset, bool is_file)
+{
+    asks_ = true;
+    std::optional<Text> given;
+    if (is_file) given = user_dialogs_.open_file(name + U"|*.*");
+    else given = user_dialogs_.input(application_title, name + U"：", preset.value_or(Text()));
+    asks_ = false;
+    if (!given || given->empty()) throw ScriptFailure("nothing was given for " + to_utf8(name));
+    return *given;
+}
+
+// What differs ends the task, also inside a tick that no line waits for. Boxes are the user's from then on.
+template <typename Work>
+auto TaskPlayer::answered(Work&& work)
+{
+    try {
+        return work();
+    } catch (const ScriptFailure& failure) {
+        failure_ = failure.what();
+        asks_ = true;
+        throw;
+    }
+}
+
+Answer TaskPlayer::message(const Message& message)
+{
+    return answered([&] { return script_dialogs_.message(message); });
+}
+
+Text TaskPlayer::input(TextView title, TextView prompt, TextView preset)
+{
+    return answered([&] { return script_dialogs_.input(title, prompt, preset); });
+}
+
+std::optional<Text> TaskPlayer::open_file(TextView filter)
+{
+    return answered([&] { return script_dialogs_.open_file(filter); });
+}
+
+std::optional<Text> TaskPlayer::save_file(TextView filter)
+{
+    return answered([&] { return script_dialogs_.save_file(filter); });
+}
+
+bool TaskPlayer::still_waits()
+{
+    if (waits_for_run_ && run_in_progress(program.form1)) return true;
+    if (wait_.isValid() && !wait_.hasExpired(span_.count())) return true;
+    if (!waits()) return false;
+    waits_for_run_ = false;
+    wait_.invalidate();
+    check_left_over(*this);
+    return false;
+}
+
+void TaskPlayer::step()
+{
+    if (!plays_ || queue_.busy()) return;
+    queue_.submit([this] {
+        try {
+            if (failure_.empty() && !still_waits()) play_line();
+        } catch (const std::exception& failure) {
+            failure_ = failure.what();
+        }
+        if (!failure_.empty()) end(QString("第 %1 行：%2").arg(next_).arg(QString::fromStdString(failure_)));
+        else if (next_ == lines_.size() && !waits()) end({});
+    });
+}
+
+void TaskPlayer::play_line()
+{
+    if (next_ == lines_.size()) return;
+    const std::vector<Word> words = split_line(lines_[next_++], holes);
+    if (!words.empty()) perform(*this, words);
+}
+
+void TaskPlayer::end(const QString& difference)
+{
+    plays_ = asks_ = false;
+    timer_.stop();
+    if (!failure_.empty() && run_in_progress(program.form1)) stop_run(program);
+    ended_(difference);
+}
+
+} // namespace tarvik
