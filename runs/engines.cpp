@@ -142,9 +142,9 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
     if (engine == Engine::Auto) {
         services.recalculate = [&suite](std::string_view package) { return libreoffice::recalculated(suite, package); };
     }
-    auto embedded = std::make_unique<EmbeddedEngines>(files, printer, std::move(services));
+    auto embedded = std::make_unique<EmbeddedEngines>(files, printer, services);
     if (engine == Engine::Ooxml) return embedded;
-    return engines_by_content(files, std::move(embedded), engines_of_older_formats(suite, files, printer));
+    return engines_by_content(files, std::move(embedded), engines_of_older_formats(suite, files, printer, services));
 }
 
 std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,

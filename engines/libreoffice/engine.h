@@ -2,6 +2,7 @@
 
 #include "engines/automation.h"
 #include "engines/libreoffice/libreoffice.h"
+#include "engines/spreadsheets/formula_services.h"
 #include "platform/platform.h"
 
 namespace tarvik {
@@ -29,9 +30,9 @@ private:
 bool suite_edits() noexcept;
 
 /// The engines for workbooks and documents of the older formats: the suite's own, or, with one that only converts, the
-/// embedded ones with files that it has converted.
+/// embedded ones with files that it has converted, which take `services`.
 std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
-                                                        Printer& printer);
+                                                        Printer& printer, const FormulaServices& services);
 
 namespace libreoffice {
 

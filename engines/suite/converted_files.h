@@ -34,7 +34,7 @@ public:
     std::unique_ptr<OutputFile> open_for_output(TextView path) override { return files_.open_for_output(path); }
     void append(TextView path, std::string_view bytes) override { files_.append(path, bytes); }
     void create_folder(TextView path) override { files_.create_folder(path); }
-    void move_file(TextView from, TextView to) override { files_.move_file(from, to); }
+    bool move_file(TextView from, TextView to) override { return files_.move_file(from, to); }
     std::vector<Text> file_names(TextView folder) const override { return files_.file_names(folder); }
 
 private:

@@ -11,9 +11,9 @@ namespace {
 /// The embedded engines with files that the suite converts.
 class ConvertingEngines final : public OfficeEngines {
 public:
-    ConvertingEngines(libreoffice::LibreOffice& suite, Files& files, Printer& printer)
+    ConvertingEngines(libreoffice::LibreOffice& suite, Files& files, Printer& printer, const FormulaServices& services)
         : workbooks_(files, suite, FileKind::Workbook), documents_(files, suite, FileKind::Document),
-          workbook_engine_(workbooks_, printer), document_engine_(documents_, printer)
+          workbook_engine_(workbooks_, printer, services), document_engine_(documents_, printer)
     {
     }
 
@@ -34,9 +34,9 @@ bool suite_edits() noexcept
 }
 
 std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
-                                                        Printer& printer)
+                                                        Printer& printer, const FormulaServices& services)
 {
-    return std::make_unique<ConvertingEngines>(office, files, printer);
+    return std::make_unique<ConvertingEngines>(office, files, printer, services);
 }
 
 } // namespace tarvik

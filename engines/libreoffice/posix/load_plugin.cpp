@@ -57,7 +57,7 @@ bool suite_edits() noexcept
 }
 
 std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
-                                                        Printer& printer)
+                                                        Printer& printer, const FormulaServices& /*services*/)
 {
     return std::make_unique<LibreOfficeEngines>(office, files, printer);
 }

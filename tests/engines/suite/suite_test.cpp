@@ -368,12 +368,6 @@ TEST_F(Suite, an_application_that_holds_a_clerks_workbook_is_shown_and_left_alon
     end_processes_named(L"EXCEL.EXE");
 }
 
-TEST(SuiteChild, DISABLED_starts)
-{
-    libreoffice::LibreOffice office(office_settings());
-    EXPECT_TRUE(office.open(folder_of_parent() / "t.xlsx"));
-}
-
 TEST(SuiteChild, DISABLED_gives_a_start_up)
 {
     DiskFiles files(folder_of_parent());
@@ -383,14 +377,6 @@ TEST(SuiteChild, DISABLED_gives_a_start_up)
     EXPECT_EQ(failure_of([&] { engines->create_spreadsheet()->open(U"t.xls"); }),
               "无法处理工作簿“t.xls”：Office 没有响应，已经将它结束，请重试。它可能停在激活、登录或安全模式的窗口上："
               "请先自己打开一次 Excel，回答它的问题，再关闭它。");
-}
-
-TEST_F(Suite, two_programs_that_start_it_at_once_keep_their_processes_apart)
-{
-    folder.write("t.xlsx", make_package(simple_parts("")));
-    const RunningProgram one(child_test("DISABLED_starts")), other(child_test("DISABLED_starts"));
-    EXPECT_EQ(one.status() + other.status(), 0U);
-    EXPECT_TRUE(comes_true([] { return processes_named(L"EXCEL.EXE") == 0; }));
 }
 
 // The system goes on with a start that was given up for as long as the program runs: so that is another program.
