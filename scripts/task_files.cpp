@@ -34,10 +34,15 @@ std::size_t text_place(const std::string& line)
     return words.back().quoted && line.ends_with(text) ? line.size() - text.size() : std::string::npos;
 }
 
+Failure taken(TextView name)
+{
+    return Failure(U"已有名为“" + name + U"”的任务，没有覆盖。");
+}
+
 void check_free(const Files& files, TextView name)
 {
     if (name.empty() || safe_file_name(name) != name) throw Failure(U"这个名字不能用作任务名：" + name);
-    if (files.file_exists(task_path(name))) throw Failure(U"已有名为“" + name + U"”的任务，没有覆盖。");
+    if (files.file_exists(task_path(name))) throw taken(name);
 }
 
 } // namespace
@@ -70,7 +75,7 @@ void keep_task(const Platform& platform, TextView name, const std::vector<std::s
 void rename_task(Files& files, TextView name, TextView new_name)
 {
     check_free(files, new_name);
-    files.move_file(task_path(name), task_path(new_name));
+    if (!files.move_file(task_path(name), task_path(new_name))) throw taken(new_name);
 }
 
 std::vector<ChangeableText> changeable_texts(std::string_view script)
