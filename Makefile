@@ -1,5 +1,5 @@
 # The commands that a developer needs; each installs what is missing first.
-.PHONY: run build test check bench performance kill valgrind fuzz format package windows clean
+.PHONY: run build everything test check bench performance kill valgrind fuzz format package windows clean
 
 installation = build/installation
 
@@ -7,13 +7,18 @@ run: build
 	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY" ]; then $(installation)/tarvik; else sh tools/play_docket.sh $(installation); fi
 
 build:
+	@sh tools/install_packages.sh build
+	@cmake --preset release
+	@cmake --build --preset release --target programs
+
+everything:
 	@sh tools/install_packages.sh build test
 	@cmake --preset release
 	@cmake --build --preset release
 
 test:
 	@sh tools/install_packages.sh libreoffice
-	@$(MAKE) --no-print-directory build
+	@$(MAKE) --no-print-directory everything
 	@ctest --preset release -j 2 --no-tests=error
 
 check:
@@ -22,15 +27,15 @@ check:
 
 bench:
 	@sh tools/install_packages.sh bench libreoffice
-	@$(MAKE) --no-print-directory build
+	@$(MAKE) --no-print-directory everything
 	@sh bench/run.sh $(installation) build/performance
 
 performance:
 	@sh tools/install_packages.sh bench libreoffice
-	@$(MAKE) --no-print-directory build
+	@$(MAKE) --no-print-directory everything
 	@sh bench/run.sh $(installation) docs
 
-kill: build
+kill: everything
 	@python3 tests/kills/kills.py $(installation)/tarvik-play build/tests/kill_points.so installation installation --every --random 200
 
 valgrind:
