@@ -7,6 +7,7 @@ namespace tarvik {
 namespace {
 
 constexpr std::size_t most_told = 10; // a box must fit the screen
+constexpr std::u32string_view heading = U" 请注意：\r\n";
 
 /// A name that holds a separator, which other systems allow, would lead into another folder.
 void require_name(const Text& name)
@@ -56,8 +57,11 @@ std::vector<Text> work_on(const std::vector<Text>& names, const std::function<vo
 
 Text failures_text(const std::vector<Text>& failures)
 {
-    Text text = U" 请注意：\r\n有" + number_text(failures.size()) + U"个文件没有处理：";
-    for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) text += U"\r\n" + failures[i];
+    Text text = Text(heading) + U"有" + number_text(failures.size()) + U"个文件没有处理：";
+    for (std::size_t i = 0; i < failures.size() && i < most_told; ++i) {
+        const bool has_own_heading = failures[i].starts_with(heading);
+        text += U"\r\n" + failures[i].substr(has_own_heading ? heading.size() : 0);
+    }
     if (failures.size() > most_told) text += U"\r\n……";
     return text;
 }

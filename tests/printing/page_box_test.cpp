@@ -1,4 +1,5 @@
 #include "printing/page_box.h"
+#include "runs/folder_walk.h"
 
 #include "mainwindow/installation_files.h"
 #include "tests/support/recorded_office.h"
@@ -85,6 +86,13 @@ TEST_F(PageBox, loses_nothing_when_a_file_fails_or_a_name_is_taken)
     EXPECT_EQ(desk.drive_d.read("fprino/bill-ab2.xlsx"), "older");
     EXPECT_EQ(desk.drive_d.read("fprino/bill-ab2 (2).xlsx"), "bill-ab2.xlsx");
     EXPECT_EQ(form1.xlApp, nullptr);
+}
+
+TEST_F(PageBox, puts_one_heading_over_what_failed)
+{
+    const std::vector<Text> failures{U" 请注意：\r\n文件 甲.xlsx 没有打印。", U"乙.xlsx 损坏。"};
+    EXPECT_EQ(failures_text(failures),
+              U" 请注意：\r\n有2个文件没有处理：\r\n文件 甲.xlsx 没有打印。\r\n乙.xlsx 损坏。");
 }
 
 TEST_F(PageBox, leaves_a_printed_file_in_the_folder_of_printed_files)
