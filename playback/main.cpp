@@ -41,7 +41,7 @@ constexpr const char* help =
 std::filesystem::path script_file(const Options& options)
 {
     namespace fs = std::filesystem;
-    const fs::path given = tarvik::path_of_utf8(options.script);
+    fs::path given = tarvik::path_of_utf8(options.script);
     const fs::path task =
         options.installation / tarvik::path_of(tarvik::task_folder) / tarvik::path_of_utf8(options.script + ".play");
     std::error_code error;

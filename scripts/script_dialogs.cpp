@@ -100,7 +100,7 @@ void ScriptDialogs::compare(const Message& message)
 
 std::optional<Text> ScriptDialogs::open_file(TextView filter)
 {
-    const std::optional<Text> chosen = choose_file("open", filter);
+    std::optional<Text> chosen = choose_file("open", filter);
     if (chosen && answers_.task_files && !answers_.task_files->file_exists(*chosen))
         throw ScriptFailure("there is no file " + to_utf8(*chosen));
     return chosen;
