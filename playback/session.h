@@ -17,9 +17,9 @@ namespace tarvik {
 class PlayerStage final : public Stage {
 public:
     PlayerStage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_, VirtualClock& clock,
-                PlayerScreen& screen, const std::map<Text, Text>& values)
+                PlayerScreen& screen, std::map<Text, Text> values)
         : Stage(program_, transcript_, watches_, answers_), timers(program_.form1, clock), clock_(clock),
-          screen_(screen), values_(values)
+          screen_(screen), values_(std::move(values))
     {
     }
 
@@ -39,7 +39,7 @@ private:
 
     VirtualClock& clock_;
     PlayerScreen& screen_;
-    const std::map<Text, Text>& values_;
+    std::map<Text, Text> values_;
     std::set<Text> asked_;
 };
 
