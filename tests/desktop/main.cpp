@@ -6,11 +6,12 @@
 
 #include <locale.h>
 
-// The toolkit's font library keeps what it has read until the process ends.
+// The toolkit's font library keeps what it has read until the process ends, LibreOffice's headers their types' names.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the name that the sanitizer asks for.
 extern "C" const char* __lsan_default_suppressions()
 {
-    return "leak:libfontconfig\nleak:libQt6\nleak:libglib\n";
+    return "leak:libfontconfig\nleak:libQt6\nleak:libglib\n"
+           "leak:com::sun::star::uno::Type::operator new\n";
 }
 
 int main(int count, char** words)
