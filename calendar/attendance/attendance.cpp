@@ -21,9 +21,8 @@ using Hundredths = long;
 
 constexpr Hundredths latest_arrival = 850, earliest_leaving = 1750, overtime_starts = 1800;
 constexpr Hundredths normal_span_above = 900, normal_span_up_to = 960, half_day_span = 450, span_limit = 2400;
-constexpr Hundredths one_stamp_first_below = 1300, one_stamp_last_below = 1150;
+constexpr Hundredths one_stamp_below = 1150; // it stands in both columns
 constexpr Hundredths lunch_break = 100;
-constexpr std::u32string_view one_stamp_hours = U"-1      ";
 
 constexpr std::array<std::u32string_view, 7> weekdays{U"星期四", U"星期五", U"星期六", U"星期日",
                                                       U"星期一", U"星期二", U"星期三"};
@@ -84,8 +83,7 @@ std::optional<Verdict> judge(Hundredths a, Hundredths b, std::u32string_view sta
     if (span >= span_limit) return std::nullopt;
     if (span > normal_span_up_to && b > overtime_starts) return Verdict{U"加班", hours_text(b - overtime_starts)};
     if (span > normal_span_up_to) return Verdict{U"正常", worked};
-    if (worked == one_stamp_hours && a < one_stamp_first_below && b < one_stamp_last_below)
-        return Verdict{U"异常", worked};
+    if (span == 0 && b < one_stamp_below) return Verdict{U"异常", worked};
     if (span < half_day_span) return Verdict{U"旷工", worked};
     return Verdict{status, worked};
 }

@@ -103,10 +103,11 @@ inline Text Session::random_table()
     static const char32_t* const dates[] = {U"2020-01-05", U"20200120", U"2020.2.5 12:00",
                                             U"2020/02/30", U"",         U"20-1-5"};
     Text text;
+    const bool mixed = pick(3) == 0; // the check of dates ends with the first that is none
     for (std::size_t rows = pick(9); rows > 0; --rows, text += U"|\r\n") {
         text += one_of(fields) + U"\t";
-        text += (pick(3) == 0 ? one_of(fields) : dates[pick(pick(12) == 0 ? 6 : 5)]) + U"\t";
-        text += (pick(3) == 0 ? one_of(fields) : dates[pick(5)]) + U"\t";
+        text += (mixed && pick(2) == 0 ? one_of(fields) : dates[pick(pick(12) == 0 ? 6 : 5)]) + U"\t";
+        text += (mixed && pick(2) == 0 ? one_of(fields) : dates[pick(5)]) + U"\t";
     }
     return text;
 }

@@ -27,6 +27,7 @@ inline Cells template_cells()
         for (const int column : {row % 9 + 1, row % 4 + 3, 12})
             cells[{row, column}] = U"t" + number_text(row * 100 + column);
     cells[{11, 1}] = 5.0;
+    cells[{18, 2}] = U"kept where the bill has nothing to say";
     return cells;
 }
 

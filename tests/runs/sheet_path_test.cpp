@@ -52,6 +52,8 @@ TEST_F(SheetPath, keeps_names_of_one_run_apart)
     EXPECT_EQ(path({U"a", {U"80001:1"}}), "d:\\out\\a\\a-80001_1 (2).xlsx");
     EXPECT_EQ(path({U"a", {U"80001/1"}}), "d:\\out\\a\\a-80001_1.xlsx") << "the same name replaces the older sheet";
     EXPECT_EQ(path({U"a", {U"80001*1"}}), "d:\\out\\a\\a-80001_1 (3).xlsx");
+    EXPECT_EQ(path({U"a", {U"k"}}), "d:\\out\\a\\a-k.xlsx");
+    EXPECT_EQ(path({U"a", {U"K"}}), "d:\\out\\a\\a-K (2).xlsx") << "some disks take both for one";
     const Text same(300, U'x');
     EXPECT_NE(path({U"a", {same + U"1"}}), path({U"a", {same + U"2"}}));
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K/1")), "d:\\out\\K_1");

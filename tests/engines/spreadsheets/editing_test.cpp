@@ -207,6 +207,21 @@ TEST(Editing, cells_of_a_shared_formula_outlive_the_one_that_tells_it)
                                                       "<row r=\"3\"><c r=\"A3\"><f>B3+$C$1&lt;2</f><v>9</v></c></row>");
 }
 
+TEST(Editing, a_cell_that_was_overwritten_shares_no_formula_any_more)
+{
+    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:C1\" si=\"0\">A2*2</f></c>"
+                                   "<c r=\"B1\"><f t=\"shared\" si=\"0\"/></c>"
+                                   "<c r=\"C1\"><f t=\"shared\" si=\"0\"/><v>9</v></c></row>"));
+    Workbook& workbook = file.open();
+    Worksheet& sheet = workbook.worksheet(1);
+    for (const int column : {2, 1}) {
+        sheet.set_cell(1, column, 5.0);
+        EXPECT_EQ(sheet.cell(1, column), U"5");
+    }
+    workbook.close(true);
+    EXPECT_NE(part_of(file.saved(), sheet1).find("<c r=\"C1\"><f>C2*2</f>"), std::string::npos);
+}
+
 TEST(Editing, a_formula_stays_told_once_for_the_cells_that_go_on_sharing_it)
 {
     const auto child = [](const std::string& place) {
