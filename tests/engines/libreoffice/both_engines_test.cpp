@@ -85,6 +85,7 @@ TEST_P(BothEngines, texts_end_where_a_cell_does)
                                            {most + U"字", most},
                                            {most.substr(2) + pair, most.substr(2) + pair},
                                            {most.substr(1) + pair, most.substr(1)},
+                                           {Text(20'000, U'😀'), Text(16'383, U'😀')},
                                            {U"一\r\n二\r\n", U"一\n二\n"}};
     int row = 0;
     for (const auto& [given, kept] : cases) sheet.set_cell(++row, 1, given);
