@@ -23,7 +23,7 @@ SCRIPT = r'''
 file 3139.txt
 click Command1(0)
 set Text1(1) "An docket"
-input "d:\\dockets\\"
+input "d:\\dockets%d\\"
 reply ok
 type Text1(1) "\r"
 run
@@ -37,9 +37,10 @@ def names(folder):
 def dockets(goals, player, installation, what, goal):
     """Both sides over one installation folder that holds templates; its reports are made here."""
     docket_generate.generate(installation, RECEIPTS, DEVICES)
-    made, peer_made = installation / "drive" / "dockets", installation / "peer"
-    ours, theirs = in_turn(REPEATS, lambda _: played(player, installation, SCRIPT, installation / "drive"),
-                           lambda _: peer("docket_openpyxl.py", installation, peer_made))
+    made, peer_made = installation / "drive" / "dockets0", installation / "peer0"
+    # A folder of its own each turn: who replaces files makes the file system look for room beside those just removed.
+    ours, theirs = in_turn(REPEATS, lambda turn: played(player, installation, SCRIPT % turn, installation / "drive"),
+                           lambda turn: peer("docket_openpyxl.py", installation, installation / f"peer{turn}"))
     goals.must(names(made) == names(peer_made) and len(names(made)) == RECEIPTS, "the two sides made different dockets")
     goals.faster(f"{RECEIPTS} dockets of {DEVICES} lines, {what}", with_flushing(ours, made, installation / "scratch"),
                  "openpyxl", theirs, goal)
