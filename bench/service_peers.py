@@ -80,7 +80,7 @@ def deliveries(installation, output):
             for place, value in enumerate(values):
                 sheet.cell(12 + offset, 2 + place).value = value.upper()
             if field[32]:
-                sheet.cell(12 + offset, 5).value, sheet.cell(12 + offset, 8).value = "器件问题", "1"
+                sheet.cell(12 + offset, 5).value, sheet.cell(12 + offset, 8).value = "器件问题", 1
         field = [None, *rows[0]]
         sheet["B7"], sheet["B8"], sheet["B9"] = field[6], field[4] + "     " + field[5], key
         sheet["B10"], sheet["E10"], sheet["G10"] = len(rows), inside, len(rows) - inside
