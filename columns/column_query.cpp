@@ -1,6 +1,5 @@
 #include "columns/column_query.h"
 
-#include "columns/prefetch.h"
 #include "columns/row_scan.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
@@ -46,7 +45,6 @@ DistinctRows remove_duplicates(TextArray& rowhits, const std::vector<TextView>& 
     distinct.rows.reserve(hits.size());
     for (std::size_t i = hits.size(); i-- > 0;) {
         const TextView hit = hits[i];
-        seen.prefetch(hashes[i - std::min(i, prefetch_ahead)]);
         const bool last_copy = !hit.empty() && hit != left && seen.insert(hit, hashes[i]).is_new;
         rowhits.set(i, last_copy ? hit : TextView(), buffer);
         if (last_copy) distinct.rows.push_back(hit);

@@ -1,7 +1,6 @@
 #include "columns/comparisons.h"
 
 #include "columns/boxes.h"
-#include "columns/prefetch.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
 
@@ -24,7 +23,6 @@ public:
     ValueCounts(const Table& table, std::size_t column, std::size_t rows)
     {
         for (std::size_t row = 0; row < rows; ++row) {
-            table.prefetch(row + prefetch_ahead, column);
             const TextView value = table.cell(row, column);
             if (value.empty()) continue;
             const auto [number, is_new] = values_.insert(value);
@@ -54,7 +52,6 @@ Matches match(const Module1& arrays, Columns columns, std::size_t rows)
     const ValueCounts counts(arrays.sug, columns.sug, rows);
     Matches matches;
     for (std::size_t row = 0; row < rows; ++row) {
-        arrays.suf.prefetch(row + prefetch_ahead, columns.suf);
         const std::int64_t count = counts.of(arrays.suf.cell(row, columns.suf));
         if (count == 0) continue;
         matches.pairs += count;

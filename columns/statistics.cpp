@@ -1,7 +1,6 @@
 #include "columns/statistics.h"
 
 #include "columns/boxes.h"
-#include "columns/prefetch.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
 
@@ -19,7 +18,6 @@ Statistic count_values(Module1& arrays, std::size_t column, std::size_t rows)
     for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy}) array->clear(0, array->last());
     arrays.distinct.keep(arrays.suf.buffers());
     for (std::size_t row = 0; row < rows; ++row) {
-        arrays.suf.prefetch(row + prefetch_ahead, column);
         const TextView cell = arrays.suf.cell(row, column);
         arrays.distinct.set_view(row, cell);
         if (cell.empty()) continue;

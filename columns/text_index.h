@@ -22,8 +22,6 @@ public:
     Entry insert(TextView text) { return insert(text, text.hash()); }
     /// With a hash of the caller's own, which equal texts must share; find() is then of no use.
     Entry insert(TextView text, std::size_t hash);
-    /// Asks for the place of a text with this hash, which will be inserted soon.
-    void prefetch(std::size_t hash) const { __builtin_prefetch(&slots_[hash & (slots_.size() - 1)]); }
     /// The text's number, or npos.
     std::size_t find(TextView text) const;
     std::size_t size() const { return texts_.size(); }
