@@ -27,5 +27,5 @@ ctest --preset tsan -j 2 --no-tests=error
 echo "== the player for Windows and its golden scripts under wine"
 sh tools/windows/check.sh
 echo "== clang-tidy"
-sh tools/tidy.sh
+python3 tools/tidy.py
 echo "check: nothing found"
