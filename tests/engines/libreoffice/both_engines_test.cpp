@@ -88,7 +88,10 @@ TEST_P(BothEngines, texts_end_where_a_cell_does)
                                            {Text(20'000, U'😀'), Text(16'383, U'😀')},
                                            {U"一\r\n二\r\n", U"一\n二\n"}};
     int row = 0;
-    for (const auto& [given, kept] : cases) sheet.set_cell(++row, 1, given);
+    for (const auto& [given, kept] : cases) {
+        sheet.set_cell(++row, 1, given);
+        EXPECT_TRUE(sheet.cell(row, 1) == kept) << row << " as it is read at once";
+    }
     workbook.close(true);
     auto reading = embedded->create_spreadsheet();
     auto& saved = reading->open(U"t.xlsx").worksheet(1);
