@@ -1,11 +1,178 @@
-#include "repair_rules/rule_engine.h"
+#include "calendar/numbers.h"
 #include "repair_rules/sheets.h"
+
+#include <algorithm>
+#include <array>
 
 namespace tarvik::repair_rules {
 
 namespace {
 
 constexpr std::size_t fault_field = 13, repair_field = 14, charge_field = 16;
+constexpr std::u32string_view entry_mark = U"|";
+constexpr double total_factor = 1.404;
+
+/// A cell that knows whether it was given something since it was read.
+struct LineCell {
+    CellValue value;
+    bool filled = false; ///< also a formula without a result
+    bool changed = false;
+};
+
+/// One line of a sheet while its records are entered: its model text and the columns 5 to 12. The work is done here and
+/// written back once, so that a cell is written once however many records its line has.
+class SheetLine {
+public:
+    SheetLine(const Worksheet& sheet, int row);
+    /// Writes the cells that changed.
+    void write(Worksheet& sheet, int row) const;
+
+    const Text& model() const { return model_; }
+    bool is_filled(int column) const { return cell(column).filled; }
+    /// The value as text. Column 2 gives the model.
+    Text text(int column) const;
+    /// 0 for an empty cell; nothing for a text that is no number.
+    std::optional<double> number(int column) const;
+    /// The empty text empties the cell.
+    void set(int column, CellValue value);
+    /// Puts the text behind what stands in the cell.
+    void append(int column, TextView text);
+
+private:
+    static constexpr int first_column = faults_column, last_column = total_column;
+    const LineCell& cell(int column) const { return cells_.at(static_cast<std::size_t>(column - first_column)); }
+    LineCell& cell(int column) { return cells_.at(static_cast<std::size_t>(column - first_column)); }
+
+    Text model_;
+    std::array<LineCell, last_column - first_column + 1> cells_;
+};
+
+SheetLine::SheetLine(const Worksheet& sheet, int row) : model_(sheet.cell(row, model_column))
+{
+    for (int column = first_column; column <= last_column; ++column)
+        if (!sheet.is_empty(row, column)) cell(column) = {sheet.cell(row, column), true, false};
+}
+
+void SheetLine::write(Worksheet& sheet, int row) const
+{
+    for (int column = first_column; column <= last_column; ++column)
+        if (cell(column).changed) sheet.set_cell(row, column, cell(column).value);
+}
+
+Text SheetLine::text(int column) const
+{
+    if (column == model_column) return model_;
+    const CellValue& value = cell(column).value;
+    const double* number = std::get_if<double>(&value);
+    return number ? number_text(*number) : std::get<Text>(value);
+}
+
+std::optional<double> SheetLine::number(int column) const
+{
+    const CellValue& value = cell(column).value;
+    if (const double* number = std::get_if<double>(&value)) return *number;
+    const Text& text = std::get<Text>(value);
+    return text.empty() ? 0 : tarvik::number(text);
+}
+
+void SheetLine::set(int column, CellValue value)
+{
+    const Text* text = std::get_if<Text>(&value);
+    const bool filled = !text || !text->empty();
+    cell(column) = {std::move(value), filled, true};
+}
+
+void SheetLine::append(int column, TextView text)
+{
+    LineCell& target = cell(column);
+    if (!std::holds_alternative<Text>(target.value)) target.value = this->text(column);
+    text.append_to(std::get<Text>(target.value));
+    target.filled = target.changed = true;
+}
+
+/// What a record says. The texts are those of the open report, in lower case.
+struct RepairRecord {
+    TextView fault, repair, charge;
+};
+
+void append_entry(SheetLine& line, int column, TextView text)
+{
+    line.append(column, entry_mark);
+    line.append(column, text);
+}
+
+void set_charges(SheetLine& line, const Charges& charges, const RepairRecord& record)
+{
+    if (charges.of_record) line.set(record_charge_column, record.charge.str());
+    line.set(first_charge_column, charges.first);
+    line.set(second_charge_column, charges.second);
+}
+
+void update(SheetLine& line, const RepairRecord& record, const Chain& chain)
+{
+    append_entry(line, faults_column, record.fault);
+    append_entry(line, repairs_column, record.repair);
+    run_chain(chain, line.model(), record.repair, [&](const Rule& rule) {
+        append_entry(line, codes_column, rule.code);
+        // What somebody wrote in place of a number is left to stand.
+        if (const auto quantity = line.number(quantity_column)) line.set(quantity_column, *quantity + rule.quantity);
+        if (rule.charges) set_charges(line, *rule.charges, record);
+    });
+}
+
+void enter_first(SheetLine& line, const RepairRecord& record, const Chain& chain)
+{
+    append_entry(line, faults_column, record.fault);
+    append_entry(line, repairs_column, record.repair);
+    run_chain(chain, line.model(), line.text(repairs_column), [&](const Rule& rule) {
+        if (!rule.code.empty()) {
+            line.set(codes_column, rule.code);
+            line.set(quantity_column, rule.quantity);
+        }
+        if (rule.charges) set_charges(line, *rule.charges, record);
+    });
+    line.set(codes_column, Text(entry_mark) + line.text(codes_column));
+}
+
+void run_line_rules(SheetLine& line, const std::vector<LineRule>& rules)
+{
+    for (const LineRule& rule : rules) {
+        const Text text = line.text(rule.column);
+        const auto held = [&](const Text& wanted) { return TextView(text).contains(wanted); };
+        if (std::ranges::none_of(rule.any_of, held)) continue;
+        for (const Setting& setting : rule.settings) line.set(setting.column, setting.value);
+    }
+}
+
+void set_total(SheetLine& line)
+{
+    double charges = 0;
+    for (const int column : {record_charge_column, first_charge_column, second_charge_column}) {
+        const auto charge = line.number(column);
+        if (!charge) return;
+        charges += *charge;
+    }
+    if (!(charges > 0)) return;
+    if (line.number(quantity_column) == 0) line.set(quantity_column, 0.0);
+    double total = charges * total_factor;
+    line.set(total_column, wct(total));
+}
+
+/// The first record of an empty line decides code and quantity by the last rule that fires; each further record adds to
+/// what stands there.
+void enter_record(SheetLine& line, const RepairRecord& record, const RuleTable& rules)
+{
+    if (line.is_filled(faults_column) || line.is_filled(repairs_column)) update(line, record, rules.update);
+    else enter_first(line, record, rules.first_entry);
+}
+
+/// What every line gets when its records are entered, also a line without. A charge that is no number leaves the line
+/// without a total.
+void finish_line(SheetLine& line, const RuleTable& rules)
+{
+    run_line_rules(line, rules.line_rules);
+    set_total(line);
+}
 
 } // namespace
 

@@ -1,4 +1,3 @@
-#include "repair_rules/sheet_line.h"
 #include "repair_rules/sheets.h"
 
 namespace tarvik::repair_rules {

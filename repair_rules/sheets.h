@@ -9,6 +9,20 @@
 /// gives whether a line has met a record, an incomplete one included.
 namespace tarvik::repair_rules {
 
+/// The columns of a sheet of the department.
+enum Column : int {
+    number_column = 1, ///< repair number
+    model_column = 2,
+    faults_column = 5,
+    repairs_column = 6,
+    codes_column = 7,
+    quantity_column = 8,
+    record_charge_column = 9,
+    first_charge_column = 10,
+    second_charge_column = 11,
+    total_column = 12,
+};
+
 inline constexpr int first_line = 12;
 inline constexpr int last_row_looked_at = 1000;
 
@@ -20,7 +34,8 @@ inline constexpr std::size_t price_number_field = 2;
 /// The row of the last line; 1 if there is none.
 int last_line(const Worksheet& sheet);
 
-/// Fault and repair texts, and what the rules make of them.
+/// A record's fault and repair texts in columns 5 and 6, part codes in 7, their quantity in 8, charges in 9 to 11 and
+/// their total in 12, as the rules say. A line without a record gets the line rules and its total.
 bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules);
 
 /// Eight values of a line's first record, copied. Each further record gets a line of its own below, with two of them:

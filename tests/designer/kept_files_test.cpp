@@ -10,7 +10,7 @@ protected:
     {
         started.open_text(lines);
         started.dialogs.files = {std::move(picked)};
-        press_enter(U"An keptfile");
+        command(U"An keptfile");
     }
     bool stands(const std::string& name) const { return std::filesystem::exists(started.drive_d.path() / name); }
     std::string missing() const { return started.drive_d.read("out/nofile.txt"); }

@@ -24,10 +24,10 @@ TEST_F(LiveComparison, each_key_fills_copies_of_the_files_that_bear_it)
     source_file("x b2.xlsx"); // behind the one with "$"
     std::filesystem::create_directory(started.drive_d.path() / "src" / "a1 folder.xlsx");
     started.dialogs.files = {U"d:\\src\\x b2.xlsx"};
-    press_enter(U"An tomation", {Answer::OK});
+    command(U"An tomation", {Answer::OK});
     EXPECT_EQ(told().size(), 1U);
     form1.folderchosen = false;
-    run(form1.Timer8);
+    run();
     EXPECT_EQ(started.dialogs.filters, std::vector<Text>{U"excel2010文件*.xlsx|*.xlsx|excel2007文件*.xls|*.xls"});
     EXPECT_EQ(form1.sourcefolder, U"d:\\src\\");
     EXPECT_EQ(held(U"d:\\out\\OK-a1 b2.xls"), "1,1=BEN 5,2=80 ") << "the later key's";
@@ -38,21 +38,21 @@ TEST_F(LiveComparison, each_key_fills_copies_of_the_files_that_bear_it)
 
     std::filesystem::remove(started.drive_d.path() / "src" / "b2$.xlsx");
     started.dialogs.files = {U"d:\\src\\x b2.xlsx"};
-    press_enter(U"An tomation", {Answer::OK});
-    run(form1.Timer8);
+    command(U"An tomation", {Answer::OK});
+    run();
     EXPECT_EQ(held(U"d:\\out\\OK-Report-A1.xlsx"), "1,1=ANNA 5,2=90 9,9=stays ");
     EXPECT_EQ(held(report), "1,1=old 9,9=stays ");
     EXPECT_EQ(held(U"d:\\out\\OK-x b2.xlsx"), "1,1=BEN 5,2=80 ");
-    expect_idle();
+    expect_released();
 }
 
 TEST_F(LiveComparison, cancel_at_the_choice_ends_the_run)
 {
     design_of_two_cells();
-    press_enter(U"An tomation", {Answer::OK});
+    command(U"An tomation", {Answer::OK});
     (void)told();
     tick(form1.Timer8);
-    expect_idle();
+    expect_released();
     EXPECT_EQ(form1.batchcursor, -1);
     EXPECT_TRUE(told().empty());
     EXPECT_FALSE(form1.folderchosen);
@@ -63,28 +63,28 @@ TEST_F(LiveComparison, one_pass_takes_the_key_at_the_cursor_and_keeps_the_folder
     design_of_two_cells();
     source_file("b2.xlsx");
     started.dialogs.files = {U"d:\\src\\b2.xlsx"};
-    press_enter(U"An Sesame Open");
+    command(U"An Sesame Open");
     EXPECT_EQ(told().size(), 1U);
     EXPECT_TRUE(office.tasks.empty()) << "there are no keys yet";
     program.module1.keylist.set(0, U"b2");
-    press_enter(U"An Sesame Open"); // no second dialog
+    command(U"An Sesame Open"); // no second dialog
     EXPECT_EQ(started.dialogs.filters.size(), 1U);
     EXPECT_EQ(held(U"d:\\out\\OK-b2.xlsx"), "1,1=ANNA 5,2=90 6,2=80 7,2=70 ");
     EXPECT_TRUE(TextView(form1.window.caption()).contains(U"   →   "));
     for (const int cursor : {-1, 5, 1'000'000}) {
         form1.batchcursor = cursor;
         office.tasks.clear();
-        press_enter(U"An Sesame Open");
+        command(U"An Sesame Open");
         EXPECT_TRUE(office.tasks.empty()) << cursor;
     }
     form1.batchcursor = 0;
     form4.Text3.set_text(U"nobody");
     store_design("automation2.bin");
-    press_enter(U"An Sesame Open");
+    command(U"An Sesame Open");
     EXPECT_TRUE(office.tasks.empty()) << "no rows, nothing to write";
     (void)told();
     form1.folderchosen = false;
-    press_enter(U"An Sesame Open"); // cancelled
+    command(U"An Sesame Open"); // cancelled
     EXPECT_EQ(form1.batchcursor, 0);
     EXPECT_EQ(told().size(), 1U);
 }
@@ -97,28 +97,14 @@ TEST_F(LiveComparison, a_file_that_fails_is_told_at_the_end_with_the_others_done
     source_file("c3.xlsx");
     office.failing = U"b2 a1.txt";
     started.dialogs.files = {U"d:\\src\\a1.xlsx"};
-    press_enter(U"An tomation", {Answer::OK});
+    command(U"An tomation", {Answer::OK});
     (void)told();
-    run(form1.Timer8);
+    run();
     const auto messages = told();
     ASSERT_EQ(messages.size(), 1U) << "for both keys";
     EXPECT_NE(messages[0].find(U"b2 a1.txt"), Text::npos);
     EXPECT_EQ(held(U"d:\\out\\OK-a1.xlsx"), "1,1=ANNA 5,2=90 ");
     EXPECT_EQ(held(U"d:\\out\\OK-c3.xlsx"), "1,1=CARL 5,2=70 ");
-    office.failing.clear();
-
-    for (office.fail_at = 1;; ++office.fail_at) {
-        office.operations = 0;
-        started.dialogs.files = {U"d:\\src\\a1.xlsx"};
-        press_enter(U"An tomation", {Answer::OK});
-        (void)told();
-        run(form1.Timer8);
-        expect_idle();
-        if (office.operations < office.fail_at) break;
-        EXPECT_EQ(told().size(), 1U) << office.fail_at;
-        EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-    }
-    EXPECT_GT(office.fail_at, 20);
 }
 
 TEST_F(LiveComparison, a_run_that_ends_early_tells_what_it_passed_over)
@@ -129,16 +115,16 @@ TEST_F(LiveComparison, a_run_that_ends_early_tells_what_it_passed_over)
     office.failing = U"a1.xlsx";
     for (const bool stops : {true, false}) {
         started.dialogs.files = {U"d:\\src\\a1.xlsx"};
-        press_enter(U"An tomation", {Answer::OK});
+        command(U"An tomation", {Answer::OK});
         tick(form1.Timer8);
         (void)told();
         (stops ? program.run.stop_wished : form1.comp) = true;
-        run(form1.Timer8);
+        run();
         const auto messages = told();
         ASSERT_EQ(messages.size(), 1U);
         EXPECT_NE(messages[0].find(U"a1.xlsx"), Text::npos);
         EXPECT_EQ(messages[0].find(U"comp") == Text::npos, stops);
-        expect_idle();
+        expect_released();
     }
 }
 

@@ -1,5 +1,5 @@
 #include "dockets/repair_docket.h"
-#include "tests/dockets/report_desk.h"
+#include "tests/support/report_desk.h"
 
 namespace tarvik {
 namespace {
@@ -27,13 +27,7 @@ protected:
         started.installation.write("3138.txt", encode(U"head\r\n" + part));
         started.installation.write("3137.txt", encode(U"head\r\n" + orders));
         for (const char* name : {"z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"}) started.installation.write(name, "x");
-        open_text(U"head\r\n" + all);
-    }
-
-    void tick()
-    {
-        Event event{EventKind::Tick, form1.Timer3};
-        dispatch(program, event);
+        started.open_text(U"head\r\n" + all);
     }
 
     // What is stored in a cell; nothing when nobody wrote it.
@@ -45,36 +39,6 @@ protected:
         return std::get<Text>(cell->second);
     }
 };
-
-TEST_F(Docket, fills_every_cell_and_saves_below_the_output_folder)
-{
-    const Text order = U"1\t2\t3\t4\t5\t6\tHT.2024.7\t8\t9\t10\tk77\tRN-5\r\n";
-    reports(device(U"4900000001", U"k77") + device(U"4900000001", U"k77", U"华星", 1) +
-                device(U"4900000001", U"k77", U"华星", 2),
-            device(U"4900000001", U"k77", U"华星", 1) + device(U"4900000001", U"k77", U"华星", 2), order);
-    press_enter(U"An docket");
-    EXPECT_EQ(form1.keycount, 1);
-    run();
-    const auto dockets = office.of(U"z5.xlsx");
-    ASSERT_EQ(dockets.size(), 2U); // the blanking's and the docket's own
-    const RecordedTask& docket = dockets.back();
-    const std::map<std::pair<int, int>, Text> expected{{{7, 2}, U"华星"},       {{8, 2}, U"王工     138/0755"},
-                                                       {{9, 2}, U"4900000001"}, {{10, 2}, U"=3"},
-                                                       {{10, 5}, U"=1"},        {{10, 7}, U"=2"},
-                                                       {{8, 6}, U"rn-5"},       {{12, 1}, U"ABCK77"},
-                                                       {{12, 2}, U"ROUTER1"},   {{12, 3}, U"端口坏"},
-                                                       {{12, 4}, U"F.1"},       {{13, 1}, U"ABCK77"},
-                                                       {{13, 2}, U"ROUTER2"},   {{13, 3}, U"端口坏"},
-                                                       {{13, 4}, U"F.1"}};
-    EXPECT_EQ(docket.cells.size(), expected.size());
-    for (const auto& [place, text] : expected)
-        EXPECT_EQ(to_utf8(text_of(docket, place.first, place.second)), to_utf8(text))
-            << place.first << "," << place.second;
-    EXPECT_TRUE(docket.visible && docket.saved && docket.quit);
-    EXPECT_EQ(to_utf8(docket.saved_as), to_utf8(U"d:\\Atarvik output\\ht20247\\ht20247-4900000001-rn-5.xlsx"));
-    EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-    EXPECT_EQ(form1.xlApp, nullptr);
-}
 
 TEST_F(Docket, template_and_mark_go_by_the_length_of_the_list)
 {
@@ -101,10 +65,10 @@ TEST_F(Docket, blanks_only_what_is_not_known_to_be_empty)
     const Text devices = device(U"4900000001", U"k1") + device(U"4900000002", U"k2");
     reports(devices, devices, {});
     press_enter(U"An docket");
-    tick();
+    tick(form1.Timer3);
     EXPECT_EQ(office.of(U"z3.xlsx").size(), 1U);
     started.installation.write("z3.xlsx", "changed by hand");
-    tick();
+    tick(form1.Timer3);
     EXPECT_EQ(office.of(U"z3.xlsx").size(), 2U);
     EXPECT_EQ(office.of(U"z2.xlsx").size(), 1U);
 }
@@ -118,54 +82,6 @@ TEST_F(Docket, text_ahead_of_the_command_makes_no_file_and_harms_no_template)
     EXPECT_TRUE(office.tasks.back().closed);
     EXPECT_FALSE(office.tasks.back().saved);
     EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-}
-
-TEST_F(Docket, older_layout_when_the_box_no_longer_holds_the_command)
-{
-    reports(device(U"4900000001", U"k7"), device(U"4900000001", U"k7"), U"1\t2\t3\t4\t5\t6\tF\t8\t9\t10\tk7\tRN/9\r\n");
-    press_enter(U"An docket");
-    form1.query_box().set_text(U"something else");
-    run();
-    const RecordedTask& docket = office.tasks.back();
-    EXPECT_TRUE(docket.opened.ends_with(U"z2.xlsx"));
-    EXPECT_EQ(text_of(docket, 13, 1), U"ABCK7");
-    EXPECT_EQ(to_utf8(text_of(docket, 8, 1)), to_utf8(U"客户名称： 华星"));
-    EXPECT_EQ(to_utf8(text_of(docket, 11, 1)), to_utf8(U"返修总台数     1     保内台数     0     保外台数    1"));
-    EXPECT_EQ(to_utf8(text_of(docket, 59, 1)), to_utf8(U"总金额:             "));
-    EXPECT_EQ(to_utf8(text_of(docket, 9, 6)), "rn/9");
-    EXPECT_EQ(to_utf8(docket.saved_as), to_utf8(U"d:\\Atarvik output\\4900000001-rn_9.xlsx"));
-    EXPECT_EQ(program.run.older_layouts, 1U);
-}
-
-TEST_F(Docket, an_emptied_box_is_told_by_every_scan_and_makes_no_sheet)
-{
-    reports(device(U"4900000001", U"k7"), device(U"4900000001", U"k7"), {});
-    press_enter(U"An docket");
-    started.dialogs.take_messages();
-    form1.query_box().set_text({});
-    run();
-    EXPECT_EQ(started.dialogs.take_messages(),
-              (std::vector<std::string>{"Tarvik 计算|查寻条件为空", "Tarvik 计算|查寻条件为空"}));
-    EXPECT_TRUE(office.tasks.empty());
-    EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
-}
-
-TEST_F(Docket, names_from_fields_stay_inside_the_output_folder)
-{
-    const Text wild = U"1\t2\t3\t4\t5\t6\t../..\\up\t8\t9\t10\tk7\ta/b:c\r\n";
-    reports(device(U"4900000001", U"k7"), device(U"4900000001", U"k7"), wild);
-    press_enter(U"An docket");
-    run();
-    EXPECT_EQ(to_utf8(office.tasks.back().saved_as), to_utf8(U"d:\\Atarvik output\\__up\\__up-4900000001-a_b_c.xlsx"));
-}
-
-TEST_F(Docket, records_that_are_too_short_still_make_their_docket)
-{
-    reports(U"x\ty\t4900000001\r\n", U"x\ty\t4900000001\r\n", {});
-    press_enter(U"An docket");
-    run();
-    EXPECT_EQ(text_of(office.tasks.back(), 12, 1), U"");
-    EXPECT_EQ(to_utf8(office.tasks.back().saved_as), to_utf8(U"d:\\Atarvik output\\-4900000001-.xlsx"));
 }
 
 TEST_F(Docket, a_missing_report_or_template_stops_the_run_and_is_named)
@@ -280,14 +196,8 @@ TEST_F(Docket, whole_workbooks_of_random_reports_in_both_layouts)
         }
         expect_saved(expected);
         expect_idle();
+        EXPECT_EQ(program.run.older_layouts, older ? expected.size() : 0U);
     }
-}
-
-TEST_F(Docket, a_failure_anywhere_leaves_everything_whole)
-{
-    const Text devices = device(U"4900000001", U"k1") + device(U"4900000002", U"k2");
-    reports(devices, devices, {});
-    expect_clean_failures(U"An docket", {installed(program, U"z5.xlsx"), installed(program, U"z6.xlsx")});
 }
 
 } // namespace

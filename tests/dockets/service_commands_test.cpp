@@ -48,16 +48,5 @@ TEST_F(ServiceCommands, an_emptied_or_changed_box_makes_no_sheet)
     }
 }
 
-TEST_F(ServiceCommands, a_failure_anywhere_leaves_everything_whole)
-{
-    report = orders = {device(U"Dev-1"), device(U"Dev-2")};
-    for (const Command& command : commands) {
-        SCOPED_TRACE(to_utf8(command.text));
-        lay_out(command.report);
-        preset(command.file, template_cells());
-        expect_clean_failures(command.text, {installed(program, command.file)});
-    }
-}
-
 } // namespace
 } // namespace tarvik

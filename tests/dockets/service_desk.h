@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/dockets/report_desk.h"
+#include "tests/support/report_desk.h"
 
 namespace tarvik::test {
 

@@ -1,5 +1,5 @@
 #include "dockets/test_docket.h"
-#include "tests/dockets/report_desk.h"
+#include "tests/support/report_desk.h"
 
 namespace tarvik {
 namespace {
@@ -130,24 +130,6 @@ TEST_F(TestDocket, whole_workbooks_of_random_reports_and_designs)
     }
 }
 
-TEST_F(TestDocket, template_and_mark_go_by_the_length_of_the_list)
-{
-    write_design();
-    for (const auto& [count, name, mark] :
-         {std::tuple{33, U"z5.xlsx", U""}, {34, U"z6.xlsx", U""}, {68, U"z6.xlsx", U""}, {69, U"z6.xlsx", U"陈默然"}}) {
-        const Report report = records(U"4900000001", count);
-        write_report("3139.txt", report);
-        write_report("3138.txt", report);
-        open_report(report);
-        play(U"An testdocket");
-        const auto& task = office.tasks.back();
-        EXPECT_TRUE(task.opened.ends_with(name)) << count;
-        EXPECT_FALSE(task.visible);
-        EXPECT_EQ(to_utf8(task.saved_as), to_utf8(test::sheet_file(U"f24", U"-f16" + Text(mark) + U"-f17")));
-    }
-    EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-}
-
 TEST_F(TestDocket, an_empty_list_row_means_row_0_and_a_negative_one_no_list)
 {
     boxes1[29] = U"2";
@@ -192,19 +174,6 @@ TEST_F(TestDocket, without_its_command_or_design_nothing_is_made)
     EXPECT_FALSE(office.tasks.back().saved);
     EXPECT_TRUE(program.run.ahead_of_command);
     expect_idle();
-}
-
-TEST_F(TestDocket, a_failure_anywhere_leaves_everything_whole)
-{
-    boxes1[28] = U"12";
-    boxes1[29] = U"1";
-    boxes2[29] = U"5";
-    write_design();
-    const Report report = records(U"4900000001", 2);
-    write_report("3139.txt", report);
-    write_report("3138.txt", report);
-    open_report(report);
-    expect_clean_failures(U"An testdocket", {installed(program, U"z5.xlsx"), saved().empty() ? Text() : saved()[0]});
 }
 
 } // namespace

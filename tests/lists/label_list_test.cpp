@@ -1,11 +1,6 @@
 #include "lists/label_list.h"
 
-#include "events/events.h"
-#include "platform/text/code_page.h"
-#include "tests/support/recorded_office.h"
-#include "tests/support/test_program.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/report_desk.h"
 
 #include <random>
 #include <utility>
@@ -36,40 +31,34 @@ Text line(TextView key, TextView part, TextView model)
     return key.str() + U"\t2\t3\t4\t5\t6\t7\t8\t" + part + U"\t10\t11\t12\t13\t14\t" + model + U"\r\n";
 }
 
-class Labels : public testing::Test {
+class Labels : public ReportDesk {
 protected:
-    RecordedOffice office;
-    TestProgram desk{&office};
-    Form1& form1 = desk.form1();
-    Text labels = installed(desk.program, U"z1.xlsx");
+    Text labels = installed(program, U"z1.xlsx");
 
     Labels()
     {
-        start(desk.program);
-        desk.installation.write("z1.xlsx", "x");
-        desk.installation.write(
+        start(program);
+        started.installation.write("z1.xlsx", "x");
+        started.installation.write(
             "z1z6型号综合统计.txt",
             encode(line(U"z6 1", U"p2", U"m1") + line(U"z6 2", U"p9", U"m3") + line(U"z6 3", U"p2", U"m3")));
-        desk.open_text(line(U"z1 1", U"p1", U"m1") + line(U"z1 2", U"p2", U"m1") + line(U"z1 3", U"p2", U"m2"));
+        started.open_text(line(U"z1 1", U"p1", U"m1") + line(U"z1 2", U"p2", U"m1") + line(U"z1 3", U"p2", U"m2"));
     }
 
     void enter_command()
     {
-        form1.query_box().set_text(U"An label");
-        desk.dialogs.inputs = {U"d:\\out"};
-        Event event{EventKind::KeyPress, form1.query_box()};
-        event.key = U'\r';
-        dispatch(desk.program, event);
+        typed_folder = U"d:\\out";
+        press_enter(U"An label", {});
     }
 };
 
 TEST_F(Labels, fill_merge_and_save_under_the_date)
 {
-    desk.dialogs.files = {labels};
+    started.dialogs.files = {labels};
     office.files[labels][{5, 3}] = Text(U"left from last time");
     enter_command();
-    EXPECT_TRUE(desk.dialogs.messages.empty());
-    EXPECT_EQ(desk.dialogs.filters, std::vector<Text>{U"excel2007文件*.xls|*.xls|excel2010文件*.xlsx|*.xlsx"});
+    EXPECT_TRUE(started.dialogs.messages.empty());
+    EXPECT_EQ(started.dialogs.filters, std::vector<Text>{U"excel2007文件*.xls|*.xls|excel2010文件*.xlsx|*.xlsx"});
     EXPECT_EQ(form1.z1end, 7);
     EXPECT_EQ(form1.z1end2, 7);
     EXPECT_EQ(form1.z6end, 9);
@@ -82,29 +71,12 @@ TEST_F(Labels, fill_merge_and_save_under_the_date)
 
 TEST_F(Labels, a_cancelled_dialog_quits_the_application_and_goes_on_to_the_saving)
 {
-    desk.dialogs.files = {std::nullopt};
+    started.dialogs.files = {std::nullopt};
     enter_command();
-    EXPECT_TRUE(desk.dialogs.messages.empty());
+    EXPECT_TRUE(started.dialogs.messages.empty());
     EXPECT_EQ(office.open_applications, 0);
     EXPECT_TRUE(office.files.contains(U"d:\\out\\2024-03-01-陈默然.xlsx"));
     for (const RecordedTask& task : office.tasks) EXPECT_TRUE(task.quit);
-}
-
-TEST_F(Labels, any_failing_operation_is_told_once_and_lets_everything_go)
-{
-    desk.dialogs.files = {labels};
-    enter_command();
-    const int operations = office.operations;
-    for (int failing = 1; failing <= operations; ++failing) {
-        office = {};
-        office.fail_at = failing;
-        desk.program.blank_templates.clear();
-        desk.dialogs.files = {labels};
-        desk.open_text(line(U"z1 1", U"p1", U"m1") + line(U"z1 2", U"p2", U"m1") + line(U"z1 3", U"p2", U"m2"));
-        enter_command();
-        EXPECT_EQ(desk.dialogs.take_messages(), std::vector<std::string>{"Tarvik 计算|办公软件没有回应"}) << failing;
-        EXPECT_TRUE(!form1.xlApp && !form1.xlBook && !form1.xlSheet && office.open_applications == 0) << failing;
-    }
 }
 
 TEST_F(Labels, blocks_merge_as_row_by_row_comparison_does)
@@ -130,8 +102,8 @@ TEST_F(Labels, blocks_merge_as_row_by_row_comparison_does)
             }
         form1.z1end = first_end;
         form1.z6end = second_end;
-        desk.dialogs.files = {labels};
-        excel1(desk.program);
+        started.dialogs.files = {labels};
+        excel1(program);
         for (Cells* held : {&office.files[labels], &cells})
             std::erase_if(*held, [](const auto& cell) { return cell.second == CellValue(Text()); });
         EXPECT_TRUE(office.files[labels] == cells) << round << ": numbers stay numbers";

@@ -1,6 +1,5 @@
 #include "repair_rules/sheets.h"
 
-#include "tests/engines/spreadsheets/workbook_file.h"
 #include "tests/repair_rules/random_lines.h"
 
 #include <gtest/gtest.h>
@@ -111,65 +110,6 @@ TEST(Sheets, random_sheets_become_what_the_plain_loops_make_of_them)
     }
 }
 
-TEST(Sheets, whole_workbooks_hold_the_same_cells_after_saving)
-{
-    for (unsigned seed = 0; seed < 6; ++seed) {
-        RandomLines random(seed, rules());
-        Grid before = random.sheet(120, 14);
-        const auto records = random.records(100, 120);
-        test::WorkbookFile file(test::simple_parts(""));
-        Workbook& made = file.open();
-        for (const auto& [place, value] : before) made.worksheet(1).set_cell(place.first, place.second, value);
-        made.close(true);
-        for (const Work& work : {order, prices}) {
-            Workbook& book = file.open();
-            const bool found = enter(work, book.worksheet(1), records);
-            book.save_as(U"A.xlsx");
-            book.close(true);
-            Grid plain = before;
-            EXPECT_EQ(found, work.plain(plain, records));
-            Worksheet& sheet = file.open(U"A.xlsx").worksheet(1);
-            Grid saved;
-            for (int row = 1; row <= 300; ++row)
-                for (int column = 1; column <= 30; ++column)
-                    if (!sheet.is_empty(row, column)) saved[{row, column}] = sheet.value(row, column);
-            EXPECT_EQ(shown(saved), shown(plain)) << seed;
-            file.application = file.engine.create();
-        }
-    }
-}
-
-TEST(Sheets, numbers_meet_by_value_and_other_texts_never)
-{
-    const Grid before{{{12, 1}, U"00123"}, {{13, 1}, 0.0},   {{14, 1}, U"甲"},
-                      {{15, 1}, 1230.0},   {{11, 1}, 123.0}, {{16, 1}, U" +1.23e2 "}};
-    PlainRecord record(17, Text());
-    record[13] = U"甲";
-    record[14] = U"乙";
-    std::vector<PlainRecord> records;
-    for (const TextView number : {U"123", U"0", U"甲", U""}) {
-        record[4] = number.str();
-        records.push_back(record);
-    }
-    GridSheet sheet(before);
-    EXPECT_TRUE(enter(order, sheet, records));
-    Grid expected = before;
-    for (const int row : {12, 16}) {
-        expected[{row, 5}] = U"|甲";
-        expected[{row, 6}] = U"|乙";
-        expected[{row, 7}] = U"|";
-    }
-    EXPECT_EQ(shown(sheet.cells()), shown(expected));
-    // An incomplete record is met and writes nothing; a number that nobody has is not met.
-    record[4] = U"123";
-    record[14] = Text();
-    GridSheet incomplete(before);
-    EXPECT_TRUE(enter(order, incomplete, {record}));
-    record[4] = U"124";
-    EXPECT_FALSE(enter(order, incomplete, {record}));
-    EXPECT_EQ(shown(incomplete.cells()), shown(before));
-}
-
 TEST(Sheets, lines_below_row_1000_do_not_count)
 {
     Grid before{{{12, 1}, 1.0}, {{1000, 1}, 2.0}, {{1000, 2}, U"监控"}, {{1001, 1}, 3.0}, {{1001, 2}, U"监控"}};
@@ -203,16 +143,6 @@ TEST(Sheets, the_latest_of_several_records_stands_first_and_nothing_is_lost_beyo
     expected[{33, 2}] = U"经手";
     expected[{34, 2}] = U"复核";
     EXPECT_EQ(shown(prices_in(before, records)), shown(expected));
-}
-
-TEST(Sheets, moved_cells_stay_numbers_or_texts)
-{
-    const Grid before{{{12, 1}, 1.0}, {{12, 9}, U"备"}, {{13, 1}, U"007"}, {{13, 2}, 7.5}, {{13, 9}, U"7"}};
-    const Grid after = prices_in(before, {price(U"1", U"a"), price(U"1", U"b")});
-    EXPECT_EQ(after.at({14, 1}), CellValue(U"007"));
-    EXPECT_EQ(after.at({14, 2}), CellValue(7.5));
-    EXPECT_EQ(after.at({14, 9}), CellValue(U"7"));
-    EXPECT_FALSE(after.contains({13, 1}));
 }
 
 } // namespace

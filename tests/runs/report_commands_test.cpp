@@ -1,6 +1,5 @@
 #include "runs/report_commands.h"
 
-#include "designer/design/design.h"
 #include "platform/text/code_page.h"
 #include "runs/batch_runner.h"
 #include "tests/support/test_program.h"
@@ -191,26 +190,6 @@ TEST_F(Commands, without_a_folder_only_a_command_complains)
     desk.dialogs.inputs = {U"d:\\not\\there"};
     EXPECT_THROW(run_command(program, commands), Failure);
     EXPECT_EQ(form1.filecount, 0);
-}
-
-TEST(Design, fields_go_into_their_boxes_by_position)
-{
-    TestProgram desk;
-    Form4& form4 = desk.program.form4;
-    const auto load = [&](TextView line) { Opensesame(form4, line); };
-    load(from_utf8(design_line("", "1*2")));
-    EXPECT_EQ(form4.Text3.text(), U"") << "the first field alone may be empty";
-    EXPECT_EQ(form4.Text4.text(), U"2\r\n");
-    EXPECT_EQ(form4.Text2[49].text(), U"-1");
-    load(U"q*7*8**9*z");
-    EXPECT_EQ(form4.Text3.text(), U"q");
-    EXPECT_EQ(form4.Text1[0].text(), U"7");
-    EXPECT_EQ(form4.Text1[1].text(), U"8");
-    EXPECT_EQ(form4.Text1[2].text(), U"*9") << "an empty field takes the next one in";
-    EXPECT_EQ(form4.Text1[3].text(), U"-1");
-    EXPECT_EQ(form4.Text4.text(), U"z");
-    load(U"no field at all");
-    EXPECT_EQ(form4.Text3.text(), U"q");
 }
 
 } // namespace

@@ -12,11 +12,7 @@ Text text_of(const CellValue& value)
 
 class Counted {
 public:
-    explicit Counted(RecordedOffice& office) : office_(office)
-    {
-        office_.count();
-        ++office_.open_applications;
-    }
+    explicit Counted(RecordedOffice& office) : office_(office) { ++office_.open_applications; }
     ~Counted() { --office_.open_applications; }
     Counted(const Counted&) = delete;
     Counted& operator=(const Counted&) = delete;
@@ -24,7 +20,6 @@ public:
 protected:
     void refuse(TextView path) const
     {
-        office_.count();
         if (!office_.failing.empty() && path.str().ends_with(office_.failing)) throw Failure(U"无法打开：" + path);
     }
     RecordedOffice& office_;
@@ -43,27 +38,17 @@ public:
         cells_ = office_.files[path_];
         return *this;
     }
-    void quit() override
-    {
-        office_.count();
-        task().quit = true;
-    }
+    void quit() override { task().quit = true; }
 
     int worksheet_count() const override { return 1; }
-    Worksheet& worksheet(int) override
-    {
-        office_.count();
-        return *this;
-    }
+    Worksheet& worksheet(int) override { return *this; }
     void save_as(TextView path) override
     {
-        office_.count();
         task().saved_as = path_ = path.str();
         office_.files[path_] = cells_;
     }
     void close(bool save_changes) override
     {
-        office_.count();
         task().closed = true;
         task().saved = save_changes;
         if (save_changes) office_.files[path_] = cells_;
@@ -71,37 +56,29 @@ public:
 
     Text cell(int row, int column) const override
     {
-        office_.count();
         const auto found = cells_.find({row, column});
         return found == cells_.end() ? Text() : text_of(found->second);
     }
     CellValue value(int row, int column) const override
     {
-        office_.count();
         const auto found = cells_.find({row, column});
         return found == cells_.end() ? CellValue(Text()) : found->second;
     }
     bool is_empty(int row, int column) const override { return cell(row, column).empty(); }
     void set_cell(int row, int column, const CellValue& value) override
     {
-        office_.count();
         task().cells[{row, column}] = value;
         cells_[{row, column}] = value;
     }
     int clear(int first_row, int last_row, int first_column, int last_column) override
     {
-        office_.count();
         ++task().cleared;
         return static_cast<int>(std::erase_if(cells_, [&](const auto& cell) {
             const auto [row, column] = cell.first;
             return row >= first_row && row <= last_row && column >= first_column && column <= last_column;
         }));
     }
-    void print_out() override
-    {
-        office_.count();
-        ++task().printed;
-    }
+    void print_out() override { ++task().printed; }
 
 private:
     RecordedTask& task() const { return office_.tasks.back(); }
@@ -120,48 +97,18 @@ public:
         refuse(path);
         return *this;
     }
-    void quit() override
-    {
-        office_.count();
-        task().quit = true;
-    }
-    void set_cell_text(int row, int column, TextView text) override
-    {
-        office_.count();
-        task().cells[{row, column}] = text.str();
-    }
-    void add_picture(int row, int column, TextView path) override
-    {
-        office_.count();
-        task().pictures[{row, column}] = path.str();
-    }
-    void save_as(TextView path) override
-    {
-        office_.count();
-        task().saved_as = path.str();
-        office_.saved_documents[task().saved_as] = task();
-    }
-    void print_out() override
-    {
-        office_.count();
-        ++task().printed;
-    }
-    void close() override
-    {
-        office_.count();
-        task().closed = true;
-    }
+    void quit() override { task().quit = true; }
+    void set_cell_text(int row, int column, TextView text) override { task().cells[{row, column}] = text.str(); }
+    void add_picture(int row, int column, TextView path) override { task().pictures[{row, column}] = path.str(); }
+    void save_as(TextView path) override { task().saved_as = path.str(); }
+    void print_out() override { ++task().printed; }
+    void close() override { task().closed = true; }
 
 private:
     RecordedDocumentTask& task() const { return office_.documents.back(); }
 };
 
 } // namespace
-
-void RecordedOffice::count()
-{
-    if (++operations == fail_at) throw Failure(U"办公软件没有回应");
-}
 
 std::unique_ptr<SpreadsheetApplication> RecordedOffice::create_spreadsheet()
 {

@@ -31,15 +31,14 @@ struct RecordedDocumentTask {
 };
 
 /// Office programs that keep what they are asked to do and, of workbooks with one sheet, what their files would hold.
-/// An opening whose path ends in `failing` throws, and so does the operation number `fail_at`, counting from 1.
+/// An opening whose path ends in `failing` throws.
 class RecordedOffice final : public OfficeEngines {
 public:
     std::vector<RecordedTask> tasks;
     std::vector<RecordedDocumentTask> documents;
     std::map<Text, Cells> files; ///< by the path as it was given; a path that nobody preset opens as an empty workbook
-    std::map<Text, RecordedDocumentTask> saved_documents; ///< by their path, as they stood when they were saved
+
     Text failing;
-    int fail_at = 0, operations = 0;
     int open_applications = 0;
 
     std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
@@ -47,8 +46,6 @@ public:
 
     /// The tasks whose file has this name, without folder.
     std::vector<RecordedTask> of(TextView name) const;
-    /// Counts an operation and throws when its turn has come.
-    void count();
 };
 
 } // namespace tarvik::test

@@ -44,34 +44,34 @@ protected:
     Program& program = started.program;
     Form1& form1 = program.form1;
 
+    Form4& form4 = program.form4;
+    Text typed_folder; ///< for the output; empty takes the default
+
     void write_report(const std::string& name, const Report& report);
     void open_report(const Report& report);
-    void open_text(const Text& text);
-    /// Types the command and presses Enter, with the default output folder and OK to every question.
-    void press_enter(TextView command);
+    void happen(EventKind kind, Control& control, char32_t key = 0);
+    /// Types the command and presses Enter; the questions get these answers.
+    void press_enter(TextView command, std::deque<Answer> replies = {Answer::OK});
+    void tick(Timer& timer) { happen(EventKind::Tick, timer); }
     /// Ticks whichever timer is on until none is.
     void run();
     /// Presses Enter, and ticks to the end.
     void play(TextView command);
+    /// What the user was told since the last call, questions aside.
+    std::vector<Text> told();
 
     /// What a workbook of this name in the installation folder holds before the run.
     void preset(const Text& name, const Cells& cells) { office.files[installed(program, name)] = cells; }
     /// What the office's file holds, empty texts aside.
     Cells workbook(const Text& path) const;
-    /// The files that are no templates.
+    /// The files in the default output folder.
     std::vector<Text> saved() const;
-    /// The output folder holds these files and no others, cell by cell.
+    /// The default output folder holds these files and no others, cell by cell.
     void expect_saved(const std::map<Text, Cells>& expected) const;
-    /// Everything that a run leaves behind besides its files.
+    /// No application is open and no timer on.
+    void expect_released();
+    /// And everything else that a run leaves behind besides its files is as it should be.
     void expect_idle();
-
-    /// Plays the command with a failure at each operation of the office in turn, until a run comes through. After each
-    /// there is one message, everything is idle, the files `untouched` hold what they held, and every document that was
-    /// saved is one that a run without failures saves.
-    void expect_clean_failures(TextView command, const std::vector<Text>& untouched);
-
-private:
-    Text opened_; // the runs load other reports into the pane
 };
 
 /// Random fields: missing, short, long, with "/", with points, with blanks.

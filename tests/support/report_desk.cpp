@@ -1,4 +1,4 @@
-#include "tests/dockets/report_desk.h"
+#include "tests/support/report_desk.h"
 
 #include "platform/files/file_name.h"
 
@@ -78,38 +78,44 @@ void ReportDesk::write_report(const std::string& name, const Report& report)
 
 void ReportDesk::open_report(const Report& report)
 {
-    open_text(document(report));
+    started.open_text(document(report));
 }
 
-void ReportDesk::open_text(const Text& text)
-{
-    opened_ = text;
-    started.open_text(text);
-}
-
-void ReportDesk::press_enter(TextView command)
+void ReportDesk::press_enter(TextView command, std::deque<Answer> replies)
 {
     form1.query_box().set_text(command.str());
-    started.dialogs.inputs = {Text()};
-    started.dialogs.replies = {Answer::OK};
-    Event event{EventKind::KeyPress, form1.query_box()};
-    event.key = U'\r';
+    started.dialogs.inputs = {typed_folder};
+    started.dialogs.replies = std::move(replies);
+    happen(EventKind::KeyPress, form1.query_box(), U'\r');
+}
+
+void ReportDesk::happen(EventKind kind, Control& control, char32_t key)
+{
+    Event event{kind, control};
+    event.key = key;
     dispatch(program, event);
 }
 
 void ReportDesk::run()
 {
-    for (Timer* timer : form1.batch_timers())
-        for (int guard = 0; timer->enabled() && guard < 1000; ++guard) {
-            Event event{EventKind::Tick, *timer};
-            dispatch(program, event);
-        }
+    for (Timer* timer : form1.batch_timers()) {
+        for (int guard = 0; timer->enabled() && guard < 1000; ++guard) tick(*timer);
+        EXPECT_FALSE(timer->enabled());
+    }
 }
 
 void ReportDesk::play(TextView command)
 {
     press_enter(command);
     run();
+}
+
+std::vector<Text> ReportDesk::told()
+{
+    std::vector<Text> texts;
+    for (const Message& message : std::exchange(started.dialogs.messages, {}))
+        if (message.buttons == Buttons::OK) texts.push_back(message.text);
+    return texts;
 }
 
 Cells ReportDesk::workbook(const Text& path) const
@@ -133,49 +139,19 @@ void ReportDesk::expect_saved(const std::map<Text, Cells>& expected) const
         EXPECT_EQ(lines_of(workbook(path)), lines_of(without_empty(cells))) << to_utf8(path);
 }
 
-void ReportDesk::expect_idle()
+void ReportDesk::expect_released()
 {
     EXPECT_FALSE(form1.xlApp || form1.xlBook || form1.xlSheet || form1.wdApp || form1.wdDoc);
     EXPECT_EQ(office.open_applications, 0);
     EXPECT_TRUE(form1.batchgate);
-    EXPECT_EQ(form1.batchcursor, -1);
-    EXPECT_EQ(form1.sheetno, 1);
     for (const Timer* timer : form1.batch_timers()) EXPECT_FALSE(timer->enabled());
 }
 
-void ReportDesk::expect_clean_failures(TextView command, const std::vector<Text>& untouched)
+void ReportDesk::expect_idle()
 {
-    std::vector<Cells> before;
-    for (const Text& path : untouched) before.push_back(workbook(path));
-    started.dialogs.messages.clear();
-    office.saved_documents.clear();
-    office.operations = 0;
-    play(command);
-    const auto documents = std::exchange(office.saved_documents, {});
-    const int operations = office.operations;
-    const std::size_t questions = started.dialogs.messages.size();
-    ASSERT_GT(operations, 10);
-    for (int turn = 1; turn <= operations; ++turn) {
-        SCOPED_TRACE("operation " + std::to_string(turn));
-        started.dialogs.messages.clear();
-        program.blank_templates.clear();
-        office.operations = 0;
-        office.fail_at = turn;
-        started.open_text(opened_);
-        play(command);
-        ASSERT_EQ(started.dialogs.messages.size(), questions + 1);
-        EXPECT_EQ(to_utf8(started.dialogs.messages.back().text), to_utf8(U"办公软件没有回应"));
-        EXPECT_EQ(form1.window.caption().find(U"!"), Text::npos) << to_utf8(form1.window.caption());
-        expect_idle();
-        for (std::size_t i = 0; i < untouched.size(); ++i)
-            EXPECT_EQ(lines_of(workbook(untouched[i])), lines_of(before[i])) << to_utf8(untouched[i]);
-        for (const auto& [path, document] : std::exchange(office.saved_documents, {})) {
-            ASSERT_TRUE(documents.contains(path)) << to_utf8(path);
-            EXPECT_TRUE(document.cells == documents.at(path).cells && document.pictures == documents.at(path).pictures)
-                << to_utf8(path) << " is saved half-written";
-        }
-    }
-    office.fail_at = 0;
+    expect_released();
+    EXPECT_EQ(form1.batchcursor, -1);
+    EXPECT_EQ(form1.sheetno, 1);
 }
 
 Text RandomFields::field()
