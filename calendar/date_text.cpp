@@ -1,6 +1,4 @@
-#include "calendar/date_text.h"
-
-#include "calendar/days.h"
+#include "calendar/calendar.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "calendar/days.h"
+#include "calendar/calendar.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "calendar/numbers.h"
+#include "calendar/calendar.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "calendar/seconds_of_day.h"
+#include "calendar/calendar.h"
 
 namespace tarvik {
 

@@ -1,4 +1,4 @@
-#include "calendar/telephone.h"
+#include "calendar/calendar.h"
 
 namespace tarvik {
 

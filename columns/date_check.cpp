@@ -1,6 +1,6 @@
 #include "columns/comparisons.h"
 
-#include "calendar/date_text.h"
+#include "calendar/calendar.h"
 #include "columns/boxes.h"
 #include "columns/row_list.h"
 #include "columns/views.h"

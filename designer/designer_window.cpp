@@ -1,4 +1,4 @@
-#include "designer/designer_window.h"
+#include "designer/designer.h"
 
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"

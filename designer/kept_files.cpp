@@ -1,7 +1,7 @@
-#include "designer/kept_files.h"
+#include "designer/designer.h"
 
 #include "columns/boxes.h"
-#include "designer/design/transfers.h"
+#include "designer/design/design.h"
 #include "platform/text/code_page.h"
 #include "runs/batch_runner.h"
 #include "runs/folder_walk.h"
@@ -97,18 +97,14 @@ void excelbijiaop88(Program& program)
     show_caption(program, form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" + U" OK !");
 }
 
-const ReportCommand& keptfile_command()
-{
-    static constexpr ReportCommand row{
-        .text = U"An keptfile",
-        .notice =
-            U"它可以通过打开所有文件，是否包含有源数据表中某列的数组元素，相当于在某个文件夹中同时建立了多个搜索条件！",
-        .title_first = true,
-        .key = U"\r",
-        .count_goes_to = &Form1::rowcount,
-        .run = excelbijiaop88,
-    };
-    return row;
-}
+constexpr ReportCommand keptfile_command{
+    .text = U"An keptfile",
+    .notice =
+        U"它可以通过打开所有文件，是否包含有源数据表中某列的数组元素，相当于在某个文件夹中同时建立了多个搜索条件！",
+    .title_first = true,
+    .key = U"\r",
+    .count_goes_to = &Form1::rowcount,
+    .run = excelbijiaop88,
+};
 
 } // namespace tarvik

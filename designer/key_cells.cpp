@@ -1,8 +1,7 @@
-#include "designer/key_cells.h"
+#include "designer/designer.h"
 
 #include "designer/design/design.h"
-#include "designer/design/transfers.h"
-#include "designer/source_folder.h"
+#include "designer/run_parts.h"
 #include "runs/folder_walk.h"
 #include "runs/sheet_path.h"
 #include "runs/tasks.h"
@@ -165,30 +164,22 @@ void qqrs(Program& program)
     form1.Timer9.set_enabled(false);
 }
 
-const ReportCommand& excelfile_command()
-{
-    static constexpr ReportCommand row{
-        .text = U"An Excelfile",
-        .notice = U"它可以通过打开多个excel文档｛如：每个学生的成绩单，每人一张表格｝，通过打开提取EXCELB表（行，列）"
-                  U"｛如：学号｝；然后在SUF表｛如：学校考试总表｝中查询到该数据行，｛如：该学号对应的考试成绩｝,"
-                  U"然后将各科成绩转移到EXCEL（其他行，其他列）中。注意：其中报表设计器左下角的“1”框中的数值为EXCEL "
-                  U"表中最大的行数值，当设置为 1 时，代表每个EXCEL表中有且仅有1个元素与SUF表互动，左上角为筛选数据。",
-        .title_first = true,
-        .design_key = DesignKey::Lowered,
-        .count_goes_to = &Form1::rowcount,
-        .run =
-            [](Program& program) {
-                program.form1.sheetno = 0;
-                program.form1.Timer9.set_enabled(true);
-            },
-    };
-    return row;
-}
+constexpr ReportCommand excelfile_command{
+    .text = U"An Excelfile",
+    .notice = U"它可以通过打开多个excel文档｛如：每个学生的成绩单，每人一张表格｝，通过打开提取EXCELB表（行，列）"
+              U"｛如：学号｝；然后在SUF表｛如：学校考试总表｝中查询到该数据行，｛如：该学号对应的考试成绩｝,"
+              U"然后将各科成绩转移到EXCEL（其他行，其他列）中。注意：其中报表设计器左下角的“1”框中的数值为EXCEL "
+              U"表中最大的行数值，当设置为 1 时，代表每个EXCEL表中有且仅有1个元素与SUF表互动，左上角为筛选数据。",
+    .title_first = true,
+    .design_key = DesignKey::Lowered,
+    .count_goes_to = &Form1::rowcount,
+    .run =
+        [](Program& program) {
+            program.form1.sheetno = 0;
+            program.form1.Timer9.set_enabled(true);
+        },
+};
 
-const OwnTick& excelfile_tick()
-{
-    static constexpr OwnTick row{&Form1::Timer9, excelfile_timer};
-    return row;
-}
+constexpr OwnTick excelfile_tick{&Form1::Timer9, excelfile_timer};
 
 } // namespace tarvik

@@ -1,8 +1,7 @@
-#include "designer/live_comparison.h"
+#include "designer/designer.h"
 
-#include "designer/design/transfers.h"
-#include "designer/run_keys.h"
-#include "designer/source_folder.h"
+#include "designer/design/design.h"
+#include "designer/run_parts.h"
 #include "mainwindow/installation_files.h"
 #include "runs/folder_walk.h"
 #include "runs/sheet_path.h"
@@ -46,52 +45,40 @@ void excelbijiaopt(Program& program)
     close_sheet(program);
 }
 
-const ReportCommand& tomation_command()
-{
-    static constexpr ReportCommand row{
-        .text = U"An tomation",
-        .prepare = [](Program& program) { program.form1.folderchosen = false; },
-        .notice = U"An tomation 可以读取保存在{folder}\\automation3.bin的参数信息，"
-                  U"通过依次打开多个或单个excel文件，实时对照更新，完善测试报表分析设计。",
-        .question = excel_question,
-        .report = U"3160",
-        .question_tail = U"在此目录下.",
-        .design = files::design_live,
-        .count_goes_to = &Form1::rowcount,
-        .key_column = design_column,
-        .timer = &Form1::Timer8,
-    };
-    return row;
-}
+constexpr ReportCommand tomation_command{
+    .text = U"An tomation",
+    .prepare = [](Program& program) { program.form1.folderchosen = false; },
+    .notice = U"An tomation 可以读取保存在{folder}\\automation3.bin的参数信息，"
+              U"通过依次打开多个或单个excel文件，实时对照更新，完善测试报表分析设计。",
+    .question = excel_question,
+    .report = U"3160",
+    .question_tail = U"在此目录下.",
+    .design = files::design_live,
+    .count_goes_to = &Form1::rowcount,
+    .key_column = design_column,
+    .timer = &Form1::Timer8,
+};
 
-const ReportCommand& sesame_open_command()
-{
-    static constexpr ReportCommand row{
-        .text = U"An Sesame Open",
-        .notice = U"An Sesame Open 可以读取保存在{folder}\\automation2.bin的参数信息，"
-                  U"通过依次打开多个或者单个excel文件，批量更新！",
-        .design = files::design_b,
-        .title_first = true,
-        .count_goes_to = &Form1::rowcount,
-        .run = excelbijiaopt,
-    };
-    return row;
-}
+constexpr ReportCommand sesame_open_command{
+    .text = U"An Sesame Open",
+    .notice = U"An Sesame Open 可以读取保存在{folder}\\automation2.bin的参数信息，"
+              U"通过依次打开多个或者单个excel文件，批量更新！",
+    .design = files::design_b,
+    .title_first = true,
+    .count_goes_to = &Form1::rowcount,
+    .run = excelbijiaopt,
+};
 
-const SheetFamily& tomation_family()
-{
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer8,
-        .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3160); },
-        .prepare = take_key_rows,
-        .sheet = excelbijiaopt,
-        .finished =
-            [](Program& program) {
-                program.form1.folderchosen = false;
-                tell_failures(program, program.run.failures);
-            },
-    };
-    return family;
-}
+constexpr SheetFamily tomation_family{
+    .timer = &Form1::Timer8,
+    .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3160); },
+    .prepare = take_key_rows,
+    .sheet = excelbijiaopt,
+    .finished =
+        [](Program& program) {
+            program.form1.folderchosen = false;
+            tell_failures(program, program.run.failures);
+        },
+};
 
 } // namespace tarvik

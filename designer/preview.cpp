@@ -1,9 +1,8 @@
-#include "designer/preview.h"
+#include "designer/designer.h"
 
 #include "columns/row_scan.h"
 #include "columns/split_line.h"
 #include "designer/design/design.h"
-#include "designer/design/transfers.h"
 #include "mainwindow/installation_files.h"
 #include "runs/tasks.h"
 

@@ -1,7 +1,7 @@
-#include "designer/template_reports.h"
+#include "designer/designer.h"
 
-#include "designer/design/transfers.h"
-#include "designer/run_keys.h"
+#include "designer/design/design.h"
+#include "designer/run_parts.h"
 #include "mainwindow/installation_files.h"
 #include "runs/sheet_path.h"
 #include "runs/tasks.h"
@@ -60,33 +60,22 @@ void excecopy8(Program& program)
     close_sheet(program);
 }
 
-const ReportCommand& template_command_a()
-{
-    static constexpr ReportCommand row = row_of(command_a,
-                                                U"An testsesame A可以读取保存在{folder}\\automation.bin的参数信息，"
-                                                U"按照{folder}/designerA.xlsx设计模板，报表自动化！",
-                                                files::design_a, files::designed_a);
-    return row;
-}
+constexpr ReportCommand template_command_a = row_of(command_a,
+                                                    U"An testsesame A可以读取保存在{folder}\\automation.bin的参数信息，"
+                                                    U"按照{folder}/designerA.xlsx设计模板，报表自动化！",
+                                                    files::design_a, files::designed_a);
 
-const ReportCommand& template_command_b()
-{
-    static constexpr ReportCommand row = row_of(command_b,
-                                                U"An testsesame B可以读取保存在{folder}\\automation2.bin的参数信息，"
-                                                U"按照{folder}/designerB.xlsx设计模板，报表自动化！",
-                                                files::design_b, files::designed_b);
-    return row;
-}
+constexpr ReportCommand template_command_b =
+    row_of(command_b,
+           U"An testsesame B可以读取保存在{folder}\\automation2.bin的参数信息，"
+           U"按照{folder}/designerB.xlsx设计模板，报表自动化！",
+           files::design_b, files::designed_b);
 
-const SheetFamily& template_family()
-{
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer7,
-        .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3159); },
-        .prepare = take_key_rows,
-        .sheet = excecopy8,
-    };
-    return family;
-}
+constexpr SheetFamily template_family{
+    .timer = &Form1::Timer7,
+    .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3159); },
+    .prepare = take_key_rows,
+    .sheet = excecopy8,
+};
 
 } // namespace tarvik

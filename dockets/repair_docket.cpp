@@ -1,7 +1,6 @@
-#include "dockets/repair_docket.h"
+#include "dockets/dockets.h"
 
 #include "columns/columns.h"
-#include "dockets/docket_parts.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
 #include "runs/keyed_scans.h"
@@ -125,29 +124,21 @@ void excecopy(Program& program, int first, int last)
     close_sheet(program);
 }
 
-const ReportCommand& docket_command()
-{
-    static constexpr ReportCommand row{
-        .text = command_text,
-        .question = excel_question,
-        .report = U"3139",
-        .question_tail = U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
-        .key = U"4900",
-        .key_column = receipt_column,
-        .timer = &Form1::Timer3,
-    };
-    return row;
-}
+constexpr ReportCommand docket_command{
+    .text = command_text,
+    .question = excel_question,
+    .report = U"3139",
+    .question_tail = U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
+    .key = U"4900",
+    .key_column = receipt_column,
+    .timer = &Form1::Timer3,
+};
 
-const SheetFamily& docket_family()
-{
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer3,
-        .scan = count_devices,
-        .prepare = prepare_docket,
-        .sheet = [](Program& program) { excecopy(program, 4, 7); },
-    };
-    return family;
-}
+constexpr SheetFamily docket_family{
+    .timer = &Form1::Timer3,
+    .scan = count_devices,
+    .prepare = prepare_docket,
+    .sheet = [](Program& program) { excecopy(program, 4, 7); },
+};
 
 } // namespace tarvik

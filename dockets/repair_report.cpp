@@ -1,4 +1,4 @@
-#include "dockets/repair_report.h"
+#include "dockets/dockets.h"
 
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
@@ -100,29 +100,21 @@ void excecopyword(Program& program, bool first_flag, bool second_flag)
     close_sheet(program);
 }
 
-const ReportCommand& repair_report_command()
-{
-    static constexpr ReportCommand row{
-        .text = command_text,
-        .question = word_question,
-        .report = U"3158",
-        .key = U"不可修复",
-        .key_column = device_column,
-        .timer = &Form1::Timer5,
-    };
-    return row;
-}
+constexpr ReportCommand repair_report_command{
+    .text = command_text,
+    .question = word_question,
+    .report = U"3158",
+    .key = U"不可修复",
+    .key_column = device_column,
+    .timer = &Form1::Timer5,
+};
 
-const SheetFamily& repair_report_family()
-{
-    // A device that the report no longer holds gets a sheet all the same, of the row that stands in the table.
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer5,
-        .scan = find_device,
-        .needs_records = false,
-        .sheet = [](Program& program) { excecopyword(program, true, true); },
-    };
-    return family;
-}
+// A device that the report no longer holds gets a sheet all the same, of the row that stands in the table.
+constexpr SheetFamily repair_report_family{
+    .timer = &Form1::Timer5,
+    .scan = find_device,
+    .needs_records = false,
+    .sheet = [](Program& program) { excecopyword(program, true, true); },
+};
 
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "dockets/service_bill.h"
+#include "dockets/dockets.h"
 
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
@@ -107,31 +107,23 @@ void excecopy6(Program& program)
     close_sheet(program);
 }
 
-const ReportCommand& service_bill_command()
-{
-    static constexpr ReportCommand row{
-        .text = command_text,
-        .question = excel_question,
-        .report = U"3138",
-        .question_tail = service_question_tail,
-        .key = own_make,
-        .key_column = device_column,
-        .timer = &Form1::Timer6,
-    };
-    return row;
-}
+constexpr ReportCommand service_bill_command{
+    .text = command_text,
+    .question = excel_question,
+    .report = U"3138",
+    .question_tail = service_question_tail,
+    .key = own_make,
+    .key_column = device_column,
+    .timer = &Form1::Timer6,
+};
 
-const SheetFamily& service_bill_family()
-{
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer6,
-        .scan =
-            [](Program& program, TextView key) {
-                program.form1.partcount = query7(program, key, installed(program, files::report_3138));
-            },
-        .sheet = excecopy6,
-    };
-    return family;
-}
+constexpr SheetFamily service_bill_family{
+    .timer = &Form1::Timer6,
+    .scan =
+        [](Program& program, TextView key) {
+            program.form1.partcount = query7(program, key, installed(program, files::report_3138));
+        },
+    .sheet = excecopy6,
+};
 
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "dockets/service_list.h"
+#include "dockets/dockets.h"
 
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
@@ -91,31 +91,23 @@ void excecopy60(Program& program)
     close_sheet(program);
 }
 
-const ReportCommand& service_list_command()
-{
-    static constexpr ReportCommand row{
-        .text = command_text,
-        .question = excel_question,
-        .report = U"3160",
-        .question_tail = service_question_tail,
-        .key = own_make,
-        .key_column = delivery_column,
-        .timer = &Form1::Timer10,
-    };
-    return row;
-}
+constexpr ReportCommand service_list_command{
+    .text = command_text,
+    .question = excel_question,
+    .report = U"3160",
+    .question_tail = service_question_tail,
+    .key = own_make,
+    .key_column = delivery_column,
+    .timer = &Form1::Timer10,
+};
 
-const SheetFamily& service_list_family()
-{
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer10,
-        .scan =
-            [](Program& program, TextView key) {
-                program.form1.partcount = query7(program, key, installed(program, files::report_3160));
-            },
-        .sheet = excecopy60,
-    };
-    return family;
-}
+constexpr SheetFamily service_list_family{
+    .timer = &Form1::Timer10,
+    .scan =
+        [](Program& program, TextView key) {
+            program.form1.partcount = query7(program, key, installed(program, files::report_3160));
+        },
+    .sheet = excecopy60,
+};
 
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "dockets/service_summary.h"
+#include "dockets/dockets.h"
 
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
@@ -47,21 +47,17 @@ void excecopy7(Program& program)
                {.folder_text = first_field(program, folder_column), .parts = {}, .ending = U"_汇总"});
 }
 
-const ReportCommand& service_summary_command()
-{
-    static constexpr ReportCommand row{
-        .text = command_text,
-        .question = word_question,
-        .report = U"3158",
-        .key = own_make,
-        .count_goes_to = &Form1::recordcount,
-        .run =
-            [](Program& program) {
-                excecopy7(program);
-                show_caption(program, U"Tarvik 计算 ");
-            },
-    };
-    return row;
-}
+constexpr ReportCommand service_summary_command{
+    .text = command_text,
+    .question = word_question,
+    .report = U"3158",
+    .key = own_make,
+    .count_goes_to = &Form1::recordcount,
+    .run =
+        [](Program& program) {
+            excecopy7(program);
+            show_caption(program, U"Tarvik 计算 ");
+        },
+};
 
 } // namespace tarvik

@@ -1,7 +1,6 @@
-#include "dockets/test_docket.h"
+#include "dockets/dockets.h"
 
 #include "designer/design/design.h"
-#include "dockets/docket_parts.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
 
@@ -100,26 +99,18 @@ void excecopys(Program& program)
     close_sheet(program);
 }
 
-const ReportCommand& test_docket_command()
-{
-    static constexpr ReportCommand row{
-        .text = command_text,
-        .design = files::design_a,
-        .key_column = design_column,
-        .timer = &Form1::Timer4,
-    };
-    return row;
-}
+constexpr ReportCommand test_docket_command{
+    .text = command_text,
+    .design = files::design_a,
+    .key_column = design_column,
+    .timer = &Form1::Timer4,
+};
 
-const SheetFamily& test_docket_family()
-{
-    static constexpr SheetFamily family{
-        .timer = &Form1::Timer4,
-        .scan = count_devices,
-        .prepare = prepare_docket,
-        .sheet = excecopys,
-    };
-    return family;
-}
+constexpr SheetFamily test_docket_family{
+    .timer = &Form1::Timer4,
+    .scan = count_devices,
+    .prepare = prepare_docket,
+    .sheet = excecopys,
+};
 
 } // namespace tarvik

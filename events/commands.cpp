@@ -1,19 +1,9 @@
 #include "events/commands.h"
 
 #include "calendar/attendance/attendance.h"
-#include "designer/designer_window.h"
-#include "designer/kept_files.h"
-#include "designer/key_cells.h"
-#include "designer/live_comparison.h"
-#include "designer/template_reports.h"
-#include "dockets/repair_docket.h"
-#include "dockets/repair_report.h"
-#include "dockets/service_bill.h"
-#include "dockets/service_list.h"
-#include "dockets/service_summary.h"
-#include "dockets/test_docket.h"
-#include "lists/character_list.h"
-#include "lists/label_list.h"
+#include "designer/designer.h"
+#include "dockets/dockets.h"
+#include "lists/lists.h"
 #include "repair_rules/repair_commands.h"
 
 #include <array>
@@ -31,21 +21,21 @@ CommandTable report_commands()
     // One row a line, in the order in which they are tested
     // clang-format off
     static const std::array reports{
-        order_command(),
-        prices_command(),
-        keptfile_command(),
-        excelfile_command(),
-        tomation_command(),
-        sesame_open_command(),
-        docket_command(),
-        service_bill_command(),
-        service_list_command(),
-        service_summary_command(),
-        repair_report_command(),
-        test_docket_command(),
-        template_command_a(),
-        template_command_b(),
-        label_command(),
+        order_command,
+        prices_command,
+        keptfile_command,
+        excelfile_command,
+        tomation_command,
+        sesame_open_command,
+        docket_command,
+        service_bill_command,
+        service_list_command,
+        service_summary_command,
+        repair_report_command,
+        test_docket_command,
+        template_command_a,
+        template_command_b,
+        label_command,
     };
     // clang-format on
     return {immediate, reports};
@@ -53,10 +43,9 @@ CommandTable report_commands()
 
 TimerTable batch_timers()
 {
-    static const std::array families{docket_family(),       test_docket_family(), service_bill_family(),
-                                     service_list_family(), template_family(),    repair_report_family(),
-                                     tomation_family()};
-    static const std::array own_ticks{excelfile_tick()};
+    static const std::array families{docket_family,   test_docket_family,   service_bill_family, service_list_family,
+                                     template_family, repair_report_family, tomation_family};
+    static const std::array own_ticks{excelfile_tick};
     return {families, own_ticks};
 }
 

@@ -2,8 +2,7 @@
 
 #include "columns/keys.h"
 #include "columns/notes.h"
-#include "designer/designer_window.h"
-#include "designer/preview.h"
+#include "designer/designer.h"
 #include "events/commands.h"
 #include "events/query_box_keys.h"
 #include "reading/reading.h"

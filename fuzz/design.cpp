@@ -1,5 +1,4 @@
 #include "designer/design/design.h"
-#include "designer/design/transfers.h"
 #include "fuzz/target.h"
 #include "platform/text/code_page.h"
 #include "tests/support/test_program.h"

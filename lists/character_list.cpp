@@ -1,4 +1,4 @@
-#include "lists/character_list.h"
+#include "lists/lists.h"
 
 #include "mainwindow/installation_files.h"
 #include "platform/text/code_page.h"

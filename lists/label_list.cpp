@@ -1,12 +1,12 @@
-#include "lists/label_list.h"
+#include "lists/lists.h"
 
 #include "columns/columns.h"
+#include "columns/statistics.h"
 #include "mainwindow/installation_files.h"
 #include "runs/blanking.h"
 #include "runs/folder_walk.h"
 #include "runs/keyed_scans.h"
 #include "runs/sheet_path.h"
-#include "runs/sheet_statistics.h"
 #include "runs/tasks.h"
 
 #include <algorithm>
@@ -89,6 +89,24 @@ void move_counts(const Program& program, Worksheet& sheet)
 
 } // namespace
 
+void statistics(Program& program, int column, int& row, int sheetcol, int offset)
+{
+    const auto statistic = count_for_command(program, column);
+    if (!statistic) return;
+    ScratchFile file(program, statistics_file);
+    SpreadsheetTask task(program, installed(program, files::label_list));
+    int target = row;
+    for (const Count& value : statistic->counts) {
+        task.sheet().set_cell(target, sheetcol, upper(value.value));
+        task.sheet().set_cell(target, sheetcol + offset, number_text(value.count));
+        ++target;
+    }
+    task.finish(Changes::Save);
+    row = target;
+    program.form1.sheetrow = target;
+    show_statistic(program, file, *statistic);
+}
+
 void excel1(Program& program)
 {
     SpreadsheetTask task(program);
@@ -108,10 +126,6 @@ void excelsaveas(Program& program)
     task.finish(Changes::Save);
 }
 
-const ReportCommand& label_command()
-{
-    static constexpr ReportCommand row{.text = U"An label", .key = first_key, .run = an_label};
-    return row;
-}
+constexpr ReportCommand label_command{.text = U"An label", .key = first_key, .run = an_label};
 
 } // namespace tarvik

@@ -94,24 +94,10 @@ void excelbijiaop(Program& program)
     enter_in_folder(program, {repair_rules::price_number_field, repair_rules::enter_prices});
 }
 
-const ReportCommand& order_command()
-{
-    static constexpr ReportCommand row{.text = U"An order",
-                                       .title_first = true,
-                                       .key = U"4900",
-                                       .count_goes_to = &Form1::rowcount,
-                                       .run = excelbijiaok};
-    return row;
-}
+constexpr ReportCommand order_command{
+    .text = U"An order", .title_first = true, .key = U"4900", .count_goes_to = &Form1::rowcount, .run = excelbijiaok};
 
-const ReportCommand& prices_command()
-{
-    static constexpr ReportCommand row{.text = U"An prices",
-                                       .title_first = true,
-                                       .key = U"200",
-                                       .count_goes_to = &Form1::rowcount,
-                                       .run = excelbijiaop};
-    return row;
-}
+constexpr ReportCommand prices_command{
+    .text = U"An prices", .title_first = true, .key = U"200", .count_goes_to = &Form1::rowcount, .run = excelbijiaop};
 
 } // namespace tarvik

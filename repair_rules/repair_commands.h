@@ -14,7 +14,7 @@ void excelbijiaok(Program& program);
 /// Eight columns of the record, copied.
 void excelbijiaop(Program& program);
 
-const ReportCommand& order_command();
-const ReportCommand& prices_command();
+extern const ReportCommand order_command;
+extern const ReportCommand prices_command;
 
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "calendar/date_text.h"
+#include "calendar/calendar.h"
 #include "columns/sort.h"
 
 #include <cmath>

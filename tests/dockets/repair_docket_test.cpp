@@ -1,4 +1,4 @@
-#include "dockets/repair_docket.h"
+#include "dockets/dockets.h"
 #include "tests/support/report_desk.h"
 
 namespace tarvik {

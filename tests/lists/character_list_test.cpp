@@ -1,4 +1,4 @@
-#include "lists/character_list.h"
+#include "lists/lists.h"
 
 #include "platform/text/code_page.h"
 #include "tests/support/test_program.h"

@@ -1,4 +1,4 @@
-#include "lists/label_list.h"
+#include "lists/lists.h"
 
 #include "tests/support/report_desk.h"
 

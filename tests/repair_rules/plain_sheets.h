@@ -1,6 +1,6 @@
 #pragma once
 
-#include "calendar/numbers.h"
+#include "calendar/calendar.h"
 #include "repair_rules/rules.h"
 
 #include <map>

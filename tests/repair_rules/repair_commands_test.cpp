@@ -33,7 +33,7 @@ protected:
 
     void enter(TextView command, std::optional<Text> file = U"d:\\s\\b.xlsx")
     {
-        static const ReportCommand rows[] = {order_command(), prices_command()};
+        static const ReportCommand rows[] = {order_command, prices_command};
         form1.query_box().set_text(command.str());
         desk.dialogs.inputs = {U"d:\\out"};
         desk.dialogs.files = {std::move(file)};

@@ -1,6 +1,7 @@
-#include "designer/run_keys.h"
+#include "designer/run_parts.h"
 
 #include "columns/columns.h"
+#include "runs/folder_walk.h"
 #include "runs/keyed_scans.h"
 
 namespace tarvik {
@@ -20,6 +21,17 @@ void take_key_rows(Program& program)
 {
     devision1(program);
     program.form1.rowcount = program.form1.partcount;
+}
+
+bool choose_source_folder(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (form1.folderchosen) return true;
+    auto picked = pick_file(program, workbook_filter);
+    if (!picked) return false;
+    form1.sourcefolder = std::move(picked->folder);
+    form1.folderchosen = true;
+    return true;
 }
 
 } // namespace tarvik

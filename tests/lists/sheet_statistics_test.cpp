@@ -1,4 +1,4 @@
-#include "runs/sheet_statistics.h"
+#include "lists/lists.h"
 
 #include "columns/column_query.h"
 #include "columns/columns.h"
