@@ -1,9 +1,11 @@
-# What Windows shows of a program file: our icon, which is made of the desktop's, and what the file is.
+# What Windows shows of a program file: our icon, which is made of the desktop's, and what the file is; and its manifest,
+# which says what it can cope with.
 
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 find_program(IMAGE_CONVERT convert REQUIRED)
 
 set(TARVIK_ICON ${CMAKE_BINARY_DIR}/resources/tarvik.ico)
+set(TARVIK_MANIFEST ${PROJECT_SOURCE_DIR}/packaging/program.manifest)
 set(drawing ${PROJECT_SOURCE_DIR}/desktop/resources/tarvik.svg)
 add_custom_command(
   OUTPUT ${TARVIK_ICON}
@@ -16,7 +18,7 @@ add_custom_target(icon DEPENDS ${TARVIK_ICON})
 function(tarvik_program_resources program description)
   set(resources ${CMAKE_BINARY_DIR}/resources/${program}.rc)
   configure_file(${PROJECT_SOURCE_DIR}/packaging/program.rc.in ${resources} @ONLY)
-  set_source_files_properties(${resources} PROPERTIES OBJECT_DEPENDS ${TARVIK_ICON})
+  set_source_files_properties(${resources} PROPERTIES OBJECT_DEPENDS "${TARVIK_ICON};${TARVIK_MANIFEST}")
   target_sources(${program} PRIVATE ${resources})
   add_dependencies(${program} icon)
 endfunction()

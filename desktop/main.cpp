@@ -1,12 +1,11 @@
 #include "desktop/desktop.h"
 #include "desktop/look/window_icon.h"
+#include "desktop/services/system.h"
 #include "platform/files/working_folder.h"
 #include "platform/program_start.h"
 
 #include <QApplication>
 #include <QFileInfo>
-
-#include <iostream>
 
 namespace {
 
@@ -19,8 +18,8 @@ constexpr const char* usage = "用法：tarvik [文件]\n"
 bool answered(const std::vector<std::string>& words)
 {
     for (const std::string& word : words) {
-        if (word == "--help") std::cout << usage;
-        else if (word == "--version") std::cout << "tarvik " << tarvik::version() << '\n';
+        if (word == "--help") tarvik::show_words(usage, false);
+        else if (word == "--version") tarvik::show_words("tarvik " + std::string(tarvik::version()) + '\n', false);
         else continue;
         return true;
     }
@@ -30,7 +29,7 @@ bool answered(const std::vector<std::string>& words)
 int run(const QStringList& files)
 {
     const tarvik::WorkingFolder folder = tarvik::open_working_folder();
-    tarvik::Desktop desktop(folder.path, {});
+    tarvik::Desktop desktop(folder.path, tarvik::missing_drives());
     desktop.start(folder.trouble);
     if (!files.isEmpty()) desktop.open(QFileInfo(files.front()).absoluteFilePath());
     return QApplication::exec();
@@ -48,13 +47,13 @@ int main(int count, char** words)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QStringList files = QCoreApplication::arguments().mid(1); // the toolkit has taken its own options
     if (files.size() > 1 || (!files.isEmpty() && files.front().startsWith('-'))) {
-        std::cerr << usage;
+        tarvik::show_words(usage, true);
         return 2;
     }
     try {
         return run(files);
     } catch (const std::exception& error) {
-        std::cerr << "tarvik: " << error.what() << '\n';
+        tarvik::show_words("tarvik: " + std::string(error.what()) + '\n', true);
         return 1;
     }
 }

@@ -3,6 +3,7 @@
 #include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/services/file_dialog.h"
+#include "platform/files/path_text.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -161,6 +162,12 @@ private:
     bool must_answer_;
 };
 
+DriveMap::const_iterator drive_of(TextView path, const DriveMap& drives)
+{
+    const bool is_on_drive = path.size() > 2 && path[0] < 0x80 && path[1] == U':';
+    return is_on_drive ? drives.find(static_cast<char>(path[0])) : drives.end();
+}
+
 } // namespace
 
 Answer DesktopDialogs::message(const Message& message)
@@ -183,6 +190,12 @@ Text DesktopDialogs::input(TextView title, TextView prompt, TextView preset)
     box.setWindowTitle(to_qt(title));
     box.setLabelText(lines_to_qt(prompt));
     box.setTextValue(to_qt(preset));
+    if (const auto drive = drive_of(preset, drives_); drive != drives_.end()) {
+        box.setLabelText(
+            box.labelText() +
+            QString("\n这台电脑没有可以写入的 %1 盘，改为存到您的“文档”文件夹：").arg(QChar(drive->first).toUpper()));
+        box.setTextValue(to_qt(text_of(drive->second)) + to_qt(preset.substr(2)));
+    }
     box.resize(std::max(box.sizeHint().width(), box.fontMetrics().averageCharWidth() * 60), box.sizeHint().height());
     place_clear(box, around_.keep_clear());
     return box.exec() == QDialog::Accepted ? from_qt(box.textValue()) : Text();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/services/recent_files.h"
+#include "platform/files/disk_files.h"
 #include "platform/platform.h"
 
 #include <QPointer>
@@ -24,8 +25,9 @@ public:
         /// Folders that stand at the side of file dialogs.
         std::function<QStringList()> places = [] { return QStringList(); };
     };
-    /// File dialogs begin in `folder` while no file has been chosen.
-    explicit DesktopDialogs(const QString& folder) : recent_(folder) {}
+    /// File dialogs begin in `folder` while no file has been chosen. A path that is offered on one of `drives` is
+    /// offered where it leads.
+    DesktopDialogs(const QString& folder, DriveMap drives) : recent_(folder), drives_(std::move(drives)) {}
     void set_surroundings(Surroundings surroundings) { around_ = std::move(surroundings); }
 
     Answer message(const Message& message) override;
@@ -43,6 +45,7 @@ private:
     std::optional<Text> choose_file(TextView filter, bool save);
     Surroundings around_;
     RecentFiles recent_;
+    DriveMap drives_;
     QString next_;
     Text last_told_;
     QPointer<QWidget> over_; // what the last box stood over

@@ -1,11 +1,20 @@
 #pragma once
 
+#include "platform/files/disk_files.h"
+
 #include <QString>
 
 #include <functional>
 
 /// What only the system knows or does.
 namespace tarvik {
+
+/// The drive that files are offered to go to, with the user's documents in its place, where this computer has none that
+/// can be written.
+DriveMap missing_drives();
+
+/// For words that a program has before it has a window: on its output, or in a box where it has none.
+void show_words(const std::string& words, bool is_complaint);
 
 /// Shows a folder in the system's own way. `failed` is called when nothing can show it, perhaps later.
 void open_folder(const QString& folder, const std::function<void()>& failed);

@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QProcess>
 
+#include <iostream>
+
 namespace tarvik {
 
 namespace {
@@ -17,6 +19,16 @@ QByteArray setting(const char* group, const char* key)
 }
 
 } // namespace
+
+DriveMap missing_drives()
+{
+    return {};
+}
+
+void show_words(const std::string& words, bool is_complaint)
+{
+    (is_complaint ? std::cerr : std::cout) << words << std::flush;
+}
 
 void open_folder(const QString& folder, const std::function<void()>& failed)
 {

@@ -1,10 +1,36 @@
 #include "desktop/services/system.h"
 
+#include "desktop/look/qt_text.h"
+#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
+
 #include <QDesktopServices>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QUrl>
 
+#include <cstdio>
+#include <windows.h>
+
 namespace tarvik {
+
+DriveMap missing_drives()
+{
+    const UINT drive = ::GetDriveTypeW(drive_folder('d').c_str());
+    if (drive != DRIVE_NO_ROOT_DIR && drive != DRIVE_CDROM) return {};
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return {{'d', path_of(from_qt(documents)).make_preferred()}};
+}
+
+// A program with a window has an output only where it was given one.
+void show_words(const std::string& words, bool is_complaint)
+{
+    const HANDLE output = ::GetStdHandle(is_complaint ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE);
+    if (::GetFileType(output) != FILE_TYPE_UNKNOWN) (void)std::fputs(words.c_str(), is_complaint ? stderr : stdout);
+    else
+        ::MessageBoxW(nullptr, path_of_utf8(words).c_str(), L"Tarvik 计算",
+                      is_complaint ? MB_ICONEXCLAMATION : MB_ICONINFORMATION);
+}
 
 void open_folder(const QString& folder, const std::function<void()>& failed)
 {
