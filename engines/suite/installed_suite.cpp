@@ -1,6 +1,6 @@
 #include "engines/libreoffice/load_plugin.h"
 #include "engines/libreoffice/office_process.h"
-#include "engines/suite/held_file.h"
+#include "engines/suite/application.h"
 #include "platform/files/path_text.h"
 
 #include <objbase.h>
@@ -21,8 +21,7 @@ public:
         const bool is_workbook = lower(text_of(path.extension())).starts_with(U".xls");
         auto& running = is_workbook ? workbooks_ : documents_;
         use(running, is_workbook ? windows::workbooks : windows::documents);
-        return (is_workbook ? windows::open_workbook : windows::open_document)(running.application, running.patience,
-                                                                               path);
+        return running.application->open(path);
     }
 
     std::optional<Text> give_up(std::chrono::milliseconds waited) override

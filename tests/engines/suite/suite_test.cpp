@@ -17,6 +17,7 @@
 
 #include <fstream>
 #include <iterator>
+#include <process.h>
 #include <sstream>
 #include <thread>
 
@@ -73,11 +74,6 @@ std::vector<DWORD> ids_of(const wchar_t* program)
     return found;
 }
 
-std::size_t processes_named(const wchar_t* program)
-{
-    return ids_of(program).size();
-}
-
 void end_processes_named(const wchar_t* program)
 {
     for (const DWORD id : ids_of(program)) {
@@ -87,38 +83,6 @@ void end_processes_named(const wchar_t* program)
         ::CloseHandle(process);
     }
 }
-
-/// A process that runs until the object goes.
-class RunningProgram {
-public:
-    explicit RunningProgram(std::wstring words)
-    {
-        STARTUPINFOW how{};
-        how.cb = sizeof(how);
-        if (!::CreateProcessW(nullptr, words.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &how, &process_))
-            ADD_FAILURE() << "it does not start";
-    }
-    ~RunningProgram()
-    {
-        ::TerminateProcess(process_.hProcess, 1);
-        ::WaitForSingleObject(process_.hProcess, INFINITE);
-        ::CloseHandle(process_.hThread);
-        ::CloseHandle(process_.hProcess);
-    }
-    /// What it ends with.
-    DWORD status() const
-    {
-        DWORD ended_with = 0;
-        ::WaitForSingleObject(process_.hProcess, INFINITE);
-        ::GetExitCodeProcess(process_.hProcess, &ended_with);
-        return ended_with;
-    }
-    RunningProgram(const RunningProgram&) = delete;
-    RunningProgram& operator=(const RunningProgram&) = delete;
-
-private:
-    PROCESS_INFORMATION process_{};
-};
 
 /// The system's default printer until the object goes.
 class DefaultPrinter {
@@ -134,17 +98,6 @@ private:
         ::WriteProfileStringW(L"windows", L"device", device.empty() ? nullptr : device.c_str());
     }
 };
-
-std::wstring quoted(const fs::path& path)
-{
-    return L"\"" + path.native() + L"\" ";
-}
-
-/// Has a test of this program run in a process of its own.
-std::wstring child_test(const fs::path& name)
-{
-    return quoted(program_file()) + L"--gtest_also_run_disabled_tests --gtest_filter=SuiteChild." + name.native();
-}
 
 fs::path folder_of_parent()
 {
@@ -344,7 +297,7 @@ TEST_F(Suite, what_goes_wrong_is_one_message_and_leaves_neither_a_process_nor_a_
         });
         EXPECT_EQ(failure.substr(0, expected.size()), expected) << row.order;
         EXPECT_EQ(folder.read("t.xls") == bytes, expected != "no failure") << row.order;
-        EXPECT_TRUE(comes_true([] { return processes_named(L"EXCEL.EXE") == 0; })) << row.order;
+        EXPECT_TRUE(comes_true([] { return ids_of(L"EXCEL.EXE").empty(); })) << row.order;
     }
     EXPECT_NE(journal().find("slow DisplayAlerts"), std::string::npos);
 }
@@ -364,7 +317,7 @@ TEST_F(Suite, an_application_that_holds_a_clerks_workbook_is_shown_and_left_alon
     EXPECT_EQ(missing({"Workbook.Close(0)", "Workbooks.Count()", "Application.Visible = -1"}), "");
     EXPECT_EQ(journal().find("Quit"), std::string::npos);
     ::Sleep(200);
-    EXPECT_EQ(processes_named(L"EXCEL.EXE"), 1);
+    EXPECT_EQ(ids_of(L"EXCEL.EXE").size(), 1U);
     end_processes_named(L"EXCEL.EXE");
 }
 
@@ -384,7 +337,9 @@ TEST_F(Suite, a_start_that_hangs_is_given_up_and_does_not_hold_the_program)
 {
     make_old_workbook(U"甲");
     folder.write("orders.txt", "hang start");
-    EXPECT_EQ(RunningProgram(child_test("DISABLED_gives_a_start_up")).status(), 0U);
+    EXPECT_EQ(::_wspawnl(_P_WAIT, program_file().c_str(), L"test", L"--gtest_also_run_disabled_tests",
+                         L"--gtest_filter=SuiteChild.*", nullptr),
+              0);
     EXPECT_NE(journal().find("hang start"), std::string::npos);
     end_processes_named(L"EXCEL.EXE"); // its process is not known before it has started
 }

@@ -1,8 +1,12 @@
 #include "tests/engines/suite/stand_in/served_object.h"
 
 #include "platform/failure.h"
+#include "platform/files/path_text.h"
 
 #include <algorithm>
+#include <fstream>
+#include <limits>
+#include <sstream>
 
 namespace tarvik::test {
 
@@ -11,6 +15,8 @@ namespace {
 /// "Old format or invalid type library error when automating Excel": under a language that it lacks it answers nothing.
 constexpr LCID english = 0x0409;
 constexpr HRESULT no_such_language = static_cast<HRESULT>(0x80028018);
+
+constexpr DWORD time_of_a_look = 300; // the engine's, with some to spare
 
 std::wstring text_in(const VARIANT& value)
 {
@@ -43,6 +49,40 @@ void complain(EXCEPINFO* complaint, HRESULT number, const std::wstring& words)
 }
 
 } // namespace
+
+Orders::Orders(std::filesystem::path folder) : folder_(std::move(folder))
+{
+    std::ifstream file(folder_ / "orders.txt");
+    for (std::string line; std::getline(file, line);) {
+        std::istringstream words(line);
+        std::string member;
+        Order order;
+        words >> order.what >> member;
+        if (!(words >> order.times)) order.times = std::numeric_limits<int>::max();
+        orders_[member] = order;
+    }
+}
+
+HRESULT Orders::obey(const std::string& member)
+{
+    const auto found = orders_.find(member);
+    if (found == orders_.end() || found->second.times-- <= 0) return S_OK;
+    const auto& what = found->second.what;
+    note(what + " " + member);
+    if (what == "hang") ::Sleep(INFINITE);
+    if (what == "slow") {
+        ::Sleep(time_of_a_look);
+        return S_OK;
+    }
+    if (what == "die") ::TerminateProcess(::GetCurrentProcess(), 1);
+    return what == "busy" ? RPC_E_CALL_REJECTED : DISP_E_EXCEPTION;
+}
+
+void Orders::note(const std::string& line) const
+{
+    std::ofstream file(folder_ / "journal.txt", std::ios::app | std::ios::binary);
+    file << line << "\n";
+}
 
 std::string to_bytes(const std::wstring& text)
 {
@@ -139,7 +179,7 @@ HRESULT ServedObject::answer_call(const Member& member, const Call& call, VARIAN
     } catch (const Refused& refused) {
         complain(complaint, refused.number, refused.words);
     } catch (const Failure& failure) {
-        complain(complaint, E_FAIL, windows::to_wide(from_utf8(failure.what())));
+        complain(complaint, E_FAIL, path_of_utf8(failure.what()).native());
     } catch (const std::exception&) {
         complain(complaint, E_UNEXPECTED, L"stand-in");
     }

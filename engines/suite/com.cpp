@@ -1,10 +1,11 @@
-#include "engines/suite/com_object.h"
+#include "engines/suite/com.h"
+
+#include "platform/files/path_text.h"
 
 #include <objbase.h>
-#include <oleauto.h>
 
 #include <algorithm>
-#include <cwchar>
+#include <new>
 #include <thread>
 
 namespace tarvik::windows {
@@ -43,36 +44,12 @@ HRESULT while_busy(const Patience& patience, const std::function<HRESULT()>& wor
     return result;
 }
 
-/// The words of a failed call; they go with the object.
-class Complaint {
-public:
-    Complaint() = default;
-    ~Complaint() { clear(); }
-    Complaint(const Complaint&) = delete;
-    Complaint& operator=(const Complaint&) = delete;
-
-    /// For a call to fill in; what an earlier one said is gone.
-    EXCEPINFO* info() noexcept
-    {
-        clear();
-        return &info_;
-    }
-    Text words() const { return from_wide(info_.bstrDescription, ::SysStringLen(info_.bstrDescription)); }
-    /// What a call has come to that gave this.
-    HRESULT number(HRESULT given) const noexcept
-    {
-        return given == DISP_E_EXCEPTION && info_.scode != 0 ? info_.scode : given;
-    }
-
-private:
-    void clear() noexcept
-    {
-        for (BSTR text : {info_.bstrDescription, info_.bstrSource, info_.bstrHelpFile}) ::SysFreeString(text);
-        info_ = {};
-    }
-
-    EXCEPINFO info_{};
-};
+BSTR allocated(const std::wstring& text)
+{
+    BSTR made = ::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+    if (!made) throw std::bad_alloc();
+    return made;
+}
 
 Text hexadecimal(HRESULT number)
 {
@@ -84,12 +61,67 @@ Text hexadecimal(HRESULT number)
 
 } // namespace
 
+ComValue::ComValue(bool value) noexcept
+{
+    value_.vt = VT_BOOL;
+    value_.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
+
+ComValue::ComValue(int value) noexcept
+{
+    value_.vt = VT_I4;
+    value_.lVal = value;
+}
+
+ComValue::ComValue(const wchar_t* value)
+{
+    value_.bstrVal = allocated(value);
+    value_.vt = VT_BSTR;
+}
+
+ComValue::ComValue(const std::filesystem::path& value) : ComValue(std::filesystem::path(value).make_preferred().c_str())
+{
+}
+
+ComValue::ComValue(IDispatch& object) noexcept
+{
+    value_.vt = VT_DISPATCH;
+    value_.pdispVal = &object;
+    object.AddRef();
+}
+
+ComValue ComValue::missing() noexcept
+{
+    ComValue made;
+    made.value_.vt = VT_ERROR;
+    made.value_.scode = DISP_E_PARAMNOTFOUND;
+    return made;
+}
+
+ComValue::ComValue(const ComValue& other)
+{
+    if (FAILED(::VariantCopy(&value_, const_cast<VARIANT*>(&other.value_)))) throw std::bad_alloc();
+}
+
+ComValue& ComValue::operator=(ComValue other) noexcept
+{
+    std::swap(value_, other.value_);
+    return *this;
+}
+
+int ComValue::as_count() const noexcept
+{
+    VARIANT number{};
+    if (FAILED(::VariantChangeType(&number, const_cast<VARIANT*>(&value_), 0, VT_I4))) return 0;
+    return number.lVal;
+}
+
 void refuse(HRESULT number, TextView words)
 {
-    const Text told = words.empty() ? hexadecimal(number) : words.str();
-    if (is_one_of(number, gone)) throw libreoffice::ConnectionLost(to_utf8(told));
+    const Text reason = words.empty() ? hexadecimal(number) : words.str();
+    if (is_one_of(number, gone)) throw libreoffice::ConnectionLost(to_utf8(reason));
     if (is_one_of(number, busy)) throw Refusal(to_utf8(U"程序一直忙，可能有窗口等待回答"));
-    throw Refusal(to_utf8(told));
+    throw Refusal(to_utf8(reason));
 }
 
 ComObject::ComObject(ComValue value, std::shared_ptr<Patience> patience)
@@ -98,36 +130,38 @@ ComObject::ComObject(ComValue value, std::shared_ptr<Patience> patience)
     if (!value_.object()) throw Refusal("no object");
 }
 
-DISPID ComObject::number_of(const wchar_t* name) const
-{
-    const auto number = std::make_shared<DISPID>();
-    const HRESULT result = while_busy(*patience_, [object = value_, name, number] {
-        std::wstring asked = name;
-        LPOLESTR text = asked.data();
-        return object.object()->GetIDsOfNames(IID_NULL, &text, 1, english, number.get());
-    });
-    if (FAILED(result)) refuse(result, from_wide(name, std::wcslen(name)));
-    return *number;
-}
-
 namespace {
 
 /// A call with all that it needs and what comes of it. Arguments pass in the order from the last to the first.
 struct Invocation {
-    Invocation(ComValue of, DISPID named, WORD how, std::vector<ComValue> with)
-        : object(std::move(of)), number(named), way(how), arguments(std::move(with))
+    Invocation(ComValue of, const wchar_t* named, WORD how, ComObject::Values with)
+        : object(std::move(of)), name(named), way(how), arguments(std::move(with))
     {
     }
+    Invocation(const Invocation&) = delete;
+    Invocation& operator=(const Invocation&) = delete;
+    ~Invocation() { forget_complaint(); }
 
     ComValue object;
-    DISPID number;
+    std::wstring name;
     WORD way;
-    std::vector<ComValue> arguments;
+    ComObject::Values arguments;
     ComValue answer;
-    Complaint complaint;
+    EXCEPINFO complaint{};
+
+    void forget_complaint() noexcept
+    {
+        for (BSTR text : {complaint.bstrDescription, complaint.bstrSource, complaint.bstrHelpFile})
+            ::SysFreeString(text);
+        complaint = {};
+    }
 
     HRESULT run()
     {
+        DISPID number = 0;
+        LPOLESTR text = name.data();
+        if (const HRESULT found = object.object()->GetIDsOfNames(IID_NULL, &text, 1, english, &number); FAILED(found))
+            return found;
         std::vector<VARIANT> passed;
         for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
             passed.push_back(argument->raw());
@@ -137,39 +171,28 @@ struct Invocation {
             parameters.rgdispidNamedArgs = &put;
             parameters.cNamedArgs = 1;
         }
-        return complaint.number(object.object()->Invoke(number, IID_NULL, english, way, &parameters, &answer.raw(),
-                                                        complaint.info(), nullptr));
+        forget_complaint(); // of an attempt before
+        const HRESULT result =
+            object.object()->Invoke(number, IID_NULL, english, way, &parameters, &answer.raw(), &complaint, nullptr);
+        return result == DISP_E_EXCEPTION && complaint.scode != 0 ? complaint.scode : result;
+    }
+
+    Text words() const
+    {
+        if (!complaint.bstrDescription) return U"";
+        return text_of(std::filesystem::path(std::wstring(complaint.bstrDescription)));
     }
 };
 
 } // namespace
 
-ComValue ComObject::invoke(const wchar_t* name, WORD way, std::vector<ComValue> arguments) const
+ComValue ComObject::invoke(const wchar_t* name, WORD way, Values arguments) const
 {
-    const auto call = std::make_shared<Invocation>(value_, number_of(name), way, std::move(arguments));
+    const auto call = std::make_shared<Invocation>(value_, name, way, std::move(arguments));
     const HRESULT result = while_busy(*patience_, [call] { return call->run(); });
-    if (FAILED(result)) refuse(result, call->complaint.words());
+    if (result == DISP_E_UNKNOWNNAME) refuse(result, text_of(std::filesystem::path(name)));
+    if (FAILED(result)) refuse(result, call->words());
     return std::move(call->answer);
-}
-
-ComValue ComObject::get(const wchar_t* name, std::vector<ComValue> arguments) const
-{
-    return invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, std::move(arguments));
-}
-
-ComObject ComObject::object(const wchar_t* name, std::vector<ComValue> arguments) const
-{
-    return {get(name, std::move(arguments)), patience_};
-}
-
-void ComObject::put(const wchar_t* name, ComValue value) const
-{
-    invoke(name, DISPATCH_PROPERTYPUT, {std::move(value)});
-}
-
-ComValue ComObject::call(const wchar_t* name, std::vector<ComValue> arguments) const
-{
-    return invoke(name, DISPATCH_METHOD, std::move(arguments));
 }
 
 std::optional<ComObject> create_application(const wchar_t* name, const std::shared_ptr<Patience>& patience)
