@@ -33,8 +33,9 @@ Scale scale_of_screen()
 Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives)
     : files_(installation, drives), theme_(files_),
       libreoffice_({.meanwhile = [this](auto waited) { show_waiting(waited); }}),
-      dialogs_(to_qt(files_.installation_folder()), drives), heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }),
-      heard_clipboard_(clipboard_), office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
+      dialogs_(to_qt(files_.installation_folder()), drives),
+      heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }), heard_clipboard_(clipboard_),
+      office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({heard_dialogs_, heard_clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
       queue_(program_, recorder_, [this] { event_ended(); }), player_(program_, queue_, dialogs_),
       main_scale_(scale_of_screen()), form3_scale_(main_scale_), form4_scale_(main_scale_),

@@ -11,7 +11,8 @@ import sys
 OF_WINDOWS = frozenset("""
     advapi32 authz bcrypt comctl32 comdlg32 crypt32 d3d11 d3d12 d3d9 dcomp dnsapi dwmapi dwrite dxgi gdi32 imm32 iphlpapi
     kernel32 mpr msvcrt ncrypt netapi32 ntdll ole32 oleaut32 propsys rpcrt4 secur32 setupapi shcore shell32 shlwapi user32
-    userenv uxtheme version winmm ws2_32 wtsapi32""".split())
+    userenv uxtheme version winmm ws2_32 wtsapi32
+    api-ms-win-core-synch-l1-2-0 api-ms-win-core-winrt-l1-1-0 api-ms-win-core-winrt-string-l1-1-0""".split())
 DRIVERS_OF_WINDOWS = frozenset(["winspool.drv"])
 NORMAL, DELAYED = 1, 13  # entries of the table of data directories
 
