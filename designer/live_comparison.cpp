@@ -4,6 +4,7 @@
 #include "designer/run_parts.h"
 #include "mainwindow/installation_files.h"
 #include "runs/folder_walk.h"
+#include "runs/keyed_scans.h"
 #include "runs/sheet_path.h"
 #include "runs/tasks.h"
 
@@ -71,7 +72,7 @@ constexpr ReportCommand sesame_open_command{
 
 constexpr SheetFamily tomation_family{
     .timer = &Form1::Timer8,
-    .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3160); },
+    .scan = count_in_report<files::report_3160>,
     .prepare = take_key_rows,
     .sheet = excelbijiaopt,
     .finished =

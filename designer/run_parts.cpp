@@ -2,7 +2,6 @@
 
 #include "columns/columns.h"
 #include "runs/folder_walk.h"
-#include "runs/keyed_scans.h"
 
 namespace tarvik {
 
@@ -10,11 +9,6 @@ Text run_key(const Program& program)
 {
     const int cursor = program.form1.batchcursor;
     return cursor < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(cursor)).str();
-}
-
-void scan_key_rows(Program& program, TextView key, TextView report)
-{
-    program.form1.partcount = query7(program, key, installed(program, report));
 }
 
 void take_key_rows(Program& program)

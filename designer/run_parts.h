@@ -8,10 +8,6 @@ namespace tarvik {
 /// The entry of keylist that the run is at; empty before its first key, behind its last, and without a run.
 Text run_key(const Program& program);
 
-/// Takes the lines of a report of the installation folder that hold the key as the rows of the table, and counts them
-/// into partcount.
-void scan_key_rows(Program& program, TextView key, TextView report);
-
 /// Makes the table of the key's rows, whose number goes to rowcount. A key without rows leaves both as they were.
 void take_key_rows(Program& program);
 

@@ -3,6 +3,7 @@
 #include "designer/design/design.h"
 #include "designer/run_parts.h"
 #include "mainwindow/installation_files.h"
+#include "runs/keyed_scans.h"
 #include "runs/sheet_path.h"
 #include "runs/tasks.h"
 
@@ -73,7 +74,7 @@ constexpr ReportCommand template_command_b =
 
 constexpr SheetFamily template_family{
     .timer = &Form1::Timer7,
-    .scan = [](Program& program, TextView key) { scan_key_rows(program, key, files::report_3159); },
+    .scan = count_in_report<files::report_3159>,
     .prepare = take_key_rows,
     .sheet = excecopy8,
 };

@@ -48,7 +48,7 @@ bool long_older_list(const Program& program)
     return program.form1.partcount > longest_older_list;
 }
 
-// The older layout tells label and value in one cell.
+// The older layout has label and value in one cell.
 void write_older_head(const Program& program, Worksheet& sheet)
 {
     const Form1& form1 = program.form1;

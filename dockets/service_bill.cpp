@@ -119,10 +119,7 @@ constexpr ReportCommand service_bill_command{
 
 constexpr SheetFamily service_bill_family{
     .timer = &Form1::Timer6,
-    .scan =
-        [](Program& program, TextView key) {
-            program.form1.partcount = query7(program, key, installed(program, files::report_3138));
-        },
+    .scan = count_in_report<files::report_3138>,
     .sheet = excecopy6,
 };
 

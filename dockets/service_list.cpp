@@ -27,7 +27,7 @@ constexpr int first_list_column = 2, last_list_column = 8;
 constexpr double last_year_without_warranty = 13; // of the two digits in the serial number
 constexpr std::size_t year_start = 7, year_length = 2;
 
-/// The two characters of a serial number that tell the year, and whether they are a number that gives warranty.
+/// The two characters of a serial number that stand for the year, and whether they are a number that gives warranty.
 struct Year {
     TextView digits;
     bool in_warranty;
@@ -103,10 +103,7 @@ constexpr ReportCommand service_list_command{
 
 constexpr SheetFamily service_list_family{
     .timer = &Form1::Timer10,
-    .scan =
-        [](Program& program, TextView key) {
-            program.form1.partcount = query7(program, key, installed(program, files::report_3160));
-        },
+    .scan = count_in_report<files::report_3160>,
     .sheet = excecopy60,
 };
 

@@ -51,8 +51,8 @@ bool run_in_progress(Form1& form1);
 void stop_run(Program& program);
 
 /// One tick of a timer that fell due. A failure stops the run, with everything as the last finished sheet left it, and
-/// goes on to whoever tells the user; so does a wish to stop it, and a key whose scan would go to the other table.
-/// Files that the run passed over until then are told with it.
+/// goes on to whoever reports it; so does a wish to stop it, and a key whose scan would go to the other table.
+/// Files that the run passed over until then are reported with it.
 void batch_tick(Program& program, const Control& timer, const TimerTable& table);
 
 /// What every finished sheet does: opens the gate for the next tick, shows how many are left and counts.

@@ -37,7 +37,8 @@ private:
 };
 
 // Of a package the beginning alone is read: it says it all, and a run opens thousands. A file that cannot be read is
-// none of the older formats; who opens it tells why. One behind a password may be open to whoever knows the usual one.
+// none of the older formats; who opens it reports why. One behind a password may be open to whoever knows the usual
+// one.
 bool is_of_older_format(Files& files, TextView path)
 {
     if (!files.file_exists(path)) return false; // a pipe would hold the program up

@@ -28,7 +28,7 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
                                             std::function<CalendarTime()> now = FormulaServices().now);
 
 /// Engines whose applications open packages with `embedded` and files of the older formats with `suite`. What is
-/// neither goes to `embedded`, whose failure tells what is wrong with it.
+/// neither goes to `embedded`, whose failure says what is wrong with it.
 std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,
                                                   std::unique_ptr<OfficeEngines> suite);
 

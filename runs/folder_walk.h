@@ -27,11 +27,11 @@ bool is_same_folder(const Files& files, TextView one, TextView other);
 /// Works on each of these files in turn. One that fails, or whose name holds a separator, is passed
 /// over; gives what failed, and why.
 std::vector<Text> work_on(const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
-/// What tells of all these failures; at least one.
+/// One message about all these failures; at least one.
 Text failures_text(const std::vector<Text>& failures);
-/// Tells of all failures in one message; nothing when there are none.
+/// Reports all failures in one message; nothing when there are none.
 void tell_failures(Program& program, const std::vector<Text>& failures);
-/// Both: what failed is told when the other files are done.
+/// Both: what failed is reported when the other files are done.
 void work_through(Program& program, const std::vector<Text>& names, const std::function<void(const Text& name)>& work);
 
 } // namespace tarvik

@@ -37,7 +37,7 @@ enum class DesignKey { AsTyped, Lowered };
 struct ReportCommand {
     std::u32string_view text;                    ///< found anywhere in the query box, case kept
     void (*prepare)(Program& program) = nullptr; ///< what is put right before anything is asked
-    std::u32string_view notice = {};             ///< told with OK alone
+    std::u32string_view notice = {};             ///< a box with OK alone
     std::u32string_view question = {};           ///< Cancel ends the command
     std::u32string_view report = {};             ///< the number that the question names
     std::u32string_view question_tail = {};      ///< what the question adds

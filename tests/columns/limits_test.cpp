@@ -23,7 +23,7 @@ Text open_a_row_too_many(ColumnDesk& desk)
     return lines;
 }
 
-TEST(Limits, are_told_and_what_fits_is_kept)
+TEST(Limits, are_reported_and_what_fits_is_kept)
 {
     ColumnDesk desk;
     const Text lines = open_a_row_too_many(desk);

@@ -40,7 +40,7 @@ protected:
         return texts;
     }
 
-    // What the user was told, without the questions.
+    // What boxes have said, without the questions.
     std::vector<std::string> told()
     {
         std::erase_if(started.dialogs.messages, [](const Message& message) { return message.buttons != Buttons::OK; });
@@ -121,7 +121,7 @@ TEST_F(Designer, an_asterisk_is_stored_as_it_is_and_ends_its_field_when_it_is_re
     save(Answer::Yes);
     EXPECT_TRUE(started.installation.read("automation.bin").ends_with("*-1*1*2\r\n"));
     EXPECT_TRUE(told().empty());
-    EXPECT_FALSE(program.notice.empty()) << "no box tells of it, the status line does";
+    EXPECT_FALSE(program.notice.empty()) << "no box says it, the status line does";
     press(form4.Command2, {Answer::Yes});
     EXPECT_EQ(form4.Text4.text(), U"2\r\n");
     EXPECT_EQ(form4.Text2[49].text(), U"-1");
@@ -134,7 +134,7 @@ TEST_F(Designer, an_asterisk_is_stored_as_it_is_and_ends_its_field_when_it_is_re
     EXPECT_EQ(form4.Text1[30].text(), U"-1");
 }
 
-TEST_F(Designer, a_file_that_cannot_be_written_or_read_is_told)
+TEST_F(Designer, a_file_that_cannot_be_written_or_read_is_reported)
 {
     form4.Text1[28].set_text(U"12");
     std::filesystem::create_directory(started.installation.path() / "automation.bin");

@@ -103,7 +103,7 @@ TEST_F(KeptFiles, a_folder_in_the_way_and_a_name_that_is_full)
     EXPECT_TRUE(stands("out/b2 (2).pdf"));
 }
 
-TEST_F(KeptFiles, a_file_that_cannot_be_moved_stays_and_is_told)
+TEST_F(KeptFiles, a_file_that_cannot_be_moved_stays_and_is_reported)
 {
     int unmovable = 0;
     for (std::size_t operation = 1; operation <= 20; ++operation) {

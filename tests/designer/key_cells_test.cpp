@@ -83,7 +83,7 @@ TEST_F(KeyCellsRun, cancel_ends_it_and_boxes_without_a_number_match_nothing)
     }
 }
 
-TEST_F(KeyCellsRun, a_file_that_fails_is_told_and_its_matches_do_not_count)
+TEST_F(KeyCellsRun, a_file_that_fails_is_reported_and_its_matches_do_not_count)
 {
     boxes(form4.Text1, {{0, U"-1"}, {1, U"1"}, {2, U"3"}, {3, U"3"}});
     boxes(form4.Text2, {{1, U"1"}, {3, U"3"}});

@@ -89,7 +89,7 @@ TEST_F(LiveComparison, one_pass_takes_the_key_at_the_cursor_and_keeps_the_folder
     EXPECT_EQ(told().size(), 1U);
 }
 
-TEST_F(LiveComparison, a_file_that_fails_is_told_at_the_end_with_the_others_done)
+TEST_F(LiveComparison, a_file_that_fails_is_reported_at_the_end_with_the_others_done)
 {
     design_of_two_cells();
     source_file("a1.xlsx");

@@ -101,7 +101,7 @@ TEST_F(TemplateReports, a_key_without_rows_makes_no_report_and_leaves_the_count_
     EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
 }
 
-TEST_F(TemplateReports, what_is_missing_is_told_and_nothing_runs)
+TEST_F(TemplateReports, what_is_missing_is_reported_and_nothing_runs)
 {
     start_run();
     EXPECT_TRUE(told().back().ends_with(U"\\automation.bin不存在！请退出。"));

@@ -158,19 +158,6 @@ TEST_F(RepairReport, a_device_that_the_report_no_longer_holds_gets_the_row_that_
     EXPECT_EQ(office.documents[1].saved_as, office.documents[0].saved_as);
 }
 
-TEST_F(RepairReport, an_emptied_box_is_told_by_every_scan_and_makes_no_report)
-{
-    lay_out({device(U"Dev-1"), device(U"Dev-2")});
-    press_enter(U"An dockword");
-    started.dialogs.take_messages();
-    form1.query_box().set_text({});
-    run();
-    EXPECT_EQ(started.dialogs.take_messages(),
-              (std::vector<std::string>{"Tarvik 计算|查寻条件为空", "Tarvik 计算|查寻条件为空"}));
-    EXPECT_TRUE(office.documents.empty());
-    EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
-}
-
 TEST_F(RepairReport, a_selected_option_stops_the_run_with_a_message)
 {
     lay_out({device(U"Dev-1"), device(U"Dev-2")});

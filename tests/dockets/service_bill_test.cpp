@@ -97,7 +97,7 @@ TEST_F(ServiceBill, whole_workbooks_of_random_reports)
     }
 }
 
-TEST_F(ServiceBill, a_device_without_an_order_is_told_and_ends_the_run)
+TEST_F(ServiceBill, a_device_without_an_order_is_reported_and_ends_the_run)
 {
     report = {device(U"Dev-1"), device(U"Dev-2"), device(U"Dev-3")};
     orders = {device(U"Dev-1"), device(U"Dev-3")};

@@ -66,7 +66,7 @@ TEST(Numbers, are_read_as_the_form_tells)
     }
 }
 
-TEST(Numbers, are_told_the_shortest_way)
+TEST(Numbers, are_written_the_shortest_way)
 {
     const std::pair<double, TextView> cases[] = {
         {8.5, U"8.5"},

@@ -26,7 +26,7 @@ protected:
     }
 };
 
-TEST_F(KeyedScans, an_empty_report_is_told_and_the_pane_is_scanned_as_it_is)
+TEST_F(KeyedScans, an_empty_report_is_reported_and_the_pane_is_scanned_as_it_is)
 {
     desk.installation.write("3138.txt", "");
     EXPECT_EQ(query2(program, U"k1", false), 2);

@@ -57,7 +57,7 @@ protected:
     void run();
     /// Presses Enter, and ticks to the end.
     void play(TextView command);
-    /// What the user was told since the last call, questions aside.
+    /// What boxes have said since the last call, questions aside.
     std::vector<Text> told();
 
     /// What a workbook of this name in the installation folder holds before the run.

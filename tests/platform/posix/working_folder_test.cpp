@@ -152,7 +152,7 @@ TEST_F(WorkingFolderTest, starts_at_the_same_time_give_whole_files)
     EXPECT_EQ(own_files().size(), 4U) << "a file was left unfinished";
 }
 
-TEST_F(WorkingFolderTest, a_folder_that_cannot_be_made_leaves_the_installed_one_and_is_told)
+TEST_F(WorkingFolderTest, a_folder_that_cannot_be_made_leaves_the_installed_one_and_is_reported)
 {
     std::ofstream(own) << "a file in the way";
     const WorkingFolder folder = start();
@@ -161,7 +161,7 @@ TEST_F(WorkingFolderTest, a_folder_that_cannot_be_made_leaves_the_installed_one_
     EXPECT_THAT(to_utf8(folder.trouble), HasSubstr("不能在其中保存"));
 }
 
-TEST_F(WorkingFolderTest, a_full_disk_is_told_and_the_next_start_goes_on)
+TEST_F(WorkingFolderTest, a_full_disk_is_reported_and_the_next_start_goes_on)
 {
     install("a.txt", "short");
     install("b.txt", std::string(5000, 'x'));
@@ -209,7 +209,7 @@ TEST_F(WorkingFolderTest, a_program_among_its_files_stays_there_where_it_may_wri
     EXPECT_THAT(own_files(), ElementsAre("3139.txt: a report"));
 }
 
-TEST_F(WorkingFolderTest, a_home_that_may_not_be_written_is_told)
+TEST_F(WorkingFolderTest, a_home_that_may_not_be_written_is_reported)
 {
     ::chmod(usr.path().c_str(), 0755);
     ::chmod(home.path().c_str(), 0555);

@@ -33,7 +33,7 @@ private:
     HANDLE handle_;
 };
 
-TEST_F(DiskFilesTest, a_file_that_another_program_holds_is_told_as_that)
+TEST_F(DiskFilesTest, a_file_that_another_program_holds_is_reported_as_that)
 {
     installation.write("z1.xlsx", "old");
     {
@@ -95,7 +95,7 @@ TEST(FileName, long_ones_are_cut_between_characters)
 }
 
 // Beyond these lengths some of the system's calls work and others do not, as do other programs.
-TEST_F(DiskFilesTest, paths_that_are_too_long_are_told_as_that)
+TEST_F(DiskFilesTest, paths_that_are_too_long_are_reported_as_that)
 {
     const std::size_t here = installation.path().native().size() + 1;
     const Text deepest(247 - here, U'd'), longest(259 - here, U'f');
