@@ -91,6 +91,8 @@ TEST(DateText, is_normalised_and_read)
     EXPECT_EQ(*day_of(U"2020-3-1") - *day_of(U"2020-02-28"), 2);
     EXPECT_EQ(*day_of(U"20-01-05"), *day_of(U"2020-1-5"));
     EXPECT_EQ(*day_of(U"99-12-31") + 1, *day_of(U"2000-1-1"));
+    EXPECT_EQ(*day_of(U"29-12-31"), *day_of(U"2029-12-31"));
+    EXPECT_EQ(*day_of(U"30-1-1"), *day_of(U"1930-1-1"));
     for (const char32_t* none : {U"abcd-ef-gh", U"2021-02-29", U"2020-13-01", U"2020-1", U"2020-1-5-1", U"-1-5-2020",
                                  U"2020-001-5", U"2020-01-05x"})
         EXPECT_FALSE(day_of(none)) << to_utf8(none);

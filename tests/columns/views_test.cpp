@@ -23,6 +23,9 @@ TEST(Views, stay_as_they_were_when_the_table_changes)
     desk.open_text(U"");
     EXPECT_EQ(to_utf8(split.view()), "suf(0,1)***b           suf(0,2)***|           \r\n"
                                      "suf(1,1)***a           suf(1,2)***|           \r\n\r\n");
+    desk.make_table(U"1\t2\t3\t4\t5\t6\t7\t8\t9\t10\t11\t|\r\n");
+    const PaneText& wide = desk.form1().RichTextBox3.content();
+    EXPECT_EQ(wide.size(), wide.view().size()) << "the pane finds its places by counting";
 }
 
 TEST(Views, are_shown_though_no_scratch_file_can_be_written)

@@ -7,10 +7,8 @@
 
 #include <random>
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
-
-using test::TestProgram;
 
 class Designer : public testing::Test {
 protected:
@@ -208,4 +206,4 @@ TEST_F(Designer, a_line_is_read_as_character_by_character)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

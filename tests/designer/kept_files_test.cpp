@@ -1,10 +1,10 @@
 #include "platform/files/file_name.h"
 #include "tests/designer/designed_run.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-class KeptFiles : public test::DesignedRun {
+class KeptFiles : public DesignedRun {
 protected:
     void keep(const Text& lines, std::optional<Text> picked = U"d:\\src\\any.pdf")
     {
@@ -125,4 +125,4 @@ TEST_F(KeptFiles, a_file_that_cannot_be_moved_stays_and_is_reported)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

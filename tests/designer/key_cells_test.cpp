@@ -2,10 +2,10 @@
 
 #include <random>
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-class KeyCellsRun : public test::DesignedRun {
+class KeyCellsRun : public DesignedRun {
 protected:
     void start_run(const Text& lines)
     {
@@ -103,7 +103,7 @@ TEST_F(KeyCellsRun, a_file_that_fails_is_reported_and_its_matches_do_not_count)
 
 // The same pass, cell by cell.
 struct Plain {
-    test::Cells cells;
+    Cells cells;
     int matches = 0;
 
     Text at(int row, int column) const
@@ -171,4 +171,4 @@ TEST_F(KeyCellsRun, finds_what_plain_loops_find_also_where_key_cells_are_overwri
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

@@ -1,9 +1,9 @@
 #include "tests/designer/designed_run.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-class LiveComparison : public test::DesignedRun {
+class LiveComparison : public DesignedRun {
 protected:
     void design_of_two_cells()
     {
@@ -129,4 +129,4 @@ TEST_F(LiveComparison, a_run_that_ends_early_tells_what_it_passed_over)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

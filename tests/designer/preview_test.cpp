@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
 /// Makes the engines when the files stand.
@@ -21,10 +21,10 @@ public:
 class Preview : public testing::Test {
 protected:
     EnginesOnFiles office;
-    test::TestProgram started{&office};
+    TestProgram started{&office};
     Program& program = started.program;
     Form4& form4 = program.form4;
-    std::filesystem::path sample = std::filesystem::path(test::source_folder()) / "installation";
+    std::filesystem::path sample = std::filesystem::path(source_folder()) / "installation";
 
     Preview()
     {
@@ -135,4 +135,4 @@ TEST_F(Preview, cancel_and_what_is_missing_show_nothing)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

@@ -1,9 +1,9 @@
 #include "tests/designer/designed_run.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-class TemplateReports : public test::DesignedRun {
+class TemplateReports : public DesignedRun {
 protected:
     // Number, class, name, two marks.
     static constexpr const char32_t* all = U"s1\t一班\tanna\t90\tb+\r\ns2\t一班\tben\t\ta\r\ns3\t二班\tcarl\t70\tc\r\n"
@@ -127,4 +127,4 @@ TEST_F(TemplateReports, names_of_reports_stay_apart_and_keep_the_format)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

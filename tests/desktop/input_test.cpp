@@ -98,6 +98,22 @@ TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"another one\r\n\r\n")) << "no edit of another text is undone";
 }
 
+TEST_F(DesktopInput, a_key_takes_one_character_away)
+{
+    installation.write("coclus.txt", "ab\ncd\r\n");
+    start();
+    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
+    for (int i = 0; i < 3; ++i) QTest::keyClick(&pane, Qt::Key_Right);
+    QTest::keyClick(&pane, Qt::Key_Backspace);
+    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"abcd\r\n"));
+    type("Form1.Text1(1)", "12");
+    auto& box = find<QLineEdit>("Form1.Text1(1)");
+    box.home(false);
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier, "\x7f"); // some systems give the key a character
+    QApplication::sendEvent(&box, &key);
+    EXPECT_EQ(box.text(), "2");
+}
+
 TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_it)
 {
     installation.write("coclus.txt", "one two\r\nthree\r\n");

@@ -1,14 +1,8 @@
 #include "dockets/dockets.h"
 #include "tests/support/report_desk.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
-
-using test::PlainTable;
-using test::RandomFields;
-using test::Record;
-using test::RecordedDocumentTask;
-using test::Report;
 
 using Texts = std::map<std::pair<int, int>, Text>;
 
@@ -48,13 +42,13 @@ std::vector<std::string> lines_of(const Texts& texts)
     return lines;
 }
 
-class RepairReport : public test::ReportDesk {
+class RepairReport : public ReportDesk {
 protected:
     void SetUp() override { std::filesystem::create_directory(started.installation.path() / "photo"); }
 
     static Record device(const Text& number)
     {
-        Record record = test::numbered_record(wide);
+        Record record = numbered_record(wide);
         record[0] = U"不可修复";
         record[14] = number;
         return record;
@@ -92,7 +86,7 @@ TEST_F(RepairReport, whole_documents_of_random_reports)
             ASSERT_LT(sheet, office.documents.size());
             const RecordedDocumentTask& task = office.documents[sheet++];
             EXPECT_EQ(lines_of(task.cells), lines_of(predicted(suf, false)));
-            EXPECT_EQ(to_utf8(task.saved_as), to_utf8(test::sheet_file(suf.at(0, 14), U"-" + key, U".doc")));
+            EXPECT_EQ(to_utf8(task.saved_as), to_utf8(sheet_file(suf.at(0, 14), U"-" + key, U".doc")));
             EXPECT_TRUE(task.opened.ends_with(U"\\wtest1.doc"));
             EXPECT_EQ(task.pictures.size(), key == U"dev-102" ? 1U : 0U);
             EXPECT_EQ(task.printed, 0);
@@ -171,4 +165,4 @@ TEST_F(RepairReport, a_selected_option_stops_the_run_with_a_message)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

@@ -1,18 +1,9 @@
 #include "tests/dockets/service_desk.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-using test::Cells;
-using test::device_name;
-using test::lines_of;
-using test::one_number;
-using test::PlainTable;
-using test::RandomFields;
-using test::Record;
-using test::template_cells;
-using test::wide;
-using ServiceBill = test::ServiceDesk;
+using ServiceBill = ServiceDesk;
 
 Text before_blank(const Text& text)
 {
@@ -88,7 +79,7 @@ TEST_F(ServiceBill, whole_workbooks_of_random_reports)
             suf.split();
             cells[{11, 2}] = upper(suf.at(0, 37));
             cells[{12, 2}] = upper(suf.at(0, 35));
-            expected[test::sheet_file(suf.at(0, 23), U"-" + customer + U"-" + suf.at(0, 15) + U"-" + way)] = cells;
+            expected[sheet_file(suf.at(0, 23), U"-" + customer + U"-" + suf.at(0, 15) + U"-" + way)] = cells;
         }
         expect_saved(expected);
         EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(template_cells()));
@@ -120,7 +111,7 @@ TEST_F(ServiceBill, a_device_without_an_order_is_reported_and_ends_the_run)
     suf.scan({report[1]}, U"Dev-2");
     suf.split();
     predict_bill(unfinished, suf);
-    EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(test::without_empty(unfinished)))
+    EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(without_empty(unfinished)))
         << "it is closed with saving";
     EXPECT_EQ(form1.window.caption().find(U"!"), Text::npos);
     expect_idle();
@@ -143,8 +134,8 @@ TEST_F(ServiceBill, a_date_with_no_blank_is_taken_whole_and_a_delivery_way_count
     EXPECT_EQ((cells[{6, 6}]), CellValue(Text(U"202015")));
     EXPECT_EQ((cells[{6, 4}]), CellValue(Text()));
     EXPECT_EQ((cells[{2, 5}]), CellValue(Text(U"*DEV-1*")));
-    EXPECT_EQ(to_utf8(office.tasks.back().saved_as), to_utf8(test::sheet_file(U"f23", U"-f5-dev-1-批次 加急")));
+    EXPECT_EQ(to_utf8(office.tasks.back().saved_as), to_utf8(sheet_file(U"f23", U"-f5-dev-1-批次 加急")));
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

@@ -1,11 +1,9 @@
 #include "tests/dockets/service_desk.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-using test::lines_of;
-using test::template_cells;
-using ServiceCommands = test::ServiceDesk;
+using ServiceCommands = ServiceDesk;
 
 struct Command {
     Text text, file;
@@ -49,4 +47,4 @@ TEST_F(ServiceCommands, an_emptied_or_changed_box_makes_no_sheet)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

@@ -1,16 +1,9 @@
 #include "tests/dockets/service_desk.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-using test::Cells;
-using test::device_name;
-using test::lines_of;
-using test::PlainTable;
-using test::RandomFields;
-using test::Record;
-using test::wide;
-using ServiceList = test::ServiceDesk;
+using ServiceList = ServiceDesk;
 
 void predict_list(Cells& cells, const PlainTable& suf, std::size_t records)
 {
@@ -80,7 +73,7 @@ TEST_F(ServiceList, whole_lists_of_random_reports_over_what_earlier_runs_left)
             suf.split();
             Cells cells = fixed;
             predict_list(cells, suf, records);
-            expected[test::sheet_file(suf.at(0, 15), U"-" + suf.at(0, 6) + U"-" + suf.at(0, 16))] = cells;
+            expected[sheet_file(suf.at(0, 15), U"-" + suf.at(0, 6) + U"-" + suf.at(0, 16))] = cells;
         }
         expect_saved(expected);
         EXPECT_EQ(lines_of(workbook(installed(program, U"z80.xlsx"))), lines_of(fixed));
@@ -90,4 +83,4 @@ TEST_F(ServiceList, whole_lists_of_random_reports_over_what_earlier_runs_left)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

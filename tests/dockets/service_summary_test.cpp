@@ -1,16 +1,9 @@
 #include "tests/dockets/service_desk.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
 
-using test::Cells;
-using test::device_name;
-using test::lines_of;
-using test::one_number;
-using test::PlainTable;
-using test::RandomFields;
-using test::wide;
-using ServiceSummary = test::ServiceDesk;
+using ServiceSummary = ServiceDesk;
 
 TEST_F(ServiceSummary, whole_summaries_of_random_reports)
 {
@@ -54,8 +47,8 @@ TEST_F(ServiceSummary, whole_summaries_of_random_reports)
             cells[{row, 11}] = upper(suf.at(i, 15));
         }
         ASSERT_EQ(saved().size(), 1U);
-        EXPECT_EQ(to_utf8(saved()[0]), to_utf8(test::sheet_file(suf.at(0, 22), U"_汇总")));
-        EXPECT_EQ(lines_of(workbook(saved()[0])), lines_of(test::without_empty(cells)));
+        EXPECT_EQ(to_utf8(saved()[0]), to_utf8(sheet_file(suf.at(0, 22), U"_汇总")));
+        EXPECT_EQ(lines_of(workbook(saved()[0])), lines_of(without_empty(cells)));
         EXPECT_EQ(lines_of(workbook(installed(program, U"z9.xlsx"))), lines_of(fixed));
         EXPECT_EQ(form1.window.caption(), U"Tarvik 计算 ");
         EXPECT_EQ(form1.recordcount, static_cast<double>(records));
@@ -63,4 +56,4 @@ TEST_F(ServiceSummary, whole_summaries_of_random_reports)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

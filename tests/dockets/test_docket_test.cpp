@@ -1,18 +1,12 @@
 #include "dockets/dockets.h"
 #include "tests/support/report_desk.h"
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
-
-using test::Cells;
-using test::PlainTable;
-using test::RandomFields;
-using test::Record;
-using test::Report;
 
 constexpr std::size_t wide = 30;
 
-class TestDocket : public test::ReportDesk {
+class TestDocket : public ReportDesk {
 protected:
     std::vector<Text> boxes1 = std::vector<Text>(50, U"-1"), boxes2 = boxes1;
     Text query = U"4900", key_column = U"3";
@@ -32,7 +26,7 @@ protected:
 
     static Record record(const Text& receipt, int number)
     {
-        Record fields = test::numbered_record(wide);
+        Record fields = numbered_record(wide);
         fields[0] = number_text(number);
         fields[2] = receipt;
         return fields;
@@ -84,6 +78,7 @@ TEST_F(TestDocket, whole_workbooks_of_random_reports_and_designs)
     PlainTable suf; // keeps what a shorter record does not reach, over the runs
     Cells fixed;
     for (int row = 1; row <= 100; ++row) fixed[{row, row % 12 + 1}] = U"fixed" + number_text(row);
+    fixed[{1000, 10}] = fixed[{1000, 11}] = fixed[{1001, 10}] = U"at the end of what is emptied";
     for (int round = 0; round < 12; ++round) {
         SCOPED_TRACE("round " + std::to_string(round));
         office.files.clear();
@@ -107,7 +102,9 @@ TEST_F(TestDocket, whole_workbooks_of_random_reports_and_designs)
         for (const Text name : {U"z5.xlsx", U"z6.xlsx"}) preset(name, fixed);
         program.blank_templates.clear();
         Cells blank = fixed;
-        std::erase_if(blank, [](const auto& cell) { return cell.first.first >= 13 && cell.first.second <= 10; });
+        std::erase_if(blank, [](const auto& cell) {
+            return cell.first.first >= 13 && cell.first.first <= 1000 && cell.first.second <= 10;
+        });
         open_report(all);
         play(U"An testdocket");
 
@@ -121,11 +118,11 @@ TEST_F(TestDocket, whole_workbooks_of_random_reports_and_designs)
             Cells cells = blank;
             for (const auto& [place, value] : predicted(suf, boxes1, boxes2, outside, every)) cells[place] = value;
             const Text mark = outside > 68 ? U"陈默然" : U"";
-            expected[test::sheet_file(suf.at(0, 24), U"-" + suf.at(0, 16) + mark + U"-" + suf.at(0, 17))] = cells;
+            expected[sheet_file(suf.at(0, 24), U"-" + suf.at(0, 16) + mark + U"-" + suf.at(0, 17))] = cells;
         }
         expect_saved(expected);
         for (const Text name : {U"z5.xlsx", U"z6.xlsx"})
-            EXPECT_EQ(test::lines_of(workbook(installed(program, name))), test::lines_of(blank));
+            EXPECT_EQ(lines_of(workbook(installed(program, name))), lines_of(blank));
         expect_idle();
     }
 }
@@ -177,4 +174,4 @@ TEST_F(TestDocket, without_its_command_or_design_nothing_is_made)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test

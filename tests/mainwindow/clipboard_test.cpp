@@ -123,6 +123,19 @@ TEST(SmallEvents, a_changed_query_forgets_results_but_not_those_of_the_plain_que
     EXPECT_EQ(started.module1().hits.get(1), TextView(U"piece"));
 }
 
+TEST(TextBox, keeps_the_caret_when_it_is_given_what_it_holds)
+{
+    TestProgram started;
+    TextBox& box = started.form1().number_box();
+    box.set_text(U"12");
+    box.select({Position(2), 1});
+    int changes = 0;
+    started.program.listeners.text_changed = [&](const auto&) { ++changes; };
+    box.set_text(U"12");
+    EXPECT_EQ(box.selection(), (Selection{Position(2), 1}));
+    EXPECT_EQ(changes, 0);
+}
+
 TEST(Helpers, smallest_that_is_not_0)
 {
     EXPECT_EQ(min3to1(0, 7, 3), 3);

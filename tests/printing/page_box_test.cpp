@@ -90,9 +90,13 @@ TEST_F(PageBox, loses_nothing_when_a_file_fails_or_a_name_is_taken)
 
 TEST_F(PageBox, puts_one_heading_over_what_failed)
 {
-    const std::vector<Text> failures{U" 请注意：\r\n文件 甲.xlsx 没有打印。", U"乙.xlsx 损坏。"};
+    std::vector<Text> failures{U" 请注意：\r\n文件 甲.xlsx 没有打印。", U"乙.xlsx 损坏。"};
     EXPECT_EQ(failures_text(failures),
               U" 请注意：\r\n有2个文件没有处理：\r\n文件 甲.xlsx 没有打印。\r\n乙.xlsx 损坏。");
+    failures.assign(10, U"坏");
+    EXPECT_TRUE(failures_text(failures).ends_with(U"：\r\n坏\r\n坏\r\n坏\r\n坏\r\n坏\r\n坏\r\n坏\r\n坏\r\n坏\r\n坏"));
+    failures.push_back(U"第十一");
+    EXPECT_TRUE(failures_text(failures).ends_with(U"坏\r\n……")) << "a box must fit the screen";
 }
 
 TEST_F(PageBox, leaves_a_printed_file_in_the_folder_of_printed_files)

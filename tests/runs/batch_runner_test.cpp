@@ -3,10 +3,8 @@
 
 #include <gtest/gtest.h>
 
-namespace tarvik {
+namespace tarvik::test {
 namespace {
-
-using test::TestProgram;
 
 constexpr SheetFamily families[] = {{
     .timer = &Form1::Timer3,
@@ -166,4 +164,4 @@ TEST(BatchRunner, a_run_across_midnight_counts_on)
 }
 
 } // namespace
-} // namespace tarvik
+} // namespace tarvik::test
