@@ -55,10 +55,9 @@ double mean_of(const std::vector<double>& numbers)
 double squares_of(const std::vector<double>& numbers)
 {
     require(!numbers.empty(), CellError::DivisionByZero);
-    // The mean by distances from the first number: equal numbers have none, however large they are.
-    double mean = 0;
-    for (const double number : numbers) mean += number - numbers.front();
-    mean = numbers.front() + mean / static_cast<double>(numbers.size());
+    // Equal numbers have no distance from their mean, however it is rounded.
+    if (std::ranges::count(numbers, numbers.front()) == std::ssize(numbers)) return 0;
+    const double mean = mean_of(numbers);
     double sum = 0;
     for (const double number : numbers) sum += (number - mean) * (number - mean);
     return sum;

@@ -115,11 +115,15 @@ Operand median(Call& call)
     return Value(percentile_of(all_numbers(call), 0.5, false));
 }
 
+// A text, and one cell without a number, are no arguments.
 Operand mode(Call& call)
 {
     for (std::size_t i = 0; i < call.size(); ++i) {
         const auto* const value = std::get_if<Value>(&call.operand(i));
         require(!value || !std::holds_alternative<Text>(*value), CellError::Value);
+        const auto* const areas = std::get_if<Areas>(&call.operand(i));
+        const bool is_cell = areas && areas->size() == 1 && areas->front().range.first == areas->front().range.last;
+        require(!is_cell || !numbers_of(call, i).empty(), CellError::Value);
     }
     const auto numbers = all_numbers(call);
     std::unordered_map<double, int> counts;

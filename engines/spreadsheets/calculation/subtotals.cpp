@@ -36,6 +36,17 @@ double product_of(const std::vector<double>& numbers)
     return product;
 }
 
+// Subtotals take it from the sum of squares, to whose last digits spreadsheet applications round; where that would lose
+// more than digits, from the distances.
+double variance_of_sums(const std::vector<double>& numbers, bool is_sample)
+{
+    double squares = 0;
+    for (const double number : numbers) squares += number * number;
+    const double sum = sum_of(numbers), distances = squares - sum * sum / static_cast<double>(numbers.size());
+    if (numbers.size() < 2 || distances < squares / 1000) return variance_of(numbers, is_sample);
+    return distances / (static_cast<double>(numbers.size()) - (is_sample ? 1 : 0));
+}
+
 } // namespace
 
 void append_subtotal_values(Call& call, std::size_t argument, const Skipped& skipped, std::vector<Value>& values)
@@ -74,11 +85,11 @@ Value subtotal_of(int kind, const std::vector<Value>& values)
     case 4: return numbers.empty() ? 0.0 : *std::ranges::max_element(numbers);
     case 5: return numbers.empty() ? 0.0 : *std::ranges::min_element(numbers);
     case 6: return product_of(numbers);
-    case 7: return std::sqrt(variance_of(numbers, true));
-    case 8: return std::sqrt(variance_of(numbers, false));
+    case 7: return std::sqrt(variance_of_sums(numbers, true));
+    case 8: return std::sqrt(variance_of_sums(numbers, false));
     case 9: return sum_of(numbers);
-    case 10: return variance_of(numbers, true);
-    case 11: return variance_of(numbers, false);
+    case 10: return variance_of_sums(numbers, true);
+    case 11: return variance_of_sums(numbers, false);
     case 12: return percentile_of(numbers, 0.5, false);
     default: return most_frequent(numbers);
     }
