@@ -95,6 +95,10 @@ public:
     /// Whether a cell that holds 1 or 0 shows it as a logical value.
     virtual bool is_logical(int sheet, int row, int column) = 0;
     virtual MergedArea merged_around(int sheet, const Area& area) = 0;
+    virtual void split_merged(int sheet, const Area& area) = 0;
+    /// The parts of the areas whose cells have a number format, or one that is none of texts and a formula that refers
+    /// to them, as the file was read.
+    virtual std::vector<Area> numeric_parts(int sheet, const std::vector<Area>& areas) = 0;
     virtual void write(int sheet, const Block& block) = 0;
     /// Keeps the cell's note.
     virtual void write_cell(int sheet, int row, int column, const CellValue& value) = 0;

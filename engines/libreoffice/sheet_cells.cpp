@@ -57,11 +57,30 @@ void naming_cell(Place place, const Work& work)
 
 const SheetContent& SheetCells::content()
 {
-    if (!content_) content_ = file_.call([this](OpenWorkbook& file) { return file.read(sheet_); });
+    if (!content_) {
+        content_ = file_.call([this](OpenWorkbook& file) { return file.read(sheet_); });
+        writes_read_ = writes_.sent;
+    }
     return *content_;
 }
 
-/// What the sheet held when it was read.
+/// What was written since the content was read may have changed a formula's result.
+void SheetCells::read_formulas_anew(const Area& area)
+{
+    settle();
+    if (writes_read_ == writes_.count) return;
+    const auto& cells = content().cells;
+    const auto is_asked_for = [&](const HeldCell& cell) {
+        return cell.is_formula && area.contains(cell.place.row, cell.place.column) && !written_.contains(cell.place);
+    };
+    const auto first = std::ranges::lower_bound(cells, Place{area.first_row, 1}, {}, &HeldCell::place);
+    const auto end = std::ranges::lower_bound(cells, Place{area.last_row + 1, 1}, {}, &HeldCell::place);
+    if (std::none_of(first, end, is_asked_for)) return;
+    writes_.send();
+    content_.reset();
+}
+
+/// What the sheet held when it was read last.
 const HeldCell* SheetCells::held(Place place)
 {
     const auto& cells = content().cells;
@@ -80,7 +99,12 @@ bool SheetCells::holds_nothing(Place place)
 CellValue SheetCells::value(Place place)
 {
     check(place);
-    settle();
+    read_formulas_anew({place.row, place.column, place.row, place.column});
+    return raw_value(place);
+}
+
+CellValue SheetCells::raw_value(Place place)
+{
     if (const auto written = written_.find(place); written != written_.end()) return written->second;
     const auto* const cell = held(place);
     if (!cell) return Text();
@@ -101,7 +125,7 @@ Text SheetCells::text(Place place)
 bool SheetCells::is_empty(Place place)
 {
     check(place);
-    settle();
+    read_formulas_anew({place.row, place.column, place.row, place.column});
     return holds_nothing(place);
 }
 
@@ -110,6 +134,7 @@ void SheetCells::write(Place place, const CellValue& value)
     check(place);
     const auto* text = std::get_if<Text>(&value);
     unsettled_.push_back({place, text ? CellValue(cell_text(*text)) : value});
+    ++writes_.count;
 }
 
 int SheetCells::clear(const Area& area)
@@ -117,14 +142,18 @@ int SheetCells::clear(const Area& area)
     if (area.empty()) return 0;
     check({area.first_row, area.first_column});
     check({area.last_row, area.last_column});
-    settle();
+    read_formulas_anew(area);
     std::set<Place> held_places;
     for (const auto& cell : content().cells)
         if (area.contains(cell.place.row, cell.place.column) && !holds_nothing(cell.place))
             held_places.insert(cell.place);
     for (const auto& [place, value] : written_)
         if (area.contains(place.row, place.column) && !is_nothing(value)) held_places.insert(place);
-    for (const auto place : held_places) put(place, Text());
+    for (const auto place : held_places) {
+        put(place, Text());
+        merged_texts_.forget({place.row, place.column});
+    }
+    if (!held_places.empty()) ++writes_.count;
     return static_cast<int>(held_places.size());
 }
 
@@ -136,28 +165,62 @@ void SheetCells::settle()
     for (const auto& [place, value] : unsettled_) {
         if (!is_nothing(value)) filled.insert(place);
         const bool may_matter = filled.contains(place) || !holds_nothing(place);
-        if (may_matter && !first_cells_.contains(place)) unknown.insert(place);
+        if (may_matter && !merged_.contains(place)) unknown.insert(place);
     }
-    for (const auto& area : rectangles({unknown.begin(), unknown.end()})) find_first_cells(area);
+    for (const auto& area : rectangles({unknown.begin(), unknown.end()})) find_merged(area);
+    find_numeric_parts();
     for (auto& [place, value] : std::exchange(unsettled_, {})) {
-        const Place first = first_cell(place);
-        if (!is_nothing(value)) put(first, std::move(value));
-        else if (first == place && !holds_nothing(place)) put(place, std::move(value));
+        const auto known = merged_.find(place);
+        if (known != merged_.end() && known->second.cells() > 1) write_to_merged(known->second, place, value);
+        else if (!is_nothing(value) || !holds_nothing(place)) put(place, std::move(value));
     }
 }
 
+void SheetCells::write_to_merged(const Area& merged, Place place, const CellValue& value)
+{
+    const ooxml::Place first{merged.first_row, merged.first_column};
+    const auto held = raw_value({first.row, first.column});
+    const auto outcome = merged_texts_.write(first, {place.row, place.column}, value, held);
+    if (outcome.splits) {
+        split_.push_back(merged);
+        for (auto& [one, its_area] : merged_)
+            if (split_.back().contains(one.row, one.column)) its_area = {one.row, one.column, one.row, one.column};
+    }
+    for (const auto& [to, its_value] : outcome.writes)
+        if (!is_nothing(its_value) || !holds_nothing({to.row, to.column})) put({to.row, to.column}, its_value);
+}
+
+// A text that reads as a number may come to stand in the first cell of a merged range.
+void SheetCells::find_numeric_parts()
+{
+    std::set<Place> unknown;
+    for (const auto& [place, value] : unsettled_) {
+        const auto* text = std::get_if<Text>(&value);
+        if (!text || !plain_number(*text)) continue;
+        const auto& merged = merged_.at(place);
+        for (const auto target : {place, Place{merged.first_row, merged.first_column}})
+            if (!is_numeric_.contains(target)) unknown.insert(target);
+    }
+    if (unknown.empty()) return;
+    const auto areas = rectangles({unknown.begin(), unknown.end()});
+    const auto parts = file_.call([&](OpenWorkbook& file) { return file.numeric_parts(sheet_, areas); });
+    for (const auto place : unknown)
+        is_numeric_[place] =
+            std::ranges::any_of(parts, [place](const Area& part) { return part.contains(place.row, place.column); });
+}
+
 // Most rectangles touch no merged range at all; one that does is halved until that is true, or until it is one cell.
-void SheetCells::find_first_cells(const Area& area)
+void SheetCells::find_merged(const Area& area)
 {
     const auto merged = file_.call([&](OpenWorkbook& file) { return file.merged_around(sheet_, area); });
     if (merged.area == area && !merged.has_merged) {
         for (int row = area.first_row; row <= area.last_row; ++row)
             for (int column = area.first_column; column <= area.last_column; ++column)
-                first_cells_[{row, column}] = {row, column};
+                merged_[{row, column}] = {row, column, row, column};
         return;
     }
     if (area.rows() == 1 && area.columns() == 1) {
-        first_cells_[{area.first_row, area.first_column}] = {merged.area.first_row, merged.area.first_column};
+        merged_[{area.first_row, area.first_column}] = merged.area;
         return;
     }
     Area front = area, back = area;
@@ -168,18 +231,16 @@ void SheetCells::find_first_cells(const Area& area)
         front.last_column = area.first_column + area.columns() / 2 - 1;
         back.first_column = front.last_column + 1;
     }
-    find_first_cells(front);
-    find_first_cells(back);
-}
-
-Place SheetCells::first_cell(Place place) const
-{
-    const auto known = first_cells_.find(place);
-    return known == first_cells_.end() ? place : known->second;
+    find_merged(front);
+    find_merged(back);
 }
 
 void SheetCells::put(Place place, CellValue value)
 {
+    const auto numeric = is_numeric_.find(place);
+    const auto* text = std::get_if<Text>(&value);
+    if (text && numeric != is_numeric_.end() && numeric->second)
+        if (const auto number = plain_number(*text)) value = *number;
     written_.insert_or_assign(place, std::move(value));
     unsent_.insert(place);
 }
@@ -202,12 +263,14 @@ bool SheetCells::send()
                 block.values.push_back(written_.at({row, column}));
     }
     file_.call([&](OpenWorkbook& file) {
+        for (const auto& area : split_) file.split_merged(sheet_, area);
         for (const auto place : alone)
             naming_cell(place, [&] { file.write_cell(sheet_, place.row, place.column, written_.at(place)); });
         for (const auto& block : blocks)
             naming_cell({block.area.first_row, block.area.first_column}, [&] { file.write(sheet_, block); });
     });
     unsent_.clear();
+    split_.clear();
     return true;
 }
 

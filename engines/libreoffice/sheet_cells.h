@@ -2,17 +2,27 @@
 
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/libreoffice/rectangles.h"
+#include "engines/spreadsheets/merged_texts.h"
 
+#include <functional>
 #include <map>
 #include <set>
 
 namespace tarvik::libreoffice {
 
+/// What the sheets of a workbook share: formulas of one depend on what is written into another.
+struct SheetWrites {
+    std::function<void()> send; ///< sends what was written into all of them
+    int count = 0, sent = 0;    ///< of all writes
+};
+
 /// The cells of one sheet: read as a whole when first asked for, written as few blocks when the workbook is saved. They
 /// follow the promises of Worksheet. What goes wrong is Damage.
 class SheetCells {
 public:
-    SheetCells(Handle<OpenWorkbook>& file, int sheet) : file_(file), sheet_(sheet) {}
+    SheetCells(Handle<OpenWorkbook>& file, int sheet, SheetWrites& writes) : file_(file), sheet_(sheet), writes_(writes)
+    {
+    }
 
     Text text(Place place);
     CellValue value(Place place);
@@ -33,17 +43,25 @@ private:
 
     const SheetContent& content();
     const HeldCell* held(Place place);
+    CellValue raw_value(Place place);
     bool holds_nothing(Place place);
     void settle();
-    void find_first_cells(const Area& area);
-    Place first_cell(Place place) const;
+    void read_formulas_anew(const Area& area);
+    void find_merged(const Area& area);
+    void find_numeric_parts();
+    void write_to_merged(const Area& merged, Place place, const CellValue& value);
     void put(Place place, CellValue value);
 
     Handle<OpenWorkbook>& file_;
     int sheet_;
+    SheetWrites& writes_;
+    int writes_read_ = 0; ///< the content holds the formulas' results as of then
     std::optional<SheetContent> content_;
-    std::vector<Write> unsettled_;       ///< as they came; the merged ranges are still to be looked at
-    std::map<Place, Place> first_cells_; ///< of the merged ranges, of the places looked at
+    std::vector<Write> unsettled_; ///< as they came; the merged ranges are still to be looked at
+    std::map<Place, Area> merged_; ///< the merged ranges, or the cells themselves, of the places looked at
+    ooxml::MergedTexts merged_texts_;
+    std::vector<Area> split_;            ///< and not sent yet
+    std::map<Place, bool> is_numeric_;   ///< of the places looked at: whether what reads as a number is stored as one
     std::map<Place, CellValue> written_; ///< stands above the content
     std::set<Place> unsent_;
 };

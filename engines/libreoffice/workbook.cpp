@@ -59,7 +59,9 @@ class OfficeWorkbook::Sheet final : public Worksheet {
     }
 
 public:
-    Sheet(OfficeWorkbook& workbook, int index) : workbook_(workbook), cells_(workbook.file(), index) {}
+    Sheet(OfficeWorkbook& workbook, int index) : workbook_(workbook), cells_(workbook.file(), index, workbook.writes_)
+    {
+    }
 
     Text cell(int row, int column) const override
     {
@@ -148,6 +150,7 @@ void OfficeWorkbook::send()
 {
     for (auto& [index, sheet] : sheets_)
         if (sheet->cells().send()) is_saved_ = false;
+    writes_.sent = writes_.count;
 }
 
 // LibreOffice leaves out without a word what the format has no place for.

@@ -38,6 +38,7 @@ private:
     std::optional<Handle<OpenWorkbook>> file_; ///< none once the workbook is closed
     const WorkbookFormat* format_ = nullptr;
     int sheet_count_ = 0;
+    SheetWrites writes_{[this] { send(); }};
     std::map<int, std::unique_ptr<Sheet>> sheets_;
     bool is_saved_ = true; ///< the file holds what LibreOffice does
 };

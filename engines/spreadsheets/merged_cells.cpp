@@ -22,18 +22,11 @@ const Range* MergedCells::find(Place place) const noexcept
     return range && nodes_.contains(range->first) ? range : nullptr;
 }
 
-const MergedCells::Given* MergedCells::given(const Range& range) const
-{
-    const auto found = given_.find(range.first);
-    return found == given_.end() ? nullptr : &found->second;
-}
-
 void MergedCells::split(const Range& range)
 {
     auto all = child_named(worksheet_, "mergeCells");
     remove_element(all, nodes_.at(range.first));
     nodes_.erase(range.first);
-    given_.erase(range.first);
     if (nodes_.empty()) remove_element(worksheet_, all);
     else if (auto count = all.attribute("count")) count.set_value(static_cast<unsigned long long>(nodes_.size()));
 }

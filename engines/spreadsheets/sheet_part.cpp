@@ -80,35 +80,17 @@ bool SheetPart::write(Place place, const CellValue& value)
     return range ? write_to_merged(*range, place, value) : write_cell(place, value);
 }
 
-// A range shows one text, the one for whichever of its cells; a second one splits it, as a clerk would.
 bool SheetPart::write_to_merged(const Range& range, Place place, const CellValue& value)
 {
-    const auto first = range.first;
-    const auto* given = merged_.given(range);
-    const auto owner = given ? given->meant_for : first;
-    if (is_nothing(value)) {
-        if (place != owner && place != first) return false;
-        merged_.forget(first);
-        return write_cell(first, value);
-    }
-    if (!given || owner == place || held(first) == value) {
-        merged_.give(range, {place, given ? given->before : place == first ? CellValue() : held(first)});
-        return write_cell(first, value);
-    }
-    const auto other = held(first), before = owner == first ? other : given->before;
-    split(range, place);
-    if (owner != first) {
-        write_cell(first, before);
-        write_cell(owner, other);
-    }
-    return write_cell(place, value);
-}
-
-void SheetPart::split(const Range& range, Place place)
-{
     refuse_protected(place);
-    merged_.split(range);
-    part_.changed = true;
+    const auto outcome = merged_texts_.write(range.first, place, value, held(range.first));
+    if (outcome.splits) {
+        merged_.split(range);
+        part_.changed = true;
+    }
+    bool is_changed = outcome.splits;
+    for (const auto& [target, its_value] : outcome.writes) is_changed = write_cell(target, its_value) || is_changed;
+    return is_changed;
 }
 
 bool SheetPart::write_cell(Place place, const CellValue& value)
@@ -166,7 +148,7 @@ int SheetPart::clear(const Range& range)
     formulas_.release(range, held);
     for (const auto place : held) {
         values_.erase(cells_.find(place));
-        merged_.forget(place);
+        merged_texts_.forget(place);
         results_.touch(number_, place);
     }
     part_.changed = true;

@@ -5,6 +5,7 @@
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
 #include "engines/spreadsheets/merged_cells.h"
+#include "engines/spreadsheets/merged_texts.h"
 #include "engines/spreadsheets/number_formats.h"
 #include "engines/spreadsheets/protected_areas.h"
 #include "engines/spreadsheets/sheet_cells.h"
@@ -65,7 +66,6 @@ private:
     bool write_to_merged(const Range& range, Place place, const CellValue& value);
     bool write_cell(Place place, const CellValue& value);
     CellValue held(Place place) const;
-    void split(const Range& range, Place place);
     void refuse_protected(Place place) const;
     bool needs_update(pugi::xml_node cell) const;
 
@@ -74,6 +74,7 @@ private:
     SheetCells cells_;
     FormulaGroups formulas_;
     MergedCells merged_;
+    MergedTexts merged_texts_;
     CellValues& values_;
     ProtectedAreas areas_;
     FormulaResults& results_;

@@ -34,10 +34,11 @@ bool is_on(pugi::xml_attribute attribute) noexcept
     return value == "1" || value == "true";
 }
 
-// One that cannot be read is taken for what its relationship says.
-bool is_calculation_chain(const Package& package, const std::string& part)
+// One that is damaged is taken for what it is declared as, one that cannot be read for what its relationship says.
+bool is_calculation_chain(const PackageEditor& package, const std::string& part)
 try {
-    return root_name(package.part(part)) == "calcChain";
+    return package.types().of(part).find("calcChain") != std::string::npos ||
+           root_name(package.original().part(part)) == "calcChain";
 } catch (const Damage&) {
     return true;
 }
@@ -178,7 +179,7 @@ void WorkbookModel::refuse(FormulaIndex::Number number, const Text& why) const
                  why);
 }
 
-// What it calculates is taken for all formulas that we could not.
+// What it calculates is taken for all formulas that we could not, unless it does not know a name either.
 void WorkbookModel::ask_suite(FormulaIndex::Number number)
 {
     if (!services_.recalculate) refuse(number, {});
@@ -192,8 +193,11 @@ void WorkbookModel::ask_suite(FormulaIndex::Number number)
     const auto failed = recalculation_->failed();
     for (const auto& [one, reason] : failed) {
         const auto& formula = recalculation_->index()[one];
-        recalculation_->take_results(one, theirs->load(formula.sheet).values(formula.range));
+        const auto results = theirs->load(formula.sheet).values(formula.range);
+        if (std::ranges::find(results, calculation::Value(calculation::CellError::Name)) == results.end())
+            recalculation_->take_results(one, results);
     }
+    if (recalculation_->failed().contains(number)) refuse(number, {});
 }
 
 void WorkbookModel::settle_results()
@@ -225,14 +229,14 @@ void WorkbookModel::ask_for_calculation()
     workbook_.changed = true;
 }
 
-// Only what is such a chain: the relationship may lead anywhere.
+// Only what is such a chain, be it damaged: the relationship may lead anywhere.
 void WorkbookModel::drop_calculation_chain()
 {
     std::set<std::string> met; // many may lead to one part
     relationships_.remove_if([this, &met](const Relationship& one) {
         if (one.kind() != "calcChain" || !package_.has(one.target)) return false;
         if (!met.insert(part_key(one.target)).second) return false;
-        if (!is_calculation_chain(package_.original(), one.target)) return false;
+        if (!is_calculation_chain(package_, one.target)) return false;
         package_.remove(one.target);
         return true;
     });

@@ -10,6 +10,7 @@
 #include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
+#include <com/sun/star/sheet/XFormulaQuery.hpp>
 #include <com/sun/star/sheet/XSheetCellCursor.hpp>
 #include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
@@ -18,6 +19,7 @@
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/util/NumberFormat.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
+#include <com/sun/star/util/XNumberFormatTypes.hpp>
 #include <com/sun/star/util/XNumberFormatsSupplier.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
 
@@ -60,6 +62,17 @@ std::vector<Area> areas_with(const Sheet& sheet, sal_Int32 what)
     return areas;
 }
 
+Area common(const Area& one, const Area& other)
+{
+    return {std::max(one.first_row, other.first_row), std::max(one.first_column, other.first_column),
+            std::min(one.last_row, other.last_row), std::min(one.last_column, other.last_column)};
+}
+
+bool overlaps_any(const Area& area, const std::vector<Area>& others)
+{
+    return std::ranges::any_of(others, [&](const Area& other) { return !common(area, other).empty(); });
+}
+
 auto range_of(const Sheet& sheet, const Area& area)
 {
     return sheet->getCellRangeByPosition(area.first_column - 1, area.first_row - 1, area.last_column - 1,
@@ -91,8 +104,9 @@ CellValue to_value(const Any& value)
     return to_text(text);
 }
 
-/// Fewer and larger areas that still cover all, as long as what is read in vain costs less than another call.
-std::vector<Area> gathered(std::vector<Area> areas)
+/// Makes of the areas fewer and larger ones that still cover all, as long as what is read in vain costs less than
+/// another call.
+void gather(std::vector<Area>& areas)
 {
     constexpr std::int64_t worth_a_call = 1'000;
     std::ranges::sort(areas, {}, &Area::first_row);
@@ -102,7 +116,7 @@ std::vector<Area> gathered(std::vector<Area> areas)
         if (!made.empty() && both.cells() <= made.back().cells() + area.cells() + worth_a_call) made.back() = both;
         else made.push_back(area);
     }
-    return made;
+    areas.swap(made);
 }
 
 std::vector<Place> places_in(const std::vector<Area>& areas)
@@ -137,10 +151,11 @@ SheetContent read_sheet(const Sheet& sheet)
 {
     constexpr sal_Int32 anything = flags::VALUE | flags::DATETIME | flags::STRING | flags::FORMULA;
     SheetContent content;
-    const auto areas = areas_with(sheet, anything);
+    auto areas = areas_with(sheet, anything);
     if (!areas.empty()) {
         const auto formulas = places_in(areas_with(sheet, flags::FORMULA));
-        for (const auto& area : gathered(areas)) read_area(sheet, area, formulas, content.cells);
+        gather(areas);
+        for (const auto& area : areas) read_area(sheet, area, formulas, content.cells);
     }
     std::ranges::sort(content.cells, {}, &HeldCell::place);
     const auto is_repeated = [](const HeldCell& one, const HeldCell& next) { return one.place == next.place; };
@@ -163,15 +178,21 @@ public:
 
     void put_back() const
     {
-        for (const auto& [range, format] : parts_) {
+        for (const auto& [area, range, format] : parts_) {
             const Reference<css::beans::XPropertySet> set(range, UNO_QUERY_THROW);
             if (is_mixed(range) || set->getPropertyValue(name()) != format) set->setPropertyValue(name(), format);
         }
     }
 
-private:
     using Range = Reference<css::table::XCellRange>;
+    struct Part {
+        Area area;
+        Range range;
+        Any format;
+    };
+    const std::vector<Part>& parts() const noexcept { return parts_; }
 
+private:
     static rtl::OUString name() { return rtl::OUString::createFromAscii("NumberFormat"); }
 
     static bool is_mixed(const Range& range)
@@ -186,7 +207,7 @@ private:
         const auto range = range_of(sheet, area);
         if (area.cells() == 1 || !is_mixed(range)) {
             const Reference<css::beans::XPropertySet> set(range, UNO_QUERY_THROW);
-            parts_.emplace_back(range, set->getPropertyValue(name()));
+            parts_.push_back({area, range, set->getPropertyValue(name())});
             return;
         }
         Area front = area, back = area;
@@ -201,7 +222,7 @@ private:
         note(sheet, back);
     }
 
-    std::vector<std::pair<Range, Any>> parts_;
+    std::vector<Part> parts_;
 };
 
 struct ToAny {
@@ -284,6 +305,32 @@ public:
         });
     }
 
+    void split_merged(int sheet, const Area& area) override
+    {
+        translated([&] {
+            const Reference<css::util::XMergeable> mergeable(range_of(sheet_at(sheet), area), UNO_QUERY_THROW);
+            mergeable->merge(false);
+        });
+    }
+
+    std::vector<Area> numeric_parts(int sheet, const std::vector<Area>& areas) override
+    {
+        return translated([&] {
+            std::vector<Area> numeric;
+            for (const auto& area : areas) {
+                const NumberFormats formats(sheet_at(sheet), area);
+                for (const auto& part : formats.parts()) {
+                    sal_Int32 key = 0;
+                    part.format >>= key;
+                    const auto kind = kind_of(key);
+                    if (kind == Kind::Number) numeric.push_back(part.area);
+                    if (kind == Kind::General) append_referred(sheet, part.area, numeric);
+                }
+            }
+            return numeric;
+        });
+    }
+
     void write(int sheet, const Block& block) override
     {
         translated([&] {
@@ -317,6 +364,63 @@ public:
     }
 
 private:
+    enum class Kind { Number, General, Text }; // a date's is General, too
+
+    Kind kind_of(sal_Int32 key)
+    {
+        constexpr auto numbers = css::util::NumberFormat::NUMBER | css::util::NumberFormat::CURRENCY |
+                                 css::util::NumberFormat::SCIENTIFIC | css::util::NumberFormat::FRACTION |
+                                 css::util::NumberFormat::PERCENT;
+        const Reference<css::util::XNumberFormatsSupplier> supplier(model(), UNO_QUERY_THROW);
+        const auto formats = supplier->getNumberFormats();
+        const auto format = formats->getByKey(key);
+        const auto type = property_of<sal_Int16>(format, "Type");
+        if ((type & css::util::NumberFormat::TEXT) != 0) return Kind::Text;
+        const Reference<css::util::XNumberFormatTypes> types(formats, UNO_QUERY_THROW);
+        const bool is_standard = key == types->getStandardIndex(property_of<css::lang::Locale>(format, "Locale"));
+        return (type & numbers) != 0 && !is_standard ? Kind::Number : Kind::General;
+    }
+
+    // LibreOffice counts formulas among what they refer to, so that those are asked for one by one.
+    void append_referred(int sheet, const Area& area, std::vector<Area>& referred)
+    {
+        note_references();
+        for (const auto& one : referred_[sheet]) {
+            const auto both = common(area, one);
+            if (both.empty()) continue;
+            if (!overlaps_any(both, formulas_[sheet])) {
+                referred.push_back(both);
+                continue;
+            }
+            for (int row = both.first_row; row <= both.last_row; ++row) {
+                for (int column = both.first_column; column <= both.last_column; ++column) {
+                    const Area cell{row, column, row, column};
+                    if (!overlaps_any(cell, formulas_[sheet]) || has_dependents(sheet, cell)) referred.push_back(cell);
+                }
+            }
+        }
+    }
+
+    bool has_dependents(int sheet, const Area& cell)
+    {
+        const Reference<css::sheet::XFormulaQuery> query(range_of(sheet_at(sheet), cell), UNO_QUERY_THROW);
+        const auto found = query->queryDependents(false)->getRangeAddresses();
+        return found.getLength() != 1 || to_area(found[0]) != cell;
+    }
+
+    void note_references()
+    {
+        if (!formulas_.empty()) return;
+        for (int sheet = 1; sheet <= sheets_->getCount(); ++sheet) {
+            formulas_[sheet] = areas_with(sheet_at(sheet), flags::FORMULA);
+            const Reference<css::sheet::XCellRangesQuery> cells(sheet_at(sheet), UNO_QUERY_THROW);
+            const Reference<css::sheet::XFormulaQuery> query(
+                cells->queryContentCells(static_cast<sal_Int16>(flags::FORMULA)), UNO_QUERY_THROW);
+            for (const auto& address : query->queryPrecedents(false)->getRangeAddresses())
+                referred_[address.Sheet + 1].push_back(to_area(address));
+        }
+    }
+
     Sheet sheet_at(int index)
     {
         auto& sheet = open_sheets_[index];
@@ -333,6 +437,7 @@ private:
     Reference<css::container::XIndexAccess> sheets_;
     std::vector<Reference<css::util::XProtectable>> lifted_; ///< sheets whose protection is put back for storing
     std::map<int, Sheet> open_sheets_;
+    std::map<int, std::vector<Area>> formulas_, referred_; ///< by sheets, once they are asked for
 };
 
 } // namespace

@@ -74,6 +74,72 @@ TEST_P(BothEngines, cells_are_written_alike)
     EXPECT_EQ(to_utf8(reading->open(U"t.xlsx").worksheet(1).cell(8, 1)), "8");
 }
 
+TEST_P(BothEngines, formulas_follow_what_was_written)
+{
+    make_package_of("<row r=\"1\"><c r=\"A1\"><v>1</v></c><c r=\"B1\"><f>A1*2</f><v>2</v></c>"
+                    "<c r=\"C1\" t=\"str\"><f>IF(A1=\"\",\"\",\"SN\"&amp;A1)</f><v>SN1</v></c></row>");
+    auto application = create();
+    auto& workbook = application->open(U"t.xlsx");
+    auto& sheet = workbook.worksheet(1);
+    EXPECT_EQ(to_utf8(sheet.cell(1, 2) + sheet.cell(1, 3)), "2SN1");
+    sheet.set_cell(1, 1, 5.0);
+    EXPECT_EQ(to_utf8(sheet.cell(1, 2) + sheet.cell(1, 3)), "10SN5");
+    EXPECT_EQ(sheet.clear(1, 1, 1, 1), 1);
+    EXPECT_TRUE(sheet.is_empty(1, 3));
+    EXPECT_EQ(sheet.clear(1, 1, 3, 3), 0);
+    sheet.set_cell(1, 1, Text(U"7"));
+    EXPECT_EQ(to_utf8(sheet.cell(1, 2) + sheet.cell(1, 3)), "14SN7");
+}
+
+// Number format, text format, date format; then cells that formulas refer to, here and from another sheet.
+TEST_P(BothEngines, texts_become_numbers_alike)
+{
+    make_package_of("<row r=\"1\"><c r=\"A1\" s=\"1\"/><c r=\"B1\" s=\"3\"/><c r=\"C1\" s=\"2\"/>"
+                    "<c r=\"E1\"><f>AVERAGE(D1:D4,B1,C1)</f><v>0</v></c><c r=\"F1\"><f>7*6</f><v>42</v></c>"
+                    "<c r=\"G1\"><f>F3+1</f><v>1</v></c><c r=\"H1\"><f>G1</f><v>1</v></c></row>");
+    auto application = create();
+    auto& workbook = application->open(U"t.xlsx");
+    auto& sheet = workbook.worksheet(1);
+    const std::pair<int, int> places[] = {{1, 1}, {1, 2}, {1, 3}, {1, 4}, {2, 4},
+                                          {3, 4}, {5, 4}, {1, 6}, {1, 7}, {9, 9}};
+    for (const auto& [row, column] : places) sheet.set_cell(row, column, Text(row == 2 ? U"0012" : U"90"));
+    const auto kinds = [&](Worksheet& read) {
+        std::string all;
+        for (const auto& [row, column] : places)
+            all += std::holds_alternative<double>(read.value(row, column)) ? 'n' : 't';
+        return all;
+    };
+    EXPECT_EQ(kinds(sheet), "ntnntnttnt");
+    EXPECT_EQ(to_utf8(sheet.cell(1, 5)), "90");
+    workbook.close(true);
+    auto reading = embedded->create_spreadsheet();
+    auto& saved = reading->open(U"t.xlsx").worksheet(1);
+    EXPECT_EQ(kinds(saved), "ntnntnttnt");
+    EXPECT_EQ(to_utf8(saved.cell(2, 4)), "0012");
+}
+
+TEST_P(BothEngines, texts_for_one_merged_range_lose_nothing)
+{
+    make_package_of("<row r=\"2\"><c r=\"B2\"><v>7</v></c></row>",
+                    "<mergeCells><mergeCell ref=\"B2:D3\"/><mergeCell ref=\"F2:G3\"/></mergeCells>");
+    auto application = create();
+    auto& workbook = application->open(U"t.xlsx");
+    auto& sheet = workbook.worksheet(1);
+    sheet.set_cell(2, 3, Text(U"一"));
+    EXPECT_EQ(to_utf8(sheet.cell(2, 2) + sheet.cell(2, 3)), "一");
+    sheet.set_cell(3, 4, Text(U"二"));
+    sheet.set_cell(3, 7, Text(U"三"));
+    sheet.set_cell(3, 7, Text(U"四"));
+    sheet.set_cell(2, 7, Text());
+    workbook.close(true);
+    auto reading = embedded->create_spreadsheet();
+    auto& saved = reading->open(U"t.xlsx").worksheet(1);
+    std::string all;
+    for (const auto& [row, column] : {std::pair(2, 2), {2, 3}, {3, 4}, {2, 6}, {3, 7}})
+        all += to_utf8(saved.cell(row, column)) + "|";
+    EXPECT_EQ(all, "7|一|二|四||");
+}
+
 TEST_P(BothEngines, texts_end_where_a_cell_does)
 {
     make_package_of("");
