@@ -67,11 +67,8 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
     growth_.setInterval(growth_milliseconds);
     QObject::connect(&growth_, &QTimer::timeout, &form1_, [this] { follow_file(); });
-    const auto show_folder = [this](const QString& folder) {
-        open_folder(folder, [this, folder] { form1_.status().show_notice("系统没有打开文件夹：" + folder); });
-    };
     menu_.emplace(program_, form1_, form3_, form4_, manual_,
-                  MenuHost{show_folder, [this](auto look) { set_look(look); },
+                  MenuHost{[this](auto look) { set_look(look); },
                            [this](bool follows) { follows ? growth_.start() : growth_.stop(); },
                            [this] { tasks_.open_list(); }, [this] { tasks_.record_or_stop(); }});
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &form1_, [this](Qt::ApplicationState state) {

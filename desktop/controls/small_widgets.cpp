@@ -51,6 +51,7 @@ OptionWidget::OptionWidget(Front& front, OptionButton& control, std::function<vo
     setAttribute(Qt::WA_NoMousePropagation);
     setMinimumSize(1, 1);
     setAutoExclusive(false);
+    forget_accessible(*this);
     connect(this, &QRadioButton::clicked, this, [this, &control] {
         for (const EventKind kind : {EventKind::MouseDown, EventKind::MouseUp, EventKind::Click})
             front_.queue.post({kind, control});

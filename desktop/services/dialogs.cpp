@@ -110,9 +110,8 @@ void place_clear(QDialog& box, const QRect& clear)
 /// A message, wide enough for its title, that Y and N answer where Yes and No are offered.
 class MessageWindow final : public QMessageBox {
 public:
-    MessageWindow(const Message& message, const QRect& clear, QWidget* parent)
-        : QMessageBox(picture(message.icon), to_qt(message.title), lines_to_qt(message.text), offered(message.buttons),
-                      parent),
+    MessageWindow(const Message& message, const QString& shown, const QRect& clear, QWidget* parent)
+        : QMessageBox(picture(message.icon), to_qt(message.title), shown, offered(message.buttons), parent),
           clear_(clear), must_answer_(must_answer(message))
     {
         setTextFormat(Qt::PlainText);
@@ -170,12 +169,19 @@ DriveMap::const_iterator drive_of(TextView path, const DriveMap& drives)
 
 } // namespace
 
+// A text puts "\\" behind the installation folder, which is the system's own path.
+QString DesktopDialogs::with_one_separator(TextView text) const
+{
+    return lines_to_qt(text).replace(folder_ + '\\', folder_ + QDir::separator());
+}
+
 Answer DesktopDialogs::message(const Message& message)
 {
-    if (message.buttons == Buttons::OK) last_told_ = message.text;
+    const QString shown = with_one_separator(message.text);
+    if (message.buttons == Buttons::OK) last_told_ = shown;
     around_.before();
     const BoxOver over(over_);
-    MessageWindow box(message, around_.keep_clear(), over.window());
+    MessageWindow box(message, shown, around_.keep_clear(), over.window());
     const int pressed = box.exec();
     for (const ButtonRow& row : button_rows)
         if (row.button == pressed) return row.answer;
@@ -188,7 +194,7 @@ Text DesktopDialogs::input(TextView title, TextView prompt, TextView preset)
     const BoxOver over(over_);
     QInputDialog box(over.window());
     box.setWindowTitle(to_qt(title));
-    box.setLabelText(lines_to_qt(prompt));
+    box.setLabelText(with_one_separator(prompt));
     box.setTextValue(to_qt(preset));
     if (const auto drive = drive_of(preset, drives_); drive != drives_.end()) {
         box.setLabelText(
@@ -205,7 +211,7 @@ std::optional<Text> DesktopDialogs::open_file(TextView filter)
 {
     if (const QString next = std::exchange(next_, {}); !next.isEmpty()) {
         recent_.add(next);
-        return from_qt(next);
+        return from_qt(QDir::toNativeSeparators(next));
     }
     return choose_file(filter, false);
 }
@@ -222,10 +228,12 @@ std::optional<Text> DesktopDialogs::choose_file(TextView filter, bool save)
     QList<QUrl> places{QUrl::fromLocalFile(QDir::homePath())};
     for (const QString& place : around_.places())
         if (QFileInfo(place).isDir()) places += QUrl::fromLocalFile(place);
-    FileDialog box(over.window(), save, filter, recent_.folder(), recent_.files(), places);
+    // Reports and the workbooks of a run lie in different places: each kind of file begins at its own.
+    const QStringList patterns = name_patterns(filter);
+    FileDialog box(over.window(), save, filter, recent_.folder(patterns), recent_.files(patterns), places);
     if (box.exec() != QDialog::Accepted || box.selectedFiles().isEmpty()) return std::nullopt;
     recent_.add(box.selectedFiles().front());
-    return from_qt(box.selectedFiles().front());
+    return from_qt(QDir::toNativeSeparators(box.selectedFiles().front()));
 }
 
 } // namespace tarvik

@@ -27,7 +27,10 @@ public:
     };
     /// File dialogs begin in `folder` while no file has been chosen. A path that is offered on one of `drives` is
     /// offered where it leads.
-    DesktopDialogs(const QString& folder, DriveMap drives) : recent_(folder), drives_(std::move(drives)) {}
+    DesktopDialogs(const QString& folder, DriveMap drives)
+        : folder_(folder), recent_(folder), drives_(std::move(drives))
+    {
+    }
     void set_surroundings(Surroundings surroundings) { around_ = std::move(surroundings); }
 
     Answer message(const Message& message) override;
@@ -39,15 +42,17 @@ public:
     void open_next(const QString& path) { next_ = path; }
 
     /// The text of the last box that could only be confirmed.
-    const Text& last_told() const { return last_told_; }
+    const QString& last_told() const { return last_told_; }
 
 private:
     std::optional<Text> choose_file(TextView filter, bool save);
+    QString with_one_separator(TextView text) const;
     Surroundings around_;
+    QString folder_;
     RecentFiles recent_;
     DriveMap drives_;
     QString next_;
-    Text last_told_;
+    QString last_told_;
     QPointer<QWidget> over_; // what the last box stood over
 };
 

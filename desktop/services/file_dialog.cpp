@@ -95,7 +95,7 @@ void FileDialog::offer_recent(const QStringList& recent)
     auto* list = new QComboBox(this);
     list->setObjectName("recent");
     list->addItem("选择……");
-    list->addItems(recent);
+    for (const QString& path : recent) list->addItem(QDir::toNativeSeparators(path));
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     const int row = grid->rowCount();
     grid->addWidget(new QLabel("最近打开：", this), row, 0);
@@ -122,6 +122,14 @@ void FileDialog::accept()
         }
     }
     QFileDialog::accept();
+}
+
+QStringList name_patterns(TextView filter)
+{
+    QStringList patterns;
+    for (const QString& each : name_filters(filter))
+        patterns += each.mid(each.lastIndexOf('(') + 1).chopped(1).split(' ');
+    return patterns;
 }
 
 QStringList name_filters(TextView filter)

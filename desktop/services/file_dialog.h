@@ -26,5 +26,7 @@ private:
 
 /// "name|*.ext|name|*.ext" as the toolkit has its filters. "*.*" stands for every file, with a point or without.
 QStringList name_filters(TextView filter);
+/// All patterns of the filters, as "*.txt".
+QStringList name_patterns(TextView filter);
 
 } // namespace tarvik

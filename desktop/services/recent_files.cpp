@@ -1,5 +1,6 @@
 #include "desktop/services/recent_files.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace tarvik {
@@ -29,18 +30,20 @@ void RecentFiles::add(const QString& path)
     user_settings().setValue(key, paths_);
 }
 
-QStringList RecentFiles::files() const
+QStringList RecentFiles::files(const QStringList& patterns) const
 {
     QStringList there;
     for (const QString& path : paths_)
-        if (QFileInfo(path).isFile()) there += path;
+        if (const QFileInfo file(path); file.isFile() && QDir::match(patterns, file.fileName())) there += path;
     return there;
 }
 
-QString RecentFiles::folder() const
+QString RecentFiles::folder(const QStringList& patterns) const
 {
-    for (const QString& path : paths_)
-        if (const QFileInfo folder(QFileInfo(path).absolutePath()); folder.isDir()) return folder.absoluteFilePath();
+    for (const QString& path : paths_) {
+        const QFileInfo file(path), folder(file.absolutePath());
+        if (folder.isDir() && QDir::match(patterns, file.fileName())) return folder.absoluteFilePath();
+    }
     return first_folder_;
 }
 

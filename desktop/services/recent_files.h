@@ -16,10 +16,10 @@ public:
     explicit RecentFiles(const QString& first_folder);
 
     void add(const QString& path);
-    /// Those that are still there, the last first.
-    QStringList files() const;
-    /// Of the last file, or the first folder.
-    QString folder() const;
+    /// Those that are still there and have such a name, as "*.txt", the last first.
+    QStringList files(const QStringList& patterns) const;
+    /// Of the last file of such a name, or the first folder.
+    QString folder(const QStringList& patterns) const;
 
 private:
     QString first_folder_;

@@ -16,8 +16,9 @@ DriveMap missing_drives();
 /// For words that a program has before it has a window: on its output, or in a box where it has none.
 void show_words(const std::string& words, bool is_complaint);
 
-/// Shows a folder in the system's own way. `failed` is called when nothing can show it, perhaps later.
-void open_folder(const QString& folder, const std::function<void()>& failed);
+/// Opens a file or folder by the program that the system has for it. `failed` is called when there is none, perhaps
+/// later.
+void open_by_system(const QString& path, const std::function<void()>& failed);
 
 struct SystemLook {
     bool is_dark = false, is_high_contrast = false;

@@ -4,6 +4,7 @@
 #include "desktop/text_view/text_widget.h"
 
 #include <QAccessibleWidget>
+#include <QRadioButton>
 
 #include <algorithm>
 
@@ -90,9 +91,36 @@ private:
     TextWidget& widget_;
 };
 
+/// An option button. The toolkit takes one that does not clear its neighbours by itself for a check box.
+class OptionAccessible final : public QAccessibleWidget {
+public:
+    explicit OptionAccessible(QRadioButton& option)
+        : QAccessibleWidget(&option, QAccessible::RadioButton), option_(option)
+    {
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.checkable = true;
+        state.checked = option_.isChecked();
+        return state;
+    }
+    QStringList actionNames() const override { return QStringList(pressAction()) + QAccessibleWidget::actionNames(); }
+    void doAction(const QString& name) override
+    {
+        if (name == pressAction()) option_.click();
+        else QAccessibleWidget::doAction(name);
+    }
+
+private:
+    QRadioButton& option_;
+};
+
 QAccessibleInterface* accessible_of(const QString&, QObject* object)
 {
     if (auto* const text = dynamic_cast<TextWidget*>(object)) return new TextAccessible(*text);
+    if (auto* const option = dynamic_cast<QRadioButton*>(object)) return new OptionAccessible(*option);
     auto* const widget = dynamic_cast<QWidget*>(object);
     const QVariant role = widget ? widget->property(accessible_role) : QVariant();
     if (!role.isValid()) return nullptr;

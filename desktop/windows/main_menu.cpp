@@ -63,7 +63,9 @@ MainMenu::MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWi
     QObject::connect(new QShortcut(Qt::Key_F10, &form1), &QShortcut::activated, &menu_, open);
     add(menu_, "打开……", {"Ctrl+O"}, [this] { form1_.press(program_.form1.Command1[0]); });
     add(menu_, "保存……", {"Ctrl+S"}, [this] { form1_.press(program_.form1.Command1[4]); });
-    const auto open_installation = [this] { host_.open_folder(to_qt(program_.platform.files.installation_folder())); };
+    const auto open_installation = [this] {
+        form1_.status().show_by_system(to_qt(program_.platform.files.installation_folder()));
+    };
     add(menu_, "打开安装目录", {}, open_installation);
     add_reading();
     add_run();
@@ -152,7 +154,7 @@ void MainMenu::add_run()
     add(menu, "打开存储路径", {}, [this] {
         const Text& folder = program_.form1.outfolder;
         const TextView path = folder.empty() ? files::default_output : TextView(folder);
-        host_.open_folder(QString::fromStdString(utf8_of(program_.platform.files.resolve(path))));
+        form1_.status().show_by_system(QString::fromStdString(utf8_of(program_.platform.files.resolve(path))));
     });
 }
 

@@ -13,7 +13,6 @@ namespace tarvik {
 
 /// What the menu needs of those who own it.
 struct MenuHost {
-    std::function<void(const QString& folder)> open_folder;
     std::function<void(std::optional<Look>)> set_look; ///< none follows the system
     std::function<void(bool)> follow_file;
     std::function<void()> open_tasks, record;

@@ -4,6 +4,7 @@
 #include "desktop/text_view/text_accessible.h"
 
 #include <QAccessible>
+#include <QDir>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPainter>
@@ -89,13 +90,19 @@ void StatusLine::show_end(RunEnd end)
 void StatusLine::open_end()
 {
     if (last_end_.folder.isEmpty()) return show_notice("还没有存过文件");
-    open_folder(last_end_.folder, [this] { show_notice("系统没有打开文件夹：" + last_end_.folder); });
+    show_by_system(last_end_.folder);
+}
+
+void StatusLine::show_by_system(const QString& path)
+{
+    open_by_system(path, [this, path] { show_notice("系统没有打开：" + QDir::toNativeSeparators(path)); });
 }
 
 void StatusLine::list_end()
 {
     if (last_end_.details.isEmpty()) return show_notice("还没有运行过，或没有可列的文件和关键字");
-    auto* const list = new QListWidget;
+    auto* const list = new QListWidget(window());
+    list->setWindowFlags(Qt::Dialog);
     list->setObjectName("runList");
     list->setAttribute(Qt::WA_DeleteOnClose);
     list->setWindowTitle(last_end_.text);

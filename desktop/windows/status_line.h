@@ -29,6 +29,8 @@ public:
     QString text() const;
     /// Wishes the run in progress to stop.
     void stop() { stop_.click(); }
+    /// Opens a file or folder by the program that the system has for it, and says so where there is none.
+    void show_by_system(const QString& path);
     /// Opens the folder of the run that ended last.
     void open_end();
     /// Lists in a window of its own what that run made and what it did not.

@@ -154,11 +154,11 @@ QString run_text(Program& program)
     return text;
 }
 
-RunEnd run_end(const Program& program, bool wished, const Text& told)
+RunEnd run_end(const Program& program, bool wished, QString told)
 {
     const RunRecord& run = program.run;
     RunEnd end;
-    QString reason = to_qt(told).remove("请注意：").simplified();
+    QString reason = told.remove("请注意：").simplified();
     if (reason.isEmpty()) reason = "没有做完";
     QStringList parts{wished ? "已按要求停止" : run.stopped ? "运行停止：" + reason : "运行结束"};
     parts += QString("存了 %1 个文件").arg(run.files.size());

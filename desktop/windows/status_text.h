@@ -32,7 +32,7 @@ struct RunEnd {
     QStringList details; ///< files and the keys that made no sheet, a line each
 };
 /// `wished`: the user has stopped it. `told`: what the last box said, which is why a run stops by itself.
-RunEnd run_end(const Program& program, bool wished, const Text& told);
+RunEnd run_end(const Program& program, bool wished, QString told);
 
 /// The keys that are commands at present, empty while there are none.
 QString key_hint(const Form1& form1);

@@ -7,12 +7,10 @@
 #include "runs/batch_runner.h"
 #include "scripts/task_files.h"
 
-#include <QDesktopServices>
 #include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QUrl>
 
 namespace tarvik {
 
@@ -157,7 +155,7 @@ void TaskWindow::play()
 
 void TaskWindow::edit()
 {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(utf8_of(file_of(chosen())))));
+    status_.show_by_system(QString::fromStdString(utf8_of(file_of(chosen()))));
 }
 
 void TaskWindow::rename()

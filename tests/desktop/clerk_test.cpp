@@ -145,7 +145,8 @@ TEST_F(DesktopClerk, the_end_of_a_run_tells_why_it_stopped)
     expect_box("确定");
     EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
     const QString text = desktop->main_window().status().text();
-    EXPECT_TRUE(text.startsWith("运行停止：") && text.contains("z5.xlsx")) << text.toStdString();
+    const QString missing = QString::fromStdString((installation.path() / "z5.xlsx").string());
+    EXPECT_TRUE(text.startsWith("运行停止：") && text.contains(missing)) << text.toStdString();
     EXPECT_TRUE(text.contains("存了 ") && text.contains("没有出单") && text.contains("没有轮到")) << text.toStdString();
     EXPECT_EQ(program().run.files.size() + program().run.passed.size() + program().run.not_reached, 30U);
 }

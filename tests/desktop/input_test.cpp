@@ -13,11 +13,15 @@ namespace {
 
 using DesktopInput = DesktopFixture;
 
+void compose(QWidget& widget, const QString& preedit, const QString& committed)
+{
+    QInputMethodEvent event(preedit, {});
+    event.setCommitString(committed);
+    QApplication::sendEvent(&widget, &event);
+}
 void commit(QWidget& widget, const QString& text)
 {
-    QInputMethodEvent event;
-    event.setCommitString(text);
-    QApplication::sendEvent(&widget, &event);
+    compose(widget, {}, text);
 }
 
 QPoint place(const TextWidget& widget, std::size_t offset)
@@ -54,6 +58,35 @@ TEST_F(DesktopInput, a_chinese_text_of_an_input_method_is_typed_key_by_key)
     // The selection counts characters.
     box.setSelection(1, 2);
     EXPECT_EQ(form1().query_box().selected_text(), U"\U00020000");
+}
+
+TEST_F(DesktopInput, letters_that_an_input_method_composes_are_no_keys)
+{
+    installation.write("coclus.txt", "one\r\n");
+    start();
+    form1().dbresult = true;
+    const Text table = form1().RichTextBox3.text().str();
+    LineBox& query = find<LineBox>("Form1.Text1(1)");
+    TextWidget& number = find<TextWidget>("Form1.Text1(2)");
+    query.setFocus();
+    query.selectAll();
+    for (QWidget* box : std::initializer_list<QWidget*>{&query, &number}) {
+        if (box == &number) number.select(0, form1().number_box().text().size());
+        for (const char* preedit : {"c", "ceq'z;", "ce", "", "ce'shi"}) compose(*box, preedit, {});
+        form1().page_box().set_text(U"7");
+        program().platform.screen.refresh(); // as a run does meanwhile
+        compose(*box, {}, "测试");
+    }
+    EXPECT_EQ(form1().query_box().text(), U"测试");
+    EXPECT_EQ(query.text(), "测试");
+    EXPECT_EQ(form1().number_box().text(), U"测试");
+    EXPECT_EQ(shown_lines(number).front(), "测试");
+    EXPECT_FALSE(form1().comp || form1().notcap);
+    EXPECT_TRUE(form1().dbresult);
+    EXPECT_EQ(form1().RichTextBox3.text().str(), table);
+    const QWidget& asked = number;
+    EXPECT_TRUE(asked.inputMethodQuery(Qt::ImEnabled).toBool());
+    EXPECT_FALSE(asked.inputMethodQuery(Qt::ImCursorRectangle).toRectF().isEmpty()) << "where candidates show";
 }
 
 TEST_F(DesktopInput, a_box_shows_what_the_system_writes_and_keeps_what_it_holds)
@@ -248,8 +281,13 @@ TEST(RecentFiles, are_the_last_twelve_and_each_once_over_the_programs_end)
         recent.add(path(i));
     }
     recent.add(path(5));
-    const QStringList files = RecentFiles("first").files();
-    EXPECT_EQ(files.size(), 12);
+    folder.write("x.xlsx", "");
+    recent.add(QString::fromStdString((folder.path() / "x.xlsx").string()));
+    EXPECT_EQ(RecentFiles("first").files({"*.xlsx", "*.xls"}).size(), 1) << "only what can be opened";
+    EXPECT_EQ(RecentFiles("first").folder({"*.txt"}), "first");
+    recent.add(path(5));
+    const QStringList files = RecentFiles("first").files({"?", "??"});
+    EXPECT_EQ(files.size(), 11) << "beside the workbook";
     EXPECT_EQ(files.mid(0, 3), (QStringList{path(5), path(13), path(12)}));
     EXPECT_EQ(files.count(path(5)), 1);
     EXPECT_FALSE(files.contains(path(1)));
@@ -259,6 +297,7 @@ TEST(FileFilters, are_those_of_the_toolkit)
 {
     EXPECT_EQ(name_filters(U"文本文件*.txt|*.txt"), QStringList{"文本文件*.txt (*.txt)"});
     EXPECT_EQ(name_filters(U"表*.xls|*.xls"), QStringList{"表*.xls (*.xls *.xlsx)"});
+    EXPECT_EQ(name_patterns(U"表*.xls|*.xls|所有文件*.*|*.*"), (QStringList{"*.xls", "*.xlsx", "*"}));
     EXPECT_EQ(name_filters(U"a|*.x;*.y|所有文件*.*|*.*"), (QStringList{"a (*.x *.y)", "所有文件*.* (*)"}));
 }
 

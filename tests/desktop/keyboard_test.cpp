@@ -84,6 +84,11 @@ TEST_F(DesktopKeyboard, every_control_has_a_name_and_f1_the_manual)
             ASSERT_NE(heard, nullptr);
             EXPECT_NE(heard->role(), QAccessible::Client) << widget->objectName().toStdString();
         }
+    auto* const option = QAccessible::queryAccessibleInterface(&find("Form1.Option1"));
+    EXPECT_EQ(option->role(), QAccessible::RadioButton);
+    EXPECT_FALSE(option->state().checked);
+    option->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    EXPECT_TRUE(form1().Option1.value() && option->state().checked);
     form1().number_box().set_text(U"甲\r\n乙");
     click("Form1.Text1(2)");
     auto* const number = QAccessible::queryAccessibleInterface(&find("Form1.Text1(2)"));
@@ -244,6 +249,25 @@ TEST_F(DesktopKeyboard, the_preset_goes_with_the_first_key_after_opening)
     click("Form1.Command1(0)");
     type("Form1.Text1(1)", "An docket");
     EXPECT_EQ(form1().query_box().text(), U"An docket");
+}
+
+TEST_F(DesktopKeyboard, a_folder_that_the_system_does_not_open_is_told)
+{
+    start();
+    const QByteArray path = qgetenv("PATH");
+    StatusLine& status = desktop->main_window().status();
+    QWidget& box = in_front(find("Form1.Text1(1)"));
+    for (const bool is_there : {true, false}) { // an opener that fails, and none
+        drive_d.write("xdg-open", is_there ? "#!/bin/sh\nexit 4\n" : "");
+        std::filesystem::permissions(drive_d.path() / "xdg-open", std::filesystem::perms(is_there ? 0700 : 0600));
+        qputenv("PATH", drive_d.path().c_str());
+        status.show_end({"运行结束", "/tmp/甲", {}});
+        QTest::keyClick(&box, Qt::Key_E, Qt::ControlModifier);
+        EXPECT_TRUE(wait_until([&] { return status.text() == "系统没有打开：/tmp/甲"; }))
+            << status.text().toStdString();
+        status.show_notice({});
+    }
+    qputenv("PATH", path);
 }
 
 TEST(CommandHelp, has_a_line_for_every_command)

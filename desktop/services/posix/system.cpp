@@ -30,7 +30,7 @@ void show_words(const std::string& words, bool is_complaint)
     (is_complaint ? std::cerr : std::cout) << words << std::flush;
 }
 
-void open_folder(const QString& folder, const std::function<void()>& failed)
+void open_by_system(const QString& path, const std::function<void()>& failed)
 {
     auto* opener = new QProcess(QCoreApplication::instance());
     QObject::connect(opener, &QProcess::finished, opener, [opener, failed](int status) {
@@ -42,7 +42,7 @@ void open_folder(const QString& folder, const std::function<void()>& failed)
         opener->deleteLater();
         failed();
     });
-    opener->start("xdg-open", {folder});
+    opener->start("xdg-open", {path});
 }
 
 SystemLook system_look()

@@ -32,9 +32,9 @@ void show_words(const std::string& words, bool is_complaint)
                       is_complaint ? MB_ICONEXCLAMATION : MB_ICONINFORMATION);
 }
 
-void open_folder(const QString& folder, const std::function<void()>& failed)
+void open_by_system(const QString& path, const std::function<void()>& failed)
 {
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder))) failed();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path))) failed();
 }
 
 SystemLook system_look()
