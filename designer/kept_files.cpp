@@ -57,7 +57,7 @@ void write_line(ReplacementFile& file, const Text& line)
     file.write(encode(line + U"\r\n"));
 }
 
-/// Moves the files and lists the values that found none; gives the failures.
+/// Moves the files, lists the values that found none and says how many there were; gives the failures.
 std::vector<Text> keep_files(Program& program, const Text& folder, const std::vector<Text>& values,
                              ReplacementFile& list)
 {
@@ -67,18 +67,26 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
     const bool stay = is_same_folder(program.platform.files, folder, outfolder);
     std::vector<bool> gone(names.size());
     std::vector<Text> failures;
+    std::size_t moved = 0, without_file = 0;
     for (const Text& value : values) {
         std::vector<Text> found;
         for (const std::size_t place : index.holders(value)) {
             if (!gone[place]) found.push_back(names[place]);
             gone[place] = !stay;
         }
-        if (found.empty()) write_line(list, value);
+        if (found.empty()) {
+            write_line(list, value);
+            ++without_file;
+        }
         if (stay) continue;
         const auto failed =
             work_on(found, [&](const Text& name) { move_into_folder(program, folder + name, outfolder, name); });
         failures.insert(failures.end(), failed.begin(), failed.end());
+        moved += found.size() - failed.size();
     }
+    const auto count = [](std::size_t number) { return number_text(static_cast<double>(number)); };
+    program.notice = U"移出了 " + count(moved) + U" 个文件到 " + outfolder + U"；" + count(without_file) +
+                     U" 个值没有文件，列在那里的 nofile.txt 中";
     return failures;
 }
 

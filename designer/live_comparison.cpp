@@ -43,6 +43,7 @@ void excelbijiaopt(Program& program)
         work_on(names_with_key(program), [&program](const Text& name) { fill_copy(program, name); });
     if (running) program.run.failures.insert(program.run.failures.end(), failures.begin(), failures.end());
     else tell_failures(program, failures);
+    if (run_key(program).empty()) program.notice = U"没有更新文件：此时没有关键字；An tomation 逐个关键字更新";
     close_sheet(program);
 }
 

@@ -53,7 +53,11 @@ void excecopy8(Program& program)
 {
     Form1& form1 = program.form1;
     const Text& box = form1.query_box().text();
-    if (!form1.dbresult || !TextView(box).contains(either_command) || !(form1.partcount > 0)) return;
+    if (!form1.dbresult || !(form1.partcount > 0)) return;
+    if (!TextView(box).contains(either_command)) {
+        program.run.passed.push_back({run_key(program), U"框中已不是这个命令"});
+        return;
+    }
     SpreadsheetTask task(program, installed(program, template_in_use(program, box)));
     transfer(program, task.sheet());
     task.save_as(plain_sheet_path(program, report_name(run_key(program))));

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "desktop/front/context_menu.h"
-#include "desktop/front/model_timers.h"
+#include "desktop/front/event_sources.h"
 #include "desktop/services/desktop_platform.h"
 #include "desktop/services/desktop_printer.h"
 #include "desktop/services/dialogs.h"

@@ -73,13 +73,7 @@ void make_sheet(Program& program, const SheetFamily& family, TextView key)
     report(program);
     form1.recordcount = form1.partcount;
     family.prepare(program);
-    const auto told = [&run = program.run] {
-        return run.files.size() + run.passed.size() + (run.ahead_of_command ? 1 : 0);
-    };
-    const auto before = told();
     family.sheet(program);
-    if (told() == before)
-        program.run.passed.push_back({key.str(), U"没有存成文件：框中已不是这个命令，或文件夹中没有合用的文件"});
 }
 
 void family_tick(Program& program, const SheetFamily& family)

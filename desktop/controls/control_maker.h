@@ -1,14 +1,48 @@
 #pragma once
 
-#include "desktop/controls/form_layout.h"
 #include "desktop/controls/line_box.h"
 #include "desktop/controls/small_widgets.h"
-#include "desktop/front/focus_tracker.h"
+#include "desktop/front/event_sources.h"
+#include "desktop/front/front.h"
 #include "desktop/text_view/text_widget.h"
+
+#include <functional>
+#include <vector>
 
 class QLabel;
 
 namespace tarvik {
+
+/// Twips, from the corner of the window or frame that the control stands in.
+struct Place {
+    double left, top, width, height;
+    friend bool operator==(const Place&, const Place&) = default;
+};
+
+inline Place place_of(const Control& control)
+{
+    return {control.left(), control.top(), control.width(), control.height()};
+}
+
+/// Where the controls of a window stand and in which font.
+class FormLayout {
+public:
+    /// `fit` may move a control from the place that the model gives.
+    explicit FormLayout(std::function<Place(const Control&)> fit = place_of) : fit_(std::move(fit)) {}
+
+    void add(const Control& control, QWidget& widget, FontRole role) { entries_.push_back({&control, &widget, role}); }
+    void place(const Scale& scale) const;
+    void set_fonts(const Theme& theme, const Scale& scale) const;
+
+private:
+    struct Entry {
+        const Control* control;
+        QWidget* widget;
+        FontRole role;
+    };
+    std::function<Place(const Control&)> fit_;
+    std::vector<Entry> entries_;
+};
 
 /// Makes the widgets of a window: each stands in the window's layout, mirrors its control and tells of the focus.
 class ControlMaker {

@@ -1,12 +1,21 @@
 #pragma once
 
+#include <QCursor>
+#include <QGuiApplication>
+
 namespace tarvik {
 
 /// The pointer shows that the program works, as long as the object lives.
 class BusyCursor {
 public:
-    explicit BusyCursor(bool shown);
-    ~BusyCursor();
+    explicit BusyCursor(bool shown) : shown_(shown)
+    {
+        if (shown_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
+    ~BusyCursor()
+    {
+        if (shown_) QGuiApplication::restoreOverrideCursor();
+    }
     BusyCursor(const BusyCursor&) = delete;
     BusyCursor& operator=(const BusyCursor&) = delete;
 
@@ -17,8 +26,14 @@ private:
 /// Takes every busy pointer away while a dialog waits for the user.
 class IdleCursor {
 public:
-    IdleCursor();
-    ~IdleCursor();
+    IdleCursor()
+    {
+        for (; QGuiApplication::overrideCursor(); ++hidden_) QGuiApplication::restoreOverrideCursor();
+    }
+    ~IdleCursor()
+    {
+        for (; hidden_ > 0; --hidden_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    }
     IdleCursor(const IdleCursor&) = delete;
     IdleCursor& operator=(const IdleCursor&) = delete;
 

@@ -1,16 +1,42 @@
 #pragma once
 
-#include "desktop/look/scale.h"
+#include "mainwindow/control.h"
 #include "platform/files/files.h"
 
 #include <QFont>
 #include <QPalette>
+#include <QRect>
+#include <QSize>
 #include <QStringList>
 
 class QWidget;
 
-/// Fonts and colours of the windows.
+/// Fonts, colours and scale of the windows.
 namespace tarvik {
+
+/// How large the model shows: its twips and points as pixels. The windows of the program share one.
+struct Scale {
+    double dots_per_inch = 96;
+    double zoom = 1;
+
+    double pixels(double twips) const { return twips / 1440 * dots_per_inch * zoom; }
+    double twips(double pixels_) const { return pixels_ * 1440 / dots_per_inch / zoom; }
+    double font_pixels(double points) const { return points / 72 * dots_per_inch * zoom; }
+    /// Neighbours that touch in the model touch on the screen.
+    QRect rectangle(double left, double top, double width, double height) const
+    {
+        const int x = qRound(pixels(left)), y = qRound(pixels(top));
+        return {x, y, qRound(pixels(left + width)) - x, qRound(pixels(top + height)) - y};
+    }
+    QRect rectangle(const Control& control) const
+    {
+        return rectangle(control.left(), control.top(), control.width(), control.height());
+    }
+    QSize size(const Control& control) const
+    {
+        return {qRound(pixels(control.width())), qRound(pixels(control.height()))};
+    }
+};
 
 /// The application's palette holds under these what the toolkit has no role for: the border of what has the focus, and
 /// what lies under a found text.

@@ -98,7 +98,9 @@ void FileDialog::offer_recent(const QStringList& recent)
     for (const QString& path : recent) list->addItem(QDir::toNativeSeparators(path));
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     const int row = grid->rowCount();
-    grid->addWidget(new QLabel("最近打开：", this), row, 0);
+    auto* label = new QLabel("最近打开(&R)：", this);
+    label->setBuddy(list);
+    grid->addWidget(label, row, 0);
     grid->addWidget(list, row, 1, 1, grid->columnCount() - 1);
     connect(list, &QComboBox::activated, this, [this, list](int index) {
         if (index == 0) return;

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desktop/text_view/break_index.h"
 #include "mainwindow/pane_text.h"
+#include "platform/text/document.h"
 
 #include <memory>
 #include <vector>
@@ -29,6 +29,7 @@ public:
     char32_t at(std::size_t offset) const;
 
 private:
+    class BreakIndex;
     using Lines = std::shared_ptr<const LineSource>;
     struct Piece {
         TextView view;                           // of a buffer; unused for lines

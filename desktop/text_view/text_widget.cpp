@@ -23,6 +23,27 @@ constexpr int rows_a_notch = 3;
 // The horizontal bar counts in these, so that the longest line fits into its range.
 constexpr double bar_unit = 8;
 
+// Whether two texts are made of the same pieces of the same buffers. Equal texts of other buffers count as different.
+bool same_piece(const PaneText::Piece& a, const PaneText::Piece& b)
+{
+    if (a.index() != b.index()) return false;
+    const auto* text = std::get_if<SharedText>(&a);
+    if (!text) return std::get<1>(a) == std::get<1>(b);
+    const auto& other = std::get<SharedText>(b);
+    return text->owner == other.owner && text->view.data() == other.view.data() &&
+           text->view.size() == other.view.size();
+}
+
+bool same_pieces(const PaneText& a, const PaneText& b)
+{
+    return std::ranges::equal(a.pieces(), b.pieces(), same_piece);
+}
+
+bool same_first_piece(const PaneText& a, const PaneText& b)
+{
+    return !a.pieces().empty() && !b.pieces().empty() && same_piece(a.pieces().front(), b.pieces().front());
+}
+
 // Bars in the pane's own colour could not be told from it.
 void colour_bars(const QAbstractScrollArea& area)
 {
@@ -65,7 +86,6 @@ void TextWidget::lay_anew()
 {
     area_.lay_rows();
     show_scroll_bars();
-    viewport()->update();
 }
 
 void TextWidget::add_ruler(ColumnGuide guide)
@@ -79,7 +99,6 @@ void TextWidget::set_wraps_prose(bool wraps)
 {
     area_.set_wraps_prose(wraps);
     show_scroll_bars();
-    viewport()->update();
 }
 
 void TextWidget::show_line_numbers(bool shown)
@@ -143,7 +162,6 @@ void TextWidget::refresh()
     if (editing_ || (moved && !whole_text)) area_.bring_into_view(place_in_view(), !editing_);
     show_scroll_bars();
     blink();
-    viewport()->update();
 }
 
 void TextWidget::show_scroll_bars()
@@ -167,6 +185,7 @@ void TextWidget::show_scroll_bars()
     horizontal.setValue(static_cast<int>(std::ceil(area_.left() / bar_unit)));
     setting_bars_ = false;
     show_ruler();
+    viewport()->update();
 }
 
 void TextWidget::scrollContentsBy(int, int)
@@ -175,7 +194,6 @@ void TextWidget::scrollContentsBy(int, int)
     area_.set_left(horizontalScrollBar()->value() * bar_unit);
     place_vertical(verticalScrollBar()->value());
     show_scroll_bars(); // a wider row may have come into view
-    viewport()->update();
 }
 
 void TextWidget::place_vertical(int value)
@@ -217,7 +235,6 @@ void TextWidget::wheelEvent(QWheelEvent* event)
     wheel_ -= rows;
     if (rows != 0) area_.scroll_rows(-rows);
     show_scroll_bars();
-    viewport()->update();
     event->accept();
 }
 

@@ -85,7 +85,7 @@ protected:
 private:
     // What shows
     void refresh();
-    void show_scroll_bars();
+    void show_scroll_bars(); // and all else anew
     void show_ruler();
     void place_vertical(int value);
     void vertical_action(int action);

@@ -71,7 +71,6 @@ void TextWidget::show_place(std::size_t offset)
     refresh();
     area_.scroll_to(offset);
     show_scroll_bars();
-    viewport()->update();
 }
 
 void TextWidget::make_room(int height)
@@ -85,7 +84,6 @@ void TextWidget::scroll_rows(int rows)
     refresh();
     area_.scroll_rows(rows);
     show_scroll_bars();
-    viewport()->update();
 }
 
 } // namespace tarvik

@@ -45,7 +45,6 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     area_.bring_into_view(place_in_view(), false);
     show_scroll_bars();
     blink();
-    viewport()->update();
 }
 
 // A code such as yq-r8808 or 2016/09/22, else the cell of a table, else a word.

@@ -43,7 +43,14 @@ class ViewedBox final : public ViewedText {
 public:
     ViewedBox(TextBox& box, bool breaks_lines) : box_(box), breaks_lines_(breaks_lines) {}
     Control& control() override { return box_; }
-    PaneText content() override;
+    PaneText content() override
+    {
+        if (text_ != box_.text()) {
+            text_ = box_.text();
+            content_ = PaneText(TextView(text_));
+        }
+        return content_;
+    }
     TextLook look() const override { return {}; }
     bool breaks_lines() const override { return breaks_lines_; }
     Selection selection() const override { return box_.selection(); }
@@ -60,10 +67,6 @@ private:
     Text text_; // what content_ was made of
     PaneText content_;
 };
-
-/// Whether two texts are made of the same pieces of the same buffers. Equal texts of other buffers count as different.
-bool same_pieces(const PaneText& a, const PaneText& b);
-bool same_first_piece(const PaneText& a, const PaneText& b);
 
 /// An edit as what takes it back: `length` characters from `start` become `text` again.
 struct Reversal {

@@ -1,15 +1,63 @@
 #include "desktop/controls/control_maker.h"
 #include "desktop/look/qt_text.h"
-#include "desktop/windows/form1_layout.h"
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/status_text.h"
 
-/// The main window's controls: made, and put in the order of the Tab key.
+#include <algorithm>
+#include <array>
+
+/// The main window's controls: made, put in the order of the Tab key, and placed.
 namespace tarvik {
 
 namespace {
 
 constexpr int text_margin = 5; // between the query and its border
+constexpr double gap = 45;     // between neighbours, three dots of the design
+constexpr double window_edge = 100;
+constexpr double frame_contents = 1080; // the keys of the highest frame end here
+
+// The frame that each of the buttons and arrows of the key sequences stands in, by index; 1 stands for Frame1.
+constexpr std::array<int, 5> esc_frames{1, 2, 3, 4, 2};
+constexpr std::array<int, 5> q_frames{1, 2, 3, 4, 2};
+constexpr std::array<int, 7> third_key_frames{1, 3, 4, 2, 2, 2, 2};
+constexpr std::array<int, 6> arrow_frames{1, 2, 3, 4, 2, 2};
+
+Place number_box_place(const Form1& form1)
+{
+    Place place = place_of(form1.number_box());
+    const Place corner = place_of(form1.Command2[4]);
+    const bool beside = corner.left >= place.left + place.width || corner.left + corner.width <= place.left;
+    const double room = corner.top - gap - place.top;
+    if (!beside && room > 0) place.height = std::min(place.height, room);
+    return place;
+}
+
+Place frame_place(const Form1& form1, const Control& frame)
+{
+    double edge = form1.window.width() - window_edge;
+    Place place{};
+    for (const Control* each : {&form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Frame1}) {
+        place = place_of(*each);
+        place.left = std::min(place.left, edge - place.width);
+        edge = place.left - gap;
+        const double room = form1.window.height() - status_height - gap - place.top;
+        const double least = std::min(frame_contents + gap, place.height);
+        place.top -= std::clamp(least - room, 0.0, 2 * gap);
+        place.height = std::clamp(room, least, place.height);
+        if (each == &frame) break;
+    }
+    return place;
+}
+
+// Three full-width signs, as some fonts have them, take more than the model's width.
+Place page_button_place(const Control& button)
+{
+    constexpr double wider = 200;
+    Place place = place_of(button);
+    if (place.left > 0) place.left -= wider / 4;
+    place.width = std::max(place.width, 732 + wider);
+    return place;
+}
 
 } // namespace
 
@@ -85,6 +133,15 @@ void Form1Window::set_tab_order()
     for (const Pane* pane : form1_.panes()) order.push_back(pane);
     for (std::size_t i = 1; i < order.size(); ++i)
         setTabOrder(findChild<QWidget*>(widget_name(*order[i - 1])), findChild<QWidget*>(widget_name(*order[i])));
+}
+
+Place fitted_place(const Form1& form1, const Control& control)
+{
+    if (&control == &form1.number_box()) return number_box_place(form1);
+    if (&control == &form1.Command2[0] || &control == &form1.Command2[1]) return page_button_place(control);
+    for (const Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
+        if (&control == frame) return frame_place(form1, *frame);
+    return place_of(control);
 }
 
 } // namespace tarvik

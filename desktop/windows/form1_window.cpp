@@ -4,9 +4,7 @@
 #include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
-#include "desktop/windows/form1_layout.h"
 #include "desktop/windows/status_text.h"
-#include "desktop/windows/tooltips.h"
 #include "desktop/windows/window_places.h"
 
 #include <QCoreApplication>

@@ -10,6 +10,14 @@
 
 namespace tarvik {
 
+/// The height of the status line along the main window's lower edge, in twips.
+inline constexpr double status_height = 290;
+
+/// Where a control of the main window shows. The model's places stand, but for three that would hide something: the
+/// number box ends above the "◎" at its corner, a row of frames that runs over the window's edge is pushed back inside,
+/// and the frames make room for the status line by their empty lower edge, and a little by moving up.
+Place fitted_place(const Form1& form1, const Control& control);
+
 /// The main window.
 class Form1Window final : public FormWindow {
 public:

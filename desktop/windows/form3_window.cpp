@@ -1,7 +1,6 @@
 #include "desktop/windows/form3_window.h"
 
 #include "desktop/windows/status_text.h"
-#include "desktop/windows/tooltips.h"
 #include "desktop/windows/window_places.h"
 
 #include <QApplication>

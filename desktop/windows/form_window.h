@@ -1,11 +1,30 @@
 #pragma once
 
-#include "desktop/controls/form_layout.h"
-#include "desktop/windows/backdrop.h"
+#include "desktop/controls/control_maker.h"
+#include "platform/files/files.h"
 
+#include <QPixmap>
 #include <QWidget>
 
+class QPainter;
+
 namespace tarvik {
+
+/// The picture behind the controls. One that is missing or broken is no picture. Only the stretched picture is kept:
+/// the file is looked for and loaded again for every size of the window.
+class Backdrop {
+public:
+    Backdrop() = default;
+    explicit Backdrop(const Files& files) : files_(&files) {}
+
+    /// Draws the picture stretched over the whole area, if there is one.
+    void paint(QPainter& painter, QSize area, double device_pixels);
+
+private:
+    const Files* files_ = nullptr; // without files there is no picture
+    QSize size_;                   // that the file was last loaded for
+    QPixmap stretched_;
+};
 
 /// A window of the program. The user's resizing, minimising and closing become the model's; the model's size, state and
 /// caption become the window's.
@@ -50,5 +69,8 @@ private:
     bool shown_before_ = false;
     int front_requests_ = 0; // that were met
 };
+
+/// Gives the controls of a window the texts that tell what they do, on the screen and to a screen reader.
+void set_tooltips(QWidget& window);
 
 } // namespace tarvik

@@ -1,6 +1,4 @@
-#include "desktop/windows/tooltips.h"
-
-#include <QWidget>
+#include "desktop/windows/form_window.h"
 
 namespace tarvik {
 

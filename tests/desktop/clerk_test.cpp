@@ -94,42 +94,42 @@ TEST_F(DesktopClerk, the_status_line_tells_what_is_in_work)
 {
     write_utf8(installation, "报表.txt", "a\tb\nc\td\n");
     start();
-    StatusLine& status = desktop->main_window().status();
-    expect_file(QString::fromStdString((installation.path() / "报表.txt").string()));
-    click("Form1.Command1(0)");
-    EXPECT_TRUE(status.text().startsWith("报表.txt  ·  UTF-8  ·  LF 行尾  ·  10 字")) << status.text().toStdString();
+    open("报表.txt");
+    EXPECT_TRUE(status().text().startsWith("报表.txt  ·  UTF-8  ·  LF 行尾  ·  10 字"))
+        << status().text().toStdString();
     EXPECT_EQ(find<QLabel>("keys").text(), "隔离符 。↵ · F7 放回");
     form1().query_box().set_text(U"a");
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
-    EXPECT_TRUE(status.text().contains("suF 1 行，单表")) << status.text().toStdString();
+    EXPECT_TRUE(status().text().contains("suF 1 行，单表")) << status().text().toStdString();
     EXPECT_TRUE(find<QLabel>("keys").text().contains("q 拆列"));
     EXPECT_TRUE(find("Form1.Text1(1)").property("keysAreCommands").toBool());
     click("Form1.Option1");
-    EXPECT_TRUE(status.text().contains("已选“现代汉语”"));
+    EXPECT_TRUE(status().text().contains("已选“现代汉语”"));
     type("Form1.RichTextBox3", "x");
-    EXPECT_TRUE(status.text().contains("已修改"));
+    EXPECT_TRUE(status().text().contains("已修改"));
     QTest::mouseClick(&desktop->main_window(), Qt::LeftButton, {}, {3, 3});
-    EXPECT_EQ(status.text(), "已恢复默认设置");
+    EXPECT_EQ(status().text(), "已恢复默认设置");
     EXPECT_FALSE(find("Form1.Text1(1)").property("keysAreCommands").toBool());
 }
 
 TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_left)
 {
-    begin_docket_run();
-    StatusLine& status = desktop->main_window().status();
+    copy_docket_samples();
+    start();
+    run_docket();
     EXPECT_TRUE(wait_until([&] { return form1().sheetno >= 3; }));
-    EXPECT_TRUE(status.text().startsWith("运行中：")) << status.text().toStdString();
+    EXPECT_TRUE(status().text().startsWith("运行中：")) << status().text().toStdString();
     const std::size_t files = program().run.files.size();
     QTest::keyClick(&in_front(find("Form1.Text1(1)")), Qt::Key_Period, Qt::ControlModifier);
     EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
     EXPECT_GE(program().run.files.size(), files) << "nothing that was saved goes";
     EXPECT_LT(program().run.files.size(), 20U);
-    EXPECT_TRUE(status.text().startsWith("已按要求停止  ·  存了")) << status.text().toStdString();
+    EXPECT_TRUE(status().text().startsWith("已按要求停止  ·  存了")) << status().text().toStdString();
     const QString left =
         QString("%1 个关键字没有轮到").arg(30 - program().run.files.size() - program().run.passed.size());
-    EXPECT_TRUE(status.text().contains(left)) << status.text().toStdString();
-    EXPECT_TRUE(status.text().contains(QString::fromStdString((drive_d.path() / "out").string())));
+    EXPECT_TRUE(status().text().contains(left)) << status().text().toStdString();
+    EXPECT_TRUE(status().text().contains(QString::fromStdString((drive_d.path() / "out").string())));
     EXPECT_FALSE(find("stop").isVisible());
     QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_L, Qt::ControlModifier);
     auto& list = find<QListWidget>("runList");
@@ -139,13 +139,15 @@ TEST_F(DesktopClerk, a_run_is_stopped_after_the_sheet_in_hand_and_tells_what_it_
 
 TEST_F(DesktopClerk, the_end_of_a_run_tells_why_it_stopped)
 {
-    begin_docket_run();
+    copy_docket_samples();
+    start();
+    run_docket();
     EXPECT_TRUE(wait_until([&] { return program().run.files.size() >= 2; }));
     std::filesystem::remove(installation.path() / "z5.xlsx");
     expect_box("确定");
     EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
-    const QString text = desktop->main_window().status().text();
-    const QString missing = QString::fromStdString((installation.path() / "z5.xlsx").string());
+    const QString text = status().text();
+    const QString missing = path_of("z5.xlsx");
     EXPECT_TRUE(text.startsWith("运行停止：") && text.contains(missing)) << text.toStdString();
     EXPECT_TRUE(text.contains("存了 ") && text.contains("没有出单") && text.contains("没有轮到")) << text.toStdString();
     EXPECT_EQ(program().run.files.size() + program().run.passed.size() + program().run.not_reached, 30U);
@@ -153,34 +155,31 @@ TEST_F(DesktopClerk, the_end_of_a_run_tells_why_it_stopped)
 
 TEST_F(DesktopClerk, the_end_of_a_run_tells_of_a_layout_that_changed_on_the_way)
 {
-    begin_docket_run();
+    copy_docket_samples();
+    start();
+    run_docket();
     EXPECT_TRUE(wait_until([&] { return program().run.files.size() >= 3; }));
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "x");
+    retype("x");
     EXPECT_TRUE(wait_until([&] { return program().run.older_layouts >= 2; }));
     QTest::mouseClick(&find("stop"), Qt::LeftButton);
     EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
     const QString told = QString("%1 张改用旧版式").arg(program().run.older_layouts);
-    EXPECT_TRUE(desktop->main_window().status().text().contains(told))
-        << desktop->main_window().status().text().toStdString();
+    EXPECT_TRUE(status().text().contains(told)) << status().text().toStdString();
 }
 
 TEST_F(DesktopClerk, a_command_that_is_done_at_once_tells_where_its_file_lies)
 {
     for (const char* name : {"3158.txt", "z9.xlsx"}) copy_sample(name);
     start();
-    expect_file(QString::fromStdString((installation.path() / "3158.txt").string()));
-    click("Form1.Command1(0)");
+    open("3158.txt");
     find<LineBox>("Form1.Text1(1)").selectAll();
     for (int run = 0; run < 2; ++run) {
-        find<LineBox>("Form1.Text1(1)").selectAll();
-        type("Form1.Text1(1)", "An wodben");
+        retype("An wodben");
         expect_input("d:\\out");
         expect_box("确定");
-        desktop->main_window().status().show_end({});
+        status().show_end({});
         type("Form1.Text1(1)", "\r");
-        EXPECT_TRUE(desktop->main_window().status().text().contains("存了 1 个文件"))
-            << desktop->main_window().status().text().toStdString();
+        EXPECT_TRUE(status().text().contains("存了 1 个文件")) << status().text().toStdString();
     }
     EXPECT_TRUE(find<QLabel>("keys").text().contains("q 拆列"));
 }
@@ -208,21 +207,19 @@ TEST_F(DesktopClerk, results_are_counted_and_lead_to_their_page_and_the_separato
     installation.write("a.txt", "plum one.\r\nplum two.\r\nplum three.\r\n");
     start();
     form1().page_size_box().set_text(U"12");
-    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
-    click("Form1.Command1(0)");
+    open("a.txt");
     form1().query_box().set_text(U"plum");
     click("Form1.Text1(5)");
     form1().number_box().set_text(U".\r\n");
     expect_box("是");
     type("Form1.Text1(1)", "\r");
     EXPECT_EQ(form1().number_box().text(), U"3");
-    StatusLine& status = desktop->main_window().status();
     QWidget& box = in_front(find("Form1.Text1(1)"));
     for (const char* number : {"第 2 处，共 3 处", "第 3 处，共 3 处"}) {
         QTest::keyClick(&box, Qt::Key_Right, Qt::AltModifier);
-        EXPECT_TRUE(status.text().startsWith(number)) << status.text().toStdString();
+        EXPECT_TRUE(status().text().startsWith(number)) << status().text().toStdString();
     }
-    EXPECT_TRUE(status.text().contains("在第 1 页")) << status.text().toStdString();
+    EXPECT_TRUE(status().text().contains("在第 1 页")) << status().text().toStdString();
     QTest::keyClick(&box, Qt::Key_F5);
     EXPECT_EQ(form1().pageno, 1);
     QTest::keyClick(&in_front(box), Qt::Key_F7);
@@ -236,8 +233,7 @@ TEST_F(DesktopClerk, a_word_of_the_pane_is_looked_up_and_the_words_are_walked)
     for (const char* name : {"牛津字典A.TXT", "牛津字典B.TXT"}) copy_sample(name);
     installation.write("a.txt", "they accept a backup\r\n");
     start();
-    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
-    click("Form1.Command1(0)");
+    open("a.txt");
     TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
     const int y = qRound(pane.area().shown().front().row.height / 2);
     QTest::mouseClick(pane.viewport(), Qt::LeftButton, Qt::ControlModifier,
@@ -260,28 +256,13 @@ TEST_F(DesktopClerk, the_end_of_a_growing_file_is_followed_where_that_is_chosen)
     user_settings().setValue("view/follows", true);
     start();
     user_settings().remove("view/follows");
-    expect_file(QString::fromStdString((installation.path() / "log.txt").string()));
-    click("Form1.Command1(0)");
+    open("log.txt");
     QTest::qWait(2500); // two looks
     std::string text = "one\r\n";
     for (int i = 0; i < 200; ++i) text += "more\r\n";
     installation.write("log.txt", text + "last\r\n");
     EXPECT_TRUE(wait_until([&] { return form1().RichTextBox2.text().contains(U"last"); }));
     EXPECT_TRUE(shown_lines(find<TextWidget>("Form1.RichTextBox2")).contains("last"));
-}
-
-TEST_F(DesktopClerk, the_window_of_column_numbers_comes_back_with_the_next_query)
-{
-    start();
-    for (int i = 0; i < 2; ++i) {
-        form1().query_box().set_text(U"no such text");
-        expect_box("确定");
-        type("Form1.Text1(1)", "\x1b");
-        EXPECT_TRUE(find("Form3").isVisible());
-        EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }));
-        click("Form3.Command1(0)");
-        EXPECT_FALSE(find("Form3").isVisible());
-    }
 }
 
 TEST_F(DesktopClerk, a_question_whose_no_starts_work_wants_an_answer)
@@ -314,7 +295,7 @@ TEST_F(DesktopClerk, a_file_is_dropped_found_without_its_ending_and_offered_agai
     installation.write("a.txt", "dropped\r\n");
     start();
     QMimeData dragged;
-    dragged.setUrls({QUrl::fromLocalFile(QString::fromStdString((installation.path() / "a.txt").string()))});
+    dragged.setUrls({QUrl::fromLocalFile(path_of("a.txt"))});
     QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&desktop->main_window(), &enter);
     EXPECT_TRUE(enter.isAccepted());
@@ -322,8 +303,7 @@ TEST_F(DesktopClerk, a_file_is_dropped_found_without_its_ending_and_offered_agai
     QApplication::sendEvent(&desktop->main_window(), &drop);
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"dropped\r\n\r\n"));
     installation.write("b.txt", "typed\r\n");
-    expect_file(QString::fromStdString((installation.path() / "b").string()));
-    click("Form1.Command1(0)");
+    open("b");
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"typed\r\n\r\n"));
     expect([](QDialog& box) {
         auto* recent = box.findChild<QComboBox*>("recent");

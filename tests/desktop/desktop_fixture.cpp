@@ -54,15 +54,28 @@ void DesktopFixture::start()
     ASSERT_TRUE(QTest::qWaitForWindowActive(&desktop->main_window()));
 }
 
-void DesktopFixture::begin_docket_run()
+void DesktopFixture::open(const std::string& name)
+{
+    expect_file(path_of(name));
+    click("Form1.Command1(0)");
+}
+
+void DesktopFixture::retype(const QString& keys)
+{
+    find<LineBox>("Form1.Text1(1)").selectAll();
+    type("Form1.Text1(1)", keys);
+}
+
+void DesktopFixture::copy_docket_samples()
 {
     for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
         copy_sample(name);
-    start();
-    expect_file(QString::fromStdString((installation.path() / "3139.txt").string()));
-    click("Form1.Command1(0)");
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "An docket");
+}
+
+void DesktopFixture::run_docket()
+{
+    open("3139.txt");
+    retype("An docket");
     expect_input("d:\\out");
     expect_box("确定");
     form1().Timer3.set_interval(1);

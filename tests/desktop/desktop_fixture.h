@@ -25,11 +25,22 @@ protected:
     void copy_sample(const std::string& name);
     void start();
 
-    /// Starts with the sample reports and begins "An docket" into d:\out, a sheet as soon as the one before is done.
-    void begin_docket_run();
+    QString path_of(const std::string& name) const { return path_in(installation, name); }
+    static QString path_in(const TemporaryFolder& folder, const std::string& name)
+    {
+        return QString::fromStdString((folder.path() / name).string());
+    }
+    /// Opens a document of the installation folder.
+    void open(const std::string& name);
+    /// Types in place of what the query box holds.
+    void retype(const QString& keys);
+    void copy_docket_samples();
+    /// Begins "An docket" into d:\out, a sheet as soon as the one before is done.
+    void run_docket();
 
     Program& program() { return desktop->program(); }
     Form1& form1() { return desktop->program().form1; }
+    StatusLine& status() { return desktop->main_window().status(); }
 
     template <typename Widget = QWidget>
     Widget& find(const QString& name)

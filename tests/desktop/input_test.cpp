@@ -125,8 +125,7 @@ TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"one\r\ntwo\r\n"));
     type("Form1.RichTextBox2", "x");
     installation.write("a.txt", "another one\r\n");
-    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
-    click("Form1.Command1(0)");
+    open("a.txt");
     QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"another one\r\n\r\n")) << "no edit of another text is undone";
 }
@@ -209,7 +208,6 @@ TEST_F(DesktopInput, the_query_box_takes_as_much_of_a_report_as_it_can_show)
 {
     constexpr std::size_t most = 10'000;
     start();
-    const StatusLine& status = desktop->main_window().status();
     LineBox& box = find<LineBox>("Form1.Text1(1)");
     form1().query_box().set_text(U"ab");
     click("Form1.Text1(5)");
@@ -218,13 +216,13 @@ TEST_F(DesktopInput, the_query_box_takes_as_much_of_a_report_as_it_can_show)
     QGuiApplication::clipboard()->setText(to_qt(report));
     QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
     EXPECT_EQ(form1().query_box().text(), U"a" + report.substr(0, most - 2) + U"b") << "what stood there stays";
-    EXPECT_TRUE(status.text().contains("最多放")) << status.text().toStdString();
-    desktop->main_window().status().show_notice({});
+    EXPECT_TRUE(status().text().contains("最多放")) << status().text().toStdString();
+    status().show_notice({});
     form1().query_box().set_text(report); // as the menu pastes
     click("Form1.Text1(5)");
     EXPECT_EQ(form1().query_box().text(), report.substr(0, most));
     EXPECT_EQ(box.text(), to_qt(form1().query_box().text()));
-    EXPECT_TRUE(status.text().contains("最多放")) << status.text().toStdString();
+    EXPECT_TRUE(status().text().contains("最多放")) << status().text().toStdString();
 }
 
 TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)

@@ -140,8 +140,7 @@ TEST_F(DesktopKeyboard, pages_and_results_are_walked_by_keys)
     installation.write("a.txt", "plum one.\r\nplum two.\r\nplum three.\r\n");
     start();
     form1().page_size_box().set_text(U"11");
-    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
-    click("Form1.Command1(0)");
+    open("a.txt");
     QWidget& box = in_front(find("Form1.Text1(1)"));
     expect_box("确定"); // the reading begins
     QTest::keyClick(&box, Qt::Key_PageDown, Qt::ControlModifier);
@@ -152,8 +151,7 @@ TEST_F(DesktopKeyboard, pages_and_results_are_walked_by_keys)
     QTest::keyClick(&box, Qt::Key_PageUp, Qt::ControlModifier);
     EXPECT_EQ(form1().pageno, first);
     click("Form1.Option3");
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "plum\r");
+    retype("plum\r");
     QTest::keyClick(&in_front(box), Qt::Key_Right, Qt::AltModifier);
     const Text one = form1().RichTextBox1.text().str();
     QTest::keyClick(&box, Qt::Key_Right, Qt::AltModifier);
@@ -245,8 +243,7 @@ TEST_F(DesktopKeyboard, the_preset_goes_with_the_first_key_after_opening)
     installation.write("a.txt", "one\r\n");
     start();
     QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_End);
-    expect_file(QString::fromStdString((installation.path() / "a.txt").string()));
-    click("Form1.Command1(0)");
+    open("a.txt");
     type("Form1.Text1(1)", "An docket");
     EXPECT_EQ(form1().query_box().text(), U"An docket");
 }
@@ -255,17 +252,16 @@ TEST_F(DesktopKeyboard, a_folder_that_the_system_does_not_open_is_told)
 {
     start();
     const QByteArray path = qgetenv("PATH");
-    StatusLine& status = desktop->main_window().status();
     QWidget& box = in_front(find("Form1.Text1(1)"));
     for (const bool is_there : {true, false}) { // an opener that fails, and none
         drive_d.write("xdg-open", is_there ? "#!/bin/sh\nexit 4\n" : "");
         std::filesystem::permissions(drive_d.path() / "xdg-open", std::filesystem::perms(is_there ? 0700 : 0600));
         qputenv("PATH", drive_d.path().c_str());
-        status.show_end({"运行结束", "/tmp/甲", {}});
+        status().show_end({"运行结束", "/tmp/甲", {}});
         QTest::keyClick(&box, Qt::Key_E, Qt::ControlModifier);
-        EXPECT_TRUE(wait_until([&] { return status.text() == "系统没有打开：/tmp/甲"; }))
-            << status.text().toStdString();
-        status.show_notice({});
+        EXPECT_TRUE(wait_until([&] { return status().text() == "系统没有打开：/tmp/甲"; }))
+            << status().text().toStdString();
+        status().show_notice({});
     }
     qputenv("PATH", path);
 }

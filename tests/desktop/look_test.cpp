@@ -174,20 +174,5 @@ TEST_F(DesktopLook, every_text_stands_off_from_its_ground_in_every_look)
     user_settings().remove("view/look");
 }
 
-TEST_F(DesktopLook, controls_have_their_own_colours)
-{
-    start();
-    click("Form1.Command6");
-    const QImage picture = desktop->main_window().grab().toImage();
-    const auto colour_of = [&](const QString& name) {
-        const QRect area = find(name).geometry();
-        return picture.pixelColor(area.right() - 6, area.top() + 6);
-    };
-    EXPECT_EQ(colour_of("Form1.Command1(0)"), QColor(232, 227, 174));
-    EXPECT_EQ(colour_of("Form1.Text1(1)"), QColor(232, 227, 174));
-    EXPECT_EQ(colour_of("Form1.RichTextBox2"), QColor(232, 227, 174));
-    EXPECT_EQ(colour_of("Form1.Frame1"), QColor(215, 198, 149));
-}
-
 } // namespace
 } // namespace tarvik::test

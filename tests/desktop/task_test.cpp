@@ -29,8 +29,6 @@ protected:
         ASSERT_TRUE(wait_until([this] { return all_answered(); }));
     }
     std::string script(TextView name) { return program().platform.files.read(task_path(name)); }
-    QString status() { return desktop->main_window().status().text(); }
-
     /// What the player prints for a script, over files of its own.
     std::string play(const std::string& lines)
     {
@@ -51,24 +49,16 @@ protected:
 
 TEST_F(DesktopTasks, record_a_run_and_repeat_it)
 {
-    for (const char* name : {"3137.txt", "3138.txt", "3139.txt", "z2.xlsx", "z3.xlsx", "z5.xlsx", "z6.xlsx"})
-        copy_sample(name);
+    copy_docket_samples();
     std::filesystem::copy(installation.path(), samples.path(),
                           std::filesystem::copy_options::overwrite_existing | std::filesystem::copy_options::recursive);
     start();
     record_key();
-    EXPECT_THAT(status().toStdString(), HasSubstr("录制中"));
-    expect_file(QString::fromStdString((installation.path() / "3139.txt").string()));
-    click("Form1.Command1(0)");
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "An docket");
-    expect_input("d:\\out");
-    expect_box("确定");
-    form1().Timer3.set_interval(1);
-    type("Form1.Text1(1)", "\r");
+    EXPECT_THAT(status().text().toStdString(), HasSubstr("录制中"));
+    run_docket();
     ASSERT_TRUE(wait_until([this] { return form1().window.caption().ends_with(U"!"); }));
     keep_as("月报");
-    EXPECT_THAT(status().toStdString(), testing::Not(HasSubstr("录制中")));
+    EXPECT_THAT(status().text().toStdString(), testing::Not(HasSubstr("录制中")));
 
     const std::string recorded = script(U"月报");
     EXPECT_THAT(recorded, HasSubstr("task\nfile \"3139.txt\"\nclick Command1(0)\nset Text1(1) \"An docket\"\n"
@@ -81,7 +71,7 @@ TEST_F(DesktopTasks, record_a_run_and_repeat_it)
     find<QPushButton>("play").click();
     EXPECT_TRUE(wait_until([this] { return desktop->player().plays(); }));
     EXPECT_TRUE(wait_until([this] { return !desktop->player().plays(); }));
-    EXPECT_THAT(status().toStdString(), HasSubstr("任务“月报”已经做完"));
+    EXPECT_THAT(status().text().toStdString(), HasSubstr("任务“月报”已经做完"));
     EXPECT_EQ(program().run.files.size(), 27U);
 }
 

@@ -1,17 +1,11 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include <QFile>
 #include <QLabel>
 
 namespace tarvik::test {
 namespace {
 
 using DesktopWindow = DesktopFixture;
-
-QString file_in(const TemporaryFolder& folder, const char* name)
-{
-    return QString::fromStdString((folder.path() / name).string());
-}
 
 TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
 {
@@ -32,20 +26,15 @@ TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
 TEST_F(DesktopWindow, opens_pages_and_marks_a_document)
 {
     start();
-    const QString name = "报表 '1' & 50%.txt";
-    QFile file(file_in(installation, name.toUtf8().constData()));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("one two three two");
-    file.close();
+    const std::string name = "报表 '1' & 50%.txt";
+    installation.write(name, "one two three two");
     find<LineBox>("Form1.Text1(5)").selectAll();
     type("Form1.Text1(5)", "8");
-    expect_file(file.fileName());
-    click("Form1.Command1(0)");
+    open(name);
     EXPECT_EQ(form1().page_box().text(), U"2");
     EXPECT_EQ(find<LineBox>("Form1.Text1(4)").text(), "2");
     EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox2")).front(), "one two three two");
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "two");
+    retype("two");
     expect_box("确定");
     click("Form1.Command2(1)");
     EXPECT_EQ(boxes.back(), "Tarvik|开始阅读！这是第0页,\n如果要跳页，请在页面框中修改页数后，按下“▼”！");
@@ -65,8 +54,7 @@ TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
 {
     installation.write("coclus.txt", "a\tx\tx\r\nb\ty\tx\r\nb\tz\tx\r\n");
     start();
-    find<LineBox>("Form1.Text1(1)").selectAll();
-    type("Form1.Text1(1)", "x");
+    retype("x");
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
     EXPECT_TRUE(find("Form3").isVisible());
@@ -188,7 +176,9 @@ TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
 
 TEST_F(DesktopWindow, a_batch_runs_by_its_timer_and_tells_how_far_it_is)
 {
-    begin_docket_run();
+    copy_docket_samples();
+    start();
+    run_docket();
     EXPECT_TRUE(form1().Timer3.enabled());
     bool told = false;
     EXPECT_TRUE(wait_until([&] {

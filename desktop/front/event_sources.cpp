@@ -1,0 +1,90 @@
+#include "desktop/front/event_sources.h"
+
+#include <QApplication>
+#include <QWidget>
+
+#include <utility>
+
+namespace tarvik {
+
+FocusTracker::FocusTracker(EventQueue& queue) : queue_(queue)
+{
+    QObject::connect(qApp, &QApplication::focusChanged, &connection_,
+                     [this](const QWidget*, const QWidget* now) { moved_to(now); });
+}
+
+void FocusTracker::moved_to(const QWidget* widget)
+{
+    const auto found = controls_.find(widget);
+    if (found == controls_.end() || found->second == focus_) return;
+    if (Control* const old = std::exchange(focus_, found->second)) queue_.post({EventKind::LostFocus, *old});
+    queue_.post({EventKind::GotFocus, *focus_});
+}
+
+ModelTimers::ModelTimers(Front& front) : front_(front)
+{
+    for (auto& [index, timer] : front.program.form1.Timer1) add(timer);
+    for (Timer* timer : front.program.form1.batch_timers()) add(*timer);
+}
+
+void ModelTimers::add(Timer& timer)
+{
+    timers_.push_back(std::make_unique<Running>(timer));
+    Running& running = *timers_.back();
+    QObject::connect(&running.clock, &QTimer::timeout, &running.clock, [this, &running] { fell_due(running); });
+    front_.mirror.add(timer, nullptr, [&running] {
+        if (running.clock.interval() != running.timer.interval()) running.clock.setInterval(running.timer.interval());
+        if (running.timer.enabled() == running.clock.isActive()) return;
+        if (running.timer.enabled()) running.clock.start();
+        else running.clock.stop();
+    });
+}
+
+void ModelTimers::fell_due(Running& running)
+{
+    if (std::exchange(running.waiting, true)) return;
+    front_.queue.submit([this, &running] {
+        running.waiting = false;
+        if (!running.timer.enabled()) return;
+        Event tick{EventKind::Tick, running.timer};
+        front_.queue.send(tick);
+    });
+}
+
+// The menu takes the release of the button that opened it: the box must not wait for that release any longer, or the
+// next selection made in it would be replaced by the clipboard.
+ContextMenu::ContextMenu(EventQueue& queue, Form1& form1) : queue_(queue), form1_(form1)
+{
+    QObject::connect(&menu_, &QMenu::aboutToHide, &menu_, [this] {
+        queue_.submit([this] {
+            queue_.recorder().menu_closed();
+            form1_.menuonquery = form1_.menuonnumber = false;
+        });
+    });
+    add("_复制", MenuEntry::copy1);
+    menu_.addSeparator()->setText("空格栏");
+    add("_粘贴", MenuEntry::paste1);
+}
+
+void ContextMenu::add(const QString& caption, MenuEntry entry)
+{
+    QObject::connect(menu_.addAction(caption), &QAction::triggered, &menu_, [this, entry] {
+        Event picked{EventKind::Menu, form1_.window};
+        picked.entry = entry;
+        queue_.post(picked);
+    });
+}
+
+// At the pointer, or at the box when the keyboard asked.
+void ContextMenu::open_if_asked()
+{
+    if (!std::exchange(asked_, false)) return;
+    QPoint place = QCursor::pos();
+    if (const QWidget* box = QApplication::focusWidget()) {
+        const QRect area(box->mapToGlobal(QPoint(0, 0)), box->size());
+        if (!area.contains(place)) place = area.center();
+    }
+    menu_.popup(place);
+}
+
+} // namespace tarvik
