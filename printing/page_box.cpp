@@ -67,12 +67,17 @@ void print_matching(Program& program, const Text& search)
     const bool stay = is_same_folder(program.platform.files, form1.scanfolder, files::printed_output);
     std::vector<Text> names = walked_names(program, form1.scanfolder);
     std::erase_if(names, [&](const Text& name) { return lower(name).find(search) == Text::npos; });
+    double printed = 0;
     work_through(program, names, [&](const Text& name) {
         const Text path = form1.scanfolder + U"/" + name;
         form1.RichTextBox3.append(name + Text(line_tail));
         print(program, path);
         if (!stay) move_into_folder(program, path, Text(files::printed_output), name);
+        ++printed;
     });
+    program.notice =
+        names.empty() ? U"没有名称含有“" + search + U"”的文件" : U"打印了 " + number_text(printed) + U" 个文件";
+    if (printed > 0 && !stay) program.notice += U"，移到了 " + Text(files::printed_output);
 }
 
 } // namespace

@@ -5,6 +5,8 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 
+#include <algorithm>
+
 namespace tarvik {
 
 FindBar::FindBar(Front& front, std::function<TextWidget*()> shown_pane, std::function<void()> closed, QWidget& window)
@@ -59,7 +61,7 @@ void FindBar::follow()
     if (!pane) return;
     const QRect over = pane->geometry();
     const int edge = pane->frameWidth();
-    text_.setFixedWidth(text_.fontMetrics().averageCharWidth() * 34);
+    text_.setFixedWidth(std::min(text_.fontMetrics().averageCharWidth() * 34, over.width() / 3));
     setGeometry(over.left() + edge, over.top() + edge, over.width() - 2 * edge, sizeHint().height());
     pane->make_room(height());
     raise();
