@@ -115,7 +115,7 @@ inline Text Session::random_table()
 inline void Session::p()
 {
     const bool yes = pick(2) == 0, equal = pick(2) == 0, comp = plain_.comp;
-    plain_.dateto = 2 + pick(2);
+    plain_.dateto = yes ? 2 + pick(2) : 1 + pick(3);     // a column, or a place in the field
     plain_.days = 10 + 5 * static_cast<double>(pick(2)); // the dates of the tables lie 15 days apart, or more
     box(1, plain_.dateto);
     box(2, static_cast<std::size_t>(plain_.days));

@@ -217,6 +217,15 @@ TEST_F(Query, walking_shows_each_result_and_its_position)
                                   "词二。2", "词三。3", "4"));
 }
 
+TEST_F(Query, one_result_brings_its_pane_up)
+{
+    form1.number_box().set_text(U"。\r\n");
+    bring_up(form1, form1.RichTextBox3);
+    run(U"零。\r\n词一。\r\n", U"词", false);
+    EXPECT_EQ(form1.resultcount, 1);
+    EXPECT_TRUE(form1.RichTextBox1.visible() && !form1.RichTextBox3.visible());
+}
+
 TEST_F(Query, the_english_walk_reads_its_file_again_and_stays_at_the_end)
 {
     test.installation.write("牛津字典A.TXT", std::string(40, '-') + ".\r\n  apple one.\r\n" + std::string(30, '-') +

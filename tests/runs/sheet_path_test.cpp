@@ -58,6 +58,8 @@ TEST_F(SheetPath, keeps_names_of_one_run_apart)
     EXPECT_NE(path({U"a", {same + U"1"}}), path({U"a", {same + U"2"}}));
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K/1")), "d:\\out\\K_1");
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K:1")), "d:\\out\\K_1 (2)");
+    EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U".a/1")), "d:\\out\\.a_1");
+    EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U".a:1")), "d:\\out\\.a_1 (2)") << "no extension";
     const std::string plain = to_utf8(plain_sheet_path(desk.program, Text(300, U'k')));
     EXPECT_EQ(size_of_name(plain), longest_name - 5) << "room for an extension";
 }
