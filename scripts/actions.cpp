@@ -312,8 +312,8 @@ void check_left_over(const Stage& stage)
 {
     const Answers& answers = stage.answers;
     if (!answers.messages.empty())
-        throw ScriptFailure("the message " + json_string(answers.messages.front()) + " did not come");
-    if (!answers.empty()) throw ScriptFailure("an answer was left that nothing asked for");
+        throw ScriptFailure("录制时的提示没有出现：" + json_string(answers.messages.front()));
+    if (!answers.empty()) throw ScriptFailure("录制时的询问没有出现，有一个回答没有用上");
 }
 
 void perform(Stage& stage, Words line)

@@ -91,18 +91,18 @@ Answer ScriptDialogs::message(const Message& message)
 // The answer was meant for another question, and what follows for another course of things.
 void ScriptDialogs::compare(const Message& message)
 {
-    if (answers_.messages.empty()) throw ScriptFailure("a message that was not expected: " + json_string(message.text));
+    if (answers_.messages.empty()) throw ScriptFailure("录制时没有这条提示：" + json_string(message.text));
     const Text expected = std::move(answers_.messages.front());
     answers_.messages.pop_front();
     if (message.text != expected)
-        throw ScriptFailure("the message " + json_string(message.text) + " comes instead of " + json_string(expected));
+        throw ScriptFailure("提示是" + json_string(message.text) + "，录制时是" + json_string(expected));
 }
 
 std::optional<Text> ScriptDialogs::open_file(TextView filter)
 {
     std::optional<Text> chosen = choose_file("open", filter);
     if (chosen && answers_.task_files && !answers_.task_files->file_exists(*chosen))
-        throw ScriptFailure("there is no file " + to_utf8(*chosen));
+        throw ScriptFailure("没有这个文件：" + to_utf8(*chosen));
     return chosen;
 }
 

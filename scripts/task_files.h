@@ -27,7 +27,12 @@ std::vector<ChangeableText> changeable_texts(std::string_view script);
 /// The script with a hole of that name in the place of the text, which is its preset.
 std::string with_hole(std::string_view script, std::size_t line, TextView name);
 
-/// What runs the task each night at two, ready to paste: a line for the system's timetable, or what enters it there.
-Text night_line(const std::filesystem::path& player, TextView name);
+/// What runs a task each night at two, ready to paste.
+struct NightLine {
+    Text timetable; ///< the system's timetable that keeps it, and where the line is pasted
+    Text line;
+};
+/// One for each timetable that the system may have.
+std::vector<NightLine> night_lines(const std::filesystem::path& player, TextView name);
 
 } // namespace tarvik

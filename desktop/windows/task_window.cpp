@@ -12,6 +12,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <map>
+
 namespace tarvik {
 
 TaskWindow::TaskWindow(Front& front, TaskPlayer& player, StatusLine& status, QWidget& main_window)
@@ -28,7 +30,7 @@ TaskWindow::TaskWindow(Front& front, TaskPlayer& player, StatusLine& status, QWi
     add_button("改名", "rename", &TaskWindow::rename);
     add_button("删除", "remove", &TaskWindow::remove);
     add_button("每次询问…", "hole", &TaskWindow::make_hole);
-    add_button("夜间运行…", "night", &TaskWindow::show_night_line);
+    add_button("夜间运行…", "night", &TaskWindow::show_night_lines);
     connect(&list_, &QListWidget::itemActivated, this, [this] { play(); });
 }
 
@@ -192,14 +194,21 @@ void TaskWindow::make_hole()
                       with_hole(script, texts[static_cast<std::size_t>(shown.indexOf(line))].line, from_qt(hole)));
 }
 
-void TaskWindow::show_night_line()
+void TaskWindow::show_night_lines()
 {
-    const std::filesystem::path folder = program_file().parent_path();
-    std::filesystem::path player = folder / "tarvik-play";
+    std::filesystem::path player = program_file().parent_path() / "tarvik-play";
     player += program_file().extension();
-    const Text line = night_line(player, chosen());
-    front_.program.platform.clipboard.set_text(line);
-    QMessageBox::information(this, windowTitle(), "每天夜里两点运行的一行，已复制到剪贴板：\n\n" + to_qt(line));
+    QMessageBox box(QMessageBox::Information, windowTitle(), "每天夜里两点运行它，把一行粘贴到：", {}, this);
+    std::map<QAbstractButton*, Text> lines;
+    for (const auto& [timetable, line] : night_lines(player, chosen())) {
+        box.setText(box.text() + "\n\n" + to_qt(timetable) + "\n" + to_qt(line));
+        lines[box.addButton("复制：" + to_qt(timetable), QMessageBox::AcceptRole)] = line;
+    }
+    box.addButton("关闭", QMessageBox::RejectRole);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.exec();
+    if (const auto chosen_line = lines.find(box.clickedButton()); chosen_line != lines.end())
+        front_.program.platform.clipboard.set_text(chosen_line->second);
 }
 
 } // namespace tarvik

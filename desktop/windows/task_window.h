@@ -33,7 +33,7 @@ private:
     void rename();
     void remove();
     void make_hole();
-    void show_night_line();
+    void show_night_lines();
     Text chosen() const;
     /// What fails is told over this window.
     void attempt(const std::function<void()>& work);

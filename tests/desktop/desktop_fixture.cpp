@@ -150,15 +150,19 @@ void DesktopFixture::expect_input(const QString& text)
     });
 }
 
+void DesktopFixture::choose_file(QDialog& box, const QString& path)
+{
+    auto& dialog = dynamic_cast<QFileDialog&>(box);
+    dialog.setDirectory(QFileInfo(path).absolutePath()); // else it chooses a file of that name in another folder, too
+    box.findChild<QLineEdit*>("fileNameEdit")->setText(path);
+    press(box, dialog.acceptMode() == QFileDialog::AcceptSave ? "保存" : "打开");
+}
+
 void DesktopFixture::expect_file(const QString& path)
 {
     answers_.push_back([path](QDialog& box) {
-        if (path.isEmpty()) {
-            box.reject();
-            return;
-        }
-        box.findChild<QLineEdit*>("fileNameEdit")->setText(path);
-        press(box, dynamic_cast<QFileDialog&>(box).acceptMode() == QFileDialog::AcceptSave ? "保存" : "打开");
+        if (path.isEmpty()) box.reject();
+        else choose_file(box, path);
     });
 }
 

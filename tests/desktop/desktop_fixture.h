@@ -63,6 +63,7 @@ protected:
     void expect_input(const QString& text);
     /// The next file dialog gets this path; with an empty one it is cancelled.
     void expect_file(const QString& path);
+    static void choose_file(QDialog& file_dialog, const QString& path);
     /// The next box gets what the user does with it.
     void expect(std::function<void(QDialog&)> user) { answers_.push_back(std::move(user)); }
     /// What the user does with boxes that nothing was laid ready for.

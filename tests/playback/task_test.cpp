@@ -44,9 +44,9 @@ TEST_F(Tasks, stop_at_the_first_difference)
                                 R"(在“数目框”中输入隔离符，例如以段落标记来分割查寻的结果，则输入为“。”加上回车符。")"
                                 "\n";
     const std::pair<std::string, std::string> differences[] = {
-        {"file \"none.txt\"\nclick Command1(0)\nsay behind\n", "line 3: there is no file "},
-        {message + "click Form1\nsay behind\n", "line 3: the message "},
-        {"reply ok\nclick Form1\nsay behind\n", "line 3: an answer was left"},
+        {"file \"none.txt\"\nclick Command1(0)\nsay behind\n", "line 3: 没有这个文件："},
+        {message + "click Form1\nsay behind\n", "line 3: 录制时的提示没有出现"},
+        {"reply ok\nclick Form1\nsay behind\n", "line 3: 录制时的询问没有出现"},
         {"expect comp True\nsay behind\n", "line 2: comp is False, not True"},
         {"click Form1\nask 名称\nsay behind\n", "line 3: what is asked for stands ahead"},
         {"message \"other\"\nclick Form4.Command3\nsay behind\n", "line 3: "},
