@@ -6,12 +6,10 @@
 
 #include <gmock/gmock.h>
 
-#include <QDesktopServices>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTextBrowser>
 
 #include <cstdlib>
 #include <random>
@@ -136,11 +134,14 @@ TEST_F(DesktopTasks, are_changed_in_their_list)
     keep(U"a", {"task", "set Text1(1) \"x\""});
     keep(U"c", {"task"});
 
-    QTextBrowser editor;
-    QDesktopServices::setUrlHandler("file", &editor, "setSource");
+    there.write("opened", "");
+    there.write("xdg-open", "#!/bin/sh\necho \"$1\" > " + (there.path() / "opened").string());
+    std::filesystem::permissions(there.path() / "xdg-open", std::filesystem::perms::owner_all);
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString(there.path().string()) + ":" + path);
     press("edit");
-    QDesktopServices::unsetUrlHandler("file");
-    EXPECT_EQ(editor.source().fileName(), "a.play");
+    EXPECT_TRUE(wait_until([this] { return QString::fromStdString(there.read("opened")).endsWith("/a.play\n"); }));
+    qputenv("PATH", path);
 
     expect_input("c");
     expect_box("确定");
