@@ -23,11 +23,6 @@ SpreadsheetTask::SpreadsheetTask(Program& program, TextView path, bool visible) 
     open(path, visible); // the object stands already, so its destructor lets go when this fails
 }
 
-SpreadsheetTask::~SpreadsheetTask()
-{
-    release();
-}
-
 void SpreadsheetTask::open(TextView path, bool visible)
 {
     Form1& form1 = program_.form1;
@@ -68,24 +63,17 @@ void SpreadsheetTask::release() noexcept
     application_.reset();
 }
 
-DocumentTask::DocumentTask(Program& program, TextView path) : program_(program)
+DocumentTask::DocumentTask(Program& program) : program_(program)
 {
-    Form1& form1 = program_.form1;
-    refuse_second(form1.wdApp);
+    refuse_second(program_.form1.wdApp);
     application_ = program_.office.create_document();
-    form1.wdApp = application_.get();
-    try {
-        application_->set_visible(false);
-        form1.wdDoc = &application_->open(path);
-    } catch (...) {
-        release();
-        throw;
-    }
+    program_.form1.wdApp = application_.get();
 }
 
-DocumentTask::~DocumentTask()
+DocumentTask::DocumentTask(Program& program, TextView path) : DocumentTask(program)
 {
-    release();
+    application_->set_visible(false);
+    program_.form1.wdDoc = &application_->open(path);
 }
 
 void DocumentTask::save_as(TextView path)

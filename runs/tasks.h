@@ -17,7 +17,7 @@ public:
     explicit SpreadsheetTask(Program& program);
     /// Creates it, opens the workbook and takes its first worksheet.
     SpreadsheetTask(Program& program, TextView path, bool visible = false);
-    ~SpreadsheetTask();
+    ~SpreadsheetTask() { release(); }
     SpreadsheetTask(const SpreadsheetTask&) = delete;
     SpreadsheetTask& operator=(const SpreadsheetTask&) = delete;
 
@@ -42,7 +42,7 @@ private:
 class DocumentTask {
 public:
     DocumentTask(Program& program, TextView path);
-    ~DocumentTask();
+    ~DocumentTask() { release(); }
     DocumentTask(const DocumentTask&) = delete;
     DocumentTask& operator=(const DocumentTask&) = delete;
 
@@ -52,6 +52,7 @@ public:
     void finish();
 
 private:
+    explicit DocumentTask(Program& program);
     void release() noexcept;
 
     Program& program_;

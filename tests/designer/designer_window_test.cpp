@@ -166,6 +166,16 @@ TEST_F(Designer, closed_it_comes_back_with_the_texts_of_the_design)
     EXPECT_FALSE(form4.holds_typed_text()) << "nothing typed";
 }
 
+TEST_F(Designer, its_boxes_are_none_of_the_main_window)
+{
+    start(program);
+    program.form1.resultpos = 3;
+    form4.Text1[1].set_text(U"5");
+    EXPECT_EQ(program.form1.resultpos, 3) << "the query's results are forgotten";
+    program.form1.query_box().set_text(U"another");
+    EXPECT_EQ(program.form1.resultpos, 0);
+}
+
 // The reading of a parameter line, character by character.
 void read_plainly(Form4& form4, const Text& line)
 {
