@@ -4,10 +4,11 @@
 #include "columns/notes.h"
 #include "designer/designer.h"
 #include "events/commands.h"
-#include "events/query_box_keys.h"
+#include "printing/page_box.h"
 #include "reading/reading.h"
 #include "runs/batch_runner.h"
 
+#include <algorithm>
 #include <new>
 
 namespace tarvik {
@@ -15,6 +16,8 @@ namespace tarvik {
 namespace {
 
 using Handler = void (*)(Program& program, Event& event);
+
+constexpr int query_box = 1, page_box = 4;
 
 struct Row {
     FormId form;
@@ -53,10 +56,24 @@ void batch_timer(Program& program, Event& event)
     batch_tick(program, event.control, batch_timers());
 }
 
-void query_box_key(Program& program, Event& event)
+bool is_enter(const Event& event, int box)
+{
+    return event.key == U'\r' && event.control.index() == box;
+}
+
+// Give whether they know the key.
+constexpr bool (*key_handlers[])(Program& program, Event& event) = {
+    [](Program& p, Event& e) { return is_enter(e, query_box) && run_command(p, report_commands()); },
+    [](Program& p, Event& e) { return e.control.index() == query_box && column_keys(p, e.key, e.eaten); },
+    [](Program& p, Event& e) { return is_enter(e, page_box) && (print_by_name(p), true); },
+    [](Program& p, Event& e) { return e.key == U'\r' && (query_by_enter(p), true); },
+};
+
+// The first handler that knows the key has it.
+void Text1_KeyPress(Program& program, Event& event)
 {
     event.known = true; // also when its work fails
-    event.known = Text1_KeyPress(program, event.control.index(), event.key, event.eaten);
+    event.known = std::ranges::any_of(key_handlers, [&](auto* knows) { return knows(program, event); });
 }
 
 void empty_box(Program&, Event& event)
@@ -79,7 +96,7 @@ constexpr Row rows[] = {
     {Main, "Form1", Close, close_main_window},
     {Main, "Form1", Menu, [](Program& p, Event& e) { menu_Click(p, e.entry); }},
 
-    {Main, "Text1", KeyPress, query_box_key},
+    {Main, "Text1", KeyPress, Text1_KeyPress},
     {Main, "Text1", DblClick, [](Program& p, Event& e) { Text1_DblClick(p, e.control.index()); }},
     {Main, "Text1", MouseDown, [](Program& p, Event& e) { Text1_MouseDown(p, e.control.index(), e.button); }},
     {Main, "Text1", MouseUp, [](Program& p, Event& e) { Text1_MouseUp(p, e.control.index()); }},

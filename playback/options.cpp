@@ -2,7 +2,9 @@
 
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
-#include "playback/virtual_clock.h"
+#include "playback/virtual_time.h"
+
+#include <algorithm>
 
 namespace tarvik {
 
@@ -48,17 +50,6 @@ double twips(const std::string& given)
     return *value;
 }
 
-void set_screen(Options& options, Values values)
-{
-    options.screen_width = twips(values[0]);
-    options.screen_height = twips(values[1]);
-}
-
-void set_print_to(Options& options, Values values)
-{
-    options.print_to = folder(values[0]);
-}
-
 void set_engine(Options& options, Values values)
 {
     const auto engine = engine_named(values[0]);
@@ -89,8 +80,8 @@ constexpr OptionRow rows[] = {
     {"--install", 1, set_installation},
     {"--drive", 1, set_drive},
     {"--clock", 1, set_clock},
-    {"--screen", 2, set_screen},
-    {"--print-to", 1, set_print_to},
+    {"--screen", 2, [](Options& o, Values v) { o.screen_width = twips(v[0]), o.screen_height = twips(v[1]); }},
+    {"--print-to", 1, [](Options& o, Values v) { o.print_to = folder(v[0]); }},
     {"--engine", 1, set_engine},
     {"--set", 1, set_value},
     {"--names", 0, set_request<Options::Request::Names>},
@@ -98,19 +89,12 @@ constexpr OptionRow rows[] = {
     {"--version", 0, set_request<Options::Request::Version>},
 };
 
-const OptionRow* find_row(std::string_view name)
-{
-    for (const OptionRow& row : rows)
-        if (row.name == name) return &row;
-    return nullptr;
-}
-
 // Takes one option or the script off the front.
 void take(Options& options, Values& arguments)
 {
     const std::string& word = arguments.front();
     arguments = arguments.subspan(1);
-    if (const OptionRow* row = find_row(word)) {
+    if (const auto* row = std::ranges::find(rows, word, &OptionRow::name); row != std::end(rows)) {
         if (arguments.size() < row->values) throw OptionError(word + " lacks its value");
         row->set(options, arguments.first(row->values));
         arguments = arguments.subspan(row->values);

@@ -4,7 +4,7 @@
 #include "platform/files/disk_files.h"
 #include "playback/options.h"
 #include "playback/player_platform.h"
-#include "playback/virtual_timers.h"
+#include "playback/virtual_time.h"
 #include "scripts/stage.h"
 
 #include <memory>

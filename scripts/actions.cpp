@@ -11,21 +11,11 @@ using Words = std::span<const Word>;
 
 constexpr double longest_time = 1e9; // seconds
 
-template <typename Meaning>
-struct Named {
-    std::u32string_view word;
-    Meaning meaning;
-};
-constexpr Named<MouseButton> mouse_buttons[] = {
-    {U"left", MouseButton::Left}, {U"middle", MouseButton::Middle}, {U"right", MouseButton::Right}};
-constexpr Named<MenuEntry> menu_entries[] = {
-    {U"copy1", MenuEntry::copy1}, {U"paste1", MenuEntry::paste1}, {U"nothing", MenuEntry::nothing}};
-
 template <typename Rows>
 auto meaning_of(const Rows& rows, const Word& word)
 {
     for (const auto& row : rows)
-        if (word.text == row.word) return row.meaning;
+        if (word.utf8() == row.word) return row.meaning;
     throw ScriptFailure("unknown word " + word.utf8());
 }
 
@@ -55,22 +45,15 @@ const AnyControl& control(Stage& stage, const Word& word)
     return stage.controls.at(word.utf8());
 }
 
+Selection selection(Words words)
+{
+    return {Position(whole(words[1])), whole(words[2])};
+}
+
 Window& window(Stage& stage, const Word& word)
 {
     if (auto* const* found = std::get_if<Window*>(&control(stage, word))) return **found;
     throw ScriptFailure(word.utf8() + " is no window");
-}
-
-// The user
-
-void click(Stage& stage, Words words)
-{
-    stage.user.click(control(stage, words[0]));
-}
-
-void dblclick(Stage& stage, Words words)
-{
-    stage.user.double_click(control(stage, words[0]));
 }
 
 void mouse(Stage& stage, Words words)
@@ -81,26 +64,6 @@ void mouse(Stage& stage, Words words)
     if (words[1].is(U"down")) stage.user.press(target, button, words.size() == 4);
     else if (words[1].is(U"up")) stage.user.release(target, button);
     else throw ScriptFailure("unknown word " + words[1].utf8());
-}
-
-void focus(Stage& stage, Words words)
-{
-    stage.user.focus(control(stage, words[0]));
-}
-
-void select(Stage& stage, Words words)
-{
-    stage.user.select(control(stage, words[0]), {Position(whole(words[1])), whole(words[2])});
-}
-
-void set(Stage& stage, Words words)
-{
-    stage.user.set_text(control(stage, words[0]), words[1].text);
-}
-
-void type(Stage& stage, Words words)
-{
-    stage.user.type(control(stage, words[0]), words[1].text);
 }
 
 void menu(Stage& stage, Words words)
@@ -114,61 +77,6 @@ void menu(Stage& stage, Words words)
     if (!stage.close_menu()) throw ScriptFailure("no context menu is open");
     stage.user.pick(entry);
 }
-
-void replace(Stage& stage, Words words)
-{
-    const Selection replaced{Position(whole(words[1])), whole(words[2])};
-    stage.user.replace(control(stage, words[0]), replaced, words[3].text);
-}
-
-void clipboard(Stage& stage, Words words)
-{
-    stage.program.platform.clipboard.set_text(words[0].text);
-}
-
-void resize(Stage& stage, Words words)
-{
-    stage.user.resize(window(stage, words[0]), decimal(words[1]), decimal(words[2]));
-}
-
-void minimise(Stage& stage, Words words)
-{
-    stage.user.minimise(window(stage, words[0]));
-}
-
-void restore(Stage& stage, Words words)
-{
-    stage.user.restore(window(stage, words[0]));
-}
-
-void open(Stage& stage, Words words)
-{
-    stage.user.open(window(stage, words[0]));
-}
-
-void close(Stage& stage, Words words)
-{
-    stage.user.close(window(stage, words[0]));
-}
-
-// Time
-
-void tick(Stage& stage, Words words)
-{
-    stage.pass_time(seconds(words[0]));
-}
-
-void run(Stage& stage, Words words)
-{
-    stage.run_batches(words.empty() ? std::chrono::seconds(86400) : seconds(words[0]));
-}
-
-void stop(Stage& stage, Words)
-{
-    stage.program.run.stop_wished = true;
-}
-
-// Tasks
 
 void task(Stage& stage, Words)
 {
@@ -193,13 +101,6 @@ void ask(Stage& stage, Words words)
     stage.holes[words[0].text] = stage.ask(words[0].text, preset, is_file);
 }
 
-void message(Stage& stage, Words words)
-{
-    stage.answers.messages.push_back(words[0].text);
-}
-
-// Answers
-
 void reply(Stage& stage, Words words)
 {
     for (const Word& word : words) {
@@ -220,11 +121,6 @@ std::optional<Text> text_or_cancel(const Word& word)
     return word.text;
 }
 
-void input(Stage& stage, Words words)
-{
-    stage.answers.inputs.push_back(text_or_cancel(words[0]));
-}
-
 void file(Stage& stage, Words words)
 {
     std::optional<Text> path = text_or_cancel(words[0]);
@@ -232,8 +128,6 @@ void file(Stage& stage, Words words)
     if (path && files && !is_full_path(*path)) path = files->installation_folder() + U"/" + *path;
     stage.answers.files.push_back(std::move(path));
 }
-
-// Looking
 
 void show(Stage& stage, Words words)
 {
@@ -276,29 +170,29 @@ struct Action {
     bool prepares = false; ///< does nothing in the program by itself
 };
 constexpr Action actions[] = {
-    {U"click", 1, 1, click},
-    {U"dblclick", 1, 1, dblclick},
+    {U"click", 1, 1, [](Stage& s, Words w) { s.user.click(control(s, w[0])); }},
+    {U"dblclick", 1, 1, [](Stage& s, Words w) { s.user.double_click(control(s, w[0])); }},
     {U"mouse", 3, 4, mouse},
-    {U"focus", 1, 1, focus},
-    {U"select", 3, 3, select},
-    {U"set", 2, 2, set},
-    {U"replace", 4, 4, replace},
-    {U"clipboard", 1, 1, clipboard, true},
-    {U"type", 2, 2, type},
+    {U"focus", 1, 1, [](Stage& s, Words w) { s.user.focus(control(s, w[0])); }},
+    {U"select", 3, 3, [](Stage& s, Words w) { s.user.select(control(s, w[0]), selection(w)); }},
+    {U"set", 2, 2, [](Stage& s, Words w) { s.user.set_text(control(s, w[0]), w[1].text); }},
+    {U"replace", 4, 4, [](Stage& s, Words w) { s.user.replace(control(s, w[0]), selection(w), w[3].text); }},
+    {U"clipboard", 1, 1, [](Stage& s, Words w) { s.program.platform.clipboard.set_text(w[0].text); }, true},
+    {U"type", 2, 2, [](Stage& s, Words w) { s.user.type(control(s, w[0]), w[1].text); }},
     {U"menu", 1, 1, menu},
-    {U"resize", 3, 3, resize},
-    {U"minimise", 1, 1, minimise},
-    {U"restore", 1, 1, restore},
-    {U"open", 1, 1, open},
-    {U"close", 1, 1, close},
-    {U"tick", 1, 1, tick},
-    {U"run", 0, 1, run},
-    {U"stop", 0, 0, stop},
+    {U"resize", 3, 3, [](Stage& s, Words w) { s.user.resize(window(s, w[0]), decimal(w[1]), decimal(w[2])); }},
+    {U"minimise", 1, 1, [](Stage& s, Words w) { s.user.minimise(window(s, w[0])); }},
+    {U"restore", 1, 1, [](Stage& s, Words w) { s.user.restore(window(s, w[0])); }},
+    {U"open", 1, 1, [](Stage& s, Words w) { s.user.open(window(s, w[0])); }},
+    {U"close", 1, 1, [](Stage& s, Words w) { s.user.close(window(s, w[0])); }},
+    {U"tick", 1, 1, [](Stage& s, Words w) { s.pass_time(seconds(w[0])); }},
+    {U"run", 0, 1, [](Stage& s, Words w) { s.run_batches(w.empty() ? std::chrono::seconds(86400) : seconds(w[0])); }},
+    {U"stop", 0, 0, [](Stage& s, Words) { s.program.run.stop_wished = true; }},
     {U"task", 0, 0, task, true},
     {U"ask", 1, 3, ask, true},
-    {U"message", 1, 1, message, true},
+    {U"message", 1, 1, [](Stage& s, Words w) { s.answers.messages.push_back(w[0].text); }, true},
     {U"reply", 1, any_number, reply, true},
-    {U"input", 1, 1, input, true},
+    {U"input", 1, 1, [](Stage& s, Words w) { s.answers.inputs.push_back(text_or_cancel(w[0])); }, true},
     {U"file", 1, 1, file, true},
     {U"show", 1, any_number, show},
     {U"expect", 2, 2, expect},

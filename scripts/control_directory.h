@@ -1,11 +1,14 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
+#include "scripts/values.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace tarvik {
 
@@ -16,6 +19,11 @@ using AnyControl = std::variant<Control*, Window*, OptionButton*, Timer*, TextBo
 std::string script_name(const Control& control);
 
 Control& as_control(const AnyControl& control);
+
+/// Reads one property of a control; nothing when controls of its kind have no property of that name.
+std::function<Value()> property_reader(const AnyControl& control, std::string_view property);
+/// The names of the properties that a control of this kind has.
+std::vector<std::string_view> property_names(const AnyControl& control);
 
 /// All controls of the three windows by the names that a script uses: `Text1(1)`, `RichTextBox3`, `Form3.Text1(5)`. The
 /// main window's controls may be named with their window, too.

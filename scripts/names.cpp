@@ -1,8 +1,8 @@
 #include "scripts/names.h"
 
-#include "scripts/properties.h"
 #include "scripts/script.h"
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -255,6 +255,34 @@ std::vector<std::string> Names::all() const
     for (const TableName& table : tables) names.push_back(std::string(table.name) + "(i,j)");
     for (const Member& member : members) names.emplace_back(member.name);
     return names;
+}
+
+void Watches::add(Expression expression)
+{
+    const auto same = [&](const Watch& watch) { return watch.expression.written == expression.written; };
+    if (std::ranges::any_of(watches_, same)) return;
+    Value now = expression.read();
+    watches_.push_back({std::move(expression), std::move(now)});
+}
+
+void Watches::look_at(const Control& control)
+{
+    for (Watch& watch : watches_)
+        if (watch.expression.control == &control) look(watch);
+}
+
+void Watches::look_at_members()
+{
+    for (Watch& watch : watches_)
+        if (!watch.expression.control) look(watch);
+}
+
+void Watches::look(Watch& watch)
+{
+    Value now = watch.expression.read();
+    if (now == watch.last) return;
+    watch.last = std::move(now);
+    transcript_.line(watch.expression.written + " = " + printed(watch.last));
 }
 
 } // namespace tarvik

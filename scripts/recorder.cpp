@@ -2,6 +2,7 @@
 
 #include "runs/batch_runner.h"
 #include "scripts/control_directory.h"
+#include "scripts/user.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,24 +13,10 @@ namespace {
 
 constexpr char32_t enter = U'\r', first_character = 32;
 
-std::string_view word_of(MouseButton button)
+template <typename Rows, typename Meaning>
+std::string word_of(const Rows& rows, Meaning meaning)
 {
-    switch (button) {
-    case MouseButton::Left: return "left";
-    case MouseButton::Middle: return "middle";
-    case MouseButton::Right: return "right";
-    }
-    return {};
-}
-
-std::string_view word_of(MenuEntry entry)
-{
-    switch (entry) {
-    case MenuEntry::copy1: return "copy1";
-    case MenuEntry::paste1: return "paste1";
-    case MenuEntry::nothing: return "nothing";
-    }
-    return {};
+    return std::string(std::ranges::find(rows, meaning, &Named<Meaning>::meaning)->word);
 }
 
 bool is_pane(const Control& control)
@@ -183,7 +170,7 @@ void Recorder::write_event(const Event& event, const Before& before)
     case EventKind::MouseUp: return write_mouse(event, before);
     case EventKind::Click: return act("click", event.control);
     case EventKind::DblClick: return act("dblclick", event.control);
-    case EventKind::Menu: return add({"menu", {}, std::string(word_of(event.entry)), {}, {}});
+    case EventKind::Menu: return add({"menu", {}, word_of(menu_entries, event.entry), {}, {}});
     case EventKind::Close:
         if (event.control.form() == FormId::Form1) script_.drop_answers(); // the end of the recording
         else add({"close", script_name(event.control), {}, {}, {}});
@@ -211,7 +198,7 @@ void Recorder::write_key(const Event& event)
 void Recorder::write_mouse(const Event& event, const Before& before)
 {
     const bool down = event.kind == EventKind::MouseDown, pane = is_pane(event.control);
-    const std::string words = (down ? "down " : "up ") + std::string(word_of(event.button));
+    const std::string words = (down ? "down " : "up ") + word_of(mouse_buttons, event.button);
     if (event.control.name() == "Command2") return; // moves a pane
     if (down) {
         const bool enlarges = pane && event.button == MouseButton::Middle && event.ctrl;

@@ -4,7 +4,6 @@
 #include "scripts/script.h"
 #include "scripts/script_dialogs.h"
 #include "scripts/user.h"
-#include "scripts/watches.h"
 
 #include <chrono>
 

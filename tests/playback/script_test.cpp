@@ -1,6 +1,6 @@
 #include "platform/files/system_paths.h"
 #include "playback/options.h"
-#include "playback/virtual_clock.h"
+#include "playback/virtual_time.h"
 #include "scripts/script.h"
 #include "scripts/values.h"
 

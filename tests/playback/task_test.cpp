@@ -1,6 +1,6 @@
 #include "platform/failure.h"
 #include "playback/player.h"
-#include "playback/virtual_clock.h"
+#include "playback/virtual_time.h"
 #include "scripts/script.h"
 #include "scripts/task_files.h"
 #include "tests/support/test_program.h"

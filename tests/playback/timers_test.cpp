@@ -1,4 +1,4 @@
-#include "playback/virtual_timers.h"
+#include "playback/virtual_time.h"
 
 #include "tests/support/test_program.h"
 

@@ -3,8 +3,11 @@
 #include "mainwindow/installation_files.h"
 #include "platform/text/code_page.h"
 
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <new>
+#include <utility>
 
 namespace tarvik {
 
@@ -67,7 +70,81 @@ void colour_controls(Form1& form1)
         frame->set_back_color(frame_colour);
 }
 
+// What shows in one mode only. Opening and saving stay in both.
+void show_queries(Form1& form1, bool visible)
+{
+    for (int index : {1, 2, 3}) form1.Command1[index].set_visible(visible);
+    for (OptionButton* option : {&form1.Option1, &form1.Option2, &form1.Option3}) option->set_visible(visible);
+}
+
+void show_frames(Form1& form1, bool visible)
+{
+    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4}) frame->set_visible(visible);
+}
+
+void enter_analysis(Form1& form1)
+{
+    form1.Command6.set_caption(U"还原默认");
+    form1.Command3.set_visible(true);
+    show_queries(form1, false);
+    show_frames(form1, true);
+}
+
+void leave_analysis(Form1& form1)
+{
+    form1.Command3.set_visible(false);
+    form1.Command6.set_caption(U"数据分析");
+    show_frames(form1, false);
+    show_queries(form1, true);
+}
+
 } // namespace
+
+Answer tell(Program& program, TextView text, TextView title, Icon icon)
+{
+    return ask(program, text, title, Buttons::OK, icon);
+}
+
+Answer ask(Program& program, TextView text, TextView title, Buttons buttons, Icon icon)
+{
+    const Answer answer = program.platform.dialogs.message({text.str(), title.str(), buttons, icon});
+    program.form1.answer = static_cast<int>(answer);
+    return answer;
+}
+
+Text installed(const Program& program, TextView name)
+{
+    return path_in(program.platform.files.installation_folder(), name);
+}
+
+Document load_document(Program& program, TextView path)
+{
+    const Files& files = program.platform.files;
+    return program.documents.get(path, files.stamp(path), [&] {
+        return recognise_foreign([&] { return files.open_for_input(path); }).document;
+    });
+}
+
+double min3to1(double a, double b, double c)
+{
+    std::array sorted{a, b, c};
+    std::ranges::sort(sorted);
+    const auto first = std::ranges::find_if(sorted, [](double value) { return value != 0; });
+    return first == sorted.end() ? 0 : *first;
+}
+
+double min2to1(double a, double b)
+{
+    return std::min(a, b);
+}
+
+double ccnn(TextView text)
+{
+    if (text.empty()) return 0;
+    const auto value = number(text);
+    if (!value) throw Failure(U"不是数值：" + text);
+    return *value;
+}
 
 void Form_Load(Program& program)
 {
@@ -142,6 +219,67 @@ void forget_results(Program& program)
 void Form_Click(Program& program)
 {
     reset_to_defaults(program);
+}
+
+void Command6_Click(Program& program)
+{
+    bool& analysismode = program.module1.analysismode;
+    analysismode = !analysismode;
+    if (analysismode) {
+        enter_analysis(program.form1);
+        return;
+    }
+    leave_analysis(program.form1);
+    reset_to_defaults(program);
+}
+
+void Command3_Click(Program& program)
+{
+    bool& designeropen = program.module1.designeropen;
+    designeropen = !designeropen;
+    program.form4.window.set_visible(designeropen);
+}
+
+void Text1_Change(Program& program, int index)
+{
+    if (index != 1) return;
+    program.form1.cutopenfile = false;
+    forget_results(program);
+}
+
+void Text1_DblClick(Program& program, int index)
+{
+    if (index == 1 || index == 2 || index == 4) program.form1.Text1[index].set_text({});
+}
+
+void Option1_Click(Program& program)
+{
+    select_option(program.form1, program.form1.Option1);
+    program.form1.resultpos = 0;
+}
+
+void Option2_Click(Program& program)
+{
+    select_option(program.form1, program.form1.Option2);
+    program.form1.resultpos = 0;
+}
+
+void Option3_Click(Program& program)
+{
+    select_option(program.form1, program.form1.Option3);
+    program.form1.cutopenfile = false;
+}
+
+void focus_changed(Program& program, const Control& control, bool has_focus)
+{
+    Form1& form1 = program.form1;
+    const std::pair<const Control*, bool*> flags[] = {
+        {&form1.query_box(), &form1.focusquery},  {&form1.number_box(), &form1.focusnumber},
+        {&form1.RichTextBox1, &form1.focuspane1}, {&form1.RichTextBox2, &form1.focuspane2},
+        {&form1.RichTextBox3, &form1.focuspane3},
+    };
+    for (const auto& [owner, flag] : flags)
+        if (owner == &control) *flag = has_focus;
 }
 
 } // namespace tarvik

@@ -1,8 +1,9 @@
-#include "playback/virtual_clock.h"
+#include "playback/virtual_time.h"
 
 #include "platform/system_clock.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace tarvik {
 
@@ -24,6 +25,11 @@ int digits(std::string_view text, std::size_t from, std::size_t count)
     int value = 0;
     for (const char digit : text.substr(from, count)) value = value * 10 + (digit - '0');
     return value;
+}
+
+VirtualTime interval(const Timer& timer)
+{
+    return std::chrono::milliseconds(timer.interval());
 }
 
 } // namespace
@@ -58,6 +64,47 @@ local_seconds local_time_now()
     const year_month_day date(year(local.tm_year + 1900), month(static_cast<unsigned>(local.tm_mon + 1)),
                               day(static_cast<unsigned>(local.tm_mday)));
     return local_days(date) + hours(local.tm_hour) + minutes(local.tm_min) + seconds(local.tm_sec);
+}
+
+VirtualTimers::VirtualTimers(Form1& form1, const VirtualClock& clock) : clock_(clock)
+{
+    for (auto& [index, timer] : form1.Timer1) entries_.push_back({&timer, {}});
+    for (Timer* timer : form1.batch_timers()) {
+        entries_.push_back({timer, {}});
+        batch_.push_back(timer);
+    }
+    std::ranges::sort(entries_, {},
+                      [](const Entry& entry) { return std::tuple(entry.timer->name(), entry.timer->index()); });
+    for (const Entry& entry : entries_) changed(*entry.timer);
+}
+
+void VirtualTimers::changed(const Control& control)
+{
+    for (Entry& entry : entries_) {
+        if (entry.timer != &control) continue;
+        entry.due.reset();
+        if (entry.timer->enabled() && entry.timer->interval() > 0)
+            entry.due = clock_.elapsed() + interval(*entry.timer);
+    }
+}
+
+std::optional<VirtualTimers::Due> VirtualTimers::next() const
+{
+    std::optional<Due> first;
+    for (const Entry& entry : entries_)
+        if (entry.due && (!first || *entry.due < first->at)) first.emplace(Due{entry.timer, *entry.due});
+    return first;
+}
+
+void VirtualTimers::fired(const Timer& timer)
+{
+    for (Entry& entry : entries_)
+        if (entry.timer == &timer && entry.due) *entry.due += interval(timer);
+}
+
+bool VirtualTimers::batch_runs() const
+{
+    return std::ranges::any_of(batch_, &Timer::enabled);
 }
 
 } // namespace tarvik
