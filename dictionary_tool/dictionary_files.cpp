@@ -124,7 +124,7 @@ DictionaryFiles::File& DictionaryFiles::file_for(char32_t first)
 }
 
 // The first entry of a file cannot be found by its head, so it is one that nobody looks for. Its Chinese characters
-// also tell the file's encoding.
+// also make the file's encoding known.
 std::string DictionaryFiles::opening(const DictionaryLayout& layout) const
 {
     Text title = U"词典：";

@@ -21,7 +21,7 @@ struct SourceSummary {
     std::size_t damaged = 0;
 };
 
-/// Hands every entry of a dictionary to the sink, in the order of its index. The extension tells the format: .ifo for
+/// Hands every entry of a dictionary to the sink, in the order of its index. The extension states the format: .ifo for
 /// StarDict, .index for dictd; the other files of the dictionary lie beside it, plain or packed. Throws Failure.
 SourceSummary read_dictionary_source(const std::filesystem::path& file, const EntrySink& sink);
 

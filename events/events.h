@@ -41,7 +41,7 @@ void start(Program& program);
 /// Whether the table has a handler for it.
 bool has_handler(const Event& event);
 
-/// Runs the handler of an event, if there is one. It is the one place that tells the user of a failure; nothing is
+/// Runs the handler of an event, if there is one. It is the one place that reports a failure to the user; nothing is
 /// thrown but what no handler could go on after.
 void dispatch(Program& program, Event& event);
 

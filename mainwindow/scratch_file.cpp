@@ -59,7 +59,7 @@ void ScratchFile::tell_failure()
 {
     if (!failure_) return;
     const Text message = *std::exchange(failure_, std::nullopt);
-    Text reason = message; // what is told of another file too
+    Text reason = message; // as it would be reported of another file
     if (const auto place = reason.find(path_); place != Text::npos) reason.erase(place, path_.size());
     if (program_.scratch_failures.insert(reason).second) tell(program_, message);
 }

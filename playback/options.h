@@ -23,7 +23,7 @@ struct Options {
 
     Request request = Request::Play;
     std::filesystem::path installation;           ///< empty when none is given
-    Text notice;                                  ///< what the user is to be told once the window stands
+    Text notice;                                  ///< a message for the user, once the window stands
     std::map<char, std::filesystem::path> drives; ///< by lower-case letter
     std::chrono::local_seconds clock;
     double screen_width = 28800, screen_height = 16200; ///< twips

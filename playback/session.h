@@ -64,7 +64,7 @@ struct Session {
     Program program;
     PlayerStage stage;
 
-    /// Brings the program to its shown window, and tells what the user is to know then.
+    /// Brings the program to its shown window, then shows the notice where there is one.
     void start(const Text& notice);
 };
 

@@ -11,7 +11,7 @@
 namespace tarvik {
 
 /// What ends a script at once. It passes through a running handler, which is why it is no Failure: nobody but the
-/// player may take it for something to tell the user.
+/// player may take it for a message to the user.
 class ScriptFailure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

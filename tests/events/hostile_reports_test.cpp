@@ -16,52 +16,28 @@ using testing::IsEmpty;
 
 constexpr std::u32string_view out = U"d:\\1\\2\\3\\4\\out\\"; // "..", four times over, stays on drive d
 
+std::vector<Text> split(const Text& text, TextView separator)
+{
+    std::vector<Text> parts;
+    std::size_t start = 0;
+    for (std::size_t end; (end = text.find(separator.str(), start)) != Text::npos; start = end + separator.size())
+        parts.push_back(text.substr(start, end - start));
+    parts.push_back(text.substr(start));
+    return parts;
+}
+
 std::vector<Text> hostile_fields()
 {
-    const Text endless(300, U'x'), wide(300, U'长');
-    std::vector<Text> fields{U"a/b\\c",
-                             U"a:b\\c",
-                             U"a_b_c",
-                             U"../../x",
-                             U"..\\..\\x",
-                             U"..",
-                             U".",
-                             U"...",
-                             U" ",
-                             U"/escaped/x",
-                             U"\\escaped",
-                             U"d:\\escaped\\x",
-                             U"d:escaped",
-                             U"\\\\server\\share",
-                             U"<>|\"*?",
-                             U"__;__",
-                             U"CON",
-                             U"nul.txt",
-                             U"COM1.xlsx",
-                             U"LPT9",
-                             U"aux ",
-                             U"name.",
-                             U"name ",
-                             U"a\x1\x1f\x7f"
-                             U"b",
-                             U"a\x85\x2028\x202e"
-                             U"b",
-                             U"\xd800x",
-                             U"x\xdc00",
-                             U"\xffff",
-                             U"\x10ffff",
-                             U"e\x301",
-                             U"\xe9",
-                             U"$x",
-                             U"`x`",
-                             U"-rf",
-                             U"~",
-                             U"%n%s",
-                             U".tarvik-1-2-3.tmp",
-                             U"{raw}x",
-                             U"An docket",
-                             U"3139.txt"};
-    for (const Text& field : {endless + U"1", endless + U"2", wide + U"1", wide + U"2"}) fields.push_back(field);
+    auto fields =
+        split(U"a/b\\c\na:b\\c\na_b_c\n../../x\n..\\..\\x\n..\n.\n...\n \n/escaped/x\n\\escaped\nd:\\escaped\\x\n"
+              U"d:escaped\n\\\\server\\share\n<>|\"*?\n__;__\nCON\nnul.txt\nCOM1.xlsx\nLPT9\naux \nname.\n"
+              U"name \na\x1\x1f\x7f"
+              U"b\na\x85\x2028\x202e"
+              U"b\n\xd800x\nx\xdc00\n\xffff\n\x10ffff\ne\x301\n"
+              U"\xe9\n$x\n`x`\n-rf\n~\n%n%s\n.tarvik-1-2-3.tmp\n{raw}x\nAn docket\n3139.txt",
+              U"\n");
+    for (const char32_t* endless : {U"x", U"长"})
+        for (const char32_t* end : {U"1", U"2"}) fields.push_back(Text(300, *endless) + end);
     fields.emplace_back(U"a\0b", 3);
     return fields;
 }
@@ -116,16 +92,6 @@ std::string in_code_page(const Text& text)
     constexpr std::string_view mark = "{raw}", raw = "\xff\x80\x81";
     for (std::size_t at = 0; (at = bytes.find(mark, at)) != std::string::npos;) bytes.replace(at, mark.size(), raw);
     return bytes;
-}
-
-std::vector<Text> split(const Text& text, TextView separator)
-{
-    std::vector<Text> parts;
-    std::size_t start = 0;
-    for (std::size_t end; (end = text.find(separator.str(), start)) != Text::npos; start = end + separator.size())
-        parts.push_back(text.substr(start, end - start));
-    parts.push_back(text.substr(start));
-    return parts;
 }
 
 class HostileDesk : public testing::Test {

@@ -67,6 +67,12 @@ void docket_design(SampleDesk& desk)
     desk.started.dialogs.messages.clear();
 }
 
+constexpr Job over_transcripts(const char* name, std::u32string_view command, void (*prepare)(SampleDesk&),
+                               bool at_first_key = false)
+{
+    return {name, "3160.txt", command, U"d:\\src\\20240101.xlsx", prepare, 1000, at_first_key};
+}
+
 constexpr Job all_jobs[] = {
     {.name = "docket", .document = "3139.txt", .command = U"An docket"},
     {.name = "testdocket", .document = "3139.txt", .command = U"An testdocket", .prepare = docket_design},
@@ -76,31 +82,10 @@ constexpr Job all_jobs[] = {
     {.name = "dockword", .document = "3158.txt", .command = U"An dockword", .lines = 8},
     {.name = "testsesameA", .document = "3159.txt", .command = U"An testsesame A"},
     {.name = "testsesameB", .document = "3159.txt", .command = U"An testsesame B"},
-    {.name = "tomation",
-     .document = "3160.txt",
-     .command = U"An tomation",
-     .picked = U"d:\\src\\20240101.xlsx",
-     .prepare = transcripts,
-     .lines = 1000},
-    {.name = "Excelfile",
-     .document = "3160.txt",
-     .command = U"An Excelfile",
-     .picked = U"d:\\src\\20240101.xlsx",
-     .prepare = transcripts_and_their_design,
-     .lines = 1000},
-    {.name = "SesameOpen",
-     .document = "3160.txt",
-     .command = U"An Sesame Open",
-     .picked = U"d:\\src\\20240101.xlsx",
-     .prepare = transcripts,
-     .lines = 1000,
-     .at_first_key = true},
-    {.name = "keptfile",
-     .document = "3160.txt",
-     .command = U"An keptfile",
-     .picked = U"d:\\src\\20240101.xlsx",
-     .prepare = first_column_to_keep_by,
-     .lines = 1000},
+    over_transcripts("tomation", U"An tomation", transcripts),
+    over_transcripts("Excelfile", U"An Excelfile", transcripts_and_their_design),
+    over_transcripts("SesameOpen", U"An Sesame Open", transcripts, true),
+    over_transcripts("keptfile", U"An keptfile", first_column_to_keep_by),
     {.name = "label", .document = "z1型号.txt", .command = U"An label", .picked = U"z1.xlsx", .in_stages = true},
     {.name = "order",
      .document = "维修/维修记录.txt",

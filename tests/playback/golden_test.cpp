@@ -10,7 +10,7 @@
 
 /// Scripts with the transcripts that they gave when somebody looked them over. The real program plays those of golden/
 /// over a copy of golden/installation. The ones that the program comes with are played over a copy of its installation
-/// folder when golden/samples/ has a transcript for them, which also tells the files that they wrote and what another
+/// folder when golden/samples/ has a transcript for them, which also lists the files that they wrote and what another
 /// reader finds in the first that they made. With TARVIK_REFRESH=1 in the environment the transcripts are written anew;
 /// the change is then looked over in the diff.
 namespace tarvik {
@@ -83,7 +83,7 @@ std::string files_told(const fs::path& root)
                                 root / "d" / files[0]);
 }
 
-// The transcript, what was told on standard error, and the exit status. The folders of the moment show as names.
+// The transcript, what was reported on standard error, and the exit status. The folders of the moment show as names.
 std::string play(const Script& script)
 {
     const test::TemporaryFolder folder;
