@@ -36,6 +36,8 @@ TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
     // From the last static row into the first dynamic one.
     QTest::keyClick(&focused(find<LineBox>("Form4.Text1(26)")), Qt::Key_Down);
     EXPECT_TRUE(has_focus("Form4.Text1(28)"));
+    QTest::keyClick(&focused(find<LineBox>("Form4.Text1(46)")), Qt::Key_Down);
+    EXPECT_TRUE(has_focus("Form4.Text1(48)")) << "the last row";
 }
 
 TEST_F(DesktopPreview, a_click_on_a_cell_fills_the_pair_of_boxes_that_had_the_focus)
