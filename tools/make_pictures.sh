@@ -87,6 +87,26 @@ take docket
 end_window
 
 start_window
+key shift+F9 # what is done is recorded
+open_file 3139.txt
+typed "An docket"
+key Return Return
+sleep 0.5
+key Return
+sleep 9
+take recording
+patience=120 wait_for xdotool search --name '!$' # the run has ended
+key shift+F9
+typed 每月出单
+key Return
+end_window
+
+start_window
+key F9
+take tasks
+end_window
+
+start_window
 click "$main" 94 72
 open_file 3159.txt
 click "$main" 94 78 # the designer
