@@ -1,9 +1,6 @@
 #include "desktop/windows/progress_line.h"
 
-#include "desktop/look/theme.h"
-
 #include <QEvent>
-#include <QPainter>
 
 #include <algorithm>
 #include <utility>
@@ -13,13 +10,18 @@ namespace tarvik {
 namespace {
 
 constexpr int thickness = 4;
+constexpr int all = 10'000;
 
 } // namespace
 
-ProgressLine::ProgressLine(QWidget& window) : QWidget(&window)
+ProgressLine::ProgressLine(QWidget& window) : QProgressBar(&window)
 {
     setObjectName("progress");
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    setRange(0, all);
+    setTextVisible(false);
+    setStyleSheet("QProgressBar { border: 0; background: palette(midlight) }"
+                  "QProgressBar::chunk { background: palette(link) }");
     window.installEventFilter(this);
     hide();
 }
@@ -36,29 +38,17 @@ void ProgressLine::show_batch(double done)
 
 void ProgressLine::show_line()
 {
-    setVisible(part() >= 0);
-    if (part() < 0) return;
-    lay();
+    const double part = work_ >= 0 ? work_ : batch_;
+    setVisible(part >= 0);
+    setValue(qRound(all * std::clamp(part, 0.0, 1.0)));
+    setGeometry(0, 0, parentWidget()->width(), thickness);
     raise();
-    update();
 }
 
 bool ProgressLine::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::Resize) lay();
-    return QWidget::eventFilter(watched, event);
-}
-
-void ProgressLine::lay()
-{
-    setGeometry(0, 0, parentWidget()->width(), thickness);
-}
-
-void ProgressLine::paintEvent(QPaintEvent*)
-{
-    QPainter painter(this);
-    painter.fillRect(rect(), palette().color(QPalette::Midlight));
-    painter.fillRect(0, 0, qRound(width() * std::clamp(part(), 0.0, 1.0)), height(), palette().color(focus_role));
+    if (event->type() == QEvent::Resize) resize(parentWidget()->width(), thickness);
+    return QProgressBar::eventFilter(watched, event);
 }
 
 } // namespace tarvik

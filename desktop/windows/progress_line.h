@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QWidget>
+#include <QProgressBar>
 
 namespace tarvik {
 
 /// A slim line along the upper edge of a window that shows how far a long piece of work has come.
-class ProgressLine final : public QWidget {
+class ProgressLine final : public QProgressBar {
 public:
     explicit ProgressLine(QWidget& window);
 
@@ -17,12 +17,9 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
 private:
-    void lay();
     void show_line();
-    double part() const { return work_ >= 0 ? work_ : batch_; }
     double work_ = -1, batch_ = -1;
 };
 

@@ -4,8 +4,6 @@
 
 #include <QAbstractButton>
 #include <QLabel>
-#include <QScrollArea>
-#include <QScrollBar>
 
 #include <cmath>
 
@@ -78,34 +76,6 @@ TEST_F(DesktopLook, the_other_windows_show_all_of_their_texts)
     expect_in_order(find("Form3"));
     expect_in_order(*find("Form4.Frame1").parentWidget());
     EXPECT_TRUE(find("Form4").isVisible());
-}
-
-TEST_F(DesktopLook, the_help_of_a_narrow_designer_is_scrolled_downwards)
-{
-    start();
-    click("Form1.Command6");
-    click("Form1.Command3");
-    QWidget& designer = find("Form4");
-    const QScrollArea& all = *designer.findChild<QScrollArea*>();
-    const QWidget& text = find("Form4.Label5");
-    const auto& help = dynamic_cast<const QScrollArea&>(*text.parentWidget()->parentWidget()->parentWidget());
-    designer.resize(4000, 2000);
-    QTest::qWait(1);
-    const int full = find("Form4.Frame1").geometry().right();
-    const int height = find("Form4.Frame1").geometry().bottom() + find("Form4.Frame1").y();
-    for (const int percent : {103, 90, 82}) {
-        designer.resize(full * percent / 100, percent == 90 ? height - 1 : 2000); // sizes are rounded
-        QTest::qWait(1);
-        SCOPED_TRACE(percent);
-        EXPECT_EQ(all.horizontalScrollBar()->maximum(), 0);
-        EXPECT_EQ(all.verticalScrollBar()->maximum(), 0);
-        expect_in_order(*text.parentWidget());
-        EXPECT_LE(text.geometry().bottom(), help.viewport()->height() + help.verticalScrollBar()->maximum());
-    }
-    EXPECT_GT(help.verticalScrollBar()->maximum(), 0);
-    for (const QObject* each = &text; each != help.viewport(); each = each->parent())
-        EXPECT_FALSE(dynamic_cast<const QWidget&>(*each).testAttribute(Qt::WA_NoMousePropagation))
-            << "the wheel over its texts";
 }
 
 TEST_F(DesktopLook, the_other_windows_leave_the_buttons_that_are_needed_next)

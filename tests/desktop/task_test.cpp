@@ -88,7 +88,8 @@ TEST_F(DesktopTasks, record_a_run_and_repeat_it)
     record_key();
     EXPECT_THAT(status_text(), HasSubstr("录制中"));
     run_docket();
-    ASSERT_TRUE(wait_until([this] { return form1().window.caption().ends_with(U"!"); }));
+    ASSERT_TRUE(wait_until([this] { return form1().window.caption().ends_with(U" ERROR !"); }))
+        << "three need no docket";
     keep_as("月报");
     EXPECT_THAT(status_text(), testing::Not(HasSubstr("录制中")));
 

@@ -174,26 +174,6 @@ TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
     EXPECT_EQ(find<LineBox>("Form4.Text1(0)").text(), "0") << "the texts of the design";
 }
 
-TEST_F(DesktopWindow, a_batch_runs_by_its_timer_and_tells_how_far_it_is)
-{
-    copy_docket_samples();
-    start();
-    run_docket();
-    EXPECT_TRUE(form1().Timer3.enabled());
-    bool told = false;
-    EXPECT_TRUE(wait_until([&] {
-        told |= find("progress").isVisible() && desktop->main_window().windowTitle().contains("start:");
-        return !form1().Timer3.enabled();
-    }));
-    EXPECT_TRUE(told);
-    EXPECT_FALSE(find("progress").isVisible());
-    EXPECT_TRUE(desktop->main_window().windowTitle().endsWith(" ERROR !")) << "three receipts need no docket";
-    std::size_t dockets = 0;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(drive_d.path() / "out"))
-        dockets += entry.path().extension() == ".xlsx" ? 1 : 0;
-    EXPECT_EQ(dockets, 27U);
-}
-
 class BrokenLines final : public LineSource {
 public:
     std::size_t line_count() const override { return 3; }
