@@ -13,6 +13,7 @@ FindBar::FindBar(Front& front, std::function<TextWidget*()> shown_pane, std::fun
     : QFrame(&window), front_(front), shown_pane_(std::move(shown_pane)), closed_(std::move(closed))
 {
     setObjectName("find");
+    setAccessibleName("查找");
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
     setBackgroundRole(QPalette::AlternateBase);

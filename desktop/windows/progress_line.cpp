@@ -17,6 +17,7 @@ constexpr int all = 10'000;
 ProgressLine::ProgressLine(QWidget& window) : QProgressBar(&window)
 {
     setObjectName("progress");
+    setAccessibleName("进度");
     setAttribute(Qt::WA_TransparentForMouseEvents);
     setRange(0, all);
     setTextVisible(false);
