@@ -150,9 +150,12 @@ TEST_F(DictionaryTool, stardict_in_its_shapes)
 
 TEST_F(DictionaryTool, dictd)
 {
-    source.write("d.dict.dz", packed("infoone\ntwo\n", source.path() / "scratch"));
+    const std::string first = packed("infoone\nt", source.path() / "scratch");
+    source.write("d.dict.dz", first + packed("wo\n", source.path() / "scratch")); // in two members
     source.write("d.index", "00-database-info\tA\tE\n一 b\tE\tE\nlost\tZ\tE\nbad\nlast\tI\tE");
     EXPECT_THAT(read("d.index"), ElementsAre(Pair("一 b", "one\n"), Pair("last", "two\n")));
+    source.write("d.dict.dz", first.substr(0, first.size() - 9));
+    EXPECT_THROW(read("d.index"), Failure) << "cut off";
 }
 
 } // namespace
