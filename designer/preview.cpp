@@ -84,6 +84,15 @@ std::vector<WrittenCell> fill(const Form4& form4, const Lines& lines, Worksheet&
     return written;
 }
 
+/// The cell's text as a preview shows it, or that it cannot be calculated, which keeps no other cell from being seen.
+Text shown_text(const Worksheet& sheet, int row, int column)
+try {
+    constexpr std::size_t most_shown = 1000; // characters; thousands of cells may share a text without end
+    return mid(sheet.cell(row, column), 1, most_shown).str();
+} catch (const Failure&) {
+    return U"无法计算";
+}
+
 SheetPreview preview_of(Worksheet& sheet, std::vector<WrittenCell> written)
 {
     const auto* pictured = dynamic_cast<const PicturedSheet*>(&sheet);
@@ -100,9 +109,7 @@ SheetPreview preview_of(Worksheet& sheet, std::vector<WrittenCell> written)
         else if (is_inside(preview.picture, cell))
             preview.picture.cells.push_back({.row = cell.row, .column = cell.column, .look = {}});
     }
-    constexpr std::size_t most_shown = 1000; // characters; thousands of cells may share a text without end
-    for (PicturedCell& cell : preview.picture.cells)
-        cell.text = mid(sheet.cell(cell.row, cell.column), 1, most_shown).str();
+    for (PicturedCell& cell : preview.picture.cells) cell.text = shown_text(sheet, cell.row, cell.column);
     return preview;
 }
 

@@ -44,6 +44,8 @@ public:
         const auto held = number(text);
         return held && number_text(*held) == text ? CellValue(*held) : CellValue(std::move(text));
     }
+    /// Whether the value is a number that the cell shows as a day or a time of day.
+    virtual bool is_date(int /*row*/, int /*column*/) const { return false; }
     /// Whether the value is nothing or the empty text, a formula's result like any other.
     virtual bool is_empty(int row, int column) const = 0;
     /// Replaces the cell's value and formula; its format stays. The empty text empties it. A text for which

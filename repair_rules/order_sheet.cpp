@@ -183,6 +183,12 @@ int last_line(const Worksheet& sheet)
     return row;
 }
 
+std::span<const std::size_t> records_of_line(const Worksheet& sheet, int row, const Records& records)
+{
+    const auto found = records.with_number(sheet.value(row, number_column));
+    return found.empty() || !sheet.is_date(row, number_column) ? found : std::span<const std::size_t>();
+}
+
 bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules)
 {
     bool found = false;
@@ -190,7 +196,7 @@ bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rul
     const int last = last_line(sheet);
     for (int row = first_line; row <= last; ++row) {
         SheetLine& line = lines.emplace_back(sheet, row);
-        for (const std::size_t record : records.with_number(sheet.value(row, number_column))) {
+        for (const std::size_t record : records_of_line(sheet, row, records)) {
             found = true;
             const auto fault = records.field(record, fault_field);
             const auto repair = records.field(record, repair_field);

@@ -72,7 +72,7 @@ private:
     {
         bool taken = is_taken(row, origin);
         std::vector<std::size_t> further;
-        for (const std::size_t record : records_.with_number(sheet_.value(origin, number_column))) {
+        for (const std::size_t record : records_of_line(sheet_, origin, records_)) {
             found_ = true;
             if (records_.field(record, first_field).empty() || records_.field(record, first_field + 1).empty())
                 continue;

@@ -33,6 +33,8 @@ inline constexpr std::size_t price_number_field = 2;
 
 /// The row of the last line; 1 if there is none.
 int last_line(const Worksheet& sheet);
+/// The records with the repair number of that line, in order; a date is none.
+std::span<const std::size_t> records_of_line(const Worksheet& sheet, int row, const Records& records);
 
 /// A record's fault and repair texts in columns 5 and 6, part codes in 7, their quantity in 8, charges in 9 to 11 and
 /// their total in 12, as the rules say. A line without a record gets the line rules and its total.

@@ -81,6 +81,8 @@ public:
     virtual Printing print(const std::string& printer) = 0;
 };
 
+enum class ShownAs { Number, Logical, Date };
+
 class OpenWorkbook : public OpenFile {
 public:
     /// LibreOffice's name of the format that the file was read as.
@@ -92,8 +94,8 @@ public:
     /// a password.
     virtual bool lift_protection(int /*sheet*/) { return true; }
     virtual SheetContent read(int sheet) = 0;
-    /// Whether a cell that holds 1 or 0 shows it as a logical value.
-    virtual bool is_logical(int sheet, int row, int column) = 0;
+    /// What a cell that holds a number shows it as.
+    virtual ShownAs shown_as(int sheet, int row, int column) = 0;
     virtual MergedArea merged_around(int sheet, const Area& area) = 0;
     virtual void split_merged(int sheet, const Area& area) = 0;
     /// The parts of the areas whose cells have a number format, or one that is none of texts and a formula that refers

@@ -109,10 +109,19 @@ CellValue SheetCells::raw_value(Place place)
     const auto* const cell = held(place);
     if (!cell) return Text();
     const auto* const number = std::get_if<double>(&cell->value);
-    const auto is_logical = [&](OpenWorkbook& file) { return file.is_logical(sheet_, place.row, place.column); };
     const bool may_be_logical = number && (*number == 0 || *number == 1);
-    if (may_be_logical && file_.call(is_logical)) return Text(*number == 1 ? U"True" : U"False");
+    if (may_be_logical && shown_as(place) == ShownAs::Logical) return Text(*number == 1 ? U"True" : U"False");
     return cell->value;
+}
+
+ShownAs SheetCells::shown_as(Place place)
+{
+    return file_.call([&](OpenWorkbook& file) { return file.shown_as(sheet_, place.row, place.column); });
+}
+
+bool SheetCells::is_date(Place place)
+{
+    return std::holds_alternative<double>(value(place)) && shown_as(place) == ShownAs::Date;
 }
 
 Text SheetCells::text(Place place)

@@ -27,6 +27,7 @@ public:
     Text text(Place place);
     CellValue value(Place place);
     bool is_empty(Place place);
+    bool is_date(Place place);
     void write(Place place, const CellValue& value);
     int clear(const Area& area);
 
@@ -44,6 +45,7 @@ private:
     const SheetContent& content();
     const HeldCell* held(Place place);
     CellValue raw_value(Place place);
+    ShownAs shown_as(Place place);
     bool holds_nothing(Place place);
     void settle();
     void read_formulas_anew(const Area& area);

@@ -78,6 +78,11 @@ public:
         return naming([&] { return cells_.is_empty({row, column}); });
     }
 
+    bool is_date(int row, int column) const override
+    {
+        return naming([&] { return cells_.is_date({row, column}); });
+    }
+
     void set_cell(int row, int column, const CellValue& value) override
     {
         naming([&] { cells_.write({row, column}, value); });
@@ -114,7 +119,12 @@ void OfficeWorkbook::open(LibreOffice& office)
     auto file = office.open_workbook(folder_->put(kind == FileKind::Package ? "read.xlsx" : "read.xls", bytes));
     if (!file && kind == FileKind::Encrypted) throw ooxml::Damage(Text(locked_reason));
     if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
-    format_ = &format_with_filter(file.call([](OpenWorkbook& opened) { return opened.filter(); }));
+    const auto filter = file.call([](OpenWorkbook& opened) { return opened.filter(); });
+    // What LibreOffice makes nothing of is a text to it.
+    if (filter.starts_with("Text"))
+        throw ooxml::Damage(kind == FileKind::Encrypted ? Text(locked_reason)
+                                                        : suite_title() + U" 不能将它作为工作簿打开。");
+    format_ = &format_with_filter(filter);
     sheet_count_ = file.call([](OpenWorkbook& opened) { return opened.sheet_count(); });
     file_.emplace(std::move(file));
 }

@@ -11,30 +11,34 @@ constexpr long long most_groups = 1LL << 30U; // whatever number the part gives 
 
 } // namespace
 
+FormulaElement::FormulaElement(pugi::xml_node cell) : node(child_named(cell, "f")), text(element_text(node))
+{
+    const std::string_view type = node.attribute("t").value();
+    kind = type == "shared" ? Shared : type == "array" ? Array : type == "dataTable" ? DataTable : Usual;
+    has_range = node.attribute("ref");
+    if (kind == Shared) group = attribute_text(node, "si");
+    if (kind == Array || kind == DataTable) filled = parse_range(attribute_text(node, "ref"));
+}
+
 FormulaGroups::FormulaGroups(const SheetCells& cells) : cells_(cells)
 {
-    std::map<std::string, Place> masters; // by the group's number, which a later group may use again
+    std::map<std::string, Place> masters; // by the groups
     cells_.visit_formulas([&](Place place, pugi::xml_node cell) {
-        const auto formula = child_named(cell, "f");
-        const std::string_view kind = formula.attribute("t").value();
-        if (kind == "shared") add_shared(place, formula, masters);
-        if (kind != "array" && kind != "dataTable") return;
-        const auto range = parse_range(attribute_text(formula, "ref"));
-        if (range && range->first != range->last) filled_ranges_.push_back(*range);
+        FormulaElement formula(cell);
+        if (formula.filled && formula.filled->first != formula.filled->last) filled_ranges_.push_back(*formula.filled);
+        if (formula.kind == FormulaElement::Shared) add_shared(place, std::move(formula), masters);
     });
     filled_ = RangeSet(filled_ranges_);
 }
 
-void FormulaGroups::add_shared(Place place, pugi::xml_node formula, std::map<std::string, Place>& masters)
+void FormulaGroups::add_shared(Place place, FormulaElement formula, std::map<std::string, Place>& masters)
 {
-    auto number = attribute_text(formula, "si");
-    last_number_ = std::max(last_number_, std::min(formula.attribute("si").as_llong(), most_groups));
-    auto text = element_text(formula);
-    const auto master = masters.find(number);
-    if (!text.empty() && formula.attribute("ref")) {
-        masters.insert_or_assign(std::move(number), place);
-        shared_[place].formula = std::move(text);
-    } else if (text.empty() && master != masters.end()) {
+    last_number_ = std::max(last_number_, std::min(formula.node.attribute("si").as_llong(), most_groups));
+    const auto master = masters.find(formula.group);
+    if (formula.is_master()) {
+        masters.insert_or_assign(std::move(formula.group), place);
+        shared_[place].formula = std::move(formula.text);
+    } else if (formula.text.empty() && master != masters.end()) {
         shared_[master->second].others.push_back(place);
     }
 }
@@ -96,8 +100,8 @@ std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const std::vector<P
 // A cell of a group may have been overwritten meanwhile.
 bool FormulaGroups::still_shares(Place place) const
 {
-    const auto formula = child_named(cells_.find(place), "f");
-    return std::string_view(formula.attribute("t").value()) == "shared" && element_text(formula).empty();
+    const FormulaElement formula(cells_.find(place));
+    return formula.kind == FormulaElement::Shared && formula.text.empty();
 }
 
 // The first of the cells tells from now on what the master told.

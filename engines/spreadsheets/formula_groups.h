@@ -9,6 +9,22 @@
 
 namespace tarvik::ooxml {
 
+/// A formula as a cell's element holds it.
+struct FormulaElement {
+    enum Kind { Usual, Shared, Array, DataTable };
+
+    explicit FormulaElement(pugi::xml_node cell);
+
+    pugi::xml_node node;
+    Kind kind = Usual;
+    std::string text;  ///< empty for a cell that shares the formula that another one holds
+    std::string group; ///< of those that share one; a later group may use its number again
+    bool has_range = false;
+    std::optional<Range> filled; ///< by an array formula or a data table
+
+    bool is_master() const noexcept { return kind == Shared && !text.empty() && has_range; }
+};
+
 /// The formula cells of a sheet as the part holds them: alone, sharing one formula, or filled by an array formula or a
 /// data table.
 class FormulaGroups {
@@ -34,7 +50,7 @@ private:
         std::vector<Place> cells;
     };
 
-    void add_shared(Place place, pugi::xml_node formula, std::map<std::string, Place>& masters);
+    void add_shared(Place place, FormulaElement formula, std::map<std::string, Place>& masters);
     std::vector<Piece> pieces_left(const std::vector<Place>& overwritten) const;
     void share_anew(Place master, std::vector<Place> cells);
     bool still_shares(Place place) const;

@@ -1,6 +1,7 @@
 #include "engines/spreadsheets/formula_index.h"
 
 #include "engines/spreadsheets/cell_values.h"
+#include "engines/spreadsheets/formula_groups.h"
 
 #include <algorithm>
 
@@ -53,32 +54,30 @@ class FormulaReader {
 public:
     IndexedFormula read(int sheet, Place place, pugi::xml_node cell)
     {
-        const auto element = child_named(cell, "f");
-        const std::string_view kind = element.attribute("t").value();
-        IndexedFormula formula{nullptr, sheet, {place, place}, kind == "array", false, CellValues::has_result(cell)};
-        if (kind == "array" || kind == "dataTable") {
-            const auto range = parse_range(attribute_text(element, "ref"));
-            if (range && range->first == place) formula.range = *range;
-        }
-        formula.is_volatile = kind == "dataTable";
-        if (!formula.is_volatile) formula.formula = parsed(element, kind == "shared", place);
+        const FormulaElement element(cell);
+        IndexedFormula formula{nullptr,
+                               sheet,
+                               {place, place},
+                               element.kind == FormulaElement::Array,
+                               element.kind == FormulaElement::DataTable,
+                               CellValues::has_result(cell)};
+        if (element.filled && element.filled->first == place) formula.range = *element.filled;
+        if (element.kind != FormulaElement::DataTable) formula.formula = parsed(element, place);
         return formula;
     }
 
 private:
-    FormulaPointer parsed(pugi::xml_node element, bool is_shared, Place place)
+    FormulaPointer parsed(const FormulaElement& element, Place place)
     {
-        const auto text = element_text(element);
-        auto group = is_shared ? attribute_text(element, "si") : std::string();
-        if (is_shared && text.empty()) {
-            if (const auto found = shared_.find(group); found != shared_.end()) return found->second;
-        }
-        auto formula = calculation::parse(text, place);
-        if (is_shared && element.attribute("ref")) shared_.insert_or_assign(std::move(group), formula);
+        const auto found = shared_.find(element.group);
+        if (element.kind == FormulaElement::Shared && element.text.empty() && found != shared_.end())
+            return found->second;
+        auto formula = calculation::parse(element.text, place);
+        if (element.is_master()) shared_.insert_or_assign(element.group, formula);
         return formula;
     }
 
-    std::map<std::string, FormulaPointer> shared_; // by the group's number, which a later group may use again
+    std::map<std::string, FormulaPointer> shared_; // by the groups
 };
 
 } // namespace

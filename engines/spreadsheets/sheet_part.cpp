@@ -66,6 +66,11 @@ bool SheetPart::is_empty(Place place) const
     return !cell || values_.is_empty(cell);
 }
 
+bool SheetPart::is_date(Place place) const
+{
+    return number(place) && results_.shows_dates(cells_.find(place).attribute("s").as_uint());
+}
+
 CellValue SheetPart::held(Place place) const
 {
     if (const auto held = number(place)) return *held;

@@ -25,6 +25,7 @@ public:
     virtual void update(int sheet, const Range& range) = 0;
     /// Of the cells with that number of a format, whether formulas refer to the cell or not.
     virtual bool takes_numbers(int sheet, Place place, std::size_t format) = 0;
+    virtual bool shows_dates(std::size_t format) = 0;
 };
 
 /// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is told as Damage, the
@@ -40,6 +41,7 @@ public:
     Text text(Place place) const;
     std::optional<double> number(Place place) const;
     bool is_empty(Place place) const;
+    bool is_date(Place place) const;
     /// Whether anything was changed.
     bool write(Place place, const CellValue& value);
     int clear(const Range& range);

@@ -58,6 +58,11 @@ public:
         return naming([&] { return part_.is_empty({row, column}); });
     }
 
+    bool is_date(int row, int column) const override
+    {
+        return naming([&] { return part_.is_date({row, column}); });
+    }
+
     void set_cell(int row, int column, const CellValue& value) override
     {
         if (naming([&] { return part_.write({row, column}, value); })) workbook_.is_saved_ = false;

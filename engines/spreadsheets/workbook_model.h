@@ -49,6 +49,10 @@ private:
     void touch(int sheet, Place place) override;
     void update(int sheet, const Range& range) override;
     bool takes_numbers(int sheet, Place place, std::size_t format) override;
+    bool shows_dates(std::size_t format) override
+    {
+        return recalculation().index().formats().of(format) == NumberFormat::Date;
+    }
 
     void list_sheets();
     void load_formulas();

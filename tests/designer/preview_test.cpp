@@ -1,3 +1,4 @@
+#include "engines/packages/package.h"
 #include "engines/spreadsheets/engine.h"
 #include "events/events.h"
 #include "tests/support/places.h"
@@ -104,6 +105,19 @@ TEST_F(Preview, reads_the_look_of_the_template)
     EXPECT_EQ(cell(6, 1).look.fill, std::optional<SheetColour>(0x2E5E4E));
     EXPECT_EQ(cell(6, 1).look.left.width, 1);
     EXPECT_FALSE(cell(7, 1).look.fill.has_value());
+}
+
+TEST_F(Preview, a_cell_that_cannot_be_calculated_keeps_no_other_from_being_seen)
+{
+    const ooxml::Package sample_package(started.installation.read("designerA.xlsx"));
+    const std::string name = "xl/worksheets/sheet1.xml";
+    auto sheet = sample_package.part(name);
+    sheet.insert(sheet.find("</sheetData>"),
+                 "<row r=\"40\"><c r=\"A40\"><f>NOSUCH(1)</f></c><c r=\"B40\"><f>2*3</f></c></row>");
+    started.installation.write("designerA.xlsx", sample_package.with({{{name, sheet}}, {}}));
+    press(Answer::Yes);
+    EXPECT_EQ(to_utf8(cell(40, 1).text), "无法计算");
+    EXPECT_EQ(to_utf8(cell(40, 2).text), "6");
 }
 
 TEST_F(Preview, a_picked_cell_goes_into_the_pair_that_had_the_focus)

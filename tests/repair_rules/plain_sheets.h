@@ -166,7 +166,7 @@ inline bool plain_prices(Grid& sheet, const std::vector<PlainRecord>& records)
 }
 
 /// The sheet with only its cells: what the program works on in place of a workbook.
-class GridSheet final : public Worksheet {
+class GridSheet : public Worksheet {
 public:
     explicit GridSheet(Grid cells) : cells_(std::move(cells)) {}
     const Grid& cells() const { return cells_; }

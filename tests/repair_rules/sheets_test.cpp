@@ -110,6 +110,16 @@ TEST(Sheets, random_sheets_become_what_the_plain_loops_make_of_them)
     }
 }
 
+TEST(Sheets, a_date_meets_no_record)
+{
+    struct DatedSheet final : GridSheet {
+        using GridSheet::GridSheet;
+        bool is_date(int row, int /*column*/) const override { return row == 12; }
+    } sheet({{{12, 1}, 45352.0}, {{13, 1}, 45352.0}});
+    EXPECT_TRUE(enter(prices, sheet, {price(U"45352", U"p")}));
+    EXPECT_EQ(shown(sheet.cells()), "12,1=45352\n13,1=45352\n13,5:p\n13,6:x\n");
+}
+
 TEST(Sheets, lines_below_row_1000_do_not_count)
 {
     Grid before{{{12, 1}, 1.0}, {{1000, 1}, 2.0}, {{1000, 2}, U"监控"}, {{1001, 1}, 3.0}, {{1001, 2}, U"监控"}};

@@ -282,13 +282,14 @@ public:
         return translated([&] { return read_sheet(sheet_at(sheet)); });
     }
 
-    bool is_logical(int sheet, int row, int column) override
+    ShownAs shown_as(int sheet, int row, int column) override
     {
         return translated([&] {
             const auto key = property_of<sal_Int32>(cell_at(sheet, row, column), "NumberFormat");
             const Reference<css::util::XNumberFormatsSupplier> formats(model(), UNO_QUERY_THROW);
             const auto type = property_of<sal_Int16>(formats->getNumberFormats()->getByKey(key), "Type");
-            return (type & css::util::NumberFormat::LOGICAL) != 0;
+            if ((type & css::util::NumberFormat::DATETIME) != 0) return ShownAs::Date;
+            return (type & css::util::NumberFormat::LOGICAL) != 0 ? ShownAs::Logical : ShownAs::Number;
         });
     }
 

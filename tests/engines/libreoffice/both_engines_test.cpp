@@ -34,9 +34,10 @@ TEST_P(BothEngines, cells_read_alike)
     for (int column = 1; column <= 11; ++column) {
         row += to_utf8(sheet.cell(3, column));
         row += sheet.is_empty(3, column) ? "-" : "";
+        row += sheet.is_date(3, column) ? "@" : "";
         row += std::holds_alternative<double>(sheet.value(3, column)) ? "#|" : "|";
     }
-    EXPECT_EQ(row, "8.5#|粗体 |True|False|#DIV/0!|45352.5#|-|17#|00123|1#|-|");
+    EXPECT_EQ(row, "8.5#|粗体 |True|False|#DIV/0!|45352.5@#|-|17#|00123|1#|-|");
     EXPECT_TRUE(sheet.is_empty(1'048'576, 16'384));
 }
 

@@ -1,6 +1,7 @@
 #include "runs/engines.h"
 #include "tests/engines/libreoffice/office_fixture.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
+#include "tests/support/compound_files.h"
 
 #include <gmock/gmock.h>
 
@@ -48,6 +49,14 @@ TEST_F(SuiteResults, are_missed_with_a_message_where_there_is_no_suite)
     EXPECT_THAT(failure_of([&] { static_cast<void>(sheet.is_empty(1, 3)); }),
                 testing::AllOf(testing::HasSubstr("t.xlsx"), testing::HasSubstr("C1"), testing::HasSubstr("SUMX2MY2"),
                                testing::HasSubstr("请先用电子表格软件打开并保存该文件")));
+}
+
+TEST_F(SuiteResults, are_none_of_a_file_that_the_suite_takes_for_a_text)
+{
+    folder.write("locked.xlsx",
+                 compound_file({{"EncryptionInfo", stream_with(0, "x")}, {"EncryptedPackage", stream_with(0, "x")}}));
+    auto application = engines.create_spreadsheet();
+    EXPECT_THAT(failure_of([&] { application->open(U"locked.xlsx"); }), testing::HasSubstr("密码"));
 }
 
 } // namespace tarvik::test
