@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 namespace tarvik::calculation {
 
@@ -44,6 +45,42 @@ double sum_of(const std::vector<double>& numbers) noexcept
     double sum = 0;
     for (const double number : numbers) sum += number;
     return sum;
+}
+
+double product_of(const std::vector<double>& numbers) noexcept
+{
+    double product = numbers.empty() ? 0 : 1;
+    for (const double number : numbers) product *= number;
+    return product;
+}
+
+double largest_of(const std::vector<double>& numbers) noexcept
+{
+    return numbers.empty() ? 0 : *std::ranges::max_element(numbers);
+}
+
+double smallest_of(const std::vector<double>& numbers) noexcept
+{
+    return numbers.empty() ? 0 : *std::ranges::min_element(numbers);
+}
+
+double most_frequent_of(const std::vector<double>& numbers)
+{
+    std::unordered_map<double, int> counts;
+    int most = 1;
+    for (const double number : numbers) most = std::max(most, ++counts[number]);
+    require(most > 1, CellError::NotAvailable);
+    return *std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; });
+}
+
+double ranked_of(std::vector<double> numbers, double place, bool is_from_largest)
+{
+    require(place >= 1 && place <= static_cast<double>(numbers.size()));
+    const auto index = static_cast<std::size_t>(place);
+    const auto wanted =
+        numbers.begin() + static_cast<std::ptrdiff_t>(is_from_largest ? numbers.size() - index : index - 1);
+    std::ranges::nth_element(numbers, wanted);
+    return *wanted;
 }
 
 double mean_of(const std::vector<double>& numbers)

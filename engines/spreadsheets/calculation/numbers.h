@@ -25,6 +25,14 @@ inline void require(bool holds, CellError error = CellError::Number)
 }
 
 double sum_of(const std::vector<double>& numbers) noexcept;
+/// 0 of none.
+double product_of(const std::vector<double>& numbers) noexcept;
+double largest_of(const std::vector<double>& numbers) noexcept;
+double smallest_of(const std::vector<double>& numbers) noexcept;
+/// ErrorResult when none comes twice; of several the first.
+double most_frequent_of(const std::vector<double>& numbers);
+/// The place counts from 1, from the largest number or from the smallest. ErrorResult for one that is not there.
+double ranked_of(std::vector<double> numbers, double place, bool is_from_largest);
 /// Of at least one number.
 double mean_of(const std::vector<double>& numbers);
 /// Of the squares of the distances from the mean.

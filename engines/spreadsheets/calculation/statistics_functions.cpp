@@ -1,11 +1,9 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/numbers.h"
-#include "engines/spreadsheets/calculation/subtotals.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <unordered_map>
 
 namespace tarvik::calculation {
 
@@ -16,14 +14,6 @@ Operand sum(Call& call)
     double result = 0;
     for (std::size_t i = 0; i < call.size(); ++i)
         visit_numbers(call, i, Counted::Numbers, [&](double number) { result += number; });
-    return Value(result);
-}
-
-Operand product(Call& call)
-{
-    const auto numbers = all_numbers(call);
-    double result = numbers.empty() ? 0 : 1;
-    for (const double number : numbers) result *= number;
     return Value(result);
 }
 
@@ -74,8 +64,7 @@ template <Counted counted, bool is_largest>
 Operand extreme(Call& call)
 {
     const auto numbers = all_numbers(call, 0, counted);
-    if (numbers.empty()) return Value(0.0);
-    return Value(is_largest ? *std::ranges::max_element(numbers) : *std::ranges::min_element(numbers));
+    return Value(is_largest ? largest_of(numbers) : smallest_of(numbers));
 }
 
 template <Counted counted, bool is_sample, bool is_deviation>
@@ -88,12 +77,8 @@ Operand variance(Call& call)
 template <bool is_largest>
 Operand ranked(Call& call)
 {
-    auto numbers = numbers_of(call, 0);
     const double place = is_largest ? std::ceil(call.number(1)) : std::floor(call.number(1));
-    require(place >= 1 && place <= static_cast<double>(numbers.size()));
-    std::ranges::sort(numbers);
-    const auto index = static_cast<std::size_t>(place);
-    return Value(is_largest ? numbers[numbers.size() - index] : numbers[index - 1]);
+    return Value(ranked_of(numbers_of(call, 0), place, is_largest));
 }
 
 template <bool is_average>
@@ -125,12 +110,7 @@ Operand mode(Call& call)
         const bool is_cell = areas && areas->size() == 1 && areas->front().range.first == areas->front().range.last;
         require(!is_cell || !numbers_of(call, i).empty(), CellError::Value);
     }
-    const auto numbers = all_numbers(call);
-    std::unordered_map<double, int> counts;
-    int most = 1;
-    for (const double number : numbers) most = std::max(most, ++counts[number]);
-    require(most > 1, CellError::NotAvailable);
-    return Value(*std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; }));
+    return Value(most_frequent_of(all_numbers(call)));
 }
 
 template <bool is_exclusive, int parts>
@@ -192,41 +172,10 @@ Operand sum_product(Call& call)
     return Value(result);
 }
 
-Operand subtotal(Call& call)
-{
-    const int code = call.whole(0);
-    const bool skips_hidden = code > 100;
-    std::vector<Value> values;
-    for (std::size_t i = 1; i < call.size(); ++i)
-        append_subtotal_values(call, i, {.hidden = skips_hidden, .filtered = true, .subtotals = true}, values);
-    const int kind = skips_hidden ? code - 100 : code;
-    require(kind >= 1 && kind <= 11, CellError::Value);
-    return subtotal_of(kind, values);
-}
-
-Operand aggregate(Call& call)
-{
-    const int kind = call.whole(0), option = call.whole(1, 0);
-    require(kind >= 1 && kind <= 19 && option >= 0 && option <= 7, CellError::Value);
-    const Skipped skipped{.hidden = option % 2 == 1,
-                          .filtered = option % 2 == 1,
-                          .subtotals = option < 4,
-                          .errors = option == 2 || option == 3 || option > 5};
-    std::vector<Value> values;
-    const std::size_t behind = kind < 14 ? call.size() : 3;
-    for (std::size_t i = 2; i < behind; ++i) append_subtotal_values(call, i, skipped, values);
-    if (kind < 14) return subtotal_of(kind, values);
-    require(call.size() == 4, CellError::Value);
-    const Value place = to_number(call.evaluator().single(call.operand(3)), call.counts_from_1904());
-    if (std::holds_alternative<CellError>(place)) return place;
-    return ranked_subtotal_of(kind, values, std::get<double>(place));
-}
-
 constexpr auto numbers_only = Counted::Numbers;
 constexpr auto everything = Counted::Everything;
 
 constexpr Function table[] = {
-    {"AGGREGATE", 3, 255, "nnar", aggregate},
     {"AVERAGE", 1, 255, "r", average<numbers_only>},
     {"AVERAGEA", 1, 255, "r", average<everything>},
     {"COUNT", 1, 255, "r", count},
@@ -249,7 +198,7 @@ constexpr Function table[] = {
     {"PERCENTILE", 2, 2, "rn", percentile<false, 1>},
     {"PERCENTILE.EXC", 2, 2, "rn", percentile<true, 1>},
     {"PERCENTILE.INC", 2, 2, "rn", percentile<false, 1>},
-    {"PRODUCT", 1, 255, "r", product},
+    {"PRODUCT", 1, 255, "r", [](Call& call) -> Operand { return Value(product_of(all_numbers(call))); }},
     {"QUARTILE", 2, 2, "rn", percentile<false, 4>},
     {"QUARTILE.EXC", 2, 2, "rn", percentile<true, 4>},
     {"QUARTILE.INC", 2, 2, "rn", percentile<false, 4>},
@@ -263,7 +212,6 @@ constexpr Function table[] = {
     {"STDEVA", 1, 255, "r", variance<everything, true, true>},
     {"STDEVP", 1, 255, "r", variance<numbers_only, false, true>},
     {"STDEVPA", 1, 255, "r", variance<everything, false, true>},
-    {"SUBTOTAL", 2, 255, "nr", subtotal},
     {"SUM", 1, 255, "r", sum},
     {"SUMPRODUCT", 1, 255, "a", sum_product},
     {"SUMSQ", 1, 255, "r", square_sum},

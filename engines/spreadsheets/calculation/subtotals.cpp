@@ -1,10 +1,8 @@
-#include "engines/spreadsheets/calculation/subtotals.h"
-
+#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/numbers.h"
 
 #include <algorithm>
 #include <cmath>
-#include <unordered_map>
 
 namespace tarvik::calculation {
 
@@ -20,22 +18,6 @@ std::vector<double> numbers_among(const std::vector<Value>& values)
     return numbers;
 }
 
-double most_frequent(const std::vector<double>& numbers)
-{
-    std::unordered_map<double, int> counts;
-    int most = 1;
-    for (const double number : numbers) most = std::max(most, ++counts[number]);
-    require(most > 1, CellError::NotAvailable);
-    return *std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; });
-}
-
-double product_of(const std::vector<double>& numbers)
-{
-    double product = numbers.empty() ? 0 : 1;
-    for (const double number : numbers) product *= number;
-    return product;
-}
-
 // Subtotals take it from the sum of squares, to whose last digits spreadsheet applications round; where that would lose
 // more than digits, from the distances.
 double variance_of_sums(const std::vector<double>& numbers, bool is_sample)
@@ -47,7 +29,10 @@ double variance_of_sums(const std::vector<double>& numbers, bool is_sample)
     return distances / (static_cast<double>(numbers.size()) - (is_sample ? 1 : 0));
 }
 
-} // namespace
+// What is left out of the areas.
+struct Skipped {
+    bool hidden = false, filtered = false, subtotals = false, errors = false;
+};
 
 void append_subtotal_values(Call& call, std::size_t argument, const Skipped& skipped, std::vector<Value>& values)
 {
@@ -71,6 +56,7 @@ void append_subtotal_values(Call& call, std::size_t argument, const Skipped& ski
     }
 }
 
+// Kinds 1 to 13: the numbers by which the function to take is named.
 Value subtotal_of(int kind, const std::vector<Value>& values)
 {
     if (kind == 2)
@@ -82,8 +68,8 @@ Value subtotal_of(int kind, const std::vector<Value>& values)
     const auto numbers = numbers_among(values);
     switch (kind) {
     case 1: return mean_of(numbers);
-    case 4: return numbers.empty() ? 0.0 : *std::ranges::max_element(numbers);
-    case 5: return numbers.empty() ? 0.0 : *std::ranges::min_element(numbers);
+    case 4: return largest_of(numbers);
+    case 5: return smallest_of(numbers);
     case 6: return product_of(numbers);
     case 7: return std::sqrt(variance_of_sums(numbers, true));
     case 8: return std::sqrt(variance_of_sums(numbers, false));
@@ -91,27 +77,64 @@ Value subtotal_of(int kind, const std::vector<Value>& values)
     case 10: return variance_of_sums(numbers, true);
     case 11: return variance_of_sums(numbers, false);
     case 12: return percentile_of(numbers, 0.5, false);
-    default: return most_frequent(numbers);
+    default: return most_frequent_of(numbers);
     }
 }
 
+// Kinds 14 to 19, which ask for a place in the order of the values.
 Value ranked_subtotal_of(int kind, const std::vector<Value>& values, double place)
 {
-    auto numbers = numbers_among(values);
+    const auto numbers = numbers_among(values);
     switch (kind) {
     case 14:
-    case 15: {
-        const double index = std::floor(place);
-        require(index >= 1 && index <= static_cast<double>(numbers.size()));
-        std::ranges::sort(numbers);
-        const auto i = static_cast<std::size_t>(index);
-        return kind == 14 ? numbers[numbers.size() - i] : numbers[i - 1];
-    }
+    case 15: return ranked_of(numbers, std::floor(place), kind == 14);
     case 16: return percentile_of(numbers, place, false);
     case 17: return percentile_of(numbers, std::trunc(place) / 4, false);
     case 18: return percentile_of(numbers, place, true);
     default: return percentile_of(numbers, std::trunc(place) / 4, true);
     }
+}
+
+Operand subtotal(Call& call)
+{
+    const int code = call.whole(0);
+    const bool skips_hidden = code > 100;
+    std::vector<Value> values;
+    for (std::size_t i = 1; i < call.size(); ++i)
+        append_subtotal_values(call, i, {.hidden = skips_hidden, .filtered = true, .subtotals = true}, values);
+    const int kind = skips_hidden ? code - 100 : code;
+    require(kind >= 1 && kind <= 11, CellError::Value);
+    return subtotal_of(kind, values);
+}
+
+Operand aggregate(Call& call)
+{
+    const int kind = call.whole(0), option = call.whole(1, 0);
+    require(kind >= 1 && kind <= 19 && option >= 0 && option <= 7, CellError::Value);
+    const Skipped skipped{.hidden = option % 2 == 1,
+                          .filtered = option % 2 == 1,
+                          .subtotals = option < 4,
+                          .errors = option == 2 || option == 3 || option > 5};
+    std::vector<Value> values;
+    const std::size_t behind = kind < 14 ? call.size() : 3;
+    for (std::size_t i = 2; i < behind; ++i) append_subtotal_values(call, i, skipped, values);
+    if (kind < 14) return subtotal_of(kind, values);
+    require(call.size() == 4, CellError::Value);
+    const Value place = to_number(call.evaluator().single(call.operand(3)), call.counts_from_1904());
+    if (std::holds_alternative<CellError>(place)) return place;
+    return ranked_subtotal_of(kind, values, std::get<double>(place));
+}
+
+constexpr Function table[] = {
+    {"AGGREGATE", 3, 255, "nnar", aggregate},
+    {"SUBTOTAL", 2, 255, "nr", subtotal},
+};
+
+} // namespace
+
+std::span<const Function> subtotal_functions() noexcept
+{
+    return table;
 }
 
 } // namespace tarvik::calculation
