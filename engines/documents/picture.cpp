@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::uint64_t most_points = 80'000'000;
 constexpr double usual_resolution = 96;
+constexpr std::uint64_t largest_file = 64U << 20U;
 
 struct Showing {
     bool is_mirrored;
@@ -55,6 +56,16 @@ Picture read_picture(std::string_view bytes)
     if (bytes.starts_with(jpeg_signature)) return read_jpeg(bytes);
     if (bytes.starts_with(png_signature)) return read_png(bytes);
     throw Damage(U"文件不是 JPEG 或 PNG 图片。");
+}
+
+PictureFile read_picture_file(const Files& files, TextView path)
+{
+    return naming_file(U"图片", path, [&]() -> PictureFile {
+        if (files.stamp(path).size > largest_file) throw Damage(U"文件过大。");
+        auto contents = files.read(path);
+        const auto picture = read_picture(contents);
+        return {std::move(contents), picture};
+    });
 }
 
 } // namespace tarvik::ooxml

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string_view>
+#include "platform/files/files.h"
 
 namespace tarvik::ooxml {
 
@@ -20,5 +20,13 @@ struct Picture {
 /// Contents decide what the file is, not its name. Damage for what is neither JPEG nor PNG, is not whole, is not what
 /// it says it is, or has too many points.
 Picture read_picture(std::string_view bytes);
+
+struct PictureFile {
+    std::string contents;
+    Picture picture;
+};
+
+/// Failures name the picture's file.
+PictureFile read_picture_file(const Files& files, TextView path);
 
 } // namespace tarvik::ooxml

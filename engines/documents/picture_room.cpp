@@ -1,4 +1,4 @@
-#include "engines/documents/picture_room.h"
+#include "engines/documents/inline_drawing.h"
 
 #include "engines/documents/elements.h"
 #include "engines/packages/xml_part.h"

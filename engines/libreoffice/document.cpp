@@ -1,6 +1,6 @@
 #include "engines/libreoffice/document.h"
 
-#include "engines/documents/picture_file.h"
+#include "engines/documents/picture.h"
 #include "engines/libreoffice/required_kind.h"
 #include "engines/packages/damage.h"
 #include "platform/files/file_name.h"

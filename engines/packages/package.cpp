@@ -57,11 +57,11 @@ std::string part_key(std::string_view name)
     return key;
 }
 
-Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
+Package::Package(std::string bytes) : bytes_(std::move(bytes))
 {
     check_kind(bytes_);
-    source_ = make_source(file_);
-    archive_ = open(source_.get(), ZIP_RDONLY);
+    source_.reset(make_lent_source(bytes_));
+    archive_ = open(source_, ZIP_RDONLY);
     const auto count = zip_get_num_entries(archive_.get(), 0);
     if (count > most_entries) throw Damage(U"压缩包里的部件过多。");
     for (zip_int64_t i = 0; i < count; ++i) {
@@ -76,18 +76,12 @@ Package::Package(std::string bytes) : bytes_(std::move(bytes)), file_{bytes_}
     }
 }
 
-Package::Source Package::make_source(ZipFile& file)
+Package::Archive Package::open(const Source& source, int flags)
 {
-    Source source(make_file_source(file));
     if (!source) throw std::bad_alloc();
-    return source;
-}
-
-Package::Archive Package::open(zip_source_t* source, int flags)
-{
-    Archive archive(zip_open_from_source(source, flags, nullptr));
+    Archive archive(zip_open_from_source(source.get(), flags, nullptr));
     if (!archive) throw Damage(U"文件已损坏或不完整。");
-    zip_source_keep(source); // the archive drops a share of its own when it is closed
+    zip_source_keep(source.get()); // the archive drops a share of its own when it is closed
     return archive;
 }
 
@@ -163,9 +157,8 @@ void Package::write(zip_t* archive, std::optional<zip_uint64_t> entry, const std
 
 std::string Package::with(const PartChanges& changes) const
 {
-    ZipFile file{bytes_};
-    const Source source = make_source(file);
-    Archive archive = open(source.get(), 0);
+    const Source source(make_changeable_source(bytes_));
+    Archive archive = open(source, 0);
     for (const auto& name : changes.removed) {
         if (zip_delete(archive.get(), index_of(name)) != 0) throw refused();
     }
@@ -175,8 +168,10 @@ std::string Package::with(const PartChanges& changes) const
     }
     if (zip_close(archive.get()) != 0) throw refused();
     static_cast<void>(archive.release());
-    check_readable(changes, file.new_bytes.size());
-    return std::move(file.new_bytes);
+    auto written = bytes_in(source.get());
+    if (!written) throw refused();
+    check_readable(changes, written->size());
+    return std::move(*written);
 }
 
 // What is saved must open again: changes can make parts larger than a package of the new size may have them.

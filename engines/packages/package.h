@@ -57,8 +57,7 @@ private:
     using Archive = std::unique_ptr<zip_t, Discard>;
     using Source = std::unique_ptr<zip_source_t, Release>;
 
-    static Source make_source(ZipFile& file);
-    static Archive open(zip_source_t* source, int flags);
+    static Archive open(const Source& source, int flags);
     static void write(zip_t* archive, std::optional<zip_uint64_t> entry, const std::string& name,
                       const std::string& contents);
     zip_uint64_t index_of(std::string_view name) const;
@@ -66,7 +65,6 @@ private:
     void check_readable(const PartChanges& changes, std::uint64_t packed_size) const;
 
     std::string bytes_;
-    ZipFile file_;
     Source source_;
     Archive archive_;
     std::map<std::string, zip_uint64_t, std::less<>> entries_; // by part_key()

@@ -1,6 +1,7 @@
 #include "engines/packages/zip_sources.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -23,75 +24,6 @@ zip_int64_t read(std::string_view bytes, zip_uint64_t& position, void* target, z
     std::memcpy(target, bytes.data() + position, count);
     position += count;
     return static_cast<zip_int64_t>(count);
-}
-
-zip_int64_t seek(zip_uint64_t& position, zip_uint64_t end, void* data, zip_uint64_t length, zip_error_t& error)
-{
-    const auto target = zip_source_seek_compute_offset(position, end, data, length, &error);
-    if (target < 0) return -1;
-    position = static_cast<zip_uint64_t>(target);
-    return 0;
-}
-
-zip_int64_t begin_writing(ZipFile& file, zip_uint64_t kept)
-{
-    file.new_bytes.reserve(file.old_bytes.size());
-    file.new_bytes.assign(file.old_bytes.substr(0, kept));
-    file.write_position = kept;
-    return 0;
-}
-
-zip_int64_t write(ZipFile& file, const void* data, zip_uint64_t length)
-{
-    const auto replaced = std::min<zip_uint64_t>(length, file.new_bytes.size() - file.write_position);
-    file.new_bytes.replace(file.write_position, replaced, static_cast<const char*>(data), length);
-    file.write_position += length;
-    return static_cast<zip_int64_t>(length);
-}
-
-zip_int64_t tell_size(const ZipFile& file, void* data)
-{
-    auto& told = argument<zip_stat_t>(data);
-    zip_stat_init(&told);
-    told.valid = ZIP_STAT_SIZE;
-    told.size = file.old_bytes.size();
-    return sizeof(zip_stat_t);
-}
-
-zip_int64_t serve(ZipFile& file, void* data, zip_uint64_t length, zip_source_cmd_t command)
-{
-    switch (command) {
-    case ZIP_SOURCE_OPEN: file.read_position = 0; return 0;
-    case ZIP_SOURCE_READ: return read(file.old_bytes, file.read_position, data, length);
-    case ZIP_SOURCE_SEEK: return seek(file.read_position, file.old_bytes.size(), data, length, file.error);
-    case ZIP_SOURCE_TELL: return static_cast<zip_int64_t>(file.read_position);
-    case ZIP_SOURCE_STAT: return tell_size(file, data);
-    case ZIP_SOURCE_BEGIN_WRITE: return begin_writing(file, 0);
-    case ZIP_SOURCE_BEGIN_WRITE_CLONING: return begin_writing(file, length);
-    case ZIP_SOURCE_WRITE: return write(file, data, length);
-    case ZIP_SOURCE_SEEK_WRITE: return seek(file.write_position, file.new_bytes.size(), data, length, file.error);
-    case ZIP_SOURCE_TELL_WRITE: return static_cast<zip_int64_t>(file.write_position);
-    case ZIP_SOURCE_REMOVE:
-    case ZIP_SOURCE_ROLLBACK_WRITE: file.new_bytes.clear(); return 0;
-    case ZIP_SOURCE_COMMIT_WRITE:
-    case ZIP_SOURCE_CLOSE:
-    case ZIP_SOURCE_FREE: return 0; // the bytes belong to others
-    case ZIP_SOURCE_ERROR: return zip_error_to_data(&file.error, data, length);
-    case ZIP_SOURCE_SUPPORTS:
-        return ZIP_SOURCE_SUPPORTS_WRITABLE | ZIP_SOURCE_MAKE_COMMAND_BITMASK(ZIP_SOURCE_BEGIN_WRITE_CLONING);
-    default: zip_error_set(&file.error, ZIP_ER_OPNOTSUPP, 0); return -1;
-    }
-}
-
-zip_int64_t answer_for_file(void* user, void* data, zip_uint64_t length, zip_source_cmd_t command) noexcept
-{
-    auto& file = argument<ZipFile>(user);
-    try {
-        return serve(file, data, length, command);
-    } catch (const std::exception&) { // no exception may pass through libzip
-        zip_error_set(&file.error, ZIP_ER_MEMORY, 0);
-        return -1;
-    }
 }
 
 struct PackedPart {
@@ -158,9 +90,29 @@ zip_int64_t answer_for_part(void* user, void* data, zip_uint64_t length, zip_sou
 
 } // namespace
 
-zip_source_t* make_file_source(ZipFile& file)
+zip_source_t* make_lent_source(std::string_view bytes)
 {
-    return zip_source_function_create(answer_for_file, &file, nullptr);
+    return zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
+}
+
+zip_source_t* make_changeable_source(std::string_view bytes)
+{
+    void* const copy = std::malloc(bytes.size()); // NOLINT(cppcoreguidelines-no-malloc): libzip frees it
+    if (!copy) return nullptr;
+    std::memcpy(copy, bytes.data(), bytes.size());
+    zip_source_t* const source = zip_source_buffer_create(copy, bytes.size(), 1, nullptr);
+    if (!source) std::free(copy); // NOLINT(cppcoreguidelines-no-malloc)
+    return source;
+}
+
+std::optional<std::string> bytes_in(zip_source_t* source)
+{
+    zip_stat_t told;
+    if (zip_source_open(source) != 0 || zip_source_stat(source, &told) != 0) return std::nullopt;
+    std::string bytes(told.size, '\0');
+    const bool is_whole = zip_source_read(source, bytes.data(), bytes.size()) == static_cast<zip_int64_t>(told.size);
+    zip_source_close(source);
+    return is_whole ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 bool is_compressed_in_itself(std::string_view contents) noexcept

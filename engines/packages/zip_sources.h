@@ -1,6 +1,7 @@
 #pragma once
 
 #include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -8,19 +9,14 @@
 
 namespace tarvik::ooxml {
 
-/// A zip file that libzip reads from memory and writes to other memory. libzip's own buffer source takes bytes that it
-/// was only lent for its own as soon as it keeps their beginning for a changed file, and frees them.
-struct ZipFile {
-    std::string_view old_bytes; ///< must stay where they are
-    std::string new_bytes{};    ///< what was written
-    // Where the next byte is read and written.
-    zip_uint64_t read_position = 0;
-    zip_uint64_t write_position = 0;
-    zip_error_t error{};
-};
+// Sources for zip_open_from_source(), null when memory is out.
 
-/// A source for zip_open_from_source(); `file` must outlive it. Null when memory is out.
-zip_source_t* make_file_source(ZipFile& file);
+/// For reading alone: the bytes must stay where they are.
+zip_source_t* make_lent_source(std::string_view bytes);
+/// For changes. It has a copy: of bytes that it was only lent libzip frees what it keeps for the changed file.
+zip_source_t* make_changeable_source(std::string_view bytes);
+/// What was written to it.
+std::optional<std::string> bytes_in(zip_source_t* source);
 
 /// Whether a part is a JPEG or PNG picture, from which deflating takes nothing but time.
 bool is_compressed_in_itself(std::string_view contents) noexcept;

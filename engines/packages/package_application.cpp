@@ -1,4 +1,4 @@
-#include "engines/packages/package_cache.h"
+#include "engines/packages/package_application.h"
 
 namespace tarvik::ooxml {
 
