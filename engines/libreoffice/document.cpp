@@ -1,8 +1,9 @@
-#include "engines/libreoffice/document.h"
+#include "engines/libreoffice/exchange_folder.h"
+#include "engines/libreoffice/opened_files.h"
 
 #include "engines/documents/picture.h"
-#include "engines/libreoffice/required_kind.h"
 #include "engines/packages/damage.h"
+#include "engines/packages/file_kind.h"
 #include "platform/files/file_name.h"
 
 #include <algorithm>
@@ -55,87 +56,105 @@ Size fitting(const ooxml::Picture& picture, Size room)
     return {length(width), length(height)};
 }
 
+/// A document that LibreOffice holds open. Failures name the file: the picture's where that is at fault, else the
+/// document's.
+class OfficeDocument final : public TextDocument {
+public:
+    OfficeDocument(LibreOffice& office, Files& files, Printer& printer, Text path)
+        : files_(files), printer_(printer), path_(std::move(path))
+    {
+        naming_document(path_, [&] { open(office); });
+    }
+
+    void set_cell_text(int row, int column, TextView text) override
+    {
+        auto& opened = file();
+        naming_document(path_, [&] {
+            const auto written = cell_text(text);
+            opened.call([&](OpenDocument& document) {
+                require_table(document);
+                if (!document.set_cell_text(row, column, written)) refuse_cell(row, column);
+            });
+        });
+    }
+
+    void add_picture(int row, int column, TextView path) override
+    {
+        auto& opened = file();
+        const auto picture = ooxml::read_picture_file(files_, path);
+        naming_document(path_, [&] {
+            const auto copy = folder_->put("picture" + std::to_string(++pictures_), picture.contents);
+            opened.call([&](OpenDocument& document) {
+                require_table(document);
+                const auto room = document.room_in_cell(row, column);
+                if (!room) refuse_cell(row, column);
+                document.add_picture(row, column, copy, fitting(picture.picture, *room));
+            });
+        });
+    }
+
+    void save_as(TextView path) override
+    {
+        file();
+        const auto bytes = naming_document(path_, [&] { return stored(); });
+        files_.replace(path, bytes);
+        path_ = path.str();
+    }
+
+    void print_out() override
+    {
+        file();
+        const auto name = split_path(path_).name;
+        const ExchangeFolder folder(folder_->place("printed"));
+        const auto copy = naming_document(path_, [&] { return folder.put(to_utf8(name), stored()); });
+        printer_.print(copy, name);
+    }
+
+    void close() override
+    {
+        file_.reset();
+        folder_.reset();
+    }
+
+private:
+    void open(LibreOffice& office)
+    {
+        const auto bytes = files_.read(path_);
+        const bool is_package = require_kind(bytes, FileKind::Document) == FileKind::Package;
+        folder_.emplace(office.folder());
+        auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
+        if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
+        filter_ = is_package ? package_filter : binary_filter;
+        file_.emplace(std::move(file));
+    }
+
+    Handle<OpenDocument>& file()
+    {
+        if (!file_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
+        return *file_;
+    }
+
+    std::string stored()
+    {
+        const auto copy = folder_->place("written");
+        file().call([&](OpenDocument& document) { document.store(copy, filter_); });
+        return folder_->take("written");
+    }
+
+    Files& files_;
+    Printer& printer_;
+    Text path_;
+    std::optional<ExchangeFolder> folder_;
+    std::optional<Handle<OpenDocument>> file_; ///< none once the document is closed
+    const char* filter_ = nullptr;             ///< the format that it is kept in
+    int pictures_ = 0;
+};
+
 } // namespace
 
-OfficeDocument::OfficeDocument(LibreOffice& office, Files& files, Printer& printer, Text path)
-    : files_(files), printer_(printer), path_(std::move(path))
+std::unique_ptr<TextDocument> open_document(LibreOffice& office, Files& files, Printer& printer, Text path)
 {
-    naming_document(path_, [&] { open(office); });
-}
-
-void OfficeDocument::open(LibreOffice& office)
-{
-    const auto bytes = files_.read(path_);
-    require_kind(bytes, FileKind::Document);
-    const bool is_package = file_kind(bytes) == FileKind::Package;
-    folder_.emplace(office.folder());
-    auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
-    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
-    filter_ = is_package ? package_filter : binary_filter;
-    file_.emplace(std::move(file));
-}
-
-Handle<OpenDocument>& OfficeDocument::file()
-{
-    if (!file_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
-    return *file_;
-}
-
-void OfficeDocument::set_cell_text(int row, int column, TextView text)
-{
-    auto& opened = file();
-    naming_document(path_, [&] {
-        const auto written = cell_text(text);
-        opened.call([&](OpenDocument& document) {
-            require_table(document);
-            if (!document.set_cell_text(row, column, written)) refuse_cell(row, column);
-        });
-    });
-}
-
-void OfficeDocument::add_picture(int row, int column, TextView path)
-{
-    auto& opened = file();
-    const auto picture = ooxml::read_picture_file(files_, path);
-    naming_document(path_, [&] {
-        const auto copy = folder_->put("picture" + std::to_string(++pictures_), picture.contents);
-        opened.call([&](OpenDocument& document) {
-            require_table(document);
-            const auto room = document.room_in_cell(row, column);
-            if (!room) refuse_cell(row, column);
-            document.add_picture(row, column, copy, fitting(picture.picture, *room));
-        });
-    });
-}
-
-std::string OfficeDocument::stored()
-{
-    const auto copy = folder_->place("written");
-    file().call([&](OpenDocument& document) { document.store(copy, filter_); });
-    return folder_->take("written");
-}
-
-void OfficeDocument::save_as(TextView path)
-{
-    file();
-    const auto bytes = naming_document(path_, [&] { return stored(); });
-    files_.replace(path, bytes);
-    path_ = path.str();
-}
-
-void OfficeDocument::print_out()
-{
-    file();
-    const auto name = split_path(path_).name;
-    const ExchangeFolder folder(folder_->place("printed"));
-    const auto copy = naming_document(path_, [&] { return folder.put(to_utf8(name), stored()); });
-    printer_.print(copy, name);
-}
-
-void OfficeDocument::close()
-{
-    file_.reset();
-    folder_.reset();
+    return std::make_unique<OfficeDocument>(office, files, printer, std::move(path));
 }
 
 } // namespace tarvik::libreoffice

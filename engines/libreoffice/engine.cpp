@@ -1,7 +1,7 @@
 #include "engines/libreoffice/engine.h"
 
-#include "engines/libreoffice/document.h"
-#include "engines/libreoffice/workbook.h"
+#include "engines/libreoffice/exchange_folder.h"
+#include "engines/libreoffice/opened_files.h"
 #include "engines/packages/damage.h"
 #include "engines/packages/file_kind.h"
 
@@ -9,12 +9,13 @@ namespace tarvik {
 
 namespace {
 
-/// An application whose files are of type `Opened`, behind the interfaces of an application and its file.
-template <typename Application, typename File, typename Opened>
+/// An application whose files `open` opens, behind the interfaces of an application and its file.
+template <typename Application, typename File>
 class OfficeApplication final : public Application {
 public:
-    OfficeApplication(libreoffice::LibreOffice& office, Files& files, Printer& printer)
-        : office_(office), files_(files), printer_(printer)
+    using Open = std::unique_ptr<File> (*)(libreoffice::LibreOffice& office, Files& files, Printer& printer, Text path);
+    OfficeApplication(Open opening, libreoffice::LibreOffice& office, Files& files, Printer& printer)
+        : open_(opening), office_(office), files_(files), printer_(printer)
     {
     }
 
@@ -22,31 +23,32 @@ public:
 
     File& open(TextView path) override
     {
-        opened_.push_back(std::make_unique<Opened>(office_, files_, printer_, path.str()));
+        opened_.push_back(open_(office_, files_, printer_, path.str()));
         return *opened_.back();
     }
 
     void quit() override { opened_.clear(); }
 
 private:
+    Open open_;
     libreoffice::LibreOffice& office_;
     Files& files_;
     Printer& printer_;
-    std::vector<std::unique_ptr<Opened>> opened_;
+    std::vector<std::unique_ptr<File>> opened_;
 };
 
 } // namespace
 
 std::unique_ptr<SpreadsheetApplication> LibreOfficeEngines::create_spreadsheet()
 {
-    return std::make_unique<OfficeApplication<SpreadsheetApplication, Workbook, libreoffice::OfficeWorkbook>>(
-        office_, files_, printer_);
+    return std::make_unique<OfficeApplication<SpreadsheetApplication, Workbook>>(libreoffice::open_workbook, office_,
+                                                                                 files_, printer_);
 }
 
 std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
 {
-    return std::make_unique<OfficeApplication<DocumentApplication, TextDocument, libreoffice::OfficeDocument>>(
-        office_, files_, printer_);
+    return std::make_unique<OfficeApplication<DocumentApplication, TextDocument>>(libreoffice::open_document, office_,
+                                                                                  files_, printer_);
 }
 
 std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engines/libreoffice/libreoffice.h"
-#include "engines/libreoffice/rectangles.h"
 #include "engines/spreadsheets/merged_texts.h"
 
 #include <functional>

@@ -1,20 +1,21 @@
-#include "engines/libreoffice/workbook.h"
-
-#include "engines/libreoffice/required_kind.h"
+#include "engines/libreoffice/exchange_folder.h"
+#include "engines/libreoffice/opened_files.h"
+#include "engines/libreoffice/sheet_cells.h"
 #include "engines/packages/damage.h"
+#include "engines/packages/file_kind.h"
 #include "platform/files/file_name.h"
 
 #include <algorithm>
 
 namespace tarvik::libreoffice {
 
+namespace {
+
 struct WorkbookFormat {
     std::u32string_view extension;
     std::string_view filter;
     int rows, columns;
 };
-
-namespace {
 
 constexpr WorkbookFormat formats[] = {
     {U".xlsx", "Calc MS Excel 2007 XML", 1'048'576, 16'384},
@@ -48,7 +49,40 @@ decltype(auto) naming_workbook(TextView path, Work&& work)
     return ooxml::naming_file(U"工作簿", path, std::forward<Work>(work));
 }
 
-} // namespace
+/// A workbook that LibreOffice holds open. Failures name the file.
+class OfficeWorkbook final : public Workbook {
+public:
+    OfficeWorkbook(LibreOffice& office, Files& files, Printer& printer, Text path);
+    ~OfficeWorkbook() override;
+
+    int worksheet_count() const override { return sheet_count_; }
+    Worksheet& worksheet(int index) override;
+    void save_as(TextView path) override;
+    void close(bool save_changes) override;
+
+private:
+    class Sheet;
+
+    void open(LibreOffice& office);
+    Handle<OpenWorkbook>& file();
+    void require_writable(int sheet);
+    void send();
+    void check_limits(const WorkbookFormat& format);
+    std::string stored(const WorkbookFormat& format);
+    void store(const Text& path, const WorkbookFormat& format);
+    void print();
+
+    Files& files_;
+    Printer& printer_;
+    Text path_;
+    std::optional<ExchangeFolder> folder_;
+    std::optional<Handle<OpenWorkbook>> file_; ///< none once the workbook is closed
+    const WorkbookFormat* format_ = nullptr;
+    int sheet_count_ = 0;
+    SheetWrites writes_{[this] { send(); }};
+    std::map<int, std::unique_ptr<Sheet>> sheets_;
+    bool is_saved_ = true; ///< the file holds what LibreOffice does
+};
 
 class OfficeWorkbook::Sheet final : public Worksheet {
     template <typename Work>
@@ -227,6 +261,13 @@ void OfficeWorkbook::print()
         return folder.put(to_utf8(name), stored(*format_));
     });
     printer_.print(copy, name);
+}
+
+} // namespace
+
+std::unique_ptr<Workbook> open_workbook(LibreOffice& office, Files& files, Printer& printer, Text path)
+{
+    return std::make_unique<OfficeWorkbook>(office, files, printer, std::move(path));
 }
 
 } // namespace tarvik::libreoffice

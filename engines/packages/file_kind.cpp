@@ -71,6 +71,17 @@ constexpr StreamRow streams[] = {
     {"WordDocument", FileKind::Document, is_locked_document},
 };
 
+struct ReasonRow {
+    FileKind kind;
+    std::u32string_view reason;
+};
+constexpr ReasonRow reasons[] = {
+    {FileKind::Encrypted, locked_reason},
+    {FileKind::Damaged, U"文件不完整或已损坏。"},
+    {FileKind::Workbook, U"这是一个 Excel 工作簿，不是 Word 文档。"},
+    {FileKind::Document, U"这是一个 Word 文档，不是 Excel 工作簿。"},
+};
+
 /// As the names of a compound file are compared.
 bool are_same_name(std::string_view one, std::string_view other)
 {
@@ -114,6 +125,16 @@ FileKind file_kind(std::string_view bytes)
         return row.is_locked && row.is_locked(entry->beginning) ? FileKind::Encrypted : row.kind;
     }
     return FileKind::Other;
+}
+
+FileKind require_kind(std::string_view bytes, FileKind kind)
+{
+    const auto found = file_kind(bytes);
+    if (found == kind || found == FileKind::Package) return found;
+    if (found == FileKind::Encrypted && kind == FileKind::Workbook) return found;
+    for (const auto& row : reasons)
+        if (row.kind == found) throw ooxml::Damage(Text(row.reason));
+    throw ooxml::Damage(kind == FileKind::Workbook ? U"这不是 Excel 工作簿。" : U"这不是 Word 文档。");
 }
 
 bool has_macros(std::string_view bytes)

@@ -26,7 +26,7 @@ void check_kind(std::string_view bytes)
     switch (file_kind(bytes)) {
     case FileKind::Package: return;
     case FileKind::Empty: throw Damage(U"文件是空的。");
-    case FileKind::Encrypted: throw Damage(U"文件设有打开密码，请先去掉密码。");
+    case FileKind::Encrypted: throw Damage(Text(locked_reason));
     case FileKind::Damaged: throw Damage(U"文件不完整或已损坏。");
     case FileKind::Workbook: throw Damage(U"这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
     case FileKind::Document: throw Damage(U"这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。");

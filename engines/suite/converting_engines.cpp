@@ -1,8 +1,8 @@
 #include "engines/documents/engine.h"
 #include "engines/libreoffice/engine.h"
 #include "engines/libreoffice/exchange_folder.h"
-#include "engines/libreoffice/required_kind.h"
 #include "engines/packages/damage.h"
+#include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
 #include "platform/files/files.h"
 
@@ -36,7 +36,7 @@ public:
         const auto found = file_kind(bytes);
         if (found != FileKind::Workbook && found != FileKind::Document) return bytes;
         return naming(path, [&] {
-            libreoffice::require_kind(bytes, kind_);
+            require_kind(bytes, kind_);
             return converted(bytes, older(), extension_of_package(kind_, bytes));
         });
     }

@@ -1,11 +1,66 @@
 #pragma once
 
-#include "engines/libreoffice/plugin/uno_values.h"
+#include "engines/libreoffice/bridge.h"
 
+#include <com/sun/star/beans/PropertyValue.hpp>
+#include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/uno/Any.hxx>
+#include <com/sun/star/uno/Reference.hxx>
+#include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <rtl/ustring.hxx>
+
+#include <initializer_list>
 
 namespace tarvik::libreoffice {
+
+namespace css = com::sun::star;
+
+using Properties = css::uno::Sequence<css::beans::PropertyValue>;
+
+rtl::OUString to_uno(const Text& text);
+rtl::OUString to_uno(const std::string& utf8);
+Text to_text(const rtl::OUString& text);
+std::string to_bytes(const rtl::OUString& text);
+rtl::OUString file_url(const std::filesystem::path& path);
+
+template <typename Value>
+css::beans::PropertyValue property(const char* name, const Value& value)
+{
+    css::beans::PropertyValue made;
+    made.Name = rtl::OUString::createFromAscii(name);
+    made.Value <<= value;
+    return made;
+}
+
+inline Properties properties(std::initializer_list<css::beans::PropertyValue> list)
+{
+    return {list.begin(), static_cast<sal_Int32>(list.size())};
+}
+
+/// A property's value; a default one where the object has none of that kind.
+template <typename Value>
+Value property_of(const css::uno::Reference<css::uno::XInterface>& object, const char* name)
+{
+    Value value{};
+    const css::uno::Reference<css::beans::XPropertySet> set(object, css::uno::UNO_QUERY_THROW);
+    set->getPropertyValue(rtl::OUString::createFromAscii(name)) >>= value;
+    return value;
+}
+
+/// Does work with LibreOffice's objects; its exceptions become those of the bridge.
+void rethrow_as_ours();
+template <typename Work>
+decltype(auto) translated(Work&& work)
+{
+    try {
+        return work();
+    } catch (const css::uno::Exception&) {
+        rethrow_as_ours();
+        throw;
+    }
+}
 
 using Model = css::uno::Reference<css::frame::XModel>;
 
