@@ -21,6 +21,8 @@ if [ ! -e "$WINEPREFIX/made" ]; then
         [ -e "$WINEPREFIX/made" ] || env -u DISPLAY "$wine" wineboot --init > /dev/null 2>&1 < /dev/null 9>&-
         # The oldest Windows that the programs are for; wine's own choice is 7.
         "$wine" reg add 'HKCU\Software\Wine' /v Version /d win10 /f > /dev/null 2>&1 < /dev/null 9>&-
+        # What runs by now is still that one's: beside it an application that is let go of would not always end.
+        "$server" -k || true
         touch "$WINEPREFIX/made"
     ) 9> "$WINEPREFIX.lock"
 fi
