@@ -2,6 +2,7 @@
 #include "tests/engines/libreoffice/office_fixture.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
 #include "tests/support/compound_files.h"
+#include "tests/support/places.h"
 
 #include <gmock/gmock.h>
 
@@ -49,6 +50,23 @@ TEST_F(SuiteResults, are_missed_with_a_message_where_there_is_no_suite)
     EXPECT_THAT(failure_of([&] { static_cast<void>(sheet.is_empty(1, 3)); }),
                 testing::AllOf(testing::HasSubstr("t.xlsx"), testing::HasSubstr("C1"), testing::HasSubstr("SUMX2MY2"),
                                testing::HasSubstr("请先用电子表格软件打开并保存该文件")));
+}
+
+// The file was made with the password that applications set where the user gave none; A1 is 20, B1 is A1+30.
+TEST_F(SuiteResults, come_with_a_file_behind_the_password_that_all_know)
+{
+    std::filesystem::copy_file(source_folder() + "/tests/engines/libreoffice/default_password.xlsx",
+                               folder.path() / "locked.xlsx");
+    const auto usual = make_engines(Engine::Auto, files, printer, office);
+    auto application = usual->create_spreadsheet();
+    auto& workbook = application->open(U"locked.xlsx");
+    auto& sheet = workbook.worksheet(1);
+    EXPECT_EQ(to_utf8(sheet.cell(1, 1) + U" " + sheet.cell(1, 2)), "20 50");
+    sheet.set_cell(1, 1, 1.0);
+    EXPECT_EQ(to_utf8(sheet.cell(1, 2)), "31");
+    workbook.save_as(U"open.xlsx");
+    EXPECT_EQ(to_utf8(application->open(U"open.xlsx").worksheet(1).cell(1, 2)), "31");
+    EXPECT_EQ(folder.read("open.xlsx").substr(0, 2), "PK") << "it needs no password";
 }
 
 TEST_F(SuiteResults, are_none_of_a_file_that_the_suite_takes_for_a_text)
