@@ -56,6 +56,7 @@ void TaskWindow::attempt(const std::function<void()>& work)
 void TaskWindow::open_list()
 {
     attempt([this] { list_tasks(); });
+    list_.setFocus(); // Enter starts the chosen one, whatever button was pressed last
     show();
     raise();
     activateWindow();
