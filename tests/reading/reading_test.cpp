@@ -114,6 +114,9 @@ TEST_F(Reading, opening_keeps_what_was_done_when_it_fails)
     Command1_Click(program, 0);
     EXPECT_TRUE(test.module1().pages.get(0).empty());
     EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\n");
+    test.dialogs.files = {Text()}; // confirmed with no name in it
+    Command1_Click(program, 0);
+    EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\n");
     test.dialogs.files = {U"d:\\gone.txt"};
     Command1_Click(program, 0);
     EXPECT_EQ(form1.RichTextBox2.text(), U"one\r\n");

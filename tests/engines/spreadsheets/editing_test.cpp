@@ -207,6 +207,17 @@ TEST(Editing, cells_of_a_shared_formula_outlive_the_one_that_tells_it)
                                                       "<row r=\"3\"><c r=\"A3\"><f>B3+$C$1&lt;2</f><v>9</v></c></row>");
 }
 
+TEST(Editing, the_general_format_makes_no_number_of_a_text_whatever_its_number)
+{
+    for (const auto& [code, is_number] : {std::pair("0.00", true), {"General", false}}) {
+        auto parts = simple_parts("<row r=\"1\"><c r=\"A1\" s=\"1\"><v>3</v></c></row>");
+        edit_part(parts, "xl/styles.xml", "0.00&quot;元&quot;", code);
+        WorkbookFile file(parts);
+        const auto sheet = file.sheet_after(1, 1, Text(U"12"));
+        EXPECT_EQ(sheet.find("<c r=\"A1\" s=\"1\"><v>12</v>") != std::string::npos, is_number) << sheet;
+    }
+}
+
 TEST(Editing, a_cell_that_was_overwritten_shares_no_formula_any_more)
 {
     WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:C1\" si=\"0\">A2*2</f></c>"
