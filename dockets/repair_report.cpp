@@ -83,7 +83,7 @@ void find_device(Program& program, TextView key)
 
 void excecopyword(Program& program, bool first_flag, bool second_flag)
 {
-    if (!sheet_wanted(program, command_text)) return;
+    if (!key_gets_sheet(program, command_text)) return;
     DocumentTask task(program, template_for(program, first_flag, second_flag));
     program.form1.batchgate = false;
     write_items(program, task.document(), first_items);

@@ -88,7 +88,7 @@ void end_run_without(Program& program, const Text& device)
 
 void excecopy6(Program& program)
 {
-    if (!sheet_wanted(program, command_text) || !(program.form1.partcount > 0)) return;
+    if (!key_gets_sheet(program, command_text) || !(program.form1.partcount > 0)) return;
     SpreadsheetTask task(program, installed(program, files::service_bill));
     for (const Cell& cell : emptied_cells) task.sheet().set_cell(cell.row, cell.column, Text());
     write_items(program, task.sheet(), device_items);

@@ -80,7 +80,7 @@ void write_head(const Program& program, Worksheet& sheet, int in_warranty)
 
 void excecopy60(Program& program)
 {
-    if (!sheet_wanted(program, command_text) || !(program.form1.partcount > 0)) return;
+    if (!key_gets_sheet(program, command_text) || !(program.form1.partcount > 0)) return;
     SpreadsheetTask task(program, installed(program, files::service_list));
     program.form1.batchgate = false;
     clear_left_rows(task.sheet(), first_row, first_list_column, last_list_column);

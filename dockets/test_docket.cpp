@@ -85,7 +85,7 @@ void write_fixed_items(const Program& program, Worksheet& sheet)
 
 void excecopys(Program& program)
 {
-    if (!sheet_wanted(program, command_text)) return;
+    if (!key_gets_sheet(program, command_text)) return;
     SpreadsheetTask task(program, docket_template(program));
     program.form1.batchgate = false;
     write_list(program, task.sheet());

@@ -40,10 +40,11 @@ QStringList RecentFiles::files(const QStringList& patterns) const
 
 QString RecentFiles::folder(const QStringList& patterns) const
 {
-    for (const QString& path : paths_) {
-        const QFileInfo file(path), folder(file.absolutePath());
-        if (folder.isDir() && QDir::match(patterns, file.fileName())) return folder.absoluteFilePath();
-    }
+    for (const QStringList& wanted : {patterns, QStringList("*")})
+        for (const QString& path : paths_) {
+            const QFileInfo file(path), folder(file.absolutePath());
+            if (folder.isDir() && QDir::match(wanted, file.fileName())) return folder.absoluteFilePath();
+        }
     return first_folder_;
 }
 

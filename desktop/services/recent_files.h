@@ -18,7 +18,7 @@ public:
     void add(const QString& path);
     /// Those that are still there and have such a name, as "*.txt", the last first.
     QStringList files(const QStringList& patterns) const;
-    /// Of the last file of such a name, or the first folder.
+    /// Of the last file of such a name, else of the last file, else the first folder.
     QString folder(const QStringList& patterns) const;
 
 private:

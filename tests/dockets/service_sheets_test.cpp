@@ -161,6 +161,13 @@ TEST_F(ServiceSheets, a_device_without_an_order_is_reported_and_ends_the_run)
     open_report(report);
     play(U"old An bendocket");
     EXPECT_EQ(lines_of(workbook(installed(program, U"z8.xlsx"))), lines_of(template_cells()));
+
+    press_enter(U"An bendocket");
+    form1.query_box().set_text(U"An");
+    run();
+    ASSERT_EQ(program.run.passed.size(), static_cast<std::size_t>(form1.keycount))
+        << "the box holds the command no more";
+    EXPECT_EQ(program.run.passed.back().key, U"dev-3");
 }
 
 TEST_F(ServiceSheets, a_date_with_no_blank_is_taken_whole_and_a_delivery_way_counts_as_a_whole)
