@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -39,7 +40,7 @@ const std::string small = "数目 | 1 | 1 | 1 | 1\n"
 
 TEST(RuleTable, is_shipped_as_it_is_built_in)
 {
-    std::ifstream file(test::built_installation() + "/维修规则.txt", std::ios::binary);
+    std::ifstream file(std::filesystem::path(test::built_installation()) / u8"维修规则.txt", std::ios::binary);
     const std::string shipped{std::istreambuf_iterator<char>(file), {}};
     EXPECT_EQ(shipped, to_utf8(built_in_rules()));
     EXPECT_EQ(mistake_in(shipped), "none");
