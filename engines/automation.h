@@ -54,8 +54,8 @@ public:
     /// value for a covered cell goes to the range's first cell; a second value, for another cell of the range, splits
     /// it, and each goes to its own cell.
     virtual void set_cell(int row, int column, const CellValue& value) = 0;
-    /// Empties every cell of the rectangle that is not empty, formulas with an empty result thus left alone; gives how
-    /// many there were.
+    /// Empties every cell of the rectangle that is not empty, formulas last: one whose result is empty, or goes with
+    /// what stood around it, is left alone. Gives how many it emptied.
     virtual int clear(int first_row, int last_row, int first_column, int last_column) = 0;
     /// Prints the workbook as it is now, saved or not. Blocks until Printer::print() has it; throws Failure.
     virtual void print_out() = 0;

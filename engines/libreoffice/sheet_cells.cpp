@@ -167,24 +167,33 @@ void SheetCells::write(Place place, const CellValue& value)
     ++writes_.count;
 }
 
+// Formulas come last: one whose result goes with the texts around it stays, as a template has it.
 int SheetCells::clear(const Area& area)
 {
     if (area.empty()) return 0;
     check({area.first_row, area.first_column});
     check({area.last_row, area.last_column});
     read_formulas_anew(area);
-    std::set<Place> held_places;
+    std::set<Place> texts, formulas;
     for (const auto& cell : content().cells)
         if (area.contains(cell.place.row, cell.place.column) && !holds_nothing(cell.place))
-            held_places.insert(cell.place);
+            (cell.is_formula && !written_.contains(cell.place) ? formulas : texts).insert(cell.place);
     for (const auto& [place, value] : written_)
-        if (area.contains(place.row, place.column) && !is_nothing(value)) held_places.insert(place);
-    for (const auto place : held_places) {
+        if (area.contains(place.row, place.column) && !is_nothing(value)) texts.insert(place);
+    erase(texts);
+    if (!formulas.empty()) read_formulas_anew(area);
+    std::erase_if(formulas, [this](Place place) { return holds_nothing(place); });
+    erase(formulas);
+    return static_cast<int>(texts.size() + formulas.size());
+}
+
+void SheetCells::erase(const std::set<Place>& places)
+{
+    for (const auto place : places) {
         put(place, Text());
         merged_texts_.forget({place.row, place.column});
     }
-    if (!held_places.empty()) ++writes_.count;
-    return static_cast<int>(held_places.size());
+    if (!places.empty()) ++writes_.count;
 }
 
 // An empty text for an empty cell changes nothing, covered or not: only the other places need to be looked at.

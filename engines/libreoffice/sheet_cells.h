@@ -52,6 +52,7 @@ private:
     void find_numeric_parts();
     void write_to_merged(const Area& merged, Place place, const CellValue& value);
     void put(Place place, CellValue value);
+    void erase(const std::set<Place>& places);
 
     Handle<OpenWorkbook>& file_;
     int sheet_;

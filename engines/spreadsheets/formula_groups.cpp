@@ -53,16 +53,20 @@ std::vector<Range> FormulaGroups::fillings(const std::vector<Place>& cells) cons
     return met;
 }
 
-void FormulaGroups::release(const Range& area, const std::vector<Place>& cells)
+void FormulaGroups::refuse_parts(const Range& area, const std::vector<Place>& cells) const
 {
-    const auto met = fillings(cells);
-    for (const auto& range : met) {
+    for (const auto& range : fillings(cells)) {
         if (area.contains(range)) continue;
         throw Damage(U"单元格区域 " + from_utf8(range_name(range)) +
                      U" 由一个数组公式或模拟运算表填写，不能只改其中一部分。");
     }
+}
+
+void FormulaGroups::release(const Range& area, const std::vector<Place>& cells)
+{
+    refuse_parts(area, cells);
     auto pieces = pieces_left(cells);
-    if (!met.empty()) {
+    if (!fillings(cells).empty()) {
         std::erase_if(filled_ranges_, [&](const Range& range) { return area.contains(range); });
         filled_ = RangeSet(filled_ranges_);
     }

@@ -35,9 +35,11 @@ public:
     bool fills(Place place) const noexcept { return filled_.contains(place); }
     /// The ranges that are filled so and hold one of the cells.
     std::vector<Range> fillings(const std::vector<Place>& cells) const;
-    /// To be called before these cells, in the order of the part, are overwritten; `area` is all that may be. Of other
-    /// cells that share a formula of one of them the first holds it from now on. Damage, with nothing changed, when a
-    /// part of an array formula or a data table would be left outside of the area.
+    /// Damage when overwriting the cells would leave a part of an array formula or a data table outside of the area,
+    /// which is all that may be overwritten.
+    void refuse_parts(const Range& area, const std::vector<Place>& cells) const;
+    /// To be called before these cells, in the order of the part, are overwritten. Of other cells that share a formula
+    /// of one of them the first holds it from now on. Damage as above, with nothing changed.
     void release(const Range& area, const std::vector<Place>& cells);
 
 private:

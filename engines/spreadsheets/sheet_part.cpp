@@ -127,37 +127,64 @@ void SheetPart::refuse_protected(Place place) const
     if (areas_.pivots.contains(place)) throw refused(U" 属于数据透视表，不能改写。");
 }
 
-int SheetPart::clear(const Range& range)
+// The cells of the range that are not empty, array formulas as a whole.
+std::vector<Place> SheetPart::filled_cells(const Range& range)
 {
-    if (range.first.row > range.last.row || range.first.column > range.last.column) return 0;
-    check(range.first);
-    check(range.last);
     bool has_old = false;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
         has_old = has_old || ((is_formula(cell) || formulas_.fills(place)) && needs_update(cell));
     });
     if (has_old) results_.update(number_, range);
-    std::vector<Place> held;
+    std::vector<Place> filled;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
-        if (!values_.is_empty(cell)) held.push_back(place);
+        if (!values_.is_empty(cell)) filled.push_back(place);
     });
-    if (held.empty()) return 0;
-    const auto count = static_cast<int>(held.size());
-    // An array formula goes as a whole.
-    for (const auto& filling : formulas_.fillings(held))
-        cells_.visit(filling, [&held](Place place, pugi::xml_node /*cell*/) { held.push_back(place); });
-    std::sort(held.begin(), held.end());
-    held.erase(std::unique(held.begin(), held.end()), held.end());
-    for (const auto place : held) refuse_protected(place);
+    for (const auto& filling : formulas_.fillings(filled))
+        cells_.visit(filling, [&filled](Place place, pugi::xml_node /*cell*/) { filled.push_back(place); });
+    std::sort(filled.begin(), filled.end());
+    filled.erase(std::unique(filled.begin(), filled.end()), filled.end());
+    return filled;
+}
+
+// Formulas come last: one whose result goes with the texts around it stays, as a template has it.
+int SheetPart::clear(const Range& range)
+{
+    if (range.first.row > range.last.row || range.first.column > range.last.column) return 0;
+    check(range.first);
+    check(range.last);
+    const auto filled = filled_cells(range);
+    if (filled.empty()) return 0;
+    for (const auto place : filled) refuse_protected(place);
+    formulas_.refuse_parts(range, filled);
     results_.prepare();
-    formulas_.release(range, held);
-    for (const auto place : held) {
+    std::vector<Place> texts, formulas;
+    for (const auto place : filled)
+        (is_formula(cells_.find(place)) || formulas_.fills(place) ? formulas : texts).push_back(place);
+    erase(range, texts);
+    std::erase_if(formulas, [this](Place place) { return !formulas_.fills(place) && gives_nothing(place); });
+    erase(range, formulas);
+    return static_cast<int>(texts.size() + formulas.size());
+}
+
+// A formula that nothing at hand can calculate any more does not: it gave something before.
+bool SheetPart::gives_nothing(Place place) const
+{
+    try {
+        return is_empty(place);
+    } catch (const Damage&) {
+        return false;
+    }
+}
+
+void SheetPart::erase(const Range& area, const std::vector<Place>& places)
+{
+    formulas_.release(area, places);
+    for (const auto place : places) {
         values_.erase(cells_.find(place));
         merged_texts_.forget(place);
         results_.touch(number_, place);
     }
-    part_.changed = true;
-    return count;
+    part_.changed = part_.changed || !places.empty();
 }
 
 const XmlPart& SheetPart::part() const

@@ -44,6 +44,7 @@ public:
     bool is_date(Place place) const;
     /// Whether anything was changed.
     bool write(Place place, const CellValue& value);
+    /// Gives how many cells it emptied.
     int clear(const Range& range);
 
     /// The part with an element for each of its cells.
@@ -70,6 +71,9 @@ private:
     CellValue held(Place place) const;
     void refuse_protected(Place place) const;
     bool needs_update(pugi::xml_node cell) const;
+    std::vector<Place> filled_cells(const Range& range);
+    bool gives_nothing(Place place) const;
+    void erase(const Range& area, const std::vector<Place>& places);
 
     int number_;
     XmlPart part_;

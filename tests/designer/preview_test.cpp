@@ -1,8 +1,7 @@
 #include "engines/packages/package.h"
-#include "engines/spreadsheets/engine.h"
 #include "events/events.h"
 #include "tests/support/places.h"
-#include "tests/support/test_program.h"
+#include "tests/support/sheet_desk.h"
 
 #include <gtest/gtest.h>
 
@@ -10,14 +9,6 @@
 
 namespace tarvik::test {
 namespace {
-
-/// Makes the engines when the files stand.
-class EnginesOnFiles final : public OfficeEngines {
-public:
-    std::unique_ptr<OoxmlSpreadsheets> engine;
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return engine->create(); }
-    std::unique_ptr<DocumentApplication> create_document() override { return nullptr; }
-};
 
 class Preview : public testing::Test {
 protected:

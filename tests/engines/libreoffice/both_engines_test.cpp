@@ -1,5 +1,6 @@
 #include "runs/engines.h"
 #include "tests/engines/libreoffice/office_fixture.h"
+#include "tests/engines/spreadsheets/random_sheet.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
 
 namespace tarvik::test {
@@ -90,6 +91,9 @@ TEST_P(BothEngines, formulas_follow_what_was_written)
     EXPECT_EQ(sheet.clear(1, 1, 3, 3), 0);
     sheet.set_cell(1, 1, Text(U"7"));
     EXPECT_EQ(to_utf8(sheet.cell(1, 2) + sheet.cell(1, 3)), "14SN7");
+    EXPECT_EQ(sheet.clear(1, 1, 1, 4), 2) << "twice nothing is 0, and goes; the number's text is nothing now";
+    sheet.set_cell(1, 1, Text(U"8"));
+    EXPECT_EQ(to_utf8(sheet.cell(1, 2) + sheet.cell(1, 3)), "SN8");
 }
 
 // Number format, text format, date format; then cells that formulas refer to, here and from another sheet.
@@ -183,6 +187,33 @@ TEST_P(BothEngines, what_cannot_be_done_is_refused_alike)
     workbook.close(true);
     EXPECT_EQ(failure_of([&] { workbook.worksheet(1); }), "工作簿“t.xlsx”已经关闭。");
     EXPECT_NE(failure_of([&] { application->open(U"无.xlsx"); }).find("无.xlsx"), std::string::npos);
+}
+
+TEST_F(OfficeTest, random_edits_have_the_same_results_in_both_engines)
+{
+    const auto embedded = make_engines(Engine::Ooxml, files, printer, office);
+    for (unsigned seed = 0; seed < 4; ++seed) {
+        RandomSheet random(seed, false);
+        const auto package = make_package(simple_parts(random.rows("<v>-99</v>")));
+        for (const char* name : {"t.xlsx", "u.xlsx"}) folder.write(name, package);
+        auto theirs = engines.create_spreadsheet(), ours = embedded->create_spreadsheet();
+        auto& their_sheet = theirs->open(U"t.xlsx").worksheet(1);
+        auto& our_sheet = ours->open(U"u.xlsx").worksheet(1);
+        std::set<ooxml::Place> edited;
+        for (int edit = 0; edit < 8; ++edit) {
+            const auto place = random.cell();
+            edited.insert({place, {place.row + 1, place.column}});
+            const bool empties = random.below(4) == 0;
+            const double value = random.below(9);
+            for (Worksheet* sheet : {&their_sheet, &our_sheet})
+                if (empties) sheet->clear(place.row, place.row + 1, place.column, place.column);
+                else sheet->set_cell(place.row, place.column, value);
+        }
+        for (const auto place : random.dependents(edited))
+            EXPECT_EQ(to_utf8(our_sheet.cell(place.row, place.column)),
+                      to_utf8(their_sheet.cell(place.row, place.column)))
+                << seed << ", row " << place.row << ", column " << place.column;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Office, BothEngines, testing::Values(Engine::Ooxml, Engine::LibreOffice),
