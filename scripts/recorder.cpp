@@ -47,6 +47,49 @@ bool is_flagged(const Control* control)
 
 } // namespace
 
+std::string Step::line() const
+{
+    std::string line = action;
+    for (const std::string& word : {control, words, text ? quoted_word(*text) : std::string()})
+        if (!word.empty()) line += " " + word;
+    return line;
+}
+
+void RecordedScript::add(Step step)
+{
+    if (answers_.empty() && joined_to_last(step)) return;
+    for (Step& answer : std::exchange(answers_, {})) steps_.push_back(std::move(answer));
+    steps_.push_back(std::move(step));
+}
+
+bool RecordedScript::joined_to_last(Step& step)
+{
+    if (steps_.empty()) return false;
+    Step& last = steps_.back();
+    if (step.is("dblclick", step.control) && last.is("click", step.control)) {
+        last.action = step.action;
+        return true;
+    }
+    if (!last.is(step.action, step.control)) return false;
+    if (step.action == "type") {
+        *last.text += *step.text;
+        return true;
+    }
+    // A box that was changed and changed back has been changed.
+    if (step.action == "set" && step.text != last.before) {
+        last.text = std::move(step.text);
+        return true;
+    }
+    return false;
+}
+
+std::vector<std::string> RecordedScript::lines() const
+{
+    std::vector<std::string> lines{"task"};
+    for (const Step& step : steps_) lines.push_back(step.line());
+    return lines;
+}
+
 std::vector<TextBox*> Recorder::boxes() const
 {
     std::vector<TextBox*> boxes{&program_.form1.page_size_box()};
