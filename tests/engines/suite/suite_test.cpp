@@ -254,6 +254,8 @@ TEST_F(Suite, the_window_prints_by_the_suite_and_says_what_hinders_it)
     const DefaultPrinter printer_of_the_test(L"甲 printer");
     EXPECT_EQ(default_printer(), "甲 printer");
     EXPECT_EQ(print(""), "no failure");
+    // The application ends by itself, a moment after it was asked to.
+    EXPECT_TRUE(comes_true([&] { return missing({"Application.Quit()", "ended"}).empty(); }));
     EXPECT_EQ(missing({"Workbooks.Open(202403 双河-015.xlsx, 0,", "Worksheet.PrintOut()", "Workbook.Close(0)",
                        "Application.Quit()", "ended"}),
               "");
