@@ -9,8 +9,8 @@ packages_for() {
     test) echo "libgtest-dev libgmock-dev python3 python3-docx python3-openpyxl xvfb xdotool openbox wmctrl x11-utils cups-daemon cups-client" ;;
     check) echo "clang-format clang-tidy clang-tools python3" ;;
     libreoffice) echo "libreoffice-calc libreoffice-writer libreoffice-dev" ;;
-    windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev" ;;
-    windows-package) echo "qt6-base-dev qt6-translations-l10n nsis librsvg2-bin imagemagick xvfb xauth xdotool x11-utils fonts-wqy-zenhei" ;;
+    windows) echo "g++-mingw-w64-x86-64-posix libz-mingw-w64-dev wine64 cmake ninja-build pkg-config ccache dpkg-dev nsis librsvg2-bin imagemagick" ;;
+    windows-package) echo "qt6-base-dev qt6-translations-l10n xvfb xauth xdotool x11-utils fonts-wqy-zenhei" ;;
     package) echo "dpkg-dev file lintian" ;;
     valgrind) echo "valgrind" ;;
     fuzz) echo "clang-14 libclang-rt-14-dev" ;;

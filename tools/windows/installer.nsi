@@ -64,11 +64,13 @@ Section
   SetOutPath "$INSTDIR"
   SetOverwrite on
   File "${FOLDER}/*.exe"
-  File "${FOLDER}/*.dll"
-  File /r "${FOLDER}/platforms"
-  File /r "${FOLDER}/styles"
-  File /r "${FOLDER}/imageformats"
-  File /r "${FOLDER}/translations"
+  !if /FileExists "${FOLDER}/tarvik.exe" ; what belongs to the window; the player alone can be packed, too
+    File "${FOLDER}/*.dll"
+    File /r "${FOLDER}/platforms"
+    File /r "${FOLDER}/styles"
+    File /r "${FOLDER}/imageformats"
+    File /r "${FOLDER}/translations"
+  !endif
   File /r "${FOLDER}/licenses"
   SetOverwrite off
   File /r /x *.exe /x *.dll /x platforms /x styles /x imageformats /x translations /x licenses "${FOLDER}/*"

@@ -1,6 +1,7 @@
 #!/bin/sh
-# Tries the archive as a user would: unpacks it, makes the dockets by the player, then by the window on a screen of its
-# own, both under wine. The window has no drive D: and so offers a folder among the user's documents. A picture of the window at the end stands in build/tarvik-windows.png, to be looked at.
+# Tries the archive as a user would: unpacks it, makes the dockets by the player, then by the window, if it is in there,
+# on a screen of its own, both under wine. The window has no drive D: and so offers a folder among the user's documents.
+# A picture of the window at the end stands in build/tarvik-windows.png, to be looked at.
 set -eu
 cd "$(dirname "$0")/../.."
 
@@ -23,14 +24,18 @@ mkdir -p "$trial/by player"
 (cd "$trial" && cmake -E tar xf ../../tarvik-windows.zip)
 python3 tools/windows/check_imports.py "$trial/tarvik"
 cd "$trial/tarvik"
-for program in tarvik tarvik-play tarvik-dictionary; do
-    x86_64-w64-mingw32-strings -el $program.exe > ../strings.txt
-    grep -q ProductVersion ../strings.txt || fail "$program.exe does not say what it is"
-    grep -aq PerMonitorV2 $program.exe || fail "$program.exe has no manifest"
+for program in *.exe; do
+    x86_64-w64-mingw32-strings -el "$program" > ../strings.txt
+    grep -q ProductVersion ../strings.txt || fail "$program does not say what it is"
+    grep -aq PerMonitorV2 "$program" || fail "$program has no manifest"
 done
 
 sh "$wine" tarvik-play.exe --drive 'd=..\by player' docket.play > ../played.txt || fail "the player's status, see played.txt"
 all_dockets_in "$trial/by player" || fail "the player made $(dockets_in "$trial/by player") dockets"
+[ -e tarvik.exe ] || {
+    echo "the archive: 27 dockets by the player"
+    exit 0
+}
 
 rm -f "$WINEPREFIX/dosdevices/d:"
 documents=$WINEPREFIX/drive_c/users/$(id -un)/Documents
