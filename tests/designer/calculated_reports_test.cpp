@@ -13,7 +13,6 @@ protected:
 
     CalculatedReports()
     {
-        auto& form4 = program.form4;
         for (TextBox* box : form4.design_boxes()) box->set_text(U"-1");
         form4.Text3.set_text(U"班");
         form4.Text4.set_text(U"1");

@@ -102,7 +102,7 @@ protected:
                 break;
             }
             check();
-            desk.expect_idle();
+            desk.expect_released();
             expect_to_run_again();
             if (HasFailure()) break;
         }
@@ -215,7 +215,7 @@ TEST_P(Faults, of_an_output_folder_that_cannot_be_used_cost_one_message)
         if (job.command == TextView(U"An statistic"))
             continue; // writes into the installation folder, and asks for none
         EXPECT_THAT(messages, SizeIs(1));
-        desk.expect_idle();
+        desk.expect_released();
         EXPECT_THAT(differences(desk.disk(), desk.kept(), desk.kept()), IsEmpty());
     }
     expect_to_run_again();

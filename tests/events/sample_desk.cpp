@@ -1,12 +1,9 @@
 #include "tests/events/sample_desk.h"
 
-#include "events/events.h"
 #include "platform/files/disk_file.h"
 #include "platform/files/path_text.h"
 #include "platform/text/code_page.h"
 #include "tests/support/places.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
@@ -32,7 +29,7 @@ void transcripts(SampleDesk& desk)
 void transcripts_and_their_design(SampleDesk& desk)
 {
     transcripts(desk);
-    Form4& form4 = desk.program.form4;
+    Form4& form4 = desk.form4;
     for (TextBox* box : form4.design_boxes()) box->set_text(U"-1");
     form4.Text3.set_text(U"一班");
     form4.Text4.set_text(U"2");
@@ -54,7 +51,7 @@ void first_column_to_keep_by(SampleDesk& desk)
 
 void docket_design(SampleDesk& desk)
 {
-    Form4& form4 = desk.program.form4;
+    Form4& form4 = desk.form4;
     for (TextBox* box : form4.design_boxes()) box->set_text(U"-1");
     form4.Text3.set_text(U"4900");
     form4.Text4.set_text(U"3");
@@ -62,8 +59,7 @@ void docket_design(SampleDesk& desk)
     form4.Text1[1].set_text(U"2");
     form4.Text2[1].set_text(U"8");
     desk.started.dialogs.replies = {Answer::OK, Answer::Yes};
-    Event save{EventKind::Click, form4.Command1};
-    dispatch(desk.program, save);
+    desk.happen(EventKind::Click, form4.Command1);
     desk.started.dialogs.messages.clear();
 }
 
@@ -139,43 +135,22 @@ SampleDesk::SampleDesk()
         fs::copy(entry.path(), to / entry.path().filename(), fs::copy_options::recursive);
     }
     for (const auto& entry : fs::recursive_directory_iterator(to)) samples_.insert(utf8_of(entry.path()));
-    engines.start(started.faulty, started.printer);
+    office.start(make_engines(Engine::Ooxml, started.faulty, started.printer, suite_));
 }
 
-void SampleDesk::open(const Job& job)
+void SampleDesk::play(const Job& job, std::u32string_view folder)
 {
     const std::string report = started.installation.read(job.document);
     std::size_t end = 0;
     for (int line = 0; line < job.lines && end != std::string::npos; ++line) end = report.find('\n', end + 1);
     started.open_text(decode_foreign(report.substr(0, end == std::string::npos ? end : end + 1)).text());
-}
-
-void SampleDesk::play(const Job& job, std::u32string_view folder)
-{
-    open(job);
-    started.dialogs.inputs = {Text(folder)};
-    started.dialogs.replies = {Answer::OK, Answer::OK, Answer::OK};
     started.dialogs.files = std::deque<std::optional<Text>>(3, Text(job.picked));
     if (job.at_first_key) {
         program.module1.keylist.set(0, U"20240101");
         form1.batchcursor = 0;
     }
-    form1.query_box().set_text(Text(job.command));
-    Event enter{EventKind::KeyPress, form1.query_box()};
-    enter.key = U'\r';
-    dispatch(program, enter);
-    for (Timer* timer : form1.batch_timers())
-        for (int guard = 0; timer->enabled() && guard < 1000; ++guard) {
-            Event tick{EventKind::Tick, *timer};
-            dispatch(program, tick);
-        }
-}
-
-void SampleDesk::expect_idle()
-{
-    EXPECT_FALSE(form1.xlApp || form1.xlBook || form1.xlSheet || form1.wdApp || form1.wdDoc);
-    EXPECT_TRUE(form1.batchgate);
-    for (const Timer* timer : form1.batch_timers()) EXPECT_FALSE(timer->enabled());
+    typed_folder = folder;
+    Desk::play(job.command, {Answer::OK, Answer::OK, Answer::OK});
 }
 
 std::vector<std::string> SampleDesk::told_beyond(const std::vector<std::string>& usual)
@@ -207,7 +182,7 @@ bool SampleDesk::is_whole(const std::string& workbook)
 {
     if (!fs::exists(path_of_utf8(workbook))) return false;
     try {
-        const auto application = engines.create_spreadsheet();
+        const auto application = office.create_spreadsheet();
         application->open(from_utf8(workbook)).worksheet(1);
         return true;
     } catch (const Failure&) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "runs/engines.h"
+#include "tests/support/desk.h"
 #include "tests/support/faulty_office.h"
-#include "tests/support/test_program.h"
 
 #include <map>
 #include <set>
@@ -35,33 +35,14 @@ using Disk = std::map<std::string, std::string>;
 /// Files that hold neither what they held before nor what an undisturbed run makes of them.
 std::vector<std::string> differences(const Disk& disk, const Disk& before, const Disk& after);
 
-/// Engines that are made when the files stand on which they work.
-class LateEngines final : public OfficeEngines {
-public:
-    void start(Files& files, Printer& printer) { engines_ = make_engines(Engine::Ooxml, files, printer, suite_); }
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return engines_->create_spreadsheet(); }
-    std::unique_ptr<DocumentApplication> create_document() override { return engines_->create_document(); }
-
-private:
-    libreoffice::LibreOffice suite_;
-    std::unique_ptr<OfficeEngines> engines_;
-};
-
 /// The program over a copy of the sample files and the embedded engines, with faults at hand in the disk and in the
 /// office.
-class SampleDesk {
+class SampleDesk : public Desk<FaultyOffice> {
 public:
-    LateEngines engines;
-    FaultyOffice office{engines};
-    TestProgram started{&office};
-    Program& program = started.program;
-    Form1& form1 = program.form1;
-
     SampleDesk();
 
     /// Gives the command with the job's document open, and lets the timers tick to the end.
     void play(const Job& job, std::u32string_view folder = U"d:\\out\\");
-    void expect_idle();
 
     /// What was told beyond these messages, counts in them aside, and is forgotten.
     std::vector<std::string> told_beyond(const std::vector<std::string>& usual);
@@ -75,8 +56,7 @@ public:
     void restore_disk();
 
 private:
-    void open(const Job& job);
-
+    libreoffice::LibreOffice suite_;
     std::set<std::string> samples_;
     Disk kept_;
 };

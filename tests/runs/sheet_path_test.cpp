@@ -1,6 +1,7 @@
 #include "runs/sheet_path.h"
 
 #include "platform/files/file_name.h"
+#include "platform/files/path_text.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -62,6 +63,51 @@ TEST_F(SheetPath, keeps_names_of_one_run_apart)
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U".a:1")), "d:\\out\\.a_1 (2)") << "no extension";
     const std::string plain = to_utf8(plain_sheet_path(desk.program, Text(300, U'k')));
     EXPECT_EQ(size_of_name(plain), longest_name - 5) << "room for an extension";
+}
+
+std::vector<Text> hostile_fields()
+{
+    std::vector<Text> fields(1);
+    for (const char32_t character : std::u32string_view(
+             U"a/b\\c|a:b*c|a_b_c|../../x|..\\..\\x|..|.|...| |/escaped/x|\\escaped|d:\\escaped\\x|d:escaped|"
+             U"\\\\server\\share|<>\"*?|__;__|CON|nul.txt|COM1.xlsx|LPT9|aux |name.|name |a\x1\x1f\x7f"
+             U"b|a\x85\x2028\x202e"
+             U"b|\xd800x|x\xdc00|\xffff|\x10ffff|e\x301|\xe9|$x|`x`|-rf|~|%n%s|.tarvik-1-2-3.tmp|3139.txt"))
+        if (character == U'|') fields.emplace_back();
+        else fields.back() += character;
+    for (const char32_t endless : {U'x', U'长'})
+        for (const char32_t end : {U'1', U'2'}) fields.push_back(Text(300, endless) + end);
+    fields.emplace_back(U"a\0b", 3);
+    return fields;
+}
+
+// Fields of reports that were never meant to become names of files and folders.
+TEST_F(SheetPath, of_any_field_lies_below_the_output_folder_and_takes_no_other_one_s_place)
+{
+    desk.form1().outfolder = U"d:\\1\\2\\3\\4\\out\\"; // "..", four times over, stays on drive d
+    const auto out = desk.drive_d.path() / "1/2/3/4/out";
+    std::filesystem::create_directories(out / "plain");
+    std::size_t made = 0;
+    const auto make = [&](const Text& path) {
+        EXPECT_FALSE(desk.files.file_exists(path)) << to_utf8(path) << " is another's";
+        desk.files.replace(path, "a sheet");
+        ++made;
+    };
+    for (const Text& field : hostile_fields()) {
+        make(sheet_path(desk.program, {field, {number_text(static_cast<double>(made))}}));
+        make(sheet_path(desk.program, {field, {field}}));
+        make(sheet_path(desk.program, {U"k", {field}, U"_汇总", U".doc"}));
+    }
+    desk.form1().outfolder += U"plain\\";
+    for (const Text& field : hostile_fields()) make(plain_sheet_path(desk.program, field));
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(desk.drive_d.path())) {
+        const Text name = text_of(entry.path().filename());
+        EXPECT_EQ(name.find_first_of(U"\\:*?\"<>|\n\r\t\x1\x1f"), Text::npos) << entry.path();
+        if (!entry.is_regular_file()) continue;
+        EXPECT_TRUE(entry.path().string().starts_with(out.string())) << entry.path();
+        --made;
+    }
+    EXPECT_EQ(made, 0U);
 }
 
 } // namespace

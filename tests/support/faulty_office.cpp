@@ -2,112 +2,72 @@
 
 #include "platform/failure.h"
 
-#include <list>
-
 namespace tarvik::test {
 
 namespace {
 
-class FaultySheet final : public Worksheet {
-public:
-    FaultySheet(FaultyOffice& office, Worksheet& sheet) : office_(office), sheet_(sheet) {}
-
-    Text cell(int row, int column) const override { return office_.count(), sheet_.cell(row, column); }
-    CellValue value(int row, int column) const override { return office_.count(), sheet_.value(row, column); }
-    bool is_empty(int row, int column) const override { return office_.count(), sheet_.is_empty(row, column); }
-    void set_cell(int row, int column, const CellValue& value) override
-    {
-        office_.count(), sheet_.set_cell(row, column, value);
-    }
-    int clear(int first_row, int last_row, int first_column, int last_column) override
-    {
-        return office_.count(), sheet_.clear(first_row, last_row, first_column, last_column);
-    }
-    void print_out() override { office_.count(), sheet_.print_out(); }
-
-private:
-    FaultyOffice& office_;
-    Worksheet& sheet_;
-};
-
-class FaultyWorkbook final : public Workbook {
-public:
-    FaultyWorkbook(FaultyOffice& office, Workbook& book) : office_(office), book_(book) {}
-
-    int worksheet_count() const override { return office_.count(), book_.worksheet_count(); }
-    Worksheet& worksheet(int index) override
-    {
-        office_.count();
-        return sheets_.emplace_back(office_, book_.worksheet(index));
-    }
-    void save_as(TextView path) override { office_.count(), book_.save_as(path); }
-    void close(bool save_changes) override { office_.count(), book_.close(save_changes); }
-
-private:
-    FaultyOffice& office_;
-    Workbook& book_;
-    std::list<FaultySheet> sheets_;
-};
-
-class FaultySpreadsheet final : public SpreadsheetApplication {
+// An application with the one workbook and the one sheet of it that a task has in hand.
+class FaultySpreadsheet final : public SpreadsheetApplication, public Workbook, public Worksheet {
 public:
     FaultySpreadsheet(FaultyOffice& office, std::unique_ptr<SpreadsheetApplication> application)
         : office_(office), application_(std::move(application))
     {
     }
     void set_visible(bool visible) override { office_.count(), application_->set_visible(visible); }
-    Workbook& open(TextView path) override
-    {
-        office_.count();
-        return books_.emplace_back(office_, application_->open(path));
-    }
+    Workbook& open(TextView path) override { return office_.count(), book_ = &application_->open(path), *this; }
     void quit() override { office_.count(), application_->quit(); }
+
+    int worksheet_count() const override { return office_.count(), book_->worksheet_count(); }
+    Worksheet& worksheet(int index) override { return office_.count(), sheet_ = &book_->worksheet(index), *this; }
+    void save_as(TextView path) override { office_.count(), book_->save_as(path); }
+    void close(bool save_changes) override { office_.count(), book_->close(save_changes); }
+
+    Text cell(int row, int column) const override { return office_.count(), sheet_->cell(row, column); }
+    CellValue value(int row, int column) const override { return office_.count(), sheet_->value(row, column); }
+    bool is_empty(int row, int column) const override { return office_.count(), sheet_->is_empty(row, column); }
+    void set_cell(int row, int column, const CellValue& value) override
+    {
+        office_.count(), sheet_->set_cell(row, column, value);
+    }
+    int clear(int first_row, int last_row, int first_column, int last_column) override
+    {
+        return office_.count(), sheet_->clear(first_row, last_row, first_column, last_column);
+    }
+    void print_out() override { office_.count(), sheet_->print_out(); }
 
 private:
     FaultyOffice& office_;
     std::unique_ptr<SpreadsheetApplication> application_;
-    std::list<FaultyWorkbook> books_;
+    Workbook* book_ = nullptr;
+    Worksheet* sheet_ = nullptr;
 };
 
-class FaultyText final : public TextDocument {
+class FaultyText final : public DocumentApplication, public TextDocument {
 public:
-    FaultyText(FaultyOffice& office, TextDocument& document) : office_(office), document_(document) {}
-
-    void set_cell_text(int row, int column, TextView text) override
-    {
-        office_.count(), document_.set_cell_text(row, column, text);
-    }
-    void add_picture(int row, int column, TextView path) override
-    {
-        office_.count(), document_.add_picture(row, column, path);
-    }
-    void save_as(TextView path) override { office_.count(), document_.save_as(path); }
-    void print_out() override { office_.count(), document_.print_out(); }
-    void close() override { office_.count(), document_.close(); }
-
-private:
-    FaultyOffice& office_;
-    TextDocument& document_;
-};
-
-class FaultyDocuments final : public DocumentApplication {
-public:
-    FaultyDocuments(FaultyOffice& office, std::unique_ptr<DocumentApplication> application)
+    FaultyText(FaultyOffice& office, std::unique_ptr<DocumentApplication> application)
         : office_(office), application_(std::move(application))
     {
     }
     void set_visible(bool visible) override { office_.count(), application_->set_visible(visible); }
-    TextDocument& open(TextView path) override
-    {
-        office_.count();
-        return documents_.emplace_back(office_, application_->open(path));
-    }
+    TextDocument& open(TextView path) override { return office_.count(), document_ = &application_->open(path), *this; }
     void quit() override { office_.count(), application_->quit(); }
+
+    void set_cell_text(int row, int column, TextView text) override
+    {
+        office_.count(), document_->set_cell_text(row, column, text);
+    }
+    void add_picture(int row, int column, TextView path) override
+    {
+        office_.count(), document_->add_picture(row, column, path);
+    }
+    void save_as(TextView path) override { office_.count(), document_->save_as(path); }
+    void print_out() override { office_.count(), document_->print_out(); }
+    void close() override { office_.count(), document_->close(); }
 
 private:
     FaultyOffice& office_;
     std::unique_ptr<DocumentApplication> application_;
-    std::list<FaultyText> documents_;
+    TextDocument* document_ = nullptr;
 };
 
 } // namespace
@@ -120,13 +80,13 @@ void FaultyOffice::count()
 std::unique_ptr<SpreadsheetApplication> FaultyOffice::create_spreadsheet()
 {
     count();
-    return std::make_unique<FaultySpreadsheet>(*this, office_.create_spreadsheet());
+    return std::make_unique<FaultySpreadsheet>(*this, office_->create_spreadsheet());
 }
 
 std::unique_ptr<DocumentApplication> FaultyOffice::create_document()
 {
     count();
-    return std::make_unique<FaultyDocuments>(*this, office_.create_document());
+    return std::make_unique<FaultyText>(*this, office_->create_document());
 }
 
 } // namespace tarvik::test

@@ -8,8 +8,8 @@ namespace tarvik::test {
 /// sheets and documents counts, and the one with the number that was set throws in its place.
 class FaultyOffice final : public OfficeEngines {
 public:
-    explicit FaultyOffice(OfficeEngines& office) : office_(office) {}
-
+    /// To be called before anything is created.
+    void start(std::unique_ptr<OfficeEngines> office) { office_ = std::move(office); }
     /// Counts from 1, from now on. 0: nothing fails.
     void fail_at(std::size_t operation)
     {
@@ -23,7 +23,7 @@ public:
     std::unique_ptr<DocumentApplication> create_document() override;
 
 private:
-    OfficeEngines& office_;
+    std::unique_ptr<OfficeEngines> office_;
     std::size_t counted_ = 0;
     std::size_t failing_ = 0;
 };

@@ -81,35 +81,6 @@ void ReportDesk::open_report(const Report& report)
     started.open_text(document(report));
 }
 
-void ReportDesk::press_enter(TextView command, std::deque<Answer> replies)
-{
-    form1.query_box().set_text(command.str());
-    started.dialogs.inputs = {typed_folder};
-    started.dialogs.replies = std::move(replies);
-    happen(EventKind::KeyPress, form1.query_box(), U'\r');
-}
-
-void ReportDesk::happen(EventKind kind, Control& control, char32_t key)
-{
-    Event event{kind, control};
-    event.key = key;
-    dispatch(program, event);
-}
-
-void ReportDesk::run()
-{
-    for (Timer* timer : form1.batch_timers()) {
-        for (int guard = 0; timer->enabled() && guard < 1000; ++guard) tick(*timer);
-        EXPECT_FALSE(timer->enabled());
-    }
-}
-
-void ReportDesk::play(TextView command)
-{
-    press_enter(command);
-    run();
-}
-
 std::vector<Text> ReportDesk::told()
 {
     std::vector<Text> texts;
@@ -139,17 +110,10 @@ void ReportDesk::expect_saved(const std::map<Text, Cells>& expected) const
         EXPECT_EQ(lines_of(workbook(path)), lines_of(without_empty(cells))) << to_utf8(path);
 }
 
-void ReportDesk::expect_released()
-{
-    EXPECT_FALSE(form1.xlApp || form1.xlBook || form1.xlSheet || form1.wdApp || form1.wdDoc);
-    EXPECT_EQ(office.open_applications, 0);
-    EXPECT_TRUE(form1.batchgate);
-    for (const Timer* timer : form1.batch_timers()) EXPECT_FALSE(timer->enabled());
-}
-
 void ReportDesk::expect_idle()
 {
     expect_released();
+    EXPECT_EQ(office.open_applications, 0);
     EXPECT_EQ(form1.batchcursor, -1);
     EXPECT_EQ(form1.sheetno, 1);
 }

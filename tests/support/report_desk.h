@@ -1,12 +1,9 @@
 #pragma once
 
-#include "events/events.h"
 #include "platform/files/file_name.h"
 #include "platform/text/code_page.h"
+#include "tests/support/desk.h"
 #include "tests/support/recorded_office.h"
-#include "tests/support/test_program.h"
-
-#include <gtest/gtest.h>
 
 #include <random>
 
@@ -37,26 +34,10 @@ private:
     std::map<std::pair<std::size_t, std::size_t>, Text> cells_;
 };
 
-class ReportDesk : public testing::Test {
+class ReportDesk : public testing::Test, protected Desk<RecordedOffice> {
 protected:
-    RecordedOffice office;
-    TestProgram started{&office};
-    Program& program = started.program;
-    Form1& form1 = program.form1;
-
-    Form4& form4 = program.form4;
-    Text typed_folder; ///< for the output; empty takes the default
-
     void write_report(const std::string& name, const Report& report);
     void open_report(const Report& report);
-    void happen(EventKind kind, Control& control, char32_t key = 0);
-    /// Types the command and presses Enter; the questions get these answers.
-    void press_enter(TextView command, std::deque<Answer> replies = {Answer::OK});
-    void tick(Timer& timer) { happen(EventKind::Tick, timer); }
-    /// Ticks whichever timer is on until none is.
-    void run();
-    /// Presses Enter, and ticks to the end.
-    void play(TextView command);
     /// What boxes have said since the last call, questions aside.
     std::vector<Text> told();
 
@@ -68,9 +49,7 @@ protected:
     std::vector<Text> saved() const;
     /// The default output folder holds these files and no others, cell by cell.
     void expect_saved(const std::map<Text, Cells>& expected) const;
-    /// No application is open and no timer on.
-    void expect_released();
-    /// And everything else that a run leaves behind besides its files is as it should be.
+    /// Nothing is left of a run besides its files.
     void expect_idle();
 };
 

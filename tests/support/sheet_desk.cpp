@@ -1,7 +1,6 @@
 #include "tests/support/sheet_desk.h"
 
 #include "engines/spreadsheets/calculation/places.h"
-#include "events/events.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
 
 namespace tarvik::test {
@@ -37,18 +36,9 @@ std::string workbook_of(const SheetContents& contents)
 
 void SheetDesk::play(TextView command, TextView folder, std::optional<Text> file, std::deque<Answer> replies)
 {
-    program.form1.query_box().set_text(command.str());
-    started.dialogs.inputs = {folder.str()};
+    typed_folder = folder.str();
     started.dialogs.files = {std::move(file)};
-    started.dialogs.replies = std::move(replies);
-    Event event{EventKind::KeyPress, program.form1.query_box()};
-    event.key = U'\r';
-    dispatch(program, event);
-    for (Timer* timer : program.form1.batch_timers())
-        for (int guard = 0; timer->enabled() && guard < 100; ++guard) {
-            Event tick{EventKind::Tick, *timer};
-            dispatch(program, tick);
-        }
+    Desk::play(command, std::move(replies));
 }
 
 std::string SheetDesk::shown(TextView path, int row, int column)

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "engines/spreadsheets/engine.h"
-#include "tests/support/test_program.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/desk.h"
 
 #include <map>
 
@@ -23,12 +21,8 @@ using SheetContents = std::map<std::pair<int, int>, std::string>;
 std::string workbook_of(const SheetContents& contents);
 
 /// A clerk whose sheets are real workbooks in the installation folder and on drive d.
-class SheetDesk : public testing::Test {
+class SheetDesk : public testing::Test, protected Desk<EnginesOnFiles> {
 protected:
-    EnginesOnFiles office;
-    TestProgram started{&office};
-    Program& program = started.program;
-
     SheetDesk() { office.engine = std::make_unique<OoxmlSpreadsheets>(started.files, started.printer); }
 
     /// Types the command and presses Enter; asked for a folder, the clerk types this one, and asked for a file, picks

@@ -76,7 +76,7 @@ TEST_P(HostileFolders, cost_one_message_and_lose_nothing)
     desk.play(job);
     const auto told = desk.told_beyond(usual);
     EXPECT_LE(told.size(), 1U) << told.size() << " messages";
-    desk.expect_idle();
+    desk.expect_released();
     expect_traps(folder, stem);
 
     const Disk now = desk.disk();
@@ -132,7 +132,7 @@ TEST_F(WalkedFolder, is_printed_file_by_file_and_the_rest_stays)
         moved += entry.is_regular_file();
     EXPECT_GE(moved, usable);
     EXPECT_EQ(desk.started.printer.printed.size(), moved);
-    desk.expect_idle();
+    desk.expect_released();
 }
 
 class FullDisks : public testing::TestWithParam<Job> {
@@ -153,7 +153,7 @@ TEST_P(FullDisks, leave_no_half_file)
     const auto expect_told = [&](std::size_t most) {
         const auto told = desk.told_beyond(usual);
         EXPECT_LE(told.size(), most) << told.size() << " messages";
-        desk.expect_idle();
+        desk.expect_released();
         auto different = differences(desk.disk(), desk.kept(), after);
         if (job.in_stages) std::erase_if(different, [&](const std::string& path) { return desk.is_whole(path); });
         EXPECT_THAT(different, IsEmpty());
@@ -172,7 +172,7 @@ TEST_P(FullDisks, leave_no_half_file)
         desk.play(job, U"/proc/self/fd/");
         const auto told = desk.told_beyond(usual);
         EXPECT_THAT(told, testing::SizeIs(1)) << told.size() << " messages";
-        desk.expect_idle();
+        desk.expect_released();
     }
     desk.restore_disk();
     desk.play(job);
