@@ -3,6 +3,7 @@
 #include "platform/files/path_text.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <memory>
@@ -14,40 +15,34 @@ namespace tarvik {
 
 namespace {
 
-/// The console writes UTF-8 while the program runs. Whoever works in it next finds it as it was: a batch file's own
-/// words would be unreadable.
-class ConsoleWords {
-public:
-    ConsoleWords()
-    {
-        static const ConsoleWords words_in_utf8;
-        ::SetConsoleCtrlHandler(restore, TRUE);
-    }
-    ~ConsoleWords()
-    {
+/// 0 where there is no console.
+const UINT code_page_before = ::GetConsoleOutputCP();
+
+/// As a handler of Ctrl+C it leaves the rest to the system.
+BOOL WINAPI restore_code_page(DWORD /*event*/)
+{
+    if (code_page_before != 0) ::SetConsoleOutputCP(code_page_before);
+    return FALSE;
+}
+
+/// Until the program ends: whoever works in the console next finds it as it was. A batch file's own words would be
+/// unreadable.
+void write_utf8_to_console()
+{
+    ::SetConsoleOutputCP(CP_UTF8);
+    ::SetConsoleCtrlHandler(restore_code_page, TRUE);
+    std::atexit([] {
         (void)std::fflush(nullptr); // what is still to be written is UTF-8
-        restore(0);
-    }
-    ConsoleWords(const ConsoleWords&) = delete;
-    ConsoleWords& operator=(const ConsoleWords&) = delete;
-
-private:
-    /// As a handler of Ctrl+C it leaves the rest to the system.
-    static BOOL WINAPI restore(DWORD /*event*/)
-    {
-        if (before != 0) ::SetConsoleOutputCP(before);
-        return FALSE;
-    }
-
-    static const inline UINT before = ::GetConsoleOutputCP(); // 0 where there is no console
-};
+        restore_code_page(0);
+    });
+}
 
 } // namespace
 
 std::vector<std::string> start_program(int /*count*/, char** /*words*/)
 {
     for (std::FILE* stream : {stdin, stdout, stderr}) ::_setmode(::_fileno(stream), _O_BINARY);
-    ::SetConsoleOutputCP(CP_UTF8);
+    write_utf8_to_console();
     ::SetErrorMode(SEM_FAILCRITICALERRORS); // an empty drive is a failure and no box of the system's
 
     int count = 0;

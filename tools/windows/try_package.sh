@@ -6,7 +6,8 @@ set -eu
 cd "$(dirname "$0")/../.."
 
 trial=$PWD/build/windows/trial
-wine=$PWD/tools/windows/wine.sh
+wine_tools=$PWD/tools/windows
+wine=$wine_tools/wine.sh
 WINEPREFIX=${WINEPREFIX:-$PWD/build/windows/wine}
 export WINEPREFIX
 . tools/own_screen.sh
@@ -32,6 +33,11 @@ done
 
 sh "$wine" tarvik-play.exe --drive 'd=..\by player' docket.play > ../played.txt || fail "the player's status, see played.txt"
 all_dockets_in "$trial/by player" || fail "the player made $(dockets_in "$trial/by player") dockets"
+
+# A console is left as it was found: a batch file's own words would be unreadable behind the player.
+x86_64-w64-mingw32-gcc-posix -Wall -Werror -o ../in_console.exe "$wine_tools/in_console.c"
+script -qec "sh '$wine' ../in_console.exe tarvik-play.exe --version" ../console.txt > ../shown.txt < /dev/null || fail "the console's code page"
+
 [ -e tarvik.exe ] || {
     echo "the archive: 27 dockets by the player"
     exit 0
