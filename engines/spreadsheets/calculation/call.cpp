@@ -99,10 +99,17 @@ const Area& Call::area(std::size_t i) const
     throw ErrorResult{error ? *error : CellError::Value};
 }
 
+double Call::to_number(const Value& value) const
+{
+    const Value number = calculation::to_number(value, counts_from_1904());
+    if (const auto* const error = std::get_if<CellError>(&number)) throw ErrorResult{*error};
+    return std::get<double>(number);
+}
+
 // False for an error, which is then the argument.
 bool Call::take(std::size_t i, char kind, const Value& value)
 {
-    Value taken = kind == 'n'   ? to_number(value, counts_from_1904())
+    Value taken = kind == 'n'   ? calculation::to_number(value, counts_from_1904())
                   : kind == 't' ? to_text(value)
                   : kind == 'l' ? to_truth(value)
                                 : value;

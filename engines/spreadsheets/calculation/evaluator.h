@@ -112,6 +112,8 @@ public:
     Evaluator& evaluator() noexcept { return evaluator_; }
     Mode mode() const noexcept { return mode_; }
     bool counts_from_1904() const { return evaluator_.source().counts_from_1904(); }
+    /// The number that the value is or reads as. ErrorResult for an error.
+    double to_number(const Value& value) const;
 
     Operand run(const Function& function);
 

@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/calculation/numbers.h"
 
 #include <cmath>
-#include <optional>
 
 namespace tarvik::calculation {
 
@@ -19,13 +18,6 @@ Growth growth(double rate, double periods, bool pays_first)
     return {(grown - 1) / rate * (pays_first ? 1 + rate : 1), grown};
 }
 
-double payment(double rate, double periods, double present, double future, bool pays_first)
-{
-    const auto [payments, principal] = growth(rate, periods, pays_first);
-    require(payments != 0);
-    return -(present * principal + future) / payments;
-}
-
 double future_value(double rate, double periods, double paid, double present, bool pays_first)
 {
     const auto [payments, principal] = growth(rate, periods, pays_first);
@@ -34,7 +26,9 @@ double future_value(double rate, double periods, double paid, double present, bo
 
 Operand pmt(Call& call)
 {
-    return Value(payment(call.number(0), call.number(1), call.number(2), call.number(3, 0), call.number(4, 0) != 0));
+    const auto [payments, principal] = growth(call.number(0), call.number(1), call.number(4, 0) != 0);
+    require(payments != 0);
+    return Value(-(call.number(2) * principal + call.number(3, 0)) / payments);
 }
 
 Operand fv(Call& call)
@@ -47,30 +41,6 @@ Operand pv(Call& call)
 {
     const auto [payments, principal] = growth(call.number(0), call.number(1), call.number(4, 0) != 0);
     return Value(-(call.number(3, 0) + call.number(2) * payments) / principal);
-}
-
-double interest(Call& call)
-{
-    const double rate = call.number(0), period = call.number(1), periods = call.number(2), present = call.number(3);
-    const double future = call.number(4, 0);
-    const bool pays_first = call.number(5, 0) != 0;
-    require(period >= 1 && period < periods + 1);
-    if (pays_first && period == 1) return 0;
-    const double paid = payment(rate, periods, present, future, pays_first);
-    if (pays_first) return (future_value(rate, period - 2, paid, present, true) - paid) * rate;
-    return future_value(rate, period - 1, paid, present, false) * rate;
-}
-
-Operand ipmt(Call& call)
-{
-    return Value(interest(call));
-}
-
-Operand ppmt(Call& call)
-{
-    const double paid =
-        payment(call.number(0), call.number(2), call.number(3), call.number(4, 0), call.number(5, 0) != 0);
-    return Value(paid - interest(call));
 }
 
 Operand nper(Call& call)
@@ -99,34 +69,26 @@ Operand npv(Call& call)
 
 // Newton's way to where the function is 0.
 template <typename Function>
-std::optional<double> root_near(double guess, Function function)
+double root_near(double guess, Function function)
 {
     double at = guess;
     for (int step = 0; step < 100; ++step) {
         const double value = function(at);
         const double width = 1e-6 * std::max(1.0, std::abs(at));
         const double slope = (function(at + width) - function(at - width)) / (2 * width);
-        if (slope == 0 || !std::isfinite(slope) || !std::isfinite(value)) return std::nullopt;
+        require(slope != 0 && std::isfinite(slope) && std::isfinite(value));
         const double next = at - value / slope;
         if (std::abs(next - at) < 1e-13 * std::max(1.0, std::abs(at))) return next;
-        at = next;
-        if (at <= -1) at = -0.99;
+        at = next > -1 ? next : -0.99;
     }
-    return std::nullopt;
+    throw ErrorResult{CellError::Number};
 }
 
 Operand irr(Call& call)
 {
     const auto flows = numbers_of(call, 0);
-    bool has_income = false, has_cost = false;
-    for (const double flow : flows) {
-        has_income = has_income || flow > 0;
-        has_cost = has_cost || flow < 0;
-    }
-    require(has_income && has_cost);
-    const auto rate = root_near(call.number(1, 0.1), [&](double at) { return present_value(flows, at); });
-    require(rate.has_value());
-    return Value(*rate);
+    require(largest_of(flows) > 0 && smallest_of(flows) < 0);
+    return Value(root_near(call.number(1, 0.1), [&](double at) { return present_value(flows, at); }));
 }
 
 Operand rate(Call& call)
@@ -135,22 +97,13 @@ Operand rate(Call& call)
     const double future = call.number(3, 0);
     const bool pays_first = call.number(4, 0) != 0;
     require(periods > 0);
-    const auto found = root_near(
-        call.number(5, 0.1), [&](double at) { return future_value(at, periods, paid, present, pays_first) - future; });
-    require(found.has_value());
-    return Value(*found);
-}
-
-Operand sln(Call& call)
-{
-    require(call.number(2) != 0, CellError::DivisionByZero);
-    return Value((call.number(0) - call.number(1)) / call.number(2));
+    return Value(root_near(call.number(5, 0.1),
+                           [&](double at) { return future_value(at, periods, paid, present, pays_first) - future; }));
 }
 
 constexpr Function table[] = {
-    {"FV", 3, 5, "n", fv},      {"IPMT", 4, 6, "n", ipmt}, {"IRR", 1, 2, "rn", irr},  {"NPER", 3, 5, "n", nper},
-    {"NPV", 2, 255, "nr", npv}, {"PMT", 3, 5, "n", pmt},   {"PPMT", 4, 6, "n", ppmt}, {"PV", 3, 5, "n", pv},
-    {"RATE", 3, 6, "n", rate},  {"SLN", 3, 3, "n", sln},
+    {"FV", 3, 5, "n", fv},   {"IRR", 1, 2, "rn", irr}, {"NPER", 3, 5, "n", nper}, {"NPV", 2, 255, "nr", npv},
+    {"PMT", 3, 5, "n", pmt}, {"PV", 3, 5, "n", pv},    {"RATE", 3, 6, "n", rate},
 };
 
 } // namespace

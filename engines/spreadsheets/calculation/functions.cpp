@@ -12,8 +12,8 @@ ByName all_functions()
 {
     ByName functions;
     for (const auto group :
-         {logic_functions(), mathematics_functions(), statistics_functions(), subtotal_functions(),
-          conditional_functions(), lookup_functions(), text_functions(), date_functions(), finance_functions()})
+         {logic_functions(), mathematics_functions(), statistics_functions(), conditional_functions(),
+          lookup_functions(), text_functions(), date_functions(), finance_functions()})
         for (const auto& function : group) functions.emplace(function.name, &function);
     return functions;
 }

@@ -29,7 +29,6 @@ const Function* find_function(std::string_view name) noexcept;
 std::span<const Function> logic_functions() noexcept;
 std::span<const Function> mathematics_functions() noexcept;
 std::span<const Function> statistics_functions() noexcept;
-std::span<const Function> subtotal_functions() noexcept;
 std::span<const Function> conditional_functions() noexcept;
 std::span<const Function> lookup_functions() noexcept;
 std::span<const Function> text_functions() noexcept;

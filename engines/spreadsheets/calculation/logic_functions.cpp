@@ -168,12 +168,6 @@ Operand error_type(Call& call)
     return error ? Value(static_cast<double>(*error) + 1) : Value(CellError::NotAvailable);
 }
 
-Operand is_formula(Call& call)
-{
-    const Area& area = call.area(0);
-    return Value(call.evaluator().source().formula({area.sheet, area.range.first}) != nullptr);
-}
-
 template <typename Kind>
 Operand is_kind(Call& call)
 {
@@ -183,9 +177,7 @@ Operand is_kind(Call& call)
 Operand is_odd(Call& call)
 {
     if (std::holds_alternative<bool>(call.value(0))) return Value(CellError::Value);
-    const Value number = to_number(call.value(0), call.counts_from_1904());
-    if (is_error(number)) return number;
-    return Value(std::fmod(std::trunc(std::get<double>(number)), 2) != 0);
+    return Value(std::fmod(std::trunc(call.to_number(call.value(0))), 2) != 0);
 }
 
 Operand is_even(Call& call)
@@ -208,7 +200,6 @@ constexpr Function table[] = {
      [](Call& call) -> Operand { return Value(is_error(call.value(0)) && !is_not_available(call.value(0))); }},
     {"ISERROR", 1, 1, "e", is_kind<CellError>},
     {"ISEVEN", 1, 1, "v", is_even},
-    {"ISFORMULA", 1, 1, "r", is_formula},
     {"ISLOGICAL", 1, 1, "e", is_kind<bool>},
     {"ISNA", 1, 1, "e", [](Call& call) -> Operand { return Value(is_not_available(call.value(0))); }},
     {"ISNONTEXT", 1, 1, "e", [](Call& call) -> Operand { return Value(!std::holds_alternative<Text>(call.value(0))); }},

@@ -101,37 +101,21 @@ Operand look_up(Call& call)
                             : part_of(call, call.operand(2), 0, *found, 1, 1);
 }
 
-Operand x_find(Call& call, std::size_t match_argument)
-{
-    const Value& key = call.value(0);
-    const auto [rows, columns] = shape_of(call.operand(1));
-    require(rows == 1 || columns == 1, CellError::Value);
-    if (call.whole(match_argument + 1, 1) != 1) throw CannotCalculate("a search from the end");
-    const int kind = call.whole(match_argument, 0);
-    if (kind != 0 && kind != 2) throw CannotCalculate("an approximate search");
-    const auto found =
-        find_exactly(call.evaluator(), Line(call.evaluator(), call.operand(1), columns == 1), key, kind == 2);
-    return found ? Value(static_cast<double>(*found)) : Value(CellError::NotAvailable);
-}
-
-Operand x_match(Call& call)
-{
-    const Value found = std::get<Value>(x_find(call, 2));
-    const auto* const number = std::get_if<double>(&found);
-    return number ? Value(*number + 1) : found;
-}
-
 Operand x_look_up(Call& call)
 {
-    const Value found = std::get<Value>(x_find(call, 4));
-    const auto* const number = std::get_if<double>(&found);
-    if (!number) return call.is_missing(3) ? found : Operand(call.evaluate(3));
+    const auto [searched_rows, searched_columns] = shape_of(call.operand(1));
     const auto [rows, columns] = shape_of(call.operand(2));
-    const bool is_column = shape_of(call.operand(1)).columns == 1;
-    const int at = static_cast<int>(*number);
-    require(at < (is_column ? rows : columns), CellError::Value);
-    return is_column ? part_of(call, call.operand(2), at, 0, 1, columns)
-                     : part_of(call, call.operand(2), 0, at, rows, 1);
+    require(searched_rows == 1 || searched_columns == 1, CellError::Value);
+    const int kind = call.whole(4, 0);
+    if (kind != 0 && kind != 2) throw CannotCalculate("an approximate search");
+    if (call.whole(5, 1) != 1) throw CannotCalculate("a search from the end");
+    const bool is_column = searched_columns == 1;
+    const Line line(call.evaluator(), call.operand(1), is_column);
+    const auto found = find_exactly(call.evaluator(), line, call.value(0), kind == 2);
+    if (!found) return call.is_missing(3) ? Operand(Value(CellError::NotAvailable)) : call.evaluate(3);
+    require(*found < (is_column ? rows : columns), CellError::Value);
+    return is_column ? part_of(call, call.operand(2), *found, 0, 1, columns)
+                     : part_of(call, call.operand(2), 0, *found, rows, 1);
 }
 
 Operand index(Call& call)
@@ -156,9 +140,7 @@ Operand choose(Call& call)
     auto& evaluator = call.evaluator();
     const Operand which = call.evaluate_valued(0);
     const auto chosen = [&](const Value& value) {
-        const Value number = to_number(value, call.counts_from_1904());
-        if (const auto* const error = std::get_if<CellError>(&number)) throw ErrorResult{*error};
-        const double place = std::trunc(std::get<double>(number));
+        const double place = std::trunc(call.to_number(value));
         require(place >= 1 && place < static_cast<double>(call.size()), CellError::Value);
         return static_cast<std::size_t>(place);
     };
@@ -254,19 +236,8 @@ Operand transpose(Call& call)
     return ArrayPointer(turned);
 }
 
-Operand sheet_number(Call& call)
-{
-    if (call.size() == 0) return Value(static_cast<double>(call.evaluator().at().sheet));
-    return Value(static_cast<double>(call.area(0).sheet));
-}
-
 constexpr Function table[] = {
     {"ADDRESS", 2, 5, "nnnlt", address},
-    {"AREAS", 1, 1, "r",
-     [](Call& call) -> Operand {
-         const auto* const areas = std::get_if<Areas>(&call.operand(0));
-         return areas ? Value(static_cast<double>(areas->size())) : Value(CellError::Value);
-     }},
     {"CHOOSE", 2, 255, "x", choose},
     {"COLUMN", 0, 1, "r", line_number<false>},
     {"COLUMNS", 1, 1, "r", [](Call& call) -> Operand { return Value(double(shape_of(call.operand(0)).columns)); }},
@@ -279,11 +250,9 @@ constexpr Function table[] = {
     {"OFFSET", 3, 5, "rnnnn", offset, true},
     {"ROW", 0, 1, "r", line_number<true>},
     {"ROWS", 1, 1, "r", [](Call& call) -> Operand { return Value(double(shape_of(call.operand(0)).rows)); }},
-    {"SHEET", 0, 1, "r", sheet_number},
     {"TRANSPOSE", 1, 1, "a", transpose},
     {"VLOOKUP", 3, 4, "vrnl", look_up_across<true>},
     {"XLOOKUP", 3, 6, "vaaxnn", x_look_up},
-    {"XMATCH", 2, 4, "vann", x_match},
 };
 
 } // namespace

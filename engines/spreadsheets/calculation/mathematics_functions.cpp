@@ -146,51 +146,6 @@ Operand combin(Call& call)
     return Value(combinations(std::trunc(call.number(0)), std::trunc(call.number(1))));
 }
 
-Operand permut(Call& call)
-{
-    const double number = std::trunc(call.number(0)), chosen = std::trunc(call.number(1));
-    require(number >= 0 && chosen >= 0 && chosen <= number && chosen < 1e4);
-    double product = 1;
-    for (int i = 0; i < static_cast<int>(chosen); ++i) product *= number - i;
-    return Value(product);
-}
-
-double whole_number(const Value& value, Call& call)
-{
-    require(!std::holds_alternative<bool>(value), CellError::Value);
-    const Value number = to_number(value, call.counts_from_1904());
-    if (const auto* const error = std::get_if<CellError>(&number)) throw ErrorResult{*error};
-    const double whole = std::trunc(std::get<double>(number));
-    require(whole >= 0 && whole < largest_whole);
-    return whole;
-}
-
-template <bool is_least_multiple>
-Operand common(Call& call)
-{
-    double result = is_least_multiple ? 1 : 0;
-    for (std::size_t i = 0; i < call.size(); ++i) {
-        call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
-            const auto number = static_cast<std::int64_t>(whole_number(value, call));
-            const auto so_far = static_cast<std::int64_t>(result);
-            const auto divisor = std::gcd(so_far, number);
-            if (!is_least_multiple) {
-                result = static_cast<double>(divisor);
-            } else {
-                result = divisor == 0 ? 0 : result / static_cast<double>(divisor) * static_cast<double>(number);
-            }
-            require(result < largest_whole);
-        });
-    }
-    return Value(result);
-}
-
-Operand quotient(Call& call)
-{
-    require(call.number(1) != 0, CellError::DivisionByZero);
-    return Value(std::trunc(call.number(0) / call.number(1)));
-}
-
 Operand arc_tangent_2(Call& call)
 {
     require(call.number(0) != 0 || call.number(1) != 0, CellError::DivisionByZero);
@@ -220,9 +175,7 @@ constexpr Function table[] = {
     {"FACT", 1, 1, "n", fact},
     {"FLOOR", 2, 2, "n", floor_function},
     {"FLOOR.MATH", 1, 3, "n", step_math<false>},
-    {"GCD", 1, 255, "r", common<false>},
     {"INT", 1, 1, "n", plain<floor_15>},
-    {"LCM", 1, 255, "r", common<true>},
     {"LN", 1, 1, "n",
      [](Call& call) -> Operand { return call.number(0) > 0 ? Value(std::log(call.number(0))) : CellError::Number; }},
     {"LOG", 1, 2, "n", log_function},
@@ -231,11 +184,9 @@ constexpr Function table[] = {
     {"MOD", 2, 2, "n", modulo},
     {"MROUND", 2, 2, "n", mround},
     {"ODD", 1, 1, "n", odd},
-    {"PERMUT", 2, 2, "n", permut},
     {"PI", 0, 0, "n", [](Call&) -> Operand { return Value(std::numbers::pi); }},
     {"POWER", 2, 2, "n",
      [](Call& call) -> Operand { return operate(Operator::Power, call.value(0), call.value(1), false); }},
-    {"QUOTIENT", 2, 2, "n", quotient},
     {"RADIANS", 1, 1, "n",
      [](Call& call) -> Operand { return Value(call.number(0) / degrees_of_circle * std::numbers::pi); }},
     {"ROUND", 2, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1))); }},

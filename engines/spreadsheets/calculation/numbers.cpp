@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
+#include <numeric>
 #include <unordered_map>
 
 namespace tarvik::calculation {
@@ -14,11 +16,7 @@ void visit_numbers(Call& call, std::size_t argument, Counted counted, const Numb
     call.evaluator().visit_values(call.operand(argument), [&](const Value& value) {
         if (const auto* const number = std::get_if<double>(&value)) return visitor(*number);
         if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
-        if (is_direct) {
-            const Value number = to_number(value, call.counts_from_1904());
-            if (const auto* const error = std::get_if<CellError>(&number)) throw ErrorResult{*error};
-            return visitor(std::get<double>(number));
-        }
+        if (is_direct) return visitor(call.to_number(value));
         if (counted == Counted::Numbers || std::holds_alternative<std::monostate>(value)) return;
         const auto* const truth = std::get_if<bool>(&value);
         visitor(truth && *truth ? 1 : 0);
@@ -40,28 +38,35 @@ std::vector<double> numbers_of(Call& call, std::size_t argument)
     return numbers;
 }
 
-double sum_of(const std::vector<double>& numbers) noexcept
+double sum_of(const std::vector<double>& numbers)
 {
-    double sum = 0;
-    for (const double number : numbers) sum += number;
-    return sum;
+    return std::accumulate(numbers.begin(), numbers.end(), 0.0);
 }
 
-double product_of(const std::vector<double>& numbers) noexcept
+double product_of(const std::vector<double>& numbers)
 {
-    double product = numbers.empty() ? 0 : 1;
-    for (const double number : numbers) product *= number;
-    return product;
+    return std::accumulate(numbers.begin(), numbers.end(), numbers.empty() ? 0.0 : 1.0, std::multiplies<>());
 }
 
-double largest_of(const std::vector<double>& numbers) noexcept
+double largest_of(const std::vector<double>& numbers)
 {
-    return numbers.empty() ? 0 : *std::ranges::max_element(numbers);
+    return numbers.empty() ? 0 : std::ranges::max(numbers);
 }
 
-double smallest_of(const std::vector<double>& numbers) noexcept
+double smallest_of(const std::vector<double>& numbers)
 {
-    return numbers.empty() ? 0 : *std::ranges::min_element(numbers);
+    return numbers.empty() ? 0 : std::ranges::min(numbers);
+}
+
+double mean_of(const std::vector<double>& numbers)
+{
+    require(!numbers.empty(), CellError::DivisionByZero);
+    return sum_of(numbers) / static_cast<double>(numbers.size());
+}
+
+double median_of(const std::vector<double>& numbers)
+{
+    return percentile_of(numbers, 0.5, false);
 }
 
 double most_frequent_of(const std::vector<double>& numbers)
@@ -73,25 +78,14 @@ double most_frequent_of(const std::vector<double>& numbers)
     return *std::ranges::find_if(numbers, [&](double number) { return counts[number] == most; });
 }
 
-double ranked_of(std::vector<double> numbers, double place, bool is_from_largest)
+double sum_of_squares(const std::vector<double>& numbers)
 {
-    require(place >= 1 && place <= static_cast<double>(numbers.size()));
-    const auto index = static_cast<std::size_t>(place);
-    const auto wanted =
-        numbers.begin() + static_cast<std::ptrdiff_t>(is_from_largest ? numbers.size() - index : index - 1);
-    std::ranges::nth_element(numbers, wanted);
-    return *wanted;
+    return std::inner_product(numbers.begin(), numbers.end(), numbers.begin(), 0.0);
 }
 
-double mean_of(const std::vector<double>& numbers)
+double squared_distances(const std::vector<double>& numbers)
 {
-    require(!numbers.empty(), CellError::DivisionByZero);
-    return sum_of(numbers) / static_cast<double>(numbers.size());
-}
-
-double squares_of(const std::vector<double>& numbers)
-{
-    require(!numbers.empty(), CellError::DivisionByZero);
+    require(!numbers.empty());
     // Equal numbers have no distance from their mean, however it is rounded.
     if (std::ranges::count(numbers, numbers.front()) == std::ssize(numbers)) return 0;
     const double mean = mean_of(numbers);
@@ -100,10 +94,36 @@ double squares_of(const std::vector<double>& numbers)
     return sum;
 }
 
-double variance_of(const std::vector<double>& numbers, bool is_sample)
+double sample_variance(const std::vector<double>& numbers)
 {
-    require(numbers.size() > (is_sample ? 1U : 0U), CellError::DivisionByZero);
-    return squares_of(numbers) / (static_cast<double>(numbers.size()) - (is_sample ? 1 : 0));
+    require(numbers.size() > 1, CellError::DivisionByZero);
+    return squared_distances(numbers) / (static_cast<double>(numbers.size()) - 1);
+}
+
+double variance(const std::vector<double>& numbers)
+{
+    require(!numbers.empty(), CellError::DivisionByZero);
+    return squared_distances(numbers) / static_cast<double>(numbers.size());
+}
+
+double sample_deviation(const std::vector<double>& numbers)
+{
+    return std::sqrt(sample_variance(numbers));
+}
+
+double deviation(const std::vector<double>& numbers)
+{
+    return std::sqrt(variance(numbers));
+}
+
+double ranked_of(std::vector<double> numbers, double place, bool is_from_largest)
+{
+    require(place >= 1 && place <= static_cast<double>(numbers.size()));
+    const auto index = static_cast<std::size_t>(place);
+    const auto wanted =
+        numbers.begin() + static_cast<std::ptrdiff_t>(is_from_largest ? numbers.size() - index : index - 1);
+    std::ranges::nth_element(numbers, wanted);
+    return *wanted;
 }
 
 double percentile_of(std::vector<double> numbers, double part, bool is_exclusive)

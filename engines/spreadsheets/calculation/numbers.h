@@ -24,21 +24,29 @@ inline void require(bool holds, CellError error = CellError::Number)
     if (!holds) throw ErrorResult{error};
 }
 
-double sum_of(const std::vector<double>& numbers) noexcept;
+/// What a row of numbers comes to. ErrorResult where too few are there.
+using Fold = double (*)(const std::vector<double>& numbers);
+
+double sum_of(const std::vector<double>& numbers);
 /// 0 of none.
-double product_of(const std::vector<double>& numbers) noexcept;
-double largest_of(const std::vector<double>& numbers) noexcept;
-double smallest_of(const std::vector<double>& numbers) noexcept;
-/// ErrorResult when none comes twice; of several the first.
+double product_of(const std::vector<double>& numbers);
+double largest_of(const std::vector<double>& numbers);
+double smallest_of(const std::vector<double>& numbers);
+double mean_of(const std::vector<double>& numbers);
+double median_of(const std::vector<double>& numbers);
+/// The one that comes most often, but twice at least; of several the first.
 double most_frequent_of(const std::vector<double>& numbers);
+double sum_of_squares(const std::vector<double>& numbers);
+/// Of the distances from the mean.
+double squared_distances(const std::vector<double>& numbers);
+/// Of a sample, or of all there are; the deviation is its root.
+double sample_variance(const std::vector<double>& numbers);
+double variance(const std::vector<double>& numbers);
+double sample_deviation(const std::vector<double>& numbers);
+double deviation(const std::vector<double>& numbers);
+
 /// The place counts from 1, from the largest number or from the smallest. ErrorResult for one that is not there.
 double ranked_of(std::vector<double> numbers, double place, bool is_from_largest);
-/// Of at least one number.
-double mean_of(const std::vector<double>& numbers);
-/// Of the squares of the distances from the mean.
-double squares_of(const std::vector<double>& numbers);
-/// The variance, of all or of a sample.
-double variance_of(const std::vector<double>& numbers, bool is_sample);
 /// Between the sorted numbers, `part` from 0 to 1; exclusive: the ends stand for what lies outside of them.
 double percentile_of(std::vector<double> numbers, double part, bool is_exclusive);
 

@@ -2,12 +2,18 @@
 #include "engines/spreadsheets/calculation/numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
-#include <numbers>
 
 namespace tarvik::calculation {
 
 namespace {
+
+template <Fold fold, Counted counted = Counted::Numbers>
+Operand folded(Call& call)
+{
+    return Value(fold(all_numbers(call, 0, counted)));
+}
 
 Operand sum(Call& call)
 {
@@ -54,26 +60,6 @@ Operand count_blank(Call& call)
     return Value(result);
 }
 
-template <Counted counted>
-Operand average(Call& call)
-{
-    return Value(mean_of(all_numbers(call, 0, counted)));
-}
-
-template <Counted counted, bool is_largest>
-Operand extreme(Call& call)
-{
-    const auto numbers = all_numbers(call, 0, counted);
-    return Value(is_largest ? largest_of(numbers) : smallest_of(numbers));
-}
-
-template <Counted counted, bool is_sample, bool is_deviation>
-Operand variance(Call& call)
-{
-    const double result = variance_of(all_numbers(call, 0, counted), is_sample);
-    return Value(is_deviation ? std::sqrt(result) : result);
-}
-
 template <bool is_largest>
 Operand ranked(Call& call)
 {
@@ -95,11 +81,6 @@ Operand rank(Call& call)
     return Value(before + (is_average ? (equal + 1) / 2 : 1));
 }
 
-Operand median(Call& call)
-{
-    return Value(percentile_of(all_numbers(call), 0.5, false));
-}
-
 // A text, and one cell without a number, are no arguments.
 Operand mode(Call& call)
 {
@@ -118,25 +99,6 @@ Operand percentile(Call& call)
 {
     const double part = parts == 1 ? call.number(1) : std::trunc(call.number(1)) / parts;
     return Value(percentile_of(numbers_of(call, 0), part, is_exclusive));
-}
-
-Operand square_sum(Call& call)
-{
-    double result = 0;
-    for (const double number : all_numbers(call)) result += number * number;
-    return Value(result);
-}
-
-Operand geometric_mean(Call& call)
-{
-    const auto numbers = all_numbers(call);
-    double sum = 0;
-    for (const double number : numbers) {
-        require(number > 0);
-        sum += std::log(number);
-    }
-    require(!numbers.empty());
-    return Value(std::exp(sum / static_cast<double>(numbers.size())));
 }
 
 Operand sum_product(Call& call)
@@ -172,33 +134,133 @@ Operand sum_product(Call& call)
     return Value(result);
 }
 
-constexpr auto numbers_only = Counted::Numbers;
-constexpr auto everything = Counted::Everything;
+std::vector<double> numbers_among(const std::vector<Value>& values)
+{
+    std::vector<double> numbers;
+    for (const auto& value : values) {
+        if (const auto* const number = std::get_if<double>(&value)) numbers.push_back(*number);
+        if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
+    }
+    return numbers;
+}
+
+// What is left out of the areas.
+struct Skipped {
+    bool hidden = false, filtered = false, subtotals = false, errors = false;
+};
+
+void append_subtotal_values(Call& call, std::size_t argument, const Skipped& skipped, std::vector<Value>& values)
+{
+    auto& evaluator = call.evaluator();
+    const auto& source = evaluator.source();
+    const auto append = [&](const Value& value) {
+        if (!(skipped.errors && std::holds_alternative<CellError>(value))) values.push_back(value);
+    };
+    const auto* const areas = std::get_if<Areas>(&call.operand(argument));
+    if (!areas) return evaluator.visit_values(call.operand(argument), append);
+    for (const auto& area : *areas) {
+        evaluator.visit(area, [&](Place place, const Value& value) {
+            if (skipped.hidden && source.is_row_hidden(area.sheet, place.row)) return;
+            if (skipped.filtered && source.is_row_filtered(area.sheet, place.row)) return;
+            if (skipped.subtotals) {
+                const auto formula = source.formula({area.sheet, place});
+                if (formula && formula->has_subtotal()) return;
+            }
+            append(value);
+        });
+    }
+}
+
+// Subtotals take it from the sum of squares, to whose last digits spreadsheet applications round; where that would lose
+// more than digits, from the distances.
+template <bool is_sample>
+double variance_of_sums(const std::vector<double>& numbers)
+{
+    const auto count = static_cast<double>(numbers.size());
+    const double squares = sum_of_squares(numbers), sum = sum_of(numbers), distances = squares - sum * sum / count;
+    if (count < 2 || distances < squares / 1000) return is_sample ? sample_variance(numbers) : variance(numbers);
+    return distances / (count - (is_sample ? 1 : 0));
+}
+
+template <bool is_sample>
+double deviation_of_sums(const std::vector<double>& numbers)
+{
+    return std::sqrt(variance_of_sums<is_sample>(numbers));
+}
+
+// Kinds 1 to 13: the numbers by which the function to take is named. Two count, and take other values too.
+Value subtotal_of(int kind, const std::vector<Value>& values)
+{
+    constexpr std::array<Fold, 13> folds{mean_of,
+                                         nullptr,
+                                         nullptr,
+                                         largest_of,
+                                         smallest_of,
+                                         product_of,
+                                         deviation_of_sums<true>,
+                                         deviation_of_sums<false>,
+                                         sum_of,
+                                         variance_of_sums<true>,
+                                         variance_of_sums<false>,
+                                         median_of,
+                                         most_frequent_of};
+    if (const Fold fold = folds.at(static_cast<std::size_t>(kind) - 1)) return fold(numbers_among(values));
+    return static_cast<double>(std::ranges::count_if(values, [kind](const Value& value) {
+        return kind == 2 ? std::holds_alternative<double>(value) : !std::holds_alternative<std::monostate>(value);
+    }));
+}
+
+Operand subtotal(Call& call)
+{
+    const int code = call.whole(0);
+    const bool skips_hidden = code > 100;
+    std::vector<Value> values;
+    for (std::size_t i = 1; i < call.size(); ++i)
+        append_subtotal_values(call, i, {.hidden = skips_hidden, .filtered = true, .subtotals = true}, values);
+    const int kind = skips_hidden ? code - 100 : code;
+    require(kind >= 1 && kind <= 11, CellError::Value);
+    return subtotal_of(kind, values);
+}
+
+Operand aggregate(Call& call)
+{
+    const int kind = call.whole(0), option = call.whole(1, 0);
+    require(kind >= 1 && kind <= 19 && option >= 0 && option <= 7, CellError::Value);
+    const Skipped skipped{.hidden = option % 2 == 1,
+                          .filtered = option % 2 == 1,
+                          .subtotals = option < 4,
+                          .errors = option == 2 || option == 3 || option > 5};
+    std::vector<Value> values;
+    const std::size_t behind = kind < 14 ? call.size() : 3;
+    for (std::size_t i = 2; i < behind; ++i) append_subtotal_values(call, i, skipped, values);
+    if (kind < 14) return subtotal_of(kind, values);
+    require(call.size() == 4, CellError::Value);
+    const double place = call.to_number(call.evaluator().single(call.operand(3)));
+    const auto numbers = numbers_among(values);
+    if (kind < 16) return Value(ranked_of(numbers, std::floor(place), kind == 14));
+    return Value(percentile_of(numbers, kind % 2 == 1 ? std::trunc(place) / 4 : place, kind > 17));
+}
 
 constexpr Function table[] = {
-    {"AVERAGE", 1, 255, "r", average<numbers_only>},
-    {"AVERAGEA", 1, 255, "r", average<everything>},
+    {"AGGREGATE", 3, 255, "nnar", aggregate},
+    {"AVERAGE", 1, 255, "r", folded<mean_of>},
+    {"AVERAGEA", 1, 255, "r", folded<mean_of, Counted::Everything>},
     {"COUNT", 1, 255, "r", count},
     {"COUNTA", 1, 255, "r", count_all},
     {"COUNTBLANK", 1, 1, "r", count_blank},
-    {"DEVSQ", 1, 255, "r",
-     [](Call& call) -> Operand {
-         const auto numbers = all_numbers(call);
-         return numbers.empty() ? Value(CellError::Number) : Value(squares_of(numbers));
-     }},
-    {"GEOMEAN", 1, 255, "r", geometric_mean},
+    {"DEVSQ", 1, 255, "r", folded<squared_distances>},
     {"LARGE", 2, 2, "rn", ranked<true>},
-    {"MAX", 1, 255, "r", extreme<numbers_only, true>},
-    {"MAXA", 1, 255, "r", extreme<everything, true>},
-    {"MEDIAN", 1, 255, "r", median},
-    {"MIN", 1, 255, "r", extreme<numbers_only, false>},
-    {"MINA", 1, 255, "r", extreme<everything, false>},
+    {"MAX", 1, 255, "r", folded<largest_of>},
+    {"MAXA", 1, 255, "r", folded<largest_of, Counted::Everything>},
+    {"MEDIAN", 1, 255, "r", folded<median_of>},
+    {"MIN", 1, 255, "r", folded<smallest_of>},
+    {"MINA", 1, 255, "r", folded<smallest_of, Counted::Everything>},
     {"MODE", 1, 255, "r", mode},
     {"MODE.SNGL", 1, 255, "r", mode},
     {"PERCENTILE", 2, 2, "rn", percentile<false, 1>},
     {"PERCENTILE.EXC", 2, 2, "rn", percentile<true, 1>},
     {"PERCENTILE.INC", 2, 2, "rn", percentile<false, 1>},
-    {"PRODUCT", 1, 255, "r", [](Call& call) -> Operand { return Value(product_of(all_numbers(call))); }},
+    {"PRODUCT", 1, 255, "r", folded<product_of>},
     {"QUARTILE", 2, 2, "rn", percentile<false, 4>},
     {"QUARTILE.EXC", 2, 2, "rn", percentile<true, 4>},
     {"QUARTILE.INC", 2, 2, "rn", percentile<false, 4>},
@@ -206,21 +268,18 @@ constexpr Function table[] = {
     {"RANK.AVG", 2, 3, "nrn", rank<true>},
     {"RANK.EQ", 2, 3, "nrn", rank<false>},
     {"SMALL", 2, 2, "rn", ranked<false>},
-    {"STDEV", 1, 255, "r", variance<numbers_only, true, true>},
-    {"STDEV.P", 1, 255, "r", variance<numbers_only, false, true>},
-    {"STDEV.S", 1, 255, "r", variance<numbers_only, true, true>},
-    {"STDEVA", 1, 255, "r", variance<everything, true, true>},
-    {"STDEVP", 1, 255, "r", variance<numbers_only, false, true>},
-    {"STDEVPA", 1, 255, "r", variance<everything, false, true>},
+    {"STDEV", 1, 255, "r", folded<sample_deviation>},
+    {"STDEV.P", 1, 255, "r", folded<deviation>},
+    {"STDEV.S", 1, 255, "r", folded<sample_deviation>},
+    {"STDEVP", 1, 255, "r", folded<deviation>},
+    {"SUBTOTAL", 2, 255, "nr", subtotal},
     {"SUM", 1, 255, "r", sum},
     {"SUMPRODUCT", 1, 255, "a", sum_product},
-    {"SUMSQ", 1, 255, "r", square_sum},
-    {"VAR", 1, 255, "r", variance<numbers_only, true, false>},
-    {"VAR.P", 1, 255, "r", variance<numbers_only, false, false>},
-    {"VAR.S", 1, 255, "r", variance<numbers_only, true, false>},
-    {"VARA", 1, 255, "r", variance<everything, true, false>},
-    {"VARP", 1, 255, "r", variance<numbers_only, false, false>},
-    {"VARPA", 1, 255, "r", variance<everything, false, false>},
+    {"SUMSQ", 1, 255, "r", folded<sum_of_squares>},
+    {"VAR", 1, 255, "r", folded<sample_variance>},
+    {"VAR.P", 1, 255, "r", folded<variance>},
+    {"VAR.S", 1, 255, "r", folded<sample_variance>},
+    {"VARP", 1, 255, "r", folded<variance>},
 };
 
 } // namespace
