@@ -4,9 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 
 namespace tarvik::calculation {
 
@@ -51,8 +50,20 @@ constexpr std::size_t sure_zeros = 8;
 Text with_digits(double number, int digits)
 {
     std::array<char, 40> buffer{};
-    const int size = std::snprintf(buffer.data(), buffer.size(), "%.*G", digits, number);
-    return {buffer.data(), buffer.data() + size};
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::general, digits).ptr;
+    return upper(TextView(Text(buffer.begin(), end)));
+}
+
+// The whole number at that many decimals, half of a digit added.
+double cut(double number, int decimals, double half) noexcept
+{
+    if (decimals > 300 || !std::isfinite(number)) return number;
+    if (decimals < -300) return 0;
+    const double power = std::pow(10.0, std::abs(decimals));
+    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
+    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
+    const double whole = std::floor(scaled + half);
+    return std::copysign(decimals >= 0 ? whole / power : whole * power, number);
 }
 
 // The value of the same kind that nothing stands for beside the other.
@@ -108,9 +119,7 @@ Text plain_text(double number)
     const auto zeros = static_cast<std::size_t>(-std::floor(std::log10(std::abs(number)))) - 1;
     if (zeros + digits > longest_decimals) return text;
     if (zeros > sure_zeros) throw CannotCalculate("a small number as a text");
-    std::array<char, 40> buffer{};
-    const int size = std::snprintf(buffer.data(), buffer.size(), "%.*f", static_cast<int>(zeros + digits), number);
-    return {buffer.data(), buffer.data() + size};
+    return decimal_text(number, static_cast<int>(zeros + digits));
 }
 
 Text general_text(double number)
@@ -122,13 +131,17 @@ Text general_text(double number)
     // Eleven characters hold the point too, and a 0 before it.
     const int decimals = exponent >= 10 ? 0 : exponent >= 0 ? 9 - exponent : 9;
     if (exponent < -4 && rounded(size, decimals) != to_15_digits(size)) return with_digits(number, 6);
-    std::array<char, 40> buffer{};
-    int length = std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, number);
-    if (decimals > 0) {
-        while (buffer.at(static_cast<std::size_t>(length) - 1) == '0') --length;
-        if (buffer.at(static_cast<std::size_t>(length) - 1) == '.') --length;
-    }
-    return {buffer.data(), buffer.data() + length};
+    Text text = decimal_text(number, decimals);
+    if (decimals > 0) text.erase(text.find_last_not_of(U'0') + 1);
+    if (text.ends_with(U'.')) text.pop_back();
+    return text;
+}
+
+Text decimal_text(double number, int decimals)
+{
+    std::array<char, 512> buffer{};
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::fixed, decimals).ptr;
+    return {buffer.begin(), end};
 }
 
 double to_15_digits(double number) noexcept
@@ -136,48 +149,35 @@ double to_15_digits(double number) noexcept
     if (!std::isfinite(number) || number == 0) return number;
     if (number == std::floor(number) && std::abs(number) < 1e15) return number;
     std::array<char, 40> buffer{};
-    static_cast<void>(std::snprintf(buffer.data(), buffer.size(), "%.14e", number));
-    return std::strtod(buffer.data(), nullptr);
+    const auto end = std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::scientific, 14).ptr;
+    double result = number;
+    std::from_chars(buffer.begin(), end, result); // leaves the number where the digits are too large a one
+    return result;
 }
 
 double rounded(double number, int decimals) noexcept
 {
-    if (decimals > 300 || !std::isfinite(number)) return number;
-    if (decimals < -300) return 0;
-    const double power = std::pow(10.0, std::abs(decimals));
-    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
-    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
-    const double whole = std::floor(scaled + 0.5);
-    return std::copysign(decimals >= 0 ? whole / power : whole * power, number);
+    return cut(number, decimals, 0.5);
 }
 
 double truncated(double number, int decimals) noexcept
 {
-    if (decimals > 300 || !std::isfinite(number)) return number;
-    if (decimals < -300) return 0;
-    const double power = std::pow(10.0, std::abs(decimals));
-    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
-    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
-    return std::copysign(decimals >= 0 ? std::floor(scaled) / power : std::floor(scaled) * power, number);
+    return cut(number, decimals, 0);
 }
 
 int compare(const Value& a, const Value& b)
 {
     const Value one = filled(a, b), other = filled(b, a);
-    const auto rank = [](const Value& value) { return value.index(); }; // in the order of Value
-    if (rank(one) != rank(other)) {
-        const auto place = [](const Value& value) {
+    if (one.index() != other.index()) {
+        const auto rank = [](const Value& value) {
             return std::holds_alternative<double>(value) ? 0 : std::holds_alternative<Text>(value) ? 1 : 2;
         };
-        return place(one) < place(other) ? -1 : 1;
+        return rank(one) < rank(other) ? -1 : 1;
     }
     if (const auto* const number = std::get_if<double>(&one)) return compare_numbers(*number, std::get<double>(other));
     if (const auto* const text = std::get_if<Text>(&one)) return compare_texts(*text, std::get<Text>(other));
-    if (const auto* const truth = std::get_if<bool>(&one)) {
-        const bool second = std::get<bool>(other);
-        return *truth == second ? 0 : *truth ? 1 : -1;
-    }
-    return 0;
+    const auto* const truth = std::get_if<bool>(&one);
+    return truth ? static_cast<int>(*truth) - static_cast<int>(std::get<bool>(other)) : 0;
 }
 
 bool is_equal(const Value& a, const Value& b)

@@ -22,6 +22,8 @@ Value to_truth(const Value& value);
 Text plain_text(double number);
 /// As a cell without a format shows it: as many digits as 11 characters hold.
 Text general_text(double number);
+/// With so many decimals, at most 127.
+Text decimal_text(double number, int decimals);
 
 /// The number with the digits that formulas know, which are 15.
 double to_15_digits(double number) noexcept;

@@ -16,7 +16,6 @@ CalendarTime calendar_time(double number, bool counts_from_1904) noexcept;
 bool is_day_number(double number, bool counts_from_1904) noexcept;
 /// 1 is Sunday.
 int weekday(double number, bool counts_from_1904) noexcept;
-bool is_leap_year(int year) noexcept;
 int days_of_month(int year, int month) noexcept;
 
 } // namespace tarvik::calculation

@@ -13,6 +13,19 @@ using Kind = FormatPiece::Kind;
 
 constexpr std::array<std::u32string_view, 10> colours{U"black", U"blue",  U"cyan",   U"green", U"magenta",
                                                       U"red",   U"white", U"yellow", U"color", U"colour"};
+constexpr std::array<std::pair<std::u32string_view, Kind>, 13> words{{{U"am/pm", Kind::HalfDay},
+                                                                      {U"a/p", Kind::HalfDay},
+                                                                      {U"上午/下午", Kind::HalfDay},
+                                                                      {U"general", Kind::General},
+                                                                      {U"e+", Kind::Exponent},
+                                                                      {U"e-", Kind::Exponent},
+                                                                      {U"0", Kind::Digit},
+                                                                      {U"#", Kind::Digit},
+                                                                      {U"?", Kind::Digit},
+                                                                      {U".", Kind::Point},
+                                                                      {U",", Kind::Comma},
+                                                                      {U"%", Kind::Percent},
+                                                                      {U"@", Kind::Text}}};
 constexpr std::array<std::u32string_view, 6> relations{U"<=", U">=", U"<>", U"<", U">", U"="};
 
 class FormatParser {
@@ -26,33 +39,21 @@ public:
     }
 
 private:
-    char32_t peek(std::size_t ahead = 0) const
-    {
-        return at_ + ahead < format_.size() ? format_[at_ + ahead] : char32_t{0};
-    }
-    bool starts_with(std::u32string_view word) const { return TextView(lowered_).substr(at_).starts_with(word); }
-    void add(Kind kind, Text text) { sections_.back().pieces.push_back({kind, std::move(text)}); }
+    std::vector<FormatPiece>& pieces() { return sections_.back().pieces; }
+    void add(Kind kind, Text text) { pieces().push_back({kind, std::move(text)}); }
 
     void take()
     {
-        const char32_t c = peek();
-        for (const std::u32string_view half_day : {U"am/pm", U"a/p", U"上午/下午"}) {
-            if (!starts_with(half_day)) continue;
-            add(Kind::HalfDay, format_.substr(at_, half_day.size()).str());
-            at_ += half_day.size();
+        const TextView rest = TextView(lowered_).substr(at_);
+        const auto* const word =
+            std::ranges::find_if(words, [&](const auto& entry) { return rest.starts_with(entry.first); });
+        if (word != words.end() && !(word->second == Kind::Point && take_fraction())) {
+            add(word->second, format_.substr(at_, word->first.size()).str());
+            at_ += word->first.size();
             return;
         }
-        if (starts_with(U"general")) {
-            add(Kind::General, {});
-            at_ += 7;
-            return;
-        }
-        if (starts_with(U"e+") || starts_with(U"e-")) {
-            add(Kind::Exponent, format_.substr(at_, 2).str());
-            at_ += 2;
-            return;
-        }
-        switch (c) {
+        if (word != words.end()) return;
+        switch (format_[at_]) {
         case U';': sections_.emplace_back(); break;
         case U'"': return take_quoted();
         case U'[': return take_brackets();
@@ -62,16 +63,40 @@ private:
             ++at_;
             break;
         case U'*': ++at_; break;
-        case U'0':
-        case U'#':
-        case U'?': add(Kind::Digit, Text(1, c)); break;
-        case U'.': add(Kind::Point, U"."); break;
-        case U',': add(Kind::Comma, U","); break;
-        case U'%': add(Kind::Percent, U"%"); break;
-        case U'@': add(Kind::Text, {}); break;
         default: return take_letters();
         }
         ++at_;
+    }
+
+    // Zeros behind the point of seconds.
+    bool take_fraction()
+    {
+        auto end = at_ + 1;
+        while (end < format_.size() && format_[end] == U'0') ++end;
+        const auto* const before = last_of_date();
+        if (end == at_ + 1 || !before || before != &pieces().back() || before->text[0] != U's') return false;
+        add(Kind::Fraction, Text(end - at_ - 1, U'0'));
+        at_ = end;
+        return true;
+    }
+
+    FormatPiece* last_of_date()
+    {
+        const auto found = std::ranges::find_if(pieces().rbegin(), pieces().rend(), [](const FormatPiece& piece) {
+            return piece.kind == Kind::Date || piece.kind == Kind::Elapsed;
+        });
+        return found == pieces().rend() ? nullptr : &*found;
+    }
+
+    // Minutes stand beside hours or seconds; months elsewhere.
+    void add_date(Text letters)
+    {
+        auto* const before = last_of_date();
+        const char32_t beside = before ? before->text[0] : U' ';
+        if (letters[0] == U'm' && letters.size() < 3 && (beside == U'h' || beside == U's'))
+            std::ranges::fill(letters, U'n');
+        if (letters[0] == U's' && beside == U'm' && before->text.size() < 3) std::ranges::fill(before->text, U'n');
+        add(Kind::Date, std::move(letters));
     }
 
     void take_quoted()
@@ -90,10 +115,9 @@ private:
         at_ = end + 1;
         if (!word.empty() && word.find_first_not_of(word[0]) == Text::npos &&
             (word[0] == U'h' || word[0] == U'm' || word[0] == U's'))
-            return add(Kind::Elapsed, word);
+            return add(Kind::Elapsed, word[0] == U'm' ? Text(word.size(), U'n') : word);
         if (word.starts_with(U'$')) {
-            const auto sign = inside.substr(1, inside.find(U'-', 1) - 1);
-            return add(Kind::Literal, sign);
+            return add(Kind::Literal, inside.substr(1, inside.find(U'-', 1) - 1));
         }
         if (std::ranges::any_of(colours, [&](auto colour) { return word.starts_with(colour); })) return;
         for (const auto relation : relations) {
@@ -109,15 +133,13 @@ private:
     void take_letters()
     {
         const char32_t c = lowered_[at_];
-        std::size_t size = 1;
-        while (at_ + size < lowered_.size() && lowered_[at_ + size] == c) ++size;
-        const bool is_letter = (c >= U'a' && c <= U'z');
+        const auto size = std::min(lowered_.find_first_not_of(c, at_), lowered_.size()) - at_;
         if (c == U'y' || c == U'm' || c == U'd' || c == U'h' || c == U's' || (c == U'a' && size >= 3)) {
-            add(Kind::Date, lowered_.substr(at_, size));
+            add_date(lowered_.substr(at_, size));
             at_ += size;
             return;
         }
-        if (is_letter) throw CannotCalculate("number format");
+        if (c >= U'a' && c <= U'z') throw CannotCalculate("number format");
         if (c == U'/' && sections_.back().has(Kind::Digit)) throw CannotCalculate("number format with a fraction");
         add(Kind::Literal, format_.substr(at_, 1).str());
         ++at_;

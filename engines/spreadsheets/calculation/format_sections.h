@@ -16,8 +16,9 @@ struct FormatPiece {
         Comma,
         Percent,
         Exponent, ///< "E+" or "e-"
-        Date,     ///< letters of one kind: "yyyy", "mm"
+        Date,     ///< letters of one kind: "yyyy", "mm"; "n" for minutes
         Elapsed,  ///< "[h]"
+        Fraction, ///< of a second: "0" for each digit
         HalfDay,  ///< "AM/PM"
         General,
         Text, ///< "@"

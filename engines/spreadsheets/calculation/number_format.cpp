@@ -6,9 +6,8 @@
 #include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
+#include <span>
 
 namespace tarvik::calculation {
 
@@ -18,74 +17,65 @@ using Kind = FormatPiece::Kind;
 
 constexpr int most_decimals = 127;
 
-// The digits of the number, which is not negative, rounded to so many decimals; no point when there are none.
-Text plain_digits(double number, int decimals)
+using Pieces = std::span<const FormatPiece>;
+
+std::size_t digits_of(Pieces pieces)
 {
-    std::array<char, 512> buffer{};
-    const int size =
-        std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, to_15_digits(rounded(number, decimals)));
-    return {buffer.data(), buffer.data() + size};
+    return static_cast<std::size_t>(std::ranges::count(pieces, Kind::Digit, &FormatPiece::kind));
 }
 
-void insert_commas(Text& digits)
-{
-    const auto whole = std::min(digits.find(U'.'), digits.size());
-    for (std::size_t place = whole; place > 3; place -= 3) digits.insert(place - 3, 1, U',');
-}
-
-/// What the digits of a section ask for.
+/// A section in the parts that digits are laid over; behind the whole number the point and the exponent's mark.
 struct Layout {
-    std::size_t whole = 0, decimals = 0, exponent = 0; // digits
-    bool has_point = false, has_exponent = false, has_commas = false;
+    Pieces whole, decimals, exponent;
+    const FormatPiece *point = nullptr, *mark = nullptr;
+    bool has_commas = false;
     double divisor = 1;
 
-    explicit Layout(const std::vector<FormatPiece>& pieces)
+    explicit Layout(Pieces pieces)
     {
-        std::size_t last_digit = 0;
-        for (std::size_t i = 0; i < pieces.size(); ++i)
-            if (pieces[i].kind == Kind::Digit || pieces[i].kind == Kind::Point) last_digit = i;
+        const auto until = [](Pieces all, Kind kind) {
+            return static_cast<std::size_t>(std::ranges::find(all, kind, &FormatPiece::kind) - all.begin());
+        };
+        const auto end = until(pieces, Kind::Exponent);
+        const auto number = pieces.first(end);
+        whole = number.first(until(number, Kind::Point));
+        if (end < pieces.size()) {
+            mark = &pieces[end];
+            exponent = pieces.subspan(end + 1);
+        }
+        if (whole.size() < end) {
+            point = &pieces[whole.size()];
+            decimals = number.subspan(whole.size() + 1);
+        }
         for (std::size_t i = 0; i < pieces.size(); ++i) {
-            switch (pieces[i].kind) {
-            case Kind::Digit: ++(has_exponent ? exponent : has_point ? decimals : whole); break;
-            case Kind::Point: has_point = true; break;
-            case Kind::Exponent: has_exponent = true; break;
-            case Kind::Percent: divisor /= 100; break;
-            case Kind::Comma:
-                if (i > last_digit || (has_point && !has_exponent) || pieces[i + 1].kind == Kind::Point) {
-                    divisor *= 1000;
-                } else {
-                    has_commas = has_commas || whole > 0;
-                }
-                break;
-            default: break;
-            }
+            if (pieces[i].kind == Kind::Percent) divisor /= 100;
+            if (pieces[i].kind != Kind::Comma) continue;
+            const bool is_between = i < whole.size() && digits_of(whole.subspan(i)) > 0;
+            if (!is_between) divisor *= 1000;
+            has_commas = has_commas || (is_between && digits_of(whole.first(i)) > 0);
         }
     }
 };
 
 // Lays the digits of a whole number, from the right, over those of the section; what is left goes before the first.
-Text laid_out(const std::vector<FormatPiece>& pieces, std::size_t begin, std::size_t end, Text digits, bool has_commas)
+Text laid_out(Pieces pieces, Text digits, bool has_commas)
 {
-    if (digits == U"0") digits.clear();
     Text text;
-    std::size_t left = 0, placed = 0;
-    for (std::size_t i = begin; i < end; ++i) left += pieces[i].kind == Kind::Digit ? 1 : 0;
+    std::size_t left = digits_of(pieces), placed = 0;
     const auto put = [&](char32_t digit) {
         if (has_commas && placed > 0 && placed % 3 == 0) text.insert(text.begin(), digit == U' ' ? U' ' : U',');
         text.insert(text.begin(), digit);
         ++placed;
     };
-    for (std::size_t i = end; i-- > begin;) {
-        if (pieces[i].kind == Kind::Comma && left > 0) continue;
-        if (pieces[i].kind != Kind::Digit) {
-            text.insert(0, pieces[i].text);
+    for (std::size_t i = pieces.size(); i-- > 0;) {
+        const auto& [kind, sign] = pieces[i];
+        if (kind == Kind::Comma && left > 0) continue;
+        if (kind != Kind::Digit) {
+            text.insert(0, sign);
             continue;
         }
         --left;
-        if (digits.empty()) {
-            if (pieces[i].text == U"0") put(U'0');
-            if (pieces[i].text == U"?") put(U' ');
-        }
+        if (digits.empty() && sign != U"#") put(sign == U"?" ? U' ' : U'0');
         while (!digits.empty()) {
             put(digits.back());
             digits.pop_back();
@@ -96,76 +86,56 @@ Text laid_out(const std::vector<FormatPiece>& pieces, std::size_t begin, std::si
 }
 
 // The decimals, from the left; zeros that are not asked for go.
-Text decimals_laid_out(const std::vector<FormatPiece>& pieces, std::size_t begin, std::size_t end, Text digits)
+Text decimals_laid_out(Pieces pieces, Text digits)
 {
     Text text;
+    digits.erase(digits.find_last_not_of(U'0') + 1);
     std::size_t at = 0;
-    const auto last = digits.find_last_not_of(U'0');
-    for (std::size_t i = begin; i < end; ++i) {
-        if (pieces[i].kind == Kind::Comma) continue;
-        if (pieces[i].kind != Kind::Digit) {
-            text += pieces[i].text;
+    for (const auto& [kind, sign] : pieces) {
+        if (kind == Kind::Comma) continue;
+        if (kind != Kind::Digit) {
+            text += sign;
             continue;
         }
-        const bool is_there = last != Text::npos && at <= last;
-        if (is_there || pieces[i].text == U"0") {
-            text += digits[at];
-        } else if (pieces[i].text == U"?") {
-            text += U' ';
-        }
+        if (at < digits.size() || sign != U"#") text += at < digits.size() ? digits[at] : sign == U"?" ? U' ' : U'0';
         ++at;
     }
     return text;
 }
 
-Text with_exponent(const FormatSection& section, const Layout& layout, double number)
+// Divides the number by a power of ten that is a multiple of `step`, so that so many digits stand before the point.
+int take_exponent(double& number, int step, int decimals)
 {
-    const auto& pieces = section.pieces;
-    const int step = std::max(static_cast<int>(layout.whole), 1);
     int exponent = number == 0 ? 0 : static_cast<int>(std::floor(std::log10(to_15_digits(number))));
     exponent -= step == 1 ? 0 : ((exponent % step) + step) % step;
-    double mantissa = rounded(number / std::pow(10.0, exponent), static_cast<int>(layout.decimals));
+    double mantissa = rounded(number / std::pow(10.0, exponent), decimals);
     if (mantissa >= std::pow(10.0, step)) {
         exponent += step;
-        mantissa = rounded(number / std::pow(10.0, exponent), static_cast<int>(layout.decimals));
+        mantissa = rounded(number / std::pow(10.0, exponent), decimals);
     }
-    const auto place = [&](Kind kind) {
-        return static_cast<std::size_t>(std::ranges::find(pieces, kind, &FormatPiece::kind) - pieces.begin());
-    };
-    const auto mark = place(Kind::Exponent);
-    const auto point = std::min(place(Kind::Point), mark);
-    if (mark + 1 == pieces.size() || pieces[mark + 1].kind != Kind::Digit) throw CannotCalculate("number format");
-    const Text digits = plain_digits(mantissa, static_cast<int>(layout.decimals));
-    Text text = laid_out(pieces, 0, point, digits.substr(0, digits.find(U'.')), layout.has_commas);
-    if (layout.has_point)
-        text += U"." + decimals_laid_out(pieces, point + 1, mark,
-                                         layout.decimals > 0 ? digits.substr(digits.find(U'.') + 1) : Text());
-    text += pieces[mark].text[0];
-    if (exponent < 0) text += U'-';
-    if (exponent >= 0 && pieces[mark].text.ends_with(U'+')) text += U'+';
-    const Text shown = laid_out(pieces, mark + 1, pieces.size(), number_text(std::abs(exponent)), false);
-    return text + (exponent == 0 && layout.exponent == 1 ? Text(U"0") : shown);
+    number = mantissa;
+    return exponent;
 }
 
-Text in_digits(const FormatSection& section, double number)
+Text in_digits(Pieces pieces, double number)
 {
-    const auto& pieces = section.pieces;
     const Layout layout(pieces);
+    const auto decimals = static_cast<int>(digits_of(layout.decimals));
+    const bool is_odd = layout.mark && (layout.divisor != 1 || layout.has_commas || layout.exponent.empty() ||
+                                        layout.exponent.front().kind != Kind::Digit);
+    if (is_odd || decimals > most_decimals) throw CannotCalculate("number format");
     number /= layout.divisor;
-    if (layout.has_exponent) {
-        if (layout.divisor != 1 || layout.has_commas) throw CannotCalculate("number format");
-        return with_exponent(section, layout, number);
-    }
-    if (layout.decimals > most_decimals) throw CannotCalculate("number format");
-    const auto point =
-        static_cast<std::size_t>(std::ranges::find(pieces, Kind::Point, &FormatPiece::kind) - pieces.begin());
-    const Text digits = plain_digits(number, static_cast<int>(layout.decimals));
-    const auto dot = digits.find(U'.');
-    Text text = laid_out(pieces, 0, point, digits.substr(0, dot), layout.has_commas);
-    if (layout.has_point)
-        text += U"." + decimals_laid_out(pieces, point + 1, pieces.size(),
-                                         dot == Text::npos ? Text() : digits.substr(dot + 1));
-    return text;
+    const int exponent =
+        layout.mark ? take_exponent(number, std::max(static_cast<int>(digits_of(layout.whole)), 1), decimals) : 0;
+    const Text digits = decimal_text(to_15_digits(rounded(number, decimals)), decimals);
+    const auto dot = std::min(digits.find(U'.'), digits.size());
+    Text text = laid_out(layout.whole, digits[0] == U'0' ? Text() : digits.substr(0, dot), layout.has_commas);
+    if (layout.point)
+        text += U"." + decimals_laid_out(layout.decimals, digits.substr(std::min(dot + 1, digits.size())));
+    if (!layout.mark) return text;
+    text += layout.mark->text[0];
+    if (exponent < 0 || layout.mark->text.ends_with(U'+')) text += exponent < 0 ? U'-' : U'+';
+    return text + laid_out(layout.exponent, number_text(std::abs(exponent)), false);
 }
 
 struct Chosen {
@@ -173,39 +143,29 @@ struct Chosen {
     bool shows_sign; ///< of a negative number
 };
 
-std::optional<Chosen> choose(const std::vector<FormatSection>& sections, double number)
+Chosen choose(const std::vector<FormatSection>& sections, double number)
 {
     const auto count = std::min<std::size_t>(sections.size(), 3);
-    const bool has_conditions =
-        std::ranges::any_of(sections, [](const auto& section) { return section.condition.has_value(); });
-    if (has_conditions) {
+    if (std::ranges::any_of(sections, [](const auto& section) { return section.condition.has_value(); })) {
         for (std::size_t i = 0; i < count; ++i) {
             const auto& condition = sections[i].condition;
             if (condition ? condition->holds(number) : i + 1 == count || (i == 1 && number < 0))
-                return Chosen{&sections[i], true};
+                return {&sections[i], true};
         }
-        return std::nullopt;
+        throw CannotCalculate("number format");
     }
-    if (number < 0 && count > 1) return Chosen{&sections[1], false};
-    if (number == 0 && count > 2) return Chosen{&sections[2], false};
-    return Chosen{&sections[0], true};
+    if (number < 0 && count > 1) return {&sections[1], false};
+    if (number == 0 && count > 2) return {&sections[2], false};
+    return {&sections[0], true};
 }
 
 } // namespace
 
-Text decimal_text(double number, int decimals, bool has_commas)
-{
-    Text digits = plain_digits(std::abs(number), decimals);
-    if (has_commas) insert_commas(digits);
-    return number < 0 && digits.find_first_of(U"123456789") != Text::npos ? U"-" + digits : digits;
-}
-
 std::optional<Text> format_number(double number, TextView format, bool counts_from_1904)
 {
     const auto sections = parse_format(format);
-    const auto chosen = choose(sections, number);
-    if (!chosen) throw CannotCalculate("number format");
-    const FormatSection& section = *chosen->section;
+    const auto [chosen, shows_sign] = choose(sections, number);
+    const FormatSection& section = *chosen;
     if (section.has(Kind::Date) || section.has(Kind::Elapsed) || section.has(Kind::HalfDay)) {
         if (number < 0 && counts_from_1904) throw CannotCalculate("a negative time");
         if (!is_day_number(number, counts_from_1904)) return std::nullopt;
@@ -215,12 +175,12 @@ std::optional<Text> format_number(double number, TextView format, bool counts_fr
         Text text;
         for (const auto& piece : section.pieces)
             text += piece.kind == Kind::Text || piece.kind == Kind::General
-                        ? general_text(chosen->shows_sign ? number : std::abs(number))
+                        ? general_text(shows_sign ? number : std::abs(number))
                         : piece.text;
         return text;
     }
-    Text text = in_digits(section, std::abs(number));
-    if (number < 0 && chosen->shows_sign && !section.pieces.empty()) {
+    Text text = in_digits(section.pieces, std::abs(number));
+    if (number < 0 && shows_sign && !section.pieces.empty()) {
         if (section.has(Kind::Digit) && text.find_first_of(U"123456789") == Text::npos)
             throw CannotCalculate("number format of a negative 0");
         text.insert(text.begin(), U'-');
@@ -231,16 +191,9 @@ std::optional<Text> format_number(double number, TextView format, bool counts_fr
 Text format_text(TextView text, TextView format)
 {
     const auto sections = parse_format(format);
-    const bool has_section = sections.size() > 3 || sections.back().has(Kind::Text);
-    if (!has_section) return text.str();
+    if (sections.size() <= 3 && !sections.back().has(Kind::Text)) return text.str();
     Text result;
-    for (const auto& piece : sections.back().pieces) {
-        if (piece.kind == Kind::Text) {
-            text.append_to(result);
-        } else {
-            result += piece.text;
-        }
-    }
+    for (const auto& piece : sections.back().pieces) result += piece.kind == Kind::Text ? text.str() : piece.text;
     return result;
 }
 

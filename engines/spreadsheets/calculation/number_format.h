@@ -12,7 +12,5 @@ namespace tarvik::calculation {
 std::optional<Text> format_number(double number, TextView format, bool counts_from_1904);
 /// The format's section for texts, or the text itself.
 Text format_text(TextView text, TextView format);
-/// With so many decimals, and commas between thousands if wanted.
-Text decimal_text(double number, int decimals, bool has_commas);
 
 } // namespace tarvik::calculation

@@ -1,36 +1,38 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/parse_date.h"
+#include "engines/spreadsheets/calculation/dates.h"
+#include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace tarvik::calculation {
 
 namespace {
 
 constexpr std::size_t longest_number = 100;
+constexpr std::string_view digits_alone = "0123456789";
 
 bool is_digit(char c) noexcept
 {
     return c >= '0' && c <= '9';
 }
 
-// In lower case; what is no ASCII becomes '?', but for the Chinese marks of dates and times: y, m, d, h, n, s behind
-// '\1'.
+// In lower case; what is no ASCII becomes '?', but for signs of currencies and the Chinese marks of dates and times:
+// these become Y, M, D, H, N and S.
 std::string plain(TextView text)
 {
-    constexpr std::u32string_view marks = U"年月日时分秒時";
+    constexpr std::u32string_view signs = U"年月日时時分秒¥￥€£";
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char32_t c = lower(text[i]);
-        const auto mark = marks.find(c);
-        if (mark != std::u32string_view::npos) {
-            result += '\1';
-            result += "ymdhnsh"[mark];
-        } else if (c == U'¥' || c == U'￥' || c == U'€' || c == U'£') {
-            result += '$';
+        const auto sign = signs.find(c);
+        if (sign != std::u32string_view::npos) {
+            result += "YMDHHNS$$$$"[sign];
         } else {
             result += c < 0x80 ? static_cast<char>(c) : '?';
         }
@@ -48,23 +50,16 @@ std::string_view trimmed(std::string_view text)
 // Digits with commas only where three digits follow; nothing else.
 std::optional<double> parse_unsigned(std::string_view text)
 {
-    std::string digits;
     const auto whole = std::min(text.find_first_not_of("0123456789,"), text.size());
-    for (std::size_t i = 0; i < whole; ++i) {
-        if (is_digit(text[i])) {
-            digits += text[i];
-            continue;
-        }
-        if (i == 0 || i + 4 > whole) return std::nullopt;
-        if (!std::all_of(text.begin() + static_cast<std::ptrdiff_t>(i) + 1,
-                         text.begin() + static_cast<std::ptrdiff_t>(i) + 4, is_digit))
-            return std::nullopt;
-        if (i + 4 < whole && text[i + 4] != ',') return std::nullopt;
+    std::string digits(text.substr(0, whole));
+    for (auto comma = digits.find(','); comma != std::string::npos; comma = digits.find(',', comma)) {
+        const auto next = std::min(digits.find(',', comma + 1), digits.size());
+        if (comma == 0 || next - comma != 4) return std::nullopt;
+        digits.erase(comma, 1);
     }
     digits += text.substr(whole);
     if (digits.empty() || !(is_digit(digits[0]) || (digits[0] == '.' && digits.size() > 1 && is_digit(digits[1]))))
         return std::nullopt;
-    if (const auto plus = digits.find("e+"); plus != std::string::npos) digits.erase(plus + 1, 1);
     double number = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
@@ -116,6 +111,136 @@ std::optional<double> parse_fraction(std::string_view text)
     if (!whole || !above || !below || *below == 0 || *whole != std::floor(*whole)) return std::nullopt;
     const double number = *whole + *above / *below;
     return is_negative ? -number : number;
+}
+
+constexpr std::array<std::string_view, 12> months{"january",   "february", "march",    "april",
+                                                  "may",       "june",     "july",     "august",
+                                                  "september", "october",  "november", "december"};
+
+// How a date or time is written: '9' is a number, 'm' a month's name, 'a' and 'p' the halves of the day. "/" is as good
+// as "-", and what parts a month's name from its neighbours is left out.
+struct Writing {
+    struct Number {
+        int value;
+        std::size_t digits; ///< 0 for a month's name
+    };
+    std::string signs;
+    std::vector<Number> numbers;
+};
+
+bool take_word(Writing& writing, std::string_view word, std::string_view& rest)
+{
+    const auto* const month =
+        std::ranges::find_if(months, [&](auto name) { return word == name || word == name.substr(0, 3); });
+    if (month != months.end()) {
+        if (writing.signs.ends_with('-') || writing.signs.ends_with(' ')) writing.signs.pop_back();
+        writing.signs += 'm';
+        writing.numbers.push_back({static_cast<int>(month - months.begin()) + 1, 0});
+        rest.remove_prefix(std::min(rest.find_first_not_of("-/ ,."), rest.size()));
+        return true;
+    }
+    writing.signs += word.front();
+    return word == "am" || word == "pm" || word == "a" || word == "p";
+}
+
+std::optional<Writing> writing_of(std::string_view text)
+{
+    Writing writing;
+    while (!text.empty()) {
+        const auto digits = std::min(text.find_first_not_of(digits_alone), text.size());
+        const auto letters = std::min(text.find_first_not_of("abcdefghijklmnopqrstuvwxyz"), text.size());
+        const auto piece = text.substr(0, std::max({digits, letters, std::size_t{1}}));
+        text.remove_prefix(piece.size());
+        if (digits > 5 || (letters > 0 && !take_word(writing, piece, text))) return std::nullopt;
+        if (letters > 0) continue;
+        writing.signs += digits > 0 ? '9' : piece == "/" ? '-' : piece.front();
+        if (digits == 0) continue;
+        writing.numbers.push_back({0, digits});
+        std::from_chars(piece.data(), piece.data() + piece.size(), writing.numbers.back().value);
+    }
+    return writing;
+}
+
+// 9:05, 9:05:07.25, 9:05 PM, 9 PM, 9时5分7秒, from the last of the numbers.
+std::optional<double> time_of(std::string_view signs, std::span<const Writing::Number> numbers)
+{
+    constexpr std::array<std::string_view, 6> forms{"9:9", "9:9:9", "9:9:9.9", "9H9", "9H9N", "9H9N9S"};
+    const bool has_half = signs.ends_with(" a") || signs.ends_with(" p");
+    const bool is_afternoon = signs.ends_with('p');
+    if (has_half) signs = trimmed(signs.substr(0, signs.size() - 1));
+    if (std::ranges::find(forms, signs) == forms.end() && !(has_half && signs == "9")) return std::nullopt;
+    numbers = numbers.last(static_cast<std::size_t>(std::ranges::count(signs, '9')));
+    int hour = numbers[0].value;
+    if (hour > (has_half ? 12 : 9'999)) return std::nullopt;
+    if (has_half) hour = hour % 12 + (is_afternoon ? 12 : 0);
+    double seconds = hour * 3600.0;
+    for (std::size_t i = 1; i < std::min<std::size_t>(numbers.size(), 3); ++i) {
+        if (numbers[i].value > 59) return std::nullopt;
+        seconds += numbers[i].value * (i == 1 ? 60 : 1);
+    }
+    if (numbers.size() > 3) seconds += numbers[3].value / std::pow(10.0, static_cast<double>(numbers[3].digits));
+    return seconds / seconds_of_day;
+}
+
+std::optional<double> day_of(int year, int month, int day, bool counts_from_1904)
+{
+    if (year < 30) year += 2000;
+    if (year < 100) year += 1900;
+    if (year < (counts_from_1904 ? 1904 : 1900) || year > 9999 || month < 1 || month > 12 || day < 1 ||
+        day > days_of_month(year, month))
+        return std::nullopt;
+    return day_number(year, month, day, counts_from_1904);
+}
+
+/// Which of the numbers is the year, the month and the day; without a day it is the first.
+struct DateForm {
+    std::string_view signs;
+    std::size_t year, month, day;
+    bool has_long_year = false; ///< it is known by its four digits
+};
+
+constexpr std::size_t none = 3;
+constexpr std::array<DateForm, 11> date_forms{{{"9Y9M9D", 0, 1, 2},
+                                               {"9Y9M", 0, 1, none},
+                                               {"9m9", 2, 1, 0},
+                                               {"9m", none, 1, 0},
+                                               {"m9,9", 2, 0, 1},
+                                               {"m9, 9", 2, 0, 1},
+                                               {"m9-9", none, 0, 1},
+                                               {"m9 9", none, 0, 1},
+                                               {"m9", 1, 0, none, true},
+                                               {"9-9-9", 0, 1, 2, true},
+                                               {"9-9", 0, 1, none, true}}};
+
+std::optional<double> date_of(const DateForm& form, std::span<const Writing::Number> numbers, bool counts_from_1904)
+{
+    const auto value = [&](std::size_t i) { return i == none ? 1 : numbers[i].value; };
+    const bool has_year = form.year != none && (!form.has_long_year || numbers[form.year].digits == 4);
+    if (has_year) return day_of(value(form.year), value(form.month), value(form.day), counts_from_1904);
+    if (form.signs == "9-9" && std::max(value(0), value(1)) > 31) return std::nullopt;
+    if (form.signs == "9-9-9") {
+        if (std::min(value(0), value(1)) > 12) return std::nullopt;
+        if (value(0) == value(1) && numbers[2].digits == 4)
+            return day_of(value(2), value(0), value(1), counts_from_1904);
+    }
+    throw CannotCalculate("date as a text");
+}
+
+// The date, the time or both.
+std::optional<double> parse_date(std::string_view text, bool counts_from_1904)
+{
+    const auto writing = writing_of(text);
+    if (!writing) return std::nullopt;
+    const std::string_view signs = writing->signs;
+    for (const auto& form : date_forms) {
+        if (!signs.starts_with(form.signs)) continue;
+        const auto rest = trimmed(signs.substr(form.signs.size()));
+        const auto time = rest.empty() ? std::optional(0.0) : time_of(rest, writing->numbers);
+        if (!time) continue;
+        const auto date = date_of(form, writing->numbers, counts_from_1904);
+        return date ? std::optional(*date + *time) : std::nullopt;
+    }
+    return time_of(signs, writing->numbers);
 }
 
 } // namespace

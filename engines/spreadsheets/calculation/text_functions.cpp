@@ -216,24 +216,13 @@ Operand code(Call& call)
     return Value(static_cast<double>(call.text(0)[0]));
 }
 
-Operand unicode_character(Call& call)
-{
-    const int code = call.whole(0);
-    require(code >= 1 && code <= 0x10ffff && (code < 0xd800 || code > 0xdfff), CellError::Value);
-    return Value(Text(1, static_cast<char32_t>(code)));
-}
-
-Operand unicode(Call& call)
-{
-    require(!call.text(0).empty(), CellError::Value);
-    return Value(static_cast<double>(call.text(0)[0]));
-}
-
 Operand fixed(Call& call)
 {
     const int decimals = call.whole(1, 2);
     require(decimals <= 127, CellError::Value);
-    return Value(decimal_text(rounded(call.number(0), decimals), std::max(decimals, 0), !call.truth(2, false)));
+    Text format = call.truth(2, false) ? U"0" : U"#,##0";
+    if (decimals > 0) format += U"." + Text(static_cast<std::size_t>(decimals), U'0');
+    return Value(format_number(rounded(call.number(0), decimals), format, false).value_or(Text()));
 }
 
 constexpr Function table[] = {
@@ -258,8 +247,6 @@ constexpr Function table[] = {
     {"TEXT", 2, 2, "vt", text_in_format},
     {"TEXTJOIN", 3, 255, "tlr", join},
     {"TRIM", 1, 1, "t", trim_blanks},
-    {"UNICHAR", 1, 1, "n", unicode_character},
-    {"UNICODE", 1, 1, "t", unicode},
     {"UPPER", 1, 1, "t", [](Call& call) -> Operand { return Value(upper(TextView(call.text(0)))); }},
     {"VALUE", 1, 1, "v", to_value},
 };
