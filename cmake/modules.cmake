@@ -12,6 +12,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     target_compile_options(tarvik_options INTERFACE -Wno-array-bounds -Wno-stringop-overflow -Wno-stringop-overread)
   endif()
 endif()
+if(WIN32)
+  target_compile_definitions(tarvik_options INTERFACE _POSIX_THREAD_SAFE_FUNCTIONS) # its headers then have localtime_r
+endif()
 if(TARVIK_FUZZ) # its compiler has warnings of its own, and they are not what this build is for
   target_compile_options(tarvik_options INTERFACE -fsanitize=fuzzer-no-link -w)
 endif()

@@ -60,10 +60,10 @@ std::optional<local_seconds> parse_time(std::string_view text)
 
 local_seconds local_time_now()
 {
-    const std::tm local = local_time(std::time(nullptr));
-    const year_month_day date(year(local.tm_year + 1900), month(static_cast<unsigned>(local.tm_mon + 1)),
-                              day(static_cast<unsigned>(local.tm_mday)));
-    return local_days(date) + hours(local.tm_hour) + minutes(local.tm_min) + seconds(local.tm_sec);
+    const CalendarTime now = SystemClock().now();
+    const year_month_day date(year(now.year), month(static_cast<unsigned>(now.month)),
+                              day(static_cast<unsigned>(now.day)));
+    return local_days(date) + hours(now.hour) + minutes(now.minute) + seconds(now.second);
 }
 
 VirtualTimers::VirtualTimers(Form1& form1, const VirtualClock& clock) : clock_(clock)

@@ -3,8 +3,8 @@
 #include <fstream>
 #include <iostream>
 
-/// Writes what this system knows of the Chinese character sets as a source file, for a program that will run on one
-/// that knows nothing of them.
+/// Writes what this system knows of the Chinese character sets and of letters as a source file, for a program that will
+/// run on one that knows nothing of them.
 namespace {
 
 using namespace tarvik;
@@ -33,6 +33,8 @@ int main(int count, char** words)
     write_table(out, "gb18030_two_bytes", gb18030);
     write_table(out, "gbk_two_bytes", gbk);
     write_table(out, "gb18030_four_bytes", four_byte_characters());
+    write_table(out, "small_of", small_letters());
+    write_table(out, "capital_of", capital_letters());
     out << "} // namespace tarvik\n";
     out.close();
     return out ? 0 : 1;

@@ -16,7 +16,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t buffer_size = std::size_t{1} << 18;
 constexpr std::string_view unfinished_beginning = ".tarvik-", unfinished_end = ".tmp";
 
 void require(int error)
@@ -206,38 +205,28 @@ bool move_disk_file(const fs::path& from, const fs::path& to)
 }
 
 // The file is cut when it is closed: one that is cut to nothing now would wait until its old bytes are on the disk.
-BufferedFile::BufferedFile(const fs::path& path, Text shown_path)
+DiskOutput::DiskOutput(const fs::path& path, Text shown_path)
     : shown_path_(std::move(shown_path)), file_(path, Opening::Scratch)
 {
     require_plain(file_.status());
-    waiting_.reserve(buffer_size);
 }
 
-BufferedFile::~BufferedFile()
+DiskOutput::~DiskOutput()
 {
     if (file_.is_open()) file_.cut_behind_last_write();
 }
 
-void BufferedFile::write(std::string_view bytes)
+void DiskOutput::write(std::string_view bytes)
 {
-    if (waiting_.size() + bytes.size() > buffer_size) flush();
-    if (bytes.size() >= buffer_size && error_ == 0) error_ = file_.write(bytes);
-    else if (error_ == 0) waiting_ += bytes;
+    if (error_ == 0) error_ = file_.write(bytes);
 }
 
-void BufferedFile::close()
+void DiskOutput::close()
 {
     if (!file_.is_open()) return;
-    flush();
     if (const int failed = file_.cut_behind_last_write(); error_ == 0) error_ = failed;
     if (const int failed = file_.close(); error_ == 0) error_ = failed;
     if (error_ != 0) throw file_failure(U"写入文件", shown_path_, error_);
-}
-
-void BufferedFile::flush() noexcept
-{
-    if (error_ == 0) error_ = file_.write(waiting_);
-    waiting_.clear();
 }
 
 } // namespace tarvik

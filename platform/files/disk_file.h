@@ -58,22 +58,19 @@ void remove_leftovers(const std::filesystem::path& folder) noexcept;
 bool move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
 
 /// Opened and cut at once; a failed write is kept until close().
-class BufferedFile final : public OutputFile {
+class DiskOutput final : public OutputFile {
 public:
     /// `shown_path` is what a failure names.
-    BufferedFile(const std::filesystem::path& path, Text shown_path);
-    ~BufferedFile() override;
-    BufferedFile(const BufferedFile&) = delete;
-    BufferedFile& operator=(const BufferedFile&) = delete;
+    DiskOutput(const std::filesystem::path& path, Text shown_path);
+    ~DiskOutput() override;
+    DiskOutput(const DiskOutput&) = delete;
+    DiskOutput& operator=(const DiskOutput&) = delete;
 
     void write(std::string_view bytes) override;
     void close() override;
 
 private:
-    void flush() noexcept;
-
     Text shown_path_;
-    std::string waiting_;
     SystemFile file_;
     int error_ = 0;
 };

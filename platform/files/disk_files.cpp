@@ -117,7 +117,7 @@ void DiskFiles::sweep(const fs::path& folder)
 
 std::unique_ptr<OutputFile> DiskFiles::open_for_output(TextView path)
 {
-    return naming_path(U"写入文件", path, [&] { return std::make_unique<BufferedFile>(resolve(path), path.str()); });
+    return naming_path(U"写入文件", path, [&] { return std::make_unique<DiskOutput>(resolve(path), path.str()); });
 }
 
 void DiskFiles::append(TextView path, std::string_view bytes)

@@ -29,8 +29,8 @@ struct FileStamp {
     }
 };
 
-/// A file that is written from its start in one buffered pass. Bytes may reach the disk only when close() is called,
-/// which tells of any write that failed; without close() the file may be short.
+/// A file that is written from its start in one pass. close() reports any write that failed; without it the file may be
+/// short.
 class OutputFile {
 public:
     virtual ~OutputFile() = default;

@@ -3,7 +3,9 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <cwctype>
 #include <iconv.h>
+#include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale() is in no other
 #include <span>
 
 namespace tarvik {
@@ -47,6 +49,19 @@ private:
     iconv_t converter_;
 };
 
+std::vector<char32_t> letters(wint_t (*mapped)(wint_t, locale_t))
+{
+    locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    if (!locale) locale = ::newlocale(LC_CTYPE_MASK, "C", nullptr); // the letters of ASCII are better than none
+    std::vector<char32_t> letters(basic_plane_size);
+    for (char32_t c = 0; c < basic_plane_size; ++c) {
+        const auto letter = static_cast<char32_t>(mapped(c, locale));
+        letters[c] = letter < basic_plane_size ? letter : c;
+    }
+    ::freelocale(locale);
+    return letters;
+}
+
 } // namespace
 
 std::vector<char32_t> two_byte_characters(CharacterSet set)
@@ -72,6 +87,16 @@ std::vector<char32_t> four_byte_characters()
         characters[place] = system.character(bytes);
     }
     return characters;
+}
+
+std::vector<char32_t> small_letters()
+{
+    return letters(::towlower_l);
+}
+
+std::vector<char32_t> capital_letters()
+{
+    return letters(::towupper_l);
 }
 
 } // namespace tarvik

@@ -24,6 +24,19 @@ struct Utf8 {
     }
 };
 
+/// What may be UTF-8: of a block that is none the rest is passed over.
+struct PossibleUtf8 : Utf8 {
+    mutable bool is_none = false, any_wide = false; ///< wide: a character of three bytes or more
+
+    Decoded step(const std::uint8_t* at, const std::uint8_t* end) const noexcept
+    {
+        const Utf8Step step = utf8_step(at, end);
+        any_wide = any_wide || step.size >= 3;
+        is_none = is_none || !step.valid;
+        return {step.character, step.valid ? step.size : static_cast<unsigned>(end - at)};
+    }
+};
+
 template <bool big_endian>
 struct Utf16 {
     static constexpr bool keeps_ascii = false;
@@ -132,67 +145,27 @@ private:
     std::future<std::size_t> next_; // ends before what it fills
 };
 
-/// All that is left of the blocks.
+/// All that is left of the blocks, unless `stop` is set by then.
 template <typename Scheme>
-void decode_blocks(const Scheme& scheme, Blocks& blocks, TextBuilder& text)
+void decode_blocks(const Scheme& scheme, Blocks& blocks, TextBuilder& text, const bool& stop = false)
 {
     for (;;) {
         std::size_t left = 0;
         if (Scheme::keeps_ascii && is_ascii(blocks.block()))
             text.append({bytes_of(blocks.block()), blocks.block().size()});
         else left = decode_block(scheme, blocks.block(), blocks.is_last(), text);
-        if (blocks.is_last()) return;
+        if (blocks.is_last() || stop) return;
         blocks.advance(left);
     }
 }
 
-struct Utf8Look {
-    bool valid = true, wide = false;
-};
-
-/// Whether a block is valid UTF-8, what may go on in the next one aside, and holds a character of three bytes or more.
-Utf8Look look_at(std::string_view block, bool is_last) noexcept
+/// Decodes as UTF-8 unless the bytes show that they are none. GBK text is never by chance valid UTF-8 with a character
+/// of three bytes or more; ASCII alone is both.
+bool decode_as_utf8(Blocks& blocks, TextBuilder& text)
 {
-    const std::uint8_t *at = bytes_of(block), *const end = at + block.size();
-    Utf8Look look;
-    while (at != end) {
-        if (eight_ascii(at, end)) {
-            at += 8;
-            continue;
-        }
-        const Utf8Step step = utf8_step(at, end);
-        if (!step.valid) {
-            look.valid = !is_last && end - at < 4;
-            return look;
-        }
-        look.wide = look.wide || step.size >= 3;
-        at += step.size;
-    }
-    return look;
-}
-
-enum class Guess { Utf8, Gb18030, Ascii };
-
-/// Decodes as UTF-8 until the bytes show that they are none. GBK text is never by chance valid UTF-8 with a character
-/// of three bytes or more. A text that was ASCII until then is left as it is, at the first block that is not.
-Guess decode_as_utf8(Blocks& blocks, TextBuilder& text)
-{
-    bool ascii = true, wide = false;
-    for (;;) {
-        std::size_t left = 0;
-        if (is_ascii(blocks.block())) {
-            text.append({bytes_of(blocks.block()), blocks.block().size()});
-        } else {
-            const Utf8Look look = look_at(blocks.block(), blocks.is_last());
-            if (!look.valid) return ascii ? Guess::Ascii : Guess::Gb18030;
-            ascii = false;
-            wide = wide || look.wide;
-            left = decode_block(Utf8(), blocks.block(), blocks.is_last(), text);
-        }
-        if (blocks.is_last()) break;
-        blocks.advance(left);
-    }
-    return wide || ascii ? Guess::Utf8 : Guess::Gb18030;
+    const PossibleUtf8 scheme;
+    decode_blocks(scheme, blocks, text, scheme.is_none);
+    return !scheme.is_none && (scheme.any_wide || text.width() == 1);
 }
 
 std::u32string_view decode_foreign_blocks(const OpenBytes& open, TextBuilder& text)
@@ -207,14 +180,10 @@ std::u32string_view decode_foreign_blocks(const OpenBytes& open, TextBuilder& te
     if (marked("\xef\xbb\xbf", Utf8())) return U"UTF-8";
     if (marked("\xff\xfe", Utf16<false>())) return U"UTF-16LE";
     if (marked("\xfe\xff", Utf16<true>())) return U"UTF-16BE";
-    switch (decode_as_utf8(blocks, text)) {
-    case Guess::Utf8: return text.width() == 1 ? U"GB18030" : U"UTF-8";
-    case Guess::Ascii: decode_blocks(Gb18030(), blocks, text); break;
-    default:
-        text = {};
-        Blocks again(open());
-        decode_blocks(Gb18030(), again, text);
-    }
+    if (decode_as_utf8(blocks, text)) return text.width() == 1 ? U"GB18030" : U"UTF-8";
+    text = {};
+    Blocks again(open());
+    decode_blocks(Gb18030(), again, text);
     return U"GB18030";
 }
 

@@ -81,15 +81,6 @@ void lower_into(std::span<const Char> characters, Char* small) noexcept
 
 } // namespace
 
-TextView TextBuffer::view() const noexcept
-{
-    switch (width_) {
-    case 1: return {static_cast<const std::uint8_t*>(memory_.get()), size_};
-    case 2: return {static_cast<const char16_t*>(memory_.get()), size_};
-    default: return {static_cast<const char32_t*>(memory_.get()), size_};
-    }
-}
-
 unsigned needed_width(TextView text) noexcept
 {
     constexpr std::size_t at_once = 1 << 12; // mostly the beginning tells

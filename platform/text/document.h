@@ -27,7 +27,7 @@ public:
     TextBuffer(const TextBuffer&) = delete;
     TextBuffer& operator=(const TextBuffer&) = delete;
 
-    TextView view() const noexcept;
+    TextView view() const noexcept { return {memory_.get(), size_, width_}; }
 
 private:
     CharacterMemory memory_;

@@ -9,7 +9,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::size_t basic_plane = 0x10000;
 constexpr unsigned first_two_byte_code = 0x8000;
 
 template <typename Work>
@@ -47,11 +46,11 @@ TwoByteTable make_two_byte_table()
 {
     TwoByteTable table;
     table.character.resize(first_two_byte_code);
-    table.code.resize(basic_plane);
+    table.code.resize(basic_plane_size);
     for_two_byte_codes(CharacterSet::Gb18030, [&table](char32_t character, unsigned code) {
         const auto given = static_cast<std::uint16_t>(code);
         table.available = true;
-        if (character < basic_plane) {
+        if (character < basic_plane_size) {
             table.character[code - first_two_byte_code] = static_cast<char16_t>(character);
             table.code[character] = given;
         } else {
@@ -68,10 +67,10 @@ FourByteTable make_four_byte_table()
     FourByteTable table;
     const std::vector<char32_t> characters = four_byte_characters();
     table.character.resize(characters.size());
-    table.place.resize(basic_plane, FourByteTable::no_place);
+    table.place.resize(basic_plane_size, FourByteTable::no_place);
     for (std::size_t place = 0; place < characters.size(); ++place) {
         const char32_t character = characters[place];
-        if (character == 0 || character >= basic_plane) continue;
+        if (character == 0 || character >= basic_plane_size) continue;
         table.character[place] = static_cast<char16_t>(character);
         table.place[character] = static_cast<std::uint16_t>(place);
     }
@@ -85,9 +84,9 @@ FourByteTable make_four_byte_table()
 
 std::vector<std::uint16_t> make_gbk_codes()
 {
-    std::vector<std::uint16_t> codes(basic_plane);
+    std::vector<std::uint16_t> codes(basic_plane_size);
     for_two_byte_codes(CharacterSet::Gbk, [&codes](char32_t character, unsigned code) {
-        if (character < basic_plane) codes[character] = static_cast<std::uint16_t>(code);
+        if (character < basic_plane_size) codes[character] = static_cast<std::uint16_t>(code);
     });
     return codes;
 }

@@ -3,7 +3,8 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <limits>
+#include <locale>
+#include <sstream>
 #include <system_error>
 
 namespace tarvik {
@@ -54,31 +55,21 @@ NumberPlace place_of_number(Characters text) noexcept
     return place;
 }
 
-/// Whether a number that fits into no double is too large, and not too small: by the place of its first digit.
-bool too_large(std::string_view digits) noexcept
+/// The largest double or 0: a stream knows on which side a number leaves the range.
+double value_out_of_range(std::string_view digits)
 {
-    const std::size_t mark = digits.find_first_of("eE");
-    const std::string_view mantissa = digits.substr(0, mark);
-    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
-    const std::size_t first = std::min(mantissa.find_first_of("123456789"), mantissa.size());
-    long long exponent = 0;
-    if (mark != std::string_view::npos) {
-        std::string_view written = digits.substr(mark + 1);
-        const bool below = written.front() == '-';
-        if (below || written.front() == '+') written.remove_prefix(1);
-        const auto read = std::from_chars(written.data(), written.data() + written.size(), exponent);
-        if (read.ec != std::errc()) exponent = std::numeric_limits<long long>::max() / 2;
-        if (below) exponent = -exponent;
-    }
-    return static_cast<long long>(point) - static_cast<long long>(first) + exponent > 0;
+    double value = 0;
+    std::istringstream text{std::string(digits)};
+    text.imbue(std::locale::classic());
+    text >> value;
+    return value;
 }
 
-double value_of(std::string_view digits) noexcept
+double value_of(std::string_view digits)
 {
     double value = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (read.ec == std::errc::result_out_of_range) return too_large(digits) ? std::numeric_limits<double>::max() : 0;
-    return value;
+    return read.ec == std::errc::result_out_of_range ? value_out_of_range(digits) : value;
 }
 
 template <typename Characters>

@@ -4,9 +4,7 @@
 
 namespace tarvik {
 
-namespace {
-
-std::vector<std::size_t> borders_of(const Text& needle)
+std::vector<std::size_t> borders_of(TextView needle)
 {
     std::vector<std::size_t> borders(needle.size(), 0);
     for (std::size_t i = 1, border = 0; i < needle.size(); ++i) {
@@ -16,8 +14,6 @@ std::vector<std::size_t> borders_of(const Text& needle)
     }
     return borders;
 }
-
-} // namespace
 
 Occurrences::Occurrences(TextView text, TextView needle)
     : text_(text), needle_(needle.str()), borders_(borders_of(needle_))

@@ -6,6 +6,9 @@
 
 namespace tarvik {
 
+/// For each beginning of a needle, the length of its longest proper border: a beginning that is its end too.
+std::vector<std::size_t> borders_of(TextView needle);
+
 /// Walks over the places of a needle in a text, overlapping ones too. Places count from 0 and only rise. The whole walk
 /// is linear in the text, whatever text and needle hold. An empty needle is nowhere. The text must outlive the walk.
 class Occurrences {
@@ -24,10 +27,10 @@ private:
 
     TextView text_;
     Text needle_;
-    std::vector<std::size_t> borders_; ///< for each beginning of the needle, its longest proper border
-    std::size_t read_ = 0;             ///< characters of the text that have been looked at
-    std::size_t matched_ = 0;          ///< characters before read_ that may begin an occurrence
-    std::size_t current_ = npos;       ///< what at_or_behind() found last
+    std::vector<std::size_t> borders_;
+    std::size_t read_ = 0;       ///< characters of the text that have been looked at
+    std::size_t matched_ = 0;    ///< characters before read_ that may begin an occurrence
+    std::size_t current_ = npos; ///< what at_or_behind() found last
     bool started_ = false;
 };
 

@@ -5,13 +5,14 @@
 #include <cstdint>
 #include <vector>
 
-/// What the codes of the Chinese character sets stand for: the system's own conversion, or where it has none a copy of
-/// it that was made when the program was built.
+/// What the system knows of characters: what the codes of the Chinese character sets stand for, and which letters are
+/// one in two cases. Where it has no such tables they are a copy, made when the program was built.
 namespace tarvik {
 
 enum class CharacterSet { Gb18030, Gbk };
 
 inline constexpr unsigned first_lead = 0x81, last_lead = 0xfe, first_second = 0x40, last_second = 0xfe;
+inline constexpr std::size_t basic_plane_size = 0x10000;
 inline constexpr std::size_t four_byte_places = 39420; ///< from 81 30 81 30 up to 84 31 A4 39
 
 /// Lead byte * 256 + second byte of the code at a place of two_byte_characters().
@@ -34,5 +35,9 @@ constexpr std::array<std::uint8_t, 4> four_byte_code(std::size_t place) noexcept
 std::vector<char32_t> two_byte_characters(CharacterSet set);
 /// Of GB18030, always four_byte_places of them; 0 for none.
 std::vector<char32_t> four_byte_characters();
+
+/// By character of the basic plane, what it is as a small or as a capital letter, in the basic plane too.
+std::vector<char32_t> small_letters();
+std::vector<char32_t> capital_letters();
 
 } // namespace tarvik

@@ -61,7 +61,8 @@ bool operator==(TextView a, TextView b) noexcept
 {
     if (a.size() != b.size()) return false;
     if (a.empty()) return true;
-    if (a.width() == b.width()) return std::memcmp(a.data(), b.data(), a.size() * a.width()) == 0;
+    if (a.width() == b.width())
+        return a.data() == b.data() || std::memcmp(a.data(), b.data(), a.size() * a.width()) == 0;
     return a.visit([b](auto left) {
         return b.visit([left](auto right) { return std::equal(left.begin(), left.end(), right.begin()); });
     });
@@ -79,7 +80,7 @@ TextView mid(TextView text, std::size_t position, std::size_t count) noexcept
     return text.substr(position - 1, count);
 }
 
-std::size_t instr(TextView text, TextView needle, std::size_t from) noexcept
+std::size_t instr(TextView text, TextView needle, std::size_t from)
 {
     if (needle.empty()) return 0;
     // npos + 1 is 0.

@@ -31,6 +31,11 @@ public:
     constexpr TextView(const std::uint8_t* latin1, std::size_t size) noexcept : TextView(latin1, size, 1) {}
     constexpr TextView(const char16_t* basic_plane, std::size_t size) noexcept : TextView(basic_plane, size, 2) {}
     constexpr TextView(const char32_t* text, std::size_t size) noexcept : TextView(text, size, 4) {}
+    /// Characters of `width` bytes each: 1, 2 or 4.
+    constexpr TextView(const void* data, std::size_t size, std::size_t width) noexcept
+        : data_(data), size_(size & 0x1fff'ffff'ffff'ffffU), width_(width & 7U)
+    {
+    }
 
     constexpr std::size_t size() const noexcept { return size_; }
     constexpr bool empty() const noexcept { return size_ == 0; }
@@ -71,10 +76,10 @@ public:
 
     /// First place of the character or needle at or behind `from`, or npos. An empty needle is found at `from`.
     std::size_t find(char32_t character, std::size_t from = 0) const noexcept;
-    std::size_t find(TextView needle, std::size_t from = 0) const noexcept;
+    std::size_t find(TextView needle, std::size_t from = 0) const;
     /// Last place of the character, or npos.
     std::size_t rfind(char32_t character) const noexcept;
-    bool contains(TextView needle) const noexcept { return find(needle) != npos; }
+    bool contains(TextView needle) const { return find(needle) != npos; }
     bool starts_with(TextView beginning) const noexcept { return substr(0, beginning.size()) == beginning; }
 
     Text str() const;
@@ -84,11 +89,6 @@ public:
     friend bool operator==(TextView a, TextView b) noexcept;
 
 private:
-    constexpr TextView(const void* data, std::size_t size, std::size_t width) noexcept
-        : data_(data), size_(size & 0x1fff'ffff'ffff'ffffU), width_(width & 7U)
-    {
-    }
-
     const void* data_ = nullptr;
     std::size_t size_ : 61 = 0; // fields of one type: there are systems where others do not share a word
     std::size_t width_ : 3 = 4;
@@ -107,7 +107,7 @@ Text operator+(Text left, TextView right);
 /// none from position 0.
 TextView mid(TextView text, std::size_t position, std::size_t count = npos) noexcept;
 /// First position of `needle` at or behind `from`; 0 if there is none. An empty needle is never found.
-std::size_t instr(TextView text, TextView needle, std::size_t from = 1) noexcept;
+std::size_t instr(TextView text, TextView needle, std::size_t from = 1);
 
 // Blanks are U+0020 alone.
 TextView ltrim(TextView text) noexcept;

@@ -20,21 +20,24 @@ void resize(CharacterMemory& memory, std::size_t bytes)
     prefer_large_pages(resized, bytes);
 }
 
-template <typename Char>
-void write_as(TextView piece, Char* target) noexcept
+/// Calls `work` with the memory as that of std::uint8_t, char16_t or char32_t.
+template <typename Work>
+void in_width(void* memory, unsigned width, const Work& work) noexcept
 {
-    piece.visit([target](auto characters) {
-        std::ranges::transform(characters, target, [](auto character) { return static_cast<Char>(character); });
-    });
+    switch (width) {
+    case 1: work(static_cast<std::uint8_t*>(memory)); break;
+    case 2: work(static_cast<char16_t*>(memory)); break;
+    default: work(static_cast<char32_t*>(memory)); break;
+    }
 }
 
 void write(TextView piece, void* memory, std::size_t place, unsigned width) noexcept
 {
-    switch (width) {
-    case 1: write_as(piece, static_cast<std::uint8_t*>(memory) + place); break;
-    case 2: write_as(piece, static_cast<char16_t*>(memory) + place); break;
-    default: write_as(piece, static_cast<char32_t*>(memory) + place); break;
-    }
+    in_width(memory, width, [&]<typename Char>(Char* target) {
+        piece.visit([&](auto characters) {
+            std::ranges::transform(characters, target + place, [](auto c) { return static_cast<Char>(c); });
+        });
+    });
 }
 
 /// From the end on, each character to where it stands when there are so many CRs before it.
@@ -48,15 +51,6 @@ void spread(Char* characters, std::size_t size, std::size_t line_feeds) noexcept
 }
 
 } // namespace
-
-TextView TextBuilder::view() const noexcept
-{
-    switch (width_) {
-    case 1: return {static_cast<const std::uint8_t*>(memory_.get()), size_};
-    case 2: return {static_cast<const char16_t*>(memory_.get()), size_};
-    default: return {static_cast<const char32_t*>(memory_.get()), size_};
-    }
-}
 
 void TextBuilder::make_room(std::size_t count, unsigned width)
 {
@@ -89,11 +83,7 @@ bool TextBuilder::end_lines_in_cr_lf()
     const auto line_feeds =
         text.visit([](auto characters) { return static_cast<std::size_t>(std::ranges::count(characters, '\n')); });
     make_room(line_feeds, width_);
-    switch (width_) {
-    case 1: spread(static_cast<std::uint8_t*>(memory_.get()), size_, line_feeds); break;
-    case 2: spread(static_cast<char16_t*>(memory_.get()), size_, line_feeds); break;
-    default: spread(static_cast<char32_t*>(memory_.get()), size_, line_feeds); break;
-    }
+    in_width(memory_.get(), width_, [&](auto* characters) { spread(characters, size_, line_feeds); });
     size_ += line_feeds;
     return true;
 }

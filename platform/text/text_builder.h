@@ -27,7 +27,7 @@ public:
     std::size_t size() const noexcept { return size_; }
     /// Bytes that a character takes so far.
     unsigned width() const noexcept { return width_; }
-    TextView view() const noexcept;
+    TextView view() const noexcept { return {memory_.get(), size_, width_}; }
     /// The text so far, in the narrowest width; the builder is empty afterwards.
     SharedBuffer finish();
 

@@ -1,12 +1,10 @@
-#include "platform/text/text.h"
+#include "platform/text/occurrences.h"
 
-#include <algorithm>
-#include <functional>
 #include <type_traits>
 
 /// Substring search. The usual case is a scan for places where the needle's first and last characters both fit, in
 /// blocks that a compiler turns into vector code. A text made to defeat that (long repeats of one letter) would cost
-/// the product of both lengths, so once the comparisons have cost too much the two-way algorithm takes over.
+/// the product of both lengths, so once the comparisons have cost too much the text is read character by character.
 namespace tarvik {
 
 namespace {
@@ -45,69 +43,21 @@ std::size_t find_character(Characters<Char> text, Char character, std::size_t fr
     }
 }
 
-/// Where the maximal suffix of the needle begins in the order `less`, and that suffix's period.
-struct Suffix {
-    std::size_t start = 0, period = 1;
-};
-
-template <typename Needle, typename Less>
-Suffix maximal_suffix(Characters<Needle> needle, const Less& less) noexcept
-{
-    Suffix best;
-    std::size_t rival = 1, matched = 0;
-    while (rival + matched < needle.size()) {
-        const Needle a = needle[rival + matched], b = needle[best.start + matched];
-        if (a == b) {
-            if (++matched == best.period) {
-                rival += best.period;
-                matched = 0;
-            }
-        } else if (less(a, b)) {
-            rival += matched + 1;
-            matched = 0;
-            best.period = rival - best.start;
-        } else {
-            best.start = rival++;
-            best.period = 1;
-            matched = 0;
-        }
-    }
-    return best;
-}
-
-/// The needle is cut at a critical place: the right part is compared first, from left to right, and a mismatch there
-/// moves the window behind it; a mismatch in the left part moves the window by the period. Linear, and no memory.
+/// Linear whatever text and needle hold.
 template <typename Char, typename Needle>
-std::size_t two_way(Characters<Char> text, Characters<Needle> needle, std::size_t from) noexcept
+std::size_t find_by_borders(Characters<Char> text, Characters<Needle> needle, std::size_t from)
 {
-    const std::size_t size = needle.size();
-    const Suffix up = maximal_suffix(needle, std::less<Needle>()),
-                 down = maximal_suffix(needle, std::greater<Needle>());
-    const Suffix cut = up.start > down.start ? up : down;
-    const bool periodic = cut.start + cut.period <= size &&
-                          std::equal(needle.begin(), needle.begin() + static_cast<std::ptrdiff_t>(cut.start),
-                                     needle.begin() + static_cast<std::ptrdiff_t>(cut.period));
-    const std::size_t step = periodic ? cut.period : std::max(cut.start, size - cut.start) + 1;
-    std::size_t known = 0; // characters at the window's start that are known to fit
-    while (from + size <= text.size()) {
-        std::size_t right = std::max(cut.start, known);
-        while (right < size && text[from + right] == needle[right]) ++right;
-        if (right < size) {
-            from += right - cut.start + 1;
-            known = 0;
-            continue;
-        }
-        std::size_t left = cut.start;
-        while (left > known && text[from + left - 1] == needle[left - 1]) --left;
-        if (left <= known) return from;
-        from += step;
-        known = periodic ? size - step : 0;
+    const std::vector<std::size_t> borders = borders_of({needle.data(), needle.size()});
+    std::size_t matched = 0;
+    for (; from < text.size(); ++from) {
+        while (matched > 0 && needle[matched] != text[from]) matched = borders[matched - 1];
+        if (needle[matched] == text[from] && ++matched == needle.size()) return from + 1 - matched;
     }
     return npos;
 }
 
 template <typename Char, typename Needle>
-std::size_t find_needle(Characters<Char> text, Characters<Needle> needle, std::size_t from) noexcept
+std::size_t find_needle(Characters<Char> text, Characters<Needle> needle, std::size_t from)
 {
     const std::size_t size = needle.size(), end = text.size() - size + 1;
     const Char* first_place = text.data();
@@ -123,7 +73,7 @@ std::size_t find_needle(Characters<Char> text, Characters<Needle> needle, std::s
         while (same < size && first_place[from + same] == needle[same]) ++same;
         if (same == size) return from;
         compared += same + 8; // a scan that ends at once is not free either
-        if (compared > 256 + 4 * (from - begin)) return two_way(text, needle, from + 1);
+        if (compared > 256 + 4 * (from - begin)) return find_by_borders(text, needle, from + 1);
     }
 }
 
@@ -138,7 +88,7 @@ std::size_t TextView::find(char32_t character, std::size_t from) const noexcept
     });
 }
 
-std::size_t TextView::find(TextView needle, std::size_t from) const noexcept
+std::size_t TextView::find(TextView needle, std::size_t from) const
 {
     if (from > size() || needle.size() > size() - from) return npos;
     if (needle.empty()) return from;
