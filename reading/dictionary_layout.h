@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/text/text.h"
+#include "platform/text/code_page.h"
 
 #include <array>
 #include <cstddef>
@@ -32,8 +32,15 @@ inline constexpr std::u32string_view chinese_file = U"现代汉语词典.txt";
 inline constexpr std::u32string_view english_other_file = U"牛津字典hY.TXT";
 
 /// Whether a word that begins with this character is looked up in the English dictionary's file for other words.
-bool belongs_to_other_file(char32_t first);
+inline bool belongs_to_other_file(char32_t first)
+{
+    return char_code(first) < ')';
+}
 /// The English dictionary's file for words that begin with this small letter; nothing for any other character.
-std::optional<Text> english_letter_file(char32_t first);
+inline std::optional<Text> english_letter_file(char32_t first)
+{
+    if (first < U'a' || first > U'z') return std::nullopt;
+    return U"牛津字典" + Text(1, upper(first)) + U".TXT";
+}
 
 } // namespace tarvik

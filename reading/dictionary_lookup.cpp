@@ -1,7 +1,7 @@
 #include "reading/dictionary_lookup.h"
 
 #include "platform/text/occurrences.h"
-#include "reading/results.h"
+#include "reading/queries.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "reading/dictionary_layout.h"
-#include "reading/query_entry.h"
+#include "reading/queries.h"
 
 namespace tarvik {
 

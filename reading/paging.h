@@ -4,6 +4,12 @@
 
 namespace tarvik {
 
+inline constexpr std::u32string_view text_files = U"文本文件*.txt|*.txt";
+
+/// Lets the user choose a text file, reads it into the document pane and cuts it into pages. Whatever fails, a
+/// cancelled dialog included, ends it without a message; what was done so far stays.
+void open_document(Program& program);
+
 /// Cuts the open document into pages of as many characters as the box for them says and sets lastpage. A size that is
 /// no number of 1 or more cuts nothing and gives false; a fraction of a character does not count. Pages behind the new
 /// last one keep their text. Throws Failure when `pages` is full; what was cut until then stays.

@@ -1,9 +1,57 @@
 #pragma once
 
-#include "reading/query_entry.h"
+#include "reading/marking.h"
 
-/// The queries of the document and the walk through their results; query_entry.h says what they start from.
+/// The queries of the documents: what they start from, where their results go, and the walk through these.
 namespace tarvik {
+
+/// A query starts with its button or with Enter. Both do the same work; what they tell has different titles.
+struct QueryEntry {
+    bool by_enter;
+    std::u32string_view question_title;
+    std::u32string_view no_result_title;
+    std::u32string_view no_english_result_title; ///< of a lookup in the English dictionary
+};
+
+inline constexpr QueryEntry query_button{false, U"Tarvik 计算 之查寻", U"Tarvik 计算 之 查寻", U"Tarvik 计算 之 查寻"};
+inline constexpr QueryEntry query_enter{true, application_title, application_title, U"Tarvik 计算 查寻"};
+
+/// The title of the boxes that bear the same one whatever the entry.
+inline constexpr std::u32string_view plain_title = U"Tarvik";
+
+/// "查寻结果为空！"
+void tell_no_result(Program& program, TextView title);
+
+/// Whether the query box holds anything; tells the user when it does not.
+bool has_query(Program& program);
+
+/// The query box without its leading blanks.
+TextView query_text(const Program& program);
+
+/// Fills the result array of one kind, from index 0 on, with pieces of a buffer that is not copied.
+class ResultWriter {
+public:
+    /// Empties the first 1001 results; those behind stay.
+    ResultWriter(Program& program, TextArray& results, const SharedBuffer& buffer);
+
+    /// Counts a match and brings up the result pane.
+    void count();
+    /// Counts a match and stores its piece, from `begin` up to but not including `end`, both from 0. A `begin` before
+    /// the text means its beginning. Gives false when the array has no room left; the match is not counted then.
+    bool add(std::ptrdiff_t begin, std::size_t end);
+
+private:
+    Program& program_;
+    TextArray& results_;
+    SharedBuffer buffer_;
+    std::size_t next_ = 0;
+};
+
+/// Tells that the array of results is full and that those found so far are kept.
+void tell_results_full(Program& program, TextView title);
+
+/// Shows the result with this index in the result pane and marks the query in it. Gives whether there is one.
+bool show_result(Program& program, const TextArray& results, std::int64_t index, Colour colour);
 
 /// The query with no option selected: the pieces between separators that the user names in the number box. Gives
 /// whether it ran to its end.

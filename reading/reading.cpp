@@ -1,7 +1,6 @@
 #include "reading/reading.h"
 
 #include "reading/dictionary_lookup.h"
-#include "reading/document_opening.h"
 #include "reading/marking.h"
 #include "reading/paging.h"
 #include "reading/queries.h"

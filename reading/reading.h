@@ -3,7 +3,7 @@
 #include "mainwindow/mainwindow.h"
 
 /// What this folder offers: the documents that the user reads, their pages, the text queries, the dictionaries, and the
-/// saving of what was found. document_opening.h opens a document for whoever else needs one.
+/// saving of what was found. paging.h opens a document for whoever else needs one.
 namespace tarvik {
 
 /// 0 opens a document, 1 starts the query of the active mode, 2 and 3 walk through its results, 4 saves them.

@@ -1,7 +1,6 @@
 #include "reading/queries.h"
 
 #include "reading/dictionary_lookup.h"
-#include "reading/results.h"
 
 namespace tarvik {
 

@@ -1,7 +1,7 @@
 #include "reading/saving.h"
 
 #include "platform/text/code_page.h"
-#include "reading/document_opening.h"
+#include "reading/paging.h"
 
 #include <algorithm>
 #include <array>
@@ -130,30 +130,15 @@ void save_option_results(Program& program)
     }
 }
 
-/// A piece is known by its storage; only pieces from different places are compared by their characters.
-struct Storage {
-    const void* data;
-    std::size_t size;
-    friend bool operator==(const Storage&, const Storage&) = default;
-};
-struct StorageHash {
-    std::size_t operator()(const Storage& storage) const
-    {
-        return std::hash<const void*>()(storage.data) * 31 + storage.size;
-    }
-};
-
 } // namespace
 
 void empty_earlier_copies(TextArray& results, std::size_t last)
 {
-    std::unordered_set<Storage, StorageHash> seen_places;
     std::unordered_set<TextView, TextHash> seen;
     for (std::size_t i = last + 1; i-- > 0;) {
         const TextView result = results.get(i);
         if (result.empty()) continue;
-        if (!seen_places.insert({result.data(), result.size()}).second || !seen.insert(result).second)
-            results.clear(i, i);
+        if (!seen.insert(result).second) results.clear(i, i);
     }
 }
 

@@ -1,7 +1,6 @@
 #include "reading/queries.h"
 
 #include "platform/text/occurrences.h"
-#include "reading/results.h"
 
 namespace tarvik {
 

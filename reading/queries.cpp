@@ -1,4 +1,4 @@
-#include "reading/results.h"
+#include "reading/queries.h"
 
 #include <algorithm>
 
@@ -9,6 +9,23 @@ namespace {
 constexpr std::size_t last_emptied = 1000;
 
 } // namespace
+
+void tell_no_result(Program& program, TextView title)
+{
+    tell(program, U"查寻结果为空！", title);
+}
+
+bool has_query(Program& program)
+{
+    if (!program.form1.query_box().text().empty()) return true;
+    tell(program, U"查寻条件为空", plain_title);
+    return false;
+}
+
+TextView query_text(const Program& program)
+{
+    return ltrim(program.form1.query_box().text());
+}
 
 ResultWriter::ResultWriter(Program& program, TextArray& results, const SharedBuffer& buffer)
     : program_(program), results_(results), buffer_(buffer)
