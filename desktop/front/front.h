@@ -2,7 +2,6 @@
 
 #include "desktop/front/event_queue.h"
 #include "desktop/front/mirror.h"
-#include "desktop/look/pane_fonts.h"
 #include "desktop/look/theme.h"
 
 namespace tarvik {
@@ -14,7 +13,6 @@ struct Front {
     Mirror& mirror;
     const Theme& theme;
     const Scale& scale;
-    const PaneFonts& pane_fonts;
 };
 
 } // namespace tarvik

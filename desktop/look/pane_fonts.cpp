@@ -5,7 +5,6 @@
 #include <QFontMetricsF>
 
 #include <algorithm>
-#include <cmath>
 
 namespace tarvik {
 
@@ -26,24 +25,23 @@ FontSize measure(const QFont& font)
                 const bool shows_nothing = character < U' ' || character == 0x7f;
                 return shows_nothing ? blank : metrics.horizontalAdvance(to_qt(Text(1, character)));
             }),
-            height, ascent, blank * tab_characters};
+            height, ascent, blank * tab_characters, font};
 }
 
 } // namespace
 
+PaneFonts::PaneFonts(const Theme& theme, const Scale& scale)
+    : FontSizes([this, &theme, &scale](int points) {
+          const double wanted = points > 0 ? points : Theme::pane_points();
+          return measure(theme.pane_font(wanted * std::pow(zoom_factor, zoom_), scale));
+      })
+{
+}
+
 void PaneFonts::zoom(int step)
 {
     zoom_ = step == 0 ? 0 : std::clamp(zoom_ + step, -most_zoom, most_zoom);
-    sizes_.clear();
-}
-
-const PaneFonts::Sized& PaneFonts::sized(int points) const
-{
-    const auto known = sizes_.find(points);
-    if (known != sizes_.end()) return known->second;
-    const double wanted = points > 0 ? points : Theme::pane_points();
-    const QFont font = theme_.pane_font(wanted * std::pow(zoom_factor, zoom_), scale_);
-    return sizes_.emplace(points, Sized{font, measure(font)}).first->second;
+    scale_changed();
 }
 
 } // namespace tarvik

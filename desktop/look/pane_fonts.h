@@ -1,37 +1,76 @@
 #pragma once
 
-#include "desktop/look/char_widths.h"
 #include "desktop/look/theme.h"
 
 #include <QFont>
 
+#include <cmath>
+#include <functional>
 #include <map>
+#include <vector>
 
 namespace tarvik {
 
-/// The sizes of the text views' font as the screen has them.
-class PaneFonts final : public FontSizes {
+/// The widths of characters in one font, each measured when it is first met.
+class CharWidths {
 public:
-    PaneFonts(const Theme& theme, const Scale& scale) : theme_(theme), scale_(scale) {}
+    using Measure = std::function<double(char32_t)>;
+    explicit CharWidths(Measure measure) : measure_(std::move(measure)) {}
 
-    const FontSize& size(int points) const override { return sized(points).size; }
-    const QFont& font(int points) const { return sized(points).font; }
+    double of(char32_t character) const
+    {
+        if (character >= known_.size()) known_.resize(character + 1, NAN);
+        float& width = known_[character];
+        if (std::isnan(width)) width = static_cast<float>(measure_(character));
+        return static_cast<double>(width);
+    }
+
+private:
+    Measure measure_;
+    mutable std::vector<float> known_; // by character
+};
+
+/// One size of the font of a text view. All lengths are pixels.
+struct FontSize {
+    CharWidths widths;
+    double height = 0; ///< from row to row
+    double ascent = 0; ///< from a row's top to its base line
+    double tab = 0;    ///< from tab stop to tab stop
+    QFont font;
+};
+
+/// The sizes of a text view's font, each made when it is first asked for.
+class FontSizes {
+public:
+    /// `make` gives the size for so many points; for 0 that of the design.
+    explicit FontSizes(std::function<FontSize(int points)> make) : make_(std::move(make)) {}
+
+    /// Valid until the sizes are made anew.
+    const FontSize& size(int points) const
+    {
+        const auto known = sizes_.find(points);
+        return known != sizes_.end() ? known->second : sizes_.emplace(points, make_(points)).first->second;
+    }
     /// Whoever keeps sizes must ask for them anew.
     void scale_changed() { sizes_.clear(); }
+
+private:
+    std::function<FontSize(int)> make_;
+    mutable std::map<int, FontSize> sizes_;
+};
+
+/// The sizes as the screen has them.
+class PaneFonts final : public FontSizes {
+public:
+    PaneFonts(const Theme& theme, const Scale& scale);
+    PaneFonts(const PaneFonts&) = delete;
+    PaneFonts& operator=(const PaneFonts&) = delete;
+
     /// Makes all sizes larger or smaller by a step, within bounds; 0 is back to what the texts ask for. Who keeps sizes
     /// must ask for them anew.
     void zoom(int step);
 
 private:
-    struct Sized {
-        QFont font;
-        FontSize size;
-    };
-    const Sized& sized(int points) const;
-
-    const Theme& theme_;
-    const Scale& scale_;
-    mutable std::map<int, Sized> sizes_;
     int zoom_ = 0;
 };
 

@@ -3,6 +3,7 @@
 #include "mainwindow/pane_text.h"
 #include "platform/text/document.h"
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -29,24 +30,22 @@ public:
     char32_t at(std::size_t offset) const;
 
 private:
-    class BreakIndex;
     using Lines = std::shared_ptr<const LineSource>;
+    using Ends = std::shared_ptr<const std::vector<std::size_t>>; // the offsets behind a buffer's line ends
     struct Piece {
-        TextView view;                           // of a buffer; unused for lines
-        std::shared_ptr<const BreakIndex> index; // of a large buffer
-        std::size_t index_offset = 0;            // where the view begins in that buffer
-        Lines lines;
+        TextView view{}; // of a buffer; unused for lines
+        Ends ends{};
+        std::size_t begin = 0; // of the view in its buffer
+        Lines lines{};
         std::size_t offset = 0, size = 0;  // in the whole text
         std::size_t first = 0, breaks = 0; // line ends before it and in it
     };
 
     void add(const SharedText& text, const TextLines& before);
-    void add(const Lines& lines);
     const Piece& piece_at(std::size_t offset) const;
-    static std::size_t breaks_before(const Piece& piece, std::size_t offset);
-    static std::size_t behind(const Piece& piece, std::size_t number);
 
     PaneText text_; // keeps the buffers alive
+    std::map<const TextBuffer*, Ends> ends_;
     std::vector<Piece> pieces_;
     std::size_t size_ = 0;
     std::size_t line_count_ = 1;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/look/char_widths.h"
+#include "desktop/look/pane_fonts.h"
 #include "desktop/text_view/columns.h"
 #include "desktop/text_view/text_lines.h"
 #include "mainwindow/pane.h"

@@ -1,10 +1,8 @@
 #include "desktop/text_view/text_widget.h"
 
 #include "desktop/text_view/text_accessible.h"
-#include "desktop/text_view/text_painter.h"
 
 #include <QApplication>
-#include <QPainter>
 #include <QScrollBar>
 #include <QStyleHints>
 #include <QTimerEvent>
@@ -59,9 +57,8 @@ void colour_bars(const QAbstractScrollArea& area)
 
 } // namespace
 
-TextWidget::TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* parent)
-    : QAbstractScrollArea(parent), front_(front), fonts_(front.pane_fonts), text_(std::move(text)),
-      area_(front.pane_fonts)
+TextWidget::TextWidget(Front& front, const FontSizes& fonts, std::unique_ptr<ViewedText> text, QWidget* parent)
+    : QAbstractScrollArea(parent), front_(front), fonts_(fonts), text_(std::move(text)), area_(fonts)
 {
     setProperty("textWidget", true);
     setFrameShape(QFrame::StyledPanel);
@@ -107,12 +104,6 @@ void TextWidget::show_line_numbers(bool shown)
     delete std::exchange(numbers_, shown ? new LineNumbers(area_, this) : nullptr);
     if (numbers_) numbers_->show();
     show_ruler();
-}
-
-void TextWidget::changeEvent(QEvent* event)
-{
-    QAbstractScrollArea::changeEvent(event);
-    if (event->type() == QEvent::PaletteChange) colour_bars(*this);
 }
 
 void TextWidget::update_ruler()
@@ -272,21 +263,6 @@ QRectF TextWidget::caret_rectangle() const
     return {};
 }
 
-void TextWidget::paintEvent(QPaintEvent*)
-{
-    QPainter painter(viewport());
-    painter.fillRect(viewport()->rect(), palette().color(QPalette::Base));
-    // Without the focus a selection does not hide what it lies on, such as the match that was marked last.
-    const TextRange selected =
-        hasFocus() || shows_selection_ ? TextRange{selection_start(), selection_end()} : TextRange{};
-    paint_text(painter, area_, fonts_, selected, found_in_view(), palette());
-    if (shows_line_ends_) paint_line_ends(painter, area_, fonts_, palette());
-    const QRectF caret = caret_rectangle();
-    if (caret.isNull() || !hasFocus()) return;
-    if (!preedit_.isEmpty()) paint_preedit(painter, preedit_, caret, fonts_, palette());
-    else if (caret_shows_) painter.fillRect(caret, palette().color(QPalette::Text));
-}
-
 void TextWidget::blink()
 {
     const int time = QApplication::styleHints()->cursorFlashTime();
@@ -305,20 +281,16 @@ void TextWidget::timerEvent(QTimerEvent* event)
     }
 }
 
-void TextWidget::focusInEvent(QFocusEvent* event)
+bool TextWidget::event(QEvent* event)
 {
-    QAbstractScrollArea::focusInEvent(event);
-    blink();
-    update();
-    viewport()->update();
-}
-
-void TextWidget::focusOutEvent(QFocusEvent* event)
-{
-    QAbstractScrollArea::focusOutEvent(event);
-    blink();
-    update();
-    viewport()->update();
+    const bool done = QAbstractScrollArea::event(event);
+    if (event->type() == QEvent::PaletteChange) colour_bars(*this);
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        blink();
+        update();
+        viewport()->update();
+    }
+    return done;
 }
 
 } // namespace tarvik

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/front/front.h"
-#include "desktop/look/pane_fonts.h"
 #include "desktop/text_view/ruler.h"
 #include "desktop/text_view/text_area.h"
 #include "desktop/text_view/text_search.h"
@@ -12,13 +11,14 @@
 #include <QElapsedTimer>
 
 #include <memory>
+#include <span>
 
 namespace tarvik {
 
 /// Shows and edits a text of any length. The text is the model's; the view keeps only where it is and what it shows.
 class TextWidget final : public QAbstractScrollArea {
 public:
-    TextWidget(Front& front, std::unique_ptr<ViewedText> text, QWidget* parent);
+    TextWidget(Front& front, const FontSizes& fonts, std::unique_ptr<ViewedText> text, QWidget* parent);
 
     /// Brings text, look and selection up to date with the model.
     void show_model();
@@ -64,6 +64,7 @@ public:
     std::size_t caret() const { return caret_; }
 
 protected:
+    bool event(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -77,10 +78,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
-    void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     // What shows
@@ -92,6 +90,11 @@ private:
     std::size_t place_in_view() const;
     QRectF caret_rectangle() const;
     void blink();
+    void paint_run(QPainter& painter, std::span<const PlacedCharacter> run, QPointF place, bool selected) const;
+    void paint_characters(QPainter& painter, const TextArea::ShownRow& shown, TextRange selected) const;
+    void paint_range(QPainter& painter, const TextArea::ShownRow& shown, TextRange range, const QColor& colour) const;
+    void paint_line_ends(QPainter& painter) const;
+    void paint_preedit(QPainter& painter, const QRectF& caret) const;
 
     // Selection
     std::size_t selection_start() const { return std::min(anchor_, caret_); }
@@ -120,7 +123,7 @@ private:
     void reach(char32_t key);
 
     Front& front_;
-    const PaneFonts& fonts_;
+    const FontSizes& fonts_;
     std::unique_ptr<ViewedText> text_;
     TextArea area_;
     Ruler* ruler_ = nullptr;
@@ -130,7 +133,7 @@ private:
     bool editing_ = false;
     std::size_t anchor_ = 0, caret_ = 0;
     std::optional<double> wanted_x_; // where the caret goes on its way up and down
-    UndoList undo_;
+    std::vector<Reversal> undo_;     // the latest last
     QString preedit_;
     Sought sought_;
     PlaceCount places_;

@@ -14,6 +14,7 @@ namespace tarvik {
 namespace {
 
 constexpr std::u32string_view line_end = U"\r\n";
+constexpr std::size_t most_undone = 500;
 
 } // namespace
 
@@ -27,7 +28,8 @@ void TextWidget::remember(TextView replacement)
 {
     Reversal reversal{Position::at_offset(selection_start()), replacement.size(), {}};
     area_.lines().append_to(selection_start(), selection_end() - selection_start(), reversal.text);
-    undo_.add(std::move(reversal));
+    if (undo_.size() == most_undone) undo_.erase(undo_.begin());
+    undo_.push_back(std::move(reversal));
 }
 
 void TextWidget::replace_selection(TextView text)
@@ -59,10 +61,11 @@ void TextWidget::paste()
 
 void TextWidget::undo()
 {
-    const auto reversal = undo_.take();
-    if (!reversal) return;
-    text_->select({reversal->start, reversal->length});
-    replace_selection(reversal->text);
+    if (undo_.empty()) return;
+    const Reversal last = std::move(undo_.back());
+    undo_.pop_back();
+    text_->select({last.start, last.length});
+    replace_selection(last.text);
 }
 
 bool TextWidget::edit_by_key(const QKeyEvent& event)
@@ -131,7 +134,7 @@ QVariant TextWidget::inputMethodQuery(Qt::InputMethodQuery query) const
     switch (query) {
     case Qt::ImEnabled: return true;
     case Qt::ImCursorRectangle: return caret_rectangle().translated(viewport()->pos());
-    case Qt::ImFont: return fonts_.font(0);
+    case Qt::ImFont: return fonts_.size(0).font;
     case Qt::ImHints: return static_cast<int>(Qt::ImhMultiLine);
     default: return QAbstractScrollArea::inputMethodQuery(query);
     }

@@ -4,9 +4,6 @@
 #include "mainwindow/pane.h"
 #include "platform/text/text.h"
 
-#include <optional>
-#include <vector>
-
 namespace tarvik {
 
 /// What a text view shows and edits: a pane, or a box of several lines.
@@ -73,29 +70,6 @@ struct Reversal {
     Position start;
     std::size_t length;
     Text text;
-};
-
-/// What the user has edited in a text, latest first to go.
-class UndoList {
-public:
-    void add(Reversal reversal)
-    {
-        if (reversals_.size() == most) reversals_.erase(reversals_.begin());
-        reversals_.push_back(std::move(reversal));
-    }
-    std::optional<Reversal> take()
-    {
-        if (reversals_.empty()) return std::nullopt;
-        Reversal last = std::move(reversals_.back());
-        reversals_.pop_back();
-        return last;
-    }
-    void clear() { reversals_.clear(); }
-    bool empty() const { return reversals_.empty(); }
-
-private:
-    static constexpr std::size_t most = 500;
-    std::vector<Reversal> reversals_;
 };
 
 } // namespace tarvik

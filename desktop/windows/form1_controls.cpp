@@ -61,10 +61,10 @@ Place page_button_place(const Control& button)
 
 } // namespace
 
-void Form1Window::make_boxes(ControlMaker& maker, ControlMaker& number_maker)
+void Form1Window::make_boxes(ControlMaker& maker)
 {
     for (Pane* pane : form1_.panes()) {
-        texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), FontRole::Pane, *this));
+        texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), fonts_, FontRole::Pane, *this));
         if (pane != &form1_.RichTextBox1)
             texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
                                       [this, pane](int columns) {
@@ -76,7 +76,7 @@ void Form1Window::make_boxes(ControlMaker& maker, ControlMaker& number_maker)
     query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
     query_box_->setTextMargins(text_margin, 0, text_margin, 0);
     texts_.push_back(
-        &number_maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), FontRole::Number, *this));
+        &maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), number_fonts_, FontRole::Number, *this));
     texts_.back()->show_line_ends();
     for (const int index : {4, 5})
         maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);

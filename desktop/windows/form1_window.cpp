@@ -52,8 +52,7 @@ void wish_stop(Front& front)
 
 Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts)
     : FormWindow(front, front.program.form1.window, backdrop), form1_(front.program.form1), scale_(scale),
-      fonts_(fonts), number_fonts_(front.theme, scale), number_front_{front.program, front.queue, front.mirror,
-                                                                      front.theme,   front.scale, number_fonts_},
+      fonts_(fonts), number_fonts_(front.theme, scale),
       layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
       status_([this] { wish_stop(this->front()); }, *this),
       find_bar_(
@@ -61,8 +60,7 @@ Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
       growth_(*this, [this] { post_resize(size()); })
 {
     ControlMaker maker(front, focus, layout_);
-    ControlMaker number_maker(number_front_, focus, layout_);
-    make_boxes(maker, number_maker);
+    make_boxes(maker);
     make_buttons(maker);
     make_frames(maker);
     set_tab_order();

@@ -21,7 +21,7 @@ Place fitted_place(const Form1& form1, const Control& control);
 /// The main window.
 class Form1Window final : public FormWindow {
 public:
-    /// `scale` and `fonts` are those of `front`, which the window's size changes.
+    /// `scale` is that of `front`; the window's size changes it and `fonts`, those of the panes.
     Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts);
 
     LineBox& query_box() { return *query_box_; }
@@ -76,7 +76,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void make_boxes(ControlMaker& maker, ControlMaker& number_maker);
+    void make_boxes(ControlMaker& maker);
     void make_buttons(ControlMaker& maker);
     void make_frames(ControlMaker& maker);
     void set_tab_order();
@@ -89,7 +89,6 @@ private:
     Scale& scale_;
     PaneFonts& fonts_;
     PaneFonts number_fonts_; // the number box is no pane and keeps its size
-    Front number_front_;
     FormLayout layout_;
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> texts_;

@@ -37,7 +37,7 @@ Form3Window::Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, 
     }
     for (auto& [index, label] : form3.Label1) maker.label(label, FontRole::Help, *this);
     for (auto& [index, button] : form3.Command1) maker.button(button, FontRole::Button, *this);
-    notes_ = &maker.text(std::make_unique<ViewedBox>(form3.Text2, true), FontRole::Notes, *this);
+    notes_ = &maker.text(std::make_unique<ViewedBox>(form3.Text2, true), fonts_, FontRole::Notes, *this);
     front.mirror.on_moved(FormId::Form3, [this] {
         layout_.place(this->front().scale);
         place_headings();

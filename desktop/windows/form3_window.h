@@ -10,7 +10,7 @@ namespace tarvik {
 /// The window of column numbers and notes. It appears without taking the focus, so that keys can be typed on.
 class Form3Window final : public FormWindow {
 public:
-    /// `scale` and `fonts` are those of `front`; the window's place decides on them.
+    /// `scale` is that of `front`; the window's place decides on it and on `fonts`.
     Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts,
                 QWidget& main_window);
 

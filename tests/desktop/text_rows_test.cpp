@@ -10,23 +10,14 @@ namespace tarvik::test {
 namespace {
 
 /// A font whose characters are 10 wide, Chinese ones 20, marked ones of size n n times as wide.
-class PlainFont final : public FontSizes {
-public:
-    const FontSize& size(int points) const override
-    {
-        auto& size = sizes_[points];
-        if (!size) {
-            const double factor = points == 0 ? 1 : points;
-            size = std::make_unique<FontSize>(
-                FontSize{CharWidths([factor](char32_t c) { return factor * (c >= 0x2e80 ? 20 : 10); }), 20 * factor,
-                         15 * factor, 80});
-        }
-        return *size;
-    }
-
-private:
-    mutable std::map<int, std::unique_ptr<FontSize>> sizes_;
-};
+FontSizes plain_font()
+{
+    return FontSizes([](int points) {
+        const double factor = points == 0 ? 1 : points;
+        const auto width = [factor](char32_t c) { return factor * (c >= 0x2e80 ? 20 : 10); };
+        return FontSize{CharWidths(width), 20 * factor, 15 * factor, 80, {}};
+    });
+}
 
 class Squares final : public LineSource {
 public:
@@ -158,7 +149,7 @@ struct RowsOf {
         }
         return texts;
     }
-    PlainFont font;
+    FontSizes font = plain_font();
     TextLines lines;
     TextRows rows;
 };
@@ -229,7 +220,7 @@ TEST(TextRows, marks_have_their_own_size)
 
 TEST(TextArea, breaks_the_lines_of_prose_and_leaves_a_table_whole)
 {
-    PlainFont font;
+    const FontSizes font = plain_font();
     TextArea area(font);
     area.set_size(110, 100);
     area.set_wraps_prose(true);
@@ -245,7 +236,7 @@ TEST(TextArea, breaks_the_lines_of_prose_and_leaves_a_table_whole)
 
 TEST(TextArea, shows_the_end_at_the_bottom_and_goes_no_further_than_needed)
 {
-    PlainFont font;
+    const FontSizes font = plain_font();
     TextArea area(font);
     area.set_size(200, 100); // five rows
     area.set_text(PaneText(std::make_shared<Squares>(300'000)), false);
