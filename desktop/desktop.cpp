@@ -43,11 +43,10 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       form3_fonts_(theme_, form3_scale_), main_{program_, queue_, mirror_, theme_, main_scale_},
       form3_front_{program_, queue_, mirror_, theme_, form3_scale_}, form4_front_{program_, queue_, mirror_, theme_,
                                                                                   form4_scale_},
-      focus_(queue_), backdrop_(files_), side_backdrop_(backdrop_),
-      form1_(main_, focus_, backdrop_, main_scale_, main_fonts_),
-      form3_(form3_front_, focus_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
-      form4_(form4_front_, focus_, no_backdrop_, form4_scale_, form1_), timers_(main_),
-      context_menu_(queue_, program_.form1), tasks_(main_, player_, form1_.status(), form1_)
+      focus_(main_), backdrop_(files_), side_backdrop_(backdrop_), form1_(main_, backdrop_, main_scale_, main_fonts_),
+      form3_(form3_front_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
+      form4_(form4_front_, no_backdrop_, form4_scale_, form1_), timers_(main_), context_menu_(queue_, program_.form1),
+      tasks_(main_, player_, form1_.status(), form1_)
 {
     heard_dialogs_.set_recorder(recorder_);
     heard_clipboard_.set_recorder(recorder_);

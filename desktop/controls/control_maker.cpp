@@ -98,7 +98,6 @@ void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::
 {
     widget.setObjectName(widget_name(control));
     layout_.add(control, widget, role);
-    focus_.add(widget, control);
     front_.mirror.add(control, &widget, [theme = &front_.theme, &control, &widget, show = std::move(show)] {
         show();
         show_common(widget, control, *theme);

@@ -2,7 +2,6 @@
 
 #include "desktop/controls/line_box.h"
 #include "desktop/controls/small_widgets.h"
-#include "desktop/front/event_sources.h"
 #include "desktop/front/front.h"
 #include "desktop/text_view/text_widget.h"
 
@@ -44,12 +43,10 @@ private:
     std::vector<Entry> entries_;
 };
 
-/// Makes the widgets of a window: each stands in the window's layout, mirrors its control and tells of the focus.
+/// Makes the widgets of a window: each stands in the window's layout and mirrors its control.
 class ControlMaker {
 public:
-    ControlMaker(Front& front, FocusTracker& focus, FormLayout& layout) : front_(front), focus_(focus), layout_(layout)
-    {
-    }
+    ControlMaker(Front& front, FormLayout& layout) : front_(front), layout_(layout) {}
 
     /// `clicked` is called behind a click with the mouse.
     ButtonWidget& button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});
@@ -62,7 +59,6 @@ public:
 private:
     void enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show);
     Front& front_;
-    FocusTracker& focus_;
     FormLayout& layout_;
 };
 

@@ -7,18 +7,14 @@
 
 namespace tarvik {
 
-FocusTracker::FocusTracker(EventQueue& queue) : queue_(queue)
+FocusTracker::FocusTracker(Front& front)
 {
-    QObject::connect(qApp, &QApplication::focusChanged, &connection_,
-                     [this](const QWidget*, const QWidget* now) { moved_to(now); });
-}
-
-void FocusTracker::moved_to(const QWidget* widget)
-{
-    const auto found = controls_.find(widget);
-    if (found == controls_.end() || found->second == focus_) return;
-    if (Control* const old = std::exchange(focus_, found->second)) queue_.post({EventKind::LostFocus, *old});
-    queue_.post({EventKind::GotFocus, *focus_});
+    QObject::connect(qApp, &QApplication::focusChanged, &connection_, [this, &front](QWidget*, const QWidget* widget) {
+        Control* const now = front.mirror.control_of(widget);
+        if (!now || now == focus_) return;
+        if (Control* const old = std::exchange(focus_, now)) front.queue.post({EventKind::LostFocus, *old});
+        front.queue.post({EventKind::GotFocus, *now});
+    });
 }
 
 ModelTimers::ModelTimers(Front& front) : front_(front)

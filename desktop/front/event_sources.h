@@ -8,25 +8,16 @@
 #include <QTimer>
 
 #include <memory>
-#include <unordered_map>
 #include <vector>
-
-class QWidget;
 
 namespace tarvik {
 
 /// Tells which control of the model has the focus. A dialog, a menu or another program in front takes it from none.
 class FocusTracker {
 public:
-    explicit FocusTracker(EventQueue& queue);
-
-    void add(const QWidget& widget, Control& control) { controls_[&widget] = &control; }
+    explicit FocusTracker(Front& front);
 
 private:
-    void moved_to(const QWidget* widget);
-
-    EventQueue& queue_;
-    std::unordered_map<const QWidget*, Control*> controls_;
     Control* focus_ = nullptr;
     QObject connection_; // ends with the tracker
 };

@@ -7,11 +7,18 @@
 
 namespace tarvik {
 
-void Mirror::add(const Control& control, QWidget* widget, std::function<void()> show, bool last)
+void Mirror::add(Control& control, QWidget* widget, std::function<void()> show, bool last)
 {
     Entry& entry = entries_[&control];
-    entry = {widget, std::move(show), last, true};
+    entry = {&control, widget, std::move(show), last, true};
     changed_.push_back(&entry);
+}
+
+Control* Mirror::control_of(const QWidget* widget) const
+{
+    for (const auto& [control, entry] : entries_)
+        if (widget && entry.widget == widget) return entry.control;
+    return nullptr;
 }
 
 void Mirror::on_moved(FormId form, std::function<void()> place)

@@ -16,7 +16,9 @@ class Mirror {
 public:
     /// `widget` is what takes the focus for the control; none for a window or a timer. Controls that are shown last,
     /// such as windows, come after all others, whose contents must stand when they appear.
-    void add(const Control& control, QWidget* widget, std::function<void()> show, bool last = false);
+    void add(Control& control, QWidget* widget, std::function<void()> show, bool last = false);
+    /// The control that a widget takes the focus for, if there is one.
+    Control* control_of(const QWidget* widget) const;
     /// What a form does when the place or size of any of its controls has changed.
     void on_moved(FormId form, std::function<void()> place);
 
@@ -29,6 +31,7 @@ public:
 
 private:
     struct Entry {
+        Control* control;
         QWidget* widget;
         std::function<void()> show;
         bool last;

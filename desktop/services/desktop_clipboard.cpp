@@ -6,37 +6,9 @@
 #include <QGuiApplication>
 #include <QMimeData>
 
-#include <algorithm>
-#include <string_view>
-
 namespace tarvik {
 
 namespace {
-
-// Adds a part of a text to what other programs get, one character for a line end. `held` tells of a CR that the part
-// before ended with; it may belong to a LF.
-void add_in_utf8(QByteArray& bytes, std::string_view part, bool& held)
-{
-    if (part.empty()) return;
-    if (held && part.front() != '\n') bytes += '\r';
-    for (;;) {
-        const std::size_t end = part.find('\r');
-        bytes.append(part.data(), static_cast<qsizetype>(std::min(end, part.size())));
-        held = end != std::string_view::npos && end + 1 == part.size();
-        if (held || end == std::string_view::npos) return;
-        if (part[end + 1] != '\n') bytes += '\r';
-        part.remove_prefix(end + 1);
-    }
-}
-
-QByteArray in_utf8(const TextSource& source)
-{
-    QByteArray bytes;
-    bool held = false;
-    source([&](TextView part) { add_in_utf8(bytes, to_utf8(part), held); });
-    if (held) bytes += '\r';
-    return bytes;
-}
 
 // A text on its way to other programs, written out only when one of them asks. It goes straight into the bytes that
 // they get, since a large table takes much more room in any other form.
@@ -56,7 +28,9 @@ protected:
     QVariant retrieveData(const QString&, QMetaType) const override
     {
         const BusyCursor busy(true);
-        return in_utf8(source_);
+        QByteArray bytes;
+        source_([&](TextView part) { bytes += to_utf8(part); });
+        return bytes.replace("\r\n", "\n");
     }
 
 private:

@@ -55,7 +55,8 @@ public:
     void make_room(int height);
     /// What is selected, up to its first line end.
     QString selected_line() const;
-    void scroll_rows(int rows);
+    /// Scrolls by a row or a page for the keys that do so; gives whether it is one of them.
+    bool scroll_by_key(int key);
     /// Whether the user has changed the text since the program set it.
     bool edited() const { return !undo_.empty(); }
 

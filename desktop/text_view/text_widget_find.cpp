@@ -79,11 +79,17 @@ void TextWidget::make_room(int height)
     show_ruler();
 }
 
-void TextWidget::scroll_rows(int rows)
+bool TextWidget::scroll_by_key(int key)
 {
+    const int page = std::max(1, area_.whole_rows() - 1);
+    const std::pair<int, int> steps[] = {
+        {Qt::Key_Up, -1}, {Qt::Key_Down, 1}, {Qt::Key_PageUp, -page}, {Qt::Key_PageDown, page}};
+    const auto* const step = std::ranges::find(steps, key, &std::pair<int, int>::first);
+    if (step == std::end(steps)) return false;
     refresh();
-    area_.scroll_rows(rows);
+    area_.scroll_rows(step->second);
     show_scroll_bars();
+    return true;
 }
 
 } // namespace tarvik

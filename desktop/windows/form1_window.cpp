@@ -7,12 +7,13 @@
 #include "desktop/windows/status_text.h"
 #include "desktop/windows/window_places.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 #include <QUrl>
 
 #include <algorithm>
@@ -50,21 +51,20 @@ void wish_stop(Front& front)
 
 } // namespace
 
-Form1Window::Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts)
+Form1Window::Form1Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts)
     : FormWindow(front, front.program.form1.window, backdrop), form1_(front.program.form1), scale_(scale),
       fonts_(fonts), number_fonts_(front.theme, scale),
       layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
       status_([this] { wish_stop(this->front()); }, *this),
       find_bar_(
-          front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this),
-      growth_(*this, [this] { post_resize(size()); })
+          front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {
-    ControlMaker maker(front, focus, layout_);
+    ControlMaker maker(front, layout_);
     make_boxes(maker);
     make_buttons(maker);
     make_frames(maker);
     set_tab_order();
-    query_aid_.emplace(front, *query_box_, *this, [this] { return shown_pane(); });
+    commands_ = new CommandList(front, *query_box_, *this, [this] { return shown_pane(); });
     key_hint_ = new QLabel(this);
     key_hint_->setObjectName("keys");
     key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -90,8 +90,8 @@ void Form1Window::place()
 
 void Form1Window::show_state()
 {
-    query_aid_->show_commands();
-    const bool types_text = query_aid_->types_text();
+    commands_->follow_box();
+    const bool types_text = commands_->types_text();
     keep_separator();
     const bool offers = !separator_.empty() && !form1_.dbresult && no_option_selected(form1_) &&
                         form1_.number_box().text() != separator_;
@@ -148,7 +148,7 @@ void Form1Window::switch_focus()
 
 void Form1Window::switch_typing()
 {
-    front().queue.submit([this] { query_aid_->set_types_text(form1_.dbresult && !query_aid_->types_text()); });
+    front().queue.submit([this] { commands_->set_types_text(form1_.dbresult && !commands_->types_text()); });
     query_box_->setFocus(Qt::ShortcutFocusReason);
 }
 
@@ -286,7 +286,7 @@ void Form1Window::set_zoom(double zoom)
     for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_})
         widget->setFont(front().theme.font(FontRole::Help, scale_));
     find_bar_.setFont(front().theme.font(FontRole::Button, scale_));
-    query_aid_->list().setFont(front().theme.font(FontRole::Notes, scale_)); // even widths keep its columns
+    commands_->setFont(front().theme.font(FontRole::Notes, scale_)); // even widths keep its columns
     place();
     for (TextWidget* text : texts_) text->lay_anew();
 }
@@ -296,13 +296,26 @@ void Form1Window::before_first_show()
     place_main_window(*this, scale_.size(front().program.form3.window));
     query_box_->setFocus(Qt::OtherFocusReason);
     query_box_->selectAll();
-    growth_.begin(size());
+    const bool is_watched = QGuiApplication::platformName() != "offscreen";
+    if (is_watched && style()->styleHint(QStyle::SH_Widget_Animate) != 0) grow();
+}
+
+void Form1Window::grow()
+{
+    constexpr int milliseconds = 180;
+    growth_.setDuration(milliseconds);
+    growth_.setStartValue(size() / 2);
+    growth_.setEndValue(size());
+    growth_.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&growth_, &QVariantAnimation::valueChanged, this, [this](const QVariant& now) { resize(now.toSize()); });
+    connect(&growth_, &QVariantAnimation::finished, this, [this] { post_resize(size()); });
+    growth_.start();
 }
 
 void Form1Window::resizeEvent(QResizeEvent* event)
 {
     place();
-    if (!growth_.running()) FormWindow::resizeEvent(event);
+    if (!grows()) FormWindow::resizeEvent(event);
 }
 
 void Form1Window::mousePressEvent(QMouseEvent* event)

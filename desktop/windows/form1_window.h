@@ -1,12 +1,13 @@
 #pragma once
 
 #include "desktop/controls/control_maker.h"
+#include "desktop/windows/command_list.h"
 #include "desktop/windows/find_bar.h"
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/progress_line.h"
-#include "desktop/windows/query_aid.h"
 #include "desktop/windows/status_line.h"
-#include "desktop/windows/window_growth.h"
+
+#include <QVariantAnimation>
 
 namespace tarvik {
 
@@ -22,7 +23,7 @@ Place fitted_place(const Form1& form1, const Control& control);
 class Form1Window final : public FormWindow {
 public:
     /// `scale` is that of `front`; the window's size changes it and `fonts`, those of the panes.
-    Form1Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts);
+    Form1Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts);
 
     LineBox& query_box() { return *query_box_; }
     /// Chooses how large the model shows on a screen of which this much is free. To be called when the model has its
@@ -64,7 +65,7 @@ public:
 
 protected:
     void before_first_show() override;
-    QSize picture_size() const override { return growth_.running() ? growth_.full() : size(); }
+    QSize picture_size() const override { return grows() ? growth_.endValue().toSize() : size(); }
     void take_size(QSize size) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -80,6 +81,8 @@ private:
     void make_buttons(ControlMaker& maker);
     void make_frames(ControlMaker& maker);
     void set_tab_order();
+    bool grows() const { return growth_.state() == QAbstractAnimation::Running; }
+    void grow();
     void set_zoom(double zoom);
     void place();
     std::function<void()> to_query_box();
@@ -94,11 +97,11 @@ private:
     std::vector<TextWidget*> texts_;
     ProgressLine progress_;
     StatusLine status_;
-    std::optional<QueryAid> query_aid_;
+    CommandList* commands_ = nullptr;
     FindBar find_bar_;
     QLabel* key_hint_ = nullptr;
-    WindowGrowth growth_;
-    QSizeF full_size_; // that the window opens with, in pixels without any zoom
+    QVariantAnimation growth_; // of the window when the program starts
+    QSizeF full_size_;         // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;
     Text separator_, number_before_; // of the last query; in the number box as last seen

@@ -21,13 +21,12 @@ constexpr int interval_box = 2, comparison_box = 4, sort_box = 5;
 
 } // namespace
 
-Form3Window::Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts,
-                         QWidget& main_window)
+Form3Window::Form3Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts, QWidget& main_window)
     : FormWindow(front, front.program.form3.window, backdrop), scale_(scale), fonts_(fonts), main_window_(main_window)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     Form3& form3 = front.program.form3;
-    ControlMaker maker(front, focus, layout_);
+    ControlMaker maker(front, layout_);
     for (auto& [index, box] : form3.Text1) maker.line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
     for (auto& [index, box] : form3.Text1) {
         auto* heading = new QLabel(this);

@@ -11,8 +11,7 @@ namespace tarvik {
 class Form3Window final : public FormWindow {
 public:
     /// `scale` is that of `front`; the window's place decides on it and on `fonts`.
-    Form3Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, PaneFonts& fonts,
-                QWidget& main_window);
+    Form3Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts, QWidget& main_window);
 
     /// To be called when the zoom is known.
     void set_zoom();

@@ -30,14 +30,13 @@ QScrollArea* new_scroll_area(QWidget& parent)
 
 } // namespace
 
-Form4Window::Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale,
-                         const QWidget& main_window)
+Form4Window::Form4Window(Front& front, Backdrop& backdrop, Scale& scale, const QWidget& main_window)
     : FormWindow(front, front.program.form4.window, backdrop), form4_(front.program.form4), scale_(scale),
       main_window_(main_window), layout_([this](const Control& control) { return fitted(control); }),
       preview_(front, *this)
 {
     scroll_area_ = new_scroll_area(*this);
-    ControlMaker maker(front, focus, layout_);
+    ControlMaker maker(front, layout_);
     FrameWidget& all = maker.frame(form4_.Frame1, *scroll_area_->widget());
     make_rows(maker, maker.frame(form4_.Frame2, all), 0, Form4::first_dynamic);
     make_rows(maker, maker.frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);

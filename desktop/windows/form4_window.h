@@ -17,7 +17,7 @@ namespace tarvik {
 class Form4Window final : public FormWindow {
 public:
     /// `scale` is that of `front`; the window's place decides on it.
-    Form4Window(Front& front, FocusTracker& focus, Backdrop& backdrop, Scale& scale, const QWidget& main_window);
+    Form4Window(Front& front, Backdrop& backdrop, Scale& scale, const QWidget& main_window);
 
     /// To be called when the zoom is known.
     void set_zoom();

@@ -1,4 +1,4 @@
-#include "desktop/windows/query_aid.h"
+#include "desktop/windows/command_list.h"
 
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
@@ -40,11 +40,6 @@ constexpr CommandHelp commands[] = {
 constexpr int most_shown = 9;
 constexpr int edge = 4; // around the lines
 
-QString line_of(const CommandHelp& row)
-{
-    return to_qt(TextView(row.command)).leftJustified(18) + to_qt(TextView(row.does));
-}
-
 } // namespace
 
 std::span<const CommandHelp> command_help()
@@ -52,7 +47,8 @@ std::span<const CommandHelp> command_help()
     return commands;
 }
 
-CommandList::CommandList(QWidget& window) : QListWidget(&window)
+CommandList::CommandList(Front& front, LineBox& box, QWidget& window, std::function<TextWidget*()> shown_pane)
+    : QListWidget(&window), front_(front), box_(box), shown_pane_(std::move(shown_pane))
 {
     setObjectName("commands");
     setAccessibleName("命令");
@@ -61,9 +57,23 @@ CommandList::CommandList(QWidget& window) : QListWidget(&window)
     setViewportMargins(edge, edge, edge, edge);
     setAutoFillBackground(true);
     hide();
+    box_.installEventFilter(this);
+    box_.takes_as_text = [this](char32_t key) { return is_text(key); };
+    connect(this, &QListWidget::itemClicked, this, [this] { put(true); });
 }
 
-void CommandList::offer(const QString& typed, const QRect& box)
+void CommandList::follow_box()
+{
+    const bool runs = run_in_progress(front_.program.form1);
+    types_text_ &= front_.program.form1.dbresult;
+    const QString text = box_.text();
+    if (text == put_ && !runs) return;
+    put_.clear();
+    if (box_.hasFocus() && !runs) offer(text);
+    else hide();
+}
+
+void CommandList::offer(const QString& typed)
 {
     clear();
     const auto is_typed = [&typed](const CommandHelp& row) { return to_qt(TextView(row.command)) == typed; };
@@ -71,12 +81,15 @@ void CommandList::offer(const QString& typed, const QRect& box)
         for (const CommandHelp& row : commands) {
             const QString command = to_qt(TextView(row.command));
             if (!command.startsWith(typed)) continue;
-            auto* item = new QListWidgetItem(line_of(row), this);
+            auto* item = new QListWidgetItem(command.leftJustified(18) + to_qt(TextView(row.does)), this);
             item->setData(Qt::UserRole, command);
         }
     setVisible(count() > 0);
     if (count() == 0) return;
-    show_lighter();
+    QPalette lighter = QApplication::palette(); // than the pane that it covers, whose colour it would take over
+    lighter.setColor(QPalette::Window, lighter.color(QPalette::Base));
+    setPalette(lighter);
+    const QRect box = box_.geometry();
     const int rows = std::min(count(), most_shown);
     const int height = rows * sizeHintForRow(0) + 2 * (frameWidth() + edge);
     const int bar = count() > rows ? verticalScrollBar()->sizeHint().width() : 0;
@@ -86,106 +99,52 @@ void CommandList::offer(const QString& typed, const QRect& box)
     raise();
 }
 
-// Than the pane that it covers, whose colour it would take over.
-void CommandList::show_lighter()
+bool CommandList::eventFilter(QObject* watched, QEvent* event)
 {
-    QPalette lighter = QApplication::palette();
-    for (const auto role : {QPalette::Base, QPalette::Window}) lighter.setColor(role, lighter.color(QPalette::Base));
-    setPalette(lighter);
-}
-
-QString CommandList::step(int entries)
-{
-    const int next = currentRow() < 0 ? (entries > 0 ? 0 : count() - 1) : currentRow() + entries;
-    setCurrentRow(std::clamp(next, 0, count() - 1));
-    return current();
-}
-
-QString CommandList::current() const
-{
-    return currentRow() < 0 ? QString() : currentItem()->data(Qt::UserRole).toString();
-}
-
-QueryAid::QueryAid(Front& front, LineBox& box, QWidget& window, std::function<TextWidget*()> shown_pane)
-    : front_(front), box_(box), shown_pane_(std::move(shown_pane)), list_(*new CommandList(window))
-{
-    box_.installEventFilter(this);
-    box_.takes_as_text = [this](char32_t key) { return is_text(key); };
-    connect(&list_, &QListWidget::itemClicked, this, [this] { put(list_.current(), true); });
-}
-
-void QueryAid::show_commands()
-{
-    Form1& form1 = front_.program.form1;
-    types_text_ &= form1.dbresult;
-    const bool runs = run_in_progress(form1);
-    const QString text = box_.text();
-    if (text == put_ && !runs) return;
-    put_.clear();
-    if (box_.hasFocus() && !runs) list_.offer(text, box_.geometry());
-    else list_.hide();
-}
-
-bool QueryAid::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::FocusOut) list_.hide();
-    if (event->type() == QEvent::KeyPress) {
-        const auto& key = *static_cast<QKeyEvent*>(event);
-        if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape) {
-            list_.hide();
-            types_text_ = false;
-        }
-        if (key.modifiers() == Qt::NoModifier || key.modifiers() == Qt::KeypadModifier)
-            if (pick(key) || scroll(key)) return true;
+    if (watched == &box_ && event->type() == QEvent::FocusOut) hide();
+    if (watched != &box_ || event->type() != QEvent::KeyPress) return QListWidget::eventFilter(watched, event);
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape) {
+        hide();
+        types_text_ = false;
     }
-    return QObject::eventFilter(watched, event);
+    if (key.modifiers() != Qt::NoModifier && key.modifiers() != Qt::KeypadModifier) return false;
+    TextWidget* const pane = shown_pane_();
+    return (isVisible() && pick(key.key())) || (pane && pane->scroll_by_key(key.key()));
 }
 
 // The letters of a command are no keys, whatever they do elsewhere.
-bool QueryAid::is_text(char32_t key) const
+bool CommandList::is_text(char32_t key) const
 {
     const Text text = front_.program.form1.query_box().text() + key;
     const auto begins = [&text](const CommandHelp& row) { return row.command.starts_with(text); };
-    return types_text_ || (text.starts_with(U"An") && std::ranges::any_of(command_help(), begins));
+    return types_text_ || (text.starts_with(U"An") && std::ranges::any_of(commands, begins));
 }
 
-bool QueryAid::pick(const QKeyEvent& event)
+bool CommandList::pick(int key)
 {
-    if (list_.isHidden()) return false;
-    switch (event.key()) {
-    case Qt::Key_Tab:
-        if (list_.current().isEmpty()) return false;
-        put(list_.current(), true);
+    if (key == Qt::Key_Tab && currentRow() >= 0) {
+        put(true);
         return true;
-    case Qt::Key_Down: put(list_.step(1), false); return true;
-    case Qt::Key_Up: put(list_.step(-1), false); return true;
-    default: return false;
     }
+    if (key != Qt::Key_Down && key != Qt::Key_Up) return false;
+    const int next = key == Qt::Key_Down ? currentRow() + 1 : currentRow() < 0 ? count() - 1 : currentRow() - 1;
+    setCurrentRow(std::clamp(next, 0, count() - 1));
+    put(false);
+    return true;
 }
 
-void QueryAid::put(const QString& command, bool closes_list)
+// Puts the chosen command into the box.
+void CommandList::put(bool closes)
 {
-    if (closes_list) list_.hide();
-    put_ = closes_list ? QString() : command;
+    const QString command = currentItem()->data(Qt::UserRole).toString();
+    put_ = closes ? QString() : command;
+    if (closes) hide();
     front_.queue.submit([this, command] {
         TextBox& box = front_.program.form1.query_box();
         box.set_text(from_qt(command));
         box.select({Position::at_offset(box.text().size()), 0});
     });
-}
-
-bool QueryAid::scroll(const QKeyEvent& event)
-{
-    TextWidget* const pane = shown_pane_();
-    if (!pane) return false;
-    const int page = std::max(1, pane->area().whole_rows() - 1);
-    switch (event.key()) {
-    case Qt::Key_Up: pane->scroll_rows(-1); return true;
-    case Qt::Key_Down: pane->scroll_rows(1); return true;
-    case Qt::Key_PageUp: pane->scroll_rows(-page); return true;
-    case Qt::Key_PageDown: pane->scroll_rows(page); return true;
-    default: return false;
-    }
 }
 
 } // namespace tarvik
