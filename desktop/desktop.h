@@ -4,7 +4,6 @@
 #include "desktop/services/desktop_platform.h"
 #include "desktop/services/desktop_printer.h"
 #include "desktop/services/dialogs.h"
-#include "desktop/text_view/text_accessible.h"
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
@@ -53,7 +52,6 @@ private:
     void follow_file();
     std::pair<int, std::size_t> saved() const { return {program_.run.number, program_.run.files.size()}; }
 
-    AccessibleWidgets accessible_;
     DiskFiles files_;
     QTranslator chinese_; // the toolkit's own words
     Theme theme_;

@@ -1,11 +1,11 @@
 #include "desktop/desktop.h"
-#include "desktop/look/window_icon.h"
 #include "desktop/services/system.h"
 #include "platform/files/working_folder.h"
 #include "platform/program_start.h"
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QIcon>
 
 namespace {
 
@@ -43,7 +43,7 @@ int main(int count, char** words)
     QApplication application(count, words);
     QCoreApplication::setApplicationName("Tarvik");
     QGuiApplication::setDesktopFileName("tarvik");
-    QGuiApplication::setWindowIcon(tarvik::window_icon());
+    QGuiApplication::setWindowIcon(QIcon(":/icon/tarvik.png"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     const QStringList files = QCoreApplication::arguments().mid(1); // the toolkit has taken its own options
     if (files.size() > 1 || (!files.isEmpty() && files.front().startsWith('-'))) {

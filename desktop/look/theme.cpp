@@ -12,7 +12,7 @@
 #include <QWidget>
 
 #include <algorithm>
-#include <utility>
+#include <vector>
 
 namespace tarvik {
 
@@ -75,46 +75,34 @@ QStringList add_installation_font(const Files& files, TextView name)
     }
 }
 
-struct Colours {
-    QColor window, base, alternate, bars, ink, border, focus, found, highlight, highlighted;
-};
+struct RoleColour {
+    std::vector<QPalette::ColorRole> roles;
+    QColor light, dark, contrast;
 
-Colours colours_of(Look look)
-{
-    switch (look) {
-    case Look::Dark:
-        return {{38, 37, 30},   {30, 29, 24},   {52, 50, 40}, {58, 56, 44},   {232, 228, 208},
-                {122, 116, 84}, {240, 160, 90}, {96, 76, 12}, {112, 128, 60}, Qt::white};
-    case Look::HighContrast:
-        return {Qt::black, Qt::black,  Qt::black,    Qt::black,  Qt::white,
-                Qt::white, Qt::yellow, {0, 90, 160}, Qt::yellow, Qt::black};
-    default:
-        return {{232, 227, 174}, {250, 248, 230}, {240, 236, 204}, {216, 208, 156}, {28, 26, 16},
-                {143, 132, 85},  {138, 61, 0},    {255, 214, 102}, {92, 107, 44},   Qt::white};
-    }
-}
+    QColor in(Look look) const { return look == Look::Light ? light : look == Look::Dark ? dark : contrast; }
+};
 
 QPalette application_palette(Look look)
 {
-    const Colours colours = colours_of(look);
-    QPalette palette(colours.window, colours.window);
-    const std::pair<QPalette::ColorRole, QColor> roles[] = {{QPalette::Base, colours.base},
-                                                            {QPalette::AlternateBase, colours.alternate},
-                                                            {QPalette::Midlight, colours.bars},
-                                                            {QPalette::WindowText, colours.ink},
-                                                            {QPalette::Text, colours.ink},
-                                                            {QPalette::ButtonText, colours.ink},
-                                                            {QPalette::ToolTipText, colours.ink},
-                                                            {QPalette::ToolTipBase, colours.base},
-                                                            {QPalette::PlaceholderText, colours.border},
-                                                            {QPalette::Mid, colours.border},
-                                                            {focus_role, colours.focus},
-                                                            {found_role, colours.found},
-                                                            {QPalette::Highlight, colours.highlight},
-                                                            {QPalette::HighlightedText, colours.highlighted}};
-    for (const auto& [role, colour] : roles) palette.setColor(role, colour);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, colours.border);
+    using P = QPalette;
+    const RoleColour window{{}, {232, 227, 174}, {38, 37, 30}, Qt::black};
+    const RoleColour border{{P::PlaceholderText, P::Mid}, {143, 132, 85}, {122, 116, 84}, Qt::white};
+    const RoleColour colours[] = {
+        {{P::Base, P::ToolTipBase}, {250, 248, 230}, {30, 29, 24}, Qt::black},
+        {{P::AlternateBase}, {240, 236, 204}, {52, 50, 40}, Qt::black},
+        {{P::Midlight}, {216, 208, 156}, {58, 56, 44}, Qt::black},
+        {{P::WindowText, P::Text, P::ButtonText, P::ToolTipText}, {28, 26, 16}, {232, 228, 208}, Qt::white},
+        border,
+        {{focus_role}, {138, 61, 0}, {240, 160, 90}, Qt::yellow},
+        {{found_role}, {255, 214, 102}, {96, 76, 12}, {0, 90, 160}},
+        {{P::Highlight}, {92, 107, 44}, {112, 128, 60}, Qt::yellow},
+        {{P::HighlightedText}, Qt::white, Qt::white, Qt::black},
+    };
+    QPalette palette(window.in(look), window.in(look));
+    for (const RoleColour& colour : colours)
+        for (const auto role : colour.roles) palette.setColor(role, colour.in(look));
+    for (const auto role : {P::WindowText, P::Text, P::ButtonText})
+        palette.setColor(P::Disabled, role, border.in(look));
     return palette;
 }
 

@@ -129,14 +129,9 @@ QAccessibleInterface* accessible_of(const QString&, QObject* object)
 
 } // namespace
 
-AccessibleWidgets::AccessibleWidgets()
+void open_to_screen_readers()
 {
-    QAccessible::installFactory(accessible_of);
-}
-
-AccessibleWidgets::~AccessibleWidgets()
-{
-    QAccessible::removeFactory(accessible_of);
+    QAccessible::installFactory(accessible_of); // which stands in the toolkit's list once, however often it is named
 }
 
 void forget_accessible(QWidget& widget)

@@ -187,13 +187,10 @@ std::optional<Row> TextRows::previous(const Row& row) const
 }
 
 // Where the cells of a row that is a whole line begin, one width behind the last at least.
-const std::vector<TextRows::Place>& TextRows::cell_places(const Row& row) const
+std::vector<TextRows::Place> TextRows::cell_places(const Row& row) const
 {
-    static const std::vector<Place> none;
-    if (!stops_ || row.end - row.start > longest_table_line) return none;
-    const bool known = cell_places_.contains(row.start);
-    std::vector<Place>& cells = remembered(cell_places_, row.start);
-    if (known) return cells;
+    std::vector<Place> cells;
+    if (!stops_ || row.end - row.start > longest_table_line) return cells;
     Text line;
     lines_.append_to(row.start, row.end - row.start, line);
     double end = 0;
@@ -212,7 +209,7 @@ const std::vector<TextRows::Place>& TextRows::cell_places(const Row& row) const
 
 TextRows::Place TextRows::beginning(const Row& row) const
 {
-    const auto& cells = cell_places(row);
+    const auto cells = cell_places(row);
     return {row.start, cells.empty() ? 0 : cells.front().x};
 }
 

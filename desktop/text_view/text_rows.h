@@ -72,7 +72,7 @@ private:
     // Goes through the characters; each of the `jumps` tells where a cell begins.
     template <typename Visit>
     void walk(std::size_t from, std::size_t to, double x, std::span<const Place> jumps, Visit&& visit) const;
-    const std::vector<Place>& cell_places(const Row& row) const;
+    std::vector<Place> cell_places(const Row& row) const;
     Place beginning(const Row& row) const;
     Row row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const;
     std::size_t row_end(std::size_t start, std::size_t line_end) const;
@@ -91,7 +91,6 @@ private:
     // What is remembered of long lines, by where they begin.
     mutable std::map<std::size_t, std::vector<Place>> places_;
     mutable std::map<std::size_t, std::vector<std::size_t>> row_starts_;
-    mutable std::map<std::size_t, std::vector<Place>> cell_places_;
 };
 
 } // namespace tarvik

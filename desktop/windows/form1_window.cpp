@@ -81,6 +81,7 @@ void Form1Window::place()
 {
     layout_.place(scale_);
     const int height = qRound(scale_.pixels(status_height));
+    progress_.resize(width(), progress_.height());
     status_.setGeometry(0, this->height() - height, width(), height);
     // Between the pane and the query box.
     const QRect box = query_box_->geometry();

@@ -47,6 +47,7 @@ void Backdrop::paint(QPainter& painter, QSize area, double device_pixels)
 FormWindow::FormWindow(Front& front, Window& model, Backdrop& backdrop)
     : front_(front), model_(model), backdrop_(backdrop)
 {
+    open_to_screen_readers();
     setObjectName(widget_name(model));
     setProperty(accessible_role, QAccessible::Window);
     front.mirror.add(

@@ -1,7 +1,5 @@
 #include "desktop/windows/progress_line.h"
 
-#include <QEvent>
-
 #include <algorithm>
 #include <utility>
 
@@ -23,7 +21,6 @@ ProgressLine::ProgressLine(QWidget& window) : QProgressBar(&window)
     setTextVisible(false);
     setStyleSheet("QProgressBar { border: 0; background: palette(midlight) }"
                   "QProgressBar::chunk { background: palette(link) }");
-    window.installEventFilter(this);
     hide();
 }
 
@@ -44,12 +41,6 @@ void ProgressLine::show_line()
     setValue(qRound(all * std::clamp(part, 0.0, 1.0)));
     setGeometry(0, 0, parentWidget()->width(), thickness);
     raise();
-}
-
-bool ProgressLine::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::Resize) resize(parentWidget()->width(), thickness);
-    return QProgressBar::eventFilter(watched, event);
 }
 
 } // namespace tarvik

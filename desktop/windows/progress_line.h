@@ -15,9 +15,6 @@ public:
     void show_work(double done);
     void show_batch(double done);
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void show_line();
     double work_ = -1, batch_ = -1;

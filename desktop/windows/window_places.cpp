@@ -41,8 +41,6 @@ struct Fit {
     QSize size;
     double zoom;
     double shown; // which part of the window
-
-    bool better_than(const Fit& other) const { return std::pair(shown, zoom) > std::pair(other.shown, other.zoom); }
 };
 
 Fit fit(const QRect& region, int frame, const SideWindow& window, double zoom)
@@ -92,14 +90,14 @@ SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_
         region(kept.right() + gap, free.top(), right, free.bottom()),
         region(free.left(), free.top(), kept.left() - gap, free.bottom()),
     };
-    const Fit* best = nullptr;
     std::vector<Fit> fits;
     for (const QRect& each : regions)
         fits.push_back(fit(each, frame, window, fits.empty() ? zoom : zoom * window.over_main));
-    for (const Fit& each : fits) {
-        if (!best || each.better_than(*best)) best = &each;
-        if (each.shown == 1 && each.zoom >= hardly_smaller * zoom) break;
-    }
+    const auto fitting = std::ranges::find_if(
+        fits, [zoom](const Fit& each) { return each.shown == 1 && each.zoom >= hardly_smaller * zoom; });
+    const auto best = fitting != fits.end() ? fitting : std::ranges::max_element(fits, {}, [](const Fit& each) {
+        return std::pair(each.shown, each.zoom);
+    });
     const QRect& at = best->region;
     const QSize size = best->size;
     const int x = std::clamp(main.right() + gap, at.left(), std::max(at.left(), at.right() - size.width()));
