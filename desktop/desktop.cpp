@@ -3,8 +3,6 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/services/system.h"
-#include "mainwindow/installation_files.h"
-#include "platform/failure.h"
 #include "platform/files/path_text.h"
 #include "runs/batch_runner.h"
 #include "runs/engines.h"
@@ -103,14 +101,7 @@ void Desktop::open(const QString& path)
 // The installation folder and where the last run's files went.
 QStringList Desktop::places() const
 {
-    QStringList places{to_qt(program_.platform.files.installation_folder())};
-    try {
-        const Text& folder = program_.form1.outfolder;
-        const TextView path = folder.empty() ? TextView(files::default_output) : TextView(folder);
-        places += QString::fromStdString(utf8_of(program_.platform.files.resolve(path)));
-    } catch (const Failure&) { // the system has no such place
-    }
-    return places;
+    return {to_qt(program_.platform.files.installation_folder()), output_folder(program_)};
 }
 
 void Desktop::set_look(std::optional<Look> look)

@@ -70,7 +70,8 @@ void EventQueue::attempt(const std::function<void()>& work)
     };
     try {
         work();
-    } catch (const ScriptFailure&) { // told by whoever plays the task
+    } catch (const ScriptFailure& failure) {
+        script_failed(failure);
     } catch (const std::bad_alloc&) {
         tell_of(U"内存不足。");
     } catch (const std::exception& error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scripts/recorder.h"
+#include "scripts/script.h"
 
 #include <deque>
 #include <functional>
@@ -25,6 +26,8 @@ public:
     void send(Event& event);
     Recorder& recorder() { return recorder_; }
     bool busy() const { return busy_; }
+    /// What differs from a script ends the event that it is found in, and no user is told of it.
+    std::function<void(const ScriptFailure&)> script_failed = [](const ScriptFailure&) {};
     /// Nothing happens any more.
     void close() { closed_ = true; }
 

@@ -20,6 +20,11 @@ TaskPlayer::TaskPlayer(Program& program_, EventQueue& queue, DesktopDialogs& use
 {
     timer_.setInterval(pace);
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { step(); });
+    // What differs ends the task, also inside a tick that no line waits for. Boxes are the user's from then on.
+    queue_.script_failed = [this](const ScriptFailure& failure) {
+        failure_ = failure.what();
+        asks_ = true;
+    };
 }
 
 void TaskPlayer::start(const std::string& script, std::function<void(const QString&)> ended)
@@ -48,7 +53,7 @@ void TaskPlayer::stop()
 
 Dialogs& TaskPlayer::dialogs()
 {
-    if (plays_ && !asks_) return *this;
+    if (plays_ && !asks_) return script_dialogs_;
     return user_dialogs_;
 }
 
@@ -72,39 +77,6 @@ Text TaskPlayer::ask(const Text& name, const std::optional<Text>& preset, bool i
     asks_ = false;
     if (!given || given->empty()) throw ScriptFailure("nothing was given for " + to_utf8(name));
     return *given;
-}
-
-// What differs ends the task, also inside a tick that no line waits for. Boxes are the user's from then on.
-template <typename Work>
-auto TaskPlayer::answered(Work&& work)
-{
-    try {
-        return work();
-    } catch (const ScriptFailure& failure) {
-        failure_ = failure.what();
-        asks_ = true;
-        throw;
-    }
-}
-
-Answer TaskPlayer::message(const Message& message)
-{
-    return answered([&] { return script_dialogs_.message(message); });
-}
-
-Text TaskPlayer::input(TextView title, TextView prompt, TextView preset)
-{
-    return answered([&] { return script_dialogs_.input(title, prompt, preset); });
-}
-
-std::optional<Text> TaskPlayer::open_file(TextView filter)
-{
-    return answered([&] { return script_dialogs_.open_file(filter); });
-}
-
-std::optional<Text> TaskPlayer::save_file(TextView filter)
-{
-    return answered([&] { return script_dialogs_.save_file(filter); });
 }
 
 bool TaskPlayer::still_waits()

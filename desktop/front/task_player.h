@@ -21,7 +21,7 @@ struct TaskPlayerParts {
 
 /// Plays a task in the window, at the pace of the program: the next line begins when nothing else is to be done. While
 /// it plays, its answers answer the boxes.
-class TaskPlayer final : private TaskPlayerParts, public Stage, private Dialogs {
+class TaskPlayer final : private TaskPlayerParts, public Stage {
 public:
     TaskPlayer(Program& program_, EventQueue& queue, DesktopDialogs& user_dialogs);
 
@@ -41,12 +41,6 @@ public:
     Text ask(const Text& name, const std::optional<Text>& preset, bool is_file) override;
 
 private:
-    Answer message(const Message& message) override;
-    Text input(TextView title, TextView prompt, TextView preset) override;
-    std::optional<Text> open_file(TextView filter) override;
-    std::optional<Text> save_file(TextView filter) override;
-    template <typename Work>
-    auto answered(Work&& work);
     void step();
     bool still_waits();
     void play_line();

@@ -133,9 +133,8 @@ void TextArea::show_rows()
     for (const ShownRow& shown : shown_) widest_ = std::max(widest_, rows_->width_of(shown.row));
 }
 
-std::size_t TextArea::last_top() const
+std::size_t TextArea::top_above(Row row) const
 {
-    Row row = rows_->row_at(lines_.size());
     double left = height_ - row.height;
     while (const auto above = rows_->previous(row)) {
         left -= above->height;
@@ -153,13 +152,7 @@ void TextArea::scroll_to(std::size_t offset)
 
 void TextArea::scroll_rows(int count)
 {
-    Row row = rows_->row_at(top_);
-    for (; count != 0; count += count > 0 ? -1 : 1) {
-        const auto other = count > 0 ? rows_->next(row) : rows_->previous(row);
-        if (!other) break;
-        row = *other;
-    }
-    scroll_to(row.start);
+    scroll_to(rows_->away(rows_->row_at(top_), count).start);
 }
 
 void TextArea::set_left(double left)
@@ -180,17 +173,8 @@ void TextArea::bring_into_view(std::size_t offset, bool to_top)
     const auto shown = std::ranges::find_if(
         shown_, [&](const ShownRow& of) { return of.row.start == row.start && of.y + row.height <= height_ + 0.5; });
     if (shown == shown_.end()) {
-        top_ = row.start;
-        if (!to_top && !shown_.empty() && row.start > shown_.front().row.start) {
-            double room = height_ - row.height;
-            for (Row above = row;;) {
-                const auto next = rows_->previous(above);
-                if (!next || (room -= next->height) < 0) break;
-                above = *next;
-                top_ = above.start;
-            }
-        }
-        scroll_to(top_);
+        const bool is_below = !shown_.empty() && row.start > shown_.front().row.start;
+        scroll_to(is_below && !to_top ? top_above(row) : row.start);
     }
     if (breaks_lines_) return;
     const double x = rows_->x_of(row, offset);

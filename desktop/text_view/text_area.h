@@ -53,7 +53,7 @@ public:
     void scroll_rows(int rows);
     void set_left(double left);
     /// The row that is on top when the end of the text shows.
-    std::size_t last_top() const;
+    std::size_t last_top() const { return top_above(rows_->row_at(lines_.size())); }
     /// Moves the view no further than needed; a place above or far below comes to the top when `to_top` says so.
     void bring_into_view(std::size_t offset, bool to_top);
     /// Rows that show as a whole, at least one.
@@ -66,6 +66,8 @@ public:
 private:
     void show_rows();
     void make_rows();
+    /// The row that is on top when this one is the last that shows as a whole.
+    std::size_t top_above(Row row) const;
     void look_at_first_lines();
     void make_room_for_headings();
     void make_room(std::size_t column, double width);

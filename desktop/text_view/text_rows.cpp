@@ -186,6 +186,16 @@ std::optional<Row> TextRows::previous(const Row& row) const
     return row_at(row.start - 1);
 }
 
+Row TextRows::away(Row row, int count) const
+{
+    for (; count != 0; count += count > 0 ? -1 : 1) {
+        const auto other = count > 0 ? next(row) : previous(row);
+        if (!other) break;
+        row = *other;
+    }
+    return row;
+}
+
 // Where the cells of a row that is a whole line begin, one width behind the last at least.
 std::vector<TextRows::Place> TextRows::cell_places(const Row& row) const
 {
@@ -225,28 +235,19 @@ const std::vector<TextRows::Place>& TextRows::places(const Row& row) const
     return known;
 }
 
-TextRows::Place TextRows::place_before(const Row& row, std::size_t offset) const
+// The last of the remembered places that is not behind what is looked for.
+template <typename IsBehind>
+TextRows::Place TextRows::place_before(const Row& row, IsBehind&& is_behind) const
 {
-    if (row.end - row.start < 2 * stride || offset - row.start < stride) return beginning(row);
+    if (row.end - row.start < 2 * stride) return beginning(row);
     const auto& known = places(row);
-    return *(std::upper_bound(known.begin(), known.end(), offset,
-                              [](std::size_t at, const Place& place) { return at < place.offset; }) -
-             1);
-}
-
-TextRows::Place TextRows::place_before_x(const Row& row, double x) const
-{
-    if (row.end - row.start < 2 * stride || x <= 0) return beginning(row);
-    const auto& known = places(row);
-    return *(
-        std::upper_bound(known.begin(), known.end(), x, [](double at, const Place& place) { return at < place.x; }) -
-        1);
+    return *(std::find_if(known.begin() + 1, known.end(), is_behind) - 1);
 }
 
 double TextRows::x_of(const Row& row, std::size_t offset) const
 {
     offset = std::clamp(offset, row.start, row.end);
-    const Place from = place_before(row, offset);
+    const Place from = place_before(row, [offset](const Place& place) { return place.offset > offset; });
     double x = from.x;
     walk(from.offset, offset, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         x = placed.x + placed.width;
@@ -257,7 +258,7 @@ double TextRows::x_of(const Row& row, std::size_t offset) const
 
 std::size_t TextRows::offset_at(const Row& row, double x) const
 {
-    const Place from = place_before_x(row, x);
+    const Place from = place_before(row, [x](const Place& place) { return place.x > x; });
     std::size_t offset = row.end;
     walk(from.offset, row.end, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         if (x >= placed.x + placed.width / 2) return true;
@@ -270,7 +271,7 @@ std::size_t TextRows::offset_at(const Row& row, double x) const
 std::vector<PlacedCharacter> TextRows::between(const Row& row, double left, double right) const
 {
     std::vector<PlacedCharacter> placed_characters;
-    const Place from = place_before_x(row, left);
+    const Place from = place_before(row, [left](const Place& place) { return place.x > left; });
     walk(from.offset, row.end, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         if (placed.x >= right) return false;
         if (placed.x + placed.width > left) placed_characters.push_back(placed);

@@ -55,6 +55,8 @@ public:
     Row row_at(std::size_t offset) const;
     std::optional<Row> next(const Row& row) const;
     std::optional<Row> previous(const Row& row) const;
+    /// The row that is so many rows below, or above for a negative number; as far as there are any.
+    Row away(Row row, int count) const;
 
     double x_of(const Row& row, std::size_t offset) const;
     /// The place between two characters that is nearest to x.
@@ -79,8 +81,8 @@ private:
     void set_height(Row& row) const;
     std::span<const Mark> marks_from(std::size_t offset) const;
     const std::vector<Place>& places(const Row& row) const;
-    Place place_before(const Row& row, std::size_t offset) const;
-    Place place_before_x(const Row& row, double x) const;
+    template <typename IsBehind>
+    Place place_before(const Row& row, IsBehind&& is_behind) const;
     std::size_t row_start_before(std::size_t line_start, std::size_t line_end, std::size_t offset) const;
 
     const TextLines& lines_;

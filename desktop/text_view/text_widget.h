@@ -102,6 +102,7 @@ private:
     std::size_t selection_end() const { return std::max(anchor_, caret_); }
     void move_caret(std::size_t offset, bool extend);
     void selection_to_model();
+    void select_and_show(std::size_t from, std::size_t to);
     void select_word(std::size_t offset);
     void select_line(std::size_t offset);
     bool select_cell(std::size_t offset);

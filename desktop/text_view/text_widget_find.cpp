@@ -20,8 +20,7 @@ QString TextWidget::find(bool forward)
     refresh();
     const auto found = sought_.next(area_.lines(), forward ? selection_end() : selection_start(), forward);
     if (!found) return {};
-    anchor_ = found->start;
-    move_caret(found->end, true);
+    select_and_show(found->start, found->end);
     shows_selection_ = true;
     bool is_complete = false;
     return count_places(is_complete);

@@ -55,6 +55,12 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     blink();
 }
 
+void TextWidget::select_and_show(std::size_t from, std::size_t to)
+{
+    anchor_ = from;
+    move_caret(to, true);
+}
+
 // A code such as yq-r8808 or 2016/09/22, else the cell of a table, else a word.
 void TextWidget::select_word(std::size_t offset)
 {
@@ -64,14 +70,11 @@ void TextWidget::select_word(std::size_t offset)
         std::size_t start = offset, code_end = offset + 1;
         while (start > 0 && in_code(start - 1)) --start;
         while (in_code(code_end)) ++code_end;
-        anchor_ = start;
-        move_caret(code_end, true);
-        return;
+        return select_and_show(start, code_end);
     }
     if (select_cell(offset)) return;
     const std::size_t end = word_edge(offset, true);
-    anchor_ = word_edge(std::min(offset + 1, end), false);
-    move_caret(end, true);
+    select_and_show(word_edge(std::min(offset + 1, end), false), end);
 }
 
 bool TextWidget::select_cell(std::size_t offset)
@@ -83,8 +86,7 @@ bool TextWidget::select_cell(std::size_t offset)
     for (const Cell& cell : cells_of(line)) {
         const std::size_t start = row.line_start + cell.start, end = row.line_start + cell.end;
         if (offset < start || offset >= end) continue;
-        anchor_ = start;
-        move_caret(end, true);
+        select_and_show(start, end);
         return true;
     }
     return false;
@@ -137,14 +139,9 @@ std::size_t TextWidget::word_edge(std::size_t offset, bool forward) const
 std::size_t TextWidget::rows_away(int count)
 {
     const TextRows& rows = area_.rows();
-    Row row = rows.row_at(caret_);
-    const double x = wanted_x_ ? *wanted_x_ : rows.x_of(row, caret_);
+    const Row from = rows.row_at(caret_), row = rows.away(from, count);
+    const double x = wanted_x_ ? *wanted_x_ : rows.x_of(from, caret_);
     wanted_x_ = x;
-    for (; count != 0; count += count > 0 ? -1 : 1) {
-        const auto other = count > 0 ? rows.next(row) : rows.previous(row);
-        if (!other) break;
-        row = *other;
-    }
     const std::size_t offset = rows.offset_at(row, x);
     return offset == row.end && !row.ends_line() ? offset - 1 : offset;
 }

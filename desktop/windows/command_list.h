@@ -11,9 +11,10 @@ namespace tarvik {
 
 class TextWidget;
 
-/// A command of the query box and what it does, in one line.
+/// A command of the query box, what it does, in one line, and what the heading of the manual holds that says more.
 struct CommandHelp {
     std::u32string_view command, does;
+    const char* heading;
 };
 std::span<const CommandHelp> command_help();
 

@@ -2,8 +2,6 @@
 
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
-#include "mainwindow/installation_files.h"
-#include "platform/files/path_text.h"
 
 #include <QActionGroup>
 #include <QShortcut>
@@ -12,30 +10,6 @@ namespace tarvik {
 
 namespace {
 
-struct ManualPage {
-    const char32_t* query; // what it begins with
-    const char* heading;
-};
-constexpr const char* other_dockets = "其他维修单据";
-constexpr ManualPage manual_pages[] = {
-    {U"An order", "送修单"},
-    {U"An prices", "送修单"},
-    {U"An kqtest", "考勤"},
-    {U"An label", "标签清单"},
-    {U"An statistic", "标签清单"},
-    {U"An appear", "设计器"},
-    {U"An testsesame", "设计器"},
-    {U"An tomation", "设计器"},
-    {U"An Sesame", "设计器"},
-    {U"An Excelfile", "设计器"},
-    {U"An keptfile", "设计器"},
-    {U"An testdocket", other_dockets},
-    {U"An bendocket", other_dockets},
-    {U"An dandocket", other_dockets},
-    {U"An wodben", other_dockets},
-    {U"An dockword", other_dockets},
-    {U"An", "批量出单"},
-};
 const QString designer_heading = "设计器";
 
 } // namespace
@@ -43,8 +17,10 @@ const QString designer_heading = "设计器";
 QString manual_heading(const Program& program)
 {
     const Form1& form1 = program.form1;
-    for (const ManualPage& page : manual_pages)
-        if (form1.query_box().text().starts_with(page.query)) return page.heading;
+    const Text& query = form1.query_box().text();
+    for (const CommandHelp& row : command_help())
+        if (query.starts_with(row.command)) return row.heading;
+    if (query.starts_with(U"An")) return "批量出单";
     if (program.module1.designeropen) return designer_heading;
     if (form1.dbresult || program.module1.analysismode) return "数据列";
     return "阅读与查寻";
@@ -151,11 +127,7 @@ void MainMenu::add_run()
     add(menu, "做完手上这张就停", {"Ctrl+."}, [this] { form1_.status().stop(); });
     add(menu, "出了和没有出的单", {"Ctrl+L"}, [this] { form1_.status().list_end(); });
     add(menu, "打开所存的文件夹", {"Ctrl+E"}, [this] { form1_.status().open_end(); });
-    add(menu, "打开存储路径", {}, [this] {
-        const Text& folder = program_.form1.outfolder;
-        const TextView path = folder.empty() ? files::default_output : TextView(folder);
-        form1_.status().show_by_system(QString::fromStdString(utf8_of(program_.platform.files.resolve(path))));
-    });
+    add(menu, "打开存储路径", {}, [this] { form1_.status().show_by_system(output_folder(program_)); });
 }
 
 void MainMenu::add_view()

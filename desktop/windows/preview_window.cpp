@@ -6,10 +6,8 @@
 #include <QHelpEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QScrollArea>
 #include <QStyle>
 #include <QToolTip>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -153,14 +151,10 @@ bool PreviewCanvas::event(QEvent* event)
 }
 
 PreviewWindow::PreviewWindow(Front& front, const QWidget& designer)
-    : front_(front), designer_(designer), scroll_area_(new QScrollArea(this)),
-      canvas_(new PreviewCanvas(front, nullptr))
+    : front_(front), designer_(designer), canvas_(new PreviewCanvas(front, nullptr))
 {
     setObjectName("Form4.Preview");
-    scroll_area_->setWidget(canvas_);
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(scroll_area_);
+    setWidget(canvas_);
     front_.mirror.add(
         front_.program.form4.Preview, nullptr, [this] { show_model(); }, true);
 }

@@ -2,9 +2,7 @@
 
 #include "desktop/front/front.h"
 
-#include <QWidget>
-
-class QScrollArea;
+#include <QScrollArea>
 
 namespace tarvik {
 
@@ -32,7 +30,7 @@ private:
 };
 
 /// The window around it, which comes and goes with the model's preview.
-class PreviewWindow final : public QWidget {
+class PreviewWindow final : public QScrollArea {
 public:
     PreviewWindow(Front& front, const QWidget& designer);
 
@@ -45,7 +43,6 @@ private:
     Front& front_;
     const QWidget& designer_;
     bool placed_ = false;
-    QScrollArea* scroll_area_;
     PreviewCanvas* canvas_;
 };
 

@@ -3,6 +3,7 @@
 #include "calendar/attendance/attendance.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/columns.h"
+#include "mainwindow/installation_files.h"
 #include "platform/failure.h"
 #include "platform/files/path_text.h"
 #include "runs/batch_runner.h"
@@ -152,6 +153,12 @@ QString run_text(Program& program)
                                      : QString("约剩 %1 分").arg(count(left / 60 + 0.5)));
     }
     return text;
+}
+
+QString output_folder(const Program& program)
+{
+    const Text& folder = program.form1.outfolder;
+    return real_path(program, folder.empty() ? TextView(files::default_output) : TextView(folder));
 }
 
 RunEnd run_end(const Program& program, bool wished, QString told)

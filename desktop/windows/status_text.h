@@ -25,6 +25,9 @@ std::optional<ShownResult> shown_result(const Program& program);
 /// How far the run in progress has come.
 QString run_text(Program& program);
 
+/// Where the user lets the runs store, as the system names it; empty where the system has no such place.
+QString output_folder(const Program& program);
+
 /// How a run ended.
 struct RunEnd {
     QString text;
