@@ -35,15 +35,10 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }), heard_clipboard_(clipboard_),
       office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({heard_dialogs_, heard_clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
-      queue_(program_, recorder_, [this] { event_ended(); }), player_(program_, queue_, dialogs_),
-      main_scale_(scale_of_screen()), form3_scale_(main_scale_), form4_scale_(main_scale_),
-      main_fonts_(theme_, main_scale_),
-      form3_fonts_(theme_, form3_scale_), main_{program_, queue_, mirror_, theme_, main_scale_},
-      form3_front_{program_, queue_, mirror_, theme_, form3_scale_}, form4_front_{program_, queue_, mirror_, theme_,
-                                                                                  form4_scale_},
-      focus_(main_), backdrop_(files_), side_backdrop_(backdrop_), form1_(main_, backdrop_, main_scale_, main_fonts_),
-      form3_(form3_front_, side_backdrop_, form3_scale_, form3_fonts_, form1_),
-      form4_(form4_front_, no_backdrop_, form4_scale_, form1_), timers_(main_), context_menu_(queue_, program_.form1),
+      queue_(program_, recorder_, [this] { event_ended(); }),
+      player_(program_, queue_, dialogs_), main_{program_, queue_, mirror_, theme_, scale_of_screen()},
+      form3_front_(main_), form4_front_(main_), focus_(main_), form1_(main_), form3_(form3_front_, form1_),
+      form4_(form4_front_, form1_), timers_(main_), context_menu_(queue_, program_.form1),
       tasks_(main_, player_, form1_.status(), form1_)
 {
     heard_dialogs_.set_recorder(recorder_);
@@ -83,8 +78,8 @@ void Desktop::start(const Text& notice)
     queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
-        form3_scale_.zoom = form4_scale_.zoom = main_scale_.zoom;
-        theme_.set_dialog_font(main_scale_);
+        form3_front_.scale.zoom = form4_front_.scale.zoom = main_.scale.zoom;
+        theme_.set_dialog_font(main_.scale);
         form3_.set_zoom();
         form4_.set_zoom();
         recorder_.remember_opening();

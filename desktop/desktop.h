@@ -69,12 +69,8 @@ private:
     Mirror mirror_;
     EventQueue queue_;
     TaskPlayer player_;
-    // The main window's changes with its size, the others' by their place.
-    Scale main_scale_, form3_scale_, form4_scale_;
-    PaneFonts main_fonts_, form3_fonts_;
     Front main_, form3_front_, form4_front_;
     FocusTracker focus_;
-    Backdrop backdrop_, side_backdrop_, no_backdrop_;
     Form1Window form1_;
     Form3Window form3_;
     Form4Window form4_;

@@ -1,6 +1,7 @@
 #include "desktop/controls/control_maker.h"
 
 #include "desktop/look/qt_text.h"
+#include "scripts/control_directory.h"
 
 #include <QLabel>
 
@@ -69,15 +70,6 @@ void show_common(QWidget& widget, const Control& control, const Theme& theme)
     theme.colour(widget, control.back_color());
 }
 
-QString form_name(FormId form)
-{
-    switch (form) {
-    case FormId::Form3: return "Form3";
-    case FormId::Form4: return "Form4";
-    default: return "Form1";
-    }
-}
-
 template <typename Widget>
 void show_caption(Widget& widget, const QString& caption)
 {
@@ -88,10 +80,8 @@ void show_caption(Widget& widget, const QString& caption)
 
 QString widget_name(const Control& control)
 {
-    QString name = QString::fromUtf8(control.name().data(), static_cast<qsizetype>(control.name().size()));
-    if (name == form_name(control.form())) return name;
-    const QString index = control.index() == no_index ? QString() : QString("(%1)").arg(control.index());
-    return form_name(control.form()) + "." + name + index;
+    const QString name = QString::fromStdString(script_name(control));
+    return name.startsWith("Form") ? name : "Form1." + name;
 }
 
 void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show)

@@ -6,13 +6,13 @@
 
 namespace tarvik {
 
-/// What every window and control of the desktop works with.
+/// What the controls of a window work with. Whoever decides on the window's size sets the scale.
 struct Front {
     Program& program;
     EventQueue& queue;
     Mirror& mirror;
     const Theme& theme;
-    const Scale& scale;
+    Scale scale;
 };
 
 } // namespace tarvik

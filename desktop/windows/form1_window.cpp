@@ -51,9 +51,9 @@ void wish_stop(Front& front)
 
 } // namespace
 
-Form1Window::Form1Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts)
-    : FormWindow(front, front.program.form1.window, backdrop), form1_(front.program.form1), scale_(scale),
-      fonts_(fonts), number_fonts_(front.theme, scale),
+Form1Window::Form1Window(Front& front)
+    : FormWindow(front, front.program.form1.window), form1_(front.program.form1), fonts_(front.theme, front.scale),
+      number_fonts_(front.theme, front.scale),
       layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
       status_([this] { wish_stop(this->front()); }, *this),
       find_bar_(
@@ -79,8 +79,8 @@ Form1Window::Form1Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFon
 
 void Form1Window::place()
 {
-    layout_.place(scale_);
-    const int height = qRound(scale_.pixels(status_height));
+    layout_.place(front().scale);
+    const int height = qRound(front().scale.pixels(status_height));
     progress_.resize(width(), progress_.height());
     status_.setGeometry(0, this->height() - height, width(), height);
     // Between the pane and the query box.
@@ -121,7 +121,7 @@ TextWidget* Form1Window::shown_pane()
 QRect Form1Window::pane_on_screen() const
 {
     if (!isVisible()) return {};
-    const QRect pane = scale_.rectangle(form1_.RichTextBox1);
+    const QRect pane = front().scale.rectangle(form1_.RichTextBox1);
     return {mapToGlobal(pane.topLeft()), pane.size()};
 }
 
@@ -248,7 +248,7 @@ void Form1Window::paintEvent(QPaintEvent* event)
     FormWindow::paintEvent(event);
     QPainter painter(this);
     const QColor fill = to_qt(form1_.RichTextBox1.back_color());
-    paint_box(painter, scale_.rectangle(form1_.RichTextBox1), fill, false);
+    paint_box(painter, front().scale.rectangle(form1_.RichTextBox1), fill, false);
 }
 
 // The keys work again as soon as a button has done its work.
@@ -263,8 +263,8 @@ std::function<void()> Form1Window::to_query_box()
 
 void Form1Window::fit_to_screen(QSize available)
 {
-    scale_.zoom = 1;
-    full_size_ = {scale_.pixels(form1_.window.width()), scale_.pixels(form1_.window.height())};
+    front().scale.zoom = 1;
+    full_size_ = {front().scale.pixels(form1_.window.width()), front().scale.pixels(form1_.window.height())};
     largest_zoom_ = opening_zoom(full_size_, available);
     set_zoom(largest_zoom_);
     setMinimumSize((full_size_ * largest_zoom_ * smallest_part).toSize());
@@ -280,21 +280,21 @@ void Form1Window::take_size(QSize size)
 
 void Form1Window::set_zoom(double zoom)
 {
-    scale_.zoom = zoom;
+    front().scale.zoom = zoom;
     fonts_.scale_changed();
     number_fonts_.scale_changed();
-    layout_.set_fonts(front().theme, scale_);
+    layout_.set_fonts(front().theme, front().scale);
     for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_})
-        widget->setFont(front().theme.font(FontRole::Help, scale_));
-    find_bar_.setFont(front().theme.font(FontRole::Button, scale_));
-    commands_->setFont(front().theme.font(FontRole::Notes, scale_)); // even widths keep its columns
+        widget->setFont(front().theme.font(FontRole::Help, front().scale));
+    find_bar_.setFont(front().theme.font(FontRole::Button, front().scale));
+    commands_->setFont(front().theme.font(FontRole::Notes, front().scale)); // even widths keep its columns
     place();
     for (TextWidget* text : texts_) text->lay_anew();
 }
 
 void Form1Window::before_first_show()
 {
-    place_main_window(*this, scale_.size(front().program.form3.window));
+    place_main_window(*this, front().scale.size(front().program.form3.window));
     query_box_->setFocus(Qt::OtherFocusReason);
     query_box_->selectAll();
     const bool is_watched = QGuiApplication::platformName() != "offscreen";

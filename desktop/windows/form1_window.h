@@ -22,8 +22,8 @@ Place fitted_place(const Form1& form1, const Control& control);
 /// The main window.
 class Form1Window final : public FormWindow {
 public:
-    /// `scale` is that of `front`; the window's size changes it and `fonts`, those of the panes.
-    Form1Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts);
+    /// The window's size decides on the scale of `front`.
+    explicit Form1Window(Front& front);
 
     LineBox& query_box() { return *query_box_; }
     /// Chooses how large the model shows on a screen of which this much is free. To be called when the model has its
@@ -89,9 +89,7 @@ private:
     void keep_separator();
 
     Form1& form1_;
-    Scale& scale_;
-    PaneFonts& fonts_;
-    PaneFonts number_fonts_; // the number box is no pane and keeps its size
+    PaneFonts fonts_, number_fonts_; // the number box is no pane and keeps its size
     FormLayout layout_;
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> texts_;

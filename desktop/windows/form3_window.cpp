@@ -21,8 +21,8 @@ constexpr int interval_box = 2, comparison_box = 4, sort_box = 5;
 
 } // namespace
 
-Form3Window::Form3Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts, QWidget& main_window)
-    : FormWindow(front, front.program.form3.window, backdrop), scale_(scale), fonts_(fonts), main_window_(main_window)
+Form3Window::Form3Window(Front& front, QWidget& main_window)
+    : FormWindow(front, front.program.form3.window), fonts_(front.theme, front.scale), main_window_(main_window)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     Form3& form3 = front.program.form3;
@@ -104,12 +104,12 @@ void Form3Window::take_focus()
 void Form3Window::set_zoom()
 {
     fonts_.scale_changed();
-    layout_.set_fonts(front().theme, scale_);
-    for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, scale_));
-    layout_.place(scale_);
+    layout_.set_fonts(front().theme, front().scale);
+    for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, front().scale));
+    layout_.place(front().scale);
     place_headings();
     notes_->lay_anew();
-    setMinimumSize(qRound(scale_.pixels(smallest_width)), qRound(scale_.pixels(smallest_height)));
+    setMinimumSize(qRound(front().scale.pixels(smallest_width)), qRound(front().scale.pixels(smallest_height)));
 }
 
 // Some systems activate whatever appears. Directly behind a box no window is active yet.
@@ -123,12 +123,12 @@ void Form3Window::appear()
 
 void Form3Window::before_first_show()
 {
-    const Scale unzoomed{scale_.dots_per_inch};
+    const Scale unzoomed{front().scale.dots_per_inch};
     const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
     const SidePlace place =
-        side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main}, scale_.zoom,
+        side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main}, front().scale.zoom,
                    main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
-    scale_.zoom = place.zoom;
+    front().scale.zoom = place.zoom;
     set_zoom();
     resize(place.size.expandedTo(minimumSize()));
     move(place.corner); // of the frame, as long as there is no window of the system's

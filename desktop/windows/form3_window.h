@@ -10,8 +10,8 @@ namespace tarvik {
 /// The window of column numbers and notes. It appears without taking the focus, so that keys can be typed on.
 class Form3Window final : public FormWindow {
 public:
-    /// `scale` is that of `front`; the window's place decides on it and on `fonts`.
-    Form3Window(Front& front, Backdrop& backdrop, Scale& scale, PaneFonts& fonts, QWidget& main_window);
+    /// The window's place decides on the scale of `front`.
+    Form3Window(Front& front, QWidget& main_window);
 
     /// To be called when the zoom is known.
     void set_zoom();
@@ -30,8 +30,7 @@ protected:
 
 private:
     void place_headings();
-    Scale& scale_;
-    PaneFonts& fonts_;
+    PaneFonts fonts_;
     QWidget& main_window_;
     FormLayout layout_;
     TextWidget* notes_ = nullptr;

@@ -30,10 +30,9 @@ QScrollArea* new_scroll_area(QWidget& parent)
 
 } // namespace
 
-Form4Window::Form4Window(Front& front, Backdrop& backdrop, Scale& scale, const QWidget& main_window)
-    : FormWindow(front, front.program.form4.window, backdrop), form4_(front.program.form4), scale_(scale),
-      main_window_(main_window), layout_([this](const Control& control) { return fitted(control); }),
-      preview_(front, *this)
+Form4Window::Form4Window(Front& front, const QWidget& main_window)
+    : FormWindow(front, front.program.form4.window), form4_(front.program.form4), main_window_(main_window),
+      layout_([this](const Control& control) { return fitted(control); }), preview_(front, *this)
 {
     scroll_area_ = new_scroll_area(*this);
     ControlMaker maker(front, layout_);
@@ -102,7 +101,7 @@ bool Form4Window::eventFilter(QObject* watched, QEvent* event)
 QSize Form4Window::size_needed() const
 {
     const Place all = fitted(form4_.Frame1);
-    return scale_.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+    return front().scale.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
 }
 
 // The area of the help begins where its first text does, and its texts stand below each other in it.
@@ -110,18 +109,18 @@ void Form4Window::lay_help()
 {
     const Place area = place_of(form4_.Label1);
     const double room = place_of(form4_.Frame1).height - area.top - help_gap;
-    const QRect on_screen = scale_.rectangle(area.left, area.top, area.width - narrower_, room);
+    const QRect on_screen = front().scale.rectangle(area.left, area.top, area.width - narrower_, room);
     const int bar = narrower_ > 0 ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
     double top = 0;
     for (auto& [control, label, place] : help_) {
-        place = {0, top, scale_.twips(on_screen.width() - bar), control.height()};
-        label.setFont(front().theme.font(FontRole::Help, scale_));
+        place = {0, top, front().scale.twips(on_screen.width() - bar), control.height()};
+        label.setFont(front().theme.font(FontRole::Help, front().scale));
         const int needed = label.heightForWidth(on_screen.width() - bar);
-        if (narrower_ > 0) place.height = std::max(place.height, scale_.twips(needed + 1));
+        if (narrower_ > 0) place.height = std::max(place.height, front().scale.twips(needed + 1));
         top += place.height + help_gap;
     }
     help_area_->setGeometry(on_screen);
-    help_area_->widget()->resize(on_screen.width() - bar, scale_.rectangle(0, 0, 0, top - help_gap).height());
+    help_area_->widget()->resize(on_screen.width() - bar, front().scale.rectangle(0, 0, 0, top - help_gap).height());
 }
 
 Place Form4Window::fitted(const Control& control) const
@@ -138,10 +137,10 @@ void Form4Window::place()
     narrower_ = 0;
     const QSize full = size_needed();
     const int bar = height() + rounding < full.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
-    const double most = form4_.Label1.width() - least_help + scale_.twips(bar + rounding);
-    narrower_ = std::clamp(scale_.twips(full.width() + bar - width()), 0.0, most);
+    const double most = form4_.Label1.width() - least_help + front().scale.twips(bar + rounding);
+    narrower_ = std::clamp(front().scale.twips(full.width() + bar - width()), 0.0, most);
     lay_help();
-    layout_.place(scale_);
+    layout_.place(front().scale);
     scroll_area_->setGeometry(rect());
     const QSize needed = size_needed(), room = size() - QSize(bar, 0);
     const auto length = [](int wanted, int there) { return wanted > there + rounding ? wanted : there; };
@@ -172,12 +171,12 @@ bool Form4Window::may_close()
 void Form4Window::before_first_show()
 {
     narrower_ = 0;
-    const QSizeF full = QSizeF(scale_.size(model()).expandedTo(size_needed())) / scale_.zoom;
-    const double spare = scale_.pixels(form4_.Label1.width() - least_help) / scale_.zoom;
+    const QSizeF full = QSizeF(front().scale.size(model()).expandedTo(size_needed())) / front().scale.zoom;
+    const double spare = front().scale.pixels(form4_.Label1.width() - least_help) / front().scale.zoom;
     const QSizeF least(full.width() - spare, full.height());
-    const SidePlace place = side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, scale_.zoom,
-                                       main_window_, {"Form1.Command6", "Form1.Command3"});
-    scale_.zoom = place.zoom;
+    const SidePlace place = side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)},
+                                       front().scale.zoom, main_window_, {"Form1.Command6", "Form1.Command3"});
+    front().scale.zoom = place.zoom;
     set_zoom();
     resize(place.size);
     move(place.corner);

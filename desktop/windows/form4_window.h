@@ -16,8 +16,8 @@ namespace tarvik {
 /// design.
 class Form4Window final : public FormWindow {
 public:
-    /// `scale` is that of `front`; the window's place decides on it.
-    Form4Window(Front& front, Backdrop& backdrop, Scale& scale, const QWidget& main_window);
+    /// The window's place decides on the scale of `front`.
+    Form4Window(Front& front, const QWidget& main_window);
 
     /// To be called when the zoom is known.
     void set_zoom();
@@ -25,6 +25,7 @@ public:
 protected:
     /// Asks when a text that was typed would be lost.
     bool may_close() override;
+    bool has_picture() const override { return false; }
     void before_first_show() override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -42,7 +43,6 @@ private:
     Place fitted(const Control& control) const;
     QSize size_needed() const;
     Form4& form4_;
-    Scale& scale_;
     const QWidget& main_window_;
     FormLayout layout_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones

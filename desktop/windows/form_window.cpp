@@ -16,12 +16,11 @@ namespace tarvik {
 namespace {
 
 /// Empty when there is no picture.
-QString picture_path(const Files* files)
+QString picture_path(const Files& files)
 {
-    if (!files) return {};
     try {
         const std::u32string_view name = U"123.jpg";
-        return files->file_exists(name) ? QString::fromStdString(utf8_of(files->resolve(name))) : QString();
+        return files.file_exists(name) ? QString::fromStdString(utf8_of(files.resolve(name))) : QString();
     } catch (const Failure&) {
         return {};
     }
@@ -29,23 +28,7 @@ QString picture_path(const Files* files)
 
 } // namespace
 
-void Backdrop::paint(QPainter& painter, QSize area, double device_pixels)
-{
-    const QSize pixels = (QSizeF(area) * device_pixels).toSize();
-    if (size_ != pixels) {
-        size_ = pixels;
-        stretched_ = {};
-        if (const QString path = picture_path(files_); !path.isEmpty()) {
-            QImageReader reader(path);
-            reader.setScaledSize(pixels);
-            stretched_ = QPixmap::fromImage(reader.read());
-        }
-    }
-    if (!stretched_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), area), stretched_);
-}
-
-FormWindow::FormWindow(Front& front, Window& model, Backdrop& backdrop)
-    : front_(front), model_(model), backdrop_(backdrop)
+FormWindow::FormWindow(Front& front, Window& model) : front_(front), model_(model)
 {
     open_to_screen_readers();
     setObjectName(widget_name(model));
@@ -133,11 +116,27 @@ void FormWindow::closeEvent(QCloseEvent* event)
     });
 }
 
+// Only the stretched picture is kept: the file is looked for and loaded again for every size of the window.
+void FormWindow::paint_picture(QPainter& painter)
+{
+    const QSize pixels = (QSizeF(picture_size()) * devicePixelRatioF()).toSize();
+    if (picture_pixels_ != pixels) {
+        picture_pixels_ = pixels;
+        picture_ = {};
+        if (const QString path = picture_path(front_.program.platform.files); !path.isEmpty()) {
+            QImageReader reader(path);
+            reader.setScaledSize(pixels);
+            picture_ = QPixmap::fromImage(reader.read());
+        }
+    }
+    if (!picture_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), picture_size()), picture_);
+}
+
 void FormWindow::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.fillRect(rect(), palette().color(QPalette::Window));
-    if (front_.theme.look() == Look::Light) backdrop_.paint(painter, picture_size(), devicePixelRatioF());
+    if (has_picture() && front_.theme.look() == Look::Light) paint_picture(painter);
 }
 
 } // namespace tarvik

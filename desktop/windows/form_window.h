@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/controls/control_maker.h"
-#include "platform/files/files.h"
 
 #include <QPixmap>
 #include <QWidget>
@@ -10,27 +9,12 @@ class QPainter;
 
 namespace tarvik {
 
-/// The picture behind the controls. One that is missing or broken is no picture. Only the stretched picture is kept:
-/// the file is looked for and loaded again for every size of the window.
-class Backdrop {
-public:
-    Backdrop() = default;
-    explicit Backdrop(const Files& files) : files_(&files) {}
-
-    /// Draws the picture stretched over the whole area, if there is one.
-    void paint(QPainter& painter, QSize area, double device_pixels);
-
-private:
-    const Files* files_ = nullptr; // without files there is no picture
-    QSize size_;                   // that the file was last loaded for
-    QPixmap stretched_;
-};
-
 /// A window of the program. The user's resizing, minimising and closing become the model's; the model's size, state and
-/// caption become the window's.
+/// caption become the window's. Behind the controls lies a picture of the installation folder; one that is missing or
+/// broken is no picture.
 class FormWindow : public QWidget {
 public:
-    FormWindow(Front& front, Window& model, Backdrop& backdrop);
+    FormWindow(Front& front, Window& model);
 
     /// Brings the window itself up to date with the model.
     void show_model();
@@ -43,6 +27,7 @@ protected:
     virtual QString title_addition() const { return {}; }
     /// The model is minimised, or is so no more.
     virtual void set_aside(bool aside);
+    virtual bool has_picture() const { return true; }
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
     /// Whether the window may be closed; the user can be asked.
@@ -57,15 +42,17 @@ protected:
     void changeEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
 
-    Front& front() { return front_; }
+    Front& front() const { return front_; }
     Window& model() { return model_; }
 
 private:
     void show_size();
+    void paint_picture(QPainter& painter);
     Front& front_;
     Window& model_;
-    Backdrop& backdrop_;
-    QSize size_; // as the model and the window last agreed on it
+    QSize size_;           // as the model and the window last agreed on it
+    QSize picture_pixels_; // that the picture was last loaded for
+    QPixmap picture_;      // stretched
     bool shown_before_ = false;
     int front_requests_ = 0; // that were met
 };
