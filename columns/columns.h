@@ -6,12 +6,36 @@
 /// lines of the open document as row texts, and the split cuts them into cells. A table of n rows has its
 /// data in rows 0 to n-1 and a closing row n with nothing between its two TABs; columns count from 1. Above the tables
 /// stand the statistics (statistics.h), the sort (sort.h), the comparisons, the date check and the
-/// in-field query (comparisons.h); the keys that drive them all are in keys.h, the notes window in notes.h.
+/// in-field query (comparisons.h); the keys drive them all.
 namespace tarvik {
 
 /// Cuts the row texts of the table that `comp` selects into its cells, columns 1 to 99, and shows them. Cells that a
 /// row does not reach and rows above the new count keep what they held. Nothing happens to a table of no rows but that
 /// the table pane is emptied.
 void devision1(Program& program);
+
+// The keys of the query box that drive the column engine, and the buttons that spell them
+
+/// Esc at any time, the other keys of the engine once a column query has run. Gives whether the key was one of them;
+/// `eaten` is set when it does not reach the box, before its work begins.
+bool column_keys(Program& program, char32_t key, bool& eaten);
+
+/// "Esc", "q" and the third keys of the frames; they work whatever has the focus and without a query before.
+void Command7_Click(Program& program, int index);
+void Command8_Click(Program& program, int index);
+void Command9_Click(Program& program, int index);
+
+// The parameter window Form3 and the notes file that it shows. A notes file that does not exist reads as an empty one.
+
+/// Shows the notes in the table pane, if there are any.
+void show_notes_in_pane(Program& program);
+
+/// 0 "确认": leaves the notes, after the question whether to save them, or minimises the window. Notes that cannot be
+/// saved throw Failure and stay in view. 1 "说明": shows the notes as the file has them.
+void Form3_Command1_Click(Program& program, int index);
+/// Lays notes and buttons out for the window's width and height.
+void Form3_Resize(Program& program);
+/// Closing hides the window; its boxes keep their texts.
+void Form3_Close(Program& program);
 
 } // namespace tarvik

@@ -1,10 +1,8 @@
-#include "columns/keys.h"
+#include "columns/columns.h"
 
 #include "columns/boxes.h"
 #include "columns/column_query.h"
-#include "columns/columns.h"
 #include "columns/comparisons.h"
-#include "columns/notes.h"
 #include "columns/sort.h"
 #include "columns/statistics.h"
 

@@ -1,4 +1,4 @@
-#include "columns/notes.h"
+#include "columns/columns.h"
 
 #include "platform/text/code_page.h"
 

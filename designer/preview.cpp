@@ -78,7 +78,7 @@ std::vector<WrittenCell> fill(const Form4& form4, const Lines& lines, Worksheet&
                             },
                             static_cast<int>(lines.size())};
     transfer(form4, elements, [&](const DesignWrite& cell) {
-        sheet.set_cell(cell.row, cell.column, cell.text);
+        sheet.set_cell(cell.row, cell.column, upper(cell.text));
         written.push_back({cell.row, cell.column, design_row_name(cell.box)});
     });
     return written;

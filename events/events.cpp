@@ -1,7 +1,6 @@
 #include "events/events.h"
 
-#include "columns/keys.h"
-#include "columns/notes.h"
+#include "columns/columns.h"
 #include "designer/designer.h"
 #include "events/commands.h"
 #include "printing/page_box.h"

@@ -1,4 +1,4 @@
-#include "reading/page_search.h"
+#include "reading/paging.h"
 
 #include "mainwindow/scratch_file.h"
 #include "platform/text/code_page.h"

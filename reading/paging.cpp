@@ -2,7 +2,6 @@
 
 #include "platform/text/code_page.h"
 #include "reading/marking.h"
-#include "reading/page_search.h"
 
 #include <algorithm>
 #include <cmath>

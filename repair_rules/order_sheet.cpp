@@ -176,19 +176,6 @@ void finish_line(SheetLine& line, const RuleTable& rules)
 
 } // namespace
 
-int last_line(const Worksheet& sheet)
-{
-    int row = last_row_looked_at;
-    while (row > 1 && sheet.is_empty(row, number_column)) --row;
-    return row;
-}
-
-std::span<const std::size_t> records_of_line(const Worksheet& sheet, int row, const Records& records)
-{
-    const auto found = records.with_number(sheet.value(row, number_column));
-    return found.empty() || !sheet.is_date(row, number_column) ? found : std::span<const std::size_t>();
-}
-
 bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules)
 {
     bool found = false;

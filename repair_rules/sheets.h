@@ -1,8 +1,12 @@
 #pragma once
 
 #include "engines/automation.h"
-#include "repair_rules/records.h"
+#include "mainwindow/table.h"
 #include "repair_rules/rules.h"
+
+#include <span>
+#include <unordered_map>
+#include <vector>
 
 /// Brings the records into a sheet of the department: one device a line from row 12 on, its repair number in column 1
 /// and its model in column 2. The lines end with the last filled cell of column 1 in the first 1000 rows. Each function
@@ -30,6 +34,23 @@ inline constexpr int last_row_looked_at = 1000;
 inline constexpr std::size_t order_number_field = 4;
 /// The same in the report that `An prices` reads.
 inline constexpr std::size_t price_number_field = 2;
+
+/// The records of the open report, rows 0 to count - 1 of a table, by their repair number. Numbers are the same when
+/// their values are, to the last digit: 00123 is 123.
+class Records {
+public:
+    /// `table` must outlive this.
+    Records(const Table& table, std::size_t count, std::size_t number_column);
+
+    /// The rows of the records with the number of that cell, in order. A text that is no number has none, nor has 0,
+    /// nor a cell whose number may have lost digits when it was typed.
+    std::span<const std::size_t> with_number(const CellValue& cell) const;
+    TextView field(std::size_t row, std::size_t column) const { return table_.cell(row, column); }
+
+private:
+    const Table& table_;
+    std::unordered_map<Text, std::vector<std::size_t>> rows_;
+};
 
 /// The row of the last line; 1 if there is none.
 int last_line(const Worksheet& sheet);

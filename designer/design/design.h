@@ -40,9 +40,10 @@ TextView own_element(const Program& program, int row, int column);
 /// One cell that a design writes. `box` is the index in Text1 of the design's first box.
 struct DesignWrite {
     int row, column;
-    Text text;
+    TextView text;
     int box;
 };
+using DesignWriter = std::function<void(const DesignWrite&)>;
 
 /// The text of an element by row and column, empty for one that there is none of; and how many rows there are.
 struct Elements {
@@ -50,11 +51,14 @@ struct Elements {
     int rows = 0;
 };
 
-/// Calls `write` for every cell that the static rows of the design name, then for those of the dynamic ones, in their
-/// order. Texts go in upper case; an empty element writes nothing. A row of the design with a box that is empty or no
-/// whole number is out of use, and so is the dynamic block without a first row.
-void transfer(const Form4& form4, const Elements& elements, const std::function<void(const DesignWrite&)>& write);
-/// The same from SUF into a worksheet.
+/// Calls `write` for every cell that the static rows of the design name. An empty element writes nothing, and a row
+/// with a box that is empty or no whole number is out of use.
+void write_static_rows(const Form4& form4, const Elements& elements, const DesignWriter& write);
+/// The same for the columns of the dynamic rows, of each row of the elements from `first_row` of the sheet on.
+void write_dynamic_rows(const Form4& form4, const Elements& elements, int first_row, const DesignWriter& write);
+/// The static rows, then the dynamic ones, which are out of use without a first row.
+void transfer(const Form4& form4, const Elements& elements, const DesignWriter& write);
+/// The same from SUF into a worksheet, in upper case.
 void transfer(const Program& program, Worksheet& sheet);
 
 } // namespace tarvik

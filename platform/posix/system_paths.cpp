@@ -1,10 +1,16 @@
 #include "platform/files/system_paths.h"
 
 #include "platform/files/path_text.h"
+#include "platform/text/utf8.h"
 
 #include <cstdlib>
+#include <dirent.h>
+#include <memory>
+#include <optional>
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace tarvik {
 
@@ -17,6 +23,47 @@ fs::path home_folder()
     if (const char* home = std::getenv("HOME"); home && *home) return home;
     const passwd* user = ::getpwuid(::getuid());
     return user ? user->pw_dir : "/";
+}
+
+// A run looks thousands of names up: paths are put together as the system's texts, not taken apart at every step.
+
+bool is_there(const std::string& path) noexcept
+{
+    struct stat status {};
+    return ::lstat(path.c_str(), &status) == 0;
+}
+
+std::string joined(std::string folder, std::string_view name)
+{
+    if (!folder.empty() && folder.back() != '/') folder += '/';
+    folder += name;
+    return folder;
+}
+
+bool same_without_case(std::string_view name, TextView upper_cased) noexcept
+{
+    const auto* at = reinterpret_cast<const std::uint8_t*>(name.data());
+    const auto* end = at + name.size();
+    for (std::size_t i = 0; i < upper_cased.size(); ++i) {
+        if (at == end) return false;
+        const Utf8Step step = utf8_step(at, end);
+        if (upper(step.character) != upper_cased[i]) return false;
+        at += step.size;
+    }
+    return at == end;
+}
+
+std::optional<std::string> without_case(const std::string& folder, TextView name)
+{
+    const Text wanted = upper(name);
+    std::optional<std::string> found;
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
+    while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
+        const std::string_view candidate = static_cast<const char*>(entry->d_name);
+        if (!same_without_case(candidate, wanted) || candidate == "." || candidate == "..") continue;
+        if (!found || candidate < *found) found = candidate;
+    }
+    return found;
 }
 
 } // namespace
@@ -56,6 +103,28 @@ fs::path user_data_folder()
 bool may_write_in(const fs::path& folder) noexcept
 {
     return ::access(folder.c_str(), W_OK) == 0;
+}
+
+fs::path look_up(const fs::path& root, TextView names)
+{
+    std::vector<std::string> paths{root.native()}; // the root, a name deeper, all names
+    const std::vector<Text> parts = names_of(names);
+    for (const Text& part : parts) paths.push_back(joined(paths.back(), to_utf8(part)));
+
+    std::size_t there = parts.size(); // so many names are there as written; a new file's folder mostly is
+    while (there > 0 && !is_there(paths[there])) --there;
+    std::string path = std::move(paths[there]);
+    bool all_there = true; // so far
+    for (std::size_t i = there; i < parts.size(); ++i) {
+        std::string next = joined(path, to_utf8(parts[i]));
+        if (all_there && (i == there || !is_there(next))) {
+            const auto found = without_case(path, parts[i]);
+            all_there = found.has_value();
+            if (found) next = joined(path, *found);
+        }
+        path = std::move(next);
+    }
+    return path;
 }
 
 } // namespace tarvik

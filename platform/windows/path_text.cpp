@@ -27,20 +27,10 @@ Text text_of(const std::filesystem::path& path)
 
 std::filesystem::path path_of(TextView text)
 {
-    std::wstring units;
-    units.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char32_t character = text[i];
-        if (is_surrogate(character) || character > last_character) {
-            units += static_cast<wchar_t>(replacement_character);
-        } else if (character < 0x10000) {
-            units += static_cast<wchar_t>(character);
-        } else {
-            units += static_cast<wchar_t>(0xd800U | (character - 0x10000) >> 10U);
-            units += static_cast<wchar_t>(0xdc00U | (character & 0x3ffU));
-        }
-    }
-    return {std::move(units)};
+    Text valid = text.str();
+    for (char32_t& character : valid)
+        if (is_surrogate(character) || character > last_character) character = replacement_character;
+    return {valid};
 }
 
 std::string utf8_of(const std::filesystem::path& path)

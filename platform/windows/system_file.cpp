@@ -1,11 +1,13 @@
 #include "platform/files/system_file.h"
 
+#include "platform/files/file_failure.h"
 #include "platform/files/file_name.h"
 #include "platform/files/path_text.h"
-#include "platform/windows/error_numbers.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <iterator>
 #include <system_error>
 #include <utility>
 #include <windows.h>
@@ -15,6 +17,30 @@ namespace tarvik {
 namespace fs = std::filesystem;
 
 namespace {
+
+/// A disk quota that is used up is reported by this number of the system's: <cerrno> has none for it, and the
+/// compiler's headers do not name it.
+constexpr int full_quota = 1295;
+
+/// What the standard library knows no number for, or one that says something else.
+struct ErrorRow {
+    DWORD system;
+    int error;
+};
+constexpr ErrorRow error_rows[] = {
+    {ERROR_USER_MAPPED_FILE, EBUSY},       {ERROR_DELETE_PENDING, EBUSY}, {full_quota, full_quota},
+    {ERROR_INVALID_NAME, EINVAL},          {ERROR_NOT_READY, ENODEV},     {ERROR_FILE_TOO_LARGE, EFBIG},
+    {ERROR_BUFFER_OVERFLOW, ENAMETOOLONG},
+};
+
+/// The error number that stands for what the system reports; EIO where none does.
+int number_of(DWORD system) noexcept
+{
+    const auto* row = std::ranges::find(error_rows, system, &ErrorRow::system);
+    if (row != std::end(error_rows)) return row->error;
+    const auto condition = std::system_category().default_error_condition(static_cast<int>(system));
+    return condition.category() == std::generic_category() ? condition.value() : EIO;
+}
 
 [[noreturn]] void fail(int error)
 {
@@ -289,6 +315,13 @@ std::int64_t file_clock_now() noexcept
 std::uint64_t process_number() noexcept
 {
     return ::GetCurrentProcessId();
+}
+
+std::span<const FileReason> own_reasons() noexcept
+{
+    static constexpr std::array<FileReason, 2> reasons{
+        {{full_quota, U"磁盘配额已用完"}, {ENAMETOOLONG, U"名称太长，连同所在的文件夹不能超过 259 个字符"}}};
+    return reasons;
 }
 
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "columns/keys.h"
+#include "columns/columns.h"
 #include "tests/support/test_program.h"
 
 namespace tarvik::test {

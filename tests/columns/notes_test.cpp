@@ -1,4 +1,4 @@
-#include "columns/notes.h"
+#include "columns/columns.h"
 #include "tests/columns/column_desk.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "columns/keys.h"
+#include "columns/columns.h"
 #include "columns/statistics.h"
 #include "platform/text/code_page.h"
 #include "tests/columns/slow_engine.h"
