@@ -89,24 +89,6 @@ TEST_F(LiveComparison, one_pass_takes_the_key_at_the_cursor_and_keeps_the_folder
     EXPECT_EQ(told().size(), 1U);
 }
 
-TEST_F(LiveComparison, a_file_that_fails_is_reported_at_the_end_with_the_others_done)
-{
-    design_of_two_cells();
-    source_file("a1.xlsx");
-    source_file("b2 a1.txt");
-    source_file("c3.xlsx");
-    office.failing = U"b2 a1.txt";
-    started.dialogs.files = {U"d:\\src\\a1.xlsx"};
-    command(U"An tomation", {Answer::OK});
-    (void)told();
-    run();
-    const auto messages = told();
-    ASSERT_EQ(messages.size(), 1U) << "for both keys";
-    EXPECT_NE(messages[0].find(U"b2 a1.txt"), Text::npos);
-    EXPECT_EQ(held(U"d:\\out\\OK-a1.xlsx"), "1,1=ANNA 5,2=90 ");
-    EXPECT_EQ(held(U"d:\\out\\OK-c3.xlsx"), "1,1=CARL 5,2=70 ");
-}
-
 TEST_F(LiveComparison, a_run_that_ends_early_tells_what_it_passed_over)
 {
     design_of_two_cells();

@@ -16,47 +16,6 @@ protected:
     }
 };
 
-TEST_F(TemplateReports, fill_single_cells_and_the_block_for_each_key)
-{
-    boxes(form4.Text1, {{0, U"3"}, {1, U"2"}, {4, U"3"}, {5, U"3"}, {28, U"8"}, {29, U" 1 "}, {30, U"9"}, {31, U"4"}});
-    boxes(form4.Text2, {{0, U"0"}, {1, U"3"}, {4, U"1"}, {5, U"3"}, {29, U"4"}, {30, U"5"}, {31, U"0"}});
-    form4.Text3.set_text(U"一班");
-    store_design("automation.bin");
-    start_run();
-    const Text folder = started.files.installation_folder();
-    const auto notices = told();
-    ASSERT_EQ(notices.size(), 1U);
-    EXPECT_EQ(to_utf8(notices[0]),
-              to_utf8(U"An testsesame A可以读取保存在" + folder + U"\\automation.bin的参数信息，按照" + folder +
-                      U"/designerA.xlsx设计模板，报表自动化！"));
-    EXPECT_EQ(form1.rowcount, 3);
-    EXPECT_EQ(form1.keycount, 2);
-    run();
-    EXPECT_EQ(office.tasks.size(), 2U);
-    // The row box of a second pair of the window counts as a column; the block moves on over an empty element.
-    EXPECT_EQ(held(U"d:\\out\\S1.xlsx"), "3,2=ANNA 3,3=ANNA 8,1=90 8,9=B+ 9,1=91 9,9=C- ");
-    EXPECT_EQ(held(U"d:\\out\\S2.xlsx"), "3,2=BEN 8,9=A ") << "row 1 of SUF is the key's before";
-    EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-    EXPECT_TRUE(told().empty());
-    expect_released();
-}
-
-TEST_F(TemplateReports, boxes_without_a_number_are_out_of_use_and_so_is_a_block_without_a_row)
-{
-    for (const Text& no_number : {Text(), Text(U"a"), Text(U"1.5"), Text(U"0")}) {
-        boxes(form4.Text1, {{0, no_number}, {1, U"2"}, {2, U"3"}, {3, U"4"}, {28, no_number}, {29, U"1"}});
-        boxes(form4.Text2, {{0, U"0"}, {1, U"1"}, {2, U"0"}, {3, U"1"}, {29, U"1"}});
-        store_design("automation2.bin");
-        start_run(U"An testsesame B");
-        run();
-        EXPECT_TRUE(office.tasks.back().opened.ends_with(U"designerB.xlsx"));
-        // An empty box is no field of its own for the reader, which the saving of the window keeps away.
-        if (!no_number.empty()) {
-            EXPECT_EQ(held(U"d:\\out\\S3.xlsx"), "3,4=S3 ");
-        }
-    }
-}
-
 TEST_F(TemplateReports, a_box_that_changes_during_the_run)
 {
     boxes(form4.Text1, {{0, U"1"}, {1, U"1"}});

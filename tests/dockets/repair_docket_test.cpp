@@ -73,42 +73,6 @@ TEST_F(Docket, blanks_only_what_is_not_known_to_be_empty)
     EXPECT_EQ(office.of(U"z2.xlsx").size(), 1U);
 }
 
-TEST_F(Docket, text_ahead_of_the_command_makes_no_file_and_harms_no_template)
-{
-    reports(device(U"4900000001", U"k1"), device(U"4900000001", U"k1"), {});
-    press_enter(U"try An docket");
-    run();
-    EXPECT_TRUE(office.tasks.back().saved_as.empty());
-    EXPECT_TRUE(office.tasks.back().closed);
-    EXPECT_FALSE(office.tasks.back().saved);
-    EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-}
-
-TEST_F(Docket, a_missing_report_or_template_stops_the_run_and_is_named)
-{
-    const Text devices = device(U"4900000001", U"k1") + device(U"4900000002", U"k2");
-    reports(devices, devices, {});
-    press_enter(U"An docket");
-    started.dialogs.take_messages();
-    std::filesystem::remove(started.installation.path() / "3138.txt");
-    run();
-    auto told = started.dialogs.take_messages();
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_NE(told[0].find("3138.txt"), std::string::npos) << told[0];
-    EXPECT_EQ(form1.window.caption(), U"Tarvik 计算 ");
-
-    reports(devices, devices, {});
-    office.failing = U"z6.xlsx";
-    press_enter(U"An docket");
-    started.dialogs.take_messages();
-    run();
-    told = started.dialogs.take_messages();
-    ASSERT_EQ(told.size(), 1U);
-    EXPECT_NE(told[0].find("z6.xlsx"), std::string::npos) << told[0];
-    EXPECT_EQ(form1.xlApp, nullptr);
-    EXPECT_EQ(form1.sheetno, 1);
-}
-
 // What a docket holds by either layout, written over `cells`; `suf` holds the receipt's records.
 void predict(Cells& cells, const PlainTable& suf, const Report& all, const Report& part, const Text& key, bool older)
 {

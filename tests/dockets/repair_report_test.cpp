@@ -1,3 +1,4 @@
+#include "calendar/calendar.h"
 #include "dockets/dockets.h"
 #include "tests/support/report_desk.h"
 
@@ -7,13 +8,6 @@ namespace {
 using Texts = std::map<std::pair<int, int>, Text>;
 
 constexpr std::size_t wide = 38;
-
-Text first_telephone(const Text& text)
-{
-    const std::size_t slash = text.find(U'/');
-    if (slash == Text::npos) return text;
-    return text[0] == U'0' ? text.substr(slash + 1) : text.substr(0, slash);
-}
 
 Texts predicted(const PlainTable& suf, bool with_cause)
 {
@@ -25,7 +19,7 @@ Texts predicted(const PlainTable& suf, bool with_cause)
                 {{9, 2}, U"维修服务部"},
                 {{2, 2}, at(3)},
                 {{10, 1}, U"检测结果（必要时附照片)\r\n        " + at(33)},
-                {{2, 6}, first_telephone(at(4))},
+                {{2, 6}, telecall(at(4))},
                 {{5, 1}, upper(at(9))},
                 {{5, 2}, upper(at(10))},
                 {{5, 3}, upper(at(15))},

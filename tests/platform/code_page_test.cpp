@@ -121,29 +121,6 @@ TEST(CodePage, loses_no_character)
     EXPECT_EQ(in_utf8(decode_own("\x84\x31\x82\x36")), "\ufe10") << "the four bytes of an older edition";
 }
 
-TEST(CharCode, is_the_signed_code_of_gbk)
-{
-    const std::pair<char32_t, int> cases[] = {
-        {U'\0', 0},
-        {U'A', 65},
-        {U'~', 126},
-        {U'€', 128},
-        {U'中', 0xd6d0 - 65536},
-        {U'丂', 0x8140 - 65536},
-        {U'一', 0xd2bb - 65536},
-        {U'é', 0xa8a6 - 65536},
-        {U'·', 0xa1a4 - 65536},
-        {U'ÿ', 63},
-        {U'𠀀', 63},
-        {U'\ufffd', 63},
-        {U'㐀', 63},
-        {0xd800, 63},
-        {0x110000, 63},
-    };
-    for (const auto& [character, code] : cases)
-        EXPECT_EQ(char_code(character), code) << std::hex << static_cast<unsigned>(character);
-}
-
 TEST(DecodeForeign, a_guess_that_proves_wrong_late_leaves_nothing_behind)
 {
     std::string chinese, plain(600'000, 'a'), latin;

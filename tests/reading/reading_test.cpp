@@ -86,14 +86,6 @@ TEST_F(Reading, lines_of_other_systems_end_in_cr_lf)
     EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n乙：第二。");
 }
 
-TEST_F(Reading, the_last_box_is_the_answer)
-{
-    open("abc");
-    form1.answer = 7;
-    press(1);
-    EXPECT_EQ(form1.answer, 1) << "a box with OK alone";
-}
-
 TEST_F(Reading, panes_are_switched_in_the_order_of_their_numbers)
 {
     open("abc");

@@ -43,28 +43,6 @@ protected:
     std::string caption() const { return to_utf8(desk.program.form1.window.caption()); }
 };
 
-TEST_F(RepairCommands, save_a_sheet_with_records_under_a_new_name_and_write_the_others_back)
-{
-    enter(U"An order");
-    EXPECT_EQ(form1.rowcount, 1);
-    EXPECT_EQ(to_utf8(desk.dialogs.filters.at(0)), "excel2010文件*.xlsx|*.xlsx|excel2007文件*.xls|*.xls");
-    ASSERT_EQ(office.tasks.size(), 3U);
-    for (std::size_t i = 0; i < 3; ++i) {
-        const RecordedTask& task = office.tasks[i];
-        const std::string name = std::string(1, "abc"[i]) + ".xlsx";
-        EXPECT_EQ(to_utf8(task.opened), "d:\\s\\" + name);
-        EXPECT_EQ(to_utf8(task.saved_as), i == 1 ? "" : "d:\\out\\A" + name);
-        EXPECT_TRUE(task.closed && task.saved && task.quit && !task.visible);
-    }
-    EXPECT_EQ(office.tasks[0].cells.at({12, 7}), CellValue(U"|30003418"));
-    EXPECT_EQ(office.tasks[0].cells.at({12, 12}), CellValue(U"192.35"));
-    EXPECT_EQ(office.tasks[1].cells.at({12, 12}), CellValue(U"84.24"));
-    EXPECT_EQ(form1.filecount, 3);
-    EXPECT_TRUE(form1.founddata); // of the last sheet
-    EXPECT_EQ(caption(), "Tarvik 计算  9:05:07←start:    Complete 9:05:07→：0 秒。→：0 秒/张。 OK !");
-    EXPECT_TRUE(desk.dialogs.messages.empty());
-}
-
 TEST_F(RepairCommands, copy_prices_and_tell_the_pace_by_the_files_done)
 {
     enter(U"An prices");
@@ -76,17 +54,6 @@ TEST_F(RepairCommands, copy_prices_and_tell_the_pace_by_the_files_done)
     desk.dialogs.files = {U"d:\\s\\b.xlsx"};
     excelbijiaop(desk.program);
     EXPECT_EQ(caption(), "Tarvik 计算  9:05:07←start:    Complete 9:07:46→：159 秒。→：39 秒/张。 OK !");
-}
-
-TEST_F(RepairCommands, go_on_behind_a_file_that_fails_and_tell_it_at_the_end)
-{
-    office.failing = U"a.xlsx";
-    enter(U"An order");
-    EXPECT_EQ(form1.filecount, 2);
-    EXPECT_EQ(office.of(U"c.xlsx").at(0).saved_as, U"d:\\out\\Ac.xlsx");
-    ASSERT_EQ(desk.dialogs.messages.size(), 1U);
-    EXPECT_NE(to_utf8(desk.dialogs.messages[0].text).find("有1个文件没有处理"), std::string::npos);
-    EXPECT_EQ(office.open_applications, 0);
 }
 
 TEST_F(RepairCommands, follow_the_rule_table_of_the_installation)

@@ -41,6 +41,19 @@ TEST(CodePage, agrees_with_the_system_on_every_two_byte_code)
     }
 }
 
+TEST(CharCode, is_the_signed_code_that_the_system_has_in_gbk)
+{
+    EXPECT_EQ(char_code(U'€'), 128) << "of the code page alone";
+    for (char32_t c = 0; c < 0x20000; c = c == 0xd7ff ? 0xe000 : c + 1) {
+        if (c == U'€') continue;
+        const auto bytes = converted("GBK", "UTF-8", to_utf8(Text(1, c)));
+        const auto byte = [&](std::size_t place) { return static_cast<unsigned char>((*bytes)[place]); };
+        const int expected = !bytes ? 63 : bytes->size() == 1 ? byte(0) : byte(0) * 256 + byte(1) - 65536;
+        ASSERT_EQ(char_code(c), expected) << std::hex << static_cast<unsigned>(c);
+    }
+    for (const char32_t none : {0xd800, 0x110000}) EXPECT_EQ(char_code(none), 63);
+}
+
 TEST(CodePage, round_trips_agree_with_the_system)
 {
     std::mt19937 random(2);

@@ -45,12 +45,6 @@ TEST(FileName, long_ones_are_cut_between_characters)
     EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(84, U'中'));
 }
 
-TEST(FileName, any_end_is_good)
-{
-    EXPECT_EQ(safe_file_name(U" 甲 乙. "), U" 甲 乙. ");
-    EXPECT_EQ(safe_file_name(U"con"), U"con");
-}
-
 TEST_F(DiskFilesTest, of_two_names_that_differ_in_case_the_first_is_taken)
 {
     drive.write("same.txt", "small");

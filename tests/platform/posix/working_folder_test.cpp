@@ -122,17 +122,6 @@ TEST_F(WorkingFolderTest, a_later_version_adds_what_is_new_and_touches_nothing_o
     EXPECT_FALSE(fs::exists(own / "z9.xlsx")) << "what the user had under that name was deleted";
 }
 
-TEST_F(WorkingFolderTest, without_its_list_what_is_missing_comes_back)
-{
-    start();
-    home.write("tarvik/z5.xlsx", "the user's template");
-    fs::remove(own / "photo/a.jpg");
-    fs::remove(own / ".handed-out");
-    start();
-    EXPECT_THAT(own_files(),
-                ElementsAre("photo/a.jpg: picture 1", "z5.xlsx: the user's template", "维修/送修单/甲.xlsx: order 1"));
-}
-
 TEST_F(WorkingFolderTest, starts_at_the_same_time_give_whole_files)
 {
     const std::string large(3'000'000, 'x');
@@ -207,14 +196,6 @@ TEST_F(WorkingFolderTest, a_program_among_its_files_stays_there_where_it_may_wri
               }),
               own.string());
     EXPECT_THAT(own_files(), ElementsAre("3139.txt: a report"));
-}
-
-TEST_F(WorkingFolderTest, a_home_that_may_not_be_written_is_reported)
-{
-    ::chmod(usr.path().c_str(), 0755);
-    ::chmod(home.path().c_str(), 0555);
-    EXPECT_THAT(as_ordinary_user([&] { return to_utf8(start().trouble); }), HasSubstr("”：没有权限。程序暂时使用"));
-    ::chmod(home.path().c_str(), 0755);
 }
 
 TEST(UserDataFolder, is_the_one_that_the_user_names)
