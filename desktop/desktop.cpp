@@ -60,10 +60,9 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
     growth_.setInterval(growth_milliseconds);
     QObject::connect(&growth_, &QTimer::timeout, &form1_, [this] { follow_file(); });
-    menu_.emplace(program_, form1_, form3_, form4_, manual_,
+    menu_.emplace(program_, form1_, form3_, form4_, tasks_,
                   MenuHost{[this](auto look) { set_look(look); },
-                           [this](bool follows) { follows ? growth_.start() : growth_.stop(); },
-                           [this] { tasks_.open_list(); }, [this] { tasks_.record_or_stop(); }});
+                           [this](bool follows) { follows ? growth_.start() : growth_.stop(); }});
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &form1_, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && !look_) apply_look();
     });
@@ -146,7 +145,10 @@ Desktop::~Desktop()
 void Desktop::show()
 {
     mirror_.update();
-    show_batch_progress();
+    form1_.show_state();
+    form3_.show_headings();
+    if (!program_.notice.empty()) form1_.status().show_notice(to_qt(std::exchange(program_.notice, {})));
+    show_run();
 }
 
 // The box may be the one that tells of the failure.
@@ -183,20 +185,11 @@ void Desktop::event_ended()
     QCoreApplication::quit();
 }
 
-void Desktop::show_batch_progress()
+void Desktop::show_run()
 {
-    const Form1& form1 = program_.form1;
-    const bool on = run_in_progress(program_.form1);
-    const bool runs = on && form1.keycount > 0;
-    form1_.progress().show_batch(runs ? static_cast<double>(form1.sheetno - 1) / form1.keycount : -1);
-    show_status(on);
-}
-
-void Desktop::show_status(bool runs)
-{
-    form1_.show_state();
-    form3_.show_headings();
-    if (!program_.notice.empty()) form1_.status().show_notice(to_qt(std::exchange(program_.notice, {})));
+    Form1& form1 = program_.form1;
+    const bool runs = run_in_progress(form1), is_batch = runs && form1.keycount > 0;
+    form1_.progress().show_batch(is_batch ? static_cast<double>(form1.sheetno - 1) / form1.keycount : -1);
     stopped_ = runs ? program_.run.stop_wished : stopped_;
     form1_.status().show_run(runs ? run_text(program_) : QString());
     if (std::exchange(runs_, runs) && !runs) show_run_end();

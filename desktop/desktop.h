@@ -8,7 +8,6 @@
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
 #include "desktop/windows/main_menu.h"
-#include "desktop/windows/task_window.h"
 #include "platform/files/disk_files.h"
 #include "platform/system_clock.h"
 #include "scripts/overheard.h"
@@ -43,8 +42,7 @@ private:
     void show_ahead_of_box() noexcept;
     void show_waiting(std::chrono::milliseconds waited);
     void event_ended();
-    void show_batch_progress();
-    void show_status(bool runs);
+    void show_run();
     void show_run_end();
     QStringList places() const;
     void set_look(std::optional<Look> look);
@@ -74,7 +72,6 @@ private:
     Form1Window form1_;
     Form3Window form3_;
     Form4Window form4_;
-    ManualWindow manual_;
     ModelTimers timers_;
     ContextMenu context_menu_;
     TaskWindow tasks_;

@@ -92,11 +92,8 @@ void LineBox::selection_to_model()
 
 void LineBox::type(TextView keys)
 {
-    for (const char32_t key : keys.str())
-        front_.queue.submit([this, key] {
-            if (key >= U' ' && takes_as_text(key)) reach(key);
-            else press_key(front_, box_, key, [this](char32_t typed) { reach(typed); });
-        });
+    press_keys(
+        front_, box_, keys, [this](char32_t key) { reach(key); }, takes_as_text);
 }
 
 // Enter and Esc stand for themselves and change no text of one line.

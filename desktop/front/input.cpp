@@ -40,18 +40,17 @@ Text typed_characters(const QKeyEvent& event)
     return characters;
 }
 
-void press_key(Front& front, Control& control, char32_t key, const std::function<void(char32_t)>& reach)
-{
-    Event event{EventKind::KeyPress, control};
-    event.key = key;
-    front.queue.send(event);
-    if (!event.eaten && !front.program.ended) reach(key);
-}
-
-void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach)
+void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach,
+                const std::function<bool(char32_t)>& is_text)
 {
     for (const char32_t key : keys.str())
-        front.queue.submit([&front, &control, key, reach] { press_key(front, control, key, reach); });
+        front.queue.submit([&front, &control, key, reach, is_text] {
+            if (key >= U' ' && is_text(key)) return reach(key);
+            Event event{EventKind::KeyPress, control};
+            event.key = key;
+            front.queue.send(event);
+            if (!event.eaten && !front.program.ended) reach(key);
+        });
 }
 
 void post_mouse(Front& front, Control& control, EventKind kind, const QMouseEvent& event)

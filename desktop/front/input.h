@@ -15,9 +15,10 @@ inline constexpr char32_t escape_key = U'\x1b';
 Text typed_characters(const QKeyEvent& event);
 
 /// Presses keys in a control one after the other: each goes to its handler first, and one that is not eaten to `reach`,
-/// which puts it into the control's text. A single key is pressed at once, from inside an action.
-void press_key(Front& front, Control& control, char32_t key, const std::function<void(char32_t)>& reach);
-void press_keys(Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach);
+/// which puts it into the control's text. A character that `is_text` goes there at once.
+void press_keys(
+    Front& front, Control& control, TextView keys, const std::function<void(char32_t)>& reach,
+    const std::function<bool(char32_t)>& is_text = [](char32_t) { return false; });
 
 /// Puts `kind`, a press or a release of the mouse in a control, into the queue. Nothing for buttons that the program
 /// does not know.

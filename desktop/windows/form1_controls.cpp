@@ -17,10 +17,8 @@ constexpr double window_edge = 100;
 constexpr double frame_contents = 1080; // the keys of the highest frame end here
 
 // The frame that each of the buttons and arrows of the key sequences stands in, by index; 1 stands for Frame1.
-constexpr std::array<int, 5> esc_frames{1, 2, 3, 4, 2};
-constexpr std::array<int, 5> q_frames{1, 2, 3, 4, 2};
-constexpr std::array<int, 7> third_key_frames{1, 3, 4, 2, 2, 2, 2};
-constexpr std::array<int, 6> arrow_frames{1, 2, 3, 4, 2, 2};
+constexpr std::array<std::size_t, 6> first_frames{1, 2, 3, 4, 2, 2}; // of "Esc", "q" and the arrows
+constexpr std::array<std::size_t, 7> third_key_frames{1, 3, 4, 2, 2, 2, 2};
 
 Place number_box_place(const Form1& form1)
 {
@@ -103,16 +101,16 @@ void Form1Window::make_frames(ControlMaker& maker)
     for (Control* frame : {&form1_.Frame1, &form1_.Frame2, &form1_.Frame3, &form1_.Frame4})
         frames[static_cast<std::size_t>(++number)] = &maker.frame(*frame, *this);
     const auto in_frame = [&](const auto& frame_of, int index) -> QWidget& {
-        return *frames[static_cast<std::size_t>(frame_of[static_cast<std::size_t>(index)])];
+        return *frames[frame_of[static_cast<std::size_t>(index)]];
     };
     const auto make_keys = [&](ControlArray<Control>& keys, const auto& frame_of) {
         for (auto& [index, key] : keys) maker.button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
     };
-    make_keys(form1_.Command7, esc_frames);
-    make_keys(form1_.Command8, q_frames);
+    make_keys(form1_.Command7, first_frames);
+    make_keys(form1_.Command8, first_frames);
     make_keys(form1_.Command9, third_key_frames);
     for (auto* arrows : {&form1_.Label1, &form1_.Label2})
-        for (auto& [index, arrow] : *arrows) maker.label(arrow, FontRole::Label, in_frame(arrow_frames, index));
+        for (auto& [index, arrow] : *arrows) maker.label(arrow, FontRole::Label, in_frame(first_frames, index));
 }
 
 void Form1Window::set_tab_order()

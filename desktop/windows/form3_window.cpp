@@ -37,18 +37,16 @@ Form3Window::Form3Window(Front& front, QWidget& main_window)
     for (auto& [index, label] : form3.Label1) maker.label(label, FontRole::Help, *this);
     for (auto& [index, button] : form3.Command1) maker.button(button, FontRole::Button, *this);
     notes_ = &maker.text(std::make_unique<ViewedBox>(form3.Text2, true), fonts_, FontRole::Notes, *this);
-    front.mirror.on_moved(FormId::Form3, [this] {
-        layout_.place(this->front().scale);
-        place_headings();
-    });
+    front.mirror.on_moved(FormId::Form3, [this] { place(); });
     set_tooltips(*this);
     // A window of the main window's own stays in front of it.
     setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
 }
 
-// To the right of each box, up to its neighbour.
-void Form3Window::place_headings()
+void Form3Window::place()
 {
+    layout_.place(front().scale);
+    // To the right of each box, up to its neighbour.
     const Form3& form3 = front().program.form3;
     for (const auto& [index, heading] : headings_) {
         const TextBox& box = form3.Text1[index];
@@ -106,8 +104,7 @@ void Form3Window::set_zoom()
     fonts_.scale_changed();
     layout_.set_fonts(front().theme, front().scale);
     for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, front().scale));
-    layout_.place(front().scale);
-    place_headings();
+    place();
     notes_->lay_anew();
     setMinimumSize(qRound(front().scale.pixels(smallest_width)), qRound(front().scale.pixels(smallest_height)));
 }

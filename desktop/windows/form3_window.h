@@ -29,7 +29,7 @@ protected:
     void set_aside(bool aside) override { setVisible(!aside); }
 
 private:
-    void place_headings();
+    void place();
     PaneFonts fonts_;
     QWidget& main_window_;
     FormLayout layout_;

@@ -12,8 +12,7 @@ namespace {
 
 const QString designer_heading = "设计器";
 
-} // namespace
-
+// What the heading of the manual that helps with what is in work holds.
 QString manual_heading(const Program& program)
 {
     const Form1& form1 = program.form1;
@@ -26,9 +25,11 @@ QString manual_heading(const Program& program)
     return "阅读与查寻";
 }
 
-MainMenu::MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, ManualWindow& manual,
+} // namespace
+
+MainMenu::MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, TaskWindow& tasks,
                    MenuHost host)
-    : program_(program), form1_(form1), form3_(form3), manual_(manual), host_(std::move(host))
+    : program_(program), form1_(form1), form3_(form3), tasks_(tasks), host_(std::move(host))
 {
     QPushButton& button = form1.status().menu_button();
     const auto open = [this, &button] {
@@ -57,8 +58,8 @@ MainMenu::MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWi
     for (const char* keys : {"F6", "F8"}) bind(form3, keys, back);
     bind(form4, "F6", back);
     for (QWidget* window : std::initializer_list<QWidget*>{&form3, &form4}) {
-        bind(*window, "F9", [this] { host_.open_tasks(); });
-        bind(*window, "Shift+F9", [this] { host_.record(); });
+        bind(*window, "F9", [this] { tasks_.open_list(); });
+        bind(*window, "Shift+F9", [this] { tasks_.record_or_stop(); });
     }
     bind(form3, "F1", [this] { manual_.open_at(manual_heading(program_)); });
     bind(form4, "F1", [this] { manual_.open_at(designer_heading); });
@@ -121,8 +122,8 @@ void MainMenu::add_reading()
 void MainMenu::add_run()
 {
     QMenu& menu = *menu_.addMenu("运行");
-    add(menu, "任务……", {"F9"}, [this] { host_.open_tasks(); });
-    add(menu, "录制任务，结束录制", {"Shift+F9"}, [this] { host_.record(); });
+    add(menu, "任务……", {"F9"}, [this] { tasks_.open_list(); });
+    add(menu, "录制任务，结束录制", {"Shift+F9"}, [this] { tasks_.record_or_stop(); });
     menu.addSeparator();
     add(menu, "做完手上这张就停", {"Ctrl+."}, [this] { form1_.status().stop(); });
     add(menu, "出了和没有出的单", {"Ctrl+L"}, [this] { form1_.status().list_end(); });

@@ -4,6 +4,7 @@
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/manual_window.h"
+#include "desktop/windows/task_window.h"
 
 #include <QMenu>
 
@@ -11,18 +12,17 @@
 
 namespace tarvik {
 
-/// What the menu needs of those who own it.
+/// What the user can choose of the view, done by the owner of the menu.
 struct MenuHost {
     std::function<void(std::optional<Look>)> set_look; ///< none follows the system
     std::function<void(bool)> follow_file;
-    std::function<void()> open_tasks, record;
 };
 
 /// The menu of the main window, with the keys that work wherever the focus is: what boxes and buttons lack, and what
 /// the user can choose of the view, which is kept over the program's end.
 class MainMenu {
 public:
-    MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, ManualWindow& manual,
+    MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, TaskWindow& tasks,
              MenuHost host);
 
 private:
@@ -35,12 +35,10 @@ private:
     Program& program_;
     Form1Window& form1_;
     Form3Window& form3_;
-    ManualWindow& manual_;
+    TaskWindow& tasks_;
     MenuHost host_;
+    ManualWindow manual_;
     QMenu menu_;
 };
-
-/// What the heading of the manual that helps with what is in work holds.
-QString manual_heading(const Program& program);
 
 } // namespace tarvik

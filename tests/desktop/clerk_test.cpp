@@ -18,7 +18,8 @@ namespace {
 
 using DesktopClerk = DesktopFixture;
 
-constexpr const char* table = "号\t名称\t城市\r\n1\tyq-r8808\tParis\r\n22\t光模块 yq-xfp40km\tBrno\r\n333\tx\t\r\n";
+constexpr const char* table = "号\t名称\t城市和一个比下面每一个格都宽得多的列名\r\n1\tyq-r8808\tParis\r\n22\t光模块 "
+                              "yq-xfp40km\tBrno\r\n333\tx\t\r\n";
 
 void write_utf8(const TemporaryFolder& folder, const std::string& name, const std::string& text)
 {
@@ -54,18 +55,6 @@ TEST_F(DesktopClerk, cells_of_a_table_stand_under_each_other_and_under_their_hea
     EXPECT_FALSE(ruler.isVisible());
 }
 
-TEST_F(DesktopClerk, a_column_is_wide_enough_for_its_heading)
-{
-    write_utf8(installation, "coclus.txt", "一个长的列名\t号\r\n1\t2\r\n");
-    start();
-    form1().query_box().set_text(U"1");
-    expect_box("确定");
-    type("Form1.Text1(1)", "\x1b");
-    auto& ruler = dynamic_cast<Ruler&>(*find("Form1.RichTextBox3").findChild<QWidget*>("ruler"));
-    ASSERT_TRUE(ruler.isVisible());
-    EXPECT_GT(ruler.left_of(2) - ruler.left_of(1), ruler.fontMetrics().horizontalAdvance("1 一个长的列名"));
-}
-
 TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numbers)
 {
     write_utf8(installation, "coclus.txt", table);
@@ -81,6 +70,8 @@ TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numb
     auto& ruler = dynamic_cast<Ruler&>(*pane.findChild<QWidget*>("ruler"));
     EXPECT_TRUE(ruler.isVisible());
     EXPECT_EQ(ruler.left_of(2), x_of(pane, "suf(0,2)"));
+    EXPECT_GT(ruler.left_of(4) - ruler.left_of(3),
+              ruler.fontMetrics().horizontalAdvance("3 城市和一个比下面每一个格都宽得多的列名"));
 
     EXPECT_EQ(find<QLabel>("heading(5)").text(), "号");
     find("Form3.Text1(5)").setFocus();
@@ -152,20 +143,8 @@ TEST_F(DesktopClerk, the_end_of_a_run_tells_why_it_stopped)
     EXPECT_TRUE(text.startsWith("运行停止：") && text.contains(missing)) << text.toStdString();
     EXPECT_TRUE(text.contains("存了 ") && text.contains("没有出单") && text.contains("没有轮到")) << text.toStdString();
     EXPECT_EQ(program().run.files.size() + program().run.passed.size() + program().run.not_reached, 30U);
-}
-
-TEST_F(DesktopClerk, the_end_of_a_run_tells_of_a_layout_that_changed_on_the_way)
-{
-    copy_docket_samples();
-    start();
-    run_docket();
-    EXPECT_TRUE(wait_until([&] { return program().run.files.size() >= 3; }));
-    retype("x");
-    EXPECT_TRUE(wait_until([&] { return program().run.older_layouts >= 2; }));
-    QTest::mouseClick(&find("stop"), Qt::LeftButton);
-    EXPECT_TRUE(wait_until([&] { return !form1().Timer3.enabled(); }));
-    const QString told = QString("%1 张改用旧版式").arg(program().run.older_layouts);
-    EXPECT_TRUE(status().text().contains(told)) << status().text().toStdString();
+    program().run.older_layouts = 2;
+    EXPECT_TRUE(run_end(program(), false, {}).text.contains("2 张改用旧版式"));
 }
 
 TEST_F(DesktopClerk, a_command_that_is_done_at_once_tells_where_its_file_lies)

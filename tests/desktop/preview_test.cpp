@@ -18,26 +18,26 @@ TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
     start();
     click("Form1.Command6");
     click("Form1.Command3");
-    const auto has_focus = [&](const char* name) { return wait_until([&] { return find(name).hasFocus(); }); };
-    QTest::keyClick(&focused(find<LineBox>("Form4.Text1(0)")), Qt::Key_Down);
-    EXPECT_TRUE(has_focus("Form4.Text1(2)"));
-    QTest::keyClick(&find("Form4.Text1(2)"), Qt::Key_Up);
-    EXPECT_TRUE(has_focus("Form4.Text1(0)"));
-    LineBox& first = find<LineBox>("Form4.Text1(0)");
-    first.end(false);
-    QTest::keyClick(&first, Qt::Key_Right);
-    EXPECT_TRUE(has_focus("Form4.Text1(1)"));
-    find<LineBox>("Form4.Text1(1)").end(false);
-    QTest::keyClick(&find("Form4.Text1(1)"), Qt::Key_Right);
-    EXPECT_TRUE(has_focus("Form4.Text2(0)"));
-    find<LineBox>("Form4.Text2(0)").home(false);
-    QTest::keyClick(&find("Form4.Text2(0)"), Qt::Key_Left);
-    EXPECT_TRUE(has_focus("Form4.Text1(1)"));
-    // From the last static row into the first dynamic one.
-    QTest::keyClick(&focused(find<LineBox>("Form4.Text1(26)")), Qt::Key_Down);
-    EXPECT_TRUE(has_focus("Form4.Text1(28)"));
-    QTest::keyClick(&focused(find<LineBox>("Form4.Text1(46)")), Qt::Key_Down);
-    EXPECT_TRUE(has_focus("Form4.Text1(48)")) << "the last row";
+    const struct {
+        const char* from;
+        Qt::Key key;
+        const char* to;
+    } steps[] = {
+        {"Form4.Text1(0)", Qt::Key_Down, "Form4.Text1(2)"},
+        {"Form4.Text1(2)", Qt::Key_Up, "Form4.Text1(0)"},
+        {"Form4.Text1(0)", Qt::Key_Right, "Form4.Text1(1)"},
+        {"Form4.Text1(1)", Qt::Key_Right, "Form4.Text2(0)"},
+        {"Form4.Text2(0)", Qt::Key_Left, "Form4.Text1(1)"},
+        {"Form4.Text1(26)", Qt::Key_Down, "Form4.Text1(28)"}, // from the last static row into the first dynamic one
+        {"Form4.Text1(46)", Qt::Key_Down, "Form4.Text1(48)"}, // the last row
+    };
+    for (const auto& [from, key, to] : steps) {
+        LineBox& box = find<LineBox>(from);
+        focused(box);
+        box.setCursorPosition(key == Qt::Key_Right ? static_cast<int>(box.text().size()) : 0);
+        QTest::keyClick(&box, key);
+        EXPECT_TRUE(wait_until([&] { return find(to).hasFocus(); })) << from << " to " << to;
+    }
 }
 
 TEST_F(DesktopPreview, a_click_on_a_cell_fills_the_pair_of_boxes_that_had_the_focus)

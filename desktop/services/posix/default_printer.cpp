@@ -13,10 +13,7 @@ constexpr int queue_patience = 5'000; // milliseconds for the question which pri
 std::string default_printer()
 {
     QProcess query;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "C");
-    query.setProcessEnvironment(environment);
-    query.start("lpstat", {"-d"});
+    query.start("env", {"LC_ALL=C", "lpstat", "-d"});
     if (!query.waitForFinished(queue_patience) || query.exitCode() != 0) return {};
     const QByteArray told = query.readAllStandardOutput();
     const QByteArray beginning = "destination: ";
