@@ -34,12 +34,12 @@ double fitting_points(const QLabel& label)
 
 } // namespace
 
-void FormLayout::place(const Scale& scale) const
+void ControlMaker::place() const
 {
     std::vector<QLabel*> texts;
     for (const Entry& entry : entries_) {
         const Place at = fit_(*entry.control);
-        entry.widget->setGeometry(scale.rectangle(at.left, at.top, at.width, at.height));
+        entry.widget->setGeometry(front_.scale.rectangle(at.left, at.top, at.width, at.height));
         if (auto* label = dynamic_cast<QLabel*>(entry.widget); label && label->wordWrap() && !label->text().isEmpty())
             texts.push_back(label);
     }
@@ -52,9 +52,9 @@ void FormLayout::place(const Scale& scale) const
     }
 }
 
-void FormLayout::set_fonts(const Theme& theme, const Scale& scale) const
+void ControlMaker::set_fonts() const
 {
-    for (const Entry& entry : entries_) entry.widget->setFont(theme.font(entry.role, scale));
+    for (const Entry& entry : entries_) entry.widget->setFont(front_.theme.font(entry.role, front_.scale));
 }
 
 namespace {
@@ -87,7 +87,7 @@ QString widget_name(const Control& control)
 void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show)
 {
     widget.setObjectName(widget_name(control));
-    layout_.add(control, widget, role);
+    entries_.push_back({&control, &widget, role});
     front_.mirror.add(control, &widget, [theme = &front_.theme, &control, &widget, show = std::move(show)] {
         show();
         show_common(widget, control, *theme);

@@ -23,30 +23,14 @@ inline Place place_of(const Control& control)
     return {control.left(), control.top(), control.width(), control.height()};
 }
 
-/// Where the controls of a window stand and in which font.
-class FormLayout {
-public:
-    /// `fit` may move a control from the place that the model gives.
-    explicit FormLayout(std::function<Place(const Control&)> fit = place_of) : fit_(std::move(fit)) {}
-
-    void add(const Control& control, QWidget& widget, FontRole role) { entries_.push_back({&control, &widget, role}); }
-    void place(const Scale& scale) const;
-    void set_fonts(const Theme& theme, const Scale& scale) const;
-
-private:
-    struct Entry {
-        const Control* control;
-        QWidget* widget;
-        FontRole role;
-    };
-    std::function<Place(const Control&)> fit_;
-    std::vector<Entry> entries_;
-};
-
-/// Makes the widgets of a window: each stands in the window's layout and mirrors its control.
+/// The widgets of a window: makes them, mirrors their controls in them, and places them.
 class ControlMaker {
 public:
-    ControlMaker(Front& front, FormLayout& layout) : front_(front), layout_(layout) {}
+    /// `fit` may move a control from the place that the model gives.
+    ControlMaker(Front& front, std::function<Place(const Control&)> fit) : front_(front), fit_(std::move(fit)) {}
+
+    void place() const;
+    void set_fonts() const;
 
     /// `clicked` is called behind a click with the mouse.
     ButtonWidget& button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});
@@ -58,8 +42,14 @@ public:
 
 private:
     void enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show);
+    struct Entry {
+        const Control* control;
+        QWidget* widget;
+        FontRole role;
+    };
     Front& front_;
-    FormLayout& layout_;
+    std::function<Place(const Control&)> fit_;
+    std::vector<Entry> entries_;
 };
 
 /// A control's name with its window and index, as widgets are called: "Form1.Text1(1)"; a window by its own alone.

@@ -113,19 +113,16 @@ Theme::Theme(const Files& files)
     const QStringList query_own = add_installation_font(files, U"STXINWEI.TTF");
     const QStringList page_own = add_installation_font(files, U"msyh.ttf");
     const QStringList fallback = installed_families(chinese);
-    query_families_ = query_own + installed_families(query_design) + fallback;
-    page_families_ = page_own + installed_families(page_design) + fallback;
-    pane_families_ = installed_families(chinese_even) + page_families_;
+    families_[RoleFont::Query] = query_own + installed_families(query_design) + fallback;
+    families_[RoleFont::Page] = page_own + installed_families(page_design) + fallback;
+    families_[RoleFont::Pane] = installed_families(chinese_even) + families_[RoleFont::Page];
 }
 
 QFont Theme::font(FontRole role, const Scale& scale) const
 {
     const RoleFont of = role_font(role);
     QFont font;
-    const QStringList& families = of.family == RoleFont::Query  ? query_families_
-                                  : of.family == RoleFont::Page ? page_families_
-                                                                : pane_families_;
-    if (!families.isEmpty()) font.setFamilies(families);
+    if (!families_[of.family].isEmpty()) font.setFamilies(families_[of.family]);
     font.setPointSizeF(std::max(1.0, of.points * scale.zoom)); // a whole number of dots would be coarse at small zooms
     font.setBold(of.bold);
     return font;

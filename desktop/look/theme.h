@@ -91,7 +91,7 @@ public:
 
 private:
     Look look_ = Look::Light;
-    QStringList query_families_, page_families_, pane_families_;
+    QStringList families_[3]; // of the query, the pages and the panes
 };
 
 } // namespace tarvik

@@ -21,7 +21,7 @@ constexpr int rows_a_notch = 3;
 // The horizontal bar counts in these, so that the longest line fits into its range.
 constexpr double bar_unit = 8;
 
-// Whether two texts are made of the same pieces of the same buffers. Equal texts of other buffers count as different.
+// Whether two pieces are of one buffer. Equal texts of other buffers count as different.
 bool same_piece(const PaneText::Piece& a, const PaneText::Piece& b)
 {
     if (a.index() != b.index()) return false;
@@ -30,16 +30,6 @@ bool same_piece(const PaneText::Piece& a, const PaneText::Piece& b)
     const auto& other = std::get<SharedText>(b);
     return text->owner == other.owner && text->view.data() == other.view.data() &&
            text->view.size() == other.view.size();
-}
-
-bool same_pieces(const PaneText& a, const PaneText& b)
-{
-    return std::ranges::equal(a.pieces(), b.pieces(), same_piece);
-}
-
-bool same_first_piece(const PaneText& a, const PaneText& b)
-{
-    return !a.pieces().empty() && !b.pieces().empty() && same_piece(a.pieces().front(), b.pieces().front());
 }
 
 // Bars in the pane's own colour could not be told from it.
@@ -132,10 +122,13 @@ void TextWidget::refresh()
 {
     if (!std::exchange(stale_, false)) return;
     PaneText content = text_->content();
-    const bool new_text = !same_pieces(content, shown_text_);
+    const auto& pieces = content.pieces();
+    const auto& shown = shown_text_.pieces();
+    const auto [changed, before] = std::ranges::mismatch(pieces, shown, same_piece);
+    const bool new_text = changed != pieces.end() || before != shown.end();
     if (new_text) {
         shows_selection_ = false;
-        const bool stays = editing_ || same_first_piece(content, shown_text_);
+        const bool stays = editing_ || changed != pieces.begin();
         if (!editing_) undo_.clear();
         shown_text_ = content;
         places_.begin(sought_);

@@ -104,7 +104,6 @@ private:
     void selection_to_model();
     void select_and_show(std::size_t from, std::size_t to);
     void select_word(std::size_t offset);
-    void select_line(std::size_t offset);
     bool select_cell(std::size_t offset);
     void drag_to(const QPoint& position);
 

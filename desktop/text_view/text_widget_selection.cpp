@@ -92,12 +92,6 @@ bool TextWidget::select_cell(std::size_t offset)
     return false;
 }
 
-void TextWidget::select_line(std::size_t offset)
-{
-    const Row row = area_.rows().row_at(offset);
-    select(row.line_start, row.line_end);
-}
-
 void TextWidget::select(std::size_t from, std::size_t to)
 {
     anchor_ = from;
@@ -186,7 +180,10 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
                        since_double_click_.elapsed() < QGuiApplication::styleHints()->mouseDoubleClickInterval();
     since_double_click_.invalidate();
     if (event->button() == Qt::LeftButton && third) {
-        front_.queue.submit([this, place = event->position()] { select_line(area_.offset_at(place.x(), place.y())); });
+        front_.queue.submit([this, place = event->position()] {
+            const Row row = area_.rows().row_at(area_.offset_at(place.x(), place.y()));
+            select(row.line_start, row.line_end);
+        });
     } else if (event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::ControlModifier)) {
         front_.queue.submit([this, place = event->position()] {
             move_caret(area_.offset_at(place.x(), place.y()), false);

@@ -59,10 +59,10 @@ Place page_button_place(const Control& button)
 
 } // namespace
 
-void Form1Window::make_boxes(ControlMaker& maker)
+void Form1Window::make_boxes()
 {
     for (Pane* pane : form1_.panes()) {
-        texts_.push_back(&maker.text(std::make_unique<ViewedPane>(*pane), fonts_, FontRole::Pane, *this));
+        texts_.push_back(&controls().text(std::make_unique<ViewedPane>(*pane), fonts_, FontRole::Pane, *this));
         if (pane != &form1_.RichTextBox1)
             texts_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
                                       [this, pane](int columns) {
@@ -71,46 +71,47 @@ void Form1Window::make_boxes(ControlMaker& maker)
                                       },
                                       [this](int column) { column_picked(column); }});
     }
-    query_box_ = &maker.line_box(form1_.query_box(), FontRole::Query, *this, true);
+    query_box_ = &controls().line_box(form1_.query_box(), FontRole::Query, *this, true);
     query_box_->setTextMargins(text_margin, 0, text_margin, 0);
-    texts_.push_back(
-        &maker.text(std::make_unique<ViewedBox>(form1_.number_box(), false), number_fonts_, FontRole::Number, *this));
+    texts_.push_back(&controls().text(std::make_unique<ViewedBox>(form1_.number_box(), false), number_fonts_,
+                                      FontRole::Number, *this));
     texts_.back()->show_line_ends();
     for (const int index : {4, 5})
-        maker.line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
+        controls().line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);
 }
 
-void Form1Window::make_buttons(ControlMaker& maker)
+void Form1Window::make_buttons()
 {
-    for (auto& [index, button] : form1_.Command1) maker.button(button, FontRole::Button, *this, to_query_box());
+    for (auto& [index, button] : form1_.Command1) controls().button(button, FontRole::Button, *this, to_query_box());
     for (auto& [index, button] : form1_.Command2) {
-        ButtonWidget& widget = maker.button(button, FontRole::Sign, *this, to_query_box());
+        ButtonWidget& widget = controls().button(button, FontRole::Sign, *this, to_query_box());
         const bool held_by_mouse = index >= 2 && index <= 5;
         if (held_by_mouse) widget.setFocusPolicy(Qt::ClickFocus);
     }
     for (Control* button : {&form1_.Command6, &form1_.Command3})
-        maker.button(*button, FontRole::Button, *this, to_query_box());
+        controls().button(*button, FontRole::Button, *this, to_query_box());
     for (OptionButton* option : {&form1_.Option3, &form1_.Option1, &form1_.Option2})
-        maker.option(*option, *this, to_query_box());
+        controls().option(*option, *this, to_query_box());
 }
 
-void Form1Window::make_frames(ControlMaker& maker)
+void Form1Window::make_frames()
 {
     std::array<QWidget*, 5> frames{};
     int number = 0;
     for (Control* frame : {&form1_.Frame1, &form1_.Frame2, &form1_.Frame3, &form1_.Frame4})
-        frames[static_cast<std::size_t>(++number)] = &maker.frame(*frame, *this);
+        frames[static_cast<std::size_t>(++number)] = &controls().frame(*frame, *this);
     const auto in_frame = [&](const auto& frame_of, int index) -> QWidget& {
         return *frames[frame_of[static_cast<std::size_t>(index)]];
     };
     const auto make_keys = [&](ControlArray<Control>& keys, const auto& frame_of) {
-        for (auto& [index, key] : keys) maker.button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
+        for (auto& [index, key] : keys)
+            controls().button(key, FontRole::Key, in_frame(frame_of, index), to_query_box());
     };
     make_keys(form1_.Command7, first_frames);
     make_keys(form1_.Command8, first_frames);
     make_keys(form1_.Command9, third_key_frames);
     for (auto* arrows : {&form1_.Label1, &form1_.Label2})
-        for (auto& [index, arrow] : *arrows) maker.label(arrow, FontRole::Label, in_frame(first_frames, index));
+        for (auto& [index, arrow] : *arrows) controls().label(arrow, FontRole::Label, in_frame(first_frames, index));
 }
 
 void Form1Window::set_tab_order()
@@ -133,12 +134,12 @@ void Form1Window::set_tab_order()
         setTabOrder(findChild<QWidget*>(widget_name(*order[i - 1])), findChild<QWidget*>(widget_name(*order[i])));
 }
 
-Place fitted_place(const Form1& form1, const Control& control)
+Place Form1Window::fitted(const Control& control) const
 {
-    if (&control == &form1.number_box()) return number_box_place(form1);
-    if (&control == &form1.Command2[0] || &control == &form1.Command2[1]) return page_button_place(control);
-    for (const Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
-        if (&control == frame) return frame_place(form1, *frame);
+    if (&control == &form1_.number_box()) return number_box_place(form1_);
+    if (&control == &form1_.Command2[0] || &control == &form1_.Command2[1]) return page_button_place(control);
+    for (const Control* frame : {&form1_.Frame1, &form1_.Frame2, &form1_.Frame3, &form1_.Frame4})
+        if (&control == frame) return frame_place(form1_, *frame);
     return place_of(control);
 }
 

@@ -53,16 +53,13 @@ void wish_stop(Front& front)
 
 Form1Window::Form1Window(Front& front)
     : FormWindow(front, front.program.form1.window), form1_(front.program.form1), fonts_(front.theme, front.scale),
-      number_fonts_(front.theme, front.scale),
-      layout_([this](const Control& control) { return fitted_place(form1_, control); }), progress_(*this),
-      status_([this] { wish_stop(this->front()); }, *this),
+      number_fonts_(front.theme, front.scale), progress_(*this), status_([this] { wish_stop(this->front()); }, *this),
       find_bar_(
           front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {
-    ControlMaker maker(front, layout_);
-    make_boxes(maker);
-    make_buttons(maker);
-    make_frames(maker);
+    make_boxes();
+    make_buttons();
+    make_frames();
     set_tab_order();
     commands_ = new CommandList(front, *query_box_, *this, [this] { return shown_pane(); });
     key_hint_ = new QLabel(this);
@@ -74,12 +71,11 @@ Form1Window::Form1Window(Front& front)
         if (is_pane(*text)) text->word_asked = [this](const QString& word) { look_up(word); };
     status_.result_clicked = [this] { go_to_result(); };
     setAcceptDrops(true);
-    front.mirror.on_moved(FormId::Form1, [this] { place(); });
 }
 
 void Form1Window::place()
 {
-    layout_.place(front().scale);
+    FormWindow::place();
     const int height = qRound(front().scale.pixels(status_height));
     progress_.resize(width(), progress_.height());
     status_.setGeometry(0, this->height() - height, width(), height);
@@ -283,7 +279,7 @@ void Form1Window::set_zoom(double zoom)
     front().scale.zoom = zoom;
     fonts_.scale_changed();
     number_fonts_.scale_changed();
-    layout_.set_fonts(front().theme, front().scale);
+    controls().set_fonts();
     for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_})
         widget->setFont(front().theme.font(FontRole::Help, front().scale));
     find_bar_.setFont(front().theme.font(FontRole::Button, front().scale));

@@ -14,11 +14,6 @@ namespace tarvik {
 /// The height of the status line along the main window's lower edge, in twips.
 inline constexpr double status_height = 290;
 
-/// Where a control of the main window shows. The model's places stand, but for three that would hide something: the
-/// number box ends above the "◎" at its corner, a row of frames that runs over the window's edge is pushed back inside,
-/// and the frames make room for the status line by their empty lower edge, and a little by moving up.
-Place fitted_place(const Form1& form1, const Control& control);
-
 /// The main window.
 class Form1Window final : public FormWindow {
 public:
@@ -64,6 +59,11 @@ public:
     void show_line_numbers(bool shown);
 
 protected:
+    /// The model's places stand, but for three that would hide something: the number box ends above the "◎" at its
+    /// corner, a row of frames that runs over the window's edge is pushed back inside, and the frames make room for the
+    /// status line by their empty lower edge, and a little by moving up.
+    Place fitted(const Control& control) const override;
+    void place() override;
     void before_first_show() override;
     QSize picture_size() const override { return grows() ? growth_.endValue().toSize() : size(); }
     void take_size(QSize size) override;
@@ -77,20 +77,18 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void make_boxes(ControlMaker& maker);
-    void make_buttons(ControlMaker& maker);
-    void make_frames(ControlMaker& maker);
+    void make_boxes();
+    void make_buttons();
+    void make_frames();
     void set_tab_order();
     bool grows() const { return growth_.state() == QAbstractAnimation::Running; }
     void grow();
     void set_zoom(double zoom);
-    void place();
     std::function<void()> to_query_box();
     void keep_separator();
 
     Form1& form1_;
     PaneFonts fonts_, number_fonts_; // the number box is no pane and keeps its size
-    FormLayout layout_;
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> texts_;
     ProgressLine progress_;

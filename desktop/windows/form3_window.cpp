@@ -26,18 +26,17 @@ Form3Window::Form3Window(Front& front, QWidget& main_window)
 {
     setAttribute(Qt::WA_ShowWithoutActivating);
     Form3& form3 = front.program.form3;
-    ControlMaker maker(front, layout_);
-    for (auto& [index, box] : form3.Text1) maker.line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
+    for (auto& [index, box] : form3.Text1)
+        controls().line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
     for (auto& [index, box] : form3.Text1) {
         auto* heading = new QLabel(this);
         heading->setObjectName(QString("heading(%1)").arg(index));
         heading->setTextFormat(Qt::PlainText);
         headings_[index] = heading;
     }
-    for (auto& [index, label] : form3.Label1) maker.label(label, FontRole::Help, *this);
-    for (auto& [index, button] : form3.Command1) maker.button(button, FontRole::Button, *this);
-    notes_ = &maker.text(std::make_unique<ViewedBox>(form3.Text2, true), fonts_, FontRole::Notes, *this);
-    front.mirror.on_moved(FormId::Form3, [this] { place(); });
+    for (auto& [index, label] : form3.Label1) controls().label(label, FontRole::Help, *this);
+    for (auto& [index, button] : form3.Command1) controls().button(button, FontRole::Button, *this);
+    notes_ = &controls().text(std::make_unique<ViewedBox>(form3.Text2, true), fonts_, FontRole::Notes, *this);
     set_tooltips(*this);
     // A window of the main window's own stays in front of it.
     setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
@@ -45,7 +44,7 @@ Form3Window::Form3Window(Front& front, QWidget& main_window)
 
 void Form3Window::place()
 {
-    layout_.place(front().scale);
+    FormWindow::place();
     // To the right of each box, up to its neighbour.
     const Form3& form3 = front().program.form3;
     for (const auto& [index, heading] : headings_) {
@@ -102,7 +101,7 @@ void Form3Window::take_focus()
 void Form3Window::set_zoom()
 {
     fonts_.scale_changed();
-    layout_.set_fonts(front().theme, front().scale);
+    controls().set_fonts();
     for (const auto& [index, heading] : headings_) heading->setFont(front().theme.font(FontRole::Help, front().scale));
     place();
     notes_->lay_anew();

@@ -23,16 +23,15 @@ public:
     void take_focus();
 
 protected:
+    void place() override;
     void before_first_show() override;
     void appear() override;
     QString title_addition() const override { return " · 列次、间隔与说明"; }
     void set_aside(bool aside) override { setVisible(!aside); }
 
 private:
-    void place();
     PaneFonts fonts_;
     QWidget& main_window_;
-    FormLayout layout_;
     TextWidget* notes_ = nullptr;
     bool notes_show_ = false;
     std::map<int, QLabel*> headings_; // by the index of the box

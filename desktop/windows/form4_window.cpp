@@ -32,42 +32,40 @@ QScrollArea* new_scroll_area(QWidget& parent)
 
 Form4Window::Form4Window(Front& front, const QWidget& main_window)
     : FormWindow(front, front.program.form4.window), form4_(front.program.form4), main_window_(main_window),
-      layout_([this](const Control& control) { return fitted(control); }), preview_(front, *this)
+      preview_(front, *this)
 {
     scroll_area_ = new_scroll_area(*this);
-    ControlMaker maker(front, layout_);
-    FrameWidget& all = maker.frame(form4_.Frame1, *scroll_area_->widget());
-    make_rows(maker, maker.frame(form4_.Frame2, all), 0, Form4::first_dynamic);
-    make_rows(maker, maker.frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
-    maker.line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
-    maker.line_box(form4_.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
-    maker.button(form4_.Command1, FontRole::Button, all);
-    maker.button(form4_.Command2, FontRole::Button, all);
-    maker.button(form4_.Command3, FontRole::Button, all);
-    make_help(maker, all);
+    FrameWidget& all = controls().frame(form4_.Frame1, *scroll_area_->widget());
+    make_rows(controls().frame(form4_.Frame2, all), 0, Form4::first_dynamic);
+    make_rows(controls().frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
+    controls().line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
+    controls().line_box(form4_.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
+    controls().button(form4_.Command1, FontRole::Button, all);
+    controls().button(form4_.Command2, FontRole::Button, all);
+    controls().button(form4_.Command3, FontRole::Button, all);
+    make_help(all);
     // The wheel reaches the areas.
     for (QWidget* widget : scroll_area_->widget()->findChildren<QWidget*>())
         widget->setAttribute(Qt::WA_NoMousePropagation, false);
-    front.mirror.on_moved(FormId::Form4, [this] { place(); });
 }
 
-void Form4Window::make_help(ControlMaker& maker, FrameWidget& frame)
+void Form4Window::make_help(FrameWidget& frame)
 {
     help_area_ = new_scroll_area(frame);
     help_area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     for (Control* label : {&form4_.Label1, &form4_.Label2, &form4_.Label3, &form4_.Label4, &form4_.Label5})
-        help_.push_back({*label, maker.label(*label, FontRole::Help, *help_area_->widget()), place_of(*label)});
+        help_.push_back({*label, controls().label(*label, FontRole::Help, *help_area_->widget()), place_of(*label)});
 }
 
 // Created in the order in which the Tab key goes through them.
-void Form4Window::make_rows(ControlMaker& maker, QWidget& frame, int first, int end)
+void Form4Window::make_rows(QWidget& frame, int first, int end)
 {
     Form4& form4 = front().program.form4;
     for (int row = first; row < end; row += 2) {
         auto next = rows_.emplace_back().begin();
         for (auto* boxes : {&form4.Text1, &form4.Text2})
             for (const int index : {row, row + 1}) {
-                LineBox& box = maker.line_box((*boxes)[index], FontRole::Design, frame);
+                LineBox& box = controls().line_box((*boxes)[index], FontRole::Design, frame);
                 box.setAlignment(Qt::AlignCenter);
                 box.installEventFilter(this);
                 *next++ = &box;
@@ -140,7 +138,7 @@ void Form4Window::place()
     const double most = form4_.Label1.width() - least_help + front().scale.twips(bar + rounding);
     narrower_ = std::clamp(front().scale.twips(full.width() + bar - width()), 0.0, most);
     lay_help();
-    layout_.place(front().scale);
+    FormWindow::place();
     scroll_area_->setGeometry(rect());
     const QSize needed = size_needed(), room = size() - QSize(bar, 0);
     const auto length = [](int wanted, int there) { return wanted > there + rounding ? wanted : there; };
@@ -149,7 +147,7 @@ void Form4Window::place()
 
 void Form4Window::set_zoom()
 {
-    layout_.set_fonts(front().theme, front().scale);
+    controls().set_fonts();
     place();
 }
 

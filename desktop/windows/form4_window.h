@@ -23,6 +23,8 @@ public:
     void set_zoom();
 
 protected:
+    Place fitted(const Control& control) const override;
+    void place() override;
     /// Asks when a text that was typed would be lost.
     bool may_close() override;
     bool has_picture() const override { return false; }
@@ -36,15 +38,12 @@ private:
         QLabel& label;
         Place place; // in its area
     };
-    void make_rows(ControlMaker& maker, QWidget& frame, int first, int end);
-    void make_help(ControlMaker& maker, FrameWidget& frame);
-    void place();
+    void make_rows(QWidget& frame, int first, int end);
+    void make_help(FrameWidget& frame);
     void lay_help();
-    Place fitted(const Control& control) const;
     QSize size_needed() const;
     Form4& form4_;
     const QWidget& main_window_;
-    FormLayout layout_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
     PreviewWindow preview_;
     QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;

@@ -28,13 +28,15 @@ QString picture_path(const Files& files)
 
 } // namespace
 
-FormWindow::FormWindow(Front& front, Window& model) : front_(front), model_(model)
+FormWindow::FormWindow(Front& front, Window& model)
+    : front_(front), model_(model), controls_(front, [this](const Control& control) { return fitted(control); })
 {
     open_to_screen_readers();
     setObjectName(widget_name(model));
     setProperty(accessible_role, QAccessible::Window);
     front.mirror.add(
         model, nullptr, [this] { show_model(); }, true);
+    front.mirror.on_moved(model.form(), [this] { place(); });
 }
 
 void FormWindow::show_model()

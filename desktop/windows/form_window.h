@@ -27,6 +27,9 @@ protected:
     virtual QString title_addition() const { return {}; }
     /// The model is minimised, or is so no more.
     virtual void set_aside(bool aside);
+    /// Where a control shows; the window may move it from the place that the model gives.
+    virtual Place fitted(const Control& control) const { return place_of(control); }
+    virtual void place() { controls_.place(); }
     virtual bool has_picture() const { return true; }
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
@@ -44,12 +47,14 @@ protected:
 
     Front& front() const { return front_; }
     Window& model() { return model_; }
+    ControlMaker& controls() { return controls_; }
 
 private:
     void show_size();
     void paint_picture(QPainter& painter);
     Front& front_;
     Window& model_;
+    ControlMaker controls_;
     QSize size_;           // as the model and the window last agreed on it
     QSize picture_pixels_; // that the picture was last loaded for
     QPixmap picture_;      // stretched

@@ -200,6 +200,11 @@ TEST_F(DesktopClerk, results_are_counted_and_lead_to_their_page_and_the_separato
         EXPECT_TRUE(status().text().startsWith(number)) << status().text().toStdString();
     }
     EXPECT_TRUE(status().text().contains("在第 1 页")) << status().text().toStdString();
+    // The first step into the other direction shows the same result again.
+    for (const auto& [key, number] : {std::pair(Qt::Key_Left, "第 2 处"), {Qt::Key_Right, "第 3 处"}}) {
+        for (int i = 0; i < 2; ++i) QTest::keyClick(&box, key, Qt::AltModifier);
+        EXPECT_TRUE(status().text().startsWith(number)) << status().text().toStdString();
+    }
     QTest::keyClick(&box, Qt::Key_F5);
     EXPECT_EQ(form1().pageno, 1);
     QTest::keyClick(&in_front(box), Qt::Key_F7);

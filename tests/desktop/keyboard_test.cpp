@@ -128,7 +128,7 @@ TEST_F(DesktopKeyboard, f1_opens_the_manual_where_the_clerk_is)
     EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
 }
 
-TEST_F(DesktopKeyboard, pages_and_results_are_walked_by_keys)
+TEST_F(DesktopKeyboard, pages_are_walked_by_keys)
 {
     installation.write("a.txt", "plum one.\r\nplum two.\r\nplum three.\r\n");
     start();
@@ -143,16 +143,6 @@ TEST_F(DesktopKeyboard, pages_and_results_are_walked_by_keys)
     EXPECT_EQ(form1().pageno, first + 1);
     QTest::keyClick(&box, Qt::Key_PageUp, Qt::ControlModifier);
     EXPECT_EQ(form1().pageno, first);
-    click("Form1.Option3");
-    retype("plum\r");
-    QTest::keyClick(&in_front(box), Qt::Key_Right, Qt::AltModifier);
-    const Text one = form1().RichTextBox1.text().str();
-    QTest::keyClick(&box, Qt::Key_Right, Qt::AltModifier);
-    const Text two = form1().RichTextBox1.text().str();
-    EXPECT_NE(two, one);
-    // The first step back shows the same result again.
-    for (int i = 0; i < 2; ++i) QTest::keyClick(&box, Qt::Key_Left, Qt::AltModifier);
-    EXPECT_EQ(form1().RichTextBox1.text().str(), one);
     EXPECT_TRUE(box.hasFocus());
 }
 
