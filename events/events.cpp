@@ -8,6 +8,7 @@
 #include "runs/batch_runner.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 
 namespace tarvik {
@@ -20,7 +21,7 @@ constexpr int query_box = 1, page_box = 4;
 
 struct Row {
     FormId form;
-    std::string_view control;
+    std::array<std::string_view, 8> controls; ///< with one handler for all
     EventKind kind;
     Handler handle;
 };
@@ -28,31 +29,6 @@ struct Row {
 Pane& pane(Event& event)
 {
     return dynamic_cast<Pane&>(event.control);
-}
-
-void pane_down(Program& program, Event& event)
-{
-    RichTextBox_MouseDown(program, pane(event), event.button, event.ctrl);
-}
-
-void pane_up(Program& program, Event& event)
-{
-    RichTextBox_MouseUp(program, pane(event));
-}
-
-void got_focus(Program& program, Event& event)
-{
-    focus_changed(program, event.control, true);
-}
-
-void lost_focus(Program& program, Event& event)
-{
-    focus_changed(program, event.control, false);
-}
-
-void batch_timer(Program& program, Event& event)
-{
-    batch_tick(program, event.control, batch_timers());
 }
 
 bool is_enter(const Event& event, int box)
@@ -89,80 +65,65 @@ void close_main_window(Program& program, Event& event)
 using enum EventKind;
 constexpr FormId Main = FormId::Form1;
 
+constexpr std::array<std::string_view, 8> panes{"RichTextBox1", "RichTextBox2", "RichTextBox3"};
+constexpr std::array<std::string_view, 8> boxes{"Text1", "RichTextBox1", "RichTextBox2", "RichTextBox3"};
+
 constexpr Row rows[] = {
-    {Main, "Form1", Click, [](Program& p, Event&) { Form_Click(p); }},
-    {Main, "Form1", Resize, [](Program& p, Event&) { Form_Resize(p); }},
-    {Main, "Form1", Close, close_main_window},
-    {Main, "Form1", Menu, [](Program& p, Event& e) { menu_Click(p, e.entry); }},
+    {Main, {"Form1"}, Click, [](Program& p, Event&) { Form_Click(p); }},
+    {Main, {"Form1"}, Resize, [](Program& p, Event&) { Form_Resize(p); }},
+    {Main, {"Form1"}, Close, close_main_window},
+    {Main, {"Form1"}, Menu, [](Program& p, Event& e) { menu_Click(p, e.entry); }},
 
-    {Main, "Text1", KeyPress, Text1_KeyPress},
-    {Main, "Text1", DblClick, [](Program& p, Event& e) { Text1_DblClick(p, e.control.index()); }},
-    {Main, "Text1", MouseDown, [](Program& p, Event& e) { Text1_MouseDown(p, e.control.index(), e.button); }},
-    {Main, "Text1", MouseUp, [](Program& p, Event& e) { Text1_MouseUp(p, e.control.index()); }},
-    {Main, "Text1", GotFocus, got_focus},
-    {Main, "Text1", LostFocus, lost_focus},
+    {Main, {"Text1"}, KeyPress, Text1_KeyPress},
+    {Main, {"Text1"}, DblClick, [](Program& p, Event& e) { Text1_DblClick(p, e.control.index()); }},
+    {Main, {"Text1"}, MouseDown, [](Program& p, Event& e) { Text1_MouseDown(p, e.control.index(), e.button); }},
+    {Main, {"Text1"}, MouseUp, [](Program& p, Event& e) { Text1_MouseUp(p, e.control.index()); }},
+    {Main, panes, MouseDown, [](Program& p, Event& e) { RichTextBox_MouseDown(p, pane(e), e.button, e.ctrl); }},
+    {Main, panes, MouseUp, [](Program& p, Event& e) { RichTextBox_MouseUp(p, pane(e)); }},
+    {Main, boxes, GotFocus, [](Program& p, Event& e) { focus_changed(p, e.control, true); }},
+    {Main, boxes, LostFocus, [](Program& p, Event& e) { focus_changed(p, e.control, false); }},
 
-    {Main, "RichTextBox1", MouseDown, pane_down},
-    {Main, "RichTextBox1", MouseUp, pane_up},
-    {Main, "RichTextBox1", GotFocus, got_focus},
-    {Main, "RichTextBox1", LostFocus, lost_focus},
-    {Main, "RichTextBox2", MouseDown, pane_down},
-    {Main, "RichTextBox2", MouseUp, pane_up},
-    {Main, "RichTextBox2", GotFocus, got_focus},
-    {Main, "RichTextBox2", LostFocus, lost_focus},
-    {Main, "RichTextBox3", MouseDown, pane_down},
-    {Main, "RichTextBox3", MouseUp, pane_up},
-    {Main, "RichTextBox3", GotFocus, got_focus},
-    {Main, "RichTextBox3", LostFocus, lost_focus},
+    {Main, {"Command1"}, Click, [](Program& p, Event& e) { Command1_Click(p, e.control.index()); }},
+    {Main, {"Command2"}, Click, [](Program& p, Event& e) { Command2_Click(p, e.control.index()); }},
+    {Main, {"Command2"}, MouseDown, [](Program& p, Event& e) { Command2_MouseDown(p, e.control.index()); }},
+    {Main, {"Command2"}, MouseUp, [](Program& p, Event& e) { Command2_MouseUp(p, e.control.index()); }},
+    {Main, {"Command3"}, Click, [](Program& p, Event&) { Command3_Click(p); }},
+    {Main, {"Command6"}, Click, [](Program& p, Event&) { Command6_Click(p); }},
+    {Main, {"Command7"}, Click, [](Program& p, Event& e) { Command7_Click(p, e.control.index()); }},
+    {Main, {"Command8"}, Click, [](Program& p, Event& e) { Command8_Click(p, e.control.index()); }},
+    {Main, {"Command9"}, Click, [](Program& p, Event& e) { Command9_Click(p, e.control.index()); }},
+    {Main, {"Option1"}, Click, [](Program& p, Event&) { Option1_Click(p); }},
+    {Main, {"Option2"}, Click, [](Program& p, Event&) { Option2_Click(p); }},
+    {Main, {"Option3"}, Click, [](Program& p, Event&) { Option3_Click(p); }},
 
-    {Main, "Command1", Click, [](Program& p, Event& e) { Command1_Click(p, e.control.index()); }},
-    {Main, "Command2", Click, [](Program& p, Event& e) { Command2_Click(p, e.control.index()); }},
-    {Main, "Command2", MouseDown, [](Program& p, Event& e) { Command2_MouseDown(p, e.control.index()); }},
-    {Main, "Command2", MouseUp, [](Program& p, Event& e) { Command2_MouseUp(p, e.control.index()); }},
-    {Main, "Command3", Click, [](Program& p, Event&) { Command3_Click(p); }},
-    {Main, "Command6", Click, [](Program& p, Event&) { Command6_Click(p); }},
-    {Main, "Command7", Click, [](Program& p, Event& e) { Command7_Click(p, e.control.index()); }},
-    {Main, "Command8", Click, [](Program& p, Event& e) { Command8_Click(p, e.control.index()); }},
-    {Main, "Command9", Click, [](Program& p, Event& e) { Command9_Click(p, e.control.index()); }},
-    {Main, "Option1", Click, [](Program& p, Event&) { Option1_Click(p); }},
-    {Main, "Option2", Click, [](Program& p, Event&) { Option2_Click(p); }},
-    {Main, "Option3", Click, [](Program& p, Event&) { Option3_Click(p); }},
+    {Main, {"Timer1"}, Tick, [](Program& p, Event& e) { Timer1_Timer(p, e.control.index()); }},
+    {Main,
+     {"Timer3", "Timer4", "Timer5", "Timer6", "Timer7", "Timer8", "Timer9", "Timer10"},
+     Tick,
+     [](Program& p, Event& e) { batch_tick(p, e.control, batch_timers()); }},
 
-    {Main, "Timer1", Tick, [](Program& p, Event& e) { Timer1_Timer(p, e.control.index()); }},
-    {Main, "Timer3", Tick, batch_timer},
-    {Main, "Timer4", Tick, batch_timer},
-    {Main, "Timer5", Tick, batch_timer},
-    {Main, "Timer6", Tick, batch_timer},
-    {Main, "Timer7", Tick, batch_timer},
-    {Main, "Timer8", Tick, batch_timer},
-    {Main, "Timer9", Tick, batch_timer},
-    {Main, "Timer10", Tick, batch_timer},
+    {FormId::Form3, {"Command1"}, Click, [](Program& p, Event& e) { Form3_Command1_Click(p, e.control.index()); }},
+    {FormId::Form3, {"Form3"}, Resize, [](Program& p, Event&) { Form3_Resize(p); }},
+    {FormId::Form3, {"Form3"}, Close, [](Program& p, Event&) { Form3_Close(p); }},
 
-    {FormId::Form3, "Command1", Click, [](Program& p, Event& e) { Form3_Command1_Click(p, e.control.index()); }},
-    {FormId::Form3, "Form3", Resize, [](Program& p, Event&) { Form3_Resize(p); }},
-    {FormId::Form3, "Form3", Close, [](Program& p, Event&) { Form3_Close(p); }},
-
-    {FormId::Form4, "Text1", Click, empty_box},
-    {FormId::Form4, "Text1", DblClick, empty_box},
-    {FormId::Form4, "Text2", Click, empty_box},
-    {FormId::Form4, "Text2", DblClick, empty_box},
-    {FormId::Form4, "Text3", DblClick, empty_box},
-    {FormId::Form4, "Text4", DblClick, empty_box},
-    {FormId::Form4, "Command1", Click, [](Program& p, Event&) { Form4_Command1_Click(p); }},
-    {FormId::Form4, "Command2", Click, [](Program& p, Event&) { Form4_Command2_Click(p); }},
-    {FormId::Form4, "Command3", Click, [](Program& p, Event&) { Form4_Command3_Click(p); }},
-    {FormId::Form4, "Preview", Click, [](Program& p, Event&) { Form4_Preview_Click(p); }},
-    {FormId::Form4, "Text1", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
-    {FormId::Form4, "Text2", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
-    {FormId::Form4, "Text3", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
-    {FormId::Form4, "Text4", GotFocus, [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
-    {FormId::Form4, "Form4", Close, [](Program& p, Event&) { Form4_Unload(p); }},
+    {FormId::Form4, {"Text1", "Text2"}, Click, empty_box},
+    {FormId::Form4, {"Text1", "Text2", "Text3", "Text4"}, DblClick, empty_box},
+    {FormId::Form4,
+     {"Text1", "Text2", "Text3", "Text4"},
+     GotFocus,
+     [](Program& p, Event& e) { Form4_GotFocus(p, e.control); }},
+    {FormId::Form4, {"Command1"}, Click, [](Program& p, Event&) { Form4_Command1_Click(p); }},
+    {FormId::Form4, {"Command2"}, Click, [](Program& p, Event&) { Form4_Command2_Click(p); }},
+    {FormId::Form4, {"Command3"}, Click, [](Program& p, Event&) { Form4_Command3_Click(p); }},
+    {FormId::Form4, {"Preview"}, Click, [](Program& p, Event&) { Form4_Preview_Click(p); }},
+    {FormId::Form4, {"Form4"}, Close, [](Program& p, Event&) { Form4_Unload(p); }},
 };
 
 Handler find_handler(const Event& event)
 {
     for (const Row& row : rows)
-        if (row.kind == event.kind && row.form == event.control.form() && row.control == event.control.name())
+        if (row.kind == event.kind && row.form == event.control.form() &&
+            std::ranges::find(row.controls, event.control.name()) != row.controls.end())
             return row.handle;
     return nullptr;
 }

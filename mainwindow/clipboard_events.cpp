@@ -35,10 +35,10 @@ void enlarge(Pane& pane)
     pane.set_selection_font_size(enlarged_points);
 }
 
-void copy(Program& program, TextView selected)
+void copy(Program& program, const TextBox& box)
 {
     program.platform.clipboard.clear();
-    program.platform.clipboard.set_text(selected);
+    program.platform.clipboard.set_text(box.selected_text());
 }
 
 void copy(Program& program, const Pane& pane)
@@ -54,24 +54,15 @@ void paste(Program& program, Box& box)
     program.platform.clipboard.clear();
 }
 
-void copy_where_focus_is(Program& program)
+/// Calls `work` with the boxes and panes that have the focus.
+template <typename Work>
+void where_focus_is(Form1& form1, Work&& work)
 {
-    Form1& form1 = program.form1;
-    if (form1.focusquery) copy(program, form1.query_box().selected_text());
-    if (form1.focusnumber) copy(program, form1.number_box().selected_text());
-    if (form1.focuspane1) copy(program, form1.RichTextBox1);
-    if (form1.focuspane2) copy(program, form1.RichTextBox2);
-    if (form1.focuspane3) copy(program, form1.RichTextBox3);
-}
-
-void paste_where_focus_is(Program& program)
-{
-    Form1& form1 = program.form1;
-    if (form1.focusquery) paste(program, form1.query_box());
-    if (form1.focusnumber) paste(program, form1.number_box());
-    if (form1.focuspane2) paste(program, form1.RichTextBox2);
-    if (form1.focuspane1) paste(program, form1.RichTextBox1);
-    if (form1.focuspane3) paste(program, form1.RichTextBox3);
+    if (form1.focusquery) work(form1.query_box());
+    if (form1.focusnumber) work(form1.number_box());
+    if (form1.focuspane1) work(form1.RichTextBox1);
+    if (form1.focuspane2) work(form1.RichTextBox2);
+    if (form1.focuspane3) work(form1.RichTextBox3);
 }
 
 } // namespace
@@ -106,8 +97,8 @@ void Text1_MouseUp(Program& program, int index)
 void menu_Click(Program& program, MenuEntry entry)
 {
     switch (entry) {
-    case MenuEntry::copy1: copy_where_focus_is(program); break;
-    case MenuEntry::paste1: paste_where_focus_is(program); break;
+    case MenuEntry::copy1: where_focus_is(program.form1, [&](auto& box) { copy(program, box); }); break;
+    case MenuEntry::paste1: where_focus_is(program.form1, [&](auto& box) { paste(program, box); }); break;
     case MenuEntry::nothing: break;
     }
 }

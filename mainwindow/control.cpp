@@ -4,13 +4,6 @@
 
 namespace tarvik {
 
-Selection inside(Selection selection, std::size_t size)
-{
-    selection.start = std::clamp(selection.start, Position(), Position::at_offset(size));
-    selection.length = std::min(selection.length, size - selection.start.offset());
-    return selection;
-}
-
 void Control::touched(Property property)
 {
     if (listeners_.property_changed) listeners_.property_changed(*this, property);
@@ -24,27 +17,26 @@ void Control::set_place(double left, double top, double width, double height)
     set_height(height);
 }
 
+void TextControl::select(Selection selection, std::size_t size)
+{
+    selection.start = std::clamp(selection.start, Position(), Position::at_offset(size));
+    selection.length = std::min(selection.length, size - selection.start.offset());
+    const Selection old = std::exchange(selection_, selection);
+    if (selection.start != old.start) touched(Property::SelStart);
+    if (selection.length != old.length) touched(Property::SelLength);
+}
+
 void TextBox::set_text(Text text)
 {
     if (text == text_) return;
-    selection_ = {};
+    set_caret({});
     change(text_, std::move(text), Property::Contents);
     if (listeners().text_changed) listeners().text_changed(*this);
 }
 
-void TextBox::select(Selection selection)
-{
-    selection = inside(selection, text_.size());
-    const bool moved = selection.start != selection_.start;
-    const bool resized = selection.length != selection_.length;
-    selection_ = selection;
-    if (moved) touched(Property::SelStart);
-    if (resized) touched(Property::SelLength);
-}
-
 void TextBox::replace_selection(TextView text)
 {
-    const Selection old = selection_;
+    const Selection old = selection();
     Text whole = text_;
     whole.replace(old.start.offset(), old.length, text.str());
     set_text(std::move(whole));

@@ -166,28 +166,39 @@ struct Selection {
     friend bool operator==(const Selection&, const Selection&) = default;
 };
 
-/// The selection kept inside a text of `size` characters.
-Selection inside(Selection selection, std::size_t size);
-
-/// A box for short texts. Every change of its text, the program's own too, is its change event.
-class TextBox : public Control {
+/// A control that holds a text, part of which may be selected.
+class TextControl : public Control {
 public:
     using Control::Control;
+    const Selection& selection() const { return selection_; }
+
+protected:
+    /// Keeps the selection inside a text of `size` characters.
+    void select(Selection selection, std::size_t size);
+    /// The text was changed: no listener hears of where the caret stands then.
+    void set_caret(Selection selection) { selection_ = selection; }
+
+private:
+    Selection selection_;
+};
+
+/// A box for short texts. Every change of its text, the program's own too, is its change event.
+class TextBox : public TextControl {
+public:
+    using TextControl::TextControl;
     const Text& text() const { return text_; }
     void set_text(Text text);
     bool multi_line() const { return multi_line_; }
     void set_multi_line(bool multi_line) { multi_line_ = multi_line; }
 
-    const Selection& selection() const { return selection_; }
     /// Kept inside the text.
-    void select(Selection selection);
-    Text selected_text() const { return mid(text_, selection_.start.number(), selection_.length).str(); }
+    void select(Selection selection) { TextControl::select(selection, text_.size()); }
+    Text selected_text() const { return mid(text_, selection().start.number(), selection().length).str(); }
     /// The caret stands behind the inserted text afterwards.
     void replace_selection(TextView text);
 
 private:
     Text text_;
-    Selection selection_;
     bool multi_line_ = false;
 };
 

@@ -148,12 +148,12 @@ bool no_option_selected(const Form1& form1)
 
 void clear_options(Form1& form1)
 {
-    for (OptionButton* option : {&form1.Option1, &form1.Option2, &form1.Option3}) option->set_value(false);
+    for (OptionButton* option : form1.options()) option->set_value(false);
 }
 
 void select_option(Form1& form1, OptionButton& option)
 {
-    for (OptionButton* other : {&form1.Option1, &form1.Option2, &form1.Option3})
+    for (OptionButton* other : form1.options())
         if (other != &option) other->set_value(false);
     option.set_value(true);
 }

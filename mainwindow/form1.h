@@ -43,6 +43,8 @@ struct Form1 {
 
     /// Any of the three panes, which always share their rectangle.
     std::array<Pane*, 3> panes() { return {&RichTextBox1, &RichTextBox2, &RichTextBox3}; }
+    std::array<OptionButton*, 3> options() { return {&Option1, &Option2, &Option3}; }
+    std::array<Control*, 4> frames() { return {&Frame1, &Frame2, &Frame3, &Frame4}; }
     std::array<Timer*, 8> batch_timers()
     {
         return {&Timer3, &Timer4, &Timer5, &Timer6, &Timer7, &Timer8, &Timer9, &Timer10};

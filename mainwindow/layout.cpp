@@ -68,16 +68,10 @@ double opening_width(Form1& form1, double screen_width, double factor)
 
 void scale_lower_controls(Form1& form1, double k)
 {
-    const auto scale_left = [k](Control& control) { control.set_left(control.left() * k); };
-    for (auto& [index, button] : form1.Command1) {
-        scale_left(button);
-        button.set_height(button.height() * k);
-    }
-    for (Control* control : std::initializer_list<Control*>{
-             &form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4, &form1.Option1, &form1.Option2, &form1.Option3,
-             &form1.Command6, &form1.Command3, &form1.query_box(), &form1.number_box(), &form1.page_box(),
-             &form1.page_size_box()})
-        scale_left(*control);
+    std::vector<Control*> scaled = lower_controls(form1);
+    scaled.insert(scaled.end(), {&form1.page_box(), &form1.page_size_box()});
+    for (Control* control : scaled) control->set_left(control->left() * k);
+    for (auto& [index, button] : form1.Command1) button.set_height(button.height() * k);
 }
 
 } // namespace
@@ -114,7 +108,7 @@ void Form_Resize(Program& program)
     form1.Option1.set_top(bottom + 828);
     form1.Option2.set_top(bottom + 1428);
     const double frames = form1.Command1[4].top() + form1.Command1[4].height() + 100;
-    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4}) frame->set_top(frames);
+    for (Control* frame : form1.frames()) frame->set_top(frames);
     form1.Command6.set_top(form1.Option3.top());
     form1.Command3.set_top(form1.Option1.top());
     move_right_column_to_edge(form1);

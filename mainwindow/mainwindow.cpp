@@ -66,20 +66,19 @@ void colour_controls(Form1& form1)
     for (int index : {1, 2, 4, 5}) painted.push_back(&form1.Text1[index]);
     for (Pane* pane : form1.panes()) painted.push_back(pane);
     for (Control* control : painted) control->set_back_color(window_colour);
-    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4})
-        frame->set_back_color(frame_colour);
+    for (Control* frame : form1.frames()) frame->set_back_color(frame_colour);
 }
 
 // What shows in one mode only. Opening and saving stay in both.
 void show_queries(Form1& form1, bool visible)
 {
     for (int index : {1, 2, 3}) form1.Command1[index].set_visible(visible);
-    for (OptionButton* option : {&form1.Option1, &form1.Option2, &form1.Option3}) option->set_visible(visible);
+    for (OptionButton* option : form1.options()) option->set_visible(visible);
 }
 
 void show_frames(Form1& form1, bool visible)
 {
-    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4}) frame->set_visible(visible);
+    for (Control* frame : form1.frames()) frame->set_visible(visible);
 }
 
 void enter_analysis(Form1& form1)
@@ -151,7 +150,7 @@ void Form_Load(Program& program)
     Form1& form1 = program.form1;
     form1.Command3.set_visible(false);
     program.module1.analysismode = program.module1.designeropen = false;
-    for (Control* frame : {&form1.Frame1, &form1.Frame2, &form1.Frame3, &form1.Frame4}) frame->set_visible(false);
+    show_frames(form1, false);
     form1.scanfolderset = false;
     reset_designer_boxes(program.form4);
     form1.batchgate = true;
@@ -196,7 +195,7 @@ void Form_Unload(Program& program)
     program.ended = true;
 }
 
-void reset_to_defaults(Program& program)
+void Form_Click(Program& program)
 {
     Form1& form1 = program.form1;
     bring_up(form1, form1.RichTextBox2);
@@ -216,11 +215,6 @@ void forget_results(Program& program)
         results->clear(0, last);
 }
 
-void Form_Click(Program& program)
-{
-    reset_to_defaults(program);
-}
-
 void Command6_Click(Program& program)
 {
     bool& analysismode = program.module1.analysismode;
@@ -230,7 +224,7 @@ void Command6_Click(Program& program)
         return;
     }
     leave_analysis(program.form1);
-    reset_to_defaults(program);
+    Form_Click(program);
 }
 
 void Command3_Click(Program& program)

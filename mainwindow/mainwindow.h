@@ -4,7 +4,6 @@
 #include "mainwindow/form3.h"
 #include "mainwindow/form4.h"
 #include "mainwindow/noted_files.h"
-#include "mainwindow/run_record.h"
 #include "mainwindow/table.h"
 #include "platform/files/file_cache.h"
 #include "platform/platform.h"
@@ -38,6 +37,33 @@ struct Module1 {
 
     bool analysismode = false; ///< the window shows the data-analysis controls
     bool designeropen = false; ///< the report designer is shown
+};
+
+/// What is known of the open document beside its text.
+struct OpenedFile {
+    Text path{}; ///< empty until a document is opened
+    std::u32string_view encoding{};
+    bool lines_ended_in_lf = false;
+};
+
+/// What is known of the report run in progress, or of the last one, beside the members of the main window: what a clerk
+/// asks when it is over.
+struct RunRecord {
+    int number = 0; ///< of this run since the program started
+    CalendarTime started{};
+    std::vector<Text> files{}; ///< saved, in their order, as the program names them
+    struct Passed {
+        Text key, reason;
+    };
+    std::vector<Passed> passed{};        ///< keys that made no sheet, and why
+    std::size_t not_reached = 0;         ///< keys that a stopped run did not come to
+    std::vector<Text> failures{};        ///< files of a folder that were passed over, reported when the run is over
+    std::u32string_view template_file{}; ///< of the command that started it
+    std::map<Text, Text> names{};        ///< the file that was given to each name that the sheets asked for
+    bool stop_wished = false;            ///< the run is to end before its next sheet
+    bool stopped = false;                ///< it ended, or did not even begin, before all was done
+    bool ahead_of_command = false;       ///< text stood ahead of the command, so that sheets were not saved
+    std::size_t older_layouts = 0;       ///< sheets laid the older way, because the box no longer held the command
 };
 
 struct Program {
@@ -83,12 +109,11 @@ void Form_Load(Program& program);
 /// Asks whether to leave. Gives whether the closing goes on.
 bool Form_QueryUnload(Program& program);
 void Form_Unload(Program& program);
-/// A left click on the window's background: back to the defaults.
+/// A left click on the window's background goes back to the defaults: panes, flags, options and the results up to
+/// resultcount.
 void Form_Click(Program& program);
 /// Empties the results of all queries but the plain one up to resultcount, which stays, and goes back to the first.
 void forget_results(Program& program);
-/// Back to the defaults: panes, flags, options and the results up to resultcount.
-void reset_to_defaults(Program& program);
 
 // Layout and modes
 

@@ -7,7 +7,7 @@ namespace tarvik {
 void Pane::set_content(PaneText content)
 {
     content_ = std::move(content);
-    selection_ = {};
+    set_caret({});
     text_font_size_ = selection_font_size_ = 0;
     touched(Property::Contents);
     if (!marks_.empty()) set_marks({});
@@ -20,32 +20,22 @@ void Pane::append(TextView text)
     touched(Property::Contents);
 }
 
-void Pane::select(Selection selection)
-{
-    selection = inside(selection, content_.size());
-    const bool moved = selection.start != selection_.start;
-    const bool resized = selection.length != selection_.length;
-    selection_ = selection;
-    if (moved) touched(Property::SelStart);
-    if (resized) touched(Property::SelLength);
-}
-
 SharedText Pane::selected_text() const
 {
-    if (selection_.length == 0) return {};
-    return content_.slice(selection_.start, selection_.length);
+    if (selection().length == 0) return {};
+    return content_.slice(selection().start, selection().length);
 }
 
 TextSource Pane::selected_source() const
 {
-    return [content = content_, selection = selection_](const std::function<void(TextView)>& take) {
-        content.for_each_part_of(selection.start, selection.length, take);
+    return [content = content_, selection = selection()](const std::function<void(TextView)>& take) {
+        content.for_each_part(take, selection.start, selection.length);
     };
 }
 
 void Pane::replace_selection(TextView text)
 {
-    const Selection old = selection_;
+    const Selection old = selection();
     if (old.length == 0 && text.empty()) return;
     content_.replace(old.start, old.length, text);
     std::vector<Mark> marks;
@@ -54,7 +44,7 @@ void Pane::replace_selection(TextView text)
         else if (mark.start + mark.length > old.start) continue;
         marks.push_back(mark);
     }
-    selection_ = {old.start + text.size(), 0};
+    set_caret({old.start + text.size(), 0});
     touched(Property::Contents);
     set_marks(std::move(marks));
     if (listeners().pane_edited) listeners().pane_edited(*this, old, text);

@@ -18,23 +18,23 @@ struct Mark {
 };
 
 /// One of the three stacked rich-text boxes.
-class Pane : public Control {
+class Pane : public TextControl {
 public:
-    using Control::Control;
+    using TextControl::TextControl;
 
     const PaneText& content() const { return content_; }
     TextView text() const { return content_.view(); }
     const Document& document() const { return content_.document(); }
     bool empty() const { return content_.empty(); }
+    static constexpr bool multi_line() { return true; }
 
     /// A new text has no marks and no selection.
     void set_content(PaneText content);
     void set_text(TextView text) { set_content(PaneText(text)); }
     void append(TextView text);
 
-    const Selection& selection() const { return selection_; }
     /// Kept inside the text.
-    void select(Selection selection);
+    void select(Selection selection) { TextControl::select(selection, content_.size()); }
     SharedText selected_text() const;
     /// The same, whatever becomes of the pane, without writing it out.
     TextSource selected_source() const;
@@ -59,7 +59,6 @@ public:
 
 private:
     PaneText content_;
-    Selection selection_;
     std::vector<Mark> marks_;
     Colour selection_colour_ = 0;
     int selection_font_size_ = 0;

@@ -3,6 +3,7 @@
 #include "platform/text/text_builder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -10,27 +11,12 @@ namespace {
 
 using Lines = std::shared_ptr<const LineSource>;
 
-constexpr std::size_t usual_part = 1 << 16;
+constexpr std::size_t usual_part = std::size_t{1} << 20;
 
 std::size_t piece_size(const PaneText::Piece& piece)
 {
     if (const auto* shared = std::get_if<SharedText>(&piece)) return shared->view.size();
     return std::get<Lines>(piece)->size();
-}
-
-/// See LineSource::hand_over().
-std::size_t hand_over_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, std::size_t at_once,
-                            const std::function<void(TextView)>& take)
-{
-    if (const auto* lines = std::get_if<Lines>(&piece)) return (*lines)->hand_over(offset, count, at_once, take);
-    const TextView part = std::get<SharedText>(piece).view.substr(offset, count);
-    for (std::size_t at = 0; at < part.size(); at += at_once) take(part.substr(at, at_once));
-    return part.size();
-}
-
-std::size_t append_piece(const PaneText::Piece& piece, std::size_t offset, std::size_t count, TextBuilder& target)
-{
-    return hand_over_piece(piece, offset, count, usual_part, [&target](TextView part) { target.append(part); });
 }
 
 SharedText built(TextBuilder& builder)
@@ -65,17 +51,9 @@ bool PaneText::empty() const
 const Document& PaneText::document() const
 {
     if (whole_) return *whole_;
-    if (pieces_.size() == 1 && std::holds_alternative<SharedText>(pieces_.front())) {
-        const auto& piece = std::get<SharedText>(pieces_.front());
-        if (piece.owner && piece.owner->view().data() == piece.view.data()) {
-            whole_ = Document(piece.owner, piece.view.size());
-            return *whole_;
-        }
-    }
-    TextBuilder text;
-    for (const Piece& piece : pieces_) append_piece(piece, 0, npos, text);
-    const SharedText whole = built(text);
-    whole_ = Document(whole.owner, whole.view.size());
+    const SharedText whole = slice(Position(), npos);
+    const bool begins_its_buffer = whole.owner && whole.owner->view().data() == whole.view.data();
+    whole_ = begins_its_buffer ? Document(whole.owner, whole.view.size()) : Document(whole.view);
     return *whole_;
 }
 
@@ -86,40 +64,53 @@ std::size_t PaneText::size() const
     return size;
 }
 
+// Calls `work` for each piece in which the characters from `offset` lie, with the offset in it and how many are still
+// wanted; it gives how many there were.
+template <typename Work>
+void PaneText::walk(std::size_t offset, std::size_t length, Work&& work) const
+{
+    for (const Piece& piece : pieces_) {
+        if (length == 0) return;
+        const std::size_t skipped = offset == 0 ? 0 : piece_size(piece);
+        if (offset == 0 || offset < skipped) length -= work(piece, std::exchange(offset, 0), length);
+        else offset -= skipped;
+    }
+}
+
+// The same characters, a text for each piece: source lines are written out, plain pieces cut and shared.
+std::vector<SharedText> PaneText::parts(std::size_t offset, std::size_t length) const
+{
+    std::vector<SharedText> parts;
+    walk(offset, length, [&parts](const Piece& piece, std::size_t from, std::size_t count) {
+        if (const auto* shared = std::get_if<SharedText>(&piece)) {
+            parts.emplace_back(shared->owner, shared->view.substr(from, count));
+        } else {
+            TextBuilder text;
+            std::get<Lines>(piece)->hand_over(from, count, usual_part, [&](TextView part) { text.append(part); });
+            parts.push_back(built(text));
+        }
+        return parts.back().view.size();
+    });
+    return parts;
+}
+
 SharedText PaneText::slice(Position start, std::size_t length) const
 {
+    const std::vector<SharedText> parts = this->parts(start.offset(), length);
+    if (parts.size() == 1) return parts.front();
     TextBuilder text;
-    const std::size_t wanted = length;
-    std::size_t offset = start.offset();
-    for (const Piece& piece : pieces_) {
-        if (length == 0) break;
-        const std::size_t size = piece_size(piece);
-        if (offset < size) {
-            const auto* shared = std::get_if<SharedText>(&piece);
-            if (shared && length == wanted && size - offset >= length)
-                return {shared->owner, shared->view.substr(offset, length)};
-            length -= append_piece(piece, offset, length, text);
-            offset = size;
-        }
-        offset -= size;
-    }
+    for (const SharedText& part : parts) text.append(part.view);
     return built(text);
 }
 
-void PaneText::for_each_part(std::size_t characters, const std::function<void(TextView)>& work) const
+void PaneText::for_each_part(const std::function<void(TextView)>& work, Position start, std::size_t length) const
 {
-    for (const Piece& piece : pieces_) hand_over_piece(piece, 0, npos, characters, work);
-}
-
-void PaneText::for_each_part_of(Position start, std::size_t length, const std::function<void(TextView)>& work) const
-{
-    std::size_t offset = start.offset();
-    for (const Piece& piece : pieces_) {
-        if (length == 0) break;
-        const std::size_t size = piece_size(piece);
-        if (offset < size) length -= hand_over_piece(piece, offset, length, usual_part, work);
-        offset -= std::min(offset, size);
-    }
+    walk(start.offset(), length, [&work](const Piece& piece, std::size_t from, std::size_t count) {
+        if (const auto* lines = std::get_if<Lines>(&piece)) return (*lines)->hand_over(from, count, usual_part, work);
+        const TextView part = std::get<SharedText>(piece).view.substr(from, count);
+        for (std::size_t at = 0; at < part.size(); at += usual_part) work(part.substr(at, usual_part));
+        return part.size();
+    });
 }
 
 void PaneText::append(TextView text)
@@ -131,39 +122,13 @@ void PaneText::append(TextView text)
 
 void PaneText::replace(Position start, std::size_t length, TextView text)
 {
-    const std::size_t size_before = size();
-    const std::size_t cut = std::clamp(start, Position(), Position::at_offset(size_before)).offset();
-    length = std::min(length, size_before - cut);
-    // An edit needs characters, so source lines are written out. Plain pieces are cut and shared, not copied.
-    for (Piece& piece : pieces_) {
-        if (std::holds_alternative<SharedText>(piece)) continue;
-        TextBuilder lines;
-        append_piece(piece, 0, npos, lines);
-        piece = built(lines);
-    }
-    std::vector<Piece> pieces;
-    std::size_t offset = 0;
-    bool inserted = false;
-    const auto insert = [&] {
-        if (!inserted && !text.empty()) pieces.emplace_back(SharedText(text));
-        inserted = true;
-    };
-    for (const Piece& piece : pieces_) {
-        const auto& shared = std::get<SharedText>(piece);
-        const std::size_t end = offset + shared.view.size();
-        if (offset < cut) {
-            const std::size_t kept = std::min(end, cut) - offset;
-            pieces.emplace_back(SharedText(shared.owner, shared.view.substr(0, kept)));
-        }
-        if (end >= cut) insert();
-        if (end > cut + length) {
-            const std::size_t skipped = std::max(offset, cut + length) - offset;
-            pieces.emplace_back(SharedText(shared.owner, shared.view.substr(skipped)));
-        }
-        offset = end;
-    }
-    insert();
-    pieces_ = std::move(pieces);
+    const std::size_t cut = std::clamp(start, Position(), Position::at_offset(size())).offset();
+    std::vector<Piece> edited;
+    for (SharedText& part : parts(0, cut)) edited.emplace_back(std::move(part));
+    if (!text.empty()) edited.emplace_back(SharedText(text));
+    if (length < npos - cut)
+        for (SharedText& part : parts(cut + length, npos)) edited.emplace_back(std::move(part));
+    pieces_ = std::move(edited);
     whole_.reset();
 }
 

@@ -32,12 +32,10 @@ public:
     /// The `length` characters from `start`, as many as there are. A piece of one buffer is not copied.
     SharedText slice(Position start, std::size_t length) const;
 
-    /// Calls `work` with the text in parts of about `characters`, or of one line if that is longer, without gathering
-    /// it.
-    void for_each_part(std::size_t characters, const std::function<void(TextView)>& work) const;
-
-    /// The same for the `length` characters from `start`, in parts of the text's own choice.
-    void for_each_part_of(Position start, std::size_t length, const std::function<void(TextView)>& work) const;
+    /// Hands over the `length` characters from `start`, as many as there are, in parts of about a million characters,
+    /// or of one line if that is longer, without gathering them.
+    void for_each_part(const std::function<void(TextView)>& work, Position start = Position(),
+                       std::size_t length = npos) const;
 
     const std::vector<Piece>& pieces() const { return pieces_; }
 
@@ -46,6 +44,10 @@ public:
     void replace(Position start, std::size_t length, TextView text);
 
 private:
+    template <typename Work>
+    void walk(std::size_t offset, std::size_t length, Work&& work) const;
+    std::vector<SharedText> parts(std::size_t offset, std::size_t length) const;
+
     std::vector<Piece> pieces_;
     mutable std::optional<Document> whole_;
 };

@@ -6,11 +6,11 @@
 
 namespace tarvik {
 
-/// A view's side file in the installation folder. Views do not depend on it: why one cannot be written is told once for
-/// all of them in an action or a report run, and the view is shown all the same.
+/// A view's side file in the installation folder. Views do not depend on it: why one cannot be written is reported once
+/// for all of them in an action or a report run, and the view is shown all the same.
 class ScratchFile {
 public:
-    /// A view beyond this many bytes is told and not written.
+    /// A view beyond this many bytes is reported and not written.
     static constexpr std::size_t most_bytes = std::size_t{1} << 30;
 
     /// Clears the file, as every operation does first: one line that holds a CR.
@@ -33,7 +33,7 @@ private:
     Program& program_;
     Text path_;
     bool failed_ = false;
-    std::optional<Text> failure_; ///< that has not been told yet
+    std::optional<Text> failure_; ///< that has not been reported yet
 };
 
 /// The line that clears a scratch file: CR, then the line end.

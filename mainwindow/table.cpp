@@ -5,30 +5,6 @@
 
 namespace tarvik {
 
-Text RowTexts::text(std::size_t row) const
-{
-    const TextView line = lines_.get(row);
-    if (!line.has_storage()) return {};
-    Text text = U"\t";
-    line.append_to(text);
-    text += U'\t';
-    return text;
-}
-
-void RowTexts::set_line(std::size_t row, TextView line, const SharedBuffer& buffer)
-{
-    if (keeper_.wants_sweep()) keeper_.sweep([this](const auto& see) { lines_.for_each_used(see); });
-    keeper_.keep(buffer);
-    lines_.set(row, line.has_storage() ? line : TextView(U""));
-}
-
-void RowTexts::swap(std::size_t a, std::size_t b)
-{
-    const TextView line = lines_.get(a);
-    lines_.set(a, lines_.get(b));
-    lines_.set(b, line);
-}
-
 Table::Table() : lines_(last_row)
 {
     columns_.reserve(last_column + 1);

@@ -10,25 +10,19 @@ namespace tarvik {
 
 /// The row texts of a table. A row text is TAB, line, TAB; only the line is kept. An emptied row holds no text at all,
 /// which is not the same as the closing row, whose line is empty between its two TABs.
-class RowTexts {
+class RowTexts : private TextArray {
 public:
-    explicit RowTexts(std::size_t last) : lines_(last) {}
+    using TextArray::buffers, TextArray::clear, TextArray::last, TextArray::swap, TextArray::TextArray;
 
-    std::size_t last() const { return lines_.last(); }
-    bool is_empty(std::size_t row) const { return !lines_.get(row).has_storage(); }
+    bool is_empty(std::size_t row) const { return !get(row).has_storage(); }
     /// The line between the TABs.
-    TextView line(std::size_t row) const { return lines_.get(row); }
+    TextView line(std::size_t row) const { return get(row); }
     /// The row text itself, TABs included; empty for an emptied row.
-    Text text(std::size_t row) const;
-    void set_line(std::size_t row, TextView line, const SharedBuffer& buffer);
-    /// The buffers that the lines lie in: whoever keeps line() beyond the next change keeps them too.
-    std::vector<SharedBuffer> buffers() const { return keeper_.buffers(); }
-    void clear(std::size_t first, std::size_t last) { lines_.clear(first, last); }
-    void swap(std::size_t a, std::size_t b);
-
-private:
-    SparseArray<TextView> lines_;
-    BufferKeeper keeper_;
+    Text text(std::size_t row) const { return is_empty(row) ? Text() : U"\t" + line(row) + U"\t"; }
+    void set_line(std::size_t row, TextView line, const SharedBuffer& buffer)
+    {
+        set(row, line.has_storage() ? line : TextView(U""), buffer);
+    }
 };
 
 /// A table of cells: rows 0 to 300000, columns 0 to 180. A cell that was never written reads as the empty text, and a

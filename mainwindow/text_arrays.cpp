@@ -68,6 +68,13 @@ void TextArray::keep(const std::vector<SharedBuffer>& buffers)
     for (const SharedBuffer& buffer : buffers) keeper_.keep(buffer);
 }
 
+void TextArray::swap(std::size_t a, std::size_t b)
+{
+    const TextView text = views_.get(a);
+    views_.set(a, views_.get(b));
+    views_.set(b, text);
+}
+
 void TextArray::sweep()
 {
     keeper_.sweep([this](const auto& see) { views_.for_each_used(see); });

@@ -102,7 +102,10 @@ public:
     }
     /// Keeps all of them from before the first of their pieces is stored. Buffers that no element looks into go.
     void keep(const std::vector<SharedBuffer>& buffers);
+    /// The buffers that the elements lie in: whoever keeps get() beyond the next change keeps them too.
+    std::vector<SharedBuffer> buffers() const { return keeper_.buffers(); }
     void clear(std::size_t first, std::size_t last) { views_.clear(first, last); }
+    void swap(std::size_t a, std::size_t b);
 
 private:
     void sweep();

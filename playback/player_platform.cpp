@@ -3,7 +3,7 @@
 #include "platform/failure.h"
 #include "platform/files/file_name.h"
 #include "platform/files/path_text.h"
-#include "scripts/values.h"
+#include "scripts/script.h"
 
 #include <utility>
 

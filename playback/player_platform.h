@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "scripts/transcript.h"
+#include "scripts/script.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,17 +1,19 @@
 #include "playback/session.h"
 
-#include "runs/engines.h"
+#include "runs/batch_runner.h"
 #include "scripts/script.h"
 
 namespace tarvik {
 
-Session::Session(const Options& options, std::ostream& out)
+Session::Session(const Options& options, std::ostream& out, Dialogs* user_dialogs, Clipboard* user_clipboard)
     : transcript(out), watches(transcript), clock(options.clock),
       dialogs(transcript, answers, [this] { watches.look_at_members(); }),
       screen(transcript, options.screen_width, options.screen_height), printer(transcript, options.print_to),
       files(options.installation, options.drives),
       office(make_engines(options.engine, files, printer, libreoffice, [this] { return clock.now(); })),
-      program({dialogs, clipboard, clock, files, screen, printer}, *office),
+      program({user_dialogs ? *user_dialogs : dialogs, user_clipboard ? *user_clipboard : clipboard, clock, files,
+               screen, printer},
+              *office),
       stage(program, transcript, watches, answers, clock, screen, options.values)
 {
     program.listeners.property_changed = [this](const Control& control, Property property) {
@@ -50,7 +52,7 @@ void PlayerStage::pass_time(std::chrono::microseconds span)
 void PlayerStage::run_batches(std::chrono::microseconds limit)
 {
     const VirtualTime end = clock_.elapsed() + limit;
-    while (timers.batch_runs())
+    while (run_in_progress(program.form1))
         if (!fire_next(end)) throw ScriptFailure("the run has not ended in the time that it was given");
 }
 

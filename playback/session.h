@@ -5,7 +5,7 @@
 #include "playback/options.h"
 #include "playback/player_platform.h"
 #include "playback/virtual_time.h"
-#include "scripts/stage.h"
+#include "scripts/actions.h"
 
 #include <memory>
 #include <ostream>
@@ -45,8 +45,10 @@ private:
 
 /// One run of the program with everything that the player puts around it.
 struct Session {
-    /// Throws OptionError when the options ask for what this system does not have.
-    Session(const Options& options, std::ostream& out);
+    /// Throws OptionError when the options ask for what this system does not have. A user's dialogs and clipboard may
+    /// take the place of the script's.
+    Session(const Options& options, std::ostream& out, Dialogs* user_dialogs = nullptr,
+            Clipboard* user_clipboard = nullptr);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 

@@ -3,6 +3,8 @@
 #include "platform/system_clock.h"
 
 #include <algorithm>
+#include <iomanip>
+#include <sstream>
 #include <tuple>
 
 namespace tarvik {
@@ -11,20 +13,14 @@ using namespace std::chrono;
 
 namespace {
 
-constexpr std::string_view pattern = "dddd-dd-dd dd:dd:dd";
-
-bool has_form(std::string_view text)
+year_month_day date_of(const CalendarTime& time)
 {
-    return std::ranges::equal(text, pattern, [](char character, char wanted) {
-        return wanted == 'd' ? character >= '0' && character <= '9' : character == wanted;
-    });
+    return {year(time.year), month(static_cast<unsigned>(time.month)), day(static_cast<unsigned>(time.day))};
 }
 
-int digits(std::string_view text, std::size_t from, std::size_t count)
+local_seconds time_of(const CalendarTime& time)
 {
-    int value = 0;
-    for (const char digit : text.substr(from, count)) value = value * 10 + (digit - '0');
-    return value;
+    return local_days(date_of(time)) + hours(time.hour) + minutes(time.minute) + seconds(time.second);
 }
 
 VirtualTime interval(const Timer& timer)
@@ -50,29 +46,26 @@ CalendarTime VirtualClock::now() const
 
 std::optional<local_seconds> parse_time(std::string_view text)
 {
-    if (!has_form(text)) return std::nullopt;
-    const year_month_day date(year(digits(text, 0, 4)), month(static_cast<unsigned>(digits(text, 5, 2))),
-                              day(static_cast<unsigned>(digits(text, 8, 2))));
-    const int hour = digits(text, 11, 2), minute = digits(text, 14, 2), second = digits(text, 17, 2);
-    if (!date.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
-    return local_days(date) + hours(hour) + minutes(minute) + seconds(second);
+    constexpr const char* form = "%Y-%m-%d %H:%M:%S";
+    std::tm read{};
+    std::istringstream given{std::string(text)};
+    std::ostringstream written; // a time may be read from other forms
+    given >> std::get_time(&read, form);
+    written << std::put_time(&read, form);
+    const CalendarTime time{read.tm_year + 1900, read.tm_mon + 1, read.tm_mday, read.tm_hour, read.tm_min, read.tm_sec};
+    if (!given || written.str() != text || !date_of(time).ok() || time.second > 59) return std::nullopt;
+    return time_of(time);
 }
 
 local_seconds local_time_now()
 {
-    const CalendarTime now = SystemClock().now();
-    const year_month_day date(year(now.year), month(static_cast<unsigned>(now.month)),
-                              day(static_cast<unsigned>(now.day)));
-    return local_days(date) + hours(now.hour) + minutes(now.minute) + seconds(now.second);
+    return time_of(SystemClock().now());
 }
 
 VirtualTimers::VirtualTimers(Form1& form1, const VirtualClock& clock) : clock_(clock)
 {
     for (auto& [index, timer] : form1.Timer1) entries_.push_back({&timer, {}});
-    for (Timer* timer : form1.batch_timers()) {
-        entries_.push_back({timer, {}});
-        batch_.push_back(timer);
-    }
+    for (Timer* timer : form1.batch_timers()) entries_.push_back({timer, {}});
     std::ranges::sort(entries_, {},
                       [](const Entry& entry) { return std::tuple(entry.timer->name(), entry.timer->index()); });
     for (const Entry& entry : entries_) changed(*entry.timer);
@@ -100,11 +93,6 @@ void VirtualTimers::fired(const Timer& timer)
 {
     for (Entry& entry : entries_)
         if (entry.timer == &timer && entry.due) *entry.due += interval(timer);
-}
-
-bool VirtualTimers::batch_runs() const
-{
-    return std::ranges::any_of(batch_, &Timer::enabled);
 }
 
 } // namespace tarvik

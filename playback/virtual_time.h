@@ -51,16 +51,12 @@ public:
     /// Takes note that the timer has fallen due; it goes on with its next interval.
     void fired(const Timer& timer);
 
-    /// Whether any of the timers of the batch runner is switched on.
-    bool batch_runs() const;
-
 private:
     struct Entry {
         Timer* timer;
         std::optional<VirtualTime> due;
     };
     std::vector<Entry> entries_;
-    std::vector<const Timer*> batch_;
     const VirtualClock& clock_;
 };
 

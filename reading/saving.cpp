@@ -42,14 +42,13 @@ void take_place(Program& program, const ChosenFile& chosen)
     program.notice = U"已保存：" + chosen.path;
 }
 
-/// Writes the pane's text in small letters as one line, some thousand characters at a time.
+/// Writes the pane's text in small letters as one line.
 void save_pane(Program& program, const Pane& pane)
 {
-    constexpr std::size_t at_once = 1 << 20;
     const auto chosen = choose_file(program);
     if (!chosen.file) return;
     std::string bytes;
-    pane.content().for_each_part(at_once, [&](TextView part) {
+    pane.content().for_each_part([&](TextView part) {
         bytes.clear();
         encode_to(lower(part), bytes);
         chosen.file->write(bytes);

@@ -12,15 +12,6 @@ namespace tarvik {
 
 namespace {
 
-struct EngineRow {
-    std::string_view name;
-    Engine engine;
-};
-constexpr EngineRow engine_names[] = {
-    {.name = "auto", .engine = Engine::Auto},
-    {.name = "ooxml", .engine = Engine::Ooxml},
-};
-
 class EmbeddedEngines final : public OfficeEngines {
 public:
     EmbeddedEngines(Files& files, Printer& printer, FormulaServices services)
@@ -51,51 +42,41 @@ bool is_of_older_format(Files& files, TextView path)
     return kind == FileKind::Workbook || kind == FileKind::Document || kind == FileKind::Encrypted;
 }
 
-// An application that is one of either engine for each file; both are made when a file first needs them.
+// An application that opens each file with one of the engines' own.
 template <typename Application, typename File>
 class ApplicationByContent final : public Application {
 public:
     using Make = std::unique_ptr<Application> (OfficeEngines::*)();
 
     ApplicationByContent(Files& files, OfficeEngines& embedded, OfficeEngines& suite, Make make)
-        : files_(files), embedded_{embedded, nullptr}, suite_{suite, nullptr}, make_(make)
+        : files_(files), embedded_(embedded), suite_(suite), make_(make)
     {
     }
 
     void set_visible(bool visible) override
     {
         is_visible_ = visible;
-        for (auto* side : {&embedded_, &suite_}) {
-            if (side->application) side->application->set_visible(visible);
-        }
+        for (const auto& application : applications_) application->set_visible(visible);
     }
 
     File& open(TextView path) override
     {
-        auto& side = is_of_older_format(files_, path) ? suite_ : embedded_;
-        if (!side.application) {
-            side.application = (side.engines.*make_)();
-            side.application->set_visible(is_visible_);
-        }
-        return side.application->open(path);
+        OfficeEngines& engines = is_of_older_format(files_, path) ? suite_ : embedded_;
+        Application& application = *applications_.emplace_back((engines.*make_)());
+        application.set_visible(is_visible_);
+        return application.open(path);
     }
 
     void quit() override
     {
-        for (auto* side : {&embedded_, &suite_}) {
-            if (side->application) side->application->quit();
-        }
+        for (const auto& application : applications_) application->quit();
     }
 
 private:
-    struct Side {
-        OfficeEngines& engines;
-        std::unique_ptr<Application> application;
-    };
-
     Files& files_;
-    Side embedded_, suite_;
+    OfficeEngines &embedded_, &suite_;
     Make make_;
+    std::vector<std::unique_ptr<Application>> applications_;
     bool is_visible_ = false;
 };
 
@@ -128,9 +109,8 @@ private:
 
 std::optional<Engine> engine_named(std::string_view name)
 {
-    for (const auto& row : engine_names) {
-        if (row.name == name) return row.engine;
-    }
+    if (name == "auto") return Engine::Auto;
+    if (name == "ooxml") return Engine::Ooxml;
     if (name == "libreoffice" && suite_edits()) return Engine::LibreOffice;
     return std::nullopt;
 }

@@ -1,5 +1,7 @@
 #include "scripts/actions.h"
 
+#include "scripts/vocabulary.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,15 +11,8 @@ namespace {
 
 using Words = std::span<const Word>;
 
-constexpr double longest_time = 1e9; // seconds
-
-template <typename Rows>
-auto meaning_of(const Rows& rows, const Word& word)
-{
-    for (const auto& row : rows)
-        if (word.utf8() == row.word) return row.meaning;
-    throw ScriptFailure("unknown word " + word.utf8());
-}
+constexpr double longest_time = 1e9;                             // seconds
+constexpr auto given_answers = std::span(answer_words).first(4); // "none" is no reply
 
 double decimal(const Word& word)
 {
@@ -103,11 +98,7 @@ void ask(Stage& stage, Words words)
 
 void reply(Stage& stage, Words words)
 {
-    for (const Word& word : words) {
-        const Answer answer = answer_named(word.text);
-        if (answer == Answer::None) throw ScriptFailure("unknown reply " + word.utf8());
-        stage.answers.replies.push_back(answer);
-    }
+    for (const Word& word : words) stage.answers.replies.push_back(meaning_of(given_answers, word, "reply"));
 }
 
 bool is_full_path(TextView path)
@@ -140,7 +131,7 @@ void show(Stage& stage, Words words)
 void expect(Stage& stage, Words words)
 {
     const Expression expression = stage.names.resolve(words[0].utf8());
-    const Value value = expression.read();
+    const ScriptValue value = expression.read();
     if (matches(value, words[1].text)) return;
     const bool is_text = std::holds_alternative<Text>(value);
     const std::string missed = expression.written + " is " + printed(value) + ", not " +

@@ -23,16 +23,16 @@ std::string_view window_name(FormId form)
 template <typename Kind>
 struct PropertyRow {
     std::string_view name;
-    Value (*read)(const Kind&);
+    ScriptValue (*read)(const Kind&);
 };
 
 template <typename Kind, auto Getter>
-Value read(const Kind& control)
+ScriptValue read(const Kind& control)
 {
     return to_value((control.*Getter)());
 }
 
-Value marks_of(const Pane& pane)
+ScriptValue marks_of(const Pane& pane)
 {
     std::vector<Mark> marks = pane.marks();
     std::ranges::stable_sort(marks, {}, &Mark::start);
@@ -77,7 +77,7 @@ constexpr PropertyRow<TextBox> box_rows[] = {
     selected_text<TextBox>,
 };
 constexpr PropertyRow<Pane> pane_rows[] = {
-    {"Text", [](const Pane& pane) -> Value { return pane.text().str(); }},
+    {"Text", [](const Pane& pane) -> ScriptValue { return pane.text().str(); }},
     selection_start<Pane>,
     selection_length<Pane>,
     selected_text<Pane>,
@@ -185,9 +185,9 @@ Control& ControlDirectory::control(const Control& shown) const
     return as_control(at(script_name(shown)));
 }
 
-std::function<Value()> property_reader(const AnyControl& any, std::string_view property)
+std::function<ScriptValue()> property_reader(const AnyControl& any, std::string_view property)
 {
-    std::function<Value()> reader;
+    std::function<ScriptValue()> reader;
     const auto look_in = [&](auto* control) {
         visit_rows(control, [&](const auto& rows) {
             for (const auto& row : rows)

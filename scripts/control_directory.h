@@ -1,7 +1,7 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
-#include "scripts/values.h"
+#include "scripts/script.h"
 
 #include <functional>
 #include <map>
@@ -21,7 +21,7 @@ std::string script_name(const Control& control);
 Control& as_control(const AnyControl& control);
 
 /// Reads one property of a control; nothing when controls of its kind have no property of that name.
-std::function<Value()> property_reader(const AnyControl& control, std::string_view property);
+std::function<ScriptValue()> property_reader(const AnyControl& control, std::string_view property);
 /// The names of the properties that a control of this kind has.
 std::vector<std::string_view> property_names(const AnyControl& control);
 

@@ -1,7 +1,5 @@
 #include "scripts/names.h"
 
-#include "scripts/script.h"
-
 #include <algorithm>
 #include <charconv>
 #include <optional>
@@ -10,49 +8,23 @@ namespace tarvik {
 
 namespace {
 
-using Reader = Value (*)(const Program&);
+using Reader = ScriptValue (*)(const Program&);
 
 template <auto Member>
-Value form1(const Program& program)
+ScriptValue form1(const Program& program)
 {
     return to_value(program.form1.*Member);
 }
 template <auto Member>
-Value module1(const Program& program)
+ScriptValue module1(const Program& program)
 {
     return to_value(program.module1.*Member);
 }
 // The model keeps of these objects only what anybody asks of them.
 template <auto Member>
-Value standing_object(const Program& program)
+ScriptValue standing_object(const Program& program)
 {
     return ObjectValue{program.form1.*Member};
-}
-
-Value scanfolder(const Program& program)
-{
-    return ObjectValue{!program.form1.scanfolder.empty()};
-}
-
-Value sugcol(const Program& program)
-{
-    if (!program.form1.sugcol_set) return ObjectValue{};
-    return program.form3.Text1[4].text();
-}
-
-Value savedcount(const Program& program)
-{
-    return to_value(program.run.files.size());
-}
-
-Value runstopped(const Program& program)
-{
-    return program.run.stopped;
-}
-
-Value clipboard(const Program& program)
-{
-    return program.platform.clipboard.text();
 }
 
 struct Member {
@@ -93,7 +65,11 @@ constexpr Member members[] = {
     {"sufrows", form1<&Form1::sufrows>},
     {"sugrows", form1<&Form1::sugrows>},
     {"sufcol", form1<&Form1::sufcol>},
-    {"sugcol", sugcol},
+    {"sugcol",
+     [](const Program& program) -> ScriptValue {
+         if (!program.form1.sugcol_set) return ObjectValue{};
+         return program.form3.Text1[4].text();
+     }},
     {"compcount", form1<&Form1::compcount>},
     {"daydiff", form1<&Form1::daydiff>},
     {"daterow", form1<&Form1::daterow>},
@@ -121,13 +97,13 @@ constexpr Member members[] = {
     {"z1end2", form1<&Form1::z1end2>},
     {"z6end", form1<&Form1::z6end>},
     {"scanfolderset", form1<&Form1::scanfolderset>},
-    {"scanfolder", scanfolder},
+    {"scanfolder", [](const Program& p) -> ScriptValue { return ObjectValue{!p.form1.scanfolder.empty()}; }},
     {"folderchosen", form1<&Form1::folderchosen>},
     {"sourcefolder", form1<&Form1::sourcefolder>},
     {"founddata", form1<&Form1::founddata>},
     {"filecount", form1<&Form1::filecount>},
-    {"savedcount", savedcount},
-    {"runstopped", runstopped},
+    {"savedcount", [](const Program& p) { return to_value(p.run.files.size()); }},
+    {"runstopped", [](const Program& p) { return to_value(p.run.stopped); }},
 
     {"xlApp", form1<&Form1::xlApp>},
     {"xlBook", form1<&Form1::xlBook>},
@@ -135,7 +111,7 @@ constexpr Member members[] = {
     {"wdApp", form1<&Form1::wdApp>},
     {"wdDoc", form1<&Form1::wdDoc>},
 
-    {"clipboard", clipboard},
+    {"clipboard", [](const Program& p) { return to_value(p.platform.clipboard.text()); }},
 };
 
 struct Array {
@@ -211,7 +187,7 @@ void check_index(std::size_t index, std::size_t last, std::string_view written)
     if (index > last) throw ScriptFailure("the index of " + std::string(written) + " is above " + std::to_string(last));
 }
 
-std::function<Value()> element_reader(const Program& program, std::string_view written)
+std::function<ScriptValue()> element_reader(const Program& program, std::string_view written)
 {
     const auto indexed = split_indices(written);
     if (!indexed) return nullptr;
@@ -219,12 +195,12 @@ std::function<Value()> element_reader(const Program& program, std::string_view w
     const auto& indices = indexed->indices;
     if (const Array* array = find_row(arrays, indexed->name); array && indices.size() == 1) {
         check_index(indices[0], array->last(shared), written);
-        return [array, &shared, index = indices[0]]() -> Value { return array->element(shared, index); };
+        return [array, &shared, index = indices[0]]() -> ScriptValue { return array->element(shared, index); };
     }
     if (const TableName* table = find_row(tables, indexed->name); table && indices.size() == 2) {
         check_index(indices[0], Table::last_row, written);
         check_index(indices[1], Table::last_column, written);
-        return [table, &shared, row = indices[0], column = indices[1]]() -> Value {
+        return [table, &shared, row = indices[0], column = indices[1]]() -> ScriptValue {
             return (shared.*(table->table)).cell(row, column).str();
         };
     }
@@ -261,7 +237,7 @@ void Watches::add(Expression expression)
 {
     const auto same = [&](const Watch& watch) { return watch.expression.written == expression.written; };
     if (std::ranges::any_of(watches_, same)) return;
-    Value now = expression.read();
+    ScriptValue now = expression.read();
     watches_.push_back({std::move(expression), std::move(now)});
 }
 
@@ -279,7 +255,7 @@ void Watches::look_at_members()
 
 void Watches::look(Watch& watch)
 {
-    Value now = watch.expression.read();
+    ScriptValue now = watch.expression.read();
     if (now == watch.last) return;
     watch.last = std::move(now);
     transcript_.line(watch.expression.written + " = " + printed(watch.last));

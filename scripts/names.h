@@ -1,8 +1,7 @@
 #pragma once
 
 #include "scripts/control_directory.h"
-#include "scripts/transcript.h"
-#include "scripts/values.h"
+#include "scripts/script.h"
 
 #include <functional>
 #include <string>
@@ -13,9 +12,9 @@ namespace tarvik {
 
 /// An expression of a script, ready to be read again and again.
 struct Expression {
-    std::string written;              ///< as the script wrote it
-    std::function<Value()> read;      ///< its value at this moment
-    const Control* control = nullptr; ///< whose property it is; nothing for any other name
+    std::string written;               ///< as the script wrote it
+    std::function<ScriptValue()> read; ///< its value at this moment
+    const Control* control = nullptr;  ///< whose property it is; nothing for any other name
 };
 
 /// Every name that a script can ask for: the properties of the controls, the shared arrays and members, the clipboard.
@@ -48,7 +47,7 @@ public:
 private:
     struct Watch {
         Expression expression;
-        Value last;
+        ScriptValue last;
     };
     void look(Watch& watch);
 

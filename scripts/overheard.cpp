@@ -3,7 +3,7 @@
 #include "platform/files/path_text.h"
 #include "scripts/actions.h"
 #include "scripts/control_directory.h"
-#include "scripts/script_dialogs.h"
+#include "scripts/vocabulary.h"
 
 #include <algorithm>
 
@@ -134,7 +134,7 @@ void Recorder::message_answered(const Message& message, Answer answer)
     if (!notes()) return;
     const Text installation = program_.platform.files.installation_folder();
     script_.add_answer({"message", {}, quoted_anywhere(message.text, installation), {}, {}});
-    if (message.buttons != Buttons::OK) script_.add_answer({"reply", {}, std::string(answer_word(answer)), {}, {}});
+    if (message.buttons != Buttons::OK) script_.add_answer({"reply", {}, word_of(answer_words, answer), {}, {}});
 }
 
 void Recorder::input_given(TextView text)

@@ -2,7 +2,7 @@
 
 #include "runs/batch_runner.h"
 #include "scripts/control_directory.h"
-#include "scripts/user.h"
+#include "scripts/vocabulary.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,12 +13,6 @@ namespace {
 
 constexpr char32_t enter = U'\r', first_character = 32;
 
-template <typename Rows, typename Meaning>
-std::string word_of(const Rows& rows, Meaning meaning)
-{
-    return std::string(std::ranges::find(rows, meaning, &Named<Meaning>::meaning)->word);
-}
-
 bool is_pane(const Control& control)
 {
     return dynamic_cast<const Pane*>(&control) != nullptr;
@@ -26,9 +20,8 @@ bool is_pane(const Control& control)
 
 Selection selection_of(const Control& control)
 {
-    if (const auto* pane = dynamic_cast<const Pane*>(&control)) return pane->selection();
-    if (const auto* box = dynamic_cast<const TextBox*>(&control)) return box->selection();
-    return {};
+    const auto* text = dynamic_cast<const TextControl*>(&control);
+    return text ? text->selection() : Selection{};
 }
 
 // Whether a user does something by it that a line may be written of.

@@ -1,10 +1,12 @@
 #include "scripts/script.h"
 
 #include "platform/text/utf8.h"
-#include "scripts/values.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace tarvik {
@@ -16,10 +18,10 @@ bool is_blank(char32_t character)
     return character == U' ' || character == U'\t';
 }
 
-constexpr std::pair<char32_t, char32_t> escapes[] = {
-    {U'r', U'\r'}, {U'n', U'\n'}, {U't', U'\t'}, {U'"', U'"'},    {U'\\', U'\\'},
-    {U'/', U'/'},  {U'b', U'\b'}, {U'f', U'\f'}, {U'e', U'\x1b'},
-};
+// Letters behind a backslash, and what they mean. The last two are read alone.
+constexpr std::pair<char, char> escapes[] = {{'r', '\r'}, {'n', '\n'}, {'t', '\t'}, {'"', '"'},   {'\\', '\\'},
+                                             {'b', '\b'}, {'f', '\f'}, {'/', '/'},  {'e', '\x1b'}};
+constexpr auto written_escapes = std::span(escapes).first(7);
 
 class LineReader {
 public:
@@ -94,7 +96,7 @@ private:
         const char32_t letter = take();
         if (letter == U'u') return code_point();
         for (const auto& [name, character] : escapes)
-            if (name == letter) return character;
+            if (static_cast<char32_t>(name) == letter) return static_cast<char32_t>(character);
         throw ScriptFailure("unknown escape \\" + to_utf8(Text(1, letter)));
     }
 
@@ -128,6 +130,31 @@ private:
     std::size_t at_ = 0;
 };
 
+void append_escaped(std::string& json, char character)
+{
+    for (const auto& [letter, meant] : written_escapes)
+        if (meant == character) {
+            json += '\\';
+            json += letter;
+            return;
+        }
+    if (static_cast<unsigned char>(character) >= 0x20) {
+        json += character;
+        return;
+    }
+    std::array<char, 8> escape{};
+    std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(character));
+    json += escape.data();
+}
+
+struct PrintedForm {
+    std::string operator()(const Text& text) const { return json_string(text); }
+    std::string operator()(double number) const { return to_utf8(number_text(number)); }
+    std::string operator()(bool flag) const { return flag ? "True" : "False"; }
+    std::string operator()(const ObjectValue& object) const { return object.present ? "Object" : "Nothing"; }
+    std::string operator()(const ListValue& list) const { return list.json; }
+};
+
 } // namespace
 
 std::vector<Word> split_line(std::string_view line, const Holes& holes)
@@ -135,6 +162,24 @@ std::vector<Word> split_line(std::string_view line, const Holes& holes)
     if (line.ends_with('\r')) line.remove_suffix(1);
     const Text text = from_utf8(line);
     return LineReader(text, holes).words();
+}
+
+std::string json_string(TextView text)
+{
+    std::string json = "\"";
+    for (const char byte : to_utf8(text)) append_escaped(json, byte);
+    return json += '"';
+}
+
+std::string printed(const ScriptValue& value)
+{
+    return std::visit(PrintedForm{}, value);
+}
+
+bool matches(const ScriptValue& value, TextView expected)
+{
+    if (const auto* text = std::get_if<Text>(&value)) return TextView(*text) == expected;
+    return printed(value) == to_utf8(expected);
 }
 
 std::string quoted_word(TextView text)

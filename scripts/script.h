@@ -1,13 +1,17 @@
 #pragma once
 
-#include "platform/text/text.h"
+#include "platform/text/document.h"
 
+#include <concepts>
 #include <map>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
+/// What scripts and transcripts are written in: words, values, lines.
 namespace tarvik {
 
 /// What ends a script at once. It passes through a running handler, which is why it is no Failure: nobody but the
@@ -35,5 +39,60 @@ using Holes = std::map<Text, Text>;
 std::vector<Word> split_line(std::string_view line, const Holes& holes = {});
 /// The word that reads as this text whatever holes there are.
 std::string quoted_word(TextView text);
+
+/// An object member: only whether it is there.
+struct ObjectValue {
+    bool present = false;
+    friend bool operator==(const ObjectValue&, const ObjectValue&) = default;
+};
+/// A list that is written as JSON already.
+struct ListValue {
+    std::string json;
+    friend bool operator==(const ListValue&, const ListValue&) = default;
+};
+/// What an expression of a script can have as its value.
+using ScriptValue = std::variant<Text, double, bool, ObjectValue, ListValue>;
+
+/// A JSON string; characters outside ASCII stand as they are.
+std::string json_string(TextView text);
+/// The value as the transcript shows it: a text as JSON string, a number as plain decimal, True, False, Nothing,
+/// Object.
+std::string printed(const ScriptValue& value);
+/// Whether a script that expects `expected` means this value: texts as texts, others as printed.
+bool matches(const ScriptValue& value, TextView expected);
+
+// What a member of the model shows as.
+inline ScriptValue to_value(const Text& text)
+{
+    return text;
+}
+inline ScriptValue to_value(const SharedText& text)
+{
+    return text.str();
+}
+inline ScriptValue to_value(bool flag)
+{
+    return flag;
+}
+template <typename Number>
+requires(std::integral<Number> || std::floating_point<Number>) ScriptValue to_value(Number number)
+{
+    return static_cast<double>(number);
+}
+template <typename Kind>
+ScriptValue to_value(Kind* object)
+{
+    return ObjectValue{object != nullptr};
+}
+
+/// What the user would see, one line each. A line is out at once, so that whoever follows a long run sees it go on.
+class Transcript {
+public:
+    explicit Transcript(std::ostream& out) : out_(out) {}
+    void line(std::string_view line) { out_ << line << '\n' << std::flush; }
+
+private:
+    std::ostream& out_;
+};
 
 } // namespace tarvik

@@ -1,7 +1,6 @@
 #include "scripts/script_dialogs.h"
 
-#include "scripts/script.h"
-#include "scripts/values.h"
+#include "scripts/vocabulary.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -9,13 +8,6 @@
 namespace tarvik {
 
 namespace {
-
-struct AnswerWord {
-    Answer answer;
-    std::string_view word;
-};
-constexpr AnswerWord words[] = {
-    {Answer::OK, "ok"}, {Answer::Cancel, "cancel"}, {Answer::Yes, "yes"}, {Answer::No, "no"}, {Answer::None, "none"}};
 
 struct ButtonsRow {
     Buttons buttons;
@@ -34,33 +26,7 @@ const ButtonsRow& row_of(Buttons buttons)
     return *std::ranges::find(button_rows, buttons, &ButtonsRow::buttons);
 }
 
-std::string_view icon_word(Icon icon)
-{
-    switch (icon) {
-    case Icon::None: return "none";
-    case Icon::Information: return "information";
-    case Icon::Question: return "question";
-    case Icon::Exclamation: return "exclamation";
-    case Icon::Critical: return "critical";
-    }
-    return {};
-}
-
 } // namespace
-
-std::string_view answer_word(Answer answer)
-{
-    for (const AnswerWord& row : words)
-        if (row.answer == answer) return row.word;
-    return {};
-}
-
-Answer answer_named(std::u32string_view word)
-{
-    for (const AnswerWord& row : words)
-        if (from_utf8(row.word) == word) return row.answer;
-    return Answer::None;
-}
 
 Answer ScriptDialogs::message(const Message& message)
 {
@@ -75,14 +41,14 @@ Answer ScriptDialogs::message(const Message& message)
             reply = answers_.replies.front();
             answers_.replies.pop_front();
             if (std::ranges::find(row.offered, reply) == row.offered.end()) {
-                complaint = "a message box does not offer the reply " + std::string(answer_word(reply));
+                complaint = "a message box does not offer the reply " + word_of(answer_words, reply);
                 reply = Answer::None;
             }
         }
     }
     transcript_.line("message " + json_string(message.title) + " " + json_string(message.text) + " " +
-                     std::string(row.word) + " " + std::string(icon_word(message.icon)) + " -> " +
-                     std::string(answer_word(reply)));
+                     std::string(row.word) + " " + word_of(icon_words, message.icon) + " -> " +
+                     word_of(answer_words, reply));
     if (answers_.task_files) compare(message);
     if (reply == Answer::None) throw ScriptFailure(complaint);
     return reply;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/platform.h"
-#include "scripts/transcript.h"
+#include "scripts/script.h"
 
 #include <deque>
 #include <functional>
@@ -22,11 +22,6 @@ struct Answers {
     /// Nothing of what was laid ready is left.
     bool empty() const { return replies.empty() && inputs.empty() && files.empty() && messages.empty(); }
 };
-
-/// The word for an answer in scripts and transcripts: ok, cancel, yes, no.
-std::string_view answer_word(Answer answer);
-/// Answer::None for a word that is none.
-Answer answer_named(std::u32string_view word);
 
 /// Boxes that the script answers: each is a line of the transcript. A box with a choice that has no answer, or one that
 /// it does not offer, ends the script by ScriptFailure.

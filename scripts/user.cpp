@@ -25,15 +25,6 @@ void with_text(const AnyControl& target, Work&& work)
     else throw ScriptFailure("only a box or a pane holds a text");
 }
 
-bool several_lines(const TextBox& box)
-{
-    return box.multi_line();
-}
-bool several_lines(const Pane&)
-{
-    return true;
-}
-
 // What a key that no handler has eaten does at the end of the text.
 template <typename Box>
 void reach(Box& box, char32_t key)
@@ -45,7 +36,7 @@ void reach(Box& box, char32_t key)
         return;
     }
     Text typed;
-    if ((key == enter || key == ctrl_enter) && several_lines(box)) typed = U"\r\n";
+    if ((key == enter || key == ctrl_enter) && box.multi_line()) typed = U"\r\n";
     if (key == tab || key >= first_character) typed = key;
     if (typed.empty()) return;
     box.select({Position::at_offset(size), 0});

@@ -9,16 +9,6 @@
 
 namespace tarvik {
 
-template <typename Meaning>
-struct Named {
-    std::string_view word;
-    Meaning meaning;
-};
-inline constexpr Named<MouseButton> mouse_buttons[] = {
-    {"left", MouseButton::Left}, {"middle", MouseButton::Middle}, {"right", MouseButton::Right}};
-inline constexpr Named<MenuEntry> menu_entries[] = {
-    {"copy1", MenuEntry::copy1}, {"paste1", MenuEntry::paste1}, {"nothing", MenuEntry::nothing}};
-
 /// What a user does at the windows, each act as the events that it consists of. Keeps which control has the focus.
 class User {
 public:

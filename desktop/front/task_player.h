@@ -2,7 +2,7 @@
 
 #include "desktop/front/front.h"
 #include "desktop/services/dialogs.h"
-#include "scripts/stage.h"
+#include "scripts/actions.h"
 
 #include <QElapsedTimer>
 #include <QTimer>

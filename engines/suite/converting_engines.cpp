@@ -4,7 +4,7 @@
 #include "engines/packages/damage.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
-#include "platform/files/files.h"
+#include "platform/files/watched_files.h"
 
 /// The embedded engines fill older formats, too: the installed suite converts what they read and write.
 namespace tarvik {
@@ -21,12 +21,12 @@ const char* extension_of_package(FileKind kind, std::string_view bytes)
 /// The files behind it, with workbooks or documents of the older formats as packages: they are converted when they are
 /// read, and what is written in their place back again. Everything else passes as it is. What the suite cannot do is a
 /// Failure that names the file.
-class ConvertedFiles final : public Files {
+class ConvertedFiles final : public WatchedFiles {
 public:
     /// `kind` is Workbook, which is written as its name's extension says, or Document, which is always written in the
     /// older format: it was opened in it.
     ConvertedFiles(Files& files, libreoffice::LibreOffice& suite, FileKind kind)
-        : files_(files), suite_(suite), kind_(kind)
+        : WatchedFiles(files), suite_(suite), kind_(kind)
     {
     }
 
@@ -51,22 +51,6 @@ public:
 
     bool stores_xls() const override { return true; }
 
-    Text installation_folder() const override { return files_.installation_folder(); }
-    std::filesystem::path resolve(TextView path) const override { return files_.resolve(path); }
-    bool file_exists(TextView path) const override { return files_.file_exists(path); }
-    bool folder_exists(TextView path) const override { return files_.folder_exists(path); }
-    FileStamp stamp(TextView path) const override { return files_.stamp(path); }
-    ByteSource open_for_input(TextView path) const override { return files_.open_for_input(path); }
-    std::unique_ptr<ReplacementFile> begin_replacement(TextView path) override
-    {
-        return files_.begin_replacement(path);
-    }
-    std::unique_ptr<OutputFile> open_for_output(TextView path) override { return files_.open_for_output(path); }
-    void append(TextView path, std::string_view bytes) override { files_.append(path, bytes); }
-    void create_folder(TextView path) override { files_.create_folder(path); }
-    bool move_file(TextView from, TextView to) override { return files_.move_file(from, to); }
-    std::vector<Text> file_names(TextView folder) const override { return files_.file_names(folder); }
-
 private:
     const char* older() const noexcept { return kind_ == FileKind::Workbook ? ".xls" : ".doc"; }
 
@@ -87,7 +71,6 @@ private:
         return folder.take(written);
     }
 
-    Files& files_;
     libreoffice::LibreOffice& suite_;
     FileKind kind_;
 };

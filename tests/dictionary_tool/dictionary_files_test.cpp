@@ -1,5 +1,4 @@
 #include "dictionary_tool/dictionary_files.h"
-#include "dictionary_tool/markup.h"
 #include "platform/files/path_text.h"
 #include "platform/text/code_page.h"
 #include "reading/reading.h"

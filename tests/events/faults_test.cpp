@@ -1,6 +1,5 @@
 #include "platform/files/path_text.h"
 #include "tests/events/sample_desk.h"
-#include "tests/support/quick_disk.h"
 
 #include <gmock/gmock.h>
 
@@ -18,59 +17,9 @@ namespace fs = std::filesystem;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class Faults : public testing::TestWithParam<Job> {
+class Faults : public JobDesk {
 protected:
-    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
-
-    const Job& job = GetParam();
-    SampleDesk desk;
     FaultyFiles& faulty = desk.started.faulty;
-    std::vector<std::string> usual; ///< what an undisturbed run tells
-    Disk after;                     ///< what it leaves
-    std::string caption;
-    std::size_t file_operations = 0, office_operations = 0;
-
-    Faults()
-    {
-        if (job.prepare) job.prepare(desk);
-        desk.keep_disk();
-        quiet();
-        desk.play(job);
-        file_operations = faulty.counted();
-        office_operations = desk.office.counted();
-        after = desk.disk();
-        usual = desk.started.dialogs.take_messages();
-        caption = to_utf8(desk.form1.window.caption());
-    }
-    void SetUp() override { ASSERT_NE(after, desk.kept()) << testing::PrintToString(usual); }
-
-    void quiet()
-    {
-        faulty.fail_at(0);
-        desk.office.fail_at(0);
-    }
-    std::vector<std::string> told() { return desk.told_beyond(usual); }
-
-    /// Neither old nor new, nor one of the whole states between.
-    std::vector<std::string> broken()
-    {
-        auto different = differences(desk.disk(), desk.kept(), after);
-        if (job.in_stages) std::erase_if(different, [&](const std::string& path) { return desk.is_whole(path); });
-        return different;
-    }
-
-    /// The same run with nothing in its way gives what it always gives.
-    void expect_to_run_again()
-    {
-        desk.restore_disk();
-        quiet();
-        desk.play(job);
-        EXPECT_EQ(desk.started.dialogs.take_messages(), usual);
-        if (!job.at_first_key) { // that one goes on with a count
-            EXPECT_EQ(to_utf8(desk.form1.window.caption()), caption);
-        }
-        EXPECT_THAT(differences(desk.disk(), after, after), IsEmpty());
-    }
 
     enum class Turns { All, Some };
     /// Which of the operations get their turn.
@@ -96,7 +45,7 @@ protected:
             set(turn);
             desk.play(job);
             const bool reached = counter.counted() >= turn;
-            quiet();
+            desk.quiet();
             if (!reached) { // the first run had to read what others find read
                 desk.started.dialogs.messages.clear();
                 break;

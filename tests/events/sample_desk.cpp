@@ -153,6 +153,12 @@ void SampleDesk::play(const Job& job, std::u32string_view folder)
     Desk::play(job.command, {Answer::OK, Answer::OK, Answer::OK});
 }
 
+void SampleDesk::quiet()
+{
+    started.faulty.fail_at(0);
+    office.fail_at(0);
+}
+
 std::vector<std::string> SampleDesk::told_beyond(const std::vector<std::string>& usual)
 {
     auto told = started.dialogs.take_messages();
@@ -198,6 +204,38 @@ void SampleDesk::restore_disk()
     for (const auto& [path, bytes] : kept_)
         if (const auto file = held.find(path); file == held.end() || file->second != bytes)
             std::ofstream(path_of_utf8(path), std::ios::binary) << bytes;
+}
+
+JobDesk::JobDesk()
+{
+    if (job.prepare) job.prepare(desk);
+    desk.keep_disk();
+    desk.quiet();
+    desk.play(job);
+    file_operations = desk.started.faulty.counted();
+    office_operations = desk.office.counted();
+    after = desk.disk();
+    usual = desk.started.dialogs.take_messages();
+    caption = to_utf8(desk.form1.window.caption());
+}
+
+std::vector<std::string> JobDesk::broken()
+{
+    auto different = differences(desk.disk(), desk.kept(), after);
+    if (job.in_stages) std::erase_if(different, [&](const std::string& path) { return desk.is_whole(path); });
+    return different;
+}
+
+void JobDesk::expect_to_run_again()
+{
+    desk.restore_disk();
+    desk.quiet();
+    desk.play(job);
+    EXPECT_EQ(desk.started.dialogs.take_messages(), usual);
+    if (!job.at_first_key) { // that one goes on with a count
+        EXPECT_EQ(to_utf8(desk.form1.window.caption()), caption);
+    }
+    EXPECT_TRUE(differences(desk.disk(), after, after).empty());
 }
 
 } // namespace tarvik::test

@@ -3,6 +3,7 @@
 #include "runs/engines.h"
 #include "tests/support/desk.h"
 #include "tests/support/faulty_office.h"
+#include "tests/support/quick_disk.h"
 
 #include <map>
 #include <set>
@@ -44,6 +45,9 @@ public:
     /// Gives the command with the job's document open, and lets the timers tick to the end.
     void play(const Job& job, std::u32string_view folder = U"d:\\out\\");
 
+    /// Nothing fails from now on, and operations are counted anew.
+    void quiet();
+
     /// What was told beyond these messages, counts in them aside, and is forgotten.
     std::vector<std::string> told_beyond(const std::vector<std::string>& usual);
     /// Every file by its path. Views of the tables, which any query writes anew, are left out, and so is what a run
@@ -59,6 +63,28 @@ private:
     libreoffice::LibreOffice suite_;
     std::set<std::string> samples_;
     Disk kept_;
+};
+
+/// A job that was done once with nothing in its way.
+class JobDesk : public testing::TestWithParam<Job> {
+protected:
+    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
+
+    const Job& job = GetParam();
+    SampleDesk desk;
+    std::vector<std::string> usual; ///< what an undisturbed run tells
+    Disk after;                     ///< what it leaves
+    std::string caption;
+    std::size_t file_operations = 0, office_operations = 0;
+
+    JobDesk();
+    void SetUp() override { ASSERT_NE(after, desk.kept()) << testing::PrintToString(usual); }
+
+    std::vector<std::string> told() { return desk.told_beyond(usual); }
+    /// Neither old nor new, nor one of the whole states between.
+    std::vector<std::string> broken();
+    /// The same run with nothing in its way gives what it always gives.
+    void expect_to_run_again();
 };
 
 } // namespace tarvik::test

@@ -8,46 +8,24 @@ namespace {
 
 using test::TestProgram;
 
-TEST(Clipboard, a_release_copies_the_selection_also_nothing)
-{
-    TestProgram started;
-    Pane& pane = started.form1().RichTextBox2;
-    pane.set_text(U"返修单 4900");
-    pane.select({Position(5), 4});
-    RichTextBox_MouseUp(started.program, pane);
-    EXPECT_EQ(started.clipboard.text(), U"4900");
-    pane.select({Position(3), 0});
-    RichTextBox_MouseUp(started.program, pane);
-    EXPECT_TRUE(started.clipboard.text().empty());
-}
-
 class ThreeLines final : public LineSource {
 public:
     std::size_t line_count() const override { return 3; }
     void append_line(std::size_t index, Text& target) const override { target += U"line " + number_text(index); }
 };
 
-TEST(Clipboard, a_copy_out_of_lines_and_edits_is_what_was_selected_whatever_becomes_of_the_pane)
+TEST(Clipboard, a_copy_is_what_was_selected_whatever_becomes_of_the_pane)
 {
     TestProgram started;
     Pane& pane = started.form1().RichTextBox3;
     pane.set_content(PaneText(std::make_shared<ThreeLines>()));
     pane.append(U"behind them");
-    const Text whole = U"line 0\r\nline 1\r\nline 2\r\nbehind them";
-    for (std::size_t start = 1; start <= whole.size(); ++start)
-        for (const std::size_t length : {1U, 9U, 12U, 99U}) {
-            pane.select({Position(start), length});
-            const TextSource source = pane.selected_source();
-            Text copied;
-            source([&copied](TextView part) { copied += part.str(); });
-            ASSERT_EQ(to_utf8(copied), to_utf8(mid(whole, start, length).str())) << start << ' ' << length;
-        }
-    pane.select({Position(8), 3});
+    pane.select({Position(24), 99});
     const TextSource source = pane.selected_source();
     pane.set_text(U"gone");
     RichTextBox_MouseUp(started.program, pane);
     started.clipboard.set_source(source);
-    EXPECT_EQ(started.clipboard.text(), U"\nli");
+    EXPECT_EQ(started.clipboard.text(), U"\nbehind them");
 }
 
 TEST(Clipboard, the_menu_acts_where_the_focus_is_and_a_paste_can_be_done_once)
@@ -67,24 +45,6 @@ TEST(Clipboard, the_menu_acts_where_the_focus_is_and_a_paste_can_be_done_once)
     EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd")) << "the clipboard is empty by then";
     menu_Click(started.program, MenuEntry::nothing);
     EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd"));
-}
-
-TEST(Clipboard, a_right_button_on_a_box_pastes_at_the_next_release_only)
-{
-    TestProgram started;
-    Form1& form1 = started.form1();
-    started.clipboard.set_text(U"An docket");
-    form1.query_box().select({Position(1), 4});
-    Text1_MouseUp(started.program, 1);
-    EXPECT_EQ(form1.query_box().text(), U"查寻条件");
-    Text1_MouseDown(started.program, 1, MouseButton::Right);
-    EXPECT_EQ(started.screen.menus, 1);
-    EXPECT_TRUE(form1.menuonquery);
-    Text1_MouseUp(started.program, 1);
-    EXPECT_EQ(form1.query_box().text(), U"An docket");
-    EXPECT_FALSE(form1.menuonquery);
-    Text1_MouseDown(started.program, 4, MouseButton::Right);
-    EXPECT_EQ(started.screen.menus, 1) << "the page box has no menu";
 }
 
 TEST(Panes, enlarging_holds_until_the_text_is_replaced)

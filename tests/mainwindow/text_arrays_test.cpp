@@ -49,33 +49,6 @@ public:
     void append_line(std::size_t index, Text& target) const override { target += number_text(index); }
 };
 
-TEST(PaneText, lines_of_a_source_are_written_out_when_asked_for)
-{
-    PaneText text(std::make_shared<Numbers>());
-    text.append(U"end");
-    EXPECT_EQ(text.view(), TextView(U"0\r\n1\r\n2\r\nend"));
-    text.replace(Position(4), 1, U"one");
-    EXPECT_EQ(text.view(), TextView(U"0\r\none\r\n2\r\nend"));
-}
-
-TEST(PaneText, any_slice_is_that_of_the_whole_text)
-{
-    const PaneText lines(std::make_shared<Numbers>());
-    PaneText all(std::make_shared<Numbers>());
-    all.append(U"结尾");
-    for (const PaneText* each : {&lines, static_cast<const PaneText*>(&all)}) {
-        const Text whole = each->view().str();
-        EXPECT_EQ(each->size(), whole.size());
-        for (std::size_t start = 1; start <= whole.size() + 2; ++start)
-            for (std::size_t length = 0; length <= whole.size() + 2; ++length)
-                ASSERT_EQ(each->slice(Position(start), length).view, mid(whole, start, length))
-                    << start << ' ' << length;
-        Text gathered;
-        each->for_each_part(2, [&](TextView part) { part.append_to(gathered); });
-        EXPECT_EQ(gathered, whole);
-    }
-}
-
 TEST(PaneText, is_gathered_in_the_narrowest_width)
 {
     TextBuilder builder;
@@ -104,21 +77,33 @@ TEST(Documents, are_decoded_again_when_their_file_has_changed)
     }
 }
 
-TEST(PaneText, edits_are_those_of_a_plain_string)
+TEST(PaneText, edits_slices_and_parts_are_those_of_a_plain_string)
 {
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
-        Text plain = U"第一行\r\nsecond";
-        PaneText text{TextView(plain)};
+        Text plain = round % 2 == 0 ? U"第一行\r\nsecond" : U"0\r\n1\r\n2\r\n";
+        PaneText text = round % 2 == 0 ? PaneText(TextView(plain)) : PaneText(std::make_shared<Numbers>());
         for (int edit = 0; edit < 12; ++edit) {
-            const std::size_t start = 1 + random() % (plain.size() + 3);
-            const std::size_t length = random() % 5;
+            const Position start(1 + random() % (plain.size() + 3));
+            const std::size_t length = random() % 9;
+            const TextView wanted = mid(plain, start.number(), length);
+            ASSERT_EQ(text.size(), plain.size());
+            ASSERT_EQ(text.slice(start, length).view, wanted);
+            Text handed;
+            text.for_each_part([&handed](TextView part) { part.append_to(handed); }, start, length);
+            ASSERT_EQ(handed, wanted.str());
             const Text inserted(random() % 4, static_cast<char32_t>(U'a' + edit));
-            const std::size_t at = std::min(start - 1, plain.size());
-            plain.replace(at, std::min(length, plain.size() - at), inserted);
-            text.replace(Position(start), length, inserted);
-            ASSERT_EQ(text.view(), TextView(plain));
+            if (random() % 3 == 0) {
+                text.append(inserted);
+                plain += inserted;
+            } else {
+                text.replace(start, length, inserted);
+                const std::size_t at = std::min(start.offset(), plain.size());
+                plain.replace(at, std::min(length, plain.size() - at), inserted);
+            }
             ASSERT_EQ(text.empty(), plain.empty());
+            if (random() % 2 == 0) continue; // what follows gathers the text
+            ASSERT_EQ(text.view(), TextView(plain));
         }
     }
 }

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "platform/files/path_text.h"
 #include "playback/session.h"
-#include "runs/engines.h"
+#include "runs/batch_runner.h"
 #include "scripts/overheard.h"
 #include "tests/support/test_program.h"
 
@@ -70,18 +71,15 @@ inline Options options_of(const TemporaryFolder& root)
 class Desk {
 public:
     Desk(const TemporaryFolder& root, Random& random)
-        : random_(random), options_(options_of(root)), files_(options_.installation, options_.drives),
-          installation_(files_.installation_folder()), answers_(random, installation_),
-          dialogs_([this]() -> Dialogs& { return answers_; }), clipboard_(own_clipboard_), clock_(options_.clock),
-          office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
-          program_({dialogs_, clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
-          controls_(program_), timers_(program_.form1, clock_)
+        : random_(random), installation_(text_of(options_of(root).installation)), answers_(random, installation_),
+          dialogs_([this]() -> Dialogs& { return answers_; }), clipboard_(own_clipboard_),
+          session_(options_of(root), out_, &dialogs_, &clipboard_)
     {
         dialogs_.set_recorder(recorder_);
         clipboard_.set_recorder(recorder_);
         program_.listeners.property_changed = [this](const Control& control, Property property) {
             recorder_.model_changed(control, property);
-            if (property == Property::Focus) asked_ = &controls_.control(control);
+            if (property == Property::Focus) asked_ = &session_.stage.controls.control(control);
             if (property == Property::Enabled || property == Property::Interval) timers_.changed(control);
         };
         program_.listeners.pane_edited = [this](const auto&... what) { recorder_.pane_edited(what...); };
@@ -110,7 +108,7 @@ public:
     std::vector<std::string> finish()
     {
         std::vector<std::string> script = recorder_.finish();
-        while (timers_.batch_runs()) tick();
+        while (run_in_progress(program_.form1)) tick();
         return script;
     }
     Program& program() { return program_; }
@@ -243,30 +241,22 @@ private:
     void tick()
     {
         const auto due = *timers_.next();
-        clock_.set_elapsed(due.at);
+        session_.clock.set_elapsed(due.at);
         timers_.fired(*due.timer);
         send({EventKind::Tick, *due.timer});
     }
 
     Random& random_;
-    Options options_;
-    DiskFiles files_;
     Text installation_;
     std::ostringstream out_;
-    Transcript transcript_{out_};
     RandomAnswers answers_;
     OverheardDialogs dialogs_;
     PlayerClipboard own_clipboard_;
     OverheardClipboard clipboard_;
-    VirtualClock clock_;
-    PlayerScreen screen_{transcript_, 28800, 16200};
-    PlayerPrinter printer_{transcript_, std::nullopt};
-    libreoffice::LibreOffice libreoffice_;
-    std::unique_ptr<OfficeEngines> office_;
-    Program program_;
-    Recorder recorder_;
-    ControlDirectory controls_;
-    VirtualTimers timers_;
+    Session session_;
+    Program& program_ = session_.program;
+    VirtualTimers& timers_ = session_.stage.timers;
+    Recorder recorder_{program_};
     Control *focus_ = nullptr, *asked_ = nullptr;
 };
 

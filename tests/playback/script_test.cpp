@@ -1,8 +1,6 @@
 #include "platform/files/system_paths.h"
 #include "playback/options.h"
-#include "playback/virtual_time.h"
 #include "scripts/script.h"
-#include "scripts/values.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -72,7 +70,7 @@ TEST(Script, refuses_what_is_no_word)
 
 TEST(Values, print_as_the_transcript_shows_them)
 {
-    const std::pair<Value, std::string_view> values[] = {
+    const std::pair<ScriptValue, std::string_view> values[] = {
         {Text(U"a\"\\\r\n\t\x1b\x7f中𠀀"), "\"a\\\"\\\\\\r\\n\\t\\u001b\x7f中𠀀\""},
         {Text(), "\"\""},
         {0.0, "0"},
@@ -85,17 +83,6 @@ TEST(Values, print_as_the_transcript_shows_them)
         {ListValue{"[[1,2,255,20]]"}, "[[1,2,255,20]]"},
     };
     for (const auto& [value, shown] : values) EXPECT_EQ(printed(value), shown);
-}
-
-TEST(Values, match_texts_as_texts_and_others_as_printed)
-{
-    EXPECT_TRUE(matches(Text(U"a\r\n"), U"a\r\n"));
-    EXPECT_FALSE(matches(Text(U"1"), U"1.0"));
-    EXPECT_TRUE(matches(1.0, U"1"));
-    EXPECT_FALSE(matches(1.0, U"1.0"));
-    EXPECT_TRUE(matches(true, U"True"));
-    EXPECT_FALSE(matches(true, U"true"));
-    EXPECT_TRUE(matches(ListValue{"[]"}, U"[]"));
 }
 
 namespace {
@@ -113,12 +100,6 @@ std::string refusal(const std::vector<std::string>& arguments)
         return error.what();
     }
     return {};
-}
-
-std::string shown_time(const VirtualClock& clock)
-{
-    const CalendarTime now = clock.now();
-    return to_utf8(date_text(now) + U" " + time_of_day(now));
 }
 
 } // namespace
@@ -165,16 +146,6 @@ TEST(PlayerOptions, are_refused_when_they_cannot_be_used)
     };
     for (const auto& [arguments, complaint] : lines)
         EXPECT_THAT(refusal(arguments), testing::HasSubstr(complaint)) << complaint;
-}
-
-TEST(VirtualClockTest, goes_only_when_it_is_set)
-{
-    VirtualClock clock(parsed({"a", "--clock", "2024-02-28 23:59:58"}).clock);
-    EXPECT_EQ(shown_time(clock), "2024-02-28 23:59:58");
-    clock.set_elapsed(std::chrono::milliseconds(1999));
-    EXPECT_EQ(shown_time(clock), "2024-02-28 23:59:59");
-    clock.set_elapsed(std::chrono::seconds(2 + 24 * 3600));
-    EXPECT_EQ(shown_time(clock), "2024-03-01 0:00:00");
 }
 
 } // namespace tarvik

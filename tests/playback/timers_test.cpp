@@ -75,17 +75,6 @@ TEST_F(Timers, take_up_a_new_interval_at_once)
     EXPECT_EQ(fire_until(60s), "") << "no interval, no tick";
 }
 
-TEST_F(Timers, of_the_batch_runner_are_told_from_those_of_the_panes)
-{
-    form1.Timer1[0].set_enabled(true);
-    EXPECT_FALSE(timers.batch_runs());
-    for (Timer* timer : form1.batch_timers()) {
-        timer->set_enabled(true);
-        EXPECT_TRUE(timers.batch_runs()) << timer->name();
-        timer->set_enabled(false);
-    }
-}
-
 } // namespace
 
 } // namespace tarvik

@@ -68,16 +68,6 @@ TEST(BatchRunner, a_key_without_records_ends_in_error)
         << to_utf8(form1.window.caption());
 }
 
-TEST(BatchRunner, no_keys_end_in_ok_at_the_second_tick)
-{
-    TestProgram started;
-    begin(started, {});
-    batch_tick(started.program);
-    EXPECT_TRUE(started.form1().Timer3.enabled());
-    batch_tick(started.program);
-    EXPECT_TRUE(started.form1().window.caption().ends_with(U" OK !"));
-}
-
 TEST(BatchRunner, a_closed_gate_lets_the_tick_pass)
 {
     TestProgram started;

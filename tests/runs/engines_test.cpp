@@ -1,6 +1,7 @@
 #include "runs/engines.h"
 
 #include "tests/support/compound_files.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/packages.h"
 #include "tests/support/recorded_office.h"
 #include "tests/support/test_program.h"
@@ -37,16 +38,6 @@ struct Offices {
     }
 };
 
-std::string failure_of_opening(OfficeEngines& engines, TextView path)
-{
-    try {
-        engines.create_spreadsheet()->open(path);
-    } catch (const Failure& failure) {
-        return failure.what();
-    }
-    return "no failure";
-}
-
 } // namespace
 
 TEST(Engines, what_a_file_holds_decides_who_opens_it)
@@ -81,9 +72,9 @@ TEST(Engines, the_embedded_engine_alone_says_what_it_cannot_open)
     EXPECT_EQ(engine_named("ooxml"), Engine::Ooxml);
     EXPECT_EQ(engine_named("excel"), std::nullopt);
     const auto engines = make_engines(Engine::Ooxml, offices.files, offices.printer, offices.libreoffice);
-    EXPECT_EQ(failure_of_opening(*engines, U"workbook.xlsx"),
+    EXPECT_EQ(failure_of([&] { engines->create_spreadsheet()->open(U"workbook.xlsx"); }),
               "无法处理工作簿“workbook.xlsx”：这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
-    EXPECT_EQ(failure_of_opening(*engines, U"locked.xlsx"),
+    EXPECT_EQ(failure_of([&] { engines->create_spreadsheet()->open(U"locked.xlsx"); }),
               "无法处理工作簿“locked.xlsx”：文件设有打开密码，请先去掉密码。");
 }
 

@@ -10,9 +10,9 @@ public:
         : files_(files), path_(path.str()), file_(std::move(file))
     {
     }
-    void write(std::string_view bytes) override { files_.count(path_), file_->write(bytes); }
-    void complete() override { files_.count(path_), file_->complete(); }
-    void take_place() override { files_.count(path_), file_->take_place(); }
+    void write(std::string_view bytes) override { files_.beginning(path_), file_->write(bytes); }
+    void complete() override { files_.beginning(path_), file_->complete(); }
+    void take_place() override { files_.beginning(path_), file_->take_place(); }
 
 private:
     const FaultyFiles& files_;
@@ -27,7 +27,7 @@ public:
     {
     }
     void write(std::string_view bytes) override { file_->write(bytes); }
-    void close() override { files_.count(path_), file_->close(); }
+    void close() override { files_.beginning(path_), file_->close(); }
 
 private:
     const FaultyFiles& files_;
@@ -40,21 +40,19 @@ void FaultyFiles::fail_at(std::size_t operation)
     trouble_at(operation, [](TextView) { throw Failure(U"磁盘已满。"); });
 }
 
-void FaultyFiles::count(TextView path) const
+void FaultyFiles::beginning(TextView path) const
 {
     if (++counted_ == troubled_) trouble_(path);
 }
 
 std::unique_ptr<ReplacementFile> FaultyFiles::begin_replacement(TextView path)
 {
-    count(path);
-    return std::make_unique<Replacement>(*this, path, files_.begin_replacement(path));
+    return std::make_unique<Replacement>(*this, path, WatchedFiles::begin_replacement(path));
 }
 
 std::unique_ptr<OutputFile> FaultyFiles::open_for_output(TextView path)
 {
-    count(path);
-    return std::make_unique<Output>(*this, path, files_.open_for_output(path));
+    return std::make_unique<Output>(*this, path, WatchedFiles::open_for_output(path));
 }
 
 } // namespace tarvik::test
