@@ -67,6 +67,24 @@ TEST_F(KeyCellsRun, cancel_ends_it_and_boxes_without_a_number_match_nothing)
     }
 }
 
+TEST_F(KeyCellsRun, a_file_that_fails_is_reported_and_its_matches_do_not_count)
+{
+    boxes(form4.Text1, {{0, U"-1"}, {1, U"1"}, {2, U"3"}, {3, U"3"}});
+    boxes(form4.Text2, {{1, U"1"}, {3, U"3"}});
+    source_file("1.xlsx", {{{1, 1}, U"s1"}});
+    source_file("2.xlsx", {{{1, 1}, U"s2"}});
+    office.failing = U"1.xlsx";
+    start_run(U"s1\t班\tanna\r\ns2\t班\tben\r\n");
+    (void)told();
+    run();
+    expect_released();
+    const auto messages = told();
+    ASSERT_EQ(messages.size(), 2U);
+    EXPECT_NE(messages[0].find(U"有1个文件没有处理"), Text::npos);
+    EXPECT_EQ(messages[1], U"填词完毕，还差1请收好，再见！");
+    EXPECT_EQ(held(U"d:\\out\\A2.xlsx"), "1,1=s2 3,3=BEN ");
+}
+
 // The same pass, cell by cell.
 struct Plain {
     Cells cells;

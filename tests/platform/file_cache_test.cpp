@@ -31,19 +31,5 @@ TEST(FileCache, makes_contents_again_when_their_file_may_have_changed)
     }
 }
 
-TEST(FileCache, keeps_the_files_used_last)
-{
-    FileCache<int> cache;
-    int made = 0;
-    const auto get = [&](TextView path) { return cache.get(path, settled, [&made] { return ++made; }); };
-    get(U"first");
-    for (char32_t name = U'a'; name <= U'z'; ++name) {
-        get(Text(1, name));
-        EXPECT_EQ(get(U"first"), 1) << "it is asked for again and again";
-    }
-    EXPECT_EQ(get(U"y"), 26);
-    EXPECT_EQ(get(U"a"), 28) << "it went long ago";
-}
-
 } // namespace
 } // namespace tarvik
