@@ -9,6 +9,82 @@ namespace {
 
 constexpr int no = static_cast<int>(Answer::No);
 
+Answer ask_which_rows(Program& program)
+{
+    const Form1& form1 = program.form1;
+    constexpr std::u32string_view choice = U"请选择：是，代表输出相等的记录，否，代表输出不相等的记录。";
+    if (form1.sufrows == form1.sugrows)
+        return ask(program,
+                   U" 提示：\r\n  SUF表中的第" + number_text(form1.sufcol) + U"列与SUG表的第" +
+                       program.form3.Text1[4].text() + U"列中字段一一对应比较 。 \r\n" + choice,
+                   U"  Tarvik 计算", Buttons::YesNo);
+    return ask(program,
+               U" 请注意：\r\n   SUF表的行数:" + number_text(form1.sufrows) + U"   与SUG表的行数：" +
+                   number_text(form1.sugrows) + U" 不相等，因此有效查寻行数只有 :" +
+                   number_text(min2to1(form1.sufrows, form1.sugrows)) + U"\r\n" + choice,
+               U"  Tarvik 计算 ", Buttons::YesNo);
+}
+
+/// Empties both tables up to row `sugrows`, columns 0 to 100, and clears the scratch files again.
+void reset_tables(Program& program)
+{
+    Module1& arrays = program.module1;
+    const auto last = static_cast<std::size_t>(program.form1.sugrows);
+    arrays.sufrow.clear(0, last);
+    arrays.sugrow.clear(0, last);
+    arrays.sug.clear(0, last, 0, 100);
+    arrays.suf.clear(0, last, 0, 100);
+    const ComparisonFiles cleared(program);
+}
+
+/// The rule before any work on two tables: with fewer rows in SUF than in SUG it says so, sets `comp` False, empties
+/// the tables and gives True.
+bool refuse_shorter_suf(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (form1.sufrows >= form1.sugrows) return false;
+    tell(program,
+         U" 请注意：\r\n    第1个表-SUF表的行数为: " + number_text(form1.sufrows) + U"   小于第2个表-SUG表的行数：" +
+             number_text(form1.sugrows) +
+             U"\r\n当且仅当SUF表的行数大于等于SUG表的行数时，查寻才有效。\r\n左键单击窗体后（恢复默认设置），请重新查寻"
+             U"。",
+         U"  Tarvik 计算");
+    form1.comp = false;
+    reset_tables(program);
+    return true;
+}
+
+/// Row by row: shows the rows with equal or with different values, as the user chooses. With `notcap` True it refuses,
+/// sets `notcap` and `comp` False and empties the tables.
+void parallel_comparison(Program& program, ComparisonFiles& files)
+{
+    Form1& form1 = program.form1;
+    const Module1& arrays = program.module1;
+    if (form1.notcap) {
+        form1.notcap = false;
+        form1.comp = false;
+        tell(program, U" 请注意：\r\n 平行对应的比较操作步骤出现错误，请左键单击窗体后（恢复默认设置），重试！ ",
+             U"  Tarvik 计算");
+        reset_tables(program);
+        return;
+    }
+    const auto suf_column = static_cast<std::size_t>(form1.sufcol);
+    const std::size_t sug_column = box_column(program, 4);
+    const bool equal = ask_which_rows(program) == Answer::Yes;
+    const Text sign = equal ? U"＝\t" : U"≠\t";
+    const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
+    view->keep(arrays.sug.buffers());
+    const auto last = static_cast<std::size_t>(min2to1(form1.sufcount, form1.sugcount));
+    for (std::size_t row = 0; row <= last; ++row) {
+        const TextView suf = arrays.suf.cell(row, suf_column), sug = arrays.sug.cell(row, sug_column);
+        if (suf.empty() || sug.empty() || (suf == sug) != equal) continue;
+        view->add_before_row(sug, sign, arrays.sufrow.line(row));
+    }
+    form1.compcount = static_cast<std::int64_t>(view->line_count());
+    form1.number_box().set_text(number_text(form1.compcount));
+    show_view(program, files[equal ? ComparisonFiles::betweenping : ComparisonFiles::betweenping1], view);
+}
+
 void inside_suf(Program& program, ComparisonFiles& files)
 {
     // This answer is no `answer`.
@@ -51,22 +127,6 @@ void compare(Program& program)
     if (form1.answer == no) parallel_comparison(program, files);
 }
 
-Answer ask_which_rows(Program& program)
-{
-    const Form1& form1 = program.form1;
-    constexpr std::u32string_view choice = U"请选择：是，代表输出相等的记录，否，代表输出不相等的记录。";
-    if (form1.sufrows == form1.sugrows)
-        return ask(program,
-                   U" 提示：\r\n  SUF表中的第" + number_text(form1.sufcol) + U"列与SUG表的第" +
-                       program.form3.Text1[4].text() + U"列中字段一一对应比较 。 \r\n" + choice,
-                   U"  Tarvik 计算", Buttons::YesNo);
-    return ask(program,
-               U" 请注意：\r\n   SUF表的行数:" + number_text(form1.sufrows) + U"   与SUG表的行数：" +
-                   number_text(form1.sugrows) + U" 不相等，因此有效查寻行数只有 :" +
-                   number_text(min2to1(form1.sufrows, form1.sugrows)) + U"\r\n" + choice,
-               U"  Tarvik 计算 ", Buttons::YesNo);
-}
-
 } // namespace
 
 void comparison_key(Program& program)
@@ -81,61 +141,6 @@ void comparison_key(Program& program)
         form1.compcount = count;
         throw;
     }
-}
-
-void reset_tables(Program& program)
-{
-    Module1& arrays = program.module1;
-    const auto last = static_cast<std::size_t>(program.form1.sugrows);
-    arrays.sufrow.clear(0, last);
-    arrays.sugrow.clear(0, last);
-    arrays.sug.clear(0, last, 0, 100);
-    arrays.suf.clear(0, last, 0, 100);
-    const ComparisonFiles cleared(program);
-}
-
-bool refuse_shorter_suf(Program& program)
-{
-    Form1& form1 = program.form1;
-    if (form1.sufrows >= form1.sugrows) return false;
-    tell(program,
-         U" 请注意：\r\n    第1个表-SUF表的行数为: " + number_text(form1.sufrows) + U"   小于第2个表-SUG表的行数：" +
-             number_text(form1.sugrows) +
-             U"\r\n当且仅当SUF表的行数大于等于SUG表的行数时，查寻才有效。\r\n左键单击窗体后（恢复默认设置），请重新查寻"
-             U"。",
-         U"  Tarvik 计算");
-    form1.comp = false;
-    reset_tables(program);
-    return true;
-}
-
-void parallel_comparison(Program& program, ComparisonFiles& files)
-{
-    Form1& form1 = program.form1;
-    const Module1& arrays = program.module1;
-    if (form1.notcap) {
-        form1.notcap = false;
-        form1.comp = false;
-        tell(program, U" 请注意：\r\n 平行对应的比较操作步骤出现错误，请左键单击窗体后（恢复默认设置），重试！ ",
-             U"  Tarvik 计算");
-        reset_tables(program);
-        return;
-    }
-    const auto suf_column = static_cast<std::size_t>(form1.sufcol);
-    const std::size_t sug_column = box_column(program, 4);
-    const bool equal = ask_which_rows(program) == Answer::Yes;
-    const Text sign = equal ? U"＝\t" : U"≠\t";
-    const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
-    view->keep(arrays.sug.buffers());
-    const auto last = static_cast<std::size_t>(min2to1(form1.sufcount, form1.sugcount));
-    for (std::size_t row = 0; row <= last; ++row) {
-        const TextView suf = arrays.suf.cell(row, suf_column), sug = arrays.sug.cell(row, sug_column);
-        if (suf.empty() || sug.empty() || (suf == sug) != equal) continue;
-        view->add_before_row(sug, sign, arrays.sufrow.line(row));
-    }
-    form1.compcount = static_cast<std::int64_t>(view->line_count());
-    form1.number_box().set_text(number_text(form1.compcount));
-    show_view(program, files[equal ? ComparisonFiles::betweenping : ComparisonFiles::betweenping1], view);
 }
 
 } // namespace tarvik
