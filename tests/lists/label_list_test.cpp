@@ -16,15 +16,6 @@ Text value(const Cells& cells, int row, int column)
     return std::get<Text>(found->second);
 }
 
-// The cells that are not empty, as texts.
-std::map<std::pair<int, int>, Text> filled(const Cells& cells)
-{
-    std::map<std::pair<int, int>, Text> texts;
-    for (const auto& [place, held] : cells)
-        if (const Text text = value(cells, place.first, place.second); !text.empty()) texts[place] = text;
-    return texts;
-}
-
 /// A line with a part in field 9 and a model in field 15.
 Text line(TextView key, TextView part, TextView model)
 {
@@ -51,31 +42,6 @@ protected:
         press_enter(U"An label", {});
     }
 };
-
-TEST_F(Labels, fill_merge_and_save_under_the_date)
-{
-    started.dialogs.files = {labels};
-    for (const int row : {5, 500, 501}) office.files[labels][{row, 3}] = Text(U"left from last time");
-    enter_command();
-    EXPECT_TRUE(started.dialogs.messages.empty());
-    EXPECT_EQ(started.dialogs.filters, std::vector<Text>{U"excel2007文件*.xls|*.xls|excel2010文件*.xlsx|*.xlsx"});
-    EXPECT_EQ(form1.z1end, 7);
-    EXPECT_EQ(form1.z1end2, 7);
-    EXPECT_EQ(form1.z6end, 9);
-    // Rows 5 and 6 hold the first block, 7 and 8 the second; part P2 of row 7 gave its count to row 6.
-    const std::map<std::pair<int, int>, Text> expected{{{5, 1}, U"P1"},
-                                                       {{5, 2}, U"M1"},
-                                                       {{5, 3}, U"1"},
-                                                       {{6, 1}, U"P2"},
-                                                       {{6, 2}, U"M2"},
-                                                       {{6, 3}, U"2"},
-                                                       {{6, 4}, U"2"},
-                                                       {{8, 1}, U"P9"},
-                                                       {{8, 2}, U"M3"},
-                                                       {{8, 4}, U"1"},
-                                                       {{501, 3}, U"left from last time"}};
-    EXPECT_EQ(filled(office.files[U"d:\\out\\2024-03-01-陈默然.xlsx"]), expected);
-}
 
 TEST_F(Labels, a_cancelled_dialog_quits_the_application_and_goes_on_to_the_saving)
 {
