@@ -101,7 +101,7 @@ TEST_F(Query, sentences_equal_a_slow_search_with_the_flag_carried_over)
             random, {U"a", U"A", U"b", U"测", U" ", U"\r\n", U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n", U"。", U"\n"},
             50);
         if (round % 9 == 0) text += U"a" + Text(1990 + random() % 10, U'x') + U"。\r\nb.\r\n";
-        if (round % 200 == 0) text += U"a" + Text(39990 + random() % 20, U'x') + U"。\r\n";
+        if (round % 40 == 0) text += U"a" + Text(39990 + random() % 20, U'x') + U"。\r\n";
         const Text query = random_text(random, {U"a", U"A", U"b", U"测", U"\r\n"}, 2) + U"a";
         const bool by_enter = round % 2 == 0;
         form1.query_box().set_text(query);
