@@ -11,44 +11,6 @@ namespace {
 
 using calculation::FormulaPointer;
 
-// What a formula's areas are found with: the workbook's names, and nothing of its cells.
-class NameSource final : public calculation::CellSource {
-public:
-    NameSource(const WorkbookNames& names, int sheet_count) : names_(names), sheet_count_(sheet_count) {}
-
-    // Of the names asked for so far.
-    bool has_volatile() const noexcept { return has_volatile_; }
-
-    calculation::Value value(const calculation::CellAddress& /*cell*/) const override { return {}; }
-    void visit(int /*sheet*/, const Range& /*area*/, const Visitor& /*visitor*/) const override {}
-    Place extent(int /*sheet*/) const override { return whole_sheet.last; }
-    std::uint64_t revision() const override { return 0; }
-    int sheet_count() const override { return sheet_count_; }
-    std::optional<int> find_sheet(TextView name) const override { return names_.find_sheet(name); }
-    Text sheet_name(int /*sheet*/) const override { return {}; }
-    FormulaPointer find_name(TextView name, int sheet) const override
-    {
-        auto found = names_.find_name(name, sheet);
-        has_volatile_ = has_volatile_ || (found && found->is_volatile());
-        return found;
-    }
-    const calculation::Table* find_table(TextView name) const override { return names_.find_table(name); }
-    const calculation::Table* find_table_at(const calculation::CellAddress& cell) const override
-    {
-        return names_.find_table_at(cell);
-    }
-    bool is_row_hidden(int /*sheet*/, int /*row*/) const override { return false; }
-    bool is_row_filtered(int /*sheet*/, int /*row*/) const override { return false; }
-    FormulaPointer formula(const calculation::CellAddress& /*cell*/) const override { return nullptr; }
-    bool counts_from_1904() const override { return false; }
-    CalendarTime now() const override { return {}; }
-
-private:
-    const WorkbookNames& names_;
-    int sheet_count_;
-    mutable bool has_volatile_ = false;
-};
-
 // The formulas of a sheet as its part tells them, those that share one with it.
 class FormulaReader {
 public:
@@ -133,16 +95,14 @@ void FormulaIndex::visit_areas(IndexedFormula& formula, Number number)
 {
     constexpr std::size_t most_of_formula = 10'000, most_of_workbook = 20'000'000;
     if (!formula.formula) return;
-    const NameSource source(names_, static_cast<int>(sheets_.size()));
     std::size_t count = 0;
-    calculation::visit_areas(*formula.formula, {formula.sheet, formula.place()}, source,
-                             [&](int sheet, const Range& area) {
-                                 if (sheet < 1 || sheet > source.sheet_count()) return;
-                                 if (++count > most_of_formula || ++reading_count_ > most_of_workbook) return;
-                                 sheets_[static_cast<std::size_t>(sheet - 1)].readings.push_back({area, number});
-                             });
-    formula.is_volatile = formula.formula->is_volatile() || source.has_volatile() || count > most_of_formula ||
-                          reading_count_ > most_of_workbook;
+    const bool is_volatile = calculation::visit_areas(
+        *formula.formula, {formula.sheet, formula.place()}, names_, [&](int sheet, const Range& area) {
+            if (sheet < 1 || sheet > static_cast<int>(sheets_.size())) return;
+            if (++count > most_of_formula || ++reading_count_ > most_of_workbook) return;
+            sheets_[static_cast<std::size_t>(sheet - 1)].readings.push_back({area, number});
+        });
+    formula.is_volatile = is_volatile || count > most_of_formula || reading_count_ > most_of_workbook;
 }
 
 std::span<const FormulaIndex::Number> FormulaIndex::readers(int sheet, std::size_t area) const

@@ -30,7 +30,7 @@ void each_cell(const Range& range, Work&& work)
 
 Recalculation::Recalculation(std::shared_ptr<const FormulaIndex> index, Surroundings surroundings)
     : index_(std::move(index)), surroundings_(std::move(surroundings)), calculator_(*this),
-      states_(index_->size(), State::Current), sheets_(static_cast<std::size_t>(sheet_count()))
+      states_(index_->size(), State::Current), sheets_(static_cast<std::size_t>(index_->names().sheet_count()))
 {
     for (Number number = 0; number < index_->size(); ++number)
         if (!(*index_)[number].has_result) make_old(number, State::Missing);
@@ -286,11 +286,6 @@ void Recalculation::visit(int sheet, const Range& area, const Visitor& visitor) 
 Place Recalculation::extent(int sheet) const
 {
     return part(sheet).cells().extent();
-}
-
-calculation::FormulaPointer Recalculation::find_name(TextView name, int sheet) const
-{
-    return index_->names().find_name(name, sheet);
 }
 
 bool Recalculation::is_row_hidden(int sheet, int row) const

@@ -72,15 +72,7 @@ private:
     void visit(int sheet, const Range& area, const Visitor& visitor) const override;
     Place extent(int sheet) const override;
     std::uint64_t revision() const override { return revision_; }
-    int sheet_count() const override { return index_->names().sheet_count(); }
-    std::optional<int> find_sheet(TextView name) const override { return index_->names().find_sheet(name); }
-    Text sheet_name(int sheet) const override { return index_->names().sheet_name(sheet); }
-    calculation::FormulaPointer find_name(TextView name, int sheet) const override;
-    const calculation::Table* find_table(TextView name) const override { return index_->names().find_table(name); }
-    const calculation::Table* find_table_at(const calculation::CellAddress& cell) const override
-    {
-        return index_->names().find_table_at(cell);
-    }
+    const calculation::Names& names() const override { return index_->names(); }
     bool is_row_hidden(int sheet, int row) const override;
     bool is_row_filtered(int sheet, int row) const override;
     calculation::FormulaPointer formula(const calculation::CellAddress& cell) const override;

@@ -5,10 +5,10 @@
 namespace tarvik::ooxml {
 
 WorkbookNames::WorkbookNames(const Package& package, pugi::xml_node workbook, const std::vector<Sheet>& sheets)
+    : sheet_count_(static_cast<int>(sheets.size()))
 {
     int number = 0;
     for (const auto& sheet : sheets) {
-        titles_.push_back(sheet.title);
         sheets_.emplace(lower(sheet.title), ++number);
         read_tables(package, number, sheet.part);
     }

@@ -10,7 +10,7 @@
 namespace tarvik::ooxml {
 
 /// What formulas call by name: the sheets, defined names and tables of a workbook. It never changes.
-class WorkbookNames {
+class WorkbookNames final : public calculation::Names {
 public:
     struct Sheet {
         Text title;
@@ -20,13 +20,11 @@ public:
 
     WorkbookNames(const Package& package, pugi::xml_node workbook, const std::vector<Sheet>& sheets);
 
-    // As calculation::CellSource has them.
-    int sheet_count() const noexcept { return static_cast<int>(titles_.size()); }
-    const Text& sheet_name(int sheet) const { return titles_.at(static_cast<std::size_t>(sheet - 1)); }
-    std::optional<int> find_sheet(TextView name) const;
-    calculation::FormulaPointer find_name(TextView name, int sheet) const;
-    const calculation::Table* find_table(TextView name) const;
-    const calculation::Table* find_table_at(const calculation::CellAddress& cell) const;
+    int sheet_count() const noexcept { return sheet_count_; }
+    std::optional<int> find_sheet(TextView name) const override;
+    calculation::FormulaPointer find_name(TextView name, int sheet) const override;
+    const calculation::Table* find_table(TextView name) const override;
+    const calculation::Table* find_table_at(const calculation::CellAddress& cell) const override;
     /// Whether the row lies in a table with a filter: when it is hidden, then by that.
     bool is_in_filtered_table(int sheet, int row) const;
 
@@ -34,7 +32,7 @@ private:
     void read_names(pugi::xml_node workbook, const std::vector<Sheet>& sheets);
     void read_tables(const Package& package, int sheet, const std::string& part);
 
-    std::vector<Text> titles_;
+    int sheet_count_;
     std::map<Text, int> sheets_;
     std::map<std::pair<Text, int>, calculation::FormulaPointer> names_; // with their sheet, 0 for the workbook's
     std::map<Text, calculation::Table> tables_;

@@ -3,7 +3,9 @@
 #include "engines/spreadsheets/calculation/operand.h"
 #include "engines/spreadsheets/calculation/source.h"
 
+#include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -23,13 +25,7 @@ public:
     bool has_numbers_as_texts() const noexcept { return has_numbers_as_texts_; }
 
 private:
-    struct Hash {
-        std::size_t operator()(const Value& value) const noexcept;
-    };
-    struct Equal {
-        bool operator()(const Value& a, const Value& b) const;
-    };
-    std::unordered_map<Value, Positions, Hash, Equal> positions_;
+    std::unordered_map<Value, Positions> positions_; // texts in lower case
     std::size_t size_ = 0;
     bool has_numbers_as_texts_ = false;
 };
@@ -42,10 +38,7 @@ public:
     const AreaIndex* find(const CellSource& source, const Area& area);
 
 private:
-    struct Hash {
-        std::size_t operator()(const Area& area) const noexcept;
-    };
-    std::unordered_map<Area, std::unique_ptr<AreaIndex>, Hash> indexes_; // without one: asked for once
+    std::map<std::array<int, 5>, std::unique_ptr<AreaIndex>> indexes_; // without one: asked for once
     std::uint64_t revision_ = 0;
     std::size_t size_ = 0; // of all indexes, in cells
 };

@@ -16,12 +16,6 @@ constexpr std::size_t most_areas = 10'000;
 constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
 constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short
 
-Operand to_operand(Resolved resolved)
-{
-    if (auto* const areas = std::get_if<Areas>(&resolved)) return std::move(*areas);
-    return std::get<CellError>(resolved);
-}
-
 bool is_one_cell(const Areas& areas) noexcept
 {
     return areas.size() == 1 && areas.front().range.first == areas.front().range.last;
@@ -41,47 +35,32 @@ void Evaluator::spend_array(std::size_t rows, std::size_t columns)
     spend(rows * columns * work_of_value);
 }
 
-struct Evaluator::NodeVisitor {
-    Evaluator& evaluator;
-    const Node& node;
-    Mode mode;
-
-    Operand operator()(const Missing&) const { return Value(); }
-    Operand operator()(const Value& value) const { return value; }
-    Operand operator()(const ArrayPointer& array) const { return array; }
-    Operand operator()(const AreaReference& area) const
-    {
-        return to_operand(resolve(area, evaluator.at_, evaluator.source_));
-    }
-    Operand operator()(const TableReference& table) const
-    {
-        return to_operand(resolve(table, evaluator.at_, evaluator.source_));
-    }
-    Operand operator()(const NameReference& name) const { return evaluator.name(name); }
-    Operand operator()(const Chain& chain) const { return evaluator.chain(node, chain, mode); }
-    Operand operator()(Sign sign) const { return evaluator.sign(node, sign, mode); }
-    Operand operator()(ReferenceOperator how) const { return evaluator.joined_areas(node, how, mode); }
-    Operand operator()(const FunctionCall& call) const { return evaluator.call(node, call, mode); }
-    Operand operator()(const Uncalculable& construct) const { throw CannotCalculate(construct.reason); }
-};
-
 Operand Evaluator::evaluate(const Node& node, Mode mode)
 {
     if (depth_ >= deepest_nesting) throw CannotCalculate("nesting");
     ++depth_;
-    Operand result = std::visit(NodeVisitor{*this, node, mode}, node.content);
+    Operand result = std::visit([&](const auto& content) { return operand(content, node, mode); }, node.content);
     --depth_;
     return result;
 }
 
-Operand Evaluator::name(const NameReference& reference)
+Operand Evaluator::operand(const AreaReference& area, const Node& /*node*/, Mode /*mode*/) const
 {
-    const auto formula = find_formula(reference, at_, source_);
-    if (!formula) return Value(CellError::Name);
-    return evaluate(formula->tree().root, Mode::Array);
+    return resolve(area, at_, source_.names());
 }
 
-Operand Evaluator::chain(const Node& node, const Chain& chain, Mode mode)
+Operand Evaluator::operand(const TableReference& table, const Node& /*node*/, Mode /*mode*/) const
+{
+    return resolve(table, at_, source_.names());
+}
+
+Operand Evaluator::operand(const NameReference& name, const Node& /*node*/, Mode /*mode*/)
+{
+    const auto formula = find_formula(name, at_, source_.names());
+    return formula ? evaluate(formula->root, Mode::Array) : Value(CellError::Name);
+}
+
+Operand Evaluator::operand(const Chain& chain, const Node& node, Mode mode)
 {
     const bool counts_from_1904 = source_.counts_from_1904();
     Operand left = valued(evaluate(node.children.front(), mode), mode);
@@ -111,7 +90,7 @@ Operand Evaluator::chain(const Node& node, const Chain& chain, Mode mode)
     return left;
 }
 
-Operand Evaluator::sign(const Node& node, Sign sign, Mode mode)
+Operand Evaluator::operand(Sign sign, const Node& node, Mode mode)
 {
     const auto signed_value = [&](const Value& value) -> Value {
         if (sign == Sign::Plus) return value;
@@ -129,7 +108,7 @@ Operand Evaluator::sign(const Node& node, Sign sign, Mode mode)
         std::span(&values, 1), [&](int row, int column) { return signed_value(values->at(row, column)); }, *this);
 }
 
-Operand Evaluator::joined_areas(const Node& node, ReferenceOperator how, Mode mode)
+Operand Evaluator::operand(ReferenceOperator how, const Node& node, Mode mode)
 {
     Areas joined;
     bool is_first = true;
@@ -169,7 +148,7 @@ Operand Evaluator::joined_areas(const Node& node, ReferenceOperator how, Mode mo
     return joined;
 }
 
-Operand Evaluator::call(const Node& node, const FunctionCall& call, Mode mode)
+Operand Evaluator::operand(const FunctionCall& call, const Node& node, Mode mode)
 {
     if (!call.function) throw CannotCalculate(call.name);
     spend(1);
@@ -239,25 +218,23 @@ Operand Evaluator::valued(Operand operand, Mode mode)
     return array(operand);
 }
 
-Value Evaluator::result(const Tree& tree, const Calculator::Form& form)
+Value Evaluator::result(const Formula& formula, const Calculator::Form& form)
 {
-    root_ = &tree.root;
+    root_ = &formula.root;
     const Mode mode = form.is_array ? Mode::Array : Mode::Single;
-    const Operand operand = valued(evaluate(tree.root, mode), mode);
+    const Operand operand = valued(evaluate(formula.root, mode), mode);
     Value value = form.is_array ? pick(*array(operand), form.row, form.column) : single(operand);
     if (std::holds_alternative<std::monostate>(value)) return 0.0;
     const auto* const number = std::get_if<double>(&value);
     return number && *number == 0 ? 0.0 : value;
 }
 
-class Calculator::Memory : public AreaMemory {};
-
-Calculator::Calculator(const CellSource& source) : source_(source), memory_(std::make_unique<Memory>()) {}
+Calculator::Calculator(const CellSource& source) : source_(source), memory_(std::make_unique<AreaMemory>()) {}
 Calculator::~Calculator() = default;
 
 Value Calculator::calculate(const Formula& formula, const CellAddress& at, const Form& form)
 {
-    return Evaluator(source_, at, *memory_).result(formula.tree(), form);
+    return Evaluator(source_, at, *memory_).result(formula, form);
 }
 
 } // namespace tarvik::calculation

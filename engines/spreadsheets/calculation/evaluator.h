@@ -3,7 +3,6 @@
 #include "engines/spreadsheets/calculation/area_memory.h"
 #include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/calculation/functions.h"
-#include "engines/spreadsheets/calculation/tree.h"
 
 #include <functional>
 #include <span>
@@ -21,7 +20,7 @@ public:
     {
     }
 
-    Value result(const Tree& tree, const Calculator::Form& form);
+    Value result(const Formula& formula, const Calculator::Form& form);
     Operand evaluate(const Node& node, Mode mode);
 
     /// A value or an array: areas become the one or the other.
@@ -48,12 +47,21 @@ public:
     void spend_array(std::size_t rows, std::size_t columns);
 
 private:
-    struct NodeVisitor;
-    Operand name(const NameReference& reference);
-    Operand chain(const Node& node, const Chain& chain, Mode mode);
-    Operand sign(const Node& node, Sign sign, Mode mode);
-    Operand joined_areas(const Node& node, ReferenceOperator how, Mode mode);
-    Operand call(const Node& node, const FunctionCall& call, Mode mode);
+    // What a node comes to, by its content.
+    static Operand operand(const Missing& /*missing*/, const Node& /*node*/, Mode /*mode*/) { return Value(); }
+    static Operand operand(const Value& value, const Node& /*node*/, Mode /*mode*/) { return value; }
+    static Operand operand(const ArrayPointer& array, const Node& /*node*/, Mode /*mode*/) { return array; }
+    static Operand operand(const Uncalculable& what, const Node& /*node*/, Mode /*mode*/)
+    {
+        throw CannotCalculate(what.reason);
+    }
+    Operand operand(const AreaReference& area, const Node& node, Mode mode) const;
+    Operand operand(const TableReference& table, const Node& node, Mode mode) const;
+    Operand operand(const NameReference& name, const Node& node, Mode mode);
+    Operand operand(const Chain& chain, const Node& node, Mode mode);
+    Operand operand(Sign sign, const Node& node, Mode mode);
+    Operand operand(ReferenceOperator how, const Node& node, Mode mode);
+    Operand operand(const FunctionCall& call, const Node& node, Mode mode);
 
     const CellSource& source_;
     CellAddress at_;

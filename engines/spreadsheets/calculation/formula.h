@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/spreadsheets/calculation/source.h"
+#include "engines/spreadsheets/calculation/tree.h"
 
 #include <exception>
 #include <functional>
@@ -21,35 +22,17 @@ private:
     std::string reason_;
 };
 
-struct Tree;
-
-/// A formula taken apart. It keeps relative references as distances from its cell: the cells that share a formula share
-/// one of these.
-class Formula {
-public:
-    explicit Formula(std::shared_ptr<const Tree> tree) : tree_(std::move(tree)) {}
-    const Tree& tree() const noexcept { return *tree_; }
-
-    /// Its result may change though no cell that it names does: it holds TODAY, NOW, RAND or a reference that is only
-    /// known when calculated (OFFSET, INDIRECT).
-    bool is_volatile() const noexcept;
-    /// Whether it calls SUBTOTAL or AGGREGATE, whose areas leave out the cells of other such formulas.
-    bool has_subtotal() const noexcept;
-
-private:
-    std::shared_ptr<const Tree> tree_;
-};
-
-using FormulaPointer = std::shared_ptr<const Formula>;
-
 /// The formula as a part writes it, in UTF-8 without "=", taken apart as that of the cell at `at`; a name's formula
 /// stands at A1. Never nullptr and never an exception: what is no formula gives one that cannot be calculated.
 FormulaPointer parse(std::string_view text, Place at);
 
 using AreaVisitor = std::function<void(int sheet, const Range&)>;
 /// The areas that the formula names when it stands at `at`, also through names, tables and rows of sheets, whether or
-/// not its result looks at all of them. Some may come twice.
-void visit_areas(const Formula& formula, const CellAddress& at, const CellSource& source, const AreaVisitor& visitor);
+/// not its result looks at all of them. Some may come twice. Returns whether the formula or one of its names is
+/// volatile.
+bool visit_areas(const Formula& formula, const CellAddress& at, const Names& names, const AreaVisitor& visitor);
+
+class AreaMemory;
 
 /// Calculates formulas over a source. It remembers where the values of areas that are searched again and again lie, and
 /// forgets it when the source's revision rises: one that lives long is fast.
@@ -73,9 +56,8 @@ public:
     Value calculate(const Formula& formula, const CellAddress& at, const Form& form);
 
 private:
-    class Memory;
     const CellSource& source_;
-    std::unique_ptr<Memory> memory_;
+    std::unique_ptr<AreaMemory> memory_;
 };
 
 } // namespace tarvik::calculation

@@ -175,13 +175,13 @@ Operand indirect(Call& call)
     if (!call.truth(1, true)) throw CannotCalculate("INDIRECT in R1C1");
     auto& evaluator = call.evaluator();
     const auto formula = parse(to_utf8(call.text(0)), evaluator.at().place);
-    const auto& content = formula->tree().root.content;
+    const auto& content = formula->root.content;
     if (const auto* const construct = std::get_if<Uncalculable>(&content); construct && construct->reason != "syntax")
         throw CannotCalculate(construct->reason);
     if (!std::holds_alternative<AreaReference>(content) && !std::holds_alternative<NameReference>(content) &&
         !std::holds_alternative<TableReference>(content))
         return Value(CellError::Reference);
-    Operand result = evaluator.evaluate(formula->tree().root, call.mode());
+    Operand result = evaluator.evaluate(formula->root, call.mode());
     return std::holds_alternative<Areas>(result) ? result : Operand(Value(CellError::Reference));
 }
 

@@ -2,7 +2,6 @@
 #include "engines/spreadsheets/calculation/functions.h"
 #include "engines/spreadsheets/calculation/leaves.h"
 #include "engines/spreadsheets/calculation/tokens.h"
-#include "engines/spreadsheets/calculation/tree.h"
 
 #include <algorithm>
 #include <array>
@@ -43,11 +42,11 @@ class Parser {
 public:
     Parser(std::string_view text, Place at) : tokens_(text), at_(at) { advance(); }
 
-    Tree run()
+    Formula run()
     {
-        tree_.root = parse_binary(0);
+        formula_.root = parse_binary(0);
         if (token_.kind != TokenKind::End) throw SyntaxError{};
-        return std::move(tree_);
+        return std::move(formula_);
     }
 
 private:
@@ -164,7 +163,7 @@ private:
             result.children.push_back(std::move(node));
             result.children.push_back(std::move(other));
             node = std::move(result);
-            tree_.is_volatile = true; // what lies between is only known when it is calculated
+            formula_.is_volatile = true; // what lies between is only known when it is calculated
             if (++betweens_ > deepest_nesting) throw SyntaxError{"nesting"};
         }
         return node;
@@ -253,8 +252,8 @@ private:
         for (const std::string_view prefix : {"_XLFN.", "_XLWS.", "_XLUDF.", "ORG.LIBREOFFICE.", "ORG.OPENOFFICE."})
             if (call.name.starts_with(prefix)) call.name.erase(0, prefix.size());
         call.function = find_function(call.name);
-        tree_.is_volatile = tree_.is_volatile || (call.function && call.function->is_volatile);
-        tree_.has_subtotal = tree_.has_subtotal || call.name == "SUBTOTAL" || call.name == "AGGREGATE";
+        formula_.is_volatile = formula_.is_volatile || (call.function && call.function->is_volatile);
+        formula_.has_subtotal = formula_.has_subtotal || call.name == "SUBTOTAL" || call.name == "AGGREGATE";
         advance();
         require("(");
         Node node;
@@ -323,7 +322,7 @@ private:
     Tokens tokens_;
     Place at_;
     Token token_;
-    Tree tree_;
+    Formula formula_;
     int depth_ = 0;
     int betweens_ = 0;
 };
@@ -332,15 +331,13 @@ private:
 
 FormulaPointer parse(std::string_view text, Place at)
 {
-    auto tree = std::make_shared<Tree>();
     try {
         if (text.size() > longest_formula) throw SyntaxError{"length"};
-        *tree = Parser(text, at).run();
+        return std::make_shared<Formula>(Parser(text, at).run());
     } catch (const SyntaxError& error) {
-        tree->root = uncalculable(error.reason);
-        tree->is_volatile = true; // what it depends on is not known
+        // What it depends on is not known.
+        return std::make_shared<Formula>(Formula{uncalculable(error.reason), true, false});
     }
-    return std::make_shared<Formula>(std::move(tree));
 }
 
 } // namespace tarvik::calculation

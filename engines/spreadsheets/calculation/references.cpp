@@ -30,53 +30,34 @@ std::optional<int> column_of(const Table& table, const Text& name)
     return std::nullopt;
 }
 
-void visit_node(const Node& node, const CellAddress& at, const CellSource& source, const AreaVisitor& visitor,
-                int depth);
-
-struct AreasOfNode {
-    const CellAddress& at;
-    const CellSource& source;
-    const AreaVisitor& visitor;
-    int depth;
-
-    void operator()(const AreaReference& reference) const { visit(resolve(reference, at, source)); }
-    void operator()(const TableReference& reference) const { visit(resolve(reference, at, source)); }
-    void operator()(const NameReference& name) const
-    {
-        const auto formula = find_formula(name, at, source);
-        if (formula && depth < deepest_names) visit_node(formula->tree().root, at, source, visitor, depth + 1);
-    }
-    template <typename Other>
-    void operator()(const Other&) const
-    {
-    }
-
-private:
-    void visit(const Resolved& resolved) const
-    {
-        if (const auto* const areas = std::get_if<Areas>(&resolved))
-            for (const auto& area : *areas) visitor(area.sheet, area.range);
-    }
-};
-
 // `depth` counts names within names.
-void visit_node(const Node& node, const CellAddress& at, const CellSource& source, const AreaVisitor& visitor,
-                int depth)
+bool visit_node(const Node& node, const CellAddress& at, const Names& names, const AreaVisitor& visitor, int depth)
 {
-    std::visit(AreasOfNode{at, source, visitor, depth}, node.content);
-    for (const auto& child : node.children) visit_node(child, at, source, visitor, depth);
+    bool is_volatile = false;
+    Operand operand;
+    if (const auto* const area = std::get_if<AreaReference>(&node.content)) operand = resolve(*area, at, names);
+    if (const auto* const table = std::get_if<TableReference>(&node.content)) operand = resolve(*table, at, names);
+    if (const auto* const areas = std::get_if<Areas>(&operand))
+        for (const auto& [sheet, range] : *areas) visitor(sheet, range);
+    if (const auto* const name = std::get_if<NameReference>(&node.content)) {
+        const auto formula = find_formula(*name, at, names);
+        is_volatile = formula && formula->is_volatile;
+        if (formula && depth < deepest_names)
+            is_volatile = visit_node(formula->root, at, names, visitor, depth + 1) || is_volatile;
+    }
+    for (const auto& child : node.children) is_volatile = visit_node(child, at, names, visitor, depth) || is_volatile;
+    return is_volatile;
 }
 
 } // namespace
 
-Resolved resolve(const AreaReference& reference, const CellAddress& at, const CellSource& source)
+Operand resolve(const AreaReference& reference, const CellAddress& at, const Names& names)
 {
     int first = at.sheet, last = at.sheet;
     if (!reference.first_sheet.empty()) {
-        const auto one = source.find_sheet(reference.first_sheet);
-        const auto other =
-            reference.last_sheet == reference.first_sheet ? one : source.find_sheet(reference.last_sheet);
-        if (!one || !other) return CellError::Reference;
+        const auto one = names.find_sheet(reference.first_sheet);
+        const auto other = reference.last_sheet == reference.first_sheet ? one : names.find_sheet(reference.last_sheet);
+        if (!one || !other) return Value(CellError::Reference);
         first = std::min(*one, *other);
         last = std::max(*one, *other);
     }
@@ -88,56 +69,44 @@ Resolved resolve(const AreaReference& reference, const CellAddress& at, const Ce
     return areas;
 }
 
-Resolved resolve(const TableReference& reference, const CellAddress& at, const CellSource& source)
+Operand resolve(const TableReference& reference, const CellAddress& at, const Names& names)
 {
-    const Table* const table = reference.table.empty() ? source.find_table_at(at) : source.find_table(reference.table);
-    if (!table) return CellError::Reference;
+    const Table* const table = reference.table.empty() ? names.find_table_at(at) : names.find_table(reference.table);
+    if (!table) return Value(CellError::Reference);
     Range range = table->range;
     const int first_data = range.first.row + table->header_rows, last_data = range.last.row - table->totals_rows;
     if (reference.this_row) {
-        if (at.place.row < first_data || at.place.row > last_data || at.sheet != table->sheet) return CellError::Value;
+        if (at.place.row < first_data || at.place.row > last_data || at.sheet != table->sheet)
+            return Value(CellError::Value);
         range.first.row = range.last.row = at.place.row;
     } else if (reference.headers && !reference.data) {
-        if (reference.totals || table->header_rows == 0) return CellError::Reference;
+        if (reference.totals || table->header_rows == 0) return Value(CellError::Reference);
         range.last.row = first_data - 1;
     } else {
         if (!reference.headers) range.first.row = reference.data ? first_data : last_data + 1;
         if (!reference.totals) range.last.row = last_data;
     }
-    if (range.last.row < range.first.row) return CellError::Reference;
+    if (range.last.row < range.first.row) return Value(CellError::Reference);
     if (!reference.first_column.empty()) {
         const auto first = column_of(*table, reference.first_column);
         const auto last = column_of(*table, reference.last_column);
-        if (!first || !last) return CellError::Reference;
+        if (!first || !last) return Value(CellError::Reference);
         range.first.column = std::min(*first, *last);
         range.last.column = std::max(*first, *last);
     }
     return Areas{{table->sheet, range}};
 }
 
-std::shared_ptr<const Formula> find_formula(const NameReference& name, const CellAddress& at, const CellSource& source)
+FormulaPointer find_formula(const NameReference& name, const CellAddress& at, const Names& names)
 {
-    int sheet = at.sheet;
-    if (!name.sheet.empty()) {
-        // A name of the whole workbook may stand behind the workbook's name.
-        sheet = source.find_sheet(name.sheet).value_or(at.sheet);
-    }
-    return source.find_name(name.name, sheet);
+    // A name of the whole workbook may stand behind the workbook's name.
+    const auto sheet = name.sheet.empty() ? std::nullopt : names.find_sheet(name.sheet);
+    return names.find_name(name.name, sheet.value_or(at.sheet));
 }
 
-bool Formula::is_volatile() const noexcept
+bool visit_areas(const Formula& formula, const CellAddress& at, const Names& names, const AreaVisitor& visitor)
 {
-    return tree_->is_volatile;
-}
-
-bool Formula::has_subtotal() const noexcept
-{
-    return tree_->has_subtotal;
-}
-
-void visit_areas(const Formula& formula, const CellAddress& at, const CellSource& source, const AreaVisitor& visitor)
-{
-    visit_node(formula.tree().root, at, source, visitor, 0);
+    return visit_node(formula.root, at, names, visitor, 0) || formula.is_volatile;
 }
 
 } // namespace tarvik::calculation

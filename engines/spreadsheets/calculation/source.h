@@ -10,7 +10,8 @@
 
 namespace tarvik::calculation {
 
-class Formula;
+struct Formula;
+using FormulaPointer = std::shared_ptr<const Formula>;
 
 /// Thrown by a source for cells whose formula is not calculated yet: whoever calculates does these first, on a stack of
 /// his own, and then the formula again from its beginning. No formula is calculated inside another's calculation, so
@@ -28,13 +29,28 @@ struct Table {
     std::vector<Text> columns; ///< as the workbook writes them, from the left
 };
 
-/// The cells of a workbook as its formulas see them. Names come in lower case, as lower() makes it.
+/// What formulas call by name. Names come in lower case, as lower() makes it.
+class Names {
+public:
+    virtual ~Names() = default;
+
+    virtual std::optional<int> find_sheet(TextView name) const = 0;
+    /// The formula of the name, parsed at cell A1 of the sheet: the sheet's own name, else the workbook's. nullptr when
+    /// there is none.
+    virtual FormulaPointer find_name(TextView name, int sheet) const = 0;
+    virtual const Table* find_table(TextView name) const = 0;
+    /// The table that the cell lies in, or nullptr. Formulas in a table need not name it.
+    virtual const Table* find_table_at(const CellAddress& cell) const = 0;
+};
+
+/// The cells of a workbook as its formulas see them.
 class CellSource {
 public:
     using Visitor = std::function<void(Place, const Value&)>;
 
     virtual ~CellSource() = default;
 
+    virtual const Names& names() const = 0;
     /// The value as of now; nothing for a cell that is absent. NotYetCalculated for a formula without a result.
     virtual Value value(const CellAddress& cell) const = 0;
     /// The cells in the area that are there, row by row. A huge area costs what is there. NotYetCalculated before the
@@ -45,21 +61,11 @@ public:
     /// Rises whenever the value of a cell changes that had one.
     virtual std::uint64_t revision() const = 0;
 
-    virtual int sheet_count() const = 0;
-    virtual std::optional<int> find_sheet(TextView name) const = 0;
-    virtual Text sheet_name(int sheet) const = 0;
-    /// The formula of the name, parsed at cell A1 of the sheet: the sheet's own name, else the workbook's. nullptr when
-    /// there is none.
-    virtual std::shared_ptr<const Formula> find_name(TextView name, int sheet) const = 0;
-    virtual const Table* find_table(TextView name) const = 0;
-    /// The table that the cell lies in, or nullptr. Formulas in a table need not name it.
-    virtual const Table* find_table_at(const CellAddress& cell) const = 0;
-
     /// Hidden by hand or by a filter; and by a filter alone.
     virtual bool is_row_hidden(int sheet, int row) const = 0;
     virtual bool is_row_filtered(int sheet, int row) const = 0;
     /// The parsed formula of the cell; nullptr for a cell without one.
-    virtual std::shared_ptr<const Formula> formula(const CellAddress& cell) const = 0;
+    virtual FormulaPointer formula(const CellAddress& cell) const = 0;
 
     /// Whether day 0 is in 1904 and not in 1900.
     virtual bool counts_from_1904() const = 0;

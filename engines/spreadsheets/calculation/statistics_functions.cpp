@@ -164,7 +164,7 @@ void append_subtotal_values(Call& call, std::size_t argument, const Skipped& ski
             if (skipped.filtered && source.is_row_filtered(area.sheet, place.row)) return;
             if (skipped.subtotals) {
                 const auto formula = source.formula({area.sheet, place});
-                if (formula && formula->has_subtotal()) return;
+                if (formula && formula->has_subtotal) return;
             }
             append(value);
         });

@@ -78,9 +78,14 @@ struct Node {
     std::vector<Node> children;
 };
 
-struct Tree {
+/// A formula taken apart. It keeps relative references as distances from its cell: the cells that share a formula share
+/// one of these.
+struct Formula {
     Node root;
+    /// Its result may change though no cell that it names does: it holds TODAY, NOW or a reference that is only known
+    /// when calculated (OFFSET, INDIRECT).
     bool is_volatile = false;
+    /// Whether it calls SUBTOTAL or AGGREGATE, whose areas leave out the cells of other such formulas.
     bool has_subtotal = false;
 };
 

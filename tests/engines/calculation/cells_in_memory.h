@@ -14,7 +14,7 @@ using calculation::Range;
 using calculation::Value;
 
 /// A workbook of values and formulas that a test lays down.
-class CellsInMemory : public calculation::CellSource {
+class CellsInMemory : public calculation::CellSource, public calculation::Names {
 public:
     explicit CellsInMemory(std::vector<Text> sheets = {U"Sheet1"}) : sheets_(std::move(sheets)), cells_(sheets_.size())
     {
@@ -34,9 +34,8 @@ public:
     void visit(int sheet, const Range& area, const Visitor& visitor) const override;
     Place extent(int sheet) const override;
     std::uint64_t revision() const override { return revision_; }
-    int sheet_count() const override { return static_cast<int>(sheets_.size()); }
+    const calculation::Names& names() const override { return *this; }
     std::optional<int> find_sheet(TextView name) const override;
-    Text sheet_name(int sheet) const override { return sheets_.at(static_cast<std::size_t>(sheet) - 1); }
     std::shared_ptr<const calculation::Formula> find_name(TextView name, int sheet) const override;
     const calculation::Table* find_table(TextView name) const override;
     const calculation::Table* find_table_at(const CellAddress& cell) const override;
