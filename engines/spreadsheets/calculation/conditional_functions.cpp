@@ -24,37 +24,33 @@ public:
     {
     }
 
-    void run(const MetVisitor& visitor)
+    /// Returns how many cells more meet them all behind the last one of their sheets.
+    double run(const MetVisitor& visitor)
     {
-        if (visit_by_index(visitor)) return;
+        if (visit_by_index(visitor)) return 0;
         for (std::size_t i = 0; i < conditions_.size(); ++i) {
-            if (conditions_[i].criterion.holds(Value())) continue;
+            const auto& [area, criterion] = conditions_[i];
+            if (criterion.holds(Value())) continue;
             // Absent cells do not meet this one: those that are there are all that matter.
-            const Area& area = conditions_[i].area;
-            const Criterion& criterion = conditions_[i].criterion;
-            evaluator_.visit(area, [&, i](Place place, const Value& value) {
-                const int row = place.row - area.range.first.row, column = place.column - area.range.first.column;
+            const Place first = area.range.first;
+            evaluator_.visit(area, [&, i, &criterion = criterion](Place place, const Value& value) {
+                const int row = place.row - first.row, column = place.column - first.column;
                 if (criterion.holds(value) && others_hold(i, row, column)) visitor(row, column);
             });
-            return;
+            return 0;
         }
-        visit_all(visitor);
+        return visit_all(visitor);
     }
-
-    /// Cells behind the last one of their sheets, all of which meet the conditions: run() leaves them out.
-    double absent() const noexcept { return absent_; }
 
 private:
-    Value value_at(const Area& area, int row, int column) const
-    {
-        return evaluator_.cell(area.sheet, {area.range.first.row + row, area.range.first.column + column});
-    }
-
     bool others_hold(std::size_t but, int row, int column) const
     {
         evaluator_.spend(conditions_.size());
-        for (std::size_t i = 0; i < conditions_.size(); ++i)
-            if (i != but && !conditions_[i].criterion.holds(value_at(conditions_[i].area, row, column))) return false;
+        for (std::size_t i = 0; i < conditions_.size(); ++i) {
+            const auto& [area, criterion] = conditions_[i];
+            const Place place{area.range.first.row + row, area.range.first.column + column};
+            if (i != but && !criterion.holds(evaluator_.cell(area.sheet, place))) return false;
+        }
         return true;
     }
 
@@ -66,15 +62,13 @@ private:
         for (std::size_t i = 0; i < conditions_.size(); ++i) {
             const auto& [area, criterion] = conditions_[i];
             const Value* const key = criterion.key();
-            if (!key) continue;
-            const auto* const index = evaluator_.memory().find(evaluator_.source(), area);
+            const auto* const index = key ? evaluator_.memory().find(evaluator_.source(), area) : nullptr;
             if (!index || (std::holds_alternative<double>(*key) && index->has_numbers_as_texts())) continue;
             const auto* const found = index->find(*key);
             if (!found) return true;
-            if (!fewest || found->size() < fewest->size()) {
-                fewest = found;
-                chosen = i;
-            }
+            if (fewest && found->size() >= fewest->size()) continue;
+            fewest = found;
+            chosen = i;
         }
         if (!fewest) return false;
         const int columns = conditions_[chosen].area.columns();
@@ -85,7 +79,7 @@ private:
         return true;
     }
 
-    void visit_all(const MetVisitor& visitor)
+    double visit_all(const MetVisitor& visitor)
     {
         const Area& first = conditions_.front().area;
         int rows = 1, columns = 1;
@@ -94,112 +88,76 @@ private:
             rows = std::max(rows, used.rows());
             columns = std::max(columns, used.columns());
         }
-        absent_ = static_cast<double>(first.rows()) * first.columns() - static_cast<double>(rows) * columns;
         for (int row = 0; row < rows; ++row)
             for (int column = 0; column < columns; ++column)
                 if (others_hold(conditions_.size(), row, column)) visitor(row, column);
+        return static_cast<double>(first.rows()) * first.columns() - static_cast<double>(rows) * columns;
     }
 
     Evaluator& evaluator_;
     std::vector<Condition> conditions_;
-    double absent_ = 0;
 };
 
-// Areas and criteria in turn from that argument on.
+// Areas and criteria in turn from that argument on, all areas as large as the first argument.
 std::vector<Condition> conditions_from(Call& call, std::size_t first)
 {
+    const Area& size = call.area(0);
     std::vector<Condition> conditions;
     for (std::size_t i = first; i + 1 < call.size(); i += 2) {
         const Area& area = call.area(i);
-        require(conditions.empty() || (conditions.front().area.rows() == area.rows() &&
-                                       conditions.front().area.columns() == area.columns()),
-                CellError::Value);
+        require(area.rows() == size.rows() && area.columns() == size.columns(), CellError::Value);
         conditions.push_back({area, Criterion(call.value(i + 1), call.counts_from_1904())});
     }
     require((call.size() - first) % 2 == 0, CellError::Value);
     return conditions;
 }
 
-// The numbers at the places of `area` where the conditions are met.
-void visit_met(Call& call, std::vector<Condition> conditions, const Area& area, const NumberVisitor& visitor)
+// What the numbers come to that stand in `area` where the conditions are met.
+Operand folded_where_met(Call& call, std::vector<Condition> conditions, const Area& area, Fold fold)
 {
+    std::vector<double> numbers;
     Search(call, std::move(conditions)).run([&](int row, int column) {
         const Place place{area.range.first.row + row, area.range.first.column + column};
         if (!ooxml::is_on_sheet(place)) return;
         const Value value = call.evaluator().cell(area.sheet, place);
         if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
-        if (const auto* const number = std::get_if<double>(&value)) visitor(*number);
+        if (const auto* const number = std::get_if<double>(&value)) numbers.push_back(*number);
     });
+    return Value(fold(numbers));
 }
 
 Operand count_met(Call& call)
 {
     double count = 0;
-    Search search(call, conditions_from(call, 0));
-    search.run([&](int, int) { ++count; });
-    return Value(count + search.absent());
-}
-
-struct Total {
-    double sum = 0, count = 0;
-    void operator()(double number)
-    {
-        sum += number;
-        ++count;
-    }
-};
-
-Operand average_of(const Total& total)
-{
-    require(total.count > 0, CellError::DivisionByZero);
-    return Value(total.sum / total.count);
+    const double absent = Search(call, conditions_from(call, 0)).run([&](int, int) { ++count; });
+    return Value(count + absent);
 }
 
 // SUMIF and AVERAGEIF: the numbers may lie in an area of their own, of which the first cell counts alone.
-Total total_of_one(Call& call)
+template <Fold fold>
+Operand of_one(Call& call)
 {
     const Area& area = call.area(0);
-    const Area& numbers = call.size() > 2 && !call.is_missing(2) ? call.area(2) : area;
-    Total total;
-    visit_met(call, {{area, Criterion(call.value(1), call.counts_from_1904())}}, numbers, std::ref(total));
-    return total;
+    const Area& numbers = call.is_missing(2) ? area : call.area(2);
+    return folded_where_met(call, {{area, Criterion(call.value(1), call.counts_from_1904())}}, numbers, fold);
 }
 
-// SUMIFS and its like: the area of the numbers stands first and is as large as the others.
-Total total_of_all(Call& call)
+// SUMIFS and its like: the area of the numbers stands first.
+template <Fold fold>
+Operand of_all(Call& call)
 {
-    auto conditions = conditions_from(call, 1);
-    const Area& numbers = call.area(0);
-    require(numbers.rows() == conditions.front().area.rows() && numbers.columns() == conditions.front().area.columns(),
-            CellError::Value);
-    Total total;
-    visit_met(call, std::move(conditions), numbers, std::ref(total));
-    return total;
-}
-
-template <bool is_largest>
-Operand extreme(Call& call)
-{
-    auto conditions = conditions_from(call, 1);
-    const Area& numbers = call.area(0);
-    require(numbers.rows() == conditions.front().area.rows() && numbers.columns() == conditions.front().area.columns(),
-            CellError::Value);
-    std::optional<double> result;
-    visit_met(call, std::move(conditions), numbers, [&](double number) {
-        if (!result || (is_largest ? number > *result : number < *result)) result = number;
-    });
-    return Value(result.value_or(0));
+    return folded_where_met(call, conditions_from(call, 1), call.area(0), fold);
 }
 
 constexpr Function table[] = {
-    {"AVERAGEIF", 2, 3, "rer", [](Call& call) { return average_of(total_of_one(call)); }},
-    {"AVERAGEIFS", 3, 255, "r|re", [](Call& call) { return average_of(total_of_all(call)); }},
+    {"AVERAGEIF", 2, 3, "rer", of_one<mean_of>},
+    {"AVERAGEIFS", 3, 255, "r|re", of_all<mean_of>},
     {"COUNTIF", 2, 2, "re", count_met},
     {"COUNTIFS", 2, 254, "|re", count_met},
-    {"MAXIFS", 3, 255, "r|re", extreme<true>},
-    {"MINIFS", 3, 255, "r|re", extreme<false>},
-    {"SUMIF", 2, 3, "rer", [](Call& call) -> Operand { return Value(total_of_one(call).sum); }},
-    {"SUMIFS", 3, 255, "r|re", [](Call& call) -> Operand { return Value(total_of_all(call).sum); }},
+    {"MAXIFS", 3, 255, "r|re", of_all<largest_of>},
+    {"MINIFS", 3, 255, "r|re", of_all<smallest_of>},
+    {"SUMIF", 2, 3, "rer", of_one<sum_of>},
+    {"SUMIFS", 3, 255, "r|re", of_all<sum_of>},
 };
 
 } // namespace

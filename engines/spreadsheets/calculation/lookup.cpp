@@ -5,78 +5,93 @@
 
 namespace tarvik::calculation {
 
-Line::Line(Evaluator& evaluator, const Operand& operand, bool is_column) : evaluator_(evaluator), is_column_(is_column)
+Grid::Grid(Evaluator& evaluator, const Operand& operand) : evaluator_(evaluator)
 {
-    if (const auto* const areas = std::get_if<Areas>(&operand); areas && areas->size() == 1) {
+    if (const auto* const areas = std::get_if<Areas>(&operand)) {
+        if (areas->size() != 1) throw ErrorResult{CellError::Reference};
         area_ = areas->front();
-        if (is_column) {
-            area_.range.last.column = area_.range.first.column;
-        } else {
-            area_.range.last.row = area_.range.first.row;
-        }
-        const Area used = evaluator.used(area_);
-        size_ = is_column ? used.rows() : used.columns();
+        rows_ = area_.rows();
+        columns_ = area_.columns();
         return;
     }
-    if (std::holds_alternative<Areas>(operand)) throw ErrorResult{CellError::NotAvailable};
     if (const auto* const value = std::get_if<Value>(&operand))
         if (const auto* const error = std::get_if<CellError>(value)) throw ErrorResult{*error};
     array_ = evaluator.array(operand);
-    size_ = is_column ? array_->rows() : array_->columns();
+    rows_ = array_->rows();
+    columns_ = array_->columns();
 }
 
-Value Line::at(int i) const
+Operand Grid::part(int row, int column, int rows, int columns) const
 {
-    if (array_) return is_column_ ? array_->at(i, 0) : array_->at(0, i);
-    const auto [row, column] = area_.range.first;
-    return evaluator_.cell(area_.sheet, is_column_ ? Place{row + i, column} : Place{row, column + i});
-}
-
-void Line::visit(const std::function<void(int, const Value&)>& visitor) const
-{
-    if (array_) {
-        for (int i = 0; i < size_; ++i) visitor(i, at(i));
-        return;
+    if (!array_) {
+        const Place first{area_.range.first.row + row, area_.range.first.column + column};
+        return Areas{{area_.sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
     }
-    const Place first = area_.range.first;
-    evaluator_.visit(area_, [&](Place place, const Value& value) {
-        visitor(is_column_ ? place.row - first.row : place.column - first.column, value);
-    });
+    if (rows == 1 && columns == 1) return array_->at(row, column);
+    evaluator_.spend_array(static_cast<std::size_t>(rows), static_cast<std::size_t>(columns));
+    const auto part = std::make_shared<Array>(rows, columns);
+    for (int i = 0; i < rows; ++i)
+        for (int k = 0; k < columns; ++k) part->stored(i, k) = array_->at(row + i, column + k);
+    return ArrayPointer(part);
 }
 
-std::optional<int> find_exactly(Evaluator& evaluator, const Line& line, const Value& key, bool takes_patterns)
+Area Grid::line(bool is_column) const
+{
+    Area line = area_;
+    (is_column ? line.range.last.column : line.range.last.row) =
+        is_column ? line.range.first.column : line.range.first.row;
+    return line;
+}
+
+Value Grid::at(int along, bool is_column) const
+{
+    const int row = is_column ? along : 0, column = is_column ? 0 : along;
+    if (array_) return array_->at(row, column);
+    return evaluator_.cell(area_.sheet, {area_.range.first.row + row, area_.range.first.column + column});
+}
+
+std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool takes_patterns) const
 {
     const Value wanted = std::holds_alternative<std::monostate>(key) ? Value(0.0) : key;
     const auto* const text = std::get_if<Text>(&wanted);
     const bool is_pattern = takes_patterns && text && has_wildcards(*text);
-    if (const auto* const area = line.area(); area && !is_pattern) {
-        if (const auto* const index = evaluator.memory().find(evaluator.source(), *area)) {
-            const auto* const found = index->find(wanted);
-            return found ? std::optional(static_cast<int>(found->front())) : std::nullopt;
-        }
+    const auto is_met = [&](const Value& value) {
+        const auto* const other = std::get_if<Text>(&value);
+        return is_pattern ? other && matches_pattern(*text, *other) : is_equal(value, wanted);
+    };
+    if (array_) {
+        for (int i = 0; i < (is_column ? rows_ : columns_); ++i)
+            if (is_met(at(i, is_column))) return i;
+        return std::nullopt;
+    }
+    const Area searched = line(is_column);
+    if (const auto* const index = is_pattern ? nullptr : evaluator_.memory().find(evaluator_.source(), searched)) {
+        const auto* const found = index->find(wanted);
+        return found ? std::optional(static_cast<int>(found->front())) : std::nullopt;
     }
     std::optional<int> found;
-    line.visit([&](int i, const Value& value) {
-        if (found) return;
-        const auto* const other = std::get_if<Text>(&value);
-        if (is_pattern ? other && matches_pattern(*text, *other) : is_equal(value, wanted)) found = i;
+    evaluator_.visit(searched, [&](Place place, const Value& value) {
+        if (found || !is_met(value)) return;
+        found = is_column ? place.row - searched.range.first.row : place.column - searched.range.first.column;
     });
     return found;
 }
 
-std::optional<int> find_sorted(Evaluator& evaluator, const Line& line, const Value& key, bool is_falling)
+std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_falling) const
 {
     const Value wanted = std::holds_alternative<std::monostate>(key) ? Value(0.0) : key;
+    const Area used = array_ ? Area{0, {{1, 1}, {rows_, columns_}}} : evaluator_.used(line(is_column));
+    const int size = is_column ? used.rows() : used.columns();
     std::optional<int> found;
-    int low = 0, high = line.size() - 1;
+    int low = 0, high = size - 1;
     while (low <= high) {
         const int middle = low + (high - low) / 2;
         // Values of another kind do not count: the next one that does is compared in their place.
         int place = middle;
-        Value value = line.at(place);
+        Value value = at(place, is_column);
         while (value.index() != wanted.index() && place < high) {
-            evaluator.spend(1);
-            value = line.at(++place);
+            evaluator_.spend(1);
+            value = at(++place, is_column);
         }
         if (value.index() != wanted.index()) {
             high = middle - 1;
@@ -85,8 +100,8 @@ std::optional<int> find_sorted(Evaluator& evaluator, const Line& line, const Val
         const int order = is_equal(value, wanted) ? 0 : compare(value, wanted);
         if (order == 0) {
             // The last of a row of equals; in a falling line the first is where the halving met it.
-            while (!is_falling && place < line.size() - 1 && is_equal(line.at(place + 1), wanted)) {
-                evaluator.spend(1);
+            while (!is_falling && place < size - 1 && is_equal(at(place + 1, is_column), wanted)) {
+                evaluator_.spend(1);
                 ++place;
             }
             return place;

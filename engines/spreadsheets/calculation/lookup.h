@@ -4,30 +4,38 @@
 
 namespace tarvik::calculation {
 
-/// A row or column of values in which lookups search, counting from 0.
-class Line {
+/// An area, an array or a value as lookups see it: rows and columns, counting from 0.
+class Grid {
 public:
-    /// Of an area or array the first column, or the first row. ErrorResult #N/A for what is neither.
-    Line(Evaluator& evaluator, const Operand& operand, bool is_column);
+    /// ErrorResult for several areas, and for an error.
+    Grid(Evaluator& evaluator, const Operand& operand);
 
-    /// The values up to the last one that is there.
-    int size() const noexcept { return size_; }
-    Value at(int i) const;
-    const Area* area() const noexcept { return array_ ? nullptr : &area_; }
-    /// Calls the visitor for those that are there, in order.
-    void visit(const std::function<void(int, const Value&)>& visitor) const;
+    int rows() const noexcept { return rows_; }
+    int columns() const noexcept { return columns_; }
+    bool is_array() const noexcept { return array_ != nullptr; }
+    /// Of an area an area, else an array or a value.
+    Operand part(int row, int column, int rows, int columns) const;
+    /// The cell so far down and across, or with is_column false the other way round.
+    Operand cell(int along, int across, bool is_column) const
+    {
+        return is_column ? part(along, across, 1, 1) : part(across, along, 1, 1);
+    }
+
+    // In the first column, or with is_column false in the first row:
+
+    /// The first value equal to the key; a text may be a pattern.
+    std::optional<int> find_exactly(const Value& key, bool is_column, bool takes_patterns) const;
+    /// The last of the values not greater than the key, or with `is_falling` not less, by halving: they are sorted.
+    std::optional<int> find_sorted(const Value& key, bool is_column, bool is_falling) const;
 
 private:
-    Evaluator& evaluator_;
-    ArrayPointer array_;
-    Area area_;
-    bool is_column_;
-    int size_ = 0;
-};
+    Area line(bool is_column) const;
+    Value at(int along, bool is_column) const;
 
-/// The first value equal to the key; a text may be a pattern.
-std::optional<int> find_exactly(Evaluator& evaluator, const Line& line, const Value& key, bool takes_patterns);
-/// The last of the values not greater than the key, or with `is_falling` not less, by halving: the line is sorted.
-std::optional<int> find_sorted(Evaluator& evaluator, const Line& line, const Value& key, bool is_falling);
+    Evaluator& evaluator_;
+    ArrayPointer array_; // nullptr for an area
+    Area area_;
+    int rows_ = 1, columns_ = 1;
+};
 
 } // namespace tarvik::calculation

@@ -2,7 +2,7 @@
 #include "engines/spreadsheets/calculation/lookup.h"
 #include "engines/spreadsheets/calculation/numbers.h"
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 
 namespace tarvik::calculation {
@@ -11,111 +11,77 @@ namespace {
 
 constexpr std::size_t longest_key = 255;
 
-struct Shape {
-    int rows = 1, columns = 1;
-};
-
-Shape shape_of(const Operand& operand)
+Grid grid(Call& call, std::size_t argument)
 {
-    if (const auto* const array = std::get_if<ArrayPointer>(&operand)) return {(*array)->rows(), (*array)->columns()};
-    if (const auto* const areas = std::get_if<Areas>(&operand); areas && areas->size() == 1)
-        return {areas->front().rows(), areas->front().columns()};
-    if (const auto* const value = std::get_if<Value>(&operand); value && !std::holds_alternative<CellError>(*value))
-        return {};
-    const auto* const value = std::get_if<Value>(&operand);
-    throw ErrorResult{value ? std::get<CellError>(*value) : CellError::Reference};
+    return {call.evaluator(), call.operand(argument)};
 }
 
-// A part of an area or array, counting from 0.
-Operand part_of(Call& call, const Operand& operand, int row, int column, int rows, int columns)
+const Value& key_of(Call& call)
 {
-    if (const auto* const areas = std::get_if<Areas>(&operand)) {
-        const auto& [sheet, range] = areas->front();
-        const Place first{range.first.row + row, range.first.column + column};
-        return Areas{{sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
-    }
-    const ArrayPointer array = call.evaluator().array(operand);
-    if (rows == 1 && columns == 1) return array->at(row, column);
-    call.evaluator().spend_array(static_cast<std::size_t>(rows), static_cast<std::size_t>(columns));
-    const auto part = std::make_shared<Array>(rows, columns);
-    for (int i = 0; i < rows; ++i)
-        for (int k = 0; k < columns; ++k) part->stored(i, k) = array->at(row + i, column + k);
-    return ArrayPointer(part);
-}
-
-void require_key(const Value& key)
-{
-    const auto* const text = std::get_if<Text>(&key);
+    const auto* const text = std::get_if<Text>(&call.value(0));
     require(!text || text->size() <= longest_key, CellError::Value);
+    return call.value(0);
+}
+
+int required(std::optional<int> found)
+{
+    require(found.has_value(), CellError::NotAvailable);
+    return *found;
 }
 
 // VLOOKUP, and HLOOKUP with rows for columns.
 template <bool is_column>
 Operand look_up_across(Call& call)
 {
-    const Value& key = call.value(0);
-    require_key(key);
-    const Operand& table = call.operand(1);
-    const auto [rows, columns] = shape_of(table);
+    const Value& key = key_of(call);
+    const Grid table = grid(call, 1);
     const int index = call.whole(2);
     require(index >= 1, CellError::Value);
-    require(index <= (is_column ? columns : rows), CellError::Reference);
-    const Line line(call.evaluator(), table, is_column);
-    const auto found = call.truth(3, true) ? find_sorted(call.evaluator(), line, key, false)
-                                           : find_exactly(call.evaluator(), line, key, true);
-    require(found.has_value(), CellError::NotAvailable);
-    return is_column ? part_of(call, table, *found, index - 1, 1, 1) : part_of(call, table, index - 1, *found, 1, 1);
+    require(index <= (is_column ? table.columns() : table.rows()), CellError::Reference);
+    const int found = required(call.truth(3, true) ? table.find_sorted(key, is_column, false)
+                                                   : table.find_exactly(key, is_column, true));
+    return table.cell(found, index - 1, is_column);
 }
 
 Operand match(Call& call)
 {
-    const Value& key = call.value(0);
-    require_key(key);
-    const auto [rows, columns] = shape_of(call.operand(1));
-    require(rows == 1 || columns == 1, CellError::NotAvailable);
-    const Line line(call.evaluator(), call.operand(1), columns == 1);
+    const Value& key = key_of(call);
+    const Grid line = grid(call, 1);
+    const bool is_column = line.columns() == 1;
+    require(line.rows() == 1 || is_column, CellError::NotAvailable);
     const double kind = call.number(2, 1);
-    const auto found = kind == 0 ? find_exactly(call.evaluator(), line, key, true)
-                                 : find_sorted(call.evaluator(), line, key, kind < 0);
-    require(found.has_value(), CellError::NotAvailable);
-    return Value(static_cast<double>(*found) + 1);
+    const auto found = kind == 0 ? line.find_exactly(key, is_column, true) : line.find_sorted(key, is_column, kind < 0);
+    return Value(required(found) + 1.0);
 }
 
 Operand look_up(Call& call)
 {
-    const Value& key = call.value(0);
-    const Operand& searched = call.operand(1);
-    const auto [rows, columns] = shape_of(searched);
-    const bool is_column = call.size() > 2 ? columns == 1 : rows >= columns;
-    require(call.size() < 3 || rows == 1 || columns == 1, CellError::NotAvailable);
-    const auto found = find_sorted(call.evaluator(), Line(call.evaluator(), searched, is_column), key, false);
-    require(found.has_value(), CellError::NotAvailable);
-    if (call.size() < 3)
-        return is_column ? part_of(call, searched, *found, columns - 1, 1, 1)
-                         : part_of(call, searched, rows - 1, *found, 1, 1);
-    const auto [result_rows, result_columns] = shape_of(call.operand(2));
-    const bool is_result_column = result_columns == 1 && (result_rows > 1 || is_column);
-    if (std::holds_alternative<ArrayPointer>(call.operand(2)))
-        require(*found < (is_result_column ? result_rows : result_columns), CellError::NotAvailable);
-    return is_result_column ? part_of(call, call.operand(2), *found, 0, 1, 1)
-                            : part_of(call, call.operand(2), 0, *found, 1, 1);
+    const Grid searched = grid(call, 1);
+    const int rows = searched.rows(), columns = searched.columns();
+    const bool has_result = call.size() > 2;
+    const bool is_column = has_result ? columns == 1 : rows >= columns;
+    require(!has_result || rows == 1 || columns == 1, CellError::NotAvailable);
+    const int found = required(searched.find_sorted(call.value(0), is_column, false));
+    if (!has_result) return searched.cell(found, (is_column ? columns : rows) - 1, is_column);
+    const Grid result = grid(call, 2);
+    const bool is_result_column = result.columns() == 1 && (result.rows() > 1 || is_column);
+    require(!result.is_array() || found < (is_result_column ? result.rows() : result.columns()),
+            CellError::NotAvailable);
+    return result.cell(found, 0, is_result_column);
 }
 
 Operand x_look_up(Call& call)
 {
-    const auto [searched_rows, searched_columns] = shape_of(call.operand(1));
-    const auto [rows, columns] = shape_of(call.operand(2));
-    require(searched_rows == 1 || searched_columns == 1, CellError::Value);
+    const Grid searched = grid(call, 1), result = grid(call, 2);
+    const bool is_column = searched.columns() == 1;
+    require(searched.rows() == 1 || is_column, CellError::Value);
     const int kind = call.whole(4, 0);
     if (kind != 0 && kind != 2) throw CannotCalculate("an approximate search");
     if (call.whole(5, 1) != 1) throw CannotCalculate("a search from the end");
-    const bool is_column = searched_columns == 1;
-    const Line line(call.evaluator(), call.operand(1), is_column);
-    const auto found = find_exactly(call.evaluator(), line, call.value(0), kind == 2);
+    const auto found = searched.find_exactly(call.value(0), is_column, kind == 2);
     if (!found) return call.is_missing(3) ? Operand(Value(CellError::NotAvailable)) : call.evaluate(3);
-    require(*found < (is_column ? rows : columns), CellError::Value);
-    return is_column ? part_of(call, call.operand(2), *found, 0, 1, columns)
-                     : part_of(call, call.operand(2), 0, *found, rows, 1);
+    require(*found < (is_column ? result.rows() : result.columns()), CellError::Value);
+    return is_column ? result.part(*found, 0, 1, result.columns()) : result.part(0, *found, result.rows(), 1);
 }
 
 Operand index(Call& call)
@@ -126,13 +92,13 @@ Operand index(Call& call)
         require(number >= 1 && number <= static_cast<int>(areas->size()), CellError::Reference);
         from = Areas{(*areas)[static_cast<std::size_t>(number) - 1]};
     }
-    const auto [rows, columns] = shape_of(from);
+    const Grid table(call.evaluator(), from);
+    const int rows = table.rows(), columns = table.columns();
     int row = call.whole(1, 0), column = call.whole(2, 0);
     if (call.size() < 3 && rows == 1 && columns > 1) std::swap(row, column);
     require(row >= 0 && column >= 0, CellError::Value);
     require(row <= rows && column <= columns, CellError::Reference);
-    return part_of(call, from, row == 0 ? 0 : row - 1, column == 0 ? 0 : column - 1, row == 0 ? rows : 1,
-                   column == 0 ? columns : 1);
+    return table.part(std::max(row - 1, 0), std::max(column - 1, 0), row == 0 ? rows : 1, column == 0 ? columns : 1);
 }
 
 Operand choose(Call& call)
@@ -240,7 +206,7 @@ constexpr Function table[] = {
     {"ADDRESS", 2, 5, "nnnlt", address},
     {"CHOOSE", 2, 255, "x", choose},
     {"COLUMN", 0, 1, "r", line_number<false>},
-    {"COLUMNS", 1, 1, "r", [](Call& call) -> Operand { return Value(double(shape_of(call.operand(0)).columns)); }},
+    {"COLUMNS", 1, 1, "r", [](Call& call) -> Operand { return Value(grid(call, 0).columns() + 0.0); }},
     {"HLOOKUP", 3, 4, "vrnl", look_up_across<false>},
     {"HYPERLINK", 1, 2, "v", [](Call& call) -> Operand { return call.value(call.size() - 1); }},
     {"INDEX", 2, 4, "annn", index},
@@ -249,7 +215,7 @@ constexpr Function table[] = {
     {"MATCH", 2, 3, "vrn", match},
     {"OFFSET", 3, 5, "rnnnn", offset, true},
     {"ROW", 0, 1, "r", line_number<true>},
-    {"ROWS", 1, 1, "r", [](Call& call) -> Operand { return Value(double(shape_of(call.operand(0)).rows)); }},
+    {"ROWS", 1, 1, "r", [](Call& call) -> Operand { return Value(grid(call, 0).rows() + 0.0); }},
     {"TRANSPOSE", 1, 1, "a", transpose},
     {"VLOOKUP", 3, 4, "vrnl", look_up_across<true>},
     {"XLOOKUP", 3, 6, "vaaxnn", x_look_up},
