@@ -30,6 +30,13 @@ Operand checked(Operand operand)
     return operand;
 }
 
+template <typename Kind>
+Kind required(const Value& value)
+{
+    if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
+    return std::get<Kind>(value);
+}
+
 } // namespace
 
 const Value& pick(const Array& array, int row, int column) noexcept
@@ -101,9 +108,34 @@ const Area& Call::area(std::size_t i) const
 
 double Call::to_number(const Value& value) const
 {
-    const Value number = calculation::to_number(value, counts_from_1904());
-    if (const auto* const error = std::get_if<CellError>(&number)) throw ErrorResult{*error};
-    return std::get<double>(number);
+    return required<double>(calculation::to_number(value, counts_from_1904()));
+}
+
+bool Call::to_truth(const Value& value) const
+{
+    return required<bool>(calculation::to_truth(value));
+}
+
+Operand Call::choose(const Choice& choice)
+{
+    const Operand first = evaluate_valued(0);
+    const auto taken = [&](std::size_t i) { return i < size() ? evaluate(i) : Operand(Value(false)); };
+    if (const auto* const value = std::get_if<Value>(&first)) {
+        const auto chosen = choice(*value);
+        return chosen == 0 ? first : taken(chosen);
+    }
+    std::vector<ArrayPointer> arrays{evaluator_.array(first)};
+    for (std::size_t i = 1; i < std::max<std::size_t>(size(), 3); ++i) arrays.push_back(evaluator_.array(taken(i)));
+    return for_each_element(
+        arrays,
+        [&](int row, int column) -> Value {
+            try {
+                return pick(*arrays[choice(pick(*arrays[0], row, column))], row, column);
+            } catch (const ErrorResult& result) {
+                return result.error;
+            }
+        },
+        evaluator_);
 }
 
 // False for an error, which is then the argument.
@@ -111,7 +143,7 @@ bool Call::take(std::size_t i, char kind, const Value& value)
 {
     Value taken = kind == 'n'   ? calculation::to_number(value, counts_from_1904())
                   : kind == 't' ? to_text(value)
-                  : kind == 'l' ? to_truth(value)
+                  : kind == 'l' ? calculation::to_truth(value)
                                 : value;
     const bool is_error = kind != 'e' && std::holds_alternative<CellError>(taken);
     arguments_[i] = std::move(taken);

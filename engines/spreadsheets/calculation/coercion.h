@@ -7,6 +7,8 @@
 /// From one kind of value to another, as formulas do it.
 namespace tarvik::calculation {
 
+inline constexpr std::size_t longest_text = 32'767; ///< of a cell
+
 /// The number that the text writes: a decimal number, with thousands, percent, currency or an exponent, a fraction, a
 /// date or a time. CannotCalculate for a date that countries read differently ("1/2/2020").
 std::optional<double> parse_number(TextView text, bool counts_from_1904);

@@ -92,12 +92,11 @@ bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noex
     return matches(pattern, text, true);
 }
 
-std::optional<std::size_t> find_pattern(std::u32string_view pattern, std::u32string_view text,
-                                        std::size_t from) noexcept
+std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept
 {
     for (std::size_t i = from; i <= text.size(); ++i)
         if (matches(pattern, text.substr(i), false)) return i;
-    return std::nullopt;
+    return npos;
 }
 
 Criterion::Criterion(const Value& written, bool counts_from_1904) : counts_from_1904_(counts_from_1904)

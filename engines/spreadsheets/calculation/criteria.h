@@ -11,9 +11,8 @@ namespace tarvik::calculation {
 bool has_wildcards(std::u32string_view text) noexcept;
 /// The text as a whole against a pattern: "*" is any characters, "?" one; "~" takes their meaning away. Without case.
 bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noexcept;
-/// The first place of the pattern in the text from `from` on, counting from 0.
-std::optional<std::size_t> find_pattern(std::u32string_view pattern, std::u32string_view text,
-                                        std::size_t from) noexcept;
+/// The first place of the pattern in the text from `from` on, counting from 0, or npos.
+std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept;
 
 /// What COUNTIF and its kin ask of a cell: a value, or a text with an operator before it (">=5", "<>x*").
 class Criterion {

@@ -107,11 +107,6 @@ Operand months_later(Call& call)
                        call);
 }
 
-Operand days_between(Call& call)
-{
-    return Value(day_argument(call, 0) - day_argument(call, 1));
-}
-
 Operand days_360(Call& call)
 {
     const CalendarTime from = date_argument(call, 0), to = date_argument(call, 1);
@@ -238,7 +233,7 @@ constexpr Function table[] = {
     {"DATEDIF", 3, 3, "nnt", date_difference},
     {"DATEVALUE", 1, 1, "t", from_text<false>},
     {"DAY", 1, 1, "n", of_date<&CalendarTime::day>},
-    {"DAYS", 2, 2, "n", days_between},
+    {"DAYS", 2, 2, "n", [](Call& call) -> Operand { return day_argument(call, 0) - day_argument(call, 1); }},
     {"DAYS360", 2, 3, "nnl", days_360},
     {"EDATE", 2, 2, "n", months_later<false>},
     {"EOMONTH", 2, 2, "n", months_later<true>},

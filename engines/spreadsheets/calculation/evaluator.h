@@ -115,6 +115,10 @@ public:
     /// An argument that is taken as "x".
     Operand evaluate(std::size_t i) { return evaluator_.evaluate(node_.children[i], mode_); }
     Operand evaluate_valued(std::size_t i) { return evaluator_.valued(evaluate(i), mode_); }
+    using Choice = std::function<std::size_t(const Value&)>;
+    /// The argument to which the value of the first one leads, all being taken as "x": it alone is calculated. Of an
+    /// array each value leads to one. What stands behind the last argument is FALSE.
+    Operand choose(const Choice& choice);
     const Node& node(std::size_t i) const { return node_.children[i]; }
 
     Evaluator& evaluator() noexcept { return evaluator_; }
@@ -122,6 +126,7 @@ public:
     bool counts_from_1904() const { return evaluator_.source().counts_from_1904(); }
     /// The number that the value is or reads as. ErrorResult for an error.
     double to_number(const Value& value) const;
+    bool to_truth(const Value& value) const;
 
     Operand run(const Function& function);
 

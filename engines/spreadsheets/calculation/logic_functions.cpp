@@ -1,8 +1,8 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/evaluator.h"
 
-#include <array>
 #include <cmath>
+#include <functional>
 
 namespace tarvik::calculation {
 
@@ -18,49 +18,17 @@ bool is_not_available(const Value& value) noexcept
     return value == Value(CellError::NotAvailable);
 }
 
-Operand branch(Call& call, std::size_t i)
-{
-    return i < call.size() ? call.evaluate(i) : Operand(Value(false));
-}
-
 Operand if_function(Call& call)
 {
-    const Operand condition = call.evaluate_valued(0);
-    if (const auto* const value = std::get_if<Value>(&condition)) {
-        const Value truth = to_truth(*value);
-        if (is_error(truth)) return truth;
-        return branch(call, std::get<bool>(truth) ? 1 : 2);
-    }
-    auto& evaluator = call.evaluator();
-    const std::array<ArrayPointer, 3> arrays{evaluator.array(condition), evaluator.array(branch(call, 1)),
-                                             evaluator.array(branch(call, 2))};
-    return for_each_element(
-        arrays,
-        [&](int row, int column) -> Value {
-            Value truth = to_truth(pick(*arrays[0], row, column));
-            if (is_error(truth)) return truth;
-            return pick(*arrays[std::get<bool>(truth) ? 1 : 2], row, column);
-        },
-        evaluator);
+    return call.choose([&](const Value& value) -> std::size_t { return call.to_truth(value) ? 1 : 2; });
 }
 
 // The first value, or the second where the first is of that kind.
-Operand replaced(Call& call, bool (*is_replaced)(const Value&) noexcept)
+template <bool (*is_replaced)(const Value&) noexcept>
+Operand replaced(Call& call)
 {
-    Operand first = call.evaluate_valued(0);
-    if (const auto* const value = std::get_if<Value>(&first)) {
-        if (!is_replaced(*value)) return std::holds_alternative<std::monostate>(*value) ? Value(0.0) : *value;
-        return call.evaluate(1);
-    }
-    auto& evaluator = call.evaluator();
-    const std::array<ArrayPointer, 2> arrays{evaluator.array(first), evaluator.array(call.evaluate(1))};
-    return for_each_element(
-        arrays,
-        [&](int row, int column) {
-            const Value& value = pick(*arrays[0], row, column);
-            return is_replaced(value) ? pick(*arrays[1], row, column) : value;
-        },
-        evaluator);
+    const Operand result = call.choose([](const Value& value) -> std::size_t { return is_replaced(value) ? 1 : 0; });
+    return result == Operand(Value()) ? Value(0.0) : result;
 }
 
 Value one_value(Call& call, std::size_t i)
@@ -70,11 +38,8 @@ Value one_value(Call& call, std::size_t i)
 
 Operand ifs(Call& call)
 {
-    for (std::size_t i = 0; i + 1 < call.size(); i += 2) {
-        const Value truth = to_truth(one_value(call, i));
-        if (is_error(truth)) return truth;
-        if (std::get<bool>(truth)) return call.evaluate(i + 1);
-    }
+    for (std::size_t i = 0; i + 1 < call.size(); i += 2)
+        if (call.to_truth(one_value(call, i))) return call.evaluate(i + 1);
     return Value(CellError::NotAvailable);
 }
 
@@ -92,43 +57,21 @@ Operand switch_function(Call& call)
     return i < call.size() ? call.evaluate(i) : Operand(Value(CellError::NotAvailable));
 }
 
-// Calls the visitor for each truth value among the arguments; texts in cells are none.
-void visit_truths(Call& call, const std::function<void(bool)>& visitor)
+// Of the truth values among the arguments; texts in cells are none.
+template <typename Combination>
+Operand combined(Call& call)
 {
-    bool has_any = false;
+    std::optional<bool> result;
     for (std::size_t i = 0; i < call.size(); ++i) {
         const bool is_direct = std::holds_alternative<Value>(call.operand(i));
         call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
             if (!is_direct && (std::holds_alternative<Text>(value) || std::holds_alternative<std::monostate>(value)))
                 return;
-            const Value truth = to_truth(value);
-            if (const auto* const error = std::get_if<CellError>(&truth)) throw ErrorResult{*error};
-            visitor(std::get<bool>(truth));
-            has_any = true;
+            const bool truth = call.to_truth(value);
+            result = result ? Combination()(*result, truth) : truth;
         });
     }
-    if (!has_any) throw ErrorResult{CellError::Value};
-}
-
-Operand and_function(Call& call)
-{
-    bool result = true;
-    visit_truths(call, [&](bool truth) { result = result && truth; });
-    return Value(result);
-}
-
-Operand or_function(Call& call)
-{
-    bool result = false;
-    visit_truths(call, [&](bool truth) { result = result || truth; });
-    return Value(result);
-}
-
-Operand xor_function(Call& call)
-{
-    bool result = false;
-    visit_truths(call, [&](bool truth) { result = result != truth; });
-    return Value(result);
+    return result ? Value(*result) : Value(CellError::Value);
 }
 
 Value number_of(const Value& value)
@@ -162,61 +105,53 @@ Operand type_of(Call& call)
     return Value(is_error(value) ? 16.0 : 1.0);
 }
 
-Operand error_type(Call& call)
-{
-    const auto* const error = std::get_if<CellError>(&call.value(0));
-    return error ? Value(static_cast<double>(*error) + 1) : Value(CellError::NotAvailable);
-}
-
 template <typename Kind>
 Operand is_kind(Call& call)
 {
     return Value(std::holds_alternative<Kind>(call.value(0)));
 }
 
-Operand is_odd(Call& call)
+template <bool is_odd>
+Operand parity(Call& call)
 {
-    if (std::holds_alternative<bool>(call.value(0))) return Value(CellError::Value);
-    return Value(std::fmod(std::trunc(call.to_number(call.value(0))), 2) != 0);
-}
-
-Operand is_even(Call& call)
-{
-    const Operand odd = is_odd(call);
-    const auto* const truth = std::get_if<bool>(&std::get<Value>(odd));
-    return truth ? Operand(Value(!*truth)) : odd;
+    if (std::holds_alternative<bool>(call.value(0))) return CellError::Value;
+    return (std::fmod(std::trunc(call.to_number(call.value(0))), 2) != 0) == is_odd;
 }
 
 constexpr Function table[] = {
-    {"AND", 1, 255, "r", and_function},
-    {"ERROR.TYPE", 1, 1, "e", error_type},
+    {"AND", 1, 255, "r", combined<std::logical_and<>>},
+    {"ERROR.TYPE", 1, 1, "e",
+     [](Call& call) -> Operand {
+         const auto* const error = std::get_if<CellError>(&call.value(0));
+         return error ? Value(static_cast<double>(*error) + 1) : CellError::NotAvailable;
+     }},
     {"FALSE", 0, 0, "v", [](Call&) -> Operand { return Value(false); }},
     {"IF", 2, 3, "x", if_function},
-    {"IFERROR", 2, 2, "x", [](Call& call) { return replaced(call, is_error); }},
-    {"IFNA", 2, 2, "x", [](Call& call) { return replaced(call, is_not_available); }},
+    {"IFERROR", 2, 2, "x", replaced<is_error>},
+    {"IFNA", 2, 2, "x", replaced<is_not_available>},
     {"IFS", 2, 254, "x", ifs},
     {"ISBLANK", 1, 1, "e", is_kind<std::monostate>},
     {"ISERR", 1, 1, "e",
      [](Call& call) -> Operand { return Value(is_error(call.value(0)) && !is_not_available(call.value(0))); }},
     {"ISERROR", 1, 1, "e", is_kind<CellError>},
-    {"ISEVEN", 1, 1, "v", is_even},
+    {"ISEVEN", 1, 1, "v", parity<false>},
     {"ISLOGICAL", 1, 1, "e", is_kind<bool>},
     {"ISNA", 1, 1, "e", [](Call& call) -> Operand { return Value(is_not_available(call.value(0))); }},
     {"ISNONTEXT", 1, 1, "e", [](Call& call) -> Operand { return Value(!std::holds_alternative<Text>(call.value(0))); }},
     {"ISNUMBER", 1, 1, "e", is_kind<double>},
-    {"ISODD", 1, 1, "v", is_odd},
+    {"ISODD", 1, 1, "v", parity<true>},
     {"ISREF", 1, 1, "r", [](Call& call) -> Operand { return Value(std::holds_alternative<Areas>(call.operand(0))); }},
     {"ISTEXT", 1, 1, "e", is_kind<Text>},
     {"N", 1, 1, "r", of_first<number_of>},
     {"NA", 0, 0, "v", [](Call&) -> Operand { return Value(CellError::NotAvailable); }},
     {"NOT", 1, 1, "l", [](Call& call) -> Operand { return Value(!call.truth(0)); }},
-    {"OR", 1, 255, "r", or_function},
+    {"OR", 1, 255, "r", combined<std::logical_or<>>},
     {"SINGLE", 1, 1, "v", [](Call& call) -> Operand { return call.value(0); }},
     {"SWITCH", 3, 254, "x", switch_function},
     {"T", 1, 1, "r", of_first<text_of>},
     {"TRUE", 0, 0, "v", [](Call&) -> Operand { return Value(true); }},
     {"TYPE", 1, 1, "r", type_of},
-    {"XOR", 1, 255, "r", xor_function},
+    {"XOR", 1, 255, "r", combined<std::not_equal_to<>>},
 };
 
 } // namespace

@@ -103,19 +103,11 @@ Operand index(Call& call)
 
 Operand choose(Call& call)
 {
-    auto& evaluator = call.evaluator();
-    const Operand which = call.evaluate_valued(0);
-    const auto chosen = [&](const Value& value) {
+    return call.choose([&](const Value& value) {
         const double place = std::trunc(call.to_number(value));
         require(place >= 1 && place < static_cast<double>(call.size()), CellError::Value);
         return static_cast<std::size_t>(place);
-    };
-    if (const auto* const value = std::get_if<Value>(&which)) return call.evaluate(chosen(*value));
-    std::vector<ArrayPointer> arrays{evaluator.array(which)};
-    for (std::size_t i = 1; i < call.size(); ++i) arrays.push_back(evaluator.array(call.evaluate(i)));
-    return for_each_element(
-        arrays, [&](int row, int column) { return pick(*arrays[chosen(pick(*arrays[0], row, column))], row, column); },
-        evaluator);
+    });
 }
 
 Operand offset(Call& call)

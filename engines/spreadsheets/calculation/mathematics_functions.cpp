@@ -2,10 +2,8 @@
 #include "engines/spreadsheets/calculation/numbers.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
-#include <numeric>
 
 namespace tarvik::calculation {
 
@@ -28,6 +26,11 @@ Operand log_function(Call& call)
     require(base != 1, CellError::DivisionByZero);
     if (base == 10) return Value(std::log10(number));
     return Value(std::log(number) / std::log(base));
+}
+
+double sign(double number)
+{
+    return number == 0 ? 0 : std::copysign(1, number);
 }
 
 // The sine so many quarter turns ahead. Spreadsheet applications know pi to 66 bits, which shows beside its multiples.
@@ -118,22 +121,19 @@ Operand round_up(Call& call)
     return Value(rounded(cut + std::copysign(1 / power, number), decimals));
 }
 
-double factorial(double number)
+Operand factorial(Call& call)
 {
+    const double number = std::trunc(call.number(0));
+    require(number >= 0 && number <= 170);
     double product = 1;
     for (int factor = 2; factor <= static_cast<int>(number); ++factor) product *= factor;
     return product;
 }
 
-Operand fact(Call& call)
+Operand combinations(Call& call)
 {
     const double number = std::trunc(call.number(0));
-    require(number >= 0 && number <= 170);
-    return Value(factorial(number));
-}
-
-double combinations(double number, double chosen)
-{
+    double chosen = std::trunc(call.number(1));
     require(number >= 0 && chosen >= 0 && chosen <= number && number < 1e6);
     chosen = std::min(chosen, number - chosen);
     double result = 1;
@@ -141,18 +141,11 @@ double combinations(double number, double chosen)
     return result < largest_whole ? std::round(result) : result;
 }
 
-Operand combin(Call& call)
-{
-    return Value(combinations(std::trunc(call.number(0)), std::trunc(call.number(1))));
-}
-
 Operand arc_tangent_2(Call& call)
 {
     require(call.number(0) != 0 || call.number(1) != 0, CellError::DivisionByZero);
     return Value(std::atan2(call.number(1), call.number(0)));
 }
-
-constexpr double degrees_of_circle = 180;
 
 constexpr Function table[] = {
     {"ABS", 1, 1, "n", plain<std::abs>},
@@ -165,37 +158,30 @@ constexpr Function table[] = {
     {"ATANH", 1, 1, "n", plain<std::atanh>},
     {"CEILING", 2, 2, "n", ceiling},
     {"CEILING.MATH", 1, 3, "n", step_math<true>},
-    {"COMBIN", 2, 2, "n", combin},
+    {"COMBIN", 2, 2, "n", combinations},
     {"COS", 1, 1, "n", plain<[](double angle) { return sine(angle, 1); }>},
     {"COSH", 1, 1, "n", plain<std::cosh>},
-    {"DEGREES", 1, 1, "n",
-     [](Call& call) -> Operand { return Value(call.number(0) * degrees_of_circle / std::numbers::pi); }},
+    {"DEGREES", 1, 1, "n", plain<[](double angle) { return angle * 180 / std::numbers::pi; }>},
     {"EVEN", 1, 1, "n", even},
     {"EXP", 1, 1, "n", plain<std::exp>},
-    {"FACT", 1, 1, "n", fact},
+    {"FACT", 1, 1, "n", factorial},
     {"FLOOR", 2, 2, "n", floor_function},
     {"FLOOR.MATH", 1, 3, "n", step_math<false>},
     {"INT", 1, 1, "n", plain<floor_15>},
-    {"LN", 1, 1, "n",
-     [](Call& call) -> Operand { return call.number(0) > 0 ? Value(std::log(call.number(0))) : CellError::Number; }},
+    {"LN", 1, 1, "n", plain<std::log>},
     {"LOG", 1, 2, "n", log_function},
-    {"LOG10", 1, 1, "n",
-     [](Call& call) -> Operand { return call.number(0) > 0 ? Value(std::log10(call.number(0))) : CellError::Number; }},
+    {"LOG10", 1, 1, "n", plain<std::log10>},
     {"MOD", 2, 2, "n", modulo},
     {"MROUND", 2, 2, "n", mround},
     {"ODD", 1, 1, "n", odd},
     {"PI", 0, 0, "n", [](Call&) -> Operand { return Value(std::numbers::pi); }},
     {"POWER", 2, 2, "n",
      [](Call& call) -> Operand { return operate(Operator::Power, call.value(0), call.value(1), false); }},
-    {"RADIANS", 1, 1, "n",
-     [](Call& call) -> Operand { return Value(call.number(0) / degrees_of_circle * std::numbers::pi); }},
+    {"RADIANS", 1, 1, "n", plain<[](double angle) { return angle / 180 * std::numbers::pi; }>},
     {"ROUND", 2, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1))); }},
     {"ROUNDDOWN", 2, 2, "n", [](Call& call) -> Operand { return Value(truncated(call.number(0), call.whole(1))); }},
     {"ROUNDUP", 2, 2, "n", round_up},
-    {"SIGN", 1, 1, "n",
-     [](Call& call) -> Operand {
-         return Value(call.number(0) > 0 ? 1.0 : call.number(0) < 0 ? -1.0 : 0.0);
-     }},
+    {"SIGN", 1, 1, "n", plain<sign>},
     {"SIN", 1, 1, "n", plain<[](double angle) { return sine(angle, 0); }>},
     {"SINH", 1, 1, "n", plain<std::sinh>},
     {"SQRT", 1, 1, "n", plain<std::sqrt>},

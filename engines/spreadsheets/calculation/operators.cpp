@@ -7,8 +7,6 @@ namespace tarvik::calculation {
 
 namespace {
 
-constexpr std::size_t longest_text = 32'767;
-
 Value power(double base, double exponent)
 {
     if (base == 0 && exponent == 0) return CellError::Number;

@@ -10,8 +10,6 @@ namespace tarvik::calculation {
 
 namespace {
 
-constexpr std::size_t longest_text = 32'767;
-
 Operand checked(Text text)
 {
     require(text.size() <= longest_text, CellError::Value);
@@ -26,17 +24,6 @@ std::size_t size_of(Call& call, std::size_t argument, double least, double other
     return static_cast<std::size_t>(std::min(number, static_cast<double>(longest_text)));
 }
 
-// Languages differ in what they count as two bytes.
-void require_ascii(const Text& text, const char* function)
-{
-    if (std::ranges::any_of(text, [](char32_t c) { return c > 0x7f; })) throw CannotCalculate(function);
-}
-
-Operand left(Call& call)
-{
-    return Value(call.text(0).substr(0, size_of(call, 1, 0, 1)));
-}
-
 Operand right(Call& call)
 {
     const Text& text = call.text(0);
@@ -48,11 +35,6 @@ Operand middle(Call& call)
     const Text& text = call.text(0);
     const auto place = size_of(call, 1, 1, 1), count = size_of(call, 2, 0, 0);
     return Value(place > text.size() ? Text() : text.substr(place - 1, count));
-}
-
-Operand length(Call& call)
-{
-    return Value(static_cast<double>(call.text(0).size()));
 }
 
 Operand trim_blanks(Call& call)
@@ -110,22 +92,15 @@ Operand replace(Call& call)
     return checked(text.replace(place, size_of(call, 2, 0, 0), call.text(3)));
 }
 
+template <bool takes_patterns>
 Operand find(Call& call)
 {
+    const Text &wanted = call.text(0), &text = call.text(1);
     const auto from = size_of(call, 2, 1, 1) - 1;
-    require(from <= call.text(1).size(), CellError::Value);
-    const auto found = call.text(1).find(call.text(0), from);
-    require(found != Text::npos, CellError::Value);
-    return Value(static_cast<double>(found) + 1);
-}
-
-Operand search(Call& call)
-{
-    const auto from = size_of(call, 2, 1, 1) - 1;
-    require(from <= call.text(1).size(), CellError::Value);
-    const auto found = find_pattern(call.text(0), call.text(1), from);
-    require(found.has_value(), CellError::Value);
-    return Value(static_cast<double>(*found) + 1);
+    require(from <= text.size(), CellError::Value);
+    const auto found = takes_patterns ? find_pattern(wanted, text, from) : text.find(wanted, from);
+    require(found != npos, CellError::Value);
+    return static_cast<double>(found) + 1;
 }
 
 Operand repeat(Call& call)
@@ -180,19 +155,14 @@ Operand join(Call& call)
 
 Operand text_in_format(Call& call)
 {
-    const Value& value = call.value(0);
-    const auto* const text = std::get_if<Text>(&value);
-    Value number = value;
-    if (text) {
-        const auto read = parse_number(*text, call.counts_from_1904());
-        if (read) number = *read;
-    }
-    if (std::holds_alternative<std::monostate>(number)) number = 0.0;
-    if (const auto* const plain = std::get_if<double>(&number)) {
-        const auto formatted = format_number(*plain, call.text(1), call.counts_from_1904());
-        return formatted ? Operand(Value(*formatted)) : Operand(Value(CellError::Value));
-    }
-    return Value(format_text(std::get<Text>(to_text(number)), call.text(1)));
+    Value value = call.value(0);
+    if (std::holds_alternative<std::monostate>(value)) value = 0.0;
+    if (const auto* const text = std::get_if<Text>(&value))
+        if (const auto number = parse_number(*text, call.counts_from_1904())) value = *number;
+    const auto* const number = std::get_if<double>(&value);
+    if (!number) return Value(format_text(std::get<Text>(to_text(value)), call.text(1)));
+    const auto formatted = format_number(*number, call.text(1), call.counts_from_1904());
+    return formatted ? Value(*formatted) : CellError::Value;
 }
 
 Operand to_value(Call& call)
@@ -201,19 +171,20 @@ Operand to_value(Call& call)
     return to_number(call.value(0), call.counts_from_1904());
 }
 
+// Languages differ in what they count as two bytes.
 Operand character(Call& call)
 {
     const int code = call.whole(0);
     require(code >= 1 && code <= 255, CellError::Value);
     if (code > 0x7f) throw CannotCalculate("CHAR beyond ASCII");
-    return Value(Text(1, static_cast<char32_t>(code)));
+    return Text(1, static_cast<char32_t>(code));
 }
 
 Operand code(Call& call)
 {
     require(!call.text(0).empty(), CellError::Value);
-    require_ascii(call.text(0).substr(0, 1), "CODE beyond ASCII");
-    return Value(static_cast<double>(call.text(0)[0]));
+    if (call.text(0)[0] > 0x7f) throw CannotCalculate("CODE beyond ASCII");
+    return static_cast<double>(call.text(0)[0]);
 }
 
 Operand fixed(Call& call)
@@ -232,17 +203,17 @@ constexpr Function table[] = {
     {"CONCAT", 1, 255, "r", concatenate},
     {"CONCATENATE", 1, 255, "v", concatenate},
     {"EXACT", 2, 2, "t", [](Call& call) -> Operand { return Value(call.text(0) == call.text(1)); }},
-    {"FIND", 2, 3, "ttn", find},
+    {"FIND", 2, 3, "ttn", find<false>},
     {"FIXED", 1, 3, "nnl", fixed},
-    {"LEFT", 1, 2, "tn", left},
-    {"LEN", 1, 1, "t", length},
+    {"LEFT", 1, 2, "tn", [](Call& call) -> Operand { return call.text(0).substr(0, size_of(call, 1, 0, 1)); }},
+    {"LEN", 1, 1, "t", [](Call& call) -> Operand { return static_cast<double>(call.text(0).size()); }},
     {"LOWER", 1, 1, "t", [](Call& call) -> Operand { return Value(lower(TextView(call.text(0)))); }},
     {"MID", 3, 3, "tnn", middle},
     {"PROPER", 1, 1, "t", proper},
     {"REPLACE", 4, 4, "tnnt", replace},
     {"REPT", 2, 2, "tn", repeat},
     {"RIGHT", 1, 2, "tn", right},
-    {"SEARCH", 2, 3, "ttn", search},
+    {"SEARCH", 2, 3, "ttn", find<true>},
     {"SUBSTITUTE", 3, 4, "tttn", substitute},
     {"TEXT", 2, 2, "vt", text_in_format},
     {"TEXTJOIN", 3, 255, "tlr", join},
