@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <unordered_map>
 
 namespace tarvik::calculation {
 
@@ -28,6 +29,18 @@ Operand checked(Operand operand)
         }
     }
     return operand;
+}
+
+using ByName = std::unordered_map<std::string_view, const Function*>;
+
+ByName all_functions()
+{
+    ByName functions;
+    for (const auto group :
+         {logic_functions(), mathematics_functions(), statistics_functions(), conditional_functions(),
+          lookup_functions(), text_functions(), date_functions(), finance_functions()})
+        for (const auto& function : group) functions.emplace(function.name, &function);
+    return functions;
 }
 
 template <typename Kind>
@@ -189,6 +202,13 @@ Operand Call::run(const Function& function)
             return evaluator_.single(calculate(function));
         },
         evaluator_);
+}
+
+const Function* find_function(std::string_view name) noexcept
+{
+    static const ByName functions = all_functions();
+    const auto found = functions.find(name);
+    return found == functions.end() ? nullptr : found->second;
 }
 
 } // namespace tarvik::calculation

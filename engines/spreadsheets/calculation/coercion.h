@@ -1,10 +1,10 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/value.h"
+#include "engines/spreadsheets/calculation/tree.h"
 
 #include <optional>
 
-/// From one kind of value to another, as formulas do it.
+/// From one kind of value to another, and two values to one, as formulas do it.
 namespace tarvik::calculation {
 
 inline constexpr std::size_t longest_text = 32'767; ///< of a cell
@@ -39,5 +39,10 @@ double truncated(double number, int decimals) noexcept;
 int compare(const Value& a, const Value& b);
 /// Whether they are of one kind and equal; texts without case, numbers to their last bit.
 bool is_equal(const Value& a, const Value& b);
+
+/// The result of an operator for two values.
+Value operate(Operator how, const Value& a, const Value& b, bool counts_from_1904);
+/// A sum or difference that is nothing but the rest of its operands' rounding is 0.
+double without_rest(double result, double operand) noexcept;
 
 } // namespace tarvik::calculation

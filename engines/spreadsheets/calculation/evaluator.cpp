@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/calculation/evaluator.h"
 
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/references.h"
 
 #include <algorithm>
 #include <cmath>

@@ -140,9 +140,4 @@ private:
     std::vector<Operand> arguments_;
 };
 
-/// The result of an operator for two values.
-Value operate(Operator how, const Value& a, const Value& b, bool counts_from_1904);
-/// A sum or difference that is nothing but the rest of its operands' rounding is 0.
-double without_rest(double result, double operand) noexcept;
-
 } // namespace tarvik::calculation

@@ -1,4 +1,4 @@
-#include "engines/spreadsheets/calculation/format_sections.h"
+#include "engines/spreadsheets/calculation/number_format.h"
 
 #include "engines/spreadsheets/calculation/formula.h"
 

@@ -3,9 +3,9 @@
 #include "engines/spreadsheets/calculation/source.h"
 #include "engines/spreadsheets/calculation/tree.h"
 
-#include <exception>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -13,18 +13,20 @@ namespace tarvik::calculation {
 
 /// A formula that this language cannot calculate. what() names, in UTF-8, the function or the construct: "RAND",
 /// "external workbook", "syntax".
-class CannotCalculate final : public std::exception {
-public:
-    explicit CannotCalculate(std::string reason) : reason_(std::move(reason)) {}
-    const char* what() const noexcept override { return reason_.c_str(); }
-
-private:
-    std::string reason_;
+struct CannotCalculate final : std::runtime_error {
+    using std::runtime_error::runtime_error;
 };
 
 /// The formula as a part writes it, in UTF-8 without "=", taken apart as that of the cell at `at`; a name's formula
 /// stands at A1. Never nullptr and never an exception: what is no formula gives one that cannot be calculated.
 FormulaPointer parse(std::string_view text, Place at);
+
+/// What the reference points at from that cell: areas, or the error that it is instead.
+Operand resolve(const AreaReference& reference, const CellAddress& at, const Names& names);
+Operand resolve(const TableReference& reference, const CellAddress& at, const Names& names);
+
+/// The formula of the name, or nullptr.
+FormulaPointer find_formula(const NameReference& name, const CellAddress& at, const Names& names);
 
 using AreaVisitor = std::function<void(int sheet, const Range&)>;
 /// The areas that the formula names when it stands at `at`, also through names, tables and rows of sheets, whether or

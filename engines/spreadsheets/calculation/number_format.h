@@ -3,6 +3,7 @@
 #include "engines/spreadsheets/calculation/value.h"
 
 #include <optional>
+#include <vector>
 
 /// Numbers and texts as a number format shows them. Names of months and days are English.
 namespace tarvik::calculation {
@@ -12,5 +13,44 @@ namespace tarvik::calculation {
 std::optional<Text> format_number(double number, TextView format, bool counts_from_1904);
 /// The format's section for texts, or the text itself.
 Text format_text(TextView text, TextView format);
+
+/// A piece of a number format.
+struct FormatPiece {
+    enum class Kind {
+        Literal,
+        Digit, ///< "0", "#" or "?"
+        Point,
+        Comma,
+        Percent,
+        Exponent, ///< "E+" or "e-"
+        Date,     ///< letters of one kind: "yyyy", "mm"; "n" for minutes
+        Elapsed,  ///< "[h]"
+        Fraction, ///< of a second: "0" for each digit
+        HalfDay,  ///< "AM/PM"
+        General,
+        Text, ///< "@"
+    };
+    Kind kind = Kind::Literal;
+    Text text; ///< without quotes; letters in lower case
+};
+
+/// A number takes the first section whose condition it meets.
+struct FormatSection {
+    struct Condition {
+        Text relation; ///< "<", ">=" and so on
+        double limit = 0;
+        bool holds(double number) const;
+    };
+    std::vector<FormatPiece> pieces;
+    std::optional<Condition> condition;
+
+    bool has(FormatPiece::Kind kind) const;
+};
+
+/// At least one. CannotCalculate for what is not known.
+std::vector<FormatSection> parse_format(TextView format);
+
+/// The number, which is a day's, in a section with letters of dates.
+Text format_date(double number, const FormatSection& section, bool counts_from_1904);
 
 } // namespace tarvik::calculation

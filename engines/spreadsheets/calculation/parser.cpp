@@ -64,19 +64,18 @@ private:
     }
 
     // Counts what takes stack, here and when it is calculated.
-    class Nesting {
-    public:
-        explicit Nesting(int& depth) : depth_(depth)
-        {
-            if (++depth_ > deepest_nesting) throw SyntaxError{"nesting"};
-        }
-        Nesting(const Nesting&) = delete;
-        Nesting& operator=(const Nesting&) = delete;
-        ~Nesting() { --depth_; }
+    void go_deeper()
+    {
+        if (++depth_ > deepest_nesting) throw SyntaxError{"nesting"};
+    }
 
-    private:
-        int& depth_;
-    };
+    template <typename Content, typename... Children>
+    static Node node_of(Content content, Children... children)
+    {
+        Node node{std::move(content), {}};
+        (node.children.push_back(std::move(children)), ...);
+        return node;
+    }
 
     const BinaryOperator* binary_operator(int level) const
     {
@@ -93,8 +92,7 @@ private:
         Node first = parse_binary(level + 1);
         if (!binary_operator(level)) return first;
         Chain chain;
-        Node node;
-        node.children.push_back(std::move(first));
+        Node node = node_of(Missing{}, std::move(first));
         while (const auto* found = binary_operator(level)) {
             advance();
             chain.operators.push_back(found->meaning);
@@ -104,22 +102,22 @@ private:
         return node;
     }
 
-    static Node signed_node(Sign sign, Node operand)
+    Node parse_signed()
     {
-        Node node{sign, {}};
-        node.children.push_back(std::move(operand));
+        go_deeper();
+        Node node = skip("-")   ? node_of(Sign::Minus, parse_signed())
+                    : skip("+") ? node_of(Sign::Plus, parse_signed())
+                                : parse_percent();
+        --depth_;
         return node;
     }
 
-    Node parse_signed()
+    Node parse_percent()
     {
-        const Nesting nesting(depth_);
-        if (skip("-")) return signed_node(Sign::Minus, parse_signed());
-        if (skip("+")) return signed_node(Sign::Plus, parse_signed());
         Node node = parse_intersection();
         for (int count = 0; skip("%"); ++count) {
             if (count == deepest_nesting) throw SyntaxError{"nesting"};
-            node = signed_node(Sign::Percent, std::move(node));
+            node = node_of(Sign::Percent, std::move(node));
         }
         return node;
     }
@@ -141,8 +139,7 @@ private:
     {
         Node node = parse_between();
         if (!token_.is_after_blank || !starts_reference()) return node;
-        Node result{ReferenceOperator::Intersection, {}};
-        result.children.push_back(std::move(node));
+        Node result = node_of(ReferenceOperator::Intersection, std::move(node));
         while (token_.is_after_blank && starts_reference()) result.children.push_back(parse_between());
         return result;
     }
@@ -159,10 +156,7 @@ private:
                 first->last = second->last;
                 continue;
             }
-            Node result{ReferenceOperator::Between, {}};
-            result.children.push_back(std::move(node));
-            result.children.push_back(std::move(other));
-            node = std::move(result);
+            node = node_of(ReferenceOperator::Between, std::move(node), std::move(other));
             formula_.is_volatile = true; // what lies between is only known when it is calculated
             if (++betweens_ > deepest_nesting) throw SyntaxError{"nesting"};
         }
@@ -170,6 +164,14 @@ private:
     }
 
     Node parse_operand()
+    {
+        go_deeper();
+        Node node = parse_leaf();
+        --depth_;
+        return node;
+    }
+
+    Node parse_leaf()
     {
         const Token token = token_;
         switch (token.kind) {
@@ -246,7 +248,6 @@ private:
 
     Node parse_call()
     {
-        const Nesting nesting(depth_);
         FunctionCall call;
         call.name = in_capitals(token_.text);
         for (const std::string_view prefix : {"_XLFN.", "_XLWS.", "_XLUDF.", "ORG.LIBREOFFICE.", "ORG.OPENOFFICE."})
@@ -273,11 +274,9 @@ private:
 
     Node parse_parentheses()
     {
-        const Nesting nesting(depth_);
         Node first = parse_binary(0);
         if (skip(")")) return first;
-        Node node{ReferenceOperator::Union, {}};
-        node.children.push_back(std::move(first));
+        Node node = node_of(ReferenceOperator::Union, std::move(first));
         while (skip(",")) node.children.push_back(parse_binary(0));
         require(")");
         return node;
@@ -297,25 +296,18 @@ private:
 
     Node parse_array()
     {
-        const Nesting nesting(depth_);
-        std::vector<std::vector<Value>> rows(1);
-        rows.back().push_back(parse_constant());
-        while (!skip("}")) {
-            if (skip(";")) {
-                rows.emplace_back();
-            } else {
-                require(",");
-            }
-            rows.back().push_back(parse_constant());
-        }
-        const auto columns = static_cast<int>(rows.front().size());
-        const auto array = std::make_shared<Array>(static_cast<int>(rows.size()), columns);
-        for (int row = 0; row < array->rows(); ++row) {
-            auto& values = rows[static_cast<std::size_t>(row)];
-            if (values.size() != rows.front().size()) throw SyntaxError{};
-            for (int column = 0; column < columns; ++column)
-                array->stored(row, column) = std::move(values[static_cast<std::size_t>(column)]);
-        }
+        std::vector<Value> values;
+        std::size_t rows = 0, columns = 0;
+        do {
+            do values.push_back(parse_constant());
+            while (skip(","));
+            if (++rows == 1) columns = values.size();
+            if (values.size() != rows * columns) throw SyntaxError{};
+        } while (skip(";"));
+        require("}");
+        const auto array = std::make_shared<Array>(static_cast<int>(rows), static_cast<int>(columns));
+        for (std::size_t i = 0; i < values.size(); ++i)
+            array->stored(static_cast<int>(i / columns), static_cast<int>(i % columns)) = std::move(values[i]);
         return {ArrayPointer(array), {}};
     }
 

@@ -1,5 +1,3 @@
-#include "engines/spreadsheets/calculation/references.h"
-
 #include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>

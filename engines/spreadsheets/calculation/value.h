@@ -3,6 +3,8 @@
 #include "engines/spreadsheets/calculation/places.h"
 #include "platform/text/text.h"
 
+#include <algorithm>
+#include <array>
 #include <optional>
 #include <variant>
 
@@ -14,10 +16,22 @@ using ooxml::Range;
 
 enum class CellError { Null, DivisionByZero, Value, Reference, Name, Number, NotAvailable };
 
-/// "#DIV/0!" and its like.
-TextView error_text(CellError error) noexcept;
+/// In the order of CellError.
+inline constexpr std::array<std::u32string_view, 7> error_texts{U"#NULL!", U"#DIV/0!", U"#VALUE!", U"#REF!",
+                                                                U"#NAME?", U"#NUM!",   U"#N/A"};
+
+inline TextView error_text(CellError error) noexcept
+{
+    return error_texts.at(static_cast<std::size_t>(error));
+}
+
 /// Nothing for a text that is no error's, or one that this language does not have ("#SPILL!").
-std::optional<CellError> parse_error(TextView text) noexcept;
+inline std::optional<CellError> parse_error(TextView text) noexcept
+{
+    const auto* const found = std::ranges::find(error_texts, text);
+    if (found == error_texts.end()) return std::nullopt;
+    return static_cast<CellError>(found - error_texts.begin());
+}
 
 /// What a cell holds: nothing, a number (a date is one), a truth value, a text or an error. A formula's result is never
 /// nothing: where it would be, it is 0.
