@@ -28,11 +28,6 @@ const QString preset_query = "查寻条件";
 const QString separator_key = "query/separator";
 constexpr const char* usual_separator = "。\r\n";
 
-bool is_pane(const TextWidget& text)
-{
-    return text.objectName().startsWith("Form1.RichTextBox");
-}
-
 // The first file of what is dragged; empty where there is none.
 QString dropped_file(const QDropEvent& event)
 {
@@ -41,19 +36,11 @@ QString dropped_file(const QDropEvent& event)
     return {};
 }
 
-void wish_stop(Front& front)
-{
-    front.queue.submit([&front] {
-        front.queue.recorder().stop_wished();
-        front.program.run.stop_wished = true;
-    });
-}
-
 } // namespace
 
 Form1Window::Form1Window(Front& front)
     : FormWindow(front, front.program.form1.window), form1_(front.program.form1), fonts_(front.theme, front.scale),
-      number_fonts_(front.theme, front.scale), progress_(*this), status_([this] { wish_stop(this->front()); }, *this),
+      number_fonts_(front.theme, front.scale), progress_(*this), status_([this] { stop_run(); }, *this),
       find_bar_(
           front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {
@@ -67,8 +54,7 @@ Form1Window::Form1Window(Front& front)
     key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
     set_tooltips(*this);
     separator_ = from_qt(user_settings().value(separator_key, usual_separator).toString());
-    for (TextWidget* text : texts_)
-        if (is_pane(*text)) text->word_asked = [this](const QString& word) { look_up(word); };
+    for (TextWidget* pane : panes_) pane->word_asked = [this](const QString& word) { look_up(word); };
     status_.result_clicked = [this] { go_to_result(); };
     setAcceptDrops(true);
 }
@@ -102,7 +88,7 @@ void Form1Window::show_state()
     }
     const TextWidget* const pane = shown_pane();
     status_.show_state(state_text(front().program, pane && pane->edited()));
-    for (TextWidget* text : texts_) text->update_ruler();
+    for (TextWidget* each : panes_) each->update_ruler();
     find_bar_.follow();
 }
 
@@ -110,7 +96,8 @@ TextWidget* Form1Window::shown_pane()
 {
     TextWidget* top = nullptr;
     for (QObject* child : children()) // the one in front comes last
-        if (auto* text = dynamic_cast<TextWidget*>(child); text && text->isVisible() && is_pane(*text)) top = text;
+        if (const auto pane = std::ranges::find(panes_, child); pane != panes_.end() && (*pane)->isVisible())
+            top = *pane;
     return top;
 }
 
@@ -155,6 +142,14 @@ void Form1Window::press(const Control& button)
     if (!widget || !widget->isVisible() || !widget->isEnabled()) return;
     widget->click();
     front().queue.submit(to_query_box());
+}
+
+void Form1Window::stop_run()
+{
+    front().queue.submit([this] {
+        front().queue.recorder().stop_wished();
+        front().program.run.stop_wished = true;
+    });
 }
 
 // A query lays the number of its results over the separator.
@@ -216,20 +211,18 @@ void Form1Window::walk_words(int step)
 
 void Form1Window::set_wraps(bool wraps)
 {
-    for (TextWidget* text : texts_)
-        if (is_pane(*text)) text->set_wraps_prose(wraps);
+    for (TextWidget* pane : panes_) pane->set_wraps_prose(wraps);
 }
 
 void Form1Window::show_line_numbers(bool shown)
 {
-    for (TextWidget* text : texts_)
-        if (is_pane(*text)) text->show_line_numbers(shown);
+    for (TextWidget* pane : panes_) pane->show_line_numbers(shown);
 }
 
 void Form1Window::zoom_panes(int step)
 {
     fonts_.zoom(step);
-    for (TextWidget* text : texts_) text->lay_anew();
+    for (TextWidget* pane : panes_) pane->lay_anew();
 }
 
 void Form1Window::wheelEvent(QWheelEvent* event)
@@ -285,7 +278,8 @@ void Form1Window::set_zoom(double zoom)
     find_bar_.setFont(front().theme.font(FontRole::Button, front().scale));
     commands_->setFont(front().theme.font(FontRole::Notes, front().scale)); // even widths keep its columns
     place();
-    for (TextWidget* text : texts_) text->lay_anew();
+    for (TextWidget* pane : panes_) pane->lay_anew();
+    number_box_->lay_anew();
 }
 
 void Form1Window::before_first_show()

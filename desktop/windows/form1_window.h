@@ -36,8 +36,7 @@ public:
     QRect pane_on_screen() const;
     /// The pane that the user looks at, if there is one.
     TextWidget* shown_pane();
-    void find(bool forward) { find_bar_.find(forward); }
-    void open_find_bar() { find_bar_.open(); }
+    FindBar& find_bar() { return find_bar_; }
     /// From the query box into the pane, and back.
     void switch_focus();
     /// While keys are commands: the letters typed from now on are text, or commands again.
@@ -86,11 +85,13 @@ private:
     void set_zoom(double zoom);
     std::function<void()> to_query_box();
     void keep_separator();
+    void stop_run();
 
     Form1& form1_;
     PaneFonts fonts_, number_fonts_; // the number box is no pane and keeps its size
     LineBox* query_box_ = nullptr;
-    std::vector<TextWidget*> texts_;
+    std::vector<TextWidget*> panes_;
+    TextWidget* number_box_ = nullptr;
     ProgressLine progress_;
     StatusLine status_;
     CommandList* commands_ = nullptr;

@@ -106,9 +106,9 @@ void MainMenu::add_reading()
     add(menu, "到结果所在的页", {"F5"}, [this] { form1_.go_to_result(); });
     add(menu, "放回隔离符", {"F7"}, [this] { form1_.put_separator(); });
     menu.addSeparator();
-    add(menu, "在窗格中查找", {"Ctrl+F"}, [this] { form1_.open_find_bar(); });
-    add(menu, "查找下一处", {"F3"}, [this] { form1_.find(true); });
-    add(menu, "查找上一处", {"Shift+F3"}, [this] { form1_.find(false); });
+    add(menu, "在窗格中查找", {"Ctrl+F"}, [this] { form1_.find_bar().open(); });
+    add(menu, "查找下一处", {"F3"}, [this] { form1_.find_bar().find(true); });
+    add(menu, "查找上一处", {"Shift+F3"}, [this] { form1_.find_bar().find(false); });
     menu.addSeparator();
     add(menu, "查所选的词", {"F2"}, [this] { form1_.look_up(); });
     add(menu, "前一个查过的词", {"Alt+Up"}, [this] { form1_.walk_words(-1); });
