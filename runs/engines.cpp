@@ -118,14 +118,15 @@ std::optional<Engine> engine_named(std::string_view name)
 std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer& printer,
                                             libreoffice::LibreOffice& suite, std::function<CalendarTime()> now)
 {
-    if (engine == Engine::LibreOffice) return std::make_unique<LibreOfficeEngines>(suite, files, printer);
     FormulaServices services{std::move(now)};
-    if (engine == Engine::Auto) {
+    if (engine != Engine::Ooxml) {
         services.recalculate = [&suite](std::string_view package) { return libreoffice::recalculated(suite, package); };
     }
     auto embedded = std::make_unique<EmbeddedEngines>(files, printer, services);
     if (engine == Engine::Ooxml) return embedded;
-    return engines_by_content(files, std::move(embedded), engines_of_older_formats(suite, files, printer, services));
+    auto by_suite = std::make_unique<LibreOfficeEngines>(suite, files, printer, services);
+    if (engine == Engine::LibreOffice) return by_suite;
+    return engines_by_content(files, std::move(embedded), std::move(by_suite));
 }
 
 std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,

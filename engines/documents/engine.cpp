@@ -1,7 +1,7 @@
 #include "engines/documents/engine.h"
 
 #include "engines/documents/document_model.h"
-#include "engines/packages/package_application.h"
+#include "engines/packages/package_cache.h"
 #include "engines/packages/temporary_folder.h"
 #include "platform/files/file_name.h"
 
@@ -14,8 +14,9 @@ namespace {
 /// A document opened from a file. Failures name the file: the picture's where that is at fault, else the document's.
 class OoxmlTextDocument final : public TextDocument {
 public:
-    OoxmlTextDocument(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package)
-        : files_(files), printer_(printer), path_(std::move(path)),
+    OoxmlTextDocument(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
+                      FileOfPackage file_of)
+        : files_(files), printer_(printer), path_(std::move(path)), file_of_(std::move(file_of)),
           model_(naming_file(U"文档", path_, [&] { return std::make_unique<DocumentModel>(std::move(package)); }))
     {
     }
@@ -59,19 +60,26 @@ private:
         return *model_;
     }
 
-    const std::string& packed() const
+    std::string packed() const
     {
-        return naming_file(U"文档", path_, [this]() -> const std::string& { return model().pack(); });
+        return naming_file(U"文档", path_, [this] { return file_of_(model().pack()); });
     }
 
     Files& files_;
     Printer& printer_;
     Text path_;
+    FileOfPackage file_of_;
     std::unique_ptr<DocumentModel> model_; // none once the document is closed
     bool is_saved_ = true;                 // the file holds what the model does
 };
 
 } // namespace
+
+std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, Text path,
+                                            std::shared_ptr<const Package> package, FileOfPackage file_of)
+{
+    return std::make_unique<OoxmlTextDocument>(files, printer, std::move(path), std::move(package), std::move(file_of));
+}
 
 } // namespace ooxml
 
@@ -84,10 +92,10 @@ OoxmlDocuments::~OoxmlDocuments() = default;
 
 std::unique_ptr<DocumentApplication> OoxmlDocuments::create()
 {
-    return std::make_unique<ooxml::PackageApplication<DocumentApplication, TextDocument>>(
-        U"文档", cache_,
-        [&files = files_, &printer = printer_](Text path, std::shared_ptr<const ooxml::Package> package) {
-            return std::make_unique<ooxml::OoxmlTextDocument>(files, printer, std::move(path), std::move(package));
+    return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(
+        [&files = files_, &printer = printer_, cache = cache_](TextView path) {
+            auto package = ooxml::naming_file(U"文档", path, [&] { return cache->open(path); });
+            return ooxml::open_document(files, printer, path.str(), std::move(package));
         });
 }
 

@@ -1,16 +1,14 @@
 #pragma once
 
 #include "engines/automation.h"
+#include "engines/spreadsheets/calculation/places.h"
 
 #include <chrono>
-#include <compare>
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <variant>
 #include <vector>
 
 /// What the plugin does for the program: LibreOffice's own calls in plain types. Everything here runs on one thread,
@@ -24,47 +22,10 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-struct Area {
-    int first_row = 1, first_column = 1, last_row = 0, last_column = 0;
-
-    bool empty() const noexcept { return last_row < first_row || last_column < first_column; }
-    int rows() const noexcept { return last_row - first_row + 1; }
-    int columns() const noexcept { return last_column - first_column + 1; }
-    bool contains(int row, int column) const noexcept
-    {
-        return row >= first_row && row <= last_row && column >= first_column && column <= last_column;
-    }
-    std::int64_t cells() const noexcept { return empty() ? 0 : std::int64_t{rows()} * columns(); }
-    friend bool operator==(const Area&, const Area&) = default;
-};
-
-struct Place {
-    int row = 0, column = 0;
-    friend auto operator<=>(const Place&, const Place&) = default; // NOLINT(modernize-use-nullptr): of the checker
-};
-
-/// A cell that holds something: its value, a formula's result. An error is the text of its code.
-struct HeldCell {
-    Place place;
-    CellValue value;
-    bool is_formula = false;
-};
-
-struct SheetContent {
-    std::vector<HeldCell> cells; ///< in ascending order
-    std::vector<Area> notes;     ///< cells with a note, which is lost when its cell is written in a block
-};
-
 /// A rectangle of values, row by row. A text is stored as text; an empty one empties its cell. Formats stay.
 struct Block {
-    Area area;
+    ooxml::Range area;
     std::vector<CellValue> values;
-};
-
-/// The smallest area around another one that cuts no merged range through.
-struct MergedArea {
-    Area area;
-    bool has_merged = false; ///< a merged range lies in it
 };
 
 enum class Printing { Done, PrinterUnknown, JobRefused };
@@ -81,29 +42,19 @@ public:
     virtual Printing print(const std::string& printer) = 0;
 };
 
-enum class ShownAs { Number, Logical, Date };
-
 class OpenWorkbook : public OpenFile {
 public:
-    /// LibreOffice's name of the format that the file was read as.
-    virtual const std::string& filter() const = 0;
-    virtual int sheet_count() = 0;
     /// Whether no cell of it can be written, by a wish of the file's.
-    virtual bool is_read_only() { return false; }
+    virtual bool is_read_only() = 0;
     /// Makes a protected sheet one that can be written; a file that is stored has it protected. False where that takes
     /// a password.
-    virtual bool lift_protection(int /*sheet*/) { return true; }
-    virtual SheetContent read(int sheet) = 0;
-    /// What a cell that holds a number shows it as.
-    virtual ShownAs shown_as(int sheet, int row, int column) = 0;
-    virtual MergedArea merged_around(int sheet, const Area& area) = 0;
-    virtual void split_merged(int sheet, const Area& area) = 0;
-    /// The parts of the areas whose cells have a number format, or one that is none of texts and a formula that refers
-    /// to them, as the file was read.
-    virtual std::vector<Area> numeric_parts(int sheet, const std::vector<Area>& areas) = 0;
+    virtual bool lift_protection(int sheet) = 0;
+    /// Cells with a note, which is lost when its cell is written in a block.
+    virtual std::vector<ooxml::Range> notes(int sheet) = 0;
+    virtual void split_merged(int sheet, const ooxml::Range& area) = 0;
     virtual void write(int sheet, const Block& block) = 0;
     /// Keeps the cell's note.
-    virtual void write_cell(int sheet, int row, int column, const CellValue& value) = 0;
+    virtual void write_cell(int sheet, ooxml::Place place, const CellValue& value) = 0;
 };
 
 struct Size {

@@ -2,53 +2,33 @@
 
 #include "engines/libreoffice/exchange_folder.h"
 #include "engines/libreoffice/opened_files.h"
-#include "engines/packages/damage.h"
 #include "engines/packages/file_kind.h"
 
 namespace tarvik {
 
-namespace {
-
-/// An application whose files `open` opens, behind the interfaces of an application and its file.
-template <typename Application, typename File>
-class OfficeApplication final : public Application {
-public:
-    using Open = std::unique_ptr<File> (*)(libreoffice::LibreOffice& office, Files& files, Printer& printer, Text path);
-    OfficeApplication(Open opening, libreoffice::LibreOffice& office, Files& files, Printer& printer)
-        : open_(opening), office_(office), files_(files), printer_(printer)
-    {
-    }
-
-    void set_visible(bool /*visible*/) override {} // the suite stays hidden
-
-    File& open(TextView path) override
-    {
-        opened_.push_back(open_(office_, files_, printer_, path.str()));
-        return *opened_.back();
-    }
-
-    void quit() override { opened_.clear(); }
-
-private:
-    Open open_;
-    libreoffice::LibreOffice& office_;
-    Files& files_;
-    Printer& printer_;
-    std::vector<std::unique_ptr<File>> opened_;
-};
-
-} // namespace
+LibreOfficeEngines::LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer,
+                                       FormulaServices services)
+    : office_(office), files_(files), printer_(printer), services_(std::move(services)),
+      packages_(std::make_shared<ooxml::PackageCache>(files))
+{
+}
 
 std::unique_ptr<SpreadsheetApplication> LibreOfficeEngines::create_spreadsheet()
 {
-    return std::make_unique<OfficeApplication<SpreadsheetApplication, Workbook>>(libreoffice::open_workbook, office_,
-                                                                                 files_, printer_);
+    return std::make_unique<ooxml::HiddenApplication<SpreadsheetApplication, Workbook>>(
+        [&office = office_, &files = files_, &printer = printer_, packages = packages_,
+         services = services_](TextView path) {
+            return libreoffice::open_workbook({office, files, printer, *packages, services}, path.str());
+        });
 }
 
 std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
 {
-    return std::make_unique<OfficeApplication<DocumentApplication, TextDocument>>(libreoffice::open_document, office_,
-                                                                                  files_, printer_);
+    return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(
+        [&office = office_, &files = files_, &printer = printer_, packages = packages_,
+         services = services_](TextView path) {
+            return libreoffice::open_document({office, files, printer, *packages, services}, path.str());
+        });
 }
 
 std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)

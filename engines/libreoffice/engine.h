@@ -7,15 +7,16 @@
 
 namespace tarvik {
 
-/// The engine that has LibreOffice do the work: workbooks in .xls, .xlsx and .xlsm, binary documents and packages.
-/// LibreOffice works on copies of its own; the files are read and replaced as a whole. `office`, `files` and `printer`
-/// must outlive the engines.
+namespace ooxml {
+class PackageCache;
+}
+
+/// The engine that has the suite of this system read and write files: workbooks in .xls, .xlsx and .xlsm, binary
+/// documents and packages. The suite works on copies of its own; the files are read and replaced as a whole. `office`,
+/// `files` and `printer` must outlive the engines.
 class LibreOfficeEngines final : public OfficeEngines {
 public:
-    LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer)
-        : office_(office), files_(files), printer_(printer)
-    {
-    }
+    LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer, FormulaServices services = {});
 
     std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
     std::unique_ptr<DocumentApplication> create_document() override;
@@ -24,15 +25,12 @@ private:
     libreoffice::LibreOffice& office_;
     Files& files_;
     Printer& printer_;
+    FormulaServices services_;
+    std::shared_ptr<ooxml::PackageCache> packages_;
 };
 
 /// Whether the suite of this system edits files in place. One that does not converts them, calculates and prints.
 bool suite_edits() noexcept;
-
-/// The engines for workbooks and documents of the older formats: the suite's own, or, with one that only converts, the
-/// embedded ones with files that it has converted, which take `services`.
-std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
-                                                        Printer& printer, const FormulaServices& services);
 
 namespace libreoffice {
 

@@ -1,6 +1,6 @@
 #include "engines/spreadsheets/engine.h"
 
-#include "engines/packages/package_application.h"
+#include "engines/packages/package_cache.h"
 #include "engines/spreadsheets/workbook.h"
 
 namespace tarvik {
@@ -15,12 +15,10 @@ OoxmlSpreadsheets::~OoxmlSpreadsheets() = default;
 
 std::unique_ptr<SpreadsheetApplication> OoxmlSpreadsheets::create()
 {
-    return std::make_unique<ooxml::PackageApplication<SpreadsheetApplication, Workbook>>(
-        U"工作簿", cache_,
-        [&files = files_, &printer = printer_, services = services_](Text path,
-                                                                     std::shared_ptr<const ooxml::Package> package) {
-            return std::make_unique<ooxml::OoxmlWorkbook>(files, printer, std::move(path), std::move(package),
-                                                          services);
+    return std::make_unique<ooxml::HiddenApplication<SpreadsheetApplication, Workbook>>(
+        [&files = files_, &printer = printer_, services = services_, cache = cache_](TextView path) {
+            auto package = ooxml::naming_workbook(path, [&] { return cache->open(path); });
+            return std::make_unique<ooxml::OoxmlWorkbook>(files, printer, path.str(), std::move(package), services);
         });
 }
 

@@ -77,6 +77,13 @@ CellValue SheetPart::held(Place place) const
     return text(place);
 }
 
+bool SheetPart::is_blank(const Range& range) const
+{
+    bool is_blank = true;
+    cells_.visit(range, [&](Place, pugi::xml_node cell) { is_blank = is_blank && values_.is_empty(cell); });
+    return is_blank;
+}
+
 bool SheetPart::write(Place place, const CellValue& value)
 {
     check(place);
@@ -91,6 +98,7 @@ bool SheetPart::write_to_merged(const Range& range, Place place, const CellValue
     const auto outcome = merged_texts_.write(range.first, place, value, held(range.first));
     if (outcome.splits) {
         merged_.split(range);
+        results_.split(number_, range);
         part_.changed = true;
     }
     bool is_changed = outcome.splits;

@@ -21,6 +21,8 @@ public:
     virtual bool is_prepared() const noexcept = 0;
     /// A cell was overwritten.
     virtual void touch(int sheet, Place place) = 0;
+    /// A merged range was split.
+    virtual void split(int sheet, const Range& range) = 0;
     /// Brings the results in the range up to date. Damage that names a cell when that is not possible.
     virtual void update(int sheet, const Range& range) = 0;
     /// Of the cells with that number of a format, whether formulas refer to the cell or not.
@@ -42,6 +44,10 @@ public:
     std::optional<double> number(Place place) const;
     bool is_empty(Place place) const;
     bool is_date(Place place) const;
+    /// The value as write() takes it to keep what it is.
+    CellValue held(Place place) const;
+    /// Whether no cell in the range holds anything, as of the results that are stored.
+    bool is_blank(const Range& range) const;
     /// Whether anything was changed.
     bool write(Place place, const CellValue& value);
     /// Gives how many cells it emptied.
@@ -68,7 +74,6 @@ private:
     pugi::xml_node current(Place place) const;
     bool write_to_merged(const Range& range, Place place, const CellValue& value);
     bool write_cell(Place place, const CellValue& value);
-    CellValue held(Place place) const;
     void refuse_protected(Place place) const;
     bool needs_update(pugi::xml_node cell) const;
     std::vector<Place> filled_cells(const Range& range);

@@ -2,9 +2,8 @@
 
 #include "engines/packages/temporary_folder.h"
 #include "engines/spreadsheets/sheet_look.h"
+#include "platform/failure.h"
 #include "platform/files/file_name.h"
-
-#include <optional>
 
 namespace tarvik::ooxml {
 
@@ -12,22 +11,17 @@ namespace {
 
 struct SaveTarget {
     Text path;
-    std::optional<WorkbookFormat> format; ///< none: as it is
+    std::u32string_view extension;
 };
 
 /// The extension tells the format; behind any that is none of a workbook .xlsx is added.
-SaveTarget save_target(const Files& files, TextView path)
+SaveTarget save_target(TextView path)
 {
-    const auto name = split_path(path).name;
-    const auto point = name.rfind(U'.');
-    const auto extension = point == npos ? Text() : lower(name.substr(point));
-    if (extension == U".xlsm") return {path.str(), WorkbookFormat::WithMacros};
-    if (extension == U".xlsx") return {path.str(), WorkbookFormat::Plain};
-    if (extension == U".xls") {
-        if (files.stores_xls()) return {path.str(), std::nullopt};
-        throw Failure(U"无法保存工作簿“" + path.str() + U"”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
-    }
-    return {path.str() + U".xlsx", WorkbookFormat::Plain};
+    constexpr std::u32string_view extensions[] = {U".xlsx", U".xlsm", U".xls"};
+    const auto name = lower(split_path(path).name);
+    for (const auto extension : extensions)
+        if (name.ends_with(extension)) return {path.str(), extension};
+    return {path.str() + Text(extensions[0]), extensions[0]};
 }
 
 } // namespace
@@ -89,11 +83,14 @@ private:
 };
 
 OoxmlWorkbook::OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
-                             FormulaServices services)
-    : files_(files), printer_(printer), path_(std::move(path)), model_(naming_workbook(path_, [&] {
-          return std::make_unique<WorkbookModel>(std::move(package), std::move(services));
-      }))
+                             FormulaServices services, std::unique_ptr<ForeignWorkbook> foreign,
+                             std::u32string_view extension)
+    : files_(files), printer_(printer), path_(std::move(path)),
+      model_(naming_workbook(path_,
+                             [&] { return std::make_unique<WorkbookModel>(std::move(package), std::move(services)); })),
+      foreign_(std::move(foreign)), extension_(extension)
 {
+    if (foreign_) model_->record_changes();
 }
 
 OoxmlWorkbook::~OoxmlWorkbook() = default;
@@ -108,36 +105,48 @@ Worksheet& OoxmlWorkbook::worksheet(int index)
 {
     auto& part = naming_workbook(path_, [&]() -> SheetPart& { return model().sheet(index); });
     auto& sheet = sheets_[index];
-    if (!sheet) sheet = std::make_unique<Sheet>(*this, part);
+    if (sheet) return *sheet;
+    if (foreign_) naming_workbook(path_, [&] { foreign_->take(model().position(index)); });
+    sheet = std::make_unique<Sheet>(*this, part);
     return *sheet;
 }
 
-const std::string& OoxmlWorkbook::packed() const
+std::string OoxmlWorkbook::bytes(std::u32string_view extension) const
 {
-    return naming_workbook(path_, [this]() -> const std::string& { return model().pack(); });
+    constexpr Place last_of_xls{65'536, 256};
+    return naming_workbook(path_, [&]() -> std::string {
+        if (extension == U".xls" && !model().fits(last_of_xls))
+            throw Damage(U".xls 格式只有 65536 行、256 列，放不下工作表的内容。");
+        if (extension == U".xlsx" || extension == U".xlsm")
+            model().set_format(extension == U".xlsm" ? WorkbookFormat::WithMacros : WorkbookFormat::Plain);
+        return foreign_ ? foreign_->stored(model(), extension) : model().pack();
+    });
 }
 
 void OoxmlWorkbook::save_as(TextView path)
 {
-    auto target = save_target(files_, path);
-    if (target.format) naming_workbook(path_, [&] { model().set_format(*target.format); });
-    files_.replace(target.path, packed());
+    auto target = save_target(path);
+    if (target.extension == U".xls" && !foreign_)
+        throw Failure(U"无法保存工作簿“" + path.str() + U"”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
+    files_.replace(target.path, bytes(target.extension));
     path_ = std::move(target.path);
+    extension_ = target.extension;
     is_saved_ = true;
 }
 
 void OoxmlWorkbook::close(bool save_changes)
 {
-    if (save_changes && !is_saved_) files_.replace(path_, packed());
+    if (save_changes && !is_saved_) files_.replace(path_, bytes(extension_));
     sheets_.clear();
     model_.reset();
+    foreign_.reset();
 }
 
 void OoxmlWorkbook::print()
 {
     const auto name = split_path(path_).name;
     if (is_saved_) return printer_.print(files_.resolve(path_), name);
-    print_copy(files_, printer_, name, packed());
+    print_copy(files_, printer_, name, bytes(extension_));
 }
 
 } // namespace tarvik::ooxml

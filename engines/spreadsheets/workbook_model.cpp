@@ -155,6 +155,34 @@ void WorkbookModel::touch(int sheet, Place place)
 {
     recalculation().touch(sheet, place);
     has_new_values_ = is_unpacked_ = true;
+    if (recorded_) (*recorded_)[sheet].cells.insert(place);
+}
+
+void WorkbookModel::split(int sheet, const Range& range)
+{
+    if (recorded_) (*recorded_)[sheet].split.push_back(range);
+}
+
+std::vector<SheetChanges> WorkbookModel::changes() const
+{
+    std::vector<SheetChanges> changes;
+    for (const auto& [sheet, recorded] : *recorded_) {
+        auto& of_sheet = changes.emplace_back(SheetChanges{position(sheet), recorded.split, {}});
+        const auto& part = *parts_[static_cast<std::size_t>(sheet - 1)];
+        for (const auto place : recorded.cells) of_sheet.cells.emplace_back(place, part.held(place));
+    }
+    return changes;
+}
+
+bool WorkbookModel::fits(Place last)
+{
+    for (int sheet = 1; sheet <= sheet_count(); ++sheet) {
+        const auto& part = load(sheet);
+        if (!part.is_blank({{last.row + 1, 1}, whole_sheet.last}) ||
+            !part.is_blank({{1, last.column + 1}, {last.row, last_column_of_sheet}}))
+            return false;
+    }
+    return true;
 }
 
 void WorkbookModel::update(int sheet, const Range& range)

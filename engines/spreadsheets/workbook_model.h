@@ -4,8 +4,10 @@
 #include "engines/spreadsheets/formula_services.h"
 #include "engines/spreadsheets/recalculation.h"
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,13 @@ decltype(auto) naming_workbook(TextView path, Work&& work)
 
 /// The formats that a package can be saved in.
 enum class WorkbookFormat { Plain, WithMacros };
+
+/// What was changed in a sheet: the merged ranges that were split, and the cells with their values of now.
+struct SheetChanges {
+    int position; ///< of the sheet among all of the workbook, chart sheets included; from 1
+    std::vector<Range> split;
+    std::vector<std::pair<Place, CellValue>> cells;
+};
 
 /// A workbook as its package holds it. Only what changed is written anew; what is wrong is told as Damage.
 class WorkbookModel final : private FormulaResults {
@@ -42,11 +51,26 @@ public:
     /// and the reader is asked to calculate anew.
     const std::string& pack();
 
+    /// Of a worksheet among all sheets of the workbook, from 1.
+    int position(int index) const { return sheets_.at(static_cast<std::size_t>(index - 1)).position + 1; }
+    /// Whether everything in all sheets lies within the first rows and columns, up to that cell.
+    bool fits(Place last);
+    /// From now on changes are recorded, for a file of another format that is to be changed alike.
+    void record_changes() { recorded_.emplace(); }
+    std::vector<SheetChanges> changes() const;
+    void forget_changes() { record_changes(); }
+
 private:
+    struct Recorded {
+        std::vector<Range> split;
+        std::set<Place> cells;
+    };
+
     // For the sheets.
     void prepare() override { recalculation(); }
     bool is_prepared() const noexcept override { return recalculation_.has_value(); }
     void touch(int sheet, Place place) override;
+    void split(int sheet, const Range& range) override;
     void update(int sheet, const Range& range) override;
     bool takes_numbers(int sheet, Place place, std::size_t format) override;
     bool shows_dates(std::size_t format) override
@@ -76,6 +100,7 @@ private:
     std::vector<std::unique_ptr<SheetPart>> parts_; // of the sheets
     FormulaServices services_;
     std::optional<Recalculation> recalculation_;
+    std::optional<std::map<int, Recorded>> recorded_; // by sheets, where changes are recorded
     std::string packed_;
     bool has_loaded_formulas_ = false;
     bool has_new_values_ = false; // since the results were settled

@@ -74,8 +74,6 @@ public:
 
     /// The file is the old one or the new one, whole, at any instant: written beside the target, flushed, renamed.
     virtual void replace(TextView path, std::string_view bytes) = 0;
-    /// Whether a workbook's package that replaces an .xls is stored in that format.
-    virtual bool stores_xls() const { return false; }
     /// The same in steps, for what is too long for one text or must be told before it takes its place.
     virtual std::unique_ptr<ReplacementFile> begin_replacement(TextView path) = 0;
     /// Cuts the file and writes it from the start, not flushed: for views and other files that only this program reads.

@@ -21,7 +21,6 @@ public:
 
     Text installation_folder() const override { return files_.installation_folder(); }
     std::filesystem::path resolve(TextView path) const override { return files_.resolve(path); }
-    bool stores_xls() const override { return files_.stores_xls(); }
     bool file_exists(TextView path) const override { return looking(), files_.file_exists(path); }
     bool folder_exists(TextView path) const override { return looking(), files_.folder_exists(path); }
     FileStamp stamp(TextView path) const override { return beginning(path), files_.stamp(path); }

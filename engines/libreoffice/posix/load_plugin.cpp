@@ -56,10 +56,4 @@ bool suite_edits() noexcept
     return true;
 }
 
-std::unique_ptr<OfficeEngines> engines_of_older_formats(libreoffice::LibreOffice& office, Files& files,
-                                                        Printer& printer, const FormulaServices& /*services*/)
-{
-    return std::make_unique<LibreOfficeEngines>(office, files, printer);
-}
-
 } // namespace tarvik

@@ -1,6 +1,7 @@
 #include "engines/packages/damage.h"
 #include "engines/packages/package.h"
 #include "tests/engines/libreoffice/office_fixture.h"
+#include "tests/engines/spreadsheets/random_sheet.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
 #include "tests/support/python_reader.h"
 
@@ -18,73 +19,48 @@ const std::string long_row =
 
 } // namespace
 
-TEST_F(OfficeWorkbook, cells_of_an_xls_file_are_read_written_and_kept)
+// What a write does is the embedded engine's affair, whose own tests say it; LibreOffice is to hold the same cells.
+TEST_F(OfficeWorkbook, what_is_saved_is_what_was_written_whatever_the_format)
 {
-    make_workbook("t.xls",
-                  "<row r=\"1\"><c r=\"A1\"><v>8.5</v></c><c r=\"B1\" t=\"s\"><v>1</v></c><c r=\"C1\" s=\"2\">"
-                  "<v>45352</v></c><c r=\"D1\"><f>1/0</f></c><c r=\"E1\"><f>\"\"</f></c>"
-                  "<c r=\"F1\"><f>A1*2</f></c></row>",
-                  "<mergeCells><mergeCell ref=\"B3:D4\"/><mergeCell ref=\"A6:A8\"/></mergeCells>");
-    auto application = engines.create_spreadsheet();
-    auto& workbook = application->open(U"t.xls");
-    ASSERT_EQ(workbook.worksheet_count(), 2);
-    auto& sheet = workbook.worksheet(1);
-    std::string row;
-    for (int column = 1; column <= 7; ++column)
-        row += to_utf8(sheet.cell(1, column)) + (sheet.is_empty(1, column) ? " -|" : "|");
-    EXPECT_EQ(row, "8.5|粗体 |45352|#DIV/0!| -|17| -|");
-
-    sheet.set_cell(2, 1, Text(U"00123"));
-    sheet.set_cell(2, 2, Text(U"=1+1"));
-    sheet.set_cell(2, 3, Text(U"一\r\n二😀'"));
-    sheet.set_cell(2, 4, 0.1);
-    sheet.set_cell(2, 5, Text(U"'x"));
-    sheet.set_cell(1, 3, 45353.0);
-    sheet.set_cell(4, 3, Text(U"合并"));
-    sheet.set_cell(3, 3, Text());
-    sheet.set_cell(8, 1, 7.0);
-    sheet.set_cell(1, 2, Text());
-    sheet.set_cell(1, 2, Text());
-    workbook.worksheet(2).set_cell(65'536, 256, Text(U"末"));
-    EXPECT_EQ(to_utf8(sheet.cell(3, 2)), "合并");
-    EXPECT_TRUE(sheet.is_empty(4, 3));
-    workbook.save_as(U"u.xls");
-    EXPECT_EQ(sheet.clear(2, 2, 1, 9), 5);
-    workbook.close(true);
-
-    auto& again = application->open(U"u.xls");
-    EXPECT_TRUE(again.worksheet(1).is_empty(2, 3));
-    EXPECT_EQ(to_utf8(again.worksheet(2).cell(65'536, 256)), "末");
-    again.close(false);
-    auto& old = application->open(U"t.xls").worksheet(1);
-    EXPECT_EQ(to_utf8(old.cell(1, 2)), "粗体 ");
-    EXPECT_TRUE(old.is_empty(2, 1));
-}
-
-TEST_F(OfficeWorkbook, texts_stay_texts_through_every_format)
-{
-    make_workbook("t.xls", "<row r=\"1\"><c r=\"C1\" s=\"2\"><v>45352</v></c></row>",
-                  "<mergeCells><mergeCell ref=\"B3:D4\"/></mergeCells>");
-    for (const char* name : {"u.xls", "u.xlsx", "u.xlsm", "u.2024"}) {
+    const std::u32string_view texts[] = {U"00123", U"=1+1", U"一\r\n二😀", U"'x", U" 两端 ",
+                                         U"1e5",   U"#N/A", U"TRUE",      U"7",  U""};
+    unsigned seed = 0;
+    for (const std::string name : {"u.xls", "u.xlsx", "u.xlsm", "u.2024"}) {
+        RandomSheet random(++seed, false);
+        make_workbook("t.xls", random.rows("<v>-99</v>"),
+                      "<mergeCells><mergeCell ref=\"I2:K3\"/><mergeCell ref=\"I5:I9\"/></mergeCells>");
+        const auto before = folder.read("t.xls");
         auto application = engines.create_spreadsheet();
         auto& workbook = application->open(U"t.xls");
+        ASSERT_EQ(workbook.worksheet_count(), 2);
         auto& sheet = workbook.worksheet(1);
-        const std::u32string_view texts[] = {U"00123", U"=1+1", U"一\n二😀", U"'x", U" 两端 ", U"1e5", U"#N/A", U"TRUE"};
-        int column = 0;
-        for (const auto text : texts) sheet.set_cell(2, ++column, Text(text));
-        sheet.set_cell(1, 3, 45353.5);
-        sheet.set_cell(4, 3, Text(U"合并"));
+        for (int edit = 0; edit < 80; ++edit) {
+            const int row = 1 + random.below(13), column = 1 + random.below(12);
+            const auto text = texts[static_cast<std::size_t>(random.below(std::size(texts)))];
+            if (edit % 8 == 0) sheet.clear(row, row + 1, column, column + 1);
+            else sheet.set_cell(row, column, edit % 3 == 0 ? CellValue(edit / 8.0) : CellValue(Text(text)));
+        }
+        workbook.worksheet(2).set_cell(65'536, 256, Text(U"末"));
+        const auto cells_of = [](Worksheet& read) {
+            std::vector<std::string> cells;
+            for (int row = 1; row <= 14; ++row)
+                for (int column = 1; column <= 13; ++column)
+                    cells.push_back(std::to_string(row) + " " + std::to_string(column) + " " +
+                                    to_utf8(read.cell(row, column)) +
+                                    (std::holds_alternative<double>(read.value(row, column)) ? "#" : ""));
+            return cells;
+        };
+        const auto expected = cells_of(sheet);
         workbook.save_as(from_utf8(name));
-        workbook.close(true);
-        const auto saved = std::string_view(name) == "u.2024" ? U"u.2024.xlsx" : from_utf8(name);
-        auto& again = application->open(saved).worksheet(1);
-        column = 0;
-        for (const auto text : texts) EXPECT_EQ(to_utf8(again.cell(2, ++column)), to_utf8(text)) << name;
-        EXPECT_EQ(to_utf8(again.cell(1, 3)), "45353.5") << name;
-        EXPECT_EQ(to_utf8(again.cell(3, 2)), "合并") << name;
+        EXPECT_EQ(sheet.clear(1, 14, 1, 13) > 0, true);
+        workbook.close(false);
+        EXPECT_EQ(folder.read("t.xls"), before);
+        const auto saved = name == "u.2024" ? "u.2024.xlsx" : name;
+        EXPECT_EQ(folder.read(saved).substr(0, 2), name == "u.xls" ? "\xd0\xcf" : "PK");
+        auto& again = application->open(from_utf8(saved));
+        EXPECT_EQ(cells_of(again.worksheet(1)), expected) << name;
+        EXPECT_EQ(to_utf8(again.worksheet(2).cell(65'536, 256)), "末");
     }
-    EXPECT_EQ(folder.read("u.xls").substr(0, 4), "\xd0\xcf\x11\xe0");
-    EXPECT_EQ(folder.read("u.xlsx").substr(0, 2), "PK");
 }
 
 TEST_F(OfficeWorkbook, texts_that_read_like_numbers_leave_the_format_of_their_cell)

@@ -60,10 +60,10 @@ Size fitting(const ooxml::Picture& picture, Size room)
 /// document's.
 class OfficeDocument final : public TextDocument {
 public:
-    OfficeDocument(LibreOffice& office, Files& files, Printer& printer, Text path)
-        : files_(files), printer_(printer), path_(std::move(path))
+    OfficeDocument(const Surroundings& around, Text path)
+        : files_(around.files), printer_(around.printer), path_(std::move(path))
     {
-        naming_document(path_, [&] { open(office); });
+        naming_document(path_, [&] { open(around.office); });
     }
 
     void set_cell_text(int row, int column, TextView text) override
@@ -152,9 +152,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<TextDocument> open_document(LibreOffice& office, Files& files, Printer& printer, Text path)
+std::unique_ptr<TextDocument> open_document(const Surroundings& around, Text path)
 {
-    return std::make_unique<OfficeDocument>(office, files, printer, std::move(path));
+    return std::make_unique<OfficeDocument>(around, std::move(path));
 }
 
 } // namespace tarvik::libreoffice

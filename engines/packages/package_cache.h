@@ -1,0 +1,46 @@
+#pragma once
+
+#include "engines/packages/package.h"
+#include "platform/files/file_cache.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace tarvik::ooxml {
+
+/// The packages opened last, so that a template that a run opens for every sheet is read and inflated once.
+class PackageCache {
+public:
+    explicit PackageCache(Files& files) : files_(files) {}
+
+    /// `read` gives the package's bytes. Damage when it is no package that can be read, or the file is too large.
+    std::shared_ptr<const Package> open(TextView path, const std::function<std::string()>& read);
+    /// Of the file itself. Failure when it cannot be read.
+    std::shared_ptr<const Package> open(TextView path)
+    {
+        return open(path, [&] { return files_.read(path); });
+    }
+
+private:
+    Files& files_;
+    FileCache<std::shared_ptr<const Package>> packages_;
+};
+
+/// An application that has no window to show, behind the interfaces of an application and its file.
+template <typename Application, typename File>
+class HiddenApplication final : public Application {
+public:
+    using Open = std::function<std::unique_ptr<File>(TextView path)>;
+    explicit HiddenApplication(Open open) : open_(std::move(open)) {}
+
+    void set_visible(bool /*visible*/) override {}
+    File& open(TextView path) override { return *opened_.emplace_back(open_(path)); }
+    void quit() override { opened_.clear(); }
+
+private:
+    Open open_;
+    std::vector<std::unique_ptr<File>> opened_;
+};
+
+} // namespace tarvik::ooxml

@@ -1,0 +1,88 @@
+#include "engines/documents/engine.h"
+#include "engines/libreoffice/engine.h"
+#include "engines/libreoffice/exchange_folder.h"
+#include "engines/libreoffice/opened_files.h"
+#include "engines/packages/file_kind.h"
+#include "engines/spreadsheets/workbook.h"
+
+/// The embedded engines fill files of the older formats, too: the installed suite converts what they read and write.
+namespace tarvik::libreoffice {
+
+namespace {
+
+/// The suite refuses a file whose name does not say what is in it.
+std::string converted(LibreOffice& suite, std::string_view bytes, const std::string& from, const std::string& to)
+{
+    const ExchangeFolder folder(suite.folder());
+    auto file = suite.open(folder.put("read" + from, bytes));
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能打开它。");
+    file.call([&](OpenFile& opened) { opened.store(folder.place("written" + to), {}); });
+    file.close(); // the suite holds open what it wrote
+    return folder.take("written" + to);
+}
+
+struct Extensions {
+    const char *older, *package, *with_macros;
+
+    const char* of_package(std::string_view bytes) const { return has_macros(bytes) ? with_macros : package; }
+};
+constexpr Extensions of_workbooks{".xls", ".xlsx", ".xlsm"}, of_documents{".doc", ".docx", ".docm"};
+
+/// What a file holds as a package, converted once as long as it does not change.
+std::shared_ptr<const ooxml::Package> package_of(const Surroundings& around, TextView path, FileKind kind,
+                                                 const Extensions& extensions)
+{
+    return around.packages.open(path, [&] {
+        const auto bytes = around.files.read(path);
+        if (require_kind(bytes, kind) != kind) return bytes;
+        return converted(around.office, bytes, extensions.older, extensions.of_package(bytes));
+    });
+}
+
+class ConvertedWorkbook final : public ooxml::ForeignWorkbook {
+public:
+    explicit ConvertedWorkbook(LibreOffice& suite) : suite_(suite) {}
+
+    void take(int /*position*/) override {}
+    std::string stored(ooxml::WorkbookModel& model, std::u32string_view extension) override
+    {
+        const auto& package = model.pack();
+        if (extension != U".xls") return package;
+        return converted(suite_, package, of_workbooks.of_package(package), of_workbooks.older);
+    }
+
+private:
+    LibreOffice& suite_;
+};
+
+} // namespace
+
+std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
+{
+    auto package =
+        ooxml::naming_workbook(path, [&] { return package_of(around, path, FileKind::Workbook, of_workbooks); });
+    return std::make_unique<ooxml::OoxmlWorkbook>(around.files, around.printer, std::move(path), std::move(package),
+                                                  around.services, std::make_unique<ConvertedWorkbook>(around.office),
+                                                  U".xls");
+}
+
+std::unique_ptr<TextDocument> open_document(const Surroundings& around, Text path)
+{
+    auto package =
+        ooxml::naming_file(U"文档", path, [&] { return package_of(around, path, FileKind::Document, of_documents); });
+    return ooxml::open_document(around.files, around.printer, std::move(path), std::move(package),
+                                [&suite = around.office](const std::string& bytes) {
+                                    return converted(suite, bytes, of_documents.of_package(bytes), of_documents.older);
+                                });
+}
+
+} // namespace tarvik::libreoffice
+
+namespace tarvik {
+
+bool suite_edits() noexcept
+{
+    return false;
+}
+
+} // namespace tarvik
