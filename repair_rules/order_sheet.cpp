@@ -23,20 +23,45 @@ struct LineCell {
 /// written back once, so that a cell is written once however many records its line has.
 class SheetLine {
 public:
-    SheetLine(const Worksheet& sheet, int row);
+    SheetLine(const Worksheet& sheet, int row) : model_(sheet.cell(row, model_column))
+    {
+        for (int column = first_column; column <= last_column; ++column)
+            if (!sheet.is_empty(row, column)) cell(column) = {sheet.cell(row, column), true, false};
+    }
     /// Writes the cells that changed.
-    void write(Worksheet& sheet, int row) const;
+    void write(Worksheet& sheet, int row) const
+    {
+        for (int column = first_column; column <= last_column; ++column)
+            if (cell(column).changed) sheet.set_cell(row, column, cell(column).value);
+    }
 
     const Text& model() const { return model_; }
     bool is_filled(int column) const { return cell(column).filled; }
     /// The value as text. Column 2 gives the model.
-    Text text(int column) const;
+    Text text(int column) const
+    {
+        if (column == model_column) return model_;
+        const CellValue& value = cell(column).value;
+        const double* number = std::get_if<double>(&value);
+        return number ? number_text(*number) : std::get<Text>(value);
+    }
     /// 0 for an empty cell; nothing for a text that is no number.
-    std::optional<double> number(int column) const;
+    std::optional<double> number(int column) const
+    {
+        const CellValue& value = cell(column).value;
+        if (const double* number = std::get_if<double>(&value)) return *number;
+        const Text& text = std::get<Text>(value);
+        return text.empty() ? 0 : tarvik::number(text);
+    }
     /// The empty text empties the cell.
-    void set(int column, CellValue value);
-    /// Puts the text behind what stands in the cell.
-    void append(int column, TextView text);
+    void set(int column, CellValue value)
+    {
+        const Text* text = std::get_if<Text>(&value);
+        const bool filled = !text || !text->empty();
+        cell(column) = {std::move(value), filled, true};
+    }
+    /// Puts the text behind what stands in the cell, and the mark of an entry between.
+    void append(int column, TextView text) { cell(column) = {this->text(column) + entry_mark + text, true, true}; }
 
 private:
     static constexpr int first_column = faults_column, last_column = total_column;
@@ -47,59 +72,10 @@ private:
     std::array<LineCell, last_column - first_column + 1> cells_;
 };
 
-SheetLine::SheetLine(const Worksheet& sheet, int row) : model_(sheet.cell(row, model_column))
-{
-    for (int column = first_column; column <= last_column; ++column)
-        if (!sheet.is_empty(row, column)) cell(column) = {sheet.cell(row, column), true, false};
-}
-
-void SheetLine::write(Worksheet& sheet, int row) const
-{
-    for (int column = first_column; column <= last_column; ++column)
-        if (cell(column).changed) sheet.set_cell(row, column, cell(column).value);
-}
-
-Text SheetLine::text(int column) const
-{
-    if (column == model_column) return model_;
-    const CellValue& value = cell(column).value;
-    const double* number = std::get_if<double>(&value);
-    return number ? number_text(*number) : std::get<Text>(value);
-}
-
-std::optional<double> SheetLine::number(int column) const
-{
-    const CellValue& value = cell(column).value;
-    if (const double* number = std::get_if<double>(&value)) return *number;
-    const Text& text = std::get<Text>(value);
-    return text.empty() ? 0 : tarvik::number(text);
-}
-
-void SheetLine::set(int column, CellValue value)
-{
-    const Text* text = std::get_if<Text>(&value);
-    const bool filled = !text || !text->empty();
-    cell(column) = {std::move(value), filled, true};
-}
-
-void SheetLine::append(int column, TextView text)
-{
-    LineCell& target = cell(column);
-    if (!std::holds_alternative<Text>(target.value)) target.value = this->text(column);
-    text.append_to(std::get<Text>(target.value));
-    target.filled = target.changed = true;
-}
-
 /// What a record says. The texts are those of the open report, in lower case.
 struct RepairRecord {
     TextView fault, repair, charge;
 };
-
-void append_entry(SheetLine& line, int column, TextView text)
-{
-    line.append(column, entry_mark);
-    line.append(column, text);
-}
 
 void set_charges(SheetLine& line, const Charges& charges, const RepairRecord& record)
 {
@@ -110,10 +86,8 @@ void set_charges(SheetLine& line, const Charges& charges, const RepairRecord& re
 
 void update(SheetLine& line, const RepairRecord& record, const Chain& chain)
 {
-    append_entry(line, faults_column, record.fault);
-    append_entry(line, repairs_column, record.repair);
     run_chain(chain, line.model(), record.repair, [&](const Rule& rule) {
-        append_entry(line, codes_column, rule.code);
+        line.append(codes_column, rule.code);
         // What somebody wrote in place of a number is left to stand.
         if (const auto quantity = line.number(quantity_column)) line.set(quantity_column, *quantity + rule.quantity);
         if (rule.charges) set_charges(line, *rule.charges, record);
@@ -122,8 +96,6 @@ void update(SheetLine& line, const RepairRecord& record, const Chain& chain)
 
 void enter_first(SheetLine& line, const RepairRecord& record, const Chain& chain)
 {
-    append_entry(line, faults_column, record.fault);
-    append_entry(line, repairs_column, record.repair);
     run_chain(chain, line.model(), line.text(repairs_column), [&](const Rule& rule) {
         if (!rule.code.empty()) {
             line.set(codes_column, rule.code);
@@ -162,8 +134,11 @@ void set_total(SheetLine& line)
 /// what stands there.
 void enter_record(SheetLine& line, const RepairRecord& record, const RuleTable& rules)
 {
-    if (line.is_filled(faults_column) || line.is_filled(repairs_column)) update(line, record, rules.update);
-    else enter_first(line, record, rules.first_entry);
+    const bool is_first = !line.is_filled(faults_column) && !line.is_filled(repairs_column);
+    line.append(faults_column, record.fault);
+    line.append(repairs_column, record.repair);
+    if (is_first) enter_first(line, record, rules.first_entry);
+    else update(line, record, rules.update);
 }
 
 /// What every line gets when its records are entered, also a line without. A charge that is no number leaves the line

@@ -1,5 +1,7 @@
 #include "platform/files/file_name.h"
 
+#include "platform/files/path_text.h"
+
 namespace tarvik {
 
 namespace {
@@ -26,10 +28,22 @@ Text shortened(const Text& name)
 
 } // namespace
 
+std::vector<Text> names_of(TextView path)
+{
+    std::vector<Text> names(1);
+    for (std::size_t i = 0; i < path.size(); ++i) {
+        const char32_t character = path[i];
+        if (!is_separator(character)) names.back() += character;
+        else if (!names.back().empty()) names.emplace_back();
+    }
+    if (names.back().empty()) names.pop_back();
+    return names;
+}
+
 PathParts split_path(TextView path)
 {
     std::size_t start = path.size();
-    while (start > 0 && path[start - 1] != U'\\' && path[start - 1] != U'/') --start;
+    while (start > 0 && !is_separator(path[start - 1])) --start;
     return {path.substr(0, start), path.substr(start)};
 }
 
