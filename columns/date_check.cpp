@@ -25,9 +25,6 @@ Parameters read_parameters(const Program& program)
 class NewCells {
 public:
     explicit NewCells(Table& table) : table_(table) {}
-    NewCells(const NewCells&) = delete;
-    NewCells& operator=(const NewCells&) = delete;
-    ~NewCells() = default;
 
     void add(std::size_t row, std::size_t column, TextView text)
     {
@@ -61,7 +58,19 @@ public:
     }
 
     /// Gives false when a date of the row ends the check.
-    bool check_row(std::size_t row);
+    bool check_row(std::size_t row)
+    {
+        const Table& suf = program_.module1.suf;
+        const auto [a, b, days] = parameters_;
+        if (suf.cell(row, a).empty() || suf.cell(row, b).empty()) return true;
+        Text first_cell = cut_cell(row, a), second_cell = cut_cell(row, b);
+        program_.form1.daterow = static_cast<int>(row);
+        const Text first = normal_date(row, a, first_cell);
+        const Text second = normal_date(row, b, second_cell);
+        if (first == U"error" || second == U"error") return false;
+        compare(row, first, second);
+        return true;
+    }
     void store() { new_cells_.store(); }
     std::shared_ptr<const RowView> view() const { return view_; }
     bool any_earlier() const { return any_earlier_; }
@@ -69,9 +78,44 @@ public:
 
 private:
     /// The cell without what stands behind its first blank.
-    Text cut_cell(std::size_t row, std::size_t column);
-    Text normal_date(std::size_t row, std::size_t column, Text& text);
-    void compare(std::size_t row, const Text& first, const Text& second);
+    Text cut_cell(std::size_t row, std::size_t column)
+    {
+        Table& suf = program_.module1.suf;
+        TextView cell = suf.cell(row, column);
+        if (const std::size_t blank = instr(cell, U" "); blank > 0) {
+            cell = mid(cell, 1, blank - 1);
+            suf.set_cell_view(row, column, cell);
+        }
+        return cell.str();
+    }
+
+    Text normal_date(std::size_t row, std::size_t column, Text& text)
+    {
+        const std::size_t length = text.size();
+        const Text before = text;
+        Text date = dsx(text);
+        if (text != before) new_cells_.add(row, column, text);
+        if (date == U"error")
+            tell(program_, U"第 " + number_text(program_.form1.daterow) + U"   行，时间格式字段长度异常，dan为:" +
+                               number_text(length) + U"  。");
+        return date;
+    }
+
+    void compare(std::size_t row, const Text& first, const Text& second)
+    {
+        Form1& form1 = program_.form1;
+        const auto first_day = day_of(first), second_day = day_of(second);
+        if (!first_day || !second_day) {
+            no_dates_.add(row, first_day ? second : first);
+            return;
+        }
+        const double difference = *second_day - *first_day;
+        any_earlier_ = any_earlier_ || difference < 0;
+        form1.daydiff = std::fabs(difference);
+        if (form1.daydiff <= parameters_.days) return;
+        form1.compcount += 1;
+        view_->add_row(program_.module1.sufrow.line(row), U"        " + number_text(form1.daydiff));
+    }
 
     Program& program_;
     Parameters parameters_;
@@ -80,59 +124,6 @@ private:
     bool any_earlier_ = false;
     RowList no_dates_;
 };
-
-Text DateCheck::cut_cell(std::size_t row, std::size_t column)
-{
-    Table& suf = program_.module1.suf;
-    TextView cell = suf.cell(row, column);
-    if (const std::size_t blank = instr(cell, U" "); blank > 0) {
-        cell = mid(cell, 1, blank - 1);
-        suf.set_cell_view(row, column, cell);
-    }
-    return cell.str();
-}
-
-Text DateCheck::normal_date(std::size_t row, std::size_t column, Text& text)
-{
-    const std::size_t length = text.size();
-    const Text before = text;
-    Text date = dsx(text);
-    if (text != before) new_cells_.add(row, column, text);
-    if (date == U"error")
-        tell(program_, U"第 " + number_text(program_.form1.daterow) + U"   行，时间格式字段长度异常，dan为:" +
-                           number_text(length) + U"  。");
-    return date;
-}
-
-bool DateCheck::check_row(std::size_t row)
-{
-    const Table& suf = program_.module1.suf;
-    const auto [a, b, days] = parameters_;
-    if (suf.cell(row, a).empty() || suf.cell(row, b).empty()) return true;
-    Text first_cell = cut_cell(row, a), second_cell = cut_cell(row, b);
-    program_.form1.daterow = static_cast<int>(row);
-    const Text first = normal_date(row, a, first_cell);
-    const Text second = normal_date(row, b, second_cell);
-    if (first == U"error" || second == U"error") return false;
-    compare(row, first, second);
-    return true;
-}
-
-void DateCheck::compare(std::size_t row, const Text& first, const Text& second)
-{
-    Form1& form1 = program_.form1;
-    const auto first_day = day_of(first), second_day = day_of(second);
-    if (!first_day || !second_day) {
-        no_dates_.add(row, first_day ? second : first);
-        return;
-    }
-    const double difference = *second_day - *first_day;
-    any_earlier_ = any_earlier_ || difference < 0;
-    form1.daydiff = std::fabs(difference);
-    if (form1.daydiff <= parameters_.days) return;
-    form1.compcount += 1;
-    view_->add_row(program_.module1.sufrow.line(row), U"        " + number_text(form1.daydiff));
-}
 
 } // namespace
 

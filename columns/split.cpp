@@ -17,6 +17,32 @@ namespace {
 /// A split of fewer rows is done before a thread would have begun.
 constexpr std::size_t rows_worth_a_thread = 4000;
 
+/// A short text that is copied as a whole block of fixed size, of which `length` characters count.
+struct ShortText {
+    std::array<char, 16> characters{};
+    std::size_t length = 0;
+
+    explicit ShortText(std::string_view text) { append(text); }
+    void append(std::string_view text) { length += text.copy(characters.data() + length, characters.size() - length); }
+    void append(std::size_t value) { append(std::to_string(value)); }
+    char* write(char* out) const
+    {
+        std::memcpy(out, characters.data(), characters.size());
+        return out + length;
+    }
+};
+
+/// What stands behind the row's number, for every column.
+std::vector<ShortText> column_texts()
+{
+    std::vector<ShortText> texts;
+    for (std::size_t column = 0; column <= last_split_column; ++column) {
+        texts.emplace_back(",").append(column);
+        texts.back().append(")***");
+    }
+    return texts;
+}
+
 /// The view of a split: row i reads "suf(i,1)***" field "suf(i,2)***" field ..., empty fields left out, eleven blanks
 /// behind each. The lines are split again when somebody asks for them.
 class SplitView final : public LineSource {
@@ -51,12 +77,50 @@ public:
         });
     }
 
-    std::size_t line_length(std::size_t index) const override;
+    std::size_t line_length(std::size_t index) const override
+    {
+        constexpr std::size_t marks = std::u32string_view(U"(,)***           ").size();
+        const TextView line = lines_[index];
+        if (!line.has_storage()) return 0;
+        const std::size_t around = table_.size() + std::to_string(index).size() + marks;
+        std::size_t characters = 0;
+        split_line(line, [&](std::size_t column, std::size_t, std::size_t length) {
+            if (length > 0) characters += around + (column < 10 ? 1 : 2) + length;
+        });
+        return characters;
+    }
     bool is_longer_than(std::size_t characters) const override
     {
         return most_characters_ > characters && LineSource::is_longer_than(characters);
     }
-    std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override;
+    std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override
+    {
+        constexpr std::size_t longest_code = 4, usual_field = 32, around_field = 64;
+        const auto columns = column_texts();
+        const ShortText blanks("           "), table(to_utf8(table_) + "(");
+        std::vector<char> encoded, rendered;
+        for (; first < lines_.size() && target.size() < enough; ++first) {
+            const TextView line = lines_[first];
+            encoded.resize(std::max(encoded.size(), longest_code * line.size() + usual_field));
+            const std::span<const char> bytes(encoded.data(), encode_into(line, encoded.data()));
+            rendered.resize(std::max(rendered.size(), bytes.size() + last_split_column * around_field));
+            char* out = rendered.data();
+            ShortText row = table;
+            row.append(first);
+            const auto render = [&](std::size_t column, std::size_t start, std::size_t length) {
+                if (length == 0) return;
+                out = columns[column].write(row.write(out));
+                if (length <= usual_field) std::memcpy(out, bytes.data() + start, usual_field);
+                else std::memcpy(out, bytes.data() + start, length);
+                out = blanks.write(out + length);
+            };
+            // No code holds a TAB but the TAB's own, so the fields of the bytes are those of the characters.
+            if (line.has_storage()) split_line(bytes, render);
+            target.append(rendered.data(), out);
+            target += "\r\n";
+        }
+        return first;
+    }
 
 private:
     static constexpr std::size_t most_around_field = std::u32string_view(U"suf(300000,99)***           ").size();
@@ -66,74 +130,6 @@ private:
     std::vector<TextView> lines_;
     std::size_t most_characters_ = 0; ///< bound of all lines, without a look at their fields
 };
-
-/// A short text that is copied as a whole block of fixed size, of which `length` characters count.
-struct ShortText {
-    std::array<char, 16> characters{};
-    std::size_t length = 0;
-
-    explicit ShortText(std::string_view text) { append(text); }
-    void append(std::string_view text) { length += text.copy(characters.data() + length, characters.size() - length); }
-    void append(std::size_t value) { append(std::to_string(value)); }
-    char* write(char* out) const
-    {
-        std::memcpy(out, characters.data(), characters.size());
-        return out + length;
-    }
-};
-
-/// What stands behind the row's number, for every column.
-std::vector<ShortText> column_texts()
-{
-    std::vector<ShortText> texts;
-    for (std::size_t column = 0; column <= last_split_column; ++column) {
-        texts.emplace_back(",").append(column);
-        texts.back().append(")***");
-    }
-    return texts;
-}
-
-std::size_t SplitView::line_length(std::size_t index) const
-{
-    constexpr std::size_t marks = std::u32string_view(U"(,)***           ").size();
-    const TextView line = lines_[index];
-    if (!line.has_storage()) return 0;
-    const std::size_t around = table_.size() + std::to_string(index).size() + marks;
-    std::size_t characters = 0;
-    split_line(line, [&](std::size_t column, std::size_t, std::size_t length) {
-        if (length > 0) characters += around + (column < 10 ? 1 : 2) + length;
-    });
-    return characters;
-}
-
-std::size_t SplitView::append_encoded(std::size_t first, std::size_t enough, std::string& target) const
-{
-    constexpr std::size_t longest_code = 4, usual_field = 32, around_field = 64;
-    const auto columns = column_texts();
-    const ShortText blanks("           "), table(to_utf8(table_) + "(");
-    std::vector<char> encoded, rendered;
-    for (; first < lines_.size() && target.size() < enough; ++first) {
-        const TextView line = lines_[first];
-        encoded.resize(std::max(encoded.size(), longest_code * line.size() + usual_field));
-        const std::span<const char> bytes(encoded.data(), encode_into(line, encoded.data()));
-        rendered.resize(std::max(rendered.size(), bytes.size() + last_split_column * around_field));
-        char* out = rendered.data();
-        ShortText row = table;
-        row.append(first);
-        const auto render = [&](std::size_t column, std::size_t start, std::size_t length) {
-            if (length == 0) return;
-            out = columns[column].write(row.write(out));
-            if (length <= usual_field) std::memcpy(out, bytes.data() + start, usual_field);
-            else std::memcpy(out, bytes.data() + start, length);
-            out = blanks.write(out + length);
-        };
-        // No code holds a TAB but the TAB's own, so the fields of the bytes are those of the characters.
-        if (line.has_storage()) split_line(bytes, render);
-        target.append(rendered.data(), out);
-        target += "\r\n";
-    }
-    return first;
-}
 
 /// As many empty lines as the split has rows: what the pane holds when views are not shown.
 class EmptyLines final : public LineSource {
