@@ -19,7 +19,7 @@ char kind_of(std::string_view kinds, std::size_t i) noexcept
     return again[(i - bar) % again.size()];
 }
 
-// What is no number is an error, and there is one zero.
+// What is no number is an error, and so is a text too long for a cell; there is one zero.
 Operand checked(Operand operand)
 {
     if (auto* const value = std::get_if<Value>(&operand)) {
@@ -27,6 +27,8 @@ Operand checked(Operand operand)
             if (!std::isfinite(*number)) return Value(CellError::Number);
             if (*number == 0) *number = 0;
         }
+        const auto* const text = std::get_if<Text>(value);
+        if (text && text->size() > longest_text) return Value(CellError::Value);
     }
     return operand;
 }
@@ -149,6 +151,14 @@ Operand Call::choose(const Choice& choice)
             }
         },
         evaluator_);
+}
+
+void Call::visit_values(std::size_t begin, std::size_t end, const ArgumentVisitor& visitor)
+{
+    for (std::size_t i = begin; i < end; ++i) {
+        const bool is_written = std::holds_alternative<Value>(arguments_[i]);
+        evaluator_.visit_values(arguments_[i], [&](const Value& value) { visitor(value, is_written); });
+    }
 }
 
 // False for an error, which is then the argument.

@@ -93,18 +93,6 @@ Value arithmetic(Operator how, double a, double b)
     }
 }
 
-bool holds(Operator how, int order)
-{
-    switch (how) {
-    case Operator::Equal: return order == 0;
-    case Operator::NotEqual: return order != 0;
-    case Operator::Less: return order < 0;
-    case Operator::LessOrEqual: return order <= 0;
-    case Operator::Greater: return order > 0;
-    default: return order >= 0;
-    }
-}
-
 bool are_equal(const Value& a, const Value& b)
 {
     // Whether two texts are equal does not depend on the order of their characters.
@@ -224,6 +212,18 @@ bool is_equal(const Value& a, const Value& b)
     if (!text) return a == b;
     const auto& other = std::get<Text>(b);
     return std::ranges::equal(*text, other, [](char32_t one, char32_t two) { return lower(one) == lower(two); });
+}
+
+bool holds(Operator comparison, int order) noexcept
+{
+    switch (comparison) {
+    case Operator::Equal: return order == 0;
+    case Operator::NotEqual: return order != 0;
+    case Operator::Less: return order < 0;
+    case Operator::LessOrEqual: return order <= 0;
+    case Operator::Greater: return order > 0;
+    default: return order >= 0;
+    }
 }
 
 double without_rest(double result, double operand) noexcept

@@ -40,6 +40,8 @@ int compare(const Value& a, const Value& b);
 /// Whether they are of one kind and equal; texts without case, numbers to their last bit.
 bool is_equal(const Value& a, const Value& b);
 
+/// Whether the comparison holds for values in that order, which is negative, 0 or positive.
+bool holds(Operator comparison, int order) noexcept;
 /// The result of an operator for two values.
 Value operate(Operator how, const Value& a, const Value& b, bool counts_from_1904);
 /// A sum or difference that is nothing but the rest of its operands' rounding is 0.

@@ -99,6 +99,16 @@ std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, 
     return npos;
 }
 
+std::optional<Operator> take_comparison(TextView& text) noexcept
+{
+    for (const auto& [prefix, how] : prefixes) {
+        if (!text.starts_with(prefix)) continue;
+        text = text.substr(prefix.size());
+        return how;
+    }
+    return std::nullopt;
+}
+
 Criterion::Criterion(const Value& written, bool counts_from_1904) : counts_from_1904_(counts_from_1904)
 {
     const auto* const text = std::get_if<Text>(&written);
@@ -108,16 +118,10 @@ Criterion::Criterion(const Value& written, bool counts_from_1904) : counts_from_
         return;
     }
     TextView rest(*text);
-    bool has_operator = false;
-    for (const auto& [prefix, how] : prefixes) {
-        if (!rest.starts_with(prefix)) continue;
-        how_ = how;
-        rest = rest.substr(prefix.size());
-        has_operator = true;
-        break;
-    }
+    const auto comparison = take_comparison(rest);
+    how_ = comparison.value_or(Operator::Equal);
     if (rest.empty()) {
-        takes_empty_text_ = !has_operator;
+        takes_empty_text_ = !comparison;
         return;
     }
     const Text word = lower(rest);
@@ -160,10 +164,7 @@ bool Criterion::holds(const Value& value) const
     if (value.index() != operand_.index() || std::holds_alternative<std::monostate>(operand_) ||
         std::holds_alternative<CellError>(value))
         return false;
-    const int order = compare(value, operand_);
-    if (order == 0) return how_ == Operator::LessOrEqual || how_ == Operator::GreaterOrEqual;
-    return order < 0 ? how_ == Operator::Less || how_ == Operator::LessOrEqual
-                     : how_ == Operator::Greater || how_ == Operator::GreaterOrEqual;
+    return calculation::holds(how_, compare(value, operand_));
 }
 
 } // namespace tarvik::calculation

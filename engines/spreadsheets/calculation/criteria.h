@@ -14,6 +14,9 @@ bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noex
 /// The first place of the pattern in the text from `from` on, counting from 0, or npos.
 std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept;
 
+/// The comparison that the text begins with, taken off it; nothing when it begins with none.
+std::optional<Operator> take_comparison(TextView& text) noexcept;
+
 /// What COUNTIF and its kin ask of a cell: a value, or a text with an operator before it (">=5", "<>x*").
 class Criterion {
 public:

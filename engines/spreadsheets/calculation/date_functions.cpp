@@ -162,7 +162,7 @@ public:
     {
         const std::size_t holidays = has_weekend ? 3 : 2;
         if (call.is_missing(holidays)) return;
-        visit_numbers(call, holidays, Counted::Numbers, [&](double day) { holidays_.insert(std::floor(day)); });
+        for (const double day : numbers_of(call, holidays)) holidays_.insert(std::floor(day));
     }
     bool has(double day) const
     {

@@ -128,6 +128,10 @@ public:
     double to_number(const Value& value) const;
     bool to_truth(const Value& value) const;
 
+    using ArgumentVisitor = std::function<void(const Value& value, bool is_written)>;
+    /// The values of the arguments from `begin` to before `end`, and whether each is written there itself.
+    void visit_values(std::size_t begin, std::size_t end, const ArgumentVisitor& visitor);
+
     Operand run(const Function& function);
 
 private:

@@ -1,5 +1,6 @@
 #include "engines/spreadsheets/calculation/number_format.h"
 
+#include "engines/spreadsheets/calculation/criteria.h"
 #include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>
@@ -26,7 +27,6 @@ constexpr std::array<std::pair<std::u32string_view, Kind>, 13> words{{{U"am/pm",
                                                                       {U",", Kind::Comma},
                                                                       {U"%", Kind::Percent},
                                                                       {U"@", Kind::Text}}};
-constexpr std::array<std::u32string_view, 6> relations{U"<=", U">=", U"<>", U"<", U">", U"="};
 
 class FormatParser {
 public:
@@ -116,15 +116,13 @@ private:
         if (!word.empty() && word.find_first_not_of(word[0]) == Text::npos &&
             (word[0] == U'h' || word[0] == U'm' || word[0] == U's'))
             return add(Kind::Elapsed, word[0] == U'm' ? Text(word.size(), U'n') : word);
-        if (word.starts_with(U'$')) {
-            return add(Kind::Literal, inside.substr(1, inside.find(U'-', 1) - 1));
-        }
+        if (word.starts_with(U'$')) return add(Kind::Literal, inside.substr(1, inside.find(U'-', 1) - 1));
         if (std::ranges::any_of(colours, [&](auto colour) { return word.starts_with(colour); })) return;
-        for (const auto relation : relations) {
-            if (!word.starts_with(relation)) continue;
-            const auto limit = number(TextView(word).substr(relation.size()));
-            if (!limit) break;
-            sections_.back().condition = FormatSection::Condition{Text(relation), *limit};
+        TextView rest(word);
+        const auto comparison = take_comparison(rest);
+        const auto limit = number(rest);
+        if (comparison && limit) {
+            sections_.back().condition = FormatSection::Condition{*comparison, *limit};
             return;
         }
         throw CannotCalculate("number format");
@@ -152,15 +150,6 @@ private:
 };
 
 } // namespace
-
-bool FormatSection::Condition::holds(double number) const
-{
-    if (relation == U"<") return number < limit;
-    if (relation == U"<=") return number <= limit;
-    if (relation == U">") return number > limit;
-    if (relation == U">=") return number >= limit;
-    return (number == limit) == (relation == U"=");
-}
 
 bool FormatSection::has(FormatPiece::Kind kind) const
 {

@@ -62,15 +62,12 @@ template <typename Combination>
 Operand combined(Call& call)
 {
     std::optional<bool> result;
-    for (std::size_t i = 0; i < call.size(); ++i) {
-        const bool is_direct = std::holds_alternative<Value>(call.operand(i));
-        call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
-            if (!is_direct && (std::holds_alternative<Text>(value) || std::holds_alternative<std::monostate>(value)))
-                return;
-            const bool truth = call.to_truth(value);
-            result = result ? Combination()(*result, truth) : truth;
-        });
-    }
+    call.visit_values(0, call.size(), [&](const Value& value, bool is_written) {
+        if (!is_written && (std::holds_alternative<Text>(value) || std::holds_alternative<std::monostate>(value)))
+            return;
+        const bool truth = call.to_truth(value);
+        result = result ? Combination()(*result, truth) : truth;
+    });
     return result ? Value(*result) : Value(CellError::Value);
 }
 

@@ -148,8 +148,10 @@ Chosen choose(const std::vector<FormatSection>& sections, double number)
     if (std::ranges::any_of(sections, [](const auto& section) { return section.condition.has_value(); })) {
         for (std::size_t i = 0; i < count; ++i) {
             const auto& condition = sections[i].condition;
-            if (condition ? condition->holds(number) : i + 1 == count || (i == 1 && number < 0))
-                return {&sections[i], true};
+            const auto is_met = [number](const FormatSection::Condition& one) {
+                return holds(one.comparison, number < one.limit ? -1 : number > one.limit ? 1 : 0);
+            };
+            if (condition ? is_met(*condition) : i + 1 == count || (i == 1 && number < 0)) return {&sections[i], true};
         }
         throw CannotCalculate("number format");
     }

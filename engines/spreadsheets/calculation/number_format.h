@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/value.h"
+#include "engines/spreadsheets/calculation/tree.h"
 
 #include <optional>
 #include <vector>
@@ -37,9 +37,8 @@ struct FormatPiece {
 /// A number takes the first section whose condition it meets.
 struct FormatSection {
     struct Condition {
-        Text relation; ///< "<", ">=" and so on
+        Operator comparison = Operator::Equal;
         double limit = 0;
-        bool holds(double number) const;
     };
     std::vector<FormatPiece> pieces;
     std::optional<Condition> condition;

@@ -10,13 +10,11 @@
 
 namespace tarvik::calculation {
 
-void visit_numbers(Call& call, std::size_t argument, Counted counted, const NumberVisitor& visitor)
+void visit_numbers(Call& call, std::size_t begin, std::size_t end, Counted counted, const NumberVisitor& visitor)
 {
-    const bool is_direct = std::holds_alternative<Value>(call.operand(argument));
-    call.evaluator().visit_values(call.operand(argument), [&](const Value& value) {
+    call.visit_values(begin, end, [&](const Value& value, bool is_written) {
         if (const auto* const number = std::get_if<double>(&value)) return visitor(*number);
-        if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
-        if (is_direct) return visitor(call.to_number(value));
+        if (is_written || std::holds_alternative<CellError>(value)) return visitor(call.to_number(value));
         if (counted == Counted::Numbers || std::holds_alternative<std::monostate>(value)) return;
         const auto* const truth = std::get_if<bool>(&value);
         visitor(truth && *truth ? 1 : 0);
@@ -26,15 +24,14 @@ void visit_numbers(Call& call, std::size_t argument, Counted counted, const Numb
 std::vector<double> all_numbers(Call& call, std::size_t from, Counted counted)
 {
     std::vector<double> numbers;
-    for (std::size_t i = from; i < call.size(); ++i)
-        visit_numbers(call, i, counted, [&](double number) { numbers.push_back(number); });
+    visit_numbers(call, from, call.size(), counted, [&](double number) { numbers.push_back(number); });
     return numbers;
 }
 
 std::vector<double> numbers_of(Call& call, std::size_t argument)
 {
     std::vector<double> numbers;
-    visit_numbers(call, argument, Counted::Numbers, [&](double number) { numbers.push_back(number); });
+    visit_numbers(call, argument, argument + 1, Counted::Numbers, [&](double number) { numbers.push_back(number); });
     return numbers;
 }
 

@@ -11,9 +11,9 @@ namespace tarvik::calculation {
 enum class Counted { Numbers, Everything };
 
 using NumberVisitor = std::function<void(double)>;
-/// The numbers of one argument. A value that is written there counts as the number that it is or reads as; ErrorResult
-/// for an error.
-void visit_numbers(Call& call, std::size_t argument, Counted counted, const NumberVisitor& visitor);
+/// The numbers of the arguments from `begin` to before `end`. A value that is written there itself counts as the number
+/// that it is or reads as; ErrorResult for an error.
+void visit_numbers(Call& call, std::size_t begin, std::size_t end, Counted counted, const NumberVisitor& visitor);
 /// Of all arguments from that one on.
 std::vector<double> all_numbers(Call& call, std::size_t from = 0, Counted counted = Counted::Numbers);
 std::vector<double> numbers_of(Call& call, std::size_t argument);

@@ -18,35 +18,27 @@ Operand folded(Call& call)
 Operand sum(Call& call)
 {
     double result = 0;
-    for (std::size_t i = 0; i < call.size(); ++i)
-        visit_numbers(call, i, Counted::Numbers, [&](double number) { result += number; });
-    return Value(result);
+    visit_numbers(call, 0, call.size(), Counted::Numbers, [&](double number) { result += number; });
+    return result;
 }
 
 Operand count(Call& call)
 {
     double result = 0;
-    for (std::size_t i = 0; i < call.size(); ++i) {
-        const bool is_direct = std::holds_alternative<Value>(call.operand(i));
-        call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
-            if (std::holds_alternative<double>(value) ||
-                (is_direct && std::holds_alternative<double>(to_number(value, call.counts_from_1904()))))
-                ++result;
-        });
-    }
-    return Value(result);
+    call.visit_values(0, call.size(), [&](const Value& value, bool is_written) {
+        const Value number = is_written ? to_number(value, call.counts_from_1904()) : value;
+        if (std::holds_alternative<double>(number)) ++result;
+    });
+    return result;
 }
 
 Operand count_all(Call& call)
 {
     double result = 0;
-    for (std::size_t i = 0; i < call.size(); ++i) {
-        const bool is_direct = std::holds_alternative<Value>(call.operand(i));
-        call.evaluator().visit_values(call.operand(i), [&](const Value& value) {
-            if (is_direct || !std::holds_alternative<std::monostate>(value)) ++result;
-        });
-    }
-    return Value(result);
+    call.visit_values(0, call.size(), [&](const Value& value, bool is_written) {
+        if (is_written || !std::holds_alternative<std::monostate>(value)) ++result;
+    });
+    return result;
 }
 
 Operand count_blank(Call& call)

@@ -10,12 +10,6 @@ namespace tarvik::calculation {
 
 namespace {
 
-Operand checked(Text text)
-{
-    require(text.size() <= longest_text, CellError::Value);
-    return Value(std::move(text));
-}
-
 // A count or place of characters, cut at the longest text.
 std::size_t size_of(Call& call, std::size_t argument, double least, double otherwise)
 {
@@ -82,14 +76,14 @@ Operand substitute(Call& call)
         require(result.size() <= longest_text, CellError::Value);
         at = found + old.size();
     }
-    return checked(result.append(text, at));
+    return result.append(text, at);
 }
 
 Operand replace(Call& call)
 {
     Text text = call.text(0);
     const auto place = std::min(size_of(call, 1, 1, 1) - 1, text.size());
-    return checked(text.replace(place, size_of(call, 2, 0, 0), call.text(3)));
+    return text.replace(place, size_of(call, 2, 0, 0), call.text(3));
 }
 
 template <bool takes_patterns>
@@ -124,9 +118,8 @@ void append(Text& result, const Value& value)
 Operand concatenate(Call& call)
 {
     Text result;
-    for (std::size_t i = 0; i < call.size(); ++i)
-        call.evaluator().visit_values(call.operand(i), [&](const Value& value) { append(result, value); });
-    return Value(std::move(result));
+    call.visit_values(0, call.size(), [&](const Value& value, bool /*is_written*/) { append(result, value); });
+    return result;
 }
 
 // Absent cells count as well unless they are passed over.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace tarvik::calculation {
 
@@ -26,13 +27,6 @@ std::size_t word_length(std::string_view text, std::size_t from) noexcept
 {
     std::size_t end = from;
     while (end < text.size() && is_word(text[end])) ++end;
-    return end - from;
-}
-
-std::size_t digits_length(std::string_view text, std::size_t from) noexcept
-{
-    std::size_t end = from;
-    while (end < text.size() && is_digit(text[end])) ++end;
     return end - from;
 }
 
@@ -61,18 +55,6 @@ std::size_t brackets_length(std::string_view text, std::size_t from) noexcept
         }
     }
     return 0;
-}
-
-std::size_t number_length(std::string_view text) noexcept
-{
-    std::size_t end = digits_length(text, 0);
-    if (end < text.size() && text[end] == '.') end += 1 + digits_length(text, end + 1);
-    if (end < text.size() && (text[end] == 'e' || text[end] == 'E')) {
-        const std::size_t sign = end + 1 < text.size() && (text[end + 1] == '+' || text[end + 1] == '-') ? 1 : 0;
-        const auto exponent = digits_length(text, end + 1 + sign);
-        if (exponent > 0) end += 1 + sign + exponent;
-    }
-    return end;
 }
 
 bool is_bang(std::string_view text, std::size_t at) noexcept
@@ -154,7 +136,11 @@ Token Tokens::take_word()
     }
     if (const auto lines = lines_length(); lines > 0) return take(TokenKind::Lines, lines);
     const char c = rest_.front();
-    if (is_digit(c) || (c == '.' && digits_length(rest_, 1) > 0)) return take(TokenKind::Number, number_length(rest_));
+    if (is_digit(c) || (c == '.' && rest_.size() > 1 && is_digit(rest_[1]))) {
+        double number = 0;
+        const auto* const end = std::from_chars(rest_.data(), rest_.data() + rest_.size(), number).ptr;
+        return take(TokenKind::Number, static_cast<std::size_t>(end - rest_.data()));
+    }
     const auto word = word_length(rest_, 0);
     if (word < rest_.size() && rest_[word] == '[') {
         const auto brackets = brackets_length(rest_, word);
