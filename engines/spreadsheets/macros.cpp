@@ -48,94 +48,6 @@ std::set<std::string> reached(const Package& package, std::vector<std::string> p
     return keys;
 }
 
-struct MacroSheets {
-    std::vector<bool> is_removed; // by the sheet's index
-    std::vector<std::string> names;
-
-    bool has(std::size_t index) const { return index < is_removed.size() && is_removed[index]; }
-    // The index that a sheet has once they are gone.
-    std::size_t index_after(std::size_t index) const
-    {
-        const auto end = is_removed.begin() + static_cast<std::ptrdiff_t>(std::min(index, is_removed.size()));
-        return index - static_cast<std::size_t>(std::count(is_removed.begin(), end, true));
-    }
-    bool are_meant_by(std::string_view formula) const
-    {
-        return std::any_of(names.begin(), names.end(), [formula](const auto& name) {
-            return formula.find(name + "!") != std::string_view::npos ||
-                   formula.find("'" + name + "'!") != std::string_view::npos;
-        });
-    }
-};
-
-MacroSheets remove_macro_sheets(pugi::xml_node sheets, const Relationships& of_workbook)
-{
-    MacroSheets removed;
-    for (auto node = sheets.first_child(); node;) {
-        const auto next = node.next_sibling();
-        if (is_named(node, "sheet")) {
-            const auto* relationship = of_workbook.of_id(relationship_id(node));
-            removed.is_removed.push_back(relationship && is_macro_sheet(*relationship));
-            if (removed.is_removed.back()) {
-                removed.names.push_back(attribute_text(node, "name"));
-                remove_element(sheets, node);
-            }
-        }
-        node = next;
-    }
-    return removed;
-}
-
-// Every name of the workbook is searched for each of them.
-void refuse_many_macro_sheets(pugi::xml_node sheets, const Relationships& of_workbook)
-{
-    constexpr int most = 200;
-    const auto nodes = sheets.children();
-    const auto count = std::count_if(nodes.begin(), nodes.end(), [&](const auto& node) {
-        const auto* relationship = of_workbook.of_id(relationship_id(node));
-        return relationship && is_macro_sheet(*relationship);
-    });
-    if (count > most) throw Damage(U"工作簿里的宏表过多。");
-}
-
-void move_index(pugi::xml_node node, const char* name, const MacroSheets& removed)
-{
-    auto attribute = node.attribute(name);
-    if (attribute) attribute.set_value(static_cast<unsigned long long>(removed.index_after(attribute.as_uint())));
-}
-
-void mend_names(pugi::xml_node names, const MacroSheets& removed)
-{
-    for (auto node = names.first_child(); node;) {
-        const auto next = node.next_sibling();
-        const auto sheet = node.attribute("localSheetId");
-        if ((sheet && removed.has(sheet.as_uint())) || removed.are_meant_by(element_text(node))) {
-            remove_element(names, node);
-        } else {
-            move_index(node, "localSheetId", removed);
-        }
-        node = next;
-    }
-}
-
-void drop_macro_sheets(XmlPart& workbook, const Relationships& of_workbook)
-{
-    const auto& all = of_workbook.all();
-    if (std::none_of(all.begin(), all.end(), is_macro_sheet)) return;
-    auto root = workbook.root();
-    refuse_many_macro_sheets(child_named(root, "sheets"), of_workbook);
-    const auto removed = remove_macro_sheets(child_named(root, "sheets"), of_workbook);
-    if (auto names = child_named(root, "definedNames")) {
-        mend_names(names, removed);
-        if (!names.first_child()) remove_element(root, names);
-    }
-    for (const auto view : child_named(root, "bookViews").children()) {
-        move_index(view, "activeTab", removed);
-        move_index(view, "firstSheet", removed);
-    }
-    workbook.changed = true;
-}
-
 } // namespace
 
 std::string relationship_id(pugi::xml_node node)
@@ -146,12 +58,13 @@ std::string relationship_id(pugi::xml_node node)
     return {};
 }
 
-void drop_macros(PackageEditor& package, XmlPart& workbook, Relationships& of_workbook)
+void drop_macros(PackageEditor& package, const XmlPart& workbook, Relationships& of_workbook)
 {
-    drop_macro_sheets(workbook, of_workbook);
+    if (std::ranges::any_of(of_workbook.all(), is_macro_sheet)) {
+        throw Damage(U"工作簿里有宏表，只能另存为 .xlsm 格式。");
+    }
     Relationships of_package(package.original(), "");
     std::vector<std::string> dropped;
-    unlink(of_workbook, is_macro_sheet, dropped);
     unlink(of_workbook, is_project, dropped);
     unlink(of_package, is_ribbon, dropped);
     package.write(of_package);

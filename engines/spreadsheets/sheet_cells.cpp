@@ -6,28 +6,17 @@ namespace tarvik::ooxml {
 
 namespace {
 
-bool is_before(const NumberedElement& a, const NumberedElement& b) noexcept
-{
-    return a.number < b.number;
-}
-
 std::vector<NumberedElement>::const_iterator first_from(const std::vector<NumberedElement>& elements, int number)
 {
     return std::ranges::lower_bound(elements, number, {}, &NumberedElement::number);
 }
 
-// Orders elements by their numbers, in the part too, where whatever else is there stays behind them.
-void put_in_order(pugi::xml_node parent, std::vector<NumberedElement>& elements)
-{
-    if (std::is_sorted(elements.begin(), elements.end(), is_before)) return;
-    std::stable_sort(elements.begin(), elements.end(), is_before);
-    for (auto element = elements.rbegin(); element != elements.rend(); ++element) parent.prepend_move(element->node);
-}
-
+// Rows and cells stand in their order, each once.
 int told_or_next(const std::optional<int>& told, bool is_told, int last_number, int limit)
 {
     const int number = is_told ? told.value_or(0) : last_number + 1;
     if (number < 1 || number > limit) throw Damage(U"工作表里有无效的行号或单元格位置。");
+    if (number <= last_number) throw Damage(U"工作表里的行或单元格有重复，或次序不对。");
     return number;
 }
 
@@ -42,7 +31,6 @@ std::vector<NumberedElement> numbered_rows(pugi::xml_node sheet_data)
         if (!told) node.append_attribute("r").set_value(last);
         rows.push_back({last, node});
     }
-    put_in_order(sheet_data, rows);
     return rows;
 }
 
@@ -62,14 +50,6 @@ std::vector<NumberedElement> numbered_cells(const NumberedElement& row)
     return cells;
 }
 
-void refuse_repeated(const std::vector<NumberedElement>& cells)
-{
-    const auto is_same = [](const auto& a, const auto& b) { return a.number == b.number; };
-    if (std::adjacent_find(cells.begin(), cells.end(), is_same) != cells.end()) {
-        throw Damage(U"工作表里有重复的单元格。");
-    }
-}
-
 } // namespace
 
 SheetCells::SheetCells(pugi::xml_node worksheet)
@@ -82,20 +62,8 @@ SheetCells::SheetCells(pugi::xml_node worksheet)
 
 void SheetCells::index()
 {
-    const auto pieces = numbered_rows(sheet_data_);
-    for (auto piece = pieces.begin(); piece != pieces.end();) {
-        const auto row = *piece;
+    for (const auto& row : numbered_rows(sheet_data_)) {
         auto cells = numbered_cells(row);
-        for (++piece; piece != pieces.end() && piece->number == row.number; ++piece) {
-            for (const auto& cell : numbered_cells(*piece)) {
-                auto target = row.node;
-                cells.empty() ? target.prepend_move(cell.node) : target.insert_move_after(cell.node, cells.back().node);
-                cells.push_back(cell);
-            }
-            remove_element(sheet_data_, piece->node);
-        }
-        put_in_order(row.node, cells);
-        refuse_repeated(cells);
         if (!cells.empty()) extent_ = {row.number, std::max(extent_.column, cells.back().number)};
         rows_.emplace_hint(rows_.end(), row.number, Row{row.node, std::move(cells)});
     }

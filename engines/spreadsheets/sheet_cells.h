@@ -18,8 +18,7 @@ struct NumberedElement {
 };
 
 /// The rows and cells that a worksheet part has, found by place. Rows and cells that do not tell their place get it
-/// told, those that are out of order are put in order, and a row told in several pieces becomes one. Damage when a cell
-/// is told twice or a place is none.
+/// told. Damage when one stands twice or out of order, or a place is none.
 class SheetCells {
 public:
     explicit SheetCells(pugi::xml_node worksheet);

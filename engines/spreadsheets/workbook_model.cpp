@@ -122,8 +122,8 @@ void WorkbookModel::set_format(WorkbookFormat format)
 {
     const auto wanted = format == WorkbookFormat::Plain ? plain_type : macro_type;
     if (package_.types().of(workbook_name_) == wanted) return;
-    package_.types().set(workbook_name_, wanted);
     if (format == WorkbookFormat::Plain) drop_macros(package_, workbook_, relationships_);
+    package_.types().set(workbook_name_, wanted);
     is_unpacked_ = true;
 }
 

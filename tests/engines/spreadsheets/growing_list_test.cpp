@@ -84,25 +84,4 @@ TEST(GrowingList, cells_hold_what_was_written_last_in_whatever_order)
     }
 }
 
-TEST(GrowingList, can_be_saved_and_read_and_goes_on)
-{
-    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\" t=\"s\"><v>0</v></c></row>"));
-    auto& workbook = file.open();
-    auto& sheet = workbook.worksheet(1);
-    const auto text = [](int row) { return U" 第 " + number_text(row) + U" 台 <&>"; };
-    constexpr int rows = 3000;
-    for (int row = 2; row <= rows; ++row) {
-        sheet.set_cell(row, 1, text(row));
-        if (row % 1000 == 0) workbook.save_as(U"列表.xlsx");
-    }
-    EXPECT_EQ(sheet.clear(2000, 2001, 1, 1), 2);
-    sheet.set_cell(2500, 1, text(2));
-    workbook.close(true);
-    auto& saved = file.open(U"列表.xlsx").worksheet(1);
-    for (int row = 2; row <= rows; ++row) {
-        const bool is_cleared = row == 2000 || row == 2001;
-        ASSERT_EQ(saved.cell(row, 1), is_cleared ? Text() : text(row == 2500 ? 2 : row));
-    }
-}
-
 } // namespace tarvik::test

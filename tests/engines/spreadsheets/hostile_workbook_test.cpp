@@ -71,21 +71,4 @@ TEST(HostileWorkbook, its_look_takes_no_more_than_its_cells)
     EXPECT_EQ(look.cells.front().look.font, CellLook().font);
 }
 
-TEST(HostileWorkbook, very_many_macro_sheets_are_refused)
-{
-    auto parts = simple_parts("");
-    std::string sheets;
-    std::string names;
-    for (int i = 0; i < 60'000; ++i) {
-        sheets += "<sheet name=\"m" + std::to_string(i) + "\" r:id=\"macro\"/>";
-        names += "<definedName name=\"n" + std::to_string(i) + "\">1</definedName>";
-    }
-    edit_part(parts, "xl/workbook.xml", "</sheets>", sheets + "</sheets><definedNames>" + names + "</definedNames>");
-    edit_part(parts, "xl/_rels/workbook.xml.rels", "</Relationships>",
-              "<Relationship Id=\"macro\" Type=\"a/xlMacrosheet\" Target=\"m.xml\"/></Relationships>");
-    edit_part(parts, "[Content_Types].xml", "spreadsheetml.sheet.main", "spreadsheetml.template.main");
-    WorkbookModel model(packed(parts));
-    EXPECT_THROW(model.set_format(WorkbookFormat::Plain), Damage);
-}
-
 } // namespace tarvik::test

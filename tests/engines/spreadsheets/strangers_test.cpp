@@ -39,17 +39,6 @@ TEST(Stranger, a_table_of_texts_that_is_not_there_is_none)
     EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"文");
 }
 
-TEST(Stranger, a_row_told_in_pieces_is_one_row)
-{
-    WorkbookFile file(simple_parts("<row r=\"2\" ht=\"9\"><c r=\"C2\"><v>3</v></c><extLst/></row><row r=\"1\"/>"
-                                   "<row r=\"2\"><c r=\"A2\"><v>1</v></c><c><v>2</v></c></row>"));
-    const auto sheet = file.sheet_after(2, 4, 4.0);
-    EXPECT_NE(sheet.find("<row r=\"1\"/><row r=\"2\" ht=\"9\"><c r=\"A2\"><v>1</v></c><c r=\"B2\"><v>2</v></c>"
-                         "<c r=\"C2\"><v>3</v></c><c r=\"D2\"><v>4</v></c><extLst/></row></sheetData>"),
-              std::string::npos)
-        << sheet;
-}
-
 TEST(Stranger, what_a_pivot_table_fills_cannot_be_written)
 {
     auto parts = simple_parts("<row r=\"5\"><c r=\"B5\"><v>1</v></c></row>");
@@ -81,27 +70,13 @@ TEST(Stranger, a_count_beyond_all_numbers_stays_a_count)
     EXPECT_NE(part_of(file.saved(), "xl/sharedStrings.xml").find(" count=\"1099511627777\""), std::string::npos);
 }
 
-TEST(Stranger, a_plain_workbook_has_neither_macro_sheets_nor_their_ribbons)
+TEST(Stranger, a_plain_workbook_has_no_ribbons_that_run_macros)
 {
     auto parts = rich_parts();
-    edit_part(parts, book, "<sheets>",
-              "<bookViews><workbookView activeTab=\"2\"/></bookViews><sheets><sheet name=\"宏\" sheetId=\"9\" "
-              "r:id=\"rId9\"/>");
-    edit_part(parts, book, "</definedNames>",
-              "<definedName name=\"a\" localSheetId=\"0\">1</definedName><definedName name=\"b\">宏!$A$1</definedName>"
-              "<definedName name=\"c\" localSheetId=\"2\">2</definedName></definedNames>");
-    edit_part(parts, links, "</Relationships>",
-              link("rId9", "xlMacrosheet", "macrosheets/sheet1.xml") + "</Relationships>");
     set_part(parts, "xl/drawings/_rels/drawing1.xml.rels",
              "<Relationships>" + link("r", "image", "../media/image1.png") + "</Relationships>");
     edit_part(parts, "_rels/.rels", "</Relationships>",
               link("rId9", "extensibility", "customUI/customUI.xml") + "</Relationships>");
-    edit_part(parts, types, "</Types>",
-              "<Override PartName=\"/xl/macrosheets/sheet1.xml\" ContentType=\"m\"/></Types>");
-    set_part(parts, "xl/macrosheets/sheet1.xml", "<macrosheet/>");
-    set_part(parts, "xl/macrosheets/_rels/sheet1.xml.rels",
-             "<Relationships>" + link("r", "printerSettings", "../printerSettings/macro.bin") + "</Relationships>");
-    set_part(parts, "xl/printerSettings/macro.bin", "m");
     set_part(parts, "customUI/customUI.xml", "<customUI/>");
     set_part(parts, "customUI/_rels/customUI.xml.rels",
              "<Relationships>" + link("r", "image", "images/1.png") + link("s", "image", "/xl/media/image1.png") +
@@ -114,18 +89,27 @@ TEST(Stranger, a_plain_workbook_has_neither_macro_sheets_nor_their_ribbons)
     workbook.save_as(U"b.xlsx");
     const auto saved = file.saved("b.xlsx");
     for (const auto& [name, contents] : parts_of(saved)) {
-        for (const auto* word : {"acro", "customUI", "宏"}) {
+        for (const auto* word : {"acro", "customUI"}) {
             EXPECT_EQ(name.find(word), std::string::npos) << name;
             EXPECT_EQ(contents.find(word), std::string::npos) << name << contents;
         }
     }
     EXPECT_FALSE(part_of(saved, "xl/media/image1.png").empty()); // a sheet shows it too
-    const auto workbook_part = part_of(saved, book);
-    EXPECT_NE(workbook_part.find("<definedName name=\"c\" localSheetId=\"1\">2</definedName></definedNames>"),
-              std::string::npos)
-        << workbook_part;
-    EXPECT_NE(workbook_part.find("activeTab=\"1\""), std::string::npos);
-    EXPECT_EQ(file.open(U"b.xlsx").worksheet_count(), 2);
+}
+
+TEST(Stranger, a_workbook_with_macro_sheets_cannot_become_a_plain_one)
+{
+    auto parts = rich_parts();
+    edit_part(parts, book, "<sheets>", "<sheets><sheet name=\"宏\" sheetId=\"9\" r:id=\"rId9\"/>");
+    edit_part(parts, links, "</Relationships>",
+              link("rId9", "xlMacrosheet", "macrosheets/sheet1.xml") + "</Relationships>");
+    set_part(parts, "xl/macrosheets/sheet1.xml", "<macrosheet/>");
+    WorkbookFile file(parts, "t.xlsm");
+    auto& workbook = file.open(U"t.xlsm");
+    EXPECT_EQ(failure_of([&] { workbook.save_as(U"b.xlsx"); }),
+              "无法处理工作簿“t.xlsm”：工作簿里有宏表，只能另存为 .xlsm 格式。");
+    workbook.save_as(U"b.xlsm");
+    EXPECT_EQ(parts_of(file.saved("b.xlsm")), parts);
 }
 
 TEST(Stranger, only_a_calculation_chain_goes_for_one)
