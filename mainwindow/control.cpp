@@ -17,6 +17,12 @@ void Control::set_place(double left, double top, double width, double height)
     set_height(height);
 }
 
+void Control::lay(Text caption, double left, double top, double width, double height)
+{
+    set_caption(std::move(caption));
+    set_place(left, top, width, height);
+}
+
 void TextControl::select(Selection selection, std::size_t size)
 {
     selection.start = std::clamp(selection.start, Position(), Position::at_offset(size));

@@ -90,6 +90,7 @@ public:
     void set_width(double twips) { change(width_, twips, Property::Width); }
     void set_height(double twips) { change(height_, twips, Property::Height); }
     void set_place(double left, double top, double width, double height);
+    void lay(Text caption, double left, double top, double width, double height);
     void set_visible(bool visible) { change(visible_, visible, Property::Visible); }
     void set_enabled(bool enabled) { change(enabled_, enabled, Property::Enabled); }
     void set_back_color(Colour colour) { change(back_color_, colour, Property::BackColor); }

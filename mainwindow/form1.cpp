@@ -74,8 +74,7 @@ void place(Control& control, const Place& at)
 
 void lay(Control& control, std::u32string_view caption, const Place& at)
 {
-    control.set_caption(Text(caption));
-    place(control, at);
+    control.lay(Text(caption), at.left, at.top, at.width, at.height);
 }
 
 template <typename Kind>

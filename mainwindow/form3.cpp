@@ -44,8 +44,7 @@ Form3::Form3(const ModelListeners& listeners)
     : window(listeners, form, "Form3"), Text1(listeners, form, "Text1", 0, 5), Label1(listeners, form, "Label1", 0, 2),
       Text2(listeners, form, "Text2"), Command1(listeners, form, "Command1", 0, 1)
 {
-    window.set_caption(U"Tarvik 计算");
-    window.set_place(0, 0, 10200, 8400);
+    window.lay(U"Tarvik 计算", 0, 0, 10200, 8400);
     window.set_visible(false);
     window.set_back_color(rgb(232, 227, 174));
     for (auto& [index, box] : Text1) {
@@ -55,18 +54,15 @@ Form3::Form3(const ModelListeners& listeners)
         box.set_back_color(rgb(208, 208, 182));
     }
     for (auto& [index, label] : Label1) {
-        label.set_caption(Text(help[index].text));
-        label.set_place(600, help[index].top, 9300, help[index].height);
+        label.lay(Text(help[index].text), 600, help[index].top, 9300, help[index].height);
         label.set_back_color(rgb(192, 208, 192));
     }
     Text2.set_place(480, 120, 8160, 6480);
     Text2.set_multi_line(true);
     Text2.set_visible(false);
     Text2.set_back_color(rgb(232, 227, 180));
-    Command1[0].set_caption(U"确认");
-    Command1[0].set_place(3240, 6840, 1332, 492);
-    Command1[1].set_caption(U"说明");
-    Command1[1].set_place(6600, 6840, 1332, 492);
+    Command1[0].lay(U"确认", 3240, 6840, 1332, 492);
+    Command1[1].lay(U"说明", 6600, 6840, 1332, 492);
     for (auto& [index, button] : Command1) button.set_back_color(rgb(192, 208, 182));
 }
 

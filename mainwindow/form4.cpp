@@ -68,8 +68,7 @@ Form4::Form4(const ModelListeners& listeners)
       Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"), Label5(listeners, form, "Label5"),
       Preview(listeners, form, "Preview")
 {
-    window.set_caption(U"Tarvik计算报表自动化设计器");
-    window.set_place(0, 0, 16800, 9480);
+    window.lay(U"Tarvik计算报表自动化设计器", 0, 0, 16800, 9480);
     window.set_visible(false);
     load_design_texts(*this);
     lay_boxes(Text1, 170);
@@ -78,26 +77,19 @@ Form4::Form4(const ModelListeners& listeners)
     Text4.set_place(8060, 7020, 1540, 560);
     Text3.set_back_color(foreground);
     Text4.set_back_color(foreground);
-    Command1.set_caption(U"保存参数");
-    Command1.set_place(4920, 7780, 1480, 560);
-    Command2.set_caption(U"参数校验");
-    Command2.set_place(6520, 7780, 1480, 560);
-    Command3.set_caption(U"预览");
-    Command3.set_place(8120, 7780, 1480, 560);
+    Command1.lay(U"保存参数", 4920, 7780, 1480, 560);
+    Command2.lay(U"参数校验", 6520, 7780, 1480, 560);
+    Command3.lay(U"预览", 8120, 7780, 1480, 560);
     Preview.set_visible(false);
     for (Control* button : {&Command1, &Command2, &Command3}) button->set_back_color(foreground);
-    Frame1.set_caption(U"数据报表分析");
-    Frame1.set_place(120, 120, 16560, 9240);
-    Frame2.set_caption(U"静态：EXCELB表（行，列）= SUF（I,J）");
-    Frame2.set_place(120, 360, 4680, 8100);
-    Frame3.set_caption(U"动态：EXCELB表（行，列）= SUF数组元素（I,J）");
-    Frame3.set_place(4920, 360, 4680, 6480);
+    Frame1.lay(U"数据报表分析", 120, 120, 16560, 9240);
+    Frame2.lay(U"静态：EXCELB表（行，列）= SUF（I,J）", 120, 360, 4680, 8100);
+    Frame3.lay(U"动态：EXCELB表（行，列）= SUF数组元素（I,J）", 4920, 360, 4680, 6480);
     for (Control* area : {static_cast<Control*>(&window), &Frame1, &Frame2, &Frame3}) area->set_back_color(background);
     const std::array labels{&Label1, &Label2, &Label3, &Label4, &Label5};
     double top = 360;
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        labels[i]->set_caption(Text(help[i].text));
-        labels[i]->set_place(9780, top, 6660, help[i].height);
+        labels[i]->lay(Text(help[i].text), 9780, top, 6660, help[i].height);
         labels[i]->set_back_color(background);
         top += help[i].height + 60;
     }

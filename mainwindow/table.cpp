@@ -86,7 +86,7 @@ void Table::keep(const std::vector<SharedBuffer>& buffers)
 {
     if (keeper_.wants_sweep())
         keeper_.sweep([this](const auto& see) {
-            lines_.for_each_used([&see](const Line& line) { see(line.text); });
+            for (const Line& line : lines_.used()) see(line.text);
             for (const TextView view : views_) see(view);
         });
     for (const SharedBuffer& buffer : buffers) keeper_.keep(buffer);

@@ -66,8 +66,8 @@ private:
     void set_own(std::size_t row, std::size_t column, TextView piece);
     void forget(std::size_t row, std::size_t column);
 
-    std::vector<SparseArray<Cell>> columns_;
-    SparseArray<Line> lines_;
+    std::vector<GrowingArray<Cell>> columns_;
+    GrowingArray<Line> lines_;
     std::vector<TextView> views_; ///< of the cells that lie in no line
     std::vector<Cell> free_;      ///< numbers of views that no cell has
     BufferKeeper keeper_;

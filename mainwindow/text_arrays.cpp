@@ -77,7 +77,7 @@ void TextArray::swap(std::size_t a, std::size_t b)
 
 void TextArray::sweep()
 {
-    keeper_.sweep([this](const auto& see) { views_.for_each_used(see); });
+    keeper_.sweep([this](const auto& see) { std::ranges::for_each(views_.used(), see); });
 }
 
 void TextArray::set(std::size_t index, TextView text)

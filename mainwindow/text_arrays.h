@@ -4,64 +4,44 @@
 #include "platform/text/document.h"
 
 #include <algorithm>
-#include <array>
 #include <cassert>
 #include <functional>
-#include <memory>
 #include <unordered_set>
 #include <vector>
 
 /// The fixed arrays of the program: bounds of their own, but no memory before an element is used.
 namespace tarvik {
 
-/// Elements 0 to `last`; an element that was never written reads as a default Value. Storage comes in chunks.
+/// Elements 0 to `last`; an element that was never written reads as a default Value. Storage reaches up to the last
+/// element that was.
 template <typename Value>
-class SparseArray {
+class GrowingArray {
 public:
-    explicit SparseArray(std::size_t last) : last_(last) {}
+    explicit GrowingArray(std::size_t last) : last_(last) {}
 
     std::size_t last() const { return last_; }
-    Value get(std::size_t index) const
-    {
-        const std::size_t chunk = index / chunk_size;
-        return chunk < chunks_.size() && chunks_[chunk] ? (*chunks_[chunk])[index % chunk_size] : Value{};
-    }
+    Value get(std::size_t index) const { return index < values_.size() ? values_[index] : Value{}; }
     /// Throws Failure beyond the bound.
     void set(std::size_t index, Value value)
     {
         if (index > last_) throw Failure(U"数据超出软件所设定的数组范围。");
-        const std::size_t chunk = index / chunk_size;
-        if (chunk >= chunks_.size()) chunks_.resize(chunk + 1);
-        if (!chunks_[chunk]) chunks_[chunk] = std::make_unique<Chunk>();
-        (*chunks_[chunk])[index % chunk_size] = std::move(value);
+        if (values_.empty()) values_.reserve(last_ + 1); // addresses; memory comes as elements are used
+        if (index >= values_.size()) values_.resize(index + 1);
+        values_[index] = std::move(value);
     }
-    /// Back to the default from `first` to `last`, both included; whole chunks are given back.
+    /// Back to the default from `first` to `last`, both included.
     void clear(std::size_t first, std::size_t last)
     {
-        while (first <= last && first / chunk_size < chunks_.size()) {
-            const std::size_t chunk = first / chunk_size;
-            const std::size_t chunk_last = chunk * chunk_size + chunk_size - 1;
-            if (first % chunk_size == 0 && chunk_last <= last) chunks_[chunk].reset();
-            else if (chunks_[chunk])
-                for (std::size_t i = first; i <= std::min(last, chunk_last); ++i)
-                    (*chunks_[chunk])[i % chunk_size] = {};
-            first = chunk_last + 1;
-        }
+        if (last >= values_.size()) values_.resize(std::min(first, values_.size()));
+        else
+            for (; first <= last; ++first) values_[first] = Value{};
     }
-    /// Calls `work` for every element that has storage.
-    template <typename Work>
-    void for_each_used(Work&& work) const
-    {
-        for (const auto& chunk : chunks_)
-            if (chunk)
-                for (const Value& value : *chunk) work(value);
-    }
+    /// Every element that has storage.
+    const std::vector<Value>& used() const { return values_; }
 
 private:
-    static constexpr std::size_t chunk_size = 1024;
-    using Chunk = std::array<Value, chunk_size>;
     std::size_t last_;
-    std::vector<std::unique_ptr<Chunk>> chunks_;
+    std::vector<Value> values_;
 };
 
 /// Keeps the buffers alive that an array's views look into, and lets go of those that no view needs any more.
@@ -109,7 +89,7 @@ public:
 
 private:
     void sweep();
-    SparseArray<TextView> views_;
+    GrowingArray<TextView> views_;
     BufferKeeper keeper_;
 };
 

@@ -3,7 +3,6 @@
 #include "runs/engines.h"
 #include "tests/support/desk.h"
 #include "tests/support/faulty_office.h"
-#include "tests/support/quick_disk.h"
 
 #include <map>
 #include <set>
@@ -68,7 +67,7 @@ private:
 /// A job that was done once with nothing in its way.
 class JobDesk : public testing::TestWithParam<Job> {
 protected:
-    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
+    static void SetUpTestSuite() { TemporaryFolder::keep_in_memory(); }
 
     const Job& job = GetParam();
     SampleDesk desk;

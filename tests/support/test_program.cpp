@@ -12,11 +12,25 @@ namespace tarvik::test {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+fs::path& root()
+{
+    static fs::path folder = fs::temp_directory_path();
+    return folder;
+}
+
+} // namespace
+
+void TemporaryFolder::keep_in_memory()
+{
+    if (fs::is_directory("/dev/shm")) root() = "/dev/shm";
+}
+
 TemporaryFolder::TemporaryFolder()
 {
     static std::atomic<int> made{0};
-    path_ =
-        fs::temp_directory_path() / ("tarvik-test-" + std::to_string(process_number()) + "-" + std::to_string(++made));
+    path_ = root() / ("tarvik-test-" + std::to_string(process_number()) + "-" + std::to_string(++made));
     fs::remove_all(path_);
     fs::create_directories(path_);
 }

@@ -15,6 +15,10 @@ namespace tarvik::test {
 /// A folder of its own that goes with the object.
 class TemporaryFolder {
 public:
+    /// For tests that save thousands of times, each save flushed: folders that are made from now on lie in memory,
+    /// where the system has a file system there.
+    static void keep_in_memory();
+
     TemporaryFolder();
     ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;

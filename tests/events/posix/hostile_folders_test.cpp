@@ -18,7 +18,7 @@ const char* const walking[] = {"tomation", "Excelfile", "SesameOpen", "keptfile"
 
 class WalkedFolder : public testing::Test {
 protected:
-    static void SetUpTestSuite() { keep_temporary_folders_in_memory(); }
+    static void SetUpTestSuite() { TemporaryFolder::keep_in_memory(); }
 
     SampleDesk desk;
 
