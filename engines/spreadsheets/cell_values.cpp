@@ -1,5 +1,6 @@
 #include "engines/spreadsheets/cell_values.h"
 
+#include "engines/spreadsheets/calculation/dates.h"
 #include "engines/spreadsheets/cell_text.h"
 
 #include <algorithm>
@@ -52,14 +53,8 @@ std::optional<int> day_number(std::string_view date, bool counts_from_1904)
     const auto month = part_of(date, 5, 2, most_months);
     const auto day = part_of(date, 8, 2, most_days);
     if (!year || !month || !day || date[4] != '-' || date[7] != '-') return std::nullopt;
-    using namespace std::chrono;
-    const auto told = std::chrono::year(*year) / *month / *day;
-    if (!told.ok()) return std::nullopt;
-    if (counts_from_1904) return (sys_days(told) - sys_days(1904y / January / 1)).count();
-    // This calendar has a February 29th in 1900, so the days before it count one less.
-    const auto number = (sys_days(told) - sys_days(1899y / December / 30)).count();
-    constexpr int first_of_march = 61;
-    return number < first_of_march ? number - 1 : number;
+    if (!(std::chrono::year(*year) / *month / *day).ok()) return std::nullopt;
+    return static_cast<int>(calculation::day_number(*year, *month, *day, counts_from_1904));
 }
 
 // "12:00:00.25" as a part of the day, to the nearest second.

@@ -6,12 +6,6 @@ namespace tarvik::ooxml {
 
 namespace {
 
-int wrapped(int number, int by, int limit) noexcept
-{
-    const int moved = (number - 1 + by) % limit;
-    return (moved < 0 ? moved + limit : moved) + 1;
-}
-
 std::string shifted_corner(std::string_view word, int rows, int columns)
 {
     const auto corner = calculation::parse_corner(word);
@@ -19,11 +13,12 @@ std::string shifted_corner(std::string_view word, int rows, int columns)
     std::string shifted;
     if (corner->column) {
         if (corner->is_column_fixed) shifted += '$';
-        shifted += column_name(wrapped(*corner->column, corner->is_column_fixed ? 0 : columns, last_column_of_sheet));
+        shifted +=
+            column_name(wrapped(*corner->column + (corner->is_column_fixed ? 0 : columns), last_column_of_sheet));
     }
     if (corner->row) {
         if (corner->is_row_fixed) shifted += '$';
-        shifted += std::to_string(wrapped(*corner->row, corner->is_row_fixed ? 0 : rows, last_row_of_sheet));
+        shifted += std::to_string(wrapped(*corner->row + (corner->is_row_fixed ? 0 : rows), last_row_of_sheet));
     }
     return shifted;
 }

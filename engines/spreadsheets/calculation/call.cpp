@@ -38,9 +38,8 @@ using ByName = std::unordered_map<std::string_view, const Function*>;
 ByName all_functions()
 {
     ByName functions;
-    for (const auto group :
-         {logic_functions(), mathematics_functions(), statistics_functions(), conditional_functions(),
-          lookup_functions(), text_functions(), date_functions(), finance_functions()})
+    for (const auto group : {logic_functions(), mathematics_functions(), statistics_functions(),
+                             conditional_functions(), lookup_functions(), text_functions(), date_functions()})
         for (const auto& function : group) functions.emplace(function.name, &function);
     return functions;
 }
@@ -79,8 +78,7 @@ Operand for_each_element(std::span<const ArrayPointer> arrays, const Element& el
             stored_columns = columns;
         }
     }
-    evaluator.spend_array(static_cast<std::size_t>(stored_rows), static_cast<std::size_t>(stored_columns));
-    const auto result = std::make_shared<Array>(rows, columns, stored_rows, stored_columns);
+    const auto result = evaluator.new_array(rows, columns, stored_rows, stored_columns);
     for (int row = 0; row < stored_rows; ++row)
         for (int column = 0; column < stored_columns; ++column) result->stored(row, column) = element(row, column);
     if (stored_rows < rows || stored_columns < columns) result->set_rest(element(rows - 1, columns - 1));
@@ -93,8 +91,7 @@ ArrayPointer Evaluator::array(const Operand& operand)
     if (const auto* const areas = std::get_if<Areas>(&operand); areas && areas->size() == 1) {
         const Area& area = areas->front();
         const Area stored = used(area);
-        spend_array(static_cast<std::size_t>(stored.rows()), static_cast<std::size_t>(stored.columns()));
-        const auto array = std::make_shared<Array>(area.rows(), area.columns(), stored.rows(), stored.columns());
+        const auto array = new_array(area.rows(), area.columns(), stored.rows(), stored.columns());
         visit(stored, [&](Place place, const Value& value) {
             array->stored(place.row - area.range.first.row, place.column - area.range.first.column) = value;
         });

@@ -87,7 +87,7 @@ Value arithmetic(Operator how, double a, double b)
     switch (how) {
     case Operator::Add: return a + b;
     case Operator::Subtract: return a - b;
-    case Operator::Multiply: return a * b;
+    case Operator::Multiply: return a * b + 0.0; // there is one zero
     case Operator::Divide: return b == 0 ? Value(CellError::DivisionByZero) : Value(a / b);
     default: return power(a, b);
     }

@@ -28,10 +28,12 @@ void Evaluator::spend(std::size_t steps)
     if (work_ > most_work) throw CannotCalculate("too much work");
 }
 
-void Evaluator::spend_array(std::size_t rows, std::size_t columns)
+std::shared_ptr<Array> Evaluator::new_array(int rows, int columns, int stored_rows, int stored_columns)
 {
-    if (rows * columns > largest_array) throw CannotCalculate("size of an array");
-    spend(rows * columns * work_of_value);
+    const auto values = static_cast<std::size_t>(stored_rows) * static_cast<std::size_t>(stored_columns);
+    if (values > largest_array) throw CannotCalculate("size of an array");
+    spend(values * work_of_value);
+    return std::make_shared<Array>(rows, columns, stored_rows, stored_columns);
 }
 
 Operand Evaluator::evaluate(const Node& node, Mode mode)
@@ -59,52 +61,43 @@ Operand Evaluator::operand(const NameReference& name, const Node& /*node*/, Mode
     return formula ? evaluate(formula->root, Mode::Array) : Value(CellError::Name);
 }
 
-Operand Evaluator::operand(const Chain& chain, const Node& node, Mode mode)
+Operand Evaluator::combined(Operator how, const Operand& left, const Operand& right)
 {
     const bool counts_from_1904 = source_.counts_from_1904();
-    Operand left = valued(evaluate(node.children.front(), mode), mode);
+    const auto *one = std::get_if<Value>(&left), *other = std::get_if<Value>(&right);
+    if (one && other) return operate(how, *one, *other, counts_from_1904);
+    const std::array<ArrayPointer, 2> arrays{array(left), array(right)};
+    return for_each_element(
+        arrays,
+        [&](int row, int column) {
+            return operate(how, pick(*arrays[0], row, column), pick(*arrays[1], row, column), counts_from_1904);
+        },
+        *this);
+}
+
+Operand Evaluator::operand(const Chain& chain, const Node& node, Mode mode)
+{
+    Operand left = valued(evaluate(node.children.front(), mode), mode), right;
     for (std::size_t i = 0; i < chain.operators.size(); ++i) {
-        const Operator how = chain.operators[i];
-        const Operand right = valued(evaluate(node.children[i + 1], mode), mode);
-        const auto* const one = std::get_if<Value>(&left);
-        const auto* const other = std::get_if<Value>(&right);
-        if (one && other) {
-            Value result = operate(how, *one, *other, counts_from_1904);
-            const bool is_last = &node == root_ && i + 1 == chain.operators.size();
-            if (is_last && (how == Operator::Add || how == Operator::Subtract)) {
-                if (auto* const number = std::get_if<double>(&result))
-                    *number = without_rest(*number, std::get<double>(to_number(*other, counts_from_1904)));
-            }
-            left = std::move(result);
-            continue;
-        }
-        const std::array<ArrayPointer, 2> arrays{array(left), array(right)};
-        left = for_each_element(
-            arrays,
-            [&](int row, int column) {
-                return operate(how, pick(*arrays[0], row, column), pick(*arrays[1], row, column), counts_from_1904);
-            },
-            *this);
+        right = valued(evaluate(node.children[i + 1], mode), mode);
+        left = combined(chain.operators[i], left, right);
     }
+    const Operator last = chain.operators.back();
+    if (&node != root_ || (last != Operator::Add && last != Operator::Subtract)) return left;
+    auto* const result = std::get_if<Value>(&left);
+    if (auto* const number = result ? std::get_if<double>(result) : nullptr)
+        *number =
+            without_rest(*number, std::get<double>(to_number(std::get<Value>(right), source_.counts_from_1904())));
     return left;
 }
 
 Operand Evaluator::operand(Sign sign, const Node& node, Mode mode)
 {
-    const auto signed_value = [&](const Value& value) -> Value {
-        if (sign == Sign::Plus) return value;
-        Value number = to_number(value, source_.counts_from_1904());
-        if (std::holds_alternative<CellError>(number)) return number;
-        const double plain = std::get<double>(number);
-        return sign == Sign::Percent ? plain / 100 : plain == 0 ? 0.0 : -plain;
-    };
     Operand operand = evaluate(node.children.front(), mode);
     if (sign == Sign::Plus) return operand;
-    const Operand value = valued(std::move(operand), mode);
-    if (const auto* const one = std::get_if<Value>(&value)) return signed_value(*one);
-    const ArrayPointer values = array(value);
-    return for_each_element(
-        std::span(&values, 1), [&](int row, int column) { return signed_value(values->at(row, column)); }, *this);
+    operand = valued(std::move(operand), mode);
+    return sign == Sign::Minus ? combined(Operator::Multiply, operand, Value(-1.0))
+                               : combined(Operator::Divide, operand, Value(100.0));
 }
 
 Operand Evaluator::operand(ReferenceOperator how, const Node& node, Mode mode)

@@ -43,8 +43,8 @@ public:
     AreaMemory& memory() noexcept { return memory_; }
     /// Counts work. CannotCalculate when it becomes too much for one formula.
     void spend(std::size_t steps);
-    /// To be called before an array of so many values is made. CannotCalculate when it would be too large.
-    void spend_array(std::size_t rows, std::size_t columns);
+    /// An array that stores so many of its values. CannotCalculate when it would be too large.
+    std::shared_ptr<Array> new_array(int rows, int columns, int stored_rows, int stored_columns);
 
 private:
     // What a node comes to, by its content.
@@ -55,6 +55,7 @@ private:
     {
         throw CannotCalculate(what.reason);
     }
+    Operand combined(Operator how, const Operand& left, const Operand& right);
     Operand operand(const AreaReference& area, const Node& node, Mode mode) const;
     Operand operand(const TableReference& table, const Node& node, Mode mode) const;
     Operand operand(const NameReference& name, const Node& node, Mode mode);

@@ -27,12 +27,11 @@ struct Function {
 const Function* find_function(std::string_view name) noexcept;
 
 std::span<const Function> logic_functions() noexcept;
-std::span<const Function> mathematics_functions() noexcept;
+std::span<const Function> mathematics_functions() noexcept; ///< and of finance
 std::span<const Function> statistics_functions() noexcept;
 std::span<const Function> conditional_functions() noexcept;
 std::span<const Function> lookup_functions() noexcept;
 std::span<const Function> text_functions() noexcept;
 std::span<const Function> date_functions() noexcept;
-std::span<const Function> finance_functions() noexcept;
 
 } // namespace tarvik::calculation

@@ -28,8 +28,7 @@ Operand Grid::part(int row, int column, int rows, int columns) const
         return Areas{{area_.sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
     }
     if (rows == 1 && columns == 1) return array_->at(row, column);
-    evaluator_.spend_array(static_cast<std::size_t>(rows), static_cast<std::size_t>(columns));
-    const auto part = std::make_shared<Array>(rows, columns);
+    const auto part = evaluator_.new_array(rows, columns, rows, columns);
     for (int i = 0; i < rows; ++i)
         for (int k = 0; k < columns; ++k) part->stored(i, k) = array_->at(row + i, column + k);
     return ArrayPointer(part);

@@ -152,8 +152,8 @@ Operand line_number(Call& call)
     const int count = is_row ? area.rows() : area.columns();
     const int first = is_row ? area.range.first.row : area.range.first.column;
     if (call.mode() == Mode::Single || count == 1) return Value(static_cast<double>(first));
-    call.evaluator().spend_array(static_cast<std::size_t>(count), 1);
-    const auto array = is_row ? std::make_shared<Array>(count, 1) : std::make_shared<Array>(1, count);
+    const int rows = is_row ? count : 1, columns = is_row ? 1 : count;
+    const auto array = call.evaluator().new_array(rows, columns, rows, columns);
     for (int i = 0; i < count; ++i) array->stored(is_row ? i : 0, is_row ? 0 : i) = static_cast<double>(first + i);
     return ArrayPointer(array);
 }

@@ -30,6 +30,13 @@ inline bool is_on_sheet(Place place) noexcept
            place.column <= last_column_of_sheet;
 }
 
+/// A number from 1 to the limit: a reference that leaves the sheet comes back in at the other side.
+inline int wrapped(int number, int limit) noexcept
+{
+    const int moved = (number - 1) % limit;
+    return (moved < 0 ? moved + limit : moved) + 1;
+}
+
 /// All four ends belong to it.
 struct Range {
     Place first;

@@ -8,17 +8,11 @@ namespace {
 
 constexpr int deepest_names = 20;
 
-// A reference that leaves the sheet comes back in at the other side.
-int wrapped(int number, int limit) noexcept
-{
-    const int moved = (number - 1) % limit;
-    return (moved < 0 ? moved + limit : moved) + 1;
-}
-
 Place place_of(const AreaReference::Corner& corner, Place at) noexcept
 {
-    return {corner.is_row_fixed ? corner.row : wrapped(at.row + corner.row, ooxml::last_row_of_sheet),
-            corner.is_column_fixed ? corner.column : wrapped(at.column + corner.column, ooxml::last_column_of_sheet)};
+    return {corner.is_row_fixed ? corner.row : ooxml::wrapped(at.row + corner.row, ooxml::last_row_of_sheet),
+            corner.is_column_fixed ? corner.column
+                                   : ooxml::wrapped(at.column + corner.column, ooxml::last_column_of_sheet)};
 }
 
 std::optional<int> column_of(const Table& table, const Text& name)
