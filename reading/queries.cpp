@@ -1,5 +1,7 @@
 #include "reading/queries.h"
 
+#include "reading/dictionary_lookup.h"
+
 #include <algorithm>
 
 namespace tarvik {
@@ -7,6 +9,41 @@ namespace tarvik {
 namespace {
 
 constexpr std::size_t last_emptied = 1000;
+
+struct Walk {
+    const TextArray& results;
+    Colour colour;
+};
+
+Walk active_walk(const Program& program)
+{
+    const Form1& form1 = program.form1;
+    const Module1& module1 = program.module1;
+    if (form1.Option3.value()) return {module1.filehits, query_match_colour};
+    if (!form1.Option1.value() && !form1.Option2.value()) return {module1.hits, query_match_colour};
+    const Dictionary& dictionary =
+        form1.Option1.value() ? chinese_dictionary : english_dictionary_for(lower(query_text(program)));
+    return {module1.*dictionary.results, dictionary.colour};
+}
+
+bool show_or_tell(Program& program, const Walk& walk, std::int64_t index)
+{
+    if (show_result(program, walk.results, index, walk.colour)) return true;
+    tell_no_result(program, query_button.no_result_title);
+    return false;
+}
+
+/// The entries of a letter file are found anew at each step.
+bool entries_are_found(Program& program)
+{
+    const bool anew = &english_dictionary_for(lower(query_text(program))) == &english_letter_dictionary;
+    return !anew || find_english_entries(program, query_button);
+}
+
+void show_position(Program& program)
+{
+    program.form1.number_box().set_text(number_text(program.form1.resultpos));
+}
 
 } // namespace
 
@@ -60,6 +97,35 @@ bool show_result(Program& program, const TextArray& results, std::int64_t index,
     pane.set_text(results.get(static_cast<std::size_t>(index)));
     if (pane.empty()) return false;
     mark_query(program, colour);
+    return true;
+}
+
+bool show_next_result(Program& program)
+{
+    Form1& form1 = program.form1;
+    bring_up(form1, form1.RichTextBox1);
+    const bool english = form1.Option2.value();
+    if (english) {
+        if (!has_query(program)) return false;
+        form1.resultcount = 0;
+        if (!entries_are_found(program)) return false;
+    }
+    const bool shown = show_or_tell(program, active_walk(program), form1.resultpos);
+    if (shown || !english) form1.resultpos += 1;
+    show_position(program);
+    return true;
+}
+
+bool show_previous_result(Program& program)
+{
+    Form1& form1 = program.form1;
+    bring_up(form1, form1.RichTextBox1);
+    if (form1.Option2.value() && !has_query(program)) return false;
+    if (form1.resultpos <= 0) return true;
+    if (form1.Option2.value() && !entries_are_found(program)) return false;
+    show_or_tell(program, active_walk(program), form1.resultpos - 1);
+    form1.resultpos -= 1;
+    show_position(program);
     return true;
 }
 
