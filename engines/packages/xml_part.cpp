@@ -6,7 +6,6 @@
 #include <array>
 #include <charconv>
 #include <cstring>
-#include <limits>
 
 namespace tarvik::ooxml {
 
@@ -188,24 +187,11 @@ std::uint64_t tree_memory(std::string_view xml) noexcept
     // they are told.
     constexpr std::uint64_t of_element = 100, of_text = 64, of_attribute = 40;
     std::uint64_t attributes = xml.starts_with('=') ? 1 : 0, texts = 0, elements = 0;
-    // Parts have millions of bytes. Counts that fit into bytes, without a branch, let the compiler look at many at
-    // once.
-    constexpr std::size_t block = std::numeric_limits<std::uint8_t>::max();
-    const auto count = [](std::uint8_t& counter, bool counts) {
-        counter = static_cast<std::uint8_t>(counter + counts);
-    };
-    for (std::size_t first = 1; first < xml.size(); first += block) {
-        std::uint8_t equals_signs = 0, text_ends = 0, element_starts = 0;
-        const std::size_t end = std::min(first + block, xml.size());
-        for (std::size_t i = first; i < end; ++i) {
-            const char before = xml[i - 1], c = xml[i];
-            count(equals_signs, c == '=');
-            count(text_ends, bool((c == '<') & (before != '>')));
-            count(element_starts, bool((before == '<') & (c != '/')));
-        }
-        attributes += equals_signs;
-        texts += text_ends;
-        elements += element_starts;
+    for (std::size_t i = 1; i < xml.size(); ++i) {
+        const char before = xml[i - 1], c = xml[i];
+        attributes += c == '=';
+        texts += c == '<' && before != '>';
+        elements += before == '<' && c != '/';
     }
     return xml.size() * least_tree_memory_per_byte + attributes * of_attribute + texts * of_text +
            elements * of_element;

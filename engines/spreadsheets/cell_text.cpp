@@ -86,18 +86,6 @@ char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
     return static_cast<char32_t>(unit);
 }
 
-// Joins surrogates that were written as two escapes; a lone one becomes U+FFFD. `high` is the first of two, else 0.
-void append_unit(char32_t unit, Text& text, char32_t& high)
-{
-    if (high != 0 && is_low_surrogate(unit)) {
-        text.back() = joined(high, unit);
-        high = 0;
-        return;
-    }
-    high = is_high_surrogate(unit) ? unit : 0;
-    text += is_surrogate(unit) ? replacement_character : unit;
-}
-
 bool is_space(char c) noexcept
 {
     return c == ' ' || c == '\t' || c == '\n';
@@ -131,15 +119,14 @@ Text decode_cell_text(std::string_view written)
 {
     Text text;
     std::size_t plain = 0; // where the piece without escapes begins
-    char32_t high = 0;
     for (auto at = written.find("_x"); at != std::string_view::npos; at = written.find("_x", at)) {
         if (!is_escape_at(written, at)) {
             ++at;
             continue;
         }
-        if (at > plain) high = 0;
         text += from_utf8(written.substr(plain, at - plain));
-        append_unit(escaped_unit(written, at), text, high);
+        const auto unit = escaped_unit(written, at);
+        text += is_surrogate(unit) ? replacement_character : unit;
         at += escape_length;
         plain = at;
     }

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "engines/automation.h"
 #include "engines/spreadsheets/range_set.h"
 
 #include <map>
+#include <utility>
+#include <vector>
 
 #include <pugixml.hpp>
 
@@ -22,6 +25,48 @@ private:
     pugi::xml_node worksheet_;
     std::map<Place, pugi::xml_node> nodes_; // by the first cells of what is merged
     RangeSet ranges_;                       // what has been split among them
+};
+
+/// What a text does that is written into a merged range: the range shows one text, the one for
+/// whichever of its cells; a second one splits it, as a clerk would, and each goes to its own cell.
+class MergedTexts {
+public:
+    struct Outcome {
+        bool splits = false;
+        std::vector<std::pair<Place, CellValue>> writes; ///< in this order, once the range is split
+    };
+
+    /// `first` is the range's first cell, which holds `held`.
+    Outcome write(Place first, Place place, const CellValue& value, const CellValue& held)
+    {
+        const auto* text = std::get_if<Text>(&value);
+        const auto known = given_.find(first);
+        const bool is_given = known != given_.end();
+        const auto owner = is_given ? known->second.meant_for : first;
+        if (text && text->empty()) {
+            if (place != owner && place != first) return {};
+            forget(first);
+            return {false, {{first, value}}};
+        }
+        if (!is_given || owner == place || held == value) {
+            const auto before = is_given ? known->second.before : place == first ? CellValue() : held;
+            given_.insert_or_assign(first, Given{place, before});
+            return {false, {{first, value}}};
+        }
+        Outcome outcome{true, {}};
+        if (owner != first) outcome.writes = {{first, known->second.before}, {owner, held}};
+        outcome.writes.emplace_back(place, value);
+        forget(first);
+        return outcome;
+    }
+    void forget(Place first) { given_.erase(first); }
+
+private:
+    struct Given {
+        Place meant_for;
+        CellValue before; // what the first cell held
+    };
+    std::map<Place, Given> given_; // by first cells
 };
 
 } // namespace tarvik::ooxml

@@ -5,7 +5,6 @@
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
 #include "engines/spreadsheets/merged_cells.h"
-#include "engines/spreadsheets/merged_texts.h"
 #include "engines/spreadsheets/number_formats.h"
 #include "engines/spreadsheets/protected_areas.h"
 #include "engines/spreadsheets/sheet_cells.h"

@@ -1,11 +1,9 @@
 #include "engines/packages/package.h"
-#include "platform/program_start.h"
 #include "playback/player_platform.h"
 #include "tests/engines/documents/document_parts.h"
 #include "tests/engines/libreoffice/office_fixture.h"
 
 #include <cmath>
-#include <set>
 #include <sstream>
 
 namespace tarvik::test {
@@ -137,37 +135,6 @@ TEST_F(OfficeDocument, the_players_printer_gets_the_document_as_it_is_now)
     std::filesystem::rename(folder.path() / "paper/t.doc", folder.path() / "printed.doc");
     EXPECT_NE(text_of("printed.doc").find("打印"), std::string::npos);
     EXPECT_EQ(text_of("t.doc").find("打印"), std::string::npos);
-}
-
-TEST(OfficeRun, many_documents_are_made_by_processes_that_are_replaced)
-{
-    start_program(0, nullptr); // as every program: the bridge writes to a process that has ended
-    auto settings = office_settings();
-    if (!std::filesystem::exists(settings.plugin))
-        GTEST_SKIP() << "the plugin was not built: no SDK of LibreOffice here";
-    settings.most_files = 20;
-    TemporaryFolder folder;
-    DiskFiles files(folder.path());
-    RecordedPrinter printer;
-    libreoffice::LibreOffice office(settings);
-    LibreOfficeEngines engines(office, files, printer);
-    folder.write("t.doc", make_package(document_parts(merged_table)));
-    folder.write("p.png", png(400, 300, 3'937));
-    std::set<pid_t> groups;
-    for (int i = 1; i <= 50; ++i) {
-        auto application = engines.create_document();
-        auto& document = application->open(U"t.doc");
-        groups.insert(office.process_group().value());
-        document.set_cell_text(1, 1, number_text(i));
-        document.add_picture(3, 1, U"p.png");
-        document.save_as(number_text(i) + U".doc");
-        document.close();
-        application->quit();
-    }
-    EXPECT_EQ(groups.size(), 3U);
-    for (int i = 1; i <= 50; ++i)
-        EXPECT_NE(document_in(folder.read(std::to_string(i) + ".doc")).find(">" + std::to_string(i) + "<"),
-                  std::string::npos);
 }
 
 } // namespace tarvik::test

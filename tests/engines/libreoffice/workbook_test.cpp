@@ -5,8 +5,6 @@
 #include "tests/engines/spreadsheets/workbook_parts.h"
 #include "tests/support/python_reader.h"
 
-#include <fstream>
-
 namespace tarvik::test {
 
 using OfficeWorkbook = OfficeTest;
@@ -164,30 +162,6 @@ TEST_F(OfficeWorkbook, what_the_format_cannot_hold_is_refused)
     EXPECT_EQ(failure_of([&] { application->open(U"t.xlsx").save_as(U"u.xls"); }),
               "无法处理工作簿“t.xlsx”：.xls 格式只有 65536 行、256 列，放不下工作表的内容。");
     EXPECT_FALSE(files.file_exists(U"u.xls"));
-}
-
-TEST_F(OfficeWorkbook, the_printer_gets_the_workbook_as_it_is_now)
-{
-    make_workbook("t.xls", "");
-    struct : Printer {
-        Text name;
-        std::string bytes;
-        void print(const std::filesystem::path& file, TextView told) override
-        {
-            name = told.str();
-            std::ifstream stream(file, std::ios::binary);
-            bytes.assign(std::istreambuf_iterator<char>(stream), {});
-        }
-    } copying;
-    LibreOfficeEngines printing(office, files, copying);
-    auto application = printing.create_spreadsheet();
-    auto& workbook = application->open(U"t.xls");
-    workbook.worksheet(1).set_cell(1, 1, Text(U"打印"));
-    workbook.worksheet(1).print_out();
-    workbook.close(false);
-    EXPECT_EQ(copying.name, U"t.xls");
-    folder.write("printed.xls", copying.bytes);
-    EXPECT_EQ(application->open(U"printed.xls").worksheet(1).cell(1, 1), U"打印");
 }
 
 } // namespace tarvik::test

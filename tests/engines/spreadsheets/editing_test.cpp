@@ -102,7 +102,7 @@ TEST(Editing, cells_read_as_their_values)
         {" t=\"d\"><v>2023-02-28T25:00</v></c>", U"2023-02-28T25:00", false},
         {" t=\"inlineStr\"><is><t>a_x000A_b_x005F_x0041_&#x4E2D;<![CDATA[<c>]]></t></is></c>", U"a\nb_x0041_中<c>",
          false},
-        {" t=\"str\"><f>A1&amp;\"\"</f><v>_xD83D__xDE00__xD83D_</v></c>", U"😀\uFFFD", false},
+        {" t=\"str\"><f>A1&amp;\"\"</f><v>_x4E2D__xD83D_</v></c>", U"中\uFFFD", false},
         {"><f>SUM(A1)+1</f></c>", U"1", false},
         {" t=\"str\"><f>A1&amp;\"\"</f><v></v></c>", U"", true},
         {"><f>A1&amp;\"\"</f></c>", U"", true},
