@@ -169,9 +169,7 @@ void Form_Load(Program& program)
     for (Pane* pane : {&form1.RichTextBox2, &form1.RichTextBox3})
         pane->set_place(first.left(), first.top(), first.width(), first.height());
     colour_controls(form1);
-    form1.RichTextBox1.set_visible(false);
-    form1.RichTextBox2.set_visible(true);
-    form1.RichTextBox3.set_visible(false);
+    bring_up(form1, form1.RichTextBox2);
     opening_animation(program, program.platform.screen.width());
     form1.formready = true;
     pass_over_failure([&] { program.platform.files.create_folder(files::default_output); });

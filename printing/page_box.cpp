@@ -85,9 +85,7 @@ void print_matching(Program& program, const Text& search)
 void print_by_name(Program& program)
 {
     Form1& form1 = program.form1;
-    form1.RichTextBox1.set_visible(false);
-    form1.RichTextBox2.set_visible(false);
-    form1.RichTextBox3.set_visible(true);
+    bring_up(form1, form1.RichTextBox3);
     TextBox& box = form1.page_box();
     if (!box.text().empty()) {
         note_folder(program);

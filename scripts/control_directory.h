@@ -42,11 +42,6 @@ public:
     const std::vector<std::string>& names() const { return names_; }
 
 private:
-    void list(Form1& form1);
-    void list(Form3& form3);
-    void list(Form4& form4);
-    template <typename... Kinds>
-    void add(Kinds&... controls);
     template <typename Kind>
     void add_one(Kind& control);
     template <typename Kind>

@@ -1,5 +1,4 @@
 #include "tests/support/places.h"
-#include "tests/support/python_reader.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

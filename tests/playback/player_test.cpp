@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 #include "playback/player_platform.h"
+#include "playback/virtual_time.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
@@ -27,15 +28,17 @@ protected:
         Options options;
         options.installation = installation.path();
         options.drives['d'] = drive.path();
-        options.clock = {};
+        options.clock = *parse_time("2025-01-31 23:59:59");
         return options;
     }
 
-    Played play(const std::string& script) const
+    Played play(const std::string& script, const std::map<Text, Text>& values = {}) const
     {
+        Options asked = options();
+        asked.values = values;
         std::istringstream lines(script);
         std::ostringstream out, errors;
-        const int status = tarvik::play(options(), lines, out, errors);
+        const int status = tarvik::play(asked, lines, out, errors);
         return {status, out.str(), errors.str()};
     }
 
@@ -188,6 +191,40 @@ TEST_F(Player, watches_the_order_in_which_a_handler_changes_controls)
               "message \"Tarvik 计算 \" \" 温情提示：\\r\\n将 不 显示还原后的数据数组。\" OK none -> ok\n"
               "RichTextBox3.Text = \"\"\nText1(2).Text = \"1\"\nRichTextBox3.Text = \"\\r\\n\\r\\n\"\n")
         << played.errors;
+}
+
+TEST_F(Player, stops_a_task_at_the_first_difference)
+{
+    installation.write("story.txt", "a story\r\n");
+    const std::string message = R"(message "请在“查寻条件框”中输入要查寻的字符串；\r\n)"
+                                R"(在“数目框”中输入隔离符，例如以段落标记来分割查寻的结果，则输入为“。”加上回车符。")"
+                                "\n";
+    const std::pair<std::string, std::string> differences[] = {
+        {"file \"none.txt\"\nclick Command1(0)\nsay behind\n", "line 3: 没有这个文件："},
+        {message + "click Form1\nsay behind\n", "line 3: 录制时的提示没有出现"},
+        {"reply ok\nclick Form1\nsay behind\n", "line 3: 录制时的询问没有出现"},
+        {"expect comp True\nsay behind\n", "line 2: comp is False, not True"},
+        {"click Form1\nask 名称\nsay behind\n", "line 3: what is asked for stands ahead"},
+        {"message \"other\"\nclick Form4.Command3\nsay behind\n", "line 3: "},
+    };
+    for (const auto& [script, complaint] : differences) {
+        const Played played = play("task\n" + script);
+        EXPECT_EQ(played.status, 1) << script;
+        EXPECT_THAT(played.errors, HasSubstr(complaint)) << script;
+        EXPECT_THAT(played.out, testing::Not(HasSubstr("behind\n"))) << script;
+    }
+    EXPECT_EQ(play("task\nfile \"story.txt\"\nclick Command1(0)\nexpect lastpage 0\n").status, 0);
+}
+
+TEST_F(Player, fills_the_holes_of_a_task)
+{
+    const std::string script =
+        "task\nask \"名称\" \"旧\"\nsay \"{名称} {今天} {本月} {上月} {别的} \\u007b今天}\" {今天}\n";
+    EXPECT_EQ(play(script).out, "旧 2025-01-31 2025-01 2024-12 {别的} {今天} {今天}\n");
+    EXPECT_THAT(play(script, {{U"名称", U"新 \"1\""}}).out, HasSubstr("新 \"1\" 2025"));
+    EXPECT_THAT(play(script, {{U"名", U"1"}}).errors, HasSubstr("line 3: nothing asks for --set 名"));
+    EXPECT_THAT(play("ask 名称\nsay x").errors, HasSubstr("line 1: --set 名称=VALUE is missing"));
+    EXPECT_EQ(play("say \"{今天}\"").out, "{今天}\n") << "what is no task is played as it stands";
 }
 
 TEST(PlayerPrinterTest, keeps_every_copy)

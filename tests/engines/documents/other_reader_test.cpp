@@ -1,5 +1,5 @@
 #include "tests/engines/documents/document_file.h"
-#include "tests/support/python_reader.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 

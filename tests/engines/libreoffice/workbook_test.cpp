@@ -3,7 +3,7 @@
 #include "tests/engines/libreoffice/office_fixture.h"
 #include "tests/engines/spreadsheets/random_sheet.h"
 #include "tests/engines/spreadsheets/workbook_parts.h"
-#include "tests/support/python_reader.h"
+#include "tests/support/places.h"
 
 namespace tarvik::test {
 

@@ -1,5 +1,5 @@
 #include "tests/engines/spreadsheets/workbook_file.h"
-#include "tests/support/python_reader.h"
+#include "tests/support/places.h"
 
 #include <gtest/gtest.h>
 
