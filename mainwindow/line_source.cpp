@@ -9,7 +9,6 @@ namespace tarvik {
 namespace {
 
 constexpr std::u32string_view line_end = U"\r\n";
-constexpr std::size_t lines_a_mark = 64;
 
 } // namespace
 
@@ -47,32 +46,16 @@ std::size_t LineSource::line_start(std::size_t line) const
 {
     line = std::min(line, line_count());
     if (starts_.empty()) starts_.push_back(0);
-    const auto length = [this](std::size_t i) { return line_length(i) + line_end.size(); };
-    const std::size_t mark = line / lines_a_mark;
-    while (starts_.size() <= mark) {
-        std::size_t start = starts_.back();
-        const std::size_t first = (starts_.size() - 1) * lines_a_mark;
-        for (std::size_t i = first; i < first + lines_a_mark; ++i) start += length(i);
-        starts_.push_back(start);
-    }
-    std::size_t start = starts_[mark];
-    for (std::size_t i = mark * lines_a_mark; i < line; ++i) start += length(i);
-    return start;
+    while (starts_.size() <= line)
+        starts_.push_back(starts_.back() + line_length(starts_.size() - 1) + line_end.size());
+    return starts_[line];
 }
 
 std::size_t LineSource::line_at(std::size_t offset) const
 {
     const std::size_t count = line_count();
-    while ((starts_.empty() || starts_.back() <= offset) && starts_.size() * lines_a_mark <= count)
-        line_start(starts_.size() * lines_a_mark);
-    const auto behind = std::upper_bound(starts_.begin(), starts_.end(), offset);
-    const auto mark = behind == starts_.begin() ? 0 : static_cast<std::size_t>(behind - starts_.begin()) - 1;
-    std::size_t line = mark * lines_a_mark;
-    for (std::size_t end = line_start(line); line < count; ++line) {
-        end += line_length(line) + line_end.size();
-        if (end > offset) break;
-    }
-    return line;
+    while (starts_.size() <= count && (starts_.empty() || starts_.back() <= offset)) line_start(starts_.size());
+    return static_cast<std::size_t>(std::ranges::upper_bound(starts_, offset) - starts_.begin()) - 1;
 }
 
 std::size_t LineSource::hand_over(std::size_t offset, std::size_t count, std::size_t at_once,

@@ -24,7 +24,7 @@ public:
     virtual std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const;
 
     // The same lines as one text, each with its CR LF. Offsets count from 0. Where lines begin is found as far as it is
-    // asked for, and only the beginning of every 64th is kept.
+    // asked for, and kept.
 
     std::size_t size() const { return line_start(line_count()); }
     /// Whether there are more characters than that; counts no farther than it must.

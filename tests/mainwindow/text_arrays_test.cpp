@@ -45,7 +45,7 @@ TEST(RowTexts, an_emptied_row_is_not_the_closing_row)
 
 class Numbers final : public LineSource {
 public:
-    std::size_t line_count() const override { return 3; }
+    std::size_t line_count() const override { return 120; }
     void append_line(std::size_t index, Text& target) const override { target += number_text(index); }
 };
 
@@ -81,7 +81,8 @@ TEST(PaneText, edits_slices_and_parts_are_those_of_a_plain_string)
 {
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
-        Text plain = round % 2 == 0 ? U"第一行\r\nsecond" : U"0\r\n1\r\n2\r\n";
+        Text plain = round % 2 == 0 ? U"第一行\r\nsecond" : Text();
+        for (int line = 0; round % 2 == 1 && line < 120; ++line) plain += number_text(line) + U"\r\n";
         PaneText text = round % 2 == 0 ? PaneText(TextView(plain)) : PaneText(std::make_shared<Numbers>());
         for (int edit = 0; edit < 12; ++edit) {
             const Position start(1 + random() % (plain.size() + 3));
