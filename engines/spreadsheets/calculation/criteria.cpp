@@ -30,8 +30,26 @@ PatternCharacter take(std::u32string_view pattern, std::size_t& at) noexcept
     return {lower(c), c == U'?', c == U'*'};
 }
 
-// How far the match of the pattern from the text's beginning may reach: to its end, or anywhere.
-bool matches(std::u32string_view pattern, std::u32string_view text, bool to_end) noexcept
+std::optional<double> number_of(const Value& value, bool counts_from_1904)
+{
+    if (const auto* const number = std::get_if<double>(&value)) return *number;
+    const auto* const text = std::get_if<Text>(&value);
+    if (!text || text->empty()) return std::nullopt;
+    try {
+        return parse_number(*text, counts_from_1904);
+    } catch (const CannotCalculate&) {
+        return std::nullopt; // no date that everybody reads alike
+    }
+}
+
+} // namespace
+
+bool has_wildcards(std::u32string_view text) noexcept
+{
+    return text.find_first_of(U"*?~") != std::u32string_view::npos;
+}
+
+bool matches_pattern(std::u32string_view pattern, std::u32string_view text, bool to_end) noexcept
 {
     std::size_t at = 0, place = 0;
     std::size_t star = npos, star_place = 0;
@@ -57,45 +75,10 @@ bool matches(std::u32string_view pattern, std::u32string_view text, bool to_end)
     }
 }
 
-Text without_escapes(std::u32string_view pattern)
-{
-    Text plain;
-    for (std::size_t at = 0; at < pattern.size();) {
-        const bool is_escape = pattern[at] == U'~' && at + 1 < pattern.size();
-        if (is_escape) ++at;
-        plain += pattern[at++];
-    }
-    return plain;
-}
-
-std::optional<double> number_of(const Value& value, bool counts_from_1904)
-{
-    if (const auto* const number = std::get_if<double>(&value)) return *number;
-    const auto* const text = std::get_if<Text>(&value);
-    if (!text || text->empty()) return std::nullopt;
-    try {
-        return parse_number(*text, counts_from_1904);
-    } catch (const CannotCalculate&) {
-        return std::nullopt; // no date that everybody reads alike
-    }
-}
-
-} // namespace
-
-bool has_wildcards(std::u32string_view text) noexcept
-{
-    return text.find_first_of(U"*?~") != std::u32string_view::npos;
-}
-
-bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noexcept
-{
-    return matches(pattern, text, true);
-}
-
 std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept
 {
     for (std::size_t i = from; i <= text.size(); ++i)
-        if (matches(pattern, text.substr(i), false)) return i;
+        if (matches_pattern(pattern, text.substr(i), false)) return i;
     return npos;
 }
 
@@ -132,8 +115,11 @@ Criterion::Criterion(const Value& written, bool counts_from_1904) : counts_from_
     } else if (const auto error = parse_error(upper(rest))) {
         operand_ = *error;
     } else {
-        is_pattern_ = rest.find(U'*') != npos || rest.find(U'?') != npos;
-        operand_ = is_pattern_ ? rest.str() : without_escapes(rest.str());
+        const Text pattern = rest.str();
+        is_pattern_ = pattern.find_first_of(U"*?") != Text::npos;
+        Text meant;
+        for (std::size_t at = 0; at < pattern.size();) meant += take(pattern, at).character;
+        operand_ = is_pattern_ ? pattern : meant;
     }
     is_key_ = how_ == Operator::Equal && !is_pattern_;
 }

@@ -9,8 +9,9 @@ namespace tarvik::calculation {
 
 /// Whether "*", "?" or "~" give a text a meaning beyond itself.
 bool has_wildcards(std::u32string_view text) noexcept;
-/// The text as a whole against a pattern: "*" is any characters, "?" one; "~" takes their meaning away. Without case.
-bool matches_pattern(std::u32string_view pattern, std::u32string_view text) noexcept;
+/// The text, to its end or its beginning alone, against a pattern: "*" is any characters, "?" one; "~" takes their
+/// meaning away. Without case.
+bool matches_pattern(std::u32string_view pattern, std::u32string_view text, bool to_end = true) noexcept;
 /// The first place of the pattern in the text from `from` on, counting from 0, or npos.
 std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept;
 
