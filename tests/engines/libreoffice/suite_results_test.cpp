@@ -66,7 +66,11 @@ TEST_F(SuiteResults, come_with_a_file_behind_the_password_that_all_know)
     EXPECT_EQ(to_utf8(sheet.cell(1, 2)), "31");
     workbook.save_as(U"open.xlsx");
     EXPECT_EQ(to_utf8(application->open(U"open.xlsx").worksheet(1).cell(1, 2)), "31");
-    EXPECT_EQ(folder.read("open.xlsx").substr(0, 2), "PK") << "it needs no password";
+    auto& itself = application->open(U"locked.xlsx");
+    itself.worksheet(1).set_cell(1, 1, 2.0);
+    itself.close(true);
+    for (const auto* name : {"open.xlsx", "locked.xlsx"})
+        EXPECT_EQ(folder.read(name).substr(0, 2), "PK") << "it needs no password";
 }
 
 TEST_F(SuiteResults, are_none_of_a_file_that_the_suite_takes_for_a_text)

@@ -92,33 +92,6 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
     EXPECT_THROW(file.open(U"missing.xlsx"), Failure);
 }
 
-TEST(BadFile, what_would_fill_the_memory_is_refused_before_it_does)
-{
-    const std::string sheet1 = "xl/worksheets/sheet1.xml";
-    const std::string cell = "<c r=\"A1\" t=\"inlineStr\"><is><t>";
-    const std::string bombs[] = {
-        repeated("<row/> ", 400'000),
-        "<row r=\"1\">" + repeated("<c/>", 700'000) + "</row>",
-        "<row r=\"1\"" + repeated(" a=\"\"", 1'300'000) + "/>",
-        "<row r=\"1\">" + cell + std::string(60U << 20U, 'x') + "</t></is></c></row>",
-    };
-    for (const auto& bomb : bombs) {
-        auto parts = simple_parts("");
-        edit_part(parts, sheet1, "<sheetData>", "<sheetData>" + bomb);
-        EXPECT_EQ(failure_of_opening(make_package(parts)), "部件“" + sheet1 + "”展开后过大。");
-    }
-    // Many parts that are small enough each.
-    auto parts = simple_parts("");
-    for (const auto* number : {"1", "2"}) {
-        const std::string name = std::string("xl/tables/t") + number + ".xml";
-        set_part(parts, name, "<table ref=\"A1:B2\">" + repeated("<a/> ", 250'000) + "</table>");
-    }
-    set_part(parts, "xl/worksheets/_rels/sheet1.xml.rels",
-             "<Relationships><Relationship Id=\"a\" Type=\"a/table\" Target=\"../tables/t1.xml\"/>"
-             "<Relationship Id=\"b\" Type=\"a/table\" Target=\"../tables/t2.xml\"/></Relationships>");
-    EXPECT_EQ(failure_of_opening(make_package(parts)), "部件“xl/tables/t2.xml”展开后过大。");
-}
-
 // Each of these would take minutes or hours if work grew with the square of what the file holds.
 TEST(BadFile, no_file_makes_the_work_grow_faster_than_itself)
 {
