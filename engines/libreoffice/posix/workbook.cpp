@@ -74,11 +74,12 @@ void write(OpenWorkbook& file, const ooxml::SheetChanges& changes)
         return std::ranges::any_of(notes, [&](const Range& area) { return area.contains(cell.first); });
     };
     auto together = changes.cells;
-    const auto alone = std::ranges::stable_partition(together, std::not_fn(has_note));
+    const auto alone = std::stable_partition(together.begin(), together.end(), std::not_fn(has_note));
     for (const auto& area : changes.split) file.split_merged(changes.position, area);
-    for (const auto& [place, value] : alone)
-        naming_cell(place, [&] { file.write_cell(changes.position, place, value); });
-    together.erase(alone.begin(), alone.end());
+    std::for_each(alone, together.end(), [&](const auto& cell) {
+        naming_cell(cell.first, [&] { file.write_cell(changes.position, cell.first, cell.second); });
+    });
+    together.erase(alone, together.end());
     for (const auto& block : blocks_of(together))
         naming_cell(block.area.first, [&] { file.write(changes.position, block); });
 }
