@@ -33,7 +33,7 @@ std::shared_ptr<const ooxml::Package> package_of(const Surroundings& around, Tex
                                                  const Extensions& extensions)
 {
     return around.packages.open(path, [&] {
-        const auto bytes = around.files.read(path);
+        auto bytes = around.files.read(path);
         if (require_kind(bytes, kind) != kind) return bytes;
         return converted(around.office, bytes, extensions.older, extensions.of_package(bytes));
     });

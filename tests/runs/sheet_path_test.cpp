@@ -85,7 +85,7 @@ std::vector<Text> hostile_fields()
 TEST_F(SheetPath, of_any_field_lies_below_the_output_folder_and_takes_no_other_one_s_place)
 {
     desk.form1().outfolder = U"d:\\1\\2\\3\\4\\out\\"; // "..", four times over, stays on drive d
-    const auto out = desk.drive_d.path() / "1/2/3/4/out";
+    const auto out = (desk.drive_d.path() / "1/2/3/4/out").make_preferred();
     std::filesystem::create_directories(out / "plain");
     std::size_t made = 0;
     const auto make = [&](const Text& path) {

@@ -24,7 +24,8 @@ fs::path& root()
 
 void TemporaryFolder::keep_in_memory()
 {
-    if (fs::is_directory("/dev/shm")) root() = "/dev/shm";
+    constexpr bool is_posix = fs::path::preferred_separator == '/'; // wine shows the folder, too
+    if (is_posix && fs::is_directory("/dev/shm")) root() = "/dev/shm";
 }
 
 TemporaryFolder::TemporaryFolder()
