@@ -12,7 +12,7 @@ void column_query(Program& program);
 enum class ScanOutcome {
     Done,
     Refused, ///< an option is selected or the query box is empty: the table stays as it was
-    TooMany, ///< there were more rows than a table holds, which was told: the counts stay as they were
+    TooMany, ///< there were more rows than a table holds, which was reported: the counts stay as they were
 };
 struct ScanResult {
     int rows = 0; ///< distinct ones; 0 unless Done

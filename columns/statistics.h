@@ -11,12 +11,12 @@
 /// column outside 0 to 180 throws Failure before anything has changed.
 namespace tarvik {
 
-/// The key "/": the column stands in Form3.Text1(5) and is told first. Refuses while `comp` selects SUG.
+/// The key "/": the column stands in Form3.Text1(5) and is reported first. Refuses while `comp` selects SUG.
 void column_statistics(Program& program);
 
 /// Without a message, and with the values as the keys of a report run: fills `keylist` and sets `keycount`. More than
-/// `keylist` has room for are told, and the first ones kept. Does nothing before the first column query or while `comp`
-/// is True.
+/// `keylist` has room for are reported, and the first ones kept. Does nothing before the first column query or while
+/// `comp` is True.
 void statistitt(Program& program, int column);
 
 /// A value of the counted column. It points into the table's storage.

@@ -8,7 +8,7 @@
 
 namespace tarvik {
 
-/// A command button. Press and release are told one by one, and a click behind the release.
+/// A command button. Press and release are signalled one by one, and a click behind the release.
 class ButtonWidget final : public QPushButton {
 public:
     /// `clicked_by_mouse` is called when everything is done that a click with the mouse leads to.

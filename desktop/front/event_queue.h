@@ -18,7 +18,7 @@ public:
     {
     }
 
-    /// Runs the action now, or when everything ahead of it is done. What it throws is told to the user.
+    /// Runs the action now, or when everything ahead of it is done. What it throws is reported to the user.
     void submit(std::function<void()> action);
     /// Sends an event when its turn comes.
     void post(const Event& event);
@@ -26,7 +26,7 @@ public:
     void send(Event& event);
     Recorder& recorder() { return recorder_; }
     bool busy() const { return busy_; }
-    /// What differs from a script ends the event that it is found in, and no user is told of it.
+    /// What differs from a script ends the event that it is found in, and is not reported to the user.
     std::function<void(const ScriptFailure&)> script_failed = [](const ScriptFailure&) {};
     /// Nothing happens any more.
     void close() { closed_ = true; }

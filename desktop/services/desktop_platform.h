@@ -40,7 +40,7 @@ public:
 
 private:
     Work work_{[] {}, [](double) {}, [] {}};
-    QElapsedTimer since_start_; // of the work whose progress is told
+    QElapsedTimer since_start_; // of the work whose progress is shown
     QElapsedTimer since_shown_;
     std::optional<BusyCursor> cursor_;
 };

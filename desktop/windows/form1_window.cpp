@@ -114,7 +114,7 @@ void Form1Window::dragEnterEvent(QDragEnterEvent* event)
     if (!dragged_.isEmpty()) event->acceptProposedAction();
 }
 
-// What is dropped was told when it came over the window; some programs do not tell it a second time.
+// What is dropped was announced when it came over the window; some programs do not announce it again.
 void Form1Window::dropEvent(QDropEvent* event)
 {
     if (dragged_.isEmpty()) return;

@@ -35,7 +35,7 @@ private:
     void make_hole();
     void show_night_lines();
     Text chosen() const;
-    /// What fails is told over this window.
+    /// What fails is reported over this window.
     void attempt(const std::function<void()>& work);
     std::filesystem::path file_of(TextView name) const;
 

@@ -31,7 +31,7 @@ public:
     {
         constexpr std::size_t entry_size = 12;
         const std::size_t table = number(4, 4);
-        const std::size_t room = table < tiff_.size() ? (tiff_.size() - table) / entry_size : 0; // whatever is told
+        const std::size_t room = table < tiff_.size() ? (tiff_.size() - table) / entry_size : 0; // whatever is stated
         const auto count = std::min<std::size_t>(number(table, 2), room);
         for (std::size_t i = 0; i < count; ++i) {
             const auto at = table + 2 + i * entry_size;

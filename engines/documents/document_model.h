@@ -12,7 +12,7 @@
 
 namespace tarvik::ooxml {
 
-/// A document as its package holds it. Only what changed is written anew; what is wrong is told as Damage.
+/// A document as its package holds it. Only what changed is written anew; what is wrong is thrown as Damage.
 class DocumentModel {
 public:
     explicit DocumentModel(std::shared_ptr<const Package> package);

@@ -42,7 +42,7 @@ void read_jfif(std::string_view body, Header& header)
 {
     constexpr double centimetres_an_inch = 2.54;
     const auto unit = number_at(body, 7, 1).value_or(0);
-    if (unit != 1 && unit != 2) return; // only the points' shape is told
+    if (unit != 1 && unit != 2) return; // only the points' shape is stated
     const double factor = unit == 2 ? centimetres_an_inch : 1;
     header.resolution = {number_at(body, 8, 2).value_or(0) * factor, number_at(body, 10, 2).value_or(0) * factor};
 }

@@ -19,7 +19,7 @@ std::optional<std::uint32_t> number_at(std::string_view bytes, std::size_t at, s
 inline constexpr std::string_view jpeg_signature = "\xFF\xD8\xFF";
 inline constexpr std::string_view png_signature = "\x89PNG\r\n\x1A\n";
 
-/// Points to an inch; 0 where nothing is told.
+/// Points to an inch; 0 where none are stated.
 struct Resolution {
     double across = 0;
     double down = 0;

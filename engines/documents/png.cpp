@@ -39,7 +39,7 @@ PointSize read_header(std::string_view body)
 
 Resolution read_resolution(std::string_view body)
 {
-    if (number_at(body, 8, 1) != 1U) return {}; // only the points' shape is told
+    if (number_at(body, 8, 1) != 1U) return {}; // only the points' shape is stated
     return {*number_at(body, 0, 4) * metres_an_inch, *number_at(body, 4, 4) * metres_an_inch};
 }
 

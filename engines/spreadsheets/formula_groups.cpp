@@ -74,11 +74,11 @@ void FormulaGroups::release(const Range& area, const std::vector<Place>& cells)
     for (const auto place : cells) shared_.erase(place);
 }
 
-// What is left of the groups whose formula is told by one of the cells. A group's first cell must be its upper left
+// What is left of the groups whose formula is stated by one of the cells. A group's first cell must be its upper left
 // one, so cells that lie further left make a piece of their own.
 std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const std::vector<Place>& overwritten) const
 {
-    constexpr std::size_t most_pieces = 1000, most_bytes = 8U << 20U; // each tells the formula once more
+    constexpr std::size_t most_pieces = 1000, most_bytes = 8U << 20U; // each states the formula once more
     std::vector<Piece> pieces;
     std::size_t bytes = 0;
     for (const auto master : overwritten) {
@@ -108,7 +108,7 @@ bool FormulaGroups::still_shares(Place place) const
     return formula.kind == FormulaElement::Shared && formula.text.empty();
 }
 
-// The first of the cells tells from now on what the master told.
+// The first of the cells states from now on what the master stated.
 void FormulaGroups::share_anew(Place master, std::vector<Place> cells)
 {
     const auto first = cells.front();

@@ -60,7 +60,7 @@ private:
     const SheetCells& cells_;
     std::vector<Range> filled_ranges_; // of more than one cell
     RangeSet filled_;                  // the same
-    std::map<Place, Shared> shared_;   // by the cell that tells the formula
+    std::map<Place, Shared> shared_;   // by the cell that states the formula
     long long last_number_ = 0;        // of a group
 };
 

@@ -11,7 +11,7 @@ namespace {
 
 using calculation::FormulaPointer;
 
-// The formulas of a sheet as its part tells them, those that share one with it.
+// The formulas of a sheet as its part states them, those that share one with it.
 class FormulaReader {
 public:
     IndexedFormula read(int sheet, Place place, pugi::xml_node cell)

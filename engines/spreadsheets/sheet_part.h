@@ -29,7 +29,7 @@ public:
     virtual bool shows_dates(std::size_t format) = 0;
 };
 
-/// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is told as Damage, the
+/// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is thrown as Damage, the
 /// sheet then being as it was; what nobody could edit is refused when it is made.
 class SheetPart {
 public:

@@ -30,7 +30,7 @@ struct SheetChanges {
     std::vector<std::pair<Place, CellValue>> cells;
 };
 
-/// A workbook as its package holds it. Only what changed is written anew; what is wrong is told as Damage.
+/// A workbook as its package holds it. Only what changed is written anew; what is wrong is thrown as Damage.
 class WorkbookModel final : private FormulaResults {
 public:
     explicit WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services = {});

@@ -10,7 +10,7 @@ namespace tarvik {
 /// The folder that the program works in: the installation folder of everything above.
 struct WorkingFolder {
     std::filesystem::path path;
-    Text trouble; ///< what the user is to be told of it at the start; empty when all is well
+    Text trouble; ///< what is to be reported of it at the start; empty when all is well
 };
 
 /// Where the files lie that an installed program came with: share/tarvik/installation beside a program's folder that is

@@ -258,7 +258,7 @@ bool rename_file(const fs::path& from, const fs::path& to)
     const DWORD error = move_error(from, to, MOVEFILE_REPLACE_EXISTING);
     if (error == ERROR_SUCCESS) return true;
     if (error == ERROR_NOT_SAME_DEVICE) return false;
-    // What is replaced while another program holds it is told as if one had no right to it.
+    // What is replaced while another program holds it is reported as if one had no right to it.
     const DWORD target = ::GetFileAttributesW(to.c_str());
     constexpr DWORD hindrances = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
     if (error == ERROR_ACCESS_DENIED && target != INVALID_FILE_ATTRIBUTES && (target & hindrances) == 0) fail(EBUSY);

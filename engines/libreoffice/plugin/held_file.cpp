@@ -30,7 +30,7 @@ Value value_named(const Properties& list, const char* name)
     return value;
 }
 
-/// What becomes of a print job; it is told on a thread of the connection's.
+/// What becomes of a print job; it is reported on a thread of the connection's.
 class PrintJob final : public cppu::WeakImplHelper1<css::view::XPrintJobListener> {
 public:
     void SAL_CALL printJobEvent(const css::view::PrintJobEvent& event) override
