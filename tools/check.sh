@@ -14,12 +14,9 @@ python3 tools/check_layers.py
 echo "== tests under the address and undefined-behaviour sanitizers"
 cmake --preset asan
 cmake --build --preset asan
-# The leak checker's own process can die while LibreOffice's threads end: then, and for no other reason, what failed is
-# run once more.
-ctest --preset asan -j 2 --no-tests=error || {
-    grep -q "LeakSanitizer has encountered a fatal error" build/asan/Testing/Temporary/LastTest.log || exit 1
-    ctest --preset asan -j 2 --rerun-failed
-}
+# The preset keeps the leak checker from guessing where the thread-local data of a plugin stand: where these begin 16
+# bytes behind a page, GCC 12's takes what lies before them for a header of an old C library, and dies.
+ctest --preset asan -j 2 --no-tests=error
 echo "== tests of all that runs in threads under the thread sanitizer"
 cmake --preset tsan
 cmake --build --preset tsan
