@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace tarvik::test {
 namespace {
 
@@ -174,45 +172,6 @@ TEST_F(Designer, its_boxes_are_none_of_the_main_window)
     EXPECT_EQ(program.form1.resultpos, 3) << "the query's results are forgotten";
     program.form1.query_box().set_text(U"another");
     EXPECT_EQ(program.form1.resultpos, 0);
-}
-
-// The reading of a parameter line, character by character.
-void read_plainly(Form4& form4, const Text& line)
-{
-    if (const auto last = line.rfind(U'*'); last != Text::npos) form4.Text4.set_text(line.substr(last + 1));
-    int count = 1, a = 0, b = 0;
-    std::size_t start = 1;
-    for (std::size_t i = 1; i <= line.size(); ++i) {
-        if (line[i - 1] != U'*') continue;
-        const Text field = line.substr(start - 1, i - start);
-        if (count == 1) form4.Text3.set_text(field);
-        else if (count <= 52 && a < 50) form4.Text1[a++].set_text(field);
-        else form4.Text2[b++].set_text(field);
-        ++count;
-        start = i + 1;
-        if (b == 50) return;
-        ++i; // the first character of a field is not looked at
-    }
-}
-
-TEST_F(Designer, a_line_is_read_as_character_by_character)
-{
-    std::mt19937 random(7);
-    TestProgram plain;
-    for (int round = 0; round < 300; ++round) {
-        Text line;
-        const auto fields = static_cast<unsigned>(random() % 110);
-        for (unsigned i = 0; i < fields; ++i)
-            line += Text(random() % 20 ? 1 + random() % 3 : 0, static_cast<char32_t>(U'a' + i % 26)) + U"*";
-        line += random() % 2 ? U"12\r\n" : U"";
-        load_design_texts(form4);
-        load_design_texts(plain.program.form4);
-        Opensesame(form4, line);
-        read_plainly(plain.program.form4, line);
-        std::vector<Text> expected;
-        for (const TextBox* box : plain.program.form4.design_boxes()) expected.push_back(box->text());
-        ASSERT_EQ(boxes(), expected) << to_utf8(line);
-    }
 }
 
 } // namespace

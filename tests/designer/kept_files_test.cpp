@@ -50,23 +50,6 @@ TEST_F(KeptFiles, no_file_takes_the_place_of_another)
     EXPECT_EQ(missing(), "q\r\n");
 }
 
-// Two runs into one folder: the other's file comes in at whatever instant.
-TEST_F(KeptFiles, a_file_that_comes_in_between_is_not_replaced)
-{
-    for (std::size_t operation = 1; operation <= 12; ++operation) {
-        std::filesystem::remove_all(started.drive_d.path() / "out");
-        std::filesystem::create_directory(started.drive_d.path() / "out");
-        source_file("a1.pdf");
-        started.faulty.trouble_at(operation,
-                                  [&](TextView) { started.drive_d.write("out/a1.pdf", "of the other run"); });
-        keep(U"a1\r\n");
-        const bool came = started.faulty.counted() >= operation;
-        started.faulty.fail_at(0);
-        if (!came) break;
-        EXPECT_EQ(started.drive_d.read("out/a1.pdf"), "of the other run") << operation;
-    }
-}
-
 TEST_F(KeptFiles, a_name_with_a_separator_leads_nowhere)
 {
     if (std::filesystem::path::preferred_separator != '/') return;
@@ -101,27 +84,6 @@ TEST_F(KeptFiles, a_folder_in_the_way_and_a_name_that_is_full)
     EXPECT_EQ(told().size(), 1U);
     EXPECT_TRUE(stands("out/" + std::string(longest_name - 8, 'a') + " (2).pdf"));
     EXPECT_TRUE(stands("out/b2 (2).pdf"));
-}
-
-TEST_F(KeptFiles, a_file_that_cannot_be_moved_stays_and_is_reported)
-{
-    int unmovable = 0;
-    for (std::size_t operation = 1; operation <= 20; ++operation) {
-        std::filesystem::remove_all(started.drive_d.path() / "out");
-        for (const char* name : {"a1.pdf", "b2.pdf"}) source_file(name);
-        started.faulty.fail_at(operation);
-        keep(U"a1\r\nb2\r\n");
-        started.faulty.fail_at(0);
-        const auto messages = told();
-        if (messages.back().find(U"有1个文件没有处理") == Text::npos) continue;
-        ++unmovable;
-        EXPECT_NE(stands("src/a1.pdf"), stands("src/b2.pdf"));
-        EXPECT_NE(stands("src/a1.pdf"), stands("out/a1.pdf"));
-        EXPECT_NE(stands("src/b2.pdf"), stands("out/b2.pdf"));
-        EXPECT_EQ(missing(), "") << "both values have their file";
-        EXPECT_TRUE(form1.window.caption().ends_with(U" OK !"));
-    }
-    EXPECT_EQ(unmovable, 2) << "each of the two moves failed once";
 }
 
 } // namespace

@@ -60,30 +60,5 @@ TEST_F(TemplateReports, a_key_without_rows_makes_no_report_and_leaves_the_count_
     EXPECT_TRUE(form1.window.caption().ends_with(U" ERROR !"));
 }
 
-TEST_F(TemplateReports, what_is_missing_is_reported_and_nothing_runs)
-{
-    start_run();
-    EXPECT_TRUE(told().back().ends_with(U"\\automation.bin不存在！请退出。"));
-    EXPECT_FALSE(form1.Timer7.enabled());
-    store_design("automation.bin");
-    std::filesystem::remove(started.installation.path() / "designerA.xlsx");
-    start_run();
-    EXPECT_TRUE(told().back().ends_with(U"\\designerA.xlsx文件不存在，请先将需要设计的EXCEL "
-                                        U"样本文件复制到安装目录下，并更名为designerA.xlsx"));
-    EXPECT_FALSE(form1.Timer7.enabled());
-}
-
-TEST_F(TemplateReports, names_of_reports_stay_apart_and_keep_the_format)
-{
-    store_design("automation.bin");
-    marks("3159.txt", U"a/b\t班\r\na:b\t班\r\nk.xls\t班\r\nk.xlsx\t班\r\n");
-    command(U"An testsesame A", {Answer::OK});
-    run();
-    std::vector<std::string> names;
-    for (const Text& path : program.run.files) names.push_back(to_utf8(path));
-    EXPECT_EQ(names, (std::vector<std::string>{"d:\\out\\A_B.xlsx", "d:\\out\\A_B (2).xlsx", "d:\\out\\K.XLS.xlsx",
-                                               "d:\\out\\K.XLSX"}));
-}
-
 } // namespace
 } // namespace tarvik::test

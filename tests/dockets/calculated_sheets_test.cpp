@@ -117,16 +117,6 @@ TEST_F(CalculatedReports, a_key_cell_that_is_a_formula_finds_its_row)
     EXPECT_EQ(shown(U"d:\\filled\\AS3.xlsx", 5, 4), "CARL");
 }
 
-TEST_F(CalculatedReports, an_average_at_the_foot_stands_in_the_file)
-{
-    make_reports({{{10, 3}, "=AVERAGE(C3:C9)"}, {{11, 3}, "=COUNTA(A3:A9)"}}, {{28, U"3"}, {29, U"1"}, {30, U"3"}},
-                 {{29, U"3"}, {30, U"4"}}, U"s1\t班\tmath\t90\r\ns1\t班\tart\t70.5\r\ns1\t班\tmusic\t007\r\n");
-    const auto sheet = part_of(started.drive_d.read("out/S1.xlsx"), "xl/worksheets/sheet1.xml");
-    for (const char* result : {"<f>AVERAGE(C3:C9)</f><v>80.25</v>", "<f>COUNTA(A3:A9)</f><v>3</v>"})
-        EXPECT_NE(sheet.find(result), std::string::npos) << result << " is not in " << sheet;
-    EXPECT_EQ(shown(U"d:\\out\\S1.xlsx", 5, 3), "007");
-}
-
 /// Sheets of the department with formulas in their lines, and the records of devices 7 and 8.
 class CalculatedSheets : public CalculatedDesk {
 protected:
@@ -148,16 +138,6 @@ protected:
         return text;
     }
 };
-
-TEST_F(CalculatedSheets, an_order_again_meets_the_numbers_and_charges_that_formulas_give)
-{
-    lay({{{12, 1}, "=3+4"}, {{12, 2}, "监控"}, {{12, 9}, "=20+30"}});
-    play(U"An order", U"d:\\once", U"d:\\s\\a.xlsx");
-    EXPECT_EQ(line(U"d:\\once\\Aa.xlsx", 12), "|电源坏·|换电源·|·0·50·50·10·154.44");
-    play(U"An order", U"d:\\twice", U"d:\\once\\Aa.xlsx");
-    EXPECT_EQ(line(U"d:\\twice\\AAa.xlsx", 12), "|电源坏|电源坏·|换电源|换电源·|·0·50·50·10·154.44");
-    EXPECT_TRUE(started.dialogs.messages.empty());
-}
 
 TEST_F(CalculatedSheets, lines_pushed_down_keep_the_texts_that_formulas_gave)
 {
@@ -184,29 +164,6 @@ TEST_F(CalculatedSheets, a_formula_with_an_empty_result_leaves_its_line_free)
 }
 
 using CalculatedList = CalculatedDesk;
-
-TEST_F(CalculatedList, blanking_leaves_the_formulas_whose_results_go_with_the_texts)
-{
-    started.installation.write("z1.xlsx", workbook_of({{{5, 5}, "=IF(A5=\"\",\"\",\"#\"&A5)"},
-                                                       {{6, 5}, "=IF(A6=\"\",\"\",\"#\"&A6)"},
-                                                       {{7, 5}, "=IF(A7=\"\",\"\",\"#\"&A7)"},
-                                                       {{7, 6}, "=1+1"}}));
-    const auto line = [](TextView key, const Text& part) {
-        return key.str() + U"\t2\t3\t4\t5\t6\t7\t8\t" + part + U"\t10\t11\t12\t13\t14\tm" + part + U"\r\n";
-    };
-    started.installation.write("z1z6型号综合统计.txt", encode(line(U"z6", U"p9")));
-    for (const auto& [folder, parts] :
-         {std::pair<Text, std::vector<Text>>{U"d:\\one", {U"p1", U"p2", U"p3"}}, {U"d:\\two", {U"p4", U"p5"}}}) {
-        Text lines;
-        for (const Text& part : parts) lines += line(U"z1", part);
-        started.open_text(lines);
-        play(U"An label", folder, installed(program, files::label_list));
-    }
-    EXPECT_EQ(texts(U"d:\\one\\2024-03-01-陈默然.xlsx", 5, 7, 5), "#P1|#P2|#P3|");
-    EXPECT_EQ(texts(U"d:\\two\\2024-03-01-陈默然.xlsx", 5, 7, 5), "#P4|#P5|#P9|")
-        << "the first list stood in the template";
-    EXPECT_EQ(shown(U"d:\\two\\2024-03-01-陈默然.xlsx", 7, 6), "");
-}
 
 } // namespace
 } // namespace tarvik::test

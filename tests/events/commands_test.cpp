@@ -36,38 +36,11 @@ TEST_F(Events, letters_An_alone_cost_the_folder_question_and_go_on_to_the_query)
     EXPECT_FALSE(form1.Timer3.enabled());
 }
 
-TEST_F(Events, column_keys_are_letters_until_a_column_query_has_run)
-{
-    form1.query_box().set_text({});
-    for (const char32_t key : std::u32string_view(U"cat")) press(key);
-    EXPECT_EQ(form1.query_box().text(), U"cat");
-    EXPECT_FALSE(form1.comp);
-    form1.dbresult = true;
-    form1.query_box().set_text({});
-    for (const char32_t key : std::u32string_view(U"cat")) press(key);
-    EXPECT_EQ(form1.query_box().text(), U"at");
-    EXPECT_TRUE(form1.comp);
-    form1.comp = false;
-    press(U'c', 2);
-    EXPECT_FALSE(form1.comp) << "other boxes take no commands";
-}
-
 TEST_F(Events, an_enter_in_the_page_box_is_no_query)
 {
     form1.page_box().set_text(U"3");
     press(U'\r', 4);
     EXPECT_TRUE(started.dialogs.messages.empty());
-}
-
-TEST_F(Events, closing_the_designer_brings_back_the_design_texts)
-{
-    started.module1().designeropen = true;
-    happen(EventKind::Click, form4.Text2[30]);
-    EXPECT_TRUE(form4.Text2[30].text().empty());
-    happen(EventKind::Close, form4.window);
-    EXPECT_EQ(form4.Text2[30].text(), U"-1");
-    EXPECT_EQ(form4.Text2[31].text(), U"0");
-    EXPECT_FALSE(started.module1().designeropen);
 }
 
 TEST_F(Events, whose_handlers_fail_are_reported_and_the_program_goes_on)

@@ -17,9 +17,52 @@ namespace fs = std::filesystem;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-class Faults : public JobDesk {
+/// A job that was done once with nothing in its way.
+class Faults : public testing::TestWithParam<Job> {
 protected:
+    const Job& job = GetParam();
+    SampleDesk desk;
     FaultyFiles& faulty = desk.started.faulty;
+    std::vector<std::string> usual; ///< what an undisturbed run tells
+    Disk after;                     ///< what it leaves
+    std::string caption;
+    std::size_t file_operations = 0, office_operations = 0;
+
+    static void SetUpTestSuite() { TemporaryFolder::keep_in_memory(); }
+    Faults()
+    {
+        if (job.prepare) job.prepare(desk);
+        desk.keep_disk();
+        desk.quiet();
+        desk.play(job);
+        file_operations = faulty.counted();
+        office_operations = desk.office.counted();
+        after = desk.disk();
+        usual = desk.started.dialogs.take_messages();
+        caption = to_utf8(desk.form1.window.caption());
+    }
+    void SetUp() override { ASSERT_NE(after, desk.kept()) << testing::PrintToString(usual); }
+
+    std::vector<std::string> told() { return desk.told_beyond(usual); }
+    /// Neither old nor new, nor one of the whole states between.
+    std::vector<std::string> broken()
+    {
+        auto different = differences(desk.disk(), desk.kept(), after);
+        if (job.in_stages) std::erase_if(different, [&](const std::string& path) { return desk.is_whole(path); });
+        return different;
+    }
+    /// The same run with nothing in its way gives what it always gives.
+    void expect_to_run_again()
+    {
+        desk.restore_disk();
+        desk.quiet();
+        desk.play(job);
+        EXPECT_EQ(desk.started.dialogs.take_messages(), usual);
+        if (!job.at_first_key) { // that one goes on with a count
+            EXPECT_EQ(to_utf8(desk.form1.window.caption()), caption);
+        }
+        EXPECT_TRUE(differences(desk.disk(), after, after).empty());
+    }
 
     enum class Turns { All, Some };
     /// Which of the operations get their turn.

@@ -206,36 +206,4 @@ void SampleDesk::restore_disk()
             std::ofstream(path_of_utf8(path), std::ios::binary) << bytes;
 }
 
-JobDesk::JobDesk()
-{
-    if (job.prepare) job.prepare(desk);
-    desk.keep_disk();
-    desk.quiet();
-    desk.play(job);
-    file_operations = desk.started.faulty.counted();
-    office_operations = desk.office.counted();
-    after = desk.disk();
-    usual = desk.started.dialogs.take_messages();
-    caption = to_utf8(desk.form1.window.caption());
-}
-
-std::vector<std::string> JobDesk::broken()
-{
-    auto different = differences(desk.disk(), desk.kept(), after);
-    if (job.in_stages) std::erase_if(different, [&](const std::string& path) { return desk.is_whole(path); });
-    return different;
-}
-
-void JobDesk::expect_to_run_again()
-{
-    desk.restore_disk();
-    desk.quiet();
-    desk.play(job);
-    EXPECT_EQ(desk.started.dialogs.take_messages(), usual);
-    if (!job.at_first_key) { // that one goes on with a count
-        EXPECT_EQ(to_utf8(desk.form1.window.caption()), caption);
-    }
-    EXPECT_TRUE(differences(desk.disk(), after, after).empty());
-}
-
 } // namespace tarvik::test

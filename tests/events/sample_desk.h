@@ -64,26 +64,4 @@ private:
     Disk kept_;
 };
 
-/// A job that was done once with nothing in its way.
-class JobDesk : public testing::TestWithParam<Job> {
-protected:
-    static void SetUpTestSuite() { TemporaryFolder::keep_in_memory(); }
-
-    const Job& job = GetParam();
-    SampleDesk desk;
-    std::vector<std::string> usual; ///< what an undisturbed run tells
-    Disk after;                     ///< what it leaves
-    std::string caption;
-    std::size_t file_operations = 0, office_operations = 0;
-
-    JobDesk();
-    void SetUp() override { ASSERT_NE(after, desk.kept()) << testing::PrintToString(usual); }
-
-    std::vector<std::string> told() { return desk.told_beyond(usual); }
-    /// Neither old nor new, nor one of the whole states between.
-    std::vector<std::string> broken();
-    /// The same run with nothing in its way gives what it always gives.
-    void expect_to_run_again();
-};
-
 } // namespace tarvik::test

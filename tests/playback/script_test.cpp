@@ -68,23 +68,6 @@ TEST(Script, refuses_what_is_no_word)
         EXPECT_THAT(complaint_about(line), testing::HasSubstr(complaint)) << line;
 }
 
-TEST(Values, print_as_the_transcript_shows_them)
-{
-    const std::pair<ScriptValue, std::string_view> values[] = {
-        {Text(U"a\"\\\r\n\t\x1b\x7f中𠀀"), "\"a\\\"\\\\\\r\\n\\t\\u001b\x7f中𠀀\""},
-        {Text(), "\"\""},
-        {0.0, "0"},
-        {-1.0, "-1"},
-        {14911.125, "14911.125"},
-        {true, "True"},
-        {false, "False"},
-        {ObjectValue{true}, "Object"},
-        {ObjectValue{}, "Nothing"},
-        {ListValue{"[[1,2,255,20]]"}, "[[1,2,255,20]]"},
-    };
-    for (const auto& [value, shown] : values) EXPECT_EQ(printed(value), shown);
-}
-
 namespace {
 
 Options parsed(const std::vector<std::string>& arguments)

@@ -65,16 +65,6 @@ TEST_F(Timers, count_from_the_moment_of_switching_on)
     EXPECT_EQ(fire_until(3500ms), "Timer3@3000 ");
 }
 
-TEST_F(Timers, take_up_a_new_interval_at_once)
-{
-    form1.Timer3.set_enabled(true);
-    EXPECT_EQ(fire_until(900ms), "");
-    form1.Timer3.set_interval(400);
-    EXPECT_EQ(fire_until(1700ms), "Timer3@1300 Timer3@1700 ");
-    form1.Timer3.set_interval(0);
-    EXPECT_EQ(fire_until(60s), "") << "no interval, no tick";
-}
-
 } // namespace
 
 } // namespace tarvik

@@ -43,19 +43,6 @@ protected:
     std::string caption() const { return to_utf8(desk.program.form1.window.caption()); }
 };
 
-TEST_F(RepairCommands, copy_prices_and_tell_the_pace_by_the_files_done)
-{
-    enter(U"An prices");
-    EXPECT_EQ(office.tasks.at(0).cells.at({12, 5}), CellValue(U"f6"));
-    EXPECT_EQ(office.tasks.at(0).cells.at({12, 7}), CellValue(U"h8"));
-    // The same operation 159 seconds after the start of the command: 159 seconds over 3 files and one.
-    desk.clock.time.minute += 2;
-    desk.clock.time.second += 39;
-    desk.dialogs.files = {U"d:\\s\\b.xlsx"};
-    excelbijiaop(desk.program);
-    EXPECT_EQ(caption(), "Tarvik 计算  9:05:07←start:    Complete 9:07:46→：159 秒。→：39 秒/张。 OK !");
-}
-
 TEST_F(RepairCommands, follow_the_rule_table_of_the_installation)
 {
     std::string table = to_utf8(repair_rules::built_in_rules());

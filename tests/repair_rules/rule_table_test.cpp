@@ -54,36 +54,6 @@ TEST(RuleTable, is_shipped_as_it_is_built_in)
     }
 }
 
-/// The codes of the rules that fire, in order.
-std::vector<std::string> codes(const Chain& chain, const Text& model, const Text& repairs)
-{
-    std::vector<std::string> result;
-    run_chain(chain, model, repairs, [&](const Rule& rule) {
-        if (!rule.code.empty()) result.push_back(to_utf8(rule.code));
-    });
-    return result;
-}
-
-/// Each rule of the shipped table has models and repairs that only it knows; but two fire behind a more general one.
-TEST(RuleTable, each_rule_fires_alone_on_its_own_texts)
-{
-    const RuleTable rules = read_rules(built_in_rules());
-    for (const Chain* chain : {&rules.update, &rules.first_entry}) {
-        int with_another = 0;
-        for (const Rule& rule : chain->rules) {
-            if (rule.code.empty()) continue;
-            Text model;
-            for (const Condition* condition : {&chain->groups[rule.group], &rule.model})
-                for (const Text& piece : condition->all_of) model += piece;
-            const auto fired = codes(*chain, model, rule.repair_word);
-            ASSERT_FALSE(fired.empty()) << to_utf8(model) << " / " << to_utf8(rule.repair_word);
-            EXPECT_EQ(fired.back(), to_utf8(rule.code)) << to_utf8(model) << " / " << to_utf8(rule.repair_word);
-            if (fired.size() > 1) ++with_another;
-        }
-        EXPECT_EQ(with_another, 2) << "the fans of the models with an 8, and -220 with -F2";
-    }
-}
-
 TEST(RuleTable, keeps_the_blank_inside_quotes_and_every_part_of_a_rule)
 {
     const auto table =

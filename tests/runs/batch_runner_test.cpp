@@ -58,16 +58,6 @@ TEST(BatchRunner, tells_every_sheet_in_the_caption_and_ends_in_ok)
     EXPECT_EQ(form1.batchcursor, -1);
 }
 
-TEST(BatchRunner, a_key_without_records_ends_in_error)
-{
-    TestProgram started;
-    Form1& form1 = started.form1();
-    begin(started, {U"a", U"none", U"c"});
-    for (int tick = 0; tick < 5; ++tick) batch_tick(started.program);
-    EXPECT_TRUE(form1.window.caption().ends_with(U" 2   Complete 9:05:07→：0 秒。→：0 秒/张。 ERROR !"))
-        << to_utf8(form1.window.caption());
-}
-
 TEST(BatchRunner, a_closed_gate_lets_the_tick_pass)
 {
     TestProgram started;
@@ -117,22 +107,6 @@ TEST(BatchRunner, stops_before_the_next_sheet_when_it_is_wished_or_the_other_tab
     begin(started, {U"a"});
     EXPECT_THROW(batch_tick(started.program), Failure);
     EXPECT_FALSE(run_in_progress(form1));
-}
-
-TEST(BatchRunner, a_timer_may_go_its_own_way)
-{
-    TestProgram started;
-    Form1& form1 = started.form1();
-    static constexpr OwnTick own[] = {{&Form1::Timer9, [](Program& program) {
-                                           if (++program.form1.sheetno == 2) throw Failure(U"坏文件");
-                                       }}};
-    const TimerTable table{families, own};
-    form1.Timer9.set_enabled(true);
-    tarvik::batch_tick(started.program, form1.Timer9, table);
-    EXPECT_TRUE(form1.Timer9.enabled());
-    EXPECT_THROW(tarvik::batch_tick(started.program, form1.Timer9, table), Failure);
-    EXPECT_FALSE(form1.Timer9.enabled());
-    EXPECT_EQ(form1.sheetno, 1);
 }
 
 TEST(BatchRunner, a_run_across_midnight_counts_on)

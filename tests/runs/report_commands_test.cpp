@@ -2,6 +2,8 @@
 
 #include "platform/text/code_page.h"
 #include "runs/batch_runner.h"
+#include "runs/keyed_scans.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -122,16 +124,6 @@ TEST_F(Commands, stop_at_a_missing_design_or_template_with_its_message)
     EXPECT_FALSE(run_in_progress(form1));
 }
 
-TEST_F(Commands, run_at_once_with_title_and_count)
-{
-    EXPECT_TRUE(enter(U"An direct"));
-    EXPECT_EQ(form1.recordcount, 3);
-    EXPECT_EQ(form1.filecount, 1);
-    EXPECT_EQ(form1.jobstart, U"9:05:07");
-    EXPECT_EQ(form1.window.caption(), U"Tarvik 计算 ");
-    EXPECT_FALSE(run_in_progress(form1));
-}
-
 TEST_F(Commands, a_scan_that_went_elsewhere_lists_no_keys_and_refuses_those_of_an_earlier_one)
 {
     for (const bool option : {false, true}) {
@@ -179,17 +171,18 @@ TEST_F(Commands, never_work_on_rows_of_another_scan)
     EXPECT_FALSE(run_in_progress(form1));
 }
 
-TEST_F(Commands, without_a_folder_only_a_command_complains)
+TEST_F(Commands, scan_the_pane_as_it_is_for_an_empty_report_and_name_a_missing_one)
 {
-    form1.query_box().set_text(U"An old friend");
-    desk.dialogs.inputs = {U"d:\\not\\there"};
-    EXPECT_FALSE(run_command(program, commands));
-    EXPECT_EQ(form1.outfolder, U"d:\\not\\there\\");
+    form1.query_box().set_text(U"An");
+    desk.installation.write("3138.txt", "");
+    EXPECT_EQ(query2(program, U"k1", false), 2);
+    EXPECT_EQ(desk.dialogs.take_messages(), std::vector<std::string>{"Tarvik 计算|打开文件失败！"});
+    EXPECT_EQ(form1.sufcount, 2);
+    EXPECT_EQ(form1.answer, 1);
+    EXPECT_NE(failure_of([&] { query3(program, U"k1", false); }).find("保留.txt"), std::string::npos);
+    EXPECT_EQ(query5(program, U"k1", false), 2);
+    EXPECT_EQ(query7(program, U"k1", {}), 2);
     EXPECT_TRUE(desk.dialogs.messages.empty());
-    form1.query_box().set_text(U"An direct");
-    desk.dialogs.inputs = {U"d:\\not\\there"};
-    EXPECT_THROW(run_command(program, commands), Failure);
-    EXPECT_EQ(form1.filecount, 0);
 }
 
 } // namespace

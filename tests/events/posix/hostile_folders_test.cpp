@@ -1,10 +1,5 @@
-#include "events/events.h"
 #include "tests/events/sample_desk.h"
-#include "tests/support/full_disk.h"
 
-#include <gmock/gmock.h>
-
-#include <fstream>
 #include <sys/stat.h>
 
 /// Folders that hold what no clerk would put there, walked by the commands that walk.
@@ -12,11 +7,10 @@ namespace tarvik::test {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::IsEmpty;
 
 const char* const walking[] = {"tomation", "Excelfile", "SesameOpen", "keptfile", "order", "prices"};
 
-class WalkedFolder : public testing::Test {
+class HostileFolders : public testing::TestWithParam<const char*> {
 protected:
     static void SetUpTestSuite() { TemporaryFolder::keep_in_memory(); }
 
@@ -54,8 +48,6 @@ protected:
         return usable;
     }
 };
-
-class HostileFolders : public WalkedFolder, public testing::WithParamInterface<const char*> {};
 
 TEST_P(HostileFolders, cost_one_message_and_lose_nothing)
 {
@@ -108,59 +100,6 @@ TEST_P(HostileFolders, cost_one_message_and_lose_nothing)
 
 INSTANTIATE_TEST_SUITE_P(Commands, HostileFolders, testing::ValuesIn(walking),
                          [](const auto& name) { return std::string(name.param); });
-
-TEST_F(WalkedFolder, is_printed_file_by_file_and_the_rest_stays)
-{
-    const Job& job = job_named("order");
-    const fs::path folder = desk.started.drive_d.path() / "src";
-    fs::create_directory(folder);
-    fs::copy_file(desk.started.files.resolve(job.picked), folder / "sheet.xlsx");
-    lay_traps(folder, "sheet");
-    const std::size_t usable = copy_under_hostile_names(folder / "sheet.xlsx", "sheet") + 1;
-    desk.form1.scanfolder = U"d:\\src";
-    desk.form1.scanfolderset = true;
-    desk.form1.page_box().set_text(U"sheet");
-    fs::create_directory(desk.started.drive_d.path() / "fprino");
-    Event enter{EventKind::KeyPress, desk.form1.page_box()};
-    enter.key = U'\r';
-    dispatch(desk.program, enter);
-    EXPECT_LE(desk.started.dialogs.take_messages().size(), 1U);
-    expect_traps(folder, "sheet");
-    std::size_t moved = 0;
-    for (const auto& entry : fs::directory_iterator(desk.started.drive_d.path() / "fprino"))
-        moved += entry.is_regular_file();
-    EXPECT_GE(moved, usable);
-    EXPECT_EQ(desk.started.printer.printed.size(), moved);
-    desk.expect_released();
-}
-
-using FullDisks = JobDesk;
-
-// Writes that break off in the middle, and a folder in which not even the system's owner may make a file.
-TEST_P(FullDisks, leave_no_half_file)
-{
-    for (const rlim_t limit : {0, 1, 1000, 4000, 6000, 8000, 12'000, 20'000}) {
-        SCOPED_TRACE("limit " + std::to_string(limit));
-        desk.restore_disk();
-        {
-            const FullDisk full(limit);
-            desk.play(job);
-        }
-        EXPECT_LE(told().size(), 2U) << "all the views, and the sheet that ended the run";
-        desk.expect_released();
-        EXPECT_THAT(broken(), IsEmpty());
-    }
-    if (fs::exists("/proc/self/fd") && job.command != TextView(U"An statistic")) {
-        desk.restore_disk();
-        desk.play(job, U"/proc/self/fd/");
-        EXPECT_THAT(told(), testing::SizeIs(1));
-        desk.expect_released();
-    }
-    expect_to_run_again();
-}
-
-INSTANTIATE_TEST_SUITE_P(Commands, FullDisks, testing::ValuesIn(jobs().begin(), jobs().end()),
-                         [](const auto& job) { return std::string(job.param.name); });
 
 } // namespace
 } // namespace tarvik::test
