@@ -1,25 +1,11 @@
 #include "designer/design/design.h"
-#include "events/events.h"
-#include "platform/text/code_page.h"
-#include "tests/support/test_program.h"
-
-#include <gtest/gtest.h>
+#include "tests/support/report_desk.h"
 
 namespace tarvik::test {
 namespace {
 
-class Designer : public testing::Test {
+class Designer : public ReportDesk {
 protected:
-    TestProgram started;
-    Program& program = started.program;
-    Form4& form4 = program.form4;
-
-    void happen(EventKind kind, Control& control)
-    {
-        Event event{kind, control};
-        dispatch(program, event);
-    }
-
     void press(Control& button, std::initializer_list<Answer> replies)
     {
         started.dialogs.replies = replies;
@@ -34,13 +20,6 @@ protected:
         std::vector<Text> texts;
         for (const TextBox* box : form4.design_boxes()) texts.push_back(box->text());
         return texts;
-    }
-
-    // What boxes have said, without the questions.
-    std::vector<std::string> told()
-    {
-        std::erase_if(started.dialogs.messages, [](const Message& message) { return message.buttons != Buttons::OK; });
-        return started.dialogs.take_messages();
     }
 };
 
@@ -96,9 +75,8 @@ TEST_F(Designer, empty_boxes_are_stored_as_0_and_named_as_the_user_sees_them)
     for (TextBox* box : {&form4.Text1[5], &form4.Text2[4], &form4.Text2[49], &form4.Text4, &form4.Text3})
         box->set_text({});
     save(Answer::Yes);
-    EXPECT_EQ(told(),
-              std::vector<std::string>{"Tarvik报表自动化设计| 请注意：\r\n下列框没有填写，按“0”保存："
-                                       "\r\n静态 第3行 第2框\r\n静态 第3行 第3框\r\n动态 第11行 第4框\r\n“1”框"});
+    EXPECT_EQ(told(), std::vector<Text>{U" 请注意：\r\n下列框没有填写，按“0”保存：\r\n静态 第3行 第2框"
+                                        U"\r\n静态 第3行 第3框\r\n动态 第11行 第4框\r\n“1”框"});
     const std::vector<Text> shown = boxes();
     EXPECT_EQ(shown[6], U"0");
     press(form4.Command2, {Answer::Yes});
@@ -108,7 +86,7 @@ TEST_F(Designer, empty_boxes_are_stored_as_0_and_named_as_the_user_sees_them)
 
     for (TextBox* box : form4.design_boxes()) box->set_text({});
     save(Answer::Yes);
-    EXPECT_TRUE(told().at(0).ends_with("等101个框"));
+    EXPECT_TRUE(told().at(0).ends_with(U"等101个框"));
 }
 
 TEST_F(Designer, an_asterisk_is_stored_as_it_is_and_ends_its_field_when_it_is_read)
@@ -135,7 +113,7 @@ TEST_F(Designer, a_file_that_cannot_be_written_or_read_is_reported)
     form4.Text1[28].set_text(U"12");
     std::filesystem::create_directory(started.installation.path() / "automation.bin");
     save(Answer::Yes);
-    EXPECT_NE(told().at(0).find("automation.bin"), std::string::npos);
+    EXPECT_NE(told().at(0).find(U"automation.bin"), Text::npos);
     EXPECT_TRUE(form4.holds_typed_text());
     press(form4.Command2, {Answer::Yes});
     EXPECT_TRUE(told().empty()) << "there is no such file";

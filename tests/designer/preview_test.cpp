@@ -1,27 +1,28 @@
 #include "engines/packages/package.h"
-#include "events/events.h"
+#include "engines/spreadsheets/engine.h"
+#include "tests/support/desk.h"
 #include "tests/support/places.h"
-#include "tests/support/sheet_desk.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
 namespace tarvik::test {
 namespace {
 
-class Preview : public testing::Test {
-protected:
-    EnginesOnFiles office;
-    TestProgram started{&office};
-    Program& program = started.program;
-    Form4& form4 = program.form4;
-    std::filesystem::path sample = std::filesystem::path(source_folder()) / "installation";
+/// The embedded spreadsheets over the program's own files.
+class EnginesOnFiles final : public OfficeEngines {
+public:
+    std::unique_ptr<OoxmlSpreadsheets> spreadsheets; ///< to be set when the program's files stand
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return spreadsheets->create(); }
+    std::unique_ptr<DocumentApplication> create_document() override { return nullptr; }
+};
 
+class Preview : public testing::Test, protected Desk<EnginesOnFiles> {
+protected:
     Preview()
     {
-        office.engine = std::make_unique<OoxmlSpreadsheets>(started.files, started.printer);
-        std::filesystem::copy(sample / "designerA.xlsx", started.installation.path() / "designerA.xlsx");
+        office.spreadsheets = std::make_unique<OoxmlSpreadsheets>(started.files, started.printer);
+        std::filesystem::copy(std::filesystem::path(source_folder()) / "installation/designerA.xlsx",
+                              started.installation.path() / "designerA.xlsx");
         load_design_texts(form4);
         form4.Text3.set_text(U"班");
         set(form4.Text1, {{0, 3}, {1, 2}, {2, 3}, {3, 7}, {28, 7}, {29, 1}});
@@ -30,11 +31,6 @@ protected:
     static void set(ControlArray<TextBox>& boxes, std::initializer_list<std::pair<int, int>> numbers)
     {
         for (const auto& [index, value] : numbers) boxes[index].set_text(number_text(value));
-    }
-    void happen(EventKind kind, Control& control)
-    {
-        Event event{kind, control};
-        dispatch(program, event);
     }
     void press(Answer answer)
     {
