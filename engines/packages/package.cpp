@@ -4,6 +4,8 @@
 #include "engines/packages/xml_part.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <cstring>
 
 namespace tarvik::ooxml {
 
@@ -15,6 +17,7 @@ constexpr std::uint64_t memory_of_any = 64U << 20U;
 constexpr std::uint64_t memory_per_packed_byte = 300;
 constexpr std::uint64_t most_memory = 2U << 30U;
 constexpr zip_int64_t most_entries = 65'535;
+constexpr zip_uint32_t quick_level = 3; // of deflating: half the time of the usual one for a few more bytes
 
 std::uint64_t memory_for(std::uint64_t packed_size)
 {
@@ -44,6 +47,36 @@ Damage too_large(std::string_view name)
     return Damage(U"部件" + in_quotes(name) + U"展开后过大。");
 }
 
+/// Whether a part is a JPEG or PNG picture, from which deflating takes nothing but time.
+bool is_compressed_in_itself(std::string_view contents) noexcept
+{
+    return contents.starts_with("\xFF\xD8\xFF") || contents.starts_with("\x89PNG\r\n\x1A\n");
+}
+
+/// A source of an archive to be changed. It has a copy: of bytes that it was only lent libzip frees what it keeps for
+/// the changed file.
+zip_source_t* make_changeable_source(std::string_view bytes)
+{
+    void* const copy = std::malloc(bytes.size()); // NOLINT(cppcoreguidelines-no-malloc): libzip frees it
+    if (!copy) return nullptr;
+    std::memcpy(copy, bytes.data(), bytes.size());
+    zip_source_t* const source = zip_source_buffer_create(copy, bytes.size(), 1, nullptr);
+    if (!source) std::free(copy); // NOLINT(cppcoreguidelines-no-malloc)
+    return source;                // NOLINT(clang-analyzer-unix.Malloc): libzip frees the copy
+}
+
+/// What was written to the source.
+std::string bytes_in(zip_source_t* source)
+{
+    zip_stat_t told;
+    if (zip_source_open(source) != 0 || zip_source_stat(source, &told) != 0) throw refused();
+    std::string bytes(told.size, '\0');
+    const auto count = zip_source_read(source, bytes.data(), bytes.size());
+    zip_source_close(source);
+    if (count != static_cast<zip_int64_t>(told.size)) throw refused();
+    return bytes;
+}
+
 } // namespace
 
 std::string part_key(std::string_view name)
@@ -60,7 +93,7 @@ std::string part_key(std::string_view name)
 Package::Package(std::string bytes) : bytes_(std::move(bytes))
 {
     check_kind(bytes_);
-    source_.reset(make_lent_source(bytes_));
+    source_.reset(zip_source_buffer_create(bytes_.data(), bytes_.size(), 0, nullptr)); // to be read alone
     archive_ = open(source_, ZIP_RDONLY);
     const auto count = zip_get_num_entries(archive_.get(), 0);
     if (count > most_entries) throw Damage(U"压缩包里的部件过多。");
@@ -135,15 +168,17 @@ std::string Package::inflate(zip_uint64_t index, std::string_view name) const
     return contents;
 }
 
-// Writes a part in place of the entry, or behind all others when that is nothing.
+// Writes a part, whose contents must stay until the archive is closed, in place of the entry, or behind all others when
+// that is nothing.
 void Package::write(zip_t* archive, std::optional<zip_uint64_t> entry, const std::string& name,
                     const std::string& contents)
 {
+    const bool is_new = !entry;
     zip_stat_t told;
     if (zip_stat_index(archive, entry.value_or(0), ZIP_FL_UNCHANGED, &told) != 0) throw refused();
-    Source part(make_part_source(archive, contents, told.mtime));
+    Source part(zip_source_buffer(archive, contents.data(), contents.size(), 0));
     if (!part) throw refused();
-    if (entry) {
+    if (!is_new) {
         if (zip_file_replace(archive, *entry, part.get(), 0) != 0) throw refused();
     } else {
         const auto index = zip_file_add(archive, name.c_str(), part.get(), ZIP_FL_ENC_UTF_8);
@@ -151,8 +186,12 @@ void Package::write(zip_t* archive, std::optional<zip_uint64_t> entry, const std
         entry = static_cast<zip_uint64_t>(index);
     }
     static_cast<void>(part.release()); // the archive has taken it over
-    const auto method = is_compressed_in_itself(contents) ? ZIP_CM_STORE : ZIP_CM_DEFAULT;
-    if (zip_set_file_compression(archive, *entry, method, 0) != 0) throw refused();
+    // libzip forgets the level where the method is named as it was.
+    const auto deflate = is_new ? ZIP_CM_DEFLATE : ZIP_CM_DEFAULT;
+    const auto method = is_compressed_in_itself(contents) ? ZIP_CM_STORE : deflate;
+    if (zip_set_file_compression(archive, *entry, method, quick_level) != 0 ||
+        zip_file_set_mtime(archive, *entry, told.mtime, 0) != 0)
+        throw refused();
 }
 
 std::string Package::with(const PartChanges& changes) const
@@ -168,10 +207,9 @@ std::string Package::with(const PartChanges& changes) const
     }
     if (zip_close(archive.get()) != 0) throw refused();
     static_cast<void>(archive.release());
-    auto written = bytes_in(source.get());
-    if (!written) throw refused();
-    check_readable(changes, written->size());
-    return std::move(*written);
+    std::string written = bytes_in(source.get());
+    check_readable(changes, written.size());
+    return written;
 }
 
 // What is saved must open again: changes can make parts larger than a package of the new size may have them.

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engines/packages/damage.h"
-#include "engines/packages/zip_sources.h"
 
 #include <cstdint>
 #include <map>
@@ -10,6 +9,8 @@
 #include <set>
 #include <string>
 #include <string_view>
+
+#include <zip.h>
 
 namespace tarvik::ooxml {
 

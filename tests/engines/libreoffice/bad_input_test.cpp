@@ -1,4 +1,4 @@
-#include "engines/packages/compound_file.h"
+#include "engines/packages/file_kind.h"
 #include "runs/engines.h"
 #include "tests/engines/libreoffice/office_fixture.h"
 #include "tests/support/compound_files.h"
@@ -77,21 +77,16 @@ TEST(BadInput, a_pipe_is_refused_and_not_waited_for)
 TEST(BadInput, a_compound_file_is_whole_or_damaged_at_every_length)
 {
     const auto whole = compound_file({{"WordDocument", stream_with(0, "abc")}, {"1Table", stream_with(0, "def")}});
-    const auto entries = read_compound_file(whole);
-    ASSERT_TRUE(entries);
-    ASSERT_EQ(entries->size(), 2U);
-    EXPECT_EQ((*entries)[0].name, "WordDocument");
-    EXPECT_EQ((*entries)[0].beginning.substr(0, 3), "abc");
-    EXPECT_EQ((*entries)[1].beginning.substr(0, 3), "def");
     // The last sector may end with its stream: 5,000 bytes in ten sectors leave 120.
-    for (std::size_t size = 0; size < whole.size(); ++size)
-        ASSERT_EQ(read_compound_file(std::string_view(whole).substr(0, size)).has_value(), size >= whole.size() - 120)
+    for (std::size_t size = 8; size < whole.size(); ++size)
+        ASSERT_EQ(file_kind(std::string_view(whole).substr(0, size)),
+                  size >= whole.size() - 120 ? FileKind::Document : FileKind::Damaged)
             << size;
     for (std::size_t at = 0; at < 1'536; ++at)
         for (const char byte : {'\0', '\1', '\x7f', '\xff'}) {
             auto changed = whole;
             changed[at] = byte;
-            read_compound_file(changed); // ends, whatever it finds
+            file_kind(changed); // ends, whatever it finds
         }
 }
 
