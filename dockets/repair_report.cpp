@@ -34,16 +34,13 @@ Text finding(TextView text)
     return U"检测结果（必要时附照片)\r\n        " + text;
 }
 
-constexpr CellItem first_items[] = {
+constexpr CellItem items[] = {
     {.cell = {1, 2}, .field = 5},
     {.cell = {1, 6}, .field = 18, .shape = first_word},
     {.cell = {9, 6}, .field = 22},
     {.cell = {9, 4}, .field = 29},
     {.cell = {9, 2}, .field = device_column, .shape = department},
     {.cell = {2, 2}, .field = 3},
-};
-constexpr CellItem cause_items[] = {{.cell = {6, 1}, .field = 30, .shape = cause}};
-constexpr CellItem last_items[] = {
     {.cell = {10, 1}, .field = 33, .shape = finding},
     {.cell = {2, 6}, .field = 4, .shape = telecall},
     {.cell = {5, 1}, .field = 9, .shape = upper},
@@ -51,6 +48,7 @@ constexpr CellItem last_items[] = {
     {.cell = {5, 3}, .field = device_column, .shape = upper},
     {.cell = {5, 4}, .field = 35, .shape = upper},
 };
+constexpr CellItem cause_items[] = {{.cell = {6, 1}, .field = 30, .shape = cause}};
 
 Text template_for(const Program& program, bool first_flag, bool second_flag)
 {
@@ -65,17 +63,12 @@ void add_picture(Program& program, TextDocument& document, const Text& device)
     if (program.platform.files.file_exists(path)) document.add_picture(picture_cell.row, picture_cell.column, path);
 }
 
-// A table that no scan made anew holds another device.
-void check_options(const Program& program)
-{
-    if (!program.form1.query_box().text().empty() && !no_option_selected(program.form1))
-        throw Failure(U" 请注意：\r\n选中了查寻选项，数据列查寻没有进行，运行已经停止；请先点击窗口空白处还原默认，再重"
-                      U"新输入命令。");
-}
-
 void find_device(Program& program, TextView key)
 {
-    check_options(program);
+    if (!program.form1.query_box().text().empty() &&
+        !no_option_selected(program.form1)) // the table holds another device
+        throw Failure(U" 请注意：\r\n选中了查寻选项，数据列查寻没有进行，运行已经停止；请先点击窗口空白处还原默认，再重"
+                      U"新输入命令。");
     program.form1.partcount = query5(program, key, true);
 }
 
@@ -86,9 +79,8 @@ void excecopyword(Program& program, bool first_flag, bool second_flag)
     if (!key_gets_sheet(program, command_text)) return;
     DocumentTask task(program, template_for(program, first_flag, second_flag));
     program.form1.batchgate = false;
-    write_items(program, task.document(), first_items);
+    write_items(program, task.document(), items);
     if (!first_flag && !second_flag) write_items(program, task.document(), cause_items);
-    write_items(program, task.document(), last_items);
 
     const Text device = first_field(program, device_column);
     add_picture(program, task.document(), device);
