@@ -8,17 +8,12 @@ namespace tarvik {
 
 // The window
 
-/// A click or a double click on a number box of the design; a double click on the query text or the key column.
-void empty_design_box(TextBox& box);
 /// "保存参数": asks first whether to save at all, which also shows or hides the help texts, then into which of the
 /// three parameter files. A box left empty is stored as "0" and named; an asterisk is stored as it is, though it ends
 /// its field when the file is read. Throws Failure when the file cannot be written.
 void Form4_Command1_Click(Program& program);
 /// "参数校验": loads one of the three parameter files into the boxes. Throws Failure when it cannot be read.
 void Form4_Command2_Click(Program& program);
-/// "An appear" and "An disappear": the window as such, whatever the designer's button knows of it.
-void show_designer(Program& program);
-void hide_designer(Program& program);
 /// The window is closed: when it is used next its boxes hold the texts of the design, and the help texts show.
 void Form4_Unload(Program& program);
 
@@ -56,7 +51,7 @@ extern const SheetFamily tomation_family;
 /// have found no cell; nothing more happens when the user cancels the choice of the folder.
 void qqrs(Program& program);
 extern const ReportCommand excelfile_command;
-extern const OwnTick excelfile_tick;
+extern const SheetFamily excelfile_family;
 
 /// "An keptfile": moves the files whose names hold values of a column of the open document to the output folder. The
 /// column is that in Form3.Text1(5). A file goes with the first value that its name holds; a name that the output

@@ -66,11 +66,6 @@ void show_help(Form4& form4, bool shown)
 
 } // namespace
 
-void empty_design_box(TextBox& box)
-{
-    box.set_text({});
-}
-
 void Form4_Command1_Click(Program& program)
 {
     Form4& form4 = program.form4;
@@ -96,16 +91,6 @@ void Form4_Command2_Click(Program& program)
                  U"提取设计参数，选择YES按钮，代表校验文件automation.bin,适用于An testsesame A  "
                  U"提取设计参数，选择Cancel按钮，代表校验参数文件automation2.bin ，适用于An testsesame B 提取参数。");
     if (!file.empty()) load_design(program, file);
-}
-
-void show_designer(Program& program)
-{
-    program.form4.window.set_visible(true);
-}
-
-void hide_designer(Program& program)
-{
-    program.form4.window.set_visible(false);
 }
 
 void Form4_Unload(Program& program)

@@ -1,7 +1,6 @@
 #include "designer/designer.h"
 
 #include "designer/design/design.h"
-#include "designer/run_parts.h"
 #include "runs/folder_walk.h"
 #include "runs/sheet_path.h"
 #include "runs/tasks.h"
@@ -180,6 +179,6 @@ constexpr ReportCommand excelfile_command{
         },
 };
 
-constexpr OwnTick excelfile_tick{&Form1::Timer9, excelfile_timer};
+constexpr SheetFamily excelfile_family{.timer = &Form1::Timer9, .own_tick = excelfile_timer};
 
 } // namespace tarvik

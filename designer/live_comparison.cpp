@@ -1,7 +1,6 @@
 #include "designer/designer.h"
 
 #include "designer/design/design.h"
-#include "designer/run_parts.h"
 #include "mainwindow/installation_files.h"
 #include "runs/folder_walk.h"
 #include "runs/keyed_scans.h"

@@ -1,7 +1,6 @@
 #include "designer/designer.h"
 
 #include "designer/design/design.h"
-#include "designer/run_parts.h"
 #include "mainwindow/installation_files.h"
 #include "runs/keyed_scans.h"
 #include "runs/sheet_path.h"
@@ -53,11 +52,7 @@ void excecopy8(Program& program)
 {
     Form1& form1 = program.form1;
     const Text& box = form1.query_box().text();
-    if (!form1.dbresult || !(form1.partcount > 0)) return;
-    if (!TextView(box).contains(either_command)) {
-        program.run.passed.push_back({run_key(program), U"框中已不是这个命令"});
-        return;
-    }
+    if (!(form1.partcount > 0) || !key_gets_sheet(program, either_command)) return;
     SpreadsheetTask task(program, installed(program, template_in_use(program, box)));
     transfer(program, task.sheet());
     task.save_as(plain_sheet_path(program, report_name(run_key(program))));

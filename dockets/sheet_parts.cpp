@@ -64,21 +64,6 @@ void write_items(const Program& program, TextDocument& document, std::span<const
               [&](const Cell& cell, TextView text) { document.set_cell_text(cell.row, cell.column, text); });
 }
 
-bool sheet_wanted(const Program& program, TextView command)
-{
-    return program.form1.dbresult && TextView(program.form1.query_box().text()).contains(command);
-}
-
-bool key_gets_sheet(Program& program, TextView command)
-{
-    if (sheet_wanted(program, command)) return true;
-    const int key = program.form1.batchcursor;
-    if (program.form1.dbresult && key >= 0)
-        program.run.passed.push_back(
-            {program.module1.keylist.get(static_cast<std::size_t>(key)).str(), U"框中已不是这个命令"});
-    return false;
-}
-
 bool saves_sheets(Program& program, TextView command)
 {
     const bool leads = command_leads(program, command);

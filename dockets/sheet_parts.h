@@ -45,11 +45,6 @@ void write_counts(Worksheet& sheet, int all, int in_warranty);
 void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items);
 void write_items(const Program& program, TextDocument& document, std::span<const CellItem> items);
 
-/// Whether the table comes from a scan and the query box still holds the command, without which no sheet is made.
-bool sheet_wanted(const Program& program, TextView command);
-/// The same for the key at hand of a run, which is passed over where the box holds the command no more.
-bool key_gets_sheet(Program& program, TextView command);
-
 /// Whether a sheet gets a file of its own, which it does when the command stands at the beginning of the query box.
 /// Keeps for the run's report that it does not.
 bool saves_sheets(Program& program, TextView command);

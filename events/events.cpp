@@ -1,11 +1,13 @@
 #include "events/events.h"
 
+#include "calendar/attendance/attendance.h"
 #include "columns/columns.h"
 #include "designer/designer.h"
-#include "events/commands.h"
+#include "dockets/dockets.h"
+#include "lists/lists.h"
 #include "printing/page_box.h"
 #include "reading/reading.h"
-#include "runs/batch_runner.h"
+#include "repair_rules/repair_commands.h"
 
 #include <algorithm>
 #include <array>
@@ -14,6 +16,14 @@
 namespace tarvik {
 
 namespace {
+
+// What each batch timer works on.
+std::span<const SheetFamily> sheet_families()
+{
+    static const std::array families{docket_family,   test_docket_family,   service_bill_family, service_list_family,
+                                     template_family, repair_report_family, tomation_family,     excelfile_family};
+    return families;
+}
 
 using Handler = void (*)(Program& program, Event& event);
 
@@ -51,9 +61,10 @@ void Text1_KeyPress(Program& program, Event& event)
     event.known = std::ranges::any_of(key_handlers, [&](auto* knows) { return knows(program, event); });
 }
 
+// A number box of the design, its query text or key column.
 void empty_box(Program&, Event& event)
 {
-    empty_design_box(dynamic_cast<TextBox&>(event.control));
+    dynamic_cast<TextBox&>(event.control).set_text({});
 }
 
 void close_main_window(Program& program, Event& event)
@@ -100,7 +111,7 @@ constexpr Row rows[] = {
     {Main,
      {"Timer3", "Timer4", "Timer5", "Timer6", "Timer7", "Timer8", "Timer9", "Timer10"},
      Tick,
-     [](Program& p, Event& e) { batch_tick(p, e.control, batch_timers()); }},
+     [](Program& p, Event& e) { batch_tick(p, e.control, sheet_families()); }},
 
     {FormId::Form3, {"Command1"}, Click, [](Program& p, Event& e) { Form3_Command1_Click(p, e.control.index()); }},
     {FormId::Form3, {"Form3"}, Resize, [](Program& p, Event&) { Form3_Resize(p); }},
@@ -129,6 +140,37 @@ Handler find_handler(const Event& event)
 }
 
 } // namespace
+
+CommandTable report_commands()
+{
+    static constexpr ImmediateCommand immediate[] = {
+        {.text = U"An kqtest", .run = an_kqtest, .during_runs = false},
+        {.text = U"An disappear", .run = [](Program& p) { p.form4.window.set_visible(false); }},
+        {.text = U"An appear", .run = [](Program& p) { p.form4.window.set_visible(true); }},
+        {.text = U"An statistic", .run = list_characters},
+    };
+    // One row a line, in the order in which they are tested
+    // clang-format off
+    static const std::array reports{
+        order_command,
+        prices_command,
+        keptfile_command,
+        excelfile_command,
+        tomation_command,
+        sesame_open_command,
+        docket_command,
+        service_bill_command,
+        service_list_command,
+        service_summary_command,
+        repair_report_command,
+        test_docket_command,
+        template_command_a,
+        template_command_b,
+        label_command,
+    };
+    // clang-format on
+    return {immediate, reports};
+}
 
 void start(Program& program)
 {

@@ -2,6 +2,7 @@
 
 #include "mainwindow/clipboard_events.h"
 #include "mainwindow/mainwindow.h"
+#include "runs/report_commands.h"
 
 /// What happens to the window, and which handler each of it goes to.
 namespace tarvik {
@@ -33,6 +34,9 @@ struct Event {
     bool known = false;     ///< set by a handler: the key was more than a character of a text
     bool cancelled = false; ///< set by a handler: the window stays open
 };
+
+/// The command language: every report command in the order in which the query box is tested for it.
+CommandTable report_commands();
 
 /// Brings the program from the start of the process to its shown window: joins model and handlers, then runs start-up.
 /// The front's listener must be set before.

@@ -78,6 +78,10 @@ void make_sheet(Program& program, const SheetFamily& family, TextView key)
 
 void family_tick(Program& program, const SheetFamily& family)
 {
+    if (family.own_tick) {
+        check_table(program);
+        return family.own_tick(program);
+    }
     Form1& form1 = program.form1;
     if (!form1.batchgate) return;
     form1.batchcursor += 1;
@@ -87,12 +91,6 @@ void family_tick(Program& program, const SheetFamily& family)
     }
     const Text key = key_at(program, form1.batchcursor);
     if (!key.empty()) make_sheet(program, family, key);
-}
-
-void own_tick(Program& program, const OwnTick& own)
-{
-    check_table(program);
-    own.tick(program);
 }
 
 } // namespace
@@ -127,19 +125,22 @@ void stop_run(Program& program)
     program.run.stopped = true;
 }
 
-void batch_tick(Program& program, const Control& timer, const TimerTable& table)
+Text run_key(const Program& program)
 {
-    const auto is_due = [&](const auto& row) { return &(program.form1.*row.timer) == &timer; };
+    const int cursor = program.form1.batchcursor;
+    return cursor < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(cursor)).str();
+}
+
+void batch_tick(Program& program, const Control& timer, std::span<const SheetFamily> families)
+{
     if (program.run.stop_wished) {
         stop_run(program);
         tell_failures(program, std::exchange(program.run.failures, {}));
         return;
     }
     try {
-        for (const SheetFamily& family : table.families)
-            if (is_due(family)) family_tick(program, family);
-        for (const OwnTick& own : table.own_ticks)
-            if (is_due(own)) own_tick(program, own);
+        for (const SheetFamily& family : families)
+            if (&(program.form1.*family.timer) == &timer) family_tick(program, family);
     } catch (const Failure& failure) {
         const Text key = key_at(program, program.form1.batchcursor);
         if (!key.empty()) program.run.passed.push_back({key, failure.message()});

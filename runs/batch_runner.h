@@ -16,28 +16,18 @@ namespace tarvik {
 /// One family of sheets: what its timer does with each key.
 struct SheetFamily {
     Timer Form1::*timer;
+    /// What a timer without keys does in place of all that follows.
+    void (*own_tick)(Program& program) = nullptr;
     /// Counts the key's records into partcount, and what else the family counts.
-    void (*scan)(Program& program, TextView key);
+    void (*scan)(Program& program, TextView key) = nullptr;
     /// A key whose partcount is not above 0 makes no sheet.
     bool needs_records = true;
     /// Makes the table, and what the sheet needs besides it.
     void (*prepare)(Program& program) = devision1;
     /// Makes one sheet, with the gate closed or not; ends with close_sheet(), or with stop_run().
-    void (*sheet)(Program& program);
+    void (*sheet)(Program& program) = nullptr;
     /// What else the end of a run does.
     void (*finished)(Program& program) = nullptr;
-};
-
-/// A timer that goes its own way, without keys.
-struct OwnTick {
-    Timer Form1::*timer;
-    void (*tick)(Program& program);
-};
-
-/// What the batch timers do.
-struct TimerTable {
-    std::span<const SheetFamily> families;
-    std::span<const OwnTick> own_ticks;
 };
 
 /// What is known of an earlier run is forgotten; a new one begins now.
@@ -49,11 +39,13 @@ bool run_in_progress(Form1& form1);
 /// Back to idle at once, whatever timer is on: sheetno 1, batchcursor -1, the gate open, no ending in the caption. The
 /// run counts as stopped.
 void stop_run(Program& program);
+/// The entry of keylist that the run is at; empty before its first key, behind its last, and without a run.
+Text run_key(const Program& program);
 
 /// One tick of a timer that fell due. A failure stops the run, with everything as the last finished sheet left it, and
 /// goes on to whoever reports it; so does a wish to stop it, and a key whose scan would go to the other table.
 /// Files that the run passed over until then are reported with it.
-void batch_tick(Program& program, const Control& timer, const TimerTable& table);
+void batch_tick(Program& program, const Control& timer, std::span<const SheetFamily> families);
 
 /// What every finished sheet does: opens the gate for the next tick, shows how many are left and counts.
 void close_sheet(Program& program);

@@ -25,6 +25,17 @@ std::optional<PickedFile> pick_file(Program& program, TextView filter)
     return PickedFile{parts.folder.str(), parts.name.str()};
 }
 
+bool choose_source_folder(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (form1.folderchosen) return true;
+    auto picked = pick_file(program, workbook_filter);
+    if (!picked) return false;
+    form1.sourcefolder = std::move(picked->folder);
+    form1.folderchosen = true;
+    return true;
+}
+
 std::vector<Text> walked_names(const Program& program, TextView folder)
 {
     std::vector<Text> names = program.platform.files.file_names(folder);

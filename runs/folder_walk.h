@@ -18,6 +18,10 @@ struct PickedFile {
 /// Asks for a file. Nothing when the user cancels.
 std::optional<PickedFile> pick_file(Program& program, TextView filter);
 
+/// The folder of spreadsheets that live comparisons work on: asks for one of its files unless a folder is chosen
+/// already. False when the user cancels.
+bool choose_source_folder(Program& program);
+
 /// The names of a folder's files in their order, up to the first that holds "$".
 std::vector<Text> walked_names(const Program& program, TextView folder);
 

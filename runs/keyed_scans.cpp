@@ -1,5 +1,6 @@
 #include "runs/keyed_scans.h"
 
+#include "columns/columns.h"
 #include "mainwindow/installation_files.h"
 
 namespace tarvik {
@@ -38,6 +39,12 @@ ScanResult scan_report(Program& program, TextView key, TextView path)
     program.form1.RichTextBox3.set_text(U"\r\n");
     if (!path.empty()) load_report(program, path);
     return checked_scan(program, key);
+}
+
+void take_key_rows(Program& program)
+{
+    devision1(program);
+    program.form1.rowcount = program.form1.partcount;
 }
 
 int query2(Program& program, TextView key, bool all_devices)

@@ -18,6 +18,9 @@ int query3(Program& program, TextView key, bool return_orders); ///< 3137.txt, o
 int query5(Program& program, TextView key, bool in_report);     ///< 3158.txt, or the pane's present text
 int query7(Program& program, TextView key, TextView path);      ///< the file; an empty path scans the pane
 
+/// Makes the table of the key's rows, whose number goes to rowcount. A key without rows leaves both as they were.
+void take_key_rows(Program& program);
+
 /// The scan of a sheet family: the key's lines in a report of the installation folder, counted into partcount.
 template <const std::u32string_view& report>
 void count_in_report(Program& program, TextView key)

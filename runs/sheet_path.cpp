@@ -1,6 +1,7 @@
 #include "runs/sheet_path.h"
 
 #include "platform/files/file_name.h"
+#include "runs/batch_runner.h"
 
 namespace tarvik {
 
@@ -64,6 +65,19 @@ Text claimed(Program& program, const Text& folder, const Text& name, const Text&
 bool command_leads(const Program& program, TextView command)
 {
     return TextView(program.form1.query_box().text()).starts_with(command);
+}
+
+bool sheet_wanted(const Program& program, TextView command)
+{
+    return program.form1.dbresult && TextView(program.form1.query_box().text()).contains(command);
+}
+
+bool key_gets_sheet(Program& program, TextView command)
+{
+    if (sheet_wanted(program, command)) return true;
+    if (program.form1.dbresult && program.form1.batchcursor >= 0)
+        program.run.passed.push_back({run_key(program), U"框中已不是这个命令"});
+    return false;
 }
 
 Text sheet_path(Program& program, const SheetName& name)

@@ -7,6 +7,11 @@ namespace tarvik {
 /// Whether the command stands at the very beginning of the query box. With anything before it a run makes no new files.
 bool command_leads(const Program& program, TextView command);
 
+/// Whether the table comes from a scan and the query box still holds the command, without which no sheet is made.
+bool sheet_wanted(const Program& program, TextView command);
+/// The same for the key at hand of a run, which is passed over where the box holds the command no more.
+bool key_gets_sheet(Program& program, TextView command);
+
 /// The name that a sheet asks for. All of its texts may come from reports.
 struct SheetName {
     Text folder_text;        ///< loses its points; names the sheet's folder below outfolder and begins its name

@@ -1,6 +1,6 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include "events/commands.h"
+#include "events/events.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -23,7 +23,7 @@ constexpr SheetFamily families[] = {{
 
 void batch_tick(Program& program)
 {
-    tarvik::batch_tick(program, program.form1.Timer3, {families, {}});
+    tarvik::batch_tick(program, program.form1.Timer3, families);
 }
 
 void begin(TestProgram& started, std::initializer_list<TextView> keys)
