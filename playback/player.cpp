@@ -1,61 +1,125 @@
 #include "playback/player.h"
 
-#include "playback/session.h"
-#include "scripts/actions.h"
+#include "platform/files/file_name.h"
+#include "platform/files/path_text.h"
+#include "runs/batch_runner.h"
 
 #include <string>
 
 namespace tarvik {
 
-namespace {
+namespace fs = std::filesystem;
 
-enum class Outcome { Done, Missed, Failed };
-
-Outcome play_line(Session& session, std::string_view line, const std::string& place, std::ostream& errors)
+void PlayerPrinter::print(const fs::path& file, TextView name)
 {
-    try {
-        const std::vector<Word> words = split_line(line, session.stage.holes);
-        if (!words.empty()) perform(session.stage, words);
-        return Outcome::Done;
-    } catch (const MissedExpectation& missed) {
-        errors << place << ": " << missed.what() << std::endl;
-        return Outcome::Missed;
-    } catch (const std::exception& failure) {
-        errors << place << ": " << failure.what() << std::endl;
-        return Outcome::Failed;
-    }
+    if (!folder_) throw Failure(U"没有默认打印机，不能打印：" + name);
+    const TextView document = split_path(name).name;
+    std::error_code error;
+    fs::create_directories(*folder_, error);
+    fs::copy_file(file, free_place(document), error);
+    if (error) throw Failure(U"打印失败：" + name + U"（" + from_utf8(error.message()) + U"）");
+    transcript_.line("print " + json_string(document));
 }
 
-bool start(Session& session, const Text& notice, std::ostream& errors)
+fs::path PlayerPrinter::free_place(TextView name) const
 {
-    try {
-        session.start(notice);
-        return true;
-    } catch (const std::exception& failure) {
-        errors << "start-up: " << failure.what() << std::endl;
-        return false;
-    }
+    const fs::path wanted = *folder_ / path_of(name);
+    fs::path place = wanted;
+    for (int copy = 2; fs::exists(place); ++copy)
+        place =
+            *folder_ / path_of(text_of(wanted.stem()) + U" (" + number_text(copy) + U")" + text_of(wanted.extension()));
+    return place;
 }
 
-} // namespace
+Session::Session(const Options& options, std::ostream& out, Dialogs* user_dialogs, Clipboard* user_clipboard)
+    : transcript(out), watches(transcript), clock(options.clock),
+      dialogs(transcript, answers, [this] { watches.look_at_members(); }),
+      screen(transcript, options.screen_width, options.screen_height), printer(transcript, options.print_to),
+      files(options.installation, options.drives),
+      office(make_engines(options.engine, files, printer, libreoffice, [this] { return clock.now(); })),
+      program({user_dialogs ? *user_dialogs : dialogs, user_clipboard ? *user_clipboard : clipboard, clock, files,
+               screen, printer},
+              *office),
+      stage(program, transcript, watches, answers, clock, screen, options.values)
+{
+    program.listeners.property_changed = [this](const Control& control, Property property) {
+        watches.look_at(control);
+        if (property == Property::Enabled || property == Property::Interval) stage.timers.changed(control);
+        stage.user.model_changed(control, property);
+    };
+}
+
+void Session::start(const Text& notice)
+{
+    tarvik::start(program);
+    stage.user.settle();
+    if (!notice.empty()) tell(program, notice, application_title, Icon::Exclamation);
+}
+
+// Fires the next timer that falls due until `end`; gives whether there was one.
+bool PlayerStage::fire_next(VirtualTime end)
+{
+    const auto due = timers.next();
+    if (!due || due->at > end || program.ended) return false;
+    clock_.set_elapsed(due->at);
+    timers.fired(*due->timer);
+    user.tick(*due->timer);
+    return true;
+}
+
+void PlayerStage::pass_time(std::chrono::microseconds span)
+{
+    const VirtualTime end = clock_.elapsed() + span;
+    while (fire_next(end)) {
+    }
+    clock_.set_elapsed(end);
+}
+
+void PlayerStage::run_batches(std::chrono::microseconds limit)
+{
+    const VirtualTime end = clock_.elapsed() + limit;
+    while (run_in_progress(program.form1))
+        if (!fire_next(end)) throw ScriptFailure("the run has not ended in the time that it was given");
+}
+
+Text PlayerStage::ask(const Text& name, const std::optional<Text>& preset, bool)
+{
+    asked_.insert(name);
+    if (const auto given = values_.find(name); given != values_.end()) return given->second;
+    if (!preset) throw ScriptFailure("--set " + to_utf8(name) + "=VALUE is missing");
+    return *preset;
+}
+
+void PlayerStage::begin()
+{
+    for (const auto& [name, value] : values_)
+        if (!asked_.contains(name)) throw ScriptFailure("nothing asks for --set " + to_utf8(name));
+}
 
 int play(const Options& options, std::istream& script, std::ostream& out, std::ostream& errors)
 {
     Session session(options, out);
-    if (!start(session, options.notice, errors)) return 1;
     constexpr std::string_view byte_order_mark = "\xef\xbb\xbf";
     bool held = true;
-    std::string line;
-    for (int number = 1; !session.program.ended && std::getline(script, line); ++number) {
-        std::string_view text = line;
-        if (number == 1 && text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
-        const Outcome outcome = play_line(session, text, "line " + std::to_string(number), errors);
-        if (outcome == Outcome::Failed) return 1;
-        if (outcome == Outcome::Missed) held = false;
-        if (!out) {
-            errors << "line " << number << ": the output cannot be written" << std::endl;
-            return 1;
+    std::string place = "start-up", line;
+    try {
+        session.start(options.notice);
+        for (int number = 1; !session.program.ended && std::getline(script, line); ++number) {
+            place = "line " + std::to_string(number);
+            std::string_view text = line;
+            if (number == 1 && text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
+            try {
+                const std::vector<Word> words = split_line(text, session.stage.holes);
+                if (!words.empty()) perform(session.stage, words);
+            } catch (const MissedExpectation& missed) {
+                errors << place << ": " << missed.what() << std::endl;
+                held = false;
+            }
+            if (!out) throw ScriptFailure("the output cannot be written");
         }
+    } catch (const std::exception& failure) {
+        errors << place << ": " << failure.what() << std::endl;
+        return 1;
     }
     if (script.bad()) {
         errors << "the script could not be read to its end" << std::endl;

@@ -1,11 +1,129 @@
 #pragma once
 
+#include "engines/libreoffice/libreoffice.h"
+#include "platform/files/disk_files.h"
 #include "playback/options.h"
+#include "playback/virtual_time.h"
+#include "scripts/actions.h"
 
 #include <istream>
+#include <memory>
 #include <ostream>
+#include <set>
+#include <utility>
 
 namespace tarvik {
+
+/// The clipboard of one run; the system's own is left alone.
+class PlayerClipboard final : public Clipboard {
+public:
+    void clear() override { text_ = {}; }
+    Text text() const override { return text_.str(); }
+    void set_text(TextView text) override { text_ = SharedText(text); }
+
+private:
+    SharedText text_;
+};
+
+/// A screen of a given size that nobody looks at. The context menu stays open until the script picks an entry.
+class PlayerScreen final : public Screen {
+public:
+    PlayerScreen(Transcript& transcript, double width, double height)
+        : transcript_(transcript), width_(width), height_(height)
+    {
+    }
+
+    double width() const override { return width_; }
+    double height() const override { return height_; }
+    void refresh() override {}
+    void progress(std::uint64_t, std::uint64_t) override {}
+    void popup_menu() override
+    {
+        transcript_.line("menu");
+        menu_open_ = true;
+    }
+
+    /// Gives whether the menu was open, and closes it.
+    bool close_menu() { return std::exchange(menu_open_, false); }
+
+private:
+    Transcript& transcript_;
+    double width_, height_;
+    bool menu_open_ = false;
+};
+
+/// A printer that lays a copy of what is printed into a folder. With no folder there is no printer.
+class PlayerPrinter final : public Printer {
+public:
+    PlayerPrinter(Transcript& transcript, std::optional<std::filesystem::path> folder)
+        : transcript_(transcript), folder_(std::move(folder))
+    {
+    }
+    /// Keeps what lies in the folder: a further document of the same name gets a number behind its own.
+    void print(const std::filesystem::path& file, TextView name) override;
+
+private:
+    std::filesystem::path free_place(TextView name) const;
+    Transcript& transcript_;
+    std::optional<std::filesystem::path> folder_;
+};
+
+/// Time passes by the script alone, and what is asked for comes from the options.
+class PlayerStage final : public Stage {
+public:
+    PlayerStage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_, VirtualClock& clock,
+                PlayerScreen& screen, std::map<Text, Text> values)
+        : Stage(program_, transcript_, watches_, answers_), timers(program_.form1, clock), clock_(clock),
+          screen_(screen), values_(std::move(values))
+    {
+    }
+
+    /// Fires the timers that fall due, in order.
+    void pass_time(std::chrono::microseconds span) override;
+    /// The clock then stands at the tick that ended the run.
+    void run_batches(std::chrono::microseconds limit) override;
+    bool close_menu() override { return screen_.close_menu(); }
+    Text ask(const Text& name, const std::optional<Text>& preset, bool is_file) override;
+    /// A value that no line has asked for is a ScriptFailure: it was meant for something.
+    void begin() override;
+
+    VirtualTimers timers;
+
+private:
+    bool fire_next(VirtualTime end);
+
+    VirtualClock& clock_;
+    PlayerScreen& screen_;
+    std::map<Text, Text> values_;
+    std::set<Text> asked_;
+};
+
+/// One run of the program with everything that the player puts around it.
+struct Session {
+    /// Throws OptionError when the options ask for what this system does not have. A user's dialogs and clipboard may
+    /// take the place of the script's.
+    Session(const Options& options, std::ostream& out, Dialogs* user_dialogs = nullptr,
+            Clipboard* user_clipboard = nullptr);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    Transcript transcript;
+    Watches watches;
+    VirtualClock clock;
+    Answers answers;
+    ScriptDialogs dialogs;
+    PlayerClipboard clipboard;
+    PlayerScreen screen;
+    PlayerPrinter printer;
+    DiskFiles files;
+    libreoffice::LibreOffice libreoffice;
+    std::unique_ptr<OfficeEngines> office;
+    Program program;
+    PlayerStage stage;
+
+    /// Brings the program to its shown window, then shows the notice where there is one.
+    void start(const Text& notice);
+};
 
 /// Plays a script from its first line to its last: the transcript goes to `out`, failures and missed expectations with
 /// the script's line to `errors`. Gives the exit status: 0 when the script reached its end (or the program was closed)

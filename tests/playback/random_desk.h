@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/files/path_text.h"
-#include "playback/session.h"
+#include "playback/player.h"
 #include "runs/batch_runner.h"
 #include "scripts/overheard.h"
 #include "tests/support/test_program.h"

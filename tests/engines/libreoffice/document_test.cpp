@@ -1,5 +1,5 @@
 #include "engines/packages/package.h"
-#include "playback/player_platform.h"
+#include "playback/player.h"
 #include "tests/engines/documents/document_parts.h"
 #include "tests/engines/libreoffice/office_fixture.h"
 
