@@ -1,8 +1,8 @@
 #include "fuzz/target.h"
 
-#include "tests/engines/calculation/cells_in_memory.h"
-
 #include "engines/spreadsheets/calculation/tokens.h"
+#include "engines/spreadsheets/workbook_model.h"
+#include "tests/engines/spreadsheets/workbook_parts.h"
 
 #include <algorithm>
 #include <cmath>
@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t longest_text = 32'767;
 constexpr std::size_t longest_input = 2'000;
-constexpr int most_formulas = 20;
+constexpr std::size_t most_formulas = 20;
 
 // The pieces that are taken apart, and what lies between them, are all that there is.
 void require_whole(std::string_view formula)
@@ -34,6 +34,41 @@ void require_sound(const calculation::Value& value)
     require(!std::holds_alternative<std::monostate>(value), "a result that is none");
 }
 
+std::string cell(const std::string& place, const std::string& type, const std::string& value)
+{
+    return "<c r=\"" + place + "\"" + type + ">" + value + "</c>";
+}
+
+// The first sheet's rows behind column A, of which the first few hold something, and what formulas call by name.
+test::Parts sample(const std::vector<std::string>& formulas)
+{
+    const std::string others[] = {cell("B1", "", "<v>1</v>") + cell("C1", "", "<v>43835.75</v>"),
+                                  cell("B2", "", "<v>-2.5</v>") + cell("C2", " t=\"inlineStr\"", "<is><t>a*</t></is>"),
+                                  cell("B3", " t=\"inlineStr\"", "<is><t>3</t></is>") +
+                                      cell("C3", " t=\"e\"", "<v>#N/A</v>"),
+                                  cell("B4", " t=\"b\"", "<v>1</v>")};
+    std::string rows;
+    for (std::size_t i = 0; i < std::max(formulas.size(), std::size(others)); ++i) {
+        const auto row = std::to_string(i + 1);
+        rows += "<row r=\"" + row + "\">";
+        if (i < formulas.size()) rows += cell("A" + row, "", "<f>" + ooxml::escaped(formulas[i]) + "</f>");
+        rows += (i < std::size(others) ? others[i] : "") + "</row>";
+    }
+    auto parts = test::simple_parts(rows + "<row r=\"50\">" + cell("D50", "", "<v>7</v>") + "</row>");
+    const std::string book = "xl/workbook.xml";
+    test::edit_part(parts, book, "第一张\"", "Sheet1\"");
+    test::edit_part(parts, book, "第二张", "Data");
+    test::edit_part(parts, book, "</definedNames>",
+                    "<definedName name=\"name\">Data!$B$1:$B$3</definedName>"
+                    "<definedName name=\"self\">self+name</definedName></definedNames>");
+    test::set_part(parts, "xl/worksheets/_rels/sheet1.xml.rels",
+                   "<Relationships><Relationship Id=\"r\" Type=\"t/table\" Target=\"../t.xml\"/></Relationships>");
+    test::set_part(parts, "xl/t.xml",
+                   "<table ref=\"B1:C4\" displayName=\"Table1\" totalsRowCount=\"1\"><tableColumns>"
+                   "<tableColumn name=\"b\"/><tableColumn name=\"c\"/></tableColumns></table>");
+    return parts;
+}
+
 } // namespace
 
 } // namespace tarvik::fuzz
@@ -45,38 +80,26 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace tarvik;
     using namespace tarvik::fuzz;
     auto rest = bytes_of_input(data, std::min(size, longest_input));
-    test::CellsInMemory cells({U"Sheet1", U"Data"});
-    const std::vector<std::pair<std::string_view, calculation::Value>> values{
-        {"B1", 1.0},
-        {"B2", -2.5},
-        {"B3", Text(U"3")},
-        {"B4", true},
-        {"C1", 43835.75},
-        {"C2", Text(U"a*")},
-        {"C3", calculation::CellError::NotAvailable},
-        {"D50", 7.0}};
-    for (const auto& [place, value] : values)
-        for (const int sheet : {1, 2}) cells.set(place, value, sheet);
-    cells.set_name(U"name", "Data!$B$1:$B$3");
-    cells.set_name(U"self", "self+name");
-    cells.tables[U"table1"] = {1, {{1, 2}, {4, 3}}, 1, 1, {U"b", U"c"}};
-    int row = 1;
-    for (; !rest.empty() && row <= most_formulas; ++row) {
+    std::vector<std::string> formulas;
+    while (!rest.empty() && formulas.size() < most_formulas) {
         const auto line = rest.substr(0, rest.find('\n'));
         rest.remove_prefix(std::min(line.size() + 1, rest.size()));
         require_whole(line);
-        cells.set_formula("A" + std::to_string(row), line);
-        calculation::visit_areas(
-            *cells.formula({1, {row, 1}}), {1, {row, 1}}, cells, [](int, const calculation::Range& area) {
-                require(ooxml::is_on_sheet(area.first) && ooxml::is_on_sheet(area.last) && !(area.last < area.first),
-                        "an area");
-            });
+        auto& formula = formulas.emplace_back(to_utf8(from_utf8(line)));
+        std::erase_if(formula, [](char c) { return c >= 0 && c < ' '; }); // no part holds those
     }
-    for (int formula = 1; formula < row; ++formula) {
-        try {
-            require_sound(cells.result({1, {formula, 1}}));
-        } catch (const calculation::CannotCalculate&) { // NOLINT(bugprone-empty-catch): that is one of the two
-        }
+    ooxml::WorkbookModel model(std::make_shared<const ooxml::Package>(test::make_package(sample(formulas), false)));
+    auto& recalculation = model.recalculation();
+    recalculation.update_all();
+    for (ooxml::FormulaIndex::Number number = 0; number < recalculation.index().size(); ++number) {
+        const auto& formula = recalculation.index()[number];
+        calculation::visit_areas(*formula.formula, {formula.sheet, formula.place()}, recalculation.index().names(),
+                                 [](int, const ooxml::Range& area) {
+                                     require(ooxml::is_on_sheet(area.first) && ooxml::is_on_sheet(area.last) &&
+                                                 !(area.last < area.first),
+                                             "an area");
+                                 });
+        if (!recalculation.failed().contains(number)) require_sound(model.sheet(formula.sheet).value(formula.place()));
     }
     return 0;
 }

@@ -112,7 +112,7 @@ pugi::xml_node formula_element(WorkbookModel& model, const IndexedFormula& formu
 std::vector<bool> with_dependents(const FormulaIndex& index, std::vector<Number> met)
 {
     std::vector<bool> marked(index.size());
-    std::vector<RangeSet::Taken> taken(static_cast<std::size_t>(index.names().sheet_count()));
+    std::vector<RangeSet::Taken> taken(index.sheet_count());
     for (const auto number : met) marked[number] = true;
     while (!met.empty()) {
         const auto& formula = index[met.back()];

@@ -1,12 +1,13 @@
 #include "engines/spreadsheets/cell_values.h"
 
+#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/dates.h"
+#include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/cell_text.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <cmath>
 #include <optional>
 
@@ -37,49 +38,17 @@ Text number_or_as_written(std::string_view written)
     return number ? number_text(*number) : from_utf8(written);
 }
 
-// A number of so many digits there, as long as it is no more than `most`.
-std::optional<int> part_of(std::string_view text, std::size_t at, std::size_t count, int most)
-{
-    if (at + count > text.size()) return std::nullopt;
-    const auto number = parsed<int>(text.substr(at, count));
-    return number && *number >= 0 && *number <= most ? number : std::nullopt;
-}
-
-// "2024-05-06" as the number of its day.
-std::optional<int> day_number(std::string_view date, bool counts_from_1904)
-{
-    constexpr int most_years = 9999, most_months = 12, most_days = 31;
-    const auto year = part_of(date, 0, 4, most_years);
-    const auto month = part_of(date, 5, 2, most_months);
-    const auto day = part_of(date, 8, 2, most_days);
-    if (!year || !month || !day || date[4] != '-' || date[7] != '-') return std::nullopt;
-    if (!(std::chrono::year(*year) / *month / *day).ok()) return std::nullopt;
-    return static_cast<int>(calculation::day_number(*year, *month, *day, counts_from_1904));
-}
-
-// "12:00:00.25" as a part of the day, to the nearest second.
-std::optional<double> part_of_day(std::string_view time)
-{
-    constexpr int hours_of_day = 24, most = 59, seconds_of_minute = 60, seconds_of_hour = 3600;
-    const auto hours = part_of(time, 0, 2, hours_of_day);
-    const auto minutes = part_of(time, 3, 2, most);
-    if (!hours || !minutes || time[2] != ':') return std::nullopt;
-    const auto seconds = part_of(time, 6, 2, most).value_or(0);
-    const bool rounds_up = time.size() > 9 && time[8] == '.' && time[9] >= '5' && time[9] <= '9';
-    const int all = *hours * seconds_of_hour + *minutes * seconds_of_minute + seconds + (rounds_up ? 1 : 0);
-    return static_cast<double>(all) / (hours_of_day * seconds_of_hour);
-}
-
-// Of "2024-05-06T12:00:00", a date alone or a time alone; nothing for another form.
+// Of "2024-05-06T12:00:00", a date alone or a time alone, to the nearest second; nothing for another form.
 std::optional<double> serial_number(std::string_view written, bool counts_from_1904)
-{
-    if (const auto time = part_of_day(written)) return time;
-    const auto day = day_number(written, counts_from_1904);
-    if (!day) return std::nullopt;
-    constexpr std::size_t date_length = 10;
-    if (written.size() == date_length) return *day;
-    const auto time = part_of_day(written.substr(date_length + 1));
-    return time ? std::optional(*day + *time) : std::nullopt;
+try {
+    auto text = from_utf8(written);
+    if (text.ends_with(U'Z')) text.pop_back();
+    std::ranges::replace(text, U'T', U' ');
+    const auto number = calculation::parse_number(text, counts_from_1904);
+    return number ? std::optional(std::round(*number * calculation::seconds_of_day) / calculation::seconds_of_day)
+                  : std::nullopt;
+} catch (const calculation::CannotCalculate&) {
+    return std::nullopt;
 }
 
 // Of a text in the table.

@@ -1,13 +1,50 @@
 #include "engines/spreadsheets/formula_groups.h"
 
 #include "engines/packages/xml_part.h"
-#include "engines/spreadsheets/formula_shift.h"
+#include "engines/spreadsheets/calculation/tokens.h"
 
 namespace tarvik::ooxml {
 
 namespace {
 
-constexpr long long most_groups = 1LL << 30U; // whatever number the part gives one
+std::string shifted_corner(std::string_view word, int rows, int columns)
+{
+    const auto corner = calculation::parse_corner(word);
+    if (!corner) return std::string(word);
+    std::string shifted;
+    if (corner->column) {
+        if (corner->is_column_fixed) shifted += '$';
+        shifted +=
+            column_name(wrapped(*corner->column + (corner->is_column_fixed ? 0 : columns), last_column_of_sheet));
+    }
+    if (corner->row) {
+        if (corner->is_row_fixed) shifted += '$';
+        shifted += std::to_string(wrapped(*corner->row + (corner->is_row_fixed ? 0 : rows), last_row_of_sheet));
+    }
+    return shifted;
+}
+
+// The formula as it reads when its cell moves by so many rows and columns: relative references move along, absolute
+// ones stay. A reference that leaves the sheet comes back in at the other side.
+std::string shifted_formula(std::string_view formula, int rows, int columns)
+{
+    using calculation::TokenKind;
+    std::string shifted;
+    std::size_t copied = 0;
+    calculation::Tokens tokens(formula);
+    for (auto token = tokens.next(); token.kind != TokenKind::End; token = tokens.next()) {
+        if (token.kind == TokenKind::Bad) break; // the rest is no formula
+        if (token.kind != TokenKind::Cell && token.kind != TokenKind::Lines) continue;
+        const auto start = static_cast<std::size_t>(token.text.data() - formula.data());
+        shifted += formula.substr(copied, start - copied);
+        copied = start + token.text.size();
+        const auto colon = std::min(token.text.find(':'), token.text.size());
+        shifted += shifted_corner(token.text.substr(0, colon), rows, columns);
+        if (token.kind == TokenKind::Lines)
+            shifted.append(":").append(shifted_corner(token.text.substr(colon + 1), rows, columns));
+    }
+    return shifted += formula.substr(copied);
+}
 
 } // namespace
 
@@ -26,21 +63,15 @@ FormulaGroups::FormulaGroups(const SheetCells& cells) : cells_(cells)
     cells_.visit_formulas([&](Place place, pugi::xml_node cell) {
         FormulaElement formula(cell);
         if (formula.filled && formula.filled->first != formula.filled->last) filled_ranges_.push_back(*formula.filled);
-        if (formula.kind == FormulaElement::Shared) add_shared(place, std::move(formula), masters);
+        if (formula.kind != FormulaElement::Shared) return;
+        if (formula.is_master()) {
+            masters.insert_or_assign(formula.group, place);
+            shared_[place].formula = std::move(formula.text);
+        } else if (const auto master = masters.find(formula.group); formula.text.empty() && master != masters.end()) {
+            shared_[master->second].others.push_back(place);
+        }
     });
     filled_ = RangeSet(filled_ranges_);
-}
-
-void FormulaGroups::add_shared(Place place, FormulaElement formula, std::map<std::string, Place>& masters)
-{
-    last_number_ = std::max(last_number_, std::min(formula.node.attribute("si").as_llong(), most_groups));
-    const auto master = masters.find(formula.group);
-    if (formula.is_master()) {
-        masters.insert_or_assign(std::move(formula.group), place);
-        shared_[place].formula = std::move(formula.text);
-    } else if (formula.text.empty() && master != masters.end()) {
-        shared_[master->second].others.push_back(place);
-    }
 }
 
 std::vector<Range> FormulaGroups::fillings(const std::vector<Place>& cells) const
@@ -64,41 +95,31 @@ void FormulaGroups::refuse_parts(const Range& area, const std::vector<Place>& ce
 
 void FormulaGroups::release(const Range& area, const std::vector<Place>& cells)
 {
+    constexpr std::size_t most_bytes = 32U << 20U;
     refuse_parts(area, cells);
-    auto pieces = pieces_left(cells);
+    std::vector<std::pair<Place, Place>> left; // with the cells that stated their formulas
+    std::size_t bytes = 0;
+    for (const auto master : cells) {
+        const auto group = shared_.find(master);
+        if (group == shared_.end()) continue;
+        for (const auto place : group->second.others) {
+            if (std::binary_search(cells.begin(), cells.end(), place) || !still_shares(place)) continue;
+            left.emplace_back(place, master);
+            bytes += group->second.formula.size();
+        }
+        if (bytes > most_bytes) throw Damage(U"这些单元格的公式由过多的单元格共用，不能改写。");
+    }
     if (!fillings(cells).empty()) {
         std::erase_if(filled_ranges_, [&](const Range& range) { return area.contains(range); });
         filled_ = RangeSet(filled_ranges_);
     }
-    for (auto& piece : pieces) share_anew(piece.master, std::move(piece.cells));
-    for (const auto place : cells) shared_.erase(place);
-}
-
-// What is left of the groups whose formula is stated by one of the cells. A group's first cell must be its upper left
-// one, so cells that lie further left make a piece of their own.
-std::vector<FormulaGroups::Piece> FormulaGroups::pieces_left(const std::vector<Place>& overwritten) const
-{
-    constexpr std::size_t most_pieces = 1000, most_bytes = 8U << 20U; // each states the formula once more
-    std::vector<Piece> pieces;
-    std::size_t bytes = 0;
-    for (const auto master : overwritten) {
-        const auto group = shared_.find(master);
-        if (group == shared_.end()) continue;
-        std::vector<Place> left;
-        for (const auto place : group->second.others)
-            if (!std::binary_search(overwritten.begin(), overwritten.end(), place) && still_shares(place))
-                left.push_back(place);
-        while (!left.empty()) {
-            const auto is_right = [first = left.front()](Place place) { return place.column >= first.column; };
-            const auto end = std::stable_partition(left.begin(), left.end(), is_right);
-            pieces.push_back({master, {left.begin(), end}});
-            left.erase(left.begin(), end);
-            bytes += group->second.formula.size();
-            if (pieces.size() > most_pieces || bytes > most_bytes)
-                throw Damage(U"这些单元格的公式由过多的单元格共用，不能改写。");
-        }
+    for (const auto& [place, master] : left) {
+        auto formula = child_named(cells_.find(place), "f");
+        set_raw_text(formula, escaped(shifted_formula(shared_.at(master).formula, place.row - master.row,
+                                                      place.column - master.column)));
+        for (const char* name : {"t", "ref", "si"}) formula.remove_attribute(name);
     }
-    return pieces;
+    for (const auto place : cells) shared_.erase(place);
 }
 
 // A cell of a group may have been overwritten meanwhile.
@@ -106,28 +127,6 @@ bool FormulaGroups::still_shares(Place place) const
 {
     const FormulaElement formula(cells_.find(place));
     return formula.kind == FormulaElement::Shared && formula.text.empty();
-}
-
-// The first of the cells states from now on what the master stated.
-void FormulaGroups::share_anew(Place master, std::vector<Place> cells)
-{
-    const auto first = cells.front();
-    auto formula = child_named(cells_.find(first), "f");
-    auto text = shifted_formula(shared_.at(master).formula, first.row - master.row, first.column - master.column);
-    set_raw_text(formula, escaped(text));
-    if (cells.size() == 1) {
-        for (const char* name : {"t", "ref", "si"}) formula.remove_attribute(name);
-        return;
-    }
-    Range range{first, first};
-    const auto number = std::to_string(++last_number_);
-    for (const auto place : cells) {
-        range.include(place);
-        set_attribute(child_named(cells_.find(place), "f"), "si", number);
-    }
-    set_attribute(formula, "ref", range_name(range));
-    cells.erase(cells.begin());
-    shared_.insert_or_assign(first, Shared{std::move(text), std::move(cells)});
 }
 
 } // namespace tarvik::ooxml

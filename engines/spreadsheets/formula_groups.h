@@ -38,8 +38,9 @@ public:
     /// Damage when overwriting the cells would leave a part of an array formula or a data table outside of the area,
     /// which is all that may be overwritten.
     void refuse_parts(const Range& area, const std::vector<Place>& cells) const;
-    /// To be called before these cells, in the order of the part, are overwritten. Of other cells that share a formula
-    /// of one of them the first holds it from now on. Damage as above, with nothing changed.
+    /// To be called before these cells, in the order of the part, are overwritten. Other cells that share a formula of
+    /// one of them state their own from now on. Damage as above, or where that would take too much, with nothing
+    /// changed.
     void release(const Range& area, const std::vector<Place>& cells);
 
 private:
@@ -47,21 +48,13 @@ private:
         std::string formula;
         std::vector<Place> others;
     };
-    struct Piece {
-        Place master; // of the group that it was
-        std::vector<Place> cells;
-    };
 
-    void add_shared(Place place, FormulaElement formula, std::map<std::string, Place>& masters);
-    std::vector<Piece> pieces_left(const std::vector<Place>& overwritten) const;
-    void share_anew(Place master, std::vector<Place> cells);
     bool still_shares(Place place) const;
 
     const SheetCells& cells_;
     std::vector<Range> filled_ranges_; // of more than one cell
     RangeSet filled_;                  // the same
     std::map<Place, Shared> shared_;   // by the cell that states the formula
-    long long last_number_ = 0;        // of a group
 };
 
 } // namespace tarvik::ooxml

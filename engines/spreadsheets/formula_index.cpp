@@ -2,6 +2,7 @@
 
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
+#include "engines/spreadsheets/protected_areas.h"
 
 #include <algorithm>
 
@@ -11,55 +12,73 @@ namespace {
 
 using calculation::FormulaPointer;
 
-// The formulas of a sheet as its part states them, those that share one with it.
-class FormulaReader {
-public:
-    IndexedFormula read(int sheet, Place place, pugi::xml_node cell)
-    {
-        const FormulaElement element(cell);
-        IndexedFormula formula{nullptr,
-                               sheet,
-                               {place, place},
-                               element.kind == FormulaElement::Array,
-                               element.kind == FormulaElement::DataTable,
-                               CellValues::has_result(cell)};
-        if (element.filled && element.filled->first == place) formula.range = *element.filled;
-        if (element.kind != FormulaElement::DataTable) formula.formula = parsed(element, place);
-        return formula;
-    }
-
-private:
-    FormulaPointer parsed(const FormulaElement& element, Place place)
-    {
-        const auto found = shared_.find(element.group);
-        if (element.kind == FormulaElement::Shared && element.text.empty() && found != shared_.end())
-            return found->second;
-        auto formula = calculation::parse(element.text, place);
-        if (element.is_master()) shared_.insert_or_assign(element.group, formula);
-        return formula;
-    }
-
-    std::map<std::string, FormulaPointer> shared_; // by the groups
-};
+void read_tables(const Package& package, int sheet, const std::string& part, std::map<Text, calculation::Table>& tables)
+try {
+    visit_related(package, part, "table", "table", [&](pugi::xml_node node) {
+        const auto range = parse_range(attribute_text(node, "ref"));
+        if (!range) return;
+        const bool has_filter = child_named(child_named(node, "autoFilter"), "filterColumn");
+        calculation::Table table{
+            sheet,      *range, node.attribute("headerRowCount").as_int(1), node.attribute("totalsRowCount").as_int(0),
+            has_filter, {}};
+        for (const auto column : child_named(node, "tableColumns").children())
+            table.columns.push_back(from_utf8(attribute_text(column, "name")));
+        auto name = attribute_text(node, "displayName");
+        if (name.empty()) name = attribute_text(node, "name");
+        tables.try_emplace(lower(from_utf8(name)), std::move(table));
+    });
+} catch (const Damage&) { // NOLINT(bugprone-empty-catch): it is none
+}
 
 } // namespace
 
-FormulaIndex::FormulaIndex(WorkbookNames names, NumberFormats formats)
-    : names_(std::move(names)), formats_(std::move(formats))
+calculation::Names read_names(const Package& package, pugi::xml_node workbook, const std::vector<ListedSheet>& sheets)
 {
+    calculation::Names names;
+    int number = 0;
+    for (const auto& sheet : sheets) {
+        names.sheets.emplace(lower(sheet.title), ++number);
+        read_tables(package, number, sheet.part, names.tables);
+    }
+    for (const auto node : child_named(workbook, "definedNames").children()) {
+        if (!is_named(node, "definedName")) continue;
+        int sheet = 0;
+        if (const auto position = node.attribute("localSheetId")) {
+            const auto owner = std::ranges::find(sheets, position.as_int(-1), &ListedSheet::position);
+            if (owner == sheets.end()) continue;
+            sheet = static_cast<int>(owner - sheets.begin()) + 1;
+        }
+        names.formulas.try_emplace({lower(from_utf8(attribute_text(node, "name"))), sheet},
+                                   calculation::parse(element_text(node), {1, 1}));
+    }
+    return names;
 }
 
 void FormulaIndex::add_sheet(const SheetCells* cells)
 {
     auto& sheet = sheets_.emplace_back();
     sheet.begin = static_cast<Number>(formulas_.size());
-    FormulaReader reader;
-    if (cells) {
-        cells->visit_formulas([&](Place place, pugi::xml_node cell) {
-            formulas_.push_back(reader.read(static_cast<int>(sheets_.size()), place, cell));
-            if (const auto& range = formulas_.back().range; range.first != range.last) sheet.filled.push_back(range);
-        });
-    }
+    std::map<std::string, FormulaPointer> shared; // by the groups
+    const auto parsed = [&shared](const FormulaElement& element, Place place) {
+        const auto found = shared.find(element.group);
+        if (element.kind == FormulaElement::Shared && element.text.empty() && found != shared.end())
+            return found->second;
+        auto formula = calculation::parse(element.text, place);
+        if (element.is_master()) shared.insert_or_assign(element.group, formula);
+        return formula;
+    };
+    const auto add = [&](Place place, pugi::xml_node cell) {
+        const FormulaElement element(cell);
+        auto& formula = formulas_.emplace_back();
+        formula.sheet = static_cast<int>(sheets_.size());
+        formula.range = element.filled && element.filled->first == place ? *element.filled : Range{place, place};
+        formula.is_array = element.kind == FormulaElement::Array;
+        formula.is_volatile = element.kind == FormulaElement::DataTable;
+        formula.has_result = CellValues::has_result(cell);
+        if (element.kind != FormulaElement::DataTable) formula.formula = parsed(element, place);
+        if (formula.range.first != formula.range.last) sheet.filled.push_back(formula.range);
+    };
+    if (cells) cells->visit_formulas(add);
     sheet.end = static_cast<Number>(formulas_.size());
     sheet.filled_set = RangeSet(sheet.filled);
 }

@@ -1,14 +1,26 @@
 #pragma once
 
+#include "engines/packages/package.h"
+#include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/number_formats.h"
 #include "engines/spreadsheets/range_set.h"
 #include "engines/spreadsheets/sheet_cells.h"
-#include "engines/spreadsheets/workbook_names.h"
 
 #include <cstdint>
 #include <span>
 
 namespace tarvik::ooxml {
+
+/// A worksheet as the workbook lists it.
+struct ListedSheet {
+    Text title;
+    std::string part;
+    int position = 0; ///< among all sheets of the workbook, chart sheets included; from 0
+};
+
+/// The sheets, defined names and tables of a workbook. A damaged table is none: a formula that names it cannot be
+/// calculated.
+calculation::Names read_names(const Package& package, pugi::xml_node workbook, const std::vector<ListedSheet>& sheets);
 
 /// A formula of a workbook, as it was opened.
 struct IndexedFormula {
@@ -29,14 +41,18 @@ public:
     using Number = std::uint32_t; ///< of a formula; they go sheet by sheet and row by row
     static constexpr Number none = static_cast<Number>(-1);
 
-    FormulaIndex(WorkbookNames names, NumberFormats formats);
+    FormulaIndex(calculation::Names names, NumberFormats formats)
+        : names_(std::move(names)), formats_(std::move(formats))
+    {
+    }
     /// Adds the next sheet; `cells`, which hold what the package does, may be null where there is no formula.
     void add_sheet(const SheetCells* cells);
     /// To be called when all are added, ahead of all else.
     void finish();
 
-    const WorkbookNames& names() const noexcept { return names_; }
+    const calculation::Names& names() const noexcept { return names_; }
     const NumberFormats& formats() const noexcept { return formats_; }
+    std::size_t sheet_count() const noexcept { return sheets_.size(); }
     std::size_t size() const noexcept { return formulas_.size(); }
     const IndexedFormula& operator[](Number number) const { return formulas_[number]; }
     std::span<const Number> volatile_ones() const noexcept { return volatile_; }
@@ -74,7 +90,7 @@ private:
     const Sheet& sheet_at(int sheet) const { return sheets_[static_cast<std::size_t>(sheet - 1)]; }
     void visit_areas(IndexedFormula& formula, Number number);
 
-    WorkbookNames names_;
+    calculation::Names names_;
     NumberFormats formats_;
     std::vector<IndexedFormula> formulas_;
     std::vector<Number> volatile_;

@@ -1,9 +1,5 @@
 #include "engines/spreadsheets/protected_areas.h"
 
-#include "engines/packages/relationships.h"
-
-#include <set>
-
 namespace tarvik::ooxml {
 
 namespace {
@@ -38,35 +34,14 @@ void add_pivot(pugi::xml_node pivot, std::vector<Range>& pivots)
 
 } // namespace
 
-AreaReader::Areas AreaReader::areas_in(const XmlPart& part, bool is_table)
+ProtectedAreas::ProtectedAreas(const Package& package, std::string_view sheet)
 {
-    Areas areas;
-    if (is_table) add_header(part.root(), areas.headers);
-    else add_pivot(part.root(), areas.pivots);
-    return areas;
-}
-
-ProtectedAreas AreaReader::areas_of(std::string_view sheet_name)
-{
-    std::vector<Range> headers;
-    std::vector<Range> pivots;
-    std::set<std::string> met;
-    const Relationships relationships(package_, sheet_name);
-    for (const auto& one : relationships.all()) {
-        const bool is_table = one.kind() == "table";
-        if ((!is_table && one.kind() != "pivotTable") || !package_.has(one.target)) continue;
-        const auto key = part_key(one.target);
-        if (!met.insert(key).second) continue;
-        auto known = known_.find(key);
-        if (known == known_.end()) {
-            const XmlPart part(one.target, package_.part(one.target), is_table ? "table" : "pivotTableDefinition",
-                               Vocabulary::Spreadsheet);
-            known = known_.emplace(key, areas_in(part, is_table)).first;
-        }
-        headers.insert(headers.end(), known->second.headers.begin(), known->second.headers.end());
-        pivots.insert(pivots.end(), known->second.pivots.begin(), known->second.pivots.end());
-    }
-    return {RangeSet(headers), RangeSet(pivots)};
+    std::vector<Range> header_rows, bodies;
+    visit_related(package, sheet, "table", "table", [&](pugi::xml_node table) { add_header(table, header_rows); });
+    visit_related(package, sheet, "pivotTable", "pivotTableDefinition",
+                  [&](pugi::xml_node pivot) { add_pivot(pivot, bodies); });
+    headers = RangeSet(header_rows);
+    pivots = RangeSet(bodies);
 }
 
 } // namespace tarvik::ooxml

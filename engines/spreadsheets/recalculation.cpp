@@ -30,7 +30,7 @@ void each_cell(const Range& range, Work&& work)
 
 Recalculation::Recalculation(std::shared_ptr<const FormulaIndex> index, Surroundings surroundings)
     : index_(std::move(index)), surroundings_(std::move(surroundings)), calculator_(*this),
-      states_(index_->size(), State::Current), sheets_(static_cast<std::size_t>(index_->names().sheet_count()))
+      states_(index_->size(), State::Current), sheets_(index_->sheet_count())
 {
     for (Number number = 0; number < index_->size(); ++number)
         if (!(*index_)[number].has_result) make_old(number, State::Missing);
@@ -197,9 +197,8 @@ std::vector<Value> Recalculation::results_of(const IndexedFormula& formula)
     if (cells_of(formula.range) > largest_filled) throw CannotCalculate("large array formula");
     if (work_ > most_work) throw CannotCalculate("too many cells");
     const CellAddress at{formula.sheet, formula.place()};
-    if (!formula.is_array) return {calculator_.calculate(*formula.formula, at)};
-    calculation::Calculator::Form form{true, 0, 0, formula.range.last.row - at.place.row + 1,
-                                       formula.range.last.column - at.place.column + 1};
+    if (!formula.is_array) return {calculator_.calculate(*formula.formula, at, {})};
+    calculation::Calculator::Form form{.is_array = true};
     std::vector<Value> results;
     each_cell(formula.range, [&](Place place) {
         form.row = place.row - at.place.row;
@@ -295,8 +294,12 @@ bool Recalculation::is_row_hidden(int sheet, int row) const
 
 bool Recalculation::is_row_filtered(int sheet, int row) const
 {
+    // A hidden row of a table with a filter is hidden by that.
     return part(sheet).is_row_filtered(row) ||
-           (part(sheet).is_row_hidden(row) && index_->names().is_in_filtered_table(sheet, row));
+           (part(sheet).is_row_hidden(row) && std::ranges::any_of(names().tables, [=](const auto& one) {
+                const auto& [first, last] = one.second.range;
+                return one.second.has_filter && one.second.sheet == sheet && row >= first.row && row <= last.row;
+            }));
 }
 
 calculation::FormulaPointer Recalculation::formula(const CellAddress& cell) const

@@ -27,6 +27,15 @@ const char* plain_text(pugi::xml_node item)
     return characters.value();
 }
 
+bool holds_nothing(pugi::xml_node item)
+{
+    const auto children = item.children();
+    return std::all_of(children.begin(), children.end(), [](const auto& child) {
+        const auto pieces = text_of_run(child).children();
+        return std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) { return *piece.value() == 0; });
+    });
+}
+
 } // namespace
 
 Text rich_text(pugi::xml_node item)
@@ -39,7 +48,9 @@ Text rich_text(pugi::xml_node item)
 SharedStrings::SharedStrings(XmlPart part) : part_(std::move(part))
 {
     for (const auto child : part_.root().children()) {
-        if (is_named(child, "si")) items_.push_back(child);
+        if (!is_named(child, "si")) continue;
+        items_.push_back(child);
+        is_empty_.push_back(holds_nothing(child));
     }
     if (!items_.empty()) last_ = items_.back();
 }
@@ -55,16 +66,7 @@ bool SharedStrings::is_empty(std::size_t index) const
 {
     if (!has(index)) return true;
     if (index >= items_.size()) return added_[index - items_.size()].empty();
-    if (emptiness_.size() < items_.size()) emptiness_.resize(items_.size(), Emptiness::Unknown);
-    if (emptiness_[index] == Emptiness::Unknown) {
-        const auto children = items_[index].children();
-        const bool holds_none = std::all_of(children.begin(), children.end(), [](const auto& child) {
-            const auto pieces = text_of_run(child).children();
-            return std::all_of(pieces.begin(), pieces.end(), [](const auto& piece) { return *piece.value() == 0; });
-        });
-        emptiness_[index] = holds_none ? Emptiness::Empty : Emptiness::Filled;
-    }
-    return emptiness_[index] == Emptiness::Empty;
+    return is_empty_[index];
 }
 
 void SharedStrings::index_plain_items()
@@ -90,20 +92,17 @@ std::size_t SharedStrings::add(const std::string& raw)
 
 void SharedStrings::lay_down_added()
 {
-    constexpr std::size_t text_at_once = std::size_t{1} << 16;
+    if (laid_down_ == added_.size()) return;
     auto root = part_.root();
     const auto item = name_like(root, "si"), text = name_like(root, "t");
-    const std::string beginning = "<" + item + "><" + text, end = "</" + text + "></" + item + ">";
     std::string items;
-    while (laid_down_ < added_.size()) {
-        const auto& raw = added_[laid_down_++];
-        items.append(beginning).append(needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
-        items.append(raw).append(end);
-        if (items.size() < text_at_once && laid_down_ < added_.size()) continue;
-        last_ = last_ ? root.insert_child_after(pugi::node_pcdata, last_) : root.prepend_child(pugi::node_pcdata);
-        last_.set_value(items.c_str());
-        items.clear();
+    for (; laid_down_ < added_.size(); ++laid_down_) {
+        const auto& raw = added_[laid_down_];
+        items.append("<" + item + "><" + text).append(needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
+        items.append(raw).append("</" + text + "></" + item + ">");
     }
+    last_ = last_ ? root.insert_child_after(pugi::node_pcdata, last_) : root.prepend_child(pugi::node_pcdata);
+    last_.set_value(items.c_str());
 }
 
 const XmlPart& SharedStrings::settle()

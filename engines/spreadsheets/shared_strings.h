@@ -39,8 +39,7 @@ private:
     pugi::xml_node last_;               // of the texts in the part
     std::deque<std::string> added_;     // raw texts; as elements they would take several times the memory
     std::size_t laid_down_ = 0;         // so many of those are in the part
-    enum class Emptiness : char { Unknown, Empty, Filled };
-    mutable std::vector<Emptiness> emptiness_; // of the items: many cells may ask for one of a thousand runs
+    std::vector<bool> is_empty_;        // of the items: many cells may ask for one of a thousand runs
     std::unordered_map<std::string_view, std::size_t> plain_; // raw text, held by the tree or among the added, to index
     bool plain_is_indexed_ = false;
     long long reference_difference_ = 0;

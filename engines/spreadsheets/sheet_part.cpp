@@ -1,5 +1,7 @@
 #include "engines/spreadsheets/sheet_part.h"
 
+#include "engines/spreadsheets/workbook_model.h"
+
 namespace tarvik::ooxml {
 
 namespace {
@@ -25,9 +27,9 @@ bool is_formula(pugi::xml_node cell)
 } // namespace
 
 SheetPart::SheetPart(int number, std::string name, const std::string& contents, CellValues& values,
-                     ProtectedAreas areas, FormulaResults& results)
+                     ProtectedAreas areas, WorkbookModel& workbook)
     : number_(number), part_(std::move(name), contents, "worksheet", Vocabulary::Spreadsheet), cells_(part_.root()),
-      formulas_(cells_), merged_(part_.root()), values_(values), areas_(std::move(areas)), results_(results)
+      formulas_(cells_), merged_(part_.root()), values_(values), areas_(std::move(areas)), workbook_(workbook)
 {
     cells_.visit(whole_sheet, [&values](Place, pugi::xml_node cell) { values.check(cell); });
 }
@@ -35,7 +37,7 @@ SheetPart::SheetPart(int number, std::string name, const std::string& contents, 
 // As long as nothing is written every result that the part holds is of now.
 bool SheetPart::needs_update(pugi::xml_node cell) const
 {
-    return results_.is_prepared() || !CellValues::has_result(cell);
+    return workbook_.has_recalculation() || !CellValues::has_result(cell);
 }
 
 // The cell's element with its value of now, or a null node.
@@ -44,7 +46,7 @@ pugi::xml_node SheetPart::current(Place place) const
     check(place);
     const auto cell = cells_.find(place);
     if ((!is_formula(cell) && !formulas_.fills(place)) || !needs_update(cell)) return cell;
-    results_.update(number_, {place, place});
+    workbook_.update(number_, {place, place});
     return cells_.find(place);
 }
 
@@ -68,7 +70,7 @@ bool SheetPart::is_empty(Place place) const
 
 bool SheetPart::is_date(Place place) const
 {
-    return number(place) && results_.shows_dates(cells_.find(place).attribute("s").as_uint());
+    return number(place) && workbook_.shows_dates(cells_.find(place).attribute("s").as_uint());
 }
 
 CellValue SheetPart::held(Place place) const
@@ -87,7 +89,7 @@ bool SheetPart::is_blank(const Range& range) const
 bool SheetPart::write(Place place, const CellValue& value)
 {
     check(place);
-    results_.prepare();
+    workbook_.recalculation();
     const auto* range = merged_.find(place);
     return range ? write_to_merged(*range, place, value) : write_cell(place, value);
 }
@@ -98,7 +100,7 @@ bool SheetPart::write_to_merged(const Range& range, Place place, const CellValue
     const auto outcome = merged_texts_.write(range.first, place, value, held(range.first));
     if (outcome.splits) {
         merged_.split(range);
-        results_.split(number_, range);
+        workbook_.split(number_, range);
         part_.changed = true;
     }
     bool is_changed = outcome.splits;
@@ -116,12 +118,12 @@ bool SheetPart::write_cell(Place place, const CellValue& value)
     const auto cell = is_nothing(value) ? cells_.find(place) : cells_.ensure(place);
     const auto plain = text ? plain_number(*text) : std::get<double>(value);
     if (is_nothing(value)) values_.erase(cell);
-    else if (!text || (plain && results_.takes_numbers(number_, place, cell.attribute("s").as_uint()))) {
+    else if (!text || (plain && workbook_.takes_numbers(number_, place, cell.attribute("s").as_uint()))) {
         values_.write_number(cell, *plain);
     } else {
         values_.write_text(cell, *text);
     }
-    results_.touch(number_, place);
+    workbook_.touch(number_, place);
     part_.changed = true;
     return true;
 }
@@ -142,7 +144,7 @@ std::vector<Place> SheetPart::filled_cells(const Range& range)
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
         has_old = has_old || ((is_formula(cell) || formulas_.fills(place)) && needs_update(cell));
     });
-    if (has_old) results_.update(number_, range);
+    if (has_old) workbook_.update(number_, range);
     std::vector<Place> filled;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
         if (!values_.is_empty(cell)) filled.push_back(place);
@@ -164,7 +166,7 @@ int SheetPart::clear(const Range& range)
     if (filled.empty()) return 0;
     for (const auto place : filled) refuse_protected(place);
     formulas_.refuse_parts(range, filled);
-    results_.prepare();
+    workbook_.recalculation();
     std::vector<Place> texts, formulas;
     for (const auto place : filled)
         (is_formula(cells_.find(place)) || formulas_.fills(place) ? formulas : texts).push_back(place);
@@ -190,7 +192,7 @@ void SheetPart::erase(const Range& area, const std::vector<Place>& places)
     for (const auto place : places) {
         values_.erase(cells_.find(place));
         merged_texts_.forget(place);
-        results_.touch(number_, place);
+        workbook_.touch(number_, place);
     }
     part_.changed = part_.changed || !places.empty();
 }
@@ -255,16 +257,8 @@ void SheetPart::drop_results(const Range& range)
 
 bool may_have_formulas(std::string_view contents) noexcept
 {
-    // "<f>", "<x:f ca='1'>" and the like; "</f" does not matter.
-    for (auto at = contents.find('f'); at != std::string_view::npos; at = contents.find('f', at + 1)) {
-        if (at == 0 || at + 1 >= contents.size()) continue;
-        const char before = contents[at - 1];
-        const char behind = contents[at + 1];
-        const bool begins = before == '<' || before == ':';
-        if (begins && (behind == '>' || behind == '/' || behind == ' ' || (behind >= '\t' && behind <= '\r')))
-            return true;
-    }
-    return false;
+    // Other elements begin so, too, and a sheet with one of those is looked at in vain.
+    return contents.find("<f") != npos || contents.find(":f") != npos;
 }
 
 } // namespace tarvik::ooxml

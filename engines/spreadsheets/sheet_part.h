@@ -11,23 +11,7 @@
 
 namespace tarvik::ooxml {
 
-/// What a sheet asks of the workbook's formulas, of which those of other sheets depend on its cells.
-class FormulaResults {
-public:
-    virtual ~FormulaResults() = default;
-    /// To be called before the first change.
-    virtual void prepare() = 0;
-    virtual bool is_prepared() const noexcept = 0;
-    /// A cell was overwritten.
-    virtual void touch(int sheet, Place place) = 0;
-    /// A merged range was split.
-    virtual void split(int sheet, const Range& range) = 0;
-    /// Brings the results in the range up to date. Damage that names a cell when that is not possible.
-    virtual void update(int sheet, const Range& range) = 0;
-    /// Of the cells with that number of a format, whether formulas refer to the cell or not.
-    virtual bool takes_numbers(int sheet, Place place, std::size_t format) = 0;
-    virtual bool shows_dates(std::size_t format) = 0;
-};
+class WorkbookModel;
 
 /// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is thrown as Damage, the
 /// sheet then being as it was; what nobody could edit is refused when it is made.
@@ -35,7 +19,7 @@ class SheetPart {
 public:
     /// `number` counts from 1.
     SheetPart(int number, std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas,
-              FormulaResults& results);
+              WorkbookModel& workbook);
     SheetPart(const SheetPart&) = delete;
     SheetPart& operator=(const SheetPart&) = delete;
 
@@ -87,7 +71,7 @@ private:
     MergedTexts merged_texts_;
     CellValues& values_;
     ProtectedAreas areas_;
-    FormulaResults& results_;
+    WorkbookModel& workbook_; // whose formulas, in other sheets too, depend on its cells
 };
 
 /// Whether there may be a formula cell in a worksheet part: false is certain.

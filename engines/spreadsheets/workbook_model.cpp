@@ -46,8 +46,7 @@ try {
 } // namespace
 
 WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services)
-    : package_(std::move(package)), areas_(package_.original()),
-      workbook_name_(find_workbook(package_.original(), package_.types())),
+    : package_(std::move(package)), workbook_name_(find_workbook(package_.original(), package_.types())),
       relationships_(package_.original(), workbook_name_),
       workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook", Vocabulary::Spreadsheet),
       services_(std::move(services))
@@ -102,7 +101,7 @@ SheetPart& WorkbookModel::load(int number)
     if (!part) {
         const auto& name = sheets_[index].part;
         part = std::make_unique<SheetPart>(number, name, package_.original().part(name), *values_,
-                                           areas_.areas_of(name), static_cast<FormulaResults&>(*this));
+                                           ProtectedAreas(package_.original(), name), *this);
     }
     return *part;
 }
@@ -144,8 +143,7 @@ Recalculation& WorkbookModel::recalculation()
 std::shared_ptr<FormulaIndex> WorkbookModel::make_index()
 {
     const auto& package = package_.original();
-    auto index =
-        std::make_shared<FormulaIndex>(WorkbookNames(package, workbook_.root(), sheets_), NumberFormats(package));
+    auto index = std::make_shared<FormulaIndex>(read_names(package, workbook_.root(), sheets_), NumberFormats(package));
     for (const auto& part : parts_) index->add_sheet(part ? &part->cells() : nullptr);
     index->finish();
     return index;

@@ -31,7 +31,7 @@ struct SheetChanges {
 };
 
 /// A workbook as its package holds it. Only what changed is written anew; what is wrong is thrown as Damage.
-class WorkbookModel final : private FormulaResults {
+class WorkbookModel {
 public:
     explicit WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services = {});
     WorkbookModel(const WorkbookModel&) = delete;
@@ -45,6 +45,7 @@ public:
     SheetPart& sheet(int index);
     /// The results of the formulas.
     Recalculation& recalculation();
+    bool has_recalculation() const noexcept { return recalculation_.has_value(); }
     /// Makes the package what a file of this format must be. Macros are lost in the plain one.
     void set_format(WorkbookFormat format);
     /// The package with all changes, valid until the next one. When values changed, what depends on them is calculated,
@@ -60,23 +61,23 @@ public:
     std::vector<SheetChanges> changes() const;
     void forget_changes() { record_changes(); }
 
+    // For the sheets:
+
+    /// A cell was overwritten.
+    void touch(int sheet, Place place);
+    /// A merged range was split.
+    void split(int sheet, const Range& range);
+    /// Brings the results in the range up to date. Damage that names a cell when that is not possible.
+    void update(int sheet, const Range& range);
+    /// Of the cells with that number of a format, whether formulas refer to the cell or not.
+    bool takes_numbers(int sheet, Place place, std::size_t format);
+    bool shows_dates(std::size_t format) { return recalculation().index().formats().of(format) == NumberFormat::Date; }
+
 private:
     struct Recorded {
         std::vector<Range> split;
         std::set<Place> cells;
     };
-
-    // For the sheets.
-    void prepare() override { recalculation(); }
-    bool is_prepared() const noexcept override { return recalculation_.has_value(); }
-    void touch(int sheet, Place place) override;
-    void split(int sheet, const Range& range) override;
-    void update(int sheet, const Range& range) override;
-    bool takes_numbers(int sheet, Place place, std::size_t format) override;
-    bool shows_dates(std::size_t format) override
-    {
-        return recalculation().index().formats().of(format) == NumberFormat::Date;
-    }
 
     void list_sheets();
     void load_formulas();
@@ -90,13 +91,12 @@ private:
     void drop_calculation_chain();
 
     PackageEditor package_;
-    AreaReader areas_;
     std::string workbook_name_;
     Relationships relationships_;
     XmlPart workbook_;
     std::optional<SharedStrings> strings_;
     std::optional<CellValues> values_;
-    std::vector<WorkbookNames::Sheet> sheets_;
+    std::vector<ListedSheet> sheets_;
     std::vector<std::unique_ptr<SheetPart>> parts_; // of the sheets
     FormulaServices services_;
     std::optional<Recalculation> recalculation_;

@@ -3,7 +3,8 @@
 #include "engines/libreoffice/exchange_folder.h"
 #include "engines/libreoffice/opened_files.h"
 #include "engines/packages/file_kind.h"
-#include "engines/spreadsheets/workbook.h"
+#include "engines/spreadsheets/engine.h"
+#include "engines/spreadsheets/workbook_model.h"
 
 /// The embedded engines fill files of the older formats, too: the installed suite converts what they read and write.
 namespace tarvik::libreoffice {
@@ -61,9 +62,8 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
 {
     auto package =
         ooxml::naming_workbook(path, [&] { return package_of(around, path, FileKind::Workbook, of_workbooks); });
-    return std::make_unique<ooxml::OoxmlWorkbook>(around.files, around.printer, std::move(path), std::move(package),
-                                                  around.services, std::make_unique<ConvertedWorkbook>(around.office),
-                                                  U".xls");
+    return ooxml::open_workbook(around.files, around.printer, std::move(path), std::move(package), around.services,
+                                std::make_unique<ConvertedWorkbook>(around.office), U".xls");
 }
 
 std::unique_ptr<TextDocument> open_document(const Surroundings& around, Text path)

@@ -1,7 +1,8 @@
-#include "engines/spreadsheets/workbook.h"
 #include "engines/libreoffice/exchange_folder.h"
 #include "engines/libreoffice/opened_files.h"
 #include "engines/packages/file_kind.h"
+#include "engines/spreadsheets/engine.h"
+#include "engines/spreadsheets/workbook_model.h"
 
 #include <algorithm>
 
@@ -147,8 +148,8 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
         opened = std::make_unique<OfficeWorkbook>(std::move(folder), std::move(file));
         package = around.packages.open(path, [&] { return is_package ? bytes : opened->stored(U".xlsx"); });
     });
-    return std::make_unique<ooxml::OoxmlWorkbook>(around.files, around.printer, std::move(path), std::move(package),
-                                                  around.services, std::move(opened), extension);
+    return ooxml::open_workbook(around.files, around.printer, std::move(path), std::move(package), around.services,
+                                std::move(opened), extension);
 }
 
 } // namespace tarvik::libreoffice

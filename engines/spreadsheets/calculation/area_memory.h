@@ -1,6 +1,5 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/operand.h"
 #include "engines/spreadsheets/calculation/source.h"
 
 #include <array>

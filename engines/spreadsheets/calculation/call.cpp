@@ -38,8 +38,8 @@ using ByName = std::unordered_map<std::string_view, const Function*>;
 ByName all_functions()
 {
     ByName functions;
-    for (const auto group : {logic_functions(), mathematics_functions(), statistics_functions(),
-                             conditional_functions(), lookup_functions(), text_functions(), date_functions()})
+    for (const auto group : {logic_functions, mathematics_functions, statistics_functions, conditional_functions,
+                             lookup_functions, text_functions, date_functions})
         for (const auto& function : group) functions.emplace(function.name, &function);
     return functions;
 }

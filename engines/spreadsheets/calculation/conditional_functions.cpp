@@ -162,9 +162,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> conditional_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> conditional_functions = table;
 
 } // namespace tarvik::calculation

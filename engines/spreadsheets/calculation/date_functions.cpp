@@ -257,9 +257,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> date_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> date_functions = table;
 
 } // namespace tarvik::calculation

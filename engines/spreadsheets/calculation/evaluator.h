@@ -2,7 +2,6 @@
 
 #include "engines/spreadsheets/calculation/area_memory.h"
 #include "engines/spreadsheets/calculation/formula.h"
-#include "engines/spreadsheets/calculation/functions.h"
 
 #include <functional>
 #include <span>

@@ -50,11 +50,9 @@ public:
     struct Form {
         bool is_array = false;
         int row = 0, column = 0;
-        int rows = 1, columns = 1;
     };
 
     /// The result at that cell. NotYetCalculated as the source throws it; CannotCalculate.
-    Value calculate(const Formula& formula, const CellAddress& at) { return calculate(formula, at, Form{}); }
     Value calculate(const Formula& formula, const CellAddress& at, const Form& form);
 
 private:

@@ -153,9 +153,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> logic_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> logic_functions = table;
 
 } // namespace tarvik::calculation

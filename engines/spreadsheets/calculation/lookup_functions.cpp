@@ -1,5 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/lookup.h"
+#include "engines/spreadsheets/calculation/criteria.h"
 #include "engines/spreadsheets/calculation/numbers.h"
 
 #include <algorithm>
@@ -10,6 +10,139 @@ namespace tarvik::calculation {
 namespace {
 
 constexpr std::size_t longest_key = 255;
+
+/// An area, an array or a value as lookups see it: rows and columns, counting from 0.
+class Grid {
+public:
+    /// ErrorResult for several areas, and for an error.
+    Grid(Evaluator& evaluator, const Operand& operand) : evaluator_(evaluator)
+    {
+        if (const auto* const areas = std::get_if<Areas>(&operand)) {
+            if (areas->size() != 1) throw ErrorResult{CellError::Reference};
+            area_ = areas->front();
+            return;
+        }
+        if (const auto* const value = std::get_if<Value>(&operand))
+            if (const auto* const error = std::get_if<CellError>(value)) throw ErrorResult{*error};
+        array_ = evaluator.array(operand);
+        area_.range = {{1, 1}, {array_->rows(), array_->columns()}};
+    }
+
+    int rows() const noexcept { return area_.rows(); }
+    int columns() const noexcept { return area_.columns(); }
+    bool is_array() const noexcept { return array_ != nullptr; }
+    /// Of an area an area, else an array or a value.
+    Operand part(int row, int column, int rows, int columns) const
+    {
+        if (!array_) {
+            const Place first{area_.range.first.row + row, area_.range.first.column + column};
+            return Areas{{area_.sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
+        }
+        if (rows == 1 && columns == 1) return array_->at(row, column);
+        const auto part = evaluator_.new_array(rows, columns, rows, columns);
+        for (int i = 0; i < rows; ++i)
+            for (int k = 0; k < columns; ++k) part->stored(i, k) = array_->at(row + i, column + k);
+        return ArrayPointer(part);
+    }
+    /// The cell so far down and across, or with is_column false the other way round.
+    Operand cell(int along, int across, bool is_column) const
+    {
+        return is_column ? part(along, across, 1, 1) : part(across, along, 1, 1);
+    }
+
+    // In the first column, or with is_column false in the first row:
+
+    /// The first value equal to the key; a text may be a pattern.
+    std::optional<int> find_exactly(const Value& key, bool is_column, bool takes_patterns) const;
+    /// The last of the values not greater than the key, or with `is_falling` not less, by halving: they are sorted.
+    std::optional<int> find_sorted(const Value& key, bool is_column, bool is_falling) const;
+
+private:
+    Area line(bool is_column) const
+    {
+        Area line = area_;
+        (is_column ? line.range.last.column : line.range.last.row) =
+            is_column ? line.range.first.column : line.range.first.row;
+        return line;
+    }
+
+    Value at(int along, bool is_column) const
+    {
+        const int row = is_column ? along : 0, column = is_column ? 0 : along;
+        if (array_) return array_->at(row, column);
+        return evaluator_.cell(area_.sheet, {area_.range.first.row + row, area_.range.first.column + column});
+    }
+
+    Evaluator& evaluator_;
+    ArrayPointer array_; // nullptr for an area
+    Area area_;          // of an array too, as if it began at A1
+};
+
+std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool takes_patterns) const
+{
+    const Value wanted = std::holds_alternative<std::monostate>(key) ? Value(0.0) : key;
+    const auto* const text = std::get_if<Text>(&wanted);
+    const bool is_pattern = takes_patterns && text && has_wildcards(*text);
+    const auto is_met = [&](const Value& value) {
+        const auto* const other = std::get_if<Text>(&value);
+        return is_pattern ? other && matches_pattern(*text, *other) : is_equal(value, wanted);
+    };
+    if (array_) {
+        for (int i = 0; i < (is_column ? rows() : columns()); ++i)
+            if (is_met(at(i, is_column))) return i;
+        return std::nullopt;
+    }
+    const Area searched = line(is_column);
+    if (const auto* const index = is_pattern ? nullptr : evaluator_.memory().find(evaluator_.source(), searched)) {
+        const auto* const found = index->find(wanted);
+        return found ? std::optional(static_cast<int>(found->front())) : std::nullopt;
+    }
+    std::optional<int> found;
+    evaluator_.visit(searched, [&](Place place, const Value& value) {
+        if (found || !is_met(value)) return;
+        found = is_column ? place.row - searched.range.first.row : place.column - searched.range.first.column;
+    });
+    return found;
+}
+
+std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_falling) const
+{
+    const Value wanted = std::holds_alternative<std::monostate>(key) ? Value(0.0) : key;
+    const Area used = array_ ? area_ : evaluator_.used(line(is_column));
+    const int size = is_column ? used.rows() : used.columns();
+    std::optional<int> found;
+    int low = 0, high = size - 1;
+    while (low <= high) {
+        const int middle = low + (high - low) / 2;
+        // Values of another kind do not count: the next one that does is compared in their place.
+        int place = middle;
+        Value value = at(place, is_column);
+        while (value.index() != wanted.index() && place < high) {
+            evaluator_.spend(1);
+            value = at(++place, is_column);
+        }
+        if (value.index() != wanted.index()) {
+            high = middle - 1;
+            continue;
+        }
+        const int order = is_equal(value, wanted) ? 0 : compare(value, wanted);
+        if (order == 0) {
+            // The last of a row of equals; in a falling line the first is where the halving met it.
+            while (!is_falling && place < size - 1 && is_equal(at(place + 1, is_column), wanted)) {
+                evaluator_.spend(1);
+                ++place;
+            }
+            return place;
+        }
+        if (is_falling ? order > 0 : order < 0) {
+            found = place;
+            low = place + 1;
+        } else {
+            high = middle - 1;
+        }
+    }
+    return found;
+}
 
 Grid grid(Call& call, std::size_t argument)
 {
@@ -166,12 +299,10 @@ Operand address(Call& call)
     Text text;
     if (call.size() > 4 && !call.is_missing(4)) {
         const Text& sheet = call.text(4);
-        bool is_plain = !sheet.empty() && !(sheet[0] >= U'0' && sheet[0] <= U'9');
-        for (const char32_t c : sheet) {
-            const char32_t letter = lower(c);
-            is_plain = is_plain && ((letter >= U'a' && letter <= U'z') || (c >= U'0' && c <= U'9') || c == U'_' ||
-                                    c == U'[' || c == U']' || c == U'.' || c > 0x7f);
-        }
+        static constexpr std::u32string_view plain = U"0123456789abcdefghijklmnopqrstuvwxyz_[].";
+        const bool is_plain = !sheet.empty() && plain.find(sheet[0]) > 9 && std::ranges::none_of(sheet, [](char32_t c) {
+            return c <= 0x7f && plain.find(lower(c)) == npos;
+        });
         for (const char32_t c : sheet) text += c == U'\'' ? Text(U"''") : Text(1, c);
         if (!is_plain) text = U"'" + text + U"'";
         text += U'!';
@@ -215,9 +346,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> lookup_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> lookup_functions = table;
 
 } // namespace tarvik::calculation

@@ -294,9 +294,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> mathematics_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> mathematics_functions = table;
 
 } // namespace tarvik::calculation

@@ -49,7 +49,4 @@ struct FormatSection {
 /// At least one. CannotCalculate for what is not known.
 std::vector<FormatSection> parse_format(TextView format);
 
-/// The number, which is a day's, in a section with letters of dates.
-Text format_date(double number, const FormatSection& section, bool counts_from_1904);
-
 } // namespace tarvik::calculation

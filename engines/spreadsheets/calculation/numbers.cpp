@@ -103,16 +103,6 @@ double variance(const std::vector<double>& numbers)
     return squared_distances(numbers) / static_cast<double>(numbers.size());
 }
 
-double sample_deviation(const std::vector<double>& numbers)
-{
-    return std::sqrt(sample_variance(numbers));
-}
-
-double deviation(const std::vector<double>& numbers)
-{
-    return std::sqrt(variance(numbers));
-}
-
 double ranked_of(std::vector<double> numbers, double place, bool is_from_largest)
 {
     require(place >= 1 && place <= static_cast<double>(numbers.size()));

@@ -2,6 +2,7 @@
 
 #include "engines/spreadsheets/calculation/evaluator.h"
 
+#include <cmath>
 #include <functional>
 #include <vector>
 
@@ -39,11 +40,13 @@ double most_frequent_of(const std::vector<double>& numbers);
 double sum_of_squares(const std::vector<double>& numbers);
 /// Of the distances from the mean.
 double squared_distances(const std::vector<double>& numbers);
-/// Of a sample, or of all there are; the deviation is its root.
 double sample_variance(const std::vector<double>& numbers);
 double variance(const std::vector<double>& numbers);
-double sample_deviation(const std::vector<double>& numbers);
-double deviation(const std::vector<double>& numbers);
+template <Fold variance>
+double deviation(const std::vector<double>& numbers)
+{
+    return std::sqrt(variance(numbers));
+}
 
 /// The place counts from 1, from the largest number or from the smallest. ErrorResult for one that is not there.
 double ranked_of(std::vector<double> numbers, double place, bool is_from_largest);

@@ -43,6 +43,35 @@ bool visit_node(const Node& node, const CellAddress& at, const Names& names, con
 
 } // namespace
 
+std::optional<int> Names::find_sheet(TextView name) const
+{
+    const auto found = sheets.find(name.str());
+    return found == sheets.end() ? std::nullopt : std::optional(found->second);
+}
+
+FormulaPointer Names::find_formula(TextView name, int sheet) const
+{
+    for (const int owner : {sheet, 0}) {
+        const auto found = formulas.find({name.str(), owner});
+        if (found != formulas.end()) return found->second;
+    }
+    return nullptr;
+}
+
+const Table* Names::find_table(TextView name) const
+{
+    const auto found = tables.find(name.str());
+    return found == tables.end() ? nullptr : &found->second;
+}
+
+const Table* Names::find_table_at(const CellAddress& cell) const
+{
+    const auto found = std::ranges::find_if(tables, [&cell](const auto& one) {
+        return one.second.sheet == cell.sheet && one.second.range.contains(cell.place);
+    });
+    return found == tables.end() ? nullptr : &found->second;
+}
+
 Operand resolve(const AreaReference& reference, const CellAddress& at, const Names& names)
 {
     int first = at.sheet, last = at.sheet;
@@ -93,7 +122,7 @@ FormulaPointer find_formula(const NameReference& name, const CellAddress& at, co
 {
     // A name of the whole workbook may stand behind the workbook's name.
     const auto sheet = name.sheet.empty() ? std::nullopt : names.find_sheet(name.sheet);
-    return names.find_name(name.name, sheet.value_or(at.sheet));
+    return names.find_formula(name.name, sheet.value_or(at.sheet));
 }
 
 bool visit_areas(const Formula& formula, const CellAddress& at, const Names& names, const AreaVisitor& visitor)

@@ -5,7 +5,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tarvik::calculation {
@@ -26,21 +28,22 @@ struct Table {
     Range range; ///< headers and totals included
     int header_rows = 1;
     int totals_rows = 0;
+    bool has_filter = false;
     std::vector<Text> columns; ///< as the workbook writes them, from the left
 };
 
-/// What formulas call by name. Names come in lower case, as lower() makes it.
-class Names {
-public:
-    virtual ~Names() = default;
+/// What formulas call by name. Names are in lower case, as lower() makes it.
+struct Names {
+    std::map<Text, int> sheets;
+    std::map<std::pair<Text, int>, FormulaPointer> formulas; ///< with their sheet, 0 for the workbook's; parsed at A1
+    std::map<Text, Table> tables;
 
-    virtual std::optional<int> find_sheet(TextView name) const = 0;
-    /// The formula of the name, parsed at cell A1 of the sheet: the sheet's own name, else the workbook's. nullptr when
-    /// there is none.
-    virtual FormulaPointer find_name(TextView name, int sheet) const = 0;
-    virtual const Table* find_table(TextView name) const = 0;
+    std::optional<int> find_sheet(TextView name) const;
+    /// The formula of the name: the sheet's own, else the workbook's. nullptr when there is none.
+    FormulaPointer find_formula(TextView name, int sheet) const;
+    const Table* find_table(TextView name) const;
     /// The table that the cell lies in, or nullptr. Formulas in a table need not name it.
-    virtual const Table* find_table_at(const CellAddress& cell) const = 0;
+    const Table* find_table_at(const CellAddress& cell) const;
 };
 
 /// The cells of a workbook as its formulas see them.

@@ -174,12 +174,6 @@ double variance_of_sums(const std::vector<double>& numbers)
     return distances / (count - (is_sample ? 1 : 0));
 }
 
-template <bool is_sample>
-double deviation_of_sums(const std::vector<double>& numbers)
-{
-    return std::sqrt(variance_of_sums<is_sample>(numbers));
-}
-
 // Kinds 1 to 13: the numbers by which the function to take is named. Two count, and take other values too.
 Value subtotal_of(int kind, const std::vector<Value>& values)
 {
@@ -189,8 +183,8 @@ Value subtotal_of(int kind, const std::vector<Value>& values)
                                          largest_of,
                                          smallest_of,
                                          product_of,
-                                         deviation_of_sums<true>,
-                                         deviation_of_sums<false>,
+                                         deviation<variance_of_sums<true>>,
+                                         deviation<variance_of_sums<false>>,
                                          sum_of,
                                          variance_of_sums<true>,
                                          variance_of_sums<false>,
@@ -260,10 +254,10 @@ constexpr Function table[] = {
     {"RANK.AVG", 2, 3, "nrn", rank<true>},
     {"RANK.EQ", 2, 3, "nrn", rank<false>},
     {"SMALL", 2, 2, "rn", ranked<false>},
-    {"STDEV", 1, 255, "r", folded<sample_deviation>},
-    {"STDEV.P", 1, 255, "r", folded<deviation>},
-    {"STDEV.S", 1, 255, "r", folded<sample_deviation>},
-    {"STDEVP", 1, 255, "r", folded<deviation>},
+    {"STDEV", 1, 255, "r", folded<deviation<sample_variance>>},
+    {"STDEV.P", 1, 255, "r", folded<deviation<variance>>},
+    {"STDEV.S", 1, 255, "r", folded<deviation<sample_variance>>},
+    {"STDEVP", 1, 255, "r", folded<deviation<variance>>},
     {"SUBTOTAL", 2, 255, "nr", subtotal},
     {"SUM", 1, 255, "r", sum},
     {"SUMPRODUCT", 1, 255, "a", sum_product},
@@ -276,9 +270,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> statistics_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> statistics_functions = table;
 
 } // namespace tarvik::calculation

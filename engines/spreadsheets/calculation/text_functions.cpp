@@ -217,9 +217,6 @@ constexpr Function table[] = {
 
 } // namespace
 
-std::span<const Function> text_functions() noexcept
-{
-    return table;
-}
+constinit const std::span<const Function> text_functions = table;
 
 } // namespace tarvik::calculation

@@ -1,14 +1,41 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/operand.h"
+#include "engines/spreadsheets/calculation/value.h"
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
 namespace tarvik::calculation {
 
-struct Function;
+class Call;
+
+/// A row of the table of functions.
+struct Function {
+    std::string_view name;
+    int least, most; ///< arguments
+    /// How each argument is taken; those behind "|" over and over, else the last one.
+    /// n a number, t a text, l a truth value, v any one value; their errors are the function's result.
+    /// e one value, an error too. Of these an array gives an array of results.
+    /// r as it comes: areas, an array or a value; a the same, with the operators in it working on whole arrays.
+    /// x not calculated before the function asks for it.
+    std::string_view kinds;
+    Operand (*calculate)(Call& call);
+    bool is_volatile = false;
+};
+
+/// By its name in capitals, without the prefixes that files put before newer ones; nullptr when there is none.
+const Function* find_function(std::string_view name) noexcept;
+
+extern const std::span<const Function> logic_functions;
+extern const std::span<const Function> mathematics_functions; ///< and of finance
+extern const std::span<const Function> statistics_functions;
+extern const std::span<const Function> conditional_functions;
+extern const std::span<const Function> lookup_functions;
+extern const std::span<const Function> text_functions;
+extern const std::span<const Function> date_functions;
 
 /// An argument that is left out between two commas.
 struct Missing {};

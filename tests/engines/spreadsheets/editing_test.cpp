@@ -1,3 +1,5 @@
+#include "engines/packages/xml_part.h"
+#include "engines/spreadsheets/calculation/places.h"
 #include "tests/engines/spreadsheets/workbook_file.h"
 
 #include <gtest/gtest.h>
@@ -99,7 +101,6 @@ TEST(Editing, cells_read_as_their_values)
         {" t=\"d\"><v>1900-02-28</v></c>", U"59", false},
         {" t=\"d\"><v>1900-03-01</v></c>", U"61", false},
         {" t=\"d\"><v>2023-02-29</v></c>", U"2023-02-29", false},
-        {" t=\"d\"><v>2023-02-28T25:00</v></c>", U"2023-02-28T25:00", false},
         {" t=\"inlineStr\"><is><t>a_x000A_b_x005F_x0041_&#x4E2D;<![CDATA[<c>]]></t></is></c>", U"a\nb_x0041_中<c>",
          false},
         {" t=\"str\"><f>A1&amp;\"\"</f><v>_x4E2D__xD83D_</v></c>", U"中\uFFFD", false},
@@ -205,7 +206,7 @@ TEST(Editing, the_general_format_makes_no_number_of_a_text_whatever_its_number)
     }
 }
 
-TEST(Editing, a_cell_that_was_overwritten_shares_no_formula_any_more)
+TEST(Editing, a_shared_formula_outlives_the_cell_that_stated_it)
 {
     WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:C1\" si=\"0\">A2*2</f></c>"
                                    "<c r=\"B1\"><f t=\"shared\" si=\"0\"/></c>"
@@ -217,26 +218,37 @@ TEST(Editing, a_cell_that_was_overwritten_shares_no_formula_any_more)
         EXPECT_EQ(sheet.cell(1, column), U"5");
     }
     workbook.close(true);
-    EXPECT_NE(part_of(file.saved(), sheet1).find("<c r=\"C1\"><f>C2*2</f>"), std::string::npos);
+    EXPECT_EQ(data_of(part_of(file.saved(), sheet1)),
+              "<row r=\"1\"><c r=\"A1\"><v>5</v></c><c r=\"B1\"><v>5</v></c><c r=\"C1\"><f>C2*2</f><v>9</v></c></row>");
 }
 
-TEST(Editing, a_formula_stays_told_once_for_the_cells_that_go_on_sharing_it)
+TEST(Editing, a_formula_for_another_cell_moves_its_relative_references_alone)
 {
-    const auto child = [](const std::string& place) {
-        return "<c r=\"" + place + "\"><f t=\"shared\" si=\"4\"/><v>7</v></c>";
+    struct Case {
+        std::string formula;
+        int row, column;
+        std::string shifted;
     };
-    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:B3\" si=\"4\">D1*2</f></c>" +
-                                   child("B1") + "</row><row r=\"2\">" + child("A2") + child("B2") +
-                                   "</row><row r=\"3\">" + child("A3") + child("B3") + "</row>"));
-    EXPECT_EQ(
-        data_of(file.sheet_after(1, 1, 1.0)),
-        "<row r=\"1\"><c r=\"A1\"><v>1</v></c><c r=\"B1\"><f t=\"shared\" si=\"5\" ref=\"B1:B3\">E1*2</f><v>7</v></c>"
-        "</row><row r=\"2\"><c r=\"A2\"><f t=\"shared\" si=\"6\" ref=\"A2:A3\">D2*2</f><v>7</v></c><c r=\"B2\">"
-        "<f t=\"shared\" si=\"5\"/><v>7</v></c></row><row r=\"3\"><c r=\"A3\"><f t=\"shared\" si=\"6\"/><v>7</v></c>"
-        "<c r=\"B3\"><f t=\"shared\" si=\"5\"/><v>7</v></c></row>");
-    // What was written is a group like any other.
-    EXPECT_EQ(data_of(file.sheet_after(1, 2, 1.0)).find("D2*2"), data_of(file.sheet_after(1, 2, 2.0)).find("D2*2"));
-    EXPECT_NE(file.sheet_after(2, 2, 1.0).find("<c r=\"B3\"><f>E3*2</f><v>7</v></c>"), std::string::npos);
+    const Case cases[] = {
+        {"A1+$B$2+C$3+$D4", 3, 2, "B3+$B$2+D$3+$D6"},
+        {"\"A1\"\"A1\"+A1+LOG10(Z9)", 2, 2, "\"A1\"\"A1\"+B2+LOG10(AA10)"},
+        {"'A1 ''B2'!A1+表A1!A1+[1]Sheet1!B2", 2, 1, "'A1 ''B2'!A2+表A1!A2+[1]Sheet1!B3"},
+        {"SUM(A:$C,$1:3)", 2, 2, "SUM(B:$C,$1:4)"},
+        {"SUM(A1:A3!B1,AB:AC!B1)", 2, 1, "SUM(A1:A3!B2,AB:AC!B2)"},
+        {"T[[#This Row],[A1]]+T1[A']1]*A1", 2, 1, "T[[#This Row],[A1]]+T1[A']1]*A2"},
+        {"IF(A1=#N/A,#REF!B1)+1E3+XFE1+A1048577+TRUE", 2, 1, "IF(A2=#N/A,#REF!B2)+1E3+XFE1+A1048577+TRUE"},
+        {"A1+XFD1048576", 2, 2, "B2+A1"},
+        {"\"open A1", 2, 2, "\"open A1"},
+    };
+    for (const auto& one : cases) {
+        const auto other = "<c r=\"" + ooxml::place_name({one.row, one.column}) + "\"><f";
+        WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:B3\" si=\"0\">" +
+                                       one.formula + "</f></c></row><row r=\"" + std::to_string(one.row) + "\">" +
+                                       other + " t=\"shared\" si=\"0\"/><v>7</v></c></row>"));
+        EXPECT_NE(ooxml::unescaped(file.sheet_after(1, 1, 1.0)).find(other + ">" + one.shifted + "</f>"),
+                  std::string::npos)
+            << one.formula;
+    }
 }
 
 TEST(Editing, an_array_formula_is_lost_as_a_whole_or_not_at_all)

@@ -1,62 +1,77 @@
-#include "tests/engines/calculation/cells_in_memory.h"
-
 #include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/workbook_model.h"
+#include "tests/engines/spreadsheets/workbook_parts.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
 
-namespace tarvik {
+namespace tarvik::test {
 
 namespace {
 
-using calculation::CannotCalculate;
-using calculation::CellError;
-using calculation::Value;
-using test::CellsInMemory;
+const std::string sheet1 = "xl/worksheets/sheet1.xml";
+const std::string book = "xl/workbook.xml";
+const std::string links = "xl/_rels/workbook.xml.rels";
 
-// The result as a cell of an English spreadsheet shows it; what is not calculated in angle brackets.
-std::string shown(CellsInMemory& cells, std::string_view formula, bool is_array = false)
+Parts sample_parts()
 {
-    try {
-        const Value value = cells.calculate(formula, "H20", is_array);
-        if (const auto* const error = std::get_if<CellError>(&value)) return to_utf8(calculation::error_text(*error));
-        return to_utf8(std::get<Text>(calculation::to_text(value)));
-    } catch (const CannotCalculate& reason) {
-        return "<" + std::string(reason.what()) + ">";
-    }
+    const auto text = [](const char* place, const char* held) {
+        return "<c r=\"" + std::string(place) + "\" t=\"inlineStr\"><is><t>" + held + "</t></is></c>";
+    };
+    const auto number = [](const char* place, const char* held) {
+        return "<c r=\"" + std::string(place) + "\"><v>" + held + "</v></c>";
+    };
+    auto parts = simple_parts("<row r=\"1\">" + number("A1", "10") + text("B1", "apple") + number("C1", "1") +
+                              "<c r=\"D1\" t=\"e\"><v>#N/A</v></c>" + number("H1", "8") + "</row><row r=\"2\">" +
+                              number("A2", "20") + text("B2", "Pear") + number("C2", "2") + "</row><row r=\"3\">" +
+                              number("A3", "30") + text("B3", "fig") + number("C3", "2") + "</row><row r=\"4\">" +
+                              text("A4", "x") + text("B4", "5") + number("C4", "5") +
+                              "</row><row r=\"5\"><c r=\"A5\" t=\"b\"><v>1</v></c></row><row r=\"6\">" +
+                              text("B6", "") + "</row><row r=\"20\">" + number("E20", "77") + "<c r=\"H20\"/></row>");
+    edit_part(parts, book, "第一张\"", "Sheet1\"");
+    edit_part(parts, book, "第二张", "Other one");
+    edit_part(parts, book, "</sheets>", "<sheet name=\"Third\" sheetId=\"3\" r:id=\"rId9\"/></sheets>");
+    edit_part(parts, book, "</definedNames>",
+              "<definedName name=\"rate\">0.25</definedName><definedName name=\"loop\">loop+1</definedName>"
+              "<definedName name=\"list\">Sheet1!$A$1:$A$3</definedName></definedNames>");
+    edit_part(parts, links, "</Relationships>",
+              "<Relationship Id=\"rId9\" Type=\"t/worksheet\" Target=\"worksheets/sheet3.xml\"/></Relationships>");
+    edit_part(parts, "xl/worksheets/sheet2.xml", "<f>第一张!B2*2</f><v>84</v>", "<v>200</v>");
+    set_part(parts, "xl/worksheets/sheet3.xml",
+             "<worksheet><sheetData><row r=\"1\">" + number("A1", "300") + "</row></sheetData></worksheet>");
+    set_part(parts, "xl/worksheets/_rels/sheet1.xml.rels",
+             "<Relationships><Relationship Id=\"r\" Type=\"t/table\" Target=\"../t.xml\"/></Relationships>");
+    set_part(parts, "xl/t.xml",
+             "<table ref=\"A1:C4\" displayName=\"Goods\"><tableColumns><tableColumn name=\"No\"/>"
+             "<tableColumn name=\"Name #1\"/><tableColumn name=\"Count\"/></tableColumns></table>");
+    return parts;
 }
 
-void fill(CellsInMemory& cells)
+// The formula's result in H20 as a cell of an English spreadsheet shows it; what is not calculated in angle brackets.
+std::string shown(Parts parts, const std::string& formula, const std::string& attributes = {})
 {
-    const std::vector<std::pair<std::string_view, Value>> values{
-        {"A1", 10.0},          {"A2", 20.0},         {"A3", 30.0},
-        {"A4", Text(U"x")},    {"A5", true},         {"B1", Text(U"apple")},
-        {"B2", Text(U"Pear")}, {"B3", Text(U"fig")}, {"B4", Text(U"5")},
-        {"B6", Text()},        {"C1", 1.0},          {"C2", 2.0},
-        {"C3", 2.0},           {"C4", 5.0},          {"D1", CellError::NotAvailable},
-        {"E20", 77.0},         {"H1", 8.0}};
-    for (const auto& [place, value] : values) cells.set(place, value);
-    for (int sheet = 2; sheet <= 3; ++sheet) cells.set("A1", sheet * 100.0, sheet);
-    cells.set_name(U"rate", "0.25");
-    cells.set_name(U"list", "Sheet1!$A$1:$A$3");
-    cells.set_name(U"left", "Sheet1!XFD1"); // the cell to the left, from A1
-    cells.tables[U"goods"] = {1, {{1, 1}, {4, 3}}, 1, 0, {U"No", U"Name #1", U"Count"}};
+    edit_part(parts, sheet1, "<c r=\"H20\"/>",
+              "<c r=\"H20\"><f" + attributes + ">" + ooxml::escaped(formula) + "</f></c>");
+    const auto now = [] { return CalendarTime{2026, 11, 25, 18, 30, 0}; };
+    ooxml::WorkbookModel model(std::make_shared<const ooxml::Package>(make_package(parts)), {now});
+    auto& recalculation = model.recalculation();
+    recalculation.update_all();
+    const ooxml::Place place{20, 8};
+    const auto failed = recalculation.failed().find(recalculation.index().find(1, place));
+    if (failed != recalculation.failed().end()) return "<" + failed->second + ">";
+    const auto value = model.sheet(1).value(place);
+    if (const auto* const error = std::get_if<calculation::CellError>(&value))
+        return to_utf8(calculation::error_text(*error));
+    return to_utf8(std::get<Text>(calculation::to_text(value)));
 }
-
-class Sample : public CellsInMemory {
-public:
-    Sample() : CellsInMemory({U"Sheet1", U"Other one", U"Third"}) { fill(*this); }
-};
 
 struct Fact {
     const char* formula;
     const char* result;
 };
 
-void check(std::initializer_list<Fact> facts)
+void check(std::initializer_list<Fact> facts, const Parts& parts = sample_parts())
 {
-    Sample cells;
-    for (const auto& [formula, result] : facts) EXPECT_EQ(shown(cells, formula), result) << formula;
+    for (const auto& [formula, result] : facts) EXPECT_EQ(shown(parts, formula), result) << formula;
 }
 
 } // namespace
@@ -191,10 +206,9 @@ TEST(Facts, Dates)
            {"TIME(25,0,0)*24", "1"},
            {"TODAY()", "46351"},
            {"YEAR(-1)", "#NUM!"}});
-    Sample cells;
-    cells.is_from_1904 = true;
-    EXPECT_EQ(shown(cells, "DATE(2020,1,5)"), "42373");
-    EXPECT_EQ(shown(cells, "TEXT(42373,\"yyyy-mm-dd ddd\")"), "2020-01-05 Sun");
+    auto from_1904 = sample_parts();
+    edit_part(from_1904, book, "<workbookPr/>", "<workbookPr date1904=\"1\"/>");
+    check({{"DATE(2020,1,5)", "42373"}, {"TEXT(42373,\"yyyy-mm-dd ddd\")", "2020-01-05 Sun"}}, from_1904);
 }
 
 TEST(Facts, Lookups)
@@ -234,14 +248,14 @@ TEST(Facts, Counting)
            {"MAX(Z1:Z9)", "0"},
            {"SUM(A1:D1)", "#N/A"},
            {"AGGREGATE(9,6,A1:D1)", "11"}});
-    Sample cells;
-    EXPECT_EQ(shown(cells, "SUM(IF(C1:C4=2,A1:A4))", true), "50");
-    EXPECT_EQ(shown(cells, "MAX(LEN(B1:B3))", true), "5");
-    cells.set_formula("A4", "SUBTOTAL(9,A1:A3)");
-    EXPECT_EQ(cells.result({1, {4, 1}}), Value(60.0));
-    cells.hidden_rows = {2};
-    EXPECT_EQ(shown(cells, "SUBTOTAL(9,A1:A4)"), "60");
-    EXPECT_EQ(shown(cells, "SUBTOTAL(109,A1:A4)"), "40");
+    auto parts = sample_parts();
+    const std::string is_array = " t=\"array\" ref=\"H20\"";
+    EXPECT_EQ(shown(parts, "SUM(IF(C1:C4=2,A1:A4))", is_array), "50");
+    EXPECT_EQ(shown(parts, "MAX(LEN(B1:B3))", is_array), "5");
+    edit_part(parts, sheet1, "<row r=\"2\">", "<row r=\"2\" hidden=\"1\">");
+    edit_part(parts, sheet1, "<c r=\"A4\" t=\"inlineStr\"><is><t>x</t></is></c>",
+              "<c r=\"A4\"><f>SUBTOTAL(9,A1:A3)</f></c>");
+    check({{"A4", "60"}, {"SUBTOTAL(9,A1:A4)", "60"}, {"SUBTOTAL(109,A1:A4)", "40"}}, parts);
 }
 
 TEST(Facts, Finance)
@@ -258,32 +272,18 @@ TEST(Facts, Finance)
 // Formulas that would take the stack or the memory, were they not bounded.
 TEST(Facts, HostileFormulas)
 {
-    Sample cells;
-    const auto nested = [](int depth) {
-        return std::string(static_cast<std::size_t>(depth), '(') + "1" +
-               std::string(static_cast<std::size_t>(depth), ')');
+    const auto repeated_around = [](int depth, char open, char close) {
+        const auto count = static_cast<std::size_t>(depth);
+        return std::string(count, open) + "1" + std::string(count, close);
     };
-    EXPECT_EQ(shown(cells, nested(60)), "1");
-    EXPECT_EQ(shown(cells, nested(30'000)), "<nesting>");
-    EXPECT_EQ(shown(cells, std::string(30'000, '-') + "1"), "<nesting>");
-    EXPECT_EQ(shown(cells, "1" + std::string(30'000, '%')), "<nesting>");
-    std::string sum = "1";
-    for (int i = 0; i < 20'000; ++i) sum += "+1";
-    EXPECT_EQ(shown(cells, sum), "20001");
-    EXPECT_EQ(shown(cells, "SUMPRODUCT((A:XFD=B1:B1048576)*1)"), "<size of an array>");
-    EXPECT_EQ(shown(cells, "SUM(A1:XFD1048576)"), "#N/A");
-    cells.set_name(U"loop", "loop+1");
-    EXPECT_EQ(shown(cells, "loop"), "<nesting>");
+    const auto parts = sample_parts();
+    EXPECT_EQ(shown(parts, repeated_around(60, '(', ')')), "1");
+    EXPECT_EQ(shown(parts, repeated_around(30'000, '(', ')')), "<nesting>");
+    EXPECT_EQ(shown(parts, repeated_around(30'000, '-', '%')), "<nesting>");
+    EXPECT_EQ(shown(parts, "1" + std::string(30'000, '%')), "<nesting>");
+    EXPECT_EQ(shown(parts, "1" + repeated("+1", 20'000)), "20001");
+    check(
+        {{"SUMPRODUCT((A:C=B1:B1048576)*1)", "<size of an array>"}, {"SUM(A1:XFD19)", "#N/A"}, {"loop", "<nesting>"}});
 }
 
-// Each cell counts on the one above; no stack grows with them.
-TEST(Facts, LongChain)
-{
-    CellsInMemory cells;
-    cells.set("A1", 1.0);
-    for (int row = 2; row <= 100'000; ++row)
-        cells.set_formula("A" + std::to_string(row), "A" + std::to_string(row - 1) + "+1");
-    EXPECT_EQ(cells.result({1, {100'000, 1}}), Value(100'000.0));
-}
-
-} // namespace tarvik
+} // namespace tarvik::test

@@ -1,5 +1,4 @@
 #include "engines/spreadsheets/cell_text.h"
-#include "engines/spreadsheets/formula_shift.h"
 
 #include <gtest/gtest.h>
 
@@ -43,33 +42,6 @@ TEST(CellText, ends_at_the_longest_text_of_a_cell)
     std::u32string lines;
     for (int i = 0; i < 20'000; ++i) lines += U"a\r\n";
     EXPECT_EQ(encode_cell_text(lines).size(), 32'767U); // a line break is one unit
-}
-
-TEST(ShiftedFormula, moves_relative_references_alone)
-{
-    struct Case {
-        std::string formula;
-        int rows, columns;
-        std::string shifted;
-    };
-    const Case cases[] = {
-        {"A1+$B$2+C$3+$D4", 2, 1, "B3+$B$2+D$3+$D6"},
-        {"SUM(A1:B2,Z9)*LOG10(A1)", 1, 1, "SUM(B2:C3,AA10)*LOG10(B2)"},
-        {"\"A1\"\"A1\"&A1", 1, 0, "\"A1\"\"A1\"&A2"},
-        {"'A1 ''B2'!A1+Sheet1!A1+表A1!A1+[1]Sheet1!B2", 1, 0, "'A1 ''B2'!A2+Sheet1!A2+表A1!A2+[1]Sheet1!B3"},
-        {"SUM(A:$C,$1:3)", 1, 1, "SUM(B:$C,$1:4)"},
-        {"SUM(A1:A3!B1,AB:AC!B1)", 1, 0, "SUM(A1:A3!B2,AB:AC!B2)"},
-        {"Table1[[#This Row],[A1]]+T1[A']1]*A1", 1, 0, "Table1[[#This Row],[A1]]+T1[A']1]*A2"},
-        {"IF(A1=#N/A,#DIV/0!,#REF!B1)+1E3+1.5E5+XFE1+A1048577+TRUE", 1, 0,
-         "IF(A2=#N/A,#DIV/0!,#REF!B2)+1E3+1.5E5+XFE1+A1048577+TRUE"},
-        {"A1+XFD1048576", -1, -1, "XFD1048576+XFC1048575"},
-        {"A1+XFD1048576", 1, 1, "B2+A1"},
-        {"{1,2;3,4}+a1%^B1:INDEX(A:A,2)", 1, 1, "{1,2;3,4}+B2%^C2:INDEX(B:B,2)"},
-        {"\"open A1", 1, 1, "\"open A1"},
-        {"T[A1", 1, 1, "T[A1"},
-        {"#", 1, 1, "#"},
-    };
-    for (const auto& one : cases) EXPECT_EQ(shifted_formula(one.formula, one.rows, one.columns), one.shifted);
 }
 
 } // namespace tarvik::ooxml
