@@ -1,6 +1,5 @@
 #pragma once
 
-#include "runs/batch_runner.h"
 #include "runs/report_commands.h"
 
 /// The report designer: its window with the preview, and the commands that work by a design or on a folder of files.
@@ -34,7 +33,6 @@ void Form4_GotFocus(Program& program, const Control& box);
 /// from the key's rows in SUF. Nothing happens when the query box holds neither command any more.
 void excecopy8(Program& program);
 extern const ReportCommand template_command_a, template_command_b;
-extern const SheetFamily template_family;
 
 /// "An tomation" and "An Sesame Open": files that exist already are picked by the key in their names and filled as the
 /// design says; copies of them go to the output folder. This is one pass over the folder for the key at hand. A file
@@ -42,7 +40,6 @@ extern const SheetFamily template_family;
 /// folder ends the pass, and the run with it.
 void excelbijiaopt(Program& program);
 extern const ReportCommand tomation_command, sesame_open_command;
-extern const SheetFamily tomation_family;
 
 /// "An Excelfile": the key cells of many spreadsheets are looked up in the table, and the rows that they equal fill
 /// other cells of those spreadsheets. One pass over the folder: every worksheet of every file, each key cell against
@@ -51,7 +48,6 @@ extern const SheetFamily tomation_family;
 /// have found no cell; nothing more happens when the user cancels the choice of the folder.
 void qqrs(Program& program);
 extern const ReportCommand excelfile_command;
-extern const SheetFamily excelfile_family;
 
 /// "An keptfile": moves the files whose names hold values of a column of the open document to the output folder. The
 /// column is that in Form3.Text1(5). A file goes with the first value that its name holds; a name that the output

@@ -33,29 +33,18 @@ Text seen_as(const Form4& form4, const TextBox& box)
     return design_row_name(box.index()) + U" 第" + number_text(in_row) + U"框";
 }
 
-void tell_boxes(Program& program, std::u32string_view what, const std::vector<TextBox*>& boxes)
-{
-    Text text = U" 请注意：\r\n" + Text(what);
-    for (std::size_t i = 0; i < boxes.size() && i < most_named; ++i)
-        text += U"\r\n" + seen_as(program.form4, *boxes[i]);
-    if (boxes.size() > most_named) text += U"\r\n等" + number_text(boxes.size()) + U"个框";
-    tell(program, text, title);
-}
-
-bool any_asterisk(Form4& form4)
-{
-    const auto boxes = form4.design_boxes();
-    return std::ranges::any_of(boxes, [](const TextBox* box) { return box->text().find(U'*') != Text::npos; });
-}
-
 void fill_empty_boxes(Program& program)
 {
     std::vector<TextBox*> boxes = program.form4.design_boxes();
     boxes.erase(boxes.begin()); // the query text may be empty
     std::erase_if(boxes, [](const TextBox* box) { return !box->text().empty(); });
     if (boxes.empty()) return;
+    Text text = U" 请注意：\r\n下列框没有填写，按“0”保存：";
+    for (std::size_t i = 0; i < boxes.size() && i < most_named; ++i)
+        text += U"\r\n" + seen_as(program.form4, *boxes[i]);
+    if (boxes.size() > most_named) text += U"\r\n等" + number_text(boxes.size()) + U"个框";
     for (TextBox* box : boxes) box->set_text(U"0");
-    tell_boxes(program, U"下列框没有填写，按“0”保存：", boxes);
+    tell(program, text, title);
 }
 
 void show_help(Form4& form4, bool shown)
@@ -81,7 +70,9 @@ void Form4_Command1_Click(Program& program)
     program.platform.files.replace(installed(program, file), encode(design_line(form4)));
     form4.boxes_are_kept();
     program.notice = U"设计已保存到 " + Text(file);
-    if (any_asterisk(form4)) program.notice += U"；框中有“*”，读回时其后的各框会错位";
+    const auto has_asterisk = [](const TextBox* box) { return box->text().find(U'*') != Text::npos; };
+    if (std::ranges::any_of(form4.design_boxes(), has_asterisk))
+        program.notice += U"；框中有“*”，读回时其后的各框会错位";
 }
 
 void Form4_Command2_Click(Program& program)

@@ -47,35 +47,14 @@ KeyDesign read_design(const Form4& form4)
     return design;
 }
 
-/// The rows of SUF by their key in upper case, each list from the top.
-class KeyIndex {
-public:
-    KeyIndex(const Program& program, int rows, int field)
-    {
-        for (int row = 0; row < rows; ++row)
-            if (const TextView key = own_element(program, row, field); !key.empty()) rows_[upper(key)].push_back(row);
-    }
-
-    /// The first row from `from` on that has the key; nothing when there is none.
-    std::optional<int> next(const Text& key, int from) const
-    {
-        const auto found = rows_.find(key);
-        if (found == rows_.end()) return std::nullopt;
-        const auto row = std::ranges::lower_bound(found->second, from);
-        return row == found->second.end() ? std::nullopt : std::optional(*row);
-    }
-
-private:
-    std::unordered_map<Text, std::vector<int>> rows_;
-};
-
 /// What one pass works with.
 class KeyCells {
 public:
-    explicit KeyCells(const Program& program)
-        : design_(read_design(program.form4)), program_(program),
-          index_(program, design_.in_use() ? program.form1.rowcount : 0, design_.key_field)
+    explicit KeyCells(const Program& program) : design_(read_design(program.form4)), program_(program)
     {
+        for (int row = 0; design_.in_use() && row < program.form1.rowcount; ++row)
+            if (const TextView key = own_element(program, row, design_.key_field); !key.empty())
+                rows_[upper(key)].push_back(row);
     }
 
     /// Gives the number of matches.
@@ -102,7 +81,7 @@ private:
         const int key_row = design_.key_row < 0 ? row : design_.key_row;
         int matches = 0;
         int from = 0;
-        while (const auto found = index_.next(upper(sheet.cell(key_row, design_.key_column)), from)) {
+        while (const auto found = next_row(upper(sheet.cell(key_row, design_.key_column)), from)) {
             for (const Target& target : design_.targets) write(sheet, target, row, *found);
             from = *found + 1;
             ++matches;
@@ -116,9 +95,18 @@ private:
         if (!element.empty()) sheet.set_cell(target.row < 0 ? row : target.row, target.column, upper(element));
     }
 
+    // The first row of SUF from `from` on that has the key; nothing when there is none.
+    std::optional<int> next_row(const Text& key, int from) const
+    {
+        const auto found = rows_.find(key);
+        if (found == rows_.end()) return std::nullopt;
+        const auto row = std::ranges::lower_bound(found->second, from);
+        return row == found->second.end() ? std::nullopt : std::optional(*row);
+    }
+
     KeyDesign design_;
     const Program& program_;
-    KeyIndex index_;
+    std::unordered_map<Text, std::vector<int>> rows_; ///< of SUF by their key in upper case, each list from the top
 };
 
 void fill_copy(Program& program, KeyCells& cells, const Text& name)
@@ -172,13 +160,12 @@ constexpr ReportCommand excelfile_command{
     .title_first = true,
     .design_key = DesignKey::Lowered,
     .count_goes_to = &Form1::rowcount,
+    .sheets = {.timer = &Form1::Timer9, .own_tick = excelfile_timer},
     .run =
         [](Program& program) {
             program.form1.sheetno = 0;
             program.form1.Timer9.set_enabled(true);
         },
 };
-
-constexpr SheetFamily excelfile_family{.timer = &Form1::Timer9, .own_tick = excelfile_timer};
 
 } // namespace tarvik

@@ -57,7 +57,15 @@ constexpr ReportCommand tomation_command{
     .design = files::design_live,
     .count_goes_to = &Form1::rowcount,
     .key_column = design_column,
-    .timer = &Form1::Timer8,
+    .sheets = {.timer = &Form1::Timer8,
+               .scan = count_in_report<files::report_3160>,
+               .prepare = take_key_rows,
+               .sheet = excelbijiaopt,
+               .finished =
+                   [](Program& program) {
+                       program.form1.folderchosen = false;
+                       tell_failures(program, program.run.failures);
+                   }},
 };
 
 constexpr ReportCommand sesame_open_command{
@@ -68,18 +76,6 @@ constexpr ReportCommand sesame_open_command{
     .title_first = true,
     .count_goes_to = &Form1::rowcount,
     .run = excelbijiaopt,
-};
-
-constexpr SheetFamily tomation_family{
-    .timer = &Form1::Timer8,
-    .scan = count_in_report<files::report_3160>,
-    .prepare = take_key_rows,
-    .sheet = excelbijiaopt,
-    .finished =
-        [](Program& program) {
-            program.form1.folderchosen = false;
-            tell_failures(program, program.run.failures);
-        },
 };
 
 } // namespace tarvik

@@ -42,7 +42,10 @@ constexpr ReportCommand row_of(std::u32string_view text, std::u32string_view not
         .count_goes_to = &Form1::rowcount,
         .key_column = design_column,
         .template_file = template_file,
-        .timer = &Form1::Timer7,
+        .sheets = {.timer = &Form1::Timer7,
+                   .scan = count_in_report<files::report_3159>,
+                   .prepare = take_key_rows,
+                   .sheet = excecopy8},
     };
 }
 
@@ -70,12 +73,5 @@ constexpr ReportCommand template_command_b =
            U"An testsesame B可以读取保存在{folder}\\automation2.bin的参数信息，"
            U"按照{folder}/designerB.xlsx设计模板，报表自动化！",
            files::design_b, files::designed_b);
-
-constexpr SheetFamily template_family{
-    .timer = &Form1::Timer7,
-    .scan = count_in_report<files::report_3159>,
-    .prepare = take_key_rows,
-    .sheet = excecopy8,
-};
 
 } // namespace tarvik

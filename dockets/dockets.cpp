@@ -4,7 +4,6 @@
 #include "designer/design/design.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
-#include "runs/blanking.h"
 #include "runs/keyed_scans.h"
 
 namespace tarvik {
@@ -39,6 +38,13 @@ void count_devices(Program& program, TextView key)
 {
     program.form1.allcount = query2(program, key, true);
     program.form1.partcount = query2(program, key, false);
+}
+
+// Empties the bodies of all four templates, which must be there.
+void excelce2(Program& program)
+{
+    for (const auto name : {files::older_docket, files::older_long_docket, files::docket, files::long_docket})
+        blank_template(program, name, 13, 1000);
 }
 
 // Splits the table and empties the templates.
@@ -141,14 +147,10 @@ constexpr ReportCommand docket_command{
     .question_tail = U"在此目录下，还应有，更名为3137.txt，3138.txt的辅助数据表文件。",
     .key = U"4900",
     .key_column = receipt_column,
-    .timer = &Form1::Timer3,
-};
-
-constexpr SheetFamily docket_family{
-    .timer = &Form1::Timer3,
-    .scan = count_devices,
-    .prepare = prepare_docket,
-    .sheet = [](Program& program) { excecopy(program, 4, 7); },
+    .sheets = {.timer = &Form1::Timer3,
+               .scan = count_devices,
+               .prepare = prepare_docket,
+               .sheet = [](Program& program) { excecopy(program, 4, 7); }},
 };
 
 namespace {
@@ -201,14 +203,7 @@ constexpr ReportCommand test_docket_command{
     .text = test_command_text,
     .design = files::design_a,
     .key_column = design_column,
-    .timer = &Form1::Timer4,
-};
-
-constexpr SheetFamily test_docket_family{
-    .timer = &Form1::Timer4,
-    .scan = count_devices,
-    .prepare = prepare_docket,
-    .sheet = excecopys,
+    .sheets = {.timer = &Form1::Timer4, .scan = count_devices, .prepare = prepare_docket, .sheet = excecopys},
 };
 
 } // namespace tarvik

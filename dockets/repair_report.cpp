@@ -98,15 +98,11 @@ constexpr ReportCommand repair_report_command{
     .report = U"3158",
     .key = U"不可修复",
     .key_column = device_column,
-    .timer = &Form1::Timer5,
-};
-
-// A device that the report no longer holds gets a sheet all the same, of the row that stands in the table.
-constexpr SheetFamily repair_report_family{
-    .timer = &Form1::Timer5,
-    .scan = find_device,
-    .needs_records = false,
-    .sheet = [](Program& program) { excecopyword(program, true, true); },
+    // A device that the report no longer holds gets a sheet all the same, of the row that stands in the table.
+    .sheets = {.timer = &Form1::Timer5,
+               .scan = find_device,
+               .needs_records = false,
+               .sheet = [](Program& program) { excecopyword(program, true, true); }},
 };
 
 } // namespace tarvik

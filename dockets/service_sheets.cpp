@@ -119,13 +119,7 @@ constexpr ReportCommand service_bill_command{
     .question_tail = service_question_tail,
     .key = own_make,
     .key_column = bill_device_column,
-    .timer = &Form1::Timer6,
-};
-
-constexpr SheetFamily service_bill_family{
-    .timer = &Form1::Timer6,
-    .scan = count_in_report<files::report_3138>,
-    .sheet = excecopy6,
+    .sheets = {.timer = &Form1::Timer6, .scan = count_in_report<files::report_3138>, .sheet = excecopy6},
 };
 
 namespace {
@@ -193,13 +187,7 @@ constexpr ReportCommand service_list_command{
     .question_tail = service_question_tail,
     .key = own_make,
     .key_column = list_delivery_column,
-    .timer = &Form1::Timer10,
-};
-
-constexpr SheetFamily service_list_family{
-    .timer = &Form1::Timer10,
-    .scan = count_in_report<files::report_3160>,
-    .sheet = excecopy60,
+    .sheets = {.timer = &Form1::Timer10, .scan = count_in_report<files::report_3160>, .sheet = excecopy60},
 };
 
 namespace {

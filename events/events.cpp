@@ -17,14 +17,6 @@ namespace tarvik {
 
 namespace {
 
-// What each batch timer works on.
-std::span<const SheetFamily> sheet_families()
-{
-    static const std::array families{docket_family,   test_docket_family,   service_bill_family, service_list_family,
-                                     template_family, repair_report_family, tomation_family,     excelfile_family};
-    return families;
-}
-
 using Handler = void (*)(Program& program, Event& event);
 
 constexpr int query_box = 1, page_box = 4;
@@ -44,6 +36,17 @@ Pane& pane(Event& event)
 bool is_enter(const Event& event, int box)
 {
     return event.key == U'\r' && event.control.index() == box;
+}
+
+// The sheets that a batch timer works on.
+const SheetFamily& family_of(Form1& form1, const Control& timer)
+{
+    const auto reports = report_commands().reports;
+    return std::ranges::find_if(reports,
+                                [&](const ReportCommand& command) {
+                                    return command.sheets.timer && &(form1.*command.sheets.timer) == &timer;
+                                })
+        ->sheets;
 }
 
 // Give whether they know the key.
@@ -111,7 +114,7 @@ constexpr Row rows[] = {
     {Main,
      {"Timer3", "Timer4", "Timer5", "Timer6", "Timer7", "Timer8", "Timer9", "Timer10"},
      Tick,
-     [](Program& p, Event& e) { batch_tick(p, e.control, sheet_families()); }},
+     [](Program& p, Event& e) { batch_tick(p, family_of(p.form1, e.control)); }},
 
     {FormId::Form3, {"Command1"}, Click, [](Program& p, Event& e) { Form3_Command1_Click(p, e.control.index()); }},
     {FormId::Form3, {"Form3"}, Resize, [](Program& p, Event&) { Form3_Resize(p); }},

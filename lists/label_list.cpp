@@ -3,7 +3,6 @@
 #include "columns/columns.h"
 #include "columns/statistics.h"
 #include "mainwindow/installation_files.h"
-#include "runs/blanking.h"
 #include "runs/folder_walk.h"
 #include "runs/keyed_scans.h"
 #include "runs/sheet_path.h"
@@ -32,6 +31,12 @@ Marks write_block(Program& program, Marks rows, int counts_column)
     statistics(program, model_column, rows.models, model_cell, counts_column - model_cell);
     statistics(program, part_column, rows.parts, part_cell, counts_column - part_cell);
     return rows;
+}
+
+// Empties the body of the list.
+void excelce(Program& program)
+{
+    blank_template(program, files::label_list, first_row, 500);
 }
 
 void load_second_report(Program& program)

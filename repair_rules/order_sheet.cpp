@@ -15,7 +15,6 @@ constexpr double total_factor = 1.404;
 /// A cell that knows whether it was given something since it was read.
 struct LineCell {
     CellValue value;
-    bool filled = false; ///< also a formula without a result
     bool changed = false;
 };
 
@@ -26,7 +25,7 @@ public:
     SheetLine(const Worksheet& sheet, int row) : model_(sheet.cell(row, model_column))
     {
         for (int column = first_column; column <= last_column; ++column)
-            if (!sheet.is_empty(row, column)) cell(column) = {sheet.cell(row, column), true, false};
+            if (!sheet.is_empty(row, column)) cell(column) = {sheet.cell(row, column)};
     }
     /// Writes the cells that changed.
     void write(Worksheet& sheet, int row) const
@@ -36,7 +35,6 @@ public:
     }
 
     const Text& model() const { return model_; }
-    bool is_filled(int column) const { return cell(column).filled; }
     /// The value as text. Column 2 gives the model.
     Text text(int column) const
     {
@@ -54,14 +52,9 @@ public:
         return text.empty() ? 0 : tarvik::number(text);
     }
     /// The empty text empties the cell.
-    void set(int column, CellValue value)
-    {
-        const Text* text = std::get_if<Text>(&value);
-        const bool filled = !text || !text->empty();
-        cell(column) = {std::move(value), filled, true};
-    }
+    void set(int column, CellValue value) { cell(column) = {std::move(value), true}; }
     /// Puts the text behind what stands in the cell, and the mark of an entry between.
-    void append(int column, TextView text) { cell(column) = {this->text(column) + entry_mark + text, true, true}; }
+    void append(int column, TextView text) { cell(column) = {this->text(column) + entry_mark + text, true}; }
 
 private:
     static constexpr int first_column = faults_column, last_column = total_column;
@@ -134,7 +127,7 @@ void set_total(SheetLine& line)
 /// what stands there.
 void enter_record(SheetLine& line, const RepairRecord& record, const RuleTable& rules)
 {
-    const bool is_first = !line.is_filled(faults_column) && !line.is_filled(repairs_column);
+    const bool is_first = line.text(faults_column).empty() && line.text(repairs_column).empty();
     line.append(faults_column, record.fault);
     line.append(repairs_column, record.repair);
     if (is_first) enter_first(line, record, rules.first_entry);

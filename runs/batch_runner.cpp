@@ -131,7 +131,7 @@ Text run_key(const Program& program)
     return cursor < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(cursor)).str();
 }
 
-void batch_tick(Program& program, const Control& timer, std::span<const SheetFamily> families)
+void batch_tick(Program& program, const SheetFamily& family)
 {
     if (program.run.stop_wished) {
         stop_run(program);
@@ -139,8 +139,7 @@ void batch_tick(Program& program, const Control& timer, std::span<const SheetFam
         return;
     }
     try {
-        for (const SheetFamily& family : families)
-            if (&(program.form1.*family.timer) == &timer) family_tick(program, family);
+        family_tick(program, family);
     } catch (const Failure& failure) {
         const Text key = key_at(program, program.form1.batchcursor);
         if (!key.empty()) program.run.passed.push_back({key, failure.message()});

@@ -3,8 +3,6 @@
 #include "columns/columns.h"
 #include "mainwindow/mainwindow.h"
 
-#include <span>
-
 /// Works through the list of keys, one key a tick, and shows how far it is in the main window's caption.
 ///
 /// The gate (`batchgate`) keeps a second sheet from being begun while one is under way: a tick that finds it closed
@@ -15,7 +13,7 @@ namespace tarvik {
 
 /// One family of sheets: what its timer does with each key.
 struct SheetFamily {
-    Timer Form1::*timer;
+    Timer Form1::*timer = nullptr;
     /// What a timer without keys does in place of all that follows.
     void (*own_tick)(Program& program) = nullptr;
     /// Counts the key's records into partcount, and what else the family counts.
@@ -42,10 +40,10 @@ void stop_run(Program& program);
 /// The entry of keylist that the run is at; empty before its first key, behind its last, and without a run.
 Text run_key(const Program& program);
 
-/// One tick of a timer that fell due. A failure stops the run, with everything as the last finished sheet left it, and
+/// One tick of the family's timer. A failure stops the run, with everything as the last finished sheet left it, and
 /// goes on to whoever reports it; so does a wish to stop it, and a key whose scan would go to the other table.
 /// Files that the run passed over until then are reported with it.
-void batch_tick(Program& program, const Control& timer, std::span<const SheetFamily> families);
+void batch_tick(Program& program, const SheetFamily& family);
 
 /// What every finished sheet does: opens the gate for the next tick, shows how many are left and counts.
 void close_sheet(Program& program);

@@ -5,7 +5,6 @@
 #include "columns/statistics.h"
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
-#include "runs/batch_runner.h"
 
 namespace tarvik {
 
@@ -97,7 +96,8 @@ bool make_table(Program& program, const ReportCommand& command)
     devision1(program);
     if (command.key_column != no_column)
         statistitt(program, command.key_column == design_column ? design_key_column(program) : command.key_column);
-    if (!command.timer || program.form1.keycount > 0) check_scan(program, scan.outcome); // a run without keys just ends
+    if (!command.sheets.sheet || program.form1.keycount > 0)
+        check_scan(program, scan.outcome); // a run without keys just ends
     return template_stands(program, command);
 }
 
@@ -106,7 +106,7 @@ bool begin_report(Program& program, const ReportCommand& command)
 {
     if (command.title_first) set_job_title(program);
     if (!make_table(program, command)) return false;
-    if (command.timer) start_run(program, program.form1.*command.timer);
+    if (command.sheets.sheet) start_run(program, program.form1.*command.sheets.timer);
     program.run.template_file = command.template_file;
     if (command.run) command.run(program);
     return true;

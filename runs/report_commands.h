@@ -1,7 +1,7 @@
 #pragma once
 
 #include "columns/column_query.h"
-#include "mainwindow/mainwindow.h"
+#include "runs/batch_runner.h"
 
 #include <span>
 
@@ -48,8 +48,8 @@ struct ReportCommand {
     int Form1::*count_goes_to = nullptr;     ///< member that takes the number of lines
     int key_column = no_column;              ///< whose distinct values are the keys of the run
     std::u32string_view template_file = {};  ///< must lie in the installation folder
-    Timer Form1::*timer = nullptr;           ///< whose run is started
-    void (*run)(Program& program) = nullptr; ///< the operation of a command that has no run
+    SheetFamily sheets = {};                 ///< of the run that is started, if the family has sheets
+    void (*run)(Program& program) = nullptr; ///< the operation of a command that starts no run
 };
 
 /// Both lists are tested from the top: the first text that the query box holds decides.

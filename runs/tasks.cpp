@@ -63,6 +63,19 @@ void SpreadsheetTask::release() noexcept
     application_.reset();
 }
 
+void blank_template(Program& program, TextView name, int first_row, int last_row)
+{
+    constexpr int last_column = 10;
+    const Text path = installed(program, name);
+    const Files& files = program.platform.files;
+    const auto known = program.blank_templates.find(path);
+    if (known != program.blank_templates.end() && files.file_exists(path) && files.stamp(path) == known->second) return;
+    SpreadsheetTask task(program, path);
+    task.sheet().clear(first_row, last_row, 1, last_column);
+    task.finish(Changes::Save);
+    program.blank_templates[path] = files.stamp(path);
+}
+
 DocumentTask::DocumentTask(Program& program) : program_(program)
 {
     refuse_second(program_.form1.wdApp);

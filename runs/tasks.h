@@ -59,4 +59,8 @@ private:
     std::unique_ptr<DocumentApplication> application_;
 };
 
+/// Empties columns 1 to 10 of these rows in a template of the installation folder; one that this program left empty and
+/// that nobody has changed since is passed over.
+void blank_template(Program& program, TextView name, int first_row, int last_row);
+
 } // namespace tarvik

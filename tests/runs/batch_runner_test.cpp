@@ -6,7 +6,7 @@
 namespace tarvik::test {
 namespace {
 
-constexpr SheetFamily families[] = {{
+constexpr SheetFamily family{
     .timer = &Form1::Timer3,
     .scan =
         [](Program& program, TextView key) {
@@ -19,11 +19,11 @@ constexpr SheetFamily families[] = {{
             program.form1.batchgate = false;
             close_sheet(program);
         },
-}};
+};
 
 void batch_tick(Program& program)
 {
-    tarvik::batch_tick(program, program.form1.Timer3, families);
+    tarvik::batch_tick(program, family);
 }
 
 void begin(TestProgram& started, std::initializer_list<TextView> keys)

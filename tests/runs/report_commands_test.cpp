@@ -21,7 +21,7 @@ constexpr ReportCommand designed{
     .count_goes_to = &Form1::rowcount,
     .key_column = design_column,
     .template_file = U"designerA.xlsx",
-    .timer = &Form1::Timer7,
+    .sheets = {.timer = &Form1::Timer7, .sheet = [](Program&) {}},
 };
 constexpr ReportCommand direct{
     .text = U"An direct",
