@@ -1,7 +1,7 @@
 #include "desktop/services/desktop_printer.h"
 
 #include "desktop/services/default_printer.h"
-#include "engines/libreoffice/exchange_folder.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
 #include "platform/files/disk_file.h"
 #include "platform/files/file_failure.h"

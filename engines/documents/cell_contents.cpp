@@ -74,17 +74,6 @@ void append_piece(pugi::xml_node run, const Text& piece)
     set_raw_text(element, escaped(to_utf8(piece)));
 }
 
-constexpr bool is_line_break(char32_t c) noexcept
-{
-    return c == U'\r' || c == U'\n' || c == U'\v';
-}
-
-// What no XML text can hold, and what is no character.
-constexpr bool is_unwritable(char32_t c) noexcept
-{
-    return c < 0x20 || c == 0xFFFE || c == 0xFFFF;
-}
-
 void append_text(pugi::xml_node run, TextView text)
 {
     Text piece;
@@ -93,16 +82,10 @@ void append_text(pugi::xml_node run, TextView text)
         piece.clear();
         append_like(run, name);
     };
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char32_t c = text[i];
-        if (c == U'\r' && i + 1 < text.size() && text[i + 1] == U'\n') continue;
-        if (is_line_break(c)) {
-            append_element("br");
-        } else if (c == U'\t') {
-            append_element("tab");
-        } else if (!is_unwritable(c)) {
-            piece += c;
-        }
+    for (const char32_t c : text.str()) {
+        if (c == U'\n') append_element("br");
+        else if (c == U'\t') append_element("tab");
+        else piece += c;
     }
     append_piece(run, piece);
 }

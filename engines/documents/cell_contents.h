@@ -10,7 +10,7 @@
 namespace tarvik::ooxml {
 
 /// Makes `text` the cell's only contents, in one paragraph with the look of the cell's first paragraph and first run.
-/// CR LF, CR, LF and VT break the line, other control characters are left out. A content control around the cell no
+/// LF breaks the line. A content control around the cell no
 /// longer shows its placeholder nor follows data of its own, and has room for lines if there are any. Damage when the
 /// contents nest too deeply to be removed; they then stay.
 void replace_cell_text(pugi::xml_node cell, TextView text);

@@ -71,17 +71,17 @@ void DocumentModel::set_cell_text(int row, int column, TextView text)
     document_.changed = is_unpacked_ = true;
 }
 
-void DocumentModel::add_picture(int row, int column, const Picture& picture, std::string contents, TextView name)
+void DocumentModel::add_picture(int row, int column, PictureFile file, TextView name)
 {
     const auto& cell = table_cell(row, column);
     const auto paragraph = paragraph_for_picture(cell.node);
-    const auto kind = media_kind(picture.kind);
+    const auto kind = media_kind(file.picture.kind);
     const auto part = editor_.free_name(std::string(folder_of(main_.target)) + "media/image", kind.extension);
     const auto relationship = relationships_.add(main_.type_of("image"), part);
-    editor_.add(part, std::move(contents), kind.type);
+    editor_.add(part, std::move(file.contents), kind.type);
     const bool is_strict = main_.type.find("purl.oclc.org") != std::string::npos;
     append_drawing(paragraph,
-                   inline_drawing(picture, room_in_cell(cell, paragraph),
+                   inline_drawing(file.picture, room_in_cell(cell, paragraph),
                                   {relationship, free_drawing_number(), to_utf8(safe_name_part(name)), is_strict}));
     document_.changed = is_unpacked_ = true;
 }
@@ -106,7 +106,7 @@ int DocumentModel::free_drawing_number()
     return number;
 }
 
-const std::string& DocumentModel::pack()
+std::string DocumentModel::pack()
 {
     if (!is_unpacked_) return packed_.empty() ? editor_.original().bytes() : packed_;
     editor_.write(document_);

@@ -1,28 +1,22 @@
 #pragma once
 
+#include "engines/documents/engine.h"
 #include "engines/documents/first_table.h"
-#include "engines/documents/picture.h"
 #include "engines/packages/package_editor.h"
-#include "platform/text/text.h"
 
-#include <memory>
 #include <optional>
 #include <set>
-#include <string>
 
 namespace tarvik::ooxml {
 
-/// A document as its package holds it. Only what changed is written anew; what is wrong is thrown as Damage.
-class DocumentModel {
+/// A document as its package holds it. Only what changed is written anew.
+class DocumentModel : public FilledDocument {
 public:
     explicit DocumentModel(std::shared_ptr<const Package> package);
 
-    // Rows and columns of the document's first table count from 1.
-    void set_cell_text(int row, int column, TextView text);
-    /// `contents` are those of the picture's file, `name` is what the user calls it.
-    void add_picture(int row, int column, const Picture& picture, std::string contents, TextView name);
-    /// The package with all changes.
-    const std::string& pack();
+    void set_cell_text(int row, int column, TextView text) override;
+    void add_picture(int row, int column, PictureFile file, TextView name) override;
+    std::string pack() override;
 
 private:
     const TableCell& table_cell(int row, int column);

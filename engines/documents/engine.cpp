@@ -11,29 +11,38 @@ namespace ooxml {
 
 namespace {
 
-/// A document opened from a file. Failures name the file: the picture's where that is at fault, else the document's.
-class OoxmlTextDocument final : public TextDocument {
+/// CR LF, CR, LF and VT break the line, as LF; what no document can hold is left out.
+Text plain_lines(TextView text)
+{
+    Text lines;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t c = text[i];
+        if (c == U'\r' && i + 1 < text.size() && text[i + 1] == U'\n') continue;
+        if (c == U'\r' || c == U'\v') lines += U'\n';
+        else if (c == U'\n' || c == U'\t' || (c >= 0x20 && c != 0xFFFE && c != 0xFFFF)) lines += c;
+    }
+    return lines;
+}
+
+class OpenedDocument final : public TextDocument {
 public:
-    OoxmlTextDocument(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
-                      FileOfPackage file_of)
-        : files_(files), printer_(printer), path_(std::move(path)), file_of_(std::move(file_of)),
-          model_(naming_file(U"文档", path_, [&] { return std::make_unique<DocumentModel>(std::move(package)); }))
+    OpenedDocument(Files& files, Printer& printer, TextView path,
+                   const std::function<std::unique_ptr<FilledDocument>()>& open)
+        : files_(files), printer_(printer), path_(path.str()), document_(naming_file(U"文档", path, open))
     {
     }
 
     void set_cell_text(int row, int column, TextView text) override
     {
-        naming_file(U"文档", path_, [&] { model().set_cell_text(row, column, text); });
+        naming_file(U"文档", path_, [&] { document().set_cell_text(row, column, plain_lines(text)); });
         is_saved_ = false;
     }
 
     void add_picture(int row, int column, TextView path) override
     {
-        auto& document = model();
+        auto& opened = document();
         auto file = read_picture_file(files_, path);
-        naming_file(U"文档", path_, [&] {
-            document.add_picture(row, column, file.picture, std::move(file.contents), split_path(path).name);
-        });
+        naming_file(U"文档", path_, [&] { opened.add_picture(row, column, std::move(file), split_path(path).name); });
         is_saved_ = false;
     }
 
@@ -51,34 +60,33 @@ public:
         print_copy(files_, printer_, name, packed());
     }
 
-    void close() override { model_.reset(); }
+    void close() override { document_.reset(); }
 
 private:
-    DocumentModel& model() const
+    FilledDocument& document() const
     {
-        if (!model_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
-        return *model_;
+        if (!document_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
+        return *document_;
     }
 
     std::string packed() const
     {
-        return naming_file(U"文档", path_, [this] { return file_of_(model().pack()); });
+        return naming_file(U"文档", path_, [this] { return document().pack(); });
     }
 
     Files& files_;
     Printer& printer_;
     Text path_;
-    FileOfPackage file_of_;
-    std::unique_ptr<DocumentModel> model_; // none once the document is closed
-    bool is_saved_ = true;                 // the file holds what the model does
+    std::unique_ptr<FilledDocument> document_; // none once it is closed
+    bool is_saved_ = true;                     // the file holds what the document does
 };
 
 } // namespace
 
-std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, Text path,
-                                            std::shared_ptr<const Package> package, FileOfPackage file_of)
+std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, TextView path,
+                                            const std::function<std::unique_ptr<FilledDocument>()>& open)
 {
-    return std::make_unique<OoxmlTextDocument>(files, printer, std::move(path), std::move(package), std::move(file_of));
+    return std::make_unique<OpenedDocument>(files, printer, path, open);
 }
 
 } // namespace ooxml
@@ -94,8 +102,8 @@ std::unique_ptr<DocumentApplication> OoxmlDocuments::create()
 {
     return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(
         [&files = files_, &printer = printer_, cache = cache_](TextView path) {
-            auto package = ooxml::naming_file(U"文档", path, [&] { return cache->open(path); });
-            return ooxml::open_document(files, printer, path.str(), std::move(package));
+            return ooxml::open_document(files, printer, path,
+                                        [&] { return std::make_unique<ooxml::DocumentModel>(cache->open(path)); });
         });
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/automation.h"
+#include "engines/documents/picture.h"
 #include "platform/platform.h"
 
 #include <functional>
@@ -11,16 +12,25 @@ namespace tarvik {
 
 namespace ooxml {
 
-class Package;
 class PackageCache;
 
-/// The bytes of a document's file, made of those of its package. Throws Damage.
-using FileOfPackage = std::function<std::string(const std::string& package)>;
+/// A document that is being filled. Rows and columns of its first table count from 1; what is wrong is thrown as
+/// Damage.
+class FilledDocument {
+public:
+    virtual ~FilledDocument() = default;
+    /// LF breaks the line.
+    virtual void set_cell_text(int row, int column, TextView text) = 0;
+    /// `name` is what the user calls the picture.
+    virtual void add_picture(int row, int column, PictureFile file, TextView name) = 0;
+    /// The bytes of the document's file with all changes.
+    virtual std::string pack() = 0;
+};
 
-/// A document opened from a file; `package` shows what it holds.
-std::unique_ptr<TextDocument> open_document(
-    Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
-    FileOfPackage file_of = [](const std::string& package) { return package; });
+/// A document opened from a file by `open`. Failures name the file: the picture's where that is at fault, else the
+/// document's.
+std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, TextView path,
+                                            const std::function<std::unique_ptr<FilledDocument>()>& open);
 
 } // namespace ooxml
 

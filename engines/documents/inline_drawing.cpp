@@ -1,5 +1,6 @@
 #include "engines/documents/inline_drawing.h"
 
+#include "engines/documents/elements.h"
 #include "engines/packages/xml_part.h"
 
 #include <algorithm>
@@ -57,7 +58,144 @@ std::string units(double inches)
     return std::to_string(std::max(0LL, std::llround(inches * units_an_inch)));
 }
 
+// Lengths here are twips, twentieths of a point.
+constexpr double twips_an_inch = 1440;
+constexpr double usual_cell_margin = 108;
+constexpr double least_room = 360; // what is narrower tells nothing of use
+// The line that the picture stands in and the cell's borders take the rest of the page.
+constexpr double share_of_page = 0.9;
+
+struct Unit {
+    std::string_view name;
+    double twips;
+};
+constexpr std::array<Unit, 6> measures{{{"pt", 20},
+                                        {"in", twips_an_inch},
+                                        {"cm", twips_an_inch / 2.54},
+                                        {"mm", twips_an_inch / 25.4},
+                                        {"pc", 240},
+                                        {"pi", 240}}};
+
+// A plain number is twips.
+double length(const std::string& text)
+{
+    const double number = leading_number(from_utf8(text));
+    for (const auto& unit : measures) {
+        if (text.ends_with(unit.name)) return number * unit.twips;
+    }
+    return number;
+}
+
+double length_of(pugi::xml_node element, std::string_view attribute, double otherwise)
+{
+    const auto value = value_of(element, attribute);
+    return value.empty() ? otherwise : length(value);
+}
+
+// A width in twips, or in parts of `whole`; 0 when it is left to the word processor.
+double width_of(pugi::xml_node element, double whole)
+{
+    const auto type = value_of(element, "type");
+    const auto value = value_of(element, "w");
+    if (value.ends_with('%')) return whole * leading_number(from_utf8(value)) / 100;
+    if (type == "pct") return whole * leading_number(from_utf8(value)) / 5000;
+    return type == "auto" || type == "nil" ? 0 : length(value);
+}
+
+struct Page {
+    double width;
+    double height;
+};
+
+// The text area of the pages that the node's section has.
+Page page_around(pugi::xml_node node)
+{
+    pugi::xml_node section;
+    const auto root = node.root();
+    for (auto next = node_behind(node, root); next && !section;) {
+        if (is_named(next, "sectPr")) section = next;
+        const auto inner = next.first_child();
+        next = inner ? inner : node_behind(next, root);
+    }
+    const auto size = child_named(section, "pgSz");
+    const auto margins = child_named(section, "pgMar");
+    const auto inside = [&](double whole, std::initializer_list<const char*> sides) {
+        double rest = whole;
+        for (const auto* side : sides) rest -= std::abs(length_of(margins, side, twips_an_inch));
+        return rest >= least_room ? rest : whole;
+    };
+    return {inside(length_of(size, "w", 11'906), {"left", "right"}) - length_of(margins, "gutter", 0),
+            inside(length_of(size, "h", 16'838), {"top", "bottom"})};
+}
+
+// The cell's or the table's margin on one side, which goes by either of two names.
+double margin(pugi::xml_node cell_properties, pugi::xml_node table_properties, const char* side, const char* other,
+              double otherwise)
+{
+    for (const auto margins : {child_named(cell_properties, "tcMar"), child_named(table_properties, "tblCellMar")}) {
+        for (const auto* name : {side, other}) {
+            if (const auto element = child_named(margins, name)) return length_of(element, "w", otherwise);
+        }
+    }
+    return otherwise;
+}
+
+double indents(pugi::xml_node paragraph)
+{
+    const auto indent = child_named(child_named(paragraph, "pPr"), "ind");
+    double sum = 0;
+    for (const auto* name : {"left", "start", "right", "end", "firstLine"}) {
+        sum += std::max(0.0, length_of(indent, name, 0));
+    }
+    return sum;
+}
+
+// The width of the grid columns that the cell spans; 0 where the table has no grid.
+double grid_width(pugi::xml_node table, const TableCell& cell)
+{
+    double width = 0;
+    int column = 0;
+    for (const auto one : nearest(child_named(table, "tblGrid"), "gridCol")) {
+        if (column >= cell.grid_column && column < cell.grid_column + cell.grid_span) width += length_of(one, "w", 0);
+        ++column;
+    }
+    return width;
+}
+
+double cell_width(pugi::xml_node table, const TableCell& cell, const Page& page)
+{
+    const auto told = child_named(child_named(cell.node, "tcPr"), "tcW");
+    const double whole = width_of(child_named(child_named(table, "tblPr"), "tblW"), page.width);
+    const double width = width_of(told, whole > 0 ? whole : page.width);
+    if (width > 0) return width;
+    const double of_grid = grid_width(table, cell);
+    return of_grid > 0 ? of_grid : page.width;
+}
+
+// The height of the row if it is fixed, else 0.
+double fixed_height(pugi::xml_node cell)
+{
+    const auto height = child_named(child_named(around(cell, "tr"), "trPr"), "trHeight");
+    return value_of(height, "hRule") == "exact" ? length_of(height, "val", 0) : 0;
+}
+
 } // namespace
+
+Room room_in_cell(const TableCell& cell, pugi::xml_node paragraph)
+{
+    const auto table = around(cell.node, "tbl");
+    const auto page = page_around(table);
+    const auto margins = [&, properties = child_named(cell.node, "tcPr"),
+                          of_table = child_named(table, "tblPr")](const char* side, const char* other, double usual) {
+        return margin(properties, of_table, side, other, usual);
+    };
+    const double width = cell_width(table, cell, page) - margins("left", "start", usual_cell_margin) -
+                         margins("right", "end", usual_cell_margin) - indents(paragraph);
+    double height = page.height * share_of_page;
+    if (const double fixed = fixed_height(cell.node); fixed > 0) height = std::min(height, fixed);
+    height -= margins("top", "top", 0) + margins("bottom", "bottom", 0);
+    return {std::max(width, least_room) / twips_an_inch, std::max(height, least_room) / twips_an_inch};
+}
 
 std::string inline_drawing(const Picture& picture, const Room& room, const DrawingReference& reference)
 {

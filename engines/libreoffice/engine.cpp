@@ -1,34 +1,25 @@
 #include "engines/libreoffice/engine.h"
 
-#include "engines/libreoffice/exchange_folder.h"
-#include "engines/libreoffice/opened_files.h"
 #include "engines/packages/file_kind.h"
 
 namespace tarvik {
 
 LibreOfficeEngines::LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer,
                                        FormulaServices services)
-    : office_(office), files_(files), printer_(printer), services_(std::move(services)),
-      packages_(std::make_shared<ooxml::PackageCache>(files))
+    : around_{office, files, printer, std::move(services), std::make_shared<ooxml::PackageCache>(files)}
 {
 }
 
 std::unique_ptr<SpreadsheetApplication> LibreOfficeEngines::create_spreadsheet()
 {
     return std::make_unique<ooxml::HiddenApplication<SpreadsheetApplication, Workbook>>(
-        [&office = office_, &files = files_, &printer = printer_, packages = packages_,
-         services = services_](TextView path) {
-            return libreoffice::open_workbook({office, files, printer, *packages, services}, path.str());
-        });
+        [around = around_](TextView path) { return libreoffice::open_workbook(around, path.str()); });
 }
 
 std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
 {
     return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(
-        [&office = office_, &files = files_, &printer = printer_, packages = packages_,
-         services = services_](TextView path) {
-            return libreoffice::open_document({office, files, printer, *packages, services}, path.str());
-        });
+        [around = around_](TextView path) { return libreoffice::open_document(around, path); });
 }
 
 std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)

@@ -2,14 +2,33 @@
 
 #include "engines/automation.h"
 #include "engines/libreoffice/libreoffice.h"
+#include "engines/packages/package_cache.h"
 #include "engines/spreadsheets/formula_services.h"
 #include "platform/platform.h"
 
 namespace tarvik {
 
-namespace ooxml {
-class PackageCache;
-}
+namespace libreoffice {
+
+/// What a file is opened with; all that is referred to outlives the file.
+struct Surroundings {
+    LibreOffice& office;
+    Files& files;
+    Printer& printer;
+    FormulaServices services;
+    std::shared_ptr<ooxml::PackageCache> packages; ///< what the files opened last hold as packages
+};
+
+// Files that the suite reads and writes. Failures name the file, or the picture's where that is at fault.
+
+std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path);
+std::unique_ptr<TextDocument> open_document(const Surroundings& around, TextView path);
+
+/// A workbook package (.xlsx, .xlsm) with every formula calculated anew, as LibreOffice stores it as .xlsx: each
+/// formula cell holds its result. Throws Damage.
+std::string recalculated(LibreOffice& office, std::string_view package);
+
+} // namespace libreoffice
 
 /// The engine that has the suite of this system read and write files: workbooks in .xls, .xlsx and .xlsm, binary
 /// documents and packages. The suite works on copies of its own; the files are read and replaced as a whole. `office`,
@@ -22,22 +41,10 @@ public:
     std::unique_ptr<DocumentApplication> create_document() override;
 
 private:
-    libreoffice::LibreOffice& office_;
-    Files& files_;
-    Printer& printer_;
-    FormulaServices services_;
-    std::shared_ptr<ooxml::PackageCache> packages_;
+    libreoffice::Surroundings around_;
 };
 
 /// Whether the suite of this system edits files in place. One that does not converts them, calculates and prints.
 bool suite_edits() noexcept;
-
-namespace libreoffice {
-
-/// A workbook package (.xlsx, .xlsm) with every formula calculated anew, as LibreOffice stores it as .xlsx: each
-/// formula cell holds its result. Throws Damage.
-std::string recalculated(LibreOffice& office, std::string_view package);
-
-} // namespace libreoffice
 
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/libreoffice/load_plugin.h"
+#include "engines/libreoffice/bridge.h"
 #include "engines/libreoffice/office_process.h"
 #include "engines/libreoffice/worker.h"
 #include "engines/packages/temporary_folder.h"
@@ -11,6 +11,33 @@
 #include <type_traits>
 
 namespace tarvik::libreoffice {
+
+/// The plugin in a file. Throws Damage with what is to be installed where the plugin or LibreOffice is missing.
+Plugin& load_plugin(const std::filesystem::path& file);
+
+/// Beside the program that runs; lib/tarvik beside a program's folder that is named bin.
+std::filesystem::path usual_plugin_file();
+
+/// What a message calls the suite behind the plugin.
+Text suite_title();
+
+/// A folder for the copies of one file that pass between the program and LibreOffice; it goes with all that is in it.
+/// So LibreOffice never touches the file that the user knows.
+class ExchangeFolder {
+public:
+    /// Makes a folder of its own inside of `parent`. Throws Damage, as the other functions do.
+    explicit ExchangeFolder(const std::filesystem::path& parent);
+    ~ExchangeFolder();
+    ExchangeFolder(const ExchangeFolder&) = delete;
+    ExchangeFolder& operator=(const ExchangeFolder&) = delete;
+
+    std::filesystem::path place(const std::filesystem::path& name) const { return path_ / name; }
+    std::filesystem::path put(const std::filesystem::path& name, std::string_view bytes) const;
+    std::string take(const std::filesystem::path& name) const;
+
+private:
+    std::filesystem::path path_;
+};
 
 struct Settings {
     /// Called some twenty times a second while the caller waits for LibreOffice, with the time waited so far.

@@ -1,7 +1,5 @@
-#include "engines/documents/engine.h"
+#include "engines/documents/document_model.h"
 #include "engines/libreoffice/engine.h"
-#include "engines/libreoffice/exchange_folder.h"
-#include "engines/libreoffice/opened_files.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
 #include "engines/spreadsheets/workbook_model.h"
@@ -33,7 +31,7 @@ constexpr Extensions of_workbooks{".xls", ".xlsx", ".xlsm"}, of_documents{".doc"
 std::shared_ptr<const ooxml::Package> package_of(const Surroundings& around, TextView path, FileKind kind,
                                                  const Extensions& extensions)
 {
-    return around.packages.open(path, [&] {
+    return around.packages->open(path, [&] {
         auto bytes = around.files.read(path);
         if (require_kind(bytes, kind) != kind) return bytes;
         return converted(around.office, bytes, extensions.older, extensions.of_package(bytes));
@@ -56,6 +54,23 @@ private:
     LibreOffice& suite_;
 };
 
+class ConvertedDocument final : public ooxml::DocumentModel {
+public:
+    ConvertedDocument(std::shared_ptr<const ooxml::Package> package, LibreOffice& suite)
+        : DocumentModel(std::move(package)), suite_(suite)
+    {
+    }
+
+    std::string pack() override
+    {
+        const auto package = DocumentModel::pack();
+        return converted(suite_, package, of_documents.of_package(package), of_documents.older);
+    }
+
+private:
+    LibreOffice& suite_;
+};
+
 } // namespace
 
 std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
@@ -66,14 +81,12 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
                                 std::make_unique<ConvertedWorkbook>(around.office), U".xls");
 }
 
-std::unique_ptr<TextDocument> open_document(const Surroundings& around, Text path)
+std::unique_ptr<TextDocument> open_document(const Surroundings& around, TextView path)
 {
-    auto package =
-        ooxml::naming_file(U"文档", path, [&] { return package_of(around, path, FileKind::Document, of_documents); });
-    return ooxml::open_document(around.files, around.printer, std::move(path), std::move(package),
-                                [&suite = around.office](const std::string& bytes) {
-                                    return converted(suite, bytes, of_documents.of_package(bytes), of_documents.older);
-                                });
+    return ooxml::open_document(around.files, around.printer, path, [&] {
+        return std::make_unique<ConvertedDocument>(package_of(around, path, FileKind::Document, of_documents),
+                                                   around.office);
+    });
 }
 
 } // namespace tarvik::libreoffice

@@ -1,4 +1,4 @@
-#include "engines/libreoffice/load_plugin.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "engines/libreoffice/office_process.h"
 #include "engines/suite/application.h"
 #include "platform/files/path_text.h"

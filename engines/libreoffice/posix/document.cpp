@@ -1,40 +1,14 @@
-#include "engines/libreoffice/exchange_folder.h"
-#include "engines/libreoffice/opened_files.h"
+#include "engines/libreoffice/engine.h"
 
-#include "engines/documents/picture.h"
+#include "engines/documents/engine.h"
 #include "engines/packages/damage.h"
 #include "engines/packages/file_kind.h"
-#include "platform/files/file_name.h"
 
 #include <algorithm>
 
 namespace tarvik::libreoffice {
 
 namespace {
-
-/// The names of the formats that a document is saved in again; an older binary one becomes the newest of them.
-constexpr const char* package_filter = "MS Word 2007 XML";
-constexpr const char* binary_filter = "MS Word 97";
-
-template <typename Work>
-decltype(auto) naming_document(TextView path, Work&& work)
-{
-    return ooxml::naming_file(U"文档", path, std::forward<Work>(work));
-}
-
-/// CR LF, CR and LF break the line; of the other control characters only the tabulator has a meaning.
-Text cell_text(TextView told)
-{
-    Text made;
-    for (std::size_t i = 0; i < told.size(); ++i) {
-        const char32_t character = told[i];
-        const bool is_half = character == U'\r' && i + 1 < told.size() && told[i + 1] == U'\n';
-        if (is_half) continue;
-        if (character == U'\r' || character == U'\v') made += U'\n';
-        else if (character >= U' ' || character == U'\n' || character == U'\t') made += character;
-    }
-    return made;
-}
 
 void require_table(OpenDocument& document)
 {
@@ -56,105 +30,57 @@ Size fitting(const ooxml::Picture& picture, Size room)
     return {length(width), length(height)};
 }
 
-/// A document that LibreOffice holds open. Failures name the file: the picture's where that is at fault, else the
-/// document's.
-class OfficeDocument final : public TextDocument {
+/// A document that LibreOffice holds open. An older binary one is stored in the newest of these formats.
+class OfficeDocument final : public ooxml::FilledDocument {
 public:
-    OfficeDocument(const Surroundings& around, Text path)
-        : files_(around.files), printer_(around.printer), path_(std::move(path))
+    OfficeDocument(LibreOffice& office, std::string_view bytes)
+        : is_package_(require_kind(bytes, FileKind::Document) == FileKind::Package), folder_(office.folder()),
+          file_(office.open_document(folder_.put(is_package_ ? "read.docx" : "read.doc", bytes)))
     {
-        naming_document(path_, [&] { open(around.office); });
+        if (!file_) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
     }
 
     void set_cell_text(int row, int column, TextView text) override
     {
-        auto& opened = file();
-        naming_document(path_, [&] {
-            const auto written = cell_text(text);
-            opened.call([&](OpenDocument& document) {
-                require_table(document);
-                if (!document.set_cell_text(row, column, written)) refuse_cell(row, column);
-            });
+        file_.call([&](OpenDocument& document) {
+            require_table(document);
+            if (!document.set_cell_text(row, column, text.str())) refuse_cell(row, column);
         });
     }
 
-    void add_picture(int row, int column, TextView path) override
+    void add_picture(int row, int column, ooxml::PictureFile picture, TextView /*name*/) override
     {
-        auto& opened = file();
-        const auto picture = ooxml::read_picture_file(files_, path);
-        naming_document(path_, [&] {
-            const auto copy = folder_->put("picture" + std::to_string(++pictures_), picture.contents);
-            opened.call([&](OpenDocument& document) {
-                require_table(document);
-                const auto room = document.room_in_cell(row, column);
-                if (!room) refuse_cell(row, column);
-                document.add_picture(row, column, copy, fitting(picture.picture, *room));
-            });
+        const auto copy = folder_.put("picture" + std::to_string(++pictures_), picture.contents);
+        file_.call([&](OpenDocument& document) {
+            require_table(document);
+            const auto room = document.room_in_cell(row, column);
+            if (!room) refuse_cell(row, column);
+            document.add_picture(row, column, copy, fitting(picture.picture, *room));
         });
     }
 
-    void save_as(TextView path) override
+    std::string pack() override
     {
-        file();
-        const auto bytes = naming_document(path_, [&] { return stored(); });
-        files_.replace(path, bytes);
-        path_ = path.str();
-    }
-
-    void print_out() override
-    {
-        file();
-        const auto name = split_path(path_).name;
-        const ExchangeFolder folder(folder_->place("printed"));
-        const auto copy = naming_document(path_, [&] { return folder.put(to_utf8(name), stored()); });
-        printer_.print(copy, name);
-    }
-
-    void close() override
-    {
-        file_.reset();
-        folder_.reset();
+        file_.call([&](OpenDocument& document) {
+            document.store(folder_.place("written"), is_package_ ? "MS Word 2007 XML" : "MS Word 97");
+        });
+        return folder_.take("written");
     }
 
 private:
-    void open(LibreOffice& office)
-    {
-        const auto bytes = files_.read(path_);
-        const bool is_package = require_kind(bytes, FileKind::Document) == FileKind::Package;
-        folder_.emplace(office.folder());
-        auto file = office.open_document(folder_->put(is_package ? "read.docx" : "read.doc", bytes));
-        if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
-        filter_ = is_package ? package_filter : binary_filter;
-        file_.emplace(std::move(file));
-    }
-
-    Handle<OpenDocument>& file()
-    {
-        if (!file_) throw Failure(U"文档“" + path_ + U"”已经关闭。");
-        return *file_;
-    }
-
-    std::string stored()
-    {
-        const auto copy = folder_->place("written");
-        file().call([&](OpenDocument& document) { document.store(copy, filter_); });
-        return folder_->take("written");
-    }
-
-    Files& files_;
-    Printer& printer_;
-    Text path_;
-    std::optional<ExchangeFolder> folder_;
-    std::optional<Handle<OpenDocument>> file_; ///< none once the document is closed
-    const char* filter_ = nullptr;             ///< the format that it is kept in
+    bool is_package_;
+    ExchangeFolder folder_;
+    Handle<OpenDocument> file_;
     int pictures_ = 0;
 };
 
 } // namespace
 
-std::unique_ptr<TextDocument> open_document(const Surroundings& around, Text path)
+std::unique_ptr<TextDocument> open_document(const Surroundings& around, TextView path)
 {
-    return std::make_unique<OfficeDocument>(around, std::move(path));
+    return ooxml::open_document(around.files, around.printer, path, [&] {
+        return std::make_unique<OfficeDocument>(around.office, around.files.read(path));
+    });
 }
 
 } // namespace tarvik::libreoffice

@@ -1,4 +1,3 @@
-#include "engines/libreoffice/load_plugin.h"
 
 #include "engines/libreoffice/engine.h"
 #include "engines/packages/damage.h"

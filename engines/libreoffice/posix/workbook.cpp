@@ -1,5 +1,4 @@
-#include "engines/libreoffice/exchange_folder.h"
-#include "engines/libreoffice/opened_files.h"
+#include "engines/libreoffice/engine.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
 #include "engines/spreadsheets/workbook_model.h"
@@ -146,7 +145,7 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
         if (is_package) extension = has_macros(bytes) ? U".xlsm" : U".xlsx";
         if (kind == FileKind::Encrypted) extension = extension_of(path);
         opened = std::make_unique<OfficeWorkbook>(std::move(folder), std::move(file));
-        package = around.packages.open(path, [&] { return is_package ? bytes : opened->stored(U".xlsx"); });
+        package = around.packages->open(path, [&] { return is_package ? bytes : opened->stored(U".xlsx"); });
     });
     return ooxml::open_workbook(around.files, around.printer, std::move(path), std::move(package), around.services,
                                 std::move(opened), extension);

@@ -19,7 +19,7 @@ TEST(HostileDocument, numbers_of_drawings_are_sought_once_in_each_part)
     set_part(parts, "word/_rels/document.xml.rels", "<Relationships>" + links + "</Relationships>");
     DocumentModel model(std::make_shared<const Package>(make_package(parts)));
     const auto picture = png(2, 2);
-    model.add_picture(1, 1, read_picture(picture), picture, U"p.png");
+    model.add_picture(1, 1, {picture, read_picture(picture)}, U"p.png");
     EXPECT_NE(part_of(model.pack(), main_part).find("docPr id=\"2\""), std::string::npos);
 }
 
