@@ -60,9 +60,9 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
     growth_.setInterval(growth_milliseconds);
     QObject::connect(&growth_, &QTimer::timeout, &form1_, [this] { follow_file(); });
-    menu_.emplace(program_, form1_, form3_, form4_, tasks_,
-                  MenuHost{[this](auto look) { set_look(look); },
-                           [this](bool follows) { follows ? growth_.start() : growth_.stop(); }});
+    menu_ = make_main_menu(program_, form1_, form3_, form4_, tasks_,
+                           MenuHost{[this](auto look) { set_look(look); },
+                                    [this](bool follows) { follows ? growth_.start() : growth_.stop(); }});
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &form1_, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && !look_) apply_look();
     });

@@ -1,9 +1,17 @@
 #include "desktop/controls/control_maker.h"
 
+#include "desktop/front/input.h"
+#include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/text_view/text_accessible.h"
 #include "scripts/control_directory.h"
 
+#include <QAccessible>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QRadioButton>
 
 #include <algorithm>
 #include <limits>
@@ -13,12 +21,111 @@ namespace tarvik {
 
 namespace {
 
+constexpr double smaller_step = 0.97;
+
+// A command button. Press and release are signalled one by one, and a click behind the release.
+class ButtonWidget final : public QPushButton {
+public:
+    ButtonWidget(Front& front, Control& control, std::function<void()> clicked_by_mouse, QWidget* parent)
+        : QPushButton(parent), front_(front), control_(control), clicked_by_mouse_(std::move(clicked_by_mouse))
+    {
+        setAttribute(Qt::WA_NoMousePropagation);
+        setMinimumSize(1, 1);
+        connect(this, &QPushButton::clicked, this, [this] { front_.queue.post({EventKind::Click, control_}); });
+    }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        QPushButton::mousePressEvent(event);
+        post_mouse(front_, control_, EventKind::MouseDown, *event);
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        post_mouse(front_, control_, EventKind::MouseUp, *event);
+        QPushButton::mouseReleaseEvent(event);
+        if (event->button() == Qt::LeftButton && clicked_by_mouse_) front_.queue.submit(clicked_by_mouse_);
+    }
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) click();
+        else QPushButton::keyPressEvent(event);
+    }
+
+private:
+    Front& front_;
+    Control& control_;
+    std::function<void()> clicked_by_mouse_;
+};
+
+// An option button: it shows what the model says, and a click on a selected one is a click like any other.
+class OptionWidget final : public QRadioButton {
+public:
+    OptionWidget(Front& front, OptionButton& control, std::function<void()> clicked_by_mouse, QWidget* parent)
+        : QRadioButton(parent), front_(front), clicked_by_mouse_(std::move(clicked_by_mouse))
+    {
+        setAttribute(Qt::WA_NoMousePropagation);
+        setMinimumSize(1, 1);
+        setAutoExclusive(false);
+        forget_accessible(*this);
+        connect(this, &QRadioButton::clicked, this, [this, &control] {
+            for (const EventKind kind : {EventKind::MouseDown, EventKind::MouseUp, EventKind::Click})
+                front_.queue.post({kind, control});
+        });
+    }
+
+protected:
+    void nextCheckState() override {}
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        QRadioButton::mouseReleaseEvent(event);
+        if (event->button() == Qt::LeftButton && clicked_by_mouse_) front_.queue.submit(clicked_by_mouse_);
+    }
+
+private:
+    Front& front_;
+    std::function<void()> clicked_by_mouse_;
+};
+
+// A frame around controls that belong together, with its caption inside at the top.
+class FrameWidget final : public QWidget {
+public:
+    explicit FrameWidget(QWidget* parent) : QWidget(parent)
+    {
+        setProperty(accessible_role, QAccessible::Grouping);
+        setAttribute(Qt::WA_NoMousePropagation);
+    }
+    void set_caption(const QString& caption)
+    {
+        caption_ = caption;
+        setAccessibleName(caption);
+        update();
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        constexpr int left = 10, top = 3, most_steps = 12;
+        QPainter painter(this);
+        paint_box(painter, rect(), palette().color(QPalette::Window), false);
+        painter.setPen(palette().color(QPalette::WindowText));
+        QFont smaller = font(); // a little, at small zooms; widths do not go in proportion to the size
+        for (int i = 0; i < most_steps && QFontMetrics(smaller).horizontalAdvance(caption_) + 1 > width() - 2 * left;
+             ++i)
+            smaller.setPointSizeF(smaller.pointSizeF() * smaller_step);
+        painter.setFont(smaller);
+        painter.drawText(rect().adjusted(left, top, -left, 0), Qt::AlignLeft | Qt::AlignTop, caption_);
+    }
+
+private:
+    QString caption_;
+};
+
 // How large the text of a label can be to fit into it, in points. Margins do not get smaller with the window, so that a
 // text can need a little more room than it has.
 double fitting_points(const QLabel& label)
 {
     constexpr int most_steps = 8;
-    constexpr double step = 0.97;
     QLabel trial(label.text());
     trial.setWordWrap(true);
     trial.setMargin(label.margin());
@@ -26,10 +133,27 @@ double fitting_points(const QLabel& label)
     QFont font = label.font();
     trial.setFont(font);
     for (int i = 0; i < most_steps && trial.heightForWidth(label.width()) > label.height(); ++i) {
-        font.setPointSizeF(font.pointSizeF() * step);
+        font.setPointSizeF(font.pointSizeF() * smaller_step);
         trial.setFont(font);
     }
     return font.pointSizeF();
+}
+
+void show_common(QWidget& widget, const Control& control, const Theme& theme)
+{
+    if (widget.isHidden() == control.visible()) {
+        widget.setVisible(control.visible());
+        // Of panes that lie on each other the one shown last is in front.
+        if (control.visible() && dynamic_cast<TextWidget*>(&widget)) widget.raise();
+    }
+    if (widget.isEnabled() != control.enabled()) widget.setEnabled(control.enabled());
+    theme.colour(widget, control.back_color());
+}
+
+template <typename Widget>
+void show_caption(Widget& widget, const QString& caption)
+{
+    if (widget.text() != caption) widget.setText(caption);
 }
 
 } // namespace
@@ -57,27 +181,6 @@ void ControlMaker::set_fonts() const
     for (const Entry& entry : entries_) entry.widget->setFont(front_.theme.font(entry.role, front_.scale));
 }
 
-namespace {
-
-void show_common(QWidget& widget, const Control& control, const Theme& theme)
-{
-    if (widget.isHidden() == control.visible()) {
-        widget.setVisible(control.visible());
-        // Of panes that lie on each other the one shown last is in front.
-        if (control.visible() && dynamic_cast<TextWidget*>(&widget)) widget.raise();
-    }
-    if (widget.isEnabled() != control.enabled()) widget.setEnabled(control.enabled());
-    theme.colour(widget, control.back_color());
-}
-
-template <typename Widget>
-void show_caption(Widget& widget, const QString& caption)
-{
-    if (widget.text() != caption) widget.setText(caption);
-}
-
-} // namespace
-
 QString widget_name(const Control& control)
 {
     const QString name = QString::fromStdString(script_name(control));
@@ -94,14 +197,14 @@ void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::
     });
 }
 
-ButtonWidget& ControlMaker::button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked)
+QAbstractButton& ControlMaker::button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked)
 {
     auto& widget = *new ButtonWidget(front_, control, std::move(clicked), &parent);
     enter(control, widget, role, [&widget, &control] { show_caption(widget, to_qt(control.caption())); });
     return widget;
 }
 
-OptionWidget& ControlMaker::option(OptionButton& control, QWidget& parent, std::function<void()> clicked)
+QAbstractButton& ControlMaker::option(OptionButton& control, QWidget& parent, std::function<void()> clicked)
 {
     auto& widget = *new OptionWidget(front_, control, std::move(clicked), &parent);
     enter(control, widget, FontRole::Option, [&widget, &control] {
@@ -111,7 +214,7 @@ OptionWidget& ControlMaker::option(OptionButton& control, QWidget& parent, std::
     return widget;
 }
 
-FrameWidget& ControlMaker::frame(Control& control, QWidget& parent)
+QWidget& ControlMaker::frame(Control& control, QWidget& parent)
 {
     auto& widget = *new FrameWidget(&parent);
     enter(control, widget, FontRole::Frame, [&widget, &control] { widget.set_caption(to_qt(control.caption())); });

@@ -1,13 +1,13 @@
 #pragma once
 
 #include "desktop/controls/line_box.h"
-#include "desktop/controls/small_widgets.h"
 #include "desktop/front/front.h"
 #include "desktop/text_view/text_widget.h"
 
 #include <functional>
 #include <vector>
 
+class QAbstractButton;
 class QLabel;
 
 namespace tarvik {
@@ -33,9 +33,9 @@ public:
     void set_fonts() const;
 
     /// `clicked` is called behind a click with the mouse.
-    ButtonWidget& button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});
-    OptionWidget& option(OptionButton& control, QWidget& parent, std::function<void()> clicked);
-    FrameWidget& frame(Control& control, QWidget& parent);
+    QAbstractButton& button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});
+    QAbstractButton& option(OptionButton& control, QWidget& parent, std::function<void()> clicked);
+    QWidget& frame(Control& control, QWidget& parent);
     QLabel& label(Control& control, FontRole role, QWidget& parent);
     LineBox& line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu = false);
     TextWidget& text(std::unique_ptr<ViewedText> text, const FontSizes& fonts, FontRole role, QWidget& parent);

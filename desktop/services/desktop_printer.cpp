@@ -1,6 +1,5 @@
 #include "desktop/services/desktop_printer.h"
 
-#include "desktop/services/default_printer.h"
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
 #include "platform/files/disk_file.h"

@@ -3,6 +3,8 @@
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/status_text.h"
 
+#include <QAbstractButton>
+
 #include <algorithm>
 #include <array>
 
@@ -84,7 +86,7 @@ void Form1Window::make_buttons()
 {
     for (auto& [index, button] : form1_.Command1) controls().button(button, FontRole::Button, *this, to_query_box());
     for (auto& [index, button] : form1_.Command2) {
-        ButtonWidget& widget = controls().button(button, FontRole::Sign, *this, to_query_box());
+        QAbstractButton& widget = controls().button(button, FontRole::Sign, *this, to_query_box());
         const bool held_by_mouse = index >= 2 && index <= 5;
         if (held_by_mouse) widget.setFocusPolicy(Qt::ClickFocus);
     }

@@ -7,6 +7,7 @@
 #include "desktop/windows/status_text.h"
 #include "desktop/windows/window_places.h"
 
+#include <QAbstractButton>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
@@ -138,7 +139,7 @@ void Form1Window::switch_typing()
 
 void Form1Window::press(const Control& button)
 {
-    auto* widget = findChild<ButtonWidget*>(widget_name(button));
+    auto* widget = findChild<QAbstractButton*>(widget_name(button));
     if (!widget || !widget->isVisible() || !widget->isEnabled()) return;
     widget->click();
     front().queue.submit(to_query_box());
@@ -187,7 +188,7 @@ void Form1Window::look_up(QString word)
         if (word.isEmpty()) return;
         const char32_t first = from_qt(word).front();
         OptionButton& dictionary = first < 0x80 ? form1_.Option2 : form1_.Option1;
-        auto* const option = findChild<OptionWidget*>(widget_name(dictionary));
+        auto* const option = findChild<QAbstractButton*>(widget_name(dictionary));
         if (!option || !option->isVisible()) {
             front().program.notice = U"查词典请先回到阅读方式（还原默认）";
             return;

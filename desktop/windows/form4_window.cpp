@@ -1,5 +1,6 @@
 #include "desktop/windows/form4_window.h"
 
+#include "desktop/windows/preview_window.h"
 #include "desktop/windows/window_places.h"
 
 #include <QKeyEvent>
@@ -32,10 +33,10 @@ QScrollArea* new_scroll_area(QWidget& parent)
 
 Form4Window::Form4Window(Front& front, const QWidget& main_window)
     : FormWindow(front, front.program.form4.window), form4_(front.program.form4), main_window_(main_window),
-      preview_(front, *this)
+      preview_(make_preview_window(front, *this))
 {
     scroll_area_ = new_scroll_area(*this);
-    FrameWidget& all = controls().frame(form4_.Frame1, *scroll_area_->widget());
+    QWidget& all = controls().frame(form4_.Frame1, *scroll_area_->widget());
     make_rows(controls().frame(form4_.Frame2, all), 0, Form4::first_dynamic);
     make_rows(controls().frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
     controls().line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
@@ -49,7 +50,7 @@ Form4Window::Form4Window(Front& front, const QWidget& main_window)
         widget->setAttribute(Qt::WA_NoMousePropagation, false);
 }
 
-void Form4Window::make_help(FrameWidget& frame)
+void Form4Window::make_help(QWidget& frame)
 {
     help_area_ = new_scroll_area(frame);
     help_area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

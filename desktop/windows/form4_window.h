@@ -2,7 +2,6 @@
 
 #include "desktop/controls/control_maker.h"
 #include "desktop/windows/form_window.h"
-#include "desktop/windows/preview_window.h"
 
 #include <array>
 #include <vector>
@@ -39,13 +38,13 @@ private:
         Place place; // in its area
     };
     void make_rows(QWidget& frame, int first, int end);
-    void make_help(FrameWidget& frame);
+    void make_help(QWidget& frame);
     void lay_help();
     QSize size_needed() const;
     Form4& form4_;
     const QWidget& main_window_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
-    PreviewWindow preview_;
+    std::unique_ptr<QWidget> preview_;
     QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;
     std::vector<Help> help_;
     double narrower_ = 0; // in twips, by which the help shows

@@ -1,12 +1,21 @@
 #pragma once
 
+#include "desktop/services/system.h"
+#include "desktop/text_view/text_accessible.h"
 #include "desktop/windows/status_text.h"
 
+#include <QAccessible>
+#include <QDir>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTimer>
 #include <QWidget>
 
 #include <functional>
+#include <utility>
 
 namespace tarvik {
 
@@ -15,39 +24,142 @@ namespace tarvik {
 class StatusLine final : public QWidget {
 public:
     /// `stop` is called when the user wishes to stop the run.
-    StatusLine(std::function<void()> stop, QWidget& window);
+    StatusLine(std::function<void()> stop, QWidget& window)
+        : QWidget(&window), stop_("做完手上这张就停", this), menu_("菜单 F10", this)
+    {
+        setObjectName("status");
+        setProperty(accessible_role, QAccessible::StatusBar);
+        setAttribute(Qt::WA_NoMousePropagation);
+        stop_.setObjectName("stop");
+        stop_.setFocusPolicy(Qt::NoFocus);
+        stop_.setMinimumSize(1, 1);
+        stop_.setToolTip("手上的一张单做完后停止运行，已存的文件都保留");
+        stop_.hide();
+        menu_.setObjectName("menu");
+        menu_.setFocusPolicy(Qt::NoFocus);
+        menu_.setMinimumSize(1, 1);
+        connect(&stop_, &QPushButton::clicked, this, [this, stop = std::move(stop)] {
+            stop_.setEnabled(false);
+            stop();
+        });
+        notice_time_.setSingleShot(true);
+        notice_time_.setInterval(notice_milliseconds);
+        connect(&notice_time_, &QTimer::timeout, this, [this] { show_notice({}); });
+    }
 
     /// What stands ahead of everything else; an empty text ends it.
-    void show_mark(const QString& mark);
-    void show_state(const QString& text);
-    void show_notice(const QString& text);
+    void show_mark(const QString& mark)
+    {
+        if (std::exchange(mark_, mark) != mark) changed();
+    }
+    void show_state(const QString& text)
+    {
+        if (std::exchange(state_, text) == text) return;
+        if (!end_.text.isEmpty() && text != state_at_end_) end_ = {};
+        changed();
+    }
+    void show_notice(const QString& text)
+    {
+        notice_ = text.simplified();
+        if (!notice_.isEmpty()) notice_time_.start();
+        changed();
+    }
     /// An empty text ends the display.
-    void show_run(const QString& text);
+    void show_run(const QString& text)
+    {
+        if (std::exchange(run_, text) == text) return;
+        if (stop_.isHidden()) stop_.setEnabled(true);
+        stop_.setVisible(!run_.isEmpty());
+        if (!run_.isEmpty()) notice_.clear();
+        changed();
+    }
     /// Stays until the state changes.
-    void show_end(RunEnd end);
+    void show_end(RunEnd end)
+    {
+        end_ = last_end_ = std::move(end);
+        state_at_end_ = state_;
+        changed();
+    }
 
-    QString text() const;
+    QString text() const
+    {
+        const QString mark = mark_.isEmpty() ? QString() : mark_ + "  ·  ";
+        for (const QString* text : {&run_, &notice_, &end_.text})
+            if (!text->isEmpty()) return mark + *text;
+        return mark + state_;
+    }
     /// Wishes the run in progress to stop.
     void stop() { stop_.click(); }
     /// Opens a file or folder by the program that the system has for it, and says so where there is none.
-    void show_by_system(const QString& path);
+    void show_by_system(const QString& path)
+    {
+        open_by_system(path, [this, path] { show_notice("系统没有打开：" + QDir::toNativeSeparators(path)); });
+    }
     /// Opens the folder of the run that ended last.
-    void open_end();
+    void open_end()
+    {
+        if (last_end_.folder.isEmpty()) return show_notice("还没有存过文件");
+        show_by_system(last_end_.folder);
+    }
     /// Lists in a window of its own what that run made and what it did not.
-    void list_end();
+    void list_end()
+    {
+        if (last_end_.details.isEmpty()) return show_notice("还没有运行过，或没有可列的文件和关键字");
+        auto* const list = new QListWidget(window());
+        list->setWindowFlags(Qt::Dialog);
+        list->setObjectName("runList");
+        list->setAttribute(Qt::WA_DeleteOnClose);
+        list->setWindowTitle(last_end_.text);
+        list->setAccessibleName("运行的清单");
+        list->addItems(last_end_.details);
+        list->setCurrentRow(0);
+        list->resize(fontMetrics().averageCharWidth() * 90, fontMetrics().height() * 24);
+        connect(new QShortcut(Qt::Key_Escape, list), &QShortcut::activated, list, &QWidget::close);
+        list->show();
+        list->activateWindow();
+    }
     /// The button at the right end that opens the menu.
     QPushButton& menu_button() { return menu_; }
     /// What a click on the line does while it says where a result stands.
     std::function<void()> result_clicked = [] {};
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
+        painter.setPen(palette().color(QPalette::WindowText));
+        const int right = (stop_.isHidden() ? menu_ : stop_).x() - edge;
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, right - edge);
+        painter.drawText(QRect(edge, 0, right - edge, height()), Qt::AlignLeft | Qt::AlignVCenter, shown);
+    }
+    void resizeEvent(QResizeEvent*) override
+    {
+        int right = width() - edge;
+        for (QPushButton* button : {&menu_, &stop_}) {
+            const int room = fontMetrics().horizontalAdvance(button->text()) + 3 * edge;
+            button->setGeometry(right - room, 1, room, height() - 2);
+            right -= room + edge;
+        }
+    }
+    void mouseReleaseEvent(QMouseEvent* event) override
+    {
+        if (event->button() != Qt::LeftButton) return;
+        if (shows_end() && !end_.folder.isEmpty()) open_end();
+        else if (text().endsWith(state_)) result_clicked();
+    }
 
 private:
-    void changed();
-    bool shows_end() const;
+    static constexpr int notice_milliseconds = 8000, edge = 8;
+    void changed()
+    {
+        const bool ended = shows_end();
+        setToolTip((QStringList(text()) + (ended ? end_.details.mid(0, 40) : QStringList())).join('\n'));
+        setCursor(ended && !end_.folder.isEmpty() ? Qt::PointingHandCursor : Qt::ArrowCursor);
+        setAccessibleName(text());
+        update();
+    }
+    bool shows_end() const { return !end_.text.isEmpty() && text().endsWith(end_.text); }
     QString mark_, state_, notice_, run_, state_at_end_;
     RunEnd end_, last_end_; // the first while it shows
     QTimer notice_time_;

@@ -1,4 +1,4 @@
-#include "desktop/services/default_printer.h"
+#include "desktop/services/desktop_printer.h"
 
 #include <QProcess>
 

@@ -1,4 +1,3 @@
-#include "desktop/services/default_printer.h"
 #include "desktop/services/desktop_printer.h"
 #include "engines/packages/file_kind.h"
 #include "engines/packages/package.h"
