@@ -119,11 +119,9 @@ std::vector<bool> with_dependents(const FormulaIndex& index, std::vector<Number>
         met.pop_back();
         auto& of_sheet = taken[static_cast<std::size_t>(formula.sheet - 1)];
         index.areas(formula.sheet).take(formula.range, of_sheet, [&](std::size_t area) {
-            for (const auto reader : index.readers(formula.sheet, area)) {
-                if (marked[reader]) continue;
-                marked[reader] = true;
-                met.push_back(reader);
-            }
+            const auto reader = index.reader(formula.sheet, area);
+            if (!marked[reader]) met.push_back(reader);
+            marked[reader] = true;
         });
     }
     return marked;

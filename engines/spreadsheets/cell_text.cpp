@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <optional>
 
 namespace tarvik::ooxml {
 
@@ -17,35 +16,20 @@ constexpr bool is_hexadecimal(char32_t c) noexcept
     return (c >= U'0' && c <= U'9') || (c >= U'A' && c <= U'F') || (c >= U'a' && c <= U'f');
 }
 
-// Whether "_xHHHH" stands there and one more character behind it.
+// Whether "_xHHHH" stands there. Written so, whatever follows, it would be read as another character or could be.
 template <typename Characters>
 bool is_escape_begun_at(const Characters& text, std::size_t at) noexcept
 {
-    if (text.size() - at < escape_length || text[at] != '_' || text[at + 1] != 'x') return false;
-    for (std::size_t i = at + 2; i < at + 6; ++i) {
-        if (!is_hexadecimal(static_cast<char32_t>(text[i]))) return false;
-    }
-    return true;
-}
-
-bool is_escape_at(std::string_view text, std::size_t at) noexcept
-{
-    return is_escape_begun_at(text, at) && text[at + 6] == '_';
+    if (text.size() - at < escape_length - 1 || text[at] != '_' || text[at + 1] != 'x') return false;
+    return std::all_of(text.begin() + static_cast<std::ptrdiff_t>(at) + 2,
+                       text.begin() + static_cast<std::ptrdiff_t>(at) + 6,
+                       [](auto c) { return is_hexadecimal(static_cast<char32_t>(c)); });
 }
 
 // What no XML text can hold.
 constexpr bool is_forbidden(char32_t c) noexcept
 {
     return (c < 0x20 && c != U'\t' && c != U'\n') || c == 0xFFFE || c == 0xFFFF;
-}
-
-// A text that is to be written; a forbidden character behind "_xHHHH" is written with a "_" in front.
-template <typename Characters>
-bool would_read_as_escape(const Characters& text, std::size_t at) noexcept
-{
-    if (!is_escape_begun_at(text, at)) return false;
-    const auto behind = static_cast<char32_t>(text[at + 6]);
-    return behind == U'_' || is_forbidden(behind);
 }
 
 // Nearly every text is.
@@ -86,11 +70,6 @@ char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
     return static_cast<char32_t>(unit);
 }
 
-bool is_space(char c) noexcept
-{
-    return c == ' ' || c == '\t' || c == '\n';
-}
-
 } // namespace
 
 std::string encode_cell_text(TextView text)
@@ -105,11 +84,8 @@ std::string encode_cell_text(TextView text)
             if (c == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n') continue;
             units += c > 0xFFFF && c <= last_character ? 2 : 1;
             if (units > longest_cell_text) break;
-            if (c == U'_' && would_read_as_escape(characters, i)) {
-                append_escape(c, raw);
-            } else {
-                append_character(c, raw);
-            }
+            if (is_escape_begun_at(characters, i)) append_escape(c, raw);
+            else append_character(c, raw);
         }
     });
     return raw;
@@ -120,7 +96,7 @@ Text decode_cell_text(std::string_view written)
     Text text;
     std::size_t plain = 0; // where the piece without escapes begins
     for (auto at = written.find("_x"); at != std::string_view::npos; at = written.find("_x", at)) {
-        if (!is_escape_at(written, at)) {
+        if (!is_escape_begun_at(written, at) || written.substr(at + 6, 1) != "_") {
             ++at;
             continue;
         }
@@ -136,8 +112,9 @@ Text decode_cell_text(std::string_view written)
 
 bool needs_preserving(std::string_view raw) noexcept
 {
-    const auto breaks = [](char c) { return c == '\t' || c == '\n'; };
-    return !raw.empty() && (is_space(raw.front()) || is_space(raw.back()) || std::ranges::any_of(raw, breaks));
+    constexpr std::string_view spaces = " \t\n";
+    return !raw.empty() &&
+           (spaces.find(raw.front()) != npos || spaces.find(raw.back()) != npos || raw.find_first_of("\t\n") != npos);
 }
 
 } // namespace tarvik::ooxml

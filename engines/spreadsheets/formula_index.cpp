@@ -5,6 +5,7 @@
 #include "engines/spreadsheets/protected_areas.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik::ooxml {
 
@@ -89,24 +90,7 @@ void FormulaIndex::finish()
         visit_areas(formulas_[number], number);
         if (formulas_[number].is_volatile) volatile_.push_back(number);
     }
-    for (auto& sheet : sheets_) {
-        std::ranges::sort(sheet.readings, [](const Reading& a, const Reading& b) {
-            if (a.area.first != b.area.first) return a.area.first < b.area.first;
-            if (a.area.last != b.area.last) return a.area.last < b.area.last;
-            return a.formula < b.formula;
-        });
-        std::vector<Range> areas;
-        for (const auto& reading : sheet.readings) {
-            if (areas.empty() || areas.back() != reading.area) {
-                areas.push_back(reading.area);
-                sheet.readers.ends.push_back(sheet.readers.formulas.size());
-            }
-            sheet.readers.formulas.push_back(reading.formula);
-            sheet.readers.ends.back() = sheet.readers.formulas.size();
-        }
-        sheet.readers.areas = RangeSet(areas);
-        sheet.readings = {};
-    }
+    for (auto& sheet : sheets_) sheet.areas = RangeSet(std::exchange(sheet.named, {}));
 }
 
 // A formula that names too many areas to keep counts as volatile.
@@ -119,16 +103,17 @@ void FormulaIndex::visit_areas(IndexedFormula& formula, Number number)
         *formula.formula, {formula.sheet, formula.place()}, names_, [&](int sheet, const Range& area) {
             if (sheet < 1 || sheet > static_cast<int>(sheets_.size())) return;
             if (++count > most_of_formula || ++reading_count_ > most_of_workbook) return;
-            sheets_[static_cast<std::size_t>(sheet - 1)].readings.push_back({area, number});
+            sheets_[static_cast<std::size_t>(sheet - 1)].named.push_back(area);
+            sheets_[static_cast<std::size_t>(sheet - 1)].readers.push_back(number);
         });
     formula.is_volatile = is_volatile || count > most_of_formula || reading_count_ > most_of_workbook;
 }
 
-std::span<const FormulaIndex::Number> FormulaIndex::readers(int sheet, std::size_t area) const
+std::vector<IndexedFormula>::const_iterator FormulaIndex::first_from(int sheet, Place place) const
 {
-    const auto& readers = sheet_at(sheet).readers;
-    const auto begin = area == 0 ? 0 : readers.ends[area - 1];
-    return std::span(readers.formulas).subspan(begin, readers.ends[area] - begin);
+    const auto& at = sheet_at(sheet);
+    return std::lower_bound(formulas_.begin() + at.begin, formulas_.begin() + at.end, place,
+                            [](const IndexedFormula& one, Place wanted) { return one.place() < wanted; });
 }
 
 FormulaIndex::Number FormulaIndex::find(int sheet, Place place) const
@@ -136,20 +121,17 @@ FormulaIndex::Number FormulaIndex::find(int sheet, Place place) const
     const auto& at = sheet_at(sheet);
     const auto* range = at.filled_set.find(place);
     if (range) place = range->first;
-    const auto begin = formulas_.begin() + at.begin, end = formulas_.begin() + at.end;
-    const auto found = std::lower_bound(begin, end, place,
-                                        [](const IndexedFormula& one, Place wanted) { return one.place() < wanted; });
-    return found != end && found->place() == place ? static_cast<Number>(found - formulas_.begin()) : none;
+    const auto found = first_from(sheet, place);
+    const auto number = static_cast<Number>(found - formulas_.begin());
+    return number < at.end && found->place() == place ? number : none;
 }
 
 std::vector<FormulaIndex::Number> FormulaIndex::find(int sheet, const Range& range) const
 {
     const auto& at = sheet_at(sheet);
     std::vector<Number> found;
-    const auto begin = formulas_.begin() + at.begin, end = formulas_.begin() + at.end;
-    auto one = std::lower_bound(begin, end, range.first,
-                                [](const IndexedFormula& a, Place wanted) { return a.place() < wanted; });
-    for (; one != end && one->place().row <= range.last.row; ++one)
+    const auto end = formulas_.begin() + at.end;
+    for (auto one = first_from(sheet, range.first); one != end && one->place().row <= range.last.row; ++one)
         if (range.contains(one->place())) found.push_back(static_cast<Number>(one - formulas_.begin()));
     for (const auto& filled : at.filled)
         if (filled.overlaps(range) && !range.contains(filled.first)) found.push_back(find(sheet, filled.first));

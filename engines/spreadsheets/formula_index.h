@@ -62,32 +62,23 @@ public:
     std::vector<Number> find(int sheet, const Range& range) const;
 
     /// Whether a formula names an area with the cell in it.
-    bool refers(int sheet, Place place) const { return sheet_at(sheet).readers.areas.contains(place); }
-    /// The areas of a sheet that formulas name, each once.
-    const RangeSet& areas(int sheet) const { return sheet_at(sheet).readers.areas; }
-    /// The formulas that name the area of that index.
-    std::span<const Number> readers(int sheet, std::size_t area) const;
+    bool refers(int sheet, Place place) const { return areas(sheet).contains(place); }
+    /// The areas of a sheet that formulas name, and the formula that names the area of that index.
+    const RangeSet& areas(int sheet) const { return sheet_at(sheet).areas; }
+    Number reader(int sheet, std::size_t area) const { return sheet_at(sheet).readers[area]; }
 
 private:
-    struct Readers {
-        RangeSet areas;
-        std::vector<std::size_t> ends; // of the stretch of formulas of each area
-        std::vector<Number> formulas;
-    };
-    struct Reading {
-        Range area;
-        Number formula = 0;
-    };
-
     struct Sheet {
-        Number begin = 0, end = 0;     // of its formulas
-        std::vector<Range> filled;     // by one formula, of more than one cell
-        RangeSet filled_set;           // the same
-        std::vector<Reading> readings; // until finish()
-        Readers readers;
+        Number begin = 0, end = 0; // of its formulas
+        std::vector<Range> filled; // by one formula, of more than one cell
+        RangeSet filled_set;       // the same
+        std::vector<Range> named;  // until finish()
+        std::vector<Number> readers;
+        RangeSet areas;
     };
 
     const Sheet& sheet_at(int sheet) const { return sheets_[static_cast<std::size_t>(sheet - 1)]; }
+    std::vector<IndexedFormula>::const_iterator first_from(int sheet, Place place) const;
     void visit_areas(IndexedFormula& formula, Number number);
 
     calculation::Names names_;

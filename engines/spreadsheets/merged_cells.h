@@ -1,6 +1,7 @@
 #pragma once
 
 #include "engines/automation.h"
+#include "engines/packages/xml_part.h"
 #include "engines/spreadsheets/range_set.h"
 
 #include <map>
@@ -14,12 +15,33 @@ namespace tarvik::ooxml {
 /// The merged ranges of a worksheet.
 class MergedCells {
 public:
-    explicit MergedCells(pugi::xml_node worksheet);
+    explicit MergedCells(pugi::xml_node worksheet) : worksheet_(worksheet)
+    {
+        std::vector<Range> ranges;
+        for (const auto node : child_named(worksheet, "mergeCells").children()) {
+            const auto range = parse_range(attribute_text(node, "ref"));
+            if (!range) continue;
+            ranges.push_back(*range);
+            nodes_.emplace(range->first, node);
+        }
+        ranges_ = RangeSet(ranges);
+    }
 
     /// The merged range that the cell lies in, or nullptr.
-    const Range* find(Place place) const noexcept;
+    const Range* find(Place place) const noexcept
+    {
+        const auto* range = ranges_.find(place);
+        return range && nodes_.contains(range->first) ? range : nullptr;
+    }
     /// The range is merged no longer.
-    void split(const Range& range);
+    void split(const Range& range)
+    {
+        auto all = child_named(worksheet_, "mergeCells");
+        remove_element(all, nodes_.at(range.first));
+        nodes_.erase(range.first);
+        if (nodes_.empty()) remove_element(worksheet_, all);
+        else if (auto count = all.attribute("count")) count.set_value(static_cast<unsigned long long>(nodes_.size()));
+    }
 
 private:
     pugi::xml_node worksheet_;

@@ -92,9 +92,7 @@ void Recalculation::spread()
 void Recalculation::spread(int sheet, const Range& range, std::vector<Number>& touched)
 {
     auto& taken = sheets_[static_cast<std::size_t>(sheet - 1)].taken;
-    index_->areas(sheet).take(range, taken, [&](std::size_t area) {
-        for (const auto number : index_->readers(sheet, area)) touch(number, touched);
-    });
+    index_->areas(sheet).take(range, taken, [&](std::size_t area) { touch(index_->reader(sheet, area), touched); });
 }
 
 void Recalculation::touch(Number number, std::vector<Number>& touched)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/packages/xml_part.h"
-#include "engines/spreadsheets/calculation/source.h"
+#include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
 #include "engines/spreadsheets/merged_cells.h"

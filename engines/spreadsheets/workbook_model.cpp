@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/workbook_model.h"
 
-#include "engines/spreadsheets/macros.h"
-
+#include <algorithm>
 #include <array>
 #include <set>
 
@@ -34,13 +33,78 @@ bool is_on(pugi::xml_attribute attribute) noexcept
     return value == "1" || value == "true";
 }
 
-// One that is damaged is taken for what it is declared as, one that cannot be read for what its relationship says.
-bool is_calculation_chain(const PackageEditor& package, const std::string& part)
-try {
-    return package.types().of(part).find("calcChain") != std::string::npos ||
-           root_name(package.original().part(part)) == "calcChain";
-} catch (const Damage&) {
-    return true;
+// That an element of the workbook's part bears; the prefix of its namespace may be any.
+std::string relationship_id(pugi::xml_node node)
+{
+    for (const auto attribute : node.attributes()) {
+        if (std::string_view(attribute.name()).ends_with(":id")) return unescaped(attribute.value());
+    }
+    return {};
+}
+
+constexpr std::string_view project_type = "application/vnd.ms-office.vbaProject";
+
+bool is_project(const Relationship& one)
+{
+    return one.kind() == "vbaProject";
+}
+
+bool is_macro_sheet(const Relationship& one)
+{
+    return one.kind() == "xlMacrosheet" || one.kind() == "xlIntlMacrosheet";
+}
+
+bool is_ribbon(const Relationship& one)
+{
+    return one.kind() == "extensibility";
+}
+
+// Takes the picked relationships away, and says where they led.
+void unlink(Relationships& relationships, bool (*is_picked)(const Relationship&), std::vector<std::string>& targets)
+{
+    for (const auto& one : relationships.all()) {
+        if (is_picked(one)) targets.push_back(one.target);
+    }
+    relationships.remove_if(is_picked);
+}
+
+// The keys of the parts that these and theirs lead to, themselves included. What the workbook leads to is left out.
+std::set<std::string> reached(const Package& package, std::vector<std::string> parts, const XmlPart& workbook)
+{
+    std::set<std::string> keys;
+    while (!parts.empty()) {
+        const auto part = std::move(parts.back());
+        parts.pop_back();
+        if (!package.has(part) || !keys.insert(part_key(part)).second || part == workbook.name()) continue;
+        const Relationships relationships(package, part);
+        for (const auto& one : relationships.all()) parts.push_back(one.target);
+    }
+    return keys;
+}
+
+// Takes away what a workbook without macros must not have: the macro project, and ribbons whose buttons run macros.
+// Damage, with nothing changed, where there are macro sheets, whose formulas others may call.
+void drop_macros(PackageEditor& package, const XmlPart& workbook, Relationships& of_workbook)
+{
+    if (std::ranges::any_of(of_workbook.all(), is_macro_sheet)) {
+        throw Damage(U"工作簿里有宏表，只能另存为 .xlsm 格式。");
+    }
+    Relationships of_package(package.original(), "");
+    std::vector<std::string> dropped;
+    unlink(of_workbook, is_project, dropped);
+    unlink(of_package, is_ribbon, dropped);
+    package.write(of_package);
+    package.types().forget_default(project_type);
+
+    // What something else leads to as well stays.
+    std::vector<std::string> linked;
+    for (const auto* relationships : {&of_package, &of_workbook}) {
+        for (const auto& one : relationships->all()) linked.push_back(one.target);
+    }
+    const auto kept = reached(package.original(), std::move(linked), workbook);
+    for (const auto& part : reached(package.original(), std::move(dropped), workbook)) {
+        if (!kept.contains(part)) package.remove(part);
+    }
 }
 
 } // namespace
@@ -255,16 +319,14 @@ void WorkbookModel::ask_for_calculation()
     workbook_.changed = true;
 }
 
-// Only what is such a chain, be it damaged: the relationship may lead anywhere.
+// Only what is declared as such a chain: the relationship may lead anywhere.
 void WorkbookModel::drop_calculation_chain()
 {
-    std::set<std::string> met; // many may lead to one part
-    relationships_.remove_if([this, &met](const Relationship& one) {
-        if (one.kind() != "calcChain" || !package_.has(one.target)) return false;
-        if (!met.insert(part_key(one.target)).second) return false;
-        if (!is_calculation_chain(package_, one.target)) return false;
-        package_.remove(one.target);
-        return true;
+    relationships_.remove_if([this](const Relationship& one) {
+        const bool is_chain = one.kind() == "calcChain" && package_.has(one.target) &&
+                              package_.types().of(one.target).find("calcChain") != std::string::npos;
+        if (is_chain) package_.remove(one.target);
+        return is_chain;
     });
 }
 

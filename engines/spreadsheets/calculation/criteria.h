@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/source.h"
 #include "engines/spreadsheets/calculation/tree.h"
+#include "engines/spreadsheets/calculation/value.h"
 
 #include <string_view>
 

@@ -1,13 +1,17 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/source.h"
 #include "engines/spreadsheets/calculation/tree.h"
+#include "platform/platform.h"
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tarvik::calculation {
 
@@ -15,6 +19,68 @@ namespace tarvik::calculation {
 /// "external workbook", "syntax".
 struct CannotCalculate final : std::runtime_error {
     using std::runtime_error::runtime_error;
+};
+
+using FormulaPointer = std::shared_ptr<const Formula>;
+
+/// Thrown by a source for cells whose formula is not calculated yet: whoever calculates does these first, on a stack of
+/// his own, and then the formula again from its beginning. No formula is calculated inside another's calculation, so
+/// that a chain of any length takes no stack.
+struct NotYetCalculated {
+    std::vector<CellAddress> cells; ///< at least one; of an area all that are missing, row by row
+};
+
+/// A table of a sheet, to which structured references point.
+struct Table {
+    int sheet = 0;
+    Range range; ///< headers and totals included
+    int header_rows = 1;
+    int totals_rows = 0;
+    bool has_filter = false;
+    std::vector<Text> columns; ///< as the workbook writes them, from the left
+};
+
+/// What formulas call by name. Names are in lower case, as lower() makes it.
+struct Names {
+    std::map<Text, int> sheets;
+    std::map<std::pair<Text, int>, FormulaPointer> formulas; ///< with their sheet, 0 for the workbook's; parsed at A1
+    std::map<Text, Table> tables;
+
+    std::optional<int> find_sheet(TextView name) const;
+    /// The formula of the name: the sheet's own, else the workbook's. nullptr when there is none.
+    FormulaPointer find_formula(TextView name, int sheet) const;
+    const Table* find_table(TextView name) const;
+    /// The table that the cell lies in, or nullptr. Formulas in a table need not name it.
+    const Table* find_table_at(const CellAddress& cell) const;
+};
+
+/// The cells of a workbook as its formulas see them.
+class CellSource {
+public:
+    using Visitor = std::function<void(Place, const Value&)>;
+
+    virtual ~CellSource() = default;
+
+    virtual const Names& names() const = 0;
+    /// The value as of now; nothing for a cell that is absent. NotYetCalculated for a formula without a result.
+    virtual Value value(const CellAddress& cell) const = 0;
+    /// The cells in the area that are there, row by row. A huge area costs what is there. NotYetCalculated before the
+    /// first visit, naming all cells of the area without a result.
+    virtual void visit(int sheet, const Range& area, const Visitor& visitor) const = 0;
+    /// The last row and column that hold a cell; {0, 0} for an empty sheet. It may be larger than that, never smaller.
+    virtual Place extent(int sheet) const = 0;
+    /// Rises whenever the value of a cell changes that had one.
+    virtual std::uint64_t revision() const = 0;
+
+    /// Hidden by hand or by a filter; and by a filter alone.
+    virtual bool is_row_hidden(int sheet, int row) const = 0;
+    virtual bool is_row_filtered(int sheet, int row) const = 0;
+    /// The parsed formula of the cell; nullptr for a cell without one.
+    virtual FormulaPointer formula(const CellAddress& cell) const = 0;
+
+    /// Whether day 0 is in 1904 and not in 1900.
+    virtual bool counts_from_1904() const = 0;
+    virtual CalendarTime now() const = 0;
 };
 
 /// The formula as a part writes it, in UTF-8 without "=", taken apart as that of the cell at `at`; a name's formula

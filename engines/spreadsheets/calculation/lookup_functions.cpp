@@ -66,12 +66,7 @@ private:
         return line;
     }
 
-    Value at(int along, bool is_column) const
-    {
-        const int row = is_column ? along : 0, column = is_column ? 0 : along;
-        if (array_) return array_->at(row, column);
-        return evaluator_.cell(area_.sheet, {area_.range.first.row + row, area_.range.first.column + column});
-    }
+    Value at(int along, bool is_column) const { return evaluator_.single(cell(along, 0, is_column)); }
 
     Evaluator& evaluator_;
     ArrayPointer array_; // nullptr for an area

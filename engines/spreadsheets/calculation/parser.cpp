@@ -1,5 +1,4 @@
 #include "engines/spreadsheets/calculation/formula.h"
-#include "engines/spreadsheets/calculation/leaves.h"
 #include "engines/spreadsheets/calculation/tokens.h"
 
 #include <algorithm>

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/places.h"
+#include "engines/spreadsheets/calculation/tree.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tarvik::calculation {
@@ -53,5 +54,18 @@ struct Corner {
 };
 
 std::optional<Corner> parse_corner(std::string_view word) noexcept;
+
+// Nodes without children, made of one token each.
+
+Node uncalculable(std::string reason);
+Node number_leaf(std::string_view digits);
+/// Of a cell, or of whole columns or rows, as the formula at `at` means it. The sheets in lower case, or empty.
+Node area_leaf(std::string_view text, const Text& first_sheet, const Text& last_sheet, Place at);
+/// Of a table's name, if any, and its brackets.
+Node table_leaf(std::string_view text);
+
+/// What stands between the quotes, each doubled one once.
+std::string undoubled(std::string_view quoted);
+std::string in_capitals(std::string_view name);
 
 } // namespace tarvik::calculation
