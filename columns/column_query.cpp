@@ -1,4 +1,4 @@
-#include "columns/column_query.h"
+#include "columns/columns.h"
 
 #include "columns/row_scan.h"
 #include "columns/text_index.h"

@@ -37,11 +37,6 @@ private:
 /// column or number throws Failure before anything has changed.
 void date_check(Program& program, ComparisonFiles& files);
 
-/// Shows the rows whose field in column Text1(0) holds the text of the query box, each with the piece of the field that
-/// Text1(1) and Text1(2) bound. An empty text is found nowhere. The bounds are read when a row is found; a box that
-/// holds none throws Failure.
-void field_query(Program& program, ComparisonFiles& files);
-
 /// Each value of the one column with each of the other: shows the rows of SUF whose value SUG has too, or with `notcap`
 /// the rows that have no such value, in which case the matched row texts of SUF are emptied for good.
 void cross_comparison(Program& program, ComparisonFiles& files);

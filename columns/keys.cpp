@@ -1,7 +1,6 @@
 #include "columns/columns.h"
 
 #include "columns/boxes.h"
-#include "columns/column_query.h"
 #include "columns/comparisons.h"
 #include "columns/sort.h"
 #include "columns/statistics.h"

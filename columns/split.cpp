@@ -63,15 +63,10 @@ public:
     {
         const TextView line = lines_[index];
         if (!line.has_storage()) return;
-        const Text row = number_text(index);
+        const Text row = U"(" + number_text(index) + U",";
         split_line(line, [&](std::size_t column, std::size_t start, std::size_t length) {
             if (length == 0) return;
-            target += table_;
-            target += U'(';
-            target += row;
-            target += U',';
-            target += number_text(column);
-            target += U")***";
+            target.append(table_).append(row).append(number_text(column)).append(U")***");
             line.substr(start, length).append_to(target);
             target.append(11, U' ');
         });
@@ -129,17 +124,6 @@ private:
     std::vector<SharedBuffer> buffers_;
     std::vector<TextView> lines_;
     std::size_t most_characters_ = 0; ///< bound of all lines, without a look at their fields
-};
-
-/// As many empty lines as the split has rows: what the pane holds when views are not shown.
-class EmptyLines final : public LineSource {
-public:
-    explicit EmptyLines(std::size_t count) : count_(count) {}
-    std::size_t line_count() const override { return count_; }
-    void append_line(std::size_t, Text&) const override {}
-
-private:
-    std::size_t count_;
 };
 
 /// Every match in a document without line ends has a row of its own that begins with the document. Thousands of them
@@ -200,8 +184,10 @@ void devision1(Program& program)
         form1.number_box().set_text(number_text(form1.curcount));
     } else {
         if (store()) form1.number_box().set_text(number_text(form1.curcount));
-        file.write(EmptyLines(0));
-        form1.RichTextBox3.set_content(PaneText(std::make_shared<EmptyLines>(count)));
+        file.write(RowView());
+        const auto view = std::make_shared<RowView>(); // as many empty lines as the split has rows
+        for (std::size_t row = 0; row < count; ++row) view->add_row({});
+        form1.RichTextBox3.set_content(PaneText(view));
     }
 }
 

@@ -1,6 +1,5 @@
 #include "columns/views.h"
 
-#include "columns/prefetch.h"
 #include "platform/text/code_page.h"
 
 namespace tarvik {

@@ -2,7 +2,7 @@
 
 #include "dictionary_tool/dictionary_source.h"
 #include "platform/files/files.h"
-#include "reading/dictionary_layout.h"
+#include "reading/dictionary_lookup.h"
 
 #include <map>
 

@@ -1,6 +1,6 @@
 #include "mainwindow/pane_text.h"
 
-#include "platform/text/text_builder.h"
+#include "platform/text/document.h"
 
 #include <algorithm>
 #include <utility>

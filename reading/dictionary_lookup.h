@@ -1,9 +1,46 @@
 #pragma once
 
-#include "reading/dictionary_layout.h"
+#include "platform/text/code_page.h"
 #include "reading/queries.h"
 
+#include <array>
+
 namespace tarvik {
+
+/// How the entries of a dictionary file are told apart. There is no index: a match is at the head of an entry when the
+/// end of the entry before it stands in the window of characters right before the match.
+struct DictionaryLayout {
+    std::u32string_view entry_end;
+    std::size_t window;
+    std::size_t start_offset;   ///< an entry begins so many characters before its match, less the entry end's position
+    std::size_t first_position; ///< matches at positions below this, counted from 1, are not taken
+    bool letters_alike;         ///< the file is compared in lower case; the query always is
+};
+
+inline constexpr DictionaryLayout chinese_layout{U"。\r\n", 10, 10, 12, false};
+inline constexpr DictionaryLayout english_letter_layout{U".\r\n", 35, 32, 36, true};
+inline constexpr DictionaryLayout english_other_layout{U".\r\n", 249, 250, 250, false};
+
+/// Lines with these ends count as the end of an entry, too.
+inline constexpr std::array<std::u32string_view, 2> other_entry_ends{U"?\r\n", U"!\r\n"};
+
+/// An entry has to end within so many characters from its head word.
+inline constexpr std::size_t longest_entry = 10'000;
+
+inline constexpr std::u32string_view chinese_file = U"现代汉语词典.txt";
+inline constexpr std::u32string_view english_other_file = U"牛津字典hY.TXT";
+
+/// Whether a word that begins with this character is looked up in the English dictionary's file for other words.
+inline bool belongs_to_other_file(char32_t first)
+{
+    return char_code(first) < ')';
+}
+/// The English dictionary's file for words that begin with this small letter; nothing for any other character.
+inline std::optional<Text> english_letter_file(char32_t first)
+{
+    if (first < U'a' || first > U'z') return std::nullopt;
+    return U"牛津字典" + Text(1, upper(first)) + U".TXT";
+}
 
 /// One of the layouts with what its lookups fill.
 struct Dictionary {

@@ -4,7 +4,6 @@
 #include "reading/marking.h"
 #include "reading/paging.h"
 #include "reading/queries.h"
-#include "reading/saving.h"
 
 namespace tarvik {
 

@@ -15,4 +15,10 @@ void Command2_Click(Program& program, int index);
 /// The query of the active mode, started by Enter in a box of Text1.
 void query_by_enter(Program& program);
 
+/// The button "保存": the table view, or the results of the active mode, all of them or the one on the screen.
+void save_results(Program& program);
+
+/// Empties every result from index 0 to `last` that a later one equals, so that of equal results the last one stays.
+void empty_earlier_copies(TextArray& results, std::size_t last);
+
 } // namespace tarvik

@@ -1,4 +1,4 @@
-#include "reading/saving.h"
+#include "reading/reading.h"
 
 #include "platform/text/code_page.h"
 #include "reading/paging.h"
@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <span>
 #include <unordered_set>
 #include <vector>
 

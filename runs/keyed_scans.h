@@ -1,6 +1,6 @@
 #pragma once
 
-#include "columns/column_query.h"
+#include "columns/columns.h"
 
 /// Scans of the report files for one key. Each loads its file whole into the document pane, decoded once while the file
 /// stays the same, then takes the lines that hold the key as the rows of the table, and gives the number of rows. An

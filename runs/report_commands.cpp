@@ -1,6 +1,5 @@
 #include "runs/report_commands.h"
 
-#include "columns/column_query.h"
 #include "columns/columns.h"
 #include "columns/statistics.h"
 #include "designer/design/design.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "columns/column_query.h"
+#include "columns/columns.h"
 #include "runs/batch_runner.h"
 
 #include <span>

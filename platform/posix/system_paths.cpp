@@ -107,18 +107,12 @@ bool may_write_in(const fs::path& folder) noexcept
 
 fs::path look_up(const fs::path& root, TextView names)
 {
-    std::vector<std::string> paths{root.native()}; // the root, a name deeper, all names
-    const std::vector<Text> parts = names_of(names);
-    for (const Text& part : parts) paths.push_back(joined(paths.back(), to_utf8(part)));
-
-    std::size_t there = parts.size(); // so many names are there as written; a new file's folder mostly is
-    while (there > 0 && !is_there(paths[there])) --there;
-    std::string path = std::move(paths[there]);
+    std::string path = root.native();
     bool all_there = true; // so far
-    for (std::size_t i = there; i < parts.size(); ++i) {
-        std::string next = joined(path, to_utf8(parts[i]));
-        if (all_there && (i == there || !is_there(next))) {
-            const auto found = without_case(path, parts[i]);
+    for (const Text& name : names_of(names)) {
+        std::string next = joined(path, to_utf8(name));
+        if (all_there && !is_there(next)) {
+            const auto found = without_case(path, name);
             all_there = found.has_value();
             if (found) next = joined(path, *found);
         }

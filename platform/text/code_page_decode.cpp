@@ -1,17 +1,28 @@
 #include "platform/text/code_page.h"
 
 #include "platform/background.h"
-#include "platform/text/decoding.h"
 #include "platform/text/gb18030_tables.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <limits>
 #include <memory>
 
 namespace tarvik {
 
 namespace {
+
+// A scheme of bytes offers
+//   keeps_ascii            whether a byte below 0x80 is always the character of that number,
+//   step(at, end)          the character at `at` and the bytes it takes,
+//   two_bytes(at)          where keeps_ascii: the character of the two bytes, or 0 when step() must decide.
+
+struct Decoded {
+    char32_t character = 0xfffd;
+    unsigned size = 1;
+};
 
 struct Utf8 {
     static constexpr bool keeps_ascii = true;
@@ -90,6 +101,72 @@ private:
     const char16_t* characters_ = table_.character.data();
 };
 
+const std::uint8_t* bytes_of(std::string_view bytes) noexcept
+{
+    return reinterpret_cast<const std::uint8_t*>(bytes.data());
+}
+
+/// Whether eight bytes lie before `end`, all of them ASCII.
+bool eight_ascii(const std::uint8_t* at, const std::uint8_t* end) noexcept
+{
+    if (end - at < 8) return false;
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof(word));
+    return (word & 0x8080'8080'8080'8080U) == 0;
+}
+
+/// Decodes what begins before `stop`. Ends early, with `at` on it, at a character that Char cannot hold.
+template <typename Scheme, typename Char>
+void decode_stretch(const Scheme& scheme, const std::uint8_t*& at, const std::uint8_t* stop, const std::uint8_t* end,
+                    Char*& out)
+{
+    while (at < stop) {
+        if constexpr (Scheme::keeps_ascii) {
+            if (*at < 0x80) {
+                const bool eight = eight_ascii(at, stop);
+                const std::ptrdiff_t count = eight ? 8 : 1;
+                out = eight ? std::copy_n(at, 8, out) : std::copy_n(at, 1, out);
+                at += count;
+                continue;
+            }
+            if (const char16_t character = end - at < 2 ? u'\0' : scheme.two_bytes(at)) {
+                *out++ = character;
+                at += 2;
+                continue;
+            }
+        }
+        const Decoded decoded = scheme.step(at, end);
+        if (decoded.character > std::numeric_limits<Char>::max()) return;
+        *out++ = static_cast<Char>(decoded.character);
+        at += decoded.size;
+    }
+}
+
+/// Decodes a block of bytes behind `text`. Gives how many bytes at its end were left, because they may be the beginning
+/// of a character that goes on in the next block; the last block leaves none.
+template <typename Scheme>
+std::size_t decode_block(const Scheme& scheme, std::string_view block, bool is_last, TextBuilder& text)
+{
+    constexpr std::size_t longest_code = 4;
+    const std::uint8_t *at = bytes_of(block), *const end = at + block.size();
+    const std::uint8_t* const stop = is_last ? end : end - std::min(longest_code - 1, block.size());
+    const auto decode = [&]<typename Char>(Char* begin) {
+        Char* out = begin;
+        decode_stretch(scheme, at, stop, end, out);
+        text.added(static_cast<std::size_t>(out - begin));
+    };
+    while (at < stop) {
+        const auto most = static_cast<std::size_t>(stop - at);
+        if (text.width() < 4) decode(text.room<char16_t>(most));
+        else decode(text.room<char32_t>(most));
+        if (at >= stop) break;
+        const Decoded beyond_basic = scheme.step(at, end);
+        text.append({&beyond_basic.character, 1});
+        at += beyond_basic.size;
+    }
+    return static_cast<std::size_t>(end - at);
+}
+
 bool is_ascii(std::string_view bytes) noexcept
 {
     const std::uint8_t* at = bytes_of(bytes);
@@ -103,8 +180,6 @@ bool is_ascii(std::string_view bytes) noexcept
 class Blocks {
 public:
     explicit Blocks(ByteSource source) : source_(std::move(source)) { take(fill(0), {}); }
-    /// Bytes that are there already: one block.
-    explicit Blocks(std::string_view bytes) : is_last_(true), block_(bytes) {}
 
     std::string_view block() const noexcept { return block_; }
     bool is_last() const noexcept { return is_last_; }
@@ -229,7 +304,7 @@ Document decode_foreign(std::string_view bytes)
 Document decode_own(std::string_view bytes)
 {
     TextBuilder text;
-    Blocks blocks(bytes);
+    Blocks blocks(source_of(bytes));
     decode_blocks(Gb18030(), blocks, text);
     return closed(text);
 }

@@ -11,50 +11,6 @@ namespace tarvik {
 
 namespace {
 
-/// Where a number lies in a text: from its first digit or point, the sign being read apart, to behind its last digit.
-struct NumberPlace {
-    std::size_t begin = 0, end = 0;
-    bool negative = false;
-
-    bool found() const noexcept { return end > begin; }
-};
-
-template <typename Characters>
-std::size_t behind_digits(Characters text, std::size_t at) noexcept
-{
-    while (at < text.size() && text[at] >= U'0' && text[at] <= U'9') ++at;
-    return at;
-}
-
-template <typename Characters>
-std::size_t behind_exponent(Characters text, std::size_t at) noexcept
-{
-    if (at == text.size() || (text[at] != U'e' && text[at] != U'E')) return at;
-    std::size_t digits = at + 1;
-    if (digits < text.size() && (text[digits] == U'+' || text[digits] == U'-')) ++digits;
-    const std::size_t end = behind_digits(text, digits);
-    return end > digits ? end : at;
-}
-
-template <typename Characters>
-NumberPlace place_of_number(Characters text) noexcept
-{
-    NumberPlace place;
-    std::size_t at = 0;
-    while (at < text.size() && text[at] == U' ') ++at;
-    if (at < text.size() && (text[at] == U'+' || text[at] == U'-')) place.negative = text[at++] == U'-';
-    place.begin = place.end = at;
-    std::size_t end = behind_digits(text, at);
-    std::size_t digits = end - at;
-    if (end < text.size() && text[end] == U'.') {
-        const std::size_t behind = behind_digits(text, end + 1);
-        digits += behind - end - 1;
-        end = behind;
-    }
-    if (digits > 0) place.end = behind_exponent(text, end);
-    return place;
-}
-
 /// The largest double or 0: a stream knows on which side a number leaves the range.
 double value_out_of_range(std::string_view digits)
 {
@@ -65,26 +21,32 @@ double value_out_of_range(std::string_view digits)
     return value;
 }
 
-double value_of(std::string_view digits)
+struct LeadingNumber {
+    double value = 0;
+    std::size_t end = 0; ///< behind its last digit; 0 where the text begins with no number
+};
+
+/// Blanks, a sign and what the standard library takes for a number, but not the names of what is none.
+template <typename Char>
+LeadingNumber read_number(std::span<const Char> text)
 {
+    constexpr std::string_view usable = "0123456789.eE+-";
+    std::size_t at = 0;
+    while (at < text.size() && text[at] == U' ') ++at;
+    const bool negative = at < text.size() && text[at] == U'-';
+    if (negative || (at < text.size() && text[at] == U'+')) ++at;
+    std::string digits;
+    for (std::size_t i = at; i < text.size() && text[i] < 0x80; ++i) {
+        const char character = static_cast<char>(text[i]);
+        if (usable.find(character) == std::string_view::npos) break;
+        digits += character;
+    }
     double value = 0;
     const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    return read.ec == std::errc::result_out_of_range ? value_out_of_range(digits) : value;
-}
-
-template <typename Characters>
-double value_at(Characters text, const NumberPlace& place)
-{
-    const std::size_t size = place.end - place.begin;
-    const auto narrow = [&](char* target) {
-        for (std::size_t i = 0; i < size; ++i) target[i] = static_cast<char>(text[place.begin + i]);
-        const double value = value_of({target, size});
-        return place.negative ? -value : value;
-    };
-    std::array<char, 64> usual{};
-    if (size <= usual.size()) return narrow(usual.data());
-    std::string long_number(size, '0');
-    return narrow(long_number.data());
+    if (digits.starts_with('-') || read.ec == std::errc::invalid_argument) return {};
+    digits.resize(static_cast<std::size_t>(read.ptr - digits.data()));
+    if (read.ec == std::errc::result_out_of_range) value = value_out_of_range(digits);
+    return {negative ? -value : value, at + digits.size()};
 }
 
 } // namespace
@@ -92,18 +54,15 @@ double value_at(Characters text, const NumberPlace& place)
 std::optional<double> number(TextView text) noexcept
 {
     return rtrim(text).visit([](auto characters) -> std::optional<double> {
-        const NumberPlace place = place_of_number(characters);
-        if (!place.found() || place.end != characters.size()) return std::nullopt;
-        return value_at(characters, place);
+        const LeadingNumber found = read_number(characters);
+        if (found.end == 0 || found.end != characters.size()) return std::nullopt;
+        return found.value;
     });
 }
 
 double leading_number(TextView text) noexcept
 {
-    return text.visit([](auto characters) {
-        const NumberPlace place = place_of_number(characters);
-        return place.found() ? value_at(characters, place) : 0.0;
-    });
+    return text.visit([](auto characters) { return read_number(characters).value; });
 }
 
 Text number_text(double value)

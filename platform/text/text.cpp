@@ -1,10 +1,62 @@
 #include "platform/text/text.h"
 
+#include "platform/text/system_characters.h"
+#include "platform/text/utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <type_traits>
 
 namespace tarvik {
+
+namespace {
+
+using Mapping = std::array<char16_t, 0x10000>;
+
+Mapping mapping_of(const std::vector<char32_t>& letters)
+{
+    Mapping mapping{};
+    std::ranges::transform(letters, mapping.begin(), [](char32_t c) { return static_cast<char16_t>(c); });
+    return mapping;
+}
+
+const Mapping& upper_table() noexcept
+{
+    static const Mapping table = mapping_of(capital_letters());
+    return table;
+}
+
+char32_t mapped(std::span<const char16_t, 0x10000> mapping, char32_t character) noexcept
+{
+    return character < mapping.size() ? mapping[character] : character;
+}
+
+Text mapped(std::span<const char16_t, 0x10000> mapping, TextView text)
+{
+    Text result = text.str();
+    for (char32_t& character : result) character = mapped(mapping, character);
+    return result;
+}
+
+constexpr std::size_t longest_utf8 = 4;
+
+/// Gives the end of what was written.
+char* write_utf8(char32_t character, char* target) noexcept
+{
+    if (character < 0x80) {
+        *target = static_cast<char>(character);
+        return target + 1;
+    }
+    if (is_surrogate(character) || character > last_character) character = replacement_character;
+    const unsigned size = character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
+    constexpr std::array<char32_t, longest_utf8 + 1> leads{0, 0, 0xc0, 0xe0, 0xf0};
+    for (unsigned i = size - 1; i > 0; --i, character >>= 6U)
+        target[i] = static_cast<char>(0x80U | (character & 0x3fU));
+    *target = static_cast<char>(leads[size] | character);
+    return target + size;
+}
+
+} // namespace
 
 std::size_t TextView::rfind(char32_t character) const noexcept
 {
@@ -104,6 +156,64 @@ TextView rtrim(TextView text) noexcept
 TextView trim(TextView text) noexcept
 {
     return ltrim(rtrim(text));
+}
+
+std::span<const char16_t, 0x10000> lower_table() noexcept
+{
+    static const Mapping table = mapping_of(small_letters());
+    return table;
+}
+
+char32_t lower(char32_t character) noexcept
+{
+    return mapped(lower_table(), character);
+}
+
+char32_t upper(char32_t character) noexcept
+{
+    return mapped(upper_table(), character);
+}
+
+Text lower(TextView text)
+{
+    return mapped(lower_table(), text);
+}
+
+Text upper(TextView text)
+{
+    return mapped(upper_table(), text);
+}
+
+void append_utf8(char32_t character, std::string& bytes)
+{
+    std::array<char, longest_utf8> written{};
+    const char* const end = write_utf8(character, written.data());
+    bytes.append(static_cast<const char*>(written.data()), end);
+}
+
+Text from_utf8(std::string_view bytes)
+{
+    Text text;
+    text.reserve(bytes.size());
+    const auto* at = reinterpret_cast<const std::uint8_t*>(bytes.data());
+    const auto* end = at + bytes.size();
+    while (at != end) {
+        const Utf8Step step = utf8_step(at, end);
+        text += step.character;
+        at += step.size;
+    }
+    return text;
+}
+
+std::string to_utf8(TextView text)
+{
+    std::string bytes(text.size() * longest_utf8, '\0');
+    char* end = bytes.data();
+    text.visit([&end](auto characters) {
+        for (const char32_t character : characters) end = write_utf8(character, end);
+    });
+    bytes.resize(static_cast<std::size_t>(end - bytes.data()));
+    return bytes;
 }
 
 } // namespace tarvik

@@ -1,4 +1,3 @@
-#include "columns/column_query.h"
 #include "columns/columns.h"
 #include "columns/statistics.h"
 #include "tests/columns/column_desk.h"

@@ -1,6 +1,6 @@
 #include "mainwindow/pane_text.h"
 #include "mainwindow/table.h"
-#include "platform/text/text_builder.h"
+#include "platform/text/document.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

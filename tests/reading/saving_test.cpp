@@ -1,5 +1,4 @@
 #include "platform/text/code_page.h"
-#include "reading/saving.h"
 #include "tests/reading/reading_desk.h"
 
 #include <gmock/gmock.h>
