@@ -1,12 +1,10 @@
 #include "dictionary_tool/dictionary_source.h"
 
 #include "platform/failure.h"
-#include "platform/files/disk_file.h"
 #include "platform/files/path_text.h"
 
 #include <array>
 #include <memory>
-#include <new>
 #include <system_error>
 #include <zlib.h>
 
@@ -19,34 +17,25 @@ namespace {
 /// No dictionary for reading comes near it; what unpacks to more is damaged or made to do harm.
 constexpr std::size_t most_bytes = std::size_t{256} << 20;
 
-bool is_packed(std::string_view bytes)
-{
-    return bytes.starts_with("\x1f\x8b");
-}
-
 // A file that is not packed comes through as it is. What is packed may stand in several members.
 std::string read_gzip(const fs::path& path)
 {
-    const Failure too_long(U"文件解压后超过 256 MB，不予转换：" + TextView(text_of(path)));
-    std::string packed = read_file(path), bytes;
-    if (packed.size() > most_bytes) throw too_long;
-    if (!is_packed(packed)) return packed;
-    constexpr int gzip_alone = 16 + MAX_WBITS;
-    z_stream stream{};
-    if (inflateInit2(&stream, gzip_alone) != Z_OK) throw std::bad_alloc();
-    const std::unique_ptr<z_stream, int (*)(z_stream*)> ended(&stream, inflateEnd);
-    stream.next_in = reinterpret_cast<Bytef*>(packed.data());
-    stream.avail_in = static_cast<uInt>(packed.size());
+    const Text shown = text_of(path);
+#ifdef _WIN32
+    const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(gzopen_w(path.c_str(), "rb"), gzclose);
+#else
+    const std::unique_ptr<gzFile_s, int (*)(gzFile)> file(gzopen(path.c_str(), "rb"), gzclose);
+#endif
+    if (!file) throw Failure(U"无法读取文件：" + shown);
+    std::string bytes;
     std::array<char, 1 << 16> block{};
-    for (int state = Z_OK; state == Z_OK;) {
-        stream.next_out = reinterpret_cast<Bytef*>(block.data());
-        stream.avail_out = block.size();
-        state = inflate(&stream, Z_NO_FLUSH);
-        if (state != Z_OK && state != Z_STREAM_END) throw Failure(U"文件已损坏：" + TextView(text_of(path)));
-        bytes.append(block.data(), block.size() - stream.avail_out);
-        if (bytes.size() > most_bytes) throw too_long;
-        const auto rest = std::string_view(packed).substr(packed.size() - stream.avail_in);
-        if (state == Z_STREAM_END && is_packed(rest)) state = inflateReset(&stream);
+    for (int got = 1; got > 0;) {
+        got = gzread(file.get(), block.data(), block.size());
+        int state = Z_OK;
+        gzerror(file.get(), &state);
+        if (got < 0 || state == Z_BUF_ERROR) throw Failure(U"文件已损坏：" + shown); // or cut off
+        bytes.append(block.data(), static_cast<std::size_t>(got));
+        if (bytes.size() > most_bytes) throw Failure(U"文件解压后超过 256 MB，不予转换：" + shown);
     }
     return bytes;
 }
@@ -59,12 +48,7 @@ std::string read_unpacked(const fs::path& base, std::initializer_list<const char
         fs::path path = base;
         path += extension;
         std::error_code error;
-        if (!fs::is_regular_file(path, error)) continue;
-        try {
-            return read_gzip(path);
-        } catch (const std::system_error&) {
-            throw Failure(U"无法读取文件：" + TextView(text_of(path)));
-        }
+        if (fs::is_regular_file(path, error)) return read_gzip(path);
     }
     throw Failure(U"找不到文件：" + text_of(base) + from_utf8(*extensions.begin()));
 }

@@ -1,8 +1,7 @@
 #include "platform/text/occurrences.h"
 #include "reading/marking.h"
-#include "reading/reading.h"
+#include "tests/reading/reading_desk.h"
 #include "tests/reading/slow_searches.h"
-#include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
 
@@ -11,11 +10,8 @@ namespace {
 
 using ::testing::ElementsAre;
 
-class Query : public ::testing::Test {
+class Query : public ReadingDesk {
 protected:
-    TestProgram test;
-    Program& program = test.program;
-    Form1& form1 = test.program.form1;
     std::mt19937 random{20240301};
 
     std::vector<Text> results(const TextArray& array, std::size_t count) const
@@ -168,6 +164,8 @@ TEST_F(Query, titles_follow_the_entry)
 {
     test.installation.write("牛津字典A.TXT", "nothing");
     test.installation.write("牛津字典hY.TXT", "nothing");
+    const std::string missing =
+        to_utf8(installed(program, U"牛津字典Z.TXT")) + "不存在！请将该词典文件复制到安装目录下。";
     const struct {
         OptionButton* option;
         Text query, separator;
@@ -181,6 +179,7 @@ TEST_F(Query, titles_follow_the_entry)
         {&form1.Option3, U"", U"", "Tarvik|查寻条件为空", "Tarvik|查寻条件为空"},
         {&form1.Option3, U"x", U"", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算|查寻结果为空！"},
         {&form1.Option2, U"axe", U"", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算 查寻|查寻结果为空！"},
+        {&form1.Option2, U"zebra", U"", "Tarvik 计算 之 查寻|" + missing, "Tarvik 计算 查寻|" + missing},
         {&form1.Option2, U"斧", U"", "Tarvik 计算 之 查寻|查寻结果为空！", "Tarvik 计算 查寻|查寻结果为空！"},
     };
     for (const auto& one : cases)
@@ -193,17 +192,12 @@ TEST_F(Query, titles_follow_the_entry)
         }
 }
 
-TEST_F(Query, a_missing_dictionary_is_named)
-{
-    form1.Option2.set_value(true);
-    run(U"", U"zebra", false);
-    EXPECT_THAT(test.dialogs.take_messages().back(), ::testing::HasSubstr("牛津字典Z.TXT不存在！"));
-}
-
 TEST_F(Query, walking_shows_each_result_and_its_position)
 {
     form1.number_box().set_text(U"。\r\n");
+    bring_up(form1, form1.RichTextBox3);
     run(U"零。\r\n词一。\r\n词二。\r\n词三。\r\n", U"词", false);
+    EXPECT_TRUE(form1.RichTextBox1.visible() && !form1.RichTextBox3.visible());
     EXPECT_EQ(form1.RichTextBox1.text(), U"\r\n词一。");
     EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{Position(3), 1, query_match_colour, 32}}));
     EXPECT_EQ(form1.RichTextBox1.selection(),
@@ -215,15 +209,6 @@ TEST_F(Query, walking_shows_each_result_and_its_position)
     }
     EXPECT_THAT(seen, ElementsAre("词二。2", "词三。3", "词三。2", "词二。1", "词一。0", "词一。0", "词一。1",
                                   "词二。2", "词三。3", "4"));
-}
-
-TEST_F(Query, one_result_brings_its_pane_up)
-{
-    form1.number_box().set_text(U"。\r\n");
-    bring_up(form1, form1.RichTextBox3);
-    run(U"零。\r\n词一。\r\n", U"词", false);
-    EXPECT_EQ(form1.resultcount, 1);
-    EXPECT_TRUE(form1.RichTextBox1.visible() && !form1.RichTextBox3.visible());
 }
 
 TEST_F(Query, the_english_walk_reads_its_file_again_and_stays_at_the_end)

@@ -1,12 +1,21 @@
+#include "platform/text/code_page.h"
+#include "reading/marking.h"
+#include "reading/paging.h"
 #include "tests/reading/reading_desk.h"
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 namespace tarvik::test {
 namespace {
 
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using Reading = ReadingDesk;
+using PageSearch = ReadingDesk;
+using Saving = ReadingDesk;
 
 TEST_F(Reading, pages_turn)
 {
@@ -121,6 +130,164 @@ TEST_F(Reading, opening_keeps_what_was_done_when_it_fails)
     EXPECT_EQ(form1.lastpage, 1'000'001);
     EXPECT_EQ(form1.page_box().text(), U"0");
     EXPECT_EQ(test.module1().pages.get(1'000'000), U"x");
+}
+
+TEST_F(PageSearch, stops_at_each_page_and_collects_words)
+{
+    form1.Option3.set_value(true);
+    form1.query_box().set_text(U" qv");
+    open("........................--AB12345678qv");
+    form1.number_box().set_text(U"12");
+    test.dialogs.replies = {Answer::OK, Answer::OK};
+    Command2_Click(program, 1);
+    EXPECT_EQ(test.installation.read("betweensousuo.txt"), "\r\r\nAB12345678qv;\r\n");
+    EXPECT_EQ(form1.matchpos, 0);
+    EXPECT_EQ(test.dialogs.take_messages().back(), "Tarvik|查寻完毕,再也没有符合条件的结果！");
+}
+
+TEST_F(PageSearch, collected_words_are_those_of_the_two_walks)
+{
+    std::mt19937 random(11);
+    form1.Option3.set_value(true);
+    const std::array<std::string, 7> pieces{"qv", "ABCDEF", "x", "]", "-", "9", "q"};
+    for (int round = 0; round < 400; ++round) {
+        std::string text;
+        while (text.size() < 60) text += pieces[random() % pieces.size()];
+        const std::size_t width = random() % 30;
+        const Text query = round % 3 == 0 ? U"q" : U"qv";
+        form1.query_box().set_text(query);
+        open(text);
+        form1.number_box().set_text(number_text(width));
+        test.dialogs.replies = {Answer::OK, Answer::OK};
+        std::string lines = "\r\r\n";
+        for (const Position place : places_to_mark(form1.RichTextBox2.text(), query).marked) {
+            if (place.number() <= width) continue;
+            const Text look = mid(form1.RichTextBox2.text(), place.number() - width, width + query.size()).str() + U";";
+            const TextView word = mid(look, sousss(look, query));
+            if (instr(word, query) > 8) lines += encode(sousss1(word)) + "\r\n";
+        }
+        press(1);
+        ASSERT_EQ(test.installation.read("betweensousuo.txt"), lines) << text << ' ' << width;
+    }
+}
+
+TEST_F(PageSearch, a_long_look_back_is_not_repeated_for_each_match)
+{
+    form1.Option3.set_value(true);
+    form1.query_box().set_text(U"qv");
+    form1.page_size_box().set_text(U"9999999");
+    std::string text;
+    for (int i = 0; i < 20'000; ++i) text += "-abcdefghijqv";
+    open(text);
+    form1.number_box().set_text(U"180009");
+    test.dialogs.replies = {Answer::OK, Answer::OK};
+    EXPECT_TRUE(TextView(from_utf8(press(1))).contains(U"betweensousuo.txt已经超过 64 MB"));
+    EXPECT_LT(test.installation.read("betweensousuo.txt").size(), 65U << 20);
+}
+
+TEST_F(PageSearch, a_side_file_that_cannot_be_written_costs_one_message)
+{
+    std::filesystem::create_directory(test.installation.path() / "betweensousuo.txt");
+    form1.Option3.set_value(true);
+    form1.query_box().set_text(U"qv");
+    form1.page_size_box().set_text(U"20");
+    open("--AB12345678qv------AB12345678qv");
+    form1.number_box().set_text(U"12");
+    test.dialogs.replies = {Answer::OK, Answer::OK, Answer::OK};
+    Command2_Click(program, 1);
+    const auto told = test.dialogs.take_messages();
+    ASSERT_EQ(told.size(), 6U); // the beginning, the question, the file, two pages, the end
+    EXPECT_THAT(told[2], HasSubstr("betweensousuo.txt"));
+}
+
+TEST_F(Saving, of_equal_results_the_last_stays)
+{
+    std::mt19937 random(5);
+    const SharedBuffer buffer = make_buffer(U"aabaab");
+    for (int round = 0; round < 300; ++round) {
+        TextArray results(20);
+        std::vector<Text> told;
+        for (std::size_t i = 0; i <= 12; ++i) {
+            const TextView piece = buffer->view().substr(random() % 6, random() % 3);
+            results.set(i, piece, buffer);
+            told.push_back(piece.str());
+        }
+        for (std::size_t a = 0; a <= 10; ++a)
+            for (std::size_t b = a + 1; b <= 10; ++b)
+                if (told[a] == told[b]) told[a].clear();
+        empty_earlier_copies(results, 10);
+        for (std::size_t i = 0; i <= 12; ++i) ASSERT_EQ(results.get(i).str(), told[i]) << i;
+    }
+}
+
+TEST_F(Saving, no_box_says_saved_when_the_file_cannot_be_written)
+{
+    test.drive_d.write("out.txt", "old");
+    select_option(form1, form1.Option1);
+    form1.resultcount = 1;
+    bool saved = false;
+    for (std::size_t operation = 1; !saved; ++operation) {
+        ASSERT_LT(operation, 20U);
+        test.module1().cnhits.set(0, U"entry");
+        test.dialogs.replies = {Answer::Yes, Answer::Yes};
+        test.dialogs.files = {U"d:\\out.txt"};
+        test.faulty.fail_at(operation);
+        Command1_Click(program, 4);
+        saved = test.faulty.counted() < operation;
+        const bool claimed = test.dialogs.take_messages().back().find("保存完毕") != std::string::npos;
+        const bool renaming_fails = !saved && test.faulty.counted() == operation && operation == 4;
+        EXPECT_EQ(claimed, saved || renaming_fails) << operation;
+        EXPECT_EQ(test.drive_d.read("out.txt"), saved ? "entry\r\n" : "old") << operation;
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(test.drive_d.path()), {}), 2)
+        << "the run folder and it";
+}
+
+TEST_F(Saving, takes_the_path_of_the_last_work)
+{
+    Module1& module1 = test.module1();
+    form1.RichTextBox1.set_text(U"Shown 页");
+    form1.RichTextBox3.set_text(U"TABLE");
+    form1.resultcount = 3;
+    const std::array arrays{&module1.hits, &module1.cnhits, &module1.filehits, &module1.zhhits, &module1.enhits};
+    const auto save = [&](std::deque<Answer> replies, std::optional<Text> file) {
+        for (std::size_t i = 0; i < arrays.size(); ++i)
+            for (const std::size_t index : {0, 2, 3})
+                arrays[i]->set(index, Text(1, U'0' + static_cast<char32_t>(i)) + (index > 1 ? U"1" : U"0"));
+        test.dialogs.replies = std::move(replies);
+        test.dialogs.files = {std::move(file)};
+        Command1_Click(program, 4);
+        return test.dialogs.take_messages();
+    };
+    const Text path = U"d:\\out.txt";
+    const std::string question = "Tarvik 计算 之 查寻存储|d:\\out.txt已经存在。\r\n要替换她吗？";
+
+    EXPECT_EQ(save({Answer::Yes}, path).size(), 2U);
+    EXPECT_EQ(test.drive_d.read("out.txt"), "00\r\n01\r\n");
+    EXPECT_TRUE(module1.hits.get(2).empty()) << "of the equal ones the last stays";
+    EXPECT_EQ(save({Answer::No, Answer::No}, path).back(), question);
+    EXPECT_EQ(test.drive_d.read("out.txt"), "00\r\n01\r\n");
+    save({Answer::No, Answer::Yes}, path);
+    EXPECT_EQ(test.drive_d.read("out.txt"), encode(U"shown 页\r\n"));
+    save({Answer::Yes}, std::nullopt);
+    EXPECT_FALSE(module1.hits.get(2).empty());
+
+    form1.dbresult = true;
+    EXPECT_THAT(save({Answer::Yes}, path), ElementsAre(HasSubstr("Tarvik 计算 查寻存储|将要保存的是excel"), question));
+    EXPECT_EQ(test.drive_d.read("out.txt"), "table\r\n\r\n");
+    const struct {
+        OptionButton& option;
+        std::string done, written;
+    } options[] = {{form1.Option1, "查寻汉语词典的查寻结果：", "10\r\n11\r\n"},
+                   {form1.Option2, "查寻牛津英语的查寻结果：", "30\r\n40\r\n31\r\n41\r\n"},
+                   {form1.Option3, "查寻文件的查寻结果：", "20\r\n21\r\n"}};
+    for (const auto& one : options) {
+        select_option(form1, one.option);
+        EXPECT_EQ(save({Answer::Yes, Answer::Yes}, path).back(),
+                  "Tarvik 计算 之 查寻&存储|" + one.done + "\r\n保存完毕！");
+        EXPECT_EQ(test.drive_d.read("out.txt"), one.written);
+    }
+    EXPECT_EQ(save({Answer::Yes}, U"d:\\no folder\\out.txt").size(), 2U) << "it fails without a word";
 }
 
 } // namespace

@@ -76,23 +76,5 @@ TEST(CodePage, round_trips_agree_with_the_system)
     }
 }
 
-TEST(CodePage, random_bytes_are_read_whole)
-{
-    std::mt19937 random(9);
-    for (int round = 0; round < 3000; ++round) {
-        std::string bytes(random() % 60, '\0');
-        for (char& byte : bytes) byte = static_cast<char>(random() % 3 == 0 ? 0x30 + random() % 10 : random());
-        // Where the system can read it as well, both must agree.
-        const Document document = decode_own(bytes);
-        const auto expected = converted("UTF-8", "GB18030", bytes);
-        if (expected) {
-            ASSERT_EQ(in_utf8(document), *expected);
-        }
-        ASSERT_EQ(document.with_closing_line_end().text().size(), document.text().size() + 2);
-        decode_foreign("\xef\xbb\xbf" + bytes);
-        decode_foreign("\xff\xfe" + bytes);
-    }
-}
-
 } // namespace
 } // namespace tarvik::test
