@@ -5,14 +5,16 @@
 #include <objbase.h>
 
 #include <algorithm>
-#include <new>
+#include <array>
+#include <cstdio>
+#include <future>
 #include <thread>
 
 namespace tarvik::windows {
 
 namespace {
 
-constexpr std::chrono::milliseconds between_attempts{100};
+constexpr std::chrono::milliseconds between_looks{20}, between_attempts{100};
 constexpr int most_attempts = 200;
 /// Under the user's own settings the suite refuses calls where it lacks that language.
 constexpr LCID english = 0x0409;
@@ -44,97 +46,72 @@ HRESULT while_busy(const Patience& patience, const std::function<HRESULT()>& wor
     return result;
 }
 
-BSTR allocated(const std::wstring& text)
+std::string hexadecimal(HRESULT number)
 {
-    BSTR made = ::SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-    if (!made) throw std::bad_alloc();
-    return made;
-}
-
-Text hexadecimal(HRESULT number)
-{
-    Text made = U"0x";
-    for (int shift = 28; shift >= 0; shift -= 4)
-        made += U"0123456789abcdef"[static_cast<std::uint32_t>(number) >> static_cast<unsigned>(shift) & 15U];
-    return made;
+    std::array<char, 11> digits{};
+    std::snprintf(digits.data(), digits.size(), "0x%08lx", static_cast<unsigned long>(number));
+    return digits.data();
 }
 
 } // namespace
 
-ComValue::ComValue(bool value) noexcept
+void Patience::begin(Time patience, Text words)
 {
-    value_.vt = VT_BOOL;
-    value_.boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;
+    const std::lock_guard lock(mutex_);
+    patience_ = patience;
+    words_ = std::move(words);
 }
 
-ComValue::ComValue(int value) noexcept
+void Patience::know(ApplicationProcess process)
 {
-    value_.vt = VT_I4;
-    value_.lVal = value;
+    const std::lock_guard lock(mutex_);
+    process_ = std::move(process);
 }
 
-ComValue::ComValue(const wchar_t* value)
+HRESULT Patience::call(std::function<HRESULT()> work) const
 {
-    value_.bstrVal = allocated(value);
-    value_.vt = VT_BSTR;
+    if (is_given_up_) throw libreoffice::ConnectionLost("given up");
+    std::packaged_task<HRESULT()> task(std::move(work));
+    auto done = task.get_future();
+    std::thread([task = std::move(task)]() mutable {
+        ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        task();
+        task = {}; // objects that it holds go while the thread may still talk to them
+        ::CoUninitialize();
+    }).detach();
+    while (done.wait_for(between_looks) != std::future_status::ready)
+        if (is_given_up_ || Clock::now() > deadline_) throw libreoffice::ConnectionLost("given up");
+    return done.get();
 }
 
-ComValue::ComValue(const std::filesystem::path& value) : ComValue(std::filesystem::path(value).make_preferred().c_str())
+std::optional<Text> Patience::give_up(Time waited)
 {
-}
-
-ComValue::ComValue(IDispatch& object) noexcept
-{
-    value_.vt = VT_DISPATCH;
-    value_.pdispVal = &object;
-    object.AddRef();
-}
-
-ComValue ComValue::missing() noexcept
-{
-    ComValue made;
-    made.value_.vt = VT_ERROR;
-    made.value_.scode = DISP_E_PARAMNOTFOUND;
-    return made;
-}
-
-ComValue::ComValue(const ComValue& other)
-{
-    if (FAILED(::VariantCopy(&value_, const_cast<VARIANT*>(&other.value_)))) throw std::bad_alloc();
-}
-
-ComValue& ComValue::operator=(ComValue other) noexcept
-{
-    std::swap(value_, other.value_);
-    return *this;
-}
-
-int ComValue::as_count() const noexcept
-{
-    VARIANT number{};
-    if (FAILED(::VariantChangeType(&number, const_cast<VARIANT*>(&value_), 0, VT_I4))) return 0;
-    return number.lVal;
+    const std::lock_guard lock(mutex_);
+    if (waited < patience_) return std::nullopt;
+    is_given_up_ = true;
+    if (process_.handle && !::IsWindowVisible(process_.window)) ::TerminateProcess(process_.handle.get(), 1);
+    return words_;
 }
 
 void refuse(HRESULT number, TextView words)
 {
-    const Text reason = words.empty() ? hexadecimal(number) : words.str();
-    if (is_one_of(number, gone)) throw libreoffice::ConnectionLost(to_utf8(reason));
+    const std::string reason = words.empty() ? hexadecimal(number) : to_utf8(words);
+    if (is_one_of(number, gone)) throw libreoffice::ConnectionLost(reason);
     if (is_one_of(number, busy)) throw Refusal(to_utf8(U"程序一直忙，可能有窗口等待回答"));
-    throw Refusal(to_utf8(reason));
+    throw Refusal(reason);
 }
 
-ComObject::ComObject(ComValue value, std::shared_ptr<Patience> patience)
+ComObject::ComObject(_variant_t value, std::shared_ptr<Patience> patience)
     : value_(std::move(value)), patience_(std::move(patience))
 {
-    if (!value_.object()) throw Refusal("no object");
+    if (value_.vt != VT_DISPATCH || !value_.pdispVal) throw Refusal("no object");
 }
 
 namespace {
 
 /// A call with all that it needs and what comes of it. Arguments pass in the order from the last to the first.
 struct Invocation {
-    Invocation(ComValue of, const wchar_t* named, WORD how, ComObject::Values with)
+    Invocation(_variant_t of, const wchar_t* named, WORD how, ComObject::Values with)
         : object(std::move(of)), name(named), way(how), arguments(std::move(with))
     {
     }
@@ -142,11 +119,11 @@ struct Invocation {
     Invocation& operator=(const Invocation&) = delete;
     ~Invocation() { forget_complaint(); }
 
-    ComValue object;
+    _variant_t object;
     std::wstring name;
     WORD way;
     ComObject::Values arguments;
-    ComValue answer;
+    _variant_t answer;
     EXCEPINFO complaint{};
 
     void forget_complaint() noexcept
@@ -160,11 +137,11 @@ struct Invocation {
     {
         DISPID number = 0;
         LPOLESTR text = name.data();
-        if (const HRESULT found = object.object()->GetIDsOfNames(IID_NULL, &text, 1, english, &number); FAILED(found))
+        if (const HRESULT found = object.pdispVal->GetIDsOfNames(IID_NULL, &text, 1, english, &number); FAILED(found))
             return found;
         std::vector<VARIANT> passed;
         for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument)
-            passed.push_back(argument->raw());
+            passed.push_back(static_cast<const VARIANT&>(*argument));
         DISPID put = DISPID_PROPERTYPUT;
         DISPPARAMS parameters{passed.data(), nullptr, static_cast<UINT>(passed.size()), 0};
         if (way == DISPATCH_PROPERTYPUT) {
@@ -173,7 +150,7 @@ struct Invocation {
         }
         forget_complaint(); // of an attempt before
         const HRESULT result =
-            object.object()->Invoke(number, IID_NULL, english, way, &parameters, &answer.raw(), &complaint, nullptr);
+            object.pdispVal->Invoke(number, IID_NULL, english, way, &parameters, &answer, &complaint, nullptr);
         return result == DISP_E_EXCEPTION && complaint.scode != 0 ? complaint.scode : result;
     }
 
@@ -186,25 +163,31 @@ struct Invocation {
 
 } // namespace
 
-ComValue ComObject::invoke(const wchar_t* name, WORD way, Values arguments) const
+_variant_t ComObject::invoke(const wchar_t* name, WORD way, Values arguments) const
 {
     const auto call = std::make_shared<Invocation>(value_, name, way, std::move(arguments));
     const HRESULT result = while_busy(*patience_, [call] { return call->run(); });
     if (result == DISP_E_UNKNOWNNAME) refuse(result, text_of(std::filesystem::path(name)));
     if (FAILED(result)) refuse(result, call->words());
-    return std::move(call->answer);
+    return call->answer;
+}
+
+long ComObject::count(const wchar_t* name) const
+{
+    auto value = invoke(name, getting, {});
+    return FAILED(::VariantChangeType(&value, &value, 0, VT_I4)) ? 0 : value.lVal;
 }
 
 std::optional<ComObject> create_application(const wchar_t* name, const std::shared_ptr<Patience>& patience)
 {
     CLSID class_id{};
     if (FAILED(::CLSIDFromProgID(name, &class_id))) return std::nullopt;
-    const auto made = std::make_shared<ComValue>();
+    const auto made = std::make_shared<_variant_t>();
     const HRESULT result = while_busy(*patience, [class_id, made, patience] {
-        made->raw().vt = VT_DISPATCH;
+        made->vt = VT_DISPATCH;
         const HRESULT created = ::CoCreateInstance(class_id, nullptr, CLSCTX_LOCAL_SERVER, IID_IDispatch,
-                                                   reinterpret_cast<void**>(&made->raw().pdispVal));
-        if (FAILED(created)) *made = {};
+                                                   reinterpret_cast<void**>(&made->pdispVal));
+        if (FAILED(created)) made->vt = VT_EMPTY;
         else if (patience->is_given_up()) ComObject(*made, std::make_shared<Patience>()).call(L"Quit");
         return created;
     });

@@ -1,42 +1,54 @@
 #pragma once
 
-#include "engines/suite/patience.h"
+#include "engines/libreoffice/bridge.h"
 
-#include <oaidl.h>
-#include <oleauto.h>
+#include <windows.h>
 
-#include <utility>
+#include <comdef.h>
 
-/// Values and objects of an application that is driven from outside. Everything here is used on one thread.
+#include <atomic>
+#include <functional>
+#include <mutex>
+
+/// Objects of an application that is driven from outside, how long a call to it may take, and what happens to it when
+/// it takes longer. But for the giving up everything is used on one thread.
 namespace tarvik::windows {
 
-/// A value that passes between the programs, and what is behind it goes with it.
-class ComValue {
-public:
-    ComValue() noexcept = default; ///< no value at all
-    // NOLINTBEGIN(google-explicit-constructor): an argument is written as what it is.
-    ComValue(bool value) noexcept;
-    ComValue(int value) noexcept;
-    ComValue(const wchar_t* value);
-    ComValue(const std::filesystem::path& value);
-    // NOLINTEND(google-explicit-constructor)
-    explicit ComValue(IDispatch& object) noexcept;
-    /// An argument that is left out.
-    static ComValue missing() noexcept;
-    ComValue(const ComValue& other);
-    ComValue(ComValue&& other) noexcept : value_(std::exchange(other.value_, {})) {}
-    ComValue& operator=(ComValue other) noexcept;
-    ~ComValue() { ::VariantClear(&value_); }
+/// The process of an application and its main window.
+struct ApplicationProcess {
+    std::shared_ptr<void> handle;
+    HWND window = nullptr;
+};
 
-    VARIANT& raw() noexcept { return value_; }
-    const VARIANT& raw() const noexcept { return value_; }
-    /// Nothing where it is no object.
-    IDispatch* object() const noexcept { return value_.vt == VT_DISPATCH ? value_.pdispVal : nullptr; }
-    /// 0 where it is no number.
-    int as_count() const noexcept;
+/// What the thread that calls an application shares with the one that gives up waiting for it. A call that was given up
+/// runs on in a thread that nobody waits for: a program that hangs holds nobody up.
+class Patience {
+public:
+    using Time = std::chrono::milliseconds;
+
+    /// What is about to be done may take so long beyond the usual limit; the words are for the user if it takes longer.
+    void begin(Time patience, Text words);
+    /// Calls on a thread of its own, and throws ConnectionLost when it is given up meanwhile.
+    HRESULT call(std::function<HRESULT()> work) const;
+    /// From any thread: the calls under way fail and all later ones do. The process is ended where it is known, unless
+    /// its window shows: then it is somebody's. Gives what the user is to know, nothing as long as more patience is
+    /// due.
+    std::optional<Text> give_up(Time waited);
+    bool is_given_up() const noexcept { return is_given_up_; }
+
+    /// From now on a call is waited for so long and no longer.
+    void limit(Time from_now) { deadline_ = Clock::now() + from_now; }
+    void know(ApplicationProcess process);
 
 private:
-    VARIANT value_{};
+    using Clock = std::chrono::steady_clock;
+
+    std::atomic<bool> is_given_up_ = false;
+    Clock::time_point deadline_ = Clock::time_point::max();
+    std::mutex mutex_; ///< of those below
+    Time patience_{0};
+    Text words_;
+    ApplicationProcess process_;
 };
 
 /// What an application answers to a call that it refuses, in its own words.
@@ -52,22 +64,24 @@ public:
 /// while; one that hangs is waited for until the patience ends. Names and values are those of English everywhere.
 class ComObject {
 public:
-    using Values = std::vector<ComValue>;
-    ComObject(ComValue value, std::shared_ptr<Patience> patience);
+    using Values = std::vector<_variant_t>;
+    ComObject(_variant_t value, std::shared_ptr<Patience> patience);
 
-    ComValue get(const wchar_t* name) const { return invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, {}); }
+    /// A member that is a number; 0 where it is none.
+    long count(const wchar_t* name) const;
     /// A member that is an object itself.
     ComObject object(const wchar_t* name, Values arguments = {}) const
     {
-        return {invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, std::move(arguments)), patience_};
+        return {invoke(name, getting, std::move(arguments)), patience_};
     }
-    void put(const wchar_t* name, ComValue value) const { invoke(name, DISPATCH_PROPERTYPUT, {std::move(value)}); }
+    void put(const wchar_t* name, const _variant_t& value) const { invoke(name, DISPATCH_PROPERTYPUT, {value}); }
     void call(const wchar_t* name, Values arguments = {}) const { invoke(name, DISPATCH_METHOD, std::move(arguments)); }
 
 private:
-    ComValue invoke(const wchar_t* name, WORD way, Values arguments) const;
+    static constexpr WORD getting = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
+    _variant_t invoke(const wchar_t* name, WORD way, Values arguments) const;
 
-    ComValue value_;
+    _variant_t value_;
     std::shared_ptr<Patience> patience_;
 };
 
