@@ -9,8 +9,8 @@ namespace tarvik::calculation {
 
 inline constexpr std::size_t longest_text = 32'767; ///< of a cell
 
-/// The number that the text writes: a decimal number, with thousands, percent, currency or an exponent, a fraction, a
-/// date or a time. CannotCalculate for a date that countries read differently ("1/2/2020").
+/// The number that the text writes: a decimal number, with thousands, percent, currency or an exponent, a date or
+/// a time. CannotCalculate for a fraction ("1 1/2") and a date that countries read differently ("1/2/2020").
 std::optional<double> parse_number(TextView text, bool counts_from_1904);
 
 /// A number, or the error that stands in its place. Nothing is 0, a truth value 0 or 1.

@@ -14,12 +14,10 @@ using Kind = FormatPiece::Kind;
 
 constexpr std::array<std::u32string_view, 10> colours{U"black", U"blue",  U"cyan",   U"green", U"magenta",
                                                       U"red",   U"white", U"yellow", U"color", U"colour"};
-constexpr std::array<std::pair<std::u32string_view, Kind>, 13> words{{{U"am/pm", Kind::HalfDay},
+constexpr std::array<std::pair<std::u32string_view, Kind>, 11> words{{{U"am/pm", Kind::HalfDay},
                                                                       {U"a/p", Kind::HalfDay},
                                                                       {U"上午/下午", Kind::HalfDay},
                                                                       {U"general", Kind::General},
-                                                                      {U"e+", Kind::Exponent},
-                                                                      {U"e-", Kind::Exponent},
                                                                       {U"0", Kind::Digit},
                                                                       {U"#", Kind::Digit},
                                                                       {U"?", Kind::Digit},

@@ -24,29 +24,18 @@ std::size_t digits_of(Pieces pieces)
     return static_cast<std::size_t>(std::ranges::count(pieces, Kind::Digit, &FormatPiece::kind));
 }
 
-/// A section in the parts that digits are laid over; behind the whole number the point and the exponent's mark.
+/// A section in the parts that digits are laid over.
 struct Layout {
-    Pieces whole, decimals, exponent;
-    const FormatPiece *point = nullptr, *mark = nullptr;
-    bool has_commas = false;
+    Pieces whole, decimals;
+    bool has_point = false, has_commas = false;
     double divisor = 1;
 
     explicit Layout(Pieces pieces)
     {
-        const auto until = [](Pieces all, Kind kind) {
-            return static_cast<std::size_t>(std::ranges::find(all, kind, &FormatPiece::kind) - all.begin());
-        };
-        const auto end = until(pieces, Kind::Exponent);
-        const auto number = pieces.first(end);
-        whole = number.first(until(number, Kind::Point));
-        if (end < pieces.size()) {
-            mark = &pieces[end];
-            exponent = pieces.subspan(end + 1);
-        }
-        if (whole.size() < end) {
-            point = &pieces[whole.size()];
-            decimals = number.subspan(whole.size() + 1);
-        }
+        const auto point = std::ranges::find(pieces, Kind::Point, &FormatPiece::kind);
+        has_point = point != pieces.end();
+        whole = {pieces.begin(), point};
+        if (has_point) decimals = {point + 1, pieces.end()};
         for (std::size_t i = 0; i < pieces.size(); ++i) {
             if (pieces[i].kind == Kind::Percent) divisor /= 100;
             if (pieces[i].kind != Kind::Comma) continue;
@@ -103,39 +92,17 @@ Text decimals_laid_out(Pieces pieces, Text digits)
     return text;
 }
 
-// Divides the number by a power of ten that is a multiple of `step`, so that so many digits stand before the point.
-int take_exponent(double& number, int step, int decimals)
-{
-    int exponent = number == 0 ? 0 : static_cast<int>(std::floor(std::log10(to_15_digits(number))));
-    exponent -= step == 1 ? 0 : ((exponent % step) + step) % step;
-    double mantissa = rounded(number / std::pow(10.0, exponent), decimals);
-    if (mantissa >= std::pow(10.0, step)) {
-        exponent += step;
-        mantissa = rounded(number / std::pow(10.0, exponent), decimals);
-    }
-    number = mantissa;
-    return exponent;
-}
-
 Text in_digits(Pieces pieces, double number)
 {
     const Layout layout(pieces);
     const auto decimals = static_cast<int>(digits_of(layout.decimals));
-    const bool is_odd = layout.mark && (layout.divisor != 1 || layout.has_commas || layout.exponent.empty() ||
-                                        layout.exponent.front().kind != Kind::Digit);
-    if (is_odd || decimals > most_decimals) throw CannotCalculate("number format");
+    if (decimals > most_decimals) throw CannotCalculate("number format");
     number /= layout.divisor;
-    const int exponent =
-        layout.mark ? take_exponent(number, std::max(static_cast<int>(digits_of(layout.whole)), 1), decimals) : 0;
     const Text digits = decimal_text(to_15_digits(rounded(number, decimals)), decimals);
     const auto dot = std::min(digits.find(U'.'), digits.size());
-    Text text = laid_out(layout.whole, digits[0] == U'0' ? Text() : digits.substr(0, dot), layout.has_commas);
-    if (layout.point)
-        text += U"." + decimals_laid_out(layout.decimals, digits.substr(std::min(dot + 1, digits.size())));
-    if (!layout.mark) return text;
-    text += layout.mark->text[0];
-    if (exponent < 0 || layout.mark->text.ends_with(U'+')) text += exponent < 0 ? U'-' : U'+';
-    return text + laid_out(layout.exponent, number_text(std::abs(exponent)), false);
+    const Text text = laid_out(layout.whole, digits[0] == U'0' ? Text() : digits.substr(0, dot), layout.has_commas);
+    if (!layout.has_point) return text;
+    return text + U"." + decimals_laid_out(layout.decimals, digits.substr(std::min(dot + 1, digits.size())));
 }
 
 struct Chosen {

@@ -8,8 +8,8 @@
 /// Numbers and texts as a number format shows them. Names of months and days are English.
 namespace tarvik::calculation {
 
-/// Nothing for a date that there is not. CannotCalculate for what this language has no knowledge of: fractions, other
-/// calendars, Chinese digits.
+/// Nothing for a date that there is not. CannotCalculate for what this language has no knowledge of: fractions,
+/// exponents, other calendars, Chinese digits.
 std::optional<Text> format_number(double number, TextView format, bool counts_from_1904);
 /// The format's section for texts, or the text itself.
 Text format_text(TextView text, TextView format);
@@ -22,7 +22,6 @@ struct FormatPiece {
         Point,
         Comma,
         Percent,
-        Exponent, ///< "E+" or "e-"
         Date,     ///< letters of one kind: "yyyy", "mm"; "n" for minutes
         Elapsed,  ///< "[h]"
         Fraction, ///< of a second: "0" for each digit

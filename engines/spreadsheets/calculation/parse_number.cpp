@@ -98,21 +98,6 @@ std::optional<double> parse_decimal(std::string_view text)
     return (is_negative ? -*number : *number) / divisor;
 }
 
-// "1 1/2".
-std::optional<double> parse_fraction(std::string_view text)
-{
-    const bool is_negative = text.starts_with('-');
-    if (is_negative) text.remove_prefix(1);
-    const auto blank = text.find(' '), bar = text.find('/');
-    if (blank == std::string_view::npos || bar == std::string_view::npos || bar < blank) return std::nullopt;
-    const auto whole = parse_unsigned(text.substr(0, blank));
-    const auto above = parse_unsigned(trimmed(text.substr(blank, bar - blank)));
-    const auto below = parse_unsigned(trimmed(text.substr(bar + 1)));
-    if (!whole || !above || !below || *below == 0 || *whole != std::floor(*whole)) return std::nullopt;
-    const double number = *whole + *above / *below;
-    return is_negative ? -number : number;
-}
-
 constexpr std::array<std::string_view, 12> months{"january",   "february", "march",    "april",
                                                   "may",       "june",     "july",     "august",
                                                   "september", "october",  "november", "december"};
@@ -252,7 +237,9 @@ std::optional<double> parse_number(TextView text, bool counts_from_1904)
     const auto meant = trimmed(characters);
     if (meant.empty()) return std::nullopt;
     if (const auto number = parse_decimal(meant)) return number;
-    if (const auto number = parse_fraction(meant)) return number;
+    const auto is_of_fraction = [](char c) { return is_digit(c) || c == ' ' || c == '/' || c == '-'; };
+    if (meant.find(' ') < meant.find('/') && meant.find('/') != npos && std::ranges::all_of(meant, is_of_fraction))
+        throw CannotCalculate("fraction as a text"); // "1 1/2"
     return parse_date(meant, counts_from_1904);
 }
 

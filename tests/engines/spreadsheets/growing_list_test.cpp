@@ -57,21 +57,30 @@ TEST(GrowingList, cells_hold_what_was_written_last_in_whatever_order)
         for (int step = 0, last_row = 3; step < 300; ++step) {
             const int row = number(0, 3) > 0 ? last_row + number(0, 1) : number(4, 60), column = number(1, 4);
             auto& sheet = workbook->worksheet(1);
-            const auto text = number(0, 5) == 0 ? Text() : U"文 " + number_text(number(1, 40)) + U" &";
+            const auto text = number(0, 5) == 0 ? Text() : U" _x00" + number_text(number(1, 40)) + U"_\n<𠮷> &";
             switch (number(0, 19)) {
             case 0:
                 workbook->save_as(U"另存.xlsx");
                 if (number(0, 1) == 0) workbook = &file.open(U"另存.xlsx");
                 break;
             case 1:
-                sheet.clear(row, row + 3, 1, 2);
-                std::erase_if(held, [row](const auto& cell) {
-                    const auto [of_row, of_column] = cell.first;
-                    return of_row >= row && of_row <= row + 3 && of_column <= 2;
-                });
+                std::erase_if(held, [](const auto& cell) { return cell.second.empty(); });
+                EXPECT_EQ(sheet.clear(row, row + 3, 1, 2),
+                          static_cast<int>(std::erase_if(held, [row](const auto& cell) {
+                              const auto [of_row, of_column] = cell.first;
+                              return of_row >= row && of_row <= row + 3 && of_column <= 2;
+                          })));
                 break;
             case 2:
-            case 3: EXPECT_EQ(sheet.cell(row, column), (held[{row, column}])) << seed << ' ' << step; break;
+            case 3:
+                EXPECT_EQ(sheet.cell(row, column), (held[{row, column}])) << seed << ' ' << step;
+                EXPECT_EQ(sheet.is_empty(row, column), (held[{row, column}].empty())) << seed << ' ' << step;
+                break;
+            case 4:
+                sheet.set_cell(row, column, row / 8.0);
+                held[{row, column}] = number_text(row / 8.0);
+                last_row = std::max(last_row, row);
+                break;
             default:
                 sheet.set_cell(row, column, text);
                 held[{row, column}] = text;

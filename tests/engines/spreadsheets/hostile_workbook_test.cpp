@@ -34,17 +34,6 @@ TEST(HostileWorkbook, a_table_that_is_led_to_very_often_is_read_once)
     EXPECT_TRUE(model.sheet(1).write({2, 1}, 2.0));
 }
 
-TEST(HostileWorkbook, an_empty_text_of_very_many_runs_is_looked_at_once)
-{
-    constexpr int cells = 80'000;
-    std::string rows;
-    for (int i = 1; i <= cells; ++i) rows += "<row><c t=\"s\"><v>3</v></c></row>";
-    auto parts = simple_parts(rows);
-    edit_part(parts, "xl/sharedStrings.xml", "</sst>", "<si>" + repeated("<r/>", 80'000) + "</si></sst>");
-    WorkbookModel model(packed(parts));
-    EXPECT_EQ(model.sheet(1).clear({{1, 1}, {cells, 1}}), 0);
-}
-
 TEST(HostileWorkbook, a_long_formula_is_not_told_anew_for_each_of_its_cells)
 {
     std::string rows = "<row r=\"1\"><c r=\"ALL1\"><f t=\"shared\" ref=\"A1:ALL1000\" si=\"0\">" +

@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/workbook_model.h"
 #include "tests/engines/spreadsheets/workbook_file.h"
 
-#include <map>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -116,15 +115,6 @@ TEST(BadFile, no_file_makes_the_work_grow_faster_than_itself)
     EXPECT_EQ(file.open().worksheet(1).clear(1, 20'000, 1, 5), 0);
 }
 
-TEST(BadFile, a_deep_nesting_in_a_cell_is_no_stack_overflow)
-{
-    std::string opened;
-    std::string closed;
-    for (int i = 0; i < 200'000; ++i) opened += "<a>", closed += "</a>";
-    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><v>" + opened + closed + "</v></c></row>"));
-    EXPECT_THROW(file.open().worksheet(1).set_cell(1, 1, 1.0), Failure);
-}
-
 TEST(BadFile, whatever_bytes_a_workbook_has_it_opens_or_fails)
 {
     std::mt19937 random(20'240'301);
@@ -154,53 +144,6 @@ TEST(BadFile, whatever_bytes_a_workbook_has_it_opens_or_fails)
     }
     EXPECT_GT(opened, 50);
     EXPECT_LT(opened, 850);
-}
-
-TEST(Editing, agrees_with_a_plain_table_whatever_is_written_in_whatever_order)
-{
-    std::mt19937 random(7);
-    const auto below = [&random](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
-    for (int round = 0; round < 12; ++round) {
-        WorkbookFile file(simple_parts("<row r=\"3\"><c><v>5</v></c><c r=\"C3\" t=\"s\"><v>2</v></c></row><row>"
-                                       "<c r=\"F4\" t=\"inlineStr\"><is><t>旧</t></is></c></row>"));
-        std::map<std::pair<int, int>, Text> table{{{3, 1}, U"5"}, {{3, 3}, U"a & b"}, {{4, 6}, U"旧"}};
-        const auto compare = [&table](Worksheet& sheet) {
-            for (int row = 1; row <= 30; ++row) {
-                for (int column = 1; column <= 12; ++column) {
-                    const auto held = table.find({row, column});
-                    ASSERT_EQ(sheet.cell(row, column), held == table.end() ? Text() : held->second);
-                    ASSERT_EQ(sheet.is_empty(row, column), held == table.end());
-                }
-            }
-        };
-        for (int saves = 0; saves < 2; ++saves) {
-            auto& workbook = file.open();
-            auto& sheet = workbook.worksheet(1);
-            compare(sheet);
-            for (int step = 0; step < 150; ++step) {
-                const int row = below(30) + 1;
-                const int column = below(12) + 1;
-                const int kind = below(8);
-                const Text text =
-                    kind < 3 ? U" _x00" + number_text(below(40)) + U"_\n<𠮷>" : number_text(below(40) / 8.0);
-                if (kind == 0) {
-                    const auto in_range = [&](const auto& cell) {
-                        return cell.first.first >= row && cell.first.first <= row + 3 && cell.first.second <= column;
-                    };
-                    ASSERT_EQ(sheet.clear(row, row + 3, 1, column), static_cast<int>(std::erase_if(table, in_range)));
-                } else if (kind == 1) {
-                    sheet.set_cell(row, column, Text());
-                    table.erase({row, column});
-                } else {
-                    sheet.set_cell(row, column, kind < 5 ? CellValue(text) : CellValue(*number(text)));
-                    table[{row, column}] = text;
-                }
-            }
-            compare(sheet);
-            workbook.close(true);
-        }
-        compare(file.open().worksheet(1));
-    }
 }
 
 } // namespace tarvik::test

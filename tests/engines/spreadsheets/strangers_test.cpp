@@ -30,15 +30,6 @@ TEST(Stranger, sheets_without_a_part_are_passed_over)
     EXPECT_EQ(workbook.worksheet(1).cell(1, 1), U"7");
 }
 
-TEST(Stranger, a_table_of_texts_that_is_not_there_is_none)
-{
-    auto parts = simple_parts("");
-    std::erase_if(parts, [](const auto& part) { return part.first == "xl/sharedStrings.xml"; });
-    WorkbookFile file(parts);
-    EXPECT_NE(file.sheet_after(1, 1, Text(U"文")).find("<is><t>文</t></is>"), std::string::npos);
-    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"文");
-}
-
 TEST(Stranger, what_a_pivot_table_fills_cannot_be_written)
 {
     auto parts = simple_parts("<row r=\"5\"><c r=\"B5\"><v>1</v></c></row>");
@@ -59,15 +50,6 @@ TEST(Stranger, what_a_pivot_table_fills_cannot_be_written)
     EXPECT_EQ(failure_of([&] { sheet.clear(1, 20, 1, 9); }),
               "无法处理工作簿“t.xlsx”：单元格 B5 属于数据透视表，不能改写。");
     EXPECT_EQ(sheet.clear(1, 4, 1, 9), 3);
-}
-
-TEST(Stranger, a_count_beyond_all_numbers_stays_a_count)
-{
-    auto parts = simple_parts("");
-    edit_part(parts, "xl/sharedStrings.xml", "count=\"3\"", "count=\"9223372036854775807\"");
-    WorkbookFile file(parts);
-    file.sheet_after(1, 1, Text(U"客户"));
-    EXPECT_NE(part_of(file.saved(), "xl/sharedStrings.xml").find(" count=\"1099511627777\""), std::string::npos);
 }
 
 TEST(Stranger, a_plain_workbook_has_no_ribbons_that_run_macros)
