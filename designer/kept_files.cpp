@@ -52,11 +52,6 @@ std::vector<Text> column_values(const Program& program, int column)
     return values;
 }
 
-void write_line(ReplacementFile& file, const Text& line)
-{
-    file.write(encode(line + U"\r\n"));
-}
-
 /// Moves the files, lists the values that found none and says how many there were; gives the failures.
 std::vector<Text> keep_files(Program& program, const Text& folder, const std::vector<Text>& values,
                              ReplacementFile& list)
@@ -75,7 +70,7 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
             gone[place] = !stay;
         }
         if (found.empty()) {
-            write_line(list, value);
+            list.write(encode(value + U"\r\n"));
             ++without_file;
         }
         if (stay) continue;
@@ -84,8 +79,7 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
         failures.insert(failures.end(), failed.begin(), failed.end());
         moved += found.size() - failed.size();
     }
-    const auto count = [](std::size_t number) { return number_text(static_cast<double>(number)); };
-    program.notice = U"移出了 " + count(moved) + U" 个文件到 " + outfolder + U"；" + count(without_file) +
+    program.notice = U"移出了 " + number_text(moved) + U" 个文件到 " + outfolder + U"；" + number_text(without_file) +
                      U" 个值没有文件，列在那里的 nofile.txt 中";
     return failures;
 }

@@ -158,7 +158,7 @@ constexpr ReportCommand excelfile_command{
               U"然后将各科成绩转移到EXCEL（其他行，其他列）中。注意：其中报表设计器左下角的“1”框中的数值为EXCEL "
               U"表中最大的行数值，当设置为 1 时，代表每个EXCEL表中有且仅有1个元素与SUF表互动，左上角为筛选数据。",
     .title_first = true,
-    .design_key = DesignKey::Lowered,
+    .lowers_design_key = true,
     .count_goes_to = &Form1::rowcount,
     .sheets = {.timer = &Form1::Timer9, .own_tick = excelfile_timer},
     .run =

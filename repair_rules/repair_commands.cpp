@@ -24,19 +24,6 @@ Text rate(const Program& program)
     return number_text(std::floor(seconds_elapsed(program) / (program.form1.filecount + 1))) + U" 秒/张。";
 }
 
-void show_file_done(Program& program)
-{
-    const Form1& form1 = program.form1;
-    show_caption(program, form1.runtitle + U" " + number_text(form1.filecount + 1) + U" →" + run_time(program) +
-                              U"→：" + rate(program));
-}
-
-void show_complete(Program& program)
-{
-    show_caption(program, program.form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" +
-                              number_text(seconds_elapsed(program)) + U" 秒。" + U"→：" + rate(program) + U" OK !");
-}
-
 /// Brings the records into a sheet; gives whether one of its lines has met a record.
 struct Operation {
     std::size_t number_field;
@@ -61,7 +48,8 @@ void enter_in_file(Program& program, const Operation& operation, const Records& 
     if (form1.founddata) task.save_as(plain_sheet_path(program, Text(saved_mark) + file.name));
     task.finish(Changes::Save);
     form1.filecount += 1;
-    show_file_done(program);
+    show_caption(program, form1.runtitle + U" " + number_text(form1.filecount + 1) + U" →" + run_time(program) +
+                              U"→：" + rate(program));
 }
 
 void enter_in_folder(Program& program, const Operation& operation)
@@ -76,7 +64,8 @@ void enter_in_folder(Program& program, const Operation& operation)
     work_through(program, walked_names(program, picked->folder), [&](const Text& name) {
         enter_in_file(program, operation, records, {picked->folder, name});
     });
-    show_complete(program);
+    show_caption(program, form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" +
+                              number_text(seconds_elapsed(program)) + U" 秒。" + U"→：" + rate(program) + U" OK !");
 }
 
 } // namespace

@@ -12,35 +12,27 @@ namespace {
 
 constexpr double seconds_a_day = 86400;
 
-struct Pace {
-    double elapsed; // seconds since the run's start
-    double rate;    // whole seconds a sheet
-};
-
-Pace take_time(Program& program)
+Text pace(Program& program)
 {
-    Form1& form1 = program.form1;
-    form1.runnow = run_time(program);
-    const double elapsed = seconds_elapsed(program);
-    return {elapsed, std::floor(elapsed / form1.sheetno)};
+    program.form1.runnow = run_time(program);
+    return number_text(std::floor(seconds_elapsed(program) / program.form1.sheetno)) + U" 秒/张。";
 }
 
 void report(Program& program)
 {
-    const Pace pace = take_time(program);
     const Form1& form1 = program.form1;
-    show_caption(program, form1.runtitle + U" " + number_text(form1.sheetno - 1) + U" →" + run_time(program) + U"→：" +
-                              number_text(pace.rate) + U" 秒/张。");
+    const Text rate = pace(program);
+    show_caption(program,
+                 form1.runtitle + U" " + number_text(form1.sheetno - 1) + U" →" + form1.runnow + U"→：" + rate);
 }
 
 void finish(Program& program, const SheetFamily& family)
 {
-    const Pace pace = take_time(program);
     Form1& form1 = program.form1;
     const int sheets = form1.sheetno - 1;
-    show_caption(program, form1.runtitle + U" " + number_text(sheets) + U"   Complete" + U" " + run_time(program) +
-                              U"→：" + number_text(pace.elapsed) + U" 秒。" + U"→：" + number_text(pace.rate) +
-                              U" 秒/张。");
+    const Text rate = pace(program);
+    show_caption(program, form1.runtitle + U" " + number_text(sheets) + U"   Complete" + U" " + form1.runnow + U"→：" +
+                              number_text(seconds_elapsed(program)) + U" 秒。" + U"→：" + rate);
     show_caption(program, form1.window.caption() + (sheets == form1.keycount ? U" OK !" : U" ERROR !"));
     stop_run(program);
     program.run.stopped = false;
@@ -91,6 +83,15 @@ void family_tick(Program& program, const SheetFamily& family)
     }
     const Text key = key_at(program, form1.batchcursor);
     if (!key.empty()) make_sheet(program, family, key);
+}
+
+// The caption is set anew, and gives the head of the coming captions.
+void set_run_title(Program& program)
+{
+    Form1& form1 = program.form1;
+    begin_record(program);
+    show_caption(program, U"Tarvik 计算 ");
+    form1.runtitle = form1.window.caption() + U" " + run_time(program) + U"←" + U"start:";
 }
 
 } // namespace
@@ -164,14 +165,6 @@ void close_sheet(Program& program)
 void begin_record(Program& program)
 {
     program.run = RunRecord{.number = program.run.number + 1, .started = program.platform.clock.now()};
-}
-
-void set_run_title(Program& program)
-{
-    Form1& form1 = program.form1;
-    begin_record(program);
-    show_caption(program, U"Tarvik 计算 ");
-    form1.runtitle = form1.window.caption() + U" " + run_time(program) + U"←" + U"start:";
 }
 
 void set_job_title(Program& program)

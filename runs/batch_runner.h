@@ -50,9 +50,8 @@ void close_sheet(Program& program);
 
 // Captions and pace, for every command that works through many files
 
-/// Sets the caption anew and takes the head of the coming captions from it.
-void set_run_title(Program& program);
-/// The same at the start of a command that runs to its end at once: its time of day goes to jobstart.
+/// Begins a command that runs to its end at once: sets the caption anew, takes the head of the coming captions from it,
+/// and the time of day goes to jobstart.
 void set_job_title(Program& program);
 void show_caption(Program& program, Text caption);
 /// The time of day, as captions show it.

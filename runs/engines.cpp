@@ -42,16 +42,27 @@ bool is_of_older_format(Files& files, TextView path)
     return kind == FileKind::Workbook || kind == FileKind::Document || kind == FileKind::Encrypted;
 }
 
-// An application that opens each file with one of the engines' own.
-template <typename Application, typename File>
-class ApplicationByContent final : public Application {
+class EnginesByContent final : public OfficeEngines {
 public:
-    using Make = std::unique_ptr<Application> (OfficeEngines::*)();
-
-    ApplicationByContent(Files& files, OfficeEngines& embedded, OfficeEngines& suite, Make make)
-        : files_(files), embedded_(embedded), suite_(suite), make_(make)
+    EnginesByContent(Files& files, std::unique_ptr<OfficeEngines> embedded, std::unique_ptr<OfficeEngines> suite)
+        : files_(files), embedded_(std::move(embedded)), suite_(std::move(suite))
     {
     }
+
+    OfficeEngines& engines_for(TextView path) { return is_of_older_format(files_, path) ? *suite_ : *embedded_; }
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
+    std::unique_ptr<DocumentApplication> create_document() override;
+
+private:
+    Files& files_;
+    std::unique_ptr<OfficeEngines> embedded_, suite_;
+};
+
+// An application that opens each file with one of the engines' own.
+template <typename Application, typename File, std::unique_ptr<Application> (OfficeEngines::*create)()>
+class ApplicationByContent final : public Application {
+public:
+    explicit ApplicationByContent(EnginesByContent& engines) : engines_(engines) {}
 
     void set_visible(bool visible) override
     {
@@ -61,8 +72,7 @@ public:
 
     File& open(TextView path) override
     {
-        OfficeEngines& engines = is_of_older_format(files_, path) ? suite_ : embedded_;
-        Application& application = *applications_.emplace_back((engines.*make_)());
+        Application& application = *applications_.emplace_back((engines_.engines_for(path).*create)());
         application.set_visible(is_visible_);
         return application.open(path);
     }
@@ -73,37 +83,22 @@ public:
     }
 
 private:
-    Files& files_;
-    OfficeEngines &embedded_, &suite_;
-    Make make_;
+    EnginesByContent& engines_;
     std::vector<std::unique_ptr<Application>> applications_;
     bool is_visible_ = false;
 };
 
-class EnginesByContent final : public OfficeEngines {
-public:
-    EnginesByContent(Files& files, std::unique_ptr<OfficeEngines> embedded, std::unique_ptr<OfficeEngines> suite)
-        : files_(files), embedded_(std::move(embedded)), suite_(std::move(suite))
-    {
-    }
+std::unique_ptr<SpreadsheetApplication> EnginesByContent::create_spreadsheet()
+{
+    using Spreadsheets = ApplicationByContent<SpreadsheetApplication, Workbook, &OfficeEngines::create_spreadsheet>;
+    return std::make_unique<Spreadsheets>(*this);
+}
 
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override
-    {
-        return std::make_unique<ApplicationByContent<SpreadsheetApplication, Workbook>>(
-            files_, *embedded_, *suite_, &OfficeEngines::create_spreadsheet);
-    }
-
-    std::unique_ptr<DocumentApplication> create_document() override
-    {
-        return std::make_unique<ApplicationByContent<DocumentApplication, TextDocument>>(
-            files_, *embedded_, *suite_, &OfficeEngines::create_document);
-    }
-
-private:
-    Files& files_;
-    std::unique_ptr<OfficeEngines> embedded_;
-    std::unique_ptr<OfficeEngines> suite_;
-};
+std::unique_ptr<DocumentApplication> EnginesByContent::create_document()
+{
+    using Documents = ApplicationByContent<DocumentApplication, TextDocument, &OfficeEngines::create_document>;
+    return std::make_unique<Documents>(*this);
+}
 
 } // namespace
 

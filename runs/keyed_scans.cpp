@@ -19,11 +19,6 @@ void load_report(Program& program, TextView path)
     form1.RichTextBox2.set_content(PaneText(std::move(document)));
 }
 
-int count_in(Program& program, TextView key, std::u32string_view file)
-{
-    return scan_report(program, key, installed(program, file)).rows;
-}
-
 } // namespace
 
 ScanResult checked_scan(Program& program, TextView key)
@@ -34,13 +29,6 @@ ScanResult checked_scan(Program& program, TextView key)
     return scan;
 }
 
-ScanResult scan_report(Program& program, TextView key, TextView path)
-{
-    program.form1.RichTextBox3.set_text(U"\r\n");
-    if (!path.empty()) load_report(program, path);
-    return checked_scan(program, key);
-}
-
 void take_key_rows(Program& program)
 {
     devision1(program);
@@ -49,22 +37,24 @@ void take_key_rows(Program& program)
 
 int query2(Program& program, TextView key, bool all_devices)
 {
-    return count_in(program, key, all_devices ? files::report_3139 : files::report_3138);
+    return query7(program, key, installed(program, all_devices ? files::report_3139 : files::report_3138));
 }
 
 int query3(Program& program, TextView key, bool return_orders)
 {
-    return count_in(program, key, return_orders ? files::report_3137 : files::report_kept);
+    return query7(program, key, installed(program, return_orders ? files::report_3137 : files::report_kept));
 }
 
 int query5(Program& program, TextView key, bool in_report)
 {
-    return scan_report(program, key, in_report ? installed(program, files::report_3158) : Text()).rows;
+    return query7(program, key, in_report ? installed(program, files::report_3158) : Text());
 }
 
 int query7(Program& program, TextView key, TextView path)
 {
-    return scan_report(program, key, path).rows;
+    program.form1.RichTextBox3.set_text(U"\r\n");
+    if (!path.empty()) load_report(program, path);
+    return checked_scan(program, key).rows;
 }
 
 } // namespace tarvik

@@ -10,8 +10,6 @@ namespace tarvik {
 
 /// query1() for whoever goes on with the table: throws Failure when there were too many rows.
 ScanResult checked_scan(Program& program, TextView key);
-/// The scan of any file, by its path; an empty path scans the pane's present text.
-ScanResult scan_report(Program& program, TextView key, TextView path);
 
 int query2(Program& program, TextView key, bool all_devices);   ///< 3139.txt, or 3138.txt
 int query3(Program& program, TextView key, bool return_orders); ///< 3137.txt, or 保留.txt

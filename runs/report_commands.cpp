@@ -84,7 +84,7 @@ Text scan_key(const Program& program, const ReportCommand& command)
 {
     if (!command.key.empty()) return Text(command.key);
     const Text& typed = program.form4.Text3.text();
-    return command.design_key == DesignKey::Lowered ? lower(typed) : typed;
+    return command.lowers_design_key ? lower(typed) : typed;
 }
 
 bool make_table(Program& program, const ReportCommand& command)

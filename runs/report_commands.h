@@ -29,9 +29,6 @@ inline constexpr std::u32string_view word_question =
 inline constexpr int no_column = 0;      ///< the command makes no list of keys
 inline constexpr int design_column = -1; ///< in the designer's box Text4
 
-/// How the designer's query text becomes the key of the scan.
-enum class DesignKey { AsTyped, Lowered };
-
 /// A command that asks for the output folder and scans the open document. The members stand in the order in which they
 /// are used; what most commands lack has a default.
 struct ReportCommand {
@@ -44,12 +41,12 @@ struct ReportCommand {
     std::u32string_view design = {};             ///< parameter file that is loaded into the designer's boxes
     bool title_first = false;                    ///< the caption is set, and jobstart taken, ahead of the scan
     std::u32string_view key = {};                ///< picks the lines; empty: the designer's query text
-    DesignKey design_key = DesignKey::AsTyped;
-    int Form1::*count_goes_to = nullptr;     ///< member that takes the number of lines
-    int key_column = no_column;              ///< whose distinct values are the keys of the run
-    std::u32string_view template_file = {};  ///< must lie in the installation folder
-    SheetFamily sheets = {};                 ///< of the run that is started, if the family has sheets
-    void (*run)(Program& program) = nullptr; ///< the operation of a command that starts no run
+    bool lowers_design_key = false;              ///< the designer's query text is taken in lower case
+    int Form1::*count_goes_to = nullptr;         ///< member that takes the number of lines
+    int key_column = no_column;                  ///< whose distinct values are the keys of the run
+    std::u32string_view template_file = {};      ///< must lie in the installation folder
+    SheetFamily sheets = {};                     ///< of the run that is started, if the family has sheets
+    void (*run)(Program& program) = nullptr;     ///< the operation of a command that starts no run
 };
 
 /// Both lists are tested from the top: the first text that the query box holds decides.
