@@ -58,14 +58,6 @@ rtl::OUString to_uno(const std::string& utf8)
     return {utf8.data(), static_cast<sal_Int32>(utf8.size()), RTL_TEXTENCODING_UTF8};
 }
 
-Text to_text(const rtl::OUString& text)
-{
-    Text made;
-    made.reserve(static_cast<std::size_t>(text.getLength()));
-    for (sal_Int32 at = 0; at < text.getLength();) made += static_cast<char32_t>(text.iterateCodePoints(&at));
-    return made;
-}
-
 std::string to_bytes(const rtl::OUString& text)
 {
     const rtl::OString utf8 = text.toUtf8();
@@ -95,35 +87,6 @@ std::string filter_of(const Model& model)
     return to_bytes(value_named<rtl::OUString>(model->getArgs(), "FilterName"));
 }
 
-void store_copy(const Model& model, const std::filesystem::path& path, const std::string& filter)
-{
-    const Reference<css::frame::XStorable> storable(model, UNO_QUERY_THROW);
-    storable->storeToURL(file_url(path),
-                         properties({property("FilterName", to_uno(filter)), property("Overwrite", true)}));
-}
-
-// A printer that is not there is passed over without a word, so what was set is read back.
-Printing print_model(const Model& model, const std::string& printer)
-{
-    const Reference<css::view::XPrintable> printable(model, UNO_QUERY_THROW);
-    const rtl::OUString name = to_uno(printer);
-    printable->setPrinter(properties({property("Name", name)}));
-    if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name) return Printing::PrinterUnknown;
-    const rtl::Reference<PrintJob> job(new PrintJob);
-    const Reference<css::view::XPrintJobListener> listener(job.get());
-    const Reference<css::view::XPrintJobBroadcaster> broadcaster(model, UNO_QUERY_THROW);
-    broadcaster->addPrintJobListener(listener);
-    printable->print(properties({property("Wait", true)}));
-    broadcaster->removePrintJobListener(listener);
-    return job->is_spooled() ? Printing::Done : Printing::JobRefused;
-}
-
-void calculate_model(const Model& model)
-{
-    const Reference<css::sheet::XCalculatable> calculatable(model, UNO_QUERY_THROW);
-    calculatable->calculateAll();
-}
-
 void close_model(const Model& model) noexcept
 {
     try {
@@ -132,5 +95,47 @@ void close_model(const Model& model) noexcept
     } catch (const css::uno::Exception&) { // NOLINT(bugprone-empty-catch): it goes with its process then
     }
 }
+
+template <typename Kind>
+void HeldFile<Kind>::store(const std::filesystem::path& path, const std::string& filter)
+{
+    translated([&] {
+        const Reference<css::frame::XStorable> storable(model_, UNO_QUERY_THROW);
+        storable->storeToURL(file_url(path),
+                             properties({property("FilterName", to_uno(filter)), property("Overwrite", true)}));
+    });
+}
+
+template <typename Kind>
+void HeldFile<Kind>::calculate_all()
+{
+    translated([&] {
+        const Reference<css::sheet::XCalculatable> calculatable(model_, UNO_QUERY_THROW);
+        calculatable->calculateAll();
+    });
+}
+
+// A printer that is not there is passed over without a word, so what was set is read back.
+template <typename Kind>
+Printing HeldFile<Kind>::print(const std::string& printer)
+{
+    return translated([&] {
+        const Reference<css::view::XPrintable> printable(model_, UNO_QUERY_THROW);
+        const rtl::OUString name = to_uno(printer);
+        printable->setPrinter(properties({property("Name", name)}));
+        if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name) return Printing::PrinterUnknown;
+        const rtl::Reference<PrintJob> job(new PrintJob);
+        const Reference<css::view::XPrintJobListener> listener(job.get());
+        const Reference<css::view::XPrintJobBroadcaster> broadcaster(model_, UNO_QUERY_THROW);
+        broadcaster->addPrintJobListener(listener);
+        printable->print(properties({property("Wait", true)}));
+        broadcaster->removePrintJobListener(listener);
+        return job->is_spooled() ? Printing::Done : Printing::JobRefused;
+    });
+}
+
+template class HeldFile<OpenFile>;
+template class HeldFile<OpenWorkbook>;
+template class HeldFile<OpenDocument>;
 
 } // namespace tarvik::libreoffice

@@ -21,7 +21,6 @@ using Properties = css::uno::Sequence<css::beans::PropertyValue>;
 
 rtl::OUString to_uno(const Text& text);
 rtl::OUString to_uno(const std::string& utf8);
-Text to_text(const rtl::OUString& text);
 std::string to_bytes(const rtl::OUString& text);
 rtl::OUString file_url(const std::filesystem::path& path);
 
@@ -65,9 +64,6 @@ decltype(auto) translated(Work&& work)
 using Model = css::uno::Reference<css::frame::XModel>;
 
 std::string filter_of(const Model& model);
-void store_copy(const Model& model, const std::filesystem::path& path, const std::string& filter);
-Printing print_model(const Model& model, const std::string& printer);
-void calculate_model(const Model& model);
 void close_model(const Model& model) noexcept;
 
 /// What every kind of open file does alike; `Kind` is OpenFile or one of its kinds.
@@ -79,18 +75,9 @@ public:
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
 
-    void store(const std::filesystem::path& path, const std::string& filter) override
-    {
-        translated([&] { store_copy(model_, path, filter); });
-    }
-    void calculate_all() override
-    {
-        translated([&] { calculate_model(model_); });
-    }
-    Printing print(const std::string& printer) override
-    {
-        return translated([&] { return print_model(model_, printer); });
-    }
+    void store(const std::filesystem::path& path, const std::string& filter) override;
+    void calculate_all() override;
+    Printing print(const std::string& printer) override;
 
 protected:
     const Model& model() const { return model_; }

@@ -131,7 +131,7 @@ public:
     {
         translated([&] {
             for (const auto& sheet : lifted_) sheet->protect(rtl::OUString());
-            store_copy(model(), path, filter);
+            HeldFile::store(path, filter);
             for (const auto& sheet : lifted_) sheet->unprotect(rtl::OUString());
         });
     }

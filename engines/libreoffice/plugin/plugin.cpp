@@ -19,11 +19,6 @@ using Context = Reference<css::uno::XComponentContext>;
 
 namespace {
 
-class HeldOther final : public HeldFile<OpenFile> {
-public:
-    using HeldFile::HeldFile;
-};
-
 class OfficeConnection final : public Connection {
 public:
     explicit OfficeConnection(const Context& context)
@@ -45,7 +40,7 @@ public:
 
     std::unique_ptr<OpenFile> open(const std::filesystem::path& path) override
     {
-        return open_as<OpenFile>(path, [](const Model& model) { return std::make_unique<HeldOther>(model); });
+        return open_as<OpenFile>(path, [](const Model& model) { return std::make_unique<HeldFile<OpenFile>>(model); });
     }
 
 private:

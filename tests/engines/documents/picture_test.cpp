@@ -1,4 +1,4 @@
-#include "tests/engines/documents/document_file.h"
+#include "tests/engines/documents/document_parts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

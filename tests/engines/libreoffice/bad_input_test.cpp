@@ -1,9 +1,6 @@
 #include "engines/packages/file_kind.h"
-#include "runs/engines.h"
 #include "tests/engines/libreoffice/office_fixture.h"
 #include "tests/support/compound_files.h"
-
-#include <sys/stat.h>
 
 namespace tarvik::test {
 
@@ -60,18 +57,6 @@ TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffic
         EXPECT_NE(workbook.find("“" + one.name + "”"), std::string::npos) << workbook;
         EXPECT_EQ(folder.read(one.name), one.bytes);
     }
-}
-
-TEST(BadInput, a_pipe_is_refused_and_not_waited_for)
-{
-    test::TemporaryFolder folder;
-    ASSERT_EQ(::mkfifo((folder.path() / "pipe.xlsx").c_str(), 0600), 0);
-    DiskFiles files(folder.path());
-    test::RecordedPrinter printer;
-    libreoffice::LibreOffice suite;
-    const auto engines = make_engines(Engine::Auto, files, printer, suite);
-    EXPECT_THROW(engines->create_spreadsheet()->open(U"pipe.xlsx"), Failure);
-    EXPECT_THROW(engines->create_document()->open(U"pipe.xlsx"), Failure);
 }
 
 TEST(BadInput, a_compound_file_is_whole_or_damaged_at_every_length)

@@ -4,7 +4,6 @@
 #include "tests/engines/libreoffice/office_fixture.h"
 
 #include <cmath>
-#include <sstream>
 
 namespace tarvik::test {
 
@@ -64,8 +63,6 @@ TEST_F(OfficeDocument, cells_are_counted_in_their_row_and_keep_their_look)
     for (const auto& [row, column] : {std::pair(3, 3), {4, 1}, {0, 1}, {1, 0}})
         EXPECT_THROW(document.set_cell_text(row, column, U"x"), Failure);
     document.save_as(U"u.doc");
-    document.close();
-    EXPECT_EQ(failure_of([&] { document.save_as(U"v.doc"); }), "文档“u.doc”已经关闭。");
     EXPECT_EQ(folder.read("u.doc").substr(0, 4), "\xd0\xcf\x11\xe0");
     EXPECT_EQ(text_of("u.doc"), "\xEF\xBB\xBF标题\n甲\n乙\n丙\nb\nc\n\ne\n\n  庚  \n辛😀\n\n");
     const auto xml = xml_of("u.doc");
@@ -78,16 +75,10 @@ TEST_F(OfficeDocument, a_picture_fits_into_its_cell)
     make_document("t.doc", merged_table);
     folder.write("宽.png", png(4'000, 1'000, 3'937));
     folder.write("小.png", png(40, 20, 3'937));
-    folder.write("假.jpg", "no picture");
-    folder.write("大.png", png(20'000, 20'000));
     auto& document = application->open(U"t.doc");
     document.add_picture(1, 2, U"宽.png");
     document.add_picture(3, 1, U"小.png");
     EXPECT_THROW(document.add_picture(2, 1, U"小.png"), Failure);
-    for (const auto* name : {U"假.jpg", U"大.png", U"无.png"}) {
-        const auto told = failure_of([&] { document.add_picture(1, 3, name); });
-        EXPECT_NE(told.find(to_utf8(name)), std::string::npos) << told;
-    }
     document.save_as(U"u.doc");
     const auto xml = xml_of("u.doc");
     std::vector<std::pair<double, double>> sizes; // millimetres
@@ -117,24 +108,6 @@ TEST_F(OfficeDocument, contents_decide_the_format_and_a_document_without_a_table
     folder.write("坏.doc", "PK\x03\x04 no package");
     EXPECT_EQ(failure_of([&] { application->open(U"坏.doc"); }),
               "无法处理文档“坏.doc”：LibreOffice 不能将它作为文档打开。");
-}
-
-TEST_F(OfficeDocument, the_players_printer_gets_the_document_as_it_is_now)
-{
-    make_document("t.doc", merged_table);
-    std::ostringstream out;
-    Transcript transcript(out);
-    PlayerPrinter player(transcript, folder.path() / "paper");
-    LibreOfficeEngines printing(office, files, player);
-    auto printing_application = printing.create_document();
-    auto& printed = printing_application->open(U"t.doc");
-    printed.set_cell_text(1, 1, U"打印");
-    printed.print_out();
-    printed.close();
-    EXPECT_EQ(out.str(), "print \"t.doc\"\n");
-    std::filesystem::rename(folder.path() / "paper/t.doc", folder.path() / "printed.doc");
-    EXPECT_NE(text_of("printed.doc").find("打印"), std::string::npos);
-    EXPECT_EQ(text_of("t.doc").find("打印"), std::string::npos);
 }
 
 } // namespace tarvik::test

@@ -78,22 +78,6 @@ TEST_F(OfficeWorkbook, texts_that_read_like_numbers_leave_the_format_of_their_ce
         EXPECT_NE(made.find(cell), std::string::npos) << cell << " is missing in\n" << made;
 }
 
-TEST_F(OfficeWorkbook, a_workbook_without_a_change_is_not_written)
-{
-    make_workbook("t.xls", "<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>");
-    const auto stamp = files.stamp(U"t.xls");
-    auto application = engines.create_spreadsheet();
-    auto& workbook = application->open(U"t.xls");
-    workbook.worksheet(1).set_cell(9, 9, Text());
-    EXPECT_EQ(workbook.worksheet(1).clear(8, 1000, 1, 10), 0);
-    workbook.close(true);
-    EXPECT_EQ(files.stamp(U"t.xls"), stamp);
-    application->open(U"t.xls").worksheet(1).set_cell(1, 1, 2.0);
-    application->quit();
-    EXPECT_EQ(files.stamp(U"t.xls"), stamp);
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2); // no lock file beside it
-}
-
 TEST_F(OfficeWorkbook, a_package_is_calculated_anew_whatever_results_it_brings)
 {
     const std::string row = "<row r=\"1\"><c r=\"A1\"><v>3</v></c><c r=\"B1\"><f>A1*2</f><v>99</v></c>"
@@ -148,9 +132,6 @@ TEST_F(OfficeWorkbook, what_the_format_cannot_hold_is_refused)
     auto application = engines.create_spreadsheet();
     auto& workbook = application->open(U"t.xls");
     auto& sheet = workbook.worksheet(1);
-    EXPECT_EQ(failure_of([&] { sheet.set_cell(0, 1, 1.0); }),
-              "无法处理工作簿“t.xls”：工作表没有第 0 行、第 1 列的单元格。");
-    EXPECT_THROW(workbook.worksheet(3), Failure);
     sheet.set_cell(65'537, 1, 1.0);
     const auto bytes = folder.read("t.xls");
     EXPECT_EQ(failure_of([&] { workbook.close(true); }),
@@ -158,7 +139,6 @@ TEST_F(OfficeWorkbook, what_the_format_cannot_hold_is_refused)
     EXPECT_EQ(folder.read("t.xls"), bytes);
     workbook.save_as(U"t.xlsx");
     workbook.close(true);
-    EXPECT_EQ(failure_of([&] { workbook.worksheet(1); }), "工作簿“t.xlsx”已经关闭。");
     EXPECT_EQ(failure_of([&] { application->open(U"t.xlsx").save_as(U"u.xls"); }),
               "无法处理工作簿“t.xlsx”：.xls 格式只有 65536 行、256 列，放不下工作表的内容。");
     EXPECT_FALSE(files.file_exists(U"u.xls"));
