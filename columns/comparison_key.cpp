@@ -23,7 +23,7 @@ Answer ask_which_rows(Program& program)
     return ask(program,
                U" 请注意：\r\n   SUF表的行数:" + number_text(form1.sufrows) + U"   与SUG表的行数：" +
                    number_text(form1.sugrows) + U" 不相等，因此有效查寻行数只有 :" +
-                   number_text(min2to1(form1.sufrows, form1.sugrows)) + U"\r\n" + choice,
+                   number_text(std::min(form1.sufrows, form1.sugrows)) + U"\r\n" + choice,
                U"  Tarvik 计算 ", Buttons::YesNo);
 }
 
@@ -76,7 +76,7 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
     const Text sign = equal ? U"＝\t" : U"≠\t";
     const auto view = std::make_shared<RowView>(arrays.sufrow.buffers());
     view->keep(arrays.sug.buffers());
-    const auto last = static_cast<std::size_t>(min2to1(form1.sufcount, form1.sugcount));
+    const auto last = static_cast<std::size_t>(std::min(form1.sufcount, form1.sugcount));
     for (std::size_t row = 0; row <= last; ++row) {
         const TextView suf = arrays.suf.cell(row, suf_column), sug = arrays.sug.cell(row, sug_column);
         if (suf.empty() || sug.empty() || (suf == sug) != equal) continue;

@@ -35,34 +35,24 @@ void enlarge(Pane& pane)
     pane.set_selection_font_size(enlarged_points);
 }
 
-void copy(Program& program, const TextBox& box)
+void copy(Program& program, const TextControl& box)
 {
     program.platform.clipboard.clear();
-    program.platform.clipboard.set_text(box.selected_text());
+    if (box.selection().length > 0) program.platform.clipboard.set_source(box.selected_source());
 }
 
-void copy(Program& program, const Pane& pane)
+/// The boxes and panes that have the focus.
+std::vector<TextControl*> focused(Form1& form1)
 {
-    program.platform.clipboard.clear();
-    if (pane.selection().length > 0) program.platform.clipboard.set_source(pane.selected_source());
-}
-
-template <typename Box>
-void paste(Program& program, Box& box)
-{
-    box.replace_selection(program.platform.clipboard.text());
-    program.platform.clipboard.clear();
-}
-
-/// Calls `work` with the boxes and panes that have the focus.
-template <typename Work>
-void where_focus_is(Form1& form1, Work&& work)
-{
-    if (form1.focusquery) work(form1.query_box());
-    if (form1.focusnumber) work(form1.number_box());
-    if (form1.focuspane1) work(form1.RichTextBox1);
-    if (form1.focuspane2) work(form1.RichTextBox2);
-    if (form1.focuspane3) work(form1.RichTextBox3);
+    const std::pair<bool, TextControl*> boxes[] = {{form1.focusquery, &form1.query_box()},
+                                                   {form1.focusnumber, &form1.number_box()},
+                                                   {form1.focuspane1, &form1.RichTextBox1},
+                                                   {form1.focuspane2, &form1.RichTextBox2},
+                                                   {form1.focuspane3, &form1.RichTextBox3}};
+    std::vector<TextControl*> focused;
+    for (const auto& [has_focus, box] : boxes)
+        if (has_focus) focused.push_back(box);
+    return focused;
 }
 
 } // namespace
@@ -96,10 +86,11 @@ void Text1_MouseUp(Program& program, int index)
 
 void menu_Click(Program& program, MenuEntry entry)
 {
-    switch (entry) {
-    case MenuEntry::copy1: where_focus_is(program.form1, [&](auto& box) { copy(program, box); }); break;
-    case MenuEntry::paste1: where_focus_is(program.form1, [&](auto& box) { paste(program, box); }); break;
-    case MenuEntry::nothing: break;
+    for (TextControl* box : focused(program.form1)) {
+        if (entry == MenuEntry::copy1) copy(program, *box);
+        if (entry != MenuEntry::paste1) continue;
+        box->replace_selection(program.platform.clipboard.text());
+        program.platform.clipboard.clear();
     }
 }
 

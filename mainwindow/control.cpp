@@ -36,8 +36,20 @@ void TextBox::set_text(Text text)
 {
     if (text == text_) return;
     set_caret({});
+    content_.reset();
     change(text_, std::move(text), Property::Contents);
     if (listeners().text_changed) listeners().text_changed(*this);
+}
+
+const PaneText& TextBox::content() const
+{
+    if (!content_) content_ = PaneText(TextView(text_));
+    return *content_;
+}
+
+TextSource TextBox::selected_source() const
+{
+    return [text = selected_text()](const std::function<void(TextView)>& take) { take(text); };
 }
 
 void TextBox::replace_selection(TextView text)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "mainwindow/pane_text.h"
+#include "platform/platform.h"
 #include "platform/text/position.h"
 #include "platform/text/text.h"
 
@@ -172,6 +174,13 @@ class TextControl : public Control {
 public:
     using Control::Control;
     const Selection& selection() const { return selection_; }
+    virtual const PaneText& content() const = 0;
+    /// Kept inside the text.
+    virtual void select(Selection selection) = 0;
+    /// What is selected, whatever becomes of the control, without writing it out.
+    virtual TextSource selected_source() const = 0;
+    /// The caret stands behind the inserted text afterwards.
+    virtual void replace_selection(TextView text) = 0;
 
 protected:
     /// Keeps the selection inside a text of `size` characters.
@@ -189,17 +198,18 @@ public:
     using TextControl::TextControl;
     const Text& text() const { return text_; }
     void set_text(Text text);
+    const PaneText& content() const override;
     bool multi_line() const { return multi_line_; }
     void set_multi_line(bool multi_line) { multi_line_ = multi_line; }
 
-    /// Kept inside the text.
-    void select(Selection selection) { TextControl::select(selection, text_.size()); }
+    void select(Selection selection) override { TextControl::select(selection, text_.size()); }
     Text selected_text() const { return mid(text_, selection().start.number(), selection().length).str(); }
-    /// The caret stands behind the inserted text afterwards.
-    void replace_selection(TextView text);
+    TextSource selected_source() const override;
+    void replace_selection(TextView text) override;
 
 private:
     Text text_;
+    mutable std::optional<PaneText> content_; // of text_, when it was asked for
     bool multi_line_ = false;
 };
 

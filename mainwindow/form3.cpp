@@ -1,4 +1,4 @@
-#include "mainwindow/form3.h"
+#include "mainwindow/mainwindow.h"
 
 namespace tarvik {
 

@@ -132,19 +132,6 @@ double min3to1(double a, double b, double c)
     return first == sorted.end() ? 0 : *first;
 }
 
-double min2to1(double a, double b)
-{
-    return std::min(a, b);
-}
-
-double ccnn(TextView text)
-{
-    if (text.empty()) return 0;
-    const auto value = number(text);
-    if (!value) throw Failure(U"不是数值：" + text);
-    return *value;
-}
-
 void Form_Load(Program& program)
 {
     Form1& form1 = program.form1;
@@ -158,9 +145,7 @@ void Form_Load(Program& program)
     program.form3.window.set_visible(false);
     form1.fieldfrom = leading_number(program.form3.Text1[1].text());
     form1.fieldto = leading_number(program.form3.Text1[2].text());
-    AutoSwitchLine(form1.RichTextBox3, false);
-    AutoSwitchLine(form1.RichTextBox1, true);
-    AutoSwitchLine(form1.RichTextBox2, false);
+    for (Pane* pane : form1.panes()) pane->set_line_breaking(pane == &form1.RichTextBox1);
     for (auto& [index, timer] : form1.Timer1) timer.set_enabled(false);
     show_opening_screen(program);
     form1.query_box().set_text(U"查寻条件");

@@ -1,11 +1,10 @@
 #pragma once
 
 #include "mainwindow/form1.h"
-#include "mainwindow/form3.h"
 #include "mainwindow/form4.h"
-#include "mainwindow/noted_files.h"
 #include "mainwindow/table.h"
 #include "platform/files/file_cache.h"
+#include "platform/files/watched_files.h"
 #include "platform/platform.h"
 
 #include <map>
@@ -15,6 +14,31 @@
 /// What this folder offers: the program's state and window model, start-up and shutdown, the resets, the layout rule,
 /// the pane movements, and the small services (messages, files, numbers) that every handler above it uses.
 namespace tarvik {
+
+/// The window of column numbers and notes, which stays beside the main window.
+struct Form3 {
+    explicit Form3(const ModelListeners& listeners);
+
+    Window window;
+    ControlArray<TextBox> Text1;    ///< 0 to 2 date check and in-field query, 3 and 4 comparison, 5 sort and statistics
+    ControlArray<Control> Label1;   ///< help texts
+    TextBox Text2;                  ///< notes
+    ControlArray<Control> Command1; ///< 0 确认, 1 说明
+};
+
+/// The files of a program: `fso` and `textstream` of the main window keep what the accesses have left standing, a
+/// file-system object each, a text stream those that read or write and do not fail.
+class NotedFiles final : public WatchedFiles {
+public:
+    NotedFiles(Files& files, Form1& form1) : WatchedFiles(files), form1_(form1) {}
+
+private:
+    void looking() const override { form1_.fso = true; }
+    void beginning(TextView) const override { form1_.fso = true; }
+    void stream_stands() const override { form1_.textstream = true; }
+
+    Form1& form1_;
+};
 
 /// The arrays and flags that all of the program shares. An array lives as long as the program.
 struct Module1 {
@@ -143,8 +167,5 @@ void focus_changed(Program& program, const Control& control, bool has_focus);
 
 /// The smallest of three numbers that is not 0, and 0 if all are 0.
 double min3to1(double a, double b, double c);
-double min2to1(double a, double b);
-/// The number that a text holds, 0 for the empty text. Throws Failure for a text that is no number.
-double ccnn(TextView text);
 
 } // namespace tarvik

@@ -50,9 +50,4 @@ void Pane::replace_selection(TextView text)
     if (listeners().pane_edited) listeners().pane_edited(*this, old, text);
 }
 
-void AutoSwitchLine(Pane& pane, bool on)
-{
-    pane.set_line_breaking(on);
-}
-
 } // namespace tarvik

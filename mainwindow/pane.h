@@ -1,8 +1,6 @@
 #pragma once
 
 #include "mainwindow/control.h"
-#include "mainwindow/pane_text.h"
-#include "platform/platform.h"
 
 #include <vector>
 
@@ -22,7 +20,7 @@ class Pane : public TextControl {
 public:
     using TextControl::TextControl;
 
-    const PaneText& content() const { return content_; }
+    const PaneText& content() const override { return content_; }
     TextView text() const { return content_.view(); }
     const Document& document() const { return content_.document(); }
     bool empty() const { return content_.empty(); }
@@ -33,13 +31,11 @@ public:
     void set_text(TextView text) { set_content(PaneText(text)); }
     void append(TextView text);
 
-    /// Kept inside the text.
-    void select(Selection selection) { TextControl::select(selection, content_.size()); }
+    void select(Selection selection) override { TextControl::select(selection, content_.size()); }
     SharedText selected_text() const;
-    /// The same, whatever becomes of the pane, without writing it out.
-    TextSource selected_source() const;
-    /// The caret stands behind the inserted text afterwards; marks behind the place move along, those in it go.
-    void replace_selection(TextView text);
+    TextSource selected_source() const override;
+    /// Marks behind the place move along, those in it go.
+    void replace_selection(TextView text) override;
 
     /// Colour and size at the caret, or of the selection that was last given one.
     Colour selection_colour() const { return selection_colour_; }
@@ -65,8 +61,5 @@ private:
     int text_font_size_ = 0;
     bool line_breaking_ = false;
 };
-
-/// Sets whether a pane breaks its lines at its width or lets them run as long as they are.
-void AutoSwitchLine(Pane& pane, bool on);
 
 } // namespace tarvik

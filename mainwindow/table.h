@@ -1,12 +1,99 @@
 #pragma once
 
-#include "mainwindow/text_arrays.h"
+#include "platform/failure.h"
+#include "platform/text/document.h"
 
+#include <algorithm>
+#include <cassert>
 #include <cstdint>
+#include <functional>
 #include <span>
+#include <unordered_set>
+#include <vector>
 
-/// A table of the column engine: its row texts and its cells.
+/// The fixed arrays of the program: bounds of their own, but no memory before an element is used.
 namespace tarvik {
+
+/// Elements 0 to `last`; an element that was never written reads as a default Value. Storage reaches up to the last
+/// element that was.
+template <typename Value>
+class GrowingArray {
+public:
+    explicit GrowingArray(std::size_t last) : last_(last) {}
+
+    std::size_t last() const { return last_; }
+    Value get(std::size_t index) const { return index < values_.size() ? values_[index] : Value{}; }
+    /// Throws Failure beyond the bound.
+    void set(std::size_t index, Value value)
+    {
+        if (index > last_) throw Failure(U"数据超出软件所设定的数组范围。");
+        if (values_.empty()) values_.reserve(last_ + 1); // addresses; memory comes as elements are used
+        if (index >= values_.size()) values_.resize(index + 1);
+        values_[index] = std::move(value);
+    }
+    /// Back to the default from `first` to `last`, both included.
+    void clear(std::size_t first, std::size_t last)
+    {
+        if (last >= values_.size()) values_.resize(std::min(first, values_.size()));
+        else
+            for (; first <= last; ++first) values_[first] = Value{};
+    }
+    /// Every element that has storage.
+    const std::vector<Value>& used() const { return values_; }
+
+private:
+    std::size_t last_;
+    std::vector<Value> values_;
+};
+
+/// Keeps the buffers alive that an array's views look into, and lets go of those that no view needs any more.
+class BufferKeeper {
+public:
+    void keep(const SharedBuffer& buffer);
+    /// True when so many buffers or bytes are kept that a sweep pays.
+    bool wants_sweep() const { return buffers_.size() >= sweep_at_ || bytes_ > sweep_at_bytes_; }
+    /// `for_each_view` calls its argument for every view in use.
+    void sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view);
+    /// Whether a view lies in a buffer that is kept, or is empty. For assertions.
+    bool holds(TextView view) const;
+    std::vector<SharedBuffer> buffers() const { return {buffers_.begin(), buffers_.end()}; }
+
+private:
+    std::unordered_set<SharedBuffer> buffers_;
+    const TextBuffer* latest_ = nullptr;
+    std::size_t bytes_ = 0;
+    std::size_t sweep_at_ = 64, sweep_at_bytes_ = 64 << 20;
+};
+
+/// An array of texts, each a view of a shared buffer. An empty text means that the element holds nothing.
+class TextArray {
+public:
+    explicit TextArray(std::size_t last) : views_(last) {}
+
+    std::size_t last() const { return views_.last(); }
+    TextView get(std::size_t index) const { return views_.get(index); }
+    /// Stores a text of its own.
+    void set(std::size_t index, TextView text);
+    /// Stores a piece of `buffer` without a copy.
+    void set(std::size_t index, TextView piece, const SharedBuffer& buffer);
+    /// Stores a piece of a buffer that keep() was called with.
+    void set_view(std::size_t index, TextView piece)
+    {
+        assert(keeper_.holds(piece));
+        views_.set(index, piece);
+    }
+    /// Keeps all of them from before the first of their pieces is stored. Buffers that no element looks into go.
+    void keep(const std::vector<SharedBuffer>& buffers);
+    /// The buffers that the elements lie in: whoever keeps get() beyond the next change keeps them too.
+    std::vector<SharedBuffer> buffers() const { return keeper_.buffers(); }
+    void clear(std::size_t first, std::size_t last) { views_.clear(first, last); }
+    void swap(std::size_t a, std::size_t b);
+
+private:
+    void sweep();
+    GrowingArray<TextView> views_;
+    BufferKeeper keeper_;
+};
 
 /// The row texts of a table. A row text is TAB, line, TAB; only the line is kept. An emptied row holds no text at all,
 /// which is not the same as the closing row, whose line is empty between its two TABs.

@@ -242,11 +242,10 @@ LineBox& ControlMaker::line_box(TextBox& box, FontRole role, QWidget& parent, bo
     return widget;
 }
 
-TextWidget& ControlMaker::text(std::unique_ptr<ViewedText> text, const FontSizes& fonts, FontRole role, QWidget& parent)
+TextWidget& ControlMaker::text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent)
 {
-    Control& control = text->control();
-    auto& widget = *new TextWidget(front_, fonts, std::move(text), &parent);
-    enter(control, widget, role, [&widget] { widget.show_model(); });
+    auto& widget = *new TextWidget(front_, fonts, text, &parent);
+    enter(text, widget, role, [&widget] { widget.show_model(); });
     return widget;
 }
 

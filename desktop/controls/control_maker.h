@@ -38,7 +38,7 @@ public:
     QWidget& frame(Control& control, QWidget& parent);
     QLabel& label(Control& control, FontRole role, QWidget& parent);
     LineBox& line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu = false);
-    TextWidget& text(std::unique_ptr<ViewedText> text, const FontSizes& fonts, FontRole role, QWidget& parent);
+    TextWidget& text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent);
 
 private:
     void enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show);

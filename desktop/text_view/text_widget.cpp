@@ -47,8 +47,8 @@ void colour_bars(const QAbstractScrollArea& area)
 
 } // namespace
 
-TextWidget::TextWidget(Front& front, const FontSizes& fonts, std::unique_ptr<ViewedText> text, QWidget* parent)
-    : QAbstractScrollArea(parent), front_(front), fonts_(fonts), text_(std::move(text)), area_(fonts)
+TextWidget::TextWidget(Front& front, const FontSizes& fonts, TextControl& text, QWidget* parent)
+    : QAbstractScrollArea(parent), front_(front), fonts_(fonts), text_(text), area_(fonts)
 {
     setProperty("textWidget", true);
     setFrameShape(QFrame::StyledPanel);
@@ -121,7 +121,7 @@ void TextWidget::show_ruler()
 void TextWidget::refresh()
 {
     if (!std::exchange(stale_, false)) return;
-    PaneText content = text_->content();
+    PaneText content = text_.content();
     const auto& pieces = content.pieces();
     const auto& shown = shown_text_.pieces();
     const auto [changed, before] = std::ranges::mismatch(pieces, shown, same_piece);
@@ -134,8 +134,10 @@ void TextWidget::refresh()
         places_.begin(sought_);
         area_.set_text(std::move(content), stays);
     }
-    area_.set_look(text_->look(), text_->breaks_lines());
-    const Selection selection = text_->selection();
+    const auto* const pane = dynamic_cast<const Pane*>(&text_);
+    area_.set_look(pane ? TextLook{pane->marks(), pane->text_font_size()} : TextLook(),
+                   pane ? pane->line_breaking() : breaks_lines_);
+    const Selection selection = text_.selection();
     const bool moved =
         selection.start.offset() != selection_start() || selection.length != selection_end() - selection_start();
     if (moved) {

@@ -4,13 +4,11 @@
 #include "desktop/text_view/ruler.h"
 #include "desktop/text_view/text_area.h"
 #include "desktop/text_view/text_search.h"
-#include "desktop/text_view/viewed_text.h"
 
 #include <QAbstractScrollArea>
 #include <QBasicTimer>
 #include <QElapsedTimer>
 
-#include <memory>
 #include <span>
 
 namespace tarvik {
@@ -18,7 +16,7 @@ namespace tarvik {
 /// Shows and edits a text of any length. The text is the model's; the view keeps only where it is and what it shows.
 class TextWidget final : public QAbstractScrollArea {
 public:
-    TextWidget(Front& front, const FontSizes& fonts, std::unique_ptr<ViewedText> text, QWidget* parent);
+    TextWidget(Front& front, const FontSizes& fonts, TextControl& text, QWidget* parent);
 
     /// Brings text, look and selection up to date with the model.
     void show_model();
@@ -30,6 +28,8 @@ public:
     /// What the ruler tells has changed.
     void update_ruler();
 
+    /// The lines of a box break at its width; those of a pane where the model says so.
+    void break_lines() { breaks_lines_ = true; }
     /// Line ends show as a sign of their own.
     void show_line_ends() { shows_line_ends_ = true; }
 
@@ -123,9 +123,16 @@ private:
     void undo();
     void reach(char32_t key);
 
+    // An edit as what takes it back: `length` characters from `start` become `text` again.
+    struct Reversal {
+        Position start;
+        std::size_t length;
+        Text text;
+    };
+
     Front& front_;
     const FontSizes& fonts_;
-    std::unique_ptr<ViewedText> text_;
+    TextControl& text_;
     TextArea area_;
     Ruler* ruler_ = nullptr;
     LineNumbers* numbers_ = nullptr;
@@ -141,7 +148,7 @@ private:
     int room_above_ = 0;
     QBasicTimer caret_timer_, drag_timer_;
     QPoint drag_position_;
-    bool shows_line_ends_ = false, shows_selection_ = false;
+    bool breaks_lines_ = false, shows_line_ends_ = false, shows_selection_ = false;
     QElapsedTimer since_double_click_;
     bool caret_shows_ = false, dragging_ = false, setting_bars_ = false;
     double wheel_ = 0;

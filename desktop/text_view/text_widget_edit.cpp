@@ -21,7 +21,7 @@ constexpr std::size_t most_undone = 500;
 void TextWidget::copy() const
 {
     if (anchor_ == caret_) return;
-    front_.program.platform.clipboard.set_source(text_->selected_source());
+    front_.program.platform.clipboard.set_source(text_.selected_source());
 }
 
 void TextWidget::remember(TextView replacement)
@@ -34,7 +34,7 @@ void TextWidget::remember(TextView replacement)
 
 void TextWidget::replace_selection(TextView text)
 {
-    text_->replace_selection(text);
+    text_.replace_selection(text);
     stale_ = editing_ = true;
     refresh();
     editing_ = false;
@@ -64,7 +64,7 @@ void TextWidget::undo()
     if (undo_.empty()) return;
     const Reversal last = std::move(undo_.back());
     undo_.pop_back();
-    text_->select({last.start, last.length});
+    text_.select({last.start, last.length});
     replace_selection(last.text);
 }
 
@@ -108,7 +108,7 @@ void TextWidget::keyPressEvent(QKeyEvent* event)
         return;
     }
     if (!keys.empty()) {
-        press_keys(front_, text_->control(), keys, [this](char32_t key) { reach(key); });
+        press_keys(front_, text_, keys, [this](char32_t key) { reach(key); });
         return;
     }
     event->ignore();
@@ -124,7 +124,7 @@ void TextWidget::keyPressEvent(QKeyEvent* event)
 void TextWidget::inputMethodEvent(QInputMethodEvent* event)
 {
     preedit_ = event->preeditString();
-    press_keys(front_, text_->control(), from_qt(event->commitString()), [this](char32_t key) { reach(key); });
+    press_keys(front_, text_, from_qt(event->commitString()), [this](char32_t key) { reach(key); });
     viewport()->update();
     event->accept();
 }

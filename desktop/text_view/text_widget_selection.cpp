@@ -36,7 +36,7 @@ bool is_code(char32_t character)
 
 void TextWidget::selection_to_model()
 {
-    text_->select({Position::at_offset(selection_start()), selection_end() - selection_start()});
+    text_.select({Position::at_offset(selection_start()), selection_end() - selection_start()});
 }
 
 void TextWidget::move_caret(std::size_t offset, bool extend)
@@ -195,7 +195,7 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
         front_.queue.submit(
             [this, place = event->position(), extend] { move_caret(area_.offset_at(place.x(), place.y()), extend); });
     }
-    post_mouse(front_, text_->control(), EventKind::MouseDown, *event);
+    post_mouse(front_, text_, EventKind::MouseDown, *event);
 }
 
 void TextWidget::mouseMoveEvent(QMouseEvent* event)
@@ -230,8 +230,8 @@ void TextWidget::mouseReleaseEvent(QMouseEvent* event)
         dragging_ = false;
         drag_timer_.stop();
     }
-    post_mouse(front_, text_->control(), EventKind::MouseUp, *event);
-    if (was_dragging) front_.queue.post({EventKind::Click, text_->control()});
+    post_mouse(front_, text_, EventKind::MouseUp, *event);
+    if (was_dragging) front_.queue.post({EventKind::Click, text_});
 }
 
 void TextWidget::mouseDoubleClickEvent(QMouseEvent* event)
@@ -243,12 +243,12 @@ void TextWidget::mouseDoubleClickEvent(QMouseEvent* event)
     since_double_click_.start();
     const QPointF place = event->position();
     front_.queue.submit([this, place] { select_word(area_.offset_at(place.x(), place.y())); });
-    front_.queue.post({EventKind::DblClick, text_->control()});
+    front_.queue.post({EventKind::DblClick, text_});
 }
 
 void TextWidget::contextMenuEvent(QContextMenuEvent* event)
 {
-    take_context_menu(front_, text_->control(), *event);
+    take_context_menu(front_, text_, *event);
 }
 
 } // namespace tarvik

@@ -64,7 +64,7 @@ Place page_button_place(const Control& button)
 void Form1Window::make_boxes()
 {
     for (Pane* pane : form1_.panes()) {
-        panes_.push_back(&controls().text(std::make_unique<ViewedPane>(*pane), fonts_, FontRole::Pane, *this));
+        panes_.push_back(&controls().text(*pane, fonts_, FontRole::Pane, *this));
         if (pane != &form1_.RichTextBox1)
             panes_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
                                       [this, pane](int columns) {
@@ -75,8 +75,7 @@ void Form1Window::make_boxes()
     }
     query_box_ = &controls().line_box(form1_.query_box(), FontRole::Query, *this, true);
     query_box_->setTextMargins(text_margin, 0, text_margin, 0);
-    number_box_ = &controls().text(std::make_unique<ViewedBox>(form1_.number_box(), false), number_fonts_,
-                                   FontRole::Number, *this);
+    number_box_ = &controls().text(form1_.number_box(), number_fonts_, FontRole::Number, *this);
     number_box_->show_line_ends();
     for (const int index : {4, 5})
         controls().line_box(form1_.Text1[index], FontRole::Page, *this).setAlignment(Qt::AlignCenter);

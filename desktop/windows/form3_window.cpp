@@ -36,7 +36,8 @@ Form3Window::Form3Window(Front& front, QWidget& main_window)
     }
     for (auto& [index, label] : form3.Label1) controls().label(label, FontRole::Help, *this);
     for (auto& [index, button] : form3.Command1) controls().button(button, FontRole::Button, *this);
-    notes_ = &controls().text(std::make_unique<ViewedBox>(form3.Text2, true), fonts_, FontRole::Notes, *this);
+    notes_ = &controls().text(form3.Text2, fonts_, FontRole::Notes, *this);
+    notes_->break_lines();
     set_tooltips(*this);
     // A window of the main window's own stays in front of it.
     setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);

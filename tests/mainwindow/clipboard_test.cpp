@@ -102,10 +102,6 @@ TEST(Helpers, smallest_that_is_not_0)
     EXPECT_EQ(min3to1(0, 0, 5), 5);
     EXPECT_EQ(min3to1(0, 1, 5), 1);
     EXPECT_EQ(min3to1(0, 0, 0), 0);
-    EXPECT_EQ(min2to1(4, 4), 4);
-    EXPECT_EQ(ccnn(U""), 0);
-    EXPECT_EQ(ccnn(U"12.5"), 12.5);
-    EXPECT_THROW(ccnn(U"十二"), Failure);
 }
 
 } // namespace
