@@ -3,29 +3,26 @@
 #include "platform/text/occurrences.h"
 
 #include <algorithm>
+#include <array>
 
 namespace tarvik {
 
 namespace {
 
-/// The line ends of a text that end a sentence: "。" CR LF, "。" blank CR LF, "." CR LF and, for a look back only, "!"
-/// CR LF. Places count from 0 and must not fall from call to call, so that any number of looks is linear in the text.
+/// Walks over the line ends of a text that end a sentence: "。" CR LF, "。" blank CR LF, "." CR LF and, for a look back
+/// only, "!" CR LF. Places count from 0 and must not fall from call to call, so that any number of looks is linear in
+/// the text.
 class SentenceEndings {
 public:
-    explicit SentenceEndings(TextView text)
-    {
-        for (const TextView ending : {U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n"}) {
-            before_.emplace_back(text, ending);
-            behind_.emplace_back(text, ending);
-        }
-    }
+    explicit SentenceEndings(TextView text) : text_(text) {}
 
     /// Where the last ending that lies wholly before `place` begins, npos if there is none.
     std::size_t last_before(std::size_t place)
     {
-        std::size_t last = 0; // from 1, so that npos counts least
-        for (LastOccurrence& ending : before_) last = std::max(last, ending.within(place) + 1);
-        return last - 1;
+        std::size_t end = place;
+        while (end > read_back_ && !ends_at(end)) --end;
+        read_back_ = place;
+        return last_;
     }
 
     /// Positions, counted from 1 at the place asked for, of the first ending of each kind; 0 for none.
@@ -41,17 +38,31 @@ public:
     }
 
 private:
-    Positions within(std::size_t place, std::size_t window)
+    static constexpr std::array<std::u32string_view, 4> endings{U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n"};
+
+    bool ends_at(std::size_t end)
     {
-        const auto first = [&](Occurrences& ending) -> std::size_t {
-            const std::size_t found = ending.at_or_behind(place);
-            return found == npos || found + ending.length() > place + window ? 0 : found - place + 1;
-        };
-        return {first(behind_[0]), first(behind_[1]), first(behind_[2])};
+        if (text_[end - 1] != U'\n') return false;
+        const auto* const found = std::ranges::find_if(endings, [&](TextView ending) {
+            return end >= ending.size() && text_.substr(end - ending.size(), ending.size()) == ending;
+        });
+        if (found != endings.end()) last_ = end - found->size();
+        return found != endings.end();
     }
 
-    std::vector<LastOccurrence> before_;
-    std::vector<Occurrences> behind_;
+    Positions within(std::size_t place, std::size_t window)
+    {
+        const auto first = [&](std::size_t kind) -> std::size_t {
+            const std::size_t found = text_.substr(0, place + window).find(endings[kind], std::max(place, next_[kind]));
+            next_[kind] = std::max(next_[kind], std::min(found, place + window - endings[kind].size() + 1));
+            return found == npos ? 0 : found - place + 1;
+        };
+        return {first(0), first(1), first(2)};
+    }
+
+    TextView text_;
+    std::size_t read_back_ = 0, last_ = npos;
+    std::array<std::size_t, 3> next_{}; ///< no ending of that kind begins between the latest place and here
 };
 
 /// With Enter a piece ends at the first ending behind the match; with the button the kinds have an order of their own.
