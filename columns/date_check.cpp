@@ -21,10 +21,39 @@ Parameters read_parameters(const Program& program)
     return {box_column(program, 0), box_column(program, 1), box_number(program, 2)};
 }
 
+/// Cells that the check writes anew: collected, so that they share one buffer.
+class NewCells {
+public:
+    explicit NewCells(Table& table) : table_(table) {}
+
+    void add(std::size_t row, std::size_t column, TextView text)
+    {
+        cells_.push_back({row, column, texts_.size(), text.size()});
+        text.append_to(texts_);
+    }
+    void store()
+    {
+        if (cells_.empty()) return;
+        const SharedBuffer buffer = make_buffer(texts_);
+        table_.keep({buffer});
+        for (const Cell& cell : cells_)
+            table_.set_cell_view(cell.row, cell.column, buffer->view().substr(cell.start, cell.length));
+    }
+
+private:
+    struct Cell {
+        std::size_t row, column, start, length;
+    };
+    Table& table_;
+    Text texts_;
+    std::vector<Cell> cells_;
+};
+
 class DateCheck {
 public:
     DateCheck(Program& program, Parameters parameters)
-        : program_(program), parameters_(parameters), view_(std::make_shared<RowView>(program.module1.sufrow.buffers()))
+        : program_(program), parameters_(parameters), new_cells_(program.module1.suf),
+          view_(std::make_shared<RowView>(program.module1.sufrow.buffers()))
     {
     }
 
@@ -42,6 +71,7 @@ public:
         compare(row, first, second);
         return true;
     }
+    void store() { new_cells_.store(); }
     std::shared_ptr<const RowView> view() const { return view_; }
     bool any_earlier() const { return any_earlier_; }
     const RowList& no_dates() const { return no_dates_; }
@@ -64,7 +94,7 @@ private:
         const std::size_t length = text.size();
         const Text before = text;
         Text date = dsx(text);
-        if (text != before) program_.module1.suf.set_cell(row, column, text);
+        if (text != before) new_cells_.add(row, column, text);
         if (date == U"error")
             tell(program_, U"第 " + number_text(program_.form1.daterow) + U"   行，时间格式字段长度异常，dan为:" +
                                number_text(length) + U"  。");
@@ -89,6 +119,7 @@ private:
 
     Program& program_;
     Parameters parameters_;
+    NewCells new_cells_;
     std::shared_ptr<RowView> view_;
     bool any_earlier_ = false;
     RowList no_dates_;
@@ -109,6 +140,7 @@ void date_check(Program& program, ComparisonFiles& files)
     bool goes_on = true;
     const auto last = static_cast<std::size_t>(form1.curcount);
     for (std::size_t row = 0; goes_on && row <= last; ++row) goes_on = check.check_row(row);
+    check.store();
     if (!goes_on) {
         files[ComparisonFiles::between3].write(*check.view());
         return;
