@@ -1,12 +1,15 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
+#include "mainwindow/scratch_file.h"
+
+#include <optional>
+#include <vector>
 
 /// What this folder offers. The tables SUF and SUG are made in two steps: a column query takes the lines of the open
 /// document as row texts, and the split cuts them into cells. A table of n rows has its data in rows 0 to n-1 and a
-/// closing row n with nothing between its two TABs; columns count from 1. Above the tables stand the statistics
-/// (statistics.h), the sort (sort.h), the comparisons, the date check and the in-field query (comparisons.h); the keys
-/// drive them all.
+/// closing row n with nothing between its two TABs; columns count from 1. Above the tables stand the sort, the
+/// statistics, the comparisons, the date check and the in-field query (comparisons.h); the keys drive them all.
 namespace tarvik {
 
 /// Esc: takes the distinct lines of the open document that hold the text of the query box as the rows of the table
@@ -38,6 +41,55 @@ int query1(Program& program, TextView text);
 /// row does not reach and rows above the new count keep what they held. Nothing happens to a table of no rows but that
 /// the table pane is emptied.
 void devision1(Program& program);
+
+/// The sort key of a cell, made from the codes that its characters have in the system's code page.
+double sunnum(TextView text);
+
+/// Two places whose contents change.
+struct Swap {
+    std::size_t first, second;
+};
+
+/// The swaps that a selection sort in ascending order makes, in their order: at a step `first`, which only rises, the
+/// places `first` and `second` change. A key of 0 never takes part, so its place stays; among equal keys the first is
+/// taken. Steps that change nothing are left out.
+std::vector<Swap> selection_swaps(const std::vector<double>& keys);
+
+/// The key z: sorts SUF by the column in Form3.Text1(5). Only that column's cells and the row texts move. Refuses while
+/// `comp` selects SUG; a box that holds no column throws Failure before anything has changed.
+void sort_rows(Program& program);
+
+// The distinct values of a column of SUF with their counts, over as many rows as the table last queried or split has.
+// All forms leave `distinct`, `distinctn` and `colcopy` as the count made them and show the view with its total. A
+// column outside 0 to 180 throws Failure before anything has changed.
+
+/// The key "/": the column stands in Form3.Text1(5) and is reported first. Refuses while `comp` selects SUG.
+void column_statistics(Program& program);
+
+/// Without a message, and with the values as the keys of a report run: fills `keylist` and sets `keycount`. More than
+/// `keylist` has room for are reported, and the first ones kept. Does nothing before the first column query or while
+/// `comp` is True.
+void statistitt(Program& program, int column);
+
+/// A value of the counted column. It points into the table's storage.
+struct Count {
+    TextView value;
+    std::size_t count = 0;
+    std::size_t first_row = 0;
+};
+
+/// The values in the order of their first appearance.
+struct Statistic {
+    std::vector<Count> counts;
+    std::size_t total = 0;
+};
+
+/// The count as such, for other forms of it: nothing where statistitt() does nothing, with the pane emptied unless no
+/// column query has run.
+std::optional<Statistic> count_for_command(Program& program, int column);
+/// The view of the counts with their total; `file` is its scratch file.
+void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic);
+inline constexpr std::u32string_view statistics_file = U"betweensum.txt";
 
 // The keys of the query box that drive the column engine, and the buttons that spell them
 

@@ -2,7 +2,6 @@
 
 #include "calendar/calendar.h"
 #include "columns/boxes.h"
-#include "columns/row_list.h"
 #include "columns/views.h"
 
 #include <cmath>

@@ -2,8 +2,6 @@
 
 #include "columns/boxes.h"
 #include "columns/comparisons.h"
-#include "columns/sort.h"
-#include "columns/statistics.h"
 
 #include <algorithm>
 

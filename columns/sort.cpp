@@ -1,4 +1,4 @@
-#include "columns/sort.h"
+#include "columns/columns.h"
 
 #include "columns/boxes.h"
 #include "columns/views.h"

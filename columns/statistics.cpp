@@ -1,4 +1,4 @@
-#include "columns/statistics.h"
+#include "columns/columns.h"
 
 #include "columns/boxes.h"
 #include "columns/text_index.h"

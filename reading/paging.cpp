@@ -1,4 +1,4 @@
-#include "reading/paging.h"
+#include "reading/reading.h"
 
 #include "platform/text/code_page.h"
 #include "reading/marking.h"

@@ -2,7 +2,6 @@
 
 #include "reading/dictionary_lookup.h"
 #include "reading/marking.h"
-#include "reading/paging.h"
 #include "reading/queries.h"
 
 namespace tarvik {

@@ -3,7 +3,7 @@
 #include "mainwindow/mainwindow.h"
 
 /// What this folder offers: the documents that the user reads, their pages, the text queries, the dictionaries, and the
-/// saving of what was found. paging.h opens a document for whoever else needs one.
+/// saving of what was found.
 namespace tarvik {
 
 /// 0 opens a document, 1 starts the query of the active mode, 2 and 3 walk through its results, 4 saves them.
@@ -14,6 +14,33 @@ void Command2_Click(Program& program, int index);
 
 /// The query of the active mode, started by Enter in a box of Text1.
 void query_by_enter(Program& program);
+
+inline constexpr std::u32string_view text_files = U"文本文件*.txt|*.txt";
+
+/// Lets the user choose a text file, reads it into the document pane and cuts it into pages. Whatever fails, a
+/// cancelled dialog included, ends it without a message; what was done so far stays.
+void open_document(Program& program);
+
+/// Cuts the open document into pages of as many characters as the box for them says and sets lastpage. A size that is
+/// no number of 1 or more cuts nothing and gives false; a fraction of a character does not count. Pages behind the new
+/// last one keep their text. Throws Failure when `pages` is full; what was cut until then stays.
+bool cut_pages(Program& program);
+
+/// The page buttons. Each tells the user why it cannot turn the page.
+void previous_page(Program& program);
+void next_page(Program& program);
+/// Shows the page whose number stands in the page box, with the query marked.
+void go_to_page(Program& program);
+
+/// The next-page button with "查寻文件" selected: stops at each page that holds the query and collects the code-like
+/// words in front of its matches in a side file.
+void search_pages(Program& program);
+
+/// The position, going backward from the query's first place in `text`, of the first character that belongs to no word;
+/// 1 if there is none.
+std::size_t sousss(TextView text, TextView query);
+/// What stands behind the first character that belongs to no word, where "]" belongs to one; empty if there is none.
+TextView sousss1(TextView text);
 
 /// The button "保存": the table view, or the results of the active mode, all of them or the one on the screen.
 void save_results(Program& program);

@@ -1,7 +1,6 @@
 #include "reading/reading.h"
 
 #include "platform/text/code_page.h"
-#include "reading/paging.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,6 @@
 #include "runs/report_commands.h"
 
 #include "columns/columns.h"
-#include "columns/statistics.h"
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
 

@@ -2,7 +2,6 @@
 
 #include "calendar/calendar.h"
 #include "columns/columns.h"
-#include "columns/row_list.h"
 #include "columns/views.h"
 #include "runs/report_commands.h"
 

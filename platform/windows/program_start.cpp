@@ -1,6 +1,7 @@
 #include "platform/program_start.h"
 
 #include "platform/files/path_text.h"
+#include "platform/large_pages.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -52,5 +53,7 @@ std::vector<std::string> start_program(int /*count*/, char** /*words*/)
     for (int i = 1; i < count; ++i) arguments.push_back(utf8_of(words.get()[i]));
     return arguments;
 }
+
+void prefer_large_pages(void* /*block*/, std::size_t /*bytes*/) noexcept {}
 
 } // namespace tarvik

@@ -1,7 +1,11 @@
 #include "platform/files/system_paths.h"
 
+#include "platform/files/file_name.h"
 #include "platform/files/path_text.h"
+#include "platform/text/utf8.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <windows.h>
 
@@ -10,6 +14,30 @@
 namespace tarvik {
 
 namespace fs = std::filesystem;
+
+namespace {
+
+constexpr std::u32string_view devices[] = {U"con",  U"prn",  U"aux",  U"nul",  U"com1", U"com2", U"com3", U"com4",
+                                           U"com5", U"com6", U"com7", U"com8", U"com9", U"lpt1", U"lpt2", U"lpt3",
+                                           U"lpt4", U"lpt5", U"lpt6", U"lpt7", U"lpt8", U"lpt9"};
+
+/// Whatever its extension.
+bool is_device(TextView name)
+{
+    Text stem = lower(name.substr(0, name.find(U'.')));
+    while (!stem.empty() && stem.back() == U' ') stem.pop_back();
+    return std::ranges::find(devices, stem) != std::end(devices);
+}
+
+/// The system drops a point or a blank there and opens another file.
+bool has_lost_end(TextView name)
+{
+    if (name.empty() || name == U"." || name == U"..") return false;
+    const char32_t last = name[name.size() - 1];
+    return last == U'.' || last == U' ';
+}
+
+} // namespace
 
 fs::path drive_folder(char letter)
 {
@@ -78,6 +106,65 @@ fs::path look_up(const fs::path& root, TextView names)
     fs::path path = root;
     for (const Text& name : names_of(names)) path /= path_of(name);
     return path.make_preferred();
+}
+
+// A file lies in a folder that has such a name as well, and Excel opens no path of more than 218 units. So many take
+// 255 bytes at most where a share lies on another system.
+const std::size_t longest_name = 85;
+
+std::size_t name_size(char32_t character) noexcept
+{
+    return character < 0x10000 ? 1 : 2;
+}
+
+bool is_usable_name(TextView name)
+{
+    return !is_device(name) && !has_lost_end(name);
+}
+
+Text usable_name(Text name)
+{
+    if (has_lost_end(name)) name.back() = U'_';
+    return is_device(name) ? U"_" + name : name;
+}
+
+// A name may hold lone surrogates: they show as U+FFFD.
+Text text_of(const fs::path& path)
+{
+    const std::wstring& units = path.native();
+    Text text;
+    text.reserve(units.size());
+    for (std::size_t i = 0; i < units.size(); ++i) {
+        const char32_t unit = units[i];
+        const char32_t next = i + 1 < units.size() ? units[i + 1] : U'\0';
+        if (!is_surrogate(unit)) {
+            text += unit;
+        } else if (is_high_surrogate(unit) && is_low_surrogate(next)) {
+            text += joined(unit, next);
+            ++i;
+        } else {
+            text += replacement_character;
+        }
+    }
+    return text;
+}
+
+fs::path path_of(TextView text)
+{
+    Text valid = text.str();
+    for (char32_t& character : valid)
+        if (is_surrogate(character) || character > last_character) character = replacement_character;
+    return {valid};
+}
+
+std::string utf8_of(const fs::path& path)
+{
+    return to_utf8(text_of(path));
+}
+
+fs::path path_of_utf8(std::string_view utf8)
+{
+    return path_of(from_utf8(utf8));
 }
 
 } // namespace tarvik

@@ -1,5 +1,4 @@
 #include "columns/columns.h"
-#include "columns/statistics.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "columns/columns.h"
-#include "columns/statistics.h"
 #include "platform/text/code_page.h"
 #include "tests/columns/slow_engine.h"
 #include "tests/support/test_program.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calendar/calendar.h"
-#include "columns/sort.h"
+#include "columns/columns.h"
 
 #include <cmath>
 #include <map>
