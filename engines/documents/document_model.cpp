@@ -68,7 +68,7 @@ const TableCell& DocumentModel::table_cell(int row, int column)
 void DocumentModel::set_cell_text(int row, int column, TextView text)
 {
     replace_cell_text(table_cell(row, column).node, text);
-    document_.changed = is_unpacked_ = true;
+    document_.changed = true;
 }
 
 void DocumentModel::add_picture(int row, int column, PictureFile file, TextView name)
@@ -83,7 +83,7 @@ void DocumentModel::add_picture(int row, int column, PictureFile file, TextView 
     append_drawing(paragraph,
                    inline_drawing(file.picture, room_in_cell(cell, paragraph),
                                   {relationship, free_drawing_number(), to_utf8(safe_name_part(name)), is_strict}));
-    document_.changed = is_unpacked_ = true;
+    document_.changed = true;
 }
 
 void DocumentModel::collect_drawing_numbers()
@@ -108,12 +108,10 @@ int DocumentModel::free_drawing_number()
 
 std::string DocumentModel::pack()
 {
-    if (!is_unpacked_) return packed_.empty() ? editor_.original().bytes() : packed_;
+    if (!document_.changed) return editor_.original().bytes();
     editor_.write(document_);
     editor_.write(relationships_);
-    packed_ = editor_.pack();
-    is_unpacked_ = false;
-    return packed_;
+    return editor_.pack();
 }
 
 } // namespace tarvik::ooxml

@@ -29,8 +29,6 @@ private:
     XmlPart document_;
     std::optional<FirstTable> table_; // found when the first cell is asked for
     std::set<int> drawing_numbers_;   // collected when the first picture comes
-    std::string packed_;
-    bool is_unpacked_ = false; // the bytes packed last are out of date
 };
 
 } // namespace tarvik::ooxml

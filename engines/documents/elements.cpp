@@ -6,17 +6,6 @@
 
 namespace tarvik::ooxml {
 
-namespace {
-
-// The prefix of an element's name with its colon.
-std::string_view prefix_of(pugi::xml_node node) noexcept
-{
-    const std::string_view name = node.name();
-    return name.substr(0, name.find(':') + 1); // without a colon that is the empty text
-}
-
-} // namespace
-
 pugi::xml_node node_behind(pugi::xml_node node, pugi::xml_node root) noexcept
 {
     while (node && node != root) {
@@ -30,8 +19,12 @@ std::vector<pugi::xml_node> nearest(pugi::xml_node root, std::string_view local_
                                     std::initializer_list<std::string_view> closed, std::size_t most)
 {
     std::vector<pugi::xml_node> found;
+    const auto prefix = name_like(root, "");
     for (auto node = root.first_child(); node && found.size() < most;) {
-        const auto is_it = [&](std::string_view name) { return is_named_like(node, root, name); };
+        const std::string_view name = node.name();
+        const auto is_it = [&](std::string_view local) {
+            return name.starts_with(prefix) && name.substr(prefix.size()) == local;
+        };
         const bool fits = is_it(local_name);
         if (fits) found.push_back(node);
         const auto inner =
@@ -47,13 +40,6 @@ pugi::xml_node around(pugi::xml_node node, std::string_view local_name) noexcept
         if (is_named(node, local_name)) return node;
     }
     return {};
-}
-
-bool is_named_like(pugi::xml_node node, pugi::xml_node relative, std::string_view local_name) noexcept
-{
-    const std::string_view name = node.name();
-    const auto prefix = prefix_of(relative);
-    return name.size() == prefix.size() + local_name.size() && name.starts_with(prefix) && name.ends_with(local_name);
 }
 
 std::string value_of(pugi::xml_node node, std::string_view local_name)

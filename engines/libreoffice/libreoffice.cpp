@@ -51,6 +51,61 @@ std::string ExchangeFolder::take(const fs::path& name) const
     return with_reason([&] { return read_file(place(name)); });
 }
 
+Worker::Worker(Time until_rest, std::function<bool()> rest)
+    : until_rest_(until_rest), rest_(std::move(rest)), thread_([this] { loop(); })
+{
+}
+
+Worker::~Worker()
+{
+    {
+        const std::lock_guard lock(mutex_);
+        is_closing_ = true;
+    }
+    changed_.notify_all();
+    thread_.join();
+}
+
+void Worker::run(std::function<void()> work, const Waiting& waiting)
+{
+    constexpr Time between_looks{50};
+    const auto started = waiting.clock();
+    std::packaged_task<void()> task(std::move(work));
+    auto done = task.get_future();
+    {
+        const std::lock_guard lock(mutex_);
+        work_ = std::move(task);
+    }
+    changed_.notify_all();
+    while (done.wait_for(between_looks) != std::future_status::ready) {
+        const auto waited = std::chrono::duration_cast<Time>(waiting.clock() - started);
+        if (waiting.meanwhile) waiting.meanwhile(waited);
+        if (waited > waiting.limit) waiting.too_long(waited);
+    }
+    done.get();
+}
+
+void Worker::loop()
+{
+    const auto is_asked = [this] { return work_.valid() || is_closing_; };
+    std::unique_lock lock(mutex_);
+    for (bool may_rest = false;;) {
+        if (!may_rest) changed_.wait(lock, is_asked);
+        else if (!changed_.wait_for(lock, until_rest_, is_asked)) {
+            lock.unlock();
+            may_rest = !rest_();
+            lock.lock();
+            continue;
+        }
+        if (is_closing_) return;
+        auto work = std::move(work_);
+        lock.unlock();
+        work();
+        lock.lock();
+        may_rest = true;
+    }
+}
+
 LibreOffice::LibreOffice(Settings settings) : settings_(std::move(settings)) {}
 
 LibreOffice::~LibreOffice()

@@ -2,12 +2,16 @@
 
 #include "engines/libreoffice/bridge.h"
 #include "engines/libreoffice/office_process.h"
-#include "engines/libreoffice/worker.h"
 #include "engines/packages/temporary_folder.h"
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <functional>
+#include <future>
+#include <mutex>
 #include <optional>
+#include <thread>
 #include <type_traits>
 
 namespace tarvik::libreoffice {
@@ -37,6 +41,40 @@ public:
 
 private:
     std::filesystem::path path_;
+};
+
+/// A thread that does one piece of work after the other while who asks for it waits and can look after other things.
+class Worker {
+public:
+    using Time = std::chrono::milliseconds;
+    using Clock = std::chrono::steady_clock;
+
+    /// `rest` is called on the thread when there was no work for so long; again and again until it gives true.
+    Worker(Time until_rest, std::function<bool()> rest);
+    ~Worker();
+    Worker(const Worker&) = delete;
+    Worker& operator=(const Worker&) = delete;
+
+    struct Waiting {
+        std::function<void(Time waited)> meanwhile; ///< called again and again
+        Time limit;
+        std::function<Clock::time_point()> clock;
+        std::function<void(Time waited)>
+            too_long; ///< called again and again behind the limit; it must make the work end
+    };
+    /// Does the work on the thread and comes back when it has ended; what it throws is thrown here.
+    void run(std::function<void()> work, const Waiting& waiting);
+
+private:
+    void loop();
+
+    Time until_rest_;
+    std::function<bool()> rest_;
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::packaged_task<void()> work_; ///< none once it has begun
+    bool is_closing_ = false;
+    std::thread thread_;
 };
 
 struct Settings {

@@ -22,7 +22,8 @@ namespace {
 
 // The office waits for a word before it starts, so that its guardian stands before it does. The first start on a new
 // profile ends with status 81 once the profile is made, and asks to be repeated.
-constexpr const char* office_script = "read -r go || exit 1; exec </dev/null >/dev/null 2>&1; profile=$1; shift;"
+constexpr const char* office_script = "read -r go || exit 1; exec </dev/null >/dev/null 2>&1; profile=$1;"
+                                      "export SAL_USE_VCLPLUGIN=svp TMPDIR=\"$2\"; shift 2;"
                                       "[ -e \"$profile\" ] || \"$@\" || [ $? = 81 ] || exit 1; exec \"$@\"";
 // LibreOffice's pipes are not where its other files are. It leaves behind the one that it is driven by, and one by
 // which it would find another on the same profile: that is named by the MD5 of the profile's UTF-16, without the
@@ -77,18 +78,6 @@ std::string file_url(const std::string& path)
     return url;
 }
 
-std::vector<std::string> environment_with(const std::vector<std::string>& own)
-{
-    auto variables = own;
-    for (char** variable = environ; *variable; ++variable) {
-        const std::string_view told = *variable;
-        const auto name = told.substr(0, told.find('=') + 1);
-        const auto is_it = [name](const std::string& one) { return one.starts_with(name); };
-        if (std::ranges::none_of(own, is_it)) variables.emplace_back(told);
-    }
-    return variables;
-}
-
 std::vector<char*> pointers(std::vector<std::string>& words)
 {
     std::vector<char*> made;
@@ -100,7 +89,7 @@ std::vector<char*> pointers(std::vector<std::string>& words)
 
 /// A shell with a script, in a process group of its own, that reads from `input` and holds nothing else of this
 /// program.
-pid_t start_shell(int input, std::vector<std::string> words, std::vector<std::string> variables)
+pid_t start_shell(int input, std::vector<std::string> words)
 {
     words.insert(words.begin(), {"sh", "-c"});
     posix_spawn_file_actions_t actions{};
@@ -118,8 +107,7 @@ pid_t start_shell(int input, std::vector<std::string> words, std::vector<std::st
     posix_spawnattr_setpgroup(&attributes, 0);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     pid_t child = -1;
-    const int error =
-        ::posix_spawn(&child, "/bin/sh", &actions, &attributes, pointers(words).data(), pointers(variables).data());
+    const int error = ::posix_spawn(&child, "/bin/sh", &actions, &attributes, pointers(words).data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     posix_spawnattr_destroy(&attributes);
     require(error);
@@ -144,19 +132,15 @@ OfficeProcess::OfficeProcess(const std::filesystem::path& programs, const std::f
     : temporary_(folder / "temporary"), pipe_(new_pipe_name())
 {
     std::filesystem::create_directory(temporary_);
-    const auto variables = environment_with({"SAL_USE_VCLPLUGIN=svp", "TMPDIR=" + temporary_.string()});
     const auto profile = file_url(folder / "profile");
     Line go, end;
     office_ = start_shell(go.child_end(),
                           {office_script, "tarvik-office", folder / "profile/user/registrymodifications.xcu",
-                           programs / "soffice.bin", "--headless", "--invisible", "--norestore", "--nologo",
-                           "--nodefault", "-env:UserInstallation=" + profile, "--accept=pipe,name=" + pipe_ + ";urp;"},
-                          variables);
+                           temporary_, programs / "soffice.bin", "--headless", "--invisible", "--norestore", "--nologo",
+                           "--nodefault", "-env:UserInstallation=" + profile, "--accept=pipe,name=" + pipe_ + ";urp;"});
     try {
-        guardian_ = start_shell(end.child_end(),
-                                {guardian_script, "tarvik-guardian", std::to_string(office_), folder,
-                                 "/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_', profile, pipe_},
-                                variables);
+        guardian_ = start_shell(end.child_end(), {guardian_script, "tarvik-guardian", std::to_string(office_), folder,
+                                                  "/tmp/OSL_PIPE_" + std::to_string(::getuid()) + '_', profile, pipe_});
     } catch (...) {
         kill();
         wait_for(office_);
