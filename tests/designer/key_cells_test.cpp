@@ -15,26 +15,6 @@ protected:
     }
 };
 
-TEST_F(KeyCellsRun, a_run_ends_without_a_word_when_every_row_has_found_its_cell)
-{
-    boxes(form4.Text1, {{0, U"-1"}, {1, U"1"}, {2, U"-1"}, {3, U"2"}});
-    boxes(form4.Text2, {{1, U"1"}, {3, U"4"}});
-    form4.Text3.set_text(U"S1"); // looked for in lower case
-    source_file("one.xlsx", {{{1, 1}, U"S1"}});
-    source_file("two.xls", {{{1, 1}, U"nobody"}});
-    start_run(U"s1\t一班\tanna\t90\r\ns2\t一班\tben\t80\r\n");
-    EXPECT_TRUE(told().at(0).starts_with(U"它可以通过打开多个excel文档｛如：每个学生的成绩单，每人一张表格｝"));
-    EXPECT_EQ(form1.rowcount, 1);
-    tick(form1.Timer9);
-    EXPECT_TRUE(form1.Timer9.enabled() && form1.folderchosen && told().empty());
-    EXPECT_EQ(held(U"d:\\out\\Aone.xlsx"), "1,1=S1 1,2=90 ");
-    EXPECT_EQ(held(U"d:\\out\\Atwo.xls"), "1,1=nobody ");
-    EXPECT_EQ(form1.window.caption(), form1.runtitle + U"    Complete1 9:05:07→： OK !");
-    tick(form1.Timer9);
-    EXPECT_FALSE(form1.folderchosen);
-    expect_released();
-}
-
 TEST_F(KeyCellsRun, cancel_ends_it_and_boxes_without_a_number_match_nothing)
 {
     source_file("one.xlsx", {{{1, 1}, U"s1"}});

@@ -75,6 +75,25 @@ TEST_F(Preview, shows_the_first_keys_report_and_writes_no_file)
     EXPECT_FALSE(form4.Preview.visible());
 }
 
+TEST_F(Preview, reads_the_look_of_the_template)
+{
+    press(Answer::Yes);
+    const SheetPicture& picture = form4.Preview.contents().picture;
+    EXPECT_TRUE(form4.Preview.contents().written.empty()) << "the document has no rows";
+    EXPECT_EQ(picture.widths.size(), 7U);
+    EXPECT_NEAR(picture.widths[0], (13 * 7 + 5) * 0.75, 0.01);
+    EXPECT_EQ(picture.heights[0], 36);
+    const PicturedCell& title = cell(1, 1);
+    EXPECT_EQ(title.columns, 7);
+    EXPECT_TRUE(title.look.bold);
+    EXPECT_EQ(title.look.points, 20);
+    EXPECT_EQ(title.look.colour, 0x2E5E4EU);
+    EXPECT_EQ(title.look.alignment, AlignmentLook::Centre);
+    EXPECT_EQ(cell(6, 1).look.fill, std::optional<SheetColour>(0x2E5E4E));
+    EXPECT_EQ(cell(6, 1).look.left.width, 1);
+    EXPECT_FALSE(cell(7, 1).look.fill.has_value());
+}
+
 TEST_F(Preview, a_cell_that_cannot_be_calculated_keeps_no_other_from_being_seen)
 {
     const ooxml::Package sample_package(started.installation.read("designerA.xlsx"));

@@ -36,13 +36,6 @@ TEST_F(Events, letters_An_alone_cost_the_folder_question_and_go_on_to_the_query)
     EXPECT_FALSE(form1.Timer3.enabled());
 }
 
-TEST_F(Events, an_enter_in_the_page_box_is_no_query)
-{
-    form1.page_box().set_text(U"3");
-    press(U'\r', 4);
-    EXPECT_TRUE(started.dialogs.messages.empty());
-}
-
 TEST_F(Events, whose_handlers_fail_are_reported_and_the_program_goes_on)
 {
     bool starved = true;

@@ -66,16 +66,4 @@ TEST(Engines, what_a_file_holds_decides_who_opens_it)
     EXPECT_TRUE(offices.embedded->tasks.front().quit && offices.suite->tasks.front().quit);
 }
 
-TEST(Engines, the_embedded_engine_alone_says_what_it_cannot_open)
-{
-    Offices offices;
-    EXPECT_EQ(engine_named("ooxml"), Engine::Ooxml);
-    EXPECT_EQ(engine_named("excel"), std::nullopt);
-    const auto engines = make_engines(Engine::Ooxml, offices.files, offices.printer, offices.libreoffice);
-    EXPECT_EQ(failure_of([&] { engines->create_spreadsheet()->open(U"workbook.xlsx"); }),
-              "无法处理工作簿“workbook.xlsx”：这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
-    EXPECT_EQ(failure_of([&] { engines->create_spreadsheet()->open(U"locked.xlsx"); }),
-              "无法处理工作簿“locked.xlsx”：文件设有打开密码，请先去掉密码。");
-}
-
 } // namespace tarvik::test
