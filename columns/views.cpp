@@ -4,52 +4,53 @@
 
 namespace tarvik {
 
-void RowView::add(TextView before, Piece first, TextView between, Piece second)
+void RowView::add_line(std::initializer_list<Piece> pieces)
 {
-    const bool alone = before.empty() && between.empty() && !second.is_row && second.text.empty();
-    if (!alone)
-        more_.push_back({added_.size(), static_cast<std::uint32_t>(before.size()),
-                         static_cast<std::uint32_t>(between.size()), second});
-    lines_.push_back({first.text, alone ? 0 : static_cast<std::uint32_t>(more_.size()), first.is_row});
-    before.append_to(added_);
-    between.append_to(added_);
+    for (const Piece& piece : pieces)
+        if (piece.text.has_storage()) pieces_.push_back(piece);
+    ends_.push_back(static_cast<std::uint32_t>(pieces_.size()));
+}
+
+TextView RowView::kept(TextView added)
+{
+    constexpr std::size_t at_once = 4096;
+    if (added.empty()) return {};
+    if (added_.empty() || added_.back().capacity() - added_.back().size() < added.size())
+        added_.emplace_back().reserve(std::max(at_once, added.size()));
+    const std::size_t start = added_.back().size();
+    added.append_to(added_.back());
+    return TextView(added_.back()).substr(start);
 }
 
 template <typename Work>
-void RowView::for_each_piece(const Line& line, Work&& work) const
+void RowView::for_each_piece(std::size_t line, Work&& work) const
 {
     static constexpr std::u32string_view tab = U"\t";
-    const auto piece = [&work](TextView text, bool is_row) {
-        const bool tabs = is_row && text.has_storage();
-        if (tabs) work(TextView(tab));
+    for (std::size_t i = line == 0 ? 0 : ends_[line - 1]; i < ends_[line]; ++i) {
+        const auto& [text, is_row] = pieces_[i];
+        if (is_row) work(TextView(tab));
         if (!text.empty()) work(text);
-        if (tabs) work(TextView(tab));
-    };
-    const More more = line.more > 0 ? more_[line.more - 1] : More{};
-    const TextView added = added_;
-    if (more.before > 0) work(added.substr(more.added, more.before));
-    piece(line.first, line.first_is_row);
-    if (more.between > 0) work(added.substr(more.added + more.before, more.between));
-    piece(more.second.text, more.second.is_row);
+        if (is_row) work(TextView(tab));
+    }
 }
 
 void RowView::append_line(std::size_t index, Text& target) const
 {
-    for_each_piece(lines_[index], [&target](TextView piece) { piece.append_to(target); });
+    for_each_piece(index, [&target](TextView piece) { piece.append_to(target); });
 }
 
 std::size_t RowView::line_length(std::size_t index) const
 {
     std::size_t length = 0;
-    for_each_piece(lines_[index], [&length](TextView piece) { length += piece.size(); });
+    for_each_piece(index, [&length](TextView piece) { length += piece.size(); });
     return length;
 }
 
 std::size_t RowView::append_encoded(std::size_t first, std::size_t enough, std::string& target) const
 {
-    for (; first < lines_.size() && target.size() < enough; ++first) {
-        prefetch(lines_[std::min(first + prefetch_ahead, lines_.size() - 1)].first);
-        for_each_piece(lines_[first], [&target](TextView piece) { encode_to(piece, target); });
+    for (; first < ends_.size() && target.size() < enough; ++first) {
+        if (const std::size_t next = ends_[first] + prefetch_ahead; next < pieces_.size()) prefetch(pieces_[next].text);
+        for_each_piece(first, [&target](TextView piece) { encode_to(piece, target); });
         target += "\r\n";
     }
     return first;

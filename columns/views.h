@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <deque>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -23,16 +25,22 @@ public:
         buffers_.insert(buffers_.end(), buffers.begin(), buffers.end());
     }
 
-    void reserve(std::size_t lines) { lines_.reserve(lines); }
+    void reserve(std::size_t rows) { pieces_.reserve(rows), ends_.reserve(rows); }
     /// A row text, an added text, a cell. `row` is the line between the TABs of the row text; one without storage is an
     /// emptied row and gives nothing.
-    void add_row(TextView row, TextView added = {}, TextView cell = {}) { add({}, {row, true}, added, {cell, false}); }
+    void add_row(TextView row, TextView added = {}, TextView cell = {})
+    {
+        add_line({{row, true}, {kept(added)}, {cell}});
+    }
     /// A cell, an added text, a row text.
-    void add_before_row(TextView cell, TextView added, TextView row) { add({}, {cell, false}, added, {row, true}); }
+    void add_before_row(TextView cell, TextView added, TextView row) { add_line({{cell}, {kept(added)}, {row, true}}); }
     /// An added text, a cell, an added text.
-    void add_cell(TextView before, TextView cell, TextView behind) { add(before, {cell, false}, behind, {}); }
+    void add_cell(TextView before, TextView cell, TextView behind)
+    {
+        add_line({{kept(before)}, {cell}, {kept(behind)}});
+    }
 
-    std::size_t line_count() const override { return lines_.size(); }
+    std::size_t line_count() const override { return ends_.size(); }
     void append_line(std::size_t index, Text& target) const override;
     std::size_t line_length(std::size_t index) const override;
     std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override;
@@ -42,26 +50,17 @@ private:
         TextView text;
         bool is_row = false;
     };
-    /// What stands beside the first piece; most lines are a row alone.
-    struct More {
-        std::size_t added = 0;
-        std::uint32_t before = 0, between = 0; ///< characters of the added texts
-        Piece second;
-    };
-    struct Line {
-        TextView first;
-        std::uint32_t more = 0; ///< its number, from 1
-        bool first_is_row = false;
-    };
-    void add(TextView before, Piece first, TextView between, Piece second);
-    /// Calls `work` with each piece of the line in order.
+    void add_line(std::initializer_list<Piece> pieces);
+    /// The text where it stays.
+    TextView kept(TextView added);
+    /// Calls `work` with each piece of the line in order, the TABs of a row among them.
     template <typename Work>
-    void for_each_piece(const Line& line, Work&& work) const;
+    void for_each_piece(std::size_t line, Work&& work) const;
 
     std::vector<SharedBuffer> buffers_;
-    std::vector<Line> lines_;
-    std::vector<More> more_;
-    Text added_;
+    std::vector<Piece> pieces_;
+    std::vector<std::uint32_t> ends_; ///< of each line in `pieces_`
+    std::deque<Text> added_;          ///< texts that never move
 };
 
 /// Rows to be named in a message: the first ones by number, all of them by their count.
