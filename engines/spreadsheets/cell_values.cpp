@@ -32,12 +32,6 @@ std::optional<Number> parsed(std::string_view text)
     return number;
 }
 
-Text number_or_as_written(std::string_view written)
-{
-    const auto number = parsed<double>(written);
-    return number ? number_text(*number) : from_utf8(written);
-}
-
 // Of "2024-05-06T12:00:00", a date alone or a time alone, to the nearest second; nothing for another form.
 std::optional<double> serial_number(std::string_view written, bool counts_from_1904)
 try {
@@ -99,46 +93,43 @@ void CellValues::check(pugi::xml_node cell) const
     }
 }
 
-Text CellValues::text(pugi::xml_node cell) const
+calculation::Value CellValues::value(pugi::xml_node cell) const
 {
     const auto type = attribute_text(cell, "t");
-    if (type == "inlineStr") return rich_text(child_named(cell, "is"));
-    const auto held = element_text(child_named(cell, "v"));
-    if (type == "str") return decode_cell_text(held);
+    const auto element = child_named(cell, "v");
+    const auto held = element_text(element);
     const auto written = without_blanks(held);
+    if (type == "inlineStr") {
+        const auto inline_text = child_named(cell, "is");
+        return inline_text || !written.empty() ? rich_text(inline_text) : calculation::Value();
+    }
+    if (type == "str") return element ? decode_cell_text(held) : calculation::Value();
+    if (written.empty()) return {};
     if (type == "s") {
         const auto index = text_index(cell);
         return index && strings_ ? strings_->text(*index) : Text();
     }
-    if (written.empty()) return {};
-    if (type == "b") return written == "1" || written == "true" ? U"True" : U"False";
-    if (type == "e") return from_utf8(written);
-    if (type == "d") {
-        const auto serial = serial_number(written, counts_from_1904_);
-        return serial ? number_text(*serial) : from_utf8(written);
-    }
-    return number_or_as_written(written);
+    if (type == "b") return written == "1" || written == "true";
+    if (type == "e") return calculation::parse_error(from_utf8(written)).value_or(calculation::CellError::Value);
+    const auto number = type == "d" ? serial_number(written, counts_from_1904_) : parsed<double>(written);
+    return number ? calculation::Value(*number) : from_utf8(written);
+}
+
+Text CellValues::text(pugi::xml_node cell) const
+{
+    const auto held = value(cell);
+    if (const auto* const number = std::get_if<double>(&held)) return number_text(*number);
+    if (const auto* const truth = std::get_if<bool>(&held)) return *truth ? U"True" : U"False";
+    if (const auto* const text = std::get_if<Text>(&held)) return *text;
+    // An error as it is written: the formulas' language does not have all of them.
+    return from_utf8(without_blanks(element_text(child_named(cell, "v"))));
 }
 
 std::optional<double> CellValues::number(pugi::xml_node cell) const
 {
-    const auto type = attribute_text(cell, "t");
-    const auto held = element_text(child_named(cell, "v"));
-    const auto written = without_blanks(held);
-    if (type == "d") return serial_number(written, counts_from_1904_);
-    return type.empty() || type == "n" ? parsed<double>(written) : std::nullopt;
-}
-
-calculation::Value CellValues::value(pugi::xml_node cell) const
-{
-    if (const auto held = number(cell)) return *held;
-    const std::string_view type = cell.attribute("t").value();
-    auto held = text(cell);
-    if (type == "b") return held == U"True";
-    if (type == "e") return calculation::parse_error(held).value_or(calculation::CellError::Value);
-    const bool is_text = type == "s" || type == "str" || type == "inlineStr";
-    if (held.empty() && !(is_text && has_result(cell))) return {};
-    return held;
+    const auto held = value(cell);
+    const auto* const number = std::get_if<double>(&held);
+    return number ? std::optional(*number) : std::nullopt;
 }
 
 bool CellValues::is_empty(pugi::xml_node cell) const

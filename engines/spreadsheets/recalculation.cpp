@@ -1,5 +1,7 @@
 #include "engines/spreadsheets/recalculation.h"
 
+#include "engines/spreadsheets/workbook_model.h"
+
 #include <algorithm>
 
 namespace tarvik::ooxml {
@@ -28,8 +30,8 @@ void each_cell(const Range& range, Work&& work)
 
 } // namespace
 
-Recalculation::Recalculation(std::shared_ptr<const FormulaIndex> index, Surroundings surroundings)
-    : index_(std::move(index)), surroundings_(std::move(surroundings)), calculator_(*this),
+Recalculation::Recalculation(std::shared_ptr<const FormulaIndex> index, WorkbookModel& workbook)
+    : index_(std::move(index)), workbook_(workbook), counts_from_1904_(workbook.counts_from_1904()), calculator_(*this),
       states_(index_->size(), State::Current), sheets_(index_->sheet_count())
 {
     for (Number number = 0; number < index_->size(); ++number)
@@ -125,7 +127,7 @@ void Recalculation::update_all()
         if (is_due(number)) calculate(number);
     for (const auto& [number, reason] : failed_) {
         const auto& formula = (*index_)[number];
-        surroundings_.part(formula.sheet).drop_results(formula.range);
+        workbook_.sheet(formula.sheet).drop_results(formula.range);
     }
 }
 
@@ -209,7 +211,7 @@ std::vector<Value> Recalculation::results_of(const IndexedFormula& formula)
 void Recalculation::keep(Number number, const std::vector<Value>& results)
 {
     const auto& formula = (*index_)[number];
-    auto& part = surroundings_.part(formula.sheet);
+    auto& part = workbook_.sheet(formula.sheet);
     auto& old = sheets_[static_cast<std::size_t>(formula.sheet - 1)].old;
     auto result = results.begin();
     each_cell(formula.range, [&](Place place) {
@@ -258,7 +260,7 @@ void Recalculation::require_results(int sheet, const Range& area) const
 const SheetPart& Recalculation::part(int sheet) const
 {
     try {
-        return surroundings_.part(sheet);
+        return workbook_.sheet(sheet);
     } catch (const Damage&) {
         throw CannotCalculate("damaged sheet");
     }
@@ -283,6 +285,11 @@ void Recalculation::visit(int sheet, const Range& area, const Visitor& visitor) 
 Place Recalculation::extent(int sheet) const
 {
     return part(sheet).cells().extent();
+}
+
+CalendarTime Recalculation::now() const
+{
+    return workbook_.now();
 }
 
 bool Recalculation::is_row_hidden(int sheet, int row) const

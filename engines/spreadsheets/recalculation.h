@@ -16,14 +16,7 @@ class Recalculation final : private calculation::CellSource {
 public:
     using Number = FormulaIndex::Number;
 
-    /// What the formulas need of the workbook around them.
-    struct Surroundings {
-        std::function<SheetPart&(int sheet)> part; ///< may throw Damage
-        std::function<CalendarTime()> now;
-        bool counts_from_1904 = false;
-    };
-
-    Recalculation(std::shared_ptr<const FormulaIndex> index, Surroundings surroundings);
+    Recalculation(std::shared_ptr<const FormulaIndex> index, WorkbookModel& workbook);
 
     const FormulaIndex& index() const noexcept { return *index_; }
     /// To be called when a cell was overwritten or emptied.
@@ -76,8 +69,8 @@ private:
     bool is_row_hidden(int sheet, int row) const override;
     bool is_row_filtered(int sheet, int row) const override;
     calculation::FormulaPointer formula(const calculation::CellAddress& cell) const override;
-    bool counts_from_1904() const override { return surroundings_.counts_from_1904; }
-    CalendarTime now() const override { return surroundings_.now(); }
+    bool counts_from_1904() const override { return counts_from_1904_; }
+    CalendarTime now() const override;
 
     struct Sheet {
         std::set<std::pair<int, int>> old; // cells without a result as of now, by column and row
@@ -85,7 +78,8 @@ private:
     };
 
     std::shared_ptr<const FormulaIndex> index_;
-    Surroundings surroundings_;
+    WorkbookModel& workbook_;
+    bool counts_from_1904_;
     calculation::Calculator calculator_;
     std::vector<State> states_;
     std::vector<Stack::iterator> waiting_; // where those that wait stand

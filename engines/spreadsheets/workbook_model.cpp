@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/workbook_model.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
 
 namespace tarvik::ooxml {
@@ -177,8 +176,12 @@ void WorkbookModel::load_strings()
         strings_.emplace(
             XmlPart(strings->target, package_.original().part(strings->target), "sst", Vocabulary::Spreadsheet));
     }
-    const bool counts_from_1904 = is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
-    values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904);
+    values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904());
+}
+
+bool WorkbookModel::counts_from_1904() const
+{
+    return is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
 }
 
 void WorkbookModel::set_format(WorkbookFormat format)
@@ -196,10 +199,7 @@ Recalculation& WorkbookModel::recalculation()
     if (!recalculation_) {
         load_formulas();
         auto index = package_.original().derived<FormulaIndex>([this] { return make_index(); });
-        const bool counts_from_1904 = is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
-        recalculation_.emplace(std::move(index),
-                               Recalculation::Surroundings{[this](int number) -> SheetPart& { return load(number); },
-                                                           services_.now, counts_from_1904});
+        recalculation_.emplace(std::move(index), *this);
     }
     return *recalculation_;
 }
@@ -304,15 +304,10 @@ void WorkbookModel::ask_for_calculation()
     auto calculation = child_named(root, "calcPr");
     if (is_on(calculation.attribute("fullCalcOnLoad"))) return;
     if (!calculation) {
-        // The elements of a workbook have a fixed order; these are the ones that may stand before it.
-        constexpr std::array<std::string_view, 10> before{
-            "fileVersion",        "fileSharing", "workbookPr", "AlternateContent", "revisionPtr",
-            "workbookProtection", "bookViews",   "sheets",     "functionGroups",   "externalReferences"};
+        // The elements of a workbook have a fixed order; it stands behind the last of these.
         pugi::xml_node last;
-        for (const auto child : root.children()) {
-            const auto is_it = [child](std::string_view name) { return is_named(child, name); };
-            if (std::any_of(before.begin(), before.end(), is_it) || is_it("definedNames")) last = child;
-        }
+        for (const char* name : {"sheets", "functionGroups", "externalReferences", "definedNames"})
+            if (const auto found = child_named(root, name)) last = found;
         calculation = root.insert_child_after(name_like(root, "calcPr").c_str(), last);
     }
     set_attribute(calculation, "fullCalcOnLoad", "1");

@@ -61,7 +61,10 @@ public:
     std::vector<SheetChanges> changes() const;
     void forget_changes() { record_changes(); }
 
-    // For the sheets:
+    // For the sheets and the results of formulas:
+
+    bool counts_from_1904() const;
+    CalendarTime now() const { return services_.now(); }
 
     /// A cell was overwritten.
     void touch(int sheet, Place place);
