@@ -7,6 +7,7 @@
 // on the present or on a reference that is only known when calculated are counted apart when they differ, and so are
 // those whose stored result its own file shows to be none of a calculation: each is printed with the reason.
 
+#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/workbook_model.h"
 
 #include <algorithm>
@@ -61,16 +62,9 @@ bool are_equal(const Value& ours, const Value& theirs)
 
 std::string shown(const Value& value)
 {
-    if (const auto* number = std::get_if<double>(&value)) {
-        std::ostringstream text;
-        text.precision(17);
-        text << *number;
-        return text.str();
-    }
-    if (const auto* truth = std::get_if<bool>(&value)) return *truth ? "TRUE" : "FALSE";
-    if (const auto* text = std::get_if<Text>(&value)) return '"' + to_utf8(*text) + '"';
     if (const auto* error = std::get_if<calculation::CellError>(&value)) return to_utf8(error_text(*error));
-    return "nothing";
+    const auto text = to_utf8(std::get<Text>(calculation::to_text(value)));
+    return std::holds_alternative<Text>(value) ? '"' + text + '"' : text;
 }
 
 bool is_zero(const Value& value)

@@ -1,6 +1,5 @@
 #include "tests/engines/spreadsheets/workbook_file.h"
 
-#include <chrono>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -73,18 +72,6 @@ TEST(Saving, a_save_that_fails_is_told_and_can_be_done_elsewhere)
     std::filesystem::create_directory(file.folder.path() / "t.xlsx");
     EXPECT_NE(failure_of([&] { again.close(true); }), "no failure");
     EXPECT_EQ(again.worksheet(1).cell(1, 1), U"3"); // nothing is lost
-}
-
-TEST(Saving, a_template_that_changes_on_the_disk_is_read_anew)
-{
-    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>"));
-    const auto old = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
-    std::filesystem::last_write_time(file.folder.path() / "t.xlsx", old);
-    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"1");
-    file.open().worksheet(1).set_cell(1, 1, 5.0);
-    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"1");
-    file.files.replace(U"t.xlsx", make_package(simple_parts("<row r=\"1\"><c r=\"A1\"><v>2</v></c></row>")));
-    EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U"2");
 }
 
 TEST(Printing, the_printer_gets_the_workbook_as_it_is_now)
