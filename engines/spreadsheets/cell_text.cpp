@@ -112,9 +112,8 @@ Text decode_cell_text(std::string_view written)
 
 bool needs_preserving(std::string_view raw) noexcept
 {
-    constexpr std::string_view spaces = " \t\n";
-    return !raw.empty() &&
-           (spaces.find(raw.front()) != npos || spaces.find(raw.back()) != npos || raw.find_first_of("\t\n") != npos);
+    const auto breaks = [](char c) { return c == '\t' || c == '\n'; };
+    return !raw.empty() && (raw.front() == ' ' || raw.back() == ' ' || std::ranges::any_of(raw, breaks));
 }
 
 } // namespace tarvik::ooxml

@@ -92,17 +92,20 @@ std::size_t SharedStrings::add(const std::string& raw)
 
 void SharedStrings::lay_down_added()
 {
-    if (laid_down_ == added_.size()) return;
+    constexpr std::size_t text_at_once = std::size_t{1} << 16;
     auto root = part_.root();
     const auto item = name_like(root, "si"), text = name_like(root, "t");
+    const std::string beginning = "<" + item + "><" + text, end = "</" + text + "></" + item + ">";
     std::string items;
-    for (; laid_down_ < added_.size(); ++laid_down_) {
-        const auto& raw = added_[laid_down_];
-        items.append("<" + item + "><" + text).append(needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
-        items.append(raw).append("</" + text + "></" + item + ">");
+    while (laid_down_ < added_.size()) {
+        const auto& raw = added_[laid_down_++];
+        items.append(beginning).append(needs_preserving(raw) ? " xml:space=\"preserve\">" : ">");
+        items.append(raw).append(end);
+        if (items.size() < text_at_once && laid_down_ < added_.size()) continue;
+        last_ = last_ ? root.insert_child_after(pugi::node_pcdata, last_) : root.prepend_child(pugi::node_pcdata);
+        last_.set_value(items.c_str());
+        items.clear();
     }
-    last_ = last_ ? root.insert_child_after(pugi::node_pcdata, last_) : root.prepend_child(pugi::node_pcdata);
-    last_.set_value(items.c_str());
 }
 
 const XmlPart& SharedStrings::settle()
