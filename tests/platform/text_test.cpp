@@ -80,12 +80,6 @@ TEST(TextSearch, agrees_on_repeats_that_defeat_a_scan)
     }
 }
 
-TEST(TextSearch, finds_at_every_place_around_the_change_of_its_way)
-{
-    const Text needle = Text(40, U'a') + U'c' + Text(40, U'a');
-    for (std::size_t place = 0; place < 80; ++place) expect_found_alike(Text(place, U'a') + needle + U"a", needle, 0);
-}
-
 TEST(TextSearch, characters_and_edges)
 {
     const Widths latin(U"abcab"), chinese(U"中a国a");

@@ -30,7 +30,7 @@ class RecordedWorkbook final : public Workbook, public Worksheet, public Spreads
 public:
     explicit RecordedWorkbook(RecordedOffice& office) : Counted(office) { office_.tasks.emplace_back(); }
 
-    void set_visible(bool visible) override { task().visible = visible; }
+    void set_visible(bool) override {}
     Workbook& open(TextView path) override
     {
         task().opened = path_ = path.str();
@@ -49,7 +49,6 @@ public:
     }
     void close(bool save_changes) override
     {
-        task().closed = true;
         task().saved = save_changes;
         if (save_changes) office_.files[path_] = cells_;
     }
@@ -72,7 +71,6 @@ public:
     }
     int clear(int first_row, int last_row, int first_column, int last_column) override
     {
-        ++task().cleared;
         return static_cast<int>(std::erase_if(cells_, [&](const auto& cell) {
             const auto [row, column] = cell.first;
             return row >= first_row && row <= last_row && column >= first_column && column <= last_column;

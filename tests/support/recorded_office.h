@@ -13,12 +13,10 @@ using Cells = std::map<std::pair<int, int>, CellValue>;
 /// What was done to one workbook between opening and closing.
 struct RecordedTask {
     Text opened;
-    bool visible = false;
     Cells cells; ///< written, the last value of each
-    int cleared = 0;
     Text saved_as;
     int printed = 0;
-    bool closed = false, saved = false, quit = false;
+    bool saved = false, quit = false;
 };
 
 /// The same for a document.

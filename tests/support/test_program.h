@@ -110,18 +110,12 @@ public:
 
 class TestScreen final : public Screen {
 public:
-    int menus = 0;
     double width() const override { return 28800; }
     double height() const override { return 16200; }
     void refresh() override {}
-    std::size_t progress_shown = 0;
     bool busy = false; ///< progress is shown and has not been ended
-    void progress(std::uint64_t, std::uint64_t total) override
-    {
-        busy = total > 0;
-        if (busy) ++progress_shown;
-    }
-    void popup_menu() override { ++menus; }
+    void progress(std::uint64_t, std::uint64_t total) override { busy = total > 0; }
+    void popup_menu() override {}
 };
 
 class RecordedPrinter final : public Printer {

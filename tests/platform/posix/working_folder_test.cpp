@@ -9,9 +9,7 @@
 
 #include <cstdlib>
 #include <fstream>
-#include <functional>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 
@@ -22,27 +20,18 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-/// What the work gives when a user does it whom the permissions of files bind.
-std::string as_ordinary_user(const std::function<std::string()>& work)
-{
-    constexpr uid_t nobody = 65534;
-    int ends[2];
-    if (::pipe(ends) != 0) return "no pipe";
-    const pid_t child = ::fork();
-    if (child == 0) {
-        const bool bound = ::geteuid() != 0 || ::setuid(nobody) == 0;
-        const std::string given = bound ? work() : "still root";
-        const auto size = static_cast<ssize_t>(given.size());
-        ::_exit(::write(ends[1], given.data(), given.size()) == size ? 0 : 1);
-    }
-    ::close(ends[1]);
-    std::string given;
-    char byte = 0;
-    while (::read(ends[0], &byte, 1) == 1) given += byte;
-    ::close(ends[0]);
-    ::waitpid(child, nullptr, 0);
-    return given;
-}
+/// While it lives the permissions of files bind this process as they do any user.
+class OrdinaryUser {
+public:
+    OrdinaryUser() { EXPECT_EQ(::setresuid(other_, other_, self_), 0); }
+    ~OrdinaryUser() { EXPECT_EQ(::setresuid(self_, self_, self_), 0); }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+private:
+    static constexpr uid_t nobody = 65534;
+    uid_t self_ = ::geteuid(), other_ = self_ == 0 ? nobody : self_;
+};
 
 /// A program installed for everybody, and the home of one user.
 class WorkingFolderTest : public testing::Test {
@@ -190,27 +179,27 @@ TEST_F(WorkingFolderTest, a_program_among_its_files_stays_there_where_it_may_wri
     ::chmod(unpacked.c_str(), 0555);
     ::chmod(usr.path().c_str(), 0755);
     ::chmod(home.path().c_str(), 0777);
-    EXPECT_EQ(as_ordinary_user([&] {
-                  const WorkingFolder folder = open_working_folder(unpacked, home.path(), "1");
-                  return folder.path.string() + to_utf8(folder.trouble);
-              }),
-              own.string());
+    {
+        const OrdinaryUser user;
+        const WorkingFolder folder = open_working_folder(unpacked, home.path(), "1");
+        EXPECT_EQ(folder.path, own) << to_utf8(folder.trouble);
+    }
     EXPECT_THAT(own_files(), ElementsAre("3139.txt: a report"));
 }
 
 TEST(UserDataFolder, is_the_one_that_the_user_names)
 {
+    const std::string home_before = std::getenv("HOME");
     const auto with = [](const char* data, const char* home) {
-        return as_ordinary_user([=] {
-            ::setenv("XDG_DATA_HOME", data, 1);
-            ::setenv("HOME", home, 1);
-            return user_data_folder().string();
-        });
+        ::setenv("XDG_DATA_HOME", data, 1);
+        ::setenv("HOME", home, 1);
+        return user_data_folder().string();
     };
     EXPECT_EQ(with("/data", "/home/li"), "/data");
     EXPECT_EQ(with("", "/home/li"), "/home/li/.local/share");
     EXPECT_EQ(with("data", "/home/li"), "/home/li/.local/share");
     EXPECT_THAT(with("", ""), testing::EndsWith("/.local/share"));
+    with("", home_before.c_str());
 }
 
 } // namespace tarvik::test
