@@ -62,12 +62,6 @@ const PicturedCell* cell_at(const SheetPicture& picture, int row, int column)
     return nullptr;
 }
 
-bool is_inside(const SheetPicture& picture, const WrittenCell& cell)
-{
-    return static_cast<std::size_t>(cell.row) <= picture.heights.size() &&
-           static_cast<std::size_t>(cell.column) <= picture.widths.size();
-}
-
 /// Writes the design's cells and gives the places.
 std::vector<WrittenCell> fill(const Form4& form4, const Lines& lines, Worksheet& sheet)
 {
@@ -106,7 +100,8 @@ SheetPreview preview_of(Worksheet& sheet, std::vector<WrittenCell> written)
     for (WrittenCell& cell : preview.written) {
         const PicturedCell* const found = cell_at(preview.picture, cell.row, cell.column);
         if (found) cell = {found->row, found->column, cell.design_row};
-        else if (is_inside(preview.picture, cell))
+        else if (static_cast<std::size_t>(cell.row) <= preview.picture.heights.size() &&
+                 static_cast<std::size_t>(cell.column) <= preview.picture.widths.size())
             preview.picture.cells.push_back({.row = cell.row, .column = cell.column, .look = {}});
     }
     for (PicturedCell& cell : preview.picture.cells) cell.text = shown_text(sheet, cell.row, cell.column);

@@ -79,8 +79,11 @@ void excecopyword(Program& program, bool first_flag, bool second_flag)
     if (!key_gets_sheet(program, command_text)) return;
     DocumentTask task(program, template_for(program, first_flag, second_flag));
     program.form1.batchgate = false;
-    write_items(program, task.document(), items);
-    if (!first_flag && !second_flag) write_items(program, task.document(), cause_items);
+    const auto write = [&task](const Cell& cell, const Text& text) {
+        task.document().set_cell_text(cell.row, cell.column, text);
+    };
+    write_items(program, items, write);
+    if (!first_flag && !second_flag) write_items(program, cause_items, write);
 
     const Text device = first_field(program, device_column);
     add_picture(program, task.document(), device);

@@ -92,7 +92,10 @@ void excecopy6(Program& program)
 {
     if (!key_gets_sheet(program, bill_command_text) || !(program.form1.partcount > 0)) return;
     SpreadsheetTask task(program, installed(program, files::service_bill));
-    write_items(program, task.sheet(), device_items);
+    const auto write = [&task](const Cell& cell, const Text& text) {
+        task.sheet().set_cell(cell.row, cell.column, text);
+    };
+    write_items(program, device_items, write);
 
     const Text device = first_field(program, bill_device_column);
     const Text customer = first_field(program, bill_customer_column);
@@ -105,7 +108,7 @@ void excecopy6(Program& program)
         return;
     }
     devision1(program); // the device's line in 3137.txt is the first row from here on
-    write_items(program, task.sheet(), order_items);
+    write_items(program, order_items, write);
     save_sheet(
         program, task, bill_command_text,
         {first_field(program, bill_folder_column), {customer, first_field(program, order_name_column), delivery}});

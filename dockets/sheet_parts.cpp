@@ -4,19 +4,6 @@
 
 namespace tarvik {
 
-namespace {
-
-template <typename Write>
-void each_text(const Program& program, std::span<const CellItem> items, Write write)
-{
-    for (const CellItem& item : items) {
-        const Text field = first_field(program, item.field);
-        if (!item.only_filled || !field.empty()) write(item.cell, item.shape(field));
-    }
-}
-
-} // namespace
-
 Text first_field(const Program& program, std::size_t column)
 {
     return program.module1.suf.cell(0, column).str();
@@ -52,16 +39,13 @@ void write_counts(Worksheet& sheet, int all, int in_warranty)
     sheet.set_cell(10, 7, static_cast<double>(all - in_warranty));
 }
 
-void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items)
+void write_items(const Program& program, std::span<const CellItem> items,
+                 const std::function<void(const Cell& cell, const Text& text)>& write)
 {
-    each_text(program, items,
-              [&](const Cell& cell, Text text) { sheet.set_cell(cell.row, cell.column, std::move(text)); });
-}
-
-void write_items(const Program& program, TextDocument& document, std::span<const CellItem> items)
-{
-    each_text(program, items,
-              [&](const Cell& cell, TextView text) { document.set_cell_text(cell.row, cell.column, text); });
+    for (const CellItem& item : items) {
+        const Text field = first_field(program, item.field);
+        if (!item.only_filled || !field.empty()) write(item.cell, item.shape ? item.shape(field) : field);
+    }
 }
 
 bool saves_sheets(Program& program, TextView command)

@@ -4,6 +4,7 @@
 #include "runs/sheet_path.h"
 #include "runs/tasks.h"
 
+#include <functional>
 #include <span>
 
 /// What the sheets of this folder have in common: the fields of their first record, and how a sheet is saved.
@@ -13,17 +14,12 @@ struct Cell {
     int row, column;
 };
 
-inline Text unchanged(TextView text)
-{
-    return text.str();
-}
-
 /// A cell that gets a field of the first record.
 struct CellItem {
     Cell cell;
     std::size_t field;
-    Text (*shape)(TextView field) = unchanged;
-    bool only_filled = false; ///< with an empty field the cell keeps what it holds
+    Text (*shape)(TextView field) = nullptr; ///< what becomes of the field, which else stands as it is
+    bool only_filled = false;                ///< with an empty field the cell keeps what it holds
 };
 
 /// A field of the table's first row, as it stands there: in lower case.
@@ -41,9 +37,9 @@ void write_addressee(const Program& program, Worksheet& sheet, std::size_t custo
 /// How many devices came back, and how many of them are within and out of warranty.
 void write_counts(Worksheet& sheet, int all, int in_warranty);
 
-/// Writes the cells in their order, a document's into its first table.
-void write_items(const Program& program, Worksheet& sheet, std::span<const CellItem> items);
-void write_items(const Program& program, TextDocument& document, std::span<const CellItem> items);
+/// Writes the cells in their order.
+void write_items(const Program& program, std::span<const CellItem> items,
+                 const std::function<void(const Cell& cell, const Text& text)>& write);
 
 /// Whether a sheet gets a file of its own, which it does when the command stands at the beginning of the query box.
 /// Keeps for the run's report that it does not.

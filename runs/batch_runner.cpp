@@ -18,14 +18,6 @@ Text pace(Program& program)
     return number_text(std::floor(seconds_elapsed(program) / program.form1.sheetno)) + U" 秒/张。";
 }
 
-void report(Program& program)
-{
-    const Form1& form1 = program.form1;
-    const Text rate = pace(program);
-    show_caption(program,
-                 form1.runtitle + U" " + number_text(form1.sheetno - 1) + U" →" + form1.runnow + U"→：" + rate);
-}
-
 void finish(Program& program, const SheetFamily& family)
 {
     Form1& form1 = program.form1;
@@ -62,7 +54,9 @@ void make_sheet(Program& program, const SheetFamily& family, TextView key)
         program.run.passed.push_back({key.str(), U"报表中没有此关键字的记录"});
         return;
     }
-    report(program);
+    const Text rate = pace(program);
+    show_caption(program,
+                 form1.runtitle + U" " + number_text(form1.sheetno - 1) + U" →" + form1.runnow + U"→：" + rate);
     form1.recordcount = form1.partcount;
     family.prepare(program);
     family.sheet(program);

@@ -9,12 +9,6 @@ namespace {
 constexpr std::size_t most_told = 10; // a box must fit the screen
 constexpr std::u32string_view heading = U" 请注意：\r\n";
 
-/// A name that holds a separator, which other systems allow, would lead into another folder.
-void require_name(const Text& name)
-{
-    if (!split_path(name).folder.empty()) throw Failure(U"“" + name + U"”的文件名含有“\\”，请改名后再试。");
-}
-
 } // namespace
 
 std::optional<PickedFile> pick_file(Program& program, TextView filter)
@@ -57,7 +51,8 @@ std::vector<Text> work_on(const std::vector<Text>& names, const std::function<vo
     std::vector<Text> failures;
     for (const Text& name : names) {
         try {
-            require_name(name);
+            // A separator, which other systems allow in a name, would lead into another folder.
+            if (!split_path(name).folder.empty()) throw Failure(U"“" + name + U"”的文件名含有“\\”，请改名后再试。");
             work(name);
         } catch (const Failure& failure) {
             failures.push_back(failure.message());

@@ -48,12 +48,6 @@ void ask_output_folder(Program& program)
     program.form1.outfolder = folder;
 }
 
-void make_output_folder(Program& program)
-{
-    const Text& folder = program.form1.outfolder;
-    if (!program.platform.files.folder_exists(folder)) program.platform.files.create_folder(folder);
-}
-
 bool agreed(Program& program, const ReportCommand& command)
 {
     if (!command.notice.empty()) tell(program, filled(program, command, command.notice));
@@ -156,7 +150,9 @@ bool run_command(Program& program, const CommandTable& commands)
     // The box is read anew: it may have been edited while the question stood.
     const auto* report = find_command(program, commands.reports);
     try {
-        make_output_folder(program);
+        Files& files = program.platform.files;
+        const Text& folder = program.form1.outfolder;
+        if (!files.folder_exists(folder)) files.create_folder(folder);
     } catch (const Failure&) {
         if (!report) return false; // the folder was wanted for a command alone
         throw;

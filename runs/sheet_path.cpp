@@ -9,12 +9,6 @@ namespace {
 
 constexpr std::size_t added_extension = 5; // ".xlsx", which the saving adds where there is none
 
-Text without_points(Text text)
-{
-    std::erase(text, U'.');
-    return text;
-}
-
 Text sheet_folder(Program& program, const Text& folder_text)
 {
     if (folder_text.empty()) return program.form1.outfolder;
@@ -82,7 +76,8 @@ bool key_gets_sheet(Program& program, TextView command)
 
 Text sheet_path(Program& program, const SheetName& name)
 {
-    const Text folder_text = without_points(name.folder_text);
+    Text folder_text = name.folder_text;
+    std::erase(folder_text, U'.');
     Text tail;
     for (const Text& part : name.parts) tail += U"-" + part;
     tail += name.ending;

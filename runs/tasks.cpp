@@ -45,10 +45,7 @@ void SpreadsheetTask::save_as(TextView path)
 
 void SpreadsheetTask::finish(Changes changes)
 {
-    Form1& form1 = program_.form1;
-    form1.xlSheet = nullptr;
-    if (form1.xlBook) form1.xlBook->close(changes == Changes::Save);
-    form1.xlBook = nullptr;
+    if (program_.form1.xlBook) book().close(changes == Changes::Save);
     application_->quit();
     release();
 }
@@ -97,9 +94,7 @@ void DocumentTask::save_as(TextView path)
 
 void DocumentTask::finish()
 {
-    Form1& form1 = program_.form1;
-    form1.wdDoc->close();
-    form1.wdDoc = nullptr;
+    document().close();
     application_->quit();
     release();
 }

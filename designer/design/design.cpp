@@ -25,11 +25,6 @@ TextView without_spaces(TextView text)
 
 constexpr int first_row_box = Form4::first_dynamic, first_column_box = first_row_box + 1;
 
-void write_element(const DesignWriter& write, DesignWrite place)
-{
-    if (!place.text.empty()) write(place);
-}
-
 struct DynamicColumn {
     int box, column, j;
 };
@@ -112,8 +107,9 @@ void write_static_rows(const Form4& form4, const Elements& elements, const Desig
     for (int box = 0; box < Form4::first_dynamic; box += 2) {
         const auto row = design_number(form4.Text1[box]), column = design_number(form4.Text1[box + 1]);
         const auto i = design_number(form4.Text2[box]), j = design_number(form4.Text2[box + 1]);
-        if (row > 0 && column > 0 && i >= 0 && j >= 0)
-            write_element(write, {*row, *column, elements.text(*i, *j), box});
+        if (!(row > 0 && column > 0 && i >= 0 && j >= 0)) continue;
+        const TextView text = elements.text(*i, *j);
+        if (!text.empty()) write({*row, *column, text, box});
     }
 }
 
@@ -122,7 +118,7 @@ void write_dynamic_rows(const Form4& form4, const Elements& elements, int first_
     const std::vector<DynamicColumn> columns = dynamic_columns(form4);
     for (int i = 0; i < elements.rows && !columns.empty(); ++i)
         for (const auto& [box, column, j] : columns)
-            write_element(write, {first_row + i, column, elements.text(i, j), box});
+            if (const TextView text = elements.text(i, j); !text.empty()) write({first_row + i, column, text, box});
 }
 
 void transfer(const Form4& form4, const Elements& elements, const DesignWriter& write)
