@@ -37,10 +37,13 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       program_({heard_dialogs_, heard_clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
       queue_(program_, recorder_, [this] { event_ended(); }),
       player_(program_, queue_, dialogs_), main_{program_, queue_, mirror_, theme_, scale_of_screen()},
-      form3_front_(main_), form4_front_(main_), focus_(main_), form1_(main_), form3_(form3_front_, form1_),
-      form4_(form4_front_, form1_), timers_(main_), context_menu_(queue_, program_.form1),
+      form3_front_(main_), form4_front_(main_), form1_(main_), form3_(form3_front_, form1_),
+      form4_(form4_front_, form1_), context_menu_(queue_, program_.form1),
       tasks_(main_, player_, form1_.status(), form1_)
 {
+    track_focus(main_, form1_);
+    for (auto& [index, timer] : program_.form1.Timer1) run_timer(main_, timer, form1_);
+    for (Timer* timer : program_.form1.batch_timers()) run_timer(main_, *timer, form1_);
     heard_dialogs_.set_recorder(recorder_);
     heard_clipboard_.set_recorder(recorder_);
     for (const QString& folder :

@@ -68,11 +68,9 @@ private:
     EventQueue queue_;
     TaskPlayer player_;
     Front main_, form3_front_, form4_front_;
-    FocusTracker focus_;
     Form1Window form1_;
     Form3Window form3_;
     Form4Window form4_;
-    ModelTimers timers_;
     ContextMenu context_menu_;
     TaskWindow tasks_;
     std::optional<Look> look_; // none follows the system

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "desktop/look/busy_cursor.h"
 #include "scripts/recorder.h"
 #include "scripts/script.h"
 
 #include <deque>
 #include <functional>
+#include <iostream>
+#include <new>
 
 namespace tarvik {
 
@@ -19,11 +22,27 @@ public:
     }
 
     /// Runs the action now, or when everything ahead of it is done. What it throws is reported to the user.
-    void submit(std::function<void()> action);
+    void submit(std::function<void()> action)
+    {
+        if (closed_) return;
+        waiting_.push_back(std::move(action));
+        if (!busy_) drain();
+    }
     /// Sends an event when its turn comes.
-    void post(const Event& event);
+    void post(const Event& event)
+    {
+        submit([this, event] {
+            Event own = event;
+            send(own);
+        });
+    }
     /// Sends an event at once; only from inside an action.
-    void send(Event& event);
+    void send(Event& event)
+    {
+        if (program_.ended) return;
+        const BusyCursor cursor(can_take_long(event));
+        recorder_.send(event);
+    }
     Recorder& recorder() { return recorder_; }
     bool busy() const { return busy_; }
     /// What differs from a script ends the event that it is found in, and is not reported to the user.
@@ -32,8 +51,49 @@ public:
     void close() { closed_ = true; }
 
 private:
-    void drain();
-    void attempt(const std::function<void()>& work);
+    // Work that can take long begins with these. A short handler changes the cursor back before anybody sees it.
+    static bool can_take_long(const Event& event)
+    {
+        switch (event.kind) {
+        case EventKind::Click:
+        case EventKind::Menu:                 // which pastes
+        case EventKind::MouseUp: return true; // every selection is copied
+        case EventKind::KeyPress: return event.key == U'\r' || event.key == U'\x1b';
+        case EventKind::Tick: return event.control.name() != "Timer1";
+        default: return false;
+        }
+    }
+    void drain()
+    {
+        busy_ = true;
+        while (!waiting_.empty()) {
+            const auto action = std::move(waiting_.front());
+            waiting_.pop_front();
+            attempt(action);
+            attempt(show_);
+        }
+        busy_ = false;
+    }
+    // Nothing may leave through the toolkit's event loop, nor may a failure end the queue: not even one of telling it.
+    void attempt(const std::function<void()>& work)
+    {
+        const auto tell_of = [this](TextView reason) {
+            try {
+                tell(program_, U" 请注意：\r\n操作没有完成：" + reason, application_title, Icon::Critical);
+            } catch (const std::exception& untold) {
+                std::cerr << "tarvik: " << untold.what() << '\n';
+            }
+        };
+        try {
+            work();
+        } catch (const ScriptFailure& failure) {
+            script_failed(failure);
+        } catch (const std::bad_alloc&) {
+            tell_of(U"内存不足。");
+        } catch (const std::exception& error) {
+            tell_of(from_utf8(error.what()));
+        }
+    }
 
     Program& program_;
     Recorder& recorder_;

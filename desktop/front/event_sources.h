@@ -11,73 +11,43 @@
 
 #include <memory>
 #include <utility>
-#include <vector>
 
 namespace tarvik {
 
-/// Tells which control of the model has the focus. A dialog, a menu or another program in front takes it from none.
-class FocusTracker {
-public:
-    explicit FocusTracker(Front& front)
-    {
-        QObject::connect(qApp, &QApplication::focusChanged, &connection_,
-                         [this, &front](QWidget*, const QWidget* widget) {
-                             Control* const now = front.mirror.control_of(widget);
-                             if (!now || now == focus_) return;
-                             if (Control* const old = std::exchange(focus_, now))
-                                 front.queue.post({EventKind::LostFocus, *old});
-                             front.queue.post({EventKind::GotFocus, *now});
-                         });
-    }
-
-private:
-    Control* focus_ = nullptr;
-    QObject connection_; // ends with the tracker
-};
-
-/// Lets the model's timers run. A tick that falls due while a handler runs waits, and does not pile up.
-class ModelTimers {
-public:
-    explicit ModelTimers(Front& front) : front_(front)
-    {
-        for (auto& [index, timer] : front.program.form1.Timer1) add(timer);
-        for (Timer* timer : front.program.form1.batch_timers()) add(*timer);
-    }
-
-private:
-    struct Running {
-        explicit Running(Timer& timer_) : timer(timer_) {}
-        Timer& timer;
-        QTimer clock;
-        bool waiting = false;
+/// Posts which control of the model has the focus, as long as `owner` lives. A dialog, a menu or another program in
+/// front takes it from none.
+inline void track_focus(Front& front, QObject& owner)
+{
+    const auto changed = [&front, focus = static_cast<Control*>(nullptr)](QWidget*, const QWidget* widget) mutable {
+        Control* const now = front.mirror.control_of(widget);
+        if (!now || now == focus) return;
+        if (Control* const old = std::exchange(focus, now)) front.queue.post({EventKind::LostFocus, *old});
+        front.queue.post({EventKind::GotFocus, *now});
     };
-    void add(Timer& timer)
-    {
-        timers_.push_back(std::make_unique<Running>(timer));
-        Running& running = *timers_.back();
-        QObject::connect(&running.clock, &QTimer::timeout, &running.clock, [this, &running] { fell_due(running); });
-        front_.mirror.add(timer, nullptr, [&running] {
-            if (running.clock.interval() != running.timer.interval())
-                running.clock.setInterval(running.timer.interval());
-            if (running.timer.enabled() == running.clock.isActive()) return;
-            if (running.timer.enabled()) running.clock.start();
-            else running.clock.stop();
-        });
-    }
-    void fell_due(Running& running)
-    {
-        if (std::exchange(running.waiting, true)) return;
-        front_.queue.submit([this, &running] {
-            running.waiting = false;
-            if (!running.timer.enabled()) return;
-            Event tick{EventKind::Tick, running.timer};
-            front_.queue.send(tick);
-        });
-    }
+    QObject::connect(qApp, &QApplication::focusChanged, &owner, changed);
+}
 
-    Front& front_;
-    std::vector<std::unique_ptr<Running>> timers_;
-};
+/// Lets a timer of the model run, as long as `owner` lives. A tick that falls due while a handler runs waits, and does
+/// not pile up.
+inline void run_timer(Front& front, Timer& timer, QObject& owner)
+{
+    auto* const clock = new QTimer(&owner);
+    QObject::connect(clock, &QTimer::timeout, clock, [&front, &timer, waiting = std::make_shared<bool>(false)] {
+        if (std::exchange(*waiting, true)) return;
+        front.queue.submit([&front, &timer, waiting] {
+            *waiting = false;
+            if (!timer.enabled()) return;
+            Event tick{EventKind::Tick, timer};
+            front.queue.send(tick);
+        });
+    });
+    front.mirror.add(timer, nullptr, [clock, &timer] {
+        if (clock->interval() != timer.interval()) clock->setInterval(timer.interval());
+        if (timer.enabled() == clock->isActive()) return;
+        if (timer.enabled()) clock->start();
+        else clock->stop();
+    });
+}
 
 /// The context menu of the panes, the query box and the number box. It opens when the handler that asked for it has
 /// ended, and its entry is an event of its own.

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
 
@@ -59,6 +60,62 @@ bool is_text_widget(const QWidget* widget)
     return widget && widget->property("textWidget").toBool();
 }
 
+// The shape of the controls: each in its own colour from the model, with a border that tells which has the focus.
+class ControlStyle final : public QProxyStyle {
+public:
+    ControlStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override
+    {
+        const bool focus = option->state.testFlag(State_HasFocus);
+        switch (element) {
+        case PE_PanelButtonCommand: paint_box(*painter, option->rect, button_colour(*option), focus); return;
+        case PE_IndicatorRadioButton:
+        case PE_IndicatorCheckBox: paint_indicator(*painter, *option, element == PE_IndicatorRadioButton); return;
+        case PE_PanelLineEdit:
+            paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus);
+            if (widget && widget->property("keysAreCommands").toBool()) paint_command_border(*painter, option->rect);
+            return;
+        case PE_Frame:
+            if (is_text_widget(widget)) {
+                paint_box(*painter, option->rect, option->palette.color(QPalette::Base), widget->hasFocus());
+                return;
+            }
+            break;
+        case PE_FrameFocusRect:
+            if (widget && widget->inherits("QRadioButton")) paint_box(*painter, widget->rect(), {}, true);
+            return;
+        default: break;
+        }
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* data) const override
+    {
+        if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+        return QProxyStyle::styleHint(hint, option, widget, data);
+    }
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
+    {
+        switch (metric) {
+        case PM_DefaultFrameWidth:
+            if (is_text_widget(widget)) return text_frame;
+            break;
+        // What the toolkit has in dots of its own grows with the text beside it.
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+            if (widget) return widget->fontMetrics().height() * 2 / 3;
+            break;
+        case PM_ScrollBarExtent:
+            return std::max(QProxyStyle::pixelMetric(metric, option, widget),
+                            QFontMetrics(QApplication::font()).height());
+        default: break;
+        }
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+};
+
 } // namespace
 
 void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool focus)
@@ -73,57 +130,9 @@ void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool fo
     painter.restore();
 }
 
-ControlStyle::ControlStyle() : QProxyStyle(QStyleFactory::create("Fusion")) {}
-
-void ControlStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                                 const QWidget* widget) const
+QStyle* new_control_style()
 {
-    const bool focus = option->state.testFlag(State_HasFocus);
-    switch (element) {
-    case PE_PanelButtonCommand: paint_box(*painter, option->rect, button_colour(*option), focus); return;
-    case PE_IndicatorRadioButton:
-    case PE_IndicatorCheckBox: paint_indicator(*painter, *option, element == PE_IndicatorRadioButton); return;
-    case PE_PanelLineEdit:
-        paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus);
-        if (widget && widget->property("keysAreCommands").toBool()) paint_command_border(*painter, option->rect);
-        return;
-    case PE_Frame:
-        if (is_text_widget(widget)) {
-            paint_box(*painter, option->rect, option->palette.color(QPalette::Base), widget->hasFocus());
-            return;
-        }
-        break;
-    case PE_FrameFocusRect:
-        if (widget && widget->inherits("QRadioButton")) paint_box(*painter, widget->rect(), {}, true);
-        return;
-    default: break;
-    }
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
-}
-
-int ControlStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                            QStyleHintReturn* data) const
-{
-    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
-    return QProxyStyle::styleHint(hint, option, widget, data);
-}
-
-int ControlStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
-{
-    switch (metric) {
-    case PM_DefaultFrameWidth:
-        if (is_text_widget(widget)) return text_frame;
-        break;
-    // What the toolkit has in dots of its own grows with the text beside it.
-    case PM_ExclusiveIndicatorWidth:
-    case PM_ExclusiveIndicatorHeight:
-        if (widget) return widget->fontMetrics().height() * 2 / 3;
-        break;
-    case PM_ScrollBarExtent:
-        return std::max(QProxyStyle::pixelMetric(metric, option, widget), QFontMetrics(QApplication::font()).height());
-    default: break;
-    }
-    return QProxyStyle::pixelMetric(metric, option, widget);
+    return new ControlStyle;
 }
 
 } // namespace tarvik

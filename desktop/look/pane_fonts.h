@@ -1,9 +1,12 @@
 #pragma once
 
+#include "desktop/look/qt_text.h"
 #include "desktop/look/theme.h"
 
 #include <QFont>
+#include <QFontMetricsF>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
@@ -62,15 +65,43 @@ private:
 /// The sizes as the screen has them.
 class PaneFonts final : public FontSizes {
 public:
-    PaneFonts(const Theme& theme, const Scale& scale);
+    PaneFonts(const Theme& theme, const Scale& scale)
+        : FontSizes([this, &theme, &scale](int points) {
+              const double wanted = points > 0 ? points : Theme::pane_points();
+              return measure(theme.pane_font(wanted * std::pow(zoom_factor, zoom_), scale));
+          })
+    {
+    }
     PaneFonts(const PaneFonts&) = delete;
     PaneFonts& operator=(const PaneFonts&) = delete;
 
     /// Makes all sizes larger or smaller by a step, within bounds; 0 is back to what the texts ask for. Who keeps sizes
     /// must ask for them anew.
-    void zoom(int step);
+    void zoom(int step)
+    {
+        zoom_ = step == 0 ? 0 : std::clamp(zoom_ + step, -most_zoom, most_zoom);
+        scale_changed();
+    }
 
 private:
+    static constexpr double row_gap = 1.3; // from row to row, in heights of the font
+    static constexpr int tab_characters = 8;
+    static constexpr double zoom_factor = 1.125;
+    static constexpr int most_zoom = 12;
+
+    static FontSize measure(const QFont& font)
+    {
+        const QFontMetricsF metrics(font);
+        const double blank = metrics.horizontalAdvance(QLatin1Char(' '));
+        const double height = std::ceil(std::max(metrics.height(), row_gap * font.pixelSize()));
+        const double ascent = std::round((height - metrics.height()) / 2 + metrics.ascent());
+        return {CharWidths([metrics, blank](char32_t character) {
+                    const bool shows_nothing = character < U' ' || character == 0x7f;
+                    return shows_nothing ? blank : metrics.horizontalAdvance(to_qt(Text(1, character)));
+                }),
+                height, ascent, blank * tab_characters, font};
+    }
+
     int zoom_ = 0;
 };
 

@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QWidget>
 
@@ -148,7 +149,7 @@ void Theme::apply(Look look)
 {
     look_ = look;
     // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style.
-    if (!dynamic_cast<ControlStyle*>(QApplication::style())) QApplication::setStyle(new ControlStyle);
+    if (!dynamic_cast<QProxyStyle*>(QApplication::style())) QApplication::setStyle(new_control_style());
     QApplication::setPalette(application_palette(look));
     // NOLINTEND(clang-analyzer-cplusplus.NewDeleteLeaks)
 }

@@ -110,16 +110,7 @@ std::size_t TextLines::line_at(std::size_t offset) const
 
 void TextLines::append_to(std::size_t offset, std::size_t count, Text& target) const
 {
-    while (offset < size_ && count > 0) {
-        const Piece& piece = piece_at(offset);
-        const std::size_t before = target.size();
-        const auto take = [&target](TextView part) { part.append_to(target); };
-        if (piece.lines) piece.lines->hand_over(offset - piece.offset, count, count, take);
-        else piece.view.substr(offset - piece.offset, count).append_to(target);
-        const std::size_t taken = target.size() - before;
-        offset += taken;
-        count -= taken;
-    }
+    text_.for_each_part([&target](TextView part) { part.append_to(target); }, Position::at_offset(offset), count);
 }
 
 char32_t TextLines::at(std::size_t offset) const

@@ -1,11 +1,17 @@
 #pragma once
 
 #include "desktop/controls/control_maker.h"
+#include "desktop/look/qt_text.h"
+#include "desktop/text_view/text_accessible.h"
+#include "platform/failure.h"
+#include "platform/files/path_text.h"
 
+#include <QAccessible>
+#include <QCloseEvent>
+#include <QImageReader>
+#include <QPainter>
 #include <QPixmap>
 #include <QWidget>
-
-class QPainter;
 
 namespace tarvik {
 
@@ -14,10 +20,36 @@ namespace tarvik {
 /// broken is no picture.
 class FormWindow : public QWidget {
 public:
-    FormWindow(Front& front, Window& model);
+    FormWindow(Front& front, Window& model)
+        : front_(front), model_(model), controls_(front, [this](const Control& control) { return fitted(control); })
+    {
+        open_to_screen_readers();
+        setObjectName(widget_name(model));
+        setProperty(accessible_role, QAccessible::Window);
+        front.mirror.add(
+            model, nullptr, [this] { show_model(); }, true);
+        front.mirror.on_moved(model.form(), [this] { place(); });
+    }
 
     /// Brings the window itself up to date with the model.
-    void show_model();
+    void show_model()
+    {
+        const QString caption = to_qt(model_.caption()) + title_addition();
+        if (windowTitle() != caption) setWindowTitle(caption);
+        front_.theme.colour(*this, model_.back_color());
+        show_size();
+        if (std::exchange(front_requests_, model_.front_requests()) != model_.front_requests() && model_.visible()) {
+            model_.set_window_state(0);
+            raise();
+        }
+        const bool minimised = model_.window_state() == 1;
+        if (model_.visible() && isHidden() && !minimised) {
+            if (!std::exchange(shown_before_, true)) before_first_show();
+            appear();
+        }
+        if (!model_.visible() && !isHidden()) hide();
+        if (model_.visible() && minimised != (isMinimized() || isHidden())) set_aside(minimised);
+    }
 
 protected:
     /// Before the window shows for the first time: its place on the screen.
@@ -26,7 +58,11 @@ protected:
     /// What the title bar says beside the model's caption.
     virtual QString title_addition() const { return {}; }
     /// The model is minimised, or is so no more.
-    virtual void set_aside(bool aside);
+    virtual void set_aside(bool aside)
+    {
+        if (aside) showMinimized();
+        else showNormal();
+    }
     /// Where a control shows; the window may move it from the place that the model gives.
     virtual Place fitted(const Control& control) const { return place_of(control); }
     virtual void place() { controls_.place(); }
@@ -36,22 +72,93 @@ protected:
     /// Whether the window may be closed; the user can be asked.
     virtual bool may_close() { return true; }
     /// The model gets the size in pixels that the user has given the window.
-    virtual void take_size(QSize size);
+    virtual void take_size(QSize size)
+    {
+        model_.set_width(front_.scale.twips(size.width()));
+        model_.set_height(front_.scale.twips(size.height()));
+    }
     /// Tells the model of a size when its turn comes, a new one or not.
-    void post_resize(QSize size);
+    void post_resize(QSize size)
+    {
+        front_.queue.submit([this, size] {
+            if (size != size_) {
+                size_ = size;
+                take_size(size);
+            }
+            Event resized{EventKind::Resize, model_};
+            front_.queue.send(resized);
+        });
+    }
 
-    void closeEvent(QCloseEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
+    void closeEvent(QCloseEvent* event) override
+    {
+        event->ignore(); // the model decides
+        front_.queue.submit([this] {
+            if (!may_close()) return;
+            Event closing{EventKind::Close, model_};
+            front_.queue.send(closing);
+            if (!closing.cancelled) model_.set_visible(false);
+        });
+    }
+    void resizeEvent(QResizeEvent* event) override
+    {
+        if (!isMinimized()) post_resize(event->size());
+    }
+    void changeEvent(QEvent* event) override
+    {
+        QWidget::changeEvent(event);
+        if (event->type() != QEvent::WindowStateChange || !isVisible()) return;
+        front_.queue.submit([this, state = isMinimized() ? 1 : 0] {
+            if (model_.window_state() == state) return;
+            model_.set_window_state(state);
+            Event resized{EventKind::Resize, model_};
+            if (state == 0) front_.queue.send(resized);
+        });
+    }
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.fillRect(rect(), palette().color(QPalette::Window));
+        if (has_picture() && front_.theme.look() == Look::Light) paint_picture(painter);
+    }
 
     Front& front() const { return front_; }
     Window& model() { return model_; }
     ControlMaker& controls() { return controls_; }
 
 private:
-    void show_size();
-    void paint_picture(QPainter& painter);
+    /// Empty when there is no picture.
+    static QString picture_path(const Files& files)
+    {
+        try {
+            const std::u32string_view name = U"123.jpg";
+            return files.file_exists(name) ? QString::fromStdString(utf8_of(files.resolve(name))) : QString();
+        } catch (const Failure&) {
+            return {};
+        }
+    }
+    void show_size()
+    {
+        const QSize wanted = front_.scale.size(model_);
+        if (wanted == size_) return;
+        size_ = wanted;
+        resize(wanted);
+    }
+    // Only the stretched picture is kept: the file is looked for and loaded again for every size of the window.
+    void paint_picture(QPainter& painter)
+    {
+        const QSize pixels = (QSizeF(picture_size()) * devicePixelRatioF()).toSize();
+        if (picture_pixels_ != pixels) {
+            picture_pixels_ = pixels;
+            picture_ = {};
+            if (const QString path = picture_path(front_.program.platform.files); !path.isEmpty()) {
+                QImageReader reader(path);
+                reader.setScaledSize(pixels);
+                picture_ = QPixmap::fromImage(reader.read());
+            }
+        }
+        if (!picture_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), picture_size()), picture_);
+    }
     Front& front_;
     Window& model_;
     ControlMaker controls_;

@@ -39,22 +39,6 @@ double x_of(const TextWidget& pane, const QString& text)
     return -1;
 }
 
-TEST_F(DesktopClerk, cells_of_a_table_stand_under_each_other_and_under_their_headings)
-{
-    write_utf8(installation, "coclus.txt", table);
-    start();
-    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
-    EXPECT_EQ(x_of(pane, "Paris"), x_of(pane, "Brno"));
-    EXPECT_EQ(x_of(pane, "城市"), x_of(pane, "Brno"));
-    EXPECT_GT(x_of(pane, "Brno"), x_of(pane, "yq-xfp40km"));
-    auto& ruler = dynamic_cast<Ruler&>(*pane.findChild<QWidget*>("ruler"));
-    EXPECT_TRUE(ruler.isVisible());
-    EXPECT_EQ(ruler.left_of(3), x_of(pane, "城市"));
-    form1().RichTextBox2.set_text(U"no table\r\nat all\r\n");
-    click("Form1.Text1(5)");
-    EXPECT_FALSE(ruler.isVisible());
-}
-
 TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numbers)
 {
     write_utf8(installation, "coclus.txt", table);

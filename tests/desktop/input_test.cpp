@@ -19,11 +19,6 @@ void compose(QWidget& widget, const QString& preedit, const QString& committed)
     event.setCommitString(committed);
     QApplication::sendEvent(&widget, &event);
 }
-void commit(QWidget& widget, const QString& text)
-{
-    compose(widget, {}, text);
-}
-
 QPoint place(const TextWidget& widget, std::size_t offset)
 {
     const TextArea& area = widget.area();
@@ -40,24 +35,6 @@ void pick(const QString& entry)
     for (QAction* action : menu->actions())
         if (action->text() == entry) action->trigger();
     menu->close();
-}
-
-TEST_F(DesktopInput, a_chinese_text_of_an_input_method_is_typed_key_by_key)
-{
-    start();
-    LineBox& box = find<LineBox>("Form1.Text1(1)");
-    box.selectAll();
-    commit(box, "中\U00020000q");
-    EXPECT_EQ(form1().query_box().text(), U"中\U00020000q");
-    form1().dbresult = true;
-    expect_box("确定");
-    commit(box, "文;字"); // ";" is a command now
-    EXPECT_EQ(form1().query_box().text(), U"中\U00020000q文字");
-    EXPECT_EQ(box.text(), to_qt(form1().query_box().text()));
-    EXPECT_TRUE(form1().notcap);
-    // The selection counts characters.
-    box.setSelection(1, 2);
-    EXPECT_EQ(form1().query_box().selected_text(), U"\U00020000");
 }
 
 TEST_F(DesktopInput, letters_that_an_input_method_composes_are_no_keys)
@@ -89,23 +66,6 @@ TEST_F(DesktopInput, letters_that_an_input_method_composes_are_no_keys)
     EXPECT_FALSE(asked.inputMethodQuery(Qt::ImCursorRectangle).toRectF().isEmpty()) << "where candidates show";
 }
 
-TEST_F(DesktopInput, a_box_shows_what_the_system_writes_and_keeps_what_it_holds)
-{
-    start();
-    program().form4.Text4.set_text(U"1\r\n");
-    click("Form1.Text1(1)");
-    EXPECT_EQ(program().form4.Text4.text(), U"1\r\n");
-    EXPECT_EQ(form1().query_box().text(), U"查寻条件") << "a click changes nothing";
-    QTest::mouseDClick(&find("Form1.Text1(1)"), Qt::LeftButton);
-    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "");
-    find<LineBox>("Form1.Text1(5)").selectAll();
-    QTest::keyClick(&find("Form1.Text1(5)"), Qt::Key_Delete);
-    EXPECT_EQ(form1().page_size_box().text(), U"");
-    find("Form1.Command6").setFocus();
-    QTest::keyClick(&find("Form1.Command6"), 'x'); // a button has no use for it
-    EXPECT_EQ(form1().query_box().text(), U"x");
-}
-
 TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
 {
     installation.write("coclus.txt", "one\r\ntwo\r\n");
@@ -119,7 +79,7 @@ TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
     QTest::keyClick(&pane, Qt::Key_Down);
     QTest::keyClick(&pane, Qt::Key_End, Qt::ShiftModifier);
     EXPECT_EQ(form1().RichTextBox2.selected_text().view, U"wo");
-    commit(pane, "二");
+    compose(pane, {}, "二");
     EXPECT_EQ(shown_lines(pane), (QStringList{"xone", "t二", ""}));
     for (int i = 0; i < 6; ++i) QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"one\r\ntwo\r\n"));
@@ -227,24 +187,6 @@ TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)
     QTest::mousePress(pane.viewport(), Qt::MiddleButton, Qt::ControlModifier, place(pane, 1));
     EXPECT_GT(pane.area().shown().front().row.height, 2 * height);
     EXPECT_EQ(form1().RichTextBox2.selected_text().view, U"one\r\n");
-}
-
-TEST_F(DesktopInput, a_line_of_any_length_is_reached_at_both_ends)
-{
-    start();
-    desktop->main_window().set_wraps(false);
-    const std::size_t size = 3'000'000;
-    form1().RichTextBox2.set_text(Text(size, U'中') + U"end");
-    click("Form1.Frame1");
-    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
-    click("Form1.RichTextBox2");
-    QTest::keyClick(&pane, Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(pane.caret(), size + 3);
-    EXPECT_GT(form1().RichTextBox2.selection().length, size - 200);
-    const auto row = pane.area().rows().row_at(0);
-    const auto shown = pane.area().rows().between(row, pane.area().left(), pane.area().left() + pane.area().width());
-    EXPECT_EQ(shown.back().character, U'd');
-    EXPECT_LT(shown.size(), 200U);
 }
 
 TEST_F(DesktopInput, one_handler_ends_before_the_next_begins)

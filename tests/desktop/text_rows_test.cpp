@@ -84,19 +84,6 @@ TEST(TextLines, are_those_of_the_whole_text_whatever_pieces_it_lies_in)
     }
 }
 
-TEST(TextLines, of_a_line_source_are_found_without_writing_it_out)
-{
-    PaneText text(std::make_shared<Squares>(1000));
-    text.append(U"end\rmore");
-    expect_lines(TextLines(text, {}), text.view().str());
-    EXPECT_EQ(text.size(), text.view().size());
-    for (const std::size_t start : {1U, 2U, 130U, 2000U, 4000U})
-        EXPECT_EQ(text.slice(Position(start), 300).view, mid(text.view(), start, 300).str());
-    const TextLines empty(PaneText(), {});
-    EXPECT_EQ(empty.line_count(), 1U);
-    EXPECT_EQ(empty.line_at(0), 0U);
-}
-
 // Stretches are cut at line ends and, in a line that is longer than one, anywhere.
 TEST(Sought, is_found_as_in_a_plain_walk_in_both_directions)
 {

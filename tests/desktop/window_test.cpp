@@ -23,33 +23,6 @@ TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
     EXPECT_EQ(form1().query_box().text(), U"x");
 }
 
-TEST_F(DesktopWindow, opens_pages_and_marks_a_document)
-{
-    start();
-    const std::string name = "报表 '1' & 50%.txt";
-    installation.write(name, "one two three two");
-    find<LineBox>("Form1.Text1(5)").selectAll();
-    type("Form1.Text1(5)", "8");
-    open(name);
-    EXPECT_EQ(form1().page_box().text(), U"2");
-    EXPECT_EQ(find<LineBox>("Form1.Text1(4)").text(), "2");
-    EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox2")).front(), "one two three two");
-    retype("two");
-    expect_box("确定");
-    click("Form1.Command2(1)");
-    EXPECT_EQ(boxes.back(), "Tarvik|开始阅读！这是第0页,\n如果要跳页，请在页面框中修改页数后，按下“▼”！");
-    EXPECT_TRUE(find("Form1.RichTextBox1").isVisible());
-    EXPECT_FALSE(find("Form1.RichTextBox2").isVisible());
-    EXPECT_EQ(shown_lines(find<TextWidget>("Form1.RichTextBox1")).join(""), "one two ");
-    click("Form1.Command2(8)");
-    ASSERT_EQ(form1().RichTextBox1.marks().size(), 1U);
-    const Row row = find<TextWidget>("Form1.RichTextBox1").area().rows().row_at(0);
-    EXPECT_GT(row.height, 32 * 96.0 / 72) << "a match of 32 points makes a high row";
-    // A cancelled file dialog ends without a word.
-    expect_file({});
-    click("Form1.Command1(0)");
-}
-
 TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
 {
     installation.write("coclus.txt", "a\tx\tx\r\nb\ty\tx\r\nb\tz\tx\r\n");
@@ -76,40 +49,6 @@ TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
     EXPECT_EQ(form1().RichTextBox3.text(), TextView(by_keys));
     EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
         << "after a button the keys work at once";
-}
-
-TEST_F(DesktopWindow, switches_the_mode_and_goes_back_by_a_click_on_the_background)
-{
-    start();
-    click("Form1.Option1");
-    EXPECT_TRUE(find<QAbstractButton>("Form1.Option1").isChecked());
-    click("Form1.Option1");
-    EXPECT_TRUE(find<QAbstractButton>("Form1.Option1").isChecked()) << "a second click does not clear it";
-    click("Form1.Command6");
-    EXPECT_TRUE(find("Form1.Frame2").isVisible());
-    EXPECT_TRUE(find("Form1.Command9(6)").isVisible());
-    EXPECT_FALSE(find("Form1.Option1").isVisible());
-    EXPECT_EQ(find<QAbstractButton>("Form1.Command6").text(), "还原默认");
-    click("Form1.Frame1"); // no background
-    EXPECT_TRUE(form1().Option1.value());
-    QTest::mouseClick(&desktop->main_window(), Qt::LeftButton, {}, {3, 3});
-    EXPECT_FALSE(form1().Option1.value());
-    EXPECT_TRUE(find("Form1.RichTextBox2").isVisible());
-}
-
-TEST_F(DesktopWindow, a_held_sign_moves_the_panes_until_it_is_released)
-{
-    start();
-    const double width = form1().RichTextBox1.width();
-    const int pixels = find("Form1.RichTextBox2").width();
-    QWidget& sign = find("Form1.Command2(3)");
-    QTest::mousePress(&sign, Qt::LeftButton);
-    EXPECT_TRUE(wait_until([&] { return form1().RichTextBox1.width() < width - 140; }));
-    QTest::mouseRelease(&sign, Qt::LeftButton);
-    const double narrow = form1().RichTextBox1.width();
-    EXPECT_NEAR(find("Form1.RichTextBox2").width(), pixels * narrow / width, 1);
-    QTest::qWait(200);
-    EXPECT_EQ(form1().RichTextBox1.width(), narrow);
 }
 
 TEST_F(DesktopWindow, a_tick_waits_while_a_box_is_open)

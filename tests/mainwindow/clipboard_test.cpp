@@ -28,41 +28,6 @@ TEST(Clipboard, a_copy_is_what_was_selected_whatever_becomes_of_the_pane)
     EXPECT_EQ(started.clipboard.text(), U"\nbehind them");
 }
 
-TEST(Clipboard, the_menu_acts_where_the_focus_is_and_a_paste_can_be_done_once)
-{
-    TestProgram started;
-    Form1& form1 = started.form1();
-    focus_changed(started.program, form1.RichTextBox3, true);
-    form1.RichTextBox3.set_text(U"abcdef");
-    form1.RichTextBox3.select({Position(2), 3});
-    menu_Click(started.program, MenuEntry::copy1);
-    EXPECT_EQ(started.clipboard.text(), U"bcd");
-    form1.RichTextBox3.select({Position(6), 1});
-    menu_Click(started.program, MenuEntry::paste1);
-    EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"abcdebcd"));
-    form1.RichTextBox3.select({Position(1), 4});
-    menu_Click(started.program, MenuEntry::paste1);
-    EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd")) << "the clipboard is empty by then";
-    menu_Click(started.program, MenuEntry::nothing);
-    EXPECT_EQ(form1.RichTextBox3.text(), TextView(U"ebcd"));
-}
-
-TEST(Panes, enlarging_holds_until_the_text_is_replaced)
-{
-    TestProgram started;
-    Pane& pane = started.form1().RichTextBox1;
-    pane.set_text(U"长文");
-    pane.set_marks({{Position(2), 1, 173, 32}});
-    RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, false);
-    EXPECT_EQ(pane.text_font_size(), 0);
-    RichTextBox_MouseDown(started.program, pane, MouseButton::Middle, true);
-    EXPECT_EQ(pane.selection(), (Selection{Position(1), 2}));
-    EXPECT_EQ(pane.text_font_size(), 28);
-    EXPECT_EQ(pane.marks(), (std::vector<Mark>{{Position(2), 1, 173, 28}}));
-    pane.set_text(U"下一页");
-    EXPECT_EQ(pane.text_font_size(), 0);
-}
-
 TEST(SmallEvents, a_changed_query_forgets_results_but_not_those_of_the_plain_query)
 {
     TestProgram started;
