@@ -119,15 +119,11 @@ bool look_up_english(Program& program, const QueryEntry& entry)
         show_count(program);
         return show_next_entry(program, dictionary);
     };
-    if (&english_dictionary_for(query) == &english_other_dictionary) {
-        if (!read_dictionary(program, english_other_file, title)) return false;
-        // What the file for other words lacks is looked for once more, in the pane that is empty by then.
-        if (look(english_other_dictionary) || look(english_letter_dictionary)) return true;
-    } else {
-        const auto file = english_letter_file(query.front());
-        if (file && !read_dictionary(program, *file, title)) return false;
-        if (look(english_letter_dictionary)) return true;
-    }
+    const bool other = &english_dictionary_for(query) == &english_other_dictionary;
+    const auto file = other ? std::optional(Text(english_other_file)) : english_letter_file(query.front());
+    if (file && !read_dictionary(program, *file, title)) return false;
+    // What the file for other words lacks is looked for once more, in the pane that is empty by then.
+    if ((other && look(english_other_dictionary)) || look(english_letter_dictionary)) return true;
     tell_no_result(program, title);
     return true;
 }
