@@ -15,11 +15,6 @@ struct Parameters {
     double days;
 };
 
-Parameters read_parameters(const Program& program)
-{
-    return {box_column(program, 0), box_column(program, 1), box_number(program, 2)};
-}
-
 /// Cells that the check writes anew: collected, so that they share one buffer.
 class NewCells {
 public:
@@ -129,7 +124,7 @@ private:
 void date_check(Program& program, ComparisonFiles& files)
 {
     Form1& form1 = program.form1;
-    const Parameters parameters = read_parameters(program);
+    const Parameters parameters{box_column(program, 0), box_column(program, 1), box_number(program, 2)};
     tell(program,
          U"温情提示：\r\n参与时间格式比较的suF表的列次A为:" + number_text(parameters.a) +
              U"， \r\n参与时间格式比较的suF表的列次B为:" + number_text(parameters.b) +

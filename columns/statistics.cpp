@@ -56,14 +56,6 @@ Statistic count_column(Program& program, std::size_t column)
     return statistic;
 }
 
-/// What the two forms that take their column as an argument test first.
-bool may_count(Program& program)
-{
-    if (!program.form1.dbresult) return false;
-    program.form1.RichTextBox3.set_text({});
-    return !program.form1.comp;
-}
-
 void fill_keylist(Program& program, const Statistic& statistic)
 {
     TextArray& keylist = program.module1.keylist;
@@ -108,7 +100,9 @@ void show_statistic(Program& program, ScratchFile& file, const Statistic& statis
 std::optional<Statistic> count_for_command(Program& program, int column)
 {
     const std::size_t checked = checked_column(column);
-    if (!may_count(program)) return std::nullopt;
+    if (!program.form1.dbresult) return std::nullopt;
+    program.form1.RichTextBox3.set_text({});
+    if (program.form1.comp) return std::nullopt;
     return count_column(program, checked);
 }
 

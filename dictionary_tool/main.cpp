@@ -36,13 +36,6 @@ bool parse(std::span<const std::string> words, Request& request)
     return !request.target.empty();
 }
 
-void refuse_to_replace(const Files& files, const std::map<Text, std::string>& written)
-{
-    for (const auto& [name, bytes] : written)
-        if (files.file_exists(name))
-            throw Failure(U"目标文件夹中已有“" + TextView(name) + U"”；要替换，请加 --replace");
-}
-
 void convert(const Request& request)
 {
     std::filesystem::create_directories(request.target);
@@ -53,7 +46,9 @@ void convert(const Request& request)
 
     DiskFiles files(request.target);
     const auto written = dictionary.bytes();
-    if (!request.replace) refuse_to_replace(files, written);
+    for (const auto& [name, bytes] : written)
+        if (!request.replace && files.file_exists(name))
+            throw Failure(U"目标文件夹中已有“" + TextView(name) + U"”；要替换，请加 --replace");
     for (const auto& [name, bytes] : written) {
         files.replace(name, bytes);
         std::cout << to_utf8(name) << "  " << bytes.size() << '\n';
