@@ -125,13 +125,6 @@ Text CellValues::text(pugi::xml_node cell) const
     return from_utf8(without_blanks(element_text(child_named(cell, "v"))));
 }
 
-std::optional<double> CellValues::number(pugi::xml_node cell) const
-{
-    const auto held = value(cell);
-    const auto* const number = std::get_if<double>(&held);
-    return number ? std::optional(*number) : std::nullopt;
-}
-
 bool CellValues::is_empty(pugi::xml_node cell) const
 {
     if (!cell.first_child()) return true;

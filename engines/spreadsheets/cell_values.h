@@ -23,8 +23,6 @@ public:
     void check(pugi::xml_node cell) const;
     /// The value as text; of a formula its cached result.
     Text text(pugi::xml_node cell) const;
-    /// The number of a cell that holds one; of a formula its cached result.
-    std::optional<double> number(pugi::xml_node cell) const;
     /// The value as formulas see it.
     calculation::Value value(pugi::xml_node cell) const;
     /// Whether the value is nothing or the empty text.

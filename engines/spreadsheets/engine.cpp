@@ -81,8 +81,7 @@ public:
 
     CellValue value(int row, int column) const override
     {
-        if (const auto number = naming([&] { return part_.number({row, column}); })) return *number;
-        return cell(row, column);
+        return naming([&] { return part_.held({row, column}); });
     }
 
     bool is_empty(int row, int column) const override

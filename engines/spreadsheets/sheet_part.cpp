@@ -56,12 +56,6 @@ Text SheetPart::text(Place place) const
     return cell ? values_.text(cell) : Text();
 }
 
-std::optional<double> SheetPart::number(Place place) const
-{
-    const auto cell = current(place);
-    return cell ? values_.number(cell) : std::nullopt;
-}
-
 bool SheetPart::is_empty(Place place) const
 {
     const auto cell = current(place);
@@ -70,13 +64,17 @@ bool SheetPart::is_empty(Place place) const
 
 bool SheetPart::is_date(Place place) const
 {
-    return number(place) && workbook_.shows_dates(cells_.find(place).attribute("s").as_uint());
+    return std::holds_alternative<double>(held(place)) &&
+           workbook_.shows_dates(cells_.find(place).attribute("s").as_uint());
 }
 
 CellValue SheetPart::held(Place place) const
 {
-    if (const auto held = number(place)) return *held;
-    return text(place);
+    const auto cell = current(place);
+    if (!cell) return Text();
+    const auto value = values_.value(cell);
+    if (const auto* const number = std::get_if<double>(&value)) return *number;
+    return values_.text(cell);
 }
 
 bool SheetPart::is_blank(const Range& range) const
@@ -253,12 +251,6 @@ void SheetPart::drop_results(const Range& range)
     cells_.visit(range, [this](Place, pugi::xml_node cell) {
         if (CellValues::drop_result(cell)) part_.changed = true;
     });
-}
-
-bool may_have_formulas(std::string_view contents) noexcept
-{
-    // Other elements begin so, too, and a sheet with one of those is looked at in vain.
-    return contents.find("<f") != npos || contents.find(":f") != npos;
 }
 
 } // namespace tarvik::ooxml

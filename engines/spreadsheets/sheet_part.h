@@ -24,7 +24,6 @@ public:
     SheetPart& operator=(const SheetPart&) = delete;
 
     Text text(Place place) const;
-    std::optional<double> number(Place place) const;
     bool is_empty(Place place) const;
     bool is_date(Place place) const;
     /// The value as write() takes it to keep what it is.
@@ -73,8 +72,5 @@ private:
     ProtectedAreas areas_;
     WorkbookModel& workbook_; // whose formulas, in other sheets too, depend on its cells
 };
-
-/// Whether there may be a formula cell in a worksheet part: false is certain.
-bool may_have_formulas(std::string_view contents) noexcept;
 
 } // namespace tarvik::ooxml

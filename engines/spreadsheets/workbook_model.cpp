@@ -150,8 +150,9 @@ void WorkbookModel::load_formulas()
 {
     if (has_loaded_formulas_ || package_.original().has_derived()) return;
     for (int number = 1; number <= sheet_count(); ++number) {
-        if (may_have_formulas(package_.original().part(sheets_[static_cast<std::size_t>(number - 1)].part)))
-            load(number);
+        // Other elements begin like one of a formula, too; a sheet with those is loaded in vain.
+        const auto& contents = package_.original().part(sheets_[static_cast<std::size_t>(number - 1)].part);
+        if (contents.find("<f") != npos || contents.find(":f") != npos) load(number);
     }
     has_loaded_formulas_ = true;
 }
