@@ -2,7 +2,7 @@
 
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
-#include "engines/spreadsheets/protected_areas.h"
+#include "engines/spreadsheets/sheet_part.h"
 
 #include <algorithm>
 #include <utility>
