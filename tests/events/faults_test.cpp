@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <new>
 
 /// Every report command over the sample files and the embedded engines, with one fault at one operation of the disk or
 /// the office: a full disk and, where they are not too many, a failing office at each operation in turn, the others at
@@ -215,6 +216,27 @@ TEST_P(Faults, of_an_output_folder_that_cannot_be_used_cost_one_message)
 
 INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(jobs().begin(), jobs().end()),
                          [](const auto& job) { return std::string(job.param.name); });
+
+// A failure or a lack of memory in whatever handler.
+TEST(Events, whose_handlers_fail_are_reported_and_the_program_goes_on)
+{
+    Desk<NoOffice> desk;
+    bool starved = true;
+    desk.program.listeners.property_changed = [&](const Control&, Property) {
+        if (starved) throw std::bad_alloc();
+        throw Failure(U"没有完成。");
+    };
+    desk.happen(EventKind::Click, desk.form1.Option1);
+    starved = false;
+    desk.happen(EventKind::Click, desk.form1.Option2);
+    EXPECT_THAT(desk.started.dialogs.take_messages(),
+                testing::ElementsAre("Tarvik 计算| 请注意：\r\n内存不足，操作没有完成。", "Tarvik 计算|没有完成。"));
+    desk.program.listeners.property_changed = nullptr;
+    desk.form1.resultpos = 3;
+    desk.happen(EventKind::Click, desk.form1.Option1);
+    EXPECT_TRUE(desk.form1.Option1.value());
+    EXPECT_EQ(desk.form1.resultpos, 0);
+}
 
 } // namespace
 } // namespace tarvik::test

@@ -95,6 +95,10 @@ TEST_F(Commands, ask_load_scan_and_start_in_their_order)
     form1.outfolder = U"kept";
     EXPECT_FALSE(enter(U"Another word"));
     EXPECT_EQ(form1.outfolder, U"kept");
+    stop_run(program);
+    EXPECT_FALSE(enter(U"Another word")) << "the letters alone cost the folder question";
+    EXPECT_EQ(form1.outfolder, U"d:\\out\\");
+    EXPECT_FALSE(enter(U"an direct"));
     EXPECT_TRUE(desk.dialogs.messages.empty());
 }
 
