@@ -55,7 +55,7 @@ void collect_numbers(std::string_view part, std::set<int>& numbers)
 DocumentModel::DocumentModel(std::shared_ptr<const Package> package)
     : editor_(std::move(package)), main_(find_document(editor_.original(), editor_.types())),
       relationships_(editor_.original(), main_.target),
-      document_(main_.target, editor_.original().part(main_.target), "document", Vocabulary::Document)
+      document_(main_.target, editor_.original().part(main_.target), "document")
 {
 }
 

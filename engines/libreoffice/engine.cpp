@@ -22,17 +22,24 @@ std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
         [around = around_](TextView path) { return libreoffice::open_document(around, path); });
 }
 
-std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)
+std::string libreoffice::converted(LibreOffice& office, std::string_view bytes, const Conversion& conversion)
 {
     const ExchangeFolder folder(office.folder());
-    auto file = office.open(folder.put(has_macros(package) ? "read.xlsm" : "read.xlsx", package));
-    if (!file) throw ooxml::Damage(suite_title() + U" 不能将它作为工作簿打开。");
+    auto file = office.open(folder.put("read" + conversion.from, bytes));
+    if (!file) throw ooxml::Damage(suite_title() + U" 不能打开它。");
+    const auto written = "written" + conversion.to;
     file.call([&](OpenFile& opened) {
-        opened.calculate_all();
-        opened.store(folder.place("written.xlsx"), "Calc MS Excel 2007 XML");
+        if (conversion.calculates) opened.calculate_all();
+        opened.store(folder.place(written), conversion.filter);
     });
     file.close(); // a suite may hold open what it wrote
-    return folder.take("written.xlsx");
+    return folder.take(written);
+}
+
+std::string libreoffice::recalculated(LibreOffice& office, std::string_view package)
+{
+    return converted(office, package,
+                     {has_macros(package) ? ".xlsm" : ".xlsx", ".xlsx", "Calc MS Excel 2007 XML", true});
 }
 
 } // namespace tarvik

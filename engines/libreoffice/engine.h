@@ -24,6 +24,13 @@ struct Surroundings {
 std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path);
 std::unique_ptr<TextDocument> open_document(const Surroundings& around, TextView path);
 
+/// Extensions that say what is read and what is written, and how LibreOffice calls that.
+struct Conversion {
+    std::string from, to, filter{};
+    bool calculates = false; ///< every formula of a workbook
+};
+/// What the suite writes of a file that it reads. Throws Damage.
+std::string converted(LibreOffice& office, std::string_view bytes, const Conversion& conversion);
 /// A workbook package (.xlsx, .xlsm) with every formula calculated anew, as LibreOffice stores it as .xlsx: each
 /// formula cell holds its result. Throws Damage.
 std::string recalculated(LibreOffice& office, std::string_view package);

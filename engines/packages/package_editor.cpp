@@ -14,8 +14,7 @@ std::string_view extension_of(std::string_view part_name)
 
 } // namespace
 
-ContentTypes::ContentTypes(const Package& package)
-    : part_(types_name, package.part(types_name), "Types", Vocabulary::ContentTypes)
+ContentTypes::ContentTypes(const Package& package) : part_(types_name, package.part(types_name), "Types")
 {
     for (const auto node : part_.root().children()) {
         if (is_named(node, "Override")) overrides_.emplace(part_key(attribute_text(node, "PartName")), node);

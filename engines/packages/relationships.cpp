@@ -68,7 +68,7 @@ Relationships::Relationships(const Package& package, std::string_view source) : 
     auto name = relationships_name(source);
     if (!package.has(name)) return;
     const auto& contents = package.part(name);
-    part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships", Vocabulary::Relationships);
+    part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships");
     for (const auto node : part_->root().children()) {
         if (!is_internal(node)) continue;
         all_.push_back({attribute_text(node, "Id"), attribute_text(node, "Type"),

@@ -23,32 +23,6 @@ struct Entity {
 };
 constexpr std::array<Entity, 5> entities{{{"amp", "&"}, {"lt", "<"}, {"gt", ">"}, {"quot", "\""}, {"apos", "'"}}};
 
-struct Namespace {
-    Vocabulary vocabulary;
-    std::string_view name;
-};
-constexpr std::array<Namespace, 6> namespaces{{
-    {Vocabulary::ContentTypes, "http://schemas.openxmlformats.org/package/2006/content-types"},
-    {Vocabulary::Relationships, "http://schemas.openxmlformats.org/package/2006/relationships"},
-    {Vocabulary::Spreadsheet, "http://schemas.openxmlformats.org/spreadsheetml/2006/main"},
-    {Vocabulary::Spreadsheet, "http://purl.oclc.org/ooxml/spreadsheetml/main"},
-    {Vocabulary::Document, "http://schemas.openxmlformats.org/wordprocessingml/2006/main"},
-    {Vocabulary::Document, "http://purl.oclc.org/ooxml/wordprocessingml/main"},
-}};
-
-bool speaks(pugi::xml_node root, Vocabulary vocabulary)
-{
-    if (vocabulary == Vocabulary::Any) return true;
-    const std::string_view name = root.name();
-    const auto colon = name.find(':');
-    const auto prefix = colon == std::string_view::npos ? "" : ":" + std::string(name.substr(0, colon));
-    const auto declared = root.attribute(("xmlns" + prefix).c_str());
-    if (!declared) return true;
-    const auto told = unescaped(declared.value());
-    return std::any_of(namespaces.begin(), namespaces.end(),
-                       [&](const auto& one) { return one.vocabulary == vocabulary && one.name == told; });
-}
-
 std::string with_escaped_quotes(std::string_view value)
 {
     std::string escaped;
@@ -127,8 +101,7 @@ bool is_deep(pugi::xml_node node, int left) noexcept
 
 } // namespace
 
-XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view root, Vocabulary vocabulary)
-    : name_(std::move(name))
+XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view root) : name_(std::move(name))
 {
     const auto result = document_.load_buffer(contents.data(), contents.size(), raw_parsing, pugi::encoding_auto);
     if (result.status == pugi::status_out_of_memory) throw std::bad_alloc();
@@ -137,7 +110,7 @@ XmlPart::XmlPart(std::string name, const std::string& contents, std::string_view
         std::any_of(nodes.begin(), nodes.end(), [](const auto& node) { return node.type() == pugi::node_doctype; });
     const auto element = document_.document_element();
     const bool is_legible = result.encoding != pugi::encoding_utf8 || is_valid_utf8(contents);
-    if (!result || !is_legible || has_type_declaration || !is_named(element, root) || !speaks(element, vocabulary)) {
+    if (!result || !is_legible || has_type_declaration || !is_named(element, root)) {
         throw Damage(U"部件" + in_quotes(name_) + U"已损坏。");
     }
     if (contents.find('\'') != std::string::npos) {
@@ -163,22 +136,6 @@ std::string XmlPart::print() const
         if (node.type() == pugi::node_declaration) text += behind_declaration_;
     }
     return text;
-}
-
-std::string_view root_name(std::string_view contents) noexcept
-{
-    for (auto at = contents.find('<'); at != std::string_view::npos; at = contents.find('<', at + 1)) {
-        const auto rest = contents.substr(at + 1);
-        if (rest.starts_with('?')) continue;
-        if (rest.starts_with("!--")) {
-            at = contents.find("-->", at);
-            if (at == std::string_view::npos) break;
-            continue;
-        }
-        const auto name = rest.substr(0, rest.find_first_of(" \t\r\n/>"));
-        return name.substr(name.find(':') + 1); // without a colon that is the whole name
-    }
-    return {};
 }
 
 std::uint64_t tree_memory(std::string_view xml) noexcept

@@ -10,18 +10,13 @@
 
 namespace tarvik::ooxml {
 
-/// Whose words a part uses. `Any` is not looked at.
-enum class Vocabulary { Any, ContentTypes, Relationships, Spreadsheet, Document };
-
 /// An XML part of a package, edited in place. Its tree holds texts and attribute values as they are written, entities,
 /// line ends and white space included, so that what nobody touches is printed back as it was. The functions below read
 /// and write such raw values.
 class XmlPart {
 public:
-    /// `root` is the local name that the document element must have; when it tells its namespace, that must be one of
-    /// the vocabulary. Document type declarations are refused.
-    XmlPart(std::string name, const std::string& contents, std::string_view root,
-            Vocabulary vocabulary = Vocabulary::Any);
+    /// `root` is the local name that the document element must have. Document type declarations are refused.
+    XmlPart(std::string name, const std::string& contents, std::string_view root);
 
     const std::string& name() const noexcept { return name_; }
     pugi::xml_node root() const { return document_.document_element(); }
@@ -35,9 +30,6 @@ private:
     std::string behind_declaration_; // the white space there, which the tree does not hold
     pugi::xml_document document_;
 };
-
-/// The local name of the document element, read without parsing the part; empty when there is none.
-std::string_view root_name(std::string_view contents) noexcept;
 
 /// How many bytes the tree of such a part and the working on it take, a generous guess.
 std::uint64_t tree_memory(std::string_view xml) noexcept;

@@ -66,8 +66,8 @@ ProtectedAreas::ProtectedAreas(const Package& package, std::string_view sheet)
 
 SheetPart::SheetPart(int number, std::string name, const std::string& contents, CellValues& values,
                      ProtectedAreas areas, WorkbookModel& workbook)
-    : number_(number), part_(std::move(name), contents, "worksheet", Vocabulary::Spreadsheet), cells_(part_.root()),
-      formulas_(cells_), merged_(part_.root()), values_(values), areas_(std::move(areas)), workbook_(workbook)
+    : number_(number), part_(std::move(name), contents, "worksheet"), cells_(part_.root()), formulas_(cells_),
+      merged_(part_.root()), values_(values), areas_(std::move(areas)), workbook_(workbook)
 {
     cells_.visit(whole_sheet, [&values](Place, pugi::xml_node cell) { values.check(cell); });
 }

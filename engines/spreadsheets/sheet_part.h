@@ -26,7 +26,7 @@ void visit_related(const Package& package, std::string_view sheet, std::string_v
     const Relationships relationships(package, sheet);
     for (const auto& one : relationships.all())
         if (one.kind() == kind && package.has(one.target) && met.insert(part_key(one.target)).second)
-            visitor(XmlPart(one.target, package.part(one.target), root, Vocabulary::Spreadsheet).root());
+            visitor(XmlPart(one.target, package.part(one.target), root).root());
 }
 
 /// Cells of a worksheet whose texts other parts repeat.

@@ -111,8 +111,7 @@ void drop_macros(PackageEditor& package, const XmlPart& workbook, Relationships&
 WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services)
     : package_(std::move(package)), workbook_name_(find_workbook(package_.original(), package_.types())),
       relationships_(package_.original(), workbook_name_),
-      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook", Vocabulary::Spreadsheet),
-      services_(std::move(services))
+      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook"), services_(std::move(services))
 {
     list_sheets();
 }
@@ -174,8 +173,7 @@ void WorkbookModel::load_strings()
 {
     const auto* strings = relationships_.of_kind("sharedStrings");
     if (strings && package_.original().has(strings->target)) {
-        strings_.emplace(
-            XmlPart(strings->target, package_.original().part(strings->target), "sst", Vocabulary::Spreadsheet));
+        strings_.emplace(XmlPart(strings->target, package_.original().part(strings->target), "sst"));
     }
     values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904());
 }

@@ -10,16 +10,6 @@ namespace tarvik::libreoffice {
 namespace {
 
 /// The suite refuses a file whose name does not say what is in it.
-std::string converted(LibreOffice& suite, std::string_view bytes, const std::string& from, const std::string& to)
-{
-    const ExchangeFolder folder(suite.folder());
-    auto file = suite.open(folder.put("read" + from, bytes));
-    if (!file) throw ooxml::Damage(suite_title() + U" 不能打开它。");
-    file.call([&](OpenFile& opened) { opened.store(folder.place("written" + to), {}); });
-    file.close(); // the suite holds open what it wrote
-    return folder.take("written" + to);
-}
-
 struct Extensions {
     const char *older, *package, *with_macros;
 
@@ -34,7 +24,7 @@ std::shared_ptr<const ooxml::Package> package_of(const Surroundings& around, Tex
     return around.packages->open(path, [&] {
         auto bytes = around.files.read(path);
         if (require_kind(bytes, kind) != kind) return bytes;
-        return converted(around.office, bytes, extensions.older, extensions.of_package(bytes));
+        return converted(around.office, bytes, {extensions.older, extensions.of_package(bytes)});
     });
 }
 
@@ -47,7 +37,7 @@ public:
     {
         const auto& package = model.pack();
         if (extension != U".xls") return package;
-        return converted(suite_, package, of_workbooks.of_package(package), of_workbooks.older);
+        return converted(suite_, package, {of_workbooks.of_package(package), of_workbooks.older});
     }
 
 private:
@@ -64,7 +54,7 @@ public:
     std::string pack() override
     {
         const auto package = DocumentModel::pack();
-        return converted(suite_, package, of_documents.of_package(package), of_documents.older);
+        return converted(suite_, package, {of_documents.of_package(package), of_documents.older});
     }
 
 private:
