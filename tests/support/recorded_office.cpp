@@ -30,7 +30,7 @@ class RecordedWorkbook final : public Workbook, public Worksheet, public Spreads
 public:
     explicit RecordedWorkbook(RecordedOffice& office) : Counted(office) { office_.tasks.emplace_back(); }
 
-    void set_visible(bool) override {}
+    void set_visible(bool visible) override { task().visible = visible; }
     Workbook& open(TextView path) override
     {
         task().opened = path_ = path.str();
