@@ -96,8 +96,6 @@ OoxmlDocuments::OoxmlDocuments(Files& files, Printer& printer)
 {
 }
 
-OoxmlDocuments::~OoxmlDocuments() = default;
-
 std::unique_ptr<DocumentApplication> OoxmlDocuments::create()
 {
     return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(

@@ -40,7 +40,6 @@ std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, Text
 class OoxmlDocuments {
 public:
     OoxmlDocuments(Files& files, Printer& printer);
-    ~OoxmlDocuments();
 
     std::unique_ptr<DocumentApplication> create();
 
