@@ -56,10 +56,10 @@ public:
     int position(int index) const { return sheets_.at(static_cast<std::size_t>(index - 1)).position + 1; }
     /// Whether everything in all sheets lies within the first rows and columns, up to that cell.
     bool fits(Place last);
-    /// From now on changes are recorded, for a file of another format that is to be changed alike.
+    /// From now on changes are recorded, those before forgotten, for a file of another format that is to be changed
+    /// alike.
     void record_changes() { recorded_.emplace(); }
     std::vector<SheetChanges> changes() const;
-    void forget_changes() { record_changes(); }
 
     // For the sheets and the results of formulas:
 

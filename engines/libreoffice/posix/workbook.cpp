@@ -108,7 +108,7 @@ public:
         file_.call([&](OpenWorkbook& file) {
             for (const auto& of_sheet : changes) write(file, of_sheet);
         });
-        model.forget_changes();
+        model.record_changes();
         return stored(extension);
     }
 

@@ -92,16 +92,6 @@ Operand Evaluator::evaluate(const Node& node, Mode mode)
     return result;
 }
 
-Operand Evaluator::operand(const AreaReference& area, const Node& /*node*/, Mode /*mode*/) const
-{
-    return resolve(area, at_, source_.names());
-}
-
-Operand Evaluator::operand(const TableReference& table, const Node& /*node*/, Mode /*mode*/) const
-{
-    return resolve(table, at_, source_.names());
-}
-
 Operand Evaluator::operand(const NameReference& name, const Node& /*node*/, Mode /*mode*/)
 {
     const auto formula = find_formula(name, at_, source_.names());

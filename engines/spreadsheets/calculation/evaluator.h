@@ -84,15 +84,20 @@ public:
 private:
     // What a node comes to, by its content.
     static Operand operand(const Missing& /*missing*/, const Node& /*node*/, Mode /*mode*/) { return Value(); }
-    static Operand operand(const Value& value, const Node& /*node*/, Mode /*mode*/) { return value; }
-    static Operand operand(const ArrayPointer& array, const Node& /*node*/, Mode /*mode*/) { return array; }
+    static Operand operand(const Operand& held, const Node& /*node*/, Mode /*mode*/) { return held; }
     static Operand operand(const Uncalculable& what, const Node& /*node*/, Mode /*mode*/)
     {
         throw CannotCalculate(what.reason);
     }
     Operand combined(Operator how, const Operand& left, const Operand& right);
-    Operand operand(const AreaReference& area, const Node& node, Mode mode) const;
-    Operand operand(const TableReference& table, const Node& node, Mode mode) const;
+    Operand operand(const AreaReference& area, const Node& /*node*/, Mode /*mode*/) const
+    {
+        return resolve(area, at_, source_.names());
+    }
+    Operand operand(const TableReference& table, const Node& /*node*/, Mode /*mode*/) const
+    {
+        return resolve(table, at_, source_.names());
+    }
     Operand operand(const NameReference& name, const Node& node, Mode mode);
     Operand operand(const Chain& chain, const Node& node, Mode mode);
     Operand operand(Sign sign, const Node& node, Mode mode);
