@@ -53,7 +53,6 @@ struct Report {
 void fill(OfficeEngines& engines, const Report& report, int number)
 {
     const auto application = engines.create_document();
-    application->set_visible(false);
     auto& document = application->open(report.pattern);
     for (const auto& [row, column, text] : report.cells) document.set_cell_text(row, column, text);
     document.add_picture(report.cells.back().row, report.cells.back().column, report.picture);

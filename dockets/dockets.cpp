@@ -121,7 +121,7 @@ void excecopy(Program& program, int first, int last)
     if (!form1.dbresult) return;
     const bool is_older = !sheet_wanted(program, docket_command_text);
     const auto older_template = long_older_list(program) ? files::older_long_docket : files::older_docket;
-    SpreadsheetTask task(program, is_older ? installed(program, older_template) : docket_template(program), true);
+    SpreadsheetTask task(program, is_older ? installed(program, older_template) : docket_template(program));
     form1.batchgate = false;
     write_list(program, task.sheet(), is_older ? 13 : 12, first, last);
     (is_older ? write_older_head : write_head)(program, task.sheet());

@@ -79,7 +79,6 @@ public:
 class SpreadsheetApplication {
 public:
     virtual ~SpreadsheetApplication() = default;
-    virtual void set_visible(bool visible) = 0;
     /// The application keeps the workbook; it is valid until the application quits or goes. A file may be opened more
     /// than once; each is a workbook of its own.
     virtual Workbook& open(TextView path) = 0;
@@ -108,7 +107,6 @@ public:
 class DocumentApplication {
 public:
     virtual ~DocumentApplication() = default;
-    virtual void set_visible(bool visible) = 0;
     /// As for a workbook.
     virtual TextDocument& open(TextView path) = 0;
     virtual void quit() = 0;

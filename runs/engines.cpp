@@ -64,17 +64,9 @@ class ApplicationByContent final : public Application {
 public:
     explicit ApplicationByContent(EnginesByContent& engines) : engines_(engines) {}
 
-    void set_visible(bool visible) override
-    {
-        is_visible_ = visible;
-        for (const auto& application : applications_) application->set_visible(visible);
-    }
-
     File& open(TextView path) override
     {
-        Application& application = *applications_.emplace_back((engines_.engines_for(path).*create)());
-        application.set_visible(is_visible_);
-        return application.open(path);
+        return applications_.emplace_back((engines_.engines_for(path).*create)())->open(path);
     }
 
     void quit() override
@@ -85,7 +77,6 @@ public:
 private:
     EnginesByContent& engines_;
     std::vector<std::unique_ptr<Application>> applications_;
-    bool is_visible_ = false;
 };
 
 std::unique_ptr<SpreadsheetApplication> EnginesByContent::create_spreadsheet()

@@ -18,16 +18,15 @@ SpreadsheetTask::SpreadsheetTask(Program& program) : program_(program)
     program_.form1.xlApp = application_.get();
 }
 
-SpreadsheetTask::SpreadsheetTask(Program& program, TextView path, bool visible) : SpreadsheetTask(program)
+SpreadsheetTask::SpreadsheetTask(Program& program, TextView path) : SpreadsheetTask(program)
 {
-    open(path, visible); // the object stands already, so its destructor lets go when this fails
+    open(path); // the object stands already, so its destructor lets go when this fails
 }
 
-void SpreadsheetTask::open(TextView path, bool visible)
+void SpreadsheetTask::open(TextView path)
 {
     Form1& form1 = program_.form1;
     form1.xlBook = &application_->open(path);
-    application_->set_visible(visible);
     form1.xlSheet = &form1.xlBook->worksheet(1);
 }
 
@@ -82,7 +81,6 @@ DocumentTask::DocumentTask(Program& program) : program_(program)
 
 DocumentTask::DocumentTask(Program& program, TextView path) : DocumentTask(program)
 {
-    application_->set_visible(false);
     program_.form1.wdDoc = &application_->open(path);
 }
 

@@ -16,12 +16,12 @@ public:
     /// Creates the application, with nothing open.
     explicit SpreadsheetTask(Program& program);
     /// Creates it, opens the workbook and takes its first worksheet.
-    SpreadsheetTask(Program& program, TextView path, bool visible = false);
+    SpreadsheetTask(Program& program, TextView path);
     ~SpreadsheetTask() { release(); }
     SpreadsheetTask(const SpreadsheetTask&) = delete;
     SpreadsheetTask& operator=(const SpreadsheetTask&) = delete;
 
-    void open(TextView path, bool visible = false);
+    void open(TextView path);
     Workbook& book() { return *program_.form1.xlBook; }
     Worksheet& sheet() { return *program_.form1.xlSheet; }
     /// Takes another worksheet of the workbook; `index` counts from 1.

@@ -41,7 +41,6 @@ public:
     using Open = std::function<std::unique_ptr<File>(TextView path)>;
     explicit HiddenApplication(Open open) : open_(std::move(open)) {}
 
-    void set_visible(bool /*visible*/) override {}
     File& open(TextView path) override { return *opened_.emplace_back(open_(path)); }
     void quit() override { opened_.clear(); }
 

@@ -13,7 +13,6 @@ public:
         : office_(office), application_(std::move(application))
     {
     }
-    void set_visible(bool visible) override { office_.count(), application_->set_visible(visible); }
     Workbook& open(TextView path) override { return office_.count(), book_ = &application_->open(path), *this; }
     void quit() override { office_.count(), application_->quit(); }
 
@@ -48,7 +47,6 @@ public:
         : office_(office), application_(std::move(application))
     {
     }
-    void set_visible(bool visible) override { office_.count(), application_->set_visible(visible); }
     TextDocument& open(TextView path) override { return office_.count(), document_ = &application_->open(path), *this; }
     void quit() override { office_.count(), application_->quit(); }
 

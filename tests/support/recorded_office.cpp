@@ -30,7 +30,6 @@ class RecordedWorkbook final : public Workbook, public Worksheet, public Spreads
 public:
     explicit RecordedWorkbook(RecordedOffice& office) : Counted(office) { office_.tasks.emplace_back(); }
 
-    void set_visible(bool visible) override { task().visible = visible; }
     Workbook& open(TextView path) override
     {
         task().opened = path_ = path.str();
@@ -88,7 +87,6 @@ class RecordedTextDocument final : public TextDocument, public DocumentApplicati
 public:
     explicit RecordedTextDocument(RecordedOffice& office) : Counted(office) { office_.documents.emplace_back(); }
 
-    void set_visible(bool) override {}
     TextDocument& open(TextView path) override
     {
         task().opened = path.str();

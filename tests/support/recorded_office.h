@@ -13,7 +13,6 @@ using Cells = std::map<std::pair<int, int>, CellValue>;
 /// What was done to one workbook between opening and closing.
 struct RecordedTask {
     Text opened;
-    bool visible = false;
     Cells cells; ///< written, the last value of each
     Text saved_as;
     int printed = 0;

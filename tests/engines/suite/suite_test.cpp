@@ -162,7 +162,6 @@ TEST_F(Suite, a_workbook_of_the_older_format_is_converted_filled_and_converted_b
     make_old_workbook(U"甲");
     {
         auto application = engines->create_spreadsheet();
-        application->set_visible(true);
         auto& workbook = application->open(U"t.xls");
         auto& sheet = workbook.worksheet(1);
         EXPECT_EQ(to_utf8(sheet.cell(1, 1)), "甲");
