@@ -1,7 +1,11 @@
 #include "tests/desktop/desktop_fixture.h"
 
+#include "desktop/services/recent_files.h"
+
 #include <QAbstractButton>
 #include <QLabel>
+
+#include <cmath>
 
 namespace tarvik::test {
 namespace {
@@ -96,6 +100,40 @@ TEST_F(DesktopLook, the_model_and_the_window_agree_on_its_size)
     window.showNormal();
     EXPECT_EQ(form1().window.window_state(), 0);
     EXPECT_EQ(form1().window.width(), large);
+}
+
+// As the web's guidelines reckon contrast.
+double contrast(const QColor& a, const QColor& b)
+{
+    const auto light = [](const QColor& colour) {
+        const auto part = [](double value) {
+            return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
+    };
+    return (std::max(light(a), light(b)) + 0.05) / (std::min(light(a), light(b)) + 0.05);
+}
+
+TEST_F(DesktopLook, every_text_stands_off_from_its_ground_in_every_look)
+{
+    for (const auto& [name, look] :
+         {std::pair("light", Look::Light), {"dark", Look::Dark}, {"contrast", Look::HighContrast}}) {
+        user_settings().setValue("view/look", name);
+        start();
+        click("Form1.Command6");
+        for (QWidget* widget : desktop->main_window().findChildren<QWidget*>()) {
+            if (!widget->objectName().startsWith("Form1.")) continue;
+            const QPalette palette = widget->palette();
+            const QColor ground = palette.color(QPalette::Base);
+            for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+                EXPECT_GE(contrast(palette.color(QPalette::Active, role), ground), look == Look::HighContrast ? 7 : 4.5)
+                    << name << widget->objectName().toStdString();
+            for (const Colour ink : {44390U, 173U, 11363942U})
+                EXPECT_GE(contrast(readable(to_qt(ink), ground), ground), look == Look::Light ? 1.5 : 3) << name << ink;
+        }
+        desktop.reset();
+    }
+    user_settings().remove("view/look");
 }
 
 } // namespace
