@@ -100,7 +100,7 @@ Text in_digits(Pieces pieces, double number)
     number /= layout.divisor;
     const Text digits = decimal_text(to_15_digits(rounded(number, decimals)), decimals);
     const auto dot = std::min(digits.find(U'.'), digits.size());
-    const Text text = laid_out(layout.whole, digits[0] == U'0' ? Text() : digits.substr(0, dot), layout.has_commas);
+    Text text = laid_out(layout.whole, digits[0] == U'0' ? Text() : digits.substr(0, dot), layout.has_commas);
     if (!layout.has_point) return text;
     return text + U"." + decimals_laid_out(layout.decimals, digits.substr(std::min(dot + 1, digits.size())));
 }
