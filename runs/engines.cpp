@@ -12,25 +12,19 @@ namespace tarvik {
 
 namespace {
 
-class EmbeddedEngines final : public OfficeEngines {
-public:
-    EmbeddedEngines(Files& files, Printer& printer, FormulaServices services)
-        : spreadsheets_(files, printer, std::move(services)), documents_(files, printer)
-    {
-    }
+template <typename File>
+FileOpener<File> by_content(Files& files, FileOpener<File> embedded, FileOpener<File> suite)
+{
+    return [&files, embedded = std::move(embedded), suite = std::move(suite)](TextView path) {
+        return needs_suite(files, path) ? suite(path) : embedded(path);
+    };
+}
 
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return spreadsheets_.create(); }
-    std::unique_ptr<DocumentApplication> create_document() override { return documents_.create(); }
+} // namespace
 
-private:
-    OoxmlSpreadsheets spreadsheets_;
-    OoxmlDocuments documents_;
-};
-
-// Of a package the beginning alone is read: it says it all, and a run opens thousands. A file that cannot be read is
-// none of the older formats; who opens it reports why. One behind a password may be open to whoever knows the usual
-// one.
-bool is_of_older_format(Files& files, TextView path)
+// Of a package the beginning alone is read: it says it all, and a run opens thousands. A file that cannot be read needs
+// none; who opens it reports why. One behind a password may be open to whoever knows the usual one.
+bool needs_suite(Files& files, TextView path)
 {
     if (!files.file_exists(path)) return false; // a pipe would hold the program up
     std::array<char, 8> beginning{};
@@ -41,57 +35,6 @@ bool is_of_older_format(Files& files, TextView path)
     const auto kind = file_kind(files.read(path));
     return kind == FileKind::Workbook || kind == FileKind::Document || kind == FileKind::Encrypted;
 }
-
-class EnginesByContent final : public OfficeEngines {
-public:
-    EnginesByContent(Files& files, std::unique_ptr<OfficeEngines> embedded, std::unique_ptr<OfficeEngines> suite)
-        : files_(files), embedded_(std::move(embedded)), suite_(std::move(suite))
-    {
-    }
-
-    OfficeEngines& engines_for(TextView path) { return is_of_older_format(files_, path) ? *suite_ : *embedded_; }
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
-    std::unique_ptr<DocumentApplication> create_document() override;
-
-private:
-    Files& files_;
-    std::unique_ptr<OfficeEngines> embedded_, suite_;
-};
-
-// An application that opens each file with one of the engines' own.
-template <typename Application, typename File, std::unique_ptr<Application> (OfficeEngines::*create)()>
-class ApplicationByContent final : public Application {
-public:
-    explicit ApplicationByContent(EnginesByContent& engines) : engines_(engines) {}
-
-    File& open(TextView path) override
-    {
-        return applications_.emplace_back((engines_.engines_for(path).*create)())->open(path);
-    }
-
-    void quit() override
-    {
-        for (const auto& application : applications_) application->quit();
-    }
-
-private:
-    EnginesByContent& engines_;
-    std::vector<std::unique_ptr<Application>> applications_;
-};
-
-std::unique_ptr<SpreadsheetApplication> EnginesByContent::create_spreadsheet()
-{
-    using Spreadsheets = ApplicationByContent<SpreadsheetApplication, Workbook, &OfficeEngines::create_spreadsheet>;
-    return std::make_unique<Spreadsheets>(*this);
-}
-
-std::unique_ptr<DocumentApplication> EnginesByContent::create_document()
-{
-    using Documents = ApplicationByContent<DocumentApplication, TextDocument, &OfficeEngines::create_document>;
-    return std::make_unique<Documents>(*this);
-}
-
-} // namespace
 
 std::optional<Engine> engine_named(std::string_view name)
 {
@@ -108,17 +51,13 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
     if (engine != Engine::Ooxml) {
         services.recalculate = [&suite](std::string_view package) { return libreoffice::recalculated(suite, package); };
     }
-    auto embedded = std::make_unique<EmbeddedEngines>(files, printer, services);
-    if (engine == Engine::Ooxml) return embedded;
-    auto by_suite = std::make_unique<LibreOfficeEngines>(suite, files, printer, services);
-    if (engine == Engine::LibreOffice) return by_suite;
-    return engines_by_content(files, std::move(embedded), std::move(by_suite));
-}
-
-std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,
-                                                  std::unique_ptr<OfficeEngines> suite)
-{
-    return std::make_unique<EnginesByContent>(files, std::move(embedded), std::move(suite));
+    FileOpeners embedded{ooxml_workbooks(files, printer, services), ooxml_documents(files, printer)};
+    if (engine == Engine::Ooxml) return std::make_unique<HiddenEngines>(std::move(embedded));
+    FileOpeners by_suite = libreoffice_files(suite, files, printer, std::move(services));
+    if (engine == Engine::LibreOffice) return std::make_unique<HiddenEngines>(std::move(by_suite));
+    return std::make_unique<HiddenEngines>(
+        FileOpeners{by_content(files, std::move(embedded.workbook), std::move(by_suite.workbook)),
+                    by_content(files, std::move(embedded.document), std::move(by_suite.document))});
 }
 
 } // namespace tarvik

@@ -27,9 +27,8 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
                                             libreoffice::LibreOffice& suite,
                                             std::function<CalendarTime()> now = FormulaServices().now);
 
-/// Engines whose applications open packages with `embedded` and files of the older formats with `suite`. What is
-/// neither goes to `embedded`, whose failure says what is wrong with it.
-std::unique_ptr<OfficeEngines> engines_by_content(Files& files, std::unique_ptr<OfficeEngines> embedded,
-                                                  std::unique_ptr<OfficeEngines> suite);
+/// Whether the file is of the older formats, which the embedded engine cannot open. What is neither goes to that, whose
+/// failure says what is wrong with it.
+bool needs_suite(Files& files, TextView path);
 
 } // namespace tarvik

@@ -91,18 +91,12 @@ std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, Text
 
 } // namespace ooxml
 
-OoxmlDocuments::OoxmlDocuments(Files& files, Printer& printer)
-    : files_(files), printer_(printer), cache_(std::make_shared<ooxml::PackageCache>(files))
+FileOpener<TextDocument> ooxml_documents(Files& files, Printer& printer)
 {
-}
-
-std::unique_ptr<DocumentApplication> OoxmlDocuments::create()
-{
-    return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(
-        [&files = files_, &printer = printer_, cache = cache_](TextView path) {
-            return ooxml::open_document(files, printer, path,
-                                        [&] { return std::make_unique<ooxml::DocumentModel>(cache->open(path)); });
-        });
+    return [&files, &printer, cache = std::make_shared<ooxml::PackageCache>(files)](TextView path) {
+        return ooxml::open_document(files, printer, path,
+                                    [&] { return std::make_unique<ooxml::DocumentModel>(cache->open(path)); });
+    };
 }
 
 } // namespace tarvik

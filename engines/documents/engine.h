@@ -1,18 +1,14 @@
 #pragma once
 
-#include "engines/automation.h"
 #include "engines/documents/picture.h"
+#include "engines/hidden_engines.h"
 #include "platform/platform.h"
 
-#include <functional>
-#include <memory>
 #include <string>
 
 namespace tarvik {
 
 namespace ooxml {
-
-class PackageCache;
 
 /// A document that is being filled. Rows and columns of its first table count from 1; what is wrong is thrown as
 /// Damage.
@@ -36,17 +32,7 @@ std::unique_ptr<TextDocument> open_document(Files& files, Printer& printer, Text
 
 /// The embedded engine for documents that are WordprocessingML packages, whatever their names. Everything in a document
 /// that no operation names stays as it is, unchanged parts byte for byte; files are read and replaced as a whole.
-/// `files` and `printer` must outlive it.
-class OoxmlDocuments {
-public:
-    OoxmlDocuments(Files& files, Printer& printer);
-
-    std::unique_ptr<DocumentApplication> create();
-
-private:
-    Files& files_;
-    Printer& printer_;
-    std::shared_ptr<ooxml::PackageCache> cache_;
-};
+/// `files` and `printer` must outlive it and what it opens.
+FileOpener<TextDocument> ooxml_documents(Files& files, Printer& printer);
 
 } // namespace tarvik

@@ -4,22 +4,13 @@
 
 namespace tarvik {
 
-LibreOfficeEngines::LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer,
-                                       FormulaServices services)
-    : around_{office, files, printer, std::move(services), std::make_shared<ooxml::PackageCache>(files)}
+FileOpeners libreoffice_files(libreoffice::LibreOffice& office, Files& files, Printer& printer,
+                              FormulaServices services)
 {
-}
-
-std::unique_ptr<SpreadsheetApplication> LibreOfficeEngines::create_spreadsheet()
-{
-    return std::make_unique<ooxml::HiddenApplication<SpreadsheetApplication, Workbook>>(
-        [around = around_](TextView path) { return libreoffice::open_workbook(around, path.str()); });
-}
-
-std::unique_ptr<DocumentApplication> LibreOfficeEngines::create_document()
-{
-    return std::make_unique<ooxml::HiddenApplication<DocumentApplication, TextDocument>>(
-        [around = around_](TextView path) { return libreoffice::open_document(around, path); });
+    const libreoffice::Surroundings around{office, files, printer, std::move(services),
+                                           std::make_shared<ooxml::PackageCache>(files)};
+    return {[around](TextView path) { return libreoffice::open_workbook(around, path.str()); },
+            [around](TextView path) { return libreoffice::open_document(around, path); }};
 }
 
 std::string libreoffice::converted(LibreOffice& office, std::string_view bytes, const Conversion& conversion)

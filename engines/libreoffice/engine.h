@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/automation.h"
+#include "engines/hidden_engines.h"
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/package_cache.h"
 #include "engines/spreadsheets/formula_services.h"
@@ -39,17 +39,9 @@ std::string recalculated(LibreOffice& office, std::string_view package);
 
 /// The engine that has the suite of this system read and write files: workbooks in .xls, .xlsx and .xlsm, binary
 /// documents and packages. The suite works on copies of its own; the files are read and replaced as a whole. `office`,
-/// `files` and `printer` must outlive the engines.
-class LibreOfficeEngines final : public OfficeEngines {
-public:
-    LibreOfficeEngines(libreoffice::LibreOffice& office, Files& files, Printer& printer, FormulaServices services = {});
-
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override;
-    std::unique_ptr<DocumentApplication> create_document() override;
-
-private:
-    libreoffice::Surroundings around_;
-};
+/// `files` and `printer` must outlive it and what it opens.
+FileOpeners libreoffice_files(libreoffice::LibreOffice& office, Files& files, Printer& printer,
+                              FormulaServices services = {});
 
 /// Whether the suite of this system edits files in place. One that does not converts them, calculates and prints.
 bool suite_edits() noexcept;

@@ -34,19 +34,4 @@ private:
     FileCache<std::shared_ptr<const Package>> packages_;
 };
 
-/// An application that has no window to show, behind the interfaces of an application and its file.
-template <typename Application, typename File>
-class HiddenApplication final : public Application {
-public:
-    using Open = std::function<std::unique_ptr<File>(TextView path)>;
-    explicit HiddenApplication(Open open) : open_(std::move(open)) {}
-
-    File& open(TextView path) override { return *opened_.emplace_back(open_(path)); }
-    void quit() override { opened_.clear(); }
-
-private:
-    Open open_;
-    std::vector<std::unique_ptr<File>> opened_;
-};
-
 } // namespace tarvik::ooxml

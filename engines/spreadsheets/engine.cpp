@@ -185,21 +185,13 @@ std::unique_ptr<Workbook> open_workbook(Files& files, Printer& printer, Text pat
 
 } // namespace ooxml
 
-OoxmlSpreadsheets::OoxmlSpreadsheets(Files& files, Printer& printer, FormulaServices services)
-    : files_(files), printer_(printer), services_(std::move(services)),
-      cache_(std::make_shared<ooxml::PackageCache>(files))
+FileOpener<Workbook> ooxml_workbooks(Files& files, Printer& printer, FormulaServices services)
 {
-}
-
-OoxmlSpreadsheets::~OoxmlSpreadsheets() = default;
-
-std::unique_ptr<SpreadsheetApplication> OoxmlSpreadsheets::create()
-{
-    return std::make_unique<ooxml::HiddenApplication<SpreadsheetApplication, Workbook>>(
-        [&files = files_, &printer = printer_, services = services_, cache = cache_](TextView path) {
-            auto package = ooxml::naming_workbook(path, [&] { return cache->open(path); });
-            return ooxml::open_workbook(files, printer, path.str(), std::move(package), services);
-        });
+    return [&files, &printer, services = std::move(services),
+            cache = std::make_shared<ooxml::PackageCache>(files)](TextView path) {
+        auto package = ooxml::naming_workbook(path, [&] { return cache->open(path); });
+        return ooxml::open_workbook(files, printer, path.str(), std::move(package), services);
+    };
 }
 
 } // namespace tarvik

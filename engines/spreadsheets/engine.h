@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/automation.h"
+#include "engines/hidden_engines.h"
 #include "engines/spreadsheets/formula_services.h"
 
 namespace tarvik {
@@ -8,7 +8,6 @@ namespace tarvik {
 namespace ooxml {
 
 class Package;
-class PackageCache;
 class WorkbookModel;
 
 /// A file that a suite reads and writes, where a workbook's package only shows what the file holds. Both functions
@@ -32,19 +31,7 @@ std::unique_ptr<Workbook> open_workbook(Files& files, Printer& printer, Text pat
 } // namespace ooxml
 
 /// The embedded engine for workbooks in .xlsx and .xlsm files. Everything in a workbook that no operation names stays
-/// byte for byte; files are read and replaced as a whole. `files` and `printer` must outlive it and its applications.
-class OoxmlSpreadsheets {
-public:
-    OoxmlSpreadsheets(Files& files, Printer& printer, FormulaServices services = {});
-    ~OoxmlSpreadsheets();
-
-    std::unique_ptr<SpreadsheetApplication> create();
-
-private:
-    Files& files_;
-    Printer& printer_;
-    FormulaServices services_;
-    std::shared_ptr<ooxml::PackageCache> cache_;
-};
+/// byte for byte; files are read and replaced as a whole. `files` and `printer` must outlive it and what it opens.
+FileOpener<Workbook> ooxml_workbooks(Files& files, Printer& printer, FormulaServices services = {});
 
 } // namespace tarvik

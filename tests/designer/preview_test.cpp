@@ -11,8 +11,11 @@ namespace {
 /// The embedded spreadsheets over the program's own files.
 class EnginesOnFiles final : public OfficeEngines {
 public:
-    std::unique_ptr<OoxmlSpreadsheets> spreadsheets; ///< to be set when the program's files stand
-    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override { return spreadsheets->create(); }
+    FileOpener<Workbook> opener; ///< to be set when the program's files stand
+    std::unique_ptr<SpreadsheetApplication> create_spreadsheet() override
+    {
+        return HiddenEngines({opener, {}}).create_spreadsheet();
+    }
     std::unique_ptr<DocumentApplication> create_document() override { return nullptr; }
 };
 
@@ -20,7 +23,7 @@ class Preview : public testing::Test, protected Desk<EnginesOnFiles> {
 protected:
     Preview()
     {
-        office.spreadsheets = std::make_unique<OoxmlSpreadsheets>(started.files, started.printer);
+        office.opener = ooxml_workbooks(started.files, started.printer);
         std::filesystem::copy(std::filesystem::path(source_folder()) / "installation/designerA.xlsx",
                               started.installation.path() / "designerA.xlsx");
         load_design_texts(form4);

@@ -42,8 +42,8 @@ struct DocumentFile {
     TemporaryFolder folder;
     DiskFiles files{folder.path()};
     RecordedPrinter printer;
-    OoxmlDocuments engine{files, printer};
-    std::unique_ptr<DocumentApplication> application = engine.create();
+    std::unique_ptr<DocumentApplication> application =
+        HiddenEngines({{}, ooxml_documents(files, printer)}).create_document();
 
     explicit DocumentFile(const Parts& parts) : DocumentFile(make_package(parts)) {}
     explicit DocumentFile(const std::string& package) { folder.write("t.doc", package); }

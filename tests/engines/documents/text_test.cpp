@@ -198,12 +198,10 @@ TEST(Document, is_printed_as_it_stands)
         }
     } printer;
     DocumentFile file(document_parts(plain_table(1, 1)));
-    OoxmlDocuments engine(file.files, printer);
-    const auto application = engine.create();
-    auto& document = application->open(U"t.doc");
-    document.print_out();
-    document.set_cell_text(1, 1, U"新");
-    document.print_out();
+    const auto document = ooxml_documents(file.files, printer)(U"t.doc");
+    document->print_out();
+    document->set_cell_text(1, 1, U"新");
+    document->print_out();
     ASSERT_EQ(printer.printed.size(), 2U);
     EXPECT_EQ(printer.printed[0].first, file.files.resolve(U"t.doc"));
     EXPECT_EQ(printer.printed[0].second, "t.doc11");

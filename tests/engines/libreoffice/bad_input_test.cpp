@@ -46,7 +46,7 @@ TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffic
     libreoffice::Settings settings;
     settings.plugin = folder.path() / "none"; // no case may come so far as to need it, those for LibreOffice aside
     libreoffice::LibreOffice office(settings);
-    LibreOfficeEngines engines(office, files, printer);
+    HiddenEngines engines(libreoffice_files(office, files, printer));
     for (const auto& one : cases) {
         folder.write(one.name, one.bytes);
         const auto path = from_utf8(one.name);

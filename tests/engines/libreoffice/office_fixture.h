@@ -28,7 +28,7 @@ protected:
     DiskFiles files{folder.path()};
     RecordedPrinter printer;
     libreoffice::LibreOffice office;
-    LibreOfficeEngines engines{office, files, printer};
+    HiddenEngines engines{libreoffice_files(office, files, printer)};
 };
 
 } // namespace tarvik::test

@@ -215,7 +215,7 @@ TEST(OfficeSettings, what_is_missing_is_told)
     auto settings = office_settings();
     settings.plugin = folder.path() / libreoffice::plugin_file;
     LibreOffice office(settings);
-    LibreOfficeEngines engines(office, files, printer);
+    HiddenEngines engines(libreoffice_files(office, files, printer));
     folder.write("t.xlsx", "PK\x03\x04");
     const auto open = [&] { engines.create_spreadsheet()->open(U"t.xlsx"); };
     EXPECT_EQ(failure_of(open),

@@ -86,13 +86,11 @@ TEST(Printing, the_printer_gets_the_workbook_as_it_is_now)
         }
     } printer;
     WorkbookFile file(simple_parts(""));
-    OoxmlSpreadsheets engine(file.files, printer);
-    auto application = engine.create();
-    auto& workbook = application->open(U"t.xlsx");
-    workbook.worksheet(1).print_out();
-    workbook.worksheet(1).set_cell(1, 1, 7.0);
-    workbook.worksheet(1).print_out();
-    workbook.close(true);
+    const auto workbook = ooxml_workbooks(file.files, printer)(U"t.xlsx");
+    workbook->worksheet(1).print_out();
+    workbook->worksheet(1).set_cell(1, 1, 7.0);
+    workbook->worksheet(1).print_out();
+    workbook->close(true);
     ASSERT_EQ(printer.printed.size(), 2U);
     EXPECT_EQ(printer.printed[0].first, file.files.resolve(U"t.xlsx"));
     EXPECT_EQ(printer.printed[0].second, "t.xlsx" + part_of(make_package(simple_parts("")), sheet1));

@@ -12,8 +12,8 @@ struct WorkbookFile {
     TemporaryFolder folder;
     DiskFiles files{folder.path()};
     RecordedPrinter printer;
-    OoxmlSpreadsheets engine{files, printer};
-    std::unique_ptr<SpreadsheetApplication> application = engine.create();
+    std::unique_ptr<SpreadsheetApplication> application =
+        HiddenEngines({ooxml_workbooks(files, printer), {}}).create_spreadsheet();
 
     explicit WorkbookFile(const std::string& package, const std::string& name = "t.xlsx")
     {
