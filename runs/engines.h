@@ -2,7 +2,7 @@
 
 #include "engines/automation.h"
 #include "engines/libreoffice/libreoffice.h"
-#include "engines/spreadsheets/formula_services.h"
+#include "engines/spreadsheets/engine.h"
 #include "platform/platform.h"
 
 #include <memory>

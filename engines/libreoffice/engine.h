@@ -3,7 +3,7 @@
 #include "engines/hidden_engines.h"
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/package_cache.h"
-#include "engines/spreadsheets/formula_services.h"
+#include "engines/spreadsheets/engine.h"
 #include "platform/platform.h"
 
 namespace tarvik {

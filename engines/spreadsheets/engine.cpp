@@ -15,21 +15,6 @@ namespace ooxml {
 
 namespace {
 
-struct SaveTarget {
-    Text path;
-    std::u32string_view extension;
-};
-
-/// The extension tells the format; behind any that is none of a workbook .xlsx is added.
-SaveTarget save_target(TextView path)
-{
-    constexpr std::u32string_view extensions[] = {U".xlsx", U".xlsm", U".xls"};
-    const auto name = lower(split_path(path).name);
-    for (const auto extension : extensions)
-        if (name.ends_with(extension)) return {path.str(), extension};
-    return {path.str() + Text(extensions[0]), extensions[0]};
-}
-
 class OoxmlWorkbook final : public Workbook {
 public:
     OoxmlWorkbook(Files& files, Printer& printer, Text path, std::shared_ptr<const Package> package,
@@ -149,12 +134,14 @@ std::string OoxmlWorkbook::bytes(std::u32string_view extension) const
 
 void OoxmlWorkbook::save_as(TextView path)
 {
-    auto target = save_target(path);
-    if (target.extension == U".xls" && !foreign_)
+    Text target = path.str();
+    auto extension = workbook_extension(path);
+    if (extension.empty()) target += extension = U".xlsx";
+    if (extension == U".xls" && !foreign_)
         throw Failure(U"无法保存工作簿“" + path.str() + U"”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
-    files_.replace(target.path, bytes(target.extension));
-    path_ = std::move(target.path);
-    extension_ = target.extension;
+    files_.replace(target, bytes(extension));
+    path_ = std::move(target);
+    extension_ = extension;
     is_saved_ = true;
 }
 
@@ -174,6 +161,14 @@ void OoxmlWorkbook::print()
 }
 
 } // namespace
+
+std::u32string_view workbook_extension(TextView path)
+{
+    const auto name = lower(path);
+    for (const std::u32string_view extension : {U".xlsx", U".xlsm", U".xls"})
+        if (name.ends_with(extension)) return extension;
+    return {};
+}
 
 std::unique_ptr<Workbook> open_workbook(Files& files, Printer& printer, Text path,
                                         std::shared_ptr<const Package> package, FormulaServices services,

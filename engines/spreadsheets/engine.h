@@ -1,9 +1,17 @@
 #pragma once
 
 #include "engines/hidden_engines.h"
-#include "engines/spreadsheets/formula_services.h"
+#include "platform/platform.h"
+#include "platform/system_clock.h"
 
 namespace tarvik {
+
+/// What the formulas of workbooks need from outside.
+struct FormulaServices {
+    std::function<CalendarTime()> now = [] { return SystemClock().now(); };
+    /// A workbook package with every formula calculated by the suite at hand; throws Damage. None without one.
+    std::function<std::string(std::string_view package)> recalculate{};
+};
 
 namespace ooxml {
 
@@ -20,6 +28,9 @@ public:
     /// The bytes of the file with what was changed, in the format of the extension (".xls", ".xlsx", ".xlsm").
     virtual std::string stored(WorkbookModel& model, std::u32string_view extension) = 0;
 };
+
+/// The extension of a path that tells a workbook's format: .xlsx, .xlsm or .xls; else empty.
+std::u32string_view workbook_extension(TextView path);
 
 /// A workbook opened from a file. Failures name the file. `foreign` is null where the file is the package. `extension`
 /// is the one of the format that the file has; empty where that is the package's.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/packages/package_editor.h"
-#include "engines/spreadsheets/formula_services.h"
+#include "engines/spreadsheets/engine.h"
 #include "engines/spreadsheets/recalculation.h"
 
 #include <map>

@@ -32,15 +32,6 @@ void naming_cell(Place place, const Work& work)
     }
 }
 
-/// Of a file behind a password nothing but its name says the format.
-std::u32string_view extension_of(const Text& path)
-{
-    const auto name = lower(path);
-    const auto* const found =
-        std::ranges::find_if(formats, [&](const FormatRow& format) { return name.ends_with(format.extension); });
-    return found == std::end(formats) ? U".xls" : found->extension;
-}
-
 using Cells = std::vector<std::pair<Place, CellValue>>;
 
 /// The cells, which come row by row, in as few rectangles as runs along a row and equal runs of rows that follow each
@@ -143,7 +134,9 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
             throw ooxml::Damage(kind == FileKind::Encrypted ? Text(locked_reason)
                                                             : suite_title() + U" 不能将它作为工作簿打开。");
         if (is_package) extension = has_macros(bytes) ? U".xlsm" : U".xlsx";
-        if (kind == FileKind::Encrypted) extension = extension_of(path);
+        // Of a file behind a password nothing but its name says the format.
+        const auto named = ooxml::workbook_extension(path);
+        if (kind == FileKind::Encrypted && !named.empty()) extension = named;
         opened = std::make_unique<OfficeWorkbook>(std::move(folder), std::move(file));
         package = around.packages->open(path, [&] { return is_package ? bytes : opened->stored(U".xlsx"); });
     });

@@ -45,13 +45,6 @@ struct Names {
     std::map<Text, int> sheets;
     std::map<std::pair<Text, int>, FormulaPointer> formulas; ///< with their sheet, 0 for the workbook's; parsed at A1
     std::map<Text, Table> tables;
-
-    std::optional<int> find_sheet(TextView name) const;
-    /// The formula of the name: the sheet's own, else the workbook's. nullptr when there is none.
-    FormulaPointer find_formula(TextView name, int sheet) const;
-    const Table* find_table(TextView name) const;
-    /// The table that the cell lies in, or nullptr. Formulas in a table need not name it.
-    const Table* find_table_at(const CellAddress& cell) const;
 };
 
 /// The cells of a workbook as its formulas see them.
@@ -91,7 +84,7 @@ FormulaPointer parse(std::string_view text, Place at);
 Operand resolve(const AreaReference& reference, const CellAddress& at, const Names& names);
 Operand resolve(const TableReference& reference, const CellAddress& at, const Names& names);
 
-/// The formula of the name, or nullptr.
+/// The formula of the name: the sheet's own, else the workbook's. nullptr when there is none.
 FormulaPointer find_formula(const NameReference& name, const CellAddress& at, const Names& names);
 
 using AreaVisitor = std::function<void(int sheet, const Range&)>;

@@ -22,6 +22,22 @@ std::optional<int> column_of(const Table& table, const Text& name)
     return std::nullopt;
 }
 
+std::optional<int> find_sheet(const Text& name, const Names& names)
+{
+    const auto found = names.sheets.find(name);
+    return found == names.sheets.end() ? std::nullopt : std::optional(found->second);
+}
+
+// Formulas in a table need not name it.
+const Table* find_table(const Text& name, const CellAddress& at, const Names& names)
+{
+    const auto is_around = [&at](const auto& one) {
+        return one.second.sheet == at.sheet && one.second.range.contains(at.place);
+    };
+    const auto found = name.empty() ? std::ranges::find_if(names.tables, is_around) : names.tables.find(name);
+    return found == names.tables.end() ? nullptr : &found->second;
+}
+
 // `depth` counts names within names.
 bool visit_node(const Node& node, const CellAddress& at, const Names& names, const AreaVisitor& visitor, int depth)
 {
@@ -43,41 +59,11 @@ bool visit_node(const Node& node, const CellAddress& at, const Names& names, con
 
 } // namespace
 
-std::optional<int> Names::find_sheet(TextView name) const
-{
-    const auto found = sheets.find(name.str());
-    return found == sheets.end() ? std::nullopt : std::optional(found->second);
-}
-
-FormulaPointer Names::find_formula(TextView name, int sheet) const
-{
-    for (const int owner : {sheet, 0}) {
-        const auto found = formulas.find({name.str(), owner});
-        if (found != formulas.end()) return found->second;
-    }
-    return nullptr;
-}
-
-const Table* Names::find_table(TextView name) const
-{
-    const auto found = tables.find(name.str());
-    return found == tables.end() ? nullptr : &found->second;
-}
-
-const Table* Names::find_table_at(const CellAddress& cell) const
-{
-    const auto found = std::ranges::find_if(tables, [&cell](const auto& one) {
-        return one.second.sheet == cell.sheet && one.second.range.contains(cell.place);
-    });
-    return found == tables.end() ? nullptr : &found->second;
-}
-
 Operand resolve(const AreaReference& reference, const CellAddress& at, const Names& names)
 {
     int first = at.sheet, last = at.sheet;
     if (!reference.first_sheet.empty()) {
-        const auto one = names.find_sheet(reference.first_sheet);
-        const auto other = reference.last_sheet == reference.first_sheet ? one : names.find_sheet(reference.last_sheet);
+        const auto one = find_sheet(reference.first_sheet, names), other = find_sheet(reference.last_sheet, names);
         if (!one || !other) return Value(CellError::Reference);
         first = std::min(*one, *other);
         last = std::max(*one, *other);
@@ -92,7 +78,7 @@ Operand resolve(const AreaReference& reference, const CellAddress& at, const Nam
 
 Operand resolve(const TableReference& reference, const CellAddress& at, const Names& names)
 {
-    const Table* const table = reference.table.empty() ? names.find_table_at(at) : names.find_table(reference.table);
+    const Table* const table = find_table(reference.table, at, names);
     if (!table) return Value(CellError::Reference);
     Range range = table->range;
     const int first_data = range.first.row + table->header_rows, last_data = range.last.row - table->totals_rows;
@@ -121,8 +107,12 @@ Operand resolve(const TableReference& reference, const CellAddress& at, const Na
 FormulaPointer find_formula(const NameReference& name, const CellAddress& at, const Names& names)
 {
     // A name of the whole workbook may stand behind the workbook's name.
-    const auto sheet = name.sheet.empty() ? std::nullopt : names.find_sheet(name.sheet);
-    return names.find_formula(name.name, sheet.value_or(at.sheet));
+    const auto sheet = name.sheet.empty() ? std::nullopt : find_sheet(name.sheet, names);
+    for (const int owner : {sheet.value_or(at.sheet), 0}) {
+        const auto found = names.formulas.find({name.name, owner});
+        if (found != names.formulas.end()) return found->second;
+    }
+    return nullptr;
 }
 
 bool visit_areas(const Formula& formula, const CellAddress& at, const Names& names, const AreaVisitor& visitor)
