@@ -77,7 +77,8 @@ void DocumentModel::add_picture(int row, int column, PictureFile file, TextView 
     const auto paragraph = paragraph_for_picture(cell.node);
     const auto kind = media_kind(file.picture.kind);
     const auto part = editor_.free_name(std::string(folder_of(main_.target)) + "media/image", kind.extension);
-    const auto relationship = relationships_.add(main_.type_of("image"), part);
+    const auto group = main_.type.substr(0, main_.type.rfind('/') + 1); // of types in this package
+    const auto relationship = relationships_.add(group + "image", part);
     editor_.add(part, std::move(file.contents), kind.type);
     const bool is_strict = main_.type.find("purl.oclc.org") != std::string::npos;
     append_drawing(paragraph,

@@ -1,6 +1,7 @@
 #include "engines/packages/relationships.h"
 
 #include <algorithm>
+#include <set>
 
 namespace tarvik::ooxml {
 
@@ -46,11 +47,6 @@ constexpr const char* no_relationships =
 
 } // namespace
 
-std::string Relationship::type_of(std::string_view other_kind) const
-{
-    return type.substr(0, type.rfind('/') + 1).append(other_kind);
-}
-
 std::string_view folder_of(std::string_view part)
 {
     const auto separator = part.rfind('/');
@@ -95,18 +91,11 @@ const Relationship* Relationships::of_id(std::string_view id) const
     return found == by_id_.end() ? nullptr : &all_[found->second];
 }
 
-// External ones have ids too.
-std::set<std::string> Relationships::taken_ids() const
-{
-    std::set<std::string> ids;
-    for (const auto node : part_->root().children()) ids.insert(attribute_text(node, "Id"));
-    return ids;
-}
-
 std::string Relationships::add(std::string_view type, std::string_view target)
 {
     if (!part_) part_ = std::make_unique<XmlPart>(relationships_name(source_), no_relationships, "Relationships");
-    const auto taken = taken_ids();
+    std::set<std::string> taken; // by external ones too
+    for (const auto node : part_->root().children()) taken.insert(attribute_text(node, "Id"));
     auto number = all_.size() + 1;
     while (taken.contains("rId" + std::to_string(number))) ++number;
     Relationship added{"rId" + std::to_string(number), std::string(type), std::string(target)};

@@ -5,7 +5,6 @@
 
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,8 +19,6 @@ struct Relationship {
 
     /// The last word of its type: "worksheet", "sharedStrings", ...
     std::string_view kind() const noexcept { return std::string_view(type).substr(type.rfind('/') + 1); }
-    /// The type that a relationship of another kind has in the same package.
-    std::string type_of(std::string_view other_kind) const;
 };
 
 /// The folder that a part lies in, with a separator behind it; empty for a part in the root.
@@ -48,7 +45,6 @@ public:
     const XmlPart* part() const noexcept { return part_.get(); }
 
 private:
-    std::set<std::string> taken_ids() const;
     void index_ids();
 
     std::string source_;

@@ -238,11 +238,9 @@ pugi::xml_node SheetCells::row(int number) const
 
 void SheetCells::visit_formulas(const Visitor& visitor) const
 {
-    for (const auto& [number, row] : rows_) {
-        for (const auto& cell : row.cells) {
-            if (child_named(cell.node, "f")) visitor({number, cell.number}, cell.node);
-        }
-    }
+    visit(whole_sheet, [&visitor](Place place, pugi::xml_node cell) {
+        if (child_named(cell, "f")) visitor(place, cell);
+    });
 }
 
 } // namespace tarvik::ooxml

@@ -6,7 +6,6 @@
 #include "engines/spreadsheets/cell_values.h"
 #include "engines/spreadsheets/formula_groups.h"
 #include "engines/spreadsheets/merged_cells.h"
-#include "engines/spreadsheets/number_formats.h"
 #include "engines/spreadsheets/range_set.h"
 #include "engines/spreadsheets/sheet_cells.h"
 

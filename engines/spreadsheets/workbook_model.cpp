@@ -41,30 +41,14 @@ std::string relationship_id(pugi::xml_node node)
     return {};
 }
 
-constexpr std::string_view project_type = "application/vnd.ms-office.vbaProject";
-
-bool is_project(const Relationship& one)
+// Takes the relationships of that kind away, and says where they led.
+void unlink(Relationships& relationships, std::string_view kind, std::vector<std::string>& targets)
 {
-    return one.kind() == "vbaProject";
-}
-
-bool is_macro_sheet(const Relationship& one)
-{
-    return one.kind() == "xlMacrosheet" || one.kind() == "xlIntlMacrosheet";
-}
-
-bool is_ribbon(const Relationship& one)
-{
-    return one.kind() == "extensibility";
-}
-
-// Takes the picked relationships away, and says where they led.
-void unlink(Relationships& relationships, bool (*is_picked)(const Relationship&), std::vector<std::string>& targets)
-{
-    for (const auto& one : relationships.all()) {
-        if (is_picked(one)) targets.push_back(one.target);
-    }
-    relationships.remove_if(is_picked);
+    relationships.remove_if([&](const Relationship& one) {
+        if (one.kind() != kind) return false;
+        targets.push_back(one.target);
+        return true;
+    });
 }
 
 // The keys of the parts that these and theirs lead to, themselves included. What the workbook leads to is left out.
@@ -85,15 +69,14 @@ std::set<std::string> reached(const Package& package, std::vector<std::string> p
 // Damage, with nothing changed, where there are macro sheets, whose formulas others may call.
 void drop_macros(PackageEditor& package, const XmlPart& workbook, Relationships& of_workbook)
 {
-    if (std::ranges::any_of(of_workbook.all(), is_macro_sheet)) {
+    if (of_workbook.of_kind("xlMacrosheet") || of_workbook.of_kind("xlIntlMacrosheet"))
         throw Damage(U"工作簿里有宏表，只能另存为 .xlsm 格式。");
-    }
     Relationships of_package(package.original(), "");
     std::vector<std::string> dropped;
-    unlink(of_workbook, is_project, dropped);
-    unlink(of_package, is_ribbon, dropped);
+    unlink(of_workbook, "vbaProject", dropped);
+    unlink(of_package, "extensibility", dropped);
     package.write(of_package);
-    package.types().forget_default(project_type);
+    package.types().forget_default("application/vnd.ms-office.vbaProject");
 
     // What something else leads to as well stays.
     std::vector<std::string> linked;

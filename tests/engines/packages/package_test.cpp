@@ -112,11 +112,10 @@ TEST(PackageEditor, adds_parts_with_what_the_package_must_say_of_them)
                       {"word/media/image1.png", "old"}};
     ooxml::PackageEditor editor(std::make_shared<const Package>(make_package(parts)));
     ooxml::Relationships of_document(editor.original(), "word/d.xml");
-    const ooxml::Relationships of_package(editor.original(), "");
     for (const auto* contents : {"one", "two"}) {
         const auto name = editor.free_name("word/media/image", ".png");
         editor.add(name, contents, "image/png");
-        of_document.add(of_package.all().front().type_of("image"), name);
+        of_document.add("a/b/image", name);
     }
     editor.add("custom/x.xml", "<x/>", "x");
     of_document.add("x", "custom/x.xml");
