@@ -12,16 +12,6 @@ namespace tarvik::ooxml {
 
 namespace {
 
-struct MediaKind {
-    std::string_view extension;
-    std::string_view type;
-};
-
-MediaKind media_kind(PictureKind kind) noexcept
-{
-    return kind == PictureKind::Jpeg ? MediaKind{".jpeg", "image/jpeg"} : MediaKind{".png", "image/png"};
-}
-
 // What leads to the document's part, which must be what this engine can edit.
 Relationship find_document(const Package& package, const ContentTypes& types)
 {
@@ -75,11 +65,12 @@ void DocumentModel::add_picture(int row, int column, PictureFile file, TextView 
 {
     const auto& cell = table_cell(row, column);
     const auto paragraph = paragraph_for_picture(cell.node);
-    const auto kind = media_kind(file.picture.kind);
-    const auto part = editor_.free_name(std::string(folder_of(main_.target)) + "media/image", kind.extension);
+    const bool is_jpeg = file.picture.kind == PictureKind::Jpeg;
+    const auto part =
+        editor_.free_name(std::string(folder_of(main_.target)) + "media/image", is_jpeg ? ".jpeg" : ".png");
     const auto group = main_.type.substr(0, main_.type.rfind('/') + 1); // of types in this package
     const auto relationship = relationships_.add(group + "image", part);
-    editor_.add(part, std::move(file.contents), kind.type);
+    editor_.add(part, std::move(file.contents), is_jpeg ? "image/jpeg" : "image/png");
     const bool is_strict = main_.type.find("purl.oclc.org") != std::string::npos;
     append_drawing(paragraph,
                    inline_drawing(file.picture, room_in_cell(cell, paragraph),
@@ -87,23 +78,19 @@ void DocumentModel::add_picture(int row, int column, PictureFile file, TextView 
     document_.changed = true;
 }
 
-void DocumentModel::collect_drawing_numbers()
-{
-    std::map<std::string, std::string> parts{{part_key(main_.target), main_.target}}; // many may lead to one
-    for (const auto& one : relationships_.all()) {
-        const bool has_drawings = one.kind() == "header" || one.kind() == "footer";
-        if (has_drawings && editor_.original().has(one.target)) parts.emplace(part_key(one.target), one.target);
-    }
-    for (const auto& part : parts) collect_numbers(editor_.original().part(part.second), drawing_numbers_);
-    drawing_numbers_.insert(0); // counts as none
-}
-
 int DocumentModel::free_drawing_number()
 {
-    if (drawing_numbers_.empty()) collect_drawing_numbers();
+    if (drawing_numbers_.empty()) {
+        std::map<std::string, std::string> parts{{part_key(main_.target), main_.target}}; // many may lead to one
+        for (const auto& one : relationships_.all()) {
+            const bool has_drawings = one.kind() == "header" || one.kind() == "footer";
+            if (has_drawings && editor_.original().has(one.target)) parts.emplace(part_key(one.target), one.target);
+        }
+        for (const auto& part : parts) collect_numbers(editor_.original().part(part.second), drawing_numbers_);
+        drawing_numbers_.insert(0); // counts as none
+    }
     int number = 1;
-    while (drawing_numbers_.contains(number)) ++number;
-    drawing_numbers_.insert(number);
+    while (!drawing_numbers_.insert(number).second) ++number;
     return number;
 }
 

@@ -21,7 +21,6 @@ public:
 private:
     const TableCell& table_cell(int row, int column);
     int free_drawing_number();
-    void collect_drawing_numbers();
 
     PackageEditor editor_;
     Relationship main_; // leads to the document's part

@@ -26,12 +26,6 @@ std::string find_workbook(const Package& package, const ContentTypes& types)
     return workbook->target;
 }
 
-bool is_on(pugi::xml_attribute attribute) noexcept
-{
-    const std::string_view value = attribute.value();
-    return value == "1" || value == "true";
-}
-
 // That an element of the workbook's part bears; the prefix of its namespace may be any.
 std::string relationship_id(pugi::xml_node node)
 {
@@ -163,7 +157,7 @@ void WorkbookModel::load_strings()
 
 bool WorkbookModel::counts_from_1904() const
 {
-    return is_on(child_named(workbook_.root(), "workbookPr").attribute("date1904"));
+    return child_named(workbook_.root(), "workbookPr").attribute("date1904").as_bool();
 }
 
 void WorkbookModel::set_format(WorkbookFormat format)
@@ -284,7 +278,7 @@ void WorkbookModel::ask_for_calculation()
 {
     auto root = workbook_.root();
     auto calculation = child_named(root, "calcPr");
-    if (is_on(calculation.attribute("fullCalcOnLoad"))) return;
+    if (calculation.attribute("fullCalcOnLoad").as_bool()) return;
     if (!calculation) {
         // The elements of a workbook have a fixed order; it stands behind the last of these.
         pugi::xml_node last;
