@@ -46,21 +46,15 @@ private:
     TextSource source_;
 };
 
-// Each LF gets its CR. The text grows once and in place: it can be a whole report.
+// Each LF gets its CR.
 Text with_our_line_ends(const QString& text)
 {
-    Text lines = from_qt(text);
-    const auto lacks_cr = [&lines](std::size_t at) {
-        return lines[at] == U'\n' && (at == 0 || lines[at - 1] != U'\r');
-    };
-    std::size_t from = lines.size(), lacking = 0;
-    for (std::size_t at = 0; at < from; ++at) lacking += lacks_cr(at) ? 1 : 0;
-    std::size_t to = from + lacking;
-    lines.resize(to);
-    while (to > from) {
-        const bool lacks = lacks_cr(--from);
-        lines[--to] = lines[from];
-        if (lacks) lines[--to] = U'\r';
+    const Text taken = from_qt(text);
+    Text lines;
+    lines.reserve(taken.size() + static_cast<std::size_t>(std::ranges::count(taken, U'\n')));
+    for (const char32_t character : taken) {
+        if (character == U'\n' && !lines.ends_with(U'\r')) lines += U'\r';
+        lines += character;
     }
     return lines;
 }
