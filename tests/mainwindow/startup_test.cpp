@@ -44,22 +44,15 @@ TEST(Startup, opening_grows_the_window_as_far_as_the_step_by_step_rule)
     }
 }
 
-TEST(PaneMovement, shrinks_to_150_and_stops_by_itself_or_at_any_release)
+TEST(PaneMovement, ends_at_the_release_of_any_button_that_moves)
 {
     TestProgram started;
-    Form1& form1 = started.form1();
-    const double column = form1.page_size_box().left();
-    Command2_MouseDown(started.program, 3);
-    ASSERT_TRUE(form1.Timer1[0].enabled());
-    int ticks = 0;
-    for (; form1.Timer1[0].enabled() && ticks < 1000; ++ticks) Timer1_Timer(started.program, 0);
-    EXPECT_DOUBLE_EQ(form1.RichTextBox1.width(), 150);
-    EXPECT_DOUBLE_EQ(form1.page_size_box().left(), column - 72 * ticks);
+    const Timer& timer = started.form1().Timer1[2];
     Command2_MouseDown(started.program, 4);
     Command2_MouseUp(started.program, 1);
-    EXPECT_TRUE(form1.Timer1[2].enabled()) << "a page button ends no movement";
+    EXPECT_TRUE(timer.enabled()) << "a page button ends no movement";
     Command2_MouseUp(started.program, 5);
-    EXPECT_FALSE(form1.Timer1[2].enabled());
+    EXPECT_FALSE(timer.enabled());
 }
 
 } // namespace
