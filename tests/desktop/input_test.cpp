@@ -202,21 +202,28 @@ TEST_F(DesktopInput, one_handler_ends_before_the_next_begins)
     EXPECT_EQ(order, "ab c ");
 }
 
-TEST(RecentFiles, are_the_last_twelve_and_each_once)
+TEST(RecentFiles, are_the_last_twelve_and_each_once_over_the_programs_end)
 {
     const TemporaryFolder folder;
     const auto path = [&](int number) {
         return QString::fromStdString((folder.path() / std::to_string(number)).string());
     };
     RecentFiles recent("first");
-    for (const int number : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 5}) {
-        folder.write(std::to_string(number), "");
-        recent.add(path(number));
+    for (int i = 0; i < 14; ++i) {
+        folder.write(std::to_string(i), "");
+        recent.add(path(i));
     }
+    recent.add(path(5));
+    folder.write("x.xlsx", "");
+    recent.add(QString::fromStdString((folder.path() / "x.xlsx").string()));
+    EXPECT_EQ(RecentFiles("first").files({"*.xlsx", "*.xls"}).size(), 1) << "only what can be opened";
+    EXPECT_EQ(RecentFiles("first").folder({"*.txt"}), path(5).chopped(2)) << "no such file was chosen yet";
+    recent.add(path(5));
     const QStringList files = RecentFiles("first").files({"?", "??"});
-    EXPECT_EQ(files.size(), 12);
+    EXPECT_EQ(files.size(), 11) << "beside the workbook";
     EXPECT_EQ(files.mid(0, 3), (QStringList{path(5), path(13), path(12)}));
-    EXPECT_EQ(RecentFiles("first").files({"?"}).size(), 8) << "only what can be opened";
+    EXPECT_EQ(files.count(path(5)), 1);
+    EXPECT_FALSE(files.contains(path(1)));
 }
 
 TEST(FileFilters, are_those_of_the_toolkit)

@@ -23,7 +23,7 @@ TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
     EXPECT_EQ(form1().query_box().text(), U"x");
 }
 
-TEST_F(DesktopWindow, the_keys_of_a_sequence_are_typed_in_a_row_and_follow_a_button_at_once)
+TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
 {
     installation.write("coclus.txt", "a\tx\tx\r\nb\ty\tx\r\nb\tz\tx\r\n");
     start();
@@ -31,16 +31,27 @@ TEST_F(DesktopWindow, the_keys_of_a_sequence_are_typed_in_a_row_and_follow_a_but
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
     EXPECT_TRUE(find("Form3").isVisible());
-    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }));
+    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
+        << "the keys of a sequence are typed in a row";
     type("Form1.Text1(1)", "q");
     EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x") << "q is eaten";
-    click("Form1.Command6");
     expect_box("确定");
-    click("Form1.Command7(3)");
-    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }));
+    type("Form1.Text1(1)", "/");
+    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x/");
+    const Text by_keys = form1().RichTextBox3.text().str();
+    EXPECT_NE(by_keys.find(U'b'), Text::npos);
+    EXPECT_TRUE(find("Form1.RichTextBox3").isVisible());
+
+    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_Backspace);
+    click("Form1.Command6");
+    for (int i = 0; i < 2; ++i) expect_box("确定");
+    for (const char* key : {"Form1.Command7(3)", "Form1.Command8(3)", "Form1.Command9(2)"}) click(key);
+    EXPECT_EQ(form1().RichTextBox3.text(), TextView(by_keys));
+    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
+        << "after a button the keys work at once";
 }
 
-TEST_F(DesktopWindow, is_closed_by_yes_and_a_tick_waits_for_the_answer)
+TEST_F(DesktopWindow, a_tick_waits_while_a_box_is_open)
 {
     start();
     form1().Timer1[0].set_enabled(true);
@@ -50,44 +61,53 @@ TEST_F(DesktopWindow, is_closed_by_yes_and_a_tick_waits_for_the_answer)
     desktop->main_window().close();
     EXPECT_EQ(form1().RichTextBox1.width(), before);
     EXPECT_TRUE(wait_until([&] { return form1().RichTextBox1.width() < before; }));
-    EXPECT_EQ(boxes.back(), "Tarvik 计算|是否退出Tarvik 计算？");
-    expect_box("是");
-    desktop->main_window().close();
-    EXPECT_FALSE(desktop->main_window().isVisible());
-    EXPECT_TRUE(program().ended);
 }
 
-TEST_F(DesktopWindow, the_notes_take_line_ends_and_their_window_is_set_aside)
+TEST_F(DesktopWindow, the_notes_are_kept_and_the_window_of_column_numbers_is_set_aside)
 {
     start();
-    program().form3.window.set_visible(true);
+    form1().query_box().set_text(U"no such text");
+    expect_box("确定");
+    type("Form1.Text1(1)", "\x1b");
     click("Form3.Command1(1)");
     EXPECT_FALSE(find("Form3.Label1(0)").isVisible());
     type("Form3.Text2", "甲\r乙");
     EXPECT_EQ(program().form3.Text2.text(), U"甲\r\n乙");
     expect_box("确定");
     click("Form3.Command1(0)");
+    EXPECT_EQ(installation.read("admin123456.txt"), "\xbc\xd7\r\n\xd2\xd2\r\n");
     EXPECT_TRUE(find("Form3.Text1(0)").isVisible());
+    find<LineBox>("Form3.Text1(0)").selectAll();
+    type("Form3.Text1(0)", "7");
     click("Form3.Command1(0)");
     EXPECT_FALSE(find("Form3").isVisible());
+    EXPECT_EQ(program().form3.window.window_state(), 1);
+    EXPECT_FALSE(find("Form3").isVisible());
+    EXPECT_EQ(program().form3.Text1[0].text(), U"7");
 }
 
-TEST_F(DesktopWindow, the_designer_is_edited_and_closed_where_the_clerk_agrees)
+TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
 {
     start();
     click("Form1.Command6");
     click("Form1.Command3");
+    ASSERT_TRUE(find("Form4").isVisible());
+    EXPECT_EQ(find<LineBox>("Form4.Text2(49)").text(), "-1");
     click("Form4.Text1(0)"); // a click empties the box
+    EXPECT_EQ(find<LineBox>("Form4.Text1(0)").text(), "");
     type("Form4.Text1(0)", "12");
     EXPECT_EQ(program().form4.Text1[0].text(), U"12");
+    click("Form4.Text3");
+    EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "query");
     QTest::mouseDClick(&find("Form4.Text3"), Qt::LeftButton);
     EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "");
-    for (const char* answer : {"取消", "确定"}) { // a number was typed
-        EXPECT_TRUE(find("Form4").isVisible());
-        expect_box(answer);
-        find("Form4").close();
-    }
+    expect_box("取消"); // a number was typed
+    find("Form4").close();
+    EXPECT_TRUE(find("Form4").isVisible());
+    expect_box("确定");
+    find("Form4").close();
     EXPECT_FALSE(find("Form4").isVisible());
+    EXPECT_FALSE(program().module1.designeropen);
     click("Form1.Command3");
     EXPECT_TRUE(find("Form4").isVisible());
     EXPECT_EQ(find<LineBox>("Form4.Text1(0)").text(), "0") << "the texts of the design";
@@ -111,6 +131,19 @@ TEST_F(DesktopWindow, goes_on_when_something_cannot_be_shown)
     form1().RichTextBox2.set_text(U"well");
     type("Form1.Text1(1)", "x");
     EXPECT_TRUE(form1().query_box().text().find(U'x') != Text::npos);
+}
+
+TEST_F(DesktopWindow, is_closed_by_yes_and_stays_by_no)
+{
+    start();
+    expect_box("否");
+    desktop->main_window().close();
+    EXPECT_TRUE(desktop->main_window().isVisible());
+    EXPECT_EQ(boxes.back(), "Tarvik 计算|是否退出Tarvik 计算？");
+    expect_box("是");
+    desktop->main_window().close();
+    EXPECT_FALSE(desktop->main_window().isVisible());
+    EXPECT_TRUE(program().ended);
 }
 
 } // namespace
