@@ -55,9 +55,10 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
     if (engine == Engine::Ooxml) return std::make_unique<HiddenEngines>(std::move(embedded));
     FileOpeners by_suite = libreoffice_files(suite, files, printer, std::move(services));
     if (engine == Engine::LibreOffice) return std::make_unique<HiddenEngines>(std::move(by_suite));
-    return std::make_unique<HiddenEngines>(
-        FileOpeners{by_content(files, std::move(embedded.workbook), std::move(by_suite.workbook)),
-                    by_content(files, std::move(embedded.document), std::move(by_suite.document))});
+    FileOpeners by_kind;
+    by_kind.workbook = by_content(files, std::move(embedded.workbook), std::move(by_suite.workbook));
+    by_kind.document = by_content(files, std::move(embedded.document), std::move(by_suite.document));
+    return std::make_unique<HiddenEngines>(std::move(by_kind));
 }
 
 } // namespace tarvik

@@ -101,8 +101,8 @@ void refuse(HRESULT number, TextView words)
     throw Refusal(reason);
 }
 
-ComObject::ComObject(_variant_t value, std::shared_ptr<Patience> patience)
-    : value_(std::move(value)), patience_(std::move(patience))
+ComObject::ComObject(const _variant_t& value, std::shared_ptr<Patience> patience)
+    : value_(value), patience_(std::move(patience))
 {
     if (value_.vt != VT_DISPATCH || !value_.pdispVal) throw Refusal("no object");
 }
@@ -111,8 +111,8 @@ namespace {
 
 /// A call with all that it needs and what comes of it. Arguments pass in the order from the last to the first.
 struct Invocation {
-    Invocation(_variant_t of, const wchar_t* named, WORD how, ComObject::Values with)
-        : object(std::move(of)), name(named), way(how), arguments(std::move(with))
+    Invocation(const _variant_t& of, const wchar_t* named, WORD how, ComObject::Values with)
+        : object(of), name(named), way(how), arguments(std::move(with))
     {
     }
     Invocation(const Invocation&) = delete;

@@ -65,7 +65,7 @@ public:
 class ComObject {
 public:
     using Values = std::vector<_variant_t>;
-    ComObject(_variant_t value, std::shared_ptr<Patience> patience);
+    ComObject(const _variant_t& value, std::shared_ptr<Patience> patience);
 
     /// A member that is a number; 0 where it is none.
     long count(const wchar_t* name) const;
