@@ -24,6 +24,16 @@ auto with_reason(const Work& work)
     }
 }
 
+std::exception_ptr failure_of(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (...) {
+        return std::current_exception();
+    }
+    return nullptr;
+}
+
 } // namespace
 
 ExchangeFolder::ExchangeFolder(const fs::path& parent)
@@ -70,24 +80,23 @@ void Worker::run(std::function<void()> work, const Waiting& waiting)
 {
     constexpr Time between_looks{50};
     const auto started = waiting.clock();
-    std::packaged_task<void()> task(std::move(work));
-    auto done = task.get_future();
-    {
-        const std::lock_guard lock(mutex_);
-        work_ = std::move(task);
-    }
+    std::unique_lock lock(mutex_);
+    work_ = std::move(work);
+    is_done_ = false;
     changed_.notify_all();
-    while (done.wait_for(between_looks) != std::future_status::ready) {
+    while (!changed_.wait_for(lock, between_looks, [this] { return is_done_; })) {
+        lock.unlock();
         const auto waited = std::chrono::duration_cast<Time>(waiting.clock() - started);
         if (waiting.meanwhile) waiting.meanwhile(waited);
         if (waited > waiting.limit) waiting.too_long(waited);
+        lock.lock();
     }
-    done.get();
+    if (const auto failure = std::exchange(failure_, nullptr)) std::rethrow_exception(failure);
 }
 
 void Worker::loop()
 {
-    const auto is_asked = [this] { return work_.valid() || is_closing_; };
+    const auto is_asked = [this] { return work_ || is_closing_; };
     std::unique_lock lock(mutex_);
     for (bool may_rest = false;;) {
         if (!may_rest) changed_.wait(lock, is_asked);
@@ -98,10 +107,15 @@ void Worker::loop()
             continue;
         }
         if (is_closing_) return;
-        auto work = std::move(work_);
+        auto work = std::exchange(work_, nullptr);
         lock.unlock();
-        work();
+        auto failure = failure_of(work);
+        work = nullptr;
         lock.lock();
+        // Work and failure are gone from this thread now: neither is freed here while the waiting one uses it.
+        failure_ = std::move(failure);
+        is_done_ = true;
+        changed_.notify_all();
         may_rest = true;
     }
 }

@@ -7,8 +7,8 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <functional>
-#include <future>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -72,7 +72,9 @@ private:
     std::function<bool()> rest_;
     std::mutex mutex_;
     std::condition_variable changed_;
-    std::packaged_task<void()> work_; ///< none once it has begun
+    std::function<void()> work_; ///< none once it has begun
+    std::exception_ptr failure_; ///< of the work that is done
+    bool is_done_ = false;
     bool is_closing_ = false;
     std::thread thread_;
 };
