@@ -16,7 +16,7 @@ constexpr std::size_t longest_head = 1000;
 
 /// An entry of a letter file shows from its second character on, and a match at its very beginning is not marked: two
 /// blanks keep the head word whole and marked.
-TextView indent(const DictionaryLayout& layout)
+TextView indent(const Dictionary& layout)
 {
     return layout.letters_alike ? U"  " : U"";
 }
@@ -64,7 +64,7 @@ Text cut_front(Text& rest, std::size_t room)
 
 /// An entry from its line's start to the line end behind it. It is long enough that the window before the next head
 /// word holds no other end than its own.
-Text entry_text(const DictionaryLayout& layout, TextView head, TextView body)
+Text entry_text(const Dictionary& layout, TextView head, TextView body)
 {
     // The blank keeps a head word that ends in a full stop from ending its entry.
     Text text = indent(layout).str() + head + U" " + line_end + body;
@@ -108,14 +108,14 @@ bool DictionaryFiles::add(const SourceEntry& entry)
 DictionaryFiles::File& DictionaryFiles::file_for(char32_t first)
 {
     Text name(chinese_file);
-    DictionaryLayout layout = chinese_layout;
+    Dictionary layout = chinese_dictionary;
     if (use_ == DictionaryUse::English) {
         if (const auto letter_file = english_letter_file(first)) {
             name = *letter_file;
-            layout = english_letter_layout;
+            layout = english_letter_dictionary;
         } else if (belongs_to_other_file(first)) {
             name = english_other_file;
-            layout = english_other_layout;
+            layout = english_other_dictionary;
         }
     }
     const auto [place, made] = files_.try_emplace(name, File{layout, {}});
@@ -125,7 +125,7 @@ DictionaryFiles::File& DictionaryFiles::file_for(char32_t first)
 
 // The first entry of a file cannot be found by its head, so it is one that nobody looks for. Its Chinese characters
 // also make the file's encoding known.
-std::string DictionaryFiles::opening(const DictionaryLayout& layout) const
+std::string DictionaryFiles::opening(const Dictionary& layout) const
 {
     Text title = U"词典：";
     for (const Text& line : lines_of(name_)) title += line;

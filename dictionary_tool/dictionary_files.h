@@ -28,11 +28,11 @@ public:
 
 private:
     struct File {
-        DictionaryLayout layout;
+        Dictionary layout;
         std::string bytes;
     };
     File& file_for(char32_t first);
-    std::string opening(const DictionaryLayout& layout) const;
+    std::string opening(const Dictionary& layout) const;
 
     DictionaryUse use_;
     Text name_;

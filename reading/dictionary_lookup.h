@@ -7,19 +7,23 @@
 
 namespace tarvik {
 
-/// How the entries of a dictionary file are told apart. There is no index: a match is at the head of an entry when the
-/// end of the entry before it stands in the window of characters right before the match.
-struct DictionaryLayout {
+/// How the entries of a dictionary file are told apart, and what its lookups fill. There is no index: a match is at the
+/// head of an entry when the end of the entry before it stands in the window of characters right before the match.
+struct Dictionary {
     std::u32string_view entry_end;
     std::size_t window;
     std::size_t start_offset;   ///< an entry begins so many characters before its match, less the entry end's position
     std::size_t first_position; ///< matches at positions below this, counted from 1, are not taken
     bool letters_alike;         ///< the file is compared in lower case; the query always is
+    TextArray Module1::*results;
+    Colour colour;
 };
 
-inline constexpr DictionaryLayout chinese_layout{U"。\r\n", 10, 10, 12, false};
-inline constexpr DictionaryLayout english_letter_layout{U".\r\n", 35, 32, 36, true};
-inline constexpr DictionaryLayout english_other_layout{U".\r\n", 249, 250, 250, false};
+inline constexpr Dictionary chinese_dictionary{U"。\r\n", 10, 10, 12, false, &Module1::cnhits, chinese_match_colour};
+inline constexpr Dictionary english_letter_dictionary{
+    U".\r\n", 35, 32, 36, true, &Module1::enhits, english_match_colour};
+inline constexpr Dictionary english_other_dictionary{
+    U".\r\n", 249, 250, 250, false, &Module1::zhhits, english_match_colour};
 
 /// Lines with these ends count as the end of an entry, too.
 inline constexpr std::array<std::u32string_view, 2> other_entry_ends{U"?\r\n", U"!\r\n"};
@@ -42,25 +46,14 @@ inline std::optional<Text> english_letter_file(char32_t first)
     return U"牛津字典" + Text(1, upper(first)) + U".TXT";
 }
 
-/// One of the layouts with what its lookups fill.
-struct Dictionary {
-    DictionaryLayout layout;
-    TextArray Module1::*results;
-    Colour colour;
-};
+/// The dictionary that serves the query: the Chinese one, or one of the English ones, whichever is selected.
+const Dictionary& dictionary_for(const Program& program);
 
-extern const Dictionary chinese_dictionary;
-extern const Dictionary english_letter_dictionary;
-extern const Dictionary english_other_dictionary;
-
-/// Which of the English dictionary's layouts serves the query.
-const Dictionary& english_dictionary_for(TextView query);
-
-/// Looks the query up in the Chinese or the English dictionary, whichever is selected. Gives whether it ran to its end.
+/// Looks the query up in the dictionary that serves it. Gives whether it ran to its end.
 bool look_up(Program& program, const QueryEntry& entry);
 
-/// Reads the letter file of the query into the result pane, if it has one, and finds its entries again. Gives false
-/// when the file is missing, which the user is told.
-bool find_english_entries(Program& program, const QueryEntry& entry);
+/// Reads the dictionary's file for the query into the result pane, if there is one for it, and finds its entries there.
+/// Gives false when the file is missing, which is reported under the title.
+bool find_entries(Program& program, const Dictionary& dictionary, TextView title);
 
 } // namespace tarvik

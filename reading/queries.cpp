@@ -21,8 +21,7 @@ Walk active_walk(const Program& program)
     const Module1& module1 = program.module1;
     if (form1.Option3.value()) return {module1.filehits, query_match_colour};
     if (!form1.Option1.value() && !form1.Option2.value()) return {module1.hits, query_match_colour};
-    const Dictionary& dictionary =
-        form1.Option1.value() ? chinese_dictionary : english_dictionary_for(lower(query_text(program)));
+    const Dictionary& dictionary = dictionary_for(program);
     return {module1.*dictionary.results, dictionary.colour};
 }
 
@@ -36,8 +35,9 @@ bool show_or_tell(Program& program, const Walk& walk, std::int64_t index)
 /// The entries of a letter file are found anew at each step.
 bool entries_are_found(Program& program)
 {
-    const bool anew = &english_dictionary_for(lower(query_text(program))) == &english_letter_dictionary;
-    return !anew || find_english_entries(program, query_button);
+    const Dictionary& dictionary = dictionary_for(program);
+    return &dictionary != &english_letter_dictionary ||
+           find_entries(program, dictionary, query_button.no_english_result_title);
 }
 
 void show_position(Program& program)
@@ -62,6 +62,12 @@ bool has_query(Program& program)
 TextView query_text(const Program& program)
 {
     return ltrim(program.form1.query_box().text());
+}
+
+std::size_t position_within(Occurrences& occurrences, std::size_t from, std::size_t count)
+{
+    const std::size_t place = occurrences.at_or_behind(from);
+    return place != npos && place + occurrences.length() <= from + count ? place - from + 1 : 0;
 }
 
 ResultWriter::ResultWriter(Program& program, TextArray& results, const SharedBuffer& buffer)

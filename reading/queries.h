@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/text/occurrences.h"
 #include "reading/marking.h"
 
 /// The queries of the documents: what they start from, where their results go, and the walk through these.
@@ -27,6 +28,10 @@ bool has_query(Program& program);
 
 /// The query box without its leading blanks.
 TextView query_text(const Program& program);
+
+/// Where the first occurrence among the `count` characters from `from` begins, counted from 1 there; 0 if there is
+/// none. `from` counts from 0 and must not fall from call to call.
+std::size_t position_within(Occurrences& occurrences, std::size_t from, std::size_t count);
 
 /// Fills the result array of one kind, from index 0 on, with pieces of a buffer that is not copied.
 class ResultWriter {

@@ -1,7 +1,5 @@
 #include "reading/queries.h"
 
-#include "platform/text/occurrences.h"
-
 namespace tarvik {
 
 namespace {
@@ -39,55 +37,32 @@ std::size_t without_blanks_before(TextView text, std::size_t place)
     return place;
 }
 
-/// Cuts out the piece around each match. Places count from 0.
-class PieceCutter {
-public:
-    PieceCutter(Program& program, const Document& document, TextView query, TextView separator)
-        : program_(program), text_(document.lowered()), matches_(text_, query), before_(text_, separator),
-          behind_(text_, separator), keeps_stop_(separator.contains(U".") || separator.contains(U"。")),
-          results_(program, program.module1.hits, document.lowered_buffer())
-    {
-    }
-
-    /// Gives false when there was no room for all pieces.
-    bool run()
-    {
-        bool& cutopen = program_.form1.cutopen;
-        while (!cutopen) {
-            const std::size_t match = matches_.next();
-            if (match == npos) break;
-            const std::size_t before = before_.within(without_blanks_before(text_, match));
-            std::size_t behind = behind_.at_or_behind(match);
-            if (behind != npos && behind + behind_.length() > match + far_window) behind = npos;
-            if (behind == npos) {
-                results_.count();
-                cutopen = before != npos;
-            } else if (!cut(before, behind)) {
-                return false;
-            }
+/// Cuts out the piece around each match. Places count from 0. Gives false when there was no room for all pieces.
+bool cut_pieces(Program& program, const Document& document, TextView query, TextView separator)
+{
+    const TextView text = document.lowered();
+    const bool keeps_stop = separator.contains(U".") || separator.contains(U"。");
+    Occurrences matches(text, query), separators(text, separator);
+    LastOccurrence separators_before(text, separator);
+    ResultWriter results(program, program.module1.hits, document.lowered_buffer());
+    bool& cutopen = program.form1.cutopen;
+    for (std::size_t match = matches.next(); match != npos && !cutopen; match = matches.next()) {
+        const std::size_t before = separators_before.within(without_blanks_before(text, match));
+        const bool is_first = before == npos;
+        const std::size_t behind = position_within(separators, match, far_window);
+        if (behind == 0) {
+            results.count();
+            cutopen = !is_first;
+            continue;
         }
-        return true;
+        // A piece that ends in a full stop takes its own along and leaves that of the piece before; any other takes the
+        // separator before it and leaves the one behind it.
+        const std::ptrdiff_t stop_and_line_end = keeps_stop ? static_cast<std::ptrdiff_t>(separator.size()) - 2 : 0;
+        const std::ptrdiff_t begin = is_first ? 0 : static_cast<std::ptrdiff_t>(before) + stop_and_line_end;
+        if (!results.add(begin, match + behind - (is_first || keeps_stop ? 0 : 1))) return false;
     }
-
-private:
-    // A piece that ends in a full stop takes its own along and leaves that of the piece before; any other takes the
-    // separator before it and leaves the one behind it.
-    bool cut(std::size_t before, std::size_t behind)
-    {
-        if (before == npos) return results_.add(0, behind + 1);
-        const auto begin = static_cast<std::ptrdiff_t>(before);
-        const auto stop_and_line_end = static_cast<std::ptrdiff_t>(behind_.length()) - 2;
-        return keeps_stop_ ? results_.add(begin + stop_and_line_end, behind + 1) : results_.add(begin, behind);
-    }
-
-    Program& program_;
-    TextView text_;
-    Occurrences matches_;
-    LastOccurrence before_;
-    Occurrences behind_;
-    bool keeps_stop_;
-    ResultWriter results_;
-};
+    return true;
+}
 
 } // namespace
 
@@ -98,7 +73,7 @@ bool query_between_separators(Program& program, const QueryEntry& entry)
     const Text query = lower(query_text(program));
     const Text separator = form1.number_box().text();
     const Document document = form1.RichTextBox2.document();
-    if (!PieceCutter(program, document, query, separator).run()) tell_results_full(program, entry.no_result_title);
+    if (!cut_pieces(program, document, query, separator)) tell_results_full(program, entry.no_result_title);
     const bool shown = show_result(program, program.module1.hits, form1.resultpos, query_match_colour);
     form1.cutopen = false;
     if (!shown) tell_no_result(program, entry.no_result_title);
