@@ -56,14 +56,6 @@ std::optional<std::size_t> number_of(std::string_view digits)
     return number;
 }
 
-std::string_view cut_field(std::string_view& line)
-{
-    const std::size_t tab = line.find('\t');
-    const std::string_view field = line.substr(0, tab);
-    line.remove_prefix(tab == std::string_view::npos ? line.size() : tab + 1);
-    return field;
-}
-
 bool tells_of_the_dictionary(std::string_view head)
 {
     return head.starts_with("00-database") || head.starts_with("00database");
@@ -82,17 +74,23 @@ std::string read_unpacked(const fs::path& base, std::initializer_list<const char
     throw Failure(U"找不到文件：" + text_of(base) + from_utf8(*extensions.begin()));
 }
 
+std::string_view cut_to(std::string_view& rest, char end)
+{
+    const std::string_view text = rest.substr(0, rest.find(end));
+    rest.remove_prefix(std::min(text.size() + 1, rest.size()));
+    return text;
+}
+
 SourceSummary read_dictd(const fs::path& index, const EntrySink& sink)
 {
     const std::string lines = read_unpacked(index, {""});
     const std::string text = read_unpacked(fs::path(index).replace_extension(), {".dict.dz", ".dict"});
     SourceSummary summary{text_of(index.stem())};
     for (std::string_view rest = lines; !rest.empty();) {
-        std::string_view line = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+        std::string_view line = cut_to(rest, '\n');
         if (line.empty()) continue;
-        const std::string_view head = cut_field(line);
-        const auto begin = number_of(cut_field(line)), size = number_of(cut_field(line));
+        const std::string_view head = cut_to(line, '\t');
+        const auto begin = number_of(cut_to(line, '\t')), size = number_of(cut_to(line, '\t'));
         if (tells_of_the_dictionary(head)) continue;
         if (begin && size && *begin <= text.size() && *size <= text.size() - *begin)
             sink({from_utf8(head), from_utf8(std::string_view(text).substr(*begin, *size))});

@@ -33,4 +33,7 @@ SourceSummary read_dictd(const std::filesystem::path& index, const EntrySink& si
 /// comes unpacked. Throws Failure when there is none or it cannot be read.
 std::string read_unpacked(const std::filesystem::path& base, std::initializer_list<const char*> extensions);
 
+/// Takes the text up to this character off the front, or all of it, and the character with it.
+std::string_view cut_to(std::string_view& rest, char end);
+
 } // namespace tarvik

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -15,26 +14,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using Information = std::map<std::string, std::string, std::less<>>;
-
-Information read_information(const fs::path& ifo)
+/// What a line of the information says behind this name and "="; nothing if there is no such line.
+std::string_view value_of(std::string_view information, std::string_view name)
 {
-    Information information;
-    const std::string bytes = read_unpacked(ifo, {""});
-    for (std::string_view rest = bytes; !rest.empty();) {
-        std::string_view line = rest.substr(0, rest.find('\n'));
-        rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    while (!information.empty()) {
+        std::string_view line = cut_to(information, '\n');
         if (line.ends_with('\r')) line.remove_suffix(1);
-        const std::size_t equals = line.find('=');
-        if (equals != std::string_view::npos) information.emplace(line.substr(0, equals), line.substr(equals + 1));
+        if (cut_to(line, '=') == name) return line;
     }
-    return information;
-}
-
-std::string_view value_of(const Information& information, std::string_view name)
-{
-    const auto found = information.find(name);
-    return found == information.end() ? std::string_view() : std::string_view(found->second);
+    return {};
 }
 
 /// Takes a number of so many bytes, the most significant first, off the front.
@@ -45,13 +33,6 @@ std::optional<std::size_t> cut_number(std::string_view& bytes, std::size_t width
     for (const char byte : bytes.substr(0, width)) number = number << 8 | static_cast<unsigned char>(byte);
     bytes.remove_prefix(width);
     return number;
-}
-
-std::string_view cut_to_zero(std::string_view& bytes)
-{
-    const std::string_view text = bytes.substr(0, bytes.find('\0'));
-    bytes.remove_prefix(std::min(text.size() + 1, bytes.size()));
-    return text;
 }
 
 constexpr std::array<std::u32string_view, 9> line_tags{U"br", U"p", U"div", U"li", U"tr", U"def", U"ex", U"ar", U"h1"};
@@ -129,7 +110,7 @@ std::string_view cut_field(char type, bool last, std::string_view& data)
 {
     const bool sized = type >= 'A' && type <= 'Z';
     if (last) return std::exchange(data, {});
-    if (!sized) return cut_to_zero(data);
+    if (!sized) return cut_to(data, '\0');
     const std::size_t size = cut_number(data, 4).value_or(0);
     const std::string_view field = data.substr(0, size);
     data.remove_prefix(field.size());
@@ -162,7 +143,7 @@ void read_synonyms(const fs::path& base, const std::vector<Text>& heads, const E
     if (!fs::exists(file, error) && !fs::exists(file += ".dz", error)) return;
     const std::string synonyms = read_unpacked(base, {".syn", ".syn.dz"});
     for (std::string_view rest = synonyms; !rest.empty();) {
-        const Text word = from_utf8(cut_to_zero(rest));
+        const Text word = from_utf8(cut_to(rest, '\0'));
         const auto place = cut_number(rest, 4);
         if (!place) break;
         if (*place < heads.size()) sink({word, U"见：" + TextView(heads[*place])});
@@ -174,7 +155,7 @@ void read_synonyms(const fs::path& base, const std::vector<Text>& heads, const E
 
 SourceSummary read_stardict(const fs::path& ifo, const EntrySink& sink)
 {
-    const Information information = read_information(ifo);
+    const std::string information = read_unpacked(ifo, {""});
     const fs::path base = fs::path(ifo).replace_extension();
     const std::string index = read_unpacked(base, {".idx", ".idx.gz"});
     const std::string text = read_unpacked(base, {".dict.dz", ".dict"});
@@ -184,7 +165,7 @@ SourceSummary read_stardict(const fs::path& ifo, const EntrySink& sink)
     SourceSummary summary{from_utf8(value_of(information, "bookname"))};
     std::vector<Text> heads;
     for (std::string_view rest = index; !rest.empty();) {
-        heads.push_back(from_utf8(cut_to_zero(rest)));
+        heads.push_back(from_utf8(cut_to(rest, '\0')));
         const auto begin = cut_number(rest, offset_width), size = cut_number(rest, 4);
         if (!begin || !size) throw Failure(U"词典的索引已损坏：" + TextView(text_of(ifo)));
         if (*begin <= text.size() && *size <= text.size() - *begin)

@@ -1,30 +1,26 @@
 #include "reading/queries.h"
 
 #include <algorithm>
-#include <vector>
+#include <array>
 
 namespace tarvik {
 
 namespace {
 
-/// The line ends of a text that end a sentence. Places count from 0 and must not fall from call to call, so that any
-/// number of looks is linear in the text.
+/// Looks for the line ends of a text that end a sentence: "。" CR LF, "。" blank CR LF, "." CR LF and, for a look back
+/// only, "!" CR LF. Places count from 0 and must not fall from call to call, so that any number of looks is linear in
+/// the text; what lies far from all of them is not read.
 class SentenceEndings {
 public:
-    explicit SentenceEndings(TextView text)
-    {
-        for (const TextView ending : {U"。\r\n", U"。 \r\n", U".\r\n"}) behind_.emplace_back(text, ending);
-        for (const TextView ending : {U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n"}) before_.emplace_back(text, ending);
-    }
+    explicit SentenceEndings(TextView text) : text_(text) {}
 
-    /// How far before `place` the last ending that lies wholly before it begins; 0 if there is none.
-    std::size_t distance_back(std::size_t place)
+    /// Where the last ending that lies wholly before `place` begins, npos if there is none.
+    std::size_t last_before(std::size_t place)
     {
-        std::size_t distance = 0;
-        for (LastOccurrence& ending : before_)
-            if (const std::size_t found = ending.within(place); found != npos)
-                distance = distance == 0 ? place - found : std::min(distance, place - found);
-        return distance;
+        std::size_t end = place;
+        while (end > read_back_ && !ends_at(end)) --end;
+        read_back_ = place;
+        return last_;
     }
 
     /// Where the piece around a match ends: with Enter at the first ending behind it, with the button at that of the
@@ -32,21 +28,41 @@ public:
     std::size_t end_of_piece(std::size_t match, bool by_enter)
     {
         for (const std::size_t window : {2'000U, 40'000U}) {
-            std::size_t first = npos, last_kind = 0;
-            for (Occurrences& ending : behind_) {
-                const std::size_t position = position_within(ending, match, window);
-                if (position == 0) continue;
-                first = std::min(first, match + position + 2); // a stop and its line end, whatever the kind
-                last_kind = match + position + ending.length() - 1;
+            std::size_t first = npos, of_last_kind = 0;
+            for (std::size_t kind = 0; kind < next_.size(); ++kind) {
+                const std::size_t ending = first_within(kind, match, match + window);
+                if (ending == npos) continue;
+                first = std::min(first, ending + 3); // a stop and its line end, whatever the kind
+                of_last_kind = ending + endings[kind].size();
             }
-            if (last_kind > 0) return by_enter ? first : last_kind;
+            if (of_last_kind > 0) return by_enter ? first : of_last_kind;
         }
         return 0;
     }
 
 private:
-    std::vector<Occurrences> behind_;
-    std::vector<LastOccurrence> before_;
+    static constexpr std::array<std::u32string_view, 4> endings{U"。\r\n", U"。 \r\n", U".\r\n", U"!\r\n"};
+
+    bool ends_at(std::size_t end)
+    {
+        if (text_[end - 1] != U'\n') return false;
+        const auto* const found = std::ranges::find_if(endings, [&](TextView ending) {
+            return end >= ending.size() && text_.substr(end - ending.size(), ending.size()) == ending;
+        });
+        if (found != endings.end()) last_ = end - found->size();
+        return found != endings.end();
+    }
+
+    std::size_t first_within(std::size_t kind, std::size_t place, std::size_t end)
+    {
+        const std::size_t found = text_.substr(0, end).find(endings[kind], std::max(place, next_[kind]));
+        next_[kind] = std::max(next_[kind], std::min(found, end - endings[kind].size() + 1));
+        return found;
+    }
+
+    TextView text_;
+    std::size_t read_back_ = 0, last_ = npos;
+    std::array<std::size_t, 3> next_{}; ///< no ending of that kind begins between the latest place and here
 };
 
 bool occurs_three_times(TextView text, TextView query)
@@ -70,9 +86,9 @@ bool cut_sentences(Program& program, const QueryEntry& entry, const Document& do
     bool in_later_sentence = is_open, occurs_often = false;
     for (std::size_t match = matches.next(); match != npos; match = matches.next()) {
         if (!is_open) {
-            const std::size_t back = endings.distance_back(match);
-            in_later_sentence = is_open = back > 0;
-            if (is_open) distance = back;
+            const std::size_t before = endings.last_before(match);
+            in_later_sentence = is_open = before != npos;
+            if (is_open) distance = match - before;
         }
         const std::size_t end = endings.end_of_piece(match, entry.by_enter);
         if (end == 0) {
