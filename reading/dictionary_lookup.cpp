@@ -1,5 +1,7 @@
 #include "reading/dictionary_lookup.h"
 
+#include <algorithm>
+
 namespace tarvik {
 
 namespace {
@@ -58,16 +60,20 @@ bool find_entries(Program& program, const Dictionary& dictionary, TextView title
     const Document document = program.form1.RichTextBox1.document();
     const TextView text = document.text();
     Occurrences matches(dictionary.letters_alike ? document.lowered() : text, query);
-    Occurrences ends(text, dictionary.entry_end), ends_before(text, dictionary.entry_end);
-    std::array other_ends{Occurrences(text, other_entry_ends[0]), Occurrences(text, other_entry_ends[1])};
+    Occurrences ends(text, dictionary.entry_end);
+    std::array ends_before{Occurrences(text, dictionary.entry_end), Occurrences(text, other_entry_ends[0]),
+                           Occurrences(text, other_entry_ends[1])};
     ResultWriter results(program, program.module1.*dictionary.results, document.buffer());
-    std::size_t match = matches.at_or_behind(dictionary.first_position - 1);
-    for (; match != npos; match = matches.next()) {
+    std::size_t nearest = npos; // place behind an end: no match before it is at a head
+    for (std::size_t match = matches.at_or_behind(dictionary.first_position - 1); match != npos;
+         match = matches.at_or_behind(std::max(match + 1, nearest))) {
         const std::size_t window = match - dictionary.window;
-        const std::size_t before = position_within(ends_before, window, dictionary.window);
-        bool at_head = before > 0;
-        for (Occurrences& other : other_ends) at_head |= position_within(other, window, dictionary.window) > 0;
-        if (!at_head) continue;
+        nearest = npos;
+        for (Occurrences& end : ends_before)
+            if (const std::size_t place = end.at_or_behind(window); place != npos)
+                nearest = std::min(nearest, place + end.length());
+        if (nearest > match) continue;
+        const std::size_t before = position_within(ends_before[0], window, dictionary.window);
         const std::size_t end = position_within(ends, match, longest_entry);
         const auto begin = static_cast<std::ptrdiff_t>(match + before - dictionary.start_offset);
         if (end == 0) results.count();

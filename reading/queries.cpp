@@ -64,12 +64,6 @@ TextView query_text(const Program& program)
     return ltrim(program.form1.query_box().text());
 }
 
-std::size_t position_within(Occurrences& occurrences, std::size_t from, std::size_t count)
-{
-    const std::size_t place = occurrences.at_or_behind(from);
-    return place != npos && place + occurrences.length() <= from + count ? place - from + 1 : 0;
-}
-
 ResultWriter::ResultWriter(Program& program, TextArray& results, const SharedBuffer& buffer)
     : program_(program), results_(results), buffer_(buffer)
 {

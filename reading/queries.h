@@ -31,7 +31,11 @@ TextView query_text(const Program& program);
 
 /// Where the first occurrence among the `count` characters from `from` begins, counted from 1 there; 0 if there is
 /// none. `from` counts from 0 and must not fall from call to call.
-std::size_t position_within(Occurrences& occurrences, std::size_t from, std::size_t count);
+inline std::size_t position_within(Occurrences& occurrences, std::size_t from, std::size_t count)
+{
+    const std::size_t place = occurrences.at_or_behind(from);
+    return place != npos && place + occurrences.length() <= from + count ? place - from + 1 : 0;
+}
 
 /// Fills the result array of one kind, from index 0 on, with pieces of a buffer that is not copied.
 class ResultWriter {
