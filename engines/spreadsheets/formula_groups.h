@@ -32,7 +32,7 @@ public:
     explicit FormulaGroups(const SheetCells& cells);
 
     /// Whether the cell is filled by an array formula or a data table; it is a formula cell even with nothing in it.
-    bool fills(Place place) const noexcept { return filled_.contains(place); }
+    bool fills(Place place) const { return filled_.contains(place); }
     /// The ranges that are filled so and hold one of the cells.
     std::vector<Range> fillings(const std::vector<Place>& cells) const;
     /// Damage when overwriting the cells would leave a part of an array formula or a data table outside of the area,

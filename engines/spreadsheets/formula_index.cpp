@@ -13,6 +13,12 @@ namespace {
 
 using calculation::FormulaPointer;
 
+// Most areas are columns, of which the formulas are to lie together.
+bool is_before(Place a, Place b) noexcept
+{
+    return a.column < b.column || (a.column == b.column && a.row < b.row);
+}
+
 void read_tables(const Package& package, int sheet, const std::string& part, std::map<Text, calculation::Table>& tables)
 try {
     visit_related(package, part, "table", "table", [&](pugi::xml_node node) {
@@ -59,6 +65,7 @@ void FormulaIndex::add_sheet(const SheetCells* cells)
 {
     auto& sheet = sheets_.emplace_back();
     sheet.begin = static_cast<Number>(formulas_.size());
+    std::vector<Range> filled;
     std::map<std::string, FormulaPointer> shared; // by the groups
     const auto parsed = [&shared](const FormulaElement& element, Place place) {
         const auto found = shared.find(element.group);
@@ -77,11 +84,12 @@ void FormulaIndex::add_sheet(const SheetCells* cells)
         formula.is_volatile = element.kind == FormulaElement::DataTable;
         formula.has_result = CellValues::has_result(cell);
         if (element.kind != FormulaElement::DataTable) formula.formula = parsed(element, place);
-        if (formula.range.first != formula.range.last) sheet.filled.push_back(formula.range);
+        if (formula.range.first != formula.range.last) filled.push_back(formula.range);
     };
     if (cells) cells->visit_formulas(add);
     sheet.end = static_cast<Number>(formulas_.size());
-    sheet.filled_set = RangeSet(sheet.filled);
+    std::ranges::sort(formulas_.begin() + sheet.begin, formulas_.end(), is_before, &IndexedFormula::place);
+    sheet.filled = RangeSet(filled);
 }
 
 void FormulaIndex::finish()
@@ -109,33 +117,22 @@ void FormulaIndex::visit_areas(IndexedFormula& formula, Number number)
     formula.is_volatile = is_volatile || count > most_of_formula || reading_count_ > most_of_workbook;
 }
 
-std::vector<IndexedFormula>::const_iterator FormulaIndex::first_from(int sheet, Place place) const
+FormulaIndex::Number FormulaIndex::first_from(int sheet, Place place) const
 {
     const auto& at = sheet_at(sheet);
-    return std::lower_bound(formulas_.begin() + at.begin, formulas_.begin() + at.end, place,
-                            [](const IndexedFormula& one, Place wanted) { return one.place() < wanted; });
+    const auto found =
+        std::lower_bound(formulas_.begin() + at.begin, formulas_.begin() + at.end, place,
+                         [](const IndexedFormula& one, Place wanted) { return is_before(one.place(), wanted); });
+    return static_cast<Number>(found - formulas_.begin());
 }
 
 FormulaIndex::Number FormulaIndex::find(int sheet, Place place) const
 {
     const auto& at = sheet_at(sheet);
-    const auto* range = at.filled_set.find(place);
+    const auto* range = at.filled.find(place);
     if (range) place = range->first;
-    const auto found = first_from(sheet, place);
-    const auto number = static_cast<Number>(found - formulas_.begin());
-    return number < at.end && found->place() == place ? number : none;
-}
-
-std::vector<FormulaIndex::Number> FormulaIndex::find(int sheet, const Range& range) const
-{
-    const auto& at = sheet_at(sheet);
-    std::vector<Number> found;
-    const auto end = formulas_.begin() + at.end;
-    for (auto one = first_from(sheet, range.first); one != end && one->place().row <= range.last.row; ++one)
-        if (range.contains(one->place())) found.push_back(static_cast<Number>(one - formulas_.begin()));
-    for (const auto& filled : at.filled)
-        if (filled.overlaps(range) && !range.contains(filled.first)) found.push_back(find(sheet, filled.first));
-    return found;
+    const auto number = first_from(sheet, place);
+    return number < at.end && formulas_[number].place() == place ? number : none;
 }
 
 } // namespace tarvik::ooxml

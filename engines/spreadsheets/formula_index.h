@@ -38,7 +38,7 @@ struct IndexedFormula {
 /// again shares it.
 class FormulaIndex {
 public:
-    using Number = std::uint32_t; ///< of a formula; they go sheet by sheet and row by row
+    using Number = std::uint32_t; ///< of a formula; they go sheet by sheet and column by column
     static constexpr Number none = static_cast<Number>(-1);
 
     FormulaIndex(calculation::Names names, NumberFormats formats)
@@ -58,8 +58,23 @@ public:
     std::span<const Number> volatile_ones() const noexcept { return volatile_; }
     /// The formula that fills the cell, or none.
     Number find(int sheet, Place place) const;
-    /// Those that fill cells of the range.
-    std::vector<Number> find(int sheet, const Range& range) const;
+    /// Calls `found` with each that fills cells of the range.
+    template <typename Found>
+    void visit(int sheet, const Range& range, Found&& found) const
+    {
+        const auto& at = sheet_at(sheet);
+        for (auto one = first_from(sheet, range.first);
+             one < at.end && formulas_[one].place().column <= range.last.column;) {
+            const auto [row, column] = formulas_[one].place();
+            if (row < range.first.row) one = first_from(sheet, {range.first.row, column});
+            else if (row > range.last.row) one = first_from(sheet, {range.first.row, column + 1});
+            else found(one++);
+        }
+        at.filled.any_of(range, [&](const Range& filled) {
+            if (!range.contains(filled.first)) found(first_from(sheet, filled.first));
+            return false;
+        });
+    }
 
     /// Whether a formula names an area with the cell in it.
     bool refers(int sheet, Place place) const { return areas(sheet).contains(place); }
@@ -70,15 +85,14 @@ public:
 private:
     struct Sheet {
         Number begin = 0, end = 0; // of its formulas
-        std::vector<Range> filled; // by one formula, of more than one cell
-        RangeSet filled_set;       // the same
+        RangeSet filled;           // by one formula, of more than one cell
         std::vector<Range> named;  // until finish()
         std::vector<Number> readers;
         RangeSet areas;
     };
 
     const Sheet& sheet_at(int sheet) const { return sheets_[static_cast<std::size_t>(sheet - 1)]; }
-    std::vector<IndexedFormula>::const_iterator first_from(int sheet, Place place) const;
+    Number first_from(int sheet, Place place) const;
     void visit_areas(IndexedFormula& formula, Number number);
 
     calculation::Names names_;

@@ -28,7 +28,7 @@ public:
     }
 
     /// The merged range that the cell lies in, or nullptr.
-    const Range* find(Place place) const noexcept
+    const Range* find(Place place) const
     {
         const auto* range = ranges_.find(place);
         return range && nodes_.contains(range->first) ? range : nullptr;

@@ -52,15 +52,4 @@ void RangeSet::build(std::size_t first, std::size_t behind)
     if (middle + 1 < behind) build(middle + 1, behind);
 }
 
-const Range* RangeSet::find(Place place, std::size_t first, std::size_t behind) const noexcept
-{
-    if (first == behind) return nullptr;
-    const auto middle = first + (behind - first) / 2;
-    const auto& root = entries_[middle];
-    if (!root.bounds.contains(place)) return nullptr;
-    if (root.range.contains(place)) return &root.range;
-    const auto* found = find(place, first, middle);
-    return found ? found : find(place, middle + 1, behind);
-}
-
 } // namespace tarvik::ooxml

@@ -15,8 +15,19 @@ public:
     explicit RangeSet(const std::vector<Range>& ranges);
 
     /// A range that holds the cell, or nullptr.
-    const Range* find(Place place) const noexcept { return find(place, 0, entries_.size()); }
-    bool contains(Place place) const noexcept { return find(place) != nullptr; }
+    const Range* find(Place place) const
+    {
+        const Range* held = nullptr;
+        any_of({place, place}, [&held](const Range& range) { return held = &range; });
+        return held;
+    }
+    bool contains(Place place) const { return find(place) != nullptr; }
+    /// Calls `met` with each range that overlaps the area, until one is met, and gives whether one was.
+    template <typename Met>
+    bool any_of(const Range& area, Met&& met) const
+    {
+        return any_of(area, met, 0, entries_.size());
+    }
 
     /// Ranges that were taken out of a set by take(); of a stretch of the tree all of them may be.
     struct Taken {
@@ -41,8 +52,17 @@ private:
     };
 
     void build(std::size_t first, std::size_t behind);
-    const Range* find(Place place, std::size_t first, std::size_t behind) const noexcept;
 
+    template <typename Met>
+    bool any_of(const Range& area, Met& met, std::size_t first, std::size_t behind) const
+    {
+        if (first == behind) return false;
+        const auto middle = first + (behind - first) / 2;
+        const auto& root = entries_[middle];
+        if (!root.bounds.overlaps(area)) return false;
+        return (root.range.overlaps(area) && met(root.range)) || any_of(area, met, first, middle) ||
+               any_of(area, met, middle + 1, behind);
+    }
     // Whether all of the stretch are taken.
     template <typename Found>
     bool take(const Range& area, Taken& taken, std::size_t first, std::size_t behind, Found& found) const

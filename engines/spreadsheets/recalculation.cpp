@@ -3,49 +3,38 @@
 #include "engines/spreadsheets/workbook_model.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace tarvik::ooxml {
 
 using calculation::CannotCalculate;
 using calculation::CellAddress;
-using calculation::NotYetCalculated;
 using calculation::Value;
 
 namespace {
 
-constexpr std::uint64_t most_work = 300'000'000; // cells that one update looks at
-constexpr long long largest_filled = 100'000;    // cells of an array formula
+constexpr std::size_t most_work = 300'000'000; // of one update, in cells that it looks at
+constexpr long long largest_filled = 100'000;  // cells of an array formula
 
 long long cells_of(const Range& range) noexcept
 {
     return (range.last.row - range.first.row + 1LL) * (range.last.column - range.first.column + 1LL);
 }
 
-template <typename Work>
-void each_cell(const Range& range, Work&& work)
-{
-    for (int row = range.first.row; row <= range.last.row; ++row)
-        for (int column = range.first.column; column <= range.last.column; ++column) work(Place{row, column});
-}
-
 } // namespace
 
 Recalculation::Recalculation(std::shared_ptr<const FormulaIndex> index, WorkbookModel& workbook)
-    : index_(std::move(index)), workbook_(workbook), counts_from_1904_(workbook.counts_from_1904()), calculator_(*this),
-      states_(index_->size(), State::Current), sheets_(index_->sheet_count())
+    : index_(std::move(index)), workbook_(workbook), counts_from_1904_(workbook.counts_from_1904()),
+      states_(index_->size(), State::Current), taken_(index_->sheet_count())
 {
     for (Number number = 0; number < index_->size(); ++number)
-        if (!(*index_)[number].has_result) make_old(number, State::Missing);
+        if (!(*index_)[number].has_result) state(number) = State::Missing;
 }
 
-void Recalculation::make_old(Number number, State kind)
+void Recalculation::set_aside(Number number, State kind)
 {
-    const auto& formula = (*index_)[number];
-    if (state(number) == State::Failed) failed_.erase(number);
+    failed_.erase(number);
     state(number) = kind;
-    auto& old = sheets_[static_cast<std::size_t>(formula.sheet - 1)].old;
-    if (cells_of(formula.range) > largest_filled) old.emplace(formula.place().column, formula.place().row);
-    else each_cell(formula.range, [&old](Place place) { old.emplace(place.column, place.row); });
 }
 
 void Recalculation::touch(int sheet, Place place)
@@ -53,14 +42,9 @@ void Recalculation::touch(int sheet, Place place)
     constexpr std::size_t most_kept = 4096;
     ++revision_;
     if (index_->size() == 0) return;
-    const auto number = index_->find(sheet, place);
-    if (number != FormulaIndex::none && (*index_)[number].place() == place) {
-        failed_.erase(number);
-        state(number) = State::Overwritten;
-        each_cell((*index_)[number].range, [&](Place one) {
-            sheets_[static_cast<std::size_t>(sheet - 1)].old.erase({one.column, one.row});
-        });
-    }
+    index_->visit(sheet, {place, place}, [&](Number number) {
+        if ((*index_)[number].place() == place) set_aside(number, State::Overwritten);
+    });
     written_.push_back({sheet, place});
     if (written_.size() >= most_kept) spread();
 }
@@ -68,7 +52,7 @@ void Recalculation::touch(int sheet, Place place)
 void Recalculation::forget_results()
 {
     for (Number number = 0; number < index_->size(); ++number)
-        if (state(number) != State::Overwritten) make_old(number);
+        if (state(number) != State::Overwritten) set_aside(number, State::Old);
     ++revision_;
 }
 
@@ -77,7 +61,7 @@ void Recalculation::spread()
 {
     if (written_.empty()) return;
     if (has_calculated_) {
-        for (auto& sheet : sheets_) sheet.taken = {};
+        for (auto& taken : taken_) taken = {};
         has_calculated_ = false;
     }
     std::vector<Number> touched;
@@ -93,7 +77,7 @@ void Recalculation::spread()
 
 void Recalculation::spread(int sheet, const Range& range, std::vector<Number>& touched)
 {
-    auto& taken = sheets_[static_cast<std::size_t>(sheet - 1)].taken;
+    auto& taken = taken_[static_cast<std::size_t>(sheet - 1)];
     index_->areas(sheet).take(range, taken, [&](std::size_t area) { touch(index_->reader(sheet, area), touched); });
 }
 
@@ -101,18 +85,17 @@ void Recalculation::touch(Number number, std::vector<Number>& touched)
 {
     const bool is_met = state(number) == State::Old || state(number) == State::Overwritten;
     if (is_met) return;
-    make_old(number);
+    set_aside(number, State::Old);
     touched.push_back(number);
 }
 
 FormulaIndex::Number Recalculation::update(int sheet, const Range& range)
 {
-    const bool is_cell = range.first == range.last;
-    const auto numbers = is_cell ? std::vector{index_->find(sheet, range.first)} : index_->find(sheet, range);
+    std::vector<Number> numbers;
+    index_->visit(sheet, range, [&](Number number) { numbers.push_back(number); });
     work_ = 0;
+    if (!numbers.empty()) spread();
     for (const auto number : numbers) {
-        if (number == FormulaIndex::none) continue;
-        spread();
         if (is_due(number)) calculate(number);
         if (state(number) == State::Failed) return number;
     }
@@ -131,7 +114,7 @@ void Recalculation::update_all()
     }
 }
 
-// Formulas that others need first stand above them on a stack of our own.
+// Formulas that others need first stand above them.
 void Recalculation::calculate(Number number)
 {
     waiting_.resize(states_.size());
@@ -146,7 +129,7 @@ void Recalculation::calculate(Number number)
             stack.pop_back();
             keep(top, results);
         } catch (const NotYetCalculated& missing) {
-            wait_for(missing.cells, stack);
+            wait_for(missing.numbers, stack);
         } catch (const CannotCalculate& reason) {
             stack.pop_back();
             fail(top, reason.what());
@@ -154,11 +137,9 @@ void Recalculation::calculate(Number number)
     }
 }
 
-void Recalculation::wait_for(const std::vector<CellAddress>& cells, Stack& stack)
+void Recalculation::wait_for(const std::vector<Number>& numbers, Stack& stack)
 {
-    for (auto cell = cells.rbegin(); cell != cells.rend(); ++cell) { // the first comes to stand on top
-        const auto number = index_->find(cell->sheet, cell->place);
-        if (number == FormulaIndex::none) throw std::logic_error("a cell without a formula has no result");
+    for (const auto number : numbers | std::views::reverse) { // the first comes to stand on top
         switch (state(number)) {
         case State::Missing:
         case State::Old:
@@ -195,29 +176,19 @@ std::vector<Value> Recalculation::results_of(const IndexedFormula& formula)
 {
     if (!formula.formula) throw CannotCalculate("data table");
     if (cells_of(formula.range) > largest_filled) throw CannotCalculate("large array formula");
-    if (work_ > most_work) throw CannotCalculate("too many cells");
-    const CellAddress at{formula.sheet, formula.place()};
-    if (!formula.is_array) return {calculator_.calculate(*formula.formula, at, {})};
-    calculation::Calculator::Form form{.is_array = true};
-    std::vector<Value> results;
-    each_cell(formula.range, [&](Place place) {
-        form.row = place.row - at.place.row;
-        form.column = place.column - at.place.column;
-        results.push_back(calculator_.calculate(*formula.formula, at, form));
-    });
-    return results;
+    spend(0);
+    return calculation::Evaluator(*this, {formula.sheet, formula.place()}, memory_)
+        .results(*formula.formula, formula.is_array ? std::optional(formula.range) : std::nullopt);
 }
 
 void Recalculation::keep(Number number, const std::vector<Value>& results)
 {
     const auto& formula = (*index_)[number];
     auto& part = workbook_.sheet(formula.sheet);
-    auto& old = sheets_[static_cast<std::size_t>(formula.sheet - 1)].old;
     auto result = results.begin();
-    each_cell(formula.range, [&](Place place) {
-        part.set_result(place, *result++);
-        old.erase({place.column, place.row});
-    });
+    for (int row = formula.range.first.row; row <= formula.range.last.row; ++row)
+        for (int column = formula.range.first.column; column <= formula.range.last.column; ++column)
+            part.set_result({row, column}, *result++);
     state(number) = State::Current;
     has_calculated_ = true;
 }
@@ -228,33 +199,16 @@ void Recalculation::take_results(Number number, const std::vector<Value>& result
     keep(number, results);
 }
 
-std::vector<FormulaIndex::Number> Recalculation::old_ones_in(int sheet, const Range& area) const
-{
-    const auto& old = sheets_[static_cast<std::size_t>(sheet - 1)].old;
-    std::vector<Number> numbers;
-    for (auto one = old.lower_bound({area.first.column, area.first.row});
-         one != old.end() && one->first <= area.last.column;) {
-        const auto [column, row] = *one;
-        if (row < area.first.row) one = old.lower_bound({column, area.first.row});
-        else if (row > area.last.row) one = old.lower_bound({column + 1, area.first.row});
-        else {
-            numbers.push_back(index_->find(sheet, Place{row, column}));
-            ++one;
-        }
-    }
-    std::ranges::sort(numbers);
-    return numbers;
-}
-
 void Recalculation::require_results(int sheet, const Range& area) const
 {
     NotYetCalculated missing;
-    for (const auto number : old_ones_in(sheet, area)) {
-        if (states_[number] == State::Failed) throw CannotCalculate(failed_.at(number));
-        const CellAddress cell{sheet, (*index_)[number].place()};
-        if (missing.cells.empty() || missing.cells.back() != cell) missing.cells.push_back(cell);
-    }
-    if (!missing.cells.empty()) throw std::move(missing);
+    index_->visit(sheet, area, [&](Number number) {
+        spend(1);
+        const auto state = states_[number];
+        if (state == State::Failed) throw CannotCalculate(failed_.at(number));
+        if (state != State::Current && state != State::Overwritten) missing.numbers.push_back(number);
+    });
+    if (!missing.numbers.empty()) throw std::move(missing);
 }
 
 const SheetPart& Recalculation::part(int sheet) const
@@ -268,7 +222,7 @@ const SheetPart& Recalculation::part(int sheet) const
 
 Value Recalculation::value(const CellAddress& cell) const
 {
-    ++work_;
+    spend(1);
     require_results(cell.sheet, {cell.place, cell.place});
     return part(cell.sheet).value(cell.place);
 }
@@ -277,7 +231,7 @@ void Recalculation::visit(int sheet, const Range& area, const Visitor& visitor) 
 {
     require_results(sheet, area);
     part(sheet).visit_values(area, [&](Place place, const Value& value) {
-        if (++work_ > most_work) throw CannotCalculate("too many cells");
+        spend(1);
         visitor(place, value);
     });
 }
@@ -290,6 +244,12 @@ Place Recalculation::extent(int sheet) const
 CalendarTime Recalculation::now() const
 {
     return workbook_.now();
+}
+
+void Recalculation::spend(std::size_t steps) const
+{
+    work_ += steps;
+    if (work_ > most_work) throw CannotCalculate("too much work");
 }
 
 bool Recalculation::is_row_hidden(int sheet, int row) const

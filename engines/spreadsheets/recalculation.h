@@ -1,12 +1,10 @@
 #pragma once
 
+#include "engines/spreadsheets/calculation/evaluator.h"
 #include "engines/spreadsheets/formula_index.h"
 #include "engines/spreadsheets/sheet_part.h"
 
-#include <functional>
 #include <list>
-#include <set>
-#include <unordered_map>
 
 namespace tarvik::ooxml {
 
@@ -44,20 +42,24 @@ private:
         Overwritten
     };
     using Stack = std::list<Number>;
+    /// Thrown into a formula that asks for results that are not there yet. They are calculated first, on a stack of our
+    /// own, and then the formula again from its beginning: a chain of any length takes no stack.
+    struct NotYetCalculated {
+        std::vector<Number> numbers; ///< of an area all that are missing
+    };
 
     State& state(Number number) { return states_[number]; }
     bool is_due(Number number) const { return states_[number] == State::Old || states_[number] == State::Missing; }
-    void make_old(Number number, State kind = State::Old);
+    void set_aside(Number number, State kind);
     void spread();
     void spread(int sheet, const Range& range, std::vector<Number>& touched);
     void touch(Number number, std::vector<Number>& touched);
     void calculate(Number number);
-    void wait_for(const std::vector<calculation::CellAddress>& cells, Stack& stack);
+    void wait_for(const std::vector<Number>& numbers, Stack& stack);
     void fail_cycle(Number number, Stack& stack);
     void fail(Number number, const std::string& reason);
     std::vector<calculation::Value> results_of(const IndexedFormula& formula);
     void keep(Number number, const std::vector<calculation::Value>& results);
-    std::vector<Number> old_ones_in(int sheet, const Range& area) const;
     void require_results(int sheet, const Range& area) const;
     const SheetPart& part(int sheet) const;
 
@@ -71,24 +73,20 @@ private:
     calculation::FormulaPointer formula(const calculation::CellAddress& cell) const override;
     bool counts_from_1904() const override { return counts_from_1904_; }
     CalendarTime now() const override;
-
-    struct Sheet {
-        std::set<std::pair<int, int>> old; // cells without a result as of now, by column and row
-        RangeSet::Taken taken;             // areas whose readers are old
-    };
+    void spend(std::size_t steps) const override;
 
     std::shared_ptr<const FormulaIndex> index_;
     WorkbookModel& workbook_;
     bool counts_from_1904_;
-    calculation::Calculator calculator_;
+    calculation::AreaMemory memory_;
     std::vector<State> states_;
     std::vector<Stack::iterator> waiting_; // where those that wait stand
-    std::vector<Sheet> sheets_;
+    std::vector<RangeSet::Taken> taken_;   // areas of each sheet whose readers are old
     std::map<Number, std::string> failed_;
     std::vector<calculation::CellAddress> written_; // since results were last taken for old
     std::uint64_t revision_ = 0;
-    mutable std::uint64_t work_ = 0; // cells looked at
-    bool has_calculated_ = false;    // since areas were last taken
+    mutable std::size_t work_ = 0; // of the update, in cells looked at
+    bool has_calculated_ = false;  // since areas were last taken
 };
 
 } // namespace tarvik::ooxml

@@ -10,7 +10,6 @@ namespace tarvik::calculation {
 namespace {
 
 constexpr int deepest_nesting = 500;
-constexpr std::size_t most_work = 100'000'000;
 constexpr std::size_t most_areas = 10'000;
 constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
 constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short
@@ -67,12 +66,6 @@ const AreaIndex* AreaMemory::find(const CellSource& source, const Area& area)
         size_ += found->second->size();
     }
     return found->second.get();
-}
-
-void Evaluator::spend(std::size_t steps)
-{
-    work_ += steps;
-    if (work_ > most_work) throw CannotCalculate("too much work");
 }
 
 std::shared_ptr<Array> Evaluator::new_array(int rows, int columns, int stored_rows, int stored_columns)
@@ -195,15 +188,8 @@ Area Evaluator::used(const Area& area) const
 
 void Evaluator::visit(const Area& area, const CellSource::Visitor& visitor)
 {
-    if (area.range.first == area.range.last) {
-        spend(1);
-        visitor(area.range.first, cell(area.sheet, area.range.first));
-        return;
-    }
-    source_.visit(area.sheet, area.range, [&](Place place, const Value& value) {
-        spend(1);
-        visitor(place, value);
-    });
+    if (area.range.first == area.range.last) visitor(area.range.first, cell(area.sheet, area.range.first));
+    else source_.visit(area.sheet, area.range, visitor);
 }
 
 void Evaluator::visit_values(const Operand& operand, const ValueVisitor& visitor)
@@ -247,23 +233,23 @@ Operand Evaluator::valued(Operand operand, Mode mode)
     return array(operand);
 }
 
-Value Evaluator::result(const Formula& formula, const Calculator::Form& form)
+std::vector<Value> Evaluator::results(const Formula& formula, const std::optional<Range>& filled)
 {
     root_ = &formula.root;
-    const Mode mode = form.is_array ? Mode::Array : Mode::Single;
+    const Mode mode = filled ? Mode::Array : Mode::Single;
     const Operand operand = valued(evaluate(formula.root, mode), mode);
-    Value value = form.is_array ? pick(*array(operand), form.row, form.column) : single(operand);
-    if (std::holds_alternative<std::monostate>(value)) return 0.0;
-    const auto* const number = std::get_if<double>(&value);
-    return number && *number == 0 ? 0.0 : value;
-}
-
-Calculator::Calculator(const CellSource& source) : source_(source), memory_(std::make_unique<AreaMemory>()) {}
-Calculator::~Calculator() = default;
-
-Value Calculator::calculate(const Formula& formula, const CellAddress& at, const Form& form)
-{
-    return Evaluator(source_, at, *memory_).result(formula, form);
+    std::vector<Value> results;
+    if (!filled) {
+        results.push_back(single(operand));
+    } else {
+        const ArrayPointer values = array(operand);
+        for (int row = 0; row <= filled->last.row - filled->first.row; ++row)
+            for (int column = 0; column <= filled->last.column - filled->first.column; ++column)
+                results.push_back(pick(*values, row, column));
+    }
+    for (auto& value : results)
+        if (std::holds_alternative<std::monostate>(value) || value == Value(-0.0)) value = 0.0;
+    return results;
 }
 
 } // namespace tarvik::calculation

@@ -31,7 +31,7 @@ private:
     bool has_numbers_as_texts_ = false;
 };
 
-/// The indexes of areas that were searched more than once, as long as no value changes.
+/// The indexes of areas that were searched more than once, as long as no value changes: one that lives long is fast.
 class AreaMemory {
 public:
     /// nullptr the first time that the area is asked for, and for one that is not worth it. Valid until the
@@ -55,7 +55,8 @@ public:
     {
     }
 
-    Value result(const Formula& formula, const Calculator::Form& form);
+    /// Of a usual formula one result; of an array formula those of the cells that it fills, row by row.
+    std::vector<Value> results(const Formula& formula, const std::optional<Range>& filled);
     Operand evaluate(const Node& node, Mode mode);
 
     /// A value or an array: areas become the one or the other.
@@ -76,8 +77,7 @@ public:
     const CellSource& source() const noexcept { return source_; }
     const CellAddress& at() const noexcept { return at_; }
     AreaMemory& memory() noexcept { return memory_; }
-    /// Counts work. CannotCalculate when it becomes too much for one formula.
-    void spend(std::size_t steps);
+    void spend(std::size_t steps) const { source_.spend(steps); }
     /// An array that stores so many of its values. CannotCalculate when it would be too large.
     std::shared_ptr<Array> new_array(int rows, int columns, int stored_rows, int stored_columns);
 
@@ -109,7 +109,6 @@ private:
     AreaMemory& memory_;
     const Node* root_ = nullptr;
     int depth_ = 0;
-    std::size_t work_ = 0;
 };
 
 /// The value of the element, where a single row or column stands for all; #N/A beyond the array.

@@ -23,13 +23,6 @@ struct CannotCalculate final : std::runtime_error {
 
 using FormulaPointer = std::shared_ptr<const Formula>;
 
-/// Thrown by a source for cells whose formula is not calculated yet: whoever calculates does these first, on a stack of
-/// his own, and then the formula again from its beginning. No formula is calculated inside another's calculation, so
-/// that a chain of any length takes no stack.
-struct NotYetCalculated {
-    std::vector<CellAddress> cells; ///< at least one; of an area all that are missing, row by row
-};
-
 /// A table of a sheet, to which structured references point.
 struct Table {
     int sheet = 0;
@@ -55,10 +48,9 @@ public:
     virtual ~CellSource() = default;
 
     virtual const Names& names() const = 0;
-    /// The value as of now; nothing for a cell that is absent. NotYetCalculated for a formula without a result.
+    /// The value as of now; nothing for a cell that is absent. What a source throws ends the calculation.
     virtual Value value(const CellAddress& cell) const = 0;
-    /// The cells in the area that are there, row by row. A huge area costs what is there. NotYetCalculated before the
-    /// first visit, naming all cells of the area without a result.
+    /// The cells in the area that are there, row by row. A huge area costs what is there.
     virtual void visit(int sheet, const Range& area, const Visitor& visitor) const = 0;
     /// The last row and column that hold a cell; {0, 0} for an empty sheet. It may be larger than that, never smaller.
     virtual Place extent(int sheet) const = 0;
@@ -74,6 +66,8 @@ public:
     /// Whether day 0 is in 1904 and not in 1900.
     virtual bool counts_from_1904() const = 0;
     virtual CalendarTime now() const = 0;
+    /// Counts work beyond that of the calls above. CannotCalculate when all of it becomes too much.
+    virtual void spend(std::size_t steps) const = 0;
 };
 
 /// The formula as a part writes it, in UTF-8 without "=", taken apart as that of the cell at `at`; a name's formula
@@ -92,31 +86,5 @@ using AreaVisitor = std::function<void(int sheet, const Range&)>;
 /// not its result looks at all of them. Some may come twice. Returns whether the formula or one of its names is
 /// volatile.
 bool visit_areas(const Formula& formula, const CellAddress& at, const Names& names, const AreaVisitor& visitor);
-
-class AreaMemory;
-
-/// Calculates formulas over a source. It remembers where the values of areas that are searched again and again lie, and
-/// forgets it when the source's revision rises: one that lives long is fast.
-class Calculator {
-public:
-    explicit Calculator(const CellSource& source);
-    Calculator(const Calculator&) = delete;
-    Calculator& operator=(const Calculator&) = delete;
-    ~Calculator();
-
-    /// How the workbook holds the formula: as a usual one, or as an array formula (t="array"). For a cell of an array
-    /// formula over several cells, `row` and `column` count from 0 in its range.
-    struct Form {
-        bool is_array = false;
-        int row = 0, column = 0;
-    };
-
-    /// The result at that cell. NotYetCalculated as the source throws it; CannotCalculate.
-    Value calculate(const Formula& formula, const CellAddress& at, const Form& form);
-
-private:
-    const CellSource& source_;
-    std::unique_ptr<AreaMemory> memory_;
-};
 
 } // namespace tarvik::calculation

@@ -170,6 +170,16 @@ TEST(HostileWorkbook, a_long_formula_is_not_told_anew_for_each_of_its_cells)
     EXPECT_THROW(model.sheet(1).write({1, 1000}, 1.0), Damage);
 }
 
+TEST(HostileWorkbook, an_array_formula_within_another_is_calculated_all_the_same)
+{
+    WorkbookModel model(
+        packed(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"array\" ref=\"A1:B1\">1</f><v>1</v></c></row>"
+                            "<row r=\"2\"><c r=\"E2\"><f>D6</f></c></row>"
+                            "<row r=\"3\"><c r=\"A3\"><f t=\"array\" ref=\"A3:C5\">1</f><v>1</v></c></row>"
+                            "<row r=\"4\"><c r=\"B4\"><f t=\"array\" ref=\"B4:D6\">2</f></c></row>")));
+    EXPECT_EQ(model.sheet(1).text({2, 5}), U"2");
+}
+
 TEST(HostileWorkbook, its_look_takes_no_more_than_its_cells)
 {
     std::string merged;
