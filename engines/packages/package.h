@@ -43,7 +43,6 @@ public:
         if (!derived_) derived_ = std::shared_ptr<const Thing>(make());
         return std::static_pointer_cast<const Thing>(derived_);
     }
-    bool has_derived() const noexcept { return derived_ != nullptr; }
     /// The package with these changes: all other entries keep their compressed bytes, order and time. Added parts
     /// follow behind, dated as the first one is.
     std::string with(const PartChanges& changes) const;

@@ -1,7 +1,7 @@
 #include "engines/spreadsheets/formula_index.h"
 
 #include "engines/spreadsheets/cell_values.h"
-#include "engines/spreadsheets/formula_groups.h"
+#include "engines/spreadsheets/formula_element.h"
 #include "engines/spreadsheets/sheet_part.h"
 
 #include <algorithm>
@@ -66,13 +66,14 @@ void FormulaIndex::add_sheet(const SheetCells* cells)
     auto& sheet = sheets_.emplace_back();
     sheet.begin = static_cast<Number>(formulas_.size());
     std::vector<Range> filled;
-    std::map<std::string, FormulaPointer> shared; // by the groups
-    const auto parsed = [&shared](const FormulaElement& element, Place place) {
-        const auto found = shared.find(element.group);
-        if (element.kind == FormulaElement::Shared && element.text.empty() && found != shared.end())
-            return found->second;
+    std::map<std::string, std::pair<Place, FormulaPointer>> shared; // with the cells that state them, by the groups
+    const auto parsed = [&](const FormulaElement& element, Place place) {
+        if (const auto found = shared.find(element.group); element.is_sharing() && found != shared.end()) {
+            sheet.sharers[found->second.first].push_back(place);
+            return found->second.second;
+        }
         auto formula = calculation::parse(element.text, place);
-        if (element.is_master()) shared.insert_or_assign(element.group, formula);
+        if (element.is_master()) shared.insert_or_assign(element.group, std::pair(place, formula));
         return formula;
     };
     const auto add = [&](Place place, pugi::xml_node cell) {
@@ -90,6 +91,12 @@ void FormulaIndex::add_sheet(const SheetCells* cells)
     sheet.end = static_cast<Number>(formulas_.size());
     std::ranges::sort(formulas_.begin() + sheet.begin, formulas_.end(), is_before, &IndexedFormula::place);
     sheet.filled = RangeSet(filled);
+}
+
+std::span<const Place> FormulaIndex::sharers(int sheet, Place master) const
+{
+    const auto found = sheet_at(sheet).sharers.find(master);
+    return found == sheet_at(sheet).sharers.end() ? std::span<const Place>() : found->second;
 }
 
 void FormulaIndex::finish()

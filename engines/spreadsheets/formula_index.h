@@ -58,6 +58,8 @@ public:
     std::span<const Number> volatile_ones() const noexcept { return volatile_; }
     /// The formula that fills the cell, or none.
     Number find(int sheet, Place place) const;
+    /// The cells that share the formula that this one states.
+    std::span<const Place> sharers(int sheet, Place master) const;
     /// Calls `found` with each that fills cells of the range.
     template <typename Found>
     void visit(int sheet, const Range& range, Found&& found) const
@@ -84,9 +86,10 @@ public:
 
 private:
     struct Sheet {
-        Number begin = 0, end = 0; // of its formulas
-        RangeSet filled;           // by one formula, of more than one cell
-        std::vector<Range> named;  // until finish()
+        Number begin = 0, end = 0;                   // of its formulas
+        RangeSet filled;                             // by one formula, of more than one cell
+        std::map<Place, std::vector<Place>> sharers; // by the cells that state the formulas
+        std::vector<Range> named;                    // until finish()
         std::vector<Number> readers;
         RangeSet areas;
     };

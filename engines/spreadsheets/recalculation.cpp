@@ -37,6 +37,16 @@ void Recalculation::set_aside(Number number, State kind)
     state(number) = kind;
 }
 
+const Range* Recalculation::filling(int sheet, Place place) const
+{
+    const Range* filled = nullptr;
+    index_->visit(sheet, {place, place}, [&](Number number) {
+        const auto& range = (*index_)[number].range;
+        if (range.first != range.last && states_[number] != State::Overwritten) filled = &range;
+    });
+    return filled;
+}
+
 void Recalculation::touch(int sheet, Place place)
 {
     constexpr std::size_t most_kept = 4096;

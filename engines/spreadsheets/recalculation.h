@@ -17,6 +17,8 @@ public:
     Recalculation(std::shared_ptr<const FormulaIndex> index, WorkbookModel& workbook);
 
     const FormulaIndex& index() const noexcept { return *index_; }
+    /// What an array formula or a data table fills that fills more than this cell, or nullptr.
+    const Range* filling(int sheet, Place place) const;
     /// To be called when a cell was overwritten or emptied.
     void touch(int sheet, Place place);
     /// Takes all results for old.

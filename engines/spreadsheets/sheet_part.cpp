@@ -1,5 +1,6 @@
 #include "engines/spreadsheets/sheet_part.h"
 
+#include "engines/spreadsheets/formula_element.h"
 #include "engines/spreadsheets/workbook_model.h"
 
 namespace tarvik::ooxml {
@@ -66,24 +67,16 @@ ProtectedAreas::ProtectedAreas(const Package& package, std::string_view sheet)
 
 SheetPart::SheetPart(int number, std::string name, const std::string& contents, CellValues& values,
                      ProtectedAreas areas, WorkbookModel& workbook)
-    : number_(number), part_(std::move(name), contents, "worksheet"), cells_(part_.root()), formulas_(cells_),
-      merged_(part_.root()), values_(values), areas_(std::move(areas)), workbook_(workbook)
+    : number_(number), part_(std::move(name), contents, "worksheet"), cells_(part_.root()), merged_(part_.root()),
+      values_(values), areas_(std::move(areas)), workbook_(workbook)
 {
     cells_.visit(whole_sheet, [&values](Place, pugi::xml_node cell) { values.check(cell); });
-}
-
-// As long as nothing is written every result that the part holds is of now.
-bool SheetPart::needs_update(pugi::xml_node cell) const
-{
-    return workbook_.has_recalculation() || !CellValues::has_result(cell);
 }
 
 // The cell's element with its value of now, or a null node.
 pugi::xml_node SheetPart::current(Place place) const
 {
     check(place);
-    const auto cell = cells_.find(place);
-    if ((!is_formula(cell) && !formulas_.fills(place)) || !needs_update(cell)) return cell;
     workbook_.update(number_, {place, place});
     return cells_.find(place);
 }
@@ -125,7 +118,6 @@ bool SheetPart::is_blank(const Range& range) const
 bool SheetPart::write(Place place, const CellValue& value)
 {
     check(place);
-    workbook_.recalculation();
     const auto* range = merged_.find(place);
     return range ? write_to_merged(*range, place, value) : write_cell(place, value);
 }
@@ -150,7 +142,7 @@ bool SheetPart::write_cell(Place place, const CellValue& value)
     if (is_nothing(value) && is_empty(place)) return false;
     if (text && areas_.headers.contains(place) && this->text(place) == *text) return false;
     refuse_protected(place);
-    formulas_.release({place, place}, {place});
+    release({place, place}, {place});
     const auto cell = is_nothing(value) ? cells_.find(place) : cells_.ensure(place);
     const auto plain = text ? plain_number(*text) : std::get<double>(value);
     if (is_nothing(value)) values_.erase(cell);
@@ -176,20 +168,65 @@ void SheetPart::refuse_protected(Place place) const
 // The cells of the range that are not empty, array formulas as a whole.
 std::vector<Place> SheetPart::filled_cells(const Range& range)
 {
-    bool has_old = false;
-    cells_.visit(range, [&](Place place, pugi::xml_node cell) {
-        has_old = has_old || ((is_formula(cell) || formulas_.fills(place)) && needs_update(cell));
-    });
-    if (has_old) workbook_.update(number_, range);
+    workbook_.update(number_, range);
     std::vector<Place> filled;
     cells_.visit(range, [&](Place place, pugi::xml_node cell) {
         if (!values_.is_empty(cell)) filled.push_back(place);
     });
-    for (const auto& filling : formulas_.fillings(filled))
+    for (const auto& filling : fillings(filled))
         cells_.visit(filling, [&filled](Place place, pugi::xml_node /*cell*/) { filled.push_back(place); });
     std::sort(filled.begin(), filled.end());
     filled.erase(std::unique(filled.begin(), filled.end()), filled.end());
     return filled;
+}
+
+const Range* SheetPart::filling(Place place) const
+{
+    return workbook_.recalculation().filling(number_, place);
+}
+
+// What array formulas and data tables fill that fill one of the cells and others.
+std::vector<Range> SheetPart::fillings(const std::vector<Place>& cells) const
+{
+    std::vector<Range> met;
+    for (const auto place : cells) {
+        const auto* range = filling(place);
+        if (range && std::ranges::find(met, *range) == met.end()) met.push_back(*range);
+    }
+    return met;
+}
+
+// All that may be overwritten lies in the area.
+void SheetPart::refuse_parts(const Range& area, const std::vector<Place>& cells) const
+{
+    for (const auto& range : fillings(cells)) {
+        if (area.contains(range)) continue;
+        throw Damage(U"单元格区域 " + from_utf8(range_name(range)) +
+                     U" 由一个数组公式或模拟运算表填写，不能只改其中一部分。");
+    }
+}
+
+// The cells, in the order of the part, are about to be overwritten. Others that share a formula of one of them state
+// their own from now on.
+void SheetPart::release(const Range& area, const std::vector<Place>& cells)
+{
+    constexpr std::size_t most_bytes = 32U << 20U;
+    refuse_parts(area, cells);
+    std::vector<std::pair<FormulaElement, std::string>> left;
+    std::size_t bytes = 0;
+    for (const auto master : cells) {
+        const FormulaElement stated(cells_.find(master));
+        if (!stated.is_master()) continue;
+        for (const auto place : workbook_.recalculation().index().sharers(number_, master)) {
+            FormulaElement element(cells_.find(place));
+            if (std::binary_search(cells.begin(), cells.end(), place) || !element.is_sharing()) continue;
+            bytes += stated.text.size();
+            if (bytes > most_bytes) throw Damage(U"这些单元格的公式由过多的单元格共用，不能改写。");
+            left.emplace_back(element,
+                              shifted_formula(stated.text, place.row - master.row, place.column - master.column));
+        }
+    }
+    for (auto& [element, formula] : left) element.state(formula);
 }
 
 // Formulas come last: one whose result goes with the texts around it stays, as a template has it.
@@ -201,13 +238,12 @@ int SheetPart::clear(const Range& range)
     const auto filled = filled_cells(range);
     if (filled.empty()) return 0;
     for (const auto place : filled) refuse_protected(place);
-    formulas_.refuse_parts(range, filled);
-    workbook_.recalculation();
+    refuse_parts(range, filled);
     std::vector<Place> texts, formulas;
     for (const auto place : filled)
-        (is_formula(cells_.find(place)) || formulas_.fills(place) ? formulas : texts).push_back(place);
+        (is_formula(cells_.find(place)) || filling(place) ? formulas : texts).push_back(place);
     erase(range, texts);
-    std::erase_if(formulas, [this](Place place) { return !formulas_.fills(place) && gives_nothing(place); });
+    std::erase_if(formulas, [this](Place place) { return !filling(place) && gives_nothing(place); });
     erase(range, formulas);
     return static_cast<int>(texts.size() + formulas.size());
 }
@@ -224,7 +260,7 @@ bool SheetPart::gives_nothing(Place place) const
 
 void SheetPart::erase(const Range& area, const std::vector<Place>& places)
 {
-    formulas_.release(area, places);
+    release(area, places);
     for (const auto place : places) {
         values_.erase(cells_.find(place));
         merged_texts_.forget(place);

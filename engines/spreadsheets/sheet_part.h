@@ -4,7 +4,6 @@
 #include "engines/packages/xml_part.h"
 #include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/cell_values.h"
-#include "engines/spreadsheets/formula_groups.h"
 #include "engines/spreadsheets/merged_cells.h"
 #include "engines/spreadsheets/range_set.h"
 #include "engines/spreadsheets/sheet_cells.h"
@@ -84,15 +83,17 @@ private:
     bool write_to_merged(const Range& range, Place place, const CellValue& value);
     bool write_cell(Place place, const CellValue& value);
     void refuse_protected(Place place) const;
-    bool needs_update(pugi::xml_node cell) const;
     std::vector<Place> filled_cells(const Range& range);
+    const Range* filling(Place place) const;
+    std::vector<Range> fillings(const std::vector<Place>& cells) const;
+    void refuse_parts(const Range& area, const std::vector<Place>& cells) const;
+    void release(const Range& area, const std::vector<Place>& cells);
     bool gives_nothing(Place place) const;
     void erase(const Range& area, const std::vector<Place>& places);
 
     int number_;
     XmlPart part_;
     SheetCells cells_;
-    FormulaGroups formulas_;
     MergedCells merged_;
     MergedTexts merged_texts_;
     CellValues& values_;

@@ -117,20 +117,8 @@ SheetPart& WorkbookModel::sheet(int index)
     if (index < 1 || index > sheet_count()) {
         throw Damage(U"工作簿里没有第 " + number_text(index) + U" 张工作表。");
     }
-    load_formulas();
+    recalculation();
     return load(index);
-}
-
-// A change in one sheet touches the results of others, so none of those may fail later.
-void WorkbookModel::load_formulas()
-{
-    if (has_loaded_formulas_ || package_.original().has_derived()) return;
-    for (int number = 1; number <= sheet_count(); ++number) {
-        // Other elements begin like one of a formula, too; a sheet with those is loaded in vain.
-        const auto& contents = package_.original().part(sheets_[static_cast<std::size_t>(number - 1)].part);
-        if (contents.find("<f") != npos || contents.find(":f") != npos) load(number);
-    }
-    has_loaded_formulas_ = true;
 }
 
 SheetPart& WorkbookModel::load(int number)
@@ -173,16 +161,21 @@ void WorkbookModel::set_format(WorkbookFormat format)
 Recalculation& WorkbookModel::recalculation()
 {
     if (!recalculation_) {
-        load_formulas();
         auto index = package_.original().derived<FormulaIndex>([this] { return make_index(); });
         recalculation_.emplace(std::move(index), *this);
     }
     return *recalculation_;
 }
 
+// A change in one sheet touches the results of others, so none of those may fail later.
 std::shared_ptr<FormulaIndex> WorkbookModel::make_index()
 {
     const auto& package = package_.original();
+    for (int number = 1; number <= sheet_count(); ++number) {
+        // Other elements begin like one of a formula, too; a sheet with those is loaded in vain.
+        const auto& contents = package.part(sheets_[static_cast<std::size_t>(number - 1)].part);
+        if (contents.find("<f") != npos || contents.find(":f") != npos) load(number);
+    }
     auto index = std::make_shared<FormulaIndex>(read_names(package, workbook_.root(), sheets_), NumberFormats(package));
     for (const auto& part : parts_) index->add_sheet(part ? &part->cells() : nullptr);
     index->finish();

@@ -45,7 +45,6 @@ public:
     SheetPart& sheet(int index);
     /// The results of the formulas.
     Recalculation& recalculation();
-    bool has_recalculation() const noexcept { return recalculation_.has_value(); }
     /// Makes the package what a file of this format must be. Macros are lost in the plain one.
     void set_format(WorkbookFormat format);
     /// The package with all changes, valid until the next one. When values changed, what depends on them is calculated,
@@ -83,7 +82,6 @@ private:
     };
 
     void list_sheets();
-    void load_formulas();
     void load_strings();
     SheetPart& load(int number);
     std::shared_ptr<FormulaIndex> make_index();
@@ -105,7 +103,6 @@ private:
     std::optional<Recalculation> recalculation_;
     std::optional<std::map<int, Recorded>> recorded_; // by sheets, where changes are recorded
     std::string packed_;
-    bool has_loaded_formulas_ = false;
     bool has_new_values_ = false; // since the results were settled
     bool is_unpacked_ = false;    // the bytes packed last are out of date
 };
