@@ -209,12 +209,19 @@ private:
 
     void explain_by_country()
     {
-        WorkbookModel elsewhere(std::make_shared<const Package>(package_->bytes())); // with formulas of its own
+        if (different_.empty()) return;
+        WorkbookModel edited(package_);
         for (const auto number : different_) {
-            auto element = formula_element(elsewhere, index_[number]);
+            auto element = formula_element(edited, index_[number]);
             const auto text = element_text(element);
             if (text.find("TEXT(") != npos) set_raw_text(element, escaped(with_marks_exchanged(text)));
         }
+        PartChanges changes;
+        for (int sheet = 1; sheet <= edited.sheet_count(); ++sheet) {
+            const auto& part = edited.sheet(sheet).part();
+            changes.written.emplace(part.name(), part.print());
+        }
+        WorkbookModel elsewhere(std::make_shared<const Package>(package_->with(changes)));
         calculate(elsewhere);
         for (const auto number : different_) {
             auto theirs = values(elsewhere, number);
