@@ -229,7 +229,7 @@ TEST(Limits, are_reported_and_what_fits_is_kept)
     for (int i = 0; i < 300'001; ++i) lines += number_text(i) + U"|\r\n";
     desk.open_text(lines + U"one more|\r\n and another|\r\n");
     desk.form1().query_box().set_text(U"|");
-    EXPECT_EQ(query1(desk.program, U"|"), 0);
+    EXPECT_EQ(query1(desk.program, U"|").rows, 0);
     EXPECT_EQ(desk.dialogs.take_messages(),
               Messages{"Tarvik 计算|目前，记录行已经超过软件所设定的阀值：300000条，请重试。"});
     EXPECT_FALSE(desk.form1().dbresult);
@@ -239,7 +239,7 @@ TEST(Limits, are_reported_and_what_fits_is_kept)
     EXPECT_EQ(desk.pane(), "\r\n");
 
     desk.open_text(lines.substr(0, lines.find(U"10002|")));
-    EXPECT_EQ(query1(desk.program, U"|"), 10'002);
+    EXPECT_EQ(query1(desk.program, U"|").rows, 10'002);
     devision1(desk.program);
     statistitt(desk.program, 1);
     EXPECT_THAT(desk.dialogs.take_messages(), ElementsAre(HasSubstr("10001")));
@@ -249,7 +249,7 @@ TEST(Limits, are_reported_and_what_fits_is_kept)
     Text many;
     for (int i = 0; i < 500'001; ++i) many += U"aa\r\n";
     desk.open_text(many + U"a last one\r\n");
-    EXPECT_EQ(query1(desk.program, U"a"), 1);
+    EXPECT_EQ(query1(desk.program, U"a").rows, 1);
     EXPECT_THAT(desk.dialogs.take_messages(), ElementsAre(HasSubstr("1000001")));
     EXPECT_EQ(desk.form1().resultcount, 1'000'001);
 
@@ -258,7 +258,7 @@ TEST(Limits, are_reported_and_what_fits_is_kept)
     desk.open_text(half + U"aa\r\na\r\n");
     query1(desk.program, U"a");
     desk.open_text(U"a\r\nba\r\n" + half);
-    EXPECT_EQ(query1(desk.program, U"a"), 2);
+    EXPECT_EQ(query1(desk.program, U"a").rows, 2);
     EXPECT_EQ(desk.module1().sufrow.text(0), U"\tba\t");
 }
 
