@@ -102,9 +102,9 @@ std::optional<int> query_document(Program& program, ScratchFile& file, TextView 
     return count;
 }
 
-enum class Announce { No, Yes };
+} // namespace
 
-ScanResult query(Program& program, TextView text, Announce announce)
+ScanResult query1(Program& program, TextView text, bool announces)
 {
     Form1& form1 = program.form1;
     form1.RichTextBox3.set_text(U"\r\n");
@@ -120,28 +120,15 @@ ScanResult query(Program& program, TextView text, Announce announce)
         }
     }
     form1.dbresult = true;
-    if (announce == Announce::Yes)
-        tell(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ");
+    if (announces) tell(program, U" 温情提示：\r\n含有查寻字符串且彼此不相同的数据行记录集合。", U"Tarvik 计算 ");
     program.form3.window.set_visible(true);
     program.form3.window.request_front();
     return result;
 }
 
-} // namespace
-
 void column_query(Program& program)
 {
-    query(program, program.form1.query_box().text(), Announce::Yes);
-}
-
-ScanResult scan_document(Program& program, TextView text)
-{
-    return query(program, text, Announce::No);
-}
-
-int query1(Program& program, TextView text)
-{
-    return scan_document(program, text).rows;
+    query1(program, program.form1.query_box().text(), true);
 }
 
 } // namespace tarvik

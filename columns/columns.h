@@ -27,15 +27,13 @@ struct ScanResult {
     ScanOutcome outcome = ScanOutcome::Done;
 };
 
-/// The scan of column_query() for a given text and without the closing message; the query box must hold some text all
-/// the same. Whatever comes of it, the table pane gets a new text and betweenp.txt is written. When the scan runs,
-/// `rowhits`, `resultcount`, the number box and, at a match, the panes' visibility change; when it is done also the row
-/// texts and counts of the table that `comp` selects (`sufcount`, `sufrows` and `curcount`, or `sugcount` and
-/// `sugrows`). Unless there were too many rows `dbresult` is True and the parameter window visible afterwards. Cells
-/// stay.
-ScanResult scan_document(Program& program, TextView text);
-/// The same, for whoever asks for the number of distinct rows alone.
-int query1(Program& program, TextView text);
+/// The scan of column_query() for a given text, which `announces` what it has found or says nothing; the query box must
+/// hold some text all the same. Whatever comes of it, the table pane gets a new text and betweenp.txt is written. When
+/// the scan runs, `rowhits`, `resultcount`, the number box and, at a match, the panes' visibility change; when it is
+/// done also the row texts and counts of the table that `comp` selects (`sufcount`, `sufrows` and `curcount`, or
+/// `sugcount` and `sugrows`). Unless there were too many rows `dbresult` is True and the parameter window visible
+/// afterwards. Cells stay.
+ScanResult query1(Program& program, TextView text, bool announces = false);
 
 /// Cuts the row texts of the table that `comp` selects into its cells, columns 1 to 99, and shows them. Cells that a
 /// row does not reach and rows above the new count keep what they held. Nothing happens to a table of no rows but that

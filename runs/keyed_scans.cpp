@@ -21,12 +21,12 @@ void load_report(Program& program, TextView path)
 
 } // namespace
 
-ScanResult checked_scan(Program& program, TextView key)
+int checked_scan(Program& program, TextView key)
 {
-    const ScanResult scan = scan_document(program, key);
+    const ScanResult scan = query1(program, key);
     if (scan.outcome == ScanOutcome::TooMany)
         throw Failure(U" 请注意：\r\n关键字“" + key + U"”的记录超过300000条，运行已经停止；请缩小源数据报表后重试。");
-    return scan;
+    return scan.rows;
 }
 
 void take_key_rows(Program& program)
@@ -54,7 +54,7 @@ int query7(Program& program, TextView key, TextView path)
 {
     program.form1.RichTextBox3.set_text(U"\r\n");
     if (!path.empty()) load_report(program, path);
-    return checked_scan(program, key).rows;
+    return checked_scan(program, key);
 }
 
 } // namespace tarvik

@@ -8,8 +8,9 @@
 /// holds throw Failure too, for a sheet could only be made of an earlier key's.
 namespace tarvik {
 
-/// query1() for whoever goes on with the table: throws Failure when there were too many rows.
-ScanResult checked_scan(Program& program, TextView key);
+/// The number of rows that query1() gives, for whoever goes on with the table: throws Failure when there were too many
+/// rows.
+int checked_scan(Program& program, TextView key);
 
 int query2(Program& program, TextView key, bool all_devices);   ///< 3139.txt, or 3138.txt
 int query3(Program& program, TextView key, bool return_orders); ///< 3137.txt, or 保留.txt

@@ -82,7 +82,7 @@ Text scan_key(const Program& program, const ReportCommand& command)
 
 bool make_table(Program& program, const ReportCommand& command)
 {
-    const ScanResult scan = scan_document(program, scan_key(program, command));
+    const ScanResult scan = query1(program, scan_key(program, command));
     if (scan.outcome == ScanOutcome::TooMany) check_scan(program, scan.outcome);
     if (command.count_goes_to) program.form1.*command.count_goes_to = scan.rows;
     devision1(program);

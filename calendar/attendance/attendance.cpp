@@ -139,7 +139,7 @@ void an_kqtest(Program& program)
         return;
     }
     ScratchFile file(program, U"between31.txt");
-    const ScanResult scan = scan_document(program, department);
+    const ScanResult scan = query1(program, department);
     check_scan(program, scan.outcome);
     devision1(program);
     form1.compcount = 0;
