@@ -1,6 +1,6 @@
 #include "bench/fill_timing.h"
 
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 
 #include <chrono>
 #include <iostream>
@@ -16,7 +16,7 @@ public:
 
 double seconds_of(const std::vector<std::string>& words, const std::function<Filling(const Files&)>& prepare)
 {
-    DiskFiles files{std::filesystem::path(words.at(0))};
+    Files files{std::filesystem::path(words.at(0))};
     NoPrinter printer;
     const Filling filling = prepare(files);
     libreoffice::LibreOffice office({.plugin = TARVIK_LIBREOFFICE_PLUGIN});

@@ -8,7 +8,7 @@
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/form4_window.h"
 #include "desktop/windows/main_menu.h"
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 #include "platform/system_clock.h"
 #include "scripts/overheard.h"
 
@@ -50,7 +50,7 @@ private:
     void follow_file();
     std::pair<int, std::size_t> saved() const { return {program_.run.number, program_.run.files.size()}; }
 
-    DiskFiles files_;
+    Files files_;
     QTranslator chinese_; // the toolkit's own words
     Theme theme_;
     SystemClock clock_;

@@ -1,6 +1,6 @@
 #include "dictionary_tool/dictionary_files.h"
 #include "platform/failure.h"
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 #include "platform/files/path_text.h"
 #include "platform/program_start.h"
 
@@ -44,7 +44,7 @@ void convert(const Request& request)
     const SourceSummary summary = read_dictionary_source(
         request.source, [&](const SourceEntry& entry) { dictionary.add(entry) ? ++entries : ++left_out; });
 
-    DiskFiles files(request.target);
+    Files files(request.target);
     const auto written = dictionary.bytes();
     for (const auto& [name, bytes] : written)
         if (!request.replace && files.file_exists(name))

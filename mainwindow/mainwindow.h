@@ -4,7 +4,6 @@
 #include "mainwindow/form4.h"
 #include "mainwindow/table.h"
 #include "platform/files/file_cache.h"
-#include "platform/files/watched_files.h"
 #include "platform/platform.h"
 
 #include <map>
@@ -26,16 +25,16 @@ struct Form3 {
     ControlArray<Control> Command1; ///< 0 确认, 1 说明
 };
 
-/// The files of a program: `fso` and `textstream` of the main window keep what the accesses have left standing, a
-/// file-system object each, a text stream those that read or write and do not fail.
-class NotedFiles final : public WatchedFiles {
+/// `fso` and `textstream` of the main window keep what the accesses to files have left standing, a file-system object
+/// each, a text stream those that read or write and do not fail.
+class NotedAccesses final : public FileWatcher {
 public:
-    NotedFiles(Files& files, Form1& form1) : WatchedFiles(files), form1_(form1) {}
+    explicit NotedAccesses(Form1& form1) : form1_(form1) {}
 
 private:
-    void looking() const override { form1_.fso = true; }
-    void beginning(TextView) const override { form1_.fso = true; }
-    void stream_stands() const override { form1_.textstream = true; }
+    void looking() override { form1_.fso = true; }
+    void beginning(TextView) override { form1_.fso = true; }
+    void stream_stands() override { form1_.textstream = true; }
 
     Form1& form1_;
 };
@@ -92,8 +91,8 @@ struct RunRecord {
 
 struct Program {
     Program(const Platform& platform_, OfficeEngines& office_)
-        : form1(listeners), form3(listeners), form4(listeners), files(platform_.files, form1),
-          platform(platform_.with(files)), office(office_)
+        : form1(listeners), form3(listeners), form4(listeners), noted_accesses(form1),
+          files(platform_.files, noted_accesses), platform(platform_.with(files)), office(office_)
     {
     }
 
@@ -102,7 +101,8 @@ struct Program {
     Form1 form1;
     Form3 form3;
     Form4 form4;
-    NotedFiles files; ///< what platform.files leads to
+    NotedAccesses noted_accesses;
+    Files files; ///< what platform.files leads to
     Platform platform;
     OfficeEngines& office;
     FileCache<Document> documents;             ///< foreign files that scans read, decoded once

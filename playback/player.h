@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/libreoffice/libreoffice.h"
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 #include "playback/options.h"
 #include "playback/virtual_time.h"
 #include "scripts/actions.h"
@@ -115,7 +115,7 @@ struct Session {
     PlayerClipboard clipboard;
     PlayerScreen screen;
     PlayerPrinter printer;
-    DiskFiles files;
+    Files files;
     libreoffice::LibreOffice libreoffice;
     std::unique_ptr<OfficeEngines> office;
     Program program;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/services/recent_files.h"
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 #include "platform/platform.h"
 
 #include <QPointer>

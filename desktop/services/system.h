@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 
 #include <QString>
 

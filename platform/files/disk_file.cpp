@@ -104,20 +104,22 @@ void append_to_file(const fs::path& path, std::string_view bytes)
     require(file.close());
 }
 
-DiskReplacement::DiskReplacement(fs::path target)
+ReplacementFile::ReplacementFile(fs::path target)
     : target_(std::move(target)), path_(target_.parent_path() / next_unfinished_name()), file_(path_, Opening::New)
 {
 }
 
 // It has its permissions before the first byte: what others may not read they never may.
-DiskReplacement::DiskReplacement(const fs::path& target, TextView shown_path) : DiskReplacement(checked_target(target))
+ReplacementFile::ReplacementFile(const fs::path& target, TextView shown_path, std::function<void()> ahead)
+    : ReplacementFile(checked_target(target))
 {
     shown_path_ = shown_path.str();
+    ahead_ = std::move(ahead);
     std::error_code error;
     if (fs::exists(target_, error)) file_.take_permissions_of(target_);
 }
 
-DiskReplacement::~DiskReplacement()
+ReplacementFile::~ReplacementFile()
 {
     if (path_.empty()) return;
     file_.close();
@@ -125,25 +127,28 @@ DiskReplacement::~DiskReplacement()
     fs::remove(path_, ignored);
 }
 
-void DiskReplacement::write(std::string_view bytes)
+void ReplacementFile::write(std::string_view bytes)
 {
+    ahead_();
     completed_ = false;
     naming_path(U"写入文件", shown_path_, [&] { require(file_.write(bytes)); });
 }
 
-void DiskReplacement::flush()
+void ReplacementFile::flush()
 {
     if (!completed_) file_.flush();
     completed_ = true;
 }
 
-void DiskReplacement::complete()
+void ReplacementFile::complete()
 {
+    ahead_();
     naming_path(U"写入文件", shown_path_, [&] { flush(); });
 }
 
-void DiskReplacement::take_place()
+void ReplacementFile::take_place()
 {
+    ahead_();
     naming_path(U"写入文件", shown_path_, [&] {
         flush();
         require(file_.close());
@@ -152,7 +157,7 @@ void DiskReplacement::take_place()
     });
 }
 
-bool DiskReplacement::take_free_place()
+bool ReplacementFile::take_free_place()
 {
     return naming_path(U"写入文件", shown_path_, [&] {
         flush();
@@ -195,7 +200,7 @@ bool move_disk_file(const fs::path& from, const fs::path& to)
         // A move that was killed behind its copy is brought to its end.
         if (!fs::is_regular_file(to, error) || read_file(to) != bytes) return false;
     } else {
-        DiskReplacement copy(to, text_of(to));
+        ReplacementFile copy(to, text_of(to));
         copy.write(bytes);
         if (!copy.take_free_place()) return false;
     }
@@ -205,25 +210,26 @@ bool move_disk_file(const fs::path& from, const fs::path& to)
 }
 
 // The file is cut when it is closed: one that is cut to nothing now would wait until its old bytes are on the disk.
-DiskOutput::DiskOutput(const fs::path& path, Text shown_path)
-    : shown_path_(std::move(shown_path)), file_(path, Opening::Scratch)
+OutputFile::OutputFile(const fs::path& path, TextView shown_path, std::function<void()> ahead)
+    : shown_path_(shown_path.str()), ahead_(std::move(ahead)), file_(path, Opening::Scratch)
 {
     require_plain(file_.status());
 }
 
-DiskOutput::~DiskOutput()
+OutputFile::~OutputFile()
 {
     if (file_.is_open()) file_.cut_behind_last_write();
 }
 
-void DiskOutput::write(std::string_view bytes)
+void OutputFile::write(std::string_view bytes)
 {
     if (error_ == 0) error_ = file_.write(bytes);
 }
 
-void DiskOutput::close()
+void OutputFile::close()
 {
     if (!file_.is_open()) return;
+    ahead_();
     if (const int failed = file_.cut_behind_last_write(); error_ == 0) error_ = failed;
     if (const int failed = file_.close(); error_ == 0) error_ = failed;
     if (error_ != 0) throw file_failure(U"写入文件", shown_path_, error_);

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "platform/files/files.h"
 #include "platform/files/system_file.h"
+#include "platform/text/text.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -12,38 +13,61 @@
 /// as the user does makes a Failure of it.
 namespace tarvik {
 
+/// What tells one state of a file from another.
+struct FileStamp {
+    std::uint64_t size = 0;
+    std::int64_t changed_nanoseconds = 0;
+    std::int64_t status_changed_nanoseconds = 0; ///< also of a change that set the time of change back
+    std::uint64_t identity = 0; ///< the file's number in its file system; a file renamed over it has another
+    /// Whether any later change must give another stamp. Right after a change the file system's clock may not have
+    /// moved on: who keeps what a file held looks again until its stamp has settled.
+    bool settled = false;
+
+    friend bool operator==(const FileStamp& a, const FileStamp& b)
+    {
+        return a.size == b.size && a.changed_nanoseconds == b.changed_nanoseconds &&
+               a.status_changed_nanoseconds == b.status_changed_nanoseconds && a.identity == b.identity;
+    }
+};
+
 FileStamp stamp_of(const std::filesystem::path& path);
 /// Only plain files are read.
 std::shared_ptr<SystemFile> open_for_reading(const std::filesystem::path& path);
 std::string read_file(const std::filesystem::path& path);
 void append_to_file(const std::filesystem::path& path, std::string_view bytes);
 
-/// A file beside its target, locked as long as it is written, so that others can tell it from a leftover. It has the
+/// A new file that stands beside its target until it takes its place; one that does not leaves the target as it was and
+/// nothing beside it. It is locked as long as it is written, so that others can tell it from a leftover, and has the
 /// target's permissions, and its owner and group where the system allows that. Its operations throw Failure, the
 /// constructor as the functions here do.
-class DiskReplacement final : public ReplacementFile {
+class ReplacementFile {
 public:
     /// A target that is write-protected or no plain file is refused. A link is written through. `shown_path` is what a
-    /// failure names.
-    DiskReplacement(const std::filesystem::path& target, TextView shown_path);
-    ~DiskReplacement() override;
-    DiskReplacement(const DiskReplacement&) = delete;
-    DiskReplacement& operator=(const DiskReplacement&) = delete;
+    /// failure names; `ahead` is called ahead of each of the first three steps, which what it throws takes the place
+    /// of.
+    ReplacementFile(
+        const std::filesystem::path& target, TextView shown_path, std::function<void()> ahead = [] {});
+    ~ReplacementFile();
+    ReplacementFile(const ReplacementFile&) = delete;
+    ReplacementFile& operator=(const ReplacementFile&) = delete;
 
-    void write(std::string_view bytes) override;
-    void complete() override;
-    void take_place() override;
+    void write(std::string_view bytes);
+    /// All bytes are on the disk afterwards, still beside the target.
+    void complete();
+    /// Completes it, if that was not done, and renames it over the target.
+    void take_place();
     /// The same where nothing is; false, and what stands there stays, where something is.
     bool take_free_place();
     /// Where it stands.
     std::filesystem::path folder() const { return target_.parent_path(); }
 
 private:
-    explicit DiskReplacement(std::filesystem::path target);
+    explicit ReplacementFile(std::filesystem::path target);
     void flush();
 
     std::filesystem::path target_, path_; ///< path_ is empty when the file has taken its place
     Text shown_path_;
+    std::function<void()> ahead_;
     SystemFile file_;
     bool completed_ = false;
 };
@@ -57,20 +81,23 @@ void remove_leftovers(const std::filesystem::path& folder) noexcept;
 /// copy.
 bool move_disk_file(const std::filesystem::path& from, const std::filesystem::path& to);
 
-/// Opened and cut at once; a failed write is kept until close().
-class DiskOutput final : public OutputFile {
+/// A file that is written from its start in one pass: opened and cut at once. close() throws Failure when not all bytes
+/// could be written; without it the file may be short.
+class OutputFile {
 public:
-    /// `shown_path` is what a failure names.
-    DiskOutput(const std::filesystem::path& path, Text shown_path);
-    ~DiskOutput() override;
-    DiskOutput(const DiskOutput&) = delete;
-    DiskOutput& operator=(const DiskOutput&) = delete;
+    /// `shown_path` is what a failure names; `ahead` is called ahead of close(), which what it throws takes the place
+    /// of.
+    OutputFile(const std::filesystem::path& path, TextView shown_path, std::function<void()> ahead);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
 
-    void write(std::string_view bytes) override;
-    void close() override;
+    void write(std::string_view bytes);
+    void close();
 
 private:
     Text shown_path_;
+    std::function<void()> ahead_;
     SystemFile file_;
     int error_ = 0;
 };

@@ -1,91 +1,93 @@
 #pragma once
 
+#include "platform/files/disk_file.h"
 #include "platform/text/code_page.h"
 
-#include <compare>
-#include <cstdint>
 #include <filesystem>
+#include <functional>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tarvik {
 
-/// What tells one state of a file from another.
-struct FileStamp {
-    std::uint64_t size = 0;
-    std::int64_t changed_nanoseconds = 0;
-    std::int64_t status_changed_nanoseconds = 0; ///< also of a change that set the time of change back
-    std::uint64_t identity = 0; ///< the file's number in its file system; a file renamed over it has another
-    /// Whether any later change must give another stamp. Right after a change the file system's clock may not have
-    /// moved on: who keeps what a file held looks again until its stamp has settled.
-    bool settled = false;
+/// The folders that drive letters stand for. The letter's case is of no account.
+using DriveMap = std::map<char, std::filesystem::path>;
 
-    friend bool operator==(const FileStamp& a, const FileStamp& b)
-    {
-        return a.size == b.size && a.changed_nanoseconds == b.changed_nanoseconds &&
-               a.status_changed_nanoseconds == b.status_changed_nanoseconds && a.identity == b.identity;
-    }
-};
-
-/// A file that is written from its start in one pass. close() reports any write that failed; without it the file may be
-/// short.
-class OutputFile {
+/// Who hears of the accesses to files.
+class FileWatcher {
 public:
-    virtual ~OutputFile() = default;
-    virtual void write(std::string_view bytes) = 0;
-    /// Throws Failure when not all bytes could be written.
-    virtual void close() = 0;
-};
-
-/// A new file that stands beside its target until it takes its place. One that does not leaves the target as it was and
-/// nothing beside it. Every operation throws Failure.
-class ReplacementFile {
-public:
-    virtual ~ReplacementFile() = default;
-    virtual void write(std::string_view bytes) = 0;
-    /// All bytes are on the disk afterwards, still beside the target.
-    virtual void complete() = 0;
-    /// Completes it, if that was not done, and renames it over the target.
-    virtual void take_place() = 0;
+    virtual ~FileWatcher() = default;
+    /// Ahead of a look whether something is there.
+    virtual void looking() {}
+    /// Ahead of any other access, the steps of a file that is being written among them but for its bytes as an output;
+    /// what it throws comes in place of that.
+    virtual void beginning(TextView /*path*/) {}
+    /// A file was read or written, or opened for it.
+    virtual void stream_stands() {}
 };
 
 /// The file system. A path is a text as the user or the program gave it: "\" and "/" both separate, a drive letter
-/// stands for a folder (see DriveMap), and a path without a drive or leading separator lies in the installation folder.
-/// Away from Windows a name that is not found as written is looked up without regard to case. Every operation but
-/// installation_folder(), file_exists() and folder_exists() throws Failure with the path as it was given and the reason
-/// in Chinese.
+/// stands for a folder, and a path without a drive or leading separator lies in the installation folder. Away from
+/// Windows a drive that the map does not name is the user's home folder, and a name that is not found as written is
+/// looked up without regard to case. A name on the disk that is no valid UTF-8 shows with U+FFFD and is found again
+/// under the name shown. Every operation but installation_folder(), file_exists() and folder_exists() throws Failure
+/// with the path as it was given and the reason in Chinese.
 class Files {
 public:
-    virtual ~Files() = default;
+    explicit Files(const std::filesystem::path& installation, const DriveMap& drives = {});
+    /// The same files with one more watcher, which hears of an access ahead of those that are there.
+    Files(const Files& files, FileWatcher& watcher);
 
     /// The system's own absolute path without a closing separator.
-    virtual Text installation_folder() const = 0;
+    const Text& installation_folder() const noexcept { return installation_text_; }
     /// The system's path of such a one. Throws Failure for one that holds the character 0.
-    virtual std::filesystem::path resolve(TextView path) const = 0;
+    std::filesystem::path resolve(TextView path) const;
 
-    virtual bool file_exists(TextView path) const = 0;
-    virtual bool folder_exists(TextView path) const = 0;
-    virtual FileStamp stamp(TextView path) const = 0;
-    virtual std::string read(TextView path) const = 0;
+    bool file_exists(TextView path) const;
+    bool folder_exists(TextView path) const;
+    FileStamp stamp(TextView path) const;
+    std::string read(TextView path) const;
     /// The bytes in parts, for a file that may be long; what fails behind the opening is thrown by the source.
-    virtual ByteSource open_for_input(TextView path) const = 0;
+    ByteSource open_for_input(TextView path) const;
 
-    /// The file is the old one or the new one, whole, at any instant: written beside the target, flushed, renamed.
-    virtual void replace(TextView path, std::string_view bytes) = 0;
+    /// The file is the old one or the new one, whole, at any instant: written beside the target, flushed, renamed. It
+    /// keeps the permissions and the group of the file that it replaces, a symbolic link is written through and a
+    /// target that is write-protected refused. What a killed program left beside it shows in no listing and is removed
+    /// at the first replacement in its folder.
+    void replace(TextView path, std::string_view bytes);
     /// The same in steps, for what is too long for one text or must be told before it takes its place.
-    virtual std::unique_ptr<ReplacementFile> begin_replacement(TextView path) = 0;
+    std::unique_ptr<ReplacementFile> begin_replacement(TextView path);
     /// Cuts the file and writes it from the start, not flushed: for views and other files that only this program reads.
-    virtual std::unique_ptr<OutputFile> open_for_output(TextView path) = 0;
-    virtual void append(TextView path, std::string_view bytes) = 0;
+    std::unique_ptr<OutputFile> open_for_output(TextView path);
+    void append(TextView path, std::string_view bytes);
 
     /// Makes one level; an existing folder is no failure.
-    virtual void create_folder(TextView path) = 0;
-    /// False, with nothing changed, when something of that name is there: nothing is ever replaced.
-    virtual bool move_file(TextView from, TextView to) = 0;
+    void create_folder(TextView path);
+    /// False, with nothing changed, when something of that name is there: nothing is ever replaced. But between file
+    /// systems a file of the same bytes is the copy of a move that was killed, which is then brought to its end.
+    bool move_file(TextView from, TextView to);
     /// The names of the plain files in a folder, in the order of the upper-cased names.
-    virtual std::vector<Text> file_names(TextView folder) const = 0;
+    std::vector<Text> file_names(TextView folder) const;
+
+private:
+    template <typename... Values>
+    void announce(void (FileWatcher::*event)(Values...), Values... values) const;
+    template <typename Work>
+    auto accessed(TextView action, TextView path, const Work& work) const;
+    std::function<void()> announcing(TextView path) const;
+    std::unique_ptr<ReplacementFile> new_replacement(TextView path, std::function<void()> ahead);
+    /// Once for each folder that something is put into.
+    void sweep(const std::filesystem::path& folder);
+
+    std::filesystem::path installation_;
+    Text installation_text_;
+    DriveMap drives_;
+    std::set<std::filesystem::path::string_type> swept_; ///< folders that leftovers were removed from
+    std::vector<FileWatcher*> watchers_;
 };
 
 /// Joins an installation-relative or absolute name: the folder, a backslash, the name.

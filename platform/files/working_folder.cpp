@@ -76,7 +76,7 @@ void write_list(const fs::path& path, const VersionsByName& versions)
     std::string lines;
     for (const auto& [name, version] : versions) lines.append(version).append("\t").append(name).append("\n");
     naming_path(U"写入文件", text_of(path), [&] {
-        DiskReplacement list(path, text_of(path));
+        ReplacementFile list(path, text_of(path));
         list.write(lines);
         list.take_place();
     });
@@ -92,7 +92,7 @@ void hand_out(const fs::path& installed, const fs::path& own, const std::string&
     const std::string bytes = naming_path(U"读取文件", text_of(original), [&] { return read_file(original); });
     naming_path(U"写入文件", text_of(target), [&] {
         fs::create_directories(target.parent_path());
-        DiskReplacement file(target, text_of(target));
+        ReplacementFile file(target, text_of(target));
         file.write(bytes);
         file.take_free_place();
     });

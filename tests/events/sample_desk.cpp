@@ -135,7 +135,7 @@ SampleDesk::SampleDesk()
         fs::copy(entry.path(), to / entry.path().filename(), fs::copy_options::recursive);
     }
     for (const auto& entry : fs::recursive_directory_iterator(to)) samples_.insert(utf8_of(entry.path()));
-    office.start(make_engines(Engine::Ooxml, started.faulty, started.printer, suite_));
+    office.start(make_engines(Engine::Ooxml, started.watched, started.printer, suite_));
 }
 
 void SampleDesk::play(const Job& job, std::u32string_view folder)

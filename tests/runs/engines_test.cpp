@@ -11,7 +11,7 @@ namespace tarvik::test {
 TEST(Engines, what_a_file_holds_decides_who_opens_it)
 {
     TemporaryFolder folder;
-    DiskFiles files(folder.path());
+    Files files(folder.path());
     folder.write("package.xls", make_package({{"a", "b"}}));
     folder.write("workbook.xlsx", file_with_stream("Workbook"));
     folder.write("document.docx", file_with_stream("WordDocument"));

@@ -1,8 +1,6 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
-#include "platform/files/disk_files.h"
-#include "platform/files/watched_files.h"
 
 #include <deque>
 #include <filesystem>
@@ -34,17 +32,15 @@ private:
     std::filesystem::path path_;
 };
 
-/// Files over other files with which something happens when it is asked for: every operation that reads or changes
+/// Files that it watches have something happen to them when it is asked for: every operation that reads or changes
 /// something counts, and the one with the number that was set fails, or comes upon a disk that somebody else has
 /// changed that very moment. So each place where work can break off is reached by setting 1, 2, 3 ... until the work
 /// gets through.
-class FaultyFiles final : public WatchedFiles {
+class FaultyFiles final : public FileWatcher {
 public:
     /// Gets the path that the operation is asked for. What it throws comes in place of the operation, which else is
     /// done.
     using Trouble = std::function<void(TextView path)>;
-
-    using WatchedFiles::WatchedFiles;
 
     /// Counts from 1, from now on. 0: nothing happens.
     void trouble_at(std::size_t operation, Trouble trouble)
@@ -57,15 +53,10 @@ public:
     void fail_at(std::size_t operation);
     std::size_t counted() const { return counted_; }
 
-    std::unique_ptr<ReplacementFile> begin_replacement(TextView path) override;
-    std::unique_ptr<OutputFile> open_for_output(TextView path) override;
-
 private:
-    class Replacement;
-    class Output;
-    void beginning(TextView path) const override;
+    void beginning(TextView path) override;
 
-    mutable std::size_t counted_ = 0;
+    std::size_t counted_ = 0;
     std::size_t troubled_ = 0;
     Trouble trouble_;
 };
@@ -141,8 +132,9 @@ public:
     RecordedDialogs dialogs;
     TestClipboard clipboard;
     FixedClock clock;
-    DiskFiles files;
-    FaultyFiles faulty; ///< what the program uses; they fail only when asked to
+    Files files;
+    FaultyFiles faulty;           ///< something happens only when it is asked for
+    Files watched{files, faulty}; ///< what the program uses
     TestScreen screen;
     RecordedPrinter printer;
     NoOffice no_office;

@@ -40,7 +40,7 @@ std::string big_endian(unsigned number, unsigned size);
 /// An engine over a temporary folder, and a document "t.doc" in it.
 struct DocumentFile {
     TemporaryFolder folder;
-    DiskFiles files{folder.path()};
+    Files files{folder.path()};
     RecordedPrinter printer;
     std::unique_ptr<DocumentApplication> application =
         HiddenEngines({{}, ooxml_documents(files, printer)}).create_document();

@@ -41,7 +41,7 @@ TEST(BadInput, files_that_are_none_are_refused_with_the_reason_before_libreoffic
         {"截断", whole.substr(0, whole.size() - 600), "文件不完整或已损坏。", "文件不完整或已损坏。"},
     };
     TemporaryFolder folder;
-    DiskFiles files(folder.path());
+    Files files(folder.path());
     RecordedPrinter printer;
     libreoffice::Settings settings;
     settings.plugin = folder.path() / "none"; // no case may come so far as to need it, those for LibreOffice aside

@@ -25,7 +25,7 @@ protected:
     void make_document(const std::string& name, const std::string& body);
 
     TemporaryFolder folder;
-    DiskFiles files{folder.path()};
+    Files files{folder.path()};
     RecordedPrinter printer;
     libreoffice::LibreOffice office;
     HiddenEngines engines{libreoffice_files(office, files, printer)};

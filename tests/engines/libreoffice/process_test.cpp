@@ -210,7 +210,7 @@ TEST(OfficeSettings, rest_and_wear_end_a_process)
 TEST(OfficeSettings, what_is_missing_is_told)
 {
     TemporaryFolder folder;
-    DiskFiles files(folder.path());
+    Files files(folder.path());
     RecordedPrinter printer;
     auto settings = office_settings();
     settings.plugin = folder.path() / libreoffice::plugin_file;

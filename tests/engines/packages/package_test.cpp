@@ -163,7 +163,7 @@ TEST(PackageCache, a_file_beyond_all_measure_is_not_read)
     TemporaryFolder folder;
     folder.write("t.xlsx", make_package(picture_ahead));
     std::filesystem::resize_file(folder.path() / "t.xlsx", 1U << 30U);
-    DiskFiles files(folder.path());
+    Files files(folder.path());
     ooxml::PackageCache cache(files);
     try {
         cache.open(U"t.xlsx");
@@ -176,17 +176,17 @@ TEST(PackageCache, a_file_beyond_all_measure_is_not_read)
 TEST(PackageCache, reads_a_package_once_as_long_as_its_file_stays)
 {
     TemporaryFolder folder;
-    DiskFiles disk(folder.path());
-    FaultyFiles files(disk);
+    FaultyFiles watcher;
+    Files files(Files(folder.path()), watcher);
     ooxml::PackageCache cache(files);
     const auto operations = [&](TextView path) {
-        files.fail_at(0);
+        watcher.fail_at(0);
         (void)cache.open(path);
-        return files.counted();
+        return watcher.counted();
     };
     folder.write("small.xlsx", make_package({{"a.xml", "<a/>"}}));
     folder.write("large.xlsx", make_package({{"a.png", noise(5U << 20U)}}));
-    while (!disk.stamp(U"large.xlsx").settled) std::this_thread::yield();
+    while (!files.stamp(U"large.xlsx").settled) std::this_thread::yield();
     constexpr std::size_t looked_at = 1, read = 2;
     EXPECT_EQ(operations(U"small.xlsx"), read);
     EXPECT_EQ(operations(U"small.xlsx"), looked_at);

@@ -10,7 +10,7 @@ namespace tarvik::test {
 /// An engine over a temporary folder, and a workbook "t.xlsx" in it.
 struct WorkbookFile {
     TemporaryFolder folder;
-    DiskFiles files{folder.path()};
+    Files files{folder.path()};
     RecordedPrinter printer;
     std::unique_ptr<SpreadsheetApplication> application =
         HiddenEngines({ooxml_workbooks(files, printer), {}}).create_spreadsheet();

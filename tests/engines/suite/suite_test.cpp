@@ -323,7 +323,7 @@ TEST_F(Suite, an_application_that_holds_a_clerks_workbook_is_shown_and_left_alon
 
 TEST(SuiteChild, DISABLED_gives_a_start_up)
 {
-    DiskFiles files(folder_of_parent());
+    Files files(folder_of_parent());
     RecordedPrinter printer;
     libreoffice::LibreOffice office(hurried(folder_of_parent));
     const auto engines = make_engines(Engine::Auto, files, printer, office);

@@ -1,4 +1,4 @@
-#include "tests/platform/disk_files_fixture.h"
+#include "tests/platform/files_fixture.h"
 
 #include "platform/files/file_name.h"
 #include "platform/files/path_text.h"
@@ -33,7 +33,7 @@ private:
     HANDLE handle_;
 };
 
-TEST_F(DiskFilesTest, a_file_that_another_program_holds_is_reported_as_that)
+TEST_F(FilesTest, a_file_that_another_program_holds_is_reported_as_that)
 {
     installation.write("z1.xlsx", "old");
     {
@@ -50,7 +50,7 @@ TEST_F(DiskFilesTest, a_file_that_another_program_holds_is_reported_as_that)
     EXPECT_EQ(entries(), 1U) << "nothing is left beside it";
 }
 
-TEST_F(DiskFilesTest, a_file_that_is_held_for_a_moment_is_replaced_all_the_same)
+TEST_F(FilesTest, a_file_that_is_held_for_a_moment_is_replaced_all_the_same)
 {
     installation.write("z1.xlsx", "old");
     auto scanner = std::make_unique<Holder>(installation.path() / "z1.xlsx", FILE_SHARE_READ | FILE_SHARE_WRITE);
@@ -62,7 +62,7 @@ TEST_F(DiskFilesTest, a_file_that_is_held_for_a_moment_is_replaced_all_the_same)
     EXPECT_EQ(installation.read("z1.xlsx"), "new");
 }
 
-TEST_F(DiskFilesTest, a_write_protected_file_stays)
+TEST_F(FilesTest, a_write_protected_file_stays)
 {
     installation.write("z1.xlsx", "old");
     const fs::path file = installation.path() / "z1.xlsx";
@@ -72,7 +72,7 @@ TEST_F(DiskFilesTest, a_write_protected_file_stays)
     EXPECT_EQ(installation.read("z1.xlsx"), "old");
 }
 
-TEST_F(DiskFilesTest, names_that_no_file_has_are_refused)
+TEST_F(FilesTest, names_that_no_file_has_are_refused)
 {
     installation.write("a", "old");
     for (const TextView name : {U"CON", U"nul.xlsx", U"Lpt1 .txt", U"a.", U"a "}) {
@@ -95,7 +95,7 @@ TEST(FileName, long_ones_are_cut_between_characters)
 }
 
 // Beyond these lengths some of the system's calls work and others do not, as do other programs.
-TEST_F(DiskFilesTest, paths_that_are_too_long_are_reported_as_that)
+TEST_F(FilesTest, paths_that_are_too_long_are_reported_as_that)
 {
     const std::size_t here = installation.path().native().size() + 1;
     const Text deepest(247 - here, U'd'), longest(259 - here, U'f');
@@ -117,15 +117,15 @@ TEST_F(DiskFilesTest, paths_that_are_too_long_are_reported_as_that)
     EXPECT_EQ(entries(), 3U);
 }
 
-TEST_F(DiskFilesTest, drives_and_paths_of_other_computers)
+TEST_F(FilesTest, drives_and_paths_of_other_computers)
 {
     EXPECT_EQ(files.resolve(U"e:\\x"), fs::path(L"E:\\x"));
     EXPECT_EQ(files.resolve(U"\\\\server\\share\\甲\\b"), path_of(U"\\\\server\\share\\甲\\b"));
     EXPECT_EQ(full_path(L"\\\\server\\share\\a\\..\\b").native(), L"\\\\server\\share\\b");
-    EXPECT_EQ(DiskFiles(L"\\\\server\\share\\tarvik\\").installation_folder(), U"\\\\server\\share\\tarvik");
+    EXPECT_EQ(Files(L"\\\\server\\share\\tarvik\\").installation_folder(), U"\\\\server\\share\\tarvik");
 }
 
-TEST_F(DiskFilesTest, foreign_characters_in_names)
+TEST_F(FilesTest, foreign_characters_in_names)
 {
     const Text rare = U"𠀀甲é.txt";
     files.replace(rare, "x");

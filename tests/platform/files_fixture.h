@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 #include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 
@@ -9,10 +9,10 @@
 namespace tarvik::test {
 
 /// Files over two folders, the second of which is the drive D.
-class DiskFilesTest : public testing::Test {
+class FilesTest : public testing::Test {
 protected:
     TemporaryFolder installation, drive;
-    DiskFiles files{installation.path() / "", {{'D', drive.path()}}};
+    Files files{installation.path() / "", {{'D', drive.path()}}};
 
     std::size_t entries() const
     {

@@ -1,4 +1,4 @@
-#include "tests/platform/disk_files_fixture.h"
+#include "tests/platform/files_fixture.h"
 
 #include "platform/files/file_cache.h"
 #include "platform/files/file_name.h"
@@ -52,7 +52,7 @@ TEST(FileCache, makes_contents_again_when_their_file_may_have_changed)
     }
 }
 
-TEST_F(DiskFilesTest, maps_paths)
+TEST_F(FilesTest, maps_paths)
 {
     const fs::path here = installation.path();
     EXPECT_EQ(to_utf8(files.installation_folder()), utf8_of(here));
@@ -73,7 +73,7 @@ TEST_F(DiskFilesTest, maps_paths)
     EXPECT_EQ(path_in(U"", U"a"), U"a");
 }
 
-TEST_F(DiskFilesTest, looks_names_up_without_case)
+TEST_F(FilesTest, looks_names_up_without_case)
 {
     files.create_folder(U"d:\\Photo");
     files.replace(U"d:\\Photo\\牛津字典a.TXT", "one");
@@ -86,7 +86,7 @@ TEST_F(DiskFilesTest, looks_names_up_without_case)
     EXPECT_THAT(files.file_names(U"d:\\PHOTO"), ElementsAre(U"牛津字典a.TXT"));
 }
 
-TEST_F(DiskFilesTest, lists_plain_files_by_upper_cased_names)
+TEST_F(FilesTest, lists_plain_files_by_upper_cased_names)
 {
     for (const char* name : {"b.txt", "A.txt", "a_.txt", "C.txt", "乙.txt", ".tarvik-1-1.tmp"})
         installation.write(name, name);
@@ -95,7 +95,7 @@ TEST_F(DiskFilesTest, lists_plain_files_by_upper_cased_names)
                 ElementsAre(U"A.txt", U"a_.txt", U"b.txt", U"C.txt", U"乙.txt"));
 }
 
-TEST_F(DiskFilesTest, a_replacement_takes_its_place_at_the_end)
+TEST_F(FilesTest, a_replacement_takes_its_place_at_the_end)
 {
     installation.write("a.txt", "old");
     const auto file = files.begin_replacement(U"a.txt");
@@ -111,7 +111,7 @@ TEST_F(DiskFilesTest, a_replacement_takes_its_place_at_the_end)
     EXPECT_FALSE(files.stamp(U"a.txt").settled) << "another change might bear the same stamp";
 }
 
-TEST_F(DiskFilesTest, writes_and_moves)
+TEST_F(FilesTest, writes_and_moves)
 {
     const auto scratch = files.open_for_output(U"between.txt");
     std::string expected;
@@ -151,7 +151,7 @@ TEST_F(DiskFilesTest, writes_and_moves)
     EXPECT_FALSE(files.file_exists(U"d:\\between.txt"));
 }
 
-TEST_F(DiskFilesTest, leftovers_of_killed_runs_go)
+TEST_F(FilesTest, leftovers_of_killed_runs_go)
 {
     const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
     for (const char* name : {".tarvik-1-1.tmp", ".tarvik-2-3-4.tmp", ".tarvik-5-6-7.tmp"}) {
@@ -165,7 +165,7 @@ TEST_F(DiskFilesTest, leftovers_of_killed_runs_go)
     EXPECT_EQ(entries(), 3U) << "the file, the one in work and the one just begun";
 }
 
-TEST_F(DiskFilesTest, failures_tell_the_path_and_the_reason)
+TEST_F(FilesTest, failures_tell_the_path_and_the_reason)
 {
     fs::create_directory(installation.path() / "folder");
     installation.write("plain", "x");

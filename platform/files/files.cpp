@@ -1,6 +1,5 @@
-#include "platform/files/disk_files.h"
+#include "platform/files/files.h"
 
-#include "platform/files/disk_file.h"
 #include "platform/files/file_failure.h"
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
@@ -37,19 +36,38 @@ Text path_in(TextView folder, TextView name)
     return closed ? folder.str() + name : folder.str() + U"\\" + name;
 }
 
-DiskFiles::DiskFiles(const fs::path& installation, const DriveMap& drives)
+Files::Files(const fs::path& installation, const DriveMap& drives)
     : installation_(without_closing_separator(installation)), installation_text_(text_of(installation_))
 {
     for (const auto& [letter, folder] : drives)
         drives_[static_cast<char>(std::tolower(static_cast<unsigned char>(letter)))] = folder;
 }
 
-Text DiskFiles::installation_folder() const
+Files::Files(const Files& files, FileWatcher& watcher) : Files(files)
 {
-    return installation_text_;
+    watchers_.insert(watchers_.begin(), &watcher);
 }
 
-fs::path DiskFiles::resolve(TextView path) const
+template <typename... Values>
+void Files::announce(void (FileWatcher::*event)(Values...), Values... values) const
+{
+    for (FileWatcher* watcher : watchers_) (watcher->*event)(values...);
+}
+
+/// Does work of which the watchers hear beforehand; what the system fails in names the path.
+template <typename Work>
+auto Files::accessed(TextView action, TextView path, const Work& work) const
+{
+    announce(&FileWatcher::beginning, path);
+    return naming_path(action, path, work);
+}
+
+std::function<void()> Files::announcing(TextView path) const
+{
+    return [this, shown = path.str()] { announce(&FileWatcher::beginning, TextView(shown)); };
+}
+
+fs::path Files::resolve(TextView path) const
 {
     if (path.find(U'\0') != npos) throw file_failure(U"使用", path, EINVAL);
     if (const char letter = drive_letter(path); letter != '\0') {
@@ -63,86 +81,102 @@ fs::path DiskFiles::resolve(TextView path) const
     return rooted_path(path);
 }
 
-bool DiskFiles::file_exists(TextView path) const
+bool Files::file_exists(TextView path) const
 {
+    announce(&FileWatcher::looking);
     std::error_code error;
     return path.find(U'\0') == npos && fs::is_regular_file(resolve(path), error);
 }
 
-bool DiskFiles::folder_exists(TextView path) const
+bool Files::folder_exists(TextView path) const
 {
+    announce(&FileWatcher::looking);
     std::error_code error;
     return path.find(U'\0') == npos && fs::is_directory(resolve(path), error);
 }
 
-FileStamp DiskFiles::stamp(TextView path) const
+FileStamp Files::stamp(TextView path) const
 {
-    return naming_path(U"查看文件", path, [&] { return stamp_of(resolve(path)); });
+    return accessed(U"查看文件", path, [&] { return stamp_of(resolve(path)); });
 }
 
-std::string DiskFiles::read(TextView path) const
+std::string Files::read(TextView path) const
 {
-    return naming_path(U"读取文件", path, [&] { return read_file(resolve(path)); });
+    std::string bytes = accessed(U"读取文件", path, [&] { return read_file(resolve(path)); });
+    announce(&FileWatcher::stream_stands);
+    return bytes;
 }
 
-ByteSource DiskFiles::open_for_input(TextView path) const
+ByteSource Files::open_for_input(TextView path) const
 {
-    auto file = naming_path(U"读取文件", path, [&] { return open_for_reading(resolve(path)); });
+    auto file = accessed(U"读取文件", path, [&] { return open_for_reading(resolve(path)); });
+    announce(&FileWatcher::stream_stands);
     return [file = std::move(file), shown = path.str()](std::span<char> target) {
         return naming_path(U"读取文件", shown, [&] { return file->read(target); });
     };
 }
 
-void DiskFiles::replace(TextView path, std::string_view bytes)
+void Files::replace(TextView path, std::string_view bytes)
 {
-    const auto file = begin_replacement(path);
-    file->write(bytes);
-    file->take_place();
-}
-
-std::unique_ptr<ReplacementFile> DiskFiles::begin_replacement(TextView path)
-{
-    return naming_path(U"写入文件", path, [&] {
-        const fs::path target = resolve(path);
-        auto file = std::make_unique<DiskReplacement>(target, path);
-        sweep(file->folder());
-        return file;
+    accessed(U"写入文件", path, [&] {
+        const auto file = new_replacement(path, [] {});
+        file->write(bytes);
+        file->take_place();
     });
+    announce(&FileWatcher::stream_stands);
 }
 
-void DiskFiles::sweep(const fs::path& folder)
+std::unique_ptr<ReplacementFile> Files::begin_replacement(TextView path)
+{
+    auto file = accessed(U"写入文件", path, [&] { return new_replacement(path, announcing(path)); });
+    announce(&FileWatcher::stream_stands);
+    return file;
+}
+
+std::unique_ptr<ReplacementFile> Files::new_replacement(TextView path, std::function<void()> ahead)
+{
+    auto file = std::make_unique<ReplacementFile>(resolve(path), path, std::move(ahead));
+    sweep(file->folder());
+    return file;
+}
+
+void Files::sweep(const fs::path& folder)
 {
     if (swept_.insert(folder.native()).second) remove_leftovers(folder);
 }
 
-std::unique_ptr<OutputFile> DiskFiles::open_for_output(TextView path)
+std::unique_ptr<OutputFile> Files::open_for_output(TextView path)
 {
-    return naming_path(U"写入文件", path, [&] { return std::make_unique<DiskOutput>(resolve(path), path.str()); });
+    auto file = accessed(U"写入文件", path,
+                         [&] { return std::make_unique<OutputFile>(resolve(path), path, announcing(path)); });
+    announce(&FileWatcher::stream_stands);
+    return file;
 }
 
-void DiskFiles::append(TextView path, std::string_view bytes)
+void Files::append(TextView path, std::string_view bytes)
 {
-    naming_path(U"写入文件", path, [&] { append_to_file(resolve(path), bytes); });
+    accessed(U"写入文件", path, [&] { append_to_file(resolve(path), bytes); });
+    announce(&FileWatcher::stream_stands);
 }
 
-void DiskFiles::create_folder(TextView path)
+void Files::create_folder(TextView path)
 {
-    naming_path(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
+    accessed(U"建立文件夹", path, [&] { make_folder(resolve(path)); });
 }
 
-bool DiskFiles::move_file(TextView from, TextView to)
+bool Files::move_file(TextView from, TextView to)
 {
-    return naming_path(U"移动文件", from, [&] {
+    return accessed(U"移动文件", from, [&] {
         const fs::path target = resolve(to);
         sweep(target.parent_path());
         return move_disk_file(resolve(from), target);
     });
 }
 
-std::vector<Text> DiskFiles::file_names(TextView folder) const
+std::vector<Text> Files::file_names(TextView folder) const
 {
     std::vector<std::pair<Text, Text>> found; // upper-cased, as it is
-    naming_path(U"列出文件夹", folder, [&] {
+    accessed(U"列出文件夹", folder, [&] {
         for (const auto& entry : fs::directory_iterator(resolve(folder))) {
             std::error_code error;
             if (!entry.is_regular_file(error) || is_unfinished(utf8_of(entry.path().filename()))) continue;

@@ -1,4 +1,4 @@
-#include "tests/platform/disk_files_fixture.h"
+#include "tests/platform/files_fixture.h"
 
 #include "platform/files/file_name.h"
 #include "tests/support/full_disk.h"
@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-TEST_F(DiskFilesTest, own_names_and_the_home_folder)
+TEST_F(FilesTest, own_names_and_the_home_folder)
 {
     const fs::path here = installation.path();
     fs::create_directories(here / "photo/Old");
@@ -45,7 +45,7 @@ TEST(FileName, long_ones_are_cut_between_characters)
     EXPECT_EQ(safe_file_name(U"." + Text(90, U'中')), U"." + Text(84, U'中'));
 }
 
-TEST_F(DiskFilesTest, of_two_names_that_differ_in_case_the_first_is_taken)
+TEST_F(FilesTest, of_two_names_that_differ_in_case_the_first_is_taken)
 {
     drive.write("same.txt", "small");
     drive.write("SAME.txt", "capitals");
@@ -53,14 +53,14 @@ TEST_F(DiskFilesTest, of_two_names_that_differ_in_case_the_first_is_taken)
     EXPECT_EQ(files.read(U"d:\\Same.txt"), "capitals") << "the first in the order of the bytes";
 }
 
-TEST_F(DiskFilesTest, names_that_are_no_text_are_listed_and_found)
+TEST_F(FilesTest, names_that_are_no_text_are_listed_and_found)
 {
     installation.write("bad\xff.txt", "x");
     EXPECT_THAT(files.file_names(files.installation_folder()), ElementsAre(U"bad\ufffd.txt"));
     EXPECT_EQ(files.read(U"bad\ufffd.txt"), "x") << "a listed name can be read";
 }
 
-TEST_F(DiskFilesTest, replace_keeps_permissions_group_and_links)
+TEST_F(FilesTest, replace_keeps_permissions_group_and_links)
 {
     installation.write("old.bin", "old");
     const fs::path old = installation.path() / "old.bin";
@@ -80,7 +80,7 @@ TEST_F(DiskFilesTest, replace_keeps_permissions_group_and_links)
     EXPECT_EQ(entries(), 2U);
 }
 
-TEST_F(DiskFilesTest, a_full_disk_leaves_the_old_file_whole)
+TEST_F(FilesTest, a_full_disk_leaves_the_old_file_whole)
 {
     installation.write("z1.xlsx", "old");
     installation.write("notes.txt", "line\r\n");
@@ -100,7 +100,7 @@ TEST_F(DiskFilesTest, a_full_disk_leaves_the_old_file_whole)
     EXPECT_EQ(entries(), 3U);
 }
 
-TEST_F(DiskFilesTest, pipes_are_no_files)
+TEST_F(FilesTest, pipes_are_no_files)
 {
     ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
     EXPECT_THAT(failure_of([&] { files.read(U"pipe"); }), HasSubstr("pipe"));
@@ -110,7 +110,7 @@ TEST_F(DiskFilesTest, pipes_are_no_files)
     EXPECT_THAT(failure_of([&] { files.move_file(U"pipe", U"moved"); }), HasSubstr("pipe"));
 }
 
-TEST_F(DiskFilesTest, a_walk_passes_over_what_is_no_file)
+TEST_F(FilesTest, a_walk_passes_over_what_is_no_file)
 {
     const auto folder = installation.path() / "walk";
     fs::create_directory(folder);
