@@ -7,21 +7,12 @@ namespace tarvik::ooxml {
 
 namespace {
 
-std::string shifted_corner(std::string_view word, int rows, int columns)
+std::string corner_text(const calculation::Corner& corner)
 {
-    const auto corner = calculation::parse_corner(word);
-    if (!corner) return std::string(word);
-    std::string shifted;
-    if (corner->column) {
-        if (corner->is_column_fixed) shifted += '$';
-        shifted +=
-            column_name(wrapped(*corner->column + (corner->is_column_fixed ? 0 : columns), last_column_of_sheet));
-    }
-    if (corner->row) {
-        if (corner->is_row_fixed) shifted += '$';
-        shifted += std::to_string(wrapped(*corner->row + (corner->is_row_fixed ? 0 : rows), last_row_of_sheet));
-    }
-    return shifted;
+    std::string text;
+    if (corner.column) text += (corner.is_column_fixed ? "$" : "") + column_name(*corner.column);
+    if (corner.row) text += (corner.is_row_fixed ? "$" : "") + std::to_string(*corner.row);
+    return text;
 }
 
 } // namespace
@@ -47,10 +38,8 @@ std::string shifted_formula(std::string_view formula, int rows, int columns)
         const auto start = static_cast<std::size_t>(token.text.data() - formula.data());
         shifted += formula.substr(copied, start - copied);
         copied = start + token.text.size();
-        const auto colon = std::min(token.text.find(':'), token.text.size());
-        shifted += shifted_corner(token.text.substr(0, colon), rows, columns);
-        if (token.kind == TokenKind::Lines)
-            shifted.append(":").append(shifted_corner(token.text.substr(colon + 1), rows, columns));
+        shifted += corner_text(token.first.moved(rows, columns));
+        if (token.kind == TokenKind::Lines) shifted += ":" + corner_text(token.last.moved(rows, columns));
     }
     return shifted += formula.substr(copied);
 }

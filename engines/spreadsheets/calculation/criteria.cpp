@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/calculation/criteria.h"
 
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/formula.h"
 
 #include <array>
 

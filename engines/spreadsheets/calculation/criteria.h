@@ -1,7 +1,6 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/tree.h"
-#include "engines/spreadsheets/calculation/value.h"
+#include "engines/spreadsheets/calculation/formula.h"
 
 #include <string_view>
 

@@ -172,7 +172,6 @@ Operand Evaluator::operand(ReferenceOperator how, const Node& node, Mode mode)
 
 Operand Evaluator::operand(const FunctionCall& call, const Node& node, Mode mode)
 {
-    if (!call.function) throw CannotCalculate(call.name);
     spend(1);
     return Call(*this, node, mode).run(*call.function);
 }

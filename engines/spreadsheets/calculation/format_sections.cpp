@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/calculation/number_format.h"
 
 #include "engines/spreadsheets/calculation/criteria.h"
-#include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>
 #include <array>

@@ -205,7 +205,7 @@ double present_value(const std::vector<double>& flows, double rate)
 Operand npv(Call& call)
 {
     require(call.number(0) != -1, CellError::DivisionByZero);
-    return Value(present_value(all_numbers(call, 1), call.number(0)) / (1 + call.number(0)));
+    return Value(present_value(numbers_of(call, 1, call.size()), call.number(0)) / (1 + call.number(0)));
 }
 
 // Newton's way to where the function is 0.

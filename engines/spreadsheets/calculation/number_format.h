@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/tree.h"
+#include "engines/spreadsheets/calculation/formula.h"
 
 #include <optional>
 #include <vector>

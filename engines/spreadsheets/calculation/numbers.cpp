@@ -10,28 +10,16 @@
 
 namespace tarvik::calculation {
 
-void visit_numbers(Call& call, std::size_t begin, std::size_t end, Counted counted, const NumberVisitor& visitor)
+std::vector<double> numbers_of(Call& call, std::size_t begin, std::size_t end, Counted counted)
 {
+    std::vector<double> numbers;
     call.visit_values(begin, end, [&](const Value& value, bool is_written) {
-        if (const auto* const number = std::get_if<double>(&value)) return visitor(*number);
-        if (is_written || std::holds_alternative<CellError>(value)) return visitor(call.to_number(value));
+        if (const auto* const number = std::get_if<double>(&value)) return numbers.push_back(*number);
+        if (is_written || std::holds_alternative<CellError>(value)) return numbers.push_back(call.to_number(value));
         if (counted == Counted::Numbers || std::holds_alternative<std::monostate>(value)) return;
         const auto* const truth = std::get_if<bool>(&value);
-        visitor(truth && *truth ? 1 : 0);
+        numbers.push_back(truth && *truth ? 1 : 0);
     });
-}
-
-std::vector<double> all_numbers(Call& call, std::size_t from, Counted counted)
-{
-    std::vector<double> numbers;
-    visit_numbers(call, from, call.size(), counted, [&](double number) { numbers.push_back(number); });
-    return numbers;
-}
-
-std::vector<double> numbers_of(Call& call, std::size_t argument)
-{
-    std::vector<double> numbers;
-    visit_numbers(call, argument, argument + 1, Counted::Numbers, [&](double number) { numbers.push_back(number); });
     return numbers;
 }
 

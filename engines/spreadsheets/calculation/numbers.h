@@ -3,7 +3,6 @@
 #include "engines/spreadsheets/calculation/evaluator.h"
 
 #include <cmath>
-#include <functional>
 #include <vector>
 
 namespace tarvik::calculation {
@@ -11,13 +10,13 @@ namespace tarvik::calculation {
 /// What counts as a number in cells and arrays: numbers alone; or texts too as 0, and truth values as 0 and 1.
 enum class Counted { Numbers, Everything };
 
-using NumberVisitor = std::function<void(double)>;
 /// The numbers of the arguments from `begin` to before `end`. A value that is written there itself counts as the number
 /// that it is or reads as; ErrorResult for an error.
-void visit_numbers(Call& call, std::size_t begin, std::size_t end, Counted counted, const NumberVisitor& visitor);
-/// Of all arguments from that one on.
-std::vector<double> all_numbers(Call& call, std::size_t from = 0, Counted counted = Counted::Numbers);
-std::vector<double> numbers_of(Call& call, std::size_t argument);
+std::vector<double> numbers_of(Call& call, std::size_t begin, std::size_t end, Counted counted = Counted::Numbers);
+inline std::vector<double> numbers_of(Call& call, std::size_t argument)
+{
+    return numbers_of(call, argument, argument + 1);
+}
 
 /// ErrorResult unless it holds.
 inline void require(bool holds, CellError error = CellError::Number)

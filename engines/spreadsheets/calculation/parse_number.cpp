@@ -1,6 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/dates.h"
-#include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>
 #include <array>

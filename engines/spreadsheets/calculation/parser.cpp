@@ -149,8 +149,10 @@ private:
             Node other = parse_operand();
             auto* const first = std::get_if<AreaReference>(&node.content);
             const auto* const second = std::get_if<AreaReference>(&other.content);
-            if (first && second && first->first == first->last && second->first == second->last &&
-                second->first_sheet.empty()) {
+            const auto is_cell = [](const AreaReference& area) {
+                return area.first.is_cell() && area.first == area.last;
+            };
+            if (first && second && is_cell(*first) && is_cell(*second) && second->first_sheet.empty()) {
                 first->last = second->last;
                 continue;
             }
@@ -230,9 +232,9 @@ private:
 
     Node parse_area(const Text& first_sheet, const Text& last_sheet)
     {
-        const std::string_view text = token_.text;
+        const Token token = token_;
         advance();
-        return area_leaf(text, first_sheet, last_sheet, at_);
+        return {AreaReference{first_sheet, last_sheet, token.first, token.last, at_}, {}};
     }
 
     Node parse_name(const Text& sheet)
@@ -246,13 +248,12 @@ private:
 
     Node parse_call()
     {
-        FunctionCall call;
-        call.name = in_capitals(token_.text);
+        std::string name = in_capitals(token_.text);
         for (const std::string_view prefix : {"_XLFN.", "_XLWS.", "_XLUDF.", "ORG.LIBREOFFICE.", "ORG.OPENOFFICE."})
-            if (call.name.starts_with(prefix)) call.name.erase(0, prefix.size());
-        call.function = find_function(call.name);
-        formula_.is_volatile = formula_.is_volatile || (call.function && call.function->is_volatile);
-        formula_.has_subtotal = formula_.has_subtotal || call.name == "SUBTOTAL" || call.name == "AGGREGATE";
+            if (name.starts_with(prefix)) name.erase(0, prefix.size());
+        const auto* const function = find_function(name);
+        formula_.is_volatile = formula_.is_volatile || (function && function->is_volatile);
+        formula_.has_subtotal = formula_.has_subtotal || name == "SUBTOTAL" || name == "AGGREGATE";
         advance();
         require("(");
         Node node;
@@ -264,9 +265,10 @@ private:
             require(")");
         }
         const int count = static_cast<int>(node.children.size());
-        if (call.function && (count < call.function->least || count > call.function->most))
-            throw SyntaxError{"number of arguments of " + call.name};
-        node.content = std::move(call);
+        if (function && (count < function->least || count > function->most))
+            throw SyntaxError{"number of arguments of " + name};
+        if (function) node.content = FunctionCall{function};
+        else node.content = Uncalculable{std::move(name)};
         return node;
     }
 

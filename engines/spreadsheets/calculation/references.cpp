@@ -8,13 +8,6 @@ namespace {
 
 constexpr int deepest_names = 20;
 
-Place place_of(const AreaReference::Corner& corner, Place at) noexcept
-{
-    return {corner.is_row_fixed ? corner.row : ooxml::wrapped(at.row + corner.row, ooxml::last_row_of_sheet),
-            corner.is_column_fixed ? corner.column
-                                   : ooxml::wrapped(at.column + corner.column, ooxml::last_column_of_sheet)};
-}
-
 std::optional<int> column_of(const Table& table, const Text& name)
 {
     for (std::size_t i = 0; i < table.columns.size(); ++i)
@@ -59,6 +52,14 @@ bool visit_node(const Node& node, const CellAddress& at, const Names& names, con
 
 } // namespace
 
+Corner Corner::moved(int rows, int columns) const noexcept
+{
+    Corner corner = *this;
+    if (row && !is_row_fixed) corner.row = ooxml::wrapped(*row + rows, ooxml::last_row_of_sheet);
+    if (column && !is_column_fixed) corner.column = ooxml::wrapped(*column + columns, ooxml::last_column_of_sheet);
+    return corner;
+}
+
 Operand resolve(const AreaReference& reference, const CellAddress& at, const Names& names)
 {
     int first = at.sheet, last = at.sheet;
@@ -68,9 +69,13 @@ Operand resolve(const AreaReference& reference, const CellAddress& at, const Nam
         first = std::min(*one, *other);
         last = std::max(*one, *other);
     }
-    const Place corner = place_of(reference.first, at.place);
-    Range range{corner, corner};
-    range.include(place_of(reference.last, at.place));
+    const auto place_of = [&](const Corner& written, Place otherwise) {
+        const auto corner = written.moved(at.place.row - reference.home.row, at.place.column - reference.home.column);
+        return Place{corner.row.value_or(otherwise.row), corner.column.value_or(otherwise.column)};
+    };
+    const Place first_place = place_of(reference.first, ooxml::whole_sheet.first);
+    Range range{first_place, first_place};
+    range.include(place_of(reference.last, ooxml::whole_sheet.last));
     Areas areas;
     for (int sheet = first; sheet <= last; ++sheet) areas.push_back({sheet, range});
     return areas;

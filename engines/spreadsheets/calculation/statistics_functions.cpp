@@ -12,14 +12,7 @@ namespace {
 template <Fold fold, Counted counted = Counted::Numbers>
 Operand folded(Call& call)
 {
-    return Value(fold(all_numbers(call, 0, counted)));
-}
-
-Operand sum(Call& call)
-{
-    double result = 0;
-    visit_numbers(call, 0, call.size(), Counted::Numbers, [&](double number) { result += number; });
-    return result;
+    return Value(fold(numbers_of(call, 0, call.size(), counted)));
 }
 
 Operand count(Call& call)
@@ -83,7 +76,7 @@ Operand mode(Call& call)
         const bool is_cell = areas && areas->size() == 1 && areas->front().range.first == areas->front().range.last;
         require(!is_cell || !numbers_of(call, i).empty(), CellError::Value);
     }
-    return Value(most_frequent_of(all_numbers(call)));
+    return Value(most_frequent_of(numbers_of(call, 0, call.size())));
 }
 
 template <bool is_exclusive, int parts>
@@ -259,7 +252,7 @@ constexpr Function table[] = {
     {"STDEV.S", 1, 255, "r", folded<deviation<sample_variance>>},
     {"STDEVP", 1, 255, "r", folded<deviation<variance>>},
     {"SUBTOTAL", 2, 255, "nr", subtotal},
-    {"SUM", 1, 255, "r", sum},
+    {"SUM", 1, 255, "r", folded<sum_of>},
     {"SUMPRODUCT", 1, 255, "a", sum_product},
     {"SUMSQ", 1, 255, "r", folded<sum_of_squares>},
     {"VAR", 1, 255, "r", folded<sample_variance>},

@@ -62,16 +62,27 @@ bool is_bang(std::string_view text, std::size_t at) noexcept
     return at < text.size() && text[at] == '!';
 }
 
-AreaReference::Corner placed(const Corner& corner, Place at, bool is_last)
+std::optional<Corner> parse_corner(std::string_view word) noexcept
 {
-    AreaReference::Corner result;
-    result.is_row_fixed = corner.is_row_fixed || !corner.row;
-    result.is_column_fixed = corner.is_column_fixed || !corner.column;
-    const int row = corner.row.value_or(is_last ? ooxml::last_row_of_sheet : 1);
-    const int column = corner.column.value_or(is_last ? ooxml::last_column_of_sheet : 1);
-    result.row = result.is_row_fixed ? row : row - at.row;
-    result.column = result.is_column_fixed ? column : column - at.column;
-    return result;
+    Corner corner;
+    const auto take_dollar = [&word] {
+        const bool is_there = word.starts_with('$');
+        if (is_there) word.remove_prefix(1);
+        return is_there;
+    };
+    corner.is_column_fixed = take_dollar();
+    const auto digits = std::min(word.find_first_of("$0123456789"), word.size());
+    corner.column = ooxml::parse_column(word.substr(0, digits));
+    if (digits > 0 && !corner.column) return std::nullopt;
+    word.remove_prefix(digits);
+    if (corner.column) {
+        corner.is_row_fixed = take_dollar();
+        if (word.empty()) return corner.is_row_fixed ? std::nullopt : std::optional(corner);
+    } else {
+        corner.is_row_fixed = corner.is_column_fixed; // "$3": the only "$" is the row's
+    }
+    corner.row = ooxml::parse_count(word, ooxml::last_row_of_sheet);
+    return corner.row ? std::optional(corner) : std::nullopt;
 }
 
 // The pieces of what stands between a table's brackets: "[#This Row],[a]:[b]" or a plain column. An escape stays.
@@ -94,9 +105,9 @@ std::vector<std::string_view> pieces_of(std::string_view inside)
 
 } // namespace
 
-Token Tokens::take(TokenKind kind, std::size_t size)
+Token Tokens::take(TokenKind kind, std::size_t size, const Corner& first, const Corner& last)
 {
-    const Token token{kind, rest_.substr(0, size), false};
+    const Token token{kind, rest_.substr(0, size), false, first, last};
     rest_.remove_prefix(std::min(size, rest_.size()));
     return token;
 }
@@ -143,20 +154,6 @@ std::size_t Tokens::sheet_length(std::size_t from) const noexcept
     return end > from && is_bang(rest_, end) ? end + 1 - from : 0;
 }
 
-// The length of whole columns or rows, which are a reference only when both ends are.
-std::size_t Tokens::lines_length() const noexcept
-{
-    const auto first = word_length(rest_, 0);
-    if (first == 0 || first >= rest_.size() || rest_[first] != ':') return 0;
-    const auto second = word_length(rest_, first + 1);
-    const auto one = parse_corner(rest_.substr(0, first));
-    const auto other = parse_corner(rest_.substr(first + 1, second));
-    if (!one || !other || (one->row && one->column)) return 0;
-    if (one->row.has_value() != other->row.has_value() || one->column.has_value() != other->column.has_value())
-        return 0;
-    return first + 1 + second;
-}
-
 Token Tokens::take_word()
 {
     if (const auto sheet = sheet_length(0); sheet > 0) {
@@ -164,14 +161,20 @@ Token Tokens::take_word()
         rest_.remove_prefix(1);
         return token;
     }
-    if (const auto lines = lines_length(); lines > 0) return take(TokenKind::Lines, lines);
+    const auto word = word_length(rest_, 0);
+    const auto corner = parse_corner(rest_.substr(0, word));
+    if (corner && !corner->is_cell() && rest_.substr(word).starts_with(':')) {
+        const auto second = word_length(rest_, word + 1);
+        const auto other = parse_corner(rest_.substr(word + 1, second));
+        if (other && !other->is_cell() && corner->row.has_value() == other->row.has_value())
+            return take(TokenKind::Lines, word + 1 + second, *corner, *other);
+    }
     const char c = rest_.front();
     if (is_digit(c) || (c == '.' && rest_.size() > 1 && is_digit(rest_[1]))) {
         double number = 0;
         const auto* const end = std::from_chars(rest_.data(), rest_.data() + rest_.size(), number).ptr;
         return take(TokenKind::Number, static_cast<std::size_t>(end - rest_.data()));
     }
-    const auto word = word_length(rest_, 0);
     if (word < rest_.size() && rest_[word] == '[') {
         const auto brackets = brackets_length(rest_, word);
         if (brackets == 0) return take(TokenKind::Bad, 1);
@@ -179,31 +182,7 @@ Token Tokens::take_word()
     }
     if (word == 0) return take(TokenKind::Bad, 1);
     if (word < rest_.size() && rest_[word] == '(') return take(TokenKind::Function, word);
-    const auto corner = parse_corner(rest_.substr(0, word));
-    return take(corner && corner->row && corner->column ? TokenKind::Cell : TokenKind::Name, word);
-}
-
-std::optional<Corner> parse_corner(std::string_view word) noexcept
-{
-    Corner corner;
-    const auto take_dollar = [&word] {
-        const bool is_there = word.starts_with('$');
-        if (is_there) word.remove_prefix(1);
-        return is_there;
-    };
-    corner.is_column_fixed = take_dollar();
-    const auto digits = std::min(word.find_first_of("$0123456789"), word.size());
-    corner.column = ooxml::parse_column(word.substr(0, digits));
-    if (digits > 0 && !corner.column) return std::nullopt;
-    word.remove_prefix(digits);
-    if (corner.column) {
-        corner.is_row_fixed = take_dollar();
-        if (word.empty()) return corner.is_row_fixed ? std::nullopt : std::optional(corner);
-    } else {
-        corner.is_row_fixed = corner.is_column_fixed; // "$3": the only "$" is the row's
-    }
-    corner.row = ooxml::parse_count(word, ooxml::last_row_of_sheet);
-    return corner.row ? std::optional(corner) : std::nullopt;
+    return corner && corner->is_cell() ? take(TokenKind::Cell, word, *corner, *corner) : take(TokenKind::Name, word);
 }
 
 Node uncalculable(std::string reason)
@@ -240,15 +219,6 @@ Node number_leaf(std::string_view digits)
     }
     if (error != std::errc() || end != digits.data() + digits.size()) return uncalculable("syntax");
     return {Value(number), {}};
-}
-
-Node area_leaf(std::string_view text, const Text& first_sheet, const Text& last_sheet, Place at)
-{
-    const auto colon = text.find(':');
-    const auto one = parse_corner(text.substr(0, colon));
-    const auto other = colon == std::string_view::npos ? one : parse_corner(text.substr(colon + 1));
-    if (!one || !other) return uncalculable("syntax");
-    return {AreaReference{first_sheet, last_sheet, placed(*one, at, false), placed(*other, at, true)}, {}};
 }
 
 Node table_leaf(std::string_view text)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/tree.h"
+#include "engines/spreadsheets/calculation/formula.h"
 
 #include <optional>
 #include <string>
@@ -28,6 +28,7 @@ struct Token {
     TokenKind kind = TokenKind::End;
     std::string_view text; ///< of the formula
     bool is_after_blank = false;
+    Corner first{}, last{}; ///< of a cell, which is both, or of lines
 };
 
 /// Takes a formula apart, which it does not keep. Every formula ends in End; Bad is one character that means nothing.
@@ -37,30 +38,17 @@ public:
     Token next();
 
 private:
-    Token take(TokenKind kind, std::size_t size);
+    Token take(TokenKind kind, std::size_t size, const Corner& first = {}, const Corner& last = {});
     Token take_word();
     std::size_t sheet_length(std::size_t from) const noexcept;
-    std::size_t lines_length() const noexcept;
 
     std::string_view rest_;
 };
-
-/// One corner of a reference: a column, a row or both, each with or without "$".
-struct Corner {
-    std::optional<int> column;
-    std::optional<int> row;
-    bool is_column_fixed = false;
-    bool is_row_fixed = false;
-};
-
-std::optional<Corner> parse_corner(std::string_view word) noexcept;
 
 // Nodes without children, made of one token each.
 
 Node uncalculable(std::string reason);
 Node number_leaf(std::string_view digits);
-/// Of a cell, or of whole columns or rows, as the formula at `at` means it. The sheets in lower case, or empty.
-Node area_leaf(std::string_view text, const Text& first_sheet, const Text& last_sheet, Place at);
 /// Of a table's name, if any, and its brackets.
 Node table_leaf(std::string_view text);
 
