@@ -80,10 +80,7 @@ void Desktop::start(const Text& notice)
     queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
-        form3_front_.scale.zoom = form4_front_.scale.zoom = main_.scale.zoom;
         theme_.set_dialog_font(main_.scale);
-        form3_.set_zoom();
-        form4_.set_zoom();
         recorder_.remember_opening();
         if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);
     });

@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QPalette>
 #include <QRect>
+#include <QRectF>
 #include <QSize>
 #include <QStringList>
 
@@ -14,7 +15,13 @@ class QWidget;
 /// Fonts, colours and scale of the windows.
 namespace tarvik {
 
-/// How large the model shows: its twips and points as pixels. The windows of the program share one.
+/// In twips, from the corner of the window or frame that the control stands in.
+inline QRectF place_of(const Control& control)
+{
+    return {control.left(), control.top(), control.width(), control.height()};
+}
+
+/// How large the model shows: its twips and points as pixels.
 struct Scale {
     double dots_per_inch = 96;
     double zoom = 1;
@@ -23,14 +30,10 @@ struct Scale {
     double twips(double pixels_) const { return pixels_ * 1440 / dots_per_inch / zoom; }
     double font_pixels(double points) const { return points / 72 * dots_per_inch * zoom; }
     /// Neighbours that touch in the model touch on the screen.
-    QRect rectangle(double left, double top, double width, double height) const
+    QRect rectangle(const QRectF& twips) const
     {
-        const int x = qRound(pixels(left)), y = qRound(pixels(top));
-        return {x, y, qRound(pixels(left + width)) - x, qRound(pixels(top + height)) - y};
-    }
-    QRect rectangle(const Control& control) const
-    {
-        return rectangle(control.left(), control.top(), control.width(), control.height());
+        const int x = qRound(pixels(twips.left())), y = qRound(pixels(twips.top()));
+        return {x, y, qRound(pixels(twips.right())) - x, qRound(pixels(twips.bottom())) - y};
     }
     QSize size(const Control& control) const
     {

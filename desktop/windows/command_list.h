@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/controls/line_box.h"
+#include "desktop/windows/line_box.h"
 
 #include <QListWidget>
 

@@ -40,19 +40,19 @@ QString dropped_file(const QDropEvent& event)
 } // namespace
 
 Form1Window::Form1Window(Front& front)
-    : FormWindow(front, front.program.form1.window), form1_(front.program.form1), fonts_(front.theme, front.scale),
+    : FormWindow(front, front.program.form1.window), form1_(front.program.form1),
       number_fonts_(front.theme, front.scale), progress_(*this), status_([this] { stop_run(); }, *this),
       find_bar_(
           front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {
-    make_boxes();
-    make_buttons();
-    make_frames();
-    set_tab_order();
+    make_controls();
     commands_ = new CommandList(front, *query_box_, *this, [this] { return shown_pane(); });
     key_hint_ = new QLabel(this);
     key_hint_->setObjectName("keys");
     key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_}) add_font(*widget, FontRole::Help);
+    add_font(find_bar_, FontRole::Button);
+    add_font(*commands_, FontRole::Notes); // even widths keep its columns
     set_tooltips(*this);
     separator_ = from_qt(user_settings().value(separator_key, usual_separator).toString());
     for (TextWidget* pane : panes_) pane->word_asked = [this](const QString& word) { look_up(word); };
@@ -105,7 +105,7 @@ TextWidget* Form1Window::shown_pane()
 QRect Form1Window::pane_on_screen() const
 {
     if (!isVisible()) return {};
-    const QRect pane = front().scale.rectangle(form1_.RichTextBox1);
+    const QRect pane = front().scale.rectangle(place_of(form1_.RichTextBox1));
     return {mapToGlobal(pane.topLeft()), pane.size()};
 }
 
@@ -238,7 +238,7 @@ void Form1Window::paintEvent(QPaintEvent* event)
     FormWindow::paintEvent(event);
     QPainter painter(this);
     const QColor fill = to_qt(form1_.RichTextBox1.back_color());
-    paint_box(painter, front().scale.rectangle(form1_.RichTextBox1), fill, false);
+    paint_box(painter, front().scale.rectangle(place_of(form1_.RichTextBox1)), fill, false);
 }
 
 // The keys work again as soon as a button has done its work.
@@ -270,17 +270,8 @@ void Form1Window::take_size(QSize size)
 
 void Form1Window::set_zoom(double zoom)
 {
-    front().scale.zoom = zoom;
-    fonts_.scale_changed();
     number_fonts_.scale_changed();
-    controls().set_fonts();
-    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_})
-        widget->setFont(front().theme.font(FontRole::Help, front().scale));
-    find_bar_.setFont(front().theme.font(FontRole::Button, front().scale));
-    commands_->setFont(front().theme.font(FontRole::Notes, front().scale)); // even widths keep its columns
-    place();
-    for (TextWidget* pane : panes_) pane->lay_anew();
-    number_box_->lay_anew();
+    FormWindow::set_zoom(zoom);
 }
 
 void Form1Window::before_first_show()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/controls/control_maker.h"
 #include "desktop/windows/command_list.h"
 #include "desktop/windows/find_bar.h"
 #include "desktop/windows/form_window.h"
@@ -61,8 +60,9 @@ protected:
     /// The model's places stand, but for three that would hide something: the number box ends above the "◎" at its
     /// corner, a row of frames that runs over the window's edge is pushed back inside, and the frames make room for the
     /// status line by their empty lower edge, and a little by moving up.
-    Place fitted(const Control& control) const override;
+    QRectF fitted(const Control& control) const override;
     void place() override;
+    void set_zoom(double zoom) override;
     void before_first_show() override;
     QSize picture_size() const override { return grows() ? growth_.endValue().toSize() : size(); }
     void take_size(QSize size) override;
@@ -76,22 +76,19 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void make_boxes();
-    void make_buttons();
-    void make_frames();
-    void set_tab_order();
+    void make_controls();
+    void make_keys();
+    void make_panes();
     bool grows() const { return growth_.state() == QAbstractAnimation::Running; }
     void grow();
-    void set_zoom(double zoom);
     std::function<void()> to_query_box();
     void keep_separator();
     void stop_run();
 
     Form1& form1_;
-    PaneFonts fonts_, number_fonts_; // the number box is no pane and keeps its size
+    PaneFonts number_fonts_; // the number box is no pane and keeps its size
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> panes_;
-    TextWidget* number_box_ = nullptr;
     ProgressLine progress_;
     StatusLine status_;
     CommandList* commands_ = nullptr;

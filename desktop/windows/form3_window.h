@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/controls/control_maker.h"
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/status_text.h"
 #include "desktop/windows/window_places.h"
@@ -18,39 +17,28 @@ namespace tarvik {
 class Form3Window final : public FormWindow {
 public:
     /// The window's place decides on the scale of `front`.
-    Form3Window(Front& front, QWidget& main_window)
-        : FormWindow(front, front.program.form3.window), fonts_(front.theme, front.scale), main_window_(main_window)
+    Form3Window(Front& front, FormWindow& main_window)
+        : FormWindow(front, front.program.form3.window), main_window_(main_window)
     {
         setAttribute(Qt::WA_ShowWithoutActivating);
         Form3& form3 = front.program.form3;
-        for (auto& [index, box] : form3.Text1)
-            controls().line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
+        for (auto& [index, box] : form3.Text1) add_line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
         for (auto& [index, box] : form3.Text1) {
             auto* heading = new QLabel(this);
             heading->setObjectName(QString("heading(%1)").arg(index));
             heading->setTextFormat(Qt::PlainText);
             headings_[index] = heading;
+            add_font(*heading, FontRole::Help);
         }
-        for (auto& [index, label] : form3.Label1) controls().label(label, FontRole::Help, *this);
-        for (auto& [index, button] : form3.Command1) controls().button(button, FontRole::Button, *this);
-        notes_ = &controls().text(form3.Text2, fonts_, FontRole::Notes, *this);
+        for (auto& [index, label] : form3.Label1) add_label(label, FontRole::Help, *this);
+        for (auto& [index, button] : form3.Command1) add_button(button, FontRole::Button, *this);
+        notes_ = &add_text(form3.Text2, fonts_, FontRole::Notes, *this);
         notes_->break_lines();
         set_tooltips(*this);
         // A window of the main window's own stays in front of it.
         setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint);
     }
 
-    /// To be called when the zoom is known.
-    void set_zoom()
-    {
-        fonts_.scale_changed();
-        controls().set_fonts();
-        for (const auto& [index, heading] : headings_)
-            heading->setFont(front().theme.font(FontRole::Help, front().scale));
-        place();
-        notes_->lay_anew();
-        setMinimumSize(qRound(front().scale.pixels(smallest_width)), qRound(front().scale.pixels(smallest_height)));
-    }
     /// Shows beside each box the heading of the column that its number names.
     void show_headings()
     {
@@ -105,7 +93,7 @@ protected:
             for (const auto& [other_index, other] : form3.Text1)
                 if (other.top() == box.top() && other.left() > box.left())
                     right = std::min(right, other.left() - heading_gap);
-            heading->setGeometry(front().scale.rectangle(left, box.top(), right - left, box.height()));
+            heading->setGeometry(front().scale.rectangle({left, box.top(), right - left, box.height()}));
         }
     }
     void before_first_show() override
@@ -113,10 +101,10 @@ protected:
         const Scale unzoomed{front().scale.dots_per_inch};
         const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
         const SidePlace place =
-            side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main}, front().scale.zoom,
+            side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main}, main_window_.zoom(),
                        main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
-        front().scale.zoom = place.zoom;
-        set_zoom();
+        set_zoom(place.zoom);
+        setMinimumSize(qRound(front().scale.pixels(smallest_width)), qRound(front().scale.pixels(smallest_height)));
         resize(place.size.expandedTo(minimumSize()));
         move(place.corner); // of the frame, as long as there is no window of the system's
         winId();            // which must be there to belong to the other
@@ -140,8 +128,7 @@ private:
     static constexpr double smaller_over_main = 0.8;
     static constexpr int interval_box = 2, comparison_box = 4, sort_box = 5;
 
-    PaneFonts fonts_;
-    QWidget& main_window_;
+    FormWindow& main_window_;
     TextWidget* notes_ = nullptr;
     bool notes_show_ = false;
     std::map<int, QLabel*> headings_; // by the index of the box

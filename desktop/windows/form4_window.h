@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/controls/control_maker.h"
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/preview_window.h"
 #include "desktop/windows/window_places.h"
@@ -23,39 +22,31 @@ namespace tarvik {
 class Form4Window final : public FormWindow {
 public:
     /// The window's place decides on the scale of `front`.
-    Form4Window(Front& front, const QWidget& main_window)
+    Form4Window(Front& front, const FormWindow& main_window)
         : FormWindow(front, front.program.form4.window), form4_(front.program.form4), main_window_(main_window),
           preview_(make_preview_window(front, *this))
     {
         scroll_area_ = new_scroll_area(*this);
-        QWidget& all = controls().frame(form4_.Frame1, *scroll_area_->widget());
-        make_rows(controls().frame(form4_.Frame2, all), 0, Form4::first_dynamic);
-        make_rows(controls().frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
-        controls().line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
-        controls().line_box(form4_.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
-        controls().button(form4_.Command1, FontRole::Button, all);
-        controls().button(form4_.Command2, FontRole::Button, all);
-        controls().button(form4_.Command3, FontRole::Button, all);
+        QWidget& all = add_frame(form4_.Frame1, *scroll_area_->widget());
+        make_rows(add_frame(form4_.Frame2, all), 0, Form4::first_dynamic);
+        make_rows(add_frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
+        add_line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
+        add_line_box(form4_.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
+        for (Control* button : {&form4_.Command1, &form4_.Command2, &form4_.Command3})
+            add_button(*button, FontRole::Button, all);
         make_help(all);
         // The wheel reaches the areas.
         for (QWidget* widget : scroll_area_->widget()->findChildren<QWidget*>())
             widget->setAttribute(Qt::WA_NoMousePropagation, false);
     }
 
-    /// To be called when the zoom is known.
-    void set_zoom()
-    {
-        controls().set_fonts();
-        place();
-    }
-
 protected:
-    Place fitted(const Control& control) const override
+    QRectF fitted(const Control& control) const override
     {
         for (const Help& help : help_)
             if (&help.control == &control) return help.place;
-        Place place = place_of(control);
-        if (&control == &form4_.Frame1) place.width -= narrower_;
+        QRectF place = place_of(control);
+        if (&control == &form4_.Frame1) place.setWidth(place.width() - narrower_);
         return place;
     }
     void place() override
@@ -89,9 +80,8 @@ protected:
         const double spare = front().scale.pixels(form4_.Label1.width() - least_help) / front().scale.zoom;
         const QSizeF least(full.width() - spare, full.height());
         const SidePlace place = side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)},
-                                           front().scale.zoom, main_window_, {"Form1.Command6", "Form1.Command3"});
-        front().scale.zoom = place.zoom;
-        set_zoom();
+                                           main_window_.zoom(), main_window_, {"Form1.Command6", "Form1.Command3"});
+        set_zoom(place.zoom);
         resize(place.size);
         move(place.corner);
     }
@@ -141,7 +131,7 @@ private:
     struct Help {
         const Control& control;
         QLabel& label;
-        Place place; // in its area
+        QRectF place; // in its area
     };
     // Created in the order in which the Tab key goes through them.
     void make_rows(QWidget& frame, int first, int end)
@@ -151,7 +141,7 @@ private:
             auto next = rows_.emplace_back().begin();
             for (auto* boxes : {&form4.Text1, &form4.Text2})
                 for (const int index : {row, row + 1}) {
-                    LineBox& box = controls().line_box((*boxes)[index], FontRole::Design, frame);
+                    LineBox& box = add_line_box((*boxes)[index], FontRole::Design, frame);
                     box.setAlignment(Qt::AlignCenter);
                     box.installEventFilter(this);
                     *next++ = &box;
@@ -163,35 +153,34 @@ private:
         help_area_ = new_scroll_area(frame);
         help_area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         for (Control* label : {&form4_.Label1, &form4_.Label2, &form4_.Label3, &form4_.Label4, &form4_.Label5})
-            help_.push_back(
-                {*label, controls().label(*label, FontRole::Help, *help_area_->widget()), place_of(*label)});
+            help_.push_back({*label, add_label(*label, FontRole::Help, *help_area_->widget()), place_of(*label)});
     }
     // The area of the help begins where its first text does, and its texts stand below each other in it.
     void lay_help()
     {
-        const Place area = place_of(form4_.Label1);
-        const double room = place_of(form4_.Frame1).height - area.top - help_gap;
-        const QRect on_screen = front().scale.rectangle(area.left, area.top, area.width - narrower_, room);
+        QRectF area = place_of(form4_.Label1);
+        area.setSize({area.width() - narrower_, form4_.Frame1.height() - area.top() - help_gap});
+        const QRect on_screen = front().scale.rectangle(area);
         const int bar = narrower_ > 0 ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
         double top = 0;
         for (auto& [control, label, place] : help_) {
             place = {0, top, front().scale.twips(on_screen.width() - bar), control.height()};
             label.setFont(front().theme.font(FontRole::Help, front().scale));
             const int needed = label.heightForWidth(on_screen.width() - bar);
-            if (narrower_ > 0) place.height = std::max(place.height, front().scale.twips(needed + 1));
-            top += place.height + help_gap;
+            if (narrower_ > 0) place.setHeight(std::max(place.height(), front().scale.twips(needed + 1)));
+            top += place.height() + help_gap;
         }
         help_area_->setGeometry(on_screen);
         help_area_->widget()->resize(on_screen.width() - bar,
-                                     front().scale.rectangle(0, 0, 0, top - help_gap).height());
+                                     front().scale.rectangle({0, 0, 0, top - help_gap}).height());
     }
     QSize size_needed() const
     {
-        const Place all = fitted(form4_.Frame1);
-        return front().scale.rectangle(0, 0, all.left + all.width + edge, all.top + all.height + edge).size();
+        const QRectF all = fitted(form4_.Frame1);
+        return front().scale.rectangle({0, 0, all.right() + edge, all.bottom() + edge}).size();
     }
     Form4& form4_;
-    const QWidget& main_window_;
+    const FormWindow& main_window_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
     std::unique_ptr<QWidget> preview_;
     QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;

@@ -1,8 +1,11 @@
 #pragma once
 
-#include "desktop/controls/control_maker.h"
+#include "desktop/front/front.h"
+#include "desktop/look/pane_fonts.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_accessible.h"
+#include "desktop/text_view/text_widget.h"
+#include "desktop/windows/line_box.h"
 #include "platform/failure.h"
 #include "platform/files/path_text.h"
 
@@ -13,15 +16,23 @@
 #include <QPixmap>
 #include <QWidget>
 
+#include <functional>
+#include <vector>
+
+class QAbstractButton;
+class QLabel;
+
 namespace tarvik {
 
-/// A window of the program. The user's resizing, minimising and closing become the model's; the model's size, state and
-/// caption become the window's. Behind the controls lies a picture of the installation folder; one that is missing or
-/// broken is no picture.
+/// A control's name with its window and index, as widgets are called: "Form1.Text1(1)"; a window by its own alone.
+QString widget_name(const Control& control);
+
+/// A window of the program, with the widgets that mirror its controls. The user's resizing, minimising and closing
+/// become the model's; the model's size, state and caption become the window's. Behind the controls lies a picture of
+/// the installation folder; one that is missing or broken is no picture.
 class FormWindow : public QWidget {
 public:
-    FormWindow(Front& front, Window& model)
-        : front_(front), model_(model), controls_(front, [this](const Control& control) { return fitted(control); })
+    FormWindow(Front& front, Window& model) : fonts_(front.theme, front.scale), front_(front), model_(model)
     {
         open_to_screen_readers();
         setObjectName(widget_name(model));
@@ -31,6 +42,7 @@ public:
         front.mirror.on_moved(model.form(), [this] { place(); });
     }
 
+    double zoom() const { return front_.scale.zoom; }
     /// Brings the window itself up to date with the model.
     void show_model()
     {
@@ -64,8 +76,10 @@ protected:
         else showNormal();
     }
     /// Where a control shows; the window may move it from the place that the model gives.
-    virtual Place fitted(const Control& control) const { return place_of(control); }
-    virtual void place() { controls_.place(); }
+    virtual QRectF fitted(const Control& control) const { return place_of(control); }
+    virtual void place();
+    /// Shows everything in the window as large as this.
+    virtual void set_zoom(double zoom);
     virtual bool has_picture() const { return true; }
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
@@ -122,11 +136,23 @@ protected:
         if (has_picture() && front_.theme.look() == Look::Light) paint_picture(painter);
     }
 
+    /// These make the widget of a control. `clicked` is called behind a click with the mouse.
+    QAbstractButton& add_button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});
+    QAbstractButton& add_option(OptionButton& control, QWidget& parent, std::function<void()> clicked);
+    QWidget& add_frame(Control& control, QWidget& parent);
+    QLabel& add_label(Control& control, FontRole role, QWidget& parent);
+    LineBox& add_line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu = false);
+    TextWidget& add_text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent);
+    /// Gives a widget that shows no control the font of a role.
+    void add_font(QWidget& widget, FontRole role) { roles_.push_back({&widget, role}); }
+
     Front& front() const { return front_; }
     Window& model() { return model_; }
-    ControlMaker& controls() { return controls_; }
+
+    PaneFonts fonts_;
 
 private:
+    void enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show);
     /// Empty when there is no picture.
     static QString picture_path(const Files& files)
     {
@@ -161,7 +187,8 @@ private:
     }
     Front& front_;
     Window& model_;
-    ControlMaker controls_;
+    std::vector<std::pair<const Control*, QWidget*>> controls_;
+    std::vector<std::pair<QWidget*, FontRole>> roles_;
     QSize size_;           // as the model and the window last agreed on it
     QSize picture_pixels_; // that the picture was last loaded for
     QPixmap picture_;      // stretched

@@ -1,9 +1,8 @@
-#include "desktop/controls/control_maker.h"
+#include "desktop/windows/form_window.h"
 
 #include "desktop/front/input.h"
 #include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
-#include "desktop/text_view/text_accessible.h"
 #include "scripts/control_directory.h"
 
 #include <QAccessible>
@@ -158,13 +157,12 @@ void show_caption(Widget& widget, const QString& caption)
 
 } // namespace
 
-void ControlMaker::place() const
+void FormWindow::place()
 {
     std::vector<QLabel*> texts;
-    for (const Entry& entry : entries_) {
-        const Place at = fit_(*entry.control);
-        entry.widget->setGeometry(front_.scale.rectangle(at.left, at.top, at.width, at.height));
-        if (auto* label = dynamic_cast<QLabel*>(entry.widget); label && label->wordWrap() && !label->text().isEmpty())
+    for (const auto& [control, widget] : controls_) {
+        widget->setGeometry(front_.scale.rectangle(fitted(*control)));
+        if (auto* label = dynamic_cast<QLabel*>(widget); label && label->wordWrap() && !label->text().isEmpty())
             texts.push_back(label);
     }
     double points = std::numeric_limits<double>::max(); // the texts of a window are of one size
@@ -176,9 +174,14 @@ void ControlMaker::place() const
     }
 }
 
-void ControlMaker::set_fonts() const
+void FormWindow::set_zoom(double zoom)
 {
-    for (const Entry& entry : entries_) entry.widget->setFont(front_.theme.font(entry.role, front_.scale));
+    front_.scale.zoom = zoom;
+    fonts_.scale_changed();
+    for (const auto& [widget, role] : roles_) widget->setFont(front_.theme.font(role, front_.scale));
+    place();
+    for (const auto& [control, widget] : controls_)
+        if (auto* text = dynamic_cast<TextWidget*>(widget)) text->lay_anew();
 }
 
 QString widget_name(const Control& control)
@@ -187,24 +190,25 @@ QString widget_name(const Control& control)
     return name.startsWith("Form") ? name : "Form1." + name;
 }
 
-void ControlMaker::enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show)
+void FormWindow::enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show)
 {
     widget.setObjectName(widget_name(control));
-    entries_.push_back({&control, &widget, role});
+    controls_.emplace_back(&control, &widget);
+    add_font(widget, role);
     front_.mirror.add(control, &widget, [theme = &front_.theme, &control, &widget, show = std::move(show)] {
         show();
         show_common(widget, control, *theme);
     });
 }
 
-QAbstractButton& ControlMaker::button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked)
+QAbstractButton& FormWindow::add_button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked)
 {
     auto& widget = *new ButtonWidget(front_, control, std::move(clicked), &parent);
     enter(control, widget, role, [&widget, &control] { show_caption(widget, to_qt(control.caption())); });
     return widget;
 }
 
-QAbstractButton& ControlMaker::option(OptionButton& control, QWidget& parent, std::function<void()> clicked)
+QAbstractButton& FormWindow::add_option(OptionButton& control, QWidget& parent, std::function<void()> clicked)
 {
     auto& widget = *new OptionWidget(front_, control, std::move(clicked), &parent);
     enter(control, widget, FontRole::Option, [&widget, &control] {
@@ -214,14 +218,14 @@ QAbstractButton& ControlMaker::option(OptionButton& control, QWidget& parent, st
     return widget;
 }
 
-QWidget& ControlMaker::frame(Control& control, QWidget& parent)
+QWidget& FormWindow::add_frame(Control& control, QWidget& parent)
 {
     auto& widget = *new FrameWidget(&parent);
     enter(control, widget, FontRole::Frame, [&widget, &control] { widget.set_caption(to_qt(control.caption())); });
     return widget;
 }
 
-QLabel& ControlMaker::label(Control& control, FontRole role, QWidget& parent)
+QLabel& FormWindow::add_label(Control& control, FontRole role, QWidget& parent)
 {
     auto& widget = *new QLabel(&parent);
     widget.setAttribute(Qt::WA_NoMousePropagation);
@@ -235,14 +239,14 @@ QLabel& ControlMaker::label(Control& control, FontRole role, QWidget& parent)
     return widget;
 }
 
-LineBox& ControlMaker::line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu)
+LineBox& FormWindow::add_line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu)
 {
     auto& widget = *new LineBox(front_, box, context_menu, &parent);
     enter(box, widget, role, [&widget] { widget.show_model(); });
     return widget;
 }
 
-TextWidget& ControlMaker::text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent)
+TextWidget& FormWindow::add_text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent)
 {
     auto& widget = *new TextWidget(front_, fonts, text, &parent);
     enter(text, widget, role, [&widget] { widget.show_model(); });
