@@ -16,37 +16,6 @@ using Reading = ReadingDesk;
 using PageSearch = ReadingDesk;
 using Saving = ReadingDesk;
 
-TEST_F(Reading, pages_turn)
-{
-    EXPECT_EQ(press(1), "Tarvik 计算 之查寻|请读入文本文件！//页数");
-    form1.page_size_box().set_text(U"3");
-    open("abcdefg"); // with its line end nine characters: three pages and an empty one
-    EXPECT_EQ(form1.page_box().text(), U"3");
-    EXPECT_EQ(form1.RichTextBox2.text(), U"abcdefg\r\n");
-    EXPECT_EQ(press(1), "Tarvik|开始阅读！这是第0页,/abc/0");
-    EXPECT_EQ(press(1), "def/1");
-    EXPECT_EQ(press(0), "Tarvik|目前已到首页，第0页,/abc/0");
-    EXPECT_EQ(press(0), "abc/0");
-    form1.page_size_box().set_text(U"2");
-    EXPECT_EQ(press(1), "cd/1");
-    EXPECT_EQ(press(1), "ef/2");
-    EXPECT_EQ(press(1), "g\r/3");
-    form1.page_box().set_text(U"4");
-    EXPECT_EQ(press(1), "Tarvik|开始阅读！这是第3页,/ab/0") << "the number of the last page starts anew";
-    form1.page_size_box().set_text(U"4");
-    form1.page_box().set_text(U"3");
-    EXPECT_EQ(press(1), "Tarvik|目前已经超出页面范围，已经跳到第4空页,/\n/4") << "the old page of a longer cut";
-    form1.page_box().set_text(U"9");
-    EXPECT_EQ(press(8), "\n/9");
-    form1.page_box().set_text(U"1页");
-    form1.query_box().set_text(U" G");
-    EXPECT_EQ(press(8), "efg\r/1页");
-    EXPECT_EQ(form1.RichTextBox1.marks(), (std::vector<Mark>{{Position(3), 1, 44564, 32}}));
-    EXPECT_EQ(form1.lastpage, 2);
-    form1.page_box().set_text(U"2");
-    EXPECT_EQ(press(8), "\n/2");
-}
-
 TEST_F(Reading, odd_page_sizes_and_numbers_give_one_message)
 {
     open("abc");
