@@ -16,38 +16,6 @@ using Reading = ReadingDesk;
 using PageSearch = ReadingDesk;
 using Saving = ReadingDesk;
 
-TEST_F(Reading, odd_page_sizes_and_numbers_give_one_message)
-{
-    open("abc");
-    for (const char32_t* size : {U"0", U"-5", U"0.5", U"x", U""}) {
-        form1.page_size_box().set_text(size);
-        form1.page_box().set_text(U"5");
-        EXPECT_EQ(press(1), "Tarvik 计算 之查寻|每页的字数应为大于 0 的数字，请修改后再翻页！//5") << to_utf8(size);
-        open("abcd");
-        EXPECT_EQ(form1.RichTextBox2.text(), U"abcd\r\n");
-        EXPECT_EQ(form1.page_box().text(), U"5") << "opening ends without a word";
-        form1.page_box().set_text(number_text(form1.lastpage));
-        EXPECT_EQ(press(1).substr(0, 23), "Tarvik 计算 之查寻") << "the first press after opening";
-        EXPECT_EQ(form1.page_box().text(), number_text(form1.lastpage));
-        EXPECT_FALSE(form1.RichTextBox1.visible());
-    }
-    form1.page_size_box().set_text(U"6");
-    open("abcd");
-    EXPECT_EQ(form1.lastpage, 1) << "a full page is followed by an empty one";
-    form1.page_size_box().set_text(U"1e300");
-    form1.page_box().set_text(U"-1");
-    EXPECT_EQ(press(1), "abcd\r\n/0");
-    for (const char32_t* page : {U"-2", U"1e9", U"-1e300"}) {
-        form1.page_box().set_text(page);
-        EXPECT_THROW(Command2_Click(program, 1), Failure) << to_utf8(page);
-    }
-    EXPECT_EQ(form1.pageno, 0);
-    form1.page_box().set_text(U"-3");
-    EXPECT_THROW(Command2_Click(program, 8), Failure);
-    EXPECT_EQ(form1.pageno, -3) << "the number that was asked for, as with one behind the last page";
-    EXPECT_EQ(form1.RichTextBox1.text(), U"abcd\r\n");
-}
-
 TEST_F(Reading, lines_of_other_systems_end_in_cr_lf)
 {
     open("one\ntwo\n");
@@ -98,19 +66,6 @@ TEST_F(Reading, opening_keeps_what_was_done_when_it_fails)
     EXPECT_EQ(form1.lastpage, 1'000'001);
     EXPECT_EQ(form1.page_box().text(), U"0");
     EXPECT_EQ(test.module1().pages.get(1'000'000), U"x");
-}
-
-TEST_F(PageSearch, stops_at_each_page_and_collects_words)
-{
-    form1.Option3.set_value(true);
-    form1.query_box().set_text(U" qv");
-    open("........................--AB12345678qv");
-    form1.number_box().set_text(U"12");
-    test.dialogs.replies = {Answer::OK, Answer::OK};
-    Command2_Click(program, 1);
-    EXPECT_EQ(test.installation.read("betweensousuo.txt"), "\r\r\nAB12345678qv;\r\n");
-    EXPECT_EQ(form1.matchpos, 0);
-    EXPECT_EQ(test.dialogs.take_messages().back(), "Tarvik|查寻完毕,再也没有符合条件的结果！");
 }
 
 TEST_F(PageSearch, collected_words_are_those_of_the_two_walks)
