@@ -5,15 +5,17 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-/// What the plugin does for the program: LibreOffice's own calls in plain types. Everything here runs on one thread,
-/// the one that made the connection; a call takes as long as LibreOffice does. What LibreOffice refuses is a
-/// std::runtime_error with its own words in UTF-8. Rows, columns and sheets count from 1.
+/// What the plugin does for the program: LibreOffice's own calls in plain types. One thread
+/// calls at a time; a call takes as long as LibreOffice does. What LibreOffice refuses is a
+/// std::runtime_error with its own words in UTF-8, where the call is made inside of perform(). Rows, columns and sheets
+/// count from 1.
 namespace tarvik::libreoffice {
 
 /// The process at the other end is gone, or the connection to it is.
@@ -52,7 +54,8 @@ public:
     /// Cells with a note, which is lost when its cell is written in a block.
     virtual std::vector<ooxml::Range> notes(int sheet) = 0;
     virtual void split_merged(int sheet, const ooxml::Range& area) = 0;
-    virtual void write(int sheet, const Block& block) = 0;
+    /// False where LibreOffice writes nothing; it gives no reason.
+    virtual bool write(int sheet, const Block& block) = 0;
     /// Keeps the cell's note.
     virtual void write_cell(int sheet, ooxml::Place place, const CellValue& value) = 0;
 };
@@ -83,6 +86,8 @@ public:
     virtual std::unique_ptr<OpenDocument> open_document(const std::filesystem::path& /*path*/) { return nullptr; }
     /// Whatever it is; a null pointer when LibreOffice cannot read it.
     virtual std::unique_ptr<OpenFile> open(const std::filesystem::path& path) = 0;
+    /// Does work with what is open or opened here.
+    virtual void perform(const std::function<void()>& work) { work(); }
     /// Called from another thread, again and again, while a call lasts longer than it may: makes the call fail where
     /// the end of the process does not. Gives what the user is to know of the reason, mostly nothing; no text at all as
     /// long as the call is to be waited for after all.

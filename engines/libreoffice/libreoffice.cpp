@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::chrono::milliseconds between_attempts{20};
+constexpr Time between_attempts{20}, between_looks{50};
 
 template <typename Work>
 auto with_reason(const Work& work)
@@ -22,16 +22,6 @@ auto with_reason(const Work& work)
     } catch (const std::system_error& error) {
         throw ooxml::Damage(U"临时文件无法读写（" + reason_of(error) + U"）。");
     }
-}
-
-std::exception_ptr failure_of(const std::function<void()>& work)
-{
-    try {
-        work();
-    } catch (...) {
-        return std::current_exception();
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -59,65 +49,6 @@ fs::path ExchangeFolder::put(const fs::path& name, std::string_view bytes) const
 std::string ExchangeFolder::take(const fs::path& name) const
 {
     return with_reason([&] { return read_file(place(name)); });
-}
-
-Worker::Worker(Time until_rest, std::function<bool()> rest)
-    : until_rest_(until_rest), rest_(std::move(rest)), thread_([this] { loop(); })
-{
-}
-
-Worker::~Worker()
-{
-    {
-        const std::lock_guard lock(mutex_);
-        is_closing_ = true;
-    }
-    changed_.notify_all();
-    thread_.join();
-}
-
-void Worker::run(std::function<void()> work, const Waiting& waiting)
-{
-    constexpr Time between_looks{50};
-    const auto started = waiting.clock();
-    std::unique_lock lock(mutex_);
-    work_ = std::move(work);
-    is_done_ = false;
-    changed_.notify_all();
-    while (!changed_.wait_for(lock, between_looks, [this] { return is_done_; })) {
-        lock.unlock();
-        const auto waited = std::chrono::duration_cast<Time>(waiting.clock() - started);
-        if (waiting.meanwhile) waiting.meanwhile(waited);
-        if (waited > waiting.limit) waiting.too_long(waited);
-        lock.lock();
-    }
-    if (const auto failure = std::exchange(failure_, nullptr)) std::rethrow_exception(failure);
-}
-
-void Worker::loop()
-{
-    const auto is_asked = [this] { return work_ || is_closing_; };
-    std::unique_lock lock(mutex_);
-    for (bool may_rest = false;;) {
-        if (!may_rest) changed_.wait(lock, is_asked);
-        else if (!changed_.wait_for(lock, until_rest_, is_asked)) {
-            lock.unlock();
-            may_rest = !rest_();
-            lock.lock();
-            continue;
-        }
-        if (is_closing_) return;
-        auto work = std::exchange(work_, nullptr);
-        lock.unlock();
-        auto failure = failure_of(work);
-        work = nullptr;
-        lock.lock();
-        // Work and failure are gone from this thread now: neither is freed here while the waiting one uses it.
-        failure_ = std::move(failure);
-        is_done_ = true;
-        changed_.notify_all();
-        may_rest = true;
-    }
 }
 
 LibreOffice::LibreOffice(Settings settings) : settings_(std::move(settings)) {}
@@ -150,7 +81,7 @@ std::shared_ptr<LibreOffice::Session> LibreOffice::session_for_file()
 {
     {
         const std::lock_guard lock(mutex_);
-        last_use_ = std::chrono::steady_clock::now();
+        was_used_ = true;
         const bool is_worn = session_ && session_->files_opened >= settings_.most_files && session_->files_open == 0;
         if (session_ && (is_worn || session_->process->has_ended())) drop_session();
         if (session_) return session_;
@@ -170,9 +101,9 @@ std::shared_ptr<LibreOffice::Session> LibreOffice::start()
     {
         const std::lock_guard lock(mutex_);
         session_ = session;
-        last_use_ = std::chrono::steady_clock::now();
+        was_used_ = true;
     }
-    if (!worker_) worker_.emplace(settings_.until_rest, [this] { return rest(); });
+    watch_ = std::jthread([this](const std::stop_token& stop) { watch(stop); });
     run(
         *session, [&] { connect(*session, plugin); }, settings_.start_limit);
     return session;
@@ -192,16 +123,24 @@ void LibreOffice::connect(Session& session, Plugin& plugin)
     }
 }
 
-void LibreOffice::run(Session& session, const std::function<void()>& work, Worker::Time limit)
+// A thread of its own makes the call: who waits for it can look after other things and give it up.
+void LibreOffice::run(Session& session, const std::function<void()>& work, Time limit)
 {
     if (!is_current(session)) throw ooxml::Damage(suite_title() + U" 已经重新启动，这个文件没有保存。");
+    Connection* const connection = session.connection.get();
     std::optional<Text> given_up;
-    const auto too_long = [&, connection = session.connection.get()](Worker::Time waited) {
-        given_up = connection ? connection->give_up(waited) : Text();
-        if (given_up) session.process->kill();
-    };
     try {
-        worker_->run(work, {settings_.meanwhile, limit, settings_.clock, too_long});
+        auto done = std::async(std::launch::async, [&] { connection ? connection->perform(work) : work(); });
+        const auto started = settings_.clock();
+        while (done.wait_for(between_looks) != std::future_status::ready) {
+            was_used_ = true;
+            const auto waited = std::chrono::duration_cast<Time>(settings_.clock() - started);
+            if (settings_.meanwhile) settings_.meanwhile(waited);
+            if (waited <= limit) continue;
+            given_up = connection ? connection->give_up(waited) : Text();
+            if (given_up) session.process->kill();
+        }
+        done.get();
     } catch (const std::runtime_error& error) {
         const bool is_lost = dynamic_cast<const ConnectionLost*>(&error) || session.process->has_ended();
         if (!is_lost && !given_up)
@@ -211,9 +150,7 @@ void LibreOffice::run(Session& session, const std::function<void()>& work, Worke
         if (given_up) throw ooxml::Damage(suite_title() + U" 没有响应，已经将它结束，请重试。" + *given_up);
         throw ooxml::Damage(had_started ? suite_title() + U" 意外退出，请重试。" : suite_title() + U" 无法启动。");
     }
-    if (given_up) return end(session); // it is done, or needs no doing any more, but the process is gone
-    const std::lock_guard lock(mutex_);
-    last_use_ = std::chrono::steady_clock::now();
+    if (given_up) end(session); // it is done, or needs no doing any more, but the process is gone
 }
 
 void LibreOffice::end(const Session& session)
@@ -229,57 +166,14 @@ void LibreOffice::drop_session()
     session_.reset();
 }
 
-bool LibreOffice::rest()
+// Ends the session when nothing was asked of it for so long.
+void LibreOffice::watch(const std::stop_token& stop)
 {
-    const std::lock_guard lock(mutex_);
-    const bool was_used = std::chrono::steady_clock::now() - last_use_ < settings_.until_rest;
-    if (session_ && (session_->files_open > 0 || was_used)) return false;
-    drop_session();
-    return true;
-}
-
-template <typename Kind>
-Handle<Kind> LibreOffice::open_by(std::unique_ptr<Kind> (Connection::*opening)(const fs::path&), const fs::path& path)
-{
-    auto session = session_for_file();
-    std::unique_ptr<Kind> file;
-    ++session->files_opened;
-    run(
-        *session, [&] { file = (session->connection.get()->*opening)(path); }, settings_.call_limit);
-    if (file) ++session->files_open;
-    return {*this, std::move(session), std::move(file)};
-}
-
-Handle<OpenWorkbook> LibreOffice::open_workbook(const fs::path& path)
-{
-    return open_by(&Connection::open_workbook, path);
-}
-
-Handle<OpenDocument> LibreOffice::open_document(const fs::path& path)
-{
-    return open_by(&Connection::open_document, path);
-}
-
-Handle<OpenFile> LibreOffice::open(const fs::path& path)
-{
-    return open_by(&Connection::open, path);
-}
-
-template <typename Kind>
-void Handle<Kind>::close() noexcept
-{
-    if (!file_) return;
-    --session_->files_open;
-    try {
-        office_->run(
-            *session_, [this] { file_.reset(); }, office_->settings_.call_limit);
-    } catch (const std::exception&) {
-        file_.reset(); // its process is gone, and so nothing waits for an answer
+    std::unique_lock lock(mutex_);
+    while (session_ && !stop.stop_requested()) {
+        stopping_.wait_for(lock, stop, settings_.until_rest, [] { return false; });
+        if (!was_used_.exchange(false) && session_ && session_->files_open == 0) drop_session();
     }
 }
-
-template class Handle<OpenWorkbook>;
-template class Handle<OpenDocument>;
-template class Handle<OpenFile>;
 
 } // namespace tarvik::libreoffice

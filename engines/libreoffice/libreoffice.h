@@ -7,8 +7,8 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <exception>
 #include <functional>
+#include <future>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -43,49 +43,16 @@ private:
     std::filesystem::path path_;
 };
 
-/// A thread that does one piece of work after the other while who asks for it waits and can look after other things.
-class Worker {
-public:
-    using Time = std::chrono::milliseconds;
-    using Clock = std::chrono::steady_clock;
-
-    /// `rest` is called on the thread when there was no work for so long; again and again until it gives true.
-    Worker(Time until_rest, std::function<bool()> rest);
-    ~Worker();
-    Worker(const Worker&) = delete;
-    Worker& operator=(const Worker&) = delete;
-
-    struct Waiting {
-        std::function<void(Time waited)> meanwhile; ///< called again and again
-        Time limit;
-        std::function<Clock::time_point()> clock;
-        std::function<void(Time waited)>
-            too_long; ///< called again and again behind the limit; it must make the work end
-    };
-    /// Does the work on the thread and comes back when it has ended; what it throws is thrown here.
-    void run(std::function<void()> work, const Waiting& waiting);
-
-private:
-    void loop();
-
-    Time until_rest_;
-    std::function<bool()> rest_;
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::function<void()> work_; ///< none once it has begun
-    std::exception_ptr failure_; ///< of the work that is done
-    bool is_done_ = false;
-    bool is_closing_ = false;
-    std::thread thread_;
-};
+using Time = std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
 
 struct Settings {
     /// Called some twenty times a second while the caller waits for LibreOffice, with the time waited so far.
-    std::function<void(Worker::Time waited)> meanwhile{};
+    std::function<void(Time waited)> meanwhile{};
     std::filesystem::path plugin = usual_plugin_file();
-    Worker::Time start_limit{60'000}, call_limit{60'000};
-    std::function<Worker::Clock::time_point()> clock = Worker::Clock::now; ///< that the limits are measured by
-    Worker::Time until_rest{300'000};                                      ///< an idle process is ended then
+    Time start_limit{60'000}, call_limit{60'000};
+    std::function<Clock::time_point()> clock = Clock::now; ///< that the limits are measured by
+    Time until_rest{300'000};                              ///< an idle process is ended then
     int most_files = 300; ///< a process that has opened so many is replaced: its memory grows with each
 };
 
@@ -102,9 +69,9 @@ public:
     LibreOffice& operator=(const LibreOffice&) = delete;
 
     /// A null file inside of the handle where LibreOffice takes the file for something else or cannot read it.
-    Handle<OpenWorkbook> open_workbook(const std::filesystem::path& path);
-    Handle<OpenDocument> open_document(const std::filesystem::path& path);
-    Handle<OpenFile> open(const std::filesystem::path& path);
+    template <typename Kind = OpenFile>
+    Handle<Kind> open(const std::filesystem::path& path,
+                      std::unique_ptr<Kind> (Connection::*opening)(const std::filesystem::path&) = &Connection::open);
 
     /// A folder for files that pass between the program and LibreOffice.
     const std::filesystem::path& folder();
@@ -126,24 +93,23 @@ private:
         std::atomic<int> files_open = 0; ///< the thread looks at it, too
     };
 
-    template <typename Kind>
-    Handle<Kind> open_by(std::unique_ptr<Kind> (Connection::*open)(const std::filesystem::path&),
-                         const std::filesystem::path& path);
     std::shared_ptr<Session> session_for_file();
     std::shared_ptr<Session> start();
     bool is_current(const Session& session);
     void connect(Session& session, Plugin& plugin);
-    void run(Session& session, const std::function<void()>& work, Worker::Time limit);
+    void run(Session& session, const std::function<void()>& work) { run(session, work, settings_.call_limit); }
+    void run(Session& session, const std::function<void()>& work, Time limit);
     void end(const Session& session);
     void drop_session();
-    bool rest();
+    void watch(const std::stop_token& stop);
 
     Settings settings_;
     std::optional<ooxml::TemporaryFolder> folder_;
     std::mutex mutex_; ///< of the two below: the thread ends an idle session
     std::shared_ptr<Session> session_;
-    std::chrono::steady_clock::time_point last_use_;
-    std::optional<Worker> worker_;
+    std::atomic<bool> was_used_ = false; ///< since the thread looked last
+    std::condition_variable_any stopping_;
+    std::jthread watch_; ///< ends with the session
 };
 
 /// A file that LibreOffice holds open. A call on a file whose process is gone is Damage.
@@ -165,23 +131,42 @@ public:
     {
         using Result = std::invoke_result_t<Work, Kind&>;
         if constexpr (std::is_void_v<Result>) {
-            office_->run(
-                *session_, [&] { work(*file_); }, office_->settings_.call_limit);
+            office_->run(*session_, [&] { work(*file_); });
         } else {
             std::optional<Result> result;
-            office_->run(
-                *session_, [&] { result.emplace(work(*file_)); }, office_->settings_.call_limit);
+            office_->run(*session_, [&] { result.emplace(work(*file_)); });
             return std::move(*result);
         }
     }
 
     /// Unsaved.
-    void close() noexcept;
+    void close() noexcept
+    {
+        if (!file_) return;
+        --session_->files_open;
+        try {
+            office_->run(*session_, [this] { file_.reset(); });
+        } catch (const std::exception&) {
+            file_.reset(); // its process is gone, and so nothing waits for an answer
+        }
+    }
 
 private:
     LibreOffice* office_;
     std::shared_ptr<LibreOffice::Session> session_;
     std::unique_ptr<Kind> file_;
 };
+
+template <typename Kind>
+Handle<Kind> LibreOffice::open(const std::filesystem::path& path,
+                               std::unique_ptr<Kind> (Connection::*opening)(const std::filesystem::path&))
+{
+    auto session = session_for_file();
+    std::unique_ptr<Kind> file;
+    ++session->files_opened;
+    run(*session, [&] { file = (session->connection.get()->*opening)(path); });
+    if (file) ++session->files_open;
+    return {*this, std::move(session), std::move(file)};
+}
 
 } // namespace tarvik::libreoffice

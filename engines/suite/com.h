@@ -11,7 +11,7 @@
 #include <mutex>
 
 /// Objects of an application that is driven from outside, how long a call to it may take, and what happens to it when
-/// it takes longer. But for the giving up everything is used on one thread.
+/// it takes longer. But for the giving up one thread uses them at a time.
 namespace tarvik::windows {
 
 /// The process of an application and its main window.

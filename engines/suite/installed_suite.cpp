@@ -263,7 +263,8 @@ public:
 
     std::unique_ptr<Connection> connect(const std::string& /*pipe*/) override
     {
-        const HRESULT result = ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        CO_MTA_USAGE_COOKIE kept{}; // never given back: whichever thread makes a call may let go of objects
+        const HRESULT result = ::CoIncrementMTAUsage(&kept);
         if (FAILED(result)) windows::refuse(result, {});
         return std::make_unique<SuiteConnection>();
     }

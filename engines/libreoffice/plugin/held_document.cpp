@@ -65,42 +65,36 @@ public:
 
     bool set_cell_text(int row, int column, const Text& text) override
     {
-        return translated([&] {
-            const Cell cell = cell_at(row, column);
-            if (cell.is()) cell->setString(to_uno(text));
-            return cell.is();
-        });
+        const Cell cell = cell_at(row, column);
+        if (cell.is()) cell->setString(to_uno(text));
+        return cell.is();
     }
 
     std::optional<Size> room_in_cell(int row, int column) override
     {
-        return translated([&]() -> std::optional<Size> {
-            const Cell cell = cell_at(row, column);
-            if (!cell.is()) return std::nullopt;
-            const Size page = text_of_page(cell);
-            const int border = property_of<sal_Int32>(cell, "LeftBorderDistance") +
-                               property_of<sal_Int32>(cell, "RightBorderDistance");
-            return Size{static_cast<int>(part_of_table(row, column) * table_width(page.width)) - border, page.height};
-        });
+        const Cell cell = cell_at(row, column);
+        if (!cell.is()) return std::nullopt;
+        const Size page = text_of_page(cell);
+        const int border =
+            property_of<sal_Int32>(cell, "LeftBorderDistance") + property_of<sal_Int32>(cell, "RightBorderDistance");
+        return Size{static_cast<int>(part_of_table(row, column) * table_width(page.width)) - border, page.height};
     }
 
     void add_picture(int row, int column, const std::filesystem::path& picture, Size size) override
     {
-        translated([&] {
-            const auto graphic = pictures_->queryGraphic(properties({property("URL", file_url(picture))}));
-            const Reference<css::lang::XMultiServiceFactory> factory(model(), UNO_QUERY_THROW);
-            const auto object = factory->createInstance("com.sun.star.text.TextGraphicObject");
-            const Reference<css::beans::XPropertySet> set(object, UNO_QUERY_THROW);
-            set->setPropertyValue("Graphic", css::uno::Any(graphic));
-            set->setPropertyValue("AnchorType", css::uno::Any(css::text::TextContentAnchorType_AS_CHARACTER));
-            const Reference<css::drawing::XShape> shape(object, UNO_QUERY_THROW);
-            shape->setSize({size.width, size.height});
-            const Cell cell = cell_at(row, column);
-            const Reference<css::text::XTextContent> content(object, UNO_QUERY_THROW);
-            if (!cell->getString().isEmpty())
-                cell->insertControlCharacter(cell->getEnd(), css::text::ControlCharacter::PARAGRAPH_BREAK, false);
-            cell->insertTextContent(cell->getEnd(), content, false);
-        });
+        const auto graphic = pictures_->queryGraphic(properties({property("URL", file_url(picture))}));
+        const Reference<css::lang::XMultiServiceFactory> factory(model(), UNO_QUERY_THROW);
+        const auto object = factory->createInstance("com.sun.star.text.TextGraphicObject");
+        const Reference<css::beans::XPropertySet> set(object, UNO_QUERY_THROW);
+        set->setPropertyValue("Graphic", css::uno::Any(graphic));
+        set->setPropertyValue("AnchorType", css::uno::Any(css::text::TextContentAnchorType_AS_CHARACTER));
+        const Reference<css::drawing::XShape> shape(object, UNO_QUERY_THROW);
+        shape->setSize({size.width, size.height});
+        const Cell cell = cell_at(row, column);
+        const Reference<css::text::XTextContent> content(object, UNO_QUERY_THROW);
+        if (!cell->getString().isEmpty())
+            cell->insertControlCharacter(cell->getEnd(), css::text::ControlCharacter::PARAGRAPH_BREAK, false);
+        cell->insertTextContent(cell->getEnd(), content, false);
     }
 
 private:

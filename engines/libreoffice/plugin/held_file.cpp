@@ -1,7 +1,6 @@
 #include "engines/libreoffice/plugin/held_file.h"
 
 #include <com/sun/star/frame/XStorable.hpp>
-#include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/uno/Exception.hpp>
 #include <com/sun/star/util/XCloseable.hpp>
@@ -71,17 +70,6 @@ rtl::OUString file_url(const std::filesystem::path& path)
     return url;
 }
 
-void rethrow_as_ours()
-{
-    try {
-        throw;
-    } catch (const css::lang::DisposedException& gone) {
-        throw ConnectionLost(to_bytes(gone.Message));
-    } catch (const css::uno::Exception& refused) {
-        throw std::runtime_error(to_bytes(refused.Message));
-    }
-}
-
 std::string filter_of(const Model& model)
 {
     return to_bytes(value_named<rtl::OUString>(model->getArgs(), "FilterName"));
@@ -99,39 +87,33 @@ void close_model(const Model& model) noexcept
 template <typename Kind>
 void HeldFile<Kind>::store(const std::filesystem::path& path, const std::string& filter)
 {
-    translated([&] {
-        const Reference<css::frame::XStorable> storable(model_, UNO_QUERY_THROW);
-        storable->storeToURL(file_url(path),
-                             properties({property("FilterName", to_uno(filter)), property("Overwrite", true)}));
-    });
+    const Reference<css::frame::XStorable> storable(model_, UNO_QUERY_THROW);
+    storable->storeToURL(file_url(path),
+                         properties({property("FilterName", to_uno(filter)), property("Overwrite", true)}));
 }
 
 template <typename Kind>
 void HeldFile<Kind>::calculate_all()
 {
-    translated([&] {
-        const Reference<css::sheet::XCalculatable> calculatable(model_, UNO_QUERY_THROW);
-        calculatable->calculateAll();
-    });
+    const Reference<css::sheet::XCalculatable> calculatable(model_, UNO_QUERY_THROW);
+    calculatable->calculateAll();
 }
 
 // A printer that is not there is passed over without a word, so what was set is read back.
 template <typename Kind>
 Printing HeldFile<Kind>::print(const std::string& printer)
 {
-    return translated([&] {
-        const Reference<css::view::XPrintable> printable(model_, UNO_QUERY_THROW);
-        const rtl::OUString name = to_uno(printer);
-        printable->setPrinter(properties({property("Name", name)}));
-        if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name) return Printing::PrinterUnknown;
-        const rtl::Reference<PrintJob> job(new PrintJob);
-        const Reference<css::view::XPrintJobListener> listener(job.get());
-        const Reference<css::view::XPrintJobBroadcaster> broadcaster(model_, UNO_QUERY_THROW);
-        broadcaster->addPrintJobListener(listener);
-        printable->print(properties({property("Wait", true)}));
-        broadcaster->removePrintJobListener(listener);
-        return job->is_spooled() ? Printing::Done : Printing::JobRefused;
-    });
+    const Reference<css::view::XPrintable> printable(model_, UNO_QUERY_THROW);
+    const rtl::OUString name = to_uno(printer);
+    printable->setPrinter(properties({property("Name", name)}));
+    if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name) return Printing::PrinterUnknown;
+    const rtl::Reference<PrintJob> job(new PrintJob);
+    const Reference<css::view::XPrintJobListener> listener(job.get());
+    const Reference<css::view::XPrintJobBroadcaster> broadcaster(model_, UNO_QUERY_THROW);
+    broadcaster->addPrintJobListener(listener);
+    printable->print(properties({property("Wait", true)}));
+    broadcaster->removePrintJobListener(listener);
+    return job->is_spooled() ? Printing::Done : Printing::JobRefused;
 }
 
 template class HeldFile<OpenFile>;

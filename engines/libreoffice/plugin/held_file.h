@@ -48,19 +48,6 @@ Value property_of(const css::uno::Reference<css::uno::XInterface>& object, const
     return value;
 }
 
-/// Does work with LibreOffice's objects; its exceptions become those of the bridge.
-void rethrow_as_ours();
-template <typename Work>
-decltype(auto) translated(Work&& work)
-{
-    try {
-        return work();
-    } catch (const css::uno::Exception&) {
-        rethrow_as_ours();
-        throw;
-    }
-}
-
 using Model = css::uno::Reference<css::frame::XModel>;
 
 std::string filter_of(const Model& model);

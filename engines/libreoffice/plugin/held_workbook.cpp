@@ -5,6 +5,7 @@
 #include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
 #include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
@@ -105,86 +106,79 @@ public:
 
     bool is_read_only() override
     {
-        return translated([&] {
-            const Reference<css::frame::XStorable> storable(model(), UNO_QUERY_THROW);
-            return static_cast<bool>(storable->isReadonly());
-        });
+        const Reference<css::frame::XStorable> storable(model(), UNO_QUERY_THROW);
+        return static_cast<bool>(storable->isReadonly());
     }
 
     bool lift_protection(int sheet) override
     {
-        return translated([&] {
-            const Reference<css::util::XProtectable> protectable(sheet_at(sheet), UNO_QUERY_THROW);
-            if (!protectable->isProtected()) return true;
-            try {
-                protectable->unprotect(rtl::OUString());
-            } catch (const css::lang::IllegalArgumentException&) { // the password is not the empty one
-                return false;
-            }
-            if (protectable->isProtected()) return false;
-            lifted_.push_back(protectable);
-            return true;
-        });
+        const Reference<css::util::XProtectable> protectable(sheet_at(sheet), UNO_QUERY_THROW);
+        if (!protectable->isProtected()) return true;
+        try {
+            protectable->unprotect(rtl::OUString());
+        } catch (const css::lang::IllegalArgumentException&) { // the password is not the empty one
+            return false;
+        }
+        if (protectable->isProtected()) return false;
+        lifted_.push_back(protectable);
+        return true;
     }
 
     void store(const std::filesystem::path& path, const std::string& filter) override
     {
-        translated([&] {
-            for (const auto& sheet : lifted_) sheet->protect(rtl::OUString());
-            HeldFile::store(path, filter);
-            for (const auto& sheet : lifted_) sheet->unprotect(rtl::OUString());
-        });
+        for (const auto& sheet : lifted_) sheet->protect(rtl::OUString());
+        HeldFile::store(path, filter);
+        for (const auto& sheet : lifted_) sheet->unprotect(rtl::OUString());
     }
 
     std::vector<Range> notes(int sheet) override
     {
-        return translated([&] {
-            const Reference<css::sheet::XCellRangesQuery> query(sheet_at(sheet), UNO_QUERY_THROW);
-            std::vector<Range> found;
-            for (const auto& area : query->queryContentCells(flags::ANNOTATION)->getRangeAddresses())
-                found.push_back({{area.StartRow + 1, area.StartColumn + 1}, {area.EndRow + 1, area.EndColumn + 1}});
-            return found;
-        });
+        const Reference<css::sheet::XCellRangesQuery> query(sheet_at(sheet), UNO_QUERY_THROW);
+        std::vector<Range> found;
+        for (const auto& area : query->queryContentCells(flags::ANNOTATION)->getRangeAddresses())
+            found.push_back({{area.StartRow + 1, area.StartColumn + 1}, {area.EndRow + 1, area.EndColumn + 1}});
+        return found;
     }
 
     void split_merged(int sheet, const Range& area) override
     {
-        translated([&] {
-            const Reference<css::util::XMergeable> mergeable(range_of(sheet_at(sheet), area), UNO_QUERY_THROW);
-            mergeable->merge(false);
-        });
+        const Reference<css::util::XMergeable> mergeable(range_of(sheet_at(sheet), area), UNO_QUERY_THROW);
+        mergeable->merge(false);
     }
 
-    void write(int sheet, const Block& block) override
+    bool write(int sheet, const Block& block) override
     {
-        translated([&] {
-            const int columns = block.area.last.column - block.area.first.column + 1;
-            DataRows rows(block.area.last.row - block.area.first.row + 1);
-            auto value = block.values.begin();
-            for (Sequence<Any>*row = rows.getArray(), *end = row + rows.getLength(); row != end; ++row) {
-                row->realloc(columns);
-                std::transform(value, value + columns, row->getArray(),
-                               [](const CellValue& one) { return std::visit(ToAny(), one); });
-                value += columns;
-            }
-            std::optional<NumberFormats> formats;
-            if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet_at(sheet), block.area);
-            const Reference<css::sheet::XCellRangeData> data(range_of(sheet_at(sheet), block.area), UNO_QUERY_THROW);
+        const int columns = block.area.last.column - block.area.first.column + 1;
+        DataRows rows(block.area.last.row - block.area.first.row + 1);
+        auto value = block.values.begin();
+        for (Sequence<Any>*row = rows.getArray(), *end = row + rows.getLength(); row != end; ++row) {
+            row->realloc(columns);
+            std::transform(value, value + columns, row->getArray(),
+                           [](const CellValue& one) { return std::visit(ToAny(), one); });
+            value += columns;
+        }
+        std::optional<NumberFormats> formats;
+        if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet_at(sheet), block.area);
+        const Reference<css::sheet::XCellRangeData> data(range_of(sheet_at(sheet), block.area), UNO_QUERY_THROW);
+        try {
             data->setDataArray(rows);
-            if (formats) formats->put_back();
-        });
+        } catch (const css::lang::DisposedException&) {
+            throw;
+        } catch (const css::uno::RuntimeException&) {
+            return false;
+        }
+        if (formats) formats->put_back();
+        return true;
     }
 
     void write_cell(int sheet, Place place, const CellValue& value) override
     {
-        translated([&] {
-            const auto cell = sheet_at(sheet)->getCellByPosition(place.column - 1, place.row - 1);
-            if (const auto* number = std::get_if<double>(&value)) return cell->setValue(*number);
-            const NumberFormats formats(sheet_at(sheet), {place, place});
-            const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
-            text->setString(to_uno(std::get<Text>(value)));
-            formats.put_back();
-        });
+        const auto cell = sheet_at(sheet)->getCellByPosition(place.column - 1, place.row - 1);
+        if (const auto* number = std::get_if<double>(&value)) return cell->setValue(*number);
+        const NumberFormats formats(sheet_at(sheet), {place, place});
+        const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
+        text->setString(to_uno(std::get<Text>(value)));
+        formats.put_back();
     }
 
 private:

@@ -5,6 +5,7 @@
 #include <com/sun/star/document/UpdateDocMode.hpp>
 #include <com/sun/star/frame/XComponentLoader.hpp>
 #include <com/sun/star/io/IOException.hpp>
+#include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/lang/XMultiComponentFactory.hpp>
 #include <com/sun/star/uno/XComponentContext.hpp>
@@ -18,6 +19,18 @@ using css::uno::UNO_QUERY;
 using Context = Reference<css::uno::XComponentContext>;
 
 namespace {
+
+/// Does work with LibreOffice's objects; its exceptions become those of the bridge.
+void translated(const std::function<void()>& work)
+{
+    try {
+        work();
+    } catch (const css::lang::DisposedException& gone) {
+        throw ConnectionLost(to_bytes(gone.Message));
+    } catch (const css::uno::Exception& refused) {
+        throw std::runtime_error(to_bytes(refused.Message));
+    }
+}
 
 class OfficeConnection final : public Connection {
 public:
@@ -43,6 +56,8 @@ public:
         return open_as<OpenFile>(path, [](const Model& model) { return std::make_unique<HeldFile<OpenFile>>(model); });
     }
 
+    void perform(const std::function<void()>& work) override { translated(work); }
+
 private:
     // Neither macros nor links run: the file is to be read, not obeyed.
     Model load(const std::filesystem::path& path)
@@ -63,13 +78,11 @@ private:
     template <typename Kind, typename Hold>
     std::unique_ptr<Kind> open_as(const std::filesystem::path& path, const Hold& hold)
     {
-        return translated([&]() -> std::unique_ptr<Kind> {
-            const Model model = load(path);
-            if (!model.is()) return nullptr;
-            std::unique_ptr<Kind> held = hold(model);
-            if (!held) close_model(model);
-            return held;
-        });
+        const Model model = load(path);
+        if (!model.is()) return nullptr;
+        std::unique_ptr<Kind> held = hold(model);
+        if (!held) close_model(model);
+        return held;
     }
 
     Context context_;
@@ -82,7 +95,8 @@ public:
 
     std::unique_ptr<Connection> connect(const std::string& pipe) override
     {
-        return translated([&]() -> std::unique_ptr<Connection> {
+        std::unique_ptr<Connection> connection;
+        translated([&] {
             if (!own_context_.is()) {
                 rtl::Bootstrap::set("URE_MORE_TYPES", file_url(program_folder() / "types/offapi.rdb"));
                 own_context_ = cppu::defaultBootstrap_InitialComponentContext();
@@ -92,11 +106,11 @@ public:
                 const Context context(
                     resolver_->resolve(to_uno("uno:pipe,name=" + pipe + ";urp;StarOffice.ComponentContext")),
                     UNO_QUERY);
-                return context.is() ? std::make_unique<OfficeConnection>(context) : nullptr;
-            } catch (const css::connection::NoConnectException&) {
-                return nullptr;
+                if (context.is()) connection = std::make_unique<OfficeConnection>(context);
+            } catch (const css::connection::NoConnectException&) { // NOLINT(bugprone-empty-catch): none listens yet
             }
         });
+        return connection;
     }
 
 private:

@@ -18,20 +18,6 @@ struct FormatRow {
 constexpr FormatRow formats[] = {
     {U".xlsx", "Calc MS Excel 2007 XML"}, {U".xlsm", "Calc MS Excel 2007 VBA XML"}, {U".xls", "MS Excel 97"}};
 
-/// LibreOffice gives no reason where it writes nothing.
-template <typename Work>
-void naming_cell(Place place, const Work& work)
-{
-    try {
-        work();
-    } catch (const ConnectionLost&) {
-        throw;
-    } catch (const std::runtime_error&) {
-        throw std::runtime_error(to_utf8(U"第 " + number_text(place.row) + U" 行、第 " + number_text(place.column) +
-                                         U" 列起的单元格不能改写，那里可能有数组公式"));
-    }
-}
-
 using Cells = std::vector<std::pair<Place, CellValue>>;
 
 /// The cells, which come row by row, in as few rectangles as runs along a row and equal runs of rows that follow each
@@ -67,12 +53,15 @@ void write(OpenWorkbook& file, const ooxml::SheetChanges& changes)
     auto together = changes.cells;
     const auto alone = std::stable_partition(together.begin(), together.end(), std::not_fn(has_note));
     for (const auto& area : changes.split) file.split_merged(changes.position, area);
-    std::for_each(alone, together.end(), [&](const auto& cell) {
-        naming_cell(cell.first, [&] { file.write_cell(changes.position, cell.first, cell.second); });
-    });
+    std::for_each(alone, together.end(),
+                  [&](const auto& cell) { file.write_cell(changes.position, cell.first, cell.second); });
     together.erase(alone, together.end());
-    for (const auto& block : blocks_of(together))
-        naming_cell(block.area.first, [&] { file.write(changes.position, block); });
+    for (const auto& block : blocks_of(together)) {
+        const auto [row, column] = block.area.first;
+        if (!file.write(changes.position, block))
+            throw std::runtime_error(to_utf8(U"第 " + number_text(row) + U" 行、第 " + number_text(column) +
+                                             U" 列起的单元格不能改写，那里可能有数组公式"));
+    }
 }
 
 /// A workbook that LibreOffice holds open. It gets the changes when they are saved.
@@ -129,7 +118,8 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
         const bool is_package = kind == FileKind::Package;
         remove_read_only_advice(bytes);
         auto folder = std::make_unique<ExchangeFolder>(around.office.folder());
-        auto file = around.office.open_workbook(folder->put(is_package ? "read.xlsx" : "read.xls", bytes));
+        auto file =
+            around.office.open(folder->put(is_package ? "read.xlsx" : "read.xls", bytes), &Connection::open_workbook);
         if (!file)
             throw ooxml::Damage(kind == FileKind::Encrypted ? Text(locked_reason)
                                                             : suite_title() + U" 不能将它作为工作簿打开。");

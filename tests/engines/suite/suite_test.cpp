@@ -42,7 +42,7 @@ libreoffice::Settings hurried(const std::function<fs::path()>& folder)
     auto settings = office_settings();
     settings.clock = [folder] {
         std::istringstream journal(journal_in(folder()));
-        libreoffice::Worker::Clock::time_point now;
+        libreoffice::Clock::time_point now;
         for (std::string line; std::getline(journal, line);)
             if (line.starts_with("hang")) now += std::chrono::days(1);
             else if (line.starts_with("slow")) now += std::chrono::minutes(2);
