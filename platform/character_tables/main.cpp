@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iostream>
 
-/// Writes what this system knows of the Chinese character sets and of letters as a source file, for a program that will
+/// Writes what this system knows of GB18030 and of letters as a source file, for a program that will
 /// run on one that knows nothing of them.
 namespace {
 
@@ -23,15 +23,14 @@ void write_table(std::ostream& out, const char* name, const std::vector<char32_t
 
 int main(int count, char** words)
 {
-    const auto gb18030 = two_byte_characters(CharacterSet::Gb18030), gbk = two_byte_characters(CharacterSet::Gbk);
-    if (count != 2 || gb18030.empty() || gbk.empty()) {
-        std::cerr << "usage: character_tables FILE, on a system that knows GB18030 and GBK\n";
+    const auto gb18030 = two_byte_characters();
+    if (count != 2 || gb18030.empty()) {
+        std::cerr << "usage: character_tables FILE, on a system that knows GB18030\n";
         return 1;
     }
     std::ofstream out(words[1]);
     out << "#include <cstddef>\nnamespace tarvik {\n";
     write_table(out, "gb18030_two_bytes", gb18030);
-    write_table(out, "gbk_two_bytes", gbk);
     write_table(out, "gb18030_four_bytes", four_byte_characters());
     write_table(out, "small_of", small_letters());
     write_table(out, "capital_of", capital_letters());

@@ -12,12 +12,11 @@ namespace tarvik {
 
 namespace {
 
-/// What the system makes of single codes of one character set.
+/// What the system makes of single codes.
 class SystemCharacters {
 public:
-    explicit SystemCharacters(CharacterSet set)
-        : converter_(iconv_open(std::endian::native == std::endian::little ? "UTF-32LE" : "UTF-32BE",
-                                set == CharacterSet::Gbk ? "GBK" : "GB18030"))
+    SystemCharacters()
+        : converter_(iconv_open(std::endian::native == std::endian::little ? "UTF-32LE" : "UTF-32BE", "GB18030"))
     {
     }
     ~SystemCharacters()
@@ -64,9 +63,9 @@ std::vector<char32_t> letters(wint_t (*mapped)(wint_t, locale_t))
 
 } // namespace
 
-std::vector<char32_t> two_byte_characters(CharacterSet set)
+std::vector<char32_t> two_byte_characters()
 {
-    SystemCharacters system(set);
+    SystemCharacters system;
     if (!system.available()) return {};
     std::vector<char32_t> characters;
     for (unsigned lead = first_lead; lead <= last_lead; ++lead) {
@@ -81,7 +80,7 @@ std::vector<char32_t> two_byte_characters(CharacterSet set)
 std::vector<char32_t> four_byte_characters()
 {
     std::vector<char32_t> characters(four_byte_places);
-    SystemCharacters system(CharacterSet::Gb18030);
+    SystemCharacters system;
     for (std::size_t place = 0; system.available() && place < four_byte_places; ++place) {
         auto bytes = four_byte_code(place);
         characters[place] = system.character(bytes);

@@ -5,6 +5,7 @@
 #include "platform/text/utf8.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tarvik {
 
@@ -82,6 +83,10 @@ char* write_characters(const TwoByteTable& table, std::span<const Char> characte
     return write_one_by_one(table, characters, out);
 }
 
+/// Codes of two bytes, first and last, that GB18030 has added to those of GBK.
+constexpr std::pair<int, int> added_codes[] = {{0xa6d9, 0xa6df}, {0xa6ec, 0xa6ed}, {0xa6f3, 0xa6f3}, {0xa8bc, 0xa8bc},
+                                               {0xa8bf, 0xa8bf}, {0xa989, 0xa995}, {0xfe50, 0xfea0}};
+
 /// The bytes of one unit of UTF-16.
 void append_unit(char32_t unit, bool big_endian, std::string& bytes)
 {
@@ -142,9 +147,12 @@ int char_code(char32_t character) noexcept
 {
     if (character < 0x80) return static_cast<int>(character);
     if (character == euro_sign) return euro_code;
-    const auto& codes = gbk_codes();
+    const auto& codes = two_byte_table().code;
     const int code = character < codes.size() ? codes[character] : 0;
-    return code == 0 ? question_mark : code - 0x10000;
+    const bool is_private = character >= 0xe000 && character <= 0xf8ff;
+    const bool is_added = std::ranges::any_of(
+        added_codes, [code](const auto& range) { return code >= range.first && code <= range.second; });
+    return code == 0 || is_private || is_added ? question_mark : code - 0x10000;
 }
 
 } // namespace tarvik

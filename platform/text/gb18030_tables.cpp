@@ -11,15 +11,6 @@ namespace {
 
 constexpr unsigned first_two_byte_code = 0x8000;
 
-template <typename Work>
-void for_two_byte_codes(CharacterSet set, const Work& work)
-{
-    const std::vector<char32_t> characters = two_byte_characters(set);
-    for (std::size_t place = 0; place < characters.size(); ++place) {
-        if (characters[place] != 0) work(characters[place], code_of_place(place));
-    }
-}
-
 // The editions of GB18030 disagree about 24 characters, which had places of the private area before Unicode took them
 // in. Both forms are read as the character of today, and a private one is written as its two bytes always were.
 
@@ -47,16 +38,18 @@ TwoByteTable make_two_byte_table()
     TwoByteTable table;
     table.character.resize(first_two_byte_code);
     table.code.resize(basic_plane_size);
-    for_two_byte_codes(CharacterSet::Gb18030, [&table](char32_t character, unsigned code) {
-        const auto given = static_cast<std::uint16_t>(code);
-        table.available = true;
-        if (character < basic_plane_size) {
+    const std::vector<char32_t> characters = two_byte_characters();
+    table.available = !characters.empty();
+    for (std::size_t place = 0; place < characters.size(); ++place) {
+        const char32_t character = characters[place];
+        const auto code = static_cast<std::uint16_t>(code_of_place(place));
+        if (character >= basic_plane_size) {
+            table.outside.push_back({character, code});
+        } else if (character != 0) {
             table.character[code - first_two_byte_code] = static_cast<char16_t>(character);
-            table.code[character] = given;
-        } else {
-            table.outside.push_back({character, given});
+            table.code[character] = code;
         }
-    });
+    }
     for (const Provisional& row : provisional)
         if (table.available && table.code[row.character] == 0) table.code[row.character] = row.code;
     return table;
@@ -82,15 +75,6 @@ FourByteTable make_four_byte_table()
     return table;
 }
 
-std::vector<std::uint16_t> make_gbk_codes()
-{
-    std::vector<std::uint16_t> codes(basic_plane_size);
-    for_two_byte_codes(CharacterSet::Gbk, [&codes](char32_t character, unsigned code) {
-        if (character < basic_plane_size) codes[character] = static_cast<std::uint16_t>(code);
-    });
-    return codes;
-}
-
 } // namespace
 
 const TwoByteTable& two_byte_table()
@@ -108,12 +92,6 @@ const FourByteTable& four_byte_table()
 {
     static const FourByteTable table = make_four_byte_table();
     return table;
-}
-
-const std::vector<std::uint16_t>& gbk_codes()
-{
-    static const std::vector<std::uint16_t> codes = make_gbk_codes();
-    return codes;
 }
 
 } // namespace tarvik

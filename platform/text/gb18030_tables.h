@@ -42,7 +42,4 @@ const TwoByteTable& two_byte_table();
 void require_available(const TwoByteTable& table);
 const FourByteTable& four_byte_table();
 
-/// By character of the basic plane, the two-byte code that it has in GBK; 0 for none.
-const std::vector<std::uint16_t>& gbk_codes();
-
 } // namespace tarvik

@@ -5,11 +5,9 @@
 #include <cstdint>
 #include <vector>
 
-/// What the system knows of characters: what the codes of the Chinese character sets stand for, and which letters are
-/// one in two cases. Where it has no such tables they are a copy, made when the program was built.
+/// What the system knows of characters: what the codes of GB18030 stand for, and which letters are one in two cases.
+/// Where it has no such tables they are a copy, made when the program was built.
 namespace tarvik {
-
-enum class CharacterSet { Gb18030, Gbk };
 
 inline constexpr unsigned first_lead = 0x81, last_lead = 0xfe, first_second = 0x40, last_second = 0xfe;
 inline constexpr std::size_t basic_plane_size = 0x10000;
@@ -31,9 +29,9 @@ constexpr std::array<std::uint8_t, 4> four_byte_code(std::size_t place) noexcept
             byte(0x30 + place % 10)};
 }
 
-/// By code in ascending order, 0 for none; empty when the system does not know the set.
-std::vector<char32_t> two_byte_characters(CharacterSet set);
-/// Of GB18030, always four_byte_places of them; 0 for none.
+/// By code in ascending order, 0 for none; empty when the system does not know GB18030.
+std::vector<char32_t> two_byte_characters();
+/// Always four_byte_places of them; 0 for none.
 std::vector<char32_t> four_byte_characters();
 
 /// By character of the basic plane, what it is as a small or as a capital letter, in the basic plane too.

@@ -3,12 +3,11 @@
 namespace tarvik {
 
 // Written by platform/character_tables when the program is built.
-extern const char32_t gb18030_two_bytes[], gbk_two_bytes[], gb18030_four_bytes[], small_of[], capital_of[];
-extern const std::size_t gb18030_two_bytes_size, gbk_two_bytes_size, gb18030_four_bytes_size;
+extern const char32_t gb18030_two_bytes[], gb18030_four_bytes[], small_of[], capital_of[];
+extern const std::size_t gb18030_two_bytes_size, gb18030_four_bytes_size;
 
-std::vector<char32_t> two_byte_characters(CharacterSet set)
+std::vector<char32_t> two_byte_characters()
 {
-    if (set == CharacterSet::Gbk) return {gbk_two_bytes, gbk_two_bytes + gbk_two_bytes_size};
     return {gb18030_two_bytes, gb18030_two_bytes + gb18030_two_bytes_size};
 }
 
