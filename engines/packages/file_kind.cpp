@@ -190,18 +190,20 @@ unsigned short_at(std::string_view bytes, std::size_t at)
     return at + 2 > bytes.size() ? 0 : number_at(bytes, at, 2);
 }
 
-/// A workbook is a row of records; the one that tells of a password stands near the first.
+/// Where the record of this kind begins among those of a workbook; npos where none does.
+std::size_t find_record(std::string_view records, unsigned kind)
+{
+    constexpr unsigned first_record = 0x0809;
+    if (short_at(records, 0) != first_record) return std::string_view::npos;
+    std::size_t at = 0;
+    while (at + 4 <= records.size() && short_at(records, at) != kind) at += 4 + short_at(records, at + 2);
+    return at + 4 <= records.size() ? at : std::string_view::npos;
+}
+
 bool is_locked_workbook(std::string_view beginning)
 {
-    constexpr unsigned first_record = 0x0809, password = 0x002f;
-    constexpr int records_looked_at = 5;
-    if (short_at(beginning, 0) != first_record) return false;
-    std::size_t at = 0;
-    for (int record = 0; record < records_looked_at; ++record) {
-        if (short_at(beginning, at) == password) return true;
-        at += 4 + short_at(beginning, at + 2);
-    }
-    return false;
+    constexpr unsigned password = 0x002f;
+    return find_record(beginning, password) != std::string_view::npos;
 }
 
 bool is_locked_document(std::string_view beginning)
@@ -264,18 +266,15 @@ bool are_same_name(std::string_view one, std::string_view other)
 
 void remove_read_only_advice(std::string& workbook)
 {
-    constexpr unsigned first_record = 0x0809, sharing = 0x005b;
+    constexpr unsigned sharing = 0x005b;
     const auto entries = read_compound_file(workbook);
     if (!entries) return;
     for (const auto& entry : *entries) {
-        const auto records = entry.beginning;
-        if (!are_same_name(entry.name, "Workbook") || short_at(records, 0) != first_record) continue;
-        std::size_t at = 0;
-        while (at + 6 <= records.size() && short_at(records, at) != sharing) at += 4 + short_at(records, at + 2);
-        if (at + 6 > records.size()) return;
-        const auto advice = static_cast<std::size_t>(records.data() - workbook.data()) + at + 4;
+        if (!are_same_name(entry.name, "Workbook")) continue;
+        const auto at = find_record(entry.beginning, sharing);
+        if (at == std::string_view::npos || entry.beginning.size() - at < 6) continue;
+        const auto advice = static_cast<std::size_t>(entry.beginning.data() - workbook.data()) + at + 4;
         workbook[advice] = workbook[advice + 1] = '\0';
-        return;
     }
 }
 

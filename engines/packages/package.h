@@ -62,7 +62,6 @@ private:
                       const std::string& contents);
     zip_uint64_t index_of(std::string_view name) const;
     std::string inflate(zip_uint64_t index, std::string_view name) const;
-    void check_readable(const PartChanges& changes, std::uint64_t packed_size) const;
 
     std::string bytes_;
     Source source_;

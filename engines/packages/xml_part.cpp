@@ -23,17 +23,16 @@ struct Entity {
 };
 constexpr std::array<Entity, 5> entities{{{"amp", "&"}, {"lt", "<"}, {"gt", ">"}, {"quot", "\""}, {"apos", "'"}}};
 
-std::string with_escaped_quotes(std::string_view value)
+/// The text with these characters as entities.
+std::string with_entities(std::string_view text, std::string_view characters)
 {
-    std::string escaped;
-    for (const char c : value) {
-        if (c == '"') {
-            escaped += "&quot;";
-        } else {
-            escaped += c;
-        }
+    std::string raw;
+    raw.reserve(text.size());
+    for (const char c : text) {
+        if (characters.find(c) == std::string_view::npos) raw += c;
+        else raw.append("&").append(std::ranges::find(entities, std::string_view(&c, 1), &Entity::text)->name) += ';';
     }
-    return escaped;
+    return raw;
 }
 
 // Values are printed between double quotes, whichever quotes they came in.
@@ -42,7 +41,7 @@ struct DoubleQuotes final : pugi::xml_tree_walker {
     {
         for (auto attribute : node.attributes()) {
             if (std::strchr(attribute.value(), '"'))
-                attribute.set_value(with_escaped_quotes(attribute.value()).c_str());
+                attribute.set_value(with_entities(attribute.value(), "\"").c_str());
         }
         return true;
     }
@@ -203,18 +202,7 @@ std::string unescaped(std::string_view raw)
 
 std::string escaped(std::string_view text)
 {
-    std::string raw;
-    raw.reserve(text.size());
-    for (const char c : text) {
-        switch (c) {
-        case '&': raw += "&amp;"; break;
-        case '<': raw += "&lt;"; break;
-        case '>': raw += "&gt;"; break;
-        case '"': raw += "&quot;"; break;
-        default: raw += c;
-        }
-    }
-    return raw;
+    return with_entities(text, "&<>\"");
 }
 
 std::string attribute_text(pugi::xml_node node, const char* name)

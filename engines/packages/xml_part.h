@@ -33,8 +33,8 @@ private:
 
 /// How many bytes the tree of such a part and the working on it take, a generous guess.
 std::uint64_t tree_memory(std::string_view xml) noexcept;
-/// No part takes less and none more for each of its bytes: an element "<a/>" with a blank behind it takes 37.
-inline constexpr std::uint64_t least_tree_memory_per_byte = 4, most_tree_memory_per_byte = 40;
+/// No part takes less for each of its bytes.
+inline constexpr std::uint64_t least_tree_memory_per_byte = 4;
 
 // Elements are known by their local names: a part may write its own namespace with any prefix or none.
 
