@@ -35,14 +35,6 @@ bool is_handed_out(const fs::path& name)
            !is_unfinished(utf8_of(name.filename()));
 }
 
-/// Names with "/" between, on any system.
-Text joined(const std::vector<Text>& names)
-{
-    Text path;
-    for (const Text& name : names) path += (path.empty() ? U"" : U"/") + name;
-    return path;
-}
-
 /// Their names below the folder, folders with "/" between, in the order of the bytes.
 std::vector<std::string> files_below(const fs::path& folder)
 {
@@ -51,7 +43,7 @@ std::vector<std::string> files_below(const fs::path& folder)
         for (const auto& entry : fs::recursive_directory_iterator(folder)) {
             const fs::path name = entry.path().lexically_relative(folder);
             if (entry.is_regular_file() && is_handed_out(name))
-                names.push_back(to_utf8(joined(names_of(text_of(name)))));
+                names.push_back(utf8_of(name.generic_string<fs::path::value_type>()));
         }
     });
     std::sort(names.begin(), names.end());

@@ -72,7 +72,7 @@ void edit_part(Parts& parts, const std::string& name, const std::string& from, c
     }
 }
 
-std::string repeated(std::string_view text, int count)
+std::string repeated(std::string_view text, std::size_t count)
 {
     std::string all;
     for (; count > 0; --count) all += text;

@@ -1,13 +1,11 @@
 #include "platform/files/working_folder.h"
 
-#include "platform/files/system_paths.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <sys/stat.h>
 #include <thread>
@@ -185,21 +183,6 @@ TEST_F(WorkingFolderTest, a_program_among_its_files_stays_there_where_it_may_wri
         EXPECT_EQ(folder.path, own) << to_utf8(folder.trouble);
     }
     EXPECT_THAT(own_files(), ElementsAre("3139.txt: a report"));
-}
-
-TEST(UserDataFolder, is_the_one_that_the_user_names)
-{
-    const std::string home_before = std::getenv("HOME");
-    const auto with = [](const char* data, const char* home) {
-        ::setenv("XDG_DATA_HOME", data, 1);
-        ::setenv("HOME", home, 1);
-        return user_data_folder().string();
-    };
-    EXPECT_EQ(with("/data", "/home/li"), "/data");
-    EXPECT_EQ(with("", "/home/li"), "/home/li/.local/share");
-    EXPECT_EQ(with("data", "/home/li"), "/home/li/.local/share");
-    EXPECT_THAT(with("", ""), testing::EndsWith("/.local/share"));
-    with("", home_before.c_str());
 }
 
 } // namespace tarvik::test

@@ -17,13 +17,6 @@ constexpr std::size_t most_taken = 800 * megabyte; // what is freed stays for a 
 constexpr std::size_t most_taken = 110 * megabyte;
 #endif
 
-std::string repeated(std::string_view text, std::size_t count)
-{
-    std::string all;
-    for (; count > 0; --count) all += text;
-    return all;
-}
-
 /// Opens the package and every part of it as the engines do; gives why not.
 std::string refusal(const std::string& bytes, const Parts& parts)
 {
