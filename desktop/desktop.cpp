@@ -36,14 +36,13 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({heard_dialogs_, heard_clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
       queue_(program_, recorder_, [this] { event_ended(); }),
-      player_(program_, queue_, dialogs_), main_{program_, queue_, mirror_, theme_, scale_of_screen()},
-      form3_front_(main_), form4_front_(main_), form1_(main_), form3_(form3_front_, form1_),
-      form4_(form4_front_, form1_), context_menu_(queue_, program_.form1),
-      tasks_(main_, player_, form1_.status(), form1_)
+      player_(program_, queue_, dialogs_), front_{program_, queue_, mirror_, theme_, scale_of_screen()}, form1_(front_),
+      form3_(front_, form1_), form4_(front_, form1_), context_menu_(queue_, program_.form1),
+      tasks_(front_, player_, form1_.status(), form1_)
 {
-    track_focus(main_, form1_);
-    for (auto& [index, timer] : program_.form1.Timer1) run_timer(main_, timer, form1_);
-    for (Timer* timer : program_.form1.batch_timers()) run_timer(main_, *timer, form1_);
+    track_focus(front_, form1_);
+    for (auto& [index, timer] : program_.form1.Timer1) run_timer(front_, timer, form1_);
+    for (Timer* timer : program_.form1.batch_timers()) run_timer(front_, *timer, form1_);
     heard_dialogs_.set_recorder(recorder_);
     heard_clipboard_.set_recorder(recorder_);
     for (const QString& folder :
@@ -80,7 +79,7 @@ void Desktop::start(const Text& notice)
     queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
-        theme_.set_dialog_font(main_.scale);
+        theme_.set_dialog_font(form1_.scale());
         recorder_.remember_opening();
         if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);
     });

@@ -67,7 +67,7 @@ private:
     Mirror mirror_;
     EventQueue queue_;
     TaskPlayer player_;
-    Front main_, form3_front_, form4_front_;
+    Front front_;
     Form1Window form1_;
     Form3Window form3_;
     Form4Window form4_;

@@ -40,7 +40,7 @@ public:
     void send(Event& event)
     {
         if (program_.ended) return;
-        const BusyCursor cursor(can_take_long(event));
+        const BusyCursor cursor; // a short handler changes it back before anybody sees it
         recorder_.send(event);
     }
     Recorder& recorder() { return recorder_; }
@@ -51,18 +51,6 @@ public:
     void close() { closed_ = true; }
 
 private:
-    // Work that can take long begins with these. A short handler changes the cursor back before anybody sees it.
-    static bool can_take_long(const Event& event)
-    {
-        switch (event.kind) {
-        case EventKind::Click:
-        case EventKind::Menu:                 // which pastes
-        case EventKind::MouseUp: return true; // every selection is copied
-        case EventKind::KeyPress: return event.key == U'\r' || event.key == U'\x1b';
-        case EventKind::Tick: return event.control.name() != "Timer1";
-        default: return false;
-        }
-    }
     void drain()
     {
         busy_ = true;

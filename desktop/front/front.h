@@ -6,7 +6,7 @@
 
 namespace tarvik {
 
-/// What the controls of a window work with. Whoever decides on the window's size sets the scale.
+/// What the controls of a window work with, and the window's own scale.
 struct Front {
     Program& program;
     EventQueue& queue;

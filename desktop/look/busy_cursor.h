@@ -8,19 +8,10 @@ namespace tarvik {
 /// The pointer shows that the program works, as long as the object lives.
 class BusyCursor {
 public:
-    explicit BusyCursor(bool shown) : shown_(shown)
-    {
-        if (shown_) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    }
-    ~BusyCursor()
-    {
-        if (shown_) QGuiApplication::restoreOverrideCursor();
-    }
+    BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
     BusyCursor(const BusyCursor&) = delete;
     BusyCursor& operator=(const BusyCursor&) = delete;
-
-private:
-    bool shown_;
 };
 
 /// Takes every busy pointer away while a dialog waits for the user.

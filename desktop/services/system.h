@@ -20,6 +20,9 @@ void show_words(const std::string& words, bool is_complaint);
 /// later.
 void open_by_system(const QString& path, const std::function<void()>& failed);
 
+/// The name of the system's default printer, or nothing.
+std::string default_printer();
+
 struct SystemLook {
     bool is_dark = false, is_high_contrast = false;
 };

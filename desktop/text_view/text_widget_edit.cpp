@@ -52,7 +52,7 @@ void TextWidget::remove(std::size_t from, std::size_t to)
 
 void TextWidget::paste()
 {
-    const BusyCursor busy(true);
+    const BusyCursor busy;
     const Text text = front_.program.platform.clipboard.text();
     if (text.empty()) return;
     remember(text);

@@ -81,7 +81,7 @@ void Form1Window::make_keys()
 void Form1Window::make_panes()
 {
     for (Pane* pane : form1_.panes()) {
-        panes_.push_back(&add_text(*pane, fonts_, FontRole::Pane, *this));
+        panes_.push_back(&add_text(*pane, fonts(), FontRole::Pane, *this));
         if (pane == &form1_.RichTextBox1) continue;
         panes_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
                                   [this, pane](int columns) {

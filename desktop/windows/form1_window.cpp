@@ -5,7 +5,6 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/windows/status_text.h"
-#include "desktop/windows/window_places.h"
 
 #include <QAbstractButton>
 #include <QFileInfo>
@@ -14,6 +13,7 @@
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QStyle>
 #include <QUrl>
 
@@ -24,10 +24,21 @@ namespace tarvik {
 
 namespace {
 
-constexpr double smallest_part = 0.5; // of the opening size, that the user can make the window
+constexpr int title_bar = 36, border = 8; // of a window's frame, which is only known when it shows
+constexpr double smallest_part = 0.5;     // of the opening size, that the user can make the window
 const QString preset_query = "查寻条件";
 const QString separator_key = "query/separator";
 constexpr const char* usual_separator = "。\r\n";
+
+// How much larger or smaller than designed the windows show, so that the main window of this size fits into the free
+// part of the screen with its title bar; on a very large screen they show larger.
+double opening_zoom(QSizeF full_size, QSize available)
+{
+    constexpr double share_of_large_screen = 0.62, most = 2;
+    const double fits = std::min((available.width() - 2 * border) / full_size.width(),
+                                 (available.height() - title_bar - border) / full_size.height());
+    return fits < 1 ? std::max(fits, 0.25) : std::clamp(fits * share_of_large_screen, 1.0, most);
+}
 
 // The first file of what is dragged; empty where there is none.
 QString dropped_file(const QDropEvent& event)
@@ -39,14 +50,14 @@ QString dropped_file(const QDropEvent& event)
 
 } // namespace
 
-Form1Window::Form1Window(Front& front)
-    : FormWindow(front, front.program.form1.window), form1_(front.program.form1),
-      number_fonts_(front.theme, front.scale), progress_(*this), status_([this] { stop_run(); }, *this),
+Form1Window::Form1Window(const Front& front)
+    : FormWindow(front, front.program.form1.window), form1_(front.program.form1), number_fonts_(front.theme, scale()),
+      progress_(*this), status_([this] { stop_run(); }, *this),
       find_bar_(
-          front, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
+          this->front(), [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {
     make_controls();
-    commands_ = new CommandList(front, *query_box_, *this, [this] { return shown_pane(); });
+    commands_ = new CommandList(this->front(), *query_box_, *this, [this] { return shown_pane(); });
     key_hint_ = new QLabel(this);
     key_hint_->setObjectName("keys");
     key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -222,7 +233,7 @@ void Form1Window::show_line_numbers(bool shown)
 
 void Form1Window::zoom_panes(int step)
 {
-    fonts_.zoom(step);
+    fonts().zoom(step);
     for (TextWidget* pane : panes_) pane->lay_anew();
 }
 
@@ -276,7 +287,12 @@ void Form1Window::set_zoom(double zoom)
 
 void Form1Window::before_first_show()
 {
-    place_main_window(*this, front().scale.size(front().program.form3.window));
+    // The window of column numbers has room on its right where the screen is wide enough.
+    const QRect free = screen()->availableGeometry();
+    const int both = width() + front().scale.size(front().program.form3.window).width() + 3 * border;
+    const int left = std::max(border, (free.width() - std::min(both, free.width())) / 2);
+    const int spare = free.height() - height() - title_bar;
+    move(free.left() + left, free.top() + std::max(0, spare / 3));
     query_box_->setFocus(Qt::OtherFocusReason);
     query_box_->selectAll();
     const bool is_watched = QGuiApplication::platformName() != "offscreen";

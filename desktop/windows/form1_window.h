@@ -16,8 +16,7 @@ inline constexpr double status_height = 290;
 /// The main window.
 class Form1Window final : public FormWindow {
 public:
-    /// The window's size decides on the scale of `front`.
-    explicit Form1Window(Front& front);
+    explicit Form1Window(const Front& front);
 
     LineBox& query_box() { return *query_box_; }
     /// Chooses how large the model shows on a screen of which this much is free. To be called when the model has its

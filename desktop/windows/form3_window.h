@@ -16,8 +16,7 @@ namespace tarvik {
 /// The window of column numbers and notes. It appears without taking the focus, so that keys can be typed on.
 class Form3Window final : public FormWindow {
 public:
-    /// The window's place decides on the scale of `front`.
-    Form3Window(Front& front, FormWindow& main_window)
+    Form3Window(const Front& front, FormWindow& main_window)
         : FormWindow(front, front.program.form3.window), main_window_(main_window)
     {
         setAttribute(Qt::WA_ShowWithoutActivating);
@@ -32,7 +31,7 @@ public:
         }
         for (auto& [index, label] : form3.Label1) add_label(label, FontRole::Help, *this);
         for (auto& [index, button] : form3.Command1) add_button(button, FontRole::Button, *this);
-        notes_ = &add_text(form3.Text2, fonts_, FontRole::Notes, *this);
+        notes_ = &add_text(form3.Text2, fonts(), FontRole::Notes, *this);
         notes_->break_lines();
         set_tooltips(*this);
         // A window of the main window's own stays in front of it.
@@ -101,8 +100,8 @@ protected:
         const Scale unzoomed{front().scale.dots_per_inch};
         const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
         const SidePlace place =
-            side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main}, main_window_.zoom(),
-                       main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
+            side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main},
+                       main_window_.scale().zoom, main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
         set_zoom(place.zoom);
         setMinimumSize(qRound(front().scale.pixels(smallest_width)), qRound(front().scale.pixels(smallest_height)));
         resize(place.size.expandedTo(minimumSize()));

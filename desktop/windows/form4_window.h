@@ -21,10 +21,9 @@ namespace tarvik {
 /// design.
 class Form4Window final : public FormWindow {
 public:
-    /// The window's place decides on the scale of `front`.
-    Form4Window(Front& front, const FormWindow& main_window)
+    Form4Window(const Front& front, const FormWindow& main_window)
         : FormWindow(front, front.program.form4.window), form4_(front.program.form4), main_window_(main_window),
-          preview_(make_preview_window(front, *this))
+          preview_(this->front(), *this)
     {
         scroll_area_ = new_scroll_area(*this);
         QWidget& all = add_frame(form4_.Frame1, *scroll_area_->widget());
@@ -72,15 +71,15 @@ protected:
                program.platform.dialogs.message({U"有填写的设计参数还没有保存，关闭后不再保留，是否关闭？",
                                                  U"Tarvik报表自动化设计", Buttons::OKCancel, Icon::None}) == Answer::OK;
     }
-    bool has_picture() const override { return false; }
     void before_first_show() override
     {
         narrower_ = 0;
         const QSizeF full = QSizeF(front().scale.size(model()).expandedTo(size_needed())) / front().scale.zoom;
         const double spare = front().scale.pixels(form4_.Label1.width() - least_help) / front().scale.zoom;
         const QSizeF least(full.width() - spare, full.height());
-        const SidePlace place = side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)},
-                                           main_window_.zoom(), main_window_, {"Form1.Command6", "Form1.Command3"});
+        const SidePlace place =
+            side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, main_window_.scale().zoom,
+                       main_window_, {"Form1.Command6", "Form1.Command3"});
         set_zoom(place.zoom);
         resize(place.size);
         move(place.corner);
@@ -182,7 +181,7 @@ private:
     Form4& form4_;
     const FormWindow& main_window_;
     std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
-    std::unique_ptr<QWidget> preview_;
+    PreviewWindow preview_;
     QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;
     std::vector<Help> help_;
     double narrower_ = 0; // in twips, by which the help shows

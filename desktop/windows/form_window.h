@@ -32,7 +32,8 @@ QString widget_name(const Control& control);
 /// the installation folder; one that is missing or broken is no picture.
 class FormWindow : public QWidget {
 public:
-    FormWindow(Front& front, Window& model) : fonts_(front.theme, front.scale), front_(front), model_(model)
+    /// The window has a scale of its own.
+    FormWindow(const Front& front, Window& model) : front_(front), model_(model), fonts_(front_.theme, front_.scale)
     {
         open_to_screen_readers();
         setObjectName(widget_name(model));
@@ -42,7 +43,7 @@ public:
         front.mirror.on_moved(model.form(), [this] { place(); });
     }
 
-    double zoom() const { return front_.scale.zoom; }
+    const Scale& scale() const { return front_.scale; }
     /// Brings the window itself up to date with the model.
     void show_model()
     {
@@ -80,7 +81,6 @@ protected:
     virtual void place();
     /// Shows everything in the window as large as this.
     virtual void set_zoom(double zoom);
-    virtual bool has_picture() const { return true; }
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
     /// Whether the window may be closed; the user can be asked.
@@ -133,7 +133,7 @@ protected:
     {
         QPainter painter(this);
         painter.fillRect(rect(), palette().color(QPalette::Window));
-        if (has_picture() && front_.theme.look() == Look::Light) paint_picture(painter);
+        if (front_.theme.look() == Look::Light) paint_picture(painter);
     }
 
     /// These make the widget of a control. `clicked` is called behind a click with the mouse.
@@ -146,10 +146,11 @@ protected:
     /// Gives a widget that shows no control the font of a role.
     void add_font(QWidget& widget, FontRole role) { roles_.push_back({&widget, role}); }
 
-    Front& front() const { return front_; }
+    Front& front() { return front_; }
+    const Front& front() const { return front_; }
     Window& model() { return model_; }
-
-    PaneFonts fonts_;
+    /// Of all text views of the window.
+    PaneFonts& fonts() { return fonts_; }
 
 private:
     void enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show);
@@ -185,8 +186,9 @@ private:
         }
         if (!picture_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), picture_size()), picture_);
     }
-    Front& front_;
+    Front front_;
     Window& model_;
+    PaneFonts fonts_;
     std::vector<std::pair<const Control*, QWidget*>> controls_;
     std::vector<std::pair<QWidget*, FontRole>> roles_;
     QSize size_;           // as the model and the window last agreed on it

@@ -125,7 +125,7 @@ private:
     // A cell that is copied in a spreadsheet comes with a line end, which no query is meant to hold.
     void paste_text()
     {
-        const BusyCursor busy(true);
+        const BusyCursor busy;
         Text text = front_.program.platform.clipboard.text();
         while (!text.empty() && (text.back() == U'\n' || text.back() == U'\r')) text.pop_back();
         show_model();

@@ -12,18 +12,8 @@ namespace tarvik {
 
 namespace {
 
-constexpr int title_bar = 36; // room for a window's frame, which is only known when it shows
-constexpr int border = 8;
-constexpr double share_of_large_screen = 0.62;
-constexpr double most = 2;
-
 constexpr int gap = 8;                                // between windows
 constexpr double hardly_smaller = 0.93, least = 0.85; // of the main window's zoom, that a side window shows with
-
-QRect free_screen(const QWidget& window)
-{
-    return window.screen()->availableGeometry();
-}
 
 // What holds all of these widgets of a window, on the screen.
 QRect place_on_screen(const QWidget& window, std::initializer_list<const char*> names)
@@ -57,26 +47,10 @@ Fit fit(const QRect& region, int frame, const SideWindow& window, double zoom)
 
 } // namespace
 
-double opening_zoom(QSizeF full_size, QSize available)
-{
-    const double fits = std::min((available.width() - 2 * border) / full_size.width(),
-                                 (available.height() - title_bar - border) / full_size.height());
-    return fits < 1 ? std::max(fits, 0.25) : std::clamp(fits * share_of_large_screen, 1.0, most);
-}
-
-void place_main_window(QWidget& window, QSize side_window)
-{
-    const QRect free = free_screen(window);
-    const int both = window.width() + side_window.width() + 3 * border;
-    const int left = std::max(border, (free.width() - std::min(both, free.width())) / 2);
-    const int spare = free.height() - window.height() - title_bar;
-    window.move(free.left() + left, free.top() + std::max(0, spare / 3));
-}
-
 SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_window,
                      std::initializer_list<const char*> buttons)
 {
-    const QRect free = free_screen(main_window), main = main_window.frameGeometry();
+    const QRect free = main_window.screen()->availableGeometry(), main = main_window.frameGeometry();
     const int frame = std::max(main_window.geometry().top() - main.top(), 0); // of every window's upper edge
     const QRect kept = place_on_screen(main_window, buttons);
     const auto region = [](int left, int top, int right, int bottom) {

@@ -8,15 +8,9 @@
 
 class QWidget;
 
-/// Where the windows stand on the screen, and how large they can be.
+/// Where the side windows stand on the screen, and how large they can be.
 namespace tarvik {
 
-/// How much larger or smaller than designed the windows show, so that the main window of this size fits into the free
-/// part of the screen with its title bar; on a very large screen they show larger.
-double opening_zoom(QSizeF full_size, QSize available);
-
-/// The main window stands so that the window of column numbers has room on its right where the screen is wide enough.
-void place_main_window(QWidget& window, QSize side_window);
 /// A window that stands beside the main window; sizes are in pixels at zoom 1.
 struct SideWindow {
     QSizeF full_size;
