@@ -31,7 +31,7 @@ Recalculation::Recalculation(std::shared_ptr<const FormulaIndex> index, Workbook
         if (!(*index_)[number].has_result) state(number) = State::Missing;
 }
 
-void Recalculation::set_aside(Number number, State kind)
+void Recalculation::set_state(Number number, State kind)
 {
     failed_.erase(number);
     state(number) = kind;
@@ -53,7 +53,7 @@ void Recalculation::touch(int sheet, Place place)
     ++revision_;
     if (index_->size() == 0) return;
     index_->visit(sheet, {place, place}, [&](Number number) {
-        if ((*index_)[number].place() == place) set_aside(number, State::Overwritten);
+        if ((*index_)[number].place() == place) set_state(number, State::Overwritten);
     });
     written_.push_back({sheet, place});
     if (written_.size() >= most_kept) spread();
@@ -62,7 +62,7 @@ void Recalculation::touch(int sheet, Place place)
 void Recalculation::forget_results()
 {
     for (Number number = 0; number < index_->size(); ++number)
-        if (state(number) != State::Overwritten) set_aside(number, State::Old);
+        if (state(number) != State::Overwritten) set_state(number, State::Old);
     ++revision_;
 }
 
@@ -95,7 +95,7 @@ void Recalculation::touch(Number number, std::vector<Number>& touched)
 {
     const bool is_met = state(number) == State::Old || state(number) == State::Overwritten;
     if (is_met) return;
-    set_aside(number, State::Old);
+    set_state(number, State::Old);
     touched.push_back(number);
 }
 
@@ -199,14 +199,8 @@ void Recalculation::keep(Number number, const std::vector<Value>& results)
     for (int row = formula.range.first.row; row <= formula.range.last.row; ++row)
         for (int column = formula.range.first.column; column <= formula.range.last.column; ++column)
             part.set_result({row, column}, *result++);
-    state(number) = State::Current;
+    set_state(number, State::Current);
     has_calculated_ = true;
-}
-
-void Recalculation::take_results(Number number, const std::vector<Value>& results)
-{
-    failed_.erase(number);
-    keep(number, results);
 }
 
 void Recalculation::require_results(int sheet, const Range& area) const

@@ -30,8 +30,8 @@ public:
 
     /// Those that cannot be calculated, with what is in the way: a function's name, mostly.
     const std::map<Number, std::string>& failed() const noexcept { return failed_; }
-    /// Takes results for such a formula that somebody else has calculated, one for each of its cells.
-    void take_results(Number number, const std::vector<calculation::Value>& results);
+    /// Takes the results of a formula, which somebody else may have calculated, one for each of its cells.
+    void keep(Number number, const std::vector<calculation::Value>& results);
 
 private:
     enum class State : char {
@@ -52,7 +52,7 @@ private:
 
     State& state(Number number) { return states_[number]; }
     bool is_due(Number number) const { return states_[number] == State::Old || states_[number] == State::Missing; }
-    void set_aside(Number number, State kind);
+    void set_state(Number number, State kind);
     void spread();
     void spread(int sheet, const Range& range, std::vector<Number>& touched);
     void touch(Number number, std::vector<Number>& touched);
@@ -61,7 +61,6 @@ private:
     void fail_cycle(Number number, Stack& stack);
     void fail(Number number, const std::string& reason);
     std::vector<calculation::Value> results_of(const IndexedFormula& formula);
-    void keep(Number number, const std::vector<calculation::Value>& results);
     void require_results(int sheet, const Range& area) const;
     const SheetPart& part(int sheet) const;
 

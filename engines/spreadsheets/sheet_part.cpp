@@ -45,12 +45,10 @@ void add_pivot(pugi::xml_node pivot, std::vector<Range>& pivots)
     const auto count_of = [location](const char* name) {
         return parse_count(location.attribute(name).value(), last_row_of_sheet).value_or(1);
     };
+    const auto [row, column] = body->first;
     constexpr int columns_of_page = 3;
-    const int rows = std::min(count_of("rowPageCount"), body->first.row - 1);
-    const int columns = std::min(count_of("colPageCount"), last_column_of_sheet) * columns_of_page - 1;
-    const Place first{std::max(body->first.row - 1 - rows, 1), body->first.column};
-    const Place last{std::max(body->first.row - 2, 1), std::min(first.column + columns - 1, last_column_of_sheet)};
-    pivots.push_back({first, last});
+    const Place last{std::max(row - 2, 1), column + count_of("colPageCount") * columns_of_page - 2};
+    pivots.push_back({{std::max(row - 1 - count_of("rowPageCount"), 1), column}, last});
 }
 
 } // namespace

@@ -254,7 +254,7 @@ void WorkbookModel::ask_suite(FormulaIndex::Number number)
         const auto& formula = recalculation_->index()[one];
         const auto results = theirs->load(formula.sheet).values(formula.range);
         if (std::ranges::find(results, calculation::Value(calculation::CellError::Name)) == results.end())
-            recalculation_->take_results(one, results);
+            recalculation_->keep(one, results);
     }
     if (recalculation_->failed().contains(number)) refuse(number, {});
 }

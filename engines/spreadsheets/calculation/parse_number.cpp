@@ -97,51 +97,36 @@ std::optional<double> parse_decimal(std::string_view text)
     return (is_negative ? -*number : *number) / divisor;
 }
 
-constexpr std::array<std::string_view, 12> months{"january",   "february", "march",    "april",
-                                                  "may",       "june",     "july",     "august",
-                                                  "september", "october",  "november", "december"};
-
-// How a date or time is written: '9' is a number, 'm' a month's name, 'a' and 'p' the halves of the day. "/" is as good
-// as "-", and what parts a month's name from its neighbours is left out.
+// How a date or time is written: '9' is a number, 'a' and 'p' the halves of the day, and "/" is as good as "-".
 struct Writing {
     struct Number {
         int value;
-        std::size_t digits; ///< 0 for a month's name
+        std::size_t digits;
     };
     std::string signs;
     std::vector<Number> numbers;
 };
 
-bool take_word(Writing& writing, std::string_view word, std::string_view& rest)
-{
-    const auto* const month =
-        std::ranges::find_if(months, [&](auto name) { return word == name || word == name.substr(0, 3); });
-    if (month != months.end()) {
-        if (writing.signs.ends_with('-') || writing.signs.ends_with(' ')) writing.signs.pop_back();
-        writing.signs += 'm';
-        writing.numbers.push_back({static_cast<int>(month - months.begin()) + 1, 0});
-        rest.remove_prefix(std::min(rest.find_first_not_of("-/ ,."), rest.size()));
-        return true;
-    }
-    writing.signs += word.front();
-    return word == "am" || word == "pm" || word == "a" || word == "p";
-}
-
+// Nothing for what holds other words; CannotCalculate for the name of a month, which countries write each in its place.
 std::optional<Writing> writing_of(std::string_view text)
 {
+    constexpr std::string_view months = "jan feb mar apr may jun jul aug sep oct nov dec";
     Writing writing;
+    bool has_month = false;
     while (!text.empty()) {
         const auto digits = std::min(text.find_first_not_of(digits_alone), text.size());
         const auto letters = std::min(text.find_first_not_of("abcdefghijklmnopqrstuvwxyz"), text.size());
         const auto piece = text.substr(0, std::max({digits, letters, std::size_t{1}}));
         text.remove_prefix(piece.size());
-        if (digits > 5 || (letters > 0 && !take_word(writing, piece, text))) return std::nullopt;
-        if (letters > 0) continue;
+        has_month = has_month || (letters > 2 && months.find(piece.substr(0, 3)) != npos);
+        if (digits > 5 || (letters > 0 && !has_month && piece != "am" && piece != "pm" && piece != "a" && piece != "p"))
+            return std::nullopt;
         writing.signs += digits > 0 ? '9' : piece == "/" ? '-' : piece.front();
         if (digits == 0) continue;
         writing.numbers.push_back({0, digits});
         std::from_chars(piece.data(), piece.data() + piece.size(), writing.numbers.back().value);
     }
+    if (has_month && !writing.numbers.empty()) throw CannotCalculate("date as a text");
     return writing;
 }
 
@@ -176,33 +161,17 @@ std::optional<double> day_of(int year, int month, int day, bool counts_from_1904
     return day_number(year, month, day, counts_from_1904);
 }
 
-/// Which of the numbers is the year, the month and the day; without a day it is the first.
-struct DateForm {
-    std::string_view signs;
-    std::size_t year, month, day;
-    bool has_long_year = false; ///< it is known by its four digits
-};
+// Of a year, a month and a day, which may be left out. Between hyphens a year is known by its four digits.
+constexpr std::array<std::string_view, 4> date_forms{"9Y9M9D", "9Y9M", "9-9-9", "9-9"};
 
-constexpr std::size_t none = 3;
-constexpr std::array<DateForm, 11> date_forms{{{"9Y9M9D", 0, 1, 2},
-                                               {"9Y9M", 0, 1, none},
-                                               {"9m9", 2, 1, 0},
-                                               {"9m", none, 1, 0},
-                                               {"m9,9", 2, 0, 1},
-                                               {"m9, 9", 2, 0, 1},
-                                               {"m9-9", none, 0, 1},
-                                               {"m9 9", none, 0, 1},
-                                               {"m9", 1, 0, none, true},
-                                               {"9-9-9", 0, 1, 2, true},
-                                               {"9-9", 0, 1, none, true}}};
-
-std::optional<double> date_of(const DateForm& form, std::span<const Writing::Number> numbers, bool counts_from_1904)
+std::optional<double> date_of(std::string_view form, std::span<const Writing::Number> numbers, bool counts_from_1904)
 {
-    const auto value = [&](std::size_t i) { return i == none ? 1 : numbers[i].value; };
-    const bool has_year = form.year != none && (!form.has_long_year || numbers[form.year].digits == 4);
-    if (has_year) return day_of(value(form.year), value(form.month), value(form.day), counts_from_1904);
-    if (form.signs == "9-9" && std::max(value(0), value(1)) > 31) return std::nullopt;
-    if (form.signs == "9-9-9") {
+    const auto value = [&](std::size_t i) {
+        return i == static_cast<std::size_t>(std::ranges::count(form, '9')) ? 1 : numbers[i].value;
+    };
+    if (form[1] == 'Y' || numbers[0].digits == 4) return day_of(value(0), value(1), value(2), counts_from_1904);
+    if (form == "9-9" && std::max(value(0), value(1)) > 31) return std::nullopt;
+    if (form == "9-9-9") {
         if (std::min(value(0), value(1)) > 12) return std::nullopt;
         if (value(0) == value(1) && numbers[2].digits == 4)
             return day_of(value(2), value(0), value(1), counts_from_1904);
@@ -216,9 +185,9 @@ std::optional<double> parse_date(std::string_view text, bool counts_from_1904)
     const auto writing = writing_of(text);
     if (!writing) return std::nullopt;
     const std::string_view signs = writing->signs;
-    for (const auto& form : date_forms) {
-        if (!signs.starts_with(form.signs)) continue;
-        const auto rest = trimmed(signs.substr(form.signs.size()));
+    for (const auto form : date_forms) {
+        if (!signs.starts_with(form)) continue;
+        const auto rest = trimmed(signs.substr(form.size()));
         const auto time = rest.empty() ? std::optional(0.0) : time_of(rest, writing->numbers);
         if (!time) continue;
         const auto date = date_of(form, writing->numbers, counts_from_1904);
