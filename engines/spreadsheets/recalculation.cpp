@@ -3,7 +3,6 @@
 #include "engines/spreadsheets/workbook_model.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace tarvik::ooxml {
 
@@ -149,7 +148,8 @@ void Recalculation::calculate(Number number)
 
 void Recalculation::wait_for(const std::vector<Number>& numbers, Stack& stack)
 {
-    for (const auto number : numbers | std::views::reverse) { // the first comes to stand on top
+    for (auto at = numbers.rbegin(); at != numbers.rend(); ++at) { // the first comes to stand on top
+        const auto number = *at;
         switch (state(number)) {
         case State::Missing:
         case State::Old:
