@@ -38,7 +38,10 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       queue_(program_, recorder_, [this] { event_ended(); }),
       player_(program_, queue_, dialogs_), front_{program_, queue_, mirror_, theme_, scale_of_screen()}, form1_(front_),
       form3_(front_, form1_), form4_(front_, form1_), context_menu_(queue_, program_.form1),
-      tasks_(front_, player_, form1_.status(), form1_)
+      tasks_(front_, player_, form1_.status(), form1_),
+      menu_(
+          program_, form1_, form3_, form4_, tasks_,
+          {[this](auto look) { set_look(look); }, [this](bool follows) { follows ? growth_.start() : growth_.stop(); }})
 {
     track_focus(front_, form1_);
     for (auto& [index, timer] : program_.form1.Timer1) run_timer(front_, timer, form1_);
@@ -62,9 +65,6 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
     growth_.setInterval(growth_milliseconds);
     QObject::connect(&growth_, &QTimer::timeout, &form1_, [this] { follow_file(); });
-    menu_ = make_main_menu(program_, form1_, form3_, form4_, tasks_,
-                           MenuHost{[this](auto look) { set_look(look); },
-                                    [this](bool follows) { follows ? growth_.start() : growth_.stop(); }});
     QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &form1_, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive && !look_) apply_look();
     });

@@ -78,7 +78,7 @@ private:
     bool look_is_applied_ = false;
     QString followed_; // the file, and
     qint64 size_ = -1; // of the open file, when it was last looked at
-    std::shared_ptr<void> menu_;
+    MainMenu menu_;
     std::pair<int, std::size_t> told_;    // the run whose files were told of last, and how many they were
     bool runs_ = false, stopped_ = false; // a run was on when the windows were shown last; it was wished to stop
 };

@@ -15,16 +15,6 @@ namespace {
 constexpr int gap = 8;                                // between windows
 constexpr double hardly_smaller = 0.93, least = 0.85; // of the main window's zoom, that a side window shows with
 
-// What holds all of these widgets of a window, on the screen.
-QRect place_on_screen(const QWidget& window, std::initializer_list<const char*> names)
-{
-    QRect place;
-    for (const char* name : names)
-        if (const auto* widget = window.findChild<QWidget*>(name))
-            place |= QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
-    return place;
-}
-
 // How a window would stand in a part of the screen.
 struct Fit {
     QRect region;
@@ -52,31 +42,27 @@ SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_
 {
     const QRect free = main_window.screen()->availableGeometry(), main = main_window.frameGeometry();
     const int frame = std::max(main_window.geometry().top() - main.top(), 0); // of every window's upper edge
-    const QRect kept = place_on_screen(main_window, buttons);
-    const auto region = [](int left, int top, int right, int bottom) {
-        return QRect(QPoint(left, top), QPoint(right, bottom));
-    };
+    QRect kept;
+    for (const char* name : buttons)
+        if (const auto* widget = main_window.findChild<QWidget*>(name))
+            kept |= QRect(widget->mapToGlobal(QPoint(0, 0)), widget->size());
     const int left = free.left() + gap, right = free.right() - gap;
     const QRect regions[] = {
-        region(main.right() + gap, free.top(), right, free.bottom()),
-        region(left, main.top() + frame, right, kept.top() - gap),
-        region(left, free.top(), right, kept.top() - gap),
-        region(kept.right() + gap, free.top(), right, free.bottom()),
-        region(free.left(), free.top(), kept.left() - gap, free.bottom()),
+        {QPoint(main.right() + gap, free.top()), QPoint(right, free.bottom())},
+        {QPoint(left, main.top() + frame), QPoint(right, kept.top() - gap)},
+        {QPoint(left, free.top()), QPoint(right, kept.top() - gap)},
+        {QPoint(kept.right() + gap, free.top()), QPoint(right, free.bottom())},
+        {free.topLeft(), QPoint(kept.left() - gap, free.bottom())},
     };
     std::vector<Fit> fits;
     for (const QRect& each : regions)
         fits.push_back(fit(each, frame, window, fits.empty() ? zoom : zoom * window.over_main));
-    const auto fitting = std::ranges::find_if(
-        fits, [zoom](const Fit& each) { return each.shown == 1 && each.zoom >= hardly_smaller * zoom; });
-    const auto best = fitting != fits.end() ? fitting : std::ranges::max_element(fits, {}, [](const Fit& each) {
-        return std::pair(each.shown, each.zoom);
+    const auto [at, size, taken, shown] = *std::ranges::max_element(fits, {}, [zoom](const Fit& each) {
+        return std::pair(each.shown, each.zoom >= hardly_smaller * zoom ? zoom : each.zoom);
     });
-    const QRect& at = best->region;
-    const QSize size = best->size;
     const int x = std::clamp(main.right() + gap, at.left(), std::max(at.left(), at.right() - size.width()));
     const int y = std::clamp(main.top(), at.top(), std::max(at.top(), at.bottom() - frame - size.height()));
-    return {{x, y}, size, best->zoom};
+    return {{x, y}, size, taken};
 }
 
 } // namespace tarvik

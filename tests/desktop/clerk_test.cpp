@@ -291,8 +291,8 @@ TEST_F(DesktopClerk, a_file_is_dropped_found_without_its_ending_and_offered_agai
         box.reject();
     });
     click("Form1.Command1(0)");
-    for (const char* own : {"betweenp.txt", "牛津字典A.TXT", "现代汉语词典.txt"}) EXPECT_TRUE(FileDialog::is_own(own));
-    EXPECT_FALSE(FileDialog::is_own("3139.txt"));
+    for (const char* own : {"betweenp.txt", "牛津字典A.TXT", "现代汉语词典.txt"}) EXPECT_TRUE(is_own_file(own));
+    EXPECT_FALSE(is_own_file("3139.txt"));
 }
 
 } // namespace

@@ -211,7 +211,7 @@ TEST_F(DesktopKeyboard, a_folder_that_the_system_does_not_open_is_told)
 TEST(CommandHelp, has_a_line_for_every_command)
 {
     std::vector<std::u32string_view> helped;
-    for (const CommandHelp& row : command_help()) helped.push_back(row.command);
+    for (const CommandHelp& row : command_help) helped.push_back(row.command);
     const CommandTable commands = report_commands();
     for (const auto& row : commands.immediate) EXPECT_EQ(std::ranges::count(helped, row.text), 1) << to_utf8(row.text);
     for (const auto& row : commands.reports) EXPECT_EQ(std::ranges::count(helped, row.text), 1) << to_utf8(row.text);
