@@ -88,16 +88,6 @@ TEST_F(DesktopInput, a_pane_is_edited_like_any_text)
     open("a.txt");
     QTest::keyClick(&pane, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"another one\r\n\r\n")) << "no edit of another text is undone";
-}
-
-TEST_F(DesktopInput, a_key_takes_one_character_away)
-{
-    installation.write("coclus.txt", "ab\ncd\r\n");
-    start();
-    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
-    for (int i = 0; i < 3; ++i) QTest::keyClick(&pane, Qt::Key_Right);
-    QTest::keyClick(&pane, Qt::Key_Backspace);
-    EXPECT_EQ(form1().RichTextBox2.text(), TextView(U"abcd\r\n"));
     type("Form1.Text1(1)", "12");
     auto& box = find<QLineEdit>("Form1.Text1(1)");
     box.home(false);
@@ -139,6 +129,9 @@ TEST_F(DesktopInput, what_is_selected_is_copied_on_release_and_the_menu_pastes_i
     QTest::mouseDClick(pane.viewport(), Qt::LeftButton, {}, place(pane, 5));
     QTest::mouseRelease(pane.viewport(), Qt::LeftButton, {}, place(pane, 5));
     EXPECT_EQ(program().platform.clipboard.text(), U"two");
+    const double height = pane.area().shown().front().row.height;
+    QTest::mousePress(pane.viewport(), Qt::MiddleButton, Qt::ControlModifier, place(pane, 1));
+    EXPECT_GT(pane.area().shown().front().row.height, 2 * height) << "all of the pane is enlarged";
 }
 
 TEST_F(DesktopInput, what_another_program_copied_is_pasted_with_our_line_ends_and_a_cell_without_its_own)
@@ -176,30 +169,6 @@ TEST_F(DesktopInput, the_query_box_takes_as_much_of_a_report_as_it_can_show)
     EXPECT_EQ(form1().query_box().text(), report.substr(0, most));
     EXPECT_EQ(box.text(), to_qt(form1().query_box().text()));
     EXPECT_TRUE(status().text().contains("最多放")) << status().text().toStdString();
-}
-
-TEST_F(DesktopInput, ctrl_and_the_middle_button_enlarge_all_of_a_pane)
-{
-    installation.write("coclus.txt", "one\r\n");
-    start();
-    TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
-    const double height = pane.area().shown().front().row.height;
-    QTest::mousePress(pane.viewport(), Qt::MiddleButton, Qt::ControlModifier, place(pane, 1));
-    EXPECT_GT(pane.area().shown().front().row.height, 2 * height);
-    EXPECT_EQ(form1().RichTextBox2.selected_text().view, U"one\r\n");
-}
-
-TEST_F(DesktopInput, one_handler_ends_before_the_next_begins)
-{
-    start();
-    std::string order;
-    EventQueue queue(program(), desktop->recorder(), [&] { order += ' '; });
-    queue.submit([&] {
-        order += 'a';
-        queue.submit([&] { order += 'c'; });
-        order += queue.busy() ? 'b' : '!';
-    });
-    EXPECT_EQ(order, "ab c ");
 }
 
 TEST(RecentFiles, are_the_last_twelve_and_each_once_over_the_programs_end)

@@ -133,18 +133,5 @@ TEST_F(DesktopWindow, goes_on_when_something_cannot_be_shown)
     EXPECT_TRUE(form1().query_box().text().find(U'x') != Text::npos);
 }
 
-TEST_F(DesktopWindow, is_closed_by_yes_and_stays_by_no)
-{
-    start();
-    expect_box("否");
-    desktop->main_window().close();
-    EXPECT_TRUE(desktop->main_window().isVisible());
-    EXPECT_EQ(boxes.back(), "Tarvik 计算|是否退出Tarvik 计算？");
-    expect_box("是");
-    desktop->main_window().close();
-    EXPECT_FALSE(desktop->main_window().isVisible());
-    EXPECT_TRUE(program().ended);
-}
-
 } // namespace
 } // namespace tarvik::test
