@@ -27,6 +27,14 @@ Answer ask_which_rows(Program& program)
                U"  Tarvik 计算 ", Buttons::YesNo);
 }
 
+/// The scratch files of the key p are cleared together, before each writes its own.
+void clear_files(Program& program)
+{
+    for (const std::u32string_view name :
+         {U"between.txt", U"between1.txt", U"between3.txt", U"between5.txt", U"betweenping.txt", U"betweenping1.txt"})
+        const ScratchFile cleared(program, name);
+}
+
 /// Empties both tables up to row `sugrows`, columns 0 to 100, and clears the scratch files again.
 void reset_tables(Program& program)
 {
@@ -36,7 +44,7 @@ void reset_tables(Program& program)
     arrays.sugrow.clear(0, last);
     arrays.sug.clear(0, last, 0, 100);
     arrays.suf.clear(0, last, 0, 100);
-    const ComparisonFiles cleared(program);
+    clear_files(program);
 }
 
 /// The rule before any work on two tables: with fewer rows in SUF than in SUG it says so, sets `comp` False, empties
@@ -58,7 +66,7 @@ bool refuse_shorter_suf(Program& program)
 
 /// Row by row: shows the rows with equal or with different values, as the user chooses. With `notcap` True it refuses,
 /// sets `notcap` and `comp` False and empties the tables.
-void parallel_comparison(Program& program, ComparisonFiles& files)
+void parallel_comparison(Program& program)
 {
     Form1& form1 = program.form1;
     const Module1& arrays = program.module1;
@@ -84,7 +92,8 @@ void parallel_comparison(Program& program, ComparisonFiles& files)
     }
     form1.compcount = static_cast<std::int64_t>(view->line_count());
     form1.number_box().set_text(number_text(form1.compcount));
-    show_view(program, files[equal ? ComparisonFiles::betweenping : ComparisonFiles::betweenping1], view);
+    ScratchFile file(program, equal ? U"betweenping.txt" : U"betweenping1.txt");
+    show_view(program, file, view);
 }
 
 /// The piece of a field that the boxes bound; both bounds count from 1 and belong to it.
@@ -101,7 +110,7 @@ TextView bounded_piece(Program& program, TextView field)
 /// Shows the rows whose field in column Text1(0) holds the text of the query box, each with the piece of the field that
 /// Text1(1) and Text1(2) bound. An empty text is found nowhere. The bounds are read when a row is found; a box that
 /// holds none throws Failure.
-void field_query(Program& program, ComparisonFiles& files)
+void field_query(Program& program)
 {
     Form1& form1 = program.form1;
     const Text needle = lower(ltrim(form1.query_box().text()));
@@ -116,23 +125,24 @@ void field_query(Program& program, ComparisonFiles& files)
         if (instr(field, needle) == 0) continue;
         view->add_row(arrays.sufrow.line(row), U"\t", bounded_piece(program, field));
     }
-    show_view(program, files[ComparisonFiles::between5], view);
+    ScratchFile file(program, U"between5.txt");
+    show_view(program, file, view);
     form1.number_box().set_text(number_text(view->line_count()));
 }
 
-void inside_suf(Program& program, ComparisonFiles& files)
+void inside_suf(Program& program)
 {
     // This answer is no `answer`.
     const Answer which =
         program.platform.dialogs.message({U"温情提示：\r\n是进行单表之间时间字段比较还是进行单表字段内的查寻？ \r\n"
                                           U"是，表示比较时间字段，否，表示字段内的查寻。\r\n",
                                           U"Tarvik  计算查寻 ", Buttons::YesNo, Icon::None});
-    if (which == Answer::Yes) date_check(program, files);
-    else field_query(program, files);
+    if (which == Answer::Yes) date_check(program);
+    else field_query(program);
 }
 
 /// Gives false when the key ends here.
-bool between_tables(Program& program, ComparisonFiles& files)
+bool between_tables(Program& program)
 {
     tell(program,
          U" 温情提示：目前，comp为true!\r\n如果要进行单表之内的时间字段的比较，请先将comp设置为FALSE（按键e）。\r\n"
@@ -144,7 +154,7 @@ bool between_tables(Program& program, ComparisonFiles& files)
             U" 提示：\r\n请选择：是，表示２个表的各一列相互交叉比较，否，表示２个表的各一列的平行对应比较。\r\n"
             U"列值可以在弹出的对话框中更改。具体内容请单击“说明”按钮。",
             U"Tarvik 计算", Buttons::YesNo);
-    if (which == Answer::Yes) cross_comparison(program, files);
+    if (which == Answer::Yes) cross_comparison(program);
     return true;
 }
 
@@ -152,14 +162,14 @@ void compare(Program& program)
 {
     Form1& form1 = program.form1;
     form1.RichTextBox3.set_text({});
-    ComparisonFiles files(program);
+    clear_files(program);
     form1.compcount = 0;
     if (form1.comp) {
-        if (!between_tables(program, files)) return;
+        if (!between_tables(program)) return;
     } else {
-        inside_suf(program, files);
+        inside_suf(program);
     }
-    if (form1.answer == no) parallel_comparison(program, files);
+    if (form1.answer == no) parallel_comparison(program);
 }
 
 } // namespace

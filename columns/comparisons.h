@@ -1,8 +1,6 @@
 #pragma once
 
-#include "mainwindow/scratch_file.h"
-
-#include <vector>
+#include "mainwindow/mainwindow.h"
 
 /// The key p and its work: inside SUF the date check and the in-field query, with the parameters of Form3.Text1(0) to
 /// Text1(2), and the comparisons of a column of SUF (`sufcol`) with a column of SUG (`sugcol`, the box Form3.Text1(4)
@@ -14,31 +12,14 @@ namespace tarvik {
 /// were.
 void comparison_key(Program& program);
 
-/// The scratch files of the key p, which are cleared together.
-class ComparisonFiles {
-public:
-    enum Name { between, between1, between3, between5, betweenping, betweenping1 };
-
-    explicit ComparisonFiles(Program& program)
-    {
-        for (const std::u32string_view name : {U"between.txt", U"between1.txt", U"between3.txt", U"between5.txt",
-                                               U"betweenping.txt", U"betweenping1.txt"})
-            files_.emplace_back(program, name);
-    }
-    ScratchFile& operator[](Name name) { return files_[name]; }
-
-private:
-    std::vector<ScratchFile> files_;
-};
-
 /// Shows the rows whose dates in columns A and B lie more than C days apart. A time of day behind a date is cut from
 /// the cell for good, and a compact date gets its hyphens there. A date of fewer than 8 characters ends the check with
 /// its message and no view; longer texts that are no dates are passed over and named at the end. A box that holds no
 /// column or number throws Failure before anything has changed.
-void date_check(Program& program, ComparisonFiles& files);
+void date_check(Program& program);
 
 /// Each value of the one column with each of the other: shows the rows of SUF whose value SUG has too, or with `notcap`
 /// the rows that have no such value, in which case the matched row texts of SUF are emptied for good.
-void cross_comparison(Program& program, ComparisonFiles& files);
+void cross_comparison(Program& program);
 
 } // namespace tarvik

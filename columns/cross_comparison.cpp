@@ -74,13 +74,14 @@ std::vector<std::size_t> last_copies(const RowTexts& sufrow, const std::vector<s
 
 /// The intersection. The pairs of rows that an earlier comparison has emptied are empty lines at its end, and two more
 /// close it.
-void show_intersection(Program& program, ScratchFile& file, const Matches& matches)
+void show_intersection(Program& program, const Matches& matches)
 {
     const RowTexts& sufrow = program.module1.sufrow;
     const std::vector<std::size_t> kept = last_copies(sufrow, matches.rows);
     const auto view = std::make_shared<RowView>(sufrow.buffers());
     for (const std::size_t row : kept) view->add_row(sufrow.line(row));
     for (auto left = std::min(matches.pairs_of_emptied_rows, most_empty_lines) + 2; left > 0; --left) view->add_row({});
+    ScratchFile file(program, U"between1.txt");
     show_view(program, file, view);
     const std::int64_t count = std::ssize(kept) + matches.pairs_of_emptied_rows;
     program.form1.number_box().set_text(number_text(count));
@@ -92,7 +93,7 @@ Text outcome(const Program& program, std::u32string_view sign)
            program.form3.Text1[4].text() + U"列中字段" + sign + U"的记录 。 ";
 }
 
-void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
+void show_remainder(Program& program, std::size_t rows)
 {
     Form1& form1 = program.form1;
     const RowTexts& sufrow = program.module1.sufrow;
@@ -100,6 +101,7 @@ void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
     for (std::size_t row = 0; row < rows; ++row)
         if (!sufrow.is_empty(row)) view->add_row(sufrow.line(row));
     form1.compcount = static_cast<std::int64_t>(view->line_count());
+    ScratchFile file(program, U"between.txt");
     show_view(program, file, view);
     tell(program, U" 温情提示：" + outcome(program, U"不“∩”"), U"  Tarvik 计算 ");
     // The closing row is among them.
@@ -108,7 +110,7 @@ void show_remainder(Program& program, ScratchFile& file, std::size_t rows)
 
 } // namespace
 
-void cross_comparison(Program& program, ComparisonFiles& files)
+void cross_comparison(Program& program)
 {
     Form1& form1 = program.form1;
     RowTexts& sufrow = program.module1.sufrow;
@@ -123,8 +125,8 @@ void cross_comparison(Program& program, ComparisonFiles& files)
     } else {
         form1.compcount = matches.pairs;
     }
-    show_intersection(program, files[ComparisonFiles::between1], matches);
-    if (form1.notcap) show_remainder(program, files[ComparisonFiles::between], rows);
+    show_intersection(program, matches);
+    if (form1.notcap) show_remainder(program, rows);
     else tell(program, U" 温情提示：" + outcome(program, U"“∩”"), U"  Tarvik  计算查寻 ");
     form1.RichTextBox3.append(U"\r\n");
 }

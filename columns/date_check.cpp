@@ -97,7 +97,7 @@ Findings check_rows(Program& program, const Parameters& parameters, RowView& vie
 
 } // namespace
 
-void date_check(Program& program, ComparisonFiles& files)
+void date_check(Program& program)
 {
     Form1& form1 = program.form1;
     const Parameters parameters{box_column(program, 0), box_column(program, 1), box_number(program, 2)};
@@ -108,11 +108,9 @@ void date_check(Program& program, ComparisonFiles& files)
          U"Tarvik  计算查寻 ");
     const auto view = std::make_shared<RowView>(program.module1.sufrow.buffers());
     const Findings findings = check_rows(program, parameters, *view);
-    if (findings.ended) {
-        files[ComparisonFiles::between3].write(*view);
-        return;
-    }
-    show_view(program, files[ComparisonFiles::between3], view);
+    ScratchFile file(program, U"between3.txt");
+    if (findings.ended) return file.write(*view);
+    show_view(program, file, view);
     form1.number_box().set_text(number_text(form1.compcount));
     if (findings.any_earlier) tell(program, U"温情提示：后面的时间比前面的时间早！", U"Tarvik 计算", Icon::Information);
     if (findings.no_dates.count() > 0)

@@ -16,33 +16,26 @@ namespace {
 
 constexpr int column_box = 5; // of Form3
 
-/// Which names hold a value. Each name is looked through once for each length that values have.
-class NameIndex {
-public:
-    NameIndex(const std::vector<Text>& values, const std::vector<Text>& names)
-    {
-        std::set<std::size_t> lengths;
-        for (const Text& value : values)
-            if (holders_.try_emplace(value).second) lengths.insert(value.size());
-        for (std::size_t i = 0; i < names.size(); ++i)
-            for (const std::size_t length : lengths) look_through(i, lower(names[i]), length);
+/// For each value the names that hold it, as their places in the list. Each name is looked through once for each length
+/// that values have.
+std::unordered_map<Text, std::vector<std::size_t>> holders_of(const std::vector<Text>& values,
+                                                              const std::vector<Text>& names)
+{
+    std::unordered_map<Text, std::vector<std::size_t>> holders;
+    std::set<std::size_t> lengths;
+    for (const Text& value : values)
+        if (holders.try_emplace(value).second) lengths.insert(value.size());
+    for (std::size_t place = 0; place < names.size(); ++place) {
+        const Text name = lower(names[place]);
+        for (const std::size_t length : lengths)
+            for (std::size_t start = 0; start + length <= name.size(); ++start) {
+                const auto value = holders.find(name.substr(start, length));
+                if (value == holders.end()) continue;
+                if (value->second.empty() || value->second.back() != place) value->second.push_back(place);
+            }
     }
-
-    /// The places of the names in their list, in its order.
-    const std::vector<std::size_t>& holders(const Text& value) const { return holders_.at(value); }
-
-private:
-    void look_through(std::size_t place, const Text& name, std::size_t length)
-    {
-        for (std::size_t start = 0; start + length <= name.size(); ++start) {
-            const auto value = holders_.find(name.substr(start, length));
-            if (value == holders_.end()) continue;
-            if (value->second.empty() || value->second.back() != place) value->second.push_back(place);
-        }
-    }
-
-    std::unordered_map<Text, std::vector<std::size_t>> holders_;
-};
+    return holders;
+}
 
 std::vector<Text> column_values(const Program& program, int column)
 {
@@ -57,7 +50,7 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
                              ReplacementFile& list)
 {
     const std::vector<Text> names = walked_names(program, folder);
-    const NameIndex index(values, names);
+    const auto holders = holders_of(values, names);
     const Text& outfolder = program.form1.outfolder;
     const bool stay = is_same_folder(program.platform.files, folder, outfolder);
     std::vector<bool> gone(names.size());
@@ -65,7 +58,7 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
     std::size_t moved = 0, without_file = 0;
     for (const Text& value : values) {
         std::vector<Text> found;
-        for (const std::size_t place : index.holders(value)) {
+        for (const std::size_t place : holders.at(value)) {
             if (!gone[place]) found.push_back(names[place]);
             gone[place] = !stay;
         }

@@ -3,7 +3,6 @@
 #include "platform/text/code_page.h"
 
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <span>
 #include <unordered_set>
@@ -79,12 +78,6 @@ void write_arrays(Program& program, ReplacementFile& file, std::span<TextArray* 
     file.complete();
 }
 
-bool wants_all(Program& program)
-{
-    return ask(program, U"请选择，是：表示保存查寻到的所有结果。\r\n否：表示只保存当前显示的查寻结果。", saving_title,
-               Buttons::YesNo) == Answer::Yes;
-}
-
 void save_table(Program& program)
 {
     tell(program, U"将要保存的是excel转换的数据库文件的查寻结果；" + TextView(go_on), table_title);
@@ -94,37 +87,33 @@ void save_table(Program& program)
     save_pane(program, pane);
 }
 
-void save_text_query(Program& program)
+void save_results_of_queries(Program& program)
 {
-    tell(program, U"将要保存的是文本文件的查寻结果；" + TextView(go_on), saving_title);
-    if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
-    const std::array arrays{&program.module1.hits};
-    const auto chosen = choose_file(program);
-    if (!chosen.file) return;
-    write_arrays(program, *chosen.file, arrays);
-    take_place(program, chosen);
-}
-
-void save_option_results(Program& program)
-{
-    tell(program, U"将要保存的是查寻文件、英汉词典、汉语词典的查寻结果；" + TextView(go_on), saving_title);
-    if (!wants_all(program)) return save_pane(program, program.form1.RichTextBox1);
-    const auto chosen = choose_file(program);
-    if (!chosen.file) return;
+    const Form1& form1 = program.form1;
     Module1& module1 = program.module1;
+    const bool of_documents = no_option_selected(form1);
     const struct {
-        const OptionButton& option;
-        std::u32string_view done;
+        bool active;
+        std::u32string_view done; ///< of a mode that reports the end of the save
         std::vector<TextArray*> arrays;
     } modes[] = {
-        {program.form1.Option1, U"查寻汉语词典的查寻结果：", {&module1.cnhits}},
-        {program.form1.Option2, U"查寻牛津英语的查寻结果：", {&module1.zhhits, &module1.enhits}},
-        {program.form1.Option3, U"查寻文件的查寻结果：", {&module1.filehits}},
+        {of_documents, {}, {&module1.hits}},
+        {form1.Option1.value(), U"查寻汉语词典的查寻结果：", {&module1.cnhits}},
+        {form1.Option2.value(), U"查寻牛津英语的查寻结果：", {&module1.zhhits, &module1.enhits}},
+        {form1.Option3.value(), U"查寻文件的查寻结果：", {&module1.filehits}},
     };
+    const TextView found =
+        of_documents ? U"将要保存的是文本文件的查寻结果；" : U"将要保存的是查寻文件、英汉词典、汉语词典的查寻结果；";
+    tell(program, found.str() + TextView(go_on), saving_title);
+    const bool all = ask(program, U"请选择，是：表示保存查寻到的所有结果。\r\n否：表示只保存当前显示的查寻结果。",
+                         saving_title, Buttons::YesNo) == Answer::Yes;
+    if (!all) return save_pane(program, program.form1.RichTextBox1);
+    const auto chosen = choose_file(program);
+    if (!chosen.file) return;
     for (const auto& mode : modes) {
-        if (!mode.option.value()) continue;
+        if (!mode.active) continue;
         write_arrays(program, *chosen.file, mode.arrays);
-        tell(program, Text(mode.done) + U"\r\n保存完毕！", saved_title, Icon::Information);
+        if (!mode.done.empty()) tell(program, Text(mode.done) + U"\r\n保存完毕！", saved_title, Icon::Information);
         take_place(program, chosen);
     }
 }
@@ -147,9 +136,8 @@ void save_results(Program& program)
     form1.RichTextBox3.set_visible(false);
     form1.RichTextBox1.set_selection_colour(0);
     try {
-        if (!no_option_selected(form1)) save_option_results(program);
-        else if (form1.dbresult) save_table(program);
-        else save_text_query(program);
+        if (form1.dbresult && no_option_selected(form1)) save_table(program);
+        else save_results_of_queries(program);
     } catch (const Failure& failure) { // no box tells of it
         program.notice = U"没有保存：" + failure.message();
     }
