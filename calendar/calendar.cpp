@@ -17,22 +17,12 @@ void give_hyphens(Text& date)
         date = mid(date, 1, 4).str() + U"-" + mid(date, 5, 2) + U"-" + mid(date, 7);
 }
 
-std::chrono::year_month month_of(double year, double month)
-{
-    return std::chrono::year(static_cast<int>(year)) / static_cast<int>(month);
-}
-
 /// A day behind the last of its month counts on into the next one.
 double day_number(double year, double month, double day)
 {
-    const std::chrono::sys_days first = month_of(year, std::clamp(month, 1.0, 12.0)) / 1;
+    const auto month_number = static_cast<int>(std::clamp(month, 1.0, 12.0));
+    const std::chrono::sys_days first = std::chrono::year(static_cast<int>(year)) / month_number / 1;
     return static_cast<double>(first.time_since_epoch().count()) + day - 1;
-}
-
-double last_day(double year, double month)
-{
-    const unsigned day(std::chrono::year_month_day_last(month_of(year, month) / std::chrono::last).day());
-    return day;
 }
 
 } // namespace
@@ -59,8 +49,7 @@ Text xsd(Text& date)
 
 std::optional<double> day_of(TextView date)
 {
-    std::array<double, 3> parts{};
-    std::array<std::size_t, 3> digits{};
+    std::array<unsigned, 3> parts{}, digits{};
     std::size_t part = 0;
     for (std::size_t i = 0; i < date.size(); ++i) {
         if (date[i] == U'-') {
@@ -72,8 +61,10 @@ std::optional<double> day_of(TextView date)
     }
     auto [year, month, day] = parts;
     if (digits[0] == 1 || digits[0] == 2) year += year < 30 ? 2000 : 1900;
-    if (digits[0] == 0 || !is_calendar_day(year, month, day)) return std::nullopt;
-    return steaddaf(1, 1, 1, year, month, day);
+    const std::chrono::year_month_day named(std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
+                                            std::chrono::day(day));
+    if (year < 1 || !named.ok()) return std::nullopt;
+    return std::chrono::sys_days(named).time_since_epoch().count();
 }
 
 double sntime(TextView text)
@@ -91,11 +82,6 @@ double steaddaf(double first_year, double first_month, double first_day, double 
                 double second_day)
 {
     return day_number(second_year, second_month, second_day) - day_number(first_year, first_month, first_day);
-}
-
-bool is_calendar_day(double year, double month, double day)
-{
-    return year >= 1 && month >= 1 && month <= 12 && day >= 1 && day <= last_day(year, month);
 }
 
 double fenzyfenm(double a, double b)

@@ -25,9 +25,6 @@ std::optional<double> day_of(TextView date);
 double steaddaf(double first_year, double first_month, double first_day, double second_year, double second_month,
                 double second_day);
 
-/// Whether the calendar has that day.
-bool is_calendar_day(double year, double month, double day);
-
 /// Greatest common divisor of two positive whole numbers.
 double fenzyfenm(double a, double b);
 

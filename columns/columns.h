@@ -9,7 +9,7 @@
 /// What this folder offers. The tables SUF and SUG are made in two steps: a column query takes the lines of the open
 /// document as row texts, and the split cuts them into cells. A table of n rows has its data in rows 0 to n-1 and a
 /// closing row n with nothing between its two TABs; columns count from 1. Above the tables stand the sort, the
-/// statistics, the comparisons, the date check and the in-field query (comparisons.h); the keys drive them all.
+/// statistics, the comparisons, the date check and the in-field query; the keys drive them all.
 namespace tarvik {
 
 /// Esc: takes the distinct lines of the open document that hold the text of the query box as the rows of the table
@@ -89,6 +89,24 @@ std::optional<Statistic> count_for_command(Program& program, int column);
 void show_statistic(Program& program, ScratchFile& file, const Statistic& statistic);
 inline constexpr std::u32string_view statistics_file = U"betweensum.txt";
 
+// The comparisons. Their parameters are those of Form3.Text1(0) to Text1(2); a comparison of two tables takes the
+// columns `sufcol` of SUF and of SUG the one in Form3.Text1(4) at this very moment.
+
+/// The key p: the date check or the in-field query inside SUF, or with `comp` True a comparison of the two tables, as
+/// the user answers. A box that holds no usable number throws Failure and leaves the table pane and `compcount` as they
+/// were.
+void comparison_key(Program& program);
+
+/// Shows the rows whose dates in columns A and B lie more than C days apart. A time of day behind a date is cut from
+/// the cell for good, and a compact date gets its hyphens there. A date of fewer than 8 characters ends the check with
+/// its message and no view; longer texts that are no dates are passed over and named at the end. A box that holds no
+/// column or number throws Failure before anything has changed.
+void date_check(Program& program);
+
+/// Each value of the one column with each of the other: shows the rows of SUF whose value SUG has too, or with `notcap`
+/// the rows that have no such value, in which case the matched row texts of SUF are emptied for good.
+void cross_comparison(Program& program);
+
 // The keys of the query box that drive the column engine, and the buttons that spell them
 
 /// Esc at any time, the other keys of the engine once a column query has run. Gives whether the key was one of them;
@@ -99,6 +117,18 @@ bool column_keys(Program& program, char32_t key, bool& eaten);
 void Command7_Click(Program& program, int index);
 void Command8_Click(Program& program, int index);
 void Command9_Click(Program& program, int index);
+
+// Numbers that the boxes of the parameter window hold, read at the moment of use
+
+/// The column in Form3.Text1(index), a whole number from 0 to 180. Throws Failure that names the box.
+std::size_t box_column(const Program& program, int index);
+/// Any number in that box. Throws Failure that names the box.
+double box_number(const Program& program, int index);
+/// A position in a text, a whole number of at least `least`. Throws Failure that names the box.
+double box_position(const Program& program, int index, double least);
+
+/// The same test for a column that does not come from a box.
+std::size_t checked_column(int column);
 
 // The parameter window Form3 and the notes file that it shows. A notes file that does not exist reads as an empty one.
 

@@ -1,6 +1,5 @@
-#include "columns/comparisons.h"
+#include "columns/columns.h"
 
-#include "columns/boxes.h"
 #include "columns/text_index.h"
 #include "columns/views.h"
 

@@ -1,7 +1,6 @@
-#include "columns/comparisons.h"
+#include "columns/columns.h"
 
 #include "calendar/calendar.h"
-#include "columns/boxes.h"
 #include "columns/views.h"
 
 #include <cmath>

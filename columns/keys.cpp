@@ -1,8 +1,5 @@
 #include "columns/columns.h"
 
-#include "columns/boxes.h"
-#include "columns/comparisons.h"
-
 #include <algorithm>
 
 namespace tarvik {

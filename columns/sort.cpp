@@ -1,6 +1,5 @@
 #include "columns/columns.h"
 
-#include "columns/boxes.h"
 #include "columns/views.h"
 #include "platform/text/code_page.h"
 

@@ -1,6 +1,6 @@
 #include "designer/designer.h"
 
-#include "columns/boxes.h"
+#include "columns/columns.h"
 #include "designer/design/design.h"
 #include "platform/text/code_page.h"
 #include "runs/batch_runner.h"

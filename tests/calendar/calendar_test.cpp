@@ -39,7 +39,6 @@ TEST(Days, are_those_of_the_calendar)
     EXPECT_EQ(steaddaf(2000, 1, 1, 2001, 1, 1), 366);
     EXPECT_EQ(steaddaf(1900, 3, 1, 1900, 2, 28), -1);
     EXPECT_EQ(steaddaf(2021, 2, 31, 2021, 3, 3), 0) << "a day behind the last of its month counts on";
-    EXPECT_TRUE(is_calendar_day(2000, 2, 29) && !is_calendar_day(1900, 2, 29) && !is_calendar_day(2020, 0, 1));
     EXPECT_EQ(fenzyfenm(100, 2000), 100);
     EXPECT_EQ(fenzyfenm(12, 18), 6);
     EXPECT_EQ(fenmax(3, 10), 7);
@@ -83,8 +82,8 @@ TEST(DateText, is_normalised_and_read)
     EXPECT_EQ(*day_of(U"99-12-31") + 1, *day_of(U"2000-1-1"));
     EXPECT_EQ(*day_of(U"29-12-31"), *day_of(U"2029-12-31"));
     EXPECT_EQ(*day_of(U"30-1-1"), *day_of(U"1930-1-1"));
-    for (const char32_t* none : {U"abcd-ef-gh", U"2021-02-29", U"2020-13-01", U"2020-1", U"2020-1-5-1", U"-1-5-2020",
-                                 U"2020-001-5", U"2020-01-05x"})
+    for (const char32_t* none : {U"abcd-ef-gh", U"2021-02-29", U"1900-02-29", U"2020-0-1", U"0000-01-01", U"2020-13-01",
+                                 U"2020-1", U"2020-1-5-1", U"-1-5-2020", U"2020-001-5", U"2020-01-05x"})
         EXPECT_FALSE(day_of(none)) << to_utf8(none);
 }
 
