@@ -23,8 +23,9 @@ void Control::lay(Text caption, double left, double top, double width, double he
     set_place(left, top, width, height);
 }
 
-void TextControl::select(Selection selection, std::size_t size)
+void TextControl::select(Selection selection)
 {
+    const std::size_t size = content().size();
     selection.start = std::clamp(selection.start, Position(), Position::at_offset(size));
     selection.length = std::min(selection.length, size - selection.start.offset());
     const Selection old = std::exchange(selection_, selection);
@@ -32,12 +33,19 @@ void TextControl::select(Selection selection, std::size_t size)
     if (selection.length != old.length) touched(Property::SelLength);
 }
 
-void TextBox::set_text(Text text)
+TextSource TextControl::selected_source() const
+{
+    return [content = content(), selection = selection_](const std::function<void(TextView)>& take) {
+        content.for_each_part(take, selection.start, selection.length);
+    };
+}
+
+void TextBox::set_text(TextView text)
 {
     if (text == text_) return;
     set_caret({});
     content_.reset();
-    change(text_, std::move(text), Property::Contents);
+    change(text_, text.str(), Property::Contents);
     if (listeners().text_changed) listeners().text_changed(*this);
 }
 
@@ -47,17 +55,12 @@ const PaneText& TextBox::content() const
     return *content_;
 }
 
-TextSource TextBox::selected_source() const
-{
-    return [text = selected_text()](const std::function<void(TextView)>& take) { take(text); };
-}
-
 void TextBox::replace_selection(TextView text)
 {
     const Selection old = selection();
     Text whole = text_;
     whole.replace(old.start.offset(), old.length, text.str());
-    set_text(std::move(whole));
+    set_text(whole);
     select({old.start + text.size(), 0});
 }
 

@@ -10,6 +10,7 @@
 #include <map>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 /// The model of the window's controls: what a front shows and what the handlers work on. Places and sizes are twips.
 namespace tarvik {
@@ -51,10 +52,12 @@ struct Selection;
 
 /// Where controls report to. A front listens to `property_changed`; the event table listens to `text_changed`.
 struct ModelListeners {
-    std::function<void(const Control&, Property)> property_changed;
+    std::function<void(Control&, Property)> property_changed;
     std::function<void(TextBox&)> text_changed;
     /// A text was put in the place of the selection of a pane.
     std::function<void(const Control&, const Selection& replaced, TextView text)> pane_edited;
+    /// Who reports: all controls, in the order in which they were made.
+    std::vector<Control*> controls;
 };
 
 /// Index of a control that is not part of a control array.
@@ -64,9 +67,10 @@ inline constexpr int no_index = -1;
 /// listeners.
 class Control {
 public:
-    Control(const ModelListeners& listeners, FormId form, std::string_view name, int index = no_index)
+    Control(ModelListeners& listeners, FormId form, std::string_view name, int index = no_index)
         : listeners_(listeners), form_(form), name_(name), index_(index)
     {
+        listeners.controls.push_back(this);
     }
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
@@ -175,16 +179,17 @@ public:
     using Control::Control;
     const Selection& selection() const { return selection_; }
     virtual const PaneText& content() const = 0;
+    virtual bool multi_line() const = 0;
+    virtual void set_text(TextView text) = 0;
     /// Kept inside the text.
-    virtual void select(Selection selection) = 0;
+    void select(Selection selection);
+    SharedText selected_text() const { return content().slice(selection_.start, selection_.length); }
     /// What is selected, whatever becomes of the control, without writing it out.
-    virtual TextSource selected_source() const = 0;
+    TextSource selected_source() const;
     /// The caret stands behind the inserted text afterwards.
     virtual void replace_selection(TextView text) = 0;
 
 protected:
-    /// Keeps the selection inside a text of `size` characters.
-    void select(Selection selection, std::size_t size);
     /// The text was changed: no listener hears of where the caret stands then.
     void set_caret(Selection selection) { selection_ = selection; }
 
@@ -197,14 +202,10 @@ class TextBox : public TextControl {
 public:
     using TextControl::TextControl;
     const Text& text() const { return text_; }
-    void set_text(Text text);
+    void set_text(TextView text) override;
     const PaneText& content() const override;
-    bool multi_line() const { return multi_line_; }
+    bool multi_line() const override { return multi_line_; }
     void set_multi_line(bool multi_line) { multi_line_ = multi_line; }
-
-    void select(Selection selection) override { TextControl::select(selection, text_.size()); }
-    Text selected_text() const { return mid(text_, selection().start.number(), selection().length).str(); }
-    TextSource selected_source() const override;
     void replace_selection(TextView text) override;
 
 private:
@@ -217,12 +218,11 @@ private:
 template <typename Kind>
 class ControlArray {
 public:
-    ControlArray(const ModelListeners& listeners, FormId form, std::string_view name,
-                 std::initializer_list<int> indices)
+    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, std::initializer_list<int> indices)
     {
         for (int index : indices) add(listeners, form, name, index);
     }
-    ControlArray(const ModelListeners& listeners, FormId form, std::string_view name, int first, int last)
+    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, int first, int last)
     {
         for (int index = first; index <= last; ++index) add(listeners, form, name, index);
     }
@@ -237,7 +237,7 @@ public:
     auto end() const { return controls_.end(); }
 
 private:
-    void add(const ModelListeners& listeners, FormId form, std::string_view name, int index)
+    void add(ModelListeners& listeners, FormId form, std::string_view name, int index)
     {
         controls_.emplace(std::piecewise_construct, std::forward_as_tuple(index),
                           std::forward_as_tuple(listeners, form, name, index));

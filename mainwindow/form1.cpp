@@ -92,7 +92,7 @@ void lay(ControlArray<Kind>& controls, std::span<const Design> design)
 
 } // namespace
 
-Form1::Form1(const ModelListeners& listeners)
+Form1::Form1(ModelListeners& listeners)
     : window(listeners, form, "Form1"), Text1(listeners, form, "Text1", 0, 5),
       RichTextBox1(listeners, form, "RichTextBox1"), RichTextBox2(listeners, form, "RichTextBox2"),
       RichTextBox3(listeners, form, "RichTextBox3"), Command1(listeners, form, "Command1", 0, 4),

@@ -12,7 +12,7 @@ namespace tarvik {
 
 /// The main window: its controls under their names, and the members that more than one handler uses.
 struct Form1 {
-    explicit Form1(const ModelListeners& listeners);
+    explicit Form1(ModelListeners& listeners);
 
     Window window;
     ControlArray<TextBox> Text1; ///< 1 query box, 2 number box, 4 page box, 5 characters per page; 0 and 3 stay hidden

@@ -40,9 +40,9 @@ constexpr Help help[] = {
 
 } // namespace
 
-Form3::Form3(const ModelListeners& listeners)
-    : window(listeners, form, "Form3"), Text1(listeners, form, "Text1", 0, 5), Label1(listeners, form, "Label1", 0, 2),
-      Text2(listeners, form, "Text2"), Command1(listeners, form, "Command1", 0, 1)
+Form3::Form3(ModelListeners& listeners)
+    : window(listeners, form, "Form3"), Text1(listeners, form, "Text1", 0, 5), Text2(listeners, form, "Text2"),
+      Command1(listeners, form, "Command1", 0, 1), Label1(listeners, form, "Label1", 0, 2)
 {
     window.lay(U"Tarvik 计算", 0, 0, 10200, 8400);
     window.set_visible(false);

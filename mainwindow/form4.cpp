@@ -59,14 +59,14 @@ void lay_boxes(ControlArray<TextBox>& boxes, double left)
 
 } // namespace
 
-Form4::Form4(const ModelListeners& listeners)
+Form4::Form4(ModelListeners& listeners)
     : window(listeners, form, "Form4"), Text1(listeners, form, "Text1", 0, last_box),
       Text2(listeners, form, "Text2", 0, last_box), Text3(listeners, form, "Text3"), Text4(listeners, form, "Text4"),
       Command1(listeners, form, "Command1"), Command2(listeners, form, "Command2"),
-      Command3(listeners, form, "Command3"), Frame1(listeners, form, "Frame1"), Frame2(listeners, form, "Frame2"),
-      Frame3(listeners, form, "Frame3"), Label1(listeners, form, "Label1"), Label2(listeners, form, "Label2"),
-      Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"), Label5(listeners, form, "Label5"),
-      Preview(listeners, form, "Preview")
+      Command3(listeners, form, "Command3"), Preview(listeners, form, "Preview"), Frame1(listeners, form, "Frame1"),
+      Frame2(listeners, form, "Frame2"), Frame3(listeners, form, "Frame3"), Label1(listeners, form, "Label1"),
+      Label2(listeners, form, "Label2"), Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"),
+      Label5(listeners, form, "Label5")
 {
     window.lay(U"Tarvik计算报表自动化设计器", 0, 0, 16800, 9480);
     window.set_visible(false);
@@ -104,10 +104,10 @@ std::vector<TextBox*> Form4::design_boxes()
     return boxes;
 }
 
-void Form4::load(TextBox& box, Text text)
+void Form4::load(TextBox& box, const Text& text)
 {
     kept_[&box] = text;
-    box.set_text(std::move(text));
+    box.set_text(text);
 }
 
 void Form4::boxes_are_kept()

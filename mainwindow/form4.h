@@ -47,7 +47,7 @@ private:
 
 /// The report designer. Its boxes carry a design, visible or not.
 struct Form4 {
-    explicit Form4(const ModelListeners& listeners);
+    explicit Form4(ModelListeners& listeners);
 
     /// The boxes of Text1 and Text2 from this index on are the dynamic block of the design, those before it in pairs
     /// its single cells.
@@ -57,7 +57,7 @@ struct Form4 {
     /// The 102 boxes in the order in which a parameter file holds them: Text3, Text1, Text2, Text4.
     std::vector<TextBox*> design_boxes();
     /// What a box gets from somewhere else than the user: it is no loss when the window closes.
-    void load(TextBox& box, Text text);
+    void load(TextBox& box, const Text& text);
     /// The texts of all boxes are kept elsewhere.
     void boxes_are_kept();
     /// Whether a box holds a text that the user has put there since.
@@ -68,9 +68,9 @@ struct Form4 {
     TextBox Text3;                        ///< query text
     TextBox Text4;                        ///< key column
     Control Command1, Command2, Command3; ///< save, check, preview
+    PreviewArea Preview;
     Control Frame1, Frame2, Frame3;
     Control Label1, Label2, Label3, Label4, Label5;
-    PreviewArea Preview;
     std::optional<int> focused_pair; ///< index in Text1 of the pair of boxes whose row had the focus last
 
 private:

@@ -20,19 +20,6 @@ void Pane::append(TextView text)
     touched(Property::Contents);
 }
 
-SharedText Pane::selected_text() const
-{
-    if (selection().length == 0) return {};
-    return content_.slice(selection().start, selection().length);
-}
-
-TextSource Pane::selected_source() const
-{
-    return [content = content_, selection = selection()](const std::function<void(TextView)>& take) {
-        content.for_each_part(take, selection.start, selection.length);
-    };
-}
-
 void Pane::replace_selection(TextView text)
 {
     const Selection old = selection();

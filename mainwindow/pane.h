@@ -24,16 +24,13 @@ public:
     TextView text() const { return content_.view(); }
     const Document& document() const { return content_.document(); }
     bool empty() const { return content_.empty(); }
-    static constexpr bool multi_line() { return true; }
+    bool multi_line() const override { return true; }
 
     /// A new text has no marks and no selection.
     void set_content(PaneText content);
-    void set_text(TextView text) { set_content(PaneText(text)); }
+    void set_text(TextView text) override { set_content(PaneText(text)); }
     void append(TextView text);
 
-    void select(Selection selection) override { TextControl::select(selection, content_.size()); }
-    SharedText selected_text() const;
-    TextSource selected_source() const override;
     /// Marks behind the place move along, those in it go.
     void replace_selection(TextView text) override;
 

@@ -42,7 +42,7 @@ Session::Session(const Options& options, std::ostream& out, Dialogs* user_dialog
               *office),
       stage(program, transcript, watches, answers, clock, screen, options.values)
 {
-    program.listeners.property_changed = [this](const Control& control, Property property) {
+    program.listeners.property_changed = [this](Control& control, Property property) {
         watches.look_at(control);
         if (property == Property::Enabled || property == Property::Interval) stage.timers.changed(control);
         stage.user.model_changed(control, property);
@@ -133,7 +133,7 @@ void list_names(std::ostream& out)
     Options options;
     options.installation = "/"; // none of its files is asked for
     const Session session(options, out);
-    for (const std::string& name : session.stage.names.all()) out << name << '\n';
+    for (const std::string& name : all_names(session.program)) out << name << '\n';
     out.flush();
 }
 

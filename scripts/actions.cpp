@@ -36,9 +36,9 @@ std::chrono::microseconds seconds(const Word& word)
     return std::chrono::round<std::chrono::microseconds>(std::chrono::duration<double>(value));
 }
 
-const AnyControl& control(Stage& stage, const Word& word)
+Control& control(const Stage& stage, const Word& word)
 {
-    return stage.controls.at(word.utf8());
+    return control_named(stage.program, word.utf8());
 }
 
 Selection selection(Words words)
@@ -46,15 +46,15 @@ Selection selection(Words words)
     return {Position(whole(words[1])), whole(words[2])};
 }
 
-Window& window(Stage& stage, const Word& word)
+Window& window(const Stage& stage, const Word& word)
 {
-    if (auto* const* found = std::get_if<Window*>(&control(stage, word))) return **found;
+    if (auto* const found = dynamic_cast<Window*>(&control(stage, word))) return *found;
     throw ScriptFailure(word.utf8() + " is no window");
 }
 
 void mouse(Stage& stage, Words words)
 {
-    const AnyControl& target = control(stage, words[0]);
+    Control& target = control(stage, words[0]);
     const MouseButton button = meaning_of(mouse_buttons, words[2]);
     if (words.size() == 4 && !words[3].is(U"ctrl")) throw ScriptFailure("unknown word " + words[3].utf8());
     if (words[1].is(U"down")) stage.user.press(target, button, words.size() == 4);
@@ -124,14 +124,14 @@ void file(Stage& stage, Words words)
 void show(Stage& stage, Words words)
 {
     for (const Word& word : words) {
-        const Expression expression = stage.names.resolve(word.utf8());
+        const Expression expression = resolve(stage.program, word.utf8());
         stage.transcript.line(expression.written + " = " + printed(expression.read()));
     }
 }
 
 void expect(Stage& stage, Words words)
 {
-    const Expression expression = stage.names.resolve(words[0].utf8());
+    const Expression expression = resolve(stage.program, words[0].utf8());
     const ScriptValue value = expression.read();
     if (matches(value, words[1].text)) return;
     const bool is_text = std::holds_alternative<Text>(value);
@@ -143,7 +143,7 @@ void expect(Stage& stage, Words words)
 
 void watch(Stage& stage, Words words)
 {
-    for (const Word& word : words) stage.watches.add(stage.names.resolve(word.utf8()));
+    for (const Word& word : words) stage.watches.add(resolve(stage.program, word.utf8()));
 }
 
 void say(Stage& stage, Words words)

@@ -57,8 +57,8 @@ private:
 class Stage {
 public:
     Stage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_)
-        : program(program_), transcript(transcript_), watches(watches_), answers(answers_), controls(program),
-          names(program, controls), user(program, controls, [this] { watches.look_at_members(); })
+        : program(program_), transcript(transcript_), watches(watches_), answers(answers_),
+          user(program, [this] { watches.look_at_members(); })
     {
     }
     virtual ~Stage() = default;
@@ -81,8 +81,6 @@ public:
     Transcript& transcript;
     Watches& watches;
     Answers& answers;
-    ControlDirectory controls;
-    Names names;
     User user;
     Holes holes;        ///< what stands in curly brackets in quoted words, and what is put there
     bool begun = false; ///< a line has done something

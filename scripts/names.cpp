@@ -209,24 +209,25 @@ std::function<ScriptValue()> element_reader(const Program& program, std::string_
 
 } // namespace
 
-Expression Names::resolve(std::string_view written) const
+Expression resolve(const Program& program, std::string_view written)
 {
     if (const Member* member = find_row(members, written))
-        return {std::string(written), [member, &program = program_] { return member->read(program); }};
-    if (auto reader = element_reader(program_, written)) return {std::string(written), std::move(reader)};
-    if (const std::size_t dot = written.rfind('.'); dot != std::string_view::npos)
-        if (const AnyControl* control = controls_.find(written.substr(0, dot)))
-            if (auto reader = property_reader(*control, written.substr(dot + 1)))
-                return {std::string(written), std::move(reader), &as_control(*control)};
+        return {std::string(written), [member, &program] { return member->read(program); }};
+    if (auto reader = element_reader(program, written)) return {std::string(written), std::move(reader)};
+    const std::size_t dot = std::min(written.rfind('.'), written.size());
+    const Control* const control = find_control(program, written.substr(0, dot));
+    const auto* const property = find_row(control_properties(), written.substr(std::min(dot + 1, written.size())));
+    if (control && property && property->has(*control))
+        return {std::string(written), [property, control] { return property->read(*control); }, control};
     throw ScriptFailure("unknown name " + std::string(written));
 }
 
-std::vector<std::string> Names::all() const
+std::vector<std::string> all_names(const Program& program)
 {
     std::vector<std::string> names;
-    for (const std::string& name : controls_.names())
-        for (std::string_view property : property_names(controls_.at(name)))
-            names.push_back(name + "." + std::string(property));
+    for (const Control* control : program.listeners.controls)
+        for (const ControlProperty& property : control_properties())
+            if (property.has(*control)) names.push_back(script_name(*control) + "." + std::string(property.name));
     for (const Array& array : arrays) names.push_back(std::string(array.name) + "(i)");
     for (const TableName& table : tables) names.push_back(std::string(table.name) + "(i,j)");
     for (const Member& member : members) names.emplace_back(member.name);

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "scripts/control_directory.h"
-#include "scripts/script.h"
+#include "scripts/control_names.h"
 
 #include <functional>
 #include <string>
@@ -17,20 +16,11 @@ struct Expression {
     const Control* control = nullptr;  ///< whose property it is; nothing for any other name
 };
 
-/// Every name that a script can ask for: the properties of the controls, the shared arrays and members, the clipboard.
-class Names {
-public:
-    Names(const Program& program, const ControlDirectory& controls) : program_(program), controls_(controls) {}
-
-    /// Throws ScriptFailure for an unknown name and for an index outside of its array.
-    Expression resolve(std::string_view written) const;
-    /// All of them; an array stands once, with i (and j) for its indices.
-    std::vector<std::string> all() const;
-
-private:
-    const Program& program_;
-    const ControlDirectory& controls_;
-};
+/// What a name means to this program: a property of a control, an element of a shared array, a shared member or the
+/// clipboard. Throws ScriptFailure for an unknown name and for an index outside of its array.
+Expression resolve(const Program& program, std::string_view written);
+/// All names that a script can ask for; an array stands once, with i (and j) for its indices.
+std::vector<std::string> all_names(const Program& program);
 
 /// Names that are followed: each time that the value of one has changed is a line of the transcript.
 class Watches {

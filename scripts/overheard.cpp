@@ -2,7 +2,7 @@
 
 #include "platform/files/path_text.h"
 #include "scripts/actions.h"
-#include "scripts/control_directory.h"
+#include "scripts/control_names.h"
 #include "scripts/vocabulary.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "scripts/recorder.h"
 
 #include "runs/batch_runner.h"
-#include "scripts/control_directory.h"
+#include "scripts/control_names.h"
 #include "scripts/vocabulary.h"
 
 #include <algorithm>

@@ -10,26 +10,22 @@ namespace {
 
 constexpr char32_t enter = 13, ctrl_enter = 10, take_back = 8, tab = 9, first_character = 32;
 
-Control& on_screen(const AnyControl& target)
+Control& on_screen(Control& target)
 {
-    if (std::holds_alternative<Timer*>(target)) throw ScriptFailure("a timer is nothing that a user can touch");
-    return as_control(target);
+    if (dynamic_cast<Timer*>(&target)) throw ScriptFailure("a timer is nothing that a user can touch");
+    return target;
 }
 
-// Calls `work` with the box or pane; anything else holds no text.
-template <typename Work>
-void with_text(const AnyControl& target, Work&& work)
+TextControl& text_of(Control& target)
 {
-    if (auto* const* box = std::get_if<TextBox*>(&target)) work(**box);
-    else if (auto* const* pane = std::get_if<Pane*>(&target)) work(**pane);
-    else throw ScriptFailure("only a box or a pane holds a text");
+    if (auto* const text = dynamic_cast<TextControl*>(&target)) return *text;
+    throw ScriptFailure("only a box or a pane holds a text");
 }
 
 // What a key that no handler has eaten does at the end of the text.
-template <typename Box>
-void reach(Box& box, char32_t key)
+void reach(TextControl& box, char32_t key)
 {
-    const std::size_t size = TextView(box.text()).size();
+    const std::size_t size = box.content().size();
     if (key == take_back && size > 0) {
         box.select({Position(size), 1});
         box.replace_selection({});
@@ -45,22 +41,22 @@ void reach(Box& box, char32_t key)
 
 } // namespace
 
-void User::click(const AnyControl& target)
+void User::click(Control& target)
 {
     Control& control = on_screen(target);
-    if (auto* const* pane = std::get_if<Pane*>(&target)) (*pane)->select({(*pane)->selection().start, 0});
+    if (auto* const pane = dynamic_cast<Pane*>(&target)) pane->select({pane->selection().start, 0});
     press(target, MouseButton::Left, false);
     release(target, MouseButton::Left);
     send({EventKind::Click, control});
 }
 
-void User::double_click(const AnyControl& target)
+void User::double_click(Control& target)
 {
     click(target);
     send({EventKind::DblClick, on_screen(target)});
 }
 
-void User::press(const AnyControl& target, MouseButton button, bool ctrl)
+void User::press(Control& target, MouseButton button, bool ctrl)
 {
     Control& control = on_screen(target);
     move_focus(control);
@@ -70,48 +66,45 @@ void User::press(const AnyControl& target, MouseButton button, bool ctrl)
     send(event);
 }
 
-void User::release(const AnyControl& target, MouseButton button)
+void User::release(Control& target, MouseButton button)
 {
     Event event{EventKind::MouseUp, on_screen(target)};
     event.button = button;
     send(event);
 }
 
-void User::focus(const AnyControl& target)
+void User::focus(Control& target)
 {
     move_focus(on_screen(target));
 }
 
-void User::select(const AnyControl& target, Selection selection)
+void User::select(Control& target, Selection selection)
 {
-    with_text(target, [&](auto& box) { box.select(selection); });
+    text_of(target).select(selection);
 }
 
-void User::set_text(const AnyControl& target, TextView text)
+void User::set_text(Control& target, TextView text)
 {
-    with_text(target, [&](auto& box) { box.set_text(text.str()); });
+    text_of(target).set_text(text);
     handler_ended_();
 }
 
-void User::replace(const AnyControl& target, Selection replaced, TextView text)
+void User::replace(Control& target, Selection replaced, TextView text)
 {
-    with_text(target, [&](auto& box) {
-        box.select(replaced);
-        box.replace_selection(text);
-    });
+    TextControl& box = text_of(target);
+    box.select(replaced);
+    box.replace_selection(text);
     handler_ended_();
 }
 
-void User::type(const AnyControl& target, TextView keys)
+void User::type(Control& target, TextView keys)
 {
-    with_text(target, [&](auto& box) {
-        move_focus(box);
-        for (std::size_t i = 0; i < keys.size() && !program_.ended; ++i) press_key(box, keys[i]);
-    });
+    TextControl& box = text_of(target);
+    move_focus(box);
+    for (std::size_t i = 0; i < keys.size() && !program_.ended; ++i) press_key(box, keys[i]);
 }
 
-template <typename Box>
-void User::press_key(Box& box, char32_t key)
+void User::press_key(TextControl& box, char32_t key)
 {
     Event event{EventKind::KeyPress, box};
     event.key = key;
@@ -168,22 +161,22 @@ void User::tick(Timer& timer)
     send({EventKind::Tick, timer});
 }
 
-void User::model_changed(const Control& control, Property property)
+void User::model_changed(Control& control, Property property)
 {
     if (property == Property::Focus) focus_request_ = &control;
     const bool window_appears =
-        property == Property::Visible && control.visible() && dynamic_cast<const Window*>(&control) != nullptr;
+        property == Property::Visible && control.visible() && dynamic_cast<Window*>(&control) != nullptr;
     if (window_appears && shown_.insert(&control).second) to_resize_.push_back(&control);
 }
 
 void User::settle()
 {
     while (focus_request_ || !to_resize_.empty()) {
-        for (const Control* window : std::exchange(to_resize_, {})) {
-            Event resized{EventKind::Resize, controls_.control(*window)};
+        for (Control* window : std::exchange(to_resize_, {})) {
+            Event resized{EventKind::Resize, *window};
             handle(resized);
         }
-        if (const Control* asked = std::exchange(focus_request_, nullptr)) move_focus(controls_.control(*asked));
+        if (Control* asked = std::exchange(focus_request_, nullptr)) move_focus(*asked);
     }
 }
 

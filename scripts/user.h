@@ -1,7 +1,7 @@
 #pragma once
 
 #include "events/events.h"
-#include "scripts/control_directory.h"
+#include "scripts/control_names.h"
 
 #include <functional>
 #include <set>
@@ -13,22 +13,22 @@ namespace tarvik {
 class User {
 public:
     /// `handler_ended` is called after each handler and after each change of a text that the user makes.
-    User(Program& program, const ControlDirectory& controls, std::function<void()> handler_ended)
-        : program_(program), controls_(controls), handler_ended_(std::move(handler_ended))
+    User(Program& program, std::function<void()> handler_ended)
+        : program_(program), handler_ended_(std::move(handler_ended))
     {
     }
 
-    void click(const AnyControl& target);
-    void double_click(const AnyControl& target);
-    void press(const AnyControl& target, MouseButton button, bool ctrl);
-    void release(const AnyControl& target, MouseButton button);
-    void focus(const AnyControl& target);
-    void select(const AnyControl& target, Selection selection);
-    void set_text(const AnyControl& target, TextView text);
+    void click(Control& target);
+    void double_click(Control& target);
+    void press(Control& target, MouseButton button, bool ctrl);
+    void release(Control& target, MouseButton button);
+    void focus(Control& target);
+    void select(Control& target, Selection selection);
+    void set_text(Control& target, TextView text);
     /// Puts a text in the place of another, as keys and pasting do.
-    void replace(const AnyControl& target, Selection replaced, TextView text);
+    void replace(Control& target, Selection replaced, TextView text);
     /// Presses the keys one after the other; 13 is Enter, 27 Esc, 8 the key that takes back.
-    void type(const AnyControl& target, TextView keys);
+    void type(Control& target, TextView keys);
     void pick(MenuEntry entry);
     void resize(Window& window, double width, double height);
     void minimise(Window& window);
@@ -40,7 +40,7 @@ public:
     void tick(Timer& timer);
 
     /// To be called for every change in the model: a handler may ask for the focus or show a window.
-    void model_changed(const Control& control, Property property);
+    void model_changed(Control& control, Property property);
     /// Gives the focus that a handler asked for and resizes windows that were shown for the first time. Every act ends
     /// with it; only the start of the program needs a call of its own.
     void settle();
@@ -49,16 +49,14 @@ private:
     void send(Event event);
     void handle(Event& event);
     void move_focus(Control& control);
-    template <typename Box>
-    void press_key(Box& box, char32_t key);
+    void press_key(TextControl& box, char32_t key);
 
     Program& program_;
-    const ControlDirectory& controls_;
     std::function<void()> handler_ended_;
     Control* focus_ = nullptr;
-    const Control* focus_request_ = nullptr;
+    Control* focus_request_ = nullptr;
     std::set<const Control*> shown_;
-    std::vector<const Control*> to_resize_;
+    std::vector<Control*> to_resize_;
 };
 
 } // namespace tarvik

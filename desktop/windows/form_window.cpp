@@ -3,7 +3,7 @@
 #include "desktop/front/input.h"
 #include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
-#include "scripts/control_directory.h"
+#include "scripts/control_names.h"
 
 #include <QAccessible>
 #include <QKeyEvent>

@@ -77,9 +77,9 @@ public:
     {
         dialogs_.set_recorder(recorder_);
         clipboard_.set_recorder(recorder_);
-        program_.listeners.property_changed = [this](const Control& control, Property property) {
+        program_.listeners.property_changed = [this](Control& control, Property property) {
             recorder_.model_changed(control, property);
-            if (property == Property::Focus) asked_ = &session_.stage.controls.control(control);
+            if (property == Property::Focus) asked_ = &control;
             if (property == Property::Enabled || property == Property::Interval) timers_.changed(control);
         };
         program_.listeners.pane_edited = [this](const auto&... what) { recorder_.pane_edited(what...); };

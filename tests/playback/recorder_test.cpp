@@ -33,11 +33,9 @@ std::string anywhere(std::string text, const TemporaryFolder& root)
 /// What there is to see and what stands in the files, a line each.
 std::vector<std::string> state(Program& program, const TemporaryFolder& root)
 {
-    const ControlDirectory controls(program);
-    const Names names(program, controls);
     std::vector<std::string> lines;
-    for (const std::string& name : test::work_names(names))
-        lines.push_back(anywhere(name + " = " + printed(names.resolve(name).read()), root));
+    for (const std::string& name : test::work_names(program))
+        lines.push_back(anywhere(name + " = " + printed(resolve(program, name).read()), root));
     for (const auto& entry : fs::recursive_directory_iterator(root.path()))
         if (entry.is_regular_file()) {
             const std::string name = fs::relative(entry.path(), root.path()).string();

@@ -6,10 +6,10 @@ namespace tarvik::test {
 
 /// The names that a script can ask for, each array with some of its indices, without those of places, sizes and carets:
 /// they belong to the window.
-inline std::vector<std::string> work_names(const Names& names)
+inline std::vector<std::string> work_names(const Program& program)
 {
     std::vector<std::string> result;
-    for (const std::string& name : names.all()) {
+    for (const std::string& name : all_names(program)) {
         bool is_look = false;
         for (const char* look : {".Left", ".Top", ".Width", ".Height", ".SelStart", ".SelLength", ".SelText",
                                  ".Interval", "Timer1(", ".WindowState", ".SelFontSize"})

@@ -1,0 +1,121 @@
+#include "scripts/control_names.h"
+
+#include <algorithm>
+
+namespace tarvik {
+
+namespace {
+
+constexpr std::string_view main_window_prefix = "Form1.";
+
+std::string_view window_name(FormId form)
+{
+    switch (form) {
+    case FormId::Form1: return "Form1";
+    case FormId::Form3: return "Form3";
+    case FormId::Form4: return "Form4";
+    }
+    return {};
+}
+
+bool is_any(const Control&)
+{
+    return true;
+}
+
+template <typename Kind>
+bool is(const Control& control)
+{
+    return dynamic_cast<const Kind*>(&control) != nullptr;
+}
+
+bool is_seen(const Control& control)
+{
+    return !is<Timer>(control);
+}
+
+bool has_caption(const Control& control)
+{
+    return is_seen(control) && !is<TextControl>(control);
+}
+
+template <typename Kind, auto Getter>
+ScriptValue read(const Control& control)
+{
+    return to_value((dynamic_cast<const Kind&>(control).*Getter)());
+}
+
+const TextControl& box(const Control& control)
+{
+    return dynamic_cast<const TextControl&>(control);
+}
+
+ScriptValue marks_of(const Control& control)
+{
+    std::vector<Mark> marks = dynamic_cast<const Pane&>(control).marks();
+    std::ranges::stable_sort(marks, {}, &Mark::start);
+    ListValue list{"["};
+    for (const Mark& mark : marks) {
+        if (list.json.size() > 1) list.json += ',';
+        list.json += '[' + std::to_string(mark.start.number()) + ',' + std::to_string(mark.length) + ',' +
+                     std::to_string(mark.colour) + ',' + std::to_string(mark.size) + ']';
+    }
+    list.json += ']';
+    return list;
+}
+
+constexpr ControlProperty properties[] = {
+    {"Visible", is_seen, read<Control, &Control::visible>},
+    {"Enabled", is_any, read<Control, &Control::enabled>},
+    {"Left", is_seen, read<Control, &Control::left>},
+    {"Top", is_seen, read<Control, &Control::top>},
+    {"Width", is_seen, read<Control, &Control::width>},
+    {"Height", is_seen, read<Control, &Control::height>},
+    {"BackColor", is_seen, read<Control, &Control::back_color>},
+    {"Interval", is<Timer>, read<Timer, &Timer::interval>},
+    {"Text", is<TextControl>, [](const Control& c) { return to_value(box(c).content().view().str()); }},
+    {"SelStart", is<TextControl>, [](const Control& c) { return to_value(box(c).selection().start.number()); }},
+    {"SelLength", is<TextControl>, [](const Control& c) { return to_value(box(c).selection().length); }},
+    {"SelText", is<TextControl>, read<TextControl, &TextControl::selected_text>},
+    {"SelColor", is<Pane>, read<Pane, &Pane::selection_colour>},
+    {"SelFontSize", is<Pane>, read<Pane, &Pane::selection_font_size>},
+    {"Marks", is<Pane>, marks_of},
+    {"Caption", has_caption, read<Control, &Control::caption>},
+    {"WindowState", is<Window>, read<Window, &Window::window_state>},
+    {"Value", is<OptionButton>, read<OptionButton, &OptionButton::value>},
+};
+
+} // namespace
+
+std::string script_name(const Control& control)
+{
+    std::string name(control.name());
+    if (control.form() != FormId::Form1 && name != window_name(control.form()))
+        name = std::string(window_name(control.form())) + "." + name;
+    if (control.index() != no_index) name += "(" + std::to_string(control.index()) + ")";
+    return name;
+}
+
+Control* find_control(const Program& program, std::string_view name)
+{
+    if (name.starts_with(main_window_prefix)) {
+        name.remove_prefix(main_window_prefix.size());
+        if (name.starts_with("Form")) return nullptr;
+    }
+    const auto& controls = program.listeners.controls;
+    const auto found = std::ranges::find(controls, name, [](const Control* one) { return script_name(*one); });
+    return found == controls.end() ? nullptr : *found;
+}
+
+Control& control_named(const Program& program, std::string_view name)
+{
+    if (Control* control = find_control(program, name)) return *control;
+    throw ScriptFailure("unknown control " + std::string(name));
+}
+
+std::span<const ControlProperty> control_properties()
+{
+    return properties;
+}
+
+} // namespace tarvik
