@@ -41,6 +41,12 @@ Control& control(const Stage& stage, const Word& word)
     return control_named(stage.program, word.utf8());
 }
 
+TextControl& box(const Stage& stage, const Word& word)
+{
+    if (auto* const found = dynamic_cast<TextControl*>(&control(stage, word))) return *found;
+    throw ScriptFailure("only a box or a pane holds a text");
+}
+
 Selection selection(Words words)
 {
     return {Position(whole(words[1])), whole(words[2])};
@@ -50,6 +56,21 @@ Window& window(const Stage& stage, const Word& word)
 {
     if (auto* const found = dynamic_cast<Window*>(&control(stage, word))) return *found;
     throw ScriptFailure(word.utf8() + " is no window");
+}
+
+void set(Stage& stage, Words words)
+{
+    box(stage, words[0]).set_text(words[1].text);
+    stage.watches.look_at_members();
+}
+
+// As keys and pasting do.
+void replace(Stage& stage, Words words)
+{
+    TextControl& target = box(stage, words[0]);
+    target.select(selection(words));
+    target.replace_selection(words[3].text);
+    stage.watches.look_at_members();
 }
 
 void mouse(Stage& stage, Words words)
@@ -166,14 +187,14 @@ constexpr Action actions[] = {
     {U"dblclick", 1, 1, [](Stage& s, Words w) { s.user.double_click(control(s, w[0])); }},
     {U"mouse", 3, 4, mouse},
     {U"focus", 1, 1, [](Stage& s, Words w) { s.user.focus(control(s, w[0])); }},
-    {U"select", 3, 3, [](Stage& s, Words w) { s.user.select(control(s, w[0]), selection(w)); }},
-    {U"set", 2, 2, [](Stage& s, Words w) { s.user.set_text(control(s, w[0]), w[1].text); }},
-    {U"replace", 4, 4, [](Stage& s, Words w) { s.user.replace(control(s, w[0]), selection(w), w[3].text); }},
+    {U"select", 3, 3, [](Stage& s, Words w) { box(s, w[0]).select(selection(w)); }},
+    {U"set", 2, 2, set},
+    {U"replace", 4, 4, replace},
     {U"clipboard", 1, 1, [](Stage& s, Words w) { s.program.platform.clipboard.set_text(w[0].text); }, true},
-    {U"type", 2, 2, [](Stage& s, Words w) { s.user.type(control(s, w[0]), w[1].text); }},
+    {U"type", 2, 2, [](Stage& s, Words w) { s.user.type(box(s, w[0]), w[1].text); }},
     {U"menu", 1, 1, menu},
     {U"resize", 3, 3, [](Stage& s, Words w) { s.user.resize(window(s, w[0]), decimal(w[1]), decimal(w[2])); }},
-    {U"minimise", 1, 1, [](Stage& s, Words w) { s.user.minimise(window(s, w[0])); }},
+    {U"minimise", 1, 1, [](Stage& s, Words w) { window(s, w[0]).set_window_state(1); }},
     {U"restore", 1, 1, [](Stage& s, Words w) { s.user.restore(window(s, w[0])); }},
     {U"open", 1, 1, [](Stage& s, Words w) { s.user.open(window(s, w[0])); }},
     {U"close", 1, 1, [](Stage& s, Words w) { s.user.close(window(s, w[0])); }},

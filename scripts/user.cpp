@@ -16,12 +16,6 @@ Control& on_screen(Control& target)
     return target;
 }
 
-TextControl& text_of(Control& target)
-{
-    if (auto* const text = dynamic_cast<TextControl*>(&target)) return *text;
-    throw ScriptFailure("only a box or a pane holds a text");
-}
-
 // What a key that no handler has eaten does at the end of the text.
 void reach(TextControl& box, char32_t key)
 {
@@ -78,28 +72,8 @@ void User::focus(Control& target)
     move_focus(on_screen(target));
 }
 
-void User::select(Control& target, Selection selection)
+void User::type(TextControl& box, TextView keys)
 {
-    text_of(target).select(selection);
-}
-
-void User::set_text(Control& target, TextView text)
-{
-    text_of(target).set_text(text);
-    handler_ended_();
-}
-
-void User::replace(Control& target, Selection replaced, TextView text)
-{
-    TextControl& box = text_of(target);
-    box.select(replaced);
-    box.replace_selection(text);
-    handler_ended_();
-}
-
-void User::type(Control& target, TextView keys)
-{
-    TextControl& box = text_of(target);
     move_focus(box);
     for (std::size_t i = 0; i < keys.size() && !program_.ended; ++i) press_key(box, keys[i]);
 }
@@ -128,11 +102,6 @@ void User::resize(Window& window, double width, double height)
     window.set_width(width);
     window.set_height(height);
     send({EventKind::Resize, window});
-}
-
-void User::minimise(Window& window)
-{
-    window.set_window_state(1);
 }
 
 void User::restore(Window& window)

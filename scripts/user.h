@@ -9,7 +9,7 @@
 
 namespace tarvik {
 
-/// What a user does at the windows, each act as the events that it consists of. Keeps which control has the focus.
+/// What a user does at the windows as far as it is made of events. Keeps which control has the focus.
 class User {
 public:
     /// `handler_ended` is called after each handler and after each change of a text that the user makes.
@@ -23,15 +23,10 @@ public:
     void press(Control& target, MouseButton button, bool ctrl);
     void release(Control& target, MouseButton button);
     void focus(Control& target);
-    void select(Control& target, Selection selection);
-    void set_text(Control& target, TextView text);
-    /// Puts a text in the place of another, as keys and pasting do.
-    void replace(Control& target, Selection replaced, TextView text);
     /// Presses the keys one after the other; 13 is Enter, 27 Esc, 8 the key that takes back.
-    void type(Control& target, TextView keys);
+    void type(TextControl& box, TextView keys);
     void pick(MenuEntry entry);
     void resize(Window& window, double width, double height);
-    void minimise(Window& window);
     void restore(Window& window);
     /// Brings back a window that was closed or set aside.
     void open(Window& window);
