@@ -111,7 +111,7 @@ void Form3_Resize(Program& program)
 {
     Form3& form3 = program.form3;
     const double width = form3.window.width(), height = form3.window.height();
-    form3.Text2.set_place(0.1 * width, 0.05 * height, 0.8 * width, 0.8 * height);
+    form3.Text2.set_place({0.1 * width, 0.05 * height, 0.8 * width, 0.8 * height});
     const TextBox& notes = form3.Text2;
     const double half_button = form3.Command1[0].width() / 2;
     for (auto& [index, button] : form3.Command1) {

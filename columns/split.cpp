@@ -51,11 +51,8 @@ public:
         : table_(table), buffers_(rows.buffers())
     {
         lines_.reserve(count);
-        for (std::size_t row = 0; row < count; ++row) {
+        for (std::size_t row = 0; row < count; ++row)
             lines_.push_back(rows.is_empty(row) ? TextView() : rows.line(row));
-            const std::size_t size = lines_.back().size();
-            most_characters_ += size + std::min(size + 1, last_split_column) * most_around_field + 2;
-        }
     }
 
     std::size_t line_count() const override { return lines_.size(); }
@@ -83,10 +80,6 @@ public:
             if (length > 0) characters += around + (column < 10 ? 1 : 2) + length;
         });
         return characters;
-    }
-    bool is_longer_than(std::size_t characters) const override
-    {
-        return most_characters_ > characters && LineSource::is_longer_than(characters);
     }
     std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override
     {
@@ -118,12 +111,9 @@ public:
     }
 
 private:
-    static constexpr std::size_t most_around_field = std::u32string_view(U"suf(300000,99)***           ").size();
-
     std::u32string_view table_;
     std::vector<SharedBuffer> buffers_;
     std::vector<TextView> lines_;
-    std::size_t most_characters_ = 0; ///< bound of all lines, without a look at their fields
 };
 
 /// Every match in a document without line ends has a row of its own that begins with the document. Thousands of them

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "mainwindow/line_source.h"
 #include "mainwindow/mainwindow.h"
 #include "mainwindow/scratch_file.h"
 

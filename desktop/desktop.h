@@ -10,7 +10,7 @@
 #include "desktop/windows/main_menu.h"
 #include "platform/files/files.h"
 #include "platform/system_clock.h"
-#include "scripts/overheard.h"
+#include "scripts/recorder.h"
 
 #include <QTranslator>
 

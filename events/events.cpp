@@ -106,9 +106,10 @@ constexpr Row rows[] = {
     {Main, {"Command7"}, Click, [](Program& p, Event& e) { Command7_Click(p, e.control.index()); }},
     {Main, {"Command8"}, Click, [](Program& p, Event& e) { Command8_Click(p, e.control.index()); }},
     {Main, {"Command9"}, Click, [](Program& p, Event& e) { Command9_Click(p, e.control.index()); }},
-    {Main, {"Option1"}, Click, [](Program& p, Event&) { Option1_Click(p); }},
-    {Main, {"Option2"}, Click, [](Program& p, Event&) { Option2_Click(p); }},
-    {Main, {"Option3"}, Click, [](Program& p, Event&) { Option3_Click(p); }},
+    {Main,
+     {"Option1", "Option2", "Option3"},
+     Click,
+     [](Program& p, Event& e) { Option_Click(p, dynamic_cast<OptionButton&>(e.control)); }},
 
     {Main, {"Timer1"}, Tick, [](Program& p, Event& e) { Timer1_Timer(p, e.control.index()); }},
     {Main,

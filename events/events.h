@@ -1,6 +1,5 @@
 #pragma once
 
-#include "mainwindow/clipboard_events.h"
 #include "mainwindow/mainwindow.h"
 #include "runs/report_commands.h"
 

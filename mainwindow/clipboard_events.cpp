@@ -1,4 +1,4 @@
-#include "mainwindow/clipboard_events.h"
+#include "mainwindow/mainwindow.h"
 
 namespace tarvik {
 
@@ -41,20 +41,6 @@ void copy(Program& program, const TextControl& box)
     if (box.selection().length > 0) program.platform.clipboard.set_source(box.selected_source());
 }
 
-/// The boxes and panes that have the focus.
-std::vector<TextControl*> focused(Form1& form1)
-{
-    const std::pair<bool, TextControl*> boxes[] = {{form1.focusquery, &form1.query_box()},
-                                                   {form1.focusnumber, &form1.number_box()},
-                                                   {form1.focuspane1, &form1.RichTextBox1},
-                                                   {form1.focuspane2, &form1.RichTextBox2},
-                                                   {form1.focuspane3, &form1.RichTextBox3}};
-    std::vector<TextControl*> focused;
-    for (const auto& [has_focus, box] : boxes)
-        if (has_focus) focused.push_back(box);
-    return focused;
-}
-
 } // namespace
 
 void RichTextBox_MouseDown(Program& program, Pane& pane, MouseButton button, bool ctrl)
@@ -86,7 +72,8 @@ void Text1_MouseUp(Program& program, int index)
 
 void menu_Click(Program& program, MenuEntry entry)
 {
-    for (TextControl* box : focused(program.form1)) {
+    for (const auto& [box, has_focus] : program.form1.focus_flags()) {
+        if (!*has_focus) continue;
         if (entry == MenuEntry::copy1) copy(program, *box);
         if (entry != MenuEntry::paste1) continue;
         box->replace_selection(program.platform.clipboard.text());

@@ -9,18 +9,18 @@ void Control::touched(Property property)
     if (listeners_.property_changed) listeners_.property_changed(*this, property);
 }
 
-void Control::set_place(double left, double top, double width, double height)
+void Control::set_place(const Place& place)
 {
-    set_left(left);
-    set_top(top);
-    set_width(width);
-    set_height(height);
+    set_left(place.left);
+    set_top(place.top);
+    set_width(place.width);
+    set_height(place.height);
 }
 
-void Control::lay(Text caption, double left, double top, double width, double height)
+void Control::lay(std::u32string_view caption, const Place& place)
 {
-    set_caption(std::move(caption));
-    set_place(left, top, width, height);
+    set_caption(Text(caption));
+    set_place(place);
 }
 
 void TextControl::select(Selection selection)

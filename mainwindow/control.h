@@ -39,6 +39,12 @@ enum class Property {
     Front ///< a window that is meant to be seen, whatever covers it or has set it aside
 };
 
+/// Twips from the corner of what the control stands in.
+struct Place {
+    double left = 0, top = 0, width = 0, height = 0;
+    friend bool operator==(const Place&, const Place&) = default;
+};
+
 /// A colour as blue x 65536 + green x 256 + red.
 using Colour = std::uint32_t;
 constexpr Colour rgb(unsigned red, unsigned green, unsigned blue)
@@ -81,22 +87,23 @@ public:
     int index() const { return index_; }
 
     const Text& caption() const { return caption_; }
-    double left() const { return left_; }
-    double top() const { return top_; }
-    double width() const { return width_; }
-    double height() const { return height_; }
+    const Place& place() const { return place_; }
+    double left() const { return place_.left; }
+    double top() const { return place_.top; }
+    double width() const { return place_.width; }
+    double height() const { return place_.height; }
     /// The control's own flag, whatever the window around it shows.
     bool visible() const { return visible_; }
     bool enabled() const { return enabled_; }
     Colour back_color() const { return back_color_; }
 
     void set_caption(Text caption) { change(caption_, std::move(caption), Property::Caption); }
-    void set_left(double twips) { change(left_, twips, Property::Left); }
-    void set_top(double twips) { change(top_, twips, Property::Top); }
-    void set_width(double twips) { change(width_, twips, Property::Width); }
-    void set_height(double twips) { change(height_, twips, Property::Height); }
-    void set_place(double left, double top, double width, double height);
-    void lay(Text caption, double left, double top, double width, double height);
+    void set_left(double twips) { change(place_.left, twips, Property::Left); }
+    void set_top(double twips) { change(place_.top, twips, Property::Top); }
+    void set_width(double twips) { change(place_.width, twips, Property::Width); }
+    void set_height(double twips) { change(place_.height, twips, Property::Height); }
+    void set_place(const Place& place);
+    void lay(std::u32string_view caption, const Place& place);
     void set_visible(bool visible) { change(visible_, visible, Property::Visible); }
     void set_enabled(bool enabled) { change(enabled_, enabled, Property::Enabled); }
     void set_back_color(Colour colour) { change(back_color_, colour, Property::BackColor); }
@@ -121,7 +128,7 @@ private:
     std::string_view name_;
     int index_;
     Text caption_;
-    double left_ = 0, top_ = 0, width_ = 0, height_ = 0;
+    Place place_;
     bool visible_ = true, enabled_ = true;
     Colour back_color_ = rgb(240, 240, 240);
 };

@@ -8,10 +8,6 @@ namespace {
 
 constexpr FormId form = FormId::Form1;
 
-struct Place {
-    double left, top, width, height;
-};
-
 struct Design {
     int index;
     std::u32string_view caption;
@@ -67,26 +63,14 @@ constexpr Design label2_design[] = {
     {3, U"→", arrow(1500, 420)}, {4, U"∩", arrow(3860, 300)}, {5, U"≠", arrow(3860, 780)},
 };
 
-void place(Control& control, const Place& at)
-{
-    control.set_place(at.left, at.top, at.width, at.height);
-}
-
-void lay(Control& control, std::u32string_view caption, const Place& at)
-{
-    control.lay(Text(caption), at.left, at.top, at.width, at.height);
-}
-
 template <typename Kind>
 void lay(ControlArray<Kind>& controls, std::span<const Design> design)
 {
     for (const Design& row : design) {
-        if constexpr (std::is_same_v<Kind, TextBox>) {
-            controls[row.index].set_text(Text(row.caption));
-            place(controls[row.index], row.place);
-        } else {
-            lay(controls[row.index], row.caption, row.place);
-        }
+        Kind& control = controls[row.index];
+        if constexpr (std::is_same_v<Kind, TextBox>) control.set_text(row.caption);
+        else control.set_caption(Text(row.caption));
+        control.set_place(row.place);
     }
 }
 
@@ -107,27 +91,27 @@ Form1::Form1(ModelListeners& listeners)
       Timer6(listeners, form, "Timer6"), Timer7(listeners, form, "Timer7"), Timer8(listeners, form, "Timer8"),
       Timer9(listeners, form, "Timer9"), Timer10(listeners, form, "Timer10")
 {
-    lay(window, application_title, {0, 0, 14400, 11520});
+    window.lay(application_title, {0, 0, 14400, 11520});
     window.set_visible(false);
     lay(Text1, text1_design);
     Text1[0].set_visible(false);
     Text1[3].set_visible(false);
     Text1[2].set_multi_line(true);
-    for (Pane* pane : panes()) place(*pane, pane_place);
+    for (Pane* pane : panes()) pane->set_place(pane_place);
     lay(Command1, command1_design);
     lay(Command2, command2_design);
-    lay(Command3, U"报表自动化", {11760, 6720, 1575, 495});
-    lay(Command6, U"数据分析", {11760, 6120, 1575, 495});
+    Command3.lay(U"报表自动化", {11760, 6720, 1575, 495});
+    Command6.lay(U"数据分析", {11760, 6120, 1575, 495});
     lay(Command7, command7_design);
     lay(Command8, command8_design);
     lay(Command9, command9_design);
-    lay(Option1, U"现代汉语", {9840, 6720, 1572, 492});
-    lay(Option2, U"牛津英语", {9840, 7320, 1572, 612});
-    lay(Option3, U"查寻文件", {9840, 6120, 1572, 492});
-    lay(Frame1, U"数据列查询", {360, 7800, 2535, 975});
-    lay(Frame2, U"数据列比较", {8400, 7800, 5775, 1215});
-    lay(Frame3, U"数据列排序", {5640, 7800, 2655, 855});
-    lay(Frame4, U"数据列统计", {3000, 7800, 2535, 855});
+    Option1.lay(U"现代汉语", {9840, 6720, 1572, 492});
+    Option2.lay(U"牛津英语", {9840, 7320, 1572, 612});
+    Option3.lay(U"查寻文件", {9840, 6120, 1572, 492});
+    Frame1.lay(U"数据列查询", {360, 7800, 2535, 975});
+    Frame2.lay(U"数据列比较", {8400, 7800, 5775, 1215});
+    Frame3.lay(U"数据列排序", {5640, 7800, 2655, 855});
+    Frame4.lay(U"数据列统计", {3000, 7800, 2535, 855});
     lay(Label1, label1_design);
     lay(Label2, label2_design);
     for (auto& [index, timer] : Timer1) {

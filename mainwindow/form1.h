@@ -50,6 +50,16 @@ struct Form1 {
         return {&Timer3, &Timer4, &Timer5, &Timer6, &Timer7, &Timer8, &Timer9, &Timer10};
     }
 
+    /// The boxes and panes that are pasted into by the menu, each with the flag that tells whether it has the focus.
+    std::array<std::pair<TextControl*, bool*>, 5> focus_flags()
+    {
+        return {{{&query_box(), &focusquery},
+                 {&number_box(), &focusnumber},
+                 {&RichTextBox1, &focuspane1},
+                 {&RichTextBox2, &focuspane2},
+                 {&RichTextBox3, &focuspane3}}};
+    }
+
     // Reading and queries
     std::int64_t resultcount = 0; ///< results of the last query or lookup
     double lastpage = 0;          ///< index of the last page

@@ -44,25 +44,25 @@ Form3::Form3(ModelListeners& listeners)
     : window(listeners, form, "Form3"), Text1(listeners, form, "Text1", 0, 5), Text2(listeners, form, "Text2"),
       Command1(listeners, form, "Command1", 0, 1), Label1(listeners, form, "Label1", 0, 2)
 {
-    window.lay(U"Tarvik 计算", 0, 0, 10200, 8400);
+    window.lay(U"Tarvik 计算", {0, 0, 10200, 8400});
     window.set_visible(false);
     window.set_back_color(rgb(232, 227, 174));
     for (auto& [index, box] : Text1) {
         const Box& design = boxes[index];
         box.set_text(Text(design.text));
-        box.set_place(design.left, design.top, 900, 495);
+        box.set_place({design.left, design.top, 900, 495});
         box.set_back_color(rgb(208, 208, 182));
     }
     for (auto& [index, label] : Label1) {
-        label.lay(Text(help[index].text), 600, help[index].top, 9300, help[index].height);
+        label.lay(help[index].text, {600, help[index].top, 9300, help[index].height});
         label.set_back_color(rgb(192, 208, 192));
     }
-    Text2.set_place(480, 120, 8160, 6480);
+    Text2.set_place({480, 120, 8160, 6480});
     Text2.set_multi_line(true);
     Text2.set_visible(false);
     Text2.set_back_color(rgb(232, 227, 180));
-    Command1[0].lay(U"确认", 3240, 6840, 1332, 492);
-    Command1[1].lay(U"说明", 6600, 6840, 1332, 492);
+    Command1[0].lay(U"确认", {3240, 6840, 1332, 492});
+    Command1[1].lay(U"说明", {6600, 6840, 1332, 492});
     for (auto& [index, button] : Command1) button.set_back_color(rgb(192, 208, 182));
 }
 

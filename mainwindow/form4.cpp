@@ -52,7 +52,7 @@ void lay_boxes(ControlArray<TextBox>& boxes, double left)
 {
     for (auto& [index, box] : boxes) {
         const int row = (index < Form4::first_dynamic ? index : index - Form4::first_dynamic) / 2;
-        box.set_place(left + (index % 2) * 1060, 420 + row * 540, 1000, 460);
+        box.set_place({left + (index % 2) * 1060, 420.0 + row * 540, 1000, 460});
         box.set_back_color(foreground);
     }
 }
@@ -68,28 +68,28 @@ Form4::Form4(ModelListeners& listeners)
       Label2(listeners, form, "Label2"), Label3(listeners, form, "Label3"), Label4(listeners, form, "Label4"),
       Label5(listeners, form, "Label5")
 {
-    window.lay(U"Tarvik计算报表自动化设计器", 0, 0, 16800, 9480);
+    window.lay(U"Tarvik计算报表自动化设计器", {0, 0, 16800, 9480});
     window.set_visible(false);
     load_design_texts(*this);
     lay_boxes(Text1, 170);
     lay_boxes(Text2, 2410);
-    Text3.set_place(4920, 7020, 3000, 560);
-    Text4.set_place(8060, 7020, 1540, 560);
+    Text3.set_place({4920, 7020, 3000, 560});
+    Text4.set_place({8060, 7020, 1540, 560});
     Text3.set_back_color(foreground);
     Text4.set_back_color(foreground);
-    Command1.lay(U"保存参数", 4920, 7780, 1480, 560);
-    Command2.lay(U"参数校验", 6520, 7780, 1480, 560);
-    Command3.lay(U"预览", 8120, 7780, 1480, 560);
+    Command1.lay(U"保存参数", {4920, 7780, 1480, 560});
+    Command2.lay(U"参数校验", {6520, 7780, 1480, 560});
+    Command3.lay(U"预览", {8120, 7780, 1480, 560});
     Preview.set_visible(false);
     for (Control* button : {&Command1, &Command2, &Command3}) button->set_back_color(foreground);
-    Frame1.lay(U"数据报表分析", 120, 120, 16560, 9240);
-    Frame2.lay(U"静态：EXCELB表（行，列）= SUF（I,J）", 120, 360, 4680, 8100);
-    Frame3.lay(U"动态：EXCELB表（行，列）= SUF数组元素（I,J）", 4920, 360, 4680, 6480);
+    Frame1.lay(U"数据报表分析", {120, 120, 16560, 9240});
+    Frame2.lay(U"静态：EXCELB表（行，列）= SUF（I,J）", {120, 360, 4680, 8100});
+    Frame3.lay(U"动态：EXCELB表（行，列）= SUF数组元素（I,J）", {4920, 360, 4680, 6480});
     for (Control* area : {static_cast<Control*>(&window), &Frame1, &Frame2, &Frame3}) area->set_back_color(background);
     const std::array labels{&Label1, &Label2, &Label3, &Label4, &Label5};
     double top = 360;
     for (std::size_t i = 0; i < labels.size(); ++i) {
-        labels[i]->lay(Text(help[i].text), 9780, top, 6660, help[i].height);
+        labels[i]->lay(help[i].text, {9780, top, 6660, help[i].height});
         labels[i]->set_back_color(background);
         top += help[i].height + 60;
     }

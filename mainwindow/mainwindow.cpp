@@ -39,8 +39,7 @@ void reset_designer_boxes(Form4& form4)
 
 void reset_members(Form1& form1)
 {
-    form1.focusnumber = form1.focusquery = false;
-    form1.focuspane1 = form1.focuspane2 = form1.focuspane3 = false;
+    for (const auto& [owner, flag] : form1.focus_flags()) *flag = false;
     form1.menuonquery = form1.menuonnumber = false;
     form1.dbresult = form1.notcap = form1.cutopenfile = form1.cutopen = form1.comp = false;
     form1.showdata = true;
@@ -150,9 +149,7 @@ void Form_Load(Program& program)
     show_opening_screen(program);
     form1.query_box().set_text(U"查寻条件");
     form1.number_box().set_text(U"数目");
-    const Pane& first = form1.RichTextBox1;
-    for (Pane* pane : {&form1.RichTextBox2, &form1.RichTextBox3})
-        pane->set_place(first.left(), first.top(), first.width(), first.height());
+    for (Pane* pane : {&form1.RichTextBox2, &form1.RichTextBox3}) pane->set_place(form1.RichTextBox1.place());
     colour_controls(form1);
     bring_up(form1, form1.RichTextBox2);
     opening_animation(program, program.platform.screen.width());
@@ -229,33 +226,17 @@ void Text1_DblClick(Program& program, int index)
     if (index == 1 || index == 2 || index == 4) program.form1.Text1[index].set_text({});
 }
 
-void Option1_Click(Program& program)
+void Option_Click(Program& program, OptionButton& option)
 {
-    select_option(program.form1, program.form1.Option1);
-    program.form1.resultpos = 0;
-}
-
-void Option2_Click(Program& program)
-{
-    select_option(program.form1, program.form1.Option2);
-    program.form1.resultpos = 0;
-}
-
-void Option3_Click(Program& program)
-{
-    select_option(program.form1, program.form1.Option3);
-    program.form1.cutopenfile = false;
+    Form1& form1 = program.form1;
+    select_option(form1, option);
+    if (&option == &form1.Option3) form1.cutopenfile = false;
+    else form1.resultpos = 0;
 }
 
 void focus_changed(Program& program, const Control& control, bool has_focus)
 {
-    Form1& form1 = program.form1;
-    const std::pair<const Control*, bool*> flags[] = {
-        {&form1.query_box(), &form1.focusquery},  {&form1.number_box(), &form1.focusnumber},
-        {&form1.RichTextBox1, &form1.focuspane1}, {&form1.RichTextBox2, &form1.focuspane2},
-        {&form1.RichTextBox3, &form1.focuspane3},
-    };
-    for (const auto& [owner, flag] : flags)
+    for (const auto& [owner, flag] : program.form1.focus_flags())
         if (owner == &control) *flag = has_focus;
 }
 

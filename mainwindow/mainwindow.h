@@ -159,11 +159,26 @@ void Timer1_Timer(Program& program, int index);
 void Text1_Change(Program& program, int index);
 /// Query box, number box and page box are emptied.
 void Text1_DblClick(Program& program, int index);
-void Option1_Click(Program& program);
-void Option2_Click(Program& program);
-void Option3_Click(Program& program);
+void Option_Click(Program& program, OptionButton& option);
 /// Keeps the flags of the box or pane that has the focus.
 void focus_changed(Program& program, const Control& control, bool has_focus);
+
+// The mouse on the panes and boxes, and what it does with the clipboard
+
+enum class MouseButton { Left, Middle, Right };
+enum class MenuEntry { copy1, nothing, paste1 };
+
+/// The middle button with Ctrl enlarges all of the text; the right button opens the context menu.
+void RichTextBox_MouseDown(Program& program, Pane& pane, MouseButton button, bool ctrl);
+/// Every selection is a copy: the clipboard holds what is selected when a button is released, also nothing.
+void RichTextBox_MouseUp(Program& program, Pane& pane);
+
+/// Query box and number box: the right button opens the context menu, and the next release pastes.
+void Text1_MouseDown(Program& program, int index, MouseButton button);
+void Text1_MouseUp(Program& program, int index);
+
+/// An entry of the context menu acts on the box that has the focus.
+void menu_Click(Program& program, MenuEntry entry);
 
 /// The smallest of three numbers that is not 0, and 0 if all are 0.
 double min3to1(double a, double b, double c);

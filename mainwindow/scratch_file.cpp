@@ -66,7 +66,6 @@ void ScratchFile::tell_failure()
 
 void ScratchFile::write_all(const LineSource& lines)
 {
-    if (lines.is_longer_than(most_bytes)) throw too_long(path_);
     const auto file = program_.platform.files.open_for_output(path_);
     std::string rendered, leaving;
     std::future<void> left;

@@ -1,4 +1,4 @@
-#include "playback/options.h"
+#include "playback/player.h"
 
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"

@@ -2,17 +2,48 @@
 
 #include "engines/libreoffice/libreoffice.h"
 #include "platform/files/files.h"
-#include "playback/options.h"
 #include "playback/virtual_time.h"
+#include "runs/engines.h"
 #include "scripts/actions.h"
 
+#include <chrono>
+#include <filesystem>
 #include <istream>
+#include <map>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <set>
+#include <span>
+#include <stdexcept>
+#include <string>
 #include <utility>
 
 namespace tarvik {
+
+/// Options that cannot be used, with the reason.
+class OptionError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Options {
+    enum class Request { Play, Names, Help, Version };
+
+    Request request = Request::Play;
+    std::filesystem::path installation;           ///< empty when none is given
+    Text notice;                                  ///< a message for the user, once the window stands
+    std::map<char, std::filesystem::path> drives; ///< by lower-case letter
+    std::chrono::local_seconds clock;
+    double screen_width = 28800, screen_height = 16200; ///< twips
+    std::optional<std::filesystem::path> print_to;
+    Engine engine = Engine::Auto;
+    std::map<Text, Text> values; ///< of what the script asks for, by name
+    std::string script;          ///< a file, the name of a task, or - for standard input
+};
+
+/// `arguments` go without the program's own name. Throws OptionError.
+Options parse_options(std::span<const std::string> arguments);
 
 /// The clipboard of one run; the system's own is left alone.
 class PlayerClipboard final : public Clipboard {
@@ -73,8 +104,8 @@ class PlayerStage final : public Stage {
 public:
     PlayerStage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_, VirtualClock& clock,
                 PlayerScreen& screen, std::map<Text, Text> values)
-        : Stage(program_, transcript_, watches_, answers_), timers(program_.form1, clock), clock_(clock),
-          screen_(screen), values_(std::move(values))
+        : Stage(program_, transcript_, watches_, answers_), timers(clock), clock_(clock), screen_(screen),
+          values_(std::move(values))
     {
     }
 

@@ -62,37 +62,25 @@ local_seconds local_time_now()
     return time_of(SystemClock().now());
 }
 
-VirtualTimers::VirtualTimers(Form1& form1, const VirtualClock& clock) : clock_(clock)
+void VirtualTimers::changed(Control& control)
 {
-    for (auto& [index, timer] : form1.Timer1) entries_.push_back({&timer, {}});
-    for (Timer* timer : form1.batch_timers()) entries_.push_back({timer, {}});
-    std::ranges::sort(entries_, {},
-                      [](const Entry& entry) { return std::tuple(entry.timer->name(), entry.timer->index()); });
-    for (const Entry& entry : entries_) changed(*entry.timer);
-}
-
-void VirtualTimers::changed(const Control& control)
-{
-    for (Entry& entry : entries_) {
-        if (entry.timer != &control) continue;
-        entry.due.reset();
-        if (entry.timer->enabled() && entry.timer->interval() > 0)
-            entry.due = clock_.elapsed() + interval(*entry.timer);
-    }
+    auto* const timer = dynamic_cast<Timer*>(&control);
+    if (!timer) return;
+    due_.erase(timer);
+    if (timer->enabled() && timer->interval() > 0) due_[timer] = clock_.elapsed() + interval(*timer);
 }
 
 std::optional<VirtualTimers::Due> VirtualTimers::next() const
 {
-    std::optional<Due> first;
-    for (const Entry& entry : entries_)
-        if (entry.due && (!first || *entry.due < first->at)) first.emplace(Due{entry.timer, *entry.due});
-    return first;
+    if (due_.empty()) return std::nullopt;
+    const auto& [timer, at] = *std::ranges::min_element(
+        due_, {}, [](const auto& due) { return std::tuple(due.second, due.first->name(), due.first->index()); });
+    return Due{timer, at};
 }
 
-void VirtualTimers::fired(const Timer& timer)
+void VirtualTimers::fired(Timer& timer)
 {
-    for (Entry& entry : entries_)
-        if (entry.timer == &timer && entry.due) *entry.due += interval(timer);
+    if (const auto due = due_.find(&timer); due != due_.end()) due->second += interval(timer);
 }
 
 } // namespace tarvik

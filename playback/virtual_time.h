@@ -1,12 +1,12 @@
 #pragma once
 
-#include "mainwindow/form1.h"
+#include "mainwindow/control.h"
 #include "platform/platform.h"
 
 #include <chrono>
+#include <map>
 #include <optional>
 #include <string_view>
-#include <vector>
 
 namespace tarvik {
 
@@ -37,10 +37,10 @@ std::chrono::local_seconds local_time_now();
 /// on; switched on again, it counts anew.
 class VirtualTimers {
 public:
-    VirtualTimers(Form1& form1, const VirtualClock& clock);
+    explicit VirtualTimers(const VirtualClock& clock) : clock_(clock) {}
 
     /// To be called when a timer was switched on or off or has got another interval; other controls are passed over.
-    void changed(const Control& control);
+    void changed(Control& control);
 
     struct Due {
         Timer* timer;
@@ -49,15 +49,11 @@ public:
     /// The timer that falls due next, by time, then by name and index; nothing when none runs.
     std::optional<Due> next() const;
     /// Takes note that the timer has fallen due; it goes on with its next interval.
-    void fired(const Timer& timer);
+    void fired(Timer& timer);
 
 private:
-    struct Entry {
-        Timer* timer;
-        std::optional<VirtualTime> due;
-    };
-    std::vector<Entry> entries_;
     const VirtualClock& clock_;
+    std::map<Timer*, VirtualTime> due_; ///< of those that run
 };
 
 } // namespace tarvik

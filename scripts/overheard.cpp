@@ -1,4 +1,4 @@
-#include "scripts/overheard.h"
+#include "scripts/recorder.h"
 
 #include "platform/files/path_text.h"
 #include "scripts/actions.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mainwindow/clipboard_events.h"
+#include "mainwindow/mainwindow.h"
 #include "scripts/script.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/front/front.h"
-#include "mainwindow/clipboard_events.h"
+#include "mainwindow/mainwindow.h"
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>

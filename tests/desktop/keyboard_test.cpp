@@ -92,7 +92,7 @@ TEST_F(DesktopKeyboard, every_control_has_a_name_and_a_role)
     EXPECT_EQ(number->role(), QAccessible::EditableText);
     EXPECT_EQ(number->textInterface()->text(0, 4), "甲\r\n乙");
     number->textInterface()->addSelection(1, 4);
-    EXPECT_EQ(form1().number_box().selected_text(), U"\r\n乙");
+    EXPECT_EQ(form1().number_box().selected_text().view, U"\r\n乙");
     EXPECT_EQ(number->textInterface()->cursorPosition(), 4);
 }
 

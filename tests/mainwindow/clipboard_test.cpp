@@ -1,4 +1,4 @@
-#include "mainwindow/clipboard_events.h"
+#include "mainwindow/mainwindow.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

@@ -3,7 +3,7 @@
 #include "platform/files/path_text.h"
 #include "playback/player.h"
 #include "runs/batch_runner.h"
-#include "scripts/overheard.h"
+#include "scripts/recorder.h"
 #include "tests/support/test_program.h"
 
 #include <random>

@@ -1,5 +1,5 @@
 #include "platform/files/system_paths.h"
-#include "playback/options.h"
+#include "playback/player.h"
 #include "scripts/script.h"
 
 #include <gmock/gmock.h>

@@ -16,7 +16,7 @@ class Timers : public testing::Test {
 protected:
     Timers()
     {
-        tested.program.listeners.property_changed = [this](const Control& control, Property property) {
+        tested.program.listeners.property_changed = [this](Control& control, Property property) {
             if (property == Property::Enabled || property == Property::Interval) timers.changed(control);
         };
     }
@@ -39,7 +39,7 @@ protected:
     test::TestProgram tested;
     Form1& form1 = tested.form1();
     VirtualClock clock{std::chrono::local_seconds{}};
-    VirtualTimers timers{form1, clock};
+    VirtualTimers timers{clock};
 };
 
 TEST_F(Timers, fire_by_due_time_then_by_name_and_index)
