@@ -195,17 +195,6 @@ TEST(Editing, a_workbook_without_shared_texts_gets_texts_in_the_cells)
     EXPECT_EQ(file.open().worksheet(1).cell(1, 1), U" 00123");
 }
 
-TEST(Editing, the_general_format_makes_no_number_of_a_text_whatever_its_number)
-{
-    for (const auto& [code, is_number] : {std::pair("0.00", true), {"General", false}}) {
-        auto parts = simple_parts("<row r=\"1\"><c r=\"A1\" s=\"1\"><v>3</v></c></row>");
-        edit_part(parts, "xl/styles.xml", "0.00&quot;元&quot;", code);
-        WorkbookFile file(parts);
-        const auto sheet = file.sheet_after(1, 1, Text(U"12"));
-        EXPECT_EQ(sheet.find("<c r=\"A1\" s=\"1\"><v>12</v>") != std::string::npos, is_number) << sheet;
-    }
-}
-
 TEST(Editing, a_shared_formula_outlives_the_cell_that_stated_it)
 {
     WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\"><f t=\"shared\" ref=\"A1:C1\" si=\"0\">A2*2</f></c>"
@@ -270,20 +259,6 @@ TEST(Editing, an_array_formula_is_lost_as_a_whole_or_not_at_all)
     auto& again = file.open().worksheet(1);
     EXPECT_FALSE(again.is_empty(1, 2));
     EXPECT_EQ(again.clear(1, 1, 1, 9), 3);
-}
-
-TEST(Editing, values_for_covered_cells_go_to_the_first_of_a_merged_range)
-{
-    WorkbookFile file(
-        simple_parts("", "<mergeCells><mergeCell ref=\"B2:B9\"/><mergeCell ref=\"C5:E6\"/></mergeCells>"));
-    auto& sheet = file.open().worksheet(1);
-    sheet.set_cell(6, 5, 1.0);
-    sheet.set_cell(9, 2, Text(U"文"));
-    sheet.set_cell(5, 4, Text());
-    EXPECT_EQ(sheet.cell(5, 3) + sheet.cell(2, 2), U"1文");
-    EXPECT_TRUE(sheet.is_empty(6, 5) && sheet.is_empty(9, 2));
-    sheet.set_cell(5, 3, Text());
-    EXPECT_TRUE(sheet.is_empty(5, 3));
 }
 
 TEST(Editing, the_headers_of_a_table_stay_as_its_part_names_them)

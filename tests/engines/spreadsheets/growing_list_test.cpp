@@ -2,54 +2,20 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <random>
 
 namespace tarvik::test {
 
-TEST(GrowingList, is_the_same_whichever_of_its_rows_come_first)
-{
-    constexpr int first = 50, last = 1250;
-    const auto fill = [](Worksheet& sheet, int row) {
-        sheet.set_cell(row, 1, double{100} * row);
-        for (int column = 2; column <= 9; ++column)
-            sheet.set_cell(row, column, Text(column % 2 == 0 ? U"设备" : U" <&\"> "));
-        sheet.set_cell(row, 10, row / 8.0);
-    };
-    const auto list = [&](const std::function<void(Worksheet&)>& write) {
-        WorkbookFile file(simple_parts("<row r=\"2\"><c r=\"A2\"><f>1+1</f><v>2</v></c></row>"));
-        auto& workbook = file.open();
-        write(workbook.worksheet(1));
-        workbook.close(true);
-        return part_of(file.saved(), "xl/worksheets/sheet1.xml");
-    };
-    const auto every = [&](Worksheet& sheet, int from, int to, int step) {
-        for (int row = from; step > 0 ? row <= to : row >= to; row += step) fill(sheet, row);
-    };
-    const auto downwards = list([&](Worksheet& sheet) { every(sheet, first, last, 1); });
-    EXPECT_GT(downwards.size(), std::size_t{4} << 16U); // beyond what is kept together
-    EXPECT_EQ(downwards, list([&](Worksheet& sheet) { every(sheet, last, first, -1); }));
-    EXPECT_EQ(downwards, list([&](Worksheet& sheet) {
-                  every(sheet, first, last, 2);
-                  every(sheet, first + 1, last, 2);
-              }));
-    EXPECT_EQ(downwards, list([&](Worksheet& sheet) {
-                  for (int row = first; row <= last; ++row) {
-                      fill(sheet, row);
-                      if (row % 7 == 0) sheet.set_cell(first + row % 50, 1, 1.0);
-                      if (row % 300 == 0) {
-                          EXPECT_EQ(sheet.cell(row - 1, 3), U" <&\"> ");
-                      }
-                  }
-                  every(sheet, first, first + 49, 1);
-              }));
-}
-
 TEST(GrowingList, cells_hold_what_was_written_last_in_whatever_order)
 {
     for (unsigned seed = 0; seed < 15; ++seed) {
-        WorkbookFile file(simple_parts("<row r=\"3\"><c r=\"B3\" t=\"s\"><v>0</v></c></row><row r=\"20\"/>"));
+        auto parts =
+            simple_parts("<row r=\"3\"><c r=\"B3\" t=\"inlineStr\"><is><t>客户</t></is></c></row><row r=\"20\"/>");
+        // Without a table of texts the rows hold them, and long ones are more than is kept together.
+        if (seed % 3 == 0)
+            edit_part(parts, "xl/_rels/workbook.xml.rels", "relationships/sharedStrings", "relationships/other");
+        WorkbookFile file(parts);
         auto* workbook = &file.open();
         std::map<std::pair<int, int>, Text> held{{{3, 2}, U"客户"}};
         std::mt19937 random(seed);
@@ -57,7 +23,9 @@ TEST(GrowingList, cells_hold_what_was_written_last_in_whatever_order)
         for (int step = 0, last_row = 3; step < 300; ++step) {
             const int row = number(0, 3) > 0 ? last_row + number(0, 1) : number(4, 60), column = number(1, 4);
             auto& sheet = workbook->worksheet(1);
-            const auto text = number(0, 5) == 0 ? Text() : U" _x00" + number_text(number(1, 40)) + U"_\n<𠮷> &";
+            const auto text = number(0, 5) == 0 ? Text()
+                                                : U" _x00" + number_text(number(1, 40)) + U"_\n<𠮷> &" +
+                                                      Text(seed % 2 * 2'000, U'长');
             switch (number(0, 19)) {
             case 0:
                 workbook->save_as(U"另存.xlsx");

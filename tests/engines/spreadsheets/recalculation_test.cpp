@@ -57,10 +57,14 @@ TEST(Recalculation, what_nobody_can_calculate_is_a_failure_that_names_it)
 
 TEST(Recalculation, texts_become_numbers_where_numbers_are_asked_for)
 {
-    WorkbookFile file(simple_parts("<row r=\"1\"><c r=\"A1\" s=\"1\"/><c r=\"B1\" s=\"3\"/><c r=\"C1\" s=\"2\"/>" +
-                                   formula("E1", "AVERAGE(D1:D9,B1)", "0") + "</row>"));
-    auto& workbook = file.open();
-    auto& sheet = workbook.worksheet(1);
+    auto parts =
+        simple_parts("<row r=\"1\"><c r=\"A1\" s=\"1\"/><c r=\"B1\" s=\"3\"/><c r=\"C1\" s=\"2\"/>" +
+                     formula("E1", "AVERAGE(D1:D9,B1)", "0") + "</row><row r=\"9\"><c r=\"I9\" s=\"4\"/></row>");
+    edit_part(parts, "xl/styles.xml", "<numFmts count=\"1\">",
+              "<numFmts><numFmt numFmtId=\"165\" formatCode=\"General\"/>");
+    edit_part(parts, "xl/styles.xml", "</cellXfs>", "<xf numFmtId=\"165\"/></cellXfs>");
+    WorkbookFile file(parts);
+    auto& sheet = file.open().worksheet(1);
     for (int column = 1; column <= 3; ++column) sheet.set_cell(1, column, Text(U"90"));
     sheet.set_cell(1, 4, Text(U"80"));
     sheet.set_cell(2, 4, Text(U"0012"));
@@ -75,15 +79,20 @@ TEST(Recalculation, texts_become_numbers_where_numbers_are_asked_for)
 TEST(Recalculation, texts_for_one_merged_range_lose_nothing)
 {
     WorkbookFile file(simple_parts("<row r=\"2\"><c r=\"B2\" t=\"s\"><v>0</v></c></row>",
-                                   "<mergeCells count=\"1\"><mergeCell ref=\"B2:D3\"/></mergeCells>"));
+                                   "<mergeCells><mergeCell ref=\"B2:D3\"/><mergeCell ref=\"C5:E6\"/></mergeCells>"));
     auto& workbook = file.open();
     auto& sheet = workbook.worksheet(1);
+    sheet.set_cell(6, 5, 1.0);
+    sheet.set_cell(5, 4, Text());
+    EXPECT_EQ(sheet.cell(5, 3) + sheet.cell(6, 5), U"1");
+    sheet.set_cell(5, 3, Text());
+    EXPECT_TRUE(sheet.is_empty(5, 3));
     sheet.set_cell(2, 3, Text(U"一"));
     EXPECT_EQ(sheet.cell(2, 2), U"一");
     sheet.set_cell(3, 4, Text(U"二"));
     EXPECT_EQ(to_utf8(sheet.cell(2, 2) + sheet.cell(2, 3) + sheet.cell(3, 4)), "客户一二");
     workbook.close(true);
-    EXPECT_EQ(part_of(file.saved(), sheet1).find("mergeCell"), std::string::npos);
+    EXPECT_EQ(part_of(file.saved(), sheet1).find("B2:D3"), std::string::npos);
 }
 
 TEST(Recalculation, agrees_with_a_calculation_of_everything)

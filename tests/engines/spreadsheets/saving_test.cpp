@@ -14,11 +14,24 @@ const std::string sheet1 = "xl/worksheets/sheet1.xml";
 TEST(Saving, the_extension_tells_the_format)
 {
     const std::string types = "[Content_Types].xml";
-    WorkbookFile file(rich_parts(), "t.xlsm");
+    const auto link = [](const std::string& kind, const std::string& target) {
+        return "<Relationship Id=\"" + kind + target + "\" Type=\"t/" + kind + "\" Target=\"" + target + "\"/>";
+    };
+    auto parts = rich_parts();
+    set_part(parts, "xl/drawings/_rels/drawing1.xml.rels",
+             "<Relationships>" + link("image", "../media/image1.png") + "</Relationships>");
+    edit_part(parts, "_rels/.rels", "</Relationships>", link("extensibility", "vba.xml") + "</Relationships>");
+    set_part(parts, "vba.xml", "<customUI/>"); // a ribbon that runs macros
+    set_part(parts, "_rels/vba.xml.rels",
+             "<Relationships>" + link("image", "vba.png") + link("image", "/xl/media/image1.png") +
+                 link("image", "/xl/workbook.xml") + "</Relationships>");
+    set_part(parts, "vba.png", "p");
+    WorkbookFile file(parts, "t.xlsm");
     auto& workbook = file.open(U"t.xlsm");
     workbook.worksheet(1).set_cell(1, 1, 1.0);
     workbook.save_as(U"单据.2024");
     const auto plain = file.saved("单据.2024.xlsx");
+    EXPECT_FALSE(part_of(plain, "xl/media/image1.png").empty()); // a sheet shows it too
     EXPECT_NE(part_of(plain, types).find("spreadsheetml.sheet.main+xml"), std::string::npos);
     for (const auto& [name, contents] : parts_of(plain)) {
         EXPECT_EQ(name.find("vba"), std::string::npos) << name;
@@ -32,7 +45,7 @@ TEST(Saving, the_extension_tells_the_format)
     EXPECT_NE(part_of(file.saved("b.XLSM"), types).find("sheet.macroEnabled.main+xml"), std::string::npos);
     EXPECT_EQ(failure_of([&] { again.save_as(U"c.xls"); }),
               "无法保存工作簿“c.xls”：内置引擎只能保存 .xlsx 和 .xlsm 格式。");
-    EXPECT_EQ(file.saved("t.xlsm"), make_package(rich_parts()));
+    EXPECT_EQ(file.saved("t.xlsm"), make_package(parts));
 }
 
 TEST(Saving, nothing_is_written_unless_it_is_asked_for)

@@ -52,33 +52,6 @@ TEST(Stranger, what_a_pivot_table_fills_cannot_be_written)
     EXPECT_EQ(sheet.clear(1, 4, 1, 9), 3);
 }
 
-TEST(Stranger, a_plain_workbook_has_no_ribbons_that_run_macros)
-{
-    auto parts = rich_parts();
-    set_part(parts, "xl/drawings/_rels/drawing1.xml.rels",
-             "<Relationships>" + link("r", "image", "../media/image1.png") + "</Relationships>");
-    edit_part(parts, "_rels/.rels", "</Relationships>",
-              link("rId9", "extensibility", "customUI/customUI.xml") + "</Relationships>");
-    set_part(parts, "customUI/customUI.xml", "<customUI/>");
-    set_part(parts, "customUI/_rels/customUI.xml.rels",
-             "<Relationships>" + link("r", "image", "images/1.png") + link("s", "image", "/xl/media/image1.png") +
-                 link("t", "image", "/xl/workbook.xml") + "</Relationships>");
-    set_part(parts, "customUI/images/1.png", "p");
-    WorkbookFile file(parts, "t.xlsm");
-    auto& workbook = file.open(U"t.xlsm");
-    workbook.save_as(U"b.xlsm");
-    EXPECT_EQ(part_of(file.saved("b.xlsm"), "customUI/customUI.xml"), "<customUI/>");
-    workbook.save_as(U"b.xlsx");
-    const auto saved = file.saved("b.xlsx");
-    for (const auto& [name, contents] : parts_of(saved)) {
-        for (const auto* word : {"acro", "customUI"}) {
-            EXPECT_EQ(name.find(word), std::string::npos) << name;
-            EXPECT_EQ(contents.find(word), std::string::npos) << name << contents;
-        }
-    }
-    EXPECT_FALSE(part_of(saved, "xl/media/image1.png").empty()); // a sheet shows it too
-}
-
 TEST(Stranger, a_workbook_with_macro_sheets_cannot_become_a_plain_one)
 {
     auto parts = rich_parts();
