@@ -19,6 +19,7 @@ namespace tarvik {
 namespace {
 
 constexpr int growth_milliseconds = 1000;
+constexpr std::uint64_t half_way = 2'000; // milliseconds
 
 Scale scale_of_screen()
 {
@@ -30,7 +31,12 @@ Scale scale_of_screen()
 
 Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& drives)
     : files_(installation, drives), theme_(files_),
-      libreoffice_({.meanwhile = [this](auto waited) { show_waiting(waited); }}),
+      libreoffice_({.meanwhile =
+                        [this](std::chrono::milliseconds waited) {
+                            // How long it will take nobody knows: the line fills ever more slowly.
+                            const auto done = static_cast<std::uint64_t>(waited.count());
+                            screen_.progress(done, done + half_way);
+                        }}),
       dialogs_(to_qt(files_.installation_folder()), drives),
       heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }), heard_clipboard_(clipboard_),
       office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
@@ -39,9 +45,12 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       player_(program_, queue_, dialogs_), front_{program_, queue_, mirror_, theme_, scale_of_screen()}, form1_(front_),
       form3_(front_, form1_), form4_(front_, form1_), context_menu_(queue_, program_.form1),
       tasks_(front_, player_, form1_.status(), form1_),
-      menu_(
-          program_, form1_, form3_, form4_, tasks_,
-          {[this](auto look) { set_look(look); }, [this](bool follows) { follows ? growth_.start() : growth_.stop(); }})
+      menu_(program_, form1_, form3_, form4_, tasks_,
+            {[this](auto look) {
+                 look_ = look;
+                 apply_look();
+             },
+             [this](bool follows) { follows ? growth_.start() : growth_.stop(); }})
 {
     track_focus(front_, form1_);
     for (auto& [index, timer] : program_.form1.Timer1) run_timer(front_, timer, form1_);
@@ -60,7 +69,11 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
         recorder_.pane_edited(pane, replaced, text);
     };
     dialogs_.set_surroundings(
-        {[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); }, [this] { return places(); }});
+        {[this] { show_ahead_of_box(); }, [this] { return form1_.pane_on_screen(); },
+         [this] {
+             // The installation folder and where the last run's files went.
+             return QStringList{to_qt(program_.platform.files.installation_folder()), output_folder(program_)};
+         }});
     form1_.file_dropped = [this](const QString& path) { open(path); };
     form1_.column_picked = [this](int column) { form3_.put_number(column); };
     growth_.setInterval(growth_milliseconds);
@@ -79,7 +92,7 @@ void Desktop::start(const Text& notice)
     queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
-        theme_.set_dialog_font(form1_.scale());
+        QApplication::setFont(theme_.font(FontRole::Dialog, form1_.scale())); // of all that is the toolkit's own
         recorder_.remember_opening();
         if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);
     });
@@ -89,18 +102,6 @@ void Desktop::open(const QString& path)
 {
     dialogs_.open_next(path);
     form1_.press(program_.form1.Command1[0]);
-}
-
-// The installation folder and where the last run's files went.
-QStringList Desktop::places() const
-{
-    return {to_qt(program_.platform.files.installation_folder()), output_folder(program_)};
-}
-
-void Desktop::set_look(std::optional<Look> look)
-{
-    look_ = look;
-    apply_look();
 }
 
 void Desktop::apply_look()
@@ -158,14 +159,6 @@ void Desktop::show_ahead_of_box() noexcept
     } catch (const std::exception& error) {
         std::cerr << "tarvik: " << error.what() << '\n';
     }
-}
-
-// How long LibreOffice will take nobody knows: the line fills ever more slowly.
-void Desktop::show_waiting(std::chrono::milliseconds waited)
-{
-    constexpr std::chrono::milliseconds half_way{2'000};
-    screen_.progress(static_cast<std::uint64_t>(waited.count()),
-                     static_cast<std::uint64_t>((waited + half_way).count()));
 }
 
 void Desktop::event_ended()

@@ -40,12 +40,9 @@ public:
 private:
     void show();
     void show_ahead_of_box() noexcept;
-    void show_waiting(std::chrono::milliseconds waited);
     void event_ended();
     void show_run();
     void show_run_end();
-    QStringList places() const;
-    void set_look(std::optional<Look> look);
     void apply_look();
     void follow_file();
     std::pair<int, std::size_t> saved() const { return {program_.run.number, program_.run.files.size()}; }

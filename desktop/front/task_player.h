@@ -2,7 +2,6 @@
 
 #include "desktop/front/front.h"
 #include "desktop/look/qt_text.h"
-#include "desktop/services/dialogs.h"
 #include "runs/batch_runner.h"
 #include "scripts/actions.h"
 
@@ -26,7 +25,7 @@ struct TaskPlayerParts {
 /// it plays, its answers answer the boxes.
 class TaskPlayer final : private TaskPlayerParts, public Stage {
 public:
-    TaskPlayer(Program& program_, EventQueue& queue, DesktopDialogs& user_dialogs)
+    TaskPlayer(Program& program_, EventQueue& queue, Dialogs& user_dialogs)
         : Stage(program_, own_transcript, own_watches, own_answers), queue_(queue), user_dialogs_(user_dialogs),
           script_dialogs_(own_transcript, own_answers, [] {})
     {
@@ -132,7 +131,7 @@ private:
     }
 
     EventQueue& queue_;
-    DesktopDialogs& user_dialogs_;
+    Dialogs& user_dialogs_;
     ScriptDialogs script_dialogs_;
     std::vector<std::string> lines_;
     std::function<void(const QString&)> ended_;

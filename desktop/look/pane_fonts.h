@@ -67,8 +67,7 @@ class PaneFonts final : public FontSizes {
 public:
     PaneFonts(const Theme& theme, const Scale& scale)
         : FontSizes([this, &theme, &scale](int points) {
-              const double wanted = points > 0 ? points : Theme::pane_points();
-              return measure(theme.pane_font(wanted * std::pow(zoom_factor, zoom_), scale));
+              return measure(theme.pane_font(points, std::pow(zoom_factor, zoom_), scale));
           })
     {
     }

@@ -10,9 +10,10 @@
 #include <QSize>
 #include <QStringList>
 
+class QPainter;
 class QWidget;
 
-/// Fonts, colours and scale of the windows.
+/// Fonts, colours, shapes and scale of the windows.
 namespace tarvik {
 
 /// In twips, from the corner of the window or frame that the control stands in.
@@ -72,6 +73,9 @@ enum class Look { Light, Dark, HighContrast };
 /// An ink that stands off from the ground: a dark one is made light on a dark ground.
 QColor readable(const QColor& ink, const QColor& ground);
 
+/// A rounded area with a border; the border is strong around what has the focus.
+void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool focus);
+
 class Theme {
 public:
     /// Takes the two fonts of the design from the installation folder when they lie there; a font that is missing or
@@ -79,16 +83,13 @@ public:
     explicit Theme(const Files& files);
 
     QFont font(FontRole role, const Scale& scale) const;
-    /// The font of a text view at a size in points.
-    QFont pane_font(double points, const Scale& scale) const;
-    static double pane_points();
+    /// The font of a text view at a size in points, 0 for that of the design.
+    QFont pane_font(int points, double zoom, const Scale& scale) const;
 
     /// Gives the application the palette of a look and the shape of its controls. Controls that have a colour of their
     /// own are to be coloured anew.
     void apply(Look look);
     Look look() const { return look_; }
-    /// The font of boxes, menus and whatever else is the toolkit's own.
-    void set_dialog_font(const Scale& scale) const;
     /// Lays a control's own colour under its text, as the look has it.
     void colour(QWidget& widget, Colour background) const;
 

@@ -1,20 +1,17 @@
 #include "desktop/windows/form1_window.h"
 
 #include "desktop/front/input.h"
-#include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/windows/status_text.h"
 
 #include <QAbstractButton>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QStyle>
 #include <QUrl>
 
 #include <algorithm>
@@ -221,16 +218,6 @@ void Form1Window::walk_words(int step)
     look_up(words_[word_]);
 }
 
-void Form1Window::set_wraps(bool wraps)
-{
-    for (TextWidget* pane : panes_) pane->set_wraps_prose(wraps);
-}
-
-void Form1Window::show_line_numbers(bool shown)
-{
-    for (TextWidget* pane : panes_) pane->show_line_numbers(shown);
-}
-
 void Form1Window::zoom_panes(int step)
 {
     fonts().zoom(step);
@@ -295,26 +282,12 @@ void Form1Window::before_first_show()
     move(free.left() + left, free.top() + std::max(0, spare / 3));
     query_box_->setFocus(Qt::OtherFocusReason);
     query_box_->selectAll();
-    const bool is_watched = QGuiApplication::platformName() != "offscreen";
-    if (is_watched && style()->styleHint(QStyle::SH_Widget_Animate) != 0) grow();
-}
-
-void Form1Window::grow()
-{
-    constexpr int milliseconds = 180;
-    growth_.setDuration(milliseconds);
-    growth_.setStartValue(size() / 2);
-    growth_.setEndValue(size());
-    growth_.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&growth_, &QVariantAnimation::valueChanged, this, [this](const QVariant& now) { resize(now.toSize()); });
-    connect(&growth_, &QVariantAnimation::finished, this, [this] { post_resize(size()); });
-    growth_.start();
 }
 
 void Form1Window::resizeEvent(QResizeEvent* event)
 {
     place();
-    if (!grows()) FormWindow::resizeEvent(event);
+    FormWindow::resizeEvent(event);
 }
 
 void Form1Window::mousePressEvent(QMouseEvent* event)

@@ -6,8 +6,6 @@
 #include "desktop/windows/progress_line.h"
 #include "desktop/windows/status_line.h"
 
-#include <QVariantAnimation>
-
 namespace tarvik {
 
 /// The height of the status line along the main window's lower edge, in twips.
@@ -51,9 +49,7 @@ public:
     void look_up(QString word = {});
     /// Looks up the word before or behind in the row of those that were looked up.
     void walk_words(int step);
-    /// The panes that are not always broken, and all of them.
-    void set_wraps(bool wraps);
-    void show_line_numbers(bool shown);
+    const std::vector<TextWidget*>& panes() const { return panes_; }
 
 protected:
     /// The model's places stand, but for three that would hide something: the number box ends above the "◎" at its
@@ -63,7 +59,6 @@ protected:
     void place() override;
     void set_zoom(double zoom) override;
     void before_first_show() override;
-    QSize picture_size() const override { return grows() ? growth_.endValue().toSize() : size(); }
     void take_size(QSize size) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -78,8 +73,6 @@ private:
     void make_controls();
     void make_keys();
     void make_panes();
-    bool grows() const { return growth_.state() == QAbstractAnimation::Running; }
-    void grow();
     std::function<void()> to_query_box();
     void keep_separator();
     void stop_run();
@@ -93,8 +86,7 @@ private:
     CommandList* commands_ = nullptr;
     FindBar find_bar_;
     QLabel* key_hint_ = nullptr;
-    QVariantAnimation growth_; // of the window when the program starts
-    QSizeF full_size_;         // that the window opens with, in pixels without any zoom
+    QSizeF full_size_; // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;
     Text separator_, number_before_; // of the last query; in the number box as last seen

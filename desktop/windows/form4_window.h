@@ -11,7 +11,6 @@
 #include <QStyle>
 
 #include <algorithm>
-#include <array>
 #include <vector>
 
 namespace tarvik {
@@ -92,31 +91,31 @@ protected:
     // Up and down always leave a box, left and right at the ends of its text.
     bool eventFilter(QObject* watched, QEvent* event) override
     {
-        if (event->type() != QEvent::KeyPress) return FormWindow::eventFilter(watched, event);
-        const int key = dynamic_cast<QKeyEvent&>(*event).key();
-        for (std::size_t row = 0; row < rows_.size(); ++row)
-            for (std::size_t column = 0; column < rows_[row].size(); ++column) {
-                const LineBox* const box = rows_[row][column];
-                if (box != watched) continue;
-                LineBox* next = nullptr;
-                if (key == Qt::Key_Up && row > 0) next = rows_[row - 1][column];
-                if (key == Qt::Key_Down && row + 1 < rows_.size()) next = rows_[row + 1][column];
-                if (key == Qt::Key_Left && column > 0 && box->cursorPosition() == 0) next = rows_[row][column - 1];
-                if (key == Qt::Key_Right && column + 1 < rows_[row].size() &&
-                    box->cursorPosition() == box->text().size())
-                    next = rows_[row][column + 1];
-                if (!next) return false;
-                next->setFocus(Qt::TabFocusReason);
-                scroll_area_->ensureWidgetVisible(next);
-                return true;
+        const auto at = std::ranges::find(boxes_, watched);
+        if (event->type() != QEvent::KeyPress || at == boxes_.end()) return FormWindow::eventFilter(watched, event);
+        const auto index = at - boxes_.begin(), column = index % columns;
+        const auto to_next = [&] {
+            switch (dynamic_cast<QKeyEvent&>(*event).key()) {
+            case Qt::Key_Up: return -columns;
+            case Qt::Key_Down: return columns;
+            case Qt::Key_Left: return column > 0 && (*at)->cursorPosition() == 0 ? -1 : 0;
+            case Qt::Key_Right: return column + 1 < columns && (*at)->cursorPosition() == (*at)->text().size() ? 1 : 0;
+            default: return 0;
             }
-        return FormWindow::eventFilter(watched, event);
+        }();
+        const auto next = index + to_next;
+        if (to_next == 0 || next < 0 || next >= std::ssize(boxes_)) return false;
+        LineBox& box = *boxes_[static_cast<std::size_t>(next)];
+        box.setFocus(Qt::TabFocusReason);
+        scroll_area_->ensureWidgetVisible(&box);
+        return true;
     }
 
 private:
     static constexpr int text_margin = 5; // between the query and its border, in pixels
     static constexpr double edge = 120;   // twips between what the window holds and its edge
     static constexpr double help_gap = 60, least_help = 3000;
+    static constexpr int columns = 4;  // of boxes
     static constexpr int rounding = 2; // pixels by which the window can be smaller than the sum of its parts
 
     static QScrollArea* new_scroll_area(QWidget& parent)
@@ -135,17 +134,13 @@ private:
     // Created in the order in which the Tab key goes through them.
     void make_rows(QWidget& frame, int first, int end)
     {
-        Form4& form4 = front().program.form4;
-        for (int row = first; row < end; row += 2) {
-            auto next = rows_.emplace_back().begin();
-            for (auto* boxes : {&form4.Text1, &form4.Text2})
+        for (int row = first; row < end; row += 2)
+            for (auto* boxes : {&form4_.Text1, &form4_.Text2})
                 for (const int index : {row, row + 1}) {
-                    LineBox& box = add_line_box((*boxes)[index], FontRole::Design, frame);
-                    box.setAlignment(Qt::AlignCenter);
-                    box.installEventFilter(this);
-                    *next++ = &box;
+                    boxes_.push_back(&add_line_box((*boxes)[index], FontRole::Design, frame));
+                    boxes_.back()->setAlignment(Qt::AlignCenter);
+                    boxes_.back()->installEventFilter(this);
                 }
-        }
     }
     void make_help(QWidget& frame)
     {
@@ -180,7 +175,7 @@ private:
     }
     Form4& form4_;
     const FormWindow& main_window_;
-    std::vector<std::array<LineBox*, 4>> rows_; // the static ones, then the dynamic ones
+    std::vector<LineBox*> boxes_; // row by row: the static ones, then the dynamic ones
     PreviewWindow preview_;
     QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;
     std::vector<Help> help_;

@@ -1,7 +1,6 @@
 #include "desktop/windows/form_window.h"
 
 #include "desktop/front/input.h"
-#include "desktop/look/control_style.h"
 #include "desktop/look/qt_text.h"
 #include "scripts/control_names.h"
 

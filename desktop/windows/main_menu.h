@@ -100,8 +100,7 @@ struct MenuHost {
 };
 
 /// The menu of the main window, with the keys that work wherever the focus is: what boxes and buttons lack, and what
-/// the user can choose of the view, which is kept over the program's end. It
-/// lasts as long as what is given.
+/// the user can choose of the view, which is kept over the program's end.
 class MainMenu {
 public:
     MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, TaskWindow& tasks, MenuHost host)
@@ -224,8 +223,12 @@ private:
     void add_view()
     {
         QMenu& menu = *menu_.addMenu("显示");
-        add_switch(menu, "自动换行（表格除外）", "view/wraps", true, [this](bool on) { form1_.set_wraps(on); });
-        add_switch(menu, "行号", "view/numbers", false, [this](bool on) { form1_.show_line_numbers(on); });
+        add_switch(menu, "自动换行（表格除外）", "view/wraps", true, [this](bool on) {
+            for (TextWidget* pane : form1_.panes()) pane->set_wraps_prose(on);
+        });
+        add_switch(menu, "行号", "view/numbers", false, [this](bool on) {
+            for (TextWidget* pane : form1_.panes()) pane->show_line_numbers(on);
+        });
         add_switch(menu, "跟随增长的文件", "view/follows", false, [this](bool on) { host_.follow_file(on); });
         menu.addSeparator();
         add(menu, "文字放大", {"Ctrl++", "Ctrl+="}, [this] { form1_.zoom_panes(1); });
