@@ -166,51 +166,17 @@ TEST_F(Saving, no_box_says_saved_when_the_file_cannot_be_written)
         << "the run folder and it";
 }
 
-TEST_F(Saving, takes_the_path_of_the_last_work)
+TEST_F(Saving, both_english_dictionaries_are_written_side_by_side)
 {
-    Module1& module1 = test.module1();
-    form1.RichTextBox1.set_text(U"Shown 页");
-    form1.RichTextBox3.set_text(U"TABLE");
+    select_option(form1, form1.Option2);
     form1.resultcount = 3;
-    const std::array arrays{&module1.hits, &module1.cnhits, &module1.filehits, &module1.zhhits, &module1.enhits};
-    const auto save = [&](std::deque<Answer> replies, std::optional<Text> file) {
-        for (std::size_t i = 0; i < arrays.size(); ++i)
-            for (const std::size_t index : {0, 2, 3})
-                arrays[i]->set(index, Text(1, U'0' + static_cast<char32_t>(i)) + (index > 1 ? U"1" : U"0"));
-        test.dialogs.replies = std::move(replies);
-        test.dialogs.files = {std::move(file)};
-        Command1_Click(program, 4);
-        return test.dialogs.take_messages();
-    };
-    const Text path = U"d:\\out.txt";
-    const std::string question = "Tarvik 计算 之 查寻存储|d:\\out.txt已经存在。\r\n要替换她吗？";
-
-    EXPECT_EQ(save({Answer::Yes}, path).size(), 2U);
-    EXPECT_EQ(test.drive_d.read("out.txt"), "00\r\n01\r\n");
-    EXPECT_TRUE(module1.hits.get(2).empty()) << "of the equal ones the last stays";
-    EXPECT_EQ(save({Answer::No, Answer::No}, path).back(), question);
-    EXPECT_EQ(test.drive_d.read("out.txt"), "00\r\n01\r\n");
-    save({Answer::No, Answer::Yes}, path);
-    EXPECT_EQ(test.drive_d.read("out.txt"), encode(U"shown 页\r\n"));
-    save({Answer::Yes}, std::nullopt);
-    EXPECT_FALSE(module1.hits.get(2).empty());
-
-    form1.dbresult = true;
-    EXPECT_THAT(save({Answer::Yes}, path), ElementsAre(HasSubstr("Tarvik 计算 查寻存储|将要保存的是excel"), question));
-    EXPECT_EQ(test.drive_d.read("out.txt"), "table\r\n\r\n");
-    const struct {
-        OptionButton& option;
-        std::string done, written;
-    } options[] = {{form1.Option1, "查寻汉语词典的查寻结果：", "10\r\n11\r\n"},
-                   {form1.Option2, "查寻牛津英语的查寻结果：", "30\r\n40\r\n31\r\n41\r\n"},
-                   {form1.Option3, "查寻文件的查寻结果：", "20\r\n21\r\n"}};
-    for (const auto& one : options) {
-        select_option(form1, one.option);
-        EXPECT_EQ(save({Answer::Yes, Answer::Yes}, path).back(),
-                  "Tarvik 计算 之 查寻&存储|" + one.done + "\r\n保存完毕！");
-        EXPECT_EQ(test.drive_d.read("out.txt"), one.written);
-    }
-    EXPECT_EQ(save({Answer::Yes}, U"d:\\no folder\\out.txt").size(), 2U) << "it fails without a word";
+    for (const auto& [array, texts] : {std::pair{&test.module1().zhhits, U"aab"}, {&test.module1().enhits, U"xyx"}})
+        for (const std::size_t index : {0, 2, 3})
+            array->set(index, TextView(texts).substr(index == 0 ? 0 : index - 1, 1));
+    test.dialogs.replies = {Answer::Yes};
+    test.dialogs.files = {U"d:\\out.txt"};
+    Command1_Click(program, 4);
+    EXPECT_EQ(test.drive_d.read("out.txt"), "a\r\ny\r\nb\r\nx\r\n") << "of equal ones the last stays";
 }
 
 } // namespace
