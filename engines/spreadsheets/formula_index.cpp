@@ -105,7 +105,15 @@ void FormulaIndex::finish()
         visit_areas(formulas_[number], number);
         if (formulas_[number].is_volatile) volatile_.push_back(number);
     }
-    for (auto& sheet : sheets_) sheet.areas = RangeSet(std::exchange(sheet.named, {}));
+    std::vector<std::vector<Range>> headers(sheets_.size());
+    for (const auto& [name, table] : names_.tables)
+        if (table.header_rows > 0)
+            headers[static_cast<std::size_t>(table.sheet - 1)].push_back(
+                {table.range.first, {table.range.first.row, table.range.last.column}});
+    for (std::size_t i = 0; i < sheets_.size(); ++i) {
+        sheets_[i].areas = RangeSet(std::exchange(sheets_[i].named, {}));
+        sheets_[i].headers = RangeSet(headers[i]);
+    }
 }
 
 // A formula that names too many areas to keep counts as volatile.

@@ -52,6 +52,9 @@ public:
 
     const calculation::Names& names() const noexcept { return names_; }
     const NumberFormats& formats() const noexcept { return formats_; }
+    /// The header rows of a sheet's tables. A table's part names its columns by these texts, and formulas everywhere
+    /// refer to them, so that a spreadsheet application calls the file damaged when they differ.
+    const RangeSet& headers(int sheet) const { return sheet_at(sheet).headers; }
     std::size_t sheet_count() const noexcept { return sheets_.size(); }
     std::size_t size() const noexcept { return formulas_.size(); }
     const IndexedFormula& operator[](Number number) const { return formulas_[number]; }
@@ -91,7 +94,7 @@ private:
         std::map<Place, std::vector<Place>> sharers; // by the cells that state the formulas
         std::vector<Range> named;                    // until finish()
         std::vector<Number> readers;
-        RangeSet areas;
+        RangeSet areas, headers;
     };
 
     const Sheet& sheet_at(int sheet) const { return sheets_[static_cast<std::size_t>(sheet - 1)]; }

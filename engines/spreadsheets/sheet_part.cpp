@@ -25,14 +25,6 @@ bool is_formula(pugi::xml_node cell)
     return cell && child_named(cell, "f");
 }
 
-void add_header(pugi::xml_node table, std::vector<Range>& headers)
-{
-    auto range = parse_range(attribute_text(table, "ref"));
-    if (!range || table.attribute("headerRowCount").as_int(1) == 0) return;
-    range->last.row = range->first.row;
-    headers.push_back(*range);
-}
-
 // The body of the pivot table, and above it, with an empty row between, what its pages are chosen by: pairs of cells,
 // in so many rows and with a column between the pairs.
 void add_pivot(pugi::xml_node pivot, std::vector<Range>& pivots)
@@ -53,21 +45,15 @@ void add_pivot(pugi::xml_node pivot, std::vector<Range>& pivots)
 
 } // namespace
 
-ProtectedAreas::ProtectedAreas(const Package& package, std::string_view sheet)
+SheetPart::SheetPart(int number, const Package& package, const std::string& name, CellValues& values,
+                     WorkbookModel& workbook)
+    : number_(number), part_(name, package.part(name), "worksheet"), cells_(part_.root()), merged_(part_.root()),
+      values_(values), workbook_(workbook)
 {
-    std::vector<Range> header_rows, bodies;
-    visit_related(package, sheet, "table", "table", [&](pugi::xml_node table) { add_header(table, header_rows); });
-    visit_related(package, sheet, "pivotTable", "pivotTableDefinition",
-                  [&](pugi::xml_node pivot) { add_pivot(pivot, bodies); });
-    headers = RangeSet(header_rows);
-    pivots = RangeSet(bodies);
-}
-
-SheetPart::SheetPart(int number, std::string name, const std::string& contents, CellValues& values,
-                     ProtectedAreas areas, WorkbookModel& workbook)
-    : number_(number), part_(std::move(name), contents, "worksheet"), cells_(part_.root()), merged_(part_.root()),
-      values_(values), areas_(std::move(areas)), workbook_(workbook)
-{
+    std::vector<Range> pivots;
+    visit_related(package, name, "pivotTable", "pivotTableDefinition",
+                  [&](pugi::xml_node pivot) { add_pivot(pivot, pivots); });
+    pivots_ = RangeSet(pivots);
     cells_.visit(whole_sheet, [&values](Place, pugi::xml_node cell) { values.check(cell); });
 }
 
@@ -138,7 +124,7 @@ bool SheetPart::write_cell(Place place, const CellValue& value)
 {
     const auto* text = std::get_if<Text>(&value);
     if (is_nothing(value) && is_empty(place)) return false;
-    if (text && areas_.headers.contains(place) && this->text(place) == *text) return false;
+    if (text && is_header(place) && this->text(place) == *text) return false;
     refuse_protected(place);
     release({place, place}, {place});
     const auto cell = is_nothing(value) ? cells_.find(place) : cells_.ensure(place);
@@ -154,13 +140,18 @@ bool SheetPart::write_cell(Place place, const CellValue& value)
     return true;
 }
 
+bool SheetPart::is_header(Place place) const
+{
+    return workbook_.recalculation().index().headers(number_).contains(place);
+}
+
 void SheetPart::refuse_protected(Place place) const
 {
     const auto refused = [place](const char32_t* why) {
         return Damage(U"单元格 " + from_utf8(place_name(place)) + why);
     };
-    if (areas_.headers.contains(place)) throw refused(U" 是表格的列标题，不能改写。");
-    if (areas_.pivots.contains(place)) throw refused(U" 属于数据透视表，不能改写。");
+    if (is_header(place)) throw refused(U" 是表格的列标题，不能改写。");
+    if (pivots_.contains(place)) throw refused(U" 属于数据透视表，不能改写。");
 }
 
 // The cells of the range that are not empty, array formulas as a whole.

@@ -27,25 +27,12 @@ void visit_related(const Package& package, std::string_view sheet, std::string_v
             visitor(XmlPart(one.target, package.part(one.target), root).root());
 }
 
-/// Cells of a worksheet whose texts other parts repeat.
-struct ProtectedAreas {
-    /// Throws Damage.
-    ProtectedAreas(const Package& package, std::string_view sheet);
-
-    /// The header rows of tables. A table's part names its columns by these texts, and formulas everywhere refer to
-    /// them, so a spreadsheet application calls the file damaged when they differ.
-    RangeSet headers;
-    /// What pivot tables fill; a spreadsheet application fills it anew from their own records.
-    RangeSet pivots;
-};
-
 /// A worksheet of the workbook: the cell operations of Worksheet on its part. What is wrong is thrown as Damage, the
 /// sheet then being as it was; what nobody could edit is refused when it is made.
 class SheetPart {
 public:
     /// `number` counts from 1.
-    SheetPart(int number, std::string name, const std::string& contents, CellValues& values, ProtectedAreas areas,
-              WorkbookModel& workbook);
+    SheetPart(int number, const Package& package, const std::string& name, CellValues& values, WorkbookModel& workbook);
     SheetPart(const SheetPart&) = delete;
     SheetPart& operator=(const SheetPart&) = delete;
 
@@ -82,6 +69,7 @@ private:
     pugi::xml_node current(Place place) const;
     bool write_to_merged(const Range& range, Place place, const CellValue& value);
     bool write_cell(Place place, const CellValue& value);
+    bool is_header(Place place) const;
     void refuse_protected(Place place) const;
     std::vector<Place> filled_cells(const Range& range);
     const Range* filling(Place place) const;
@@ -97,7 +85,7 @@ private:
     MergedCells merged_;
     MergedTexts merged_texts_;
     CellValues& values_;
-    ProtectedAreas areas_;
+    RangeSet pivots_;         // what pivot tables fill; a spreadsheet application fills it anew from their own records
     WorkbookModel& workbook_; // whose formulas, in other sheets too, depend on its cells
 };
 

@@ -128,8 +128,7 @@ SheetPart& WorkbookModel::load(int number)
     auto& part = parts_[index];
     if (!part) {
         const auto& name = sheets_[index].part;
-        part = std::make_unique<SheetPart>(number, name, package_.original().part(name), *values_,
-                                           ProtectedAreas(package_.original(), name), *this);
+        part = std::make_unique<SheetPart>(number, package_.original(), name, *values_, *this);
     }
     return *part;
 }

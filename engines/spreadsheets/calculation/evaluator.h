@@ -159,7 +159,6 @@ public:
     /// The argument to which the value of the first one leads, all being taken as "x": it alone is calculated. Of an
     /// array each value leads to one. What stands behind the last argument is FALSE.
     Operand choose(const Choice& choice);
-    const Node& node(std::size_t i) const { return node_.children[i]; }
 
     Evaluator& evaluator() noexcept { return evaluator_; }
     Mode mode() const noexcept { return mode_; }

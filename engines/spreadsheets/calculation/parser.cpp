@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace tarvik::calculation {
 
@@ -175,7 +176,9 @@ private:
     {
         const Token token = token_;
         switch (token.kind) {
-        case TokenKind::Number: advance(); return number_leaf(token.text);
+        case TokenKind::Number:
+            advance();
+            return {std::isfinite(token.number) ? Value(token.number) : Value(CellError::Number), {}};
         case TokenKind::Text: advance(); return {Value(from_utf8(undoubled(token.text))), {}};
         case TokenKind::Error: return parse_error_value();
         case TokenKind::Sheet: return parse_sheet();

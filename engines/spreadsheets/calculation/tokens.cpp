@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 namespace tarvik::calculation {
 
@@ -107,7 +108,7 @@ std::vector<std::string_view> pieces_of(std::string_view inside)
 
 Token Tokens::take(TokenKind kind, std::size_t size, const Corner& first, const Corner& last)
 {
-    const Token token{kind, rest_.substr(0, size), false, first, last};
+    const Token token{.kind = kind, .text = rest_.substr(0, size), .first = first, .last = last};
     rest_.remove_prefix(std::min(size, rest_.size()));
     return token;
 }
@@ -172,8 +173,11 @@ Token Tokens::take_word()
     const char c = rest_.front();
     if (is_digit(c) || (c == '.' && rest_.size() > 1 && is_digit(rest_[1]))) {
         double number = 0;
-        const auto* const end = std::from_chars(rest_.data(), rest_.data() + rest_.size(), number).ptr;
-        return take(TokenKind::Number, static_cast<std::size_t>(end - rest_.data()));
+        const auto [end, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), number);
+        Token token = take(TokenKind::Number, static_cast<std::size_t>(end - rest_.data()));
+        const bool is_small = token.text.find("e-") != npos || token.text.find("E-") != npos;
+        token.number = error == std::errc() || is_small ? number : HUGE_VAL;
+        return token;
     }
     if (word < rest_.size() && rest_[word] == '[') {
         const auto brackets = brackets_length(rest_, word);
@@ -206,19 +210,6 @@ std::string in_capitals(std::string_view name)
     std::ranges::transform(capitals, capitals.begin(),
                            [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
     return capitals;
-}
-
-Node number_leaf(std::string_view digits)
-{
-    double number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error == std::errc::result_out_of_range) {
-        const bool is_small =
-            digits.find("e-") != std::string_view::npos || digits.find("E-") != std::string_view::npos;
-        return {is_small ? Value(0.0) : Value(CellError::Number), {}};
-    }
-    if (error != std::errc() || end != digits.data() + digits.size()) return uncalculable("syntax");
-    return {Value(number), {}};
 }
 
 Node table_leaf(std::string_view text)

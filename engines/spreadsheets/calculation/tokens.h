@@ -29,6 +29,7 @@ struct Token {
     std::string_view text; ///< of the formula
     bool is_after_blank = false;
     Corner first{}, last{}; ///< of a cell, which is both, or of lines
+    double number = 0;      ///< infinite where it is too large
 };
 
 /// Takes a formula apart, which it does not keep. Every formula ends in End; Bad is one character that means nothing.
@@ -48,7 +49,6 @@ private:
 // Nodes without children, made of one token each.
 
 Node uncalculable(std::string reason);
-Node number_leaf(std::string_view digits);
 /// Of a table's name, if any, and its brackets.
 Node table_leaf(std::string_view text);
 
