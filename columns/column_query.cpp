@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <optional>
 
 namespace tarvik {
 
@@ -76,9 +75,8 @@ bool deliver_rows(Program& program, ScratchFile& file, const std::vector<TextVie
     return true;
 }
 
-/// The scan of the open document and its delivery. Gives the number of distinct rows, or nothing when there were more
-/// than a table holds.
-std::optional<int> query_document(Program& program, ScratchFile& file, TextView text)
+/// The scan of the open document and its delivery.
+ScanResult query_document(Program& program, ScratchFile& file, TextView text)
 {
     Form1& form1 = program.form1;
     const Text needle = lower(ltrim(text));
@@ -93,13 +91,13 @@ std::optional<int> query_document(Program& program, ScratchFile& file, TextView 
         tell(program, U" 请注意：\r\n查寻到的记录已经超过软件所设定的阀值：1000001条，只保留此前查寻到的记录。");
     const DistinctRows distinct = remove_duplicates(rowhits, scan.rows, buffer);
     scan.rows = {};
-    if (!deliver_rows(program, file, distinct.rows, buffer)) return std::nullopt;
+    if (!deliver_rows(program, file, distinct.rows, buffer)) return {0, ScanOutcome::TooMany};
 
     const auto count = static_cast<int>(distinct.rows.size());
     if (form1.comp) form1.sugrows = form1.sugcount = count;
     else form1.sufcount = form1.sufrows = form1.curcount = count;
     form1.number_box().set_text(number_text(form1.resultcount - distinct.duplicates));
-    return count;
+    return {count, ScanOutcome::Done};
 }
 
 } // namespace
@@ -114,9 +112,8 @@ ScanResult query1(Program& program, TextView text, bool announces)
         if (form1.query_box().text().empty()) {
             tell(program, U"查寻条件为空");
         } else {
-            const auto rows = query_document(program, file, text);
-            if (!rows) return {0, ScanOutcome::TooMany};
-            result = {*rows, ScanOutcome::Done};
+            result = query_document(program, file, text);
+            if (result.outcome == ScanOutcome::TooMany) return result;
         }
     }
     form1.dbresult = true;

@@ -33,12 +33,6 @@ Marks write_block(Program& program, Marks rows, int counts_column)
     return rows;
 }
 
-// Empties the body of the list.
-void excelce(Program& program)
-{
-    blank_template(program, files::label_list, first_row, 500);
-}
-
 void load_second_report(Program& program)
 {
     Form1& form1 = program.form1;
@@ -49,7 +43,7 @@ void load_second_report(Program& program)
 void an_label(Program& program)
 {
     Form1& form1 = program.form1;
-    excelce(program);
+    blank_template(program, files::label_list, first_row, 500);
     const Marks first = write_block(program, {first_row, first_row}, count_cell - 1);
     form1.z1end = first.models;
     form1.z1end2 = first.parts;

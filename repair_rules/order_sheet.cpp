@@ -109,6 +109,7 @@ void run_line_rules(SheetLine& line, const std::vector<LineRule>& rules)
     }
 }
 
+/// A charge that is no number leaves the line without a total.
 void set_total(SheetLine& line)
 {
     double charges = 0;
@@ -134,14 +135,6 @@ void enter_record(SheetLine& line, const RepairRecord& record, const RuleTable& 
     else update(line, record, rules.update);
 }
 
-/// What every line gets when its records are entered, also a line without. A charge that is no number leaves the line
-/// without a total.
-void finish_line(SheetLine& line, const RuleTable& rules)
-{
-    run_line_rules(line, rules.line_rules);
-    set_total(line);
-}
-
 } // namespace
 
 bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules)
@@ -158,7 +151,8 @@ bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rul
             if (!fault.empty() && !repair.empty())
                 enter_record(line, {fault, repair, records.field(record, charge_field)}, rules);
         }
-        finish_line(line, rules);
+        run_line_rules(line, rules.line_rules); // a line without records gets these and its total, too
+        set_total(line);
     }
     for (int row = first_line; row <= last; ++row) lines[static_cast<std::size_t>(row - first_line)].write(sheet, row);
     return found;

@@ -25,10 +25,7 @@ Text rate(const Program& program)
 }
 
 /// Brings the records into a sheet; gives whether one of its lines has met a record.
-struct Operation {
-    std::size_t number_field;
-    std::function<bool(Worksheet& sheet, const Records& records)> enter;
-};
+using Operation = std::function<bool(Worksheet& sheet, const Records& records)>;
 
 repair_rules::RuleTable department_rules(const Program& program)
 {
@@ -39,12 +36,12 @@ repair_rules::RuleTable department_rules(const Program& program)
     return repair_rules::read_rules(table.text());
 }
 
-void enter_in_file(Program& program, const Operation& operation, const Records& records, const PickedFile& file)
+void enter_in_file(Program& program, const Operation& enter, const Records& records, const PickedFile& file)
 {
     Form1& form1 = program.form1;
     SpreadsheetTask task(program, file.folder + file.name);
     form1.founddata = false;
-    form1.founddata = operation.enter(task.sheet(), records);
+    form1.founddata = enter(task.sheet(), records);
     if (form1.founddata) task.save_as(plain_sheet_path(program, Text(saved_mark) + file.name));
     task.finish(Changes::Save);
     form1.filecount += 1;
@@ -52,7 +49,7 @@ void enter_in_file(Program& program, const Operation& operation, const Records& 
                               U"→：" + rate(program));
 }
 
-void enter_in_folder(Program& program, const Operation& operation)
+void enter_in_folder(Program& program, std::size_t number_field, const Operation& enter)
 {
     Form1& form1 = program.form1;
     if (form1.rowcount <= 0)
@@ -60,9 +57,9 @@ void enter_in_folder(Program& program, const Operation& operation)
     const auto picked = pick_file(program, workbook_filter);
     if (!picked) return;
     form1.filecount = 0;
-    const Records records(program.module1.suf, static_cast<std::size_t>(form1.rowcount), operation.number_field);
+    const Records records(program.module1.suf, static_cast<std::size_t>(form1.rowcount), number_field);
     work_through(program, walked_names(program, picked->folder), [&](const Text& name) {
-        enter_in_file(program, operation, records, {picked->folder, name});
+        enter_in_file(program, enter, records, {picked->folder, name});
     });
     show_caption(program, form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" +
                               number_text(seconds_elapsed(program)) + U" 秒。" + U"→：" + rate(program) + U" OK !");
@@ -75,12 +72,12 @@ void excelbijiaok(Program& program)
     const auto enter = [rules = department_rules(program)](Worksheet& sheet, const Records& records) {
         return repair_rules::enter_orders(sheet, records, rules);
     };
-    enter_in_folder(program, {repair_rules::order_number_field, enter});
+    enter_in_folder(program, repair_rules::order_number_field, enter);
 }
 
 void excelbijiaop(Program& program)
 {
-    enter_in_folder(program, {repair_rules::price_number_field, repair_rules::enter_prices});
+    enter_in_folder(program, repair_rules::price_number_field, repair_rules::enter_prices);
 }
 
 constexpr ReportCommand order_command{
