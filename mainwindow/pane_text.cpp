@@ -100,11 +100,6 @@ PaneText::PaneText(std::shared_ptr<const LineSource> lines)
     if (lines->line_count() > 0) pieces_.emplace_back(std::move(lines));
 }
 
-bool PaneText::empty() const
-{
-    return pieces_.empty();
-}
-
 const Document& PaneText::document() const
 {
     if (whole_) return *whole_;

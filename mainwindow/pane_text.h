@@ -56,7 +56,7 @@ public:
     explicit PaneText(Document document);
     explicit PaneText(std::shared_ptr<const LineSource> lines);
 
-    bool empty() const;
+    bool empty() const { return pieces_.empty(); }
     /// The whole text in one buffer, with its lower-cased twin; made when first asked for and kept until a change.
     const Document& document() const;
     TextView view() const { return document().text(); }

@@ -2,7 +2,6 @@
 
 #include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
-#include "playback/virtual_time.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "playback/virtual_time.h"
+#include "playback/player.h"
 
 #include "platform/system_clock.h"
 

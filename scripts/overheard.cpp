@@ -19,11 +19,6 @@ Text text_from(const TextSource& source)
     return text;
 }
 
-std::string hole(std::u32string_view name)
-{
-    return "{" + to_utf8(name) + "}";
-}
-
 // Wherever the installation folder lies when the script is played.
 std::string quoted_anywhere(TextView text, TextView installation)
 {
@@ -34,7 +29,7 @@ std::string quoted_anywhere(TextView text, TextView installation)
         const std::string part = quoted_word(whole.substr(from, place == Text::npos ? place : place - from));
         word.append(part, 1, part.size() - 2);
         if (place == Text::npos) return word += '"';
-        word += hole(installation_hole);
+        word += "{" + to_utf8(installation_hole) + "}";
         from = place + installation.size();
     }
 }
@@ -45,51 +40,6 @@ bool same_in_path(char32_t a, char32_t b)
 }
 
 } // namespace
-
-Answer OverheardDialogs::message(const Message& message)
-{
-    const Answer answer = dialogs_().message(message);
-    if (recorder_) recorder_->message_answered(message, answer);
-    return answer;
-}
-
-Text OverheardDialogs::input(TextView title, TextView prompt, TextView preset)
-{
-    Text text = dialogs_().input(title, prompt, preset);
-    if (recorder_) recorder_->input_given(text);
-    return text;
-}
-
-std::optional<Text> OverheardDialogs::heard(std::optional<Text> path) const
-{
-    if (recorder_) recorder_->file_chosen(path);
-    return path;
-}
-
-void OverheardClipboard::clear()
-{
-    if (recorder_) recorder_->clipboard_set([](const auto&) {});
-    clipboard_.clear();
-}
-
-Text OverheardClipboard::text() const
-{
-    Text text = clipboard_.text();
-    if (recorder_) recorder_->clipboard_read(text);
-    return text;
-}
-
-void OverheardClipboard::set_text(TextView text)
-{
-    if (recorder_) recorder_->clipboard_set([own = text.str()](const auto& take) { take(own); });
-    clipboard_.set_text(text);
-}
-
-void OverheardClipboard::set_source(const TextSource& source)
-{
-    if (recorder_) recorder_->clipboard_set(source);
-    clipboard_.set_source(source);
-}
 
 void Recorder::model_changed(const Control& control, Property property)
 {

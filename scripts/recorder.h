@@ -131,13 +131,27 @@ public:
     explicit OverheardDialogs(std::function<Dialogs&()> dialogs) : dialogs_(std::move(dialogs)) {}
     void set_recorder(Recorder& recorder) { recorder_ = &recorder; }
 
-    Answer message(const Message& message) override;
-    Text input(TextView title, TextView prompt, TextView preset) override;
+    Answer message(const Message& message) override
+    {
+        const Answer answer = dialogs_().message(message);
+        if (recorder_) recorder_->message_answered(message, answer);
+        return answer;
+    }
+    Text input(TextView title, TextView prompt, TextView preset) override
+    {
+        Text text = dialogs_().input(title, prompt, preset);
+        if (recorder_) recorder_->input_given(text);
+        return text;
+    }
     std::optional<Text> open_file(TextView filter) override { return heard(dialogs_().open_file(filter)); }
     std::optional<Text> save_file(TextView filter) override { return heard(dialogs_().save_file(filter)); }
 
 private:
-    std::optional<Text> heard(std::optional<Text> path) const;
+    std::optional<Text> heard(std::optional<Text> path) const
+    {
+        if (recorder_) recorder_->file_chosen(path);
+        return path;
+    }
 
     std::function<Dialogs&()> dialogs_;
     Recorder* recorder_ = nullptr;
@@ -149,10 +163,27 @@ public:
     explicit OverheardClipboard(Clipboard& clipboard) : clipboard_(clipboard) {}
     void set_recorder(Recorder& recorder) { recorder_ = &recorder; }
 
-    void clear() override;
-    Text text() const override;
-    void set_text(TextView text) override;
-    void set_source(const TextSource& source) override;
+    void clear() override
+    {
+        if (recorder_) recorder_->clipboard_set([](const auto&) {});
+        clipboard_.clear();
+    }
+    Text text() const override
+    {
+        Text text = clipboard_.text();
+        if (recorder_) recorder_->clipboard_read(text);
+        return text;
+    }
+    void set_text(TextView text) override
+    {
+        if (recorder_) recorder_->clipboard_set([own = text.str()](const auto& take) { take(own); });
+        clipboard_.set_text(text);
+    }
+    void set_source(const TextSource& source) override
+    {
+        if (recorder_) recorder_->clipboard_set(source);
+        clipboard_.set_source(source);
+    }
 
 private:
     Clipboard& clipboard_;

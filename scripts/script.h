@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -61,28 +62,14 @@ std::string printed(const ScriptValue& value);
 /// Whether a script that expects `expected` means this value: texts as texts, others as printed.
 bool matches(const ScriptValue& value, TextView expected);
 
-// What a member of the model shows as.
-inline ScriptValue to_value(const Text& text)
+/// What a member of the model shows as.
+template <typename Value>
+ScriptValue to_value(const Value& value)
 {
-    return text;
-}
-inline ScriptValue to_value(const SharedText& text)
-{
-    return text.str();
-}
-inline ScriptValue to_value(bool flag)
-{
-    return flag;
-}
-template <typename Number>
-requires(std::integral<Number> || std::floating_point<Number>) ScriptValue to_value(Number number)
-{
-    return static_cast<double>(number);
-}
-template <typename Kind>
-ScriptValue to_value(Kind* object)
-{
-    return ObjectValue{object != nullptr};
+    if constexpr (std::is_pointer_v<Value>) return ObjectValue{value != nullptr};
+    else if constexpr (std::same_as<Value, SharedText>) return value.str();
+    else if constexpr (std::same_as<Value, Text> || std::same_as<Value, bool>) return value;
+    else return static_cast<double>(value);
 }
 
 /// What the user would see, one line each. A line is out at once, so that whoever follows a long run sees it go on.

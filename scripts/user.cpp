@@ -54,17 +54,12 @@ void User::press(Control& target, MouseButton button, bool ctrl)
 {
     Control& control = on_screen(target);
     move_focus(control);
-    Event event{EventKind::MouseDown, control};
-    event.button = button;
-    event.ctrl = ctrl;
-    send(event);
+    send({.kind = EventKind::MouseDown, .control = control, .button = button, .ctrl = ctrl});
 }
 
 void User::release(Control& target, MouseButton button)
 {
-    Event event{EventKind::MouseUp, on_screen(target)};
-    event.button = button;
-    send(event);
+    send({.kind = EventKind::MouseUp, .control = on_screen(target), .button = button});
 }
 
 void User::focus(Control& target)
@@ -80,8 +75,7 @@ void User::type(TextControl& box, TextView keys)
 
 void User::press_key(TextControl& box, char32_t key)
 {
-    Event event{EventKind::KeyPress, box};
-    event.key = key;
+    Event event{.kind = EventKind::KeyPress, .control = box, .key = key};
     handle(event);
     if (!event.eaten) {
         reach(box, key);
@@ -92,9 +86,7 @@ void User::press_key(TextControl& box, char32_t key)
 
 void User::pick(MenuEntry entry)
 {
-    Event event{EventKind::Menu, program_.form1.window};
-    event.entry = entry;
-    send(event);
+    send({.kind = EventKind::Menu, .control = program_.form1.window, .entry = entry});
 }
 
 void User::resize(Window& window, double width, double height)

@@ -15,16 +15,6 @@ std::size_t mark_end(const Mark& mark)
     return mark.start.offset() + mark.length;
 }
 
-constexpr std::size_t most_remembered = 256;
-
-// What is known of the line; a new entry is empty.
-template <typename Known>
-Known& remembered(std::map<std::size_t, Known>& lines, std::size_t line)
-{
-    if (lines.size() >= most_remembered && !lines.contains(line)) lines.clear();
-    return lines[line];
-}
-
 double width_in(const FontSize& size, char32_t character, double x, bool stops)
 {
     if (character == U'\t' && !stops) return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;
@@ -142,19 +132,28 @@ Row TextRows::row_from(std::size_t start, std::size_t line_start, std::size_t li
     return row;
 }
 
+// What is known of the line that begins there.
+std::vector<TextRows::Place>& TextRows::remembered(std::size_t line_start, double x) const
+{
+    constexpr std::size_t most_remembered = 256;
+    if (places_.size() >= most_remembered && !places_.contains(line_start)) places_.clear();
+    std::vector<Place>& known = places_[line_start];
+    if (known.empty()) known = {{line_start, x}};
+    return known;
+}
+
 // The beginning of a row of the line that lies at or before the offset, not far before it.
 std::size_t TextRows::row_start_before(std::size_t line_start, std::size_t line_end, std::size_t offset) const
 {
     if (!width_ || offset - line_start < stride) return line_start;
-    std::vector<std::size_t>& known = remembered(row_starts_, line_start);
-    if (known.empty()) known = {line_start};
-    std::size_t start = known.back();
+    std::vector<Place>& known = remembered(line_start, 0);
+    std::size_t start = known.back().offset;
     while (start + stride < offset) {
         start = row_end(start, line_end);
-        if (start - known.back() >= stride) known.push_back(start);
+        if (start - known.back().offset >= stride) known.push_back({start, 0});
         if (start >= line_end) break;
     }
-    return *(std::upper_bound(known.begin(), known.end(), offset) - 1);
+    return (std::ranges::upper_bound(known, offset, {}, &Place::offset) - 1)->offset;
 }
 
 Row TextRows::row_at(std::size_t offset) const
@@ -217,30 +216,19 @@ std::vector<TextRows::Place> TextRows::cell_places(const Row& row) const
     return cells;
 }
 
-TextRows::Place TextRows::beginning(const Row& row) const
-{
-    const auto cells = cell_places(row);
-    return {row.start, cells.empty() ? 0 : cells.front().x};
-}
-
-const std::vector<TextRows::Place>& TextRows::places(const Row& row) const
-{
-    std::vector<Place>& known = remembered(places_, row.start);
-    if (!known.empty()) return known;
-    known = {beginning(row)};
-    walk(row.start, row.end, known.front().x, cell_places(row), [&](const PlacedCharacter& placed) {
-        if (placed.offset - known.back().offset >= stride) known.push_back({placed.offset, placed.x});
-        return true;
-    });
-    return known;
-}
-
 // The last of the remembered places that is not behind what is looked for.
 template <typename IsBehind>
 TextRows::Place TextRows::place_before(const Row& row, IsBehind&& is_behind) const
 {
-    if (row.end - row.start < 2 * stride) return beginning(row);
-    const auto& known = places(row);
+    const auto cells = cell_places(row);
+    const Place beginning{row.start, cells.empty() ? 0 : cells.front().x};
+    if (row.end - row.start < 2 * stride) return beginning;
+    std::vector<Place>& known = remembered(row.start, beginning.x);
+    if (known.size() == 1)
+        walk(row.start, row.end, beginning.x, cells, [&known](const PlacedCharacter& placed) {
+            if (placed.offset - known.back().offset >= stride) known.push_back({placed.offset, placed.x});
+            return true;
+        });
     return *(std::find_if(known.begin() + 1, known.end(), is_behind) - 1);
 }
 

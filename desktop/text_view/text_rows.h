@@ -75,12 +75,11 @@ private:
     template <typename Visit>
     void walk(std::size_t from, std::size_t to, double x, std::span<const Place> jumps, Visit&& visit) const;
     std::vector<Place> cell_places(const Row& row) const;
-    Place beginning(const Row& row) const;
     Row row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const;
     std::size_t row_end(std::size_t start, std::size_t line_end) const;
     void set_height(Row& row) const;
     std::span<const Mark> marks_from(std::size_t offset) const;
-    const std::vector<Place>& places(const Row& row) const;
+    std::vector<Place>& remembered(std::size_t line_start, double x) const;
     template <typename IsBehind>
     Place place_before(const Row& row, IsBehind&& is_behind) const;
     std::size_t row_start_before(std::size_t line_start, std::size_t line_end, std::size_t offset) const;
@@ -90,9 +89,8 @@ private:
     TextLook look_;
     std::optional<double> width_;
     const ColumnStops* stops_;
-    // What is remembered of long lines, by where they begin.
+    // What is remembered of long lines, by where they begin: places in one that is not broken, else where rows begin.
     mutable std::map<std::size_t, std::vector<Place>> places_;
-    mutable std::map<std::size_t, std::vector<std::size_t>> row_starts_;
 };
 
 } // namespace tarvik

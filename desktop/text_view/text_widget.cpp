@@ -178,15 +178,10 @@ void TextWidget::scrollContentsBy(int, int)
 {
     if (setting_bars_) return;
     area_.set_left(horizontalScrollBar()->value() * bar_unit);
-    place_vertical(verticalScrollBar()->value());
-    show_scroll_bars(); // a wider row may have come into view
-}
-
-void TextWidget::place_vertical(int value)
-{
-    const auto place = static_cast<std::size_t>(value);
+    const auto place = static_cast<std::size_t>(verticalScrollBar()->value());
     const std::size_t offset = area_.breaks_lines() ? place : area_.lines().line_start(place);
     if (offset != area_.top()) area_.scroll_to(offset);
+    show_scroll_bars(); // a wider row may have come into view
 }
 
 // With line breaking the bar counts characters, but its arrows and its paging go by rows.

@@ -86,7 +86,6 @@ private:
     void refresh();
     void show_scroll_bars(); // and all else anew
     void show_ruler();
-    void place_vertical(int value);
     void vertical_action(int action);
     std::size_t place_in_view() const;
     QRectF caret_rectangle() const;

@@ -1,7 +1,6 @@
 #include "playback/player.h"
 
 #include "platform/failure.h"
-#include "playback/virtual_time.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "playback/virtual_time.h"
+#include "playback/player.h"
 
 #include "tests/support/test_program.h"
 
