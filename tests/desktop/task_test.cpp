@@ -49,33 +49,15 @@ protected:
     /// What the player prints for a script, over files of its own.
     std::string play(std::string lines)
     {
-        const std::string drive = drive_d.path().string();
-        for (std::size_t place = 0; (place = lines.find(drive, place)) != std::string::npos;)
-            lines.replace(place, drive.size(), (there.path() / "d").string());
+        lines = test::replaced(lines, drive_d.path().string(), (there.path() / "d").string());
         std::filesystem::create_directory(there.path() / "d");
         std::filesystem::copy(samples.path(), there.path() / "installation", std::filesystem::copy_options::recursive);
         there.write("s.play", lines);
-        const std::string at = there.path().string();
-        const std::string command = test::built_installation() + "/tarvik-play --install " + at +
-                                    "/installation --drive d=" + at + "/d " + at + "/s.play >" + at + "/out 2>" + at +
-                                    "/err";
-        const int status = std::system(command.c_str());
-        return there.read("out") + there.read("err") + (status == 0 ? "held\n" : "failed\n");
+        const auto [out, errors, status] = test::play_script(there.path() / "s.play", there.path());
+        return out + errors + (status == 0 ? "held\n" : "failed\n");
     }
     test::TemporaryFolder samples, there;
 };
-
-/// The files below a folder, with what they hold.
-std::map<std::string, std::string> files_below(const test::TemporaryFolder& root, const std::string& below = ".")
-{
-    const std::filesystem::path folder = root.path() / below;
-    std::map<std::string, std::string> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
-        if (entry.is_regular_file())
-            files[std::filesystem::relative(entry.path(), folder).string()] =
-                root.read(std::filesystem::relative(entry.path(), root.path()).string());
-    return files;
-}
 
 } // namespace
 
@@ -240,8 +222,8 @@ TEST_F(DesktopTasks, play_what_was_done_at_random)
     const std::string played = play(lines), first_shown = seen.substr(0, seen.find('='));
     ASSERT_NE(played.find(first_shown), std::string::npos) << lines << played;
     EXPECT_EQ(played.substr(played.find(first_shown)), seen + "held\n") << lines;
-    EXPECT_EQ(files_below(installation), files_below(there, "installation"));
-    EXPECT_EQ(files_below(drive_d), files_below(there, "d"));
+    EXPECT_EQ(test::files_below(installation.path()), test::files_below(there.path() / "installation"));
+    EXPECT_EQ(test::files_below(drive_d.path()), test::files_below(there.path() / "d"));
 }
 
 } // namespace tarvik

@@ -1,11 +1,8 @@
-#include "platform/files/path_text.h"
 #include "tests/events/sample_desk.h"
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <new>
 
 /// Every report command over the sample files and the embedded engines, with one fault at one operation of the disk or
@@ -14,7 +11,6 @@
 namespace tarvik::test {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::IsEmpty;
 using testing::SizeIs;
 
@@ -214,7 +210,7 @@ TEST_P(Faults, of_an_output_folder_that_cannot_be_used_cost_one_message)
     expect_to_run_again();
 }
 
-INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(jobs().begin(), jobs().end()),
+INSTANTIATE_TEST_SUITE_P(Commands, Faults, testing::ValuesIn(jobs),
                          [](const auto& job) { return std::string(job.param.name); });
 
 // A failure or a lack of memory in whatever handler.

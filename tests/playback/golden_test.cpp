@@ -55,31 +55,22 @@ std::string contents(const fs::path& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::vector<std::string> files_below(const fs::path& folder)
-{
-    std::vector<std::string> files;
-    for (const auto& entry : fs::recursive_directory_iterator(folder))
-        if (entry.is_regular_file()) files.push_back(fs::relative(entry.path(), folder).string());
-    std::ranges::sort(files);
-    return files;
-}
-
 /// What a script left: what is new or other in the installation folder, the files that it made below d, and what the
 /// first of these holds.
 std::string files_told(const fs::path& root)
 {
     std::string told = "written in the installation folder:\n";
-    for (const std::string& file : files_below(root / "installation"))
-        if (contents(root / "installation" / file) != contents(shipped / file)) told += file + "\n";
-    const auto files = files_below(root / "d");
+    for (const auto& [file, held] : test::files_below(root / "installation"))
+        if (held != contents(shipped / file)) told += file + "\n";
+    const auto files = test::files_below(root / "d");
     told += "files:\n";
-    for (const std::string& file : files) told += file + "\n";
+    for (const auto& [file, held] : files) told += file + "\n";
     if (files.empty()) return told;
-    const bool is_document = files[0].ends_with(".doc");
+    const std::string& first = files.begin()->first;
     return told + "the first of them:\n" +
-           test::read_by_python(is_document ? "tests/engines/documents/read_document.py"
-                                            : "tests/engines/spreadsheets/read_workbook.py",
-                                root / "d" / files[0]);
+           test::read_by_python(first.ends_with(".doc") ? "tests/engines/documents/read_document.py"
+                                                        : "tests/engines/spreadsheets/read_workbook.py",
+                                root / "d" / first);
 }
 
 // The transcript, what was reported on standard error, and the exit status. The folders of the moment show as names.
@@ -88,17 +79,10 @@ std::string play(const Script& script)
     const test::TemporaryFolder folder;
     fs::copy(script.installation, folder.path() / "installation", fs::copy_options::recursive);
     fs::create_directory(folder.path() / "d");
-    const std::string root = folder.path().string();
-    const std::string command = "'" + test::built_installation() + "/tarvik-play' --install " + root +
-                                "/installation --drive d=" + root + "/d --clock '2024-03-01 09:05:07' " +
-                                script.script.string() + " >" + root + "/out 2>" + root + "/err";
-    const int status = std::system(command.c_str());
-    std::string transcript = folder.read("out");
-    for (std::size_t at = 0; (at = transcript.find(root, at)) != std::string::npos;)
-        transcript.replace(at, root.size(), "$");
-    const std::string errors = folder.read("err");
-    return transcript + (errors.empty() ? "" : "standard error:\n" + errors) + "status " +
-           std::to_string(WEXITSTATUS(status)) + "\n" + (script.tells_files ? files_told(folder.path()) : "");
+    const auto [out, errors, status] = test::play_script(script.script, folder.path(), "--clock '2024-03-01 09:05:07'");
+    return test::replaced(out, folder.path().string(), "$") + (errors.empty() ? "" : "standard error:\n" + errors) +
+           "status " + std::to_string(WEXITSTATUS(status)) + "\n" +
+           (script.tells_files ? files_told(folder.path()) : "");
 }
 
 class Golden : public testing::TestWithParam<Script> {};
