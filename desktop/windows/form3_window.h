@@ -2,7 +2,6 @@
 
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/status_text.h"
-#include "desktop/windows/window_places.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -99,14 +98,10 @@ protected:
     {
         const Scale unzoomed{front().scale.dots_per_inch};
         const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
-        const SidePlace place =
-            side_place({full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main},
-                       main_window_.scale().zoom, main_window_, {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
-        set_zoom(place.zoom);
-        setMinimumSize(qRound(front().scale.pixels(smallest_width)), qRound(front().scale.pixels(smallest_height)));
-        resize(place.size.expandedTo(minimumSize()));
-        move(place.corner); // of the frame, as long as there is no window of the system's
-        winId();            // which must be there to belong to the other
+        stand_beside(main_window_, {full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main},
+                     {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
+        setMinimumSize(qRound(scale().pixels(smallest_width)), qRound(scale().pixels(smallest_height)));
+        winId(); // which must be there to belong to the other
         windowHandle()->setTransientParent(main_window_.windowHandle());
     }
     // Some systems activate whatever appears. Directly behind a box no window is active yet.

@@ -2,7 +2,6 @@
 
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/preview_window.h"
-#include "desktop/windows/window_places.h"
 
 #include <QKeyEvent>
 #include <QLabel>
@@ -76,12 +75,8 @@ protected:
         const QSizeF full = QSizeF(front().scale.size(model()).expandedTo(size_needed())) / front().scale.zoom;
         const double spare = front().scale.pixels(form4_.Label1.width() - least_help) / front().scale.zoom;
         const QSizeF least(full.width() - spare, full.height());
-        const SidePlace place =
-            side_place({full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)}, main_window_.scale().zoom,
-                       main_window_, {"Form1.Command6", "Form1.Command3"});
-        set_zoom(place.zoom);
-        resize(place.size);
-        move(place.corner);
+        stand_beside(main_window_, {full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)},
+                     {"Form1.Command6", "Form1.Command3"});
     }
     void resizeEvent(QResizeEvent* event) override
     {

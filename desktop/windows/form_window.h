@@ -27,6 +27,14 @@ namespace tarvik {
 /// A control's name with its window and index, as widgets are called: "Form1.Text1(1)"; a window by its own alone.
 QString widget_name(const Control& control);
 
+/// A window that stands beside the main window; sizes are in pixels at zoom 1.
+struct SideWindow {
+    QSizeF full_size;
+    QSizeF least_size;    ///< that still shows everything
+    double over_main = 1; ///< as large a part of its size it shows with where it lies over the main window
+    int bar = 0;          ///< the width of the bars that scroll what does not show
+};
+
 /// A window of the program, with the widgets that mirror its controls. The user's resizing, minimising and closing
 /// become the model's; the model's size, state and caption become the window's. Behind the controls lies a picture of
 /// the installation folder; one that is missing or broken is no picture.
@@ -68,6 +76,11 @@ protected:
     /// Before the window shows for the first time: its place on the screen.
     virtual void before_first_show() {}
     virtual void appear() { show(); }
+    /// Takes a place beside the main window that leaves its buttons of these names to be pressed, and its title bar too
+    /// where there is room. The window shows lower or a little smaller than the main one where it fits then; where
+    /// nothing helps it is cut.
+    void stand_beside(const FormWindow& main_window, const SideWindow& window,
+                      std::initializer_list<const char*> buttons);
     /// What the title bar says beside the model's caption.
     virtual QString title_addition() const { return {}; }
     /// The model is minimised, or is so no more.

@@ -1,4 +1,4 @@
-#include "desktop/windows/window_places.h"
+#include "desktop/windows/form_window.h"
 
 #include <QScreen>
 #include <QWidget>
@@ -37,9 +37,10 @@ Fit fit(const QRect& region, int frame, const SideWindow& window, double zoom)
 
 } // namespace
 
-SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_window,
-                     std::initializer_list<const char*> buttons)
+void FormWindow::stand_beside(const FormWindow& main_window, const SideWindow& window,
+                              std::initializer_list<const char*> buttons)
 {
+    const double zoom = main_window.scale().zoom;
     const QRect free = main_window.screen()->availableGeometry(), main = main_window.frameGeometry();
     const int frame = std::max(main_window.geometry().top() - main.top(), 0); // of every window's upper edge
     QRect kept;
@@ -57,12 +58,14 @@ SidePlace side_place(const SideWindow& window, double zoom, const QWidget& main_
     std::vector<Fit> fits;
     for (const QRect& each : regions)
         fits.push_back(fit(each, frame, window, fits.empty() ? zoom : zoom * window.over_main));
-    const auto [at, size, taken, shown] = *std::ranges::max_element(fits, {}, [zoom](const Fit& each) {
+    const auto [at, its_size, taken, shown] = *std::ranges::max_element(fits, {}, [zoom](const Fit& each) {
         return std::pair(each.shown, each.zoom >= hardly_smaller * zoom ? zoom : each.zoom);
     });
-    const int x = std::clamp(main.right() + gap, at.left(), std::max(at.left(), at.right() - size.width()));
-    const int y = std::clamp(main.top(), at.top(), std::max(at.top(), at.bottom() - frame - size.height()));
-    return {{x, y}, size, taken};
+    const int x = std::clamp(main.right() + gap, at.left(), std::max(at.left(), at.right() - its_size.width()));
+    const int y = std::clamp(main.top(), at.top(), std::max(at.top(), at.bottom() - frame - its_size.height()));
+    set_zoom(taken);
+    resize(its_size);
+    move(x, y); // of the frame, as long as there is no window of the system's
 }
 
 } // namespace tarvik

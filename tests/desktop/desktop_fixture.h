@@ -49,10 +49,9 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&desktop->main_window()));
     }
 
-    QString path_of(const std::string& name) const { return path_in(installation, name); }
-    static QString path_in(const TemporaryFolder& folder, const std::string& name)
+    QString path_of(const std::string& name) const
     {
-        return QString::fromStdString((folder.path() / name).string());
+        return QString::fromStdString((installation.path() / name).string());
     }
     /// Opens a document of the installation folder.
     void open(const std::string& name)

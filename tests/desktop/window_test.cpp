@@ -50,6 +50,7 @@ TEST_F(DesktopWindow, a_tick_waits_while_a_box_is_open)
     expect_box("否");
     QTimer::singleShot(0, [&] { before = form1().RichTextBox1.width(); });
     desktop->main_window().close();
+    EXPECT_TRUE(desktop->main_window().isVisible());
     EXPECT_EQ(form1().RichTextBox1.width(), before);
     EXPECT_TRUE(wait_until([&] { return form1().RichTextBox1.width() < before; }));
 }
