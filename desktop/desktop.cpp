@@ -102,6 +102,7 @@ void Desktop::open(const QString& path)
 {
     dialogs_.open_next(path);
     form1_.press(program_.form1.Command1[0]);
+    queue_.submit([this] { dialogs_.open_next({}); }); // no later question is answered by it
 }
 
 void Desktop::apply_look()
