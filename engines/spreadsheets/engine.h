@@ -29,7 +29,7 @@ public:
     virtual std::string stored(WorkbookModel& model, std::u32string_view extension) = 0;
 };
 
-/// The extension of a path that tells a workbook's format: .xlsx, .xlsm or .xls; else empty.
+/// The extension of a path that names a workbook's format: .xlsx, .xlsm or .xls; else empty.
 std::u32string_view workbook_extension(TextView path);
 
 /// A workbook opened from a file. Failures name the file. `foreign` is null where the file is the package. `extension`

@@ -46,41 +46,31 @@ const Range* Recalculation::filling(int sheet, Place place) const
     return filled;
 }
 
+// What depends on an old result is old already, so that each formula is met once until results are calculated.
 void Recalculation::touch(int sheet, Place place)
 {
-    constexpr std::size_t most_kept = 4096;
     ++revision_;
-    if (index_->size() == 0) return;
     index_->visit(sheet, {place, place}, [&](Number number) {
         if ((*index_)[number].place() == place) set_state(number, State::Overwritten);
     });
-    written_.push_back({sheet, place});
-    if (written_.size() >= most_kept) spread();
+    std::vector<Number> touched;
+    if (has_calculated_) {
+        for (auto& taken : taken_) taken = {};
+        for (const auto number : index_->volatile_ones()) touch(number, touched);
+        has_calculated_ = false;
+    }
+    spread(sheet, {place, place}, touched);
+    while (!touched.empty()) {
+        const auto& formula = (*index_)[touched.back()];
+        touched.pop_back();
+        spread(formula.sheet, formula.range, touched);
+    }
 }
 
 void Recalculation::forget_results()
 {
     for (Number number = 0; number < index_->size(); ++number)
         if (state(number) != State::Overwritten) set_state(number, State::Old);
-    ++revision_;
-}
-
-// What depends on an old result is old already, so that each formula is met once.
-void Recalculation::spread()
-{
-    if (written_.empty()) return;
-    if (has_calculated_) {
-        for (auto& taken : taken_) taken = {};
-        has_calculated_ = false;
-    }
-    std::vector<Number> touched;
-    for (const auto number : index_->volatile_ones()) touch(number, touched);
-    for (const auto& cell : std::exchange(written_, {})) spread(cell.sheet, {cell.place, cell.place}, touched);
-    while (!touched.empty()) {
-        const auto& formula = (*index_)[touched.back()];
-        touched.pop_back();
-        spread(formula.sheet, formula.range, touched);
-    }
     ++revision_;
 }
 
@@ -103,7 +93,6 @@ FormulaIndex::Number Recalculation::update(int sheet, const Range& range)
     std::vector<Number> numbers;
     index_->visit(sheet, range, [&](Number number) { numbers.push_back(number); });
     work_ = 0;
-    if (!numbers.empty()) spread();
     for (const auto number : numbers) {
         if (is_due(number)) calculate(number);
         if (state(number) == State::Failed) return number;
@@ -113,7 +102,6 @@ FormulaIndex::Number Recalculation::update(int sheet, const Range& range)
 
 void Recalculation::update_all()
 {
-    spread();
     work_ = 0;
     for (Number number = 0; number < index_->size(); ++number)
         if (is_due(number)) calculate(number);

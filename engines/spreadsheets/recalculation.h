@@ -53,7 +53,6 @@ private:
     State& state(Number number) { return states_[number]; }
     bool is_due(Number number) const { return states_[number] == State::Old || states_[number] == State::Missing; }
     void set_state(Number number, State kind);
-    void spread();
     void spread(int sheet, const Range& range, std::vector<Number>& touched);
     void touch(Number number, std::vector<Number>& touched);
     void calculate(Number number);
@@ -84,10 +83,9 @@ private:
     std::vector<Stack::iterator> waiting_; // where those that wait stand
     std::vector<RangeSet::Taken> taken_;   // areas of each sheet whose readers are old
     std::map<Number, std::string> failed_;
-    std::vector<calculation::CellAddress> written_; // since results were last taken for old
     std::uint64_t revision_ = 0;
     mutable std::size_t work_ = 0; // of the update, in cells looked at
-    bool has_calculated_ = false;  // since areas were last taken
+    bool has_calculated_ = true;   // since areas were last taken
 };
 
 } // namespace tarvik::ooxml

@@ -35,7 +35,7 @@ private:
     void lay_down_added();
 
     XmlPart part_;
-    std::vector<pugi::xml_node> items_; // that the part told
+    std::vector<pugi::xml_node> items_; // of the part as it was read
     pugi::xml_node last_;               // of the texts in the part
     std::deque<std::string> added_;     // raw texts; as elements they would take several times the memory
     std::size_t laid_down_ = 0;         // so many of those are in the part

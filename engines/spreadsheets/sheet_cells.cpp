@@ -14,9 +14,9 @@ std::vector<NumberedElement>::const_iterator first_from(const std::vector<Number
 }
 
 // Rows and cells stand in their order, each once.
-int told_or_next(const std::optional<int>& told, bool is_told, int last_number, int limit)
+int written_or_next(const std::optional<int>& written, bool is_written, int last_number, int limit)
 {
-    const int number = is_told ? told.value_or(0) : last_number + 1;
+    const int number = is_written ? written.value_or(0) : last_number + 1;
     if (number < 1 || number > limit) throw Damage(U"工作表里有无效的行号或单元格位置。");
     if (number <= last_number) throw Damage(U"工作表里的行或单元格有重复，或次序不对。");
     return number;
@@ -28,9 +28,10 @@ std::vector<NumberedElement> numbered_rows(pugi::xml_node sheet_data)
     int last = 0;
     for (auto node : sheet_data.children()) {
         if (!is_named(node, "row")) continue;
-        const auto told = node.attribute("r");
-        last = told_or_next(parse_count(told.value(), last_row_of_sheet), !told.empty(), last, last_row_of_sheet);
-        if (!told) node.append_attribute("r").set_value(last);
+        const auto written = node.attribute("r");
+        last =
+            written_or_next(parse_count(written.value(), last_row_of_sheet), !written.empty(), last, last_row_of_sheet);
+        if (!written) node.append_attribute("r").set_value(last);
         rows.push_back({last, node});
     }
     return rows;
@@ -42,11 +43,11 @@ std::vector<NumberedElement> numbered_cells(const NumberedElement& row)
     int last = 0;
     for (auto node : row.node.children()) {
         if (!is_named(node, "c")) continue;
-        const auto told = node.attribute("r");
-        const auto place = parse_place(told.value());
+        const auto written = node.attribute("r");
+        const auto place = parse_place(written.value());
         const auto column = place && place->row == row.number ? std::optional(place->column) : std::nullopt;
-        last = told_or_next(column, !told.empty(), last, last_column_of_sheet);
-        if (!told) node.append_attribute("r").set_value(place_name({row.number, last}).c_str());
+        last = written_or_next(column, !written.empty(), last, last_column_of_sheet);
+        if (!written) node.append_attribute("r").set_value(place_name({row.number, last}).c_str());
         cells.push_back({last, node});
     }
     return cells;

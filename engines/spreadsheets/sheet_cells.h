@@ -50,8 +50,8 @@ struct NumberedElement {
     pugi::xml_node node;
 };
 
-/// The rows and cells that a worksheet part has, found by place. Rows and cells that do not tell their place get it
-/// told. Damage when one stands twice or out of order, or a place is none.
+/// The rows and cells that a worksheet part has, found by place. Those that are written without a place get theirs.
+/// Damage when one stands twice or out of order, or a place is none.
 class SheetCells {
 public:
     explicit SheetCells(pugi::xml_node worksheet);
