@@ -11,11 +11,10 @@ MatchPlaces places_to_mark(TextView text, TextView needle)
     // The look goes on one character behind a match, so that one directly behind it is passed over.
     for (std::size_t from = 0; from < text.size();) {
         const std::size_t place = walk.at_or_behind(from);
-        places.last_found.reset();
+        places.last_found = place + 1; // nowhere is 0
         if (place == npos) break;
-        places.last_found = Position::at_offset(place);
         if (place > 0) {
-            places.marked.push_back(*places.last_found);
+            places.marked.push_back(Position::at_offset(place));
             from = place + needle.size();
         }
         ++from;
@@ -30,7 +29,7 @@ std::vector<Position> mark_needle(Program& program, Colour colour, LetterCase le
     if (pane.empty()) return {};
     const TextView text = letter_case == LetterCase::Alike ? pane.document().lowered() : pane.text();
     MatchPlaces places = places_to_mark(text, form1.needle);
-    form1.matchpos = places.last_found ? static_cast<std::int64_t>(places.last_found->number()) : 0;
+    form1.matchpos = static_cast<std::int64_t>(places.last_found);
     if (places.marked.empty()) return {};
 
     const std::size_t length = form1.needle.size();

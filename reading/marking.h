@@ -2,7 +2,6 @@
 
 #include "mainwindow/mainwindow.h"
 
-#include <optional>
 #include <vector>
 
 namespace tarvik {
@@ -18,8 +17,7 @@ inline constexpr int match_font_size = 32;
 /// The matches that are marked in a text.
 struct MatchPlaces {
     std::vector<Position> marked;
-    /// Where the last look for a match found one.
-    std::optional<Position> last_found;
+    std::size_t last_found = 0; ///< position where the last look for a match found one, counted from 1; 0 if it did not
 };
 
 /// A match at the first character is not marked, and neither is one that begins directly behind a marked one. Linear in

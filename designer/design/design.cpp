@@ -25,21 +25,6 @@ TextView without_spaces(TextView text)
 
 constexpr int first_row_box = Form4::first_dynamic, first_column_box = first_row_box + 1;
 
-struct DynamicColumn {
-    int box, column, j;
-};
-
-// Every box from the first on is a column, whatever pairs the window shows.
-std::vector<DynamicColumn> dynamic_columns(const Form4& form4)
-{
-    std::vector<DynamicColumn> columns;
-    for (int box = first_column_box; box <= Form4::last_box; ++box) {
-        const auto column = design_number(form4.Text1[box]), j = design_number(form4.Text2[box]);
-        if (column > 0 && j > 0) columns.push_back({box, *column, *j});
-    }
-    return columns;
-}
-
 } // namespace
 
 void Opensesame(Form4& form4, TextView line)
@@ -115,7 +100,14 @@ void write_static_rows(const Form4& form4, const Elements& elements, const Desig
 
 void write_dynamic_rows(const Form4& form4, const Elements& elements, int first_row, const DesignWriter& write)
 {
-    const std::vector<DynamicColumn> columns = dynamic_columns(form4);
+    struct Column {
+        int box, column, j;
+    };
+    std::vector<Column> columns; // every box from the first on is one, whatever pairs the window shows
+    for (int box = first_column_box; box <= Form4::last_box; ++box) {
+        const auto column = design_number(form4.Text1[box]), j = design_number(form4.Text2[box]);
+        if (column > 0 && j > 0) columns.push_back({box, *column, *j});
+    }
     for (int i = 0; i < elements.rows && !columns.empty(); ++i)
         for (const auto& [box, column, j] : columns)
             if (const TextView text = elements.text(i, j); !text.empty()) write({first_row + i, column, text, box});

@@ -93,6 +93,7 @@ TEST_F(ServiceSheets, a_bill_names_the_delivery_by_its_code_and_keeps_what_it_ha
         cells[{6, 4}] = code->second;
         cells[{6, 6}] = U"20240307";
         cells[{9, 6}] = upper(number);
+        cells[{13, 2}] = U"f16";
         cells[{18, 2}] = repair.empty() ? Text(U"kept where the bill has nothing to say") : repair;
         return sheet_file(U"f23", U"-f5-" + number + U"-" + way);
     });

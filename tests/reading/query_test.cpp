@@ -52,8 +52,7 @@ TEST_F(Query, occurrences_and_marks_equal_a_slow_search)
         std::vector<std::size_t> marked;
         for (const Position place : places.marked) marked.push_back(place.number());
         ASSERT_EQ(marked, expected) << to_utf8(text) << '|' << to_utf8(needle);
-        ASSERT_EQ(places.last_found ? places.last_found->number() : 0, expected_last)
-            << to_utf8(text) << '|' << to_utf8(needle);
+        ASSERT_EQ(places.last_found, expected_last) << to_utf8(text) << '|' << to_utf8(needle);
 
         Occurrences walk(text, needle);
         LastOccurrence last(text, needle);
