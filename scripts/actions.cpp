@@ -102,10 +102,9 @@ void task(Stage& stage, Words)
     const Text today = date_text(now), last_month = date_text(now.month > 1 ? CalendarTime{now.year, now.month - 1, 1}
                                                                             : CalendarTime{now.year - 1, 12, 1});
     constexpr std::size_t year_and_month = 7;
-    stage.holes[U"今天"] = today;
-    stage.holes[U"本月"] = today.substr(0, year_and_month);
-    stage.holes[U"上月"] = last_month.substr(0, year_and_month);
-    stage.holes[Text(installation_hole)] = program.platform.files.installation_folder();
+    const Text values[] = {today, today.substr(0, year_and_month), last_month.substr(0, year_and_month),
+                           program.platform.files.installation_folder()};
+    for (std::size_t i = 0; i < task_holes.size(); ++i) stage.holes[Text(task_holes[i])] = values[i];
     stage.answers.task_files = &program.platform.files;
 }
 

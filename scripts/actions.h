@@ -92,9 +92,6 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// The hole of every task that holds the installation folder.
-inline constexpr std::u32string_view installation_hole = U"安装目录";
-
 /// Does what one line of a script says. Throws ScriptFailure when it says nothing that can be done, and
 /// MissedExpectation.
 void perform(Stage& stage, std::span<const Word> line);

@@ -1,7 +1,6 @@
 #include "scripts/recorder.h"
 
 #include "platform/files/path_text.h"
-#include "scripts/actions.h"
 #include "scripts/control_names.h"
 #include "scripts/vocabulary.h"
 
@@ -29,7 +28,7 @@ std::string quoted_anywhere(TextView text, TextView installation)
         const std::string part = quoted_word(whole.substr(from, place == Text::npos ? place : place - from));
         word.append(part, 1, part.size() - 2);
         if (place == Text::npos) return word += '"';
-        word += "{" + to_utf8(installation_hole) + "}";
+        word += "{" + to_utf8(task_holes.back()) + "}";
         from = place + installation.size();
     }
 }

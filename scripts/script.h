@@ -2,6 +2,7 @@
 
 #include "platform/text/document.h"
 
+#include <array>
 #include <concepts>
 #include <map>
 #include <ostream>
@@ -33,6 +34,8 @@ struct Word {
 
 /// What is put in the place of a name in curly brackets.
 using Holes = std::map<Text, Text>;
+/// What every task has in such places unasked: the day, the month, the month before, the installation folder.
+inline constexpr std::array<std::u32string_view, 4> task_holes{U"今天", U"本月", U"上月", U"安装目录"};
 
 /// The words of one line of a script (UTF-8, without its line end). A line that is empty or a comment has none. In
 /// quoted words `{NAME}` is filled where `holes` knows the name; other brackets stand for themselves. Throws

@@ -45,6 +45,17 @@ void check_free(const Files& files, TextView name)
     if (files.file_exists(task_path(name))) throw taken(name);
 }
 
+// The name stands in curly brackets in a quoted word, and ahead of "=" where its value is set. Of two askings of one
+// name the later would be the answer to both.
+void check_hole(std::string_view script, TextView name)
+{
+    const bool is_task_hole = std::ranges::any_of(task_holes, [name](TextView hole) { return hole == name; });
+    if (is_task_hole || name.str().find_first_of(U"\"\\{}=") != Text::npos)
+        throw Failure(U"这个名字不能用作询问的名称：" + name);
+    if (script.find("{" + to_utf8(name) + "}") != std::string_view::npos)
+        throw Failure(U"这个任务已经询问“" + name + U"”，请用别的名称。");
+}
+
 } // namespace
 
 Text task_path(TextView name)
@@ -89,6 +100,7 @@ std::vector<ChangeableText> changeable_texts(std::string_view script)
 
 std::string with_hole(std::string_view script, std::size_t changed, TextView name)
 {
+    check_hole(script, name);
     std::vector<std::string> lines = lines_of(script);
     std::string& line = lines.at(changed);
     const std::size_t place = text_place(line);

@@ -24,7 +24,8 @@ struct ChangeableText {
     Text shown;       ///< the line as the script has it
 };
 std::vector<ChangeableText> changeable_texts(std::string_view script);
-/// The script with a hole of that name in the place of the text, which is its preset.
+/// The script with a hole of that name in the place of the text, which is its preset. A name that the script asks for
+/// already, or that cannot stand there, is a Failure.
 std::string with_hole(std::string_view script, std::size_t line, TextView name);
 
 /// What runs a task each night at two, ready to paste.

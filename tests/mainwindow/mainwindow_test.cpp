@@ -1,0 +1,121 @@
+#include "mainwindow/mainwindow.h"
+#include "tests/support/test_program.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+using test::TestProgram;
+
+class ThreeLines final : public LineSource {
+public:
+    std::size_t line_count() const override { return 3; }
+    void append_line(std::size_t index, Text& target) const override { target += U"line " + number_text(index); }
+};
+
+TEST(Clipboard, a_copy_is_what_was_selected_whatever_becomes_of_the_pane)
+{
+    TestProgram started;
+    Pane& pane = started.form1().RichTextBox3;
+    pane.set_content(PaneText(std::make_shared<ThreeLines>()));
+    pane.append(U"behind them");
+    pane.select({Position(24), 99});
+    const TextSource source = pane.selected_source();
+    pane.set_text(U"gone");
+    RichTextBox_MouseUp(started.program, pane);
+    started.clipboard.set_source(source);
+    EXPECT_EQ(started.clipboard.text(), U"\nbehind them");
+}
+
+TEST(SmallEvents, a_changed_query_forgets_results_but_not_those_of_the_plain_query)
+{
+    TestProgram started;
+    Form1& form1 = started.form1();
+    form1.resultcount = 1;
+    form1.resultpos = 1;
+    form1.cutopenfile = true;
+    Module1& arrays = started.module1();
+    TextArray* const forgotten[] = {&arrays.enhits, &arrays.zhhits, &arrays.cnhits, &arrays.filehits};
+    for (TextArray* results : forgotten) results->set(1, U"entry");
+    started.module1().hits.set(1, U"piece");
+    Text1_Change(started.program, 2);
+    EXPECT_EQ(form1.resultpos, 1);
+    Text1_Change(started.program, 1);
+    EXPECT_EQ(form1.resultpos, 0);
+    EXPECT_FALSE(form1.cutopenfile);
+    for (TextArray* results : forgotten) EXPECT_TRUE(results->get(1).empty());
+    EXPECT_EQ(started.module1().hits.get(1), TextView(U"piece"));
+}
+
+TEST(TextBox, keeps_the_caret_when_it_is_given_what_it_holds)
+{
+    TestProgram started;
+    TextBox& box = started.form1().number_box();
+    box.set_text(U"12");
+    box.select({Position(2), 1});
+    int changes = 0;
+    started.program.listeners.text_changed = [&](const auto&) { ++changes; };
+    box.set_text(U"12");
+    EXPECT_EQ(box.selection(), (Selection{Position(2), 1}));
+    EXPECT_EQ(changes, 0);
+}
+
+TEST(Helpers, smallest_that_is_not_0)
+{
+    EXPECT_EQ(min3to1(0, 7, 3), 3);
+    EXPECT_EQ(min3to1(0, 0, 5), 5);
+    EXPECT_EQ(min3to1(0, 1, 5), 1);
+    EXPECT_EQ(min3to1(0, 0, 0), 0);
+}
+
+TEST(Startup, keeps_which_objects_of_its_file_accesses_stand)
+{
+    TestProgram started;
+    EXPECT_TRUE(started.form1().fso) << "the folder of results was made";
+    EXPECT_FALSE(started.form1().textstream) << "there is no opening screen that could be read";
+    started.installation.write("coclus.txt", "Tarvik");
+    Form_Load(started.program);
+    EXPECT_TRUE(started.form1().textstream);
+}
+
+// The reference goes step by step.
+double grown_width(double screen, double factor)
+{
+    double width = 0;
+    for (double w = 0; w <= screen * 0.5; ++w) {
+        width = w;
+        if (w - 732 - 200 - 960 - 200 > 10000 * factor) break;
+    }
+    return width;
+}
+
+TEST(Startup, opening_grows_the_window_as_far_as_the_step_by_step_rule)
+{
+    for (const double screen : {0.0, 3000.0, 9000.0, 15360.0, 17000.0, 17001.0, 20480.0, 28800.0, 57600.0}) {
+        TestProgram started;
+        Form1& form1 = started.form1();
+        const double base = screen > 17000 ? 12960 : 8848;
+        const double factor = screen > 17000 ? 1.1 : 0.82;
+        const double before = form1.Command6.left();
+        opening_animation(started.program, screen);
+        const double k = factor * grown_width(screen, factor) / base;
+        EXPECT_DOUBLE_EQ(form1.Command6.left(), before * k) << screen;
+        EXPECT_DOUBLE_EQ(form1.window.width(), form1.Command6.left() + form1.Command6.width() + 200) << screen;
+        EXPECT_DOUBLE_EQ(form1.Command2[5].left(), form1.Command2[4].left());
+    }
+}
+
+TEST(PaneMovement, ends_at_the_release_of_any_button_that_moves)
+{
+    TestProgram started;
+    const Timer& timer = started.form1().Timer1[2];
+    Command2_MouseDown(started.program, 4);
+    Command2_MouseUp(started.program, 1);
+    EXPECT_TRUE(timer.enabled()) << "a page button ends no movement";
+    Command2_MouseUp(started.program, 5);
+    EXPECT_FALSE(timer.enabled());
+}
+
+} // namespace
+} // namespace tarvik
