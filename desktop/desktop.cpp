@@ -3,7 +3,7 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/services/system.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 #include "runs/engines.h"
 

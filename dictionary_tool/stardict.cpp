@@ -1,6 +1,6 @@
 #include "dictionary_tool/dictionary_source.h"
 #include "platform/failure.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,5 @@
 #include "playback/player.h"
 
-#include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "playback/player.h"
 
 #include "platform/files/file_name.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 
 #include <string>

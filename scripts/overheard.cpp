@@ -1,6 +1,6 @@
 #include "scripts/recorder.h"
 
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "scripts/control_names.h"
 #include "scripts/vocabulary.h"
 

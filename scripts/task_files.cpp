@@ -2,7 +2,7 @@
 
 #include "platform/failure.h"
 #include "platform/files/file_name.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "scripts/script.h"
 
 #include <algorithm>

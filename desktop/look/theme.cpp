@@ -2,7 +2,7 @@
 
 #include "desktop/look/qt_text.h"
 #include "platform/failure.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <QApplication>
 #include <QFontDatabase>

@@ -37,7 +37,7 @@ public:
                                           ? queue + U"没有接受它，请检查打印机。"
                                           : libreoffice::suite_title() + U" 不认识" + queue + U"。");
         } catch (const ooxml::Damage& damage) {
-            throw print_failure(name, damage.reason());
+            throw print_failure(name, damage.message());
         } catch (const std::system_error& error) {
             throw print_failure(name, reason_of(error) + U"。");
         }

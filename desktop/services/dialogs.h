@@ -3,7 +3,7 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/services/file_dialog.h"
 #include "desktop/services/recent_files.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "platform/platform.h"
 
 #include <QAbstractButton>

@@ -7,7 +7,7 @@
 #include "desktop/text_view/text_widget.h"
 #include "desktop/windows/line_box.h"
 #include "platform/failure.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <QAccessible>
 #include <QCloseEvent>

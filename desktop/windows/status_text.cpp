@@ -5,7 +5,7 @@
 #include "desktop/text_view/columns.h"
 #include "mainwindow/installation_files.h"
 #include "platform/failure.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 
 #include <QDir>

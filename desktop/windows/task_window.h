@@ -4,7 +4,6 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/windows/status_line.h"
 #include "platform/failure.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 #include "scripts/task_files.h"

@@ -17,13 +17,12 @@ pugi::xml_node append_like(pugi::xml_node parent, std::string_view local_name)
 }
 
 // Removes the children with one of these local names.
-template <typename Names>
-void remove_named(pugi::xml_node parent, const Names& names)
+void remove_named(pugi::xml_node parent, std::initializer_list<std::string_view> names)
 {
     for (auto child = parent.first_child(); child;) {
         const auto next = child.next_sibling();
         const auto is_it = [child](std::string_view name) { return is_named(child, name); };
-        if (std::any_of(std::begin(names), std::end(names), is_it)) remove_element(parent, child);
+        if (std::ranges::any_of(names, is_it)) remove_element(parent, child);
         child = next;
     }
 }
@@ -62,8 +61,7 @@ pugi::xml_node run_look(pugi::xml_node paragraph)
 void append_look(pugi::xml_node run, pugi::xml_node look)
 {
     if (!look) return;
-    constexpr std::array<std::string_view, 5> told_of_the_old{"ins", "del", "moveFrom", "moveTo", "rPrChange"};
-    remove_named(run.append_copy(look), told_of_the_old);
+    remove_named(run.append_copy(look), {"ins", "del", "moveFrom", "moveTo", "rPrChange"}); // told of the old
 }
 
 void append_piece(pugi::xml_node run, const Text& piece)
@@ -199,8 +197,7 @@ void replace_cell_text(pugi::xml_node cell, TextView text)
         child = next;
     }
     if (child_named(run, "br")) allow_lines(controls);
-    constexpr std::array<std::string_view, 2> overriding{"showingPlcHdr", "dataBinding"};
-    for (const auto control : controls) remove_named(control, overriding);
+    for (const auto control : controls) remove_named(control, {"showingPlcHdr", "dataBinding"}); // override it
 }
 
 pugi::xml_node paragraph_for_picture(pugi::xml_node cell)
@@ -210,8 +207,7 @@ pugi::xml_node paragraph_for_picture(pugi::xml_node cell)
     auto paragraph = blank_paragraph(paragraphs);
     if (!paragraph) {
         paragraph = append_paragraph(cell, paragraphs.empty() ? pugi::xml_node() : paragraphs.back());
-        constexpr std::array<std::string_view, 2> of_the_old{"numPr", "pPrChange"};
-        remove_named(child_named(paragraph, "pPr"), of_the_old);
+        remove_named(child_named(paragraph, "pPr"), {"numPr", "pPrChange"}); // the old one's
     }
     set_single_spacing(paragraph);
     return paragraph;

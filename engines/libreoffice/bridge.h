@@ -12,10 +12,9 @@
 #include <string>
 #include <vector>
 
-/// What the plugin does for the program: LibreOffice's own calls in plain types. One thread
-/// calls at a time; a call takes as long as LibreOffice does. What LibreOffice refuses is a
-/// std::runtime_error with its own words in UTF-8, where the call is made inside of perform(). Rows, columns and sheets
-/// count from 1.
+/// What the plugin does for the program: LibreOffice's own calls in plain types. One thread calls at a time; a call
+/// takes as long as LibreOffice does. What LibreOffice refuses is a std::runtime_error with its own words in UTF-8,
+/// where the call is made inside of perform(). Rows, columns and sheets count from 1.
 namespace tarvik::libreoffice {
 
 /// The process at the other end is gone, or the connection to it is.

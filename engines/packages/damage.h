@@ -8,16 +8,9 @@
 namespace tarvik::ooxml {
 
 /// What is wrong with a package or with a wish to change it, in Chinese. It does not know the file's name.
-class Damage : public std::exception {
+class Damage : public Failure {
 public:
-    explicit Damage(Text reason) : reason_(std::move(reason)), utf8_(to_utf8(reason_)) {}
-
-    const Text& reason() const noexcept { return reason_; }
-    const char* what() const noexcept override { return utf8_.c_str(); }
-
-private:
-    Text reason_;
-    std::string utf8_;
+    using Failure::Failure;
 };
 
 /// A name out of a package as a message shows it.
@@ -36,7 +29,7 @@ decltype(auto) naming_file(TextView kind, TextView path, Work&& work)
     try {
         return work();
     } catch (const Damage& damage) {
-        throw failure(damage.reason());
+        throw failure(damage.message());
     } catch (const std::bad_alloc&) {
         throw failure(U"内存不足。");
     }

@@ -52,10 +52,7 @@ bool is_valid_utf8(std::string_view bytes) noexcept
 {
     const auto* at = reinterpret_cast<const std::uint8_t*>(bytes.data());
     for (const auto* const end = at + bytes.size(); at != end;) {
-        constexpr std::uint64_t beyond_ascii = 0x8080808080808080;
-        std::uint64_t eight = beyond_ascii;
-        if (end - at >= 8) std::memcpy(&eight, at, 8);
-        if ((eight & beyond_ascii) == 0) {
+        if (eight_ascii(at, end)) {
             at += 8;
             continue;
         }

@@ -245,7 +245,7 @@ void WorkbookModel::ask_suite(FormulaIndex::Number number)
     try {
         theirs = std::make_unique<WorkbookModel>(std::make_shared<const Package>(services_.recalculate(pack())));
     } catch (const Damage& damage) {
-        refuse(number, damage.reason());
+        refuse(number, damage.message());
     }
     if (theirs->sheet_count() != sheet_count()) refuse(number, {});
     const auto failed = recalculation_->failed();

@@ -1,6 +1,6 @@
 #include "engines/suite/com.h"
 
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <objbase.h>
 

@@ -2,7 +2,7 @@
 #include "engines/libreoffice/office_process.h"
 #include "engines/packages/damage.h"
 #include "engines/suite/com.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <objbase.h>
 

@@ -1,7 +1,7 @@
 #include "platform/files/disk_file.h"
 
 #include "platform/files/file_failure.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,6 +1,6 @@
 #include "platform/files/file_name.h"
 
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 
 namespace tarvik {
 

@@ -3,8 +3,11 @@
 #include "platform/text/text.h"
 
 #include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
 
-/// Where things lie on this system, and where paths lead.
+/// Paths of this system as texts and back, where things lie, and where paths lead.
 namespace tarvik {
 
 /// What the root of a drive letter is where nobody tells another folder: the drive, or the user's home folder on a
@@ -24,5 +27,22 @@ bool may_write_in(const std::filesystem::path& folder) noexcept;
 /// without regard to case in its folder, and the first fitting name in the order of the bytes is taken; what is not
 /// there at all stays as written. (A system that looks names up so by itself is asked for the name as written.)
 std::filesystem::path look_up(const std::filesystem::path& root, TextView names);
+
+// Paths of the system as texts and back. What the disk holds is bytes on one system and 16-bit units on another; no
+// other conversion is right on both.
+
+Text text_of(const std::filesystem::path& path);
+std::filesystem::path path_of(TextView text);
+
+/// On a system whose names are bytes, these bytes as they are.
+std::string utf8_of(const std::filesystem::path& path);
+std::filesystem::path path_of_utf8(std::string_view utf8);
+
+constexpr bool is_separator(char32_t character) noexcept
+{
+    return character == U'\\' || character == U'/';
+}
+/// The names between the separators, none of them empty.
+std::vector<Text> names_of(TextView path);
 
 } // namespace tarvik

@@ -2,7 +2,6 @@
 
 #include "platform/files/disk_file.h"
 #include "platform/files/file_failure.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 #include "platform/program_start.h"
 
@@ -110,13 +109,15 @@ void fill(const fs::path& own, const fs::path& installed, std::string_view versi
     if (versions.size() != before) write_list(own / list_name, versions);
 }
 
-} // namespace
-
+/// Where the files lie that an installed program came with: share/tarvik/installation beside a program's folder that is
+/// named bin, else the program's folder itself.
 fs::path installed_files(const fs::path& program_folder)
 {
     const fs::path shared = program_folder.parent_path() / "share/tarvik/installation";
     return program_folder.filename() == "bin" && is_folder(shared) ? shared : program_folder;
 }
+
+} // namespace
 
 WorkingFolder open_working_folder(const fs::path& program_folder, const fs::path& data_folder, std::string_view version)
 {

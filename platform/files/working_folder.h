@@ -13,10 +13,6 @@ struct WorkingFolder {
     Text trouble; ///< what is to be reported of it at the start; empty when all is well
 };
 
-/// Where the files lie that an installed program came with: share/tarvik/installation beside a program's folder that is
-/// named bin, else the program's folder itself.
-std::filesystem::path installed_files(const std::filesystem::path& program_folder);
-
 /// The folder of a program that has its files beside it and may write there; else the user's own, "tarvik" in
 /// `data_folder`, into which goes what was installed and has not been handed out before. A file that the user has is
 /// never replaced, and one that the user deleted does not come back: the list .handed-out in the own folder names

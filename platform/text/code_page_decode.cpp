@@ -106,15 +106,6 @@ const std::uint8_t* bytes_of(std::string_view bytes) noexcept
     return reinterpret_cast<const std::uint8_t*>(bytes.data());
 }
 
-/// Whether eight bytes lie before `end`, all of them ASCII.
-bool eight_ascii(const std::uint8_t* at, const std::uint8_t* end) noexcept
-{
-    if (end - at < 8) return false;
-    std::uint64_t word = 0;
-    std::memcpy(&word, at, sizeof(word));
-    return (word & 0x8080'8080'8080'8080U) == 0;
-}
-
 /// Decodes what begins before `stop`. Ends early, with `at` on it, at a character that Char cannot hold.
 template <typename Scheme, typename Char>
 void decode_stretch(const Scheme& scheme, const std::uint8_t*& at, const std::uint8_t* stop, const std::uint8_t* end,

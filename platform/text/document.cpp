@@ -119,8 +119,7 @@ void spread(Char* characters, std::size_t size, std::size_t line_feeds) noexcept
     }
 }
 
-} // namespace
-
+/// Bytes a character that hold all of these: 1, 2 or 4.
 unsigned needed_width(TextView text) noexcept
 {
     constexpr std::size_t at_once = 1 << 12; // mostly the beginning tells
@@ -131,6 +130,28 @@ unsigned needed_width(TextView text) noexcept
     }
     return width;
 }
+
+/// The text with every letter in lower case, character for character; nothing for one without capitals.
+SharedBuffer make_lowered(TextView text)
+{
+    // No small letter is wider than its capital, so the width stays.
+    return text.visit([]<typename Char>(std::span<const Char> characters) -> SharedBuffer {
+        std::atomic<bool> capital = false;
+        in_halves(characters.size(), characters_worth_a_thread, [&](std::size_t begin, std::size_t behind) {
+            if (has_capital(characters.subspan(begin, behind - begin))) capital = true;
+        });
+        if (!capital) return nullptr;
+        TextBuilder builder;
+        Char* const small = builder.room<Char>(characters.size());
+        in_halves(characters.size(), characters_worth_a_thread, [&](std::size_t begin, std::size_t behind) {
+            lower_into<Char>(characters.subspan(begin, behind - begin), small + begin);
+        });
+        builder.added(characters.size());
+        return builder.finish();
+    });
+}
+
+} // namespace
 
 void TextBuilder::make_room(std::size_t count, unsigned width)
 {
@@ -175,7 +196,7 @@ SharedBuffer TextBuilder::finish()
         width_ = needed;
     }
     if (!memory_ || capacity_ != size_ * width_) resize(memory_, size_ * width_);
-    auto buffer = std::make_shared<const TextBuffer>(std::move(memory_), size_, width_);
+    auto buffer = std::make_shared<const TextBuffer>(TextBuffer{std::move(memory_), size_, width_});
     *this = {};
     return buffer;
 }
@@ -185,25 +206,6 @@ SharedBuffer make_buffer(TextView text)
     TextBuilder builder;
     builder.append(text);
     return builder.finish();
-}
-
-SharedBuffer make_lowered(TextView text)
-{
-    // No small letter is wider than its capital, so the width stays.
-    return text.visit([]<typename Char>(std::span<const Char> characters) -> SharedBuffer {
-        std::atomic<bool> capital = false;
-        in_halves(characters.size(), characters_worth_a_thread, [&](std::size_t begin, std::size_t behind) {
-            if (has_capital(characters.subspan(begin, behind - begin))) capital = true;
-        });
-        if (!capital) return nullptr;
-        TextBuilder builder;
-        Char* const small = builder.room<Char>(characters.size());
-        in_halves(characters.size(), characters_worth_a_thread, [&](std::size_t begin, std::size_t behind) {
-            lower_into<Char>(characters.subspan(begin, behind - begin), small + begin);
-        });
-        builder.added(characters.size());
-        return builder.finish();
-    });
 }
 
 SharedText::SharedText(TextView text) : owner(make_buffer(text)), view(owner->view()) {}

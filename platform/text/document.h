@@ -17,22 +17,12 @@ using CharacterMemory = std::unique_ptr<void, FreeMemory>;
 
 /// The characters of one document: immutable and shared, in the narrowest width that holds all of them. Pages, hits,
 /// row texts and cells are views into it, kept alive by whoever also holds the buffer.
-class TextBuffer {
-public:
-    /// So many characters of 1, 2 or 4 bytes each.
-    TextBuffer(CharacterMemory memory, std::size_t size, unsigned width)
-        : memory_(std::move(memory)), size_(size), width_(width)
-    {
-    }
-    TextBuffer(const TextBuffer&) = delete;
-    TextBuffer& operator=(const TextBuffer&) = delete;
+struct TextBuffer {
+    CharacterMemory memory;
+    std::size_t size;
+    unsigned width; ///< bytes a character: 1, 2 or 4
 
-    TextView view() const noexcept { return {memory_.get(), size_, width_}; }
-
-private:
-    CharacterMemory memory_;
-    std::size_t size_;
-    unsigned width_;
+    TextView view() const noexcept { return {memory.get(), size, width}; }
 };
 
 using SharedBuffer = std::shared_ptr<const TextBuffer>;
@@ -70,12 +60,8 @@ private:
     unsigned width_ = 1;
 };
 
-/// Bytes a character that hold all of these: 1, 2 or 4.
-unsigned needed_width(TextView text) noexcept;
 /// A buffer with these characters in the narrowest width.
 SharedBuffer make_buffer(TextView text);
-/// The same with every letter in lower case, character for character; nothing for a text without capitals.
-SharedBuffer make_lowered(TextView text);
 
 /// A piece of a buffer together with its share in the buffer's life.
 struct SharedText {

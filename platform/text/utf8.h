@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
 
 /// One step of UTF-8, for texts and for files, and the surrogates of UTF-16.
@@ -62,6 +63,15 @@ inline Utf8Step utf8_step(const std::uint8_t* at, const std::uint8_t* end) noexc
     constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
     if (character < smallest[size] || character > last_character || is_surrogate(character)) return {};
     return {character, size, true};
+}
+
+/// Whether eight bytes lie before `end`, all of them ASCII.
+inline bool eight_ascii(const std::uint8_t* at, const std::uint8_t* end) noexcept
+{
+    if (end - at < 8) return false;
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, sizeof(word));
+    return (word & 0x8080'8080'8080'8080U) == 0;
 }
 
 } // namespace tarvik

@@ -1,7 +1,6 @@
 #include "platform/files/system_paths.h"
 
 #include "platform/files/file_name.h"
-#include "platform/files/path_text.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>

@@ -2,8 +2,8 @@
 
 #include "platform/files/file_cache.h"
 #include "platform/files/file_name.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_file.h"
+#include "platform/files/system_paths.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

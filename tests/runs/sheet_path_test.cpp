@@ -1,7 +1,7 @@
 #include "runs/sheet_path.h"
 
 #include "platform/files/file_name.h"
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

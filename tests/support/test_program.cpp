@@ -1,7 +1,7 @@
 #include "tests/support/test_program.h"
 
-#include "platform/files/path_text.h"
 #include "platform/files/system_file.h"
+#include "platform/files/system_paths.h"
 
 #include <gtest/gtest.h>
 
@@ -105,6 +105,13 @@ std::vector<std::string> RecordedDialogs::take_messages()
     for (const Message& message : messages) told.push_back(to_utf8(message.title) + "|" + to_utf8(message.text));
     messages.clear();
     return told;
+}
+
+void RecordedPrinter::print(const std::filesystem::path& file, TextView name)
+{
+    std::ifstream stream(file, std::ios::binary);
+    printed.push_back(name.str());
+    files.emplace_back(file, std::string(std::istreambuf_iterator<char>(stream), {}));
 }
 
 TestProgram::TestProgram(OfficeEngines* office)

@@ -112,7 +112,8 @@ public:
 class RecordedPrinter final : public Printer {
 public:
     std::vector<Text> printed;
-    void print(const std::filesystem::path&, TextView name) override { printed.push_back(name.str()); }
+    std::vector<std::pair<std::filesystem::path, std::string>> files; ///< with what they held
+    void print(const std::filesystem::path& file, TextView name) override;
 };
 
 /// An office that nobody is expected to call.

@@ -1,7 +1,6 @@
 #include "desktop/services/system.h"
 
 #include "desktop/look/qt_text.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 
 #include <QDesktopServices>

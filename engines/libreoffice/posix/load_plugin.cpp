@@ -1,7 +1,6 @@
 
 #include "engines/libreoffice/engine.h"
 #include "engines/packages/damage.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 
 #include <dlfcn.h>

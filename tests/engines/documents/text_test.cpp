@@ -1,7 +1,5 @@
 #include "tests/engines/documents/document_parts.h"
 
-#include <fstream>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -188,25 +186,17 @@ TEST(Document, keeps_everything_else_byte_for_byte_and_the_format_it_was_opened_
 
 TEST(Document, is_printed_as_it_stands)
 {
-    struct : Printer {
-        std::vector<std::pair<std::filesystem::path, std::string>> printed;
-        void print(const std::filesystem::path& file, TextView name) override
-        {
-            std::ifstream stream(file, std::ios::binary);
-            const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-            printed.emplace_back(file, to_utf8(name) + texts_of(part_of(bytes, main_part)).front());
-        }
-    } printer;
     DocumentFile file(document_parts(plain_table(1, 1)));
-    const auto document = ooxml_documents(file.files, printer)(U"t.doc");
+    const auto document = ooxml_documents(file.files, file.printer)(U"t.doc");
     document->print_out();
     document->set_cell_text(1, 1, U"新");
     document->print_out();
-    ASSERT_EQ(printer.printed.size(), 2U);
-    EXPECT_EQ(printer.printed[0].first, file.files.resolve(U"t.doc"));
-    EXPECT_EQ(printer.printed[0].second, "t.doc11");
-    EXPECT_EQ(printer.printed[1].second, "t.doc新");
-    EXPECT_FALSE(std::filesystem::exists(printer.printed[1].first.parent_path()));
+    EXPECT_EQ(file.printer.printed, (std::vector<Text>{U"t.doc", U"t.doc"}));
+    const auto& printed = file.printer.files;
+    EXPECT_EQ(printed[0].first, file.files.resolve(U"t.doc"));
+    EXPECT_EQ(texts_of(part_of(printed[0].second, main_part)).front(), "11");
+    EXPECT_EQ(texts_of(part_of(printed[1].second, main_part)).front(), "新");
+    EXPECT_FALSE(std::filesystem::exists(printed[1].first.parent_path()));
     EXPECT_EQ(texts_of(part_of(file.folder.read("t.doc"), main_part)).front(), "11");
 }
 

@@ -6,10 +6,20 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace tarvik::test {
 
 /// Settings for the plugin that is built beside the program.
 libreoffice::Settings office_settings();
+
+/// Waits some minutes at most, which only end a test that has failed.
+inline bool comes_true(const std::function<bool()>& condition)
+{
+    for (int attempt = 0; attempt < 10'000 && !condition(); ++attempt)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    return condition();
+}
 
 /// A folder with files and LibreOffice to work on them. Tests are skipped where the plugin was not built.
 class OfficeTest : public testing::Test {

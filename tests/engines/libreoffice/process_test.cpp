@@ -19,15 +19,6 @@ using std::chrono::milliseconds;
 
 namespace {
 
-bool comes_true(const std::function<bool()>& condition)
-{
-    for (int attempt = 0; attempt < 500; ++attempt) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(milliseconds(20));
-    }
-    return false;
-}
-
 /// The state letters of the group's threads; those that have ended and wait for their parent do not count.
 std::string states_of(pid_t group)
 {

@@ -163,7 +163,7 @@ TEST(PackageCache, a_file_beyond_all_measure_is_not_read)
         cache.open(U"t.xlsx");
         FAIL();
     } catch (const ooxml::Damage& damage) {
-        EXPECT_EQ(to_utf8(damage.reason()), "文件过大。");
+        EXPECT_EQ(to_utf8(damage.message()), "文件过大。");
     }
 }
 

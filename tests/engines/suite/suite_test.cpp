@@ -1,7 +1,6 @@
 #include "desktop/services/desktop_printer.h"
 #include "engines/packages/file_kind.h"
 #include "engines/packages/package.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_paths.h"
 #include "runs/engines.h"
 #include "tests/engines/documents/document_parts.h"
@@ -18,12 +17,10 @@
 #include <iterator>
 #include <process.h>
 #include <sstream>
-#include <thread>
 
 namespace tarvik::test {
 
 namespace fs = std::filesystem;
-using std::chrono::milliseconds;
 
 namespace {
 
@@ -49,16 +46,6 @@ libreoffice::Settings hurried(const std::function<fs::path()>& folder)
         return now;
     };
     return settings;
-}
-
-bool comes_true(const std::function<bool()>& condition)
-{
-    constexpr int patience = 10'000; // some minutes: it only ends a test that has failed
-    for (int attempt = 0; attempt < patience; ++attempt) {
-        if (condition()) return true;
-        std::this_thread::sleep_for(milliseconds(20));
-    }
-    return false;
 }
 
 std::vector<DWORD> ids_of(const wchar_t* program)

@@ -1,7 +1,6 @@
 #include "tests/platform/files_fixture.h"
 
 #include "platform/files/file_name.h"
-#include "platform/files/path_text.h"
 #include "platform/files/system_file.h"
 #include "platform/files/system_paths.h"
 

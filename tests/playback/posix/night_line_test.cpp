@@ -1,4 +1,4 @@
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "scripts/task_files.h"
 #include "tests/support/test_program.h"
 

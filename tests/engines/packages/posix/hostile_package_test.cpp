@@ -26,7 +26,7 @@ std::string refusal(const std::string& bytes, const Parts& parts)
         for (const auto& part : parts)
             trees.push_back(std::make_unique<XmlPart>(part.first, package.part(part.first), "a"));
     } catch (const Damage& damage) {
-        return to_utf8(damage.reason());
+        return to_utf8(damage.message());
     }
     return "none";
 }

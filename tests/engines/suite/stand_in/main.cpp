@@ -1,4 +1,4 @@
-#include "platform/files/path_text.h"
+#include "platform/files/system_paths.h"
 #include "tests/engines/suite/stand_in_suite.h"
 
 #include <windows.h>
