@@ -1,8 +1,8 @@
 #include "engines/packages/temporary_folder.h"
 
 #include "platform/failure.h"
+#include "platform/files/disk_file.h"
 #include "platform/files/system_paths.h"
-#include "platform/files/system_file.h"
 
 #include <algorithm>
 #include <random>
@@ -25,35 +25,14 @@ bool is_name_of_ours(std::string_view name)
            std::ranges::all_of(name.substr(beginning.size()), is_digit);
 }
 
-bool is_just_made(const FileStatus& status)
-{
-    constexpr std::int64_t minute = 60'000'000'000; // may not be locked yet
-    return file_clock_now() - status.changed < minute;
-}
-
+// One that was killed ahead of its lock leaves an empty folder; what else has none stays.
 void remove_if_dead(const fs::path& folder)
 {
-    if (!fs::exists(folder / lock_name)) {
-        if (!is_just_made(status_of(folder)))
-            fs::remove(folder); // killed ahead of the lock; one that is not empty stays
-        return;
-    }
-    SystemFile file(folder / lock_name, Opening::Leftover);
-    const FileStatus status = file.status();
-    if (!status.is_plain || is_just_made(status) || !file.lock()) return;
-    file.close();
-    fs::remove_all(folder);
-}
-
-void remove_dead(const fs::path& parent) noexcept
-{
-    std::error_code error;
-    for (fs::directory_iterator entry(parent, error), end; !error && entry != end; entry.increment(error)) {
-        try {
-            if (is_name_of_ours(utf8_of(entry->path().filename())) && fs::is_directory(entry->symlink_status()))
-                remove_if_dead(entry->path());
-        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): another user's, or gone meanwhile
-        }
+    if (!is_name_of_ours(utf8_of(folder.filename())) || !fs::is_directory(fs::symlink_status(folder))) return;
+    if (fs::exists(folder / lock_name)) {
+        if (is_left_behind(folder / lock_name)) fs::remove_all(folder);
+    } else if (!is_just_made(status_of(folder))) {
+        fs::remove(folder);
     }
 }
 
@@ -63,7 +42,7 @@ TemporaryFolder::TemporaryFolder()
 {
     std::error_code error;
     const fs::path parent = fs::temp_directory_path(error);
-    if (!error) remove_dead(parent);
+    if (!error) for_each_entry(parent, remove_if_dead);
     std::random_device random;
     constexpr int most_attempts = 100;
     for (int attempt = 0; !error && attempt < most_attempts; ++attempt) {

@@ -173,20 +173,35 @@ bool is_unfinished(std::string_view file_name) noexcept
     return file_name.starts_with(unfinished_beginning) && file_name.ends_with(unfinished_end);
 }
 
+void for_each_entry(const fs::path& folder, const std::function<void(const fs::path&)>& work) noexcept
+{
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        try {
+            work(entry->path());
+        } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): another user's, or gone meanwhile
+        }
+    }
+}
+
+bool is_just_made(const FileStatus& status) noexcept
+{
+    constexpr std::int64_t minute = 60'000'000'000;
+    return file_clock_now() - status.changed < minute;
+}
+
+bool is_left_behind(const fs::path& file)
+{
+    SystemFile opened(file, Opening::Leftover);
+    const FileStatus status = opened.status();
+    return status.is_plain && !is_just_made(status) && opened.lock();
+}
+
 void remove_leftovers(const fs::path& folder) noexcept
 {
-    constexpr std::int64_t just_made = 60'000'000'000; // may not be locked yet
-    try {
-        const std::int64_t now = file_clock_now();
-        for (const auto& entry : fs::directory_iterator(folder)) {
-            if (!is_unfinished(utf8_of(entry.path().filename()))) continue;
-            SystemFile file(entry.path(), Opening::Leftover);
-            const FileStatus status = file.status();
-            if (!status.is_plain || now - status.changed < just_made) continue;
-            if (file.lock()) remove_file(entry.path());
-        }
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): a leftover that cannot be removed harms nobody
-    }
+    for_each_entry(folder, [](const fs::path& path) {
+        if (is_unfinished(utf8_of(path.filename())) && is_left_behind(path)) remove_file(path);
+    });
 }
 
 bool move_disk_file(const fs::path& from, const fs::path& to)

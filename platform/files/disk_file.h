@@ -74,6 +74,13 @@ private:
 
 /// Whether a file name is one that a replacement has until it takes its place.
 bool is_unfinished(std::string_view file_name) noexcept;
+/// Work with each entry of a folder; what fails with one of them is passed over.
+void for_each_entry(const std::filesystem::path& folder,
+                    const std::function<void(const std::filesystem::path&)>& work) noexcept;
+/// Whether a program may not yet have come to lock it.
+bool is_just_made(const FileStatus& status) noexcept;
+/// Whether the file is one that a program locks as long as it lives, and which has been killed.
+bool is_left_behind(const std::filesystem::path& file);
 /// Removes what runs that were killed left unfinished in a folder; files that a living process still writes stay.
 void remove_leftovers(const std::filesystem::path& folder) noexcept;
 /// A rename; between file systems a copy with the same mode and times, which is on its disk before the file is removed.

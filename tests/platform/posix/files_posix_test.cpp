@@ -100,6 +100,18 @@ TEST_F(FilesTest, a_full_disk_leaves_the_old_file_whole)
     EXPECT_EQ(entries(), 3U);
 }
 
+TEST_F(FilesTest, what_cannot_be_opened_keeps_no_leftover_from_going)
+{
+    const auto old = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const std::string number : {"1", "2", "3", "4", "5"}) {
+        fs::create_symlink("nowhere", installation.path() / (".tarvik-" + number + "-1.tmp"));
+        installation.write(".tarvik-" + number + "-2.tmp", "half");
+        fs::last_write_time(installation.path() / (".tarvik-" + number + "-2.tmp"), old);
+    }
+    files.replace(U"a.txt", "a");
+    EXPECT_EQ(entries(), 6U) << "the file and the links";
+}
+
 TEST_F(FilesTest, pipes_are_no_files)
 {
     ASSERT_EQ(::mkfifo((installation.path() / "pipe").c_str(), 0600), 0);
