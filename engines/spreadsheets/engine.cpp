@@ -55,29 +55,19 @@ class OoxmlWorkbook::Sheet final : public Worksheet, public PicturedSheet {
     {
         return naming_workbook(workbook_.path_, std::forward<Work>(work));
     }
+    template <typename Answer>
+    Answer of_cell(Answer (SheetPart::*asked)(Place) const, int row, int column) const
+    {
+        return naming([&] { return (part_.*asked)({row, column}); });
+    }
 
 public:
     Sheet(OoxmlWorkbook& workbook, SheetPart& part) : workbook_(workbook), part_(part) {}
 
-    Text cell(int row, int column) const override
-    {
-        return naming([&] { return part_.text({row, column}); });
-    }
-
-    CellValue value(int row, int column) const override
-    {
-        return naming([&] { return part_.held({row, column}); });
-    }
-
-    bool is_empty(int row, int column) const override
-    {
-        return naming([&] { return part_.is_empty({row, column}); });
-    }
-
-    bool is_date(int row, int column) const override
-    {
-        return naming([&] { return part_.is_date({row, column}); });
-    }
+    Text cell(int row, int column) const override { return of_cell(&SheetPart::text, row, column); }
+    CellValue value(int row, int column) const override { return of_cell(&SheetPart::held, row, column); }
+    bool is_empty(int row, int column) const override { return of_cell(&SheetPart::is_empty, row, column); }
+    bool is_date(int row, int column) const override { return of_cell(&SheetPart::is_date, row, column); }
 
     void set_cell(int row, int column, const CellValue& value) override
     {

@@ -10,8 +10,8 @@ namespace {
 constexpr std::string_view plain_type = "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml";
 constexpr std::string_view macro_type = "application/vnd.ms-excel.sheet.macroEnabled.main+xml";
 
-// The name of the workbook's part, which must be what this engine can edit.
-std::string find_workbook(const Package& package, const ContentTypes& types)
+// The workbook's part, which must be what this engine can edit.
+XmlPart find_workbook(const Package& package, const ContentTypes& types)
 {
     const Relationships relationships(package, "");
     const auto* workbook = relationships.of_kind("officeDocument");
@@ -23,7 +23,7 @@ std::string find_workbook(const Package& package, const ContentTypes& types)
     const bool is_spreadsheet =
         type.find("spreadsheetml") != std::string::npos || type.find("ms-excel") != std::string::npos;
     if (!is_spreadsheet) throw Damage(U"文件不是工作簿。");
-    return workbook->target;
+    return {workbook->target, package.part(workbook->target), "workbook"};
 }
 
 // That an element of the workbook's part bears; the prefix of its namespace may be any.
@@ -86,9 +86,8 @@ void drop_macros(PackageEditor& package, const XmlPart& workbook, Relationships&
 } // namespace
 
 WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package, FormulaServices services)
-    : package_(std::move(package)), workbook_name_(find_workbook(package_.original(), package_.types())),
-      relationships_(package_.original(), workbook_name_),
-      workbook_(workbook_name_, package_.original().part(workbook_name_), "workbook"), services_(std::move(services))
+    : package_(std::move(package)), workbook_(find_workbook(package_.original(), package_.types())),
+      relationships_(package_.original(), workbook_.name()), services_(std::move(services))
 {
     list_sheets();
 }
@@ -150,9 +149,9 @@ bool WorkbookModel::counts_from_1904() const
 void WorkbookModel::set_format(WorkbookFormat format)
 {
     const auto wanted = format == WorkbookFormat::Plain ? plain_type : macro_type;
-    if (package_.types().of(workbook_name_) == wanted) return;
+    if (package_.types().of(workbook_.name()) == wanted) return;
     if (format == WorkbookFormat::Plain) drop_macros(package_, workbook_, relationships_);
-    package_.types().set(workbook_name_, wanted);
+    package_.types().set(workbook_.name(), wanted);
     is_unpacked_ = true;
 }
 

@@ -92,9 +92,8 @@ private:
     void drop_calculation_chain();
 
     PackageEditor package_;
-    std::string workbook_name_;
-    Relationships relationships_;
     XmlPart workbook_;
+    Relationships relationships_;
     std::optional<SharedStrings> strings_;
     std::optional<CellValues> values_;
     std::vector<ListedSheet> sheets_;
