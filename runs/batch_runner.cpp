@@ -31,11 +31,10 @@ void finish(Program& program, const SheetFamily& family)
     if (family.finished) family.finished(program);
 }
 
-// Empty where no key is at hand.
+// Empty where no key is at hand, as behind the last one.
 Text key_at(const Program& program, int index)
 {
-    const bool is_key = index >= 0 && index < program.form1.keycount;
-    return is_key ? program.module1.keylist.get(static_cast<std::size_t>(index)).str() : Text();
+    return index < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(index)).str();
 }
 
 // A run whose rows would come from the other table makes nothing sound.
@@ -122,8 +121,7 @@ void stop_run(Program& program)
 
 Text run_key(const Program& program)
 {
-    const int cursor = program.form1.batchcursor;
-    return cursor < 0 ? Text() : program.module1.keylist.get(static_cast<std::size_t>(cursor)).str();
+    return key_at(program, program.form1.batchcursor);
 }
 
 void batch_tick(Program& program, const SheetFamily& family)

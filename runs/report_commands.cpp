@@ -34,11 +34,6 @@ Text filled(const Program& program, const ReportCommand& command, std::u32string
                     program.platform.files.installation_folder());
 }
 
-Text in_installation(const Program& program, std::u32string_view file)
-{
-    return program.platform.files.installation_folder() + U"\\" + Text(file);
-}
-
 void ask_output_folder(Program& program)
 {
     Text folder = program.platform.dialogs.input(
@@ -59,7 +54,7 @@ bool agreed(Program& program, const ReportCommand& command)
 bool design_loaded(Program& program, const ReportCommand& command)
 {
     if (command.design.empty() || load_design(program, command.design)) return true;
-    tell(program, in_installation(program, command.design) + U"不存在！请退出。");
+    tell(program, installed(program, command.design) + U"不存在！请退出。");
     return false;
 }
 
@@ -67,7 +62,7 @@ bool template_stands(Program& program, const ReportCommand& command)
 {
     if (command.template_file.empty() || program.platform.files.file_exists(installed(program, command.template_file)))
         return true;
-    tell(program, in_installation(program, command.template_file) +
+    tell(program, installed(program, command.template_file) +
                       U"文件不存在，请先将需要设计的EXCEL 样本文件复制到安装目录下，并更名为" +
                       Text(command.template_file));
     return false;
