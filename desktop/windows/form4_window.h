@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <vector>
@@ -40,8 +41,6 @@ public:
 protected:
     QRectF fitted(const Control& control) const override
     {
-        for (const Help& help : help_)
-            if (&help.control == &control) return help.place;
         QRectF place = place_of(control);
         if (&control == &form4_.Frame1) place.setWidth(place.width() - narrower_);
         return place;
@@ -53,8 +52,10 @@ protected:
         const int bar = height() + rounding < full.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
         const double most = form4_.Label1.width() - least_help + front().scale.twips(bar + rounding);
         narrower_ = std::clamp(front().scale.twips(full.width() + bar - width()), 0.0, most);
-        lay_help();
         FormWindow::place();
+        QRectF help = place_of(form4_.Label1);
+        help.setSize({help.width() - narrower_, form4_.Frame1.height() - help.top() - help_gap});
+        help_area_->setGeometry(front().scale.rectangle(help));
         scroll_area_->setGeometry(rect());
         const QSize needed = size_needed(), room = size() - QSize(bar, 0);
         const auto length = [](int wanted, int there) { return wanted > there + rounding ? wanted : there; };
@@ -121,11 +122,6 @@ private:
         area->setWidget(new QWidget);
         return area;
     }
-    struct Help {
-        const Control& control;
-        QLabel& label;
-        QRectF place; // in its area
-    };
     // Created in the order in which the Tab key goes through them.
     void make_rows(QWidget& frame, int first, int end)
     {
@@ -137,31 +133,17 @@ private:
                     boxes_.back()->installEventFilter(this);
                 }
     }
+    // The area of the help begins where its first text does, and its texts stand below each other in it.
     void make_help(QWidget& frame)
     {
         help_area_ = new_scroll_area(frame);
         help_area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        help_area_->setWidgetResizable(true);
+        auto* column = new QVBoxLayout(help_area_->widget());
+        column->setContentsMargins({});
         for (Control* label : {&form4_.Label1, &form4_.Label2, &form4_.Label3, &form4_.Label4, &form4_.Label5})
-            help_.push_back({*label, add_label(*label, FontRole::Help, *help_area_->widget()), place_of(*label)});
-    }
-    // The area of the help begins where its first text does, and its texts stand below each other in it.
-    void lay_help()
-    {
-        QRectF area = place_of(form4_.Label1);
-        area.setSize({area.width() - narrower_, form4_.Frame1.height() - area.top() - help_gap});
-        const QRect on_screen = front().scale.rectangle(area);
-        const int bar = narrower_ > 0 ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
-        double top = 0;
-        for (auto& [control, label, place] : help_) {
-            place = {0, top, front().scale.twips(on_screen.width() - bar), control.height()};
-            label.setFont(front().theme.font(FontRole::Help, front().scale));
-            const int needed = label.heightForWidth(on_screen.width() - bar);
-            if (narrower_ > 0) place.setHeight(std::max(place.height(), front().scale.twips(needed + 1)));
-            top += place.height() + help_gap;
-        }
-        help_area_->setGeometry(on_screen);
-        help_area_->widget()->resize(on_screen.width() - bar,
-                                     front().scale.rectangle({0, 0, 0, top - help_gap}).height());
+            column->addWidget(&add_label(*label, FontRole::Help, *help_area_->widget()));
+        column->addStretch();
     }
     QSize size_needed() const
     {
@@ -173,7 +155,6 @@ private:
     std::vector<LineBox*> boxes_; // row by row: the static ones, then the dynamic ones
     PreviewWindow preview_;
     QScrollArea *scroll_area_ = nullptr, *help_area_ = nullptr;
-    std::vector<Help> help_;
     double narrower_ = 0; // in twips, by which the help shows
 };
 

@@ -160,6 +160,7 @@ void FormWindow::place()
 {
     std::vector<QLabel*> texts;
     for (const auto& [control, widget] : controls_) {
+        if (widget->parentWidget()->layout()) continue; // which places it
         widget->setGeometry(front_.scale.rectangle(fitted(*control)));
         if (auto* label = dynamic_cast<QLabel*>(widget); label && label->wordWrap() && !label->text().isEmpty())
             texts.push_back(label);
