@@ -28,39 +28,6 @@ TEST(Clipboard, a_copy_is_what_was_selected_whatever_becomes_of_the_pane)
     EXPECT_EQ(started.clipboard.text(), U"\nbehind them");
 }
 
-TEST(SmallEvents, a_changed_query_forgets_results_but_not_those_of_the_plain_query)
-{
-    TestProgram started;
-    Form1& form1 = started.form1();
-    form1.resultcount = 1;
-    form1.resultpos = 1;
-    form1.cutopenfile = true;
-    Module1& arrays = started.module1();
-    TextArray* const forgotten[] = {&arrays.enhits, &arrays.zhhits, &arrays.cnhits, &arrays.filehits};
-    for (TextArray* results : forgotten) results->set(1, U"entry");
-    started.module1().hits.set(1, U"piece");
-    Text1_Change(started.program, 2);
-    EXPECT_EQ(form1.resultpos, 1);
-    Text1_Change(started.program, 1);
-    EXPECT_EQ(form1.resultpos, 0);
-    EXPECT_FALSE(form1.cutopenfile);
-    for (TextArray* results : forgotten) EXPECT_TRUE(results->get(1).empty());
-    EXPECT_EQ(started.module1().hits.get(1), TextView(U"piece"));
-}
-
-TEST(TextBox, keeps_the_caret_when_it_is_given_what_it_holds)
-{
-    TestProgram started;
-    TextBox& box = started.form1().number_box();
-    box.set_text(U"12");
-    box.select({Position(2), 1});
-    int changes = 0;
-    started.program.listeners.text_changed = [&](const auto&) { ++changes; };
-    box.set_text(U"12");
-    EXPECT_EQ(box.selection(), (Selection{Position(2), 1}));
-    EXPECT_EQ(changes, 0);
-}
-
 TEST(Helpers, smallest_that_is_not_0)
 {
     EXPECT_EQ(min3to1(0, 7, 3), 3);
@@ -104,17 +71,6 @@ TEST(Startup, opening_grows_the_window_as_far_as_the_step_by_step_rule)
         EXPECT_DOUBLE_EQ(form1.window.width(), form1.Command6.left() + form1.Command6.width() + 200) << screen;
         EXPECT_DOUBLE_EQ(form1.Command2[5].left(), form1.Command2[4].left());
     }
-}
-
-TEST(PaneMovement, ends_at_the_release_of_any_button_that_moves)
-{
-    TestProgram started;
-    const Timer& timer = started.form1().Timer1[2];
-    Command2_MouseDown(started.program, 4);
-    Command2_MouseUp(started.program, 1);
-    EXPECT_TRUE(timer.enabled()) << "a page button ends no movement";
-    Command2_MouseUp(started.program, 5);
-    EXPECT_FALSE(timer.enabled());
 }
 
 } // namespace

@@ -72,11 +72,17 @@ def prepare(folder, installation):
     (folder / "printed").mkdir()
 
 
+def needed(script):
+    """The scripts whose files the script works on."""
+    return [SHIPPED / "docket.play"] if script.name == "print.play" else []
+
+
 def play(player, script, installation, tells_files):
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         prepare(folder, installation)
-        told = run([WINE, player], windows_path, script, folder)
+        for one in needed(script) + [script]:
+            told = run([WINE, player], windows_path, one, folder)
         return told + (files_told(folder) if tells_files else "")
 
 
@@ -87,9 +93,8 @@ def played_alike(player, own_player, script):
         players = (([own_player], str, pathlib.Path(here)), ([WINE, player], windows_path, pathlib.Path(there)))
         for command, path_of, folder in players:
             prepare(folder, SHIPPED)
-            before = ["docket.play"] if script.name == "print.play" else []  # its sheets are printed
             told.append("".join(evened(run(command, path_of, one, folder).replace(str(folder), "$"), folder)
-                                for one in [SHIPPED / name for name in before] + [script]))
+                                for one in needed(script) + [script]))
         faults = list(difflib.unified_diff(told[0].splitlines(), told[1].splitlines(), "own", "under wine", lineterm=""))
         made = [files_below(pathlib.Path(folder)) for folder in (here, there)]
         faults += [f"only one of them makes {file}" for file in sorted(set(made[0]) ^ set(made[1]))]
