@@ -67,19 +67,13 @@ double stepped(double number, double step, bool up)
     return (up ? std::ceil(times) : std::floor(times)) * step;
 }
 
-Operand ceiling(Call& call)
+template <bool up>
+Operand step_to(Call& call)
 {
     const double number = call.number(0), step = call.number(1);
     require(!(number > 0 && step < 0));
-    return Value(stepped(number, step, true));
-}
-
-Operand floor_function(Call& call)
-{
-    const double number = call.number(0), step = call.number(1);
-    require(!(number > 0 && step < 0));
-    require(step != 0 || number == 0, CellError::DivisionByZero);
-    return Value(stepped(number, step, false));
+    require(up || step != 0 || number == 0, CellError::DivisionByZero);
+    return Value(stepped(number, step, up));
 }
 
 template <bool up>
@@ -251,7 +245,7 @@ constexpr Function table[] = {
     {"ATAN", 1, 1, "n", plain<std::atan>},
     {"ATAN2", 2, 2, "n", arc_tangent_2},
     {"ATANH", 1, 1, "n", plain<std::atanh>},
-    {"CEILING", 2, 2, "n", ceiling},
+    {"CEILING", 2, 2, "n", step_to<true>},
     {"CEILING.MATH", 1, 3, "n", step_math<true>},
     {"COMBIN", 2, 2, "n", combinations},
     {"COS", 1, 1, "n", plain<[](double angle) { return sine(angle, 1); }>},
@@ -260,7 +254,7 @@ constexpr Function table[] = {
     {"EVEN", 1, 1, "n", even},
     {"EXP", 1, 1, "n", plain<std::exp>},
     {"FACT", 1, 1, "n", factorial},
-    {"FLOOR", 2, 2, "n", floor_function},
+    {"FLOOR", 2, 2, "n", step_to<false>},
     {"FLOOR.MATH", 1, 3, "n", step_math<false>},
     {"FV", 3, 5, "n", fv},
     {"INT", 1, 1, "n", plain<floor_15>},

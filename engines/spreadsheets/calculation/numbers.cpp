@@ -79,18 +79,6 @@ double squared_distances(const std::vector<double>& numbers)
     return sum;
 }
 
-double sample_variance(const std::vector<double>& numbers)
-{
-    require(numbers.size() > 1, CellError::DivisionByZero);
-    return squared_distances(numbers) / (static_cast<double>(numbers.size()) - 1);
-}
-
-double variance(const std::vector<double>& numbers)
-{
-    require(!numbers.empty(), CellError::DivisionByZero);
-    return squared_distances(numbers) / static_cast<double>(numbers.size());
-}
-
 double ranked_of(std::vector<double> numbers, double place, bool is_from_largest)
 {
     require(place >= 1 && place <= static_cast<double>(numbers.size()));

@@ -39,8 +39,12 @@ double most_frequent_of(const std::vector<double>& numbers);
 double sum_of_squares(const std::vector<double>& numbers);
 /// Of the distances from the mean.
 double squared_distances(const std::vector<double>& numbers);
-double sample_variance(const std::vector<double>& numbers);
-double variance(const std::vector<double>& numbers);
+template <bool is_sample>
+double variance(const std::vector<double>& numbers)
+{
+    require(numbers.size() > (is_sample ? 1 : 0), CellError::DivisionByZero);
+    return squared_distances(numbers) / (static_cast<double>(numbers.size()) - (is_sample ? 1 : 0));
+}
 template <Fold variance>
 double deviation(const std::vector<double>& numbers)
 {

@@ -163,7 +163,7 @@ double variance_of_sums(const std::vector<double>& numbers)
 {
     const auto count = static_cast<double>(numbers.size());
     const double squares = sum_of_squares(numbers), sum = sum_of(numbers), distances = squares - sum * sum / count;
-    if (count < 2 || distances < squares / 1000) return is_sample ? sample_variance(numbers) : variance(numbers);
+    if (count < 2 || distances < squares / 1000) return variance<is_sample>(numbers);
     return distances / (count - (is_sample ? 1 : 0));
 }
 
@@ -247,18 +247,18 @@ constexpr Function table[] = {
     {"RANK.AVG", 2, 3, "nrn", rank<true>},
     {"RANK.EQ", 2, 3, "nrn", rank<false>},
     {"SMALL", 2, 2, "rn", ranked<false>},
-    {"STDEV", 1, 255, "r", folded<deviation<sample_variance>>},
-    {"STDEV.P", 1, 255, "r", folded<deviation<variance>>},
-    {"STDEV.S", 1, 255, "r", folded<deviation<sample_variance>>},
-    {"STDEVP", 1, 255, "r", folded<deviation<variance>>},
+    {"STDEV", 1, 255, "r", folded<deviation<variance<true>>>},
+    {"STDEV.P", 1, 255, "r", folded<deviation<variance<false>>>},
+    {"STDEV.S", 1, 255, "r", folded<deviation<variance<true>>>},
+    {"STDEVP", 1, 255, "r", folded<deviation<variance<false>>>},
     {"SUBTOTAL", 2, 255, "nr", subtotal},
     {"SUM", 1, 255, "r", folded<sum_of>},
     {"SUMPRODUCT", 1, 255, "a", sum_product},
     {"SUMSQ", 1, 255, "r", folded<sum_of_squares>},
-    {"VAR", 1, 255, "r", folded<sample_variance>},
-    {"VAR.P", 1, 255, "r", folded<variance>},
-    {"VAR.S", 1, 255, "r", folded<sample_variance>},
-    {"VARP", 1, 255, "r", folded<variance>},
+    {"VAR", 1, 255, "r", folded<variance<true>>},
+    {"VAR.P", 1, 255, "r", folded<variance<false>>},
+    {"VAR.S", 1, 255, "r", folded<variance<true>>},
+    {"VARP", 1, 255, "r", folded<variance<false>>},
 };
 
 } // namespace
