@@ -4,7 +4,6 @@
 #include <array>
 #include <chrono>
 #include <cmath>
-#include <iterator>
 
 namespace tarvik {
 
@@ -16,6 +15,9 @@ void give_hyphens(Text& date)
     if (date.find_first_of(U"-./\\") == Text::npos)
         date = mid(date, 1, 4).str() + U"-" + mid(date, 5, 2) + U"-" + mid(date, 7);
 }
+
+/// What may stand in a date where its hyphens do.
+constexpr auto is_other_separator = [](char32_t c) { return c == U'.' || c == U'/' || c == U'\\'; };
 
 /// A day behind the last of its month counts on into the next one.
 double day_number(double year, double month, double day)
@@ -33,17 +35,15 @@ Text dsx(Text& date)
     if (date.size() < least_length) return U"error";
     give_hyphens(date);
     Text hyphened = date;
-    std::ranges::replace_if(
-        hyphened, [](char32_t c) { return c == U'.' || c == U'/' || c == U'\\'; }, U'-');
+    std::ranges::replace_if(hyphened, is_other_separator, U'-');
     return hyphened;
 }
 
 Text xsd(Text& date)
 {
     give_hyphens(date);
-    Text compact;
-    std::ranges::copy_if(date, std::back_inserter(compact),
-                         [](char32_t c) { return c != U'.' && c != U'/' && c != U'\\'; });
+    Text compact = date;
+    std::erase_if(compact, is_other_separator);
     return compact;
 }
 

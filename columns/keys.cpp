@@ -61,15 +61,8 @@ constexpr Key keys[] = {
     {U'z', false, true, sort_rows},        {U'p', false, true, comparison_key},  {U'/', false, true, column_statistics},
 };
 
-struct Button {
-    int index;
-    void (*work)(Program& program);
-};
-
-constexpr Button third_keys[] = {
-    {0, comparison_key},    {1, sort_rows},      {2, column_statistics}, {3, select_sug},
-    {4, set_flag<outside>}, {5, comparison_key}, {6, comparison_key},
-};
+/// The keys that the third buttons of the frames spell, by their index.
+constexpr std::u32string_view third_keys = U"pz/c;pp";
 
 } // namespace
 
@@ -94,8 +87,8 @@ void Command8_Click(Program& program, int)
 
 void Command9_Click(Program& program, int index)
 {
-    const auto* const found = std::ranges::find(third_keys, index, &Button::index);
-    if (found != std::end(third_keys)) found->work(program);
+    const char32_t key = third_keys.at(static_cast<std::size_t>(index));
+    std::ranges::find(keys, key, &Key::character)->work(program);
 }
 
 } // namespace tarvik

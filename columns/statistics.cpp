@@ -9,25 +9,6 @@ namespace tarvik {
 
 namespace {
 
-/// Each cell is looked at once: with other rows between, it is far from the processor again.
-Statistic count_values(Module1& arrays, std::size_t column, std::size_t rows)
-{
-    Statistic statistic;
-    TextIndex values;
-    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy}) array->clear(0, array->last());
-    arrays.distinct.keep(arrays.suf.buffers());
-    for (std::size_t row = 0; row < rows; ++row) {
-        const TextView cell = arrays.suf.cell(row, column);
-        arrays.distinct.set_view(row, cell);
-        if (cell.empty()) continue;
-        const auto [number, is_new] = values.insert(cell);
-        if (is_new) statistic.counts.push_back({cell, 0, row});
-        statistic.counts[number].count += 1;
-        statistic.total += 1;
-    }
-    return statistic;
-}
-
 /// A value's count stands at its first row, 0 at the others; the working copy is used up by the count.
 void leave_counts(TextArray& distinctn, std::size_t rows, const Statistic& statistic)
 {
@@ -47,11 +28,25 @@ void leave_counts(TextArray& distinctn, std::size_t rows, const Statistic& stati
     }
 }
 
+/// Each cell is looked at once: with other rows between, it is far from the processor again.
 Statistic count_column(Program& program, std::size_t column)
 {
+    Module1& arrays = program.module1;
     const auto rows = static_cast<std::size_t>(program.form1.curcount);
-    Statistic statistic = count_values(program.module1, column, rows);
-    leave_counts(program.module1.distinctn, rows, statistic);
+    Statistic statistic;
+    TextIndex values;
+    for (TextArray* array : {&arrays.distinct, &arrays.distinctn, &arrays.colcopy}) array->clear(0, array->last());
+    arrays.distinct.keep(arrays.suf.buffers());
+    for (std::size_t row = 0; row < rows; ++row) {
+        const TextView cell = arrays.suf.cell(row, column);
+        arrays.distinct.set_view(row, cell);
+        if (cell.empty()) continue;
+        const auto [number, is_new] = values.insert(cell);
+        if (is_new) statistic.counts.push_back({cell, 0, row});
+        statistic.counts[number].count += 1;
+        statistic.total += 1;
+    }
+    leave_counts(arrays.distinctn, rows, statistic);
     return statistic;
 }
 
