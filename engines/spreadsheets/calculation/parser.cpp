@@ -32,11 +32,6 @@ constexpr std::array<BinaryOperator, 12> binary_operators{{{"=", 0, Operator::Eq
                                                            {"/", 3, Operator::Divide},
                                                            {"^", 4, Operator::Power}}};
 
-// What is no formula at all.
-struct SyntaxError {
-    std::string reason = "syntax";
-};
-
 class Parser {
 public:
     Parser(std::string_view text, Place at) : tokens_(text), at_(at) { advance(); }
@@ -44,7 +39,7 @@ public:
     Formula run()
     {
         formula_.root = parse_binary(0);
-        if (token_.kind != TokenKind::End) throw SyntaxError{};
+        if (token_.kind != TokenKind::End) throw CannotCalculate("syntax");
         return std::move(formula_);
     }
 
@@ -59,13 +54,13 @@ private:
     }
     void require(std::string_view text)
     {
-        if (!skip(text)) throw SyntaxError{};
+        if (!skip(text)) throw CannotCalculate("syntax");
     }
 
     // Counts what takes stack, here and when it is calculated.
     void go_deeper()
     {
-        if (++depth_ > deepest_nesting) throw SyntaxError{"nesting"};
+        if (++depth_ > deepest_nesting) throw CannotCalculate("nesting");
     }
 
     template <typename Content, typename... Children>
@@ -115,7 +110,7 @@ private:
     {
         Node node = parse_intersection();
         for (int count = 0; skip("%"); ++count) {
-            if (count == deepest_nesting) throw SyntaxError{"nesting"};
+            if (count == deepest_nesting) throw CannotCalculate("nesting");
             node = node_of(Sign::Percent, std::move(node));
         }
         return node;
@@ -159,7 +154,7 @@ private:
             }
             node = node_of(ReferenceOperator::Between, std::move(node), std::move(other));
             formula_.is_volatile = true; // what lies between is only known when it is calculated
-            if (++betweens_ > deepest_nesting) throw SyntaxError{"nesting"};
+            if (++betweens_ > deepest_nesting) throw CannotCalculate("nesting");
         }
         return node;
     }
@@ -189,18 +184,18 @@ private:
         case TokenKind::Name: return parse_name({});
         case TokenKind::Operator: break;
         case TokenKind::End:
-        case TokenKind::Bad: throw SyntaxError{};
+        case TokenKind::Bad: throw CannotCalculate("syntax");
         }
         if (skip("(")) return parse_parentheses();
         if (skip("{")) return parse_array();
-        throw SyntaxError{};
+        throw CannotCalculate("syntax");
     }
 
     Node parse_error_value()
     {
         const auto error = parse_error(from_utf8(token_.text));
         advance();
-        if (!error) return uncalculable("error value");
+        if (!error) return {Uncalculable{"error value"}, {}};
         // "#REF!A1": the sheet is gone.
         if (!token_.is_after_blank && (token_.kind == TokenKind::Cell || token_.kind == TokenKind::Lines)) advance();
         if (!token_.is_after_blank && token_.kind == TokenKind::Error) advance();
@@ -217,7 +212,7 @@ private:
         const Text last =
             colon == std::string::npos ? first : lower(from_utf8(std::string_view(names).substr(colon + 1)));
         Node node = parse_of_sheet(first, last);
-        return is_external ? uncalculable("external workbook") : node;
+        return is_external ? Node{Uncalculable{"external workbook"}, {}} : node;
     }
 
     Node parse_of_sheet(const Text& first, const Text& last)
@@ -229,7 +224,7 @@ private:
         case TokenKind::Error: return parse_error_value();
         case TokenKind::Function: return parse_call();
         case TokenKind::Table: return parse_operand();
-        default: throw SyntaxError{};
+        default: throw CannotCalculate("syntax");
         }
     }
 
@@ -269,7 +264,7 @@ private:
         }
         const int count = static_cast<int>(node.children.size());
         if (function && (count < function->least || count > function->most))
-            throw SyntaxError{"number of arguments of " + name};
+            throw CannotCalculate("number of arguments of " + name);
         if (function) node.content = FunctionCall{function};
         else node.content = Uncalculable{std::move(name)};
         return node;
@@ -291,9 +286,9 @@ private:
         if (!is_negative) skip("+");
         const Node node = parse_operand();
         const auto* const value = std::get_if<Value>(&node.content);
-        if (!value) throw SyntaxError{};
+        if (!value) throw CannotCalculate("syntax");
         const auto* const number = std::get_if<double>(value);
-        if (is_negative && !number) throw SyntaxError{};
+        if (is_negative && !number) throw CannotCalculate("syntax");
         return is_negative ? Value(-*number) : *value;
     }
 
@@ -305,7 +300,7 @@ private:
             do values.push_back(parse_constant());
             while (skip(","));
             if (++rows == 1) columns = values.size();
-            if (values.size() != rows * columns) throw SyntaxError{};
+            if (values.size() != rows * columns) throw CannotCalculate("syntax");
         } while (skip(";"));
         require("}");
         const auto array = std::make_shared<Array>(static_cast<int>(rows), static_cast<int>(columns));
@@ -327,11 +322,11 @@ private:
 FormulaPointer parse(std::string_view text, Place at)
 {
     try {
-        if (text.size() > longest_formula) throw SyntaxError{"length"};
+        if (text.size() > longest_formula) throw CannotCalculate("length");
         return std::make_shared<Formula>(Parser(text, at).run());
-    } catch (const SyntaxError& error) {
+    } catch (const CannotCalculate& error) {
         // What it depends on is not known.
-        return std::make_shared<Formula>(Formula{uncalculable(error.reason), true, false});
+        return std::make_shared<Formula>(Formula{{Uncalculable{error.what()}, {}}, true, false});
     }
 }
 

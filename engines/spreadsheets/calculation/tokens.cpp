@@ -189,11 +189,6 @@ Token Tokens::take_word()
     return corner && corner->is_cell() ? take(TokenKind::Cell, word, *corner, *corner) : take(TokenKind::Name, word);
 }
 
-Node uncalculable(std::string reason)
-{
-    return {Uncalculable{std::move(reason)}, {}};
-}
-
 std::string undoubled(std::string_view quoted)
 {
     std::string plain;
@@ -242,7 +237,7 @@ Node table_leaf(std::string_view text)
         } else if (special == "#THIS ROW") {
             reference.this_row = true;
         } else {
-            return uncalculable("table reference");
+            return {Uncalculable{"table reference"}, {}};
         }
     }
     if (reference.last_column.empty()) reference.last_column = reference.first_column;

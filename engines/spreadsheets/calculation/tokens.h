@@ -46,10 +46,7 @@ private:
     std::string_view rest_;
 };
 
-// Nodes without children, made of one token each.
-
-Node uncalculable(std::string reason);
-/// Of a table's name, if any, and its brackets.
+/// The reference that a table's name, if any, and its brackets mean.
 Node table_leaf(std::string_view text);
 
 /// What stands between the quotes, each doubled one once.
