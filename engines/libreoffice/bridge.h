@@ -80,10 +80,8 @@ public:
 class Connection {
 public:
     virtual ~Connection() = default;
-    /// A null pointer when LibreOffice takes the file for something else, or when a suite edits no files.
-    virtual std::unique_ptr<OpenWorkbook> open_workbook(const std::filesystem::path& /*path*/) { return nullptr; }
-    virtual std::unique_ptr<OpenDocument> open_document(const std::filesystem::path& /*path*/) { return nullptr; }
-    /// Whatever it is; a null pointer when LibreOffice cannot read it.
+    /// A workbook or a document where LibreOffice takes it for one, and where the suite edits files; a null pointer
+    /// when it cannot be read.
     virtual std::unique_ptr<OpenFile> open(const std::filesystem::path& path) = 0;
     /// Does work with what is open or opened here.
     virtual void perform(const std::function<void()>& work) { work(); }

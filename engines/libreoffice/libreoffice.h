@@ -70,8 +70,7 @@ public:
 
     /// A null file inside of the handle where LibreOffice takes the file for something else or cannot read it.
     template <typename Kind = OpenFile>
-    Handle<Kind> open(const std::filesystem::path& path,
-                      std::unique_ptr<Kind> (Connection::*opening)(const std::filesystem::path&) = &Connection::open);
+    Handle<Kind> open(const std::filesystem::path& path);
 
     /// A folder for files that pass between the program and LibreOffice.
     const std::filesystem::path& folder();
@@ -158,13 +157,16 @@ private:
 };
 
 template <typename Kind>
-Handle<Kind> LibreOffice::open(const std::filesystem::path& path,
-                               std::unique_ptr<Kind> (Connection::*opening)(const std::filesystem::path&))
+Handle<Kind> LibreOffice::open(const std::filesystem::path& path)
 {
     auto session = session_for_file();
     std::unique_ptr<Kind> file;
     ++session->files_opened;
-    run(*session, [&] { file = (session->connection.get()->*opening)(path); });
+    run(*session, [&] {
+        auto opened = session->connection->open(path);
+        file.reset(dynamic_cast<Kind*>(opened.get()));
+        if (file) static_cast<void>(opened.release());
+    });
     if (file) ++session->files_open;
     return {*this, std::move(session), std::move(file)};
 }

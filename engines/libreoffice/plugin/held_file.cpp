@@ -75,10 +75,11 @@ std::string filter_of(const Model& model)
     return to_bytes(value_named<rtl::OUString>(model->getArgs(), "FilterName"));
 }
 
-void close_model(const Model& model) noexcept
+template <typename Kind>
+HeldFile<Kind>::~HeldFile()
 {
     try {
-        const Reference<css::util::XCloseable> closeable(model, UNO_QUERY);
+        const Reference<css::util::XCloseable> closeable(model_, UNO_QUERY);
         if (closeable.is()) closeable->close(true);
     } catch (const css::uno::Exception&) { // NOLINT(bugprone-empty-catch): it goes with its process then
     }

@@ -51,14 +51,13 @@ Value property_of(const css::uno::Reference<css::uno::XInterface>& object, const
 using Model = css::uno::Reference<css::frame::XModel>;
 
 std::string filter_of(const Model& model);
-void close_model(const Model& model) noexcept;
 
 /// What every kind of open file does alike; `Kind` is OpenFile or one of its kinds.
 template <typename Kind>
 class HeldFile : public Kind {
 public:
     explicit HeldFile(const Model& model) : model_(model) {}
-    ~HeldFile() override { close_model(model_); }
+    ~HeldFile() override;
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
 

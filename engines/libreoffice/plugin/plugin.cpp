@@ -41,19 +41,13 @@ public:
     {
     }
 
-    std::unique_ptr<OpenWorkbook> open_workbook(const std::filesystem::path& path) override
-    {
-        return open_as<OpenWorkbook>(path, hold_workbook);
-    }
-
-    std::unique_ptr<OpenDocument> open_document(const std::filesystem::path& path) override
-    {
-        return open_as<OpenDocument>(path, [this](const Model& model) { return hold_document(model, context_); });
-    }
-
     std::unique_ptr<OpenFile> open(const std::filesystem::path& path) override
     {
-        return open_as<OpenFile>(path, [](const Model& model) { return std::make_unique<HeldFile<OpenFile>>(model); });
+        const Model model = load(path);
+        if (!model.is()) return nullptr;
+        if (std::unique_ptr<OpenFile> workbook = hold_workbook(model)) return workbook;
+        if (std::unique_ptr<OpenFile> document = hold_document(model, context_)) return document;
+        return std::make_unique<HeldFile<OpenFile>>(model);
     }
 
     void perform(const std::function<void()>& work) override { translated(work); }
@@ -73,16 +67,6 @@ private:
         } catch (const css::io::IOException&) {
             return {}; // damaged, or behind a password
         }
-    }
-
-    template <typename Kind, typename Hold>
-    std::unique_ptr<Kind> open_as(const std::filesystem::path& path, const Hold& hold)
-    {
-        const Model model = load(path);
-        if (!model.is()) return nullptr;
-        std::unique_ptr<Kind> held = hold(model);
-        if (!held) close_model(model);
-        return held;
     }
 
     Context context_;

@@ -35,7 +35,7 @@ class OfficeDocument final : public ooxml::FilledDocument {
 public:
     OfficeDocument(LibreOffice& office, std::string_view bytes)
         : is_package_(require_kind(bytes, FileKind::Document) == FileKind::Package), folder_(office.folder()),
-          file_(office.open(folder_.put(is_package_ ? "read.docx" : "read.doc", bytes), &Connection::open_document))
+          file_(office.open<OpenDocument>(folder_.put(is_package_ ? "read.docx" : "read.doc", bytes)))
     {
         if (!file_) throw ooxml::Damage(suite_title() + U" 不能将它作为文档打开。");
     }

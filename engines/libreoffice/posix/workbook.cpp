@@ -118,8 +118,7 @@ std::unique_ptr<Workbook> open_workbook(const Surroundings& around, Text path)
         const bool is_package = kind == FileKind::Package;
         remove_read_only_advice(bytes);
         auto folder = std::make_unique<ExchangeFolder>(around.office.folder());
-        auto file =
-            around.office.open(folder->put(is_package ? "read.xlsx" : "read.xls", bytes), &Connection::open_workbook);
+        auto file = around.office.open<OpenWorkbook>(folder->put(is_package ? "read.xlsx" : "read.xls", bytes));
         if (!file)
             throw ooxml::Damage(kind == FileKind::Encrypted ? Text(locked_reason)
                                                             : suite_title() + U" 不能将它作为工作簿打开。");
