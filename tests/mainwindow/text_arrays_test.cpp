@@ -49,31 +49,12 @@ public:
     void append_line(std::size_t index, Text& target) const override { target += number_text(index); }
 };
 
-TEST(PaneText, is_gathered_in_the_narrowest_width)
-{
-    TextBuilder builder;
-    Text expected;
-    for (const Text& piece : {Text(U"abc"), Text(U"中文"), Text(U"d"), Text(U"\U00020000"), Text(U"é中")}) {
-        builder.append(piece);
-        builder.append(piece);
-        expected += piece + piece;
-    }
-    EXPECT_EQ(builder.finish()->view(), TextView(expected));
-    builder.append(TextView(U"plain"));
-    EXPECT_EQ(builder.finish()->view().width(), 1U);
-}
-
 TEST(Documents, are_decoded_again_when_their_file_has_changed)
 {
     test::TestProgram started;
     for (const char* bytes : {"one", "two", "six"}) {
         started.installation.write("a.txt", bytes);
         EXPECT_EQ(load_document(started.program, U"a.txt").text(), from_utf8(bytes)) << "of the same size, at once";
-    }
-    for (int i = 0; i < 20; ++i) {
-        const std::string name = std::to_string(i) + ".txt";
-        started.installation.write(name, name);
-        EXPECT_EQ(load_document(started.program, from_utf8(name)).text(), from_utf8(name));
     }
 }
 
@@ -93,7 +74,7 @@ TEST(PaneText, edits_slices_and_parts_are_those_of_a_plain_string)
             Text handed;
             text.for_each_part([&handed](TextView part) { part.append_to(handed); }, start, length);
             ASSERT_EQ(handed, wanted.str());
-            const Text inserted(random() % 4, static_cast<char32_t>(U'a' + edit));
+            const Text inserted(random() % 4, std::u32string_view(U"aé中\U00020000")[random() % 4]); // of every width
             if (random() % 3 == 0) {
                 text.append(inserted);
                 plain += inserted;
@@ -107,6 +88,19 @@ TEST(PaneText, edits_slices_and_parts_are_those_of_a_plain_string)
             ASSERT_EQ(text.view(), TextView(plain));
         }
     }
+}
+
+TEST(Pane, what_was_selected_stays_whatever_becomes_of_it)
+{
+    test::TestProgram started;
+    Pane& pane = started.form1().RichTextBox3;
+    pane.set_content(PaneText(std::make_shared<Numbers>()));
+    pane.append(U"behind them");
+    pane.select({Position::at_offset(pane.content().size() - 12), 99});
+    const TextSource source = pane.selected_source();
+    pane.set_text(U"gone");
+    started.clipboard.set_source(source);
+    EXPECT_EQ(started.clipboard.text(), U"\nbehind them");
 }
 
 } // namespace

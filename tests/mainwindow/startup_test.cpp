@@ -1,4 +1,3 @@
-#include "mainwindow/mainwindow.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>
@@ -7,34 +6,6 @@ namespace tarvik {
 namespace {
 
 using test::TestProgram;
-
-class ThreeLines final : public LineSource {
-public:
-    std::size_t line_count() const override { return 3; }
-    void append_line(std::size_t index, Text& target) const override { target += U"line " + number_text(index); }
-};
-
-TEST(Clipboard, a_copy_is_what_was_selected_whatever_becomes_of_the_pane)
-{
-    TestProgram started;
-    Pane& pane = started.form1().RichTextBox3;
-    pane.set_content(PaneText(std::make_shared<ThreeLines>()));
-    pane.append(U"behind them");
-    pane.select({Position(24), 99});
-    const TextSource source = pane.selected_source();
-    pane.set_text(U"gone");
-    RichTextBox_MouseUp(started.program, pane);
-    started.clipboard.set_source(source);
-    EXPECT_EQ(started.clipboard.text(), U"\nbehind them");
-}
-
-TEST(Helpers, smallest_that_is_not_0)
-{
-    EXPECT_EQ(min3to1(0, 7, 3), 3);
-    EXPECT_EQ(min3to1(0, 0, 5), 5);
-    EXPECT_EQ(min3to1(0, 1, 5), 1);
-    EXPECT_EQ(min3to1(0, 0, 0), 0);
-}
 
 TEST(Startup, keeps_which_objects_of_its_file_accesses_stand)
 {
@@ -71,6 +42,13 @@ TEST(Startup, opening_grows_the_window_as_far_as_the_step_by_step_rule)
         EXPECT_DOUBLE_EQ(form1.window.width(), form1.Command6.left() + form1.Command6.width() + 200) << screen;
         EXPECT_DOUBLE_EQ(form1.Command2[5].left(), form1.Command2[4].left());
     }
+}
+
+TEST(Numbers, smallest_of_three_that_is_not_0)
+{
+    EXPECT_EQ(min3to1(0, 7, 3), 3);
+    EXPECT_EQ(min3to1(0, 0, 5), 5);
+    EXPECT_EQ(min3to1(0, 0, 0), 0);
 }
 
 } // namespace
