@@ -7,11 +7,13 @@
 
 #include <QAbstractButton>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QStyle>
 #include <QUrl>
 
 #include <algorithm>
@@ -282,12 +284,26 @@ void Form1Window::before_first_show()
     move(free.left() + left, free.top() + std::max(0, spare / 3));
     query_box_->setFocus(Qt::OtherFocusReason);
     query_box_->selectAll();
+    const bool is_watched = QGuiApplication::platformName() != "offscreen";
+    if (is_watched && style()->styleHint(QStyle::SH_Widget_Animate) != 0) grow();
+}
+
+void Form1Window::grow()
+{
+    constexpr int milliseconds = 180;
+    growth_.setDuration(milliseconds);
+    growth_.setStartValue(size() / 2);
+    growth_.setEndValue(size());
+    growth_.setEasingCurve(QEasingCurve::OutCubic);
+    connect(&growth_, &QVariantAnimation::valueChanged, this, [this](const QVariant& now) { resize(now.toSize()); });
+    connect(&growth_, &QVariantAnimation::finished, this, [this] { post_resize(size()); });
+    growth_.start();
 }
 
 void Form1Window::resizeEvent(QResizeEvent* event)
 {
     place();
-    FormWindow::resizeEvent(event);
+    if (!grows()) FormWindow::resizeEvent(event);
 }
 
 void Form1Window::mousePressEvent(QMouseEvent* event)

@@ -6,6 +6,8 @@
 #include "desktop/windows/progress_line.h"
 #include "desktop/windows/status_line.h"
 
+#include <QVariantAnimation>
+
 namespace tarvik {
 
 /// The height of the status line along the main window's lower edge, in twips.
@@ -59,6 +61,7 @@ protected:
     void place() override;
     void set_zoom(double zoom) override;
     void before_first_show() override;
+    QSize picture_size() const override { return grows() ? growth_.endValue().toSize() : size(); }
     void take_size(QSize size) override;
     void resizeEvent(QResizeEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
@@ -73,6 +76,8 @@ private:
     void make_controls();
     void make_keys();
     void make_panes();
+    bool grows() const { return growth_.state() == QAbstractAnimation::Running; }
+    void grow();
     std::function<void()> to_query_box();
     void keep_separator();
     void stop_run();
@@ -86,7 +91,8 @@ private:
     CommandList* commands_ = nullptr;
     FindBar find_bar_;
     QLabel* key_hint_ = nullptr;
-    QSizeF full_size_; // that the window opens with, in pixels without any zoom
+    QVariantAnimation growth_; // of the window when the program starts
+    QSizeF full_size_;         // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;
     Text separator_, number_before_; // of the last query; in the number box as last seen

@@ -94,6 +94,8 @@ protected:
     virtual void place();
     /// Shows everything in the window as large as this.
     virtual void set_zoom(double zoom);
+    /// What the picture is stretched over.
+    virtual QSize picture_size() const { return size(); }
     /// Whether the window may be closed; the user can be asked.
     virtual bool may_close() { return true; }
     /// The model gets the size in pixels that the user has given the window.
@@ -185,7 +187,7 @@ private:
     // Only the stretched picture is kept: the file is looked for and loaded again for every size of the window.
     void paint_picture(QPainter& painter)
     {
-        const QSize pixels = (QSizeF(size()) * devicePixelRatioF()).toSize();
+        const QSize pixels = (QSizeF(picture_size()) * devicePixelRatioF()).toSize();
         if (picture_pixels_ != pixels) {
             picture_pixels_ = pixels;
             picture_ = {};
@@ -195,7 +197,7 @@ private:
                 picture_ = QPixmap::fromImage(reader.read());
             }
         }
-        if (!picture_.isNull()) painter.drawPixmap(rect(), picture_);
+        if (!picture_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), picture_size()), picture_);
     }
     Front front_;
     Window& model_;
