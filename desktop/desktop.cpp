@@ -92,7 +92,7 @@ void Desktop::start(const Text& notice)
     queue_.submit([this, notice] {
         tarvik::start(program_);
         form1_.fit_to_screen(form1_.screen()->availableGeometry().size());
-        QApplication::setFont(theme_.font(FontRole::Dialog, form1_.scale())); // of all that is the toolkit's own
+        QApplication::setFont(theme_.font(font_role::dialog, form1_.scale())); // of all that is the toolkit's own
         recorder_.remember_opening();
         if (!notice.empty()) tell(program_, notice, application_title, Icon::Exclamation);
     });

@@ -20,34 +20,6 @@ namespace tarvik {
 
 namespace {
 
-struct RoleFont {
-    enum Family { Query, Page, Pane } family;
-    double points;
-    bool bold;
-};
-
-RoleFont role_font(FontRole role)
-{
-    switch (role) {
-    case FontRole::Query: return {RoleFont::Query, 17, false};
-    case FontRole::Number: return {RoleFont::Query, 14, false};
-    case FontRole::Page: return {RoleFont::Page, 10.5, false};
-    case FontRole::Key:
-    case FontRole::Dialog: return {RoleFont::Page, 11, false};
-    case FontRole::Sign:
-    case FontRole::Column: return {RoleFont::Page, 14, false};
-    case FontRole::Label:
-    case FontRole::Frame:
-    case FontRole::Help: return {RoleFont::Page, 10, false};
-    case FontRole::Pane:
-    case FontRole::Notes: return {RoleFont::Pane, 12, false};
-    case FontRole::Design: return {RoleFont::Page, 14, true};
-    case FontRole::DesignQuery: return {RoleFont::Page, 16, true};
-    case FontRole::DesignKey: return {RoleFont::Page, 18, true};
-    default: return {RoleFont::Page, 12, false};
-    }
-}
-
 const QStringList query_design{"华文新魏", "STXinwei"};
 const QStringList page_design{"微软雅黑", "Microsoft YaHei"};
 const QStringList chinese{"Noto Sans CJK SC",    "Source Han Sans SC", "思源黑体 CN", "WenQuanYi Zen Hei",
@@ -229,25 +201,25 @@ Theme::Theme(const Files& files)
     const QStringList query_own = add_installation_font(files, U"STXINWEI.TTF");
     const QStringList page_own = add_installation_font(files, U"msyh.ttf");
     const QStringList fallback = installed_families(chinese);
-    families_[RoleFont::Query] = query_own + installed_families(query_design) + fallback;
-    families_[RoleFont::Page] = page_own + installed_families(page_design) + fallback;
-    families_[RoleFont::Pane] = installed_families(chinese_even) + families_[RoleFont::Page];
+    families_[FontRole::Query] = query_own + installed_families(query_design) + fallback;
+    families_[FontRole::Page] = page_own + installed_families(page_design) + fallback;
+    families_[FontRole::Pane] = installed_families(chinese_even) + families_[FontRole::Page];
 }
 
-QFont Theme::font(FontRole role, const Scale& scale) const
+QFont Theme::font(const FontRole& role, const Scale& scale) const
 {
-    const RoleFont of = role_font(role);
     QFont font;
-    if (!families_[of.family].isEmpty()) font.setFamilies(families_[of.family]);
-    font.setPointSizeF(std::max(1.0, of.points * scale.zoom)); // a whole number of dots would be coarse at small zooms
-    font.setBold(of.bold);
+    if (!families_[role.family].isEmpty()) font.setFamilies(families_[role.family]);
+    font.setPointSizeF(
+        std::max(1.0, role.points * scale.zoom)); // a whole number of dots would be coarse at small zooms
+    font.setBold(role.bold);
     return font;
 }
 
 QFont Theme::pane_font(int points, double zoom, const Scale& scale) const
 {
-    QFont font = this->font(FontRole::Pane, scale);
-    const double wanted = zoom * (points > 0 ? points : role_font(FontRole::Pane).points);
+    QFont font = this->font(font_role::pane, scale);
+    const double wanted = zoom * (points > 0 ? points : font_role::pane.points);
     font.setPixelSize(std::max(1, qRound(scale.font_pixels(wanted))));
     // A character has the same width wherever it stands, which is what lets a text view reckon with long lines.
     font.setKerning(false);

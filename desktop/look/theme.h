@@ -46,26 +46,21 @@ struct Scale {
 /// what lies under a found text.
 inline constexpr QPalette::ColorRole focus_role = QPalette::Link, found_role = QPalette::LinkVisited;
 
-/// What a text on the screen is for.
-enum class FontRole {
-    Query,
-    Number,
-    Page,
-    Button,
-    Key,
-    Sign,
-    Option,
-    Label,
-    Frame,
-    Help,
-    Column,
-    Notes,
-    Pane,
-    Design,
-    DesignQuery,
-    DesignKey,
-    Dialog
+/// The font of a text on the screen, by what the text is for.
+struct FontRole {
+    enum Family { Query, Page, Pane } family;
+    double points; ///< at zoom 1
+    bool bold = false;
 };
+namespace font_role {
+inline constexpr FontRole query{FontRole::Query, 17}, number{FontRole::Query, 14};
+inline constexpr FontRole page{FontRole::Page, 10.5}, button{FontRole::Page, 12}, option{FontRole::Page, 12};
+inline constexpr FontRole key{FontRole::Page, 11}, sign{FontRole::Page, 14}, column{FontRole::Page, 14};
+inline constexpr FontRole frame{FontRole::Page, 10}, help{FontRole::Page, 10}, dialog{FontRole::Page, 11};
+inline constexpr FontRole pane{FontRole::Pane, 12}, notes{FontRole::Pane, 12};
+inline constexpr FontRole design{FontRole::Page, 14, true}, design_query{FontRole::Page, 16, true},
+    design_key{FontRole::Page, 18, true};
+} // namespace font_role
 
 /// Light is the design's own look.
 enum class Look { Light, Dark, HighContrast };
@@ -82,7 +77,7 @@ public:
     /// broken is passed over, and a Chinese font of the system stands in for it.
     explicit Theme(const Files& files);
 
-    QFont font(FontRole role, const Scale& scale) const;
+    QFont font(const FontRole& role, const Scale& scale) const;
     /// The font of a text view at a size in points, 0 for that of the design.
     QFont pane_font(int points, double zoom, const Scale& scale) const;
 

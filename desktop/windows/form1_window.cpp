@@ -60,9 +60,9 @@ Form1Window::Form1Window(const Front& front)
     key_hint_ = new QLabel(this);
     key_hint_->setObjectName("keys");
     key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_}) add_font(*widget, FontRole::Help);
-    add_font(find_bar_, FontRole::Button);
-    add_font(*commands_, FontRole::Notes); // even widths keep its columns
+    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_}) add_font(*widget, font_role::help);
+    add_font(find_bar_, font_role::button);
+    add_font(*commands_, font_role::notes); // even widths keep its columns
     set_tooltips(*this);
     separator_ = from_qt(user_settings().value(separator_key, usual_separator).toString());
     for (TextWidget* pane : panes_) pane->word_asked = [this](const QString& word) { look_up(word); };

@@ -20,17 +20,18 @@ public:
     {
         setAttribute(Qt::WA_ShowWithoutActivating);
         Form3& form3 = front.program.form3;
-        for (auto& [index, box] : form3.Text1) add_line_box(box, FontRole::Column, *this).setAlignment(Qt::AlignCenter);
+        for (auto& [index, box] : form3.Text1)
+            add_line_box(box, font_role::column, *this).setAlignment(Qt::AlignCenter);
         for (auto& [index, box] : form3.Text1) {
             auto* heading = new QLabel(this);
             heading->setObjectName(QString("heading(%1)").arg(index));
             heading->setTextFormat(Qt::PlainText);
             headings_[index] = heading;
-            add_font(*heading, FontRole::Help);
+            add_font(*heading, font_role::help);
         }
-        for (auto& [index, label] : form3.Label1) add_label(label, FontRole::Help, *this);
-        for (auto& [index, button] : form3.Command1) add_button(button, FontRole::Button, *this);
-        notes_ = &add_text(form3.Text2, fonts(), FontRole::Notes, *this);
+        for (auto& [index, label] : form3.Label1) add_label(label, Qt::AlignLeft | Qt::AlignTop, *this);
+        for (auto& [index, button] : form3.Command1) add_button(button, font_role::button, *this);
+        notes_ = &add_text(form3.Text2, fonts(), font_role::notes, *this);
         notes_->break_lines();
         set_tooltips(*this);
         // A window of the main window's own stays in front of it.

@@ -28,10 +28,10 @@ public:
         QWidget& all = add_frame(form4_.Frame1, *scroll_area_->widget());
         make_rows(add_frame(form4_.Frame2, all), 0, Form4::first_dynamic);
         make_rows(add_frame(form4_.Frame3, all), Form4::first_dynamic, Form4::last_box + 1);
-        add_line_box(form4_.Text3, FontRole::DesignQuery, all).setTextMargins(text_margin, 0, text_margin, 0);
-        add_line_box(form4_.Text4, FontRole::DesignKey, all).setAlignment(Qt::AlignCenter);
+        add_line_box(form4_.Text3, font_role::design_query, all).setTextMargins(text_margin, 0, text_margin, 0);
+        add_line_box(form4_.Text4, font_role::design_key, all).setAlignment(Qt::AlignCenter);
         for (Control* button : {&form4_.Command1, &form4_.Command2, &form4_.Command3})
-            add_button(*button, FontRole::Button, all);
+            add_button(*button, font_role::button, all);
         make_help(all);
         // The wheel reaches the areas.
         for (QWidget* widget : scroll_area_->widget()->findChildren<QWidget*>())
@@ -128,7 +128,7 @@ private:
         for (int row = first; row < end; row += 2)
             for (auto* boxes : {&form4_.Text1, &form4_.Text2})
                 for (const int index : {row, row + 1}) {
-                    boxes_.push_back(&add_line_box((*boxes)[index], FontRole::Design, frame));
+                    boxes_.push_back(&add_line_box((*boxes)[index], font_role::design, frame));
                     boxes_.back()->setAlignment(Qt::AlignCenter);
                     boxes_.back()->installEventFilter(this);
                 }
@@ -142,7 +142,7 @@ private:
         auto* column = new QVBoxLayout(help_area_->widget());
         column->setContentsMargins({});
         for (Control* label : {&form4_.Label1, &form4_.Label2, &form4_.Label3, &form4_.Label4, &form4_.Label5})
-            column->addWidget(&add_label(*label, FontRole::Help, *help_area_->widget()));
+            column->addWidget(&add_label(*label, Qt::AlignLeft | Qt::AlignTop, *help_area_->widget()));
         column->addStretch();
     }
     QSize size_needed() const

@@ -190,7 +190,7 @@ QString widget_name(const Control& control)
     return name.startsWith("Form") ? name : "Form1." + name;
 }
 
-void FormWindow::enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show)
+void FormWindow::enter(Control& control, QWidget& widget, const FontRole& role, std::function<void()> show)
 {
     widget.setObjectName(widget_name(control));
     controls_.emplace_back(&control, &widget);
@@ -201,7 +201,8 @@ void FormWindow::enter(Control& control, QWidget& widget, FontRole role, std::fu
     });
 }
 
-QAbstractButton& FormWindow::add_button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked)
+QAbstractButton& FormWindow::add_button(Control& control, const FontRole& role, QWidget& parent,
+                                        std::function<void()> clicked)
 {
     auto& widget = *new ButtonWidget(front_, control, std::move(clicked), &parent);
     enter(control, widget, role, [&widget, &control] { show_caption(widget, to_qt(control.caption())); });
@@ -211,7 +212,7 @@ QAbstractButton& FormWindow::add_button(Control& control, FontRole role, QWidget
 QAbstractButton& FormWindow::add_option(OptionButton& control, QWidget& parent, std::function<void()> clicked)
 {
     auto& widget = *new OptionWidget(front_, control, std::move(clicked), &parent);
-    enter(control, widget, FontRole::Option, [&widget, &control] {
+    enter(control, widget, font_role::option, [&widget, &control] {
         show_caption(widget, to_qt(control.caption()));
         widget.setChecked(control.value());
     });
@@ -221,32 +222,35 @@ QAbstractButton& FormWindow::add_option(OptionButton& control, QWidget& parent, 
 QWidget& FormWindow::add_frame(Control& control, QWidget& parent)
 {
     auto& widget = *new FrameWidget(&parent);
-    enter(control, widget, FontRole::Frame, [&widget, &control] { widget.set_caption(to_qt(control.caption())); });
+    enter(control, widget, font_role::frame, [&widget, &control] { widget.set_caption(to_qt(control.caption())); });
     return widget;
 }
 
-QLabel& FormWindow::add_label(Control& control, FontRole role, QWidget& parent)
+QLabel& FormWindow::add_label(Control& control, Qt::Alignment alignment, QWidget& parent)
 {
     auto& widget = *new QLabel(&parent);
     widget.setAttribute(Qt::WA_NoMousePropagation);
     widget.setTextFormat(Qt::PlainText);
-    widget.setWordWrap(role == FontRole::Help);
-    widget.setAlignment(role == FontRole::Help ? Qt::AlignLeft | Qt::AlignTop : Qt::AlignCenter);
-    widget.setAutoFillBackground(role == FontRole::Help);
-    widget.setMargin(role == FontRole::Help ? 2 : 0);
-    if (role == FontRole::Help) widget.setContentsMargins(2, 0, 2, 0);
-    enter(control, widget, role, [&widget, &control] { show_caption(widget, lines_to_qt(control.caption())); });
+    widget.setAlignment(alignment);
+    if (alignment != Qt::AlignCenter) {
+        widget.setWordWrap(true);
+        widget.setAutoFillBackground(true);
+        widget.setMargin(2);
+        widget.setContentsMargins(2, 0, 2, 0);
+    }
+    enter(control, widget, font_role::help,
+          [&widget, &control] { show_caption(widget, lines_to_qt(control.caption())); });
     return widget;
 }
 
-LineBox& FormWindow::add_line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu)
+LineBox& FormWindow::add_line_box(TextBox& box, const FontRole& role, QWidget& parent, bool context_menu)
 {
     auto& widget = *new LineBox(front_, box, context_menu, &parent);
     enter(box, widget, role, [&widget] { widget.show_model(); });
     return widget;
 }
 
-TextWidget& FormWindow::add_text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent)
+TextWidget& FormWindow::add_text(TextControl& text, const FontSizes& fonts, const FontRole& role, QWidget& parent)
 {
     auto& widget = *new TextWidget(front_, fonts, text, &parent);
     enter(text, widget, role, [&widget] { widget.show_model(); });

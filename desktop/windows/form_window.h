@@ -150,14 +150,16 @@ protected:
     }
 
     /// These make the widget of a control. `clicked` is called behind a click with the mouse.
-    QAbstractButton& add_button(Control& control, FontRole role, QWidget& parent, std::function<void()> clicked = {});
+    QAbstractButton& add_button(Control& control, const FontRole& role, QWidget& parent,
+                                std::function<void()> clicked = {});
     QAbstractButton& add_option(OptionButton& control, QWidget& parent, std::function<void()> clicked);
     QWidget& add_frame(Control& control, QWidget& parent);
-    QLabel& add_label(Control& control, FontRole role, QWidget& parent);
-    LineBox& add_line_box(TextBox& box, FontRole role, QWidget& parent, bool context_menu = false);
-    TextWidget& add_text(TextControl& text, const FontSizes& fonts, FontRole role, QWidget& parent);
+    /// What is not centred is a text of several lines.
+    QLabel& add_label(Control& control, Qt::Alignment alignment, QWidget& parent);
+    LineBox& add_line_box(TextBox& box, const FontRole& role, QWidget& parent, bool context_menu = false);
+    TextWidget& add_text(TextControl& text, const FontSizes& fonts, const FontRole& role, QWidget& parent);
     /// Gives a widget that shows no control the font of a role.
-    void add_font(QWidget& widget, FontRole role) { roles_.push_back({&widget, role}); }
+    void add_font(QWidget& widget, const FontRole& role) { roles_.push_back({&widget, role}); }
 
     Front& front() { return front_; }
     const Front& front() const { return front_; }
@@ -166,7 +168,7 @@ protected:
     PaneFonts& fonts() { return fonts_; }
 
 private:
-    void enter(Control& control, QWidget& widget, FontRole role, std::function<void()> show);
+    void enter(Control& control, QWidget& widget, const FontRole& role, std::function<void()> show);
     /// Empty when there is no picture.
     static QString picture_path(const Files& files)
     {
