@@ -40,16 +40,6 @@ protected:
         return {status, out.str(), errors.str()};
     }
 
-    std::vector<std::string> names() const
-    {
-        std::ostringstream out;
-        list_names(out);
-        std::istringstream lines(out.str());
-        std::vector<std::string> names;
-        for (std::string name; std::getline(lines, name);) names.push_back(name);
-        return names;
-    }
-
     test::TemporaryFolder installation, drive;
 };
 
@@ -125,15 +115,17 @@ TEST_F(Player, ends_with_the_main_window)
 
 TEST_F(Player, can_show_every_name_that_it_lists)
 {
+    std::stringstream names;
+    list_names(names);
     std::string script = "show";
-    for (std::string name : names()) {
+    for (std::string name; std::getline(names, name);) {
         for (const auto& [index, value] : {std::pair("(i)", "(7)"), {"(i,j)", "(7,3)"}})
             if (name.ends_with(index)) name.replace(name.size() - std::string_view(index).size(), npos, value);
         script += " " + name;
     }
     const Played played = play(script);
     EXPECT_EQ(played.errors, "");
-    EXPECT_EQ(std::count(played.out.begin(), played.out.end(), '\n'), static_cast<std::ptrdiff_t>(names().size()));
+    EXPECT_EQ(std::ranges::count(played.out, '\n'), std::ranges::count(script, ' '));
 }
 
 TEST_F(Player, stops_a_task_at_the_first_difference)
