@@ -140,7 +140,7 @@ void enter_record(SheetLine& line, const RepairRecord& record, const RuleTable& 
 bool enter_orders(Worksheet& sheet, const Records& records, const RuleTable& rules)
 {
     bool found = false;
-    std::vector<SheetLine> lines; // written when all are read: an engine that works in blocks reads and writes once
+    std::vector<SheetLine> lines; // written when all are read: no write has a formula of another line calculated anew
     const int last = last_line(sheet);
     for (int row = first_line; row <= last; ++row) {
         SheetLine& line = lines.emplace_back(sheet, row);

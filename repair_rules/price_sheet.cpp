@@ -7,8 +7,7 @@ namespace {
 constexpr std::size_t first_field = 6; ///< goes to column 5; the ones behind it follow
 constexpr int last_moving_column = 25;
 
-/// Where every row of the sheet goes and what is written in it, found out before the first cell changes: an engine that
-/// works in blocks reads once and writes once.
+/// Where every row of the sheet goes and what is written in it, found out before the first cell changes.
 class PriceSheet {
 public:
     PriceSheet(Worksheet& sheet, const Records& records)
