@@ -79,19 +79,4 @@ std::string repeated(std::string_view text, std::size_t count)
     return all;
 }
 
-void spoil(std::string& bytes, std::mt19937& random)
-{
-    const std::string marks = "<>/\"'&;=:!? rcvfwpt019\r\n";
-    const auto below = [&random](std::size_t limit) { return random() % limit; };
-    for (auto count = below(4) + 1; count > 0 && !bytes.empty(); --count) {
-        const auto at = below(bytes.size());
-        switch (below(4)) {
-        case 0: bytes[at] = static_cast<char>(below(256)); break;
-        case 1: bytes[at] = marks[below(marks.size())]; break;
-        case 2: bytes.erase(at, below(40)); break;
-        default: bytes.insert(at, bytes.substr(below(bytes.size()), below(40)));
-        }
-    }
-}
-
 } // namespace tarvik::test

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <random>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,7 +21,5 @@ void set_part(Parts& parts, const std::string& name, const std::string& contents
 /// Replaces the one place where `from` stands in the part.
 void edit_part(Parts& parts, const std::string& name, const std::string& from, const std::string& to);
 std::string repeated(std::string_view text, std::size_t count);
-/// Damages one to four places as chance has it, by other characters or by pieces that go or come twice.
-void spoil(std::string& bytes, std::mt19937& random);
 
 } // namespace tarvik::test
