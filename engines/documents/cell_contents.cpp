@@ -217,10 +217,7 @@ void append_drawing(pugi::xml_node paragraph, const std::string& drawing)
 {
     auto run = append_like(paragraph, "r");
     append_like(append_like(run, "rPr"), "noProof");
-    auto target = append_like(run, "drawing");
-    if (!target.append_buffer(drawing.data(), drawing.size(), pugi::parse_minimal, pugi::encoding_utf8)) {
-        throw std::bad_alloc(); // the XML is our own
-    }
+    append_elements(append_like(run, "drawing"), drawing);
 }
 
 } // namespace tarvik::ooxml
