@@ -56,6 +56,7 @@ protected:
         QRectF help = place_of(form4_.Label1);
         help.setSize({help.width() - narrower_, form4_.Frame1.height() - help.top() - help_gap});
         help_area_->setGeometry(front().scale.rectangle(help));
+        help_area_->widget()->layout()->setSpacing(qRound(front().scale.pixels(help_gap)));
         scroll_area_->setGeometry(rect());
         const QSize needed = size_needed(), room = size() - QSize(bar, 0);
         const auto length = [](int wanted, int there) { return wanted > there + rounding ? wanted : there; };

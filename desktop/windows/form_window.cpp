@@ -160,8 +160,12 @@ void FormWindow::place()
 {
     std::vector<QLabel*> texts;
     for (const auto& [control, widget] : controls_) {
-        if (widget->parentWidget()->layout()) continue; // which places it
-        widget->setGeometry(front_.scale.rectangle(fitted(*control)));
+        const QRect place = front_.scale.rectangle(fitted(*control));
+        if (widget->parentWidget()->layout()) { // which places it
+            widget->setMinimumHeight(place.height());
+            continue;
+        }
+        widget->setGeometry(place);
         if (auto* label = dynamic_cast<QLabel*>(widget); label && label->wordWrap() && !label->text().isEmpty())
             texts.push_back(label);
     }

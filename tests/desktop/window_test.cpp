@@ -1,7 +1,5 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include <QLabel>
-
 namespace tarvik::test {
 namespace {
 
