@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/services/system.h"
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
 #include "platform/files/disk_file.h"
@@ -11,6 +10,9 @@
 #include <system_error>
 
 namespace tarvik {
+
+/// The name of the system's default printer, or nothing.
+std::string default_printer();
 
 /// The default printer of the system, to which the suite prints. A missing printer, or nothing that could print the
 /// file, is a Failure. `office` must outlive the printer.

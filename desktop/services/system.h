@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <functional>
+#include <string>
 
 /// What only the system knows or does.
 namespace tarvik {
@@ -19,9 +20,6 @@ void show_words(const std::string& words, bool is_complaint);
 /// Opens a file or folder by the program that the system has for it. `failed` is called when there is none, perhaps
 /// later.
 void open_by_system(const QString& path, const std::function<void()>& failed);
-
-/// The name of the system's default printer, or nothing.
-std::string default_printer();
 
 struct SystemLook {
     bool is_dark = false, is_high_contrast = false;

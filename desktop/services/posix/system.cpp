@@ -1,5 +1,7 @@
 #include "desktop/services/system.h"
 
+#include "desktop/services/desktop_printer.h"
+
 #include <QCoreApplication>
 #include <QProcess>
 

@@ -11,8 +11,6 @@
 #include <cstdio>
 #include <windows.h>
 
-#include <winspool.h>
-
 namespace tarvik {
 
 DriveMap missing_drives()
@@ -36,15 +34,6 @@ void show_words(const std::string& words, bool is_complaint)
 void open_by_system(const QString& path, const std::function<void()>& failed)
 {
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path))) failed();
-}
-
-std::string default_printer()
-{
-    DWORD size = 0;
-    ::GetDefaultPrinterW(nullptr, &size);
-    std::wstring name(size, L'\0');
-    if (size == 0 || !::GetDefaultPrinterW(name.data(), &size)) return {};
-    return utf8_of(name.c_str());
 }
 
 SystemLook system_look()
