@@ -285,7 +285,7 @@ std::vector<std::string> state(Program& program, const TemporaryFolder& root)
     std::vector<std::string> lines;
     for (const std::string& name : test::work_names(program))
         lines.push_back(name + " = " + printed(resolve(program, name).read()));
-    for (const auto& [name, held] : test::files_below(root.path())) lines.push_back(name + ": " + held);
+    for (const auto& [name, held] : test::files_below(root.path())) lines.emplace_back(name).append(": ").append(held);
     for (std::string& line : lines) line = test::replaced(line, root.path().string(), "$");
     std::sort(lines.begin(), lines.end());
     return lines;
@@ -303,10 +303,11 @@ std::string joined(const std::vector<std::string>& lines)
 // What a user does at random is recorded in one program and played in another.
 TEST(Recording, plays_to_what_was_recorded)
 {
-    const char* const wished = std::getenv("TARVIK_SESSIONS");
-    const unsigned first =
-        std::getenv("TARVIK_SEED") ? static_cast<unsigned>(std::atoi(std::getenv("TARVIK_SEED"))) : 0;
-    const unsigned sessions = wished ? static_cast<unsigned>(std::atoi(wished)) : 60;
+    const auto wished = [](const char* name, unsigned usual) {
+        const char* const given = std::getenv(name);
+        return given ? static_cast<unsigned>(std::atoi(given)) : usual;
+    };
+    const unsigned first = wished("TARVIK_SEED", 0), sessions = wished("TARVIK_SESSIONS", 60);
     for (unsigned seed = first; seed < first + sessions; ++seed) {
         Random random(seed);
         const TemporaryFolder here, there;
