@@ -36,7 +36,8 @@ TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
         focused(box);
         box.setCursorPosition(key == Qt::Key_Right ? static_cast<int>(box.text().size()) : 0);
         QTest::keyClick(&box, key);
-        EXPECT_TRUE(wait_until([&] { return find(to).hasFocus(); })) << from << " to " << to;
+        const QWidget& next = find(to);
+        EXPECT_TRUE(wait_until([&next] { return next.hasFocus(); })) << from << " to " << to;
     }
 }
 
