@@ -6,12 +6,12 @@
 
 #include <locale.h>
 
-// The toolkit's font library keeps what it has read until the process ends, LibreOffice's headers their types' names.
+// The toolkit's font library keeps what it has read until the process ends, LibreOffice's headers and libraries types.
 // NOLINTNEXTLINE(bugprone-reserved-identifier): the name that the sanitizer asks for.
 extern "C" const char* __lsan_default_suppressions()
 {
     return "leak:libfontconfig\nleak:libQt6\nleak:libglib\n"
-           "leak:com::sun::star::uno::Type::operator new\n";
+           "leak:libuno_sal.so\nleak:libuno_cppu.so\nleak:com::sun::star::uno::Type::operator new\n";
 }
 
 int main(int count, char** words)
