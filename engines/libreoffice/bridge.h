@@ -55,8 +55,8 @@ public:
     virtual void split_merged(int sheet, const ooxml::Range& area) = 0;
     /// False where LibreOffice writes nothing; it gives no reason.
     virtual bool write(int sheet, const Block& block) = 0;
-    /// Keeps the cell's note.
-    virtual void write_cell(int sheet, ooxml::Place place, const CellValue& value) = 0;
+    /// Keeps the cell's note. False where LibreOffice leaves an array formula as it is.
+    virtual bool write_cell(int sheet, ooxml::Place place, const CellValue& value) = 0;
 };
 
 struct Size {

@@ -12,6 +12,7 @@
 #include <com/sun/star/sheet/XCellRangesQuery.hpp>
 #include <com/sun/star/sheet/XSpreadsheet.hpp>
 #include <com/sun/star/sheet/XSpreadsheetDocument.hpp>
+#include <com/sun/star/table/CellContentType.hpp>
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 #include <com/sun/star/util/XProtectable.hpp>
@@ -171,14 +172,18 @@ public:
         return true;
     }
 
-    void write_cell(int sheet, Place place, const CellValue& value) override
+    bool write_cell(int sheet, Place place, const CellValue& value) override
     {
         const auto cell = sheet_at(sheet)->getCellByPosition(place.column - 1, place.row - 1);
-        if (const auto* number = std::get_if<double>(&value)) return cell->setValue(*number);
-        const NumberFormats formats(sheet_at(sheet), {place, place});
-        const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
-        text->setString(to_uno(std::get<Text>(value)));
-        formats.put_back();
+        if (const auto* number = std::get_if<double>(&value)) {
+            cell->setValue(*number);
+        } else {
+            const NumberFormats formats(sheet_at(sheet), {place, place});
+            const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
+            text->setString(to_uno(std::get<Text>(value)));
+            formats.put_back();
+        }
+        return cell->getType() != css::table::CellContentType_FORMULA;
     }
 
 private:

@@ -53,15 +53,16 @@ void write(OpenWorkbook& file, const ooxml::SheetChanges& changes)
     auto together = changes.cells;
     const auto alone = std::stable_partition(together.begin(), together.end(), std::not_fn(has_note));
     for (const auto& area : changes.split) file.split_merged(changes.position, area);
-    std::for_each(alone, together.end(),
-                  [&](const auto& cell) { file.write_cell(changes.position, cell.first, cell.second); });
-    together.erase(alone, together.end());
-    for (const auto& block : blocks_of(together)) {
-        const auto [row, column] = block.area.first;
-        if (!file.write(changes.position, block))
-            throw std::runtime_error(to_utf8(U"第 " + number_text(row) + U" 行、第 " + number_text(column) +
+    const auto require = [](bool is_written, Place at) {
+        if (!is_written)
+            throw std::runtime_error(to_utf8(U"第 " + number_text(at.row) + U" 行、第 " + number_text(at.column) +
                                              U" 列起的单元格不能改写，那里可能有数组公式"));
-    }
+    };
+    std::for_each(alone, together.end(), [&](const auto& cell) {
+        require(file.write_cell(changes.position, cell.first, cell.second), cell.first);
+    });
+    together.erase(alone, together.end());
+    for (const auto& block : blocks_of(together)) require(file.write(changes.position, block), block.area.first);
 }
 
 /// A workbook that LibreOffice holds open. It gets the changes when they are saved.

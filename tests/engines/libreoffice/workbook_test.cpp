@@ -78,6 +78,39 @@ TEST_F(OfficeWorkbook, texts_that_read_like_numbers_leave_the_format_of_their_ce
         EXPECT_NE(made.find(cell), std::string::npos) << cell << " is missing in\n" << made;
 }
 
+TEST_F(OfficeWorkbook, a_note_stays_with_its_cell_and_an_array_formula_is_never_kept_in_silence)
+{
+    auto parts = simple_parts("<row r=\"1\"><c r=\"B1\"><f t=\"array\" ref=\"B1:C1\">A1:B1+1</f><v>1</v></c>"
+                              "<c r=\"C1\"><v>1</v></c><c r=\"D1\"><v>7</v></c></row>");
+    const std::string relations = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
+    parts.emplace_back("xl/worksheets/_rels/sheet1.xml.rels",
+                       "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">"
+                       "<Relationship Id=\"rId1\" Type=\"" +
+                           relations +
+                           "/comments\" Target=\"../comments1.xml\"/>"
+                           "</Relationships>");
+    std::string notes;
+    for (const std::string cell : {"B1", "C1", "D1"})
+        notes += "<comment ref=\"" + cell + "\" authorId=\"0\"><text><t>批注</t></text></comment>";
+    parts.emplace_back("xl/comments1.xml",
+                       "<comments xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">"
+                       "<authors><author>我</author></authors><commentList>" +
+                           notes + "</commentList></comments>");
+    folder.write("source.xlsx", make_package(parts));
+    convert("source.xlsx", "t.xls", "MS Excel 97");
+    auto application = engines.create_spreadsheet();
+    auto& workbook = application->open(U"t.xls");
+    workbook.worksheet(1).set_cell(1, 4, Text(U"新"));
+    workbook.save_as(U"u.xls");
+    convert("u.xls", "u.xlsx", "Calc MS Excel 2007 XML");
+    const auto written = ooxml::Package(folder.read("u.xlsx")).part("xl/comments1.xml");
+    for (const char* cell : {"\"B1\"", "\"C1\"", "\"D1\""}) EXPECT_NE(written.find(cell), std::string::npos) << written;
+    workbook.worksheet(1).clear(1, 2, 2, 3);
+    EXPECT_EQ(
+        failure_of([&] { workbook.save_as(U"v.xls"); }),
+        "无法处理工作簿“u.xls”：LibreOffice 拒绝了操作（第 1 行、第 2 列起的单元格不能改写，那里可能有数组公式）。");
+}
+
 TEST_F(OfficeWorkbook, a_package_is_calculated_anew_whatever_results_it_brings)
 {
     const std::string row = "<row r=\"1\"><c r=\"A1\"><v>3</v></c><c r=\"B1\"><f>A1*2</f><v>99</v></c>"
