@@ -155,10 +155,10 @@ void expect(Stage& stage, Words words)
     const ScriptValue value = expression.read();
     if (matches(value, words[1].text)) return;
     const bool is_text = std::holds_alternative<Text>(value);
-    const std::string missed = expression.written + " is " + printed(value) + ", not " +
-                               (is_text ? json_string(words[1].text) : words[1].utf8());
-    if (stage.answers.task_files) throw ScriptFailure(missed);
-    throw MissedExpectation(missed);
+    const std::string wanted = is_text ? json_string(words[1].text) : words[1].utf8();
+    if (stage.answers.task_files)
+        throw ScriptFailure(expression.written + " 是 " + printed(value) + "，录制时是 " + wanted);
+    throw MissedExpectation(expression.written + " is " + printed(value) + ", not " + wanted);
 }
 
 void watch(Stage& stage, Words words)

@@ -86,7 +86,7 @@ public:
         if (is_file) given = user_dialogs_.open_file(name + U"|*.*");
         else given = user_dialogs_.input(application_title, name + U"：", preset.value_or(Text()));
         asks_ = false;
-        if (!given || given->empty()) throw ScriptFailure("nothing was given for " + to_utf8(name));
+        if (!given || given->empty()) throw ScriptFailure("没有给出“" + to_utf8(name) + "”");
         return *given;
     }
 

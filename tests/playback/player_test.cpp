@@ -138,7 +138,7 @@ TEST_F(Player, stops_a_task_at_the_first_difference)
         {"file \"none.txt\"\nclick Command1(0)\nsay behind\n", "line 3: 没有这个文件："},
         {message + "click Form1\nsay behind\n", "line 3: 录制时的提示没有出现"},
         {"reply ok\nclick Form1\nsay behind\n", "line 3: 录制时的询问没有出现"},
-        {"expect comp True\nsay behind\n", "line 2: comp is False, not True"},
+        {"expect comp True\nsay behind\n", "line 2: comp 是 False，录制时是 True"},
         {"click Form1\nask 名称\nsay behind\n", "line 3: what is asked for stands ahead"},
         {"message \"other\"\nclick Form4.Command3\nsay behind\n", "line 3: "},
     };
