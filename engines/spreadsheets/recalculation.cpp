@@ -15,6 +15,14 @@ namespace {
 constexpr std::size_t most_work = 300'000'000; // of one update, in cells that it looks at
 constexpr long long largest_filled = 100'000;  // cells of an array formula
 
+// A long text, which many cells may share, takes more than one look.
+std::size_t work_of(const Value& value) noexcept
+{
+    constexpr std::size_t characters = 16;
+    const auto* const text = std::get_if<Text>(&value);
+    return text ? 1 + text->size() / characters : 1;
+}
+
 long long cells_of(const Range& range) noexcept
 {
     return (range.last.row - range.first.row + 1LL) * (range.last.column - range.first.column + 1LL);
@@ -214,16 +222,17 @@ const SheetPart& Recalculation::part(int sheet) const
 
 Value Recalculation::value(const CellAddress& cell) const
 {
-    spend(1);
     require_results(cell.sheet, {cell.place, cell.place});
-    return part(cell.sheet).value(cell.place);
+    auto value = part(cell.sheet).value(cell.place);
+    spend(work_of(value));
+    return value;
 }
 
 void Recalculation::visit(int sheet, const Range& area, const Visitor& visitor) const
 {
     require_results(sheet, area);
     part(sheet).visit_values(area, [&](Place place, const Value& value) {
-        spend(1);
+        spend(work_of(value));
         visitor(place, value);
     });
 }

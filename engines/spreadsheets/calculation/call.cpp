@@ -80,7 +80,8 @@ Operand for_each_element(std::span<const ArrayPointer> arrays, const Element& el
     }
     const auto result = evaluator.new_array(rows, columns, stored_rows, stored_columns);
     for (int row = 0; row < stored_rows; ++row)
-        for (int column = 0; column < stored_columns; ++column) result->stored(row, column) = element(row, column);
+        for (int column = 0; column < stored_columns; ++column)
+            evaluator.store(*result, row, column, element(row, column));
     if (stored_rows < rows || stored_columns < columns) result->set_rest(element(rows - 1, columns - 1));
     return ArrayPointer(result);
 }
@@ -93,7 +94,7 @@ ArrayPointer Evaluator::array(const Operand& operand)
         const Area stored = used(area);
         const auto array = new_array(area.rows(), area.columns(), stored.rows(), stored.columns());
         visit(stored, [&](Place place, const Value& value) {
-            array->stored(place.row - area.range.first.row, place.column - area.range.first.column) = value;
+            store(*array, place.row - area.range.first.row, place.column - area.range.first.column, value);
         });
         return array;
     }

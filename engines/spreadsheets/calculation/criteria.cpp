@@ -76,8 +76,13 @@ bool matches_pattern(std::u32string_view pattern, std::u32string_view text, bool
 
 std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept
 {
+    std::size_t star = 0;
+    for (std::size_t behind = 0; star < pattern.size() && !take(pattern, behind).is_rest;) star = behind;
+    const auto beginning = pattern.substr(0, star);
+    // What does not follow the first place of the beginning does not follow a later one.
     for (std::size_t i = from; i <= text.size(); ++i)
-        if (matches_pattern(pattern, text.substr(i), false)) return i;
+        if (matches_pattern(beginning, text.substr(i), false))
+            return matches_pattern(pattern, text.substr(i), false) ? i : npos;
     return npos;
 }
 

@@ -12,7 +12,7 @@ namespace {
 constexpr int deepest_nesting = 500;
 constexpr std::size_t most_areas = 10'000;
 constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
-constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short
+constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short; and of a character
 
 bool is_one_cell(const Areas& areas) noexcept
 {
@@ -74,6 +74,12 @@ std::shared_ptr<Array> Evaluator::new_array(int rows, int columns, int stored_ro
     if (values > largest_array) throw CannotCalculate("size of an array");
     spend(values * work_of_value);
     return std::make_shared<Array>(rows, columns, stored_rows, stored_columns);
+}
+
+void Evaluator::store(Array& array, int row, int column, Value value) const
+{
+    if (const auto* const text = std::get_if<Text>(&value)) spend(text->size() * work_of_value);
+    array.stored(row, column) = std::move(value);
 }
 
 Operand Evaluator::evaluate(const Node& node, Mode mode)

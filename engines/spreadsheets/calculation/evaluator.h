@@ -80,6 +80,8 @@ public:
     void spend(std::size_t steps) const { source_.spend(steps); }
     /// An array that stores so many of its values. CannotCalculate when it would be too large.
     std::shared_ptr<Array> new_array(int rows, int columns, int stored_rows, int stored_columns);
+    /// Stores one of them. CannotCalculate when the texts of arrays become too long together.
+    void store(Array& array, int row, int column, Value value) const;
 
 private:
     // What a node comes to, by its content.

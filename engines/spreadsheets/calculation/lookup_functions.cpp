@@ -41,7 +41,7 @@ public:
         if (rows == 1 && columns == 1) return array_->at(row, column);
         const auto part = evaluator_.new_array(rows, columns, rows, columns);
         for (int i = 0; i < rows; ++i)
-            for (int k = 0; k < columns; ++k) part->stored(i, k) = array_->at(row + i, column + k);
+            for (int k = 0; k < columns; ++k) evaluator_.store(*part, i, k, array_->at(row + i, column + k));
         return ArrayPointer(part);
     }
     /// The cell so far down and across, or with is_column false the other way round.

@@ -131,7 +131,8 @@ Operand combinations(Call& call)
     require(number >= 0 && chosen >= 0 && chosen <= number && number < 1e6);
     chosen = std::min(chosen, number - chosen);
     double result = 1;
-    for (int i = 1; i <= static_cast<int>(chosen); ++i) result = result * (number - chosen + i) / i;
+    for (int i = 1; i <= static_cast<int>(chosen) && std::isfinite(result); ++i)
+        result = result * (number - chosen + i) / i;
     return result < largest_whole ? std::round(result) : result;
 }
 

@@ -253,8 +253,13 @@ TEST(Facts, HostileFormulas)
     EXPECT_EQ(shown(parts, repeated_around(30'000, '-', '%')), "<nesting>");
     EXPECT_EQ(shown(parts, "1" + std::string(30'000, '%')), "<nesting>");
     EXPECT_EQ(shown(parts, "1" + repeated("+1", 20'000)), "20001");
-    check(
-        {{"SUMPRODUCT((A:C=B1:B1048576)*1)", "<size of an array>"}, {"SUM(A1:XFD19)", "#N/A"}, {"loop", "<nesting>"}});
+    check({{"SUMPRODUCT((A:C=B1:B1048576)*1)", "<size of an array>"},
+           {"SUMPRODUCT(LEN(REPT(\"a\",32767+ROW(A:A)*0)))", "<too much work>"},
+           {"SUMPRODUCT(COMBIN(999999,400000+ROW(A:A)/4))", "#NUM!"},
+           {"SUMPRODUCT(SEARCH(\"a*b\",REPT(\"a\",32767),ROW(1:999)))", "#VALUE!"},
+           {"SEARCH(\"a*a?b\",\"xaaab\")", "2"},
+           {"SUM(A1:XFD19)", "#N/A"},
+           {"loop", "<nesting>"}});
 }
 
 } // namespace tarvik::test
