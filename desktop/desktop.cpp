@@ -38,8 +38,8 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
                             screen_.progress(done, done + half_way);
                         }}),
       dialogs_(to_qt(files_.installation_folder()), drives),
-      heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }), heard_clipboard_(clipboard_),
-      office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
+      heard_dialogs_([this]() -> Dialogs& { return player_.dialogs(); }, recorder_),
+      heard_clipboard_(clipboard_, recorder_), office_(make_engines(Engine::Auto, files_, printer_, libreoffice_)),
       program_({heard_dialogs_, heard_clipboard_, clock_, files_, screen_, printer_}, *office_), recorder_(program_),
       queue_(program_, recorder_, [this] { event_ended(); }),
       player_(program_, queue_, dialogs_), front_{program_, queue_, mirror_, theme_, scale_of_screen()}, form1_(front_),
@@ -55,8 +55,6 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
     track_focus(front_, form1_);
     for (auto& [index, timer] : program_.form1.Timer1) run_timer(front_, timer, form1_);
     for (Timer* timer : program_.form1.batch_timers()) run_timer(front_, *timer, form1_);
-    heard_dialogs_.set_recorder(recorder_);
-    heard_clipboard_.set_recorder(recorder_);
     for (const QString& folder :
          {QLibraryInfo::path(QLibraryInfo::TranslationsPath), QCoreApplication::applicationDirPath() + "/translations"})
         if (chinese_.load("qtbase_zh_CN", folder)) break;

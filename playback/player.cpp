@@ -32,67 +32,70 @@ fs::path PlayerPrinter::free_place(TextView name) const
 }
 
 Session::Session(const Options& options, std::ostream& out, Dialogs* user_dialogs, Clipboard* user_clipboard)
-    : transcript(out), watches(transcript), clock(options.clock),
-      dialogs(transcript, answers, [this] { watches.look_at_members(); }),
-      screen(transcript, options.screen_width, options.screen_height), printer(transcript, options.print_to),
-      files(options.installation, options.drives),
-      office(make_engines(options.engine, files, printer, libreoffice, [this] { return clock.now(); })),
-      program({user_dialogs ? *user_dialogs : dialogs, user_clipboard ? *user_clipboard : clipboard, clock, files,
-               screen, printer},
-              *office),
-      stage(program, transcript, watches, answers, clock, screen, options.values)
+    : Stage(program_, &out), clock(options.clock), options_(options), printer_(transcript, options.print_to),
+      files_(options.installation, options.drives),
+      office_(make_engines(options.engine, files_, printer_, libreoffice_, [this] { return clock.now(); })),
+      program_({user_dialogs ? *user_dialogs : *this, user_clipboard ? *user_clipboard : clipboard_, clock, files_,
+                *this, printer_},
+               *office_)
 {
     program.listeners.property_changed = [this](Control& control, Property property) {
         watches.look_at(control);
-        if (property == Property::Enabled || property == Property::Interval) stage.timers.changed(control);
-        stage.user.model_changed(control, property);
+        if (property == Property::Enabled || property == Property::Interval) timers.changed(control);
+        user.model_changed(control, property);
     };
 }
 
-void Session::start(const Text& notice)
+void Session::start()
 {
     tarvik::start(program);
-    stage.user.settle();
-    if (!notice.empty()) tell(program, notice, application_title, Icon::Exclamation);
+    user.settle();
+    if (!options_.notice.empty()) tell(program, options_.notice, application_title, Icon::Exclamation);
+}
+
+void Session::popup_menu()
+{
+    transcript.line("menu");
+    menu_open_ = true;
 }
 
 // Fires the next timer that falls due until `end`; gives whether there was one.
-bool PlayerStage::fire_next(VirtualTime end)
+bool Session::fire_next(VirtualTime end)
 {
     const auto due = timers.next();
     if (!due || due->at > end || program.ended) return false;
-    clock_.set_elapsed(due->at);
+    clock.elapsed = due->at;
     timers.fired(*due->timer);
     user.tick(*due->timer);
     return true;
 }
 
-void PlayerStage::pass_time(std::chrono::microseconds span)
+void Session::pass_time(std::chrono::microseconds span)
 {
-    const VirtualTime end = clock_.elapsed() + span;
+    const VirtualTime end = clock.elapsed + span;
     while (fire_next(end)) {
     }
-    clock_.set_elapsed(end);
+    clock.elapsed = end;
 }
 
-void PlayerStage::run_batches(std::chrono::microseconds limit)
+void Session::run_batches(std::chrono::microseconds limit)
 {
-    const VirtualTime end = clock_.elapsed() + limit;
+    const VirtualTime end = clock.elapsed + limit;
     while (run_in_progress(program.form1))
         if (!fire_next(end)) throw ScriptFailure("the run has not ended in the time that it was given");
 }
 
-Text PlayerStage::ask(const Text& name, const std::optional<Text>& preset, bool)
+Text Session::ask(const Text& name, const std::optional<Text>& preset, bool)
 {
     asked_.insert(name);
-    if (const auto given = values_.find(name); given != values_.end()) return given->second;
+    if (const auto given = options_.values.find(name); given != options_.values.end()) return given->second;
     if (!preset) throw ScriptFailure("--set " + to_utf8(name) + "=VALUE is missing");
     return *preset;
 }
 
-void PlayerStage::begin()
+void Session::begin()
 {
-    for (const auto& [name, value] : values_)
+    for (const auto& [name, value] : options_.values)
         if (!asked_.contains(name)) throw ScriptFailure("nothing asks for --set " + to_utf8(name));
 }
 
@@ -103,14 +106,14 @@ int play(const Options& options, std::istream& script, std::ostream& out, std::o
     bool held = true;
     std::string place = "start-up", line;
     try {
-        session.start(options.notice);
+        session.start();
         for (int number = 1; !session.program.ended && std::getline(script, line); ++number) {
             place = "line " + std::to_string(number);
             std::string_view text = line;
             if (number == 1 && text.starts_with(byte_order_mark)) text.remove_prefix(byte_order_mark.size());
             try {
-                const std::vector<Word> words = split_line(text, session.stage.holes);
-                if (!words.empty()) perform(session.stage, words);
+                const std::vector<Word> words = split_line(text, session.holes);
+                if (!words.empty()) perform(session, words);
             } catch (const MissedExpectation& missed) {
                 errors << place << ": " << missed.what() << std::endl;
                 held = false;

@@ -51,15 +51,12 @@ using VirtualTime = std::chrono::microseconds;
 class VirtualClock final : public Clock {
 public:
     explicit VirtualClock(std::chrono::local_seconds start) : start_(start) {}
-
     CalendarTime now() const override;
-    /// The time since the start.
-    VirtualTime elapsed() const { return elapsed_; }
-    void set_elapsed(VirtualTime elapsed) { elapsed_ = elapsed; }
+
+    VirtualTime elapsed{0}; ///< since the start
 
 private:
     std::chrono::local_seconds start_;
-    VirtualTime elapsed_{0};
 };
 
 /// Reads "YYYY-MM-DD hh:mm:ss"; nothing when the text is no such time.
@@ -101,33 +98,6 @@ private:
     SharedText text_;
 };
 
-/// A screen of a given size that nobody looks at. The context menu stays open until the script picks an entry.
-class PlayerScreen final : public Screen {
-public:
-    PlayerScreen(Transcript& transcript, double width, double height)
-        : transcript_(transcript), width_(width), height_(height)
-    {
-    }
-
-    double width() const override { return width_; }
-    double height() const override { return height_; }
-    void refresh() override {}
-    void progress(std::uint64_t, std::uint64_t) override {}
-    void popup_menu() override
-    {
-        transcript_.line("menu");
-        menu_open_ = true;
-    }
-
-    /// Gives whether the menu was open, and closes it.
-    bool close_menu() { return std::exchange(menu_open_, false); }
-
-private:
-    Transcript& transcript_;
-    double width_, height_;
-    bool menu_open_ = false;
-};
-
 /// A printer that lays a copy of what is printed into a folder. With no folder there is no printer.
 class PlayerPrinter final : public Printer {
 public:
@@ -144,61 +114,47 @@ private:
     std::optional<std::filesystem::path> folder_;
 };
 
-/// Time passes by the script alone, and what is asked for comes from the options.
-class PlayerStage final : public Stage {
+/// One run of the program with everything that the player puts around it, a screen that nobody looks at among it. Time
+/// passes by the script alone, and what is asked for comes from the options.
+class Session final : public Stage, private Screen {
 public:
-    PlayerStage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_, VirtualClock& clock,
-                PlayerScreen& screen, std::map<Text, Text> values)
-        : Stage(program_, transcript_, watches_, answers_), timers(clock), clock_(clock), screen_(screen),
-          values_(std::move(values))
-    {
-    }
-
-    /// Fires the timers that fall due, in order.
-    void pass_time(std::chrono::microseconds span) override;
-    /// The clock then stands at the tick that ended the run.
-    void run_batches(std::chrono::microseconds limit) override;
-    bool close_menu() override { return screen_.close_menu(); }
-    Text ask(const Text& name, const std::optional<Text>& preset, bool is_file) override;
-    /// A value that no line has asked for is a ScriptFailure: it was meant for something.
-    void begin() override;
-
-    VirtualTimers timers;
-
-private:
-    bool fire_next(VirtualTime end);
-
-    VirtualClock& clock_;
-    PlayerScreen& screen_;
-    std::map<Text, Text> values_;
-    std::set<Text> asked_;
-};
-
-/// One run of the program with everything that the player puts around it.
-struct Session {
     /// Throws OptionError when the options ask for what this system does not have. A user's dialogs and clipboard may
     /// take the place of the script's.
     Session(const Options& options, std::ostream& out, Dialogs* user_dialogs = nullptr,
             Clipboard* user_clipboard = nullptr);
-    Session(const Session&) = delete;
-    Session& operator=(const Session&) = delete;
-
-    Transcript transcript;
-    Watches watches;
-    VirtualClock clock;
-    Answers answers;
-    ScriptDialogs dialogs;
-    PlayerClipboard clipboard;
-    PlayerScreen screen;
-    PlayerPrinter printer;
-    Files files;
-    libreoffice::LibreOffice libreoffice;
-    std::unique_ptr<OfficeEngines> office;
-    Program program;
-    PlayerStage stage;
 
     /// Brings the program to its shown window, then shows the notice where there is one.
-    void start(const Text& notice);
+    void start();
+    /// Fires the timers that fall due, in order.
+    void pass_time(std::chrono::microseconds span) override;
+    /// The clock then stands at the tick that ended the run.
+    void run_batches(std::chrono::microseconds limit) override;
+    /// The menu stays open until the script picks an entry.
+    bool close_menu() override { return std::exchange(menu_open_, false); }
+    Text ask(const Text& name, const std::optional<Text>& preset, bool is_file) override;
+    /// A value that no line has asked for is a ScriptFailure: it was meant for something.
+    void begin() override;
+
+    VirtualClock clock;
+    VirtualTimers timers{clock};
+
+private:
+    double width() const override { return options_.screen_width; }
+    double height() const override { return options_.screen_height; }
+    void refresh() override {}
+    void progress(std::uint64_t, std::uint64_t) override {}
+    void popup_menu() override;
+    bool fire_next(VirtualTime end);
+
+    const Options options_;
+    std::set<Text> asked_;
+    bool menu_open_ = false;
+    PlayerClipboard clipboard_;
+    PlayerPrinter printer_;
+    Files files_;
+    libreoffice::LibreOffice libreoffice_;
+    std::unique_ptr<OfficeEngines> office_;
+    Program program_;
 };
 
 /// Plays a script from its first line to its last: the transcript goes to `out`, failures and missed expectations with

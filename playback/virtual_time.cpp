@@ -32,7 +32,7 @@ VirtualTime interval(const Timer& timer)
 
 CalendarTime VirtualClock::now() const
 {
-    const local_seconds time = start_ + floor<seconds>(elapsed_);
+    const local_seconds time = start_ + floor<seconds>(elapsed);
     const local_days midnight = floor<days>(time);
     const year_month_day date(midnight);
     const hh_mm_ss time_of_day(time - midnight);
@@ -67,7 +67,7 @@ void VirtualTimers::changed(Control& control)
     auto* const timer = dynamic_cast<Timer*>(&control);
     if (!timer) return;
     due_.erase(timer);
-    if (timer->enabled() && timer->interval() > 0) due_[timer] = clock_.elapsed() + interval(*timer);
+    if (timer->enabled() && timer->interval() > 0) due_[timer] = clock_.elapsed + interval(*timer);
 }
 
 std::optional<VirtualTimers::Due> VirtualTimers::next() const

@@ -1,8 +1,5 @@
 #include "scripts/actions.h"
 
-#include "scripts/vocabulary.h"
-
-#include <algorithm>
 #include <initializer_list>
 #include <utility>
 
@@ -38,7 +35,8 @@ std::chrono::microseconds seconds(const Word& word)
 
 Control& control(const Stage& stage, const Word& word)
 {
-    return control_named(stage.program, word.utf8());
+    if (Control* const found = find_control(stage.program, word.utf8())) return *found;
+    throw ScriptFailure("unknown control " + word.utf8());
 }
 
 TextControl& box(const Stage& stage, const Word& word)
@@ -105,7 +103,7 @@ void task(Stage& stage, Words)
     const Text values[] = {today, today.substr(0, year_and_month), last_month.substr(0, year_and_month),
                            program.platform.files.installation_folder()};
     for (std::size_t i = 0; i < task_holes.size(); ++i) stage.holes[Text(task_holes[i])] = values[i];
-    stage.answers.task_files = &program.platform.files;
+    stage.answers.of_task = true;
 }
 
 void ask(Stage& stage, Words words)
@@ -136,8 +134,8 @@ std::optional<Text> text_or_cancel(const Word& word)
 void file(Stage& stage, Words words)
 {
     std::optional<Text> path = text_or_cancel(words[0]);
-    const Files* const files = stage.answers.task_files;
-    if (path && files && !is_full_path(*path)) path = files->installation_folder() + U"/" + *path;
+    if (path && stage.answers.of_task && !is_full_path(*path))
+        path = stage.program.platform.files.installation_folder() + U"/" + *path;
     stage.answers.files.push_back(std::move(path));
 }
 
@@ -145,7 +143,7 @@ void show(Stage& stage, Words words)
 {
     for (const Word& word : words) {
         const Expression expression = resolve(stage.program, word.utf8());
-        stage.transcript.line(expression.written + " = " + printed(expression.read()));
+        stage.transcript.line(expression.written + " = " + expression.read().shown);
     }
 }
 
@@ -153,12 +151,10 @@ void expect(Stage& stage, Words words)
 {
     const Expression expression = resolve(stage.program, words[0].utf8());
     const ScriptValue value = expression.read();
-    if (matches(value, words[1].text)) return;
-    const bool is_text = std::holds_alternative<Text>(value);
-    const std::string wanted = is_text ? json_string(words[1].text) : words[1].utf8();
-    if (stage.answers.task_files)
-        throw ScriptFailure(expression.written + " 是 " + printed(value) + "，录制时是 " + wanted);
-    throw MissedExpectation(expression.written + " is " + printed(value) + ", not " + wanted);
+    const std::string wanted = value.is_text ? json_string(words[1].text) : words[1].utf8();
+    if (value.shown == wanted) return;
+    if (stage.answers.of_task) throw ScriptFailure(expression.written + " 是 " + value.shown + "，录制时是 " + wanted);
+    throw MissedExpectation(expression.written + " is " + value.shown + ", not " + wanted);
 }
 
 void watch(Stage& stage, Words words)
@@ -224,80 +220,75 @@ const ButtonsRow button_rows[] = {
     {Buttons::YesNoCancel, "YesNoCancel", {Answer::Yes, Answer::No, Answer::Cancel}},
 };
 
-const ButtonsRow& row_of(Buttons buttons)
-{
-    return *std::ranges::find(button_rows, buttons, &ButtonsRow::buttons);
-}
-
 } // namespace
 
-Answer ScriptDialogs::message(const Message& message)
+Answer Stage::message(const Message& message)
 {
-    before_dialog_();
-    const ButtonsRow& row = row_of(message.buttons);
+    watches.look_at_members();
+    const ButtonsRow& row = *std::ranges::find(button_rows, message.buttons, &ButtonsRow::buttons);
     Answer reply = Answer::OK;
     std::string complaint;
     if (message.buttons != Buttons::OK) {
         reply = Answer::None;
         complaint = "no reply was left for a message box";
-        if (!answers_.replies.empty()) {
-            reply = answers_.replies.front();
-            answers_.replies.pop_front();
+        if (!answers.replies.empty()) {
+            reply = answers.replies.front();
+            answers.replies.pop_front();
             if (std::ranges::find(row.offered, reply) == row.offered.end()) {
                 complaint = "a message box does not offer the reply " + word_of(answer_words, reply);
                 reply = Answer::None;
             }
         }
     }
-    transcript_.line("message " + json_string(message.title) + " " + json_string(message.text) + " " +
-                     std::string(row.word) + " " + word_of(icon_words, message.icon) + " -> " +
-                     word_of(answer_words, reply));
-    if (answers_.task_files) compare(message);
+    transcript.line("message " + json_string(message.title) + " " + json_string(message.text) + " " +
+                    std::string(row.word) + " " + word_of(icon_words, message.icon) + " -> " +
+                    word_of(answer_words, reply));
+    if (answers.of_task) compare(message);
     if (reply == Answer::None) throw ScriptFailure(complaint);
     return reply;
 }
 
 // The answer was meant for another question, and what follows for another course of things.
-void ScriptDialogs::compare(const Message& message)
+void Stage::compare(const Message& message)
 {
-    if (answers_.messages.empty()) throw ScriptFailure("录制时没有这条提示：" + json_string(message.text));
-    const Text expected = std::move(answers_.messages.front());
-    answers_.messages.pop_front();
+    if (answers.messages.empty()) throw ScriptFailure("录制时没有这条提示：" + json_string(message.text));
+    const Text expected = std::move(answers.messages.front());
+    answers.messages.pop_front();
     if (message.text != expected)
         throw ScriptFailure("提示是" + json_string(message.text) + "，录制时是" + json_string(expected));
 }
 
-std::optional<Text> ScriptDialogs::open_file(TextView filter)
+std::optional<Text> Stage::open_file(TextView filter)
 {
     std::optional<Text> chosen = choose_file("open", filter);
-    if (chosen && answers_.task_files && !answers_.task_files->file_exists(*chosen))
+    if (chosen && answers.of_task && !program.platform.files.file_exists(*chosen))
         throw ScriptFailure("没有这个文件：" + to_utf8(*chosen));
     return chosen;
 }
 
-Text ScriptDialogs::input(TextView title, TextView prompt, TextView preset)
+Text Stage::input(TextView title, TextView prompt, TextView preset)
 {
     const std::string line = "inputbox " + json_string(title) + " " + json_string(prompt) + " " + json_string(preset);
-    return answer_box(answers_.inputs, "an input box", line).value_or(Text{});
+    return answer_box(answers.inputs, "an input box", line).value_or(Text{});
 }
 
-std::optional<Text> ScriptDialogs::choose_file(std::string_view kind, TextView filter)
+std::optional<Text> Stage::choose_file(std::string_view kind, TextView filter)
 {
-    return answer_box(answers_.files, "a file dialog", "filedialog " + std::string(kind) + " " + json_string(filter));
+    return answer_box(answers.files, "a file dialog", "filedialog " + std::string(kind) + " " + json_string(filter));
 }
 
-std::optional<Text> ScriptDialogs::answer_box(std::deque<std::optional<Text>>& queue, std::string_view box,
-                                              std::string_view line)
+std::optional<Text> Stage::answer_box(std::deque<std::optional<Text>>& queue, std::string_view box,
+                                      std::string_view line)
 {
-    before_dialog_();
+    watches.look_at_members();
     const std::string beginning = std::string(line) + " -> ";
     if (queue.empty()) {
-        transcript_.line(beginning + "none");
+        transcript.line(beginning + "none");
         throw ScriptFailure("no answer was left for " + std::string(box));
     }
     std::optional<Text> answer = std::move(queue.front());
     queue.pop_front();
-    transcript_.line(beginning + (answer ? json_string(*answer) : "cancel"));
+    transcript.line(beginning + (answer ? json_string(*answer) : "cancel"));
     return answer;
 }
 
@@ -320,7 +311,7 @@ void perform(Stage& stage, Words line)
         throw ScriptFailure(name.utf8() + " has a word too many: " + words[action->most].utf8());
     if (!action->prepares && !std::exchange(stage.begun, true)) stage.begin();
     action->perform(stage, words);
-    if (!action->prepares && stage.answers.task_files && !stage.program.ended && !stage.waits()) check_left_over(stage);
+    if (!action->prepares && stage.answers.of_task && !stage.program.ended && !stage.waits()) check_left_over(stage);
 }
 
 } // namespace tarvik

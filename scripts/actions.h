@@ -1,17 +1,56 @@
 #pragma once
 
-#include "platform/platform.h"
+#include "events/events.h"
 #include "scripts/names.h"
-#include "scripts/user.h"
 
 #include <chrono>
 #include <deque>
-#include <functional>
 #include <optional>
-#include <span>
-#include <stdexcept>
+#include <set>
 
 namespace tarvik {
+
+/// What a user does at the windows as far as it is made of events. Keeps which control has the focus.
+class User {
+public:
+    /// `watches` look after each handler and after each change of a text that the user makes.
+    User(Program& program, Watches& watches) : program_(program), watches_(watches) {}
+
+    void click(Control& target);
+    void double_click(Control& target);
+    void press(Control& target, MouseButton button, bool ctrl);
+    void release(Control& target, MouseButton button);
+    void focus(Control& target);
+    /// Presses the keys one after the other; 13 is Enter, 27 Esc, 8 the key that takes back.
+    void type(TextControl& box, TextView keys);
+    void pick(MenuEntry entry);
+    void resize(Window& window, double width, double height);
+    void restore(Window& window);
+    /// Brings back a window that was closed or set aside.
+    void open(Window& window);
+    void close(Window& window);
+    /// The timer fell due.
+    void tick(Timer& timer);
+
+    /// To be called for every change in the model: a handler may ask for the focus or show a window.
+    void model_changed(Control& control, Property property);
+    /// Gives the focus that a handler asked for and resizes windows that were shown for the first time. Every act ends
+    /// with it; only the start of the program needs a call of its own.
+    void settle();
+
+private:
+    void send(Event event);
+    void handle(Event& event);
+    void move_focus(Control& control);
+    void press_key(TextControl& box, char32_t key);
+
+    Program& program_;
+    Watches& watches_;
+    Control* focus_ = nullptr;
+    Control* focus_request_ = nullptr;
+    std::set<const Control*> shown_;
+    std::vector<Control*> to_resize_;
+};
 
 /// What the user is going to answer, one queue for each kind of box. A text of nothing is a box cancelled.
 struct Answers {
@@ -21,47 +60,23 @@ struct Answers {
     std::deque<Text> messages; ///< what the boxes of a task say
     /// Of a task. Each of its boxes must say what was announced, a file that it opens must be there, and a relative
     /// path lies in the installation folder.
-    const Files* task_files = nullptr;
+    bool of_task = false;
 
     /// Nothing of what was laid ready is left.
     bool empty() const { return replies.empty() && inputs.empty() && files.empty() && messages.empty(); }
 };
 
-/// Boxes that the script answers: each is a line of the transcript. A box with a choice that has no answer, or one that
-/// it does not offer, ends the script by ScriptFailure.
-class ScriptDialogs final : public Dialogs {
-public:
-    /// `before_dialog` is called ahead of each box.
-    ScriptDialogs(Transcript& transcript, Answers& answers, std::function<void()> before_dialog)
-        : transcript_(transcript), answers_(answers), before_dialog_(std::move(before_dialog))
-    {
-    }
-
-    Answer message(const Message& message) override;
-    Text input(TextView title, TextView prompt, TextView preset) override;
-    std::optional<Text> open_file(TextView filter) override;
-    std::optional<Text> save_file(TextView filter) override { return choose_file("save", filter); }
-
-private:
-    void compare(const Message& message);
-    std::optional<Text> choose_file(std::string_view kind, TextView filter);
-    std::optional<Text> answer_box(std::deque<std::optional<Text>>& queue, std::string_view box, std::string_view line);
-
-    Transcript& transcript_;
-    Answers& answers_;
-    std::function<void()> before_dialog_;
-};
-
 /// What the lines of a script work on: the program, the user that acts in it, and what is looked at. A front adds how
-/// time passes and who is asked for what changes from one playing to the next.
-class Stage {
+/// time passes and who is asked for what changes from one playing to the next. Where the program's boxes come here, the
+/// script answers them, each a line of the transcript: one with a choice that has no answer, or one that it does not
+/// offer, ends the script by ScriptFailure.
+class Stage : public Dialogs {
 public:
-    Stage(Program& program_, Transcript& transcript_, Watches& watches_, Answers& answers_)
-        : program(program_), transcript(transcript_), watches(watches_), answers(answers_),
-          user(program, [this] { watches.look_at_members(); })
+    /// The transcript goes to `out`, if there is one.
+    explicit Stage(Program& program_, std::ostream* out = nullptr)
+        : program(program_), transcript(out), watches(transcript), user(program, watches)
     {
     }
-    virtual ~Stage() = default;
     Stage(const Stage&) = delete;
     Stage& operator=(const Stage&) = delete;
 
@@ -77,13 +92,23 @@ public:
     /// The first line that does something follows: what was asked for is known.
     virtual void begin() {}
 
+    Answer message(const Message& message) override;
+    Text input(TextView title, TextView prompt, TextView preset) override;
+    std::optional<Text> open_file(TextView filter) override;
+    std::optional<Text> save_file(TextView filter) override { return choose_file("save", filter); }
+
     Program& program;
-    Transcript& transcript;
-    Watches& watches;
-    Answers& answers;
+    Transcript transcript;
+    Watches watches;
     User user;
+    Answers answers;
     Holes holes;        ///< what stands in curly brackets in quoted words, and what is put there
     bool begun = false; ///< a line has done something
+
+private:
+    void compare(const Message& message);
+    std::optional<Text> choose_file(std::string_view kind, TextView filter);
+    std::optional<Text> answer_box(std::deque<std::optional<Text>>& queue, std::string_view box, std::string_view line);
 };
 
 /// An expectation that did not hold. The script goes on.

@@ -1,6 +1,4 @@
-#include "scripts/control_names.h"
-
-#include <algorithm>
+#include "scripts/names.h"
 
 namespace tarvik {
 
@@ -8,15 +6,7 @@ namespace {
 
 constexpr std::string_view main_window_prefix = "Form1.";
 
-std::string_view window_name(FormId form)
-{
-    switch (form) {
-    case FormId::Form1: return "Form1";
-    case FormId::Form3: return "Form3";
-    case FormId::Form4: return "Form4";
-    }
-    return {};
-}
+constexpr std::string_view window_names[] = {"Form1", "Form3", "Form4"}; // by FormId
 
 bool is_any(const Control&)
 {
@@ -54,14 +44,13 @@ ScriptValue marks_of(const Control& control)
 {
     std::vector<Mark> marks = dynamic_cast<const Pane&>(control).marks();
     std::ranges::stable_sort(marks, {}, &Mark::start);
-    ListValue list{"["};
+    std::string list = "[";
     for (const Mark& mark : marks) {
-        if (list.json.size() > 1) list.json += ',';
-        list.json += '[' + std::to_string(mark.start.number()) + ',' + std::to_string(mark.length) + ',' +
-                     std::to_string(mark.colour) + ',' + std::to_string(mark.size) + ']';
+        if (list.size() > 1) list += ',';
+        list += '[' + std::to_string(mark.start.number()) + ',' + std::to_string(mark.length) + ',' +
+                std::to_string(mark.colour) + ',' + std::to_string(mark.size) + ']';
     }
-    list.json += ']';
-    return list;
+    return {list + ']'};
 }
 
 constexpr ControlProperty properties[] = {
@@ -73,10 +62,10 @@ constexpr ControlProperty properties[] = {
     {"Height", is_seen, read<Control, &Control::height>},
     {"BackColor", is_seen, read<Control, &Control::back_color>},
     {"Interval", is<Timer>, read<Timer, &Timer::interval>},
-    {"Text", is<TextControl>, [](const Control& c) { return to_value(box(c).content().view().str()); }},
+    {"Text", is<TextControl>, [](const Control& c) { return to_value(box(c).content().view()); }},
     {"SelStart", is<TextControl>, [](const Control& c) { return to_value(box(c).selection().start.number()); }},
     {"SelLength", is<TextControl>, [](const Control& c) { return to_value(box(c).selection().length); }},
-    {"SelText", is<TextControl>, read<TextControl, &TextControl::selected_text>},
+    {"SelText", is<TextControl>, [](const Control& c) { return to_value(box(c).selected_text().view); }},
     {"SelColor", is<Pane>, read<Pane, &Pane::selection_colour>},
     {"SelFontSize", is<Pane>, read<Pane, &Pane::selection_font_size>},
     {"Marks", is<Pane>, marks_of},
@@ -90,8 +79,8 @@ constexpr ControlProperty properties[] = {
 std::string script_name(const Control& control)
 {
     std::string name(control.name());
-    if (control.form() != FormId::Form1 && name != window_name(control.form()))
-        name = std::string(window_name(control.form())) + "." + name;
+    const std::string window(window_names[static_cast<std::size_t>(control.form())]);
+    if (control.form() != FormId::Form1 && name != window) name = window + "." + name;
     if (control.index() != no_index) name += "(" + std::to_string(control.index()) + ")";
     return name;
 }
@@ -105,12 +94,6 @@ Control* find_control(const Program& program, std::string_view name)
     const auto& controls = program.listeners.controls;
     const auto found = std::ranges::find(controls, name, [](const Control* one) { return script_name(*one); });
     return found == controls.end() ? nullptr : *found;
-}
-
-Control& control_named(const Program& program, std::string_view name)
-{
-    if (Control* control = find_control(program, name)) return *control;
-    throw ScriptFailure("unknown control " + std::string(name));
 }
 
 std::span<const ControlProperty> control_properties()

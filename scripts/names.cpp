@@ -1,35 +1,26 @@
 #include "scripts/names.h"
 
-#include <algorithm>
 #include <charconv>
-#include <optional>
 
 namespace tarvik {
 
 namespace {
-
-using Reader = ScriptValue (*)(const Program&);
 
 template <auto Member>
 ScriptValue form1(const Program& program)
 {
     return to_value(program.form1.*Member);
 }
-template <auto Member>
-ScriptValue module1(const Program& program)
+
+// The model keeps of some objects only whether they stand.
+ScriptValue object(bool stands)
 {
-    return to_value(program.module1.*Member);
-}
-// The model keeps of these objects only what anybody asks of them.
-template <auto Member>
-ScriptValue standing_object(const Program& program)
-{
-    return ObjectValue{program.form1.*Member};
+    return {stands ? "Object" : "Nothing"};
 }
 
 struct Member {
     std::string_view name;
-    Reader read;
+    ScriptValue (*read)(const Program&);
 };
 
 constexpr Member members[] = {
@@ -39,8 +30,8 @@ constexpr Member members[] = {
     {"resultpos", form1<&Form1::resultpos>},
     {"pageno", form1<&Form1::pageno>},
     {"needle", form1<&Form1::needle>},
-    {"fso", standing_object<&Form1::fso>},
-    {"textstream", standing_object<&Form1::textstream>},
+    {"fso", [](const Program& p) { return object(p.form1.fso); }},
+    {"textstream", [](const Program& p) { return object(p.form1.textstream); }},
     {"answer", form1<&Form1::answer>},
     {"formready", form1<&Form1::formready>},
     {"cutopen", form1<&Form1::cutopen>},
@@ -52,8 +43,8 @@ constexpr Member members[] = {
     {"focuspane1", form1<&Form1::focuspane1>},
     {"focuspane2", form1<&Form1::focuspane2>},
     {"focuspane3", form1<&Form1::focuspane3>},
-    {"analysismode", module1<&Module1::analysismode>},
-    {"designeropen", module1<&Module1::designeropen>},
+    {"analysismode", [](const Program& p) { return to_value(p.module1.analysismode); }},
+    {"designeropen", [](const Program& p) { return to_value(p.module1.designeropen); }},
 
     {"comp", form1<&Form1::comp>},
     {"showdata", form1<&Form1::showdata>},
@@ -65,11 +56,7 @@ constexpr Member members[] = {
     {"sufrows", form1<&Form1::sufrows>},
     {"sugrows", form1<&Form1::sugrows>},
     {"sufcol", form1<&Form1::sufcol>},
-    {"sugcol",
-     [](const Program& program) -> ScriptValue {
-         if (!program.form1.sugcol_set) return ObjectValue{};
-         return program.form3.Text1[4].text();
-     }},
+    {"sugcol", [](const Program& p) { return p.form1.sugcol_set ? to_value(p.form3.Text1[4].text()) : object(false); }},
     {"compcount", form1<&Form1::compcount>},
     {"daydiff", form1<&Form1::daydiff>},
     {"daterow", form1<&Form1::daterow>},
@@ -97,7 +84,7 @@ constexpr Member members[] = {
     {"z1end2", form1<&Form1::z1end2>},
     {"z6end", form1<&Form1::z6end>},
     {"scanfolderset", form1<&Form1::scanfolderset>},
-    {"scanfolder", [](const Program& p) -> ScriptValue { return ObjectValue{!p.form1.scanfolder.empty()}; }},
+    {"scanfolder", [](const Program& p) { return object(!p.form1.scanfolder.empty()); }},
     {"folderchosen", form1<&Form1::folderchosen>},
     {"sourcefolder", form1<&Form1::sourcefolder>},
     {"founddata", form1<&Form1::founddata>},
@@ -114,63 +101,63 @@ constexpr Member members[] = {
     {"clipboard", [](const Program& p) { return to_value(p.platform.clipboard.text()); }},
 };
 
+using Indices = std::vector<std::size_t>;
+
 struct Array {
     std::string_view name;
-    std::size_t (*last)(const Module1&);
-    Text (*element)(const Module1&, std::size_t index);
+    Indices (*last)(const Module1&);
+    Text (*element)(const Module1&, const Indices& at);
 };
 
 template <auto Texts>
 constexpr Array texts(std::string_view name)
 {
-    return {name, [](const Module1& module1) { return (module1.*Texts).last(); },
-            [](const Module1& module1, std::size_t index) { return (module1.*Texts).get(index).str(); }};
+    return {name, [](const Module1& module1) { return Indices{(module1.*Texts).last()}; },
+            [](const Module1& module1, const Indices& at) {
+                if constexpr (requires { (module1.*Texts).text(at[0]); }) return (module1.*Texts).text(at[0]);
+                else return (module1.*Texts).get(at[0]).str();
+            }};
 }
 
-template <auto Rows>
-constexpr Array rows(std::string_view name)
+template <auto Cells>
+constexpr Array cells(std::string_view name)
 {
-    return {name, [](const Module1& module1) { return (module1.*Rows).last(); },
-            [](const Module1& module1, std::size_t index) { return (module1.*Rows).text(index); }};
+    return {name,
+            [](const Module1&) {
+                return Indices{Table::last_row, Table::last_column};
+            },
+            [](const Module1& module1, const Indices& at) { return (module1.*Cells).cell(at[0], at[1]).str(); }};
 }
 
 constexpr Array arrays[] = {
-    texts<&Module1::pages>("pages"),         texts<&Module1::hits>("hits"),
-    texts<&Module1::filehits>("filehits"),   texts<&Module1::cnhits>("cnhits"),
-    texts<&Module1::enhits>("enhits"),       texts<&Module1::zhhits>("zhhits"),
-    rows<&Module1::sufrow>("sufrow"),        rows<&Module1::sugrow>("sugrow"),
-    texts<&Module1::rowhits>("rowhits"),     texts<&Module1::distinct>("distinct"),
-    texts<&Module1::distinctn>("distinctn"), texts<&Module1::colcopy>("colcopy"),
+    texts<&Module1::pages>("pages"),
+    texts<&Module1::hits>("hits"),
+    texts<&Module1::filehits>("filehits"),
+    texts<&Module1::cnhits>("cnhits"),
+    texts<&Module1::enhits>("enhits"),
+    texts<&Module1::zhhits>("zhhits"),
+    texts<&Module1::sufrow>("sufrow"),
+    texts<&Module1::sugrow>("sugrow"),
+    texts<&Module1::rowhits>("rowhits"),
+    texts<&Module1::distinct>("distinct"),
+    texts<&Module1::distinctn>("distinctn"),
+    texts<&Module1::colcopy>("colcopy"),
     texts<&Module1::keylist>("keylist"),
+    cells<&Module1::suf>("suf"),
+    cells<&Module1::sug>("sug"),
 };
 
-struct TableName {
-    std::string_view name;
-    Table Module1::*table;
-};
-constexpr TableName tables[] = {{"suf", &Module1::suf}, {"sug", &Module1::sug}};
-
-// A name with its indices in round brackets; nothing when it is written in another way.
-struct Indexed {
-    std::string_view name;
-    std::vector<std::size_t> indices;
-};
-
-std::optional<Indexed> split_indices(std::string_view written)
+// The numbers in round brackets; none when it is written in another way.
+Indices indices_in(std::string_view written)
 {
-    const std::size_t open = written.find('(');
-    if (open == std::string_view::npos || !written.ends_with(')')) return std::nullopt;
-    Indexed result{written.substr(0, open), {}};
-    const char* at = written.data() + open + 1;
+    if (!written.starts_with('(') || !written.ends_with(')')) return {};
+    Indices indices;
     const char* const end = written.data() + written.size() - 1;
-    while (true) {
-        std::size_t index = 0;
-        const auto [behind, error] = std::from_chars(at, end, index);
-        if (error != std::errc{}) return std::nullopt;
-        result.indices.push_back(index);
-        if (behind == end) return result;
-        if (*behind != ',') return std::nullopt;
-        at = behind + 1;
+    for (const char* at = written.data() + 1;; ++at) {
+        const auto [behind, error] = std::from_chars(at, end, indices.emplace_back());
+        if (error != std::errc{} || (behind != end && *behind != ',')) return {};
+        if (behind == end) return indices;
+        at = behind;
     }
 }
 
@@ -182,29 +169,18 @@ auto* find_row(const Rows& rows, std::string_view name)
     return static_cast<decltype(&*std::begin(rows))>(nullptr);
 }
 
-void check_index(std::size_t index, std::size_t last, std::string_view written)
-{
-    if (index > last) throw ScriptFailure("the index of " + std::string(written) + " is above " + std::to_string(last));
-}
-
 std::function<ScriptValue()> element_reader(const Program& program, std::string_view written)
 {
-    const auto indexed = split_indices(written);
-    if (!indexed) return nullptr;
+    const std::size_t open = std::min(written.find('('), written.size());
+    const Array* const array = find_row(arrays, written.substr(0, open));
+    if (!array) return nullptr;
     const Module1& shared = program.module1;
-    const auto& indices = indexed->indices;
-    if (const Array* array = find_row(arrays, indexed->name); array && indices.size() == 1) {
-        check_index(indices[0], array->last(shared), written);
-        return [array, &shared, index = indices[0]]() -> ScriptValue { return array->element(shared, index); };
-    }
-    if (const TableName* table = find_row(tables, indexed->name); table && indices.size() == 2) {
-        check_index(indices[0], Table::last_row, written);
-        check_index(indices[1], Table::last_column, written);
-        return [table, &shared, row = indices[0], column = indices[1]]() -> ScriptValue {
-            return (shared.*(table->table)).cell(row, column).str();
-        };
-    }
-    return nullptr;
+    const Indices at = indices_in(written.substr(open)), last = array->last(shared);
+    if (at.size() != last.size()) return nullptr;
+    for (std::size_t i = 0; i < at.size(); ++i)
+        if (at[i] > last[i])
+            throw ScriptFailure("the index of " + std::string(written) + " is above " + std::to_string(last[i]));
+    return [array, &shared, at] { return to_value(array->element(shared, at)); };
 }
 
 } // namespace
@@ -228,8 +204,8 @@ std::vector<std::string> all_names(const Program& program)
     for (const Control* control : program.listeners.controls)
         for (const ControlProperty& property : control_properties())
             if (property.has(*control)) names.push_back(script_name(*control) + "." + std::string(property.name));
-    for (const Array& array : arrays) names.push_back(std::string(array.name) + "(i)");
-    for (const TableName& table : tables) names.push_back(std::string(table.name) + "(i,j)");
+    for (const Array& array : arrays)
+        names.push_back(std::string(array.name) + (array.last(program.module1).size() == 1 ? "(i)" : "(i,j)"));
     for (const Member& member : members) names.emplace_back(member.name);
     return names;
 }
@@ -242,24 +218,15 @@ void Watches::add(Expression expression)
     watches_.push_back({std::move(expression), std::move(now)});
 }
 
-void Watches::look_at(const Control& control)
+void Watches::look(const Control* control)
 {
-    for (Watch& watch : watches_)
-        if (watch.expression.control == &control) look(watch);
-}
-
-void Watches::look_at_members()
-{
-    for (Watch& watch : watches_)
-        if (!watch.expression.control) look(watch);
-}
-
-void Watches::look(Watch& watch)
-{
-    ScriptValue now = watch.expression.read();
-    if (now == watch.last) return;
-    watch.last = std::move(now);
-    transcript_.line(watch.expression.written + " = " + printed(watch.last));
+    for (auto& [expression, last] : watches_) {
+        if (expression.control != control) continue;
+        ScriptValue now = expression.read();
+        if (now == last) continue;
+        last = std::move(now);
+        transcript_.line(expression.written + " = " + last.shown);
+    }
 }
 
 } // namespace tarvik

@@ -1,13 +1,28 @@
 #pragma once
 
-#include "scripts/control_names.h"
+#include "mainwindow/mainwindow.h"
+#include "scripts/script.h"
 
+#include <algorithm>
 #include <functional>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <span>
 
+/// What scripts and transcripts call things: the controls of the three windows (`Text1(1)`, `RichTextBox3`,
+/// `Form3.Text1(5)`), what can be asked of them and of the program, and values that stand for something.
 namespace tarvik {
+
+std::string script_name(const Control& control);
+/// The control of that name, which the main window's may have with their window, too; nothing when there is none.
+Control* find_control(const Program& program, std::string_view name);
+
+/// A property of the controls of some kinds. They are read of no others.
+struct ControlProperty {
+    std::string_view name;
+    bool (*has)(const Control& control);
+    ScriptValue (*read)(const Control& control);
+};
+/// Each control has those that it has in this order.
+std::span<const ControlProperty> control_properties();
 
 /// An expression of a script, ready to be read again and again.
 struct Expression {
@@ -30,19 +45,51 @@ public:
     /// The value that stands now prints nothing. A name that is followed already stays followed once.
     void add(Expression expression);
     /// To be called when a control has changed.
-    void look_at(const Control& control);
+    void look_at(const Control& control) { look(&control); }
     /// To be called when a handler ends and before a dialog: everything that is no property of a control.
-    void look_at_members();
+    void look_at_members() { look(nullptr); }
 
 private:
+    void look(const Control* control);
+
     struct Watch {
         Expression expression;
         ScriptValue last;
     };
-    void look(Watch& watch);
-
     Transcript& transcript_;
     std::vector<Watch> watches_;
 };
+
+template <typename Meaning>
+struct Named {
+    std::string_view word;
+    Meaning meaning;
+};
+inline constexpr Named<MouseButton> mouse_buttons[] = {
+    {"left", MouseButton::Left}, {"middle", MouseButton::Middle}, {"right", MouseButton::Right}};
+inline constexpr Named<MenuEntry> menu_entries[] = {
+    {"copy1", MenuEntry::copy1}, {"paste1", MenuEntry::paste1}, {"nothing", MenuEntry::nothing}};
+inline constexpr Named<Answer> answer_words[] = {
+    {"ok", Answer::OK}, {"cancel", Answer::Cancel}, {"yes", Answer::Yes}, {"no", Answer::No}, {"none", Answer::None}};
+inline constexpr Named<Icon> icon_words[] = {{"none", Icon::None},
+                                             {"information", Icon::Information},
+                                             {"question", Icon::Question},
+                                             {"exclamation", Icon::Exclamation},
+                                             {"critical", Icon::Critical}};
+
+template <typename Rows, typename Meaning>
+std::string word_of(const Rows& rows, Meaning meaning)
+{
+    return std::string(std::ranges::find(rows, meaning, &Named<Meaning>::meaning)->word);
+}
+
+/// Throws ScriptFailure for a word that is none of them; `kind` names what it should be.
+template <typename Rows>
+auto meaning_of(const Rows& rows, const Word& word, const std::string& kind = "word")
+{
+    for (const auto& row : rows)
+        if (word.utf8() == row.word) return row.meaning;
+    throw ScriptFailure("unknown " + kind + " " + word.utf8());
+}
 
 } // namespace tarvik

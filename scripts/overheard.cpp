@@ -1,10 +1,7 @@
 #include "scripts/recorder.h"
 
 #include "platform/files/system_paths.h"
-#include "scripts/control_names.h"
-#include "scripts/vocabulary.h"
-
-#include <algorithm>
+#include "scripts/names.h"
 
 /// What a recorder hears from dialogs, clipboard and model.
 namespace tarvik {
@@ -54,15 +51,15 @@ void Recorder::model_changed(const Control& control, Property property)
     if (box || selects) selected_.insert(&control);
     const bool reopened =
         property == Property::Visible && control.visible() && dynamic_cast<const Window*>(&control) != nullptr;
-    if (reopened) add({"open", script_name(control), {}, {}, {}});
+    if (reopened) add("open", script_name(control));
 }
 
 void Recorder::pane_edited(const Control& pane, const Selection& replaced, TextView text)
 {
     if (!on_ || in_event_) return;
     selected_.erase(&pane);
-    const std::string words = std::to_string(replaced.start.number()) + " " + std::to_string(replaced.length);
-    add({"replace", script_name(pane), words, text.str(), {}});
+    add("replace", script_name(pane), std::to_string(replaced.start.number()) + " " + std::to_string(replaced.length),
+        text.str());
 }
 
 void Recorder::menu_closed()
@@ -75,27 +72,28 @@ void Recorder::stop_wished()
 {
     if (!on_) return;
     write_edits();
-    add({"stop", {}, {}, {}, {}});
+    add("stop");
+}
+
+void Recorder::add_answer(std::string action, std::string words)
+{
+    if (on_ && in_event_) answers_.push_back({std::move(action), {}, std::move(words), {}, {}});
 }
 
 void Recorder::message_answered(const Message& message, Answer answer)
 {
-    if (!notes()) return;
-    const Text installation = program_.platform.files.installation_folder();
-    script_.add_answer({"message", {}, quoted_anywhere(message.text, installation), {}, {}});
-    if (message.buttons != Buttons::OK) script_.add_answer({"reply", {}, word_of(answer_words, answer), {}, {}});
+    add_answer("message", quoted_anywhere(message.text, program_.platform.files.installation_folder()));
+    if (message.buttons != Buttons::OK) add_answer("reply", word_of(answer_words, answer));
 }
 
 void Recorder::input_given(TextView text)
 {
-    if (!notes()) return;
-    if (text.empty()) script_.add_answer({"input", {}, "cancel", {}, {}});
-    else script_.add_answer({"input", {}, {}, text.str(), {}});
+    add_answer("input", text.empty() ? "cancel" : quoted_word(text));
 }
 
 void Recorder::file_chosen(const std::optional<Text>& path)
 {
-    if (notes()) script_.add_answer({"file", {}, path ? file_word(*path) : "cancel", {}, {}});
+    add_answer("file", path ? file_word(*path) : "cancel");
 }
 
 std::string Recorder::file_word(TextView path) const
@@ -115,8 +113,8 @@ void Recorder::clipboard_set(const TextSource& source)
 
 void Recorder::clipboard_read(TextView text)
 {
-    if (!notes() || (clipboard_ && text_from(*clipboard_) == text)) return;
-    script_.add_answer({"clipboard", {}, {}, text.str(), {}});
+    if (!on_ || !in_event_ || (clipboard_ && text_from(*clipboard_) == text)) return;
+    add_answer("clipboard", quoted_word(text));
     clipboard_ = [own = text.str()](const auto& take) { take(own); };
 }
 

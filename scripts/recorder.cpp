@@ -1,10 +1,8 @@
 #include "scripts/recorder.h"
 
 #include "runs/batch_runner.h"
-#include "scripts/control_names.h"
-#include "scripts/vocabulary.h"
+#include "scripts/names.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tarvik {
@@ -40,49 +38,6 @@ bool is_flagged(const Control* control)
 
 } // namespace
 
-std::string Step::line() const
-{
-    std::string line = action;
-    for (const std::string& word : {control, words, text ? quoted_word(*text) : std::string()})
-        if (!word.empty()) line += " " + word;
-    return line;
-}
-
-void RecordedScript::add(Step step)
-{
-    if (answers_.empty() && joined_to_last(step)) return;
-    for (Step& answer : std::exchange(answers_, {})) steps_.push_back(std::move(answer));
-    steps_.push_back(std::move(step));
-}
-
-bool RecordedScript::joined_to_last(Step& step)
-{
-    if (steps_.empty()) return false;
-    Step& last = steps_.back();
-    if (step.is("dblclick", step.control) && last.is("click", step.control)) {
-        last.action = step.action;
-        return true;
-    }
-    if (!last.is(step.action, step.control)) return false;
-    if (step.action == "type") {
-        *last.text += *step.text;
-        return true;
-    }
-    // A box that was changed and changed back has been changed.
-    if (step.action == "set" && step.text != last.before) {
-        last.text = std::move(step.text);
-        return true;
-    }
-    return false;
-}
-
-std::vector<std::string> RecordedScript::lines() const
-{
-    std::vector<std::string> lines{"task"};
-    for (const Step& step : steps_) lines.push_back(step.line());
-    return lines;
-}
-
 std::vector<TextBox*> Recorder::boxes() const
 {
     std::vector<TextBox*> boxes{&program_.form1.page_size_box()};
@@ -105,7 +60,8 @@ void Recorder::restore_opening()
 
 void Recorder::start()
 {
-    script_ = {};
+    steps_.clear();
+    answers_.clear();
     edited_.clear();
     reached_.clear();
     selected_.clear();
@@ -120,14 +76,14 @@ void Recorder::start()
 
 void Recorder::write_opening()
 {
-    const Form1& form1 = program_.form1;
+    Form1& form1 = program_.form1;
     if (!program_.opened.path.empty()) {
-        add({"file", {}, file_word(program_.opened.path), {}, {}});
+        add("file", {}, file_word(program_.opened.path));
         act("click", form1.Command1[0]);
     }
     for (const TextBox* box : boxes())
-        if (box->text() != opening_[box]) add({"set", script_name(*box), {}, box->text(), {}});
-    for (const OptionButton* option : {&form1.Option1, &form1.Option2, &form1.Option3})
+        if (box->text() != opening_[box]) add("set", script_name(*box), {}, box->text());
+    for (const OptionButton* option : form1.options())
         if (option->value()) act("click", *option);
 }
 
@@ -135,13 +91,19 @@ std::vector<std::string> Recorder::finish()
 {
     write_edits();
     if (run_in_progress(program_.form1)) {
-        add({"run", {}, {}, {}, {}});
-        add({"expect", {}, "runstopped False", {}, {}});
+        add("run");
+        add("expect", {}, "runstopped False");
     }
     if (focus_ && focus_ != written_focus_ && (is_flagged(focus_) || is_flagged(written_focus_))) act("focus", *focus_);
     write_menu_end();
     on_ = false;
-    return script_.lines();
+    std::vector<std::string> lines{"task"};
+    for (const auto& [action, control, words, text, before] : steps_) {
+        lines.push_back(action);
+        for (const std::string& word : {control, words, text ? quoted_word(*text) : std::string()})
+            if (!word.empty()) lines.back() += " " + word;
+    }
+    return lines;
 }
 
 void Recorder::send(Event& event)
@@ -206,10 +168,10 @@ void Recorder::write_event(const Event& event, const Before& before)
     case EventKind::MouseUp: return write_mouse(event, before);
     case EventKind::Click: return act("click", event.control);
     case EventKind::DblClick: return act("dblclick", event.control);
-    case EventKind::Menu: return add({"menu", {}, word_of(menu_entries, event.entry), {}, {}});
+    case EventKind::Menu: return add("menu", {}, word_of(menu_entries, event.entry));
     case EventKind::Close:
-        if (event.control.form() == FormId::Form1) script_.drop_answers(); // the end of the recording
-        else add({"close", script_name(event.control), {}, {}, {}});
+        if (event.control.form() == FormId::Form1) answers_.clear(); // the end of the recording
+        else add("close", script_name(event.control));
         return;
     case EventKind::Tick:
         if (event.control.name() == "Timer1") return; // a pane that moves
@@ -243,7 +205,7 @@ void Recorder::write_mouse(const Event& event, const Before& before)
         return;
     }
     if (pane && event.button == MouseButton::Left && before.selection.length == 0) act("click", event.control);
-    else if (pane || before.pastes) add({"mouse", script_name(event.control), words, {}, {}});
+    else if (pane || before.pastes) add("mouse", script_name(event.control), words);
 }
 
 void Recorder::write_edits()
@@ -264,49 +226,74 @@ void Recorder::write_set(const TextBox& box)
 {
     const bool query = &box == &program_.form1.query_box();
     const std::string name = script_name(box);
-    if (query && box.text() == query_) add({"set", name, {}, query_ + U" ", query_});
-    add({"set", name, {}, box.text(), query ? std::optional(query_) : std::nullopt});
+    if (query && box.text() == query_) add("set", name, {}, query_ + U" ", query_);
+    add("set", name, {}, box.text(), query ? std::optional(query_) : std::nullopt);
 }
 
 void Recorder::write_selection(const Control& control)
 {
     if (selected_.erase(&control) == 0) return;
     const Selection selection = selection_of(control);
-    const std::string words = std::to_string(selection.start.number()) + " " + std::to_string(selection.length);
-    add({"select", script_name(control), words, {}, {}});
+    add("select", script_name(control),
+        std::to_string(selection.start.number()) + " " + std::to_string(selection.length));
 }
 
 void Recorder::write_menu_end()
 {
-    if (std::exchange(menu_left_, false)) add({"menu", {}, "closed", {}, {}});
+    if (std::exchange(menu_left_, false)) add("menu", {}, "closed");
 }
 
 void Recorder::write_ticks()
 {
     constexpr double milliseconds = 1000;
     if (std::exchange(ticks_, 0) == 0) return;
-    add({"tick", {}, to_utf8(number_text(ticks_ * ticking_->interval() / milliseconds)), {}, {}});
+    add("tick", {}, to_utf8(number_text(ticks_ * ticking_->interval() / milliseconds)));
 }
 
 void Recorder::write_run_end()
 {
-    if (std::exchange(ticks_, 0) > 0) add({"run", {}, {}, {}, {}});
+    if (std::exchange(ticks_, 0) > 0) add("run");
     const RunRecord& run = program_.run;
-    add({"expect", {}, "savedcount " + std::to_string(run.files.size()), {}, {}});
-    add({"expect", {}, run.stopped ? "runstopped True" : "runstopped False", {}, {}});
+    add("expect", {}, "savedcount " + std::to_string(run.files.size()));
+    add("expect", {}, run.stopped ? "runstopped True" : "runstopped False");
 }
 
 void Recorder::act(std::string_view action, const Control& control, std::string words, std::optional<Text> text)
 {
     written_focus_ = &control;
     if (control.form() == FormId::Form4) written_designer_ = &control;
-    add({std::string(action), script_name(control), std::move(words), std::move(text), {}});
+    add(std::string(action), script_name(control), std::move(words), std::move(text));
 }
 
-void Recorder::add(Step step)
+void Recorder::add(std::string action, std::string control, std::string words, std::optional<Text> text,
+                   std::optional<Text> before)
 {
     write_ticks();
-    script_.add(std::move(step));
+    Step step{std::move(action), std::move(control), std::move(words), std::move(text), std::move(before)};
+    if (answers_.empty() && joined_to_last(step)) return;
+    for (Step& answer : std::exchange(answers_, {})) steps_.push_back(std::move(answer));
+    steps_.push_back(std::move(step));
+}
+
+bool Recorder::joined_to_last(Step& step)
+{
+    if (steps_.empty() || steps_.back().control != step.control) return false;
+    Step& last = steps_.back();
+    if (step.action == "dblclick" && last.action == "click") {
+        last.action = step.action;
+        return true;
+    }
+    if (step.action != last.action) return false;
+    if (step.action == "type") {
+        *last.text += *step.text;
+        return true;
+    }
+    // A box that was changed and changed back has been changed.
+    if (step.action == "set" && step.text != last.before) {
+        last.text = std::move(step.text);
+        return true;
+    }
+    return false;
 }
 
 } // namespace tarvik

@@ -12,36 +12,6 @@
 
 namespace tarvik {
 
-/// A line of a script as it is written down: the action, its control, further words as they stand, and a text.
-struct Step {
-    std::string action, control, words;
-    std::optional<Text> text;
-    std::optional<Text> before; ///< what a box held that is set
-
-    bool is(std::string_view of_action, std::string_view of_control) const
-    {
-        return action == of_action && control == of_control;
-    }
-    std::string line() const;
-};
-
-/// The lines of a recording, the shortest that do the same.
-class RecordedScript {
-public:
-    /// What was asked meanwhile stands ahead of the line.
-    void add(Step step);
-    /// An answer or announcement that belongs to the line that follows.
-    void add_answer(Step step) { answers_.push_back(std::move(step)); }
-    /// What happened leaves no line, nor do the answers to it.
-    void drop_answers() { answers_.clear(); }
-    std::vector<std::string> lines() const;
-
-private:
-    bool joined_to_last(Step& step);
-
-    std::vector<Step> steps_, answers_;
-};
-
 /// Writes down what a user does as a script. It stands between a front and the event table: each event goes through
 /// send(), and what dialogs answer and the clipboard holds comes by OverheardDialogs and OverheardClipboard.
 ///
@@ -78,6 +48,12 @@ public:
     void clipboard_read(TextView text);
 
 private:
+    /// A line of a script as it is written down: the action, its control, further words as they stand, and a text.
+    struct Step {
+        std::string action, control, words;
+        std::optional<Text> text;
+        std::optional<Text> before; ///< what a box held that is set
+    };
     /// What is written of an event depends on how things stood ahead of it.
     struct Before {
         int run;
@@ -86,7 +62,6 @@ private:
     };
     Before look(const Event& event) const;
     std::vector<TextBox*> boxes() const;
-    bool notes() const { return on_ && in_event_; }
 
     void write_opening();
     void write_what_is_used(const Event& event);
@@ -101,11 +76,16 @@ private:
     void write_run_end();
     /// An action on a control that takes the focus by it.
     void act(std::string_view action, const Control& control, std::string words = {}, std::optional<Text> text = {});
-    void add(Step step);
+    /// What was asked meanwhile stands ahead of the line.
+    void add(std::string action, std::string control = {}, std::string words = {}, std::optional<Text> text = {},
+             std::optional<Text> before = {});
+    /// An answer or announcement that belongs to the line that follows.
+    void add_answer(std::string action, std::string words);
+    bool joined_to_last(Step& step);
     std::string file_word(TextView path) const;
 
     Program& program_;
-    RecordedScript script_;
+    std::vector<Step> steps_, answers_; ///< the shortest that do the same
     bool on_ = false, in_event_ = false;
     std::map<const TextBox*, Text> opening_;
     std::set<const TextBox*> edited_; ///< by the user since the last event
@@ -128,19 +108,21 @@ private:
 class OverheardDialogs final : public Dialogs {
 public:
     /// `dialogs` gives those that are asked at the moment.
-    explicit OverheardDialogs(std::function<Dialogs&()> dialogs) : dialogs_(std::move(dialogs)) {}
-    void set_recorder(Recorder& recorder) { recorder_ = &recorder; }
+    OverheardDialogs(std::function<Dialogs&()> dialogs, Recorder& recorder)
+        : dialogs_(std::move(dialogs)), recorder_(recorder)
+    {
+    }
 
     Answer message(const Message& message) override
     {
         const Answer answer = dialogs_().message(message);
-        if (recorder_) recorder_->message_answered(message, answer);
+        recorder_.message_answered(message, answer);
         return answer;
     }
     Text input(TextView title, TextView prompt, TextView preset) override
     {
         Text text = dialogs_().input(title, prompt, preset);
-        if (recorder_) recorder_->input_given(text);
+        recorder_.input_given(text);
         return text;
     }
     std::optional<Text> open_file(TextView filter) override { return heard(dialogs_().open_file(filter)); }
@@ -149,45 +131,44 @@ public:
 private:
     std::optional<Text> heard(std::optional<Text> path) const
     {
-        if (recorder_) recorder_->file_chosen(path);
+        recorder_.file_chosen(path);
         return path;
     }
 
     std::function<Dialogs&()> dialogs_;
-    Recorder* recorder_ = nullptr;
+    Recorder& recorder_;
 };
 
 /// A front's clipboard, of which the recorder hears what the program puts there and takes.
 class OverheardClipboard final : public Clipboard {
 public:
-    explicit OverheardClipboard(Clipboard& clipboard) : clipboard_(clipboard) {}
-    void set_recorder(Recorder& recorder) { recorder_ = &recorder; }
+    OverheardClipboard(Clipboard& clipboard, Recorder& recorder) : clipboard_(clipboard), recorder_(recorder) {}
 
     void clear() override
     {
-        if (recorder_) recorder_->clipboard_set([](const auto&) {});
+        recorder_.clipboard_set([](const auto&) {});
         clipboard_.clear();
     }
     Text text() const override
     {
         Text text = clipboard_.text();
-        if (recorder_) recorder_->clipboard_read(text);
+        recorder_.clipboard_read(text);
         return text;
     }
     void set_text(TextView text) override
     {
-        if (recorder_) recorder_->clipboard_set([own = text.str()](const auto& take) { take(own); });
+        recorder_.clipboard_set([own = text.str()](const auto& take) { take(own); });
         clipboard_.set_text(text);
     }
     void set_source(const TextSource& source) override
     {
-        if (recorder_) recorder_->clipboard_set(source);
+        recorder_.clipboard_set(source);
         clipboard_.set_source(source);
     }
 
 private:
     Clipboard& clipboard_;
-    Recorder* recorder_ = nullptr;
+    Recorder& recorder_;
 };
 
 } // namespace tarvik

@@ -147,14 +147,6 @@ void append_escaped(std::string& json, char character)
     json += escape.data();
 }
 
-struct PrintedForm {
-    std::string operator()(const Text& text) const { return json_string(text); }
-    std::string operator()(double number) const { return to_utf8(number_text(number)); }
-    std::string operator()(bool flag) const { return flag ? "True" : "False"; }
-    std::string operator()(const ObjectValue& object) const { return object.present ? "Object" : "Nothing"; }
-    std::string operator()(const ListValue& list) const { return list.json; }
-};
-
 } // namespace
 
 std::vector<Word> split_line(std::string_view line, const Holes& holes)
@@ -169,17 +161,6 @@ std::string json_string(TextView text)
     std::string json = "\"";
     for (const char byte : to_utf8(text)) append_escaped(json, byte);
     return json += '"';
-}
-
-std::string printed(const ScriptValue& value)
-{
-    return std::visit(PrintedForm{}, value);
-}
-
-bool matches(const ScriptValue& value, TextView expected)
-{
-    if (const auto* text = std::get_if<Text>(&value)) return TextView(*text) == expected;
-    return printed(value) == to_utf8(expected);
 }
 
 std::string quoted_word(TextView text)

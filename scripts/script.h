@@ -10,7 +10,6 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
-#include <variant>
 #include <vector>
 
 /// What scripts and transcripts are written in: words, values, lines.
@@ -44,45 +43,37 @@ std::vector<Word> split_line(std::string_view line, const Holes& holes = {});
 /// The word that reads as this text whatever holes there are.
 std::string quoted_word(TextView text);
 
-/// An object member: only whether it is there.
-struct ObjectValue {
-    bool present = false;
-    friend bool operator==(const ObjectValue&, const ObjectValue&) = default;
-};
-/// A list that is written as JSON already.
-struct ListValue {
-    std::string json;
-    friend bool operator==(const ListValue&, const ListValue&) = default;
-};
-/// What an expression of a script can have as its value.
-using ScriptValue = std::variant<Text, double, bool, ObjectValue, ListValue>;
-
 /// A JSON string; characters outside ASCII stand as they are.
 std::string json_string(TextView text);
-/// The value as the transcript shows it: a text as JSON string, a number as plain decimal, True, False, Nothing,
-/// Object.
-std::string printed(const ScriptValue& value);
-/// Whether a script that expects `expected` means this value: texts as texts, others as printed.
-bool matches(const ScriptValue& value, TextView expected);
 
-/// What a member of the model shows as.
+/// What an expression of a script has as its value, as the transcript shows it: a text as JSON string, a number as
+/// plain decimal, True, False; of an object only whether it is there, Nothing or Object.
+struct ScriptValue {
+    std::string shown;
+    bool is_text = false;
+    friend bool operator==(const ScriptValue&, const ScriptValue&) = default;
+};
 template <typename Value>
 ScriptValue to_value(const Value& value)
 {
-    if constexpr (std::is_pointer_v<Value>) return ObjectValue{value != nullptr};
-    else if constexpr (std::same_as<Value, SharedText>) return value.str();
-    else if constexpr (std::same_as<Value, Text> || std::same_as<Value, bool>) return value;
-    else return static_cast<double>(value);
+    if constexpr (std::is_pointer_v<Value>) return {value ? "Object" : "Nothing"};
+    else if constexpr (std::same_as<Value, bool>) return {value ? "True" : "False"};
+    else if constexpr (std::is_arithmetic_v<Value>) return {to_utf8(number_text(static_cast<double>(value)))};
+    else return {json_string(value), true};
 }
 
 /// What the user would see, one line each. A line is out at once, so that whoever follows a long run sees it go on.
 class Transcript {
 public:
-    explicit Transcript(std::ostream& out) : out_(out) {}
-    void line(std::string_view line) { out_ << line << '\n' << std::flush; }
+    /// With nullptr nobody sees it.
+    explicit Transcript(std::ostream* out) : out_(out) {}
+    void line(std::string_view line)
+    {
+        if (out_) *out_ << line << '\n' << std::flush;
+    }
 
 private:
-    std::ostream& out_;
+    std::ostream* out_;
 };
 
 } // namespace tarvik

@@ -1,6 +1,4 @@
-#include "scripts/user.h"
-
-#include "scripts/script.h"
+#include "scripts/actions.h"
 
 #include <utility>
 
@@ -47,7 +45,7 @@ void User::click(Control& target)
 void User::double_click(Control& target)
 {
     click(target);
-    send({EventKind::DblClick, on_screen(target)});
+    send({EventKind::DblClick, target});
 }
 
 void User::press(Control& target, MouseButton button, bool ctrl)
@@ -79,7 +77,7 @@ void User::press_key(TextControl& box, char32_t key)
     handle(event);
     if (!event.eaten) {
         reach(box, key);
-        handler_ended_();
+        watches_.look_at_members();
     }
     settle();
 }
@@ -150,7 +148,7 @@ void User::send(Event event)
 void User::handle(Event& event)
 {
     dispatch(program_, event);
-    handler_ended_();
+    watches_.look_at_members();
 }
 
 void User::move_focus(Control& control)

@@ -13,21 +13,12 @@
 
 namespace tarvik {
 
-/// What a stage needs before there is one.
-struct TaskPlayerParts {
-    std::ostringstream printed;
-    Transcript own_transcript{printed};
-    Watches own_watches{own_transcript};
-    Answers own_answers;
-};
-
 /// Plays a task in the window, at the pace of the program: the next line begins when nothing else is to be done. While
 /// it plays, its answers answer the boxes.
-class TaskPlayer final : private TaskPlayerParts, public Stage {
+class TaskPlayer final : public Stage {
 public:
     TaskPlayer(Program& program_, EventQueue& queue, Dialogs& user_dialogs)
-        : Stage(program_, own_transcript, own_watches, own_answers), queue_(queue), user_dialogs_(user_dialogs),
-          script_dialogs_(own_transcript, own_answers, [] {})
+        : Stage(program_), queue_(queue), user_dialogs_(user_dialogs)
     {
         timer_.setInterval(pace);
         QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { step(); });
@@ -45,8 +36,7 @@ public:
         std::istringstream text(script);
         for (std::string line; std::getline(text, line);) lines_.push_back(std::move(line));
         ended_ = std::move(ended);
-        printed.str({});
-        own_answers = {};
+        answers = {};
         holes.clear();
         begun = waits_for_run_ = false;
         wait_.invalidate();
@@ -67,7 +57,7 @@ public:
     /// Those that answer at the moment.
     Dialogs& dialogs()
     {
-        if (plays_ && !asks_) return script_dialogs_;
+        if (plays_ && !asks_) return *this;
         return user_dialogs_;
     }
 
@@ -132,7 +122,6 @@ private:
 
     EventQueue& queue_;
     Dialogs& user_dialogs_;
-    ScriptDialogs script_dialogs_;
     std::vector<std::string> lines_;
     std::function<void(const QString&)> ended_;
     std::size_t next_ = 0;

@@ -2,7 +2,7 @@
 
 #include "desktop/front/input.h"
 #include "desktop/look/qt_text.h"
-#include "scripts/control_names.h"
+#include "scripts/names.h"
 
 #include <QAccessible>
 #include <QKeyEvent>

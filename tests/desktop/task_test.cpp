@@ -215,7 +215,7 @@ TEST_F(DesktopTasks, play_what_was_done_at_random)
     for (const std::string& name : test::work_names(program())) {
         if (name == "clipboard") continue; // the system's, until the program reads it
         lines += "show " + name + "\n";
-        seen += name + " = " + printed(resolve(program(), name).read()) + "\n";
+        seen += name + " = " + resolve(program(), name).read().shown + "\n";
     }
     const std::string played = play(lines), first_shown = seen.substr(0, seen.find('='));
     ASSERT_NE(played.find(first_shown), std::string::npos) << lines << played;

@@ -167,7 +167,7 @@ TEST(PlayerPrinterTest, keeps_every_copy)
     const test::TemporaryFolder folder;
     folder.write("book.xlsx", "one");
     std::ostringstream out;
-    Transcript transcript(out);
+    Transcript transcript(&out);
     PlayerPrinter printer(transcript, folder.path() / "paper");
     printer.print(folder.path() / "book.xlsx", U"d:\\out/表.xlsx");
     folder.write("book.xlsx", "two");

@@ -80,11 +80,9 @@ class Desk {
 public:
     Desk(const TemporaryFolder& root, Random& random)
         : random_(random), installation_(text_of(options_of(root).installation)), answers_(random, installation_),
-          dialogs_([this]() -> Dialogs& { return answers_; }), clipboard_(own_clipboard_),
+          dialogs_([this]() -> Dialogs& { return answers_; }, recorder_), clipboard_(own_clipboard_, recorder_),
           session_(options_of(root), out_, &dialogs_, &clipboard_)
     {
-        dialogs_.set_recorder(recorder_);
-        clipboard_.set_recorder(recorder_);
         program_.listeners.property_changed = [this](Control& control, Property property) {
             recorder_.model_changed(control, property);
             if (property == Property::Focus) asked_ = &control;
@@ -249,7 +247,7 @@ private:
     void tick()
     {
         const auto due = *timers_.next();
-        session_.clock.set_elapsed(due.at);
+        session_.clock.elapsed = due.at;
         timers_.fired(*due.timer);
         send({EventKind::Tick, *due.timer});
     }
@@ -263,7 +261,7 @@ private:
     OverheardClipboard clipboard_;
     Session session_;
     Program& program_ = session_.program;
-    VirtualTimers& timers_ = session_.stage.timers;
+    VirtualTimers& timers_ = session_.timers;
     Recorder recorder_{program_};
     Control *focus_ = nullptr, *asked_ = nullptr;
 };
@@ -284,7 +282,7 @@ std::vector<std::string> state(Program& program, const TemporaryFolder& root)
 {
     std::vector<std::string> lines;
     for (const std::string& name : test::work_names(program))
-        lines.push_back(name + " = " + printed(resolve(program, name).read()));
+        lines.push_back(name + " = " + resolve(program, name).read().shown);
     for (const auto& [name, held] : test::files_below(root.path())) lines.emplace_back(name).append(": ").append(held);
     for (std::string& line : lines) line = test::replaced(line, root.path().string(), "$");
     std::sort(lines.begin(), lines.end());
@@ -319,10 +317,10 @@ TEST(Recording, plays_to_what_was_recorded)
         const std::vector<std::string> script = desk.finish();
         std::ostringstream transcript;
         Session session(options_of(there), transcript);
-        session.start({});
+        session.start();
         std::size_t line = 0;
         try {
-            for (; line < script.size(); ++line) perform(session.stage, split_line(script[line], session.stage.holes));
+            for (; line < script.size(); ++line) perform(session, split_line(script[line], session.holes));
         } catch (const std::exception& failure) {
             FAIL() << "seed " << seed << ": " << script[line] << ": " << failure.what() << "\n" << joined(script);
         }
