@@ -69,23 +69,19 @@ else()
   set(TARVIK_SYSTEM posix)
 endif()
 
-# Windows has no conversion of GB18030 that can be relied on: a copy of the building system's becomes a part of the
-# program.
+# What the building system knows of GB18030 and of letters becomes a part of the program: every program then reads and
+# writes the same bytes, and Windows has no conversion that can be relied on.
 function(tarvik_character_tables)
-  if(NOT WIN32)
-    return()
-  endif()
   find_program(HOST_COMPILER c++ REQUIRED)
   set(writer ${CMAKE_BINARY_DIR}/character_tables/writer)
-  set(sources ${PROJECT_SOURCE_DIR}/platform/character_tables/main.cpp
-              ${PROJECT_SOURCE_DIR}/platform/posix/system_characters.cpp)
+  set(source ${PROJECT_SOURCE_DIR}/platform/character_tables/main.cpp)
   set(tables ${CMAKE_BINARY_DIR}/character_tables/tables.cpp)
   file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/character_tables)
   add_custom_command(
     OUTPUT ${tables}
-    COMMAND ${HOST_COMPILER} -std=c++20 -I${PROJECT_SOURCE_DIR} -o ${writer} ${sources}
+    COMMAND ${HOST_COMPILER} -std=c++20 -I${PROJECT_SOURCE_DIR} -o ${writer} ${source}
     COMMAND ${writer} ${tables}
-    DEPENDS ${sources} ${PROJECT_SOURCE_DIR}/platform/text/system_characters.h
+    DEPENDS ${source} ${PROJECT_SOURCE_DIR}/platform/text/character_tables.h
     VERBATIM)
   target_sources(platform PRIVATE ${tables})
 endfunction()

@@ -9,7 +9,7 @@
 #include "desktop/windows/form4_window.h"
 #include "desktop/windows/main_menu.h"
 #include "platform/files/files.h"
-#include "platform/system_clock.h"
+#include "platform/platform.h"
 #include "scripts/recorder.h"
 
 #include <QTranslator>

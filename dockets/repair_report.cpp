@@ -3,7 +3,7 @@
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 #include "runs/keyed_scans.h"
 
 namespace tarvik {

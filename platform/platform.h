@@ -64,6 +64,12 @@ public:
     virtual CalendarTime now() const = 0;
 };
 
+/// The computer's clock, in its local time.
+class SystemClock final : public Clock {
+public:
+    CalendarTime now() const override;
+};
+
 /// The time of day as captions show it, h:mm:ss in 24 hours.
 Text time_of_day(const CalendarTime& time);
 /// The date as file names hold it, yyyy-mm-dd.

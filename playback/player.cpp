@@ -1,6 +1,5 @@
 #include "playback/player.h"
 
-#include "platform/files/file_name.h"
 #include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 

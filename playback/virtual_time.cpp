@@ -1,6 +1,6 @@
 #include "playback/player.h"
 
-#include "platform/system_clock.h"
+#include "platform/platform.h"
 
 #include <algorithm>
 #include <iomanip>

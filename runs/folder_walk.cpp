@@ -1,6 +1,6 @@
 #include "runs/folder_walk.h"
 
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 
 namespace tarvik {
 

@@ -1,6 +1,6 @@
 #include "runs/sheet_path.h"
 
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 
 namespace tarvik {

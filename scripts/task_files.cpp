@@ -1,7 +1,6 @@
 #include "scripts/task_files.h"
 
 #include "platform/failure.h"
-#include "platform/files/file_name.h"
 #include "platform/files/system_paths.h"
 #include "scripts/script.h"
 

@@ -3,7 +3,7 @@
 #include "engines/documents/cell_contents.h"
 #include "engines/documents/elements.h"
 #include "engines/documents/inline_drawing.h"
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 
 #include <charconv>
 #include <map>

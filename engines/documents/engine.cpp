@@ -3,7 +3,7 @@
 #include "engines/documents/document_model.h"
 #include "engines/packages/package_cache.h"
 #include "engines/packages/temporary_folder.h"
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 
 namespace tarvik {
 

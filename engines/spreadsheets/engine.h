@@ -2,7 +2,6 @@
 
 #include "engines/hidden_engines.h"
 #include "platform/platform.h"
-#include "platform/system_clock.h"
 
 namespace tarvik {
 

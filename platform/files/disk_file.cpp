@@ -29,6 +29,12 @@ void require_plain(const FileStatus& status)
     if (!status.is_plain) require(EINVAL);
 }
 
+/// On the clock that files get their times from.
+std::int64_t nanoseconds_since_1970() noexcept
+{
+    return std::chrono::nanoseconds(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
 /// Whether the file system's clock has moved on since the latest change. One that keeps whole seconds moves every other
 /// second at the slowest.
 bool has_settled(const FileStatus& status) noexcept
@@ -36,13 +42,13 @@ bool has_settled(const FileStatus& status) noexcept
     constexpr std::int64_t second = 1'000'000'000, coarse_step = 2 * second, fine_step = second / 10;
     const bool coarse = status.changed % second == 0 && status.status_changed % second == 0;
     const std::int64_t changed = std::max(status.changed, status.status_changed);
-    return file_clock_now() - changed > (coarse ? coarse_step : fine_step);
+    return nanoseconds_since_1970() - changed > (coarse ? coarse_step : fine_step);
 }
 
 /// Process numbers come again: with the time of its first file a name of this process cannot.
 std::string next_unfinished_name()
 {
-    static const std::int64_t begun = std::chrono::system_clock::now().time_since_epoch().count();
+    static const std::int64_t begun = nanoseconds_since_1970();
     static std::atomic<unsigned> made{0};
     return std::string(unfinished_beginning) + std::to_string(process_number()) + "-" + std::to_string(begun) + "-" +
            std::to_string(++made) + std::string(unfinished_end);
@@ -65,7 +71,7 @@ fs::path checked_target(const fs::path& target)
 FileStamp stamp_of(const fs::path& path)
 {
     const FileStatus status = status_of(path);
-    return {status.size, status.changed, status.status_changed, status.identity, has_settled(status)};
+    return {status, has_settled(status)};
 }
 
 std::shared_ptr<SystemFile> open_for_reading(const fs::path& path)
@@ -187,7 +193,7 @@ void for_each_entry(const fs::path& folder, const std::function<void(const fs::p
 bool is_just_made(const FileStatus& status) noexcept
 {
     constexpr std::int64_t minute = 60'000'000'000;
-    return file_clock_now() - status.changed < minute;
+    return nanoseconds_since_1970() - status.changed < minute;
 }
 
 bool is_left_behind(const fs::path& file)

@@ -14,20 +14,12 @@
 namespace tarvik {
 
 /// What tells one state of a file from another.
-struct FileStamp {
-    std::uint64_t size = 0;
-    std::int64_t changed_nanoseconds = 0;
-    std::int64_t status_changed_nanoseconds = 0; ///< also of a change that set the time of change back
-    std::uint64_t identity = 0; ///< the file's number in its file system; a file renamed over it has another
+struct FileStamp : FileStatus {
     /// Whether any later change must give another stamp. Right after a change the file system's clock may not have
     /// moved on: who keeps what a file held looks again until its stamp has settled.
     bool settled = false;
 
-    friend bool operator==(const FileStamp& a, const FileStamp& b)
-    {
-        return a.size == b.size && a.changed_nanoseconds == b.changed_nanoseconds &&
-               a.status_changed_nanoseconds == b.status_changed_nanoseconds && a.identity == b.identity;
-    }
+    bool operator==(const FileStamp& other) const { return FileStatus::operator==(other); }
 };
 
 FileStamp stamp_of(const std::filesystem::path& path);

@@ -117,25 +117,17 @@ ByteSource Files::open_for_input(TextView path) const
 
 void Files::replace(TextView path, std::string_view bytes)
 {
-    accessed(U"写入文件", path, [&] {
-        const auto file = new_replacement(path, [] {});
-        file->write(bytes);
-        file->take_place();
-    });
-    announce(&FileWatcher::stream_stands);
+    const auto file = begin_replacement(path);
+    file->write(bytes);
+    file->take_place();
 }
 
 std::unique_ptr<ReplacementFile> Files::begin_replacement(TextView path)
 {
-    auto file = accessed(U"写入文件", path, [&] { return new_replacement(path, announcing(path)); });
-    announce(&FileWatcher::stream_stands);
-    return file;
-}
-
-std::unique_ptr<ReplacementFile> Files::new_replacement(TextView path, std::function<void()> ahead)
-{
-    auto file = std::make_unique<ReplacementFile>(resolve(path), path, std::move(ahead));
+    auto file = accessed(U"写入文件", path,
+                         [&] { return std::make_unique<ReplacementFile>(resolve(path), path, announcing(path)); });
     sweep(file->folder());
+    announce(&FileWatcher::stream_stands);
     return file;
 }
 

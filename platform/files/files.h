@@ -79,7 +79,6 @@ private:
     template <typename Work>
     auto accessed(TextView action, TextView path, const Work& work) const;
     std::function<void()> announcing(TextView path) const;
-    std::unique_ptr<ReplacementFile> new_replacement(TextView path, std::function<void()> ahead);
     /// Once for each folder that something is put into.
     void sweep(const std::filesystem::path& folder);
 

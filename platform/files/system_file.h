@@ -20,8 +20,11 @@ enum class Opening {
 struct FileStatus {
     bool is_plain = false, is_folder = false;
     std::uint64_t size = 0;
-    std::int64_t changed = 0, status_changed = 0; ///< nanoseconds
-    std::uint64_t identity = 0;                   ///< its number in its file system
+    std::int64_t changed = 0;        ///< nanoseconds since 1970
+    std::int64_t status_changed = 0; ///< also by a change that set the time of change back
+    std::uint64_t identity = 0;      ///< its number in its file system; a file renamed over it has another
+
+    bool operator==(const FileStatus&) const = default;
 };
 
 class SystemFile {
@@ -65,8 +68,6 @@ void carry_over(const std::filesystem::path& from, const std::filesystem::path& 
 void remove_file(const std::filesystem::path& path);
 /// One level; an existing folder is no fault.
 void make_folder(const std::filesystem::path& path);
-/// Nanoseconds of the clock that files get their times from.
-std::int64_t file_clock_now() noexcept;
 std::uint64_t process_number() noexcept;
 
 } // namespace tarvik

@@ -1,7 +1,5 @@
 #include "platform/program_start.h"
 
-#include "platform/large_pages.h"
-
 #include <csignal>
 #include <cstdint>
 #include <malloc.h>

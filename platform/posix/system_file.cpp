@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cerrno>
-#include <ctime>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -214,13 +213,6 @@ void remove_file(const fs::path& path)
 void make_folder(const fs::path& path)
 {
     fs::create_directory(path);
-}
-
-std::int64_t file_clock_now() noexcept
-{
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    return nanoseconds(now);
 }
 
 std::uint64_t process_number() noexcept

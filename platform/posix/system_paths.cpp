@@ -1,6 +1,5 @@
 #include "platform/files/system_paths.h"
 
-#include "platform/files/file_name.h"
 #include "platform/text/utf8.h"
 
 #include <cstdlib>

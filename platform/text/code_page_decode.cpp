@@ -1,7 +1,7 @@
 #include "platform/text/code_page.h"
 
 #include "platform/background.h"
-#include "platform/text/gb18030_tables.h"
+#include "platform/text/character_tables.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
@@ -28,23 +28,20 @@ struct Utf8 {
     static constexpr bool keeps_ascii = true;
 
     static char16_t two_bytes(const std::uint8_t*) noexcept { return 0; }
-    static Decoded step(const std::uint8_t* at, const std::uint8_t* end) noexcept
-    {
-        const Utf8Step step = utf8_step(at, end);
-        return {step.character, step.size};
-    }
+    static Utf8Step step(const std::uint8_t* at, const std::uint8_t* end) noexcept { return utf8_step(at, end); }
 };
 
 /// What may be UTF-8: of a block that is none the rest is passed over.
 struct PossibleUtf8 : Utf8 {
     mutable bool is_none = false, any_wide = false; ///< wide: a character of three bytes or more
 
-    Decoded step(const std::uint8_t* at, const std::uint8_t* end) const noexcept
+    Utf8Step step(const std::uint8_t* at, const std::uint8_t* end) const noexcept
     {
-        const Utf8Step step = utf8_step(at, end);
+        Utf8Step step = utf8_step(at, end);
         any_wide = any_wide || step.size >= 3;
         is_none = is_none || !step.valid;
-        return {step.character, step.valid ? step.size : static_cast<unsigned>(end - at)};
+        if (!step.valid) step.size = static_cast<unsigned>(end - at);
+        return step;
     }
 };
 
@@ -67,38 +64,33 @@ struct Utf16 {
     }
 };
 
-class Gb18030 {
-public:
+struct Gb18030 {
     static constexpr bool keeps_ascii = true;
 
-    char16_t two_bytes(const std::uint8_t* at) const noexcept { return characters_[(at[0] & 0x7fU) * 256U + at[1]]; }
-
-    Decoded step(const std::uint8_t* at, const std::uint8_t* end) const
+    static char16_t two_bytes(const std::uint8_t* at) noexcept
     {
-        require_available(table_);
+        return two_byte_characters[(at[0] & 0x7fU) * 256U + at[1]];
+    }
+    static Decoded step(const std::uint8_t* at, const std::uint8_t* end) noexcept
+    {
         if (*at == euro_code) return {euro_sign, 1};
         if (*at < 0x80 || end - at < 2) return {};
         const unsigned code = at[0] * 256U + at[1];
-        for (const auto& row : table_.outside)
+        for (const OutsideCode& row : outside_codes)
             if (row.code == code) return {row.character, 2};
         return end - at < 4 ? Decoded{} : four_bytes(at);
     }
-
-private:
-    static Decoded four_bytes(const std::uint8_t* at)
+    static Decoded four_bytes(const std::uint8_t* at) noexcept
     {
         const unsigned a = at[0] - 0x81U, b = at[1] - 0x30U, c = at[2] - 0x81U, d = at[3] - 0x30U;
         if (a > 125 || b > 9 || c > 125 || d > 9) return {};
         const std::size_t place = ((a * 10 + b) * 126 + c) * 10 + d;
-        const auto& basic = four_byte_table().character;
-        if (place < basic.size()) return basic[place] == 0 ? Decoded{} : Decoded{basic[place], 4};
+        if (place < four_byte_places)
+            return four_byte_characters[place] == 0 ? Decoded{} : Decoded{four_byte_characters[place], 4};
         if (place < first_supplementary_place) return {};
-        const std::size_t character = 0x10000 + place - first_supplementary_place;
+        const std::size_t character = basic_plane_size + place - first_supplementary_place;
         return character > last_character ? Decoded{} : Decoded{static_cast<char32_t>(character), 4};
     }
-
-    const TwoByteTable& table_ = two_byte_table();
-    const char16_t* characters_ = table_.character.data();
 };
 
 const std::uint8_t* bytes_of(std::string_view bytes) noexcept
@@ -126,7 +118,7 @@ void decode_stretch(const Scheme& scheme, const std::uint8_t*& at, const std::ui
                 continue;
             }
         }
-        const Decoded decoded = scheme.step(at, end);
+        const auto decoded = scheme.step(at, end);
         if (decoded.character > std::numeric_limits<Char>::max()) return;
         *out++ = static_cast<Char>(decoded.character);
         at += decoded.size;
@@ -151,7 +143,7 @@ std::size_t decode_block(const Scheme& scheme, std::string_view block, bool is_l
         if (text.width() < 4) decode(text.room<char16_t>(most));
         else decode(text.room<char32_t>(most));
         if (at >= stop) break;
-        const Decoded beyond_basic = scheme.step(at, end);
+        const auto beyond_basic = scheme.step(at, end);
         text.append({&beyond_basic.character, 1});
         at += beyond_basic.size;
     }

@@ -1,7 +1,6 @@
 #include "platform/text/code_page.h"
 
-#include "platform/text/gb18030_tables.h"
-#include "platform/text/system_characters.h"
+#include "platform/text/character_tables.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
@@ -31,31 +30,28 @@ char* write_code(unsigned code, char* out) noexcept
 }
 
 /// A character that is neither ASCII nor has two bytes in the basic plane.
-char* write_rare(const TwoByteTable& table, char32_t character, char* out)
+char* write_rare(char32_t character, char* out) noexcept
 {
-    require_available(table);
     if (character > 0xffff && character <= last_character) {
-        for (const auto& row : table.outside)
+        for (const OutsideCode& row : outside_codes)
             if (row.character == character) return write_code(row.code, out);
         return write_place(first_supplementary_place + (character - 0x10000), out);
     }
-    const auto& places = four_byte_table().place;
-    const bool lost = is_surrogate(character) || character == replacement_character || character >= places.size();
-    if (!lost && places[character] != FourByteTable::no_place) return write_place(places[character], out);
+    const bool lost = is_surrogate(character) || character == replacement_character || character > last_character;
+    if (!lost && places_of_characters[character] != no_place) return write_place(places_of_characters[character], out);
     *out++ = static_cast<char>(question_mark);
     return out;
 }
 
 /// `out` has room for one byte more than the codes take: one and two bytes are written without a branch between them.
 template <typename Char>
-char* write_one_by_one(const TwoByteTable& table, std::span<const Char> characters, char* out)
+char* write_one_by_one(std::span<const Char> characters, char* out) noexcept
 {
-    const std::uint16_t* codes = table.code.data();
     for (const char32_t character : characters) {
         const bool ascii = character < 0x80;
-        const std::uint16_t code = character < 0x10000 ? codes[character] : std::uint16_t{0};
+        const std::uint16_t code = character < basic_plane_size ? two_byte_codes[character] : std::uint16_t{0};
         if (code == 0 && !ascii) {
-            out = write_rare(table, character, out);
+            out = write_rare(character, out);
             continue;
         }
         out[0] = static_cast<char>(ascii ? character : code >> 8);
@@ -66,7 +62,7 @@ char* write_one_by_one(const TwoByteTable& table, std::span<const Char> characte
 }
 
 template <typename Char>
-char* write_characters(const TwoByteTable& table, std::span<const Char> characters, char* out)
+char* write_characters(std::span<const Char> characters, char* out) noexcept
 {
     constexpr std::size_t block = 8;
     for (; characters.size() >= block; characters = characters.subspan(block)) {
@@ -74,13 +70,13 @@ char* write_characters(const TwoByteTable& table, std::span<const Char> characte
         char32_t bits = 0;
         for (std::size_t i = 0; i < block; ++i) bits |= from[i];
         if (bits >= 0x80) {
-            out = write_one_by_one(table, characters.first(block), out);
+            out = write_one_by_one(characters.first(block), out);
             continue;
         }
         for (std::size_t i = 0; i < block; ++i) out[i] = static_cast<char>(from[i]);
         out += block;
     }
-    return write_one_by_one(table, characters, out);
+    return write_one_by_one(characters, out);
 }
 
 /// Codes of two bytes, first and last, that GB18030 has added to those of GBK.
@@ -116,13 +112,12 @@ std::string encode(TextView text)
 
 void encode_to(TextView text, std::string& target)
 {
-    const TwoByteTable& table = two_byte_table();
     text.visit([&](auto characters) {
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled as far as it is read
         char bytes[stretch * longest_code];
         while (!characters.empty()) {
             const auto piece = characters.first(std::min(stretch, characters.size()));
-            target.append(bytes, write_characters(table, piece, bytes));
+            target.append(bytes, write_characters(piece, bytes));
             characters = characters.subspan(piece.size());
         }
     });
@@ -139,16 +134,14 @@ std::string encode_behind(const ForeignText& file, TextView text)
 
 char* encode_into(TextView text, char* target)
 {
-    const TwoByteTable& table = two_byte_table();
-    return text.visit([&](auto characters) { return write_characters(table, characters, target); });
+    return text.visit([target](auto characters) { return write_characters(characters, target); });
 }
 
 int char_code(char32_t character) noexcept
 {
     if (character < 0x80) return static_cast<int>(character);
     if (character == euro_sign) return euro_code;
-    const auto& codes = two_byte_table().code;
-    const int code = character < codes.size() ? codes[character] : 0;
+    const int code = character < basic_plane_size ? two_byte_codes[character] : 0;
     const bool is_private = character >= 0xe000 && character <= 0xf8ff;
     const bool is_added = std::ranges::any_of(
         added_codes, [code](const auto& range) { return code >= range.first && code <= range.second; });

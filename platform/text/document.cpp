@@ -1,7 +1,8 @@
 #include "platform/text/document.h"
 
 #include "platform/background.h"
-#include "platform/large_pages.h"
+#include "platform/program_start.h"
+#include "platform/text/character_tables.h"
 
 #include <algorithm>
 #include <atomic>
@@ -58,7 +59,7 @@ bool has_capital(std::span<const Char> characters) noexcept
 template <typename Char>
 void lower_into(std::span<const Char> characters, Char* small) noexcept
 {
-    const char16_t* table = lower_table().data();
+    const char16_t* table = small_letters.data();
     while (!characters.empty()) {
         const auto piece = characters.first(std::min(stretch, characters.size()));
         Char bits = 0;

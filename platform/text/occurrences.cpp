@@ -1,9 +1,50 @@
 #include "platform/text/occurrences.h"
 
 #include <algorithm>
+#include <type_traits>
 
+/// Substring search. The usual case is a scan for places where the needle's first and last characters both fit, in
+/// blocks that a compiler turns into vector code. A text made to defeat that (long repeats of one letter) would cost
+/// the product of both lengths, so once the comparisons have cost too much the text is read character by character.
 namespace tarvik {
 
+namespace {
+
+template <typename Char>
+using Characters = std::span<const Char>;
+
+constexpr std::size_t block = 32;
+
+/// The first place at or behind `from` and before `end` for which `fits(place)` holds, or `end`. `fits` must be cheap
+/// and free of branches.
+template <typename Fits>
+std::size_t scan(std::size_t from, std::size_t end, const Fits& fits) noexcept
+{
+    for (; from + block <= end; from += block) {
+        unsigned any = 0;
+        for (std::size_t i = 0; i < block; ++i) any |= static_cast<unsigned>(fits(from + i));
+        if (any != 0) break;
+    }
+    while (from < end && !fits(from)) ++from;
+    return from;
+}
+
+template <typename Char>
+std::size_t find_character(Characters<Char> text, Char character, std::size_t from) noexcept
+{
+    if constexpr (sizeof(Char) == 1) {
+        if (from >= text.size()) return npos;
+        const void* place = std::memchr(text.data() + from, character, text.size() - from);
+        return place ? static_cast<std::size_t>(static_cast<const Char*>(place) - text.data()) : npos;
+    } else {
+        const Char* characters = text.data();
+        const std::size_t place =
+            scan(from, text.size(), [=](std::size_t i) noexcept { return characters[i] == character; });
+        return place < text.size() ? place : npos;
+    }
+}
+
+/// For each beginning of a needle, the length of its longest proper border: a beginning that is its end too.
 std::vector<std::size_t> borders_of(TextView needle)
 {
     std::vector<std::size_t> borders(needle.size(), 0);
@@ -13,6 +54,65 @@ std::vector<std::size_t> borders_of(TextView needle)
         borders[i] = border;
     }
     return borders;
+}
+
+/// Linear whatever text and needle hold.
+template <typename Char, typename Needle>
+std::size_t find_by_borders(Characters<Char> text, Characters<Needle> needle, std::size_t from)
+{
+    const std::vector<std::size_t> borders = borders_of({needle.data(), needle.size()});
+    std::size_t matched = 0;
+    for (; from < text.size(); ++from) {
+        while (matched > 0 && needle[matched] != text[from]) matched = borders[matched - 1];
+        if (needle[matched] == text[from] && ++matched == needle.size()) return from + 1 - matched;
+    }
+    return npos;
+}
+
+template <typename Char, typename Needle>
+std::size_t find_needle(Characters<Char> text, Characters<Needle> needle, std::size_t from)
+{
+    const std::size_t size = needle.size(), end = text.size() - size + 1;
+    const Char* first_place = text.data();
+    const Char* last_place = text.data() + (size - 1);
+    const Needle first = needle.front(), last = needle.back();
+    const std::size_t begin = from;
+    std::size_t compared = 0;
+    for (;; ++from) {
+        from = scan(from, end,
+                    [=](std::size_t i) noexcept { return (first_place[i] == first) & (last_place[i] == last); });
+        if (from == end) return npos;
+        std::size_t same = 1;
+        while (same < size && first_place[from + same] == needle[same]) ++same;
+        if (same == size) return from;
+        compared += same + 8; // a scan that ends at once is not free either
+        if (compared > 256 + 4 * (from - begin)) return find_by_borders(text, needle, from + 1);
+    }
+}
+
+} // namespace
+
+std::size_t TextView::find(char32_t character, std::size_t from) const noexcept
+{
+    return visit([character, from](auto text) -> std::size_t {
+        using Char = std::remove_const_t<typename decltype(text)::element_type>;
+        if (static_cast<char32_t>(static_cast<Char>(character)) != character) return npos;
+        return find_character<Char>(text, static_cast<Char>(character), from);
+    });
+}
+
+std::size_t TextView::find(TextView needle, std::size_t from) const
+{
+    if (from > size() || needle.size() > size() - from) return npos;
+    if (needle.empty()) return from;
+    if (needle.size() == 1) return find(needle[0], from);
+    return visit([needle, from](auto text) {
+        return needle.visit([text, from](auto searched) {
+            using Char = std::remove_const_t<typename decltype(text)::element_type>;
+            using Needle = std::remove_const_t<typename decltype(searched)::element_type>;
+            return find_needle<Char, Needle>(text, searched, from);
+        });
+    });
 }
 
 Occurrences::Occurrences(TextView text, TextView needle)

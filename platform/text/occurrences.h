@@ -6,9 +6,6 @@
 
 namespace tarvik {
 
-/// For each beginning of a needle, the length of its longest proper border: a beginning that is its end too.
-std::vector<std::size_t> borders_of(TextView needle);
-
 /// Walks over the places of a needle in a text, overlapping ones too. Places count from 0 and only rise. The whole walk
 /// is linear in the text, whatever text and needle hold. An empty needle is nowhere. The text must outlive the walk.
 class Occurrences {

@@ -1,6 +1,6 @@
 #include "platform/text/text.h"
 
-#include "platform/text/system_characters.h"
+#include "platform/text/character_tables.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
@@ -10,33 +10,6 @@
 namespace tarvik {
 
 namespace {
-
-using Mapping = std::array<char16_t, 0x10000>;
-
-Mapping mapping_of(const std::vector<char32_t>& letters)
-{
-    Mapping mapping{};
-    std::ranges::transform(letters, mapping.begin(), [](char32_t c) { return static_cast<char16_t>(c); });
-    return mapping;
-}
-
-const Mapping& upper_table() noexcept
-{
-    static const Mapping table = mapping_of(capital_letters());
-    return table;
-}
-
-char32_t mapped(std::span<const char16_t, 0x10000> mapping, char32_t character) noexcept
-{
-    return character < mapping.size() ? mapping[character] : character;
-}
-
-Text mapped(std::span<const char16_t, 0x10000> mapping, TextView text)
-{
-    Text result = text.str();
-    for (char32_t& character : result) character = mapped(mapping, character);
-    return result;
-}
 
 constexpr std::size_t longest_utf8 = 4;
 
@@ -158,30 +131,28 @@ TextView trim(TextView text) noexcept
     return ltrim(rtrim(text));
 }
 
-std::span<const char16_t, 0x10000> lower_table() noexcept
-{
-    static const Mapping table = mapping_of(small_letters());
-    return table;
-}
-
 char32_t lower(char32_t character) noexcept
 {
-    return mapped(lower_table(), character);
+    return character < basic_plane_size ? small_letters[character] : character;
 }
 
 char32_t upper(char32_t character) noexcept
 {
-    return mapped(upper_table(), character);
+    return character < basic_plane_size ? capital_letters[character] : character;
 }
 
 Text lower(TextView text)
 {
-    return mapped(lower_table(), text);
+    Text small = text.str();
+    for (char32_t& character : small) character = lower(character);
+    return small;
 }
 
 Text upper(TextView text)
 {
-    return mapped(upper_table(), text);
+    Text capital = text.str();
+    for (char32_t& character : capital) character = upper(character);
+    return capital;
 }
 
 void append_utf8(char32_t character, std::string& bytes)

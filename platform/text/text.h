@@ -120,8 +120,6 @@ char32_t lower(char32_t character) noexcept;
 char32_t upper(char32_t character) noexcept;
 Text lower(TextView text);
 Text upper(TextView text);
-/// By character of the basic plane, what lower() gives: for loops over whole documents.
-std::span<const char16_t, 0x10000> lower_table() noexcept;
 
 /// UTF-8 both ways. Invalid bytes become U+FFFD, and so does a lone surrogate.
 Text from_utf8(std::string_view bytes);

@@ -1,7 +1,6 @@
 #include "platform/program_start.h"
 
 #include "platform/files/system_paths.h"
-#include "platform/large_pages.h"
 
 #include <cstdio>
 #include <cstdlib>

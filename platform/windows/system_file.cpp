@@ -1,7 +1,6 @@
 #include "platform/files/system_file.h"
 
 #include "platform/files/file_failure.h"
-#include "platform/files/file_name.h"
 #include "platform/files/system_paths.h"
 
 #include <algorithm>
@@ -303,13 +302,6 @@ void make_folder(const fs::path& path)
     const DWORD there = ::GetFileAttributesW(path.c_str());
     if (there == INVALID_FILE_ATTRIBUTES) fail_with(error, path);
     if ((there & FILE_ATTRIBUTE_DIRECTORY) == 0) fail(ENOTDIR);
-}
-
-std::int64_t file_clock_now() noexcept
-{
-    FILETIME now{};
-    ::GetSystemTimePreciseAsFileTime(&now);
-    return nanoseconds(now);
 }
 
 std::uint64_t process_number() noexcept

@@ -1,4 +1,4 @@
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 #include "tests/designer/designed_run.h"
 
 namespace tarvik::test {

@@ -1,7 +1,6 @@
 #include "tests/platform/files_fixture.h"
 
 #include "platform/files/file_cache.h"
-#include "platform/files/file_name.h"
 #include "platform/files/system_file.h"
 #include "platform/files/system_paths.h"
 
@@ -26,7 +25,7 @@ TEST(FileName, stays_inside_its_folder)
     EXPECT_EQ(safe_file_name(U" 甲 乙.x"), U" 甲 乙.x");
 }
 
-constexpr FileStamp settled{5, 100, 100, 7, true};
+constexpr FileStamp settled{{true, false, 5, 100, 100, 7}, true};
 
 TEST(FileCache, makes_contents_again_when_their_file_may_have_changed)
 {
@@ -37,12 +36,12 @@ TEST(FileCache, makes_contents_again_when_their_file_may_have_changed)
     };
     const Case cases[] = {
         {"unchanged", settled, settled, false},
-        {"of another size", settled, {6, 100, 100, 7, true}, true},
-        {"changed later", settled, {5, 101, 101, 7, true}, true},
-        {"changed, and its time set back", settled, {5, 100, 101, 7, true}, true},
-        {"another file of that name", settled, {5, 100, 100, 8, true}, true},
-        {"not settled when it was read", {5, 100, 100, 7, false}, settled, true},
-        {"never settled", {5, 100, 100, 7, false}, {5, 100, 100, 7, false}, true},
+        {"of another size", settled, {{true, false, 6, 100, 100, 7}, true}, true},
+        {"changed later", settled, {{true, false, 5, 101, 101, 7}, true}, true},
+        {"changed, and its time set back", settled, {{true, false, 5, 100, 101, 7}, true}, true},
+        {"another file of that name", settled, {{true, false, 5, 100, 100, 8}, true}, true},
+        {"not settled when it was read", {{true, false, 5, 100, 100, 7}, false}, settled, true},
+        {"never settled", {{true, false, 5, 100, 100, 7}, false}, {{true, false, 5, 100, 100, 7}, false}, true},
     };
     for (const Case& one : cases) {
         FileCache<int> cache;

@@ -1,6 +1,5 @@
 #include "runs/sheet_path.h"
 
-#include "platform/files/file_name.h"
 #include "platform/files/system_paths.h"
 #include "tests/support/test_program.h"
 

@@ -1,6 +1,6 @@
 #include "tests/platform/files_fixture.h"
 
-#include "platform/files/file_name.h"
+#include "platform/files/system_paths.h"
 #include "tests/support/full_disk.h"
 
 #include <gmock/gmock.h>

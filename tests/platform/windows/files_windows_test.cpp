@@ -1,6 +1,5 @@
 #include "tests/platform/files_fixture.h"
 
-#include "platform/files/file_name.h"
 #include "platform/files/system_file.h"
 #include "platform/files/system_paths.h"
 

@@ -1,4 +1,3 @@
-#include "platform/files/file_name.h"
 
 #include "platform/files/system_paths.h"
 

@@ -1,4 +1,6 @@
-#include "platform/system_clock.h"
+#include "platform/platform.h"
+
+#include "platform/program_start.h"
 
 #include <ctime>
 
@@ -30,6 +32,11 @@ Text time_of_day(const CalendarTime& time)
 Text date_text(const CalendarTime& time)
 {
     return digits(time.year, 4) + U"-" + digits(time.month, 2) + U"-" + digits(time.day, 2);
+}
+
+std::string_view version() noexcept
+{
+    return TARVIK_VERSION;
 }
 
 } // namespace tarvik
