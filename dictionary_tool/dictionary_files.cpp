@@ -107,18 +107,10 @@ bool DictionaryFiles::add(const SourceEntry& entry)
 
 DictionaryFiles::File& DictionaryFiles::file_for(char32_t first)
 {
-    Text name(chinese_file);
-    Dictionary layout = chinese_dictionary;
-    if (use_ == DictionaryUse::English) {
-        if (const auto letter_file = english_letter_file(first)) {
-            name = *letter_file;
-            layout = english_letter_dictionary;
-        } else if (belongs_to_other_file(first)) {
-            name = english_other_file;
-            layout = english_other_dictionary;
-        }
-    }
-    const auto [place, made] = files_.try_emplace(name, File{layout, {}});
+    const Dictionary& english = english_dictionary(first);
+    const bool is_served = use_ == DictionaryUse::English && dictionary_file(english, first);
+    const Dictionary& layout = is_served ? english : chinese_dictionary;
+    const auto [place, made] = files_.try_emplace(*dictionary_file(layout, first), File{layout, {}});
     if (made) place->second.bytes = opening(layout);
     return place->second;
 }

@@ -25,15 +25,4 @@ struct SourceSummary {
 /// StarDict, .index for dictd; the other files of the dictionary lie beside it, plain or packed. Throws Failure.
 SourceSummary read_dictionary_source(const std::filesystem::path& file, const EntrySink& sink);
 
-// The two formats
-SourceSummary read_stardict(const std::filesystem::path& ifo, const EntrySink& sink);
-SourceSummary read_dictd(const std::filesystem::path& index, const EntrySink& sink);
-
-/// The bytes of the first file that exists among `base` with these extensions appended; one packed by gzip or dictzip
-/// comes unpacked. Throws Failure when there is none or it cannot be read.
-std::string read_unpacked(const std::filesystem::path& base, std::initializer_list<const char*> extensions);
-
-/// Takes the text up to this character off the front, or all of it, and the character with it.
-std::string_view cut_to(std::string_view& rest, char end);
-
 } // namespace tarvik

@@ -1,6 +1,6 @@
 #include "fuzz/queries.h"
 
-#include "reading/marking.h"
+#include "reading/queries.h"
 
 #include <algorithm>
 

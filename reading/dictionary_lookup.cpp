@@ -12,13 +12,6 @@ char32_t first_of(TextView query)
     return query.empty() ? U'\0' : lower(query[0]);
 }
 
-std::optional<Text> file_for(const Dictionary& dictionary, TextView query)
-{
-    if (&dictionary == &chinese_dictionary) return Text(chinese_file);
-    if (&dictionary == &english_other_dictionary) return Text(english_other_file);
-    return english_letter_file(first_of(query));
-}
-
 bool read_dictionary(Program& program, TextView file, TextView title)
 {
     const Text path = installed(program, file);
@@ -45,16 +38,22 @@ void show_count(Program& program)
 
 } // namespace
 
+std::optional<Text> dictionary_file(const Dictionary& dictionary, char32_t first)
+{
+    if (!dictionary.file.empty()) return Text(dictionary.file);
+    if (first < U'a' || first > U'z') return std::nullopt;
+    return U"牛津字典" + Text(1, upper(first)) + U".TXT";
+}
+
 const Dictionary& dictionary_for(const Program& program)
 {
-    if (program.form1.Option1.value()) return chinese_dictionary;
-    return belongs_to_other_file(first_of(query_text(program))) ? english_other_dictionary : english_letter_dictionary;
+    return program.form1.Option1.value() ? chinese_dictionary : english_dictionary(first_of(query_text(program)));
 }
 
 bool find_entries(Program& program, const Dictionary& dictionary, TextView title)
 {
     const Text query = lower(query_text(program));
-    const auto file = file_for(dictionary, query);
+    const auto file = dictionary_file(dictionary, first_of(query));
     if (file && !read_dictionary(program, *file, title)) return false;
 
     const Document document = program.form1.RichTextBox1.document();

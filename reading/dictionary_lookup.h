@@ -10,6 +10,7 @@ namespace tarvik {
 /// How the entries of a dictionary file are told apart, and what its lookups fill. There is no index: a match is at the
 /// head of an entry when the end of the entry before it stands in the window of characters right before the match.
 struct Dictionary {
+    std::u32string_view file; ///< empty for a dictionary with a file for each letter
     std::u32string_view entry_end;
     std::size_t window;
     std::size_t start_offset;   ///< an entry begins so many characters before its match, less the entry end's position
@@ -19,11 +20,12 @@ struct Dictionary {
     Colour colour;
 };
 
-inline constexpr Dictionary chinese_dictionary{U"。\r\n", 10, 10, 12, false, &Module1::cnhits, chinese_match_colour};
+inline constexpr Dictionary chinese_dictionary{U"现代汉语词典.txt", U"。\r\n",           10, 10, 12, false,
+                                               &Module1::cnhits,    chinese_match_colour};
 inline constexpr Dictionary english_letter_dictionary{
-    U".\r\n", 35, 32, 36, true, &Module1::enhits, english_match_colour};
+    {}, U".\r\n", 35, 32, 36, true, &Module1::enhits, english_match_colour};
 inline constexpr Dictionary english_other_dictionary{
-    U".\r\n", 249, 250, 250, false, &Module1::zhhits, english_match_colour};
+    U"牛津字典hY.TXT", U".\r\n", 249, 250, 250, false, &Module1::zhhits, english_match_colour};
 
 /// Lines with these ends count as the end of an entry, too.
 inline constexpr std::array<std::u32string_view, 2> other_entry_ends{U"?\r\n", U"!\r\n"};
@@ -31,20 +33,13 @@ inline constexpr std::array<std::u32string_view, 2> other_entry_ends{U"?\r\n", U
 /// An entry has to end within so many characters from its head word.
 inline constexpr std::size_t longest_entry = 10'000;
 
-inline constexpr std::u32string_view chinese_file = U"现代汉语词典.txt";
-inline constexpr std::u32string_view english_other_file = U"牛津字典hY.TXT";
-
-/// Whether a word that begins with this character is looked up in the English dictionary's file for other words.
-inline bool belongs_to_other_file(char32_t first)
+/// The English dictionary that a word with this first character, in lower case, is looked up in.
+inline const Dictionary& english_dictionary(char32_t first)
 {
-    return char_code(first) < ')';
+    return char_code(first) < ')' ? english_other_dictionary : english_letter_dictionary;
 }
-/// The English dictionary's file for words that begin with this small letter; nothing for any other character.
-inline std::optional<Text> english_letter_file(char32_t first)
-{
-    if (first < U'a' || first > U'z') return std::nullopt;
-    return U"牛津字典" + Text(1, upper(first)) + U".TXT";
-}
+/// The dictionary's file for such a word; nothing if it has none.
+std::optional<Text> dictionary_file(const Dictionary& dictionary, char32_t first);
 
 /// The dictionary that serves the query: the Chinese one, or one of the English ones, whichever is selected.
 const Dictionary& dictionary_for(const Program& program);

@@ -1,4 +1,5 @@
 #include "reading/queries.h"
+#include "reading/reading.h"
 
 #include "reading/dictionary_lookup.h"
 
@@ -9,25 +10,16 @@ namespace tarvik {
 namespace {
 
 constexpr std::size_t last_emptied = 1000;
+constexpr int match_font_size = 32;
 
-struct Walk {
-    const TextArray& results;
-    Colour colour;
-};
-
-Walk active_walk(const Program& program)
+/// Shows a result of the active mode, or says that there is none.
+bool show_or_tell(Program& program, std::int64_t index)
 {
-    const Form1& form1 = program.form1;
-    const Module1& module1 = program.module1;
-    if (form1.Option3.value()) return {module1.filehits, query_match_colour};
-    if (!form1.Option1.value() && !form1.Option2.value()) return {module1.hits, query_match_colour};
-    const Dictionary& dictionary = dictionary_for(program);
-    return {module1.*dictionary.results, dictionary.colour};
-}
-
-bool show_or_tell(Program& program, const Walk& walk, std::int64_t index)
-{
-    if (show_result(program, walk.results, index, walk.colour)) return true;
+    const bool is_entry = program.form1.Option1.value() || program.form1.Option2.value();
+    TextArray Module1::*const of_text = program.form1.Option3.value() ? &Module1::filehits : &Module1::hits;
+    const auto results = is_entry ? dictionary_for(program).results : of_text;
+    const Colour colour = is_entry ? dictionary_for(program).colour : query_match_colour;
+    if (show_result(program, program.module1.*results, index, colour)) return true;
     tell_no_result(program, query_button.no_result_title);
     return false;
 }
@@ -40,12 +32,101 @@ bool entries_are_found(Program& program)
            find_entries(program, dictionary, query_button.no_english_result_title);
 }
 
-void show_position(Program& program)
+// The buttons "→" and "←" show the next or the previous result of the active mode. They give whether they ran to
+// their end.
+
+bool show_next_result(Program& program)
 {
-    program.form1.number_box().set_text(number_text(program.form1.resultpos));
+    Form1& form1 = program.form1;
+    bring_up(form1, form1.RichTextBox1);
+    const bool english = form1.Option2.value();
+    if (english) {
+        if (!has_query(program)) return false;
+        form1.resultcount = 0;
+        if (!entries_are_found(program)) return false;
+    }
+    const bool shown = show_or_tell(program, form1.resultpos);
+    if (shown || !english) form1.resultpos += 1;
+    form1.number_box().set_text(number_text(form1.resultpos));
+    return true;
+}
+
+bool show_previous_result(Program& program)
+{
+    Form1& form1 = program.form1;
+    bring_up(form1, form1.RichTextBox1);
+    if (form1.Option2.value() && !has_query(program)) return false;
+    if (form1.resultpos <= 0) return true;
+    if (form1.Option2.value() && !entries_are_found(program)) return false;
+    show_or_tell(program, form1.resultpos - 1);
+    form1.resultpos -= 1;
+    form1.number_box().set_text(number_text(form1.resultpos));
+    return true;
+}
+
+bool run_query(Program& program, const QueryEntry& entry)
+{
+    Form1& form1 = program.form1;
+    form1.RichTextBox3.set_visible(false);
+    form1.RichTextBox1.set_selection_colour(0);
+    if (form1.Option3.value()) return query_sentences(program, entry);
+    if (form1.Option1.value() || form1.Option2.value()) return look_up(program, entry);
+    return query_between_separators(program, entry);
+}
+
+/// A long result is shown from its golden section on.
+void move_caret_to_golden_section(Pane& pane)
+{
+    pane.set_selection_colour(query_match_colour);
+    const std::size_t characters_before = pane.text().size() * 618 / 1000;
+    pane.select({Position::at_offset(characters_before), 0});
 }
 
 } // namespace
+
+MatchPlaces places_to_mark(TextView text, TextView needle)
+{
+    MatchPlaces places;
+    Occurrences walk(text, needle);
+    // The look goes on one character behind a match, so that one directly behind it is passed over.
+    for (std::size_t from = 0; from < text.size();) {
+        const std::size_t place = walk.at_or_behind(from);
+        places.last_found = place + 1; // nowhere is 0
+        if (place == npos) break;
+        if (place > 0) {
+            places.marked.push_back(Position::at_offset(place));
+            from = place + needle.size();
+        }
+        ++from;
+    }
+    return places;
+}
+
+std::vector<Position> mark_needle(Program& program, TextView text, Colour colour)
+{
+    Form1& form1 = program.form1;
+    Pane& pane = form1.RichTextBox1;
+    if (pane.empty()) return {};
+    MatchPlaces places = places_to_mark(text, form1.needle);
+    form1.matchpos = static_cast<std::int64_t>(places.last_found);
+    if (places.marked.empty()) return {};
+
+    const std::size_t length = form1.needle.size();
+    std::vector<Mark> marks;
+    marks.reserve(places.marked.size());
+    for (const Position place : places.marked) marks.push_back({place, length, colour, match_font_size});
+    pane.set_marks(std::move(marks));
+    pane.select({places.marked.back(), length});
+    pane.set_selection_colour(colour);
+    pane.set_selection_font_size(match_font_size);
+    return std::move(places.marked);
+}
+
+void mark_query(Program& program, Colour colour)
+{
+    program.form1.needle = lower(ltrim(program.form1.query_box().text()));
+    mark_needle(program, program.form1.RichTextBox1.document().lowered(), colour);
+}
 
 void tell_no_result(Program& program, TextView title)
 {
@@ -100,33 +181,23 @@ bool show_result(Program& program, const TextArray& results, std::int64_t index,
     return true;
 }
 
-bool show_next_result(Program& program)
+void Command1_Click(Program& program, int index)
 {
-    Form1& form1 = program.form1;
-    bring_up(form1, form1.RichTextBox1);
-    const bool english = form1.Option2.value();
-    if (english) {
-        if (!has_query(program)) return false;
-        form1.resultcount = 0;
-        if (!entries_are_found(program)) return false;
+    bool result_shown = false;
+    switch (index) {
+    case 0: open_document(program); break;
+    case 1: result_shown = run_query(program, query_button); break;
+    case 2: result_shown = show_next_result(program); break;
+    case 3: result_shown = show_previous_result(program); break;
+    case 4: save_results(program); break;
+    default: break;
     }
-    const bool shown = show_or_tell(program, active_walk(program), form1.resultpos);
-    if (shown || !english) form1.resultpos += 1;
-    show_position(program);
-    return true;
+    if (result_shown) move_caret_to_golden_section(program.form1.RichTextBox1);
 }
 
-bool show_previous_result(Program& program)
+void query_by_enter(Program& program)
 {
-    Form1& form1 = program.form1;
-    bring_up(form1, form1.RichTextBox1);
-    if (form1.Option2.value() && !has_query(program)) return false;
-    if (form1.resultpos <= 0) return true;
-    if (form1.Option2.value() && !entries_are_found(program)) return false;
-    show_or_tell(program, active_walk(program), form1.resultpos - 1);
-    form1.resultpos -= 1;
-    show_position(program);
-    return true;
+    run_query(program, query_enter);
 }
 
 } // namespace tarvik

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "mainwindow/mainwindow.h"
 #include "platform/text/occurrences.h"
-#include "reading/marking.h"
+
+#include <vector>
 
 /// The queries of the documents: what they start from, where their results go, and the walk through these.
 namespace tarvik {
@@ -19,6 +21,29 @@ inline constexpr QueryEntry query_enter{true, application_title, application_tit
 
 /// The title of the boxes that bear the same one whatever the entry.
 inline constexpr std::u32string_view plain_title = U"Tarvik";
+
+/// The colours in which matches are shown, one for each kind of result.
+inline constexpr Colour page_match_colour = 44564;
+inline constexpr Colour query_match_colour = 44390;
+inline constexpr Colour chinese_match_colour = 173;
+inline constexpr Colour english_match_colour = 11363942;
+
+/// The matches that are marked in a text.
+struct MatchPlaces {
+    std::vector<Position> marked;
+    std::size_t last_found = 0; ///< position where the last look for a match found one, counted from 1; 0 if it did not
+};
+
+/// A match at the first character is not marked, and neither is one that begins directly behind a marked one. Linear in
+/// the text.
+MatchPlaces places_to_mark(TextView text, TextView needle);
+
+/// Marks the matches of the needle in the result pane, whose text is searched as it is given: in small letters, or as
+/// it stands. The last match is left selected. An empty pane stays as it is. Gives the places that were marked.
+std::vector<Position> mark_needle(Program& program, TextView text, Colour colour);
+
+/// Takes the query box, without leading blanks and in lower case, as the needle and marks it, letters alike.
+void mark_query(Program& program, Colour colour);
 
 /// "查寻结果为空！"
 void tell_no_result(Program& program, TextView title);
@@ -68,10 +93,5 @@ bool query_between_separators(Program& program, const QueryEntry& entry);
 
 /// The query "查寻文件": the sentences, with fixed endings, around each match. Gives whether it ran to its end.
 bool query_sentences(Program& program, const QueryEntry& entry);
-
-/// The buttons "→" and "←": show the next or the previous result of the active mode. They give whether they ran to
-/// their end.
-bool show_next_result(Program& program);
-bool show_previous_result(Program& program);
 
 } // namespace tarvik

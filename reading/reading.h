@@ -21,21 +21,6 @@ inline constexpr std::u32string_view text_files = U"文本文件*.txt|*.txt";
 /// cancelled dialog included, ends it without a message; what was done so far stays.
 void open_document(Program& program);
 
-/// Cuts the open document into pages of as many characters as the box for them says and sets lastpage. A size that is
-/// no number of 1 or more cuts nothing and gives false; a fraction of a character does not count. Pages behind the new
-/// last one keep their text. Throws Failure when `pages` is full; what was cut until then stays.
-bool cut_pages(Program& program);
-
-/// The page buttons. Each tells the user why it cannot turn the page.
-void previous_page(Program& program);
-void next_page(Program& program);
-/// Shows the page whose number stands in the page box, with the query marked.
-void go_to_page(Program& program);
-
-/// The next-page button with "查寻文件" selected: stops at each page that holds the query and collects the code-like
-/// words in front of its matches in a side file.
-void search_pages(Program& program);
-
 /// The position, going backward from the query's first place in `text`, of the first character that belongs to no word;
 /// 1 if there is none.
 std::size_t sousss(TextView text, TextView query);

@@ -1,5 +1,5 @@
 #include "platform/text/occurrences.h"
-#include "reading/marking.h"
+#include "reading/queries.h"
 #include "tests/reading/reading_desk.h"
 #include "tests/reading/slow_searches.h"
 

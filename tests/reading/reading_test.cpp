@@ -1,5 +1,5 @@
 #include "platform/text/code_page.h"
-#include "reading/marking.h"
+#include "reading/queries.h"
 #include "tests/reading/reading_desk.h"
 
 #include <gmock/gmock.h>
