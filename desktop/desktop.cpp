@@ -3,7 +3,6 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/services/system.h"
-#include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 #include "runs/engines.h"
 
@@ -124,7 +123,7 @@ void Desktop::follow_file()
     if (path.empty() || queue_.busy() || form1.dbresult || !form1.RichTextBox2.visible() ||
         run_in_progress(program_.form1))
         return;
-    const QString file = QString::fromStdString(utf8_of(program_.files.resolve(path)));
+    const QString file = real_path(files_, path);
     const bool is_known = std::exchange(followed_, file) == file;
     const qint64 before = std::exchange(size_, QFileInfo(file).size());
     if (!is_known || size_ <= before) return;

@@ -14,73 +14,63 @@
 
 namespace tarvik {
 
-/// The widths of characters in one font, each measured when it is first met.
-class CharWidths {
-public:
-    using Measure = std::function<double(char32_t)>;
-    explicit CharWidths(Measure measure) : measure_(std::move(measure)) {}
-
-    double of(char32_t character) const
-    {
-        if (character >= known_.size()) known_.resize(character + 1, NAN);
-        float& width = known_[character];
-        if (std::isnan(width)) width = static_cast<float>(measure_(character));
-        return static_cast<double>(width);
-    }
-
-private:
-    Measure measure_;
-    mutable std::vector<float> known_; // by character
-};
-
 /// One size of the font of a text view. All lengths are pixels.
 struct FontSize {
-    CharWidths widths;
+    std::function<double(char32_t)> measure;
     double height = 0; ///< from row to row
     double ascent = 0; ///< from a row's top to its base line
     double tab = 0;    ///< from tab stop to tab stop
-    QFont font;
+    QFont font{};
+    mutable std::vector<float> known{}; ///< widths by character, each measured when it is first met
+
+    double width_of(char32_t character) const
+    {
+        if (character >= known.size()) known.resize(character + 1, NAN);
+        float& width = known[character];
+        if (std::isnan(width)) width = static_cast<float>(measure(character));
+        return static_cast<double>(width);
+    }
 };
 
 /// The sizes of a text view's font, each made when it is first asked for.
 class FontSizes {
 public:
-    /// `make` gives the size for so many points; for 0 that of the design.
-    explicit FontSizes(std::function<FontSize(int points)> make) : make_(std::move(make)) {}
+    /// `pixels` gives how large a text of so many points shows at present, one of 0 points being of the design's size.
+    FontSizes(std::function<int(int points)> pixels, std::function<FontSize(int pixels)> make)
+        : pixels_(std::move(pixels)), make_(std::move(make))
+    {
+    }
 
-    /// Valid until the sizes are made anew.
     const FontSize& size(int points) const
     {
-        const auto known = sizes_.find(points);
-        return known != sizes_.end() ? known->second : sizes_.emplace(points, make_(points)).first->second;
+        const int pixels = pixels_(points);
+        const auto known = sizes_.find(pixels);
+        return known != sizes_.end() ? known->second : sizes_.emplace(pixels, make_(pixels)).first->second;
     }
-    /// Whoever keeps sizes must ask for them anew.
-    void scale_changed() { sizes_.clear(); }
 
 private:
+    std::function<int(int)> pixels_;
     std::function<FontSize(int)> make_;
-    mutable std::map<int, FontSize> sizes_;
+    mutable std::map<int, FontSize> sizes_; // by pixels
 };
 
 /// The sizes as the screen has them.
 class PaneFonts final : public FontSizes {
 public:
     PaneFonts(const Theme& theme, const Scale& scale)
-        : FontSizes([this, &theme, &scale](int points) {
-              return measure(theme.pane_font(points, std::pow(zoom_factor, zoom_), scale));
-          })
+        : FontSizes(
+              [this, &scale](int points) {
+                  const double wanted = points > 0 ? points : font_role::pane.points;
+                  return std::max(1, qRound(scale.font_pixels(std::pow(zoom_factor, zoom_) * wanted)));
+              },
+              [&theme](int pixels) { return measured(theme.pane_font(pixels)); })
     {
     }
     PaneFonts(const PaneFonts&) = delete;
     PaneFonts& operator=(const PaneFonts&) = delete;
 
-    /// Makes all sizes larger or smaller by a step, within bounds; 0 is back to what the texts ask for. Who keeps sizes
-    /// must ask for them anew.
-    void zoom(int step)
-    {
-        zoom_ = step == 0 ? 0 : std::clamp(zoom_ + step, -most_zoom, most_zoom);
-        scale_changed();
-    }
+    /// Makes all sizes larger or smaller by a step, within bounds; 0 is back to what the texts ask for.
+    void zoom(int step) { zoom_ = step == 0 ? 0 : std::clamp(zoom_ + step, -most_zoom, most_zoom); }
 
 private:
     static constexpr double row_gap = 1.3; // from row to row, in heights of the font
@@ -88,16 +78,16 @@ private:
     static constexpr double zoom_factor = 1.125;
     static constexpr int most_zoom = 12;
 
-    static FontSize measure(const QFont& font)
+    static FontSize measured(const QFont& font)
     {
         const QFontMetricsF metrics(font);
         const double blank = metrics.horizontalAdvance(QLatin1Char(' '));
         const double height = std::ceil(std::max(metrics.height(), row_gap * font.pixelSize()));
         const double ascent = std::round((height - metrics.height()) / 2 + metrics.ascent());
-        return {CharWidths([metrics, blank](char32_t character) {
+        return {[metrics, blank](char32_t character) {
                     const bool shows_nothing = character < U' ' || character == 0x7f;
                     return shows_nothing ? blank : metrics.horizontalAdvance(to_qt(Text(1, character)));
-                }),
+                },
                 height, ascent, blank * tab_characters, font};
     }
 

@@ -1,5 +1,8 @@
 #include "desktop/look/qt_text.h"
 
+#include "platform/failure.h"
+#include "platform/files/system_paths.h"
+
 namespace tarvik {
 
 QString to_qt(TextView text)
@@ -32,6 +35,15 @@ int qt_place(TextView text, std::size_t characters)
 std::size_t place_of_qt(const QString& text, int units)
 {
     return from_qt(text.left(units)).size();
+}
+
+QString real_path(const Files& files, TextView path)
+{
+    try {
+        return QString::fromStdString(utf8_of(files.resolve(path)));
+    } catch (const Failure&) {
+        return {};
+    }
 }
 
 QColor to_qt(Colour colour)

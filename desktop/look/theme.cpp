@@ -1,13 +1,10 @@
 #include "desktop/look/theme.h"
 
 #include "desktop/look/qt_text.h"
-#include "platform/failure.h"
-#include "platform/files/system_paths.h"
 
 #include <QApplication>
 #include <QFontDatabase>
 #include <QPainter>
-#include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
 #include <QStyleOption>
@@ -39,14 +36,8 @@ QStringList installed_families(const QStringList& wanted)
 
 QStringList add_installation_font(const Files& files, TextView name)
 {
-    try {
-        if (!files.file_exists(name)) return {};
-        const auto path = files.resolve(name);
-        const int id = QFontDatabase::addApplicationFont(QString::fromStdString(utf8_of(path)));
-        return id < 0 ? QStringList{} : QFontDatabase::applicationFontFamilies(id);
-    } catch (const Failure&) {
-        return {};
-    }
+    const int id = files.file_exists(name) ? QFontDatabase::addApplicationFont(real_path(files, name)) : -1;
+    return QFontDatabase::applicationFontFamilies(id);
 }
 
 struct RoleColour {
@@ -216,11 +207,10 @@ QFont Theme::font(const FontRole& role, const Scale& scale) const
     return font;
 }
 
-QFont Theme::pane_font(int points, double zoom, const Scale& scale) const
+QFont Theme::pane_font(int pixels) const
 {
-    QFont font = this->font(font_role::pane, scale);
-    const double wanted = zoom * (points > 0 ? points : font_role::pane.points);
-    font.setPixelSize(std::max(1, qRound(scale.font_pixels(wanted))));
+    QFont font = this->font(font_role::pane, {});
+    font.setPixelSize(pixels);
     // A character has the same width wherever it stands, which is what lets a text view reckon with long lines.
     font.setKerning(false);
     font.setStyleStrategy(QFont::PreferNoShaping);

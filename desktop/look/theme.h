@@ -78,8 +78,8 @@ public:
     explicit Theme(const Files& files);
 
     QFont font(const FontRole& role, const Scale& scale) const;
-    /// The font of a text view at a size in points, 0 for that of the design.
-    QFont pane_font(int points, double zoom, const Scale& scale) const;
+    /// The font of a text view.
+    QFont pane_font(int pixels) const;
 
     /// Gives the application the palette of a look and the shape of its controls. Controls that have a colour of their
     /// own are to be coloured anew.

@@ -37,11 +37,10 @@ std::vector<Cell> TextArea::make_room(std::size_t start, std::size_t end)
     Text line;
     lines_.append_to(start, std::min(end - start, longest_measured), line);
     auto cells = cells_of(line);
-    const CharWidths& widths = font_.size(look_.points).widths;
-    const double blank = widths.of(U' ');
+    const FontSize& size = font_.size(look_.points);
     for (const Cell& cell : cells) {
-        double width = blanks_between * blank;
-        for (std::size_t i = cell.start; i < cell.end; ++i) width += widths.of(line[i]);
+        double width = blanks_between * size.width_of(U' ');
+        for (std::size_t i = cell.start; i < cell.end; ++i) width += size.width_of(line[i]);
         make_room(cell.column, width);
     }
     return cells;
@@ -49,7 +48,7 @@ std::vector<Cell> TextArea::make_room(std::size_t start, std::size_t end)
 
 void TextArea::make_room(std::size_t column, double width)
 {
-    const double blank = font_.size(look_.points).widths.of(U' ');
+    const double blank = font_.size(look_.points).width_of(U' ');
     stops_moved_ |= stops_.make_room(column, width, least_blanks * blank, most_blanks * blank);
 }
 

@@ -18,7 +18,7 @@ std::size_t mark_end(const Mark& mark)
 double width_in(const FontSize& size, char32_t character, double x, bool stops)
 {
     if (character == U'\t' && !stops) return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;
-    return size.widths.of(character);
+    return size.width_of(character);
 }
 
 constexpr std::u32string_view closing = U"!),.:;?]}。，、；：？！）】》」』”’〕〉］｝…—％℃";
@@ -203,7 +203,7 @@ std::vector<TextRows::Place> TextRows::cell_places(const Row& row) const
     Text line;
     lines_.append_to(row.start, row.end - row.start, line);
     double end = 0;
-    const double blank = font_.size(look_.points).widths.of(U' ');
+    const double blank = font_.size(look_.points).width_of(U' ');
     for (const Cell& cell : cells_of(line)) {
         const double x = std::max(cells.empty() ? 0 : end + blank, stops_->start(cell.column));
         cells.push_back({row.start + cell.start, x});

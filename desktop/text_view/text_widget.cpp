@@ -244,7 +244,7 @@ std::size_t TextWidget::place_in_view() const
 QRectF TextWidget::caret_rectangle() const
 {
     const std::size_t place = place_in_view();
-    const double sign = place == caret_ ? 0 : fonts_.size(0).widths.of(U'↵');
+    const double sign = place == caret_ ? 0 : fonts_.size(0).width_of(U'↵');
     for (const TextArea::ShownRow& shown : area_.shown()) {
         const Row& row = shown.row;
         const bool here = place >= row.start && (place < row.end || (row.ends_line() && place == row.end));

@@ -268,12 +268,6 @@ void Form1Window::take_size(QSize size)
     FormWindow::take_size(size);
 }
 
-void Form1Window::set_zoom(double zoom)
-{
-    number_fonts_.scale_changed();
-    FormWindow::set_zoom(zoom);
-}
-
 void Form1Window::before_first_show()
 {
     // The window of column numbers has room on its right where the screen is wide enough.

@@ -59,7 +59,6 @@ protected:
     /// status line by their empty lower edge, and a little by moving up.
     QRectF fitted(const Control& control) const override;
     void place() override;
-    void set_zoom(double zoom) override;
     void before_first_show() override;
     QSize picture_size() const override { return grows() ? growth_.endValue().toSize() : size(); }
     void take_size(QSize size) override;

@@ -1,19 +1,15 @@
 #include "desktop/windows/form_window.h"
 
 #include "desktop/front/input.h"
-#include "desktop/look/qt_text.h"
 #include "scripts/names.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 
 #include <algorithm>
 #include <limits>
-#include <vector>
 
 namespace tarvik {
 
@@ -144,14 +140,8 @@ void show_common(QWidget& widget, const Control& control, const Theme& theme)
         // Of panes that lie on each other the one shown last is in front.
         if (control.visible() && dynamic_cast<TextWidget*>(&widget)) widget.raise();
     }
-    if (widget.isEnabled() != control.enabled()) widget.setEnabled(control.enabled());
+    widget.setEnabled(control.enabled());
     theme.colour(widget, control.back_color());
-}
-
-template <typename Widget>
-void show_caption(Widget& widget, const QString& caption)
-{
-    if (widget.text() != caption) widget.setText(caption);
 }
 
 } // namespace
@@ -181,7 +171,6 @@ void FormWindow::place()
 void FormWindow::set_zoom(double zoom)
 {
     front_.scale.zoom = zoom;
-    fonts_.scale_changed();
     for (const auto& [widget, role] : roles_) widget->setFont(front_.theme.font(role, front_.scale));
     place();
     for (const auto& [control, widget] : controls_)
@@ -209,7 +198,7 @@ QAbstractButton& FormWindow::add_button(Control& control, const FontRole& role, 
                                         std::function<void()> clicked)
 {
     auto& widget = *new ButtonWidget(front_, control, std::move(clicked), &parent);
-    enter(control, widget, role, [&widget, &control] { show_caption(widget, to_qt(control.caption())); });
+    enter(control, widget, role, [&widget, &control] { widget.setText(to_qt(control.caption())); });
     return widget;
 }
 
@@ -217,7 +206,7 @@ QAbstractButton& FormWindow::add_option(OptionButton& control, QWidget& parent, 
 {
     auto& widget = *new OptionWidget(front_, control, std::move(clicked), &parent);
     enter(control, widget, font_role::option, [&widget, &control] {
-        show_caption(widget, to_qt(control.caption()));
+        widget.setText(to_qt(control.caption()));
         widget.setChecked(control.value());
     });
     return widget;
@@ -242,8 +231,7 @@ QLabel& FormWindow::add_label(Control& control, Qt::Alignment alignment, QWidget
         widget.setMargin(2);
         widget.setContentsMargins(2, 0, 2, 0);
     }
-    enter(control, widget, font_role::help,
-          [&widget, &control] { show_caption(widget, lines_to_qt(control.caption())); });
+    enter(control, widget, font_role::help, [&widget, &control] { widget.setText(lines_to_qt(control.caption())); });
     return widget;
 }
 

@@ -6,8 +6,6 @@
 #include "desktop/text_view/text_accessible.h"
 #include "desktop/text_view/text_widget.h"
 #include "desktop/windows/line_box.h"
-#include "platform/failure.h"
-#include "platform/files/system_paths.h"
 
 #include <QAccessible>
 #include <QCloseEvent>
@@ -56,7 +54,7 @@ public:
     void show_model()
     {
         const QString caption = to_qt(model_.caption()) + title_addition();
-        if (windowTitle() != caption) setWindowTitle(caption);
+        setWindowTitle(caption);
         front_.theme.colour(*this, model_.back_color());
         show_size();
         if (std::exchange(front_requests_, model_.front_requests()) != model_.front_requests() && model_.visible()) {
@@ -93,7 +91,7 @@ protected:
     virtual QRectF fitted(const Control& control) const { return place_of(control); }
     virtual void place();
     /// Shows everything in the window as large as this.
-    virtual void set_zoom(double zoom);
+    void set_zoom(double zoom);
     /// What the picture is stretched over.
     virtual QSize picture_size() const { return size(); }
     /// Whether the window may be closed; the user can be asked.
@@ -169,16 +167,6 @@ protected:
 
 private:
     void enter(Control& control, QWidget& widget, const FontRole& role, std::function<void()> show);
-    /// Empty when there is no picture.
-    static QString picture_path(const Files& files)
-    {
-        try {
-            const std::u32string_view name = U"123.jpg";
-            return files.file_exists(name) ? QString::fromStdString(utf8_of(files.resolve(name))) : QString();
-        } catch (const Failure&) {
-            return {};
-        }
-    }
     void show_size()
     {
         const QSize wanted = front_.scale.size(model_);
@@ -192,12 +180,9 @@ private:
         const QSize pixels = (QSizeF(picture_size()) * devicePixelRatioF()).toSize();
         if (picture_pixels_ != pixels) {
             picture_pixels_ = pixels;
-            picture_ = {};
-            if (const QString path = picture_path(front_.program.platform.files); !path.isEmpty()) {
-                QImageReader reader(path);
-                reader.setScaledSize(pixels);
-                picture_ = QPixmap::fromImage(reader.read());
-            }
+            QImageReader reader(real_path(front_.program.platform.files, U"123.jpg"));
+            reader.setScaledSize(pixels);
+            picture_ = QPixmap::fromImage(reader.read());
         }
         if (!picture_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), picture_size()), picture_);
     }

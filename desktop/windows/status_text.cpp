@@ -4,8 +4,6 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/columns.h"
 #include "mainwindow/installation_files.h"
-#include "platform/failure.h"
-#include "platform/files/system_paths.h"
 #include "runs/batch_runner.h"
 
 #include <QDir>
@@ -70,16 +68,6 @@ QString blocking_option(const Form1& form1)
     for (const OptionButton* option : {&form1.Option1, &form1.Option2, &form1.Option3})
         if (option->value()) return "已选“" + to_qt(option->caption()) + "”，Esc 不查寻数据列";
     return {};
-}
-
-// A file of a run as the system names it; empty where the system has no such place.
-QString real_path(const Program& program, TextView path)
-{
-    try {
-        return QString::fromStdString(utf8_of(program.platform.files.resolve(path)));
-    } catch (const Failure&) {
-        return {};
-    }
 }
 
 // The folder that holds all of them: sheets can lie in folders of their own. Empty where they lie on several drives.
@@ -158,7 +146,7 @@ QString run_text(Program& program)
 QString output_folder(const Program& program)
 {
     const Text& folder = program.form1.outfolder;
-    return real_path(program, folder.empty() ? TextView(files::default_output) : TextView(folder));
+    return real_path(program.platform.files, folder.empty() ? TextView(files::default_output) : TextView(folder));
 }
 
 RunEnd run_end(const Program& program, bool wished, QString told)
@@ -169,7 +157,7 @@ RunEnd run_end(const Program& program, bool wished, QString told)
     if (reason.isEmpty()) reason = "没有做完";
     QStringList parts{wished ? "已按要求停止" : run.stopped ? "运行停止：" + reason : "运行结束"};
     parts += QString("存了 %1 个文件").arg(run.files.size());
-    for (const Text& file : run.files) end.details += QDir::toNativeSeparators(real_path(program, file));
+    for (const Text& file : run.files) end.details += QDir::toNativeSeparators(real_path(program.platform.files, file));
     if (!run.files.empty()) {
         end.folder = common_folder(end.details);
         if (!end.folder.isEmpty()) parts += "单击打开 " + QDir::toNativeSeparators(end.folder);

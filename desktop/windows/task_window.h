@@ -141,7 +141,7 @@ private:
         });
         hide();
     }
-    void edit() { status_.show_by_system(QString::fromStdString(utf8_of(file_of(chosen())))); }
+    void edit() { status_.show_by_system(real_path(front_.program.platform.files, task_path(chosen()))); }
     void rename()
     {
         const Text name = chosen();
