@@ -44,12 +44,13 @@ Desktop::Desktop(const std::filesystem::path& installation, const DriveMap& driv
       player_(program_, queue_, dialogs_), front_{program_, queue_, mirror_, theme_, scale_of_screen()}, form1_(front_),
       form3_(front_, form1_), form4_(front_, form1_), context_menu_(queue_, program_.form1),
       tasks_(front_, player_, form1_.status(), form1_),
-      menu_(program_, form1_, form3_, form4_, tasks_,
-            {[this](auto look) {
-                 look_ = look;
-                 apply_look();
-             },
-             [this](bool follows) { follows ? growth_.start() : growth_.stop(); }})
+      menu_(
+          program_, form1_, form3_, form4_, tasks_,
+          [this](auto look) {
+              look_ = look;
+              apply_look();
+          },
+          [this](bool follows) { follows ? growth_.start() : growth_.stop(); })
 {
     track_focus(front_, form1_);
     for (auto& [index, timer] : program_.form1.Timer1) run_timer(front_, timer, form1_);

@@ -31,10 +31,7 @@ public:
     /// Sends an event when its turn comes.
     void post(const Event& event)
     {
-        submit([this, event] {
-            Event own = event;
-            send(own);
-        });
+        submit([this, own = event]() mutable { send(own); });
     }
     /// Sends an event at once; only from inside an action.
     void send(Event& event)

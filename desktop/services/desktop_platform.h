@@ -51,7 +51,7 @@ public:
     {
         const QMimeData* data = QGuiApplication::clipboard()->mimeData();
         if (const auto* own = dynamic_cast<const OfferedText*>(data)) return own->text_as_set();
-        return data ? with_our_line_ends(data->text()) : Text();
+        return data ? from_qt(data->text().replace("\r\n", "\n").replace('\n', "\r\n")) : Text();
     }
     void set_text(TextView text) override
     {
@@ -61,20 +61,6 @@ public:
     void set_source(const TextSource& source) override
     {
         QGuiApplication::clipboard()->setMimeData(new OfferedText(source));
-    }
-
-private:
-    // Each LF gets its CR.
-    static Text with_our_line_ends(const QString& text)
-    {
-        const Text taken = from_qt(text);
-        Text lines;
-        lines.reserve(taken.size() + static_cast<std::size_t>(std::ranges::count(taken, U'\n')));
-        for (const char32_t character : taken) {
-            if (character == U'\n' && !lines.ends_with(U'\r')) lines += U'\r';
-            lines += character;
-        }
-        return lines;
     }
 };
 

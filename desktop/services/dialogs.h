@@ -177,10 +177,12 @@ public:
         around_.before();
         const BoxOver over(over_);
         MessageWindow box(message, shown, around_.keep_clear(), over.window());
-        const int pressed = box.exec();
-        for (const ButtonRow& row : button_rows)
-            if (row.button == pressed) return row.answer;
-        return Answer::Cancel;
+        switch (box.exec()) {
+        case QMessageBox::Ok: return Answer::OK;
+        case QMessageBox::Yes: return Answer::Yes;
+        case QMessageBox::No: return Answer::No;
+        default: return Answer::Cancel;
+        }
     }
     Text input(TextView title, TextView prompt, TextView preset) override
     {
@@ -217,16 +219,6 @@ public:
     const QString& last_told() const { return last_told_; }
 
 private:
-    struct ButtonRow {
-        QMessageBox::StandardButton button;
-        Answer answer;
-    };
-    static constexpr ButtonRow button_rows[] = {
-        {QMessageBox::Ok, Answer::OK},
-        {QMessageBox::Yes, Answer::Yes},
-        {QMessageBox::No, Answer::No},
-        {QMessageBox::Cancel, Answer::Cancel},
-    };
     // A text puts "\\" behind the installation folder, which is the system's own path.
     QString with_one_separator(TextView text) const
     {

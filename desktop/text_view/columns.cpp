@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace tarvik {
 
@@ -63,14 +64,10 @@ std::vector<Cell> cells_of(std::u32string_view line)
 bool ColumnStops::make_room(std::size_t column, double width, double least, double most)
 {
     if (column >= most_columns) return false;
-    bool moved = column >= widths_.size();
-    if (moved) widths_.resize(column + 1, least);
-    const double wanted = std::min(width, most);
-    if (wanted > widths_[column]) {
-        widths_[column] = wanted;
-        moved = true;
-    }
-    return moved;
+    const bool is_new = column >= widths_.size();
+    if (is_new) widths_.resize(column + 1, least);
+    const double wanted = std::max(widths_[column], std::min(width, most));
+    return std::exchange(widths_[column], wanted) < wanted || is_new;
 }
 
 double ColumnStops::start(std::size_t column) const

@@ -36,10 +36,7 @@ public:
     }
 
     /// Whether the text is a table that the guide knows.
-    bool is_wanted() const
-    {
-        return area_.is_table() && guide_.fits(static_cast<int>(area_.stops().count()) - 1 + area_.first_column());
-    }
+    bool is_wanted() const { return area_.is_table() && guide_.fits(last_column()); }
     int wanted_height() const { return fontMetrics().height() + label_room; }
     /// The left edge of a column, as the ruler shows it.
     double left_of(int column) const
@@ -67,8 +64,7 @@ protected:
         painter.fillRect(rect(), palette().color(QPalette::AlternateBase));
         painter.setPen(palette().color(QPalette::Mid));
         painter.drawLine(0, height() - 1, width(), height() - 1);
-        const int end = area_.first_column() + static_cast<int>(area_.stops().count());
-        for (int column = 1; column < end; ++column) {
+        for (int column = 1; column <= last_column(); ++column) {
             const double left = left_of(column), right = left_of(column + 1);
             if (right < 0) continue;
             if (left > width()) break;
@@ -92,6 +88,7 @@ protected:
     }
 
 private:
+    int last_column() const { return area_.first_column() + static_cast<int>(area_.stops().count()) - 1; }
     QString label(int column) const
     {
         const QString heading = guide_.heading(column);
@@ -99,9 +96,8 @@ private:
     }
     int column_at(double x) const
     {
-        const int last = area_.first_column() + static_cast<int>(area_.stops().count()) - 1;
         int column = 1;
-        while (column < last && left_of(column + 1) <= x) ++column;
+        while (column < last_column() && left_of(column + 1) <= x) ++column;
         return column;
     }
     const TextArea& area_;

@@ -1,6 +1,5 @@
 #include "desktop/text_view/text_area.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tarvik {
@@ -52,19 +51,6 @@ void TextArea::make_room(std::size_t column, double width)
     stops_moved_ |= stops_.make_room(column, width, least_blanks * blank, most_blanks * blank);
 }
 
-void TextArea::make_room_for_headings()
-{
-    if (!is_table_) return;
-    for (std::size_t column = 0; column < stops_.count(); ++column)
-        make_room(column, heading_width_(first_column_ + static_cast<int>(column)));
-}
-
-void TextArea::set_heading_widths(std::function<double(int)> width)
-{
-    heading_width_ = std::move(width);
-    lay_rows();
-}
-
 void TextArea::set_text(PaneText text, bool stay)
 {
     lines_ = TextLines(std::move(text), lines_);
@@ -105,7 +91,8 @@ void TextArea::lay_rows()
     look_at_first_lines();
     breaks_lines_ |= wraps_prose_ && !is_table_;
     if (breaks_lines_) left_ = widest_ = 0;
-    make_room_for_headings();
+    for (std::size_t column = 0; is_table_ && column < stops_.count(); ++column)
+        make_room(column, heading_width(first_column_ + static_cast<int>(column)));
     make_rows();
     scroll_to(top_);
 }
@@ -129,7 +116,7 @@ void TextArea::show_rows()
     if (breaks_lines_) return;
     for (const ShownRow& shown : shown_) make_room(shown.row.start, shown.row.end);
     if (stops_moved_) make_rows();
-    for (const ShownRow& shown : shown_) widest_ = std::max(widest_, rows_->width_of(shown.row));
+    for (const ShownRow& shown : shown_) widest_ = std::max(widest_, rows_->x_of(shown.row, shown.row.end));
 }
 
 std::size_t TextArea::top_above(Row row) const
@@ -147,16 +134,6 @@ void TextArea::scroll_to(std::size_t offset)
 {
     top_ = std::min(rows_->row_at(offset).start, last_top());
     show_rows();
-}
-
-void TextArea::scroll_rows(int count)
-{
-    scroll_to(rows_->away(rows_->row_at(top_), count).start);
-}
-
-void TextArea::set_left(double left)
-{
-    left_ = std::max(0.0, left);
 }
 
 int TextArea::whole_rows() const
@@ -188,10 +165,7 @@ std::size_t TextArea::offset_at(double x, double y) const
     const ShownRow* hit = &shown_.front();
     for (const ShownRow& shown : shown_)
         if (shown.y <= y) hit = &shown;
-    const std::size_t offset = rows_->offset_at(hit->row, x - margin + left_);
-    // Behind the last character of a broken row the place would be the beginning of the next.
-    const bool at_break = offset == hit->row.end && !hit->row.ends_line() && offset > hit->row.start;
-    return at_break ? offset - 1 : offset;
+    return rows_->offset_at(hit->row, x - margin + left_);
 }
 
 } // namespace tarvik

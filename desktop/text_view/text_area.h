@@ -2,6 +2,7 @@
 
 #include "desktop/text_view/text_rows.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace tarvik {
@@ -27,8 +28,8 @@ public:
     void set_wraps_prose(bool wraps);
     void set_size(double width, double height);
     /// What stands over a table's columns needs this much room, by number; asked whenever the rows are laid.
-    void set_heading_widths(std::function<double(int column)> width);
-    /// Lays the rows anew, after a change of the font.
+    std::function<double(int column)> heading_width = [](int) { return 0.0; };
+    /// Lays the rows anew, after a change of the font or of the headings.
     void lay_rows();
 
     const TextLines& lines() const { return lines_; }
@@ -50,8 +51,8 @@ public:
 
     /// Shows from the row that holds the offset, or as far down as the text goes.
     void scroll_to(std::size_t offset);
-    void scroll_rows(int rows);
-    void set_left(double left);
+    void scroll_rows(int rows) { scroll_to(rows_->away(rows_->row_at(top_), rows).start); }
+    void set_left(double left) { left_ = std::max(0.0, left); }
     /// The row that is on top when the end of the text shows.
     std::size_t last_top() const { return top_above(rows_->row_at(lines_.size())); }
     /// Moves the view no further than needed; a place above or far below comes to the top when `to_top` says so.
@@ -69,7 +70,6 @@ private:
     /// The row that is on top when this one is the last that shows as a whole.
     std::size_t top_above(Row row) const;
     void look_at_first_lines();
-    void make_room_for_headings();
     void make_room(std::size_t column, double width);
     std::vector<Cell> make_room(std::size_t start, std::size_t end);
     const FontSizes& font_;
@@ -77,7 +77,6 @@ private:
     TextLook look_;
     bool asks_for_breaks_ = false, wraps_prose_ = false;
     bool breaks_lines_ = false; // as it shows
-    std::function<double(int)> heading_width_ = [](int) { return 0.0; };
     ColumnStops stops_;
     bool stops_moved_ = false; // since the rows were made
     bool is_table_ = false;

@@ -71,18 +71,14 @@ void TextLines::add(const SharedText& text, const TextLines& before)
 
 const TextLines::Piece& TextLines::piece_at(std::size_t offset) const
 {
-    const auto next = std::upper_bound(pieces_.begin(), pieces_.end(), offset,
-                                       [](std::size_t at, const Piece& piece) { return at < piece.offset; });
-    return *(next - 1);
+    return *(std::ranges::upper_bound(pieces_, offset, {}, &Piece::offset) - 1);
 }
 
 std::size_t TextLines::line_start(std::size_t line) const
 {
     if (line == 0) return 0;
     if (line >= line_count_) return size_;
-    const auto next = std::lower_bound(pieces_.begin(), pieces_.end(), line,
-                                       [](const Piece& piece, std::size_t number) { return piece.first < number; });
-    const Piece& piece = *(next - 1);
+    const Piece& piece = *(std::ranges::lower_bound(pieces_, line, {}, &Piece::first) - 1);
     const std::size_t number = line - piece.first;
     if (piece.lines) return piece.offset + piece.lines->line_start(number);
     const std::size_t end = (*piece.ends)[count_up_to(*piece.ends, piece.begin) + number - 1];

@@ -15,12 +15,6 @@ std::size_t mark_end(const Mark& mark)
     return mark.start.offset() + mark.length;
 }
 
-double width_in(const FontSize& size, char32_t character, double x, bool stops)
-{
-    if (character == U'\t' && !stops) return (std::floor(x / size.tab + 1e-6) + 1) * size.tab - x;
-    return size.width_of(character);
-}
-
 constexpr std::u32string_view closing = U"!),.:;?]}。，、；：？！）】》」』”’〕〉］｝…—％℃";
 constexpr std::u32string_view opening = U"([{（【《「『“‘〔〈［｛￥$";
 
@@ -54,9 +48,7 @@ bool may_break_between(char32_t before, char32_t after)
 
 std::span<const Mark> TextRows::marks_from(std::size_t offset) const
 {
-    const auto first = std::lower_bound(look_.marks.begin(), look_.marks.end(), offset,
-                                        [](const Mark& mark, std::size_t at) { return mark_end(mark) <= at; });
-    return {first, look_.marks.end()};
+    return {std::ranges::upper_bound(look_.marks, offset, {}, mark_end), look_.marks.end()};
 }
 
 // Calls visit(PlacedCharacter) for each character until it gives false.
@@ -64,7 +56,6 @@ template <typename Visit>
 void TextRows::walk(std::size_t from, std::size_t to, double x, std::span<const Place> jumps, Visit&& visit) const
 {
     while (!jumps.empty() && jumps.front().offset <= from) jumps = jumps.subspan(1);
-    std::span<const Mark> marks = marks_from(from);
     const FontSize* size = &font_.size(look_.points);
     PlacedCharacter placed{from, 0, x, 0, look_.points, nullptr};
     std::size_t style_end = from;
@@ -75,7 +66,7 @@ void TextRows::walk(std::size_t from, std::size_t to, double x, std::span<const 
         if (part.empty()) return;
         for (const char32_t character : part) {
             if (placed.offset >= style_end) {
-                while (!marks.empty() && mark_end(marks.front()) <= placed.offset) marks = marks.subspan(1);
+                const std::span<const Mark> marks = marks_from(placed.offset);
                 const bool marked = !marks.empty() && marks.front().start.offset() <= placed.offset;
                 placed.mark = marked ? &marks.front() : nullptr;
                 placed.points = marked ? placed.mark->size : look_.points;
@@ -83,7 +74,9 @@ void TextRows::walk(std::size_t from, std::size_t to, double x, std::span<const 
                 size = &font_.size(placed.points);
             }
             placed.character = character;
-            placed.width = width_in(*size, character, placed.x, stops_ != nullptr);
+            placed.width = character == U'\t' && !stops_
+                               ? (std::floor(placed.x / size->tab + 1e-6) + 1) * size->tab - placed.x
+                               : size->width_of(character);
             if (!jumps.empty() && jumps.front().offset == placed.offset + 1) {
                 placed.width = std::max(placed.width, jumps.front().x - placed.x);
                 jumps = jumps.subspan(1);
@@ -111,8 +104,9 @@ std::size_t TextRows::row_end(std::size_t start, std::size_t line_end) const
     return end;
 }
 
-void TextRows::set_height(Row& row) const
+Row TextRows::row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const
 {
+    Row row{start, row_end(start, line_end), line_start, line_end};
     const auto grow = [&](int points) {
         const FontSize& size = font_.size(points);
         row.height = std::max(row.height, size.height);
@@ -123,12 +117,6 @@ void TextRows::set_height(Row& row) const
         if (mark.start.offset() >= row.end) break;
         grow(mark.size);
     }
-}
-
-Row TextRows::row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const
-{
-    Row row{start, row_end(start, line_end), line_start, line_end, 0, 0};
-    set_height(row);
     return row;
 }
 
@@ -247,8 +235,8 @@ double TextRows::x_of(const Row& row, std::size_t offset) const
 std::size_t TextRows::offset_at(const Row& row, double x) const
 {
     const Place from = place_before(row, [x](const Place& place) { return place.x > x; });
-    std::size_t offset = row.end;
-    walk(from.offset, row.end, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
+    std::size_t offset = row.last_place();
+    walk(from.offset, offset, from.x, cell_places(row), [&](const PlacedCharacter& placed) {
         if (x >= placed.x + placed.width / 2) return true;
         offset = placed.offset;
         return false;

@@ -20,6 +20,8 @@ struct Row {
     double height = 0, ascent = 0;
 
     bool ends_line() const { return end == line_end; }
+    /// Behind the last character of a broken row would be the beginning of the next.
+    std::size_t last_place() const { return ends_line() ? end : end - 1; }
 };
 
 /// What a text looks like.
@@ -59,9 +61,8 @@ public:
     Row away(Row row, int count) const;
 
     double x_of(const Row& row, std::size_t offset) const;
-    /// The place between two characters that is nearest to x.
+    /// The place in the row between two characters that is nearest to x.
     std::size_t offset_at(const Row& row, double x) const;
-    double width_of(const Row& row) const { return x_of(row, row.end); }
     /// The characters of the row that show between two x.
     std::vector<PlacedCharacter> between(const Row& row, double left, double right) const;
 
@@ -77,7 +78,6 @@ private:
     std::vector<Place> cell_places(const Row& row) const;
     Row row_from(std::size_t start, std::size_t line_start, std::size_t line_end) const;
     std::size_t row_end(std::size_t start, std::size_t line_end) const;
-    void set_height(Row& row) const;
     std::span<const Mark> marks_from(std::size_t offset) const;
     std::vector<Place>& remembered(std::size_t line_start, double x) const;
     template <typename IsBehind>

@@ -19,22 +19,6 @@ std::size_t stretch_end(const TextLines& lines, std::size_t from, std::size_t to
     return line > from ? line : from + stretch;
 }
 
-// Turns places of the toolkit's text, which come in their order, into offsets.
-class Offsets {
-public:
-    Offsets(const QString& text, std::size_t from) : text_(text), offset_(from) {}
-    std::size_t of(qsizetype place)
-    {
-        for (; at_ < place; ++at_) offset_ += text_[at_].isHighSurrogate() ? 0 : 1;
-        return offset_;
-    }
-
-private:
-    const QString& text_;
-    qsizetype at_ = 0;
-    std::size_t offset_;
-};
-
 } // namespace
 
 Sought::Sought(const QString& text, bool whole_words, bool is_pattern)
@@ -52,17 +36,21 @@ std::vector<TextRange> Sought::places(const TextLines& lines, std::size_t from, 
 {
     std::vector<TextRange> found;
     Text part;
-    const bool has_before = from > 0; // what stands before a place can matter
-    lines.append_to(from - (has_before ? 1 : 0), to - from + beyond, part);
+    const std::size_t before = from > 0 ? 1 : 0; // what stands before a place can matter
+    lines.append_to(from - before, to - from + beyond, part);
     const QString text = to_qt(part);
-    Offsets offsets(text, from - (has_before ? 1 : 0));
-    const qsizetype first = !has_before || text.isEmpty() ? 0 : text[0].isHighSurrogate() ? 2 : 1;
-    for (auto matches = pattern_.globalMatch(text, first); matches.hasNext();) {
+    qsizetype at = 0;
+    std::size_t offset = from - before;
+    const auto offset_of = [&](qsizetype place) { // places come in their order
+        for (; at < place; ++at) offset += text[at].isHighSurrogate() ? 0 : 1;
+        return offset;
+    };
+    for (auto matches = pattern_.globalMatch(text, qt_place(part, before)); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
         if (match.capturedLength() == 0) continue;
-        const std::size_t start = offsets.of(match.capturedStart());
+        const std::size_t start = offset_of(match.capturedStart());
         if (start >= to) break;
-        found.push_back({start, offsets.of(match.capturedEnd())});
+        found.push_back({start, offset_of(match.capturedEnd())});
     }
     return found;
 }
@@ -84,16 +72,16 @@ std::optional<TextRange> Sought::next(const TextLines& lines, std::size_t from, 
     return std::nullopt;
 }
 
-bool PlaceCount::go_on(const TextLines& lines)
+bool Sought::count_on(const TextLines& lines)
 {
-    if (sought_.is_empty() || looked_at_ >= lines.size()) return false;
-    const std::size_t end = stretch_end(lines, looked_at_, lines.size());
-    for (const TextRange& place : sought_.places(lines, looked_at_, end)) starts_.push_back(place.start);
-    looked_at_ = end;
-    return looked_at_ < lines.size();
+    if (is_empty() || counted_to_ >= lines.size()) return false;
+    const std::size_t end = stretch_end(lines, counted_to_, lines.size());
+    for (const TextRange& place : places(lines, counted_to_, end)) starts_.push_back(place.start);
+    counted_to_ = end;
+    return counted_to_ < lines.size();
 }
 
-std::size_t PlaceCount::number(std::size_t start) const
+std::size_t Sought::number(std::size_t start) const
 {
     return static_cast<std::size_t>(std::ranges::upper_bound(starts_, start) - starts_.begin());
 }

@@ -15,7 +15,8 @@ struct TextRange {
     friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
-/// What is looked for. Upper and lower case are the same; no place is empty.
+/// What is looked for, and how many of its places in one text have been counted. Upper and lower case are the same; no
+/// place is empty.
 class Sought {
 public:
     Sought() = default;
@@ -30,25 +31,23 @@ public:
     /// The first place that begins at or behind an offset, or the last one before it; around the end of the text.
     std::optional<TextRange> next(const TextLines& lines, std::size_t from, bool forward) const;
 
+    /// Counts on, a stretch at each call, and gives whether there is more to count.
+    bool count_on(const TextLines& lines);
+    std::size_t count() const { return starts_.size(); }
+    /// The number of the counted place that begins at an offset, from 1.
+    std::size_t number(std::size_t start) const;
+    /// The text is another.
+    void count_anew()
+    {
+        counted_to_ = 0;
+        starts_.clear();
+    }
+
 private:
     QRegularExpression pattern_;
     QString error_;
-};
-
-/// Counts the places of a text, a stretch at each call.
-class PlaceCount {
-public:
-    void begin(Sought sought) { *this = {}, sought_ = std::move(sought); }
-    /// Gives whether there is more to count.
-    bool go_on(const TextLines& lines);
-    std::size_t count() const { return starts_.size(); }
-    /// The number of the place that begins at an offset, from 1.
-    std::size_t number(std::size_t start) const;
-
-private:
-    Sought sought_;
-    std::size_t looked_at_ = 0; // up to this offset
-    std::vector<std::size_t> starts_;
+    std::size_t counted_to_ = 0;      // this offset
+    std::vector<std::size_t> starts_; // of the counted places
 };
 
 } // namespace tarvik

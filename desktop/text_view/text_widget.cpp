@@ -78,8 +78,8 @@ void TextWidget::lay_anew()
 void TextWidget::add_ruler(ColumnGuide guide)
 {
     ruler_ = new Ruler(area_, std::move(guide), this);
-    area_.set_heading_widths([ruler = ruler_](int column) { return ruler->width_wanted(column); });
-    show_ruler();
+    area_.heading_width = [ruler = ruler_](int column) { return ruler->width_wanted(column); };
+    lay_anew();
 }
 
 void TextWidget::set_wraps_prose(bool wraps)
@@ -131,7 +131,7 @@ void TextWidget::refresh()
         const bool stays = editing_ || changed != pieces.begin();
         if (!editing_) undo_.clear();
         shown_text_ = content;
-        places_.begin(sought_);
+        sought_.count_anew();
         area_.set_text(std::move(content), stays);
     }
     const auto* const pane = dynamic_cast<const Pane*>(&text_);
@@ -184,18 +184,29 @@ void TextWidget::scrollContentsBy(int, int)
     show_scroll_bars(); // a wider row may have come into view
 }
 
+// How many rows down a key goes, or what is done to the bar; 0 for any other.
+int TextWidget::rows_of(int step) const
+{
+    const int page = std::max(1, area_.whole_rows() - 1);
+    switch (step) {
+    case Qt::Key_Up:
+    case QAbstractSlider::SliderSingleStepSub: return -1;
+    case Qt::Key_Down:
+    case QAbstractSlider::SliderSingleStepAdd: return 1;
+    case Qt::Key_PageUp:
+    case QAbstractSlider::SliderPageStepSub: return -page;
+    case Qt::Key_PageDown:
+    case QAbstractSlider::SliderPageStepAdd: return page;
+    default: return 0;
+    }
+}
+
 // With line breaking the bar counts characters, but its arrows and its paging go by rows.
 void TextWidget::vertical_action(int action)
 {
-    if (!area_.breaks_lines()) return;
-    const int page = std::max(1, area_.whole_rows() - 1);
-    switch (action) {
-    case QAbstractSlider::SliderSingleStepAdd: area_.scroll_rows(1); break;
-    case QAbstractSlider::SliderSingleStepSub: area_.scroll_rows(-1); break;
-    case QAbstractSlider::SliderPageStepAdd: area_.scroll_rows(page); break;
-    case QAbstractSlider::SliderPageStepSub: area_.scroll_rows(-page); break;
-    default: return;
-    }
+    const int rows = area_.breaks_lines() ? rows_of(action) : 0;
+    if (rows == 0) return;
+    area_.scroll_rows(rows);
     verticalScrollBar()->setSliderPosition(static_cast<int>(area_.top()));
     viewport()->update();
 }

@@ -112,13 +112,12 @@ private:
     std::size_t left_of(std::size_t offset) const;
     std::size_t right_of(std::size_t offset) const;
     std::size_t word_edge(std::size_t offset, bool forward) const;
-    std::size_t rows_away(int rows);
+    int rows_of(int step) const;
     std::vector<TextRange> found_in_view() const;
-    void copy() const;
     void remove(std::size_t from, std::size_t to);
     void replace_selection(TextView text);
     void paste();
-    void remember(TextView replacement);
+    void edit(TextView text);
     void undo();
     void reach(char32_t key);
 
@@ -143,7 +142,6 @@ private:
     std::vector<Reversal> undo_;     // the latest last
     QString preedit_;
     Sought sought_;
-    PlaceCount places_;
     int room_above_ = 0;
     QBasicTimer caret_timer_, drag_timer_;
     QPoint drag_position_;

@@ -1,4 +1,3 @@
-#include "desktop/front/input.h"
 #include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
@@ -18,20 +17,6 @@ constexpr std::size_t most_undone = 500;
 
 } // namespace
 
-void TextWidget::copy() const
-{
-    if (anchor_ == caret_) return;
-    front_.program.platform.clipboard.set_source(text_.selected_source());
-}
-
-void TextWidget::remember(TextView replacement)
-{
-    Reversal reversal{Position::at_offset(selection_start()), replacement.size(), {}};
-    area_.lines().append_to(selection_start(), selection_end() - selection_start(), reversal.text);
-    if (undo_.size() == most_undone) undo_.erase(undo_.begin());
-    undo_.push_back(std::move(reversal));
-}
-
 void TextWidget::replace_selection(TextView text)
 {
     text_.replace_selection(text);
@@ -40,23 +25,28 @@ void TextWidget::replace_selection(TextView text)
     editing_ = false;
 }
 
+// As the user does, who can take it back.
+void TextWidget::edit(TextView text)
+{
+    Reversal reversal{Position::at_offset(selection_start()), text.size(), {}};
+    area_.lines().append_to(selection_start(), selection_end() - selection_start(), reversal.text);
+    if (undo_.size() == most_undone) undo_.erase(undo_.begin());
+    undo_.push_back(std::move(reversal));
+    replace_selection(text);
+}
+
 void TextWidget::remove(std::size_t from, std::size_t to)
 {
     if (from == to) return;
-    anchor_ = from;
-    caret_ = to;
-    selection_to_model();
-    remember({});
-    replace_selection({});
+    select(from, to);
+    edit({});
 }
 
 void TextWidget::paste()
 {
     const BusyCursor busy;
     const Text text = front_.program.platform.clipboard.text();
-    if (text.empty()) return;
-    remember(text);
-    replace_selection(text);
+    if (!text.empty()) edit(text);
 }
 
 void TextWidget::undo()
@@ -73,12 +63,11 @@ bool TextWidget::edit_by_key(const QKeyEvent& event)
     const bool selected = anchor_ != caret_;
     const bool whole_word = event.modifiers().testFlag(Qt::ControlModifier);
     if (event.matches(QKeySequence::SelectAll)) select(0, area_.lines().size());
-    else if (event.matches(QKeySequence::Copy)) copy();
     else if (event.matches(QKeySequence::Paste)) paste();
     else if (event.matches(QKeySequence::Undo)) undo();
-    else if (event.matches(QKeySequence::Cut)) {
-        copy();
-        remove(selection_start(), selection_end());
+    else if (const bool cuts = event.matches(QKeySequence::Cut); cuts || event.matches(QKeySequence::Copy)) {
+        if (selected) front_.program.platform.clipboard.set_source(text_.selected_source());
+        if (cuts) remove(selection_start(), selection_end());
     } else if (event.key() == Qt::Key_Backspace) {
         const std::size_t before = whole_word ? word_edge(left_of(caret_), false) : left_of(caret_);
         remove(selected ? selection_start() : before, selection_end());
@@ -94,9 +83,7 @@ void TextWidget::reach(char32_t key)
 {
     refresh();
     if (key != enter_key && key < U' ') return;
-    const Text text = key == enter_key ? Text(line_end) : Text(1, key);
-    remember(text);
-    replace_selection(text);
+    edit(key == enter_key ? Text(line_end) : Text(1, key));
 }
 
 void TextWidget::keyPressEvent(QKeyEvent* event)

@@ -120,7 +120,6 @@ void TextWidget::seek(const Sought& sought)
 {
     refresh();
     sought_ = sought;
-    places_.begin(sought_);
     viewport()->update();
 }
 
@@ -137,10 +136,10 @@ QString TextWidget::find(bool forward)
 
 QString TextWidget::count_places(bool& is_complete)
 {
-    is_complete = !places_.go_on(area_.lines());
+    is_complete = !sought_.count_on(area_.lines());
     const auto grouped = [](std::size_t number) { return QLocale::c().toString(static_cast<qulonglong>(number)); };
-    const std::size_t number = places_.number(selection_start());
-    const QString all = grouped(places_.count()) + (is_complete ? "" : "…");
+    const std::size_t number = sought_.number(selection_start());
+    const QString all = grouped(sought_.count()) + (is_complete ? "" : "…");
     return number == 0 ? all : grouped(number) + " / " + all;
 }
 
@@ -189,13 +188,10 @@ void TextWidget::make_room(int height)
 
 bool TextWidget::scroll_by_key(int key)
 {
-    const int page = std::max(1, area_.whole_rows() - 1);
-    const std::pair<int, int> steps[] = {
-        {Qt::Key_Up, -1}, {Qt::Key_Down, 1}, {Qt::Key_PageUp, -page}, {Qt::Key_PageDown, page}};
-    const auto* const step = std::ranges::find(steps, key, &std::pair<int, int>::first);
-    if (step == std::end(steps)) return false;
+    const int rows = rows_of(key);
+    if (rows == 0) return false;
     refresh();
-    area_.scroll_rows(step->second);
+    area_.scroll_rows(rows);
     show_scroll_bars();
     return true;
 }

@@ -1,10 +1,8 @@
-#include "desktop/front/input.h"
 #include "desktop/text_view/text_widget.h"
 
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QKeyEvent>
-#include <QScrollBar>
 #include <QStyleHints>
 
 /// Caret and selection of a text view, moved by keys and by the mouse.
@@ -83,12 +81,11 @@ bool TextWidget::select_cell(std::size_t offset)
     Text line;
     area_.lines().append_to(row.line_start, std::min<std::size_t>(row.line_end - row.line_start, longest_table_line),
                             line);
-    for (const Cell& cell : cells_of(line)) {
-        const std::size_t start = row.line_start + cell.start, end = row.line_start + cell.end;
-        if (offset < start || offset >= end) continue;
-        select_and_show(start, end);
-        return true;
-    }
+    for (const Cell& cell : cells_of(line))
+        if (offset >= row.line_start + cell.start && offset < row.line_start + cell.end) {
+            select_and_show(row.line_start + cell.start, row.line_start + cell.end);
+            return true;
+        }
     return false;
 }
 
@@ -104,18 +101,16 @@ void TextWidget::select(std::size_t from, std::size_t to)
 // CR LF is one step.
 std::size_t TextWidget::left_of(std::size_t offset) const
 {
-    if (offset == 0) return 0;
     const TextLines& lines = area_.lines();
     const bool line_break = offset >= 2 && lines.at(offset - 1) == U'\n' && lines.at(offset - 2) == U'\r';
-    return offset - (line_break ? 2 : 1);
+    return offset - std::min<std::size_t>(offset, line_break ? 2 : 1);
 }
 
 std::size_t TextWidget::right_of(std::size_t offset) const
 {
     const TextLines& lines = area_.lines();
-    if (offset >= lines.size()) return offset;
     const bool line_break = offset + 1 < lines.size() && lines.at(offset) == U'\r' && lines.at(offset + 1) == U'\n';
-    return offset + (line_break ? 2 : 1);
+    return std::min(offset + (line_break ? 2 : 1), lines.size());
 }
 
 std::size_t TextWidget::word_edge(std::size_t offset, bool forward) const
@@ -130,31 +125,20 @@ std::size_t TextWidget::word_edge(std::size_t offset, bool forward) const
     return offset;
 }
 
-std::size_t TextWidget::rows_away(int count)
-{
-    const TextRows& rows = area_.rows();
-    const Row from = rows.row_at(caret_), row = rows.away(from, count);
-    const double x = wanted_x_ ? *wanted_x_ : rows.x_of(from, caret_);
-    wanted_x_ = x;
-    const std::size_t offset = rows.offset_at(row, x);
-    return offset == row.end && !row.ends_line() ? offset - 1 : offset;
-}
-
 bool TextWidget::move_by_key(const QKeyEvent& event)
 {
     const bool extend = event.modifiers().testFlag(Qt::ShiftModifier);
     const bool far = event.modifiers().testFlag(Qt::ControlModifier);
     const bool collapse = !extend && anchor_ != caret_;
-    const int page = std::max(1, area_.whole_rows() - 1);
-    const Row row = area_.rows().row_at(caret_);
-    std::size_t target = caret_;
-    const auto vertical = [&](int rows) {
-        target = rows_away(rows);
-        const auto x = wanted_x_;
-        move_caret(target, extend);
+    const TextRows& rows = area_.rows();
+    const Row row = rows.row_at(caret_);
+    if (const int down = rows_of(event.key()); down != 0) {
+        const double x = wanted_x_.value_or(rows.x_of(row, caret_));
+        move_caret(rows.offset_at(rows.away(row, down), x), extend);
         wanted_x_ = x;
         return true;
-    };
+    }
+    std::size_t target = caret_;
     switch (event.key()) {
     case Qt::Key_Left:
         target = far ? word_edge(left_of(caret_), false) : collapse ? selection_start() : left_of(caret_);
@@ -163,11 +147,7 @@ bool TextWidget::move_by_key(const QKeyEvent& event)
         target = far ? word_edge(right_of(caret_), true) : collapse ? selection_end() : right_of(caret_);
         break;
     case Qt::Key_Home: target = far ? 0 : row.start; break;
-    case Qt::Key_End: target = far ? area_.lines().size() : row.ends_line() ? row.end : row.end - 1; break;
-    case Qt::Key_Up: return vertical(-1);
-    case Qt::Key_Down: return vertical(1);
-    case Qt::Key_PageUp: return vertical(-page);
-    case Qt::Key_PageDown: return vertical(page);
+    case Qt::Key_End: target = far ? area_.lines().size() : row.last_place(); break;
     default: return false;
     }
     move_caret(target, extend);

@@ -100,14 +100,14 @@ private:
     void offer(const QString& typed)
     {
         clear();
-        const auto is_typed = [&typed](const CommandHelp& row) { return to_qt(TextView(row.command)) == typed; };
-        if (typed.startsWith("An") && std::ranges::none_of(command_help, is_typed))
-            for (const CommandHelp& row : command_help) {
-                const QString command = to_qt(TextView(row.command));
-                if (!command.startsWith(typed)) continue;
-                auto* item = new QListWidgetItem(command.leftJustified(18) + to_qt(TextView(row.does)), this);
-                item->setData(Qt::UserRole, command);
-            }
+        const Text text = from_qt(typed);
+        const bool is_command = std::ranges::count(command_help, text, &CommandHelp::command) > 0;
+        for (const CommandHelp& row : command_help) {
+            if (is_command || !text.starts_with(U"An") || !row.command.starts_with(text)) continue;
+            const QString command = to_qt(row.command);
+            auto* item = new QListWidgetItem(command.leftJustified(18) + to_qt(row.does), this);
+            item->setData(Qt::UserRole, command);
+        }
         setVisible(count() > 0);
         if (count() == 0) return;
         QPalette lighter = QApplication::palette(); // than the pane that it covers, whose colour it would take over

@@ -41,14 +41,14 @@ QRectF page_button_place(const Control& button)
 void Form1Window::make_controls()
 {
     const auto add = [this](Control& control, const FontRole& role) -> QAbstractButton& {
-        return add_button(control, role, *this, to_query_box());
+        return add_button(control, role, *this, [this] { to_query_box(); });
     };
     query_box_ = &add_line_box(form1_.query_box(), font_role::query, *this, true);
     query_box_->setTextMargins(text_margin, 0, text_margin, 0);
     add_text(form1_.number_box(), number_fonts_, font_role::number, *this).show_line_ends();
     for (const int index : {1, 2, 3, 0, 4}) add(form1_.Command1[index], font_role::button);
     for (OptionButton* option : {&form1_.Option3, &form1_.Option1, &form1_.Option2})
-        add_option(*option, *this, to_query_box());
+        add_option(*option, *this, [this] { to_query_box(); });
     for (Control* button : {&form1_.Command6, &form1_.Command3}) add(*button, font_role::button);
     add_line_box(form1_.page_box(), font_role::page, *this).setAlignment(Qt::AlignCenter);
     add(form1_.Command2[8], font_role::sign);
@@ -64,7 +64,9 @@ void Form1Window::make_keys()
     std::vector<QWidget*> frames;
     for (Control* frame : {&form1_.Frame1, &form1_.Frame2, &form1_.Frame3, &form1_.Frame4})
         frames.push_back(&add_frame(*frame, *this));
-    const auto add = [this](Control& key, QWidget& frame) { add_button(key, font_role::key, frame, to_query_box()); };
+    const auto add = [this](Control& key, QWidget& frame) {
+        add_button(key, font_role::key, frame, [this] { to_query_box(); });
+    };
     constexpr std::array<std::size_t, 6> frame_of{0, 1, 2, 3, 1, 1}; // "Esc", "q" and the arrows, by index
     for (const auto& [first, third] : {std::pair(0, 0), {3, 2}, {2, 1}, {1, 3}, {4, 5}}) {
         QWidget& frame = *frames[frame_of[static_cast<std::size_t>(first)]];
@@ -81,7 +83,7 @@ void Form1Window::make_keys()
 void Form1Window::make_panes()
 {
     for (Pane* pane : form1_.panes()) {
-        panes_.push_back(&add_text(*pane, fonts(), font_role::pane, *this));
+        panes_.push_back(&add_text(*pane, fonts_, font_role::pane, *this));
         if (pane == &form1_.RichTextBox1) continue;
         panes_.back()->add_ruler({[this](int column) { return column_heading(form1_, column); },
                                   [this, pane](int columns) {

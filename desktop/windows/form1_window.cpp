@@ -1,7 +1,5 @@
 #include "desktop/windows/form1_window.h"
 
-#include "desktop/front/input.h"
-#include "desktop/look/qt_text.h"
 #include "desktop/services/recent_files.h"
 #include "desktop/windows/status_text.h"
 
@@ -51,16 +49,22 @@ QString dropped_file(const QDropEvent& event)
 
 Form1Window::Form1Window(const Front& front)
     : FormWindow(front, front.program.form1.window), form1_(front.program.form1), number_fonts_(front.theme, scale()),
-      progress_(*this), status_([this] { stop_run(); }, *this),
+      progress_(*this), status_(
+                            [this] {
+                                front_.queue.submit([this] {
+                                    front_.queue.recorder().stop_wished();
+                                    front_.program.run.stop_wished = true;
+                                });
+                            },
+                            *this),
       find_bar_(
-          this->front(), [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
+          front_, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {
     make_controls();
-    commands_ = new CommandList(this->front(), *query_box_, *this, [this] { return shown_pane(); });
-    key_hint_ = new QLabel(this);
-    key_hint_->setObjectName("keys");
-    key_hint_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, key_hint_}) add_font(*widget, font_role::help);
+    commands_ = new CommandList(front_, *query_box_, *this, [this] { return shown_pane(); });
+    key_hint_.setObjectName("keys");
+    key_hint_.setAttribute(Qt::WA_TransparentForMouseEvents);
+    for (QWidget* widget : std::initializer_list<QWidget*>{&status_, &key_hint_}) add_font(*widget, font_role::help);
     add_font(find_bar_, font_role::button);
     add_font(*commands_, font_role::notes); // even widths keep its columns
     set_tooltips(*this);
@@ -73,13 +77,13 @@ Form1Window::Form1Window(const Front& front)
 void Form1Window::place()
 {
     FormWindow::place();
-    const int height = qRound(front().scale.pixels(status_height));
+    const int height = qRound(front_.scale.pixels(status_height));
     progress_.resize(width(), progress_.height());
     status_.setGeometry(0, this->height() - height, width(), height);
     // Between the pane and the query box.
     const QRect box = query_box_->geometry();
-    const int hint_height = key_hint_->fontMetrics().height();
-    key_hint_->setGeometry(box.left(), box.top() - hint_height - 1, width() - box.left(), hint_height);
+    const int hint_height = key_hint_.fontMetrics().height();
+    key_hint_.setGeometry(box.left(), box.top() - hint_height - 1, width() - box.left(), hint_height);
 }
 
 void Form1Window::show_state()
@@ -89,16 +93,16 @@ void Form1Window::show_state()
     keep_separator();
     const bool offers = !separator_.empty() && !form1_.dbresult && no_option_selected(form1_) &&
                         form1_.number_box().text() != separator_;
-    key_hint_->setText(types_text ? "键入的字都进入框中 · F4 回到按键"
-                       : offers   ? "隔离符 " + to_qt(separator_).replace("\r\n", "↵") + " · F7 放回"
-                                  : key_hint(form1_));
+    key_hint_.setText(types_text ? "键入的字都进入框中 · F4 回到按键"
+                      : offers   ? "隔离符 " + to_qt(separator_).replace("\r\n", "↵") + " · F7 放回"
+                                 : key_hint(form1_));
     const bool commands = form1_.dbresult && !types_text;
     if (query_box_->property("keysAreCommands").toBool() != commands) {
         query_box_->setProperty("keysAreCommands", commands);
         query_box_->update();
     }
     const TextWidget* const pane = shown_pane();
-    status_.show_state(state_text(front().program, pane && pane->edited()));
+    status_.show_state(state_text(front_.program, pane && pane->edited()));
     for (TextWidget* each : panes_) each->update_ruler();
     find_bar_.follow();
 }
@@ -115,7 +119,7 @@ TextWidget* Form1Window::shown_pane()
 QRect Form1Window::pane_on_screen() const
 {
     if (!isVisible()) return {};
-    const QRect pane = front().scale.rectangle(place_of(form1_.RichTextBox1));
+    const QRect pane = front_.scale.rectangle(place_of(form1_.RichTextBox1));
     return {mapToGlobal(pane.topLeft()), pane.size()};
 }
 
@@ -143,7 +147,7 @@ void Form1Window::switch_focus()
 
 void Form1Window::switch_typing()
 {
-    front().queue.submit([this] { commands_->set_types_text(form1_.dbresult && !commands_->types_text()); });
+    front_.queue.submit([this] { commands_->set_types_text(form1_.dbresult && !commands_->types_text()); });
     query_box_->setFocus(Qt::ShortcutFocusReason);
 }
 
@@ -152,15 +156,7 @@ void Form1Window::press(const Control& button)
     auto* widget = findChild<QAbstractButton*>(widget_name(button));
     if (!widget || !widget->isVisible() || !widget->isEnabled()) return;
     widget->click();
-    front().queue.submit(to_query_box());
-}
-
-void Form1Window::stop_run()
-{
-    front().queue.submit([this] {
-        front().queue.recorder().stop_wished();
-        front().program.run.stop_wished = true;
-    });
+    front_.queue.submit([this] { to_query_box(); });
 }
 
 // A query lays the number of its results over the separator.
@@ -177,13 +173,13 @@ void Form1Window::keep_separator()
 
 void Form1Window::put_separator()
 {
-    front().queue.submit([this] { form1_.number_box().set_text(separator_); });
+    front_.queue.submit([this] { form1_.number_box().set_text(separator_); });
 }
 
 void Form1Window::go_to_result()
 {
-    front().queue.submit([this] {
-        const auto shown = shown_result(front().program);
+    front_.queue.submit([this] {
+        const auto shown = shown_result(front_.program);
         if (!shown) return;
         form1_.page_box().set_text(number_text(shown->page));
         press(form1_.Command2[8]);
@@ -192,7 +188,7 @@ void Form1Window::go_to_result()
 
 void Form1Window::look_up(QString word)
 {
-    front().queue.submit([this, word]() mutable {
+    front_.queue.submit([this, word]() mutable {
         TextWidget* const pane = shown_pane();
         if (word.isEmpty() && pane) word = pane->word_at_hand();
         if (word.isEmpty()) return;
@@ -200,7 +196,7 @@ void Form1Window::look_up(QString word)
         OptionButton& dictionary = first < 0x80 ? form1_.Option2 : form1_.Option1;
         auto* const option = findChild<QAbstractButton*>(widget_name(dictionary));
         if (!option || !option->isVisible()) {
-            front().program.notice = U"查词典请先回到阅读方式（还原默认）";
+            front_.program.notice = U"查词典请先回到阅读方式（还原默认）";
             return;
         }
         if (word_ < 0 || words_[word_] != word) {
@@ -222,7 +218,7 @@ void Form1Window::walk_words(int step)
 
 void Form1Window::zoom_panes(int step)
 {
-    fonts().zoom(step);
+    fonts_.zoom(step);
     for (TextWidget* pane : panes_) pane->lay_anew();
 }
 
@@ -238,23 +234,21 @@ void Form1Window::paintEvent(QPaintEvent* event)
     FormWindow::paintEvent(event);
     QPainter painter(this);
     const QColor fill = to_qt(form1_.RichTextBox1.back_color());
-    paint_box(painter, front().scale.rectangle(place_of(form1_.RichTextBox1)), fill, false);
+    paint_box(painter, front_.scale.rectangle(place_of(form1_.RichTextBox1)), fill, false);
 }
 
 // The keys work again as soon as a button has done its work.
-std::function<void()> Form1Window::to_query_box()
+void Form1Window::to_query_box()
 {
-    return [this] {
-        if (isAncestorOf(focusWidget())) query_box_->setFocus(Qt::OtherFocusReason);
-        // What nobody has typed goes with the first key.
-        if (query_box_->text() == preset_query) query_box_->selectAll();
-    };
+    if (isAncestorOf(focusWidget())) query_box_->setFocus(Qt::OtherFocusReason);
+    // What nobody has typed goes with the first key.
+    if (query_box_->text() == preset_query) query_box_->selectAll();
 }
 
 void Form1Window::fit_to_screen(QSize available)
 {
-    front().scale.zoom = 1;
-    full_size_ = {front().scale.pixels(form1_.window.width()), front().scale.pixels(form1_.window.height())};
+    front_.scale.zoom = 1;
+    full_size_ = {front_.scale.pixels(form1_.window.width()), front_.scale.pixels(form1_.window.height())};
     largest_zoom_ = opening_zoom(full_size_, available);
     set_zoom(largest_zoom_);
     setMinimumSize((full_size_ * largest_zoom_ * smallest_part).toSize());
@@ -272,7 +266,7 @@ void Form1Window::before_first_show()
 {
     // The window of column numbers has room on its right where the screen is wide enough.
     const QRect free = screen()->availableGeometry();
-    const int both = width() + front().scale.size(front().program.form3.window).width() + 3 * border;
+    const int both = width() + front_.scale.size(front_.program.form3.window).width() + 3 * border;
     const int left = std::max(border, (free.width() - std::min(both, free.width())) / 2);
     const int spare = free.height() - height() - title_bar;
     move(free.left() + left, free.top() + std::max(0, spare / 3));
@@ -311,7 +305,7 @@ void Form1Window::mouseReleaseEvent(QMouseEvent* event)
     pressed_ = false;
     if (!clicked) return;
     for (const EventKind kind : {EventKind::MouseDown, EventKind::MouseUp, EventKind::Click})
-        front().queue.post({kind, form1_.window});
+        front_.queue.post({kind, form1_.window});
 }
 
 // A key that a button has no use for is meant for the query box.

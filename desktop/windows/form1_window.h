@@ -3,7 +3,6 @@
 #include "desktop/windows/command_list.h"
 #include "desktop/windows/find_bar.h"
 #include "desktop/windows/form_window.h"
-#include "desktop/windows/progress_line.h"
 #include "desktop/windows/status_line.h"
 
 #include <QVariantAnimation>
@@ -77,9 +76,8 @@ private:
     void make_panes();
     bool grows() const { return growth_.state() == QAbstractAnimation::Running; }
     void grow();
-    std::function<void()> to_query_box();
+    void to_query_box();
     void keep_separator();
-    void stop_run();
 
     Form1& form1_;
     PaneFonts number_fonts_; // the number box is no pane and keeps its size
@@ -89,7 +87,7 @@ private:
     StatusLine status_;
     CommandList* commands_ = nullptr;
     FindBar find_bar_;
-    QLabel* key_hint_ = nullptr;
+    QLabel key_hint_{this};
     QVariantAnimation growth_; // of the window when the program starts
     QSizeF full_size_;         // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;

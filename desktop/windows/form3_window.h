@@ -31,7 +31,7 @@ public:
         }
         for (auto& [index, label] : form3.Label1) add_label(label, Qt::AlignLeft | Qt::AlignTop, *this);
         for (auto& [index, button] : form3.Command1) add_button(button, font_role::button, *this);
-        notes_ = &add_text(form3.Text2, fonts(), font_role::notes, *this);
+        notes_ = &add_text(form3.Text2, fonts_, font_role::notes, *this);
         notes_->break_lines();
         set_tooltips(*this);
         // A window of the main window's own stays in front of it.
@@ -42,7 +42,7 @@ public:
     void show_headings()
     {
         if (isHidden()) return;
-        Program& program = front().program;
+        Program& program = front_.program;
         if (std::exchange(notes_show_, program.form3.Text2.visible()) != program.form3.Text2.visible() && notes_show_)
             notes_->setFocus(Qt::OtherFocusReason);
         for (const auto& [index, heading] : headings_) {
@@ -59,16 +59,16 @@ public:
     {
         const auto* widget = dynamic_cast<LineBox*>(focusWidget());
         if (!widget) return;
-        for (auto& [index, box] : front().program.form3.Text1)
+        for (auto& [index, box] : front_.program.form3.Text1)
             if (widget_name(box) == widget->objectName())
-                front().queue.submit([target = &box, number] { target->set_text(number_text(number)); });
+                front_.queue.submit([target = &box, number] { target->set_text(number_text(number)); });
     }
     /// Brings the window and the box that matters next to the front.
     // The box of the comparison while two tables are compared, else that of sorting and statistics.
     void take_focus()
     {
-        Program& program = front().program;
-        front().queue.submit([this, &program] {
+        Program& program = front_.program;
+        front_.queue.submit([this, &program] {
             program.form3.window.set_visible(true);
             program.form3.window.set_window_state(0);
             const int index = program.form1.comp ? comparison_box : sort_box;
@@ -84,7 +84,7 @@ protected:
     {
         FormWindow::place();
         // To the right of each box, up to its neighbour.
-        const Form3& form3 = front().program.form3;
+        const Form3& form3 = front_.program.form3;
         for (const auto& [index, heading] : headings_) {
             const TextBox& box = form3.Text1[index];
             const double left = box.left() + box.width() + heading_gap;
@@ -92,13 +92,13 @@ protected:
             for (const auto& [other_index, other] : form3.Text1)
                 if (other.top() == box.top() && other.left() > box.left())
                     right = std::min(right, other.left() - heading_gap);
-            heading->setGeometry(front().scale.rectangle({left, box.top(), right - left, box.height()}));
+            heading->setGeometry(front_.scale.rectangle({left, box.top(), right - left, box.height()}));
         }
     }
     void before_first_show() override
     {
-        const Scale unzoomed{front().scale.dots_per_inch};
-        const QSizeF full(unzoomed.pixels(model().width()), unzoomed.pixels(model().height()));
+        const Scale unzoomed{front_.scale.dots_per_inch};
+        const QSizeF full(unzoomed.pixels(model_.width()), unzoomed.pixels(model_.height()));
         stand_beside(main_window_, {full, {full.width(), unzoomed.pixels(smallest_height)}, smaller_over_main},
                      {"Form1.Text1(1)", "Form1.Command6", "Form1.Command3"});
         setMinimumSize(qRound(scale().pixels(smallest_width)), qRound(scale().pixels(smallest_height)));

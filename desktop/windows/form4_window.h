@@ -22,7 +22,7 @@ class Form4Window final : public FormWindow {
 public:
     Form4Window(const Front& front, const FormWindow& main_window)
         : FormWindow(front, front.program.form4.window), form4_(front.program.form4), main_window_(main_window),
-          preview_(this->front(), *this)
+          preview_(front_, *this)
     {
         scroll_area_ = new_scroll_area(*this);
         QWidget& all = add_frame(form4_.Frame1, *scroll_area_->widget());
@@ -50,13 +50,13 @@ protected:
         narrower_ = 0;
         const QSize full = size_needed();
         const int bar = height() + rounding < full.height() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
-        const double most = form4_.Label1.width() - least_help + front().scale.twips(bar + rounding);
-        narrower_ = std::clamp(front().scale.twips(full.width() + bar - width()), 0.0, most);
+        const double most = form4_.Label1.width() - least_help + front_.scale.twips(bar + rounding);
+        narrower_ = std::clamp(front_.scale.twips(full.width() + bar - width()), 0.0, most);
         FormWindow::place();
         QRectF help = place_of(form4_.Label1);
         help.setSize({help.width() - narrower_, form4_.Frame1.height() - help.top() - help_gap});
-        help_area_->setGeometry(front().scale.rectangle(help));
-        help_area_->widget()->layout()->setSpacing(qRound(front().scale.pixels(help_gap)));
+        help_area_->setGeometry(front_.scale.rectangle(help));
+        help_area_->widget()->layout()->setSpacing(qRound(front_.scale.pixels(help_gap)));
         scroll_area_->setGeometry(rect());
         const QSize needed = size_needed(), room = size() - QSize(bar, 0);
         const auto length = [](int wanted, int there) { return wanted > there + rounding ? wanted : there; };
@@ -66,7 +66,7 @@ protected:
     // The question is the window's own: no `answer` comes of it.
     bool may_close() override
     {
-        const Program& program = front().program;
+        const Program& program = front_.program;
         return !program.form4.holds_typed_text() ||
                program.platform.dialogs.message({U"有填写的设计参数还没有保存，关闭后不再保留，是否关闭？",
                                                  U"Tarvik报表自动化设计", Buttons::OKCancel, Icon::None}) == Answer::OK;
@@ -74,8 +74,8 @@ protected:
     void before_first_show() override
     {
         narrower_ = 0;
-        const QSizeF full = QSizeF(front().scale.size(model()).expandedTo(size_needed())) / front().scale.zoom;
-        const double spare = front().scale.pixels(form4_.Label1.width() - least_help) / front().scale.zoom;
+        const QSizeF full = QSizeF(front_.scale.size(model_).expandedTo(size_needed())) / front_.scale.zoom;
+        const double spare = front_.scale.pixels(form4_.Label1.width() - least_help) / front_.scale.zoom;
         const QSizeF least(full.width() - spare, full.height());
         stand_beside(main_window_, {full, least, 1, style()->pixelMetric(QStyle::PM_ScrollBarExtent)},
                      {"Form1.Command6", "Form1.Command3"});
@@ -149,7 +149,7 @@ private:
     QSize size_needed() const
     {
         const QRectF all = fitted(form4_.Frame1);
-        return front().scale.rectangle({0, 0, all.right() + edge, all.bottom() + edge}).size();
+        return front_.scale.rectangle({0, 0, all.right() + edge, all.bottom() + edge}).size();
     }
     Form4& form4_;
     const FormWindow& main_window_;

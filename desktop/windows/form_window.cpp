@@ -1,8 +1,8 @@
 #include "desktop/windows/form_window.h"
 
-#include "desktop/front/input.h"
 #include "scripts/names.h"
 
+#include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -82,19 +82,9 @@ private:
 };
 
 // A frame around controls that belong together, with its caption inside at the top.
-class FrameWidget final : public QWidget {
+class FrameWidget final : public QGroupBox {
 public:
-    explicit FrameWidget(QWidget* parent) : QWidget(parent)
-    {
-        setProperty(accessible_role, QAccessible::Grouping);
-        setAttribute(Qt::WA_NoMousePropagation);
-    }
-    void set_caption(const QString& caption)
-    {
-        caption_ = caption;
-        setAccessibleName(caption);
-        update();
-    }
+    explicit FrameWidget(QWidget* parent) : QGroupBox(parent) { setAttribute(Qt::WA_NoMousePropagation); }
 
 protected:
     void paintEvent(QPaintEvent*) override
@@ -104,15 +94,12 @@ protected:
         paint_box(painter, rect(), palette().color(QPalette::Window), false);
         painter.setPen(palette().color(QPalette::WindowText));
         QFont smaller = font(); // a little, at small zooms; widths do not go in proportion to the size
-        for (int i = 0; i < most_steps && QFontMetrics(smaller).horizontalAdvance(caption_) + 1 > width() - 2 * left;
+        for (int i = 0; i < most_steps && QFontMetrics(smaller).horizontalAdvance(title()) + 1 > width() - 2 * left;
              ++i)
             smaller.setPointSizeF(smaller.pointSizeF() * smaller_step);
         painter.setFont(smaller);
-        painter.drawText(rect().adjusted(left, top, -left, 0), Qt::AlignLeft | Qt::AlignTop, caption_);
+        painter.drawText(rect().adjusted(left, top, -left, 0), Qt::AlignLeft | Qt::AlignTop, title());
     }
-
-private:
-    QString caption_;
 };
 
 // How large the text of a label can be to fit into it, in points. Margins do not get smaller with the window, so that a
@@ -215,7 +202,7 @@ QAbstractButton& FormWindow::add_option(OptionButton& control, QWidget& parent, 
 QWidget& FormWindow::add_frame(Control& control, QWidget& parent)
 {
     auto& widget = *new FrameWidget(&parent);
-    enter(control, widget, font_role::frame, [&widget, &control] { widget.set_caption(to_qt(control.caption())); });
+    enter(control, widget, font_role::frame, [&widget, &control] { widget.setTitle(to_qt(control.caption())); });
     return widget;
 }
 

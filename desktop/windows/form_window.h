@@ -159,11 +159,9 @@ protected:
     /// Gives a widget that shows no control the font of a role.
     void add_font(QWidget& widget, const FontRole& role) { roles_.push_back({&widget, role}); }
 
-    Front& front() { return front_; }
-    const Front& front() const { return front_; }
-    Window& model() { return model_; }
-    /// Of all text views of the window.
-    PaneFonts& fonts() { return fonts_; }
+    Front front_;
+    Window& model_;
+    PaneFonts fonts_; // of all text views of the window
 
 private:
     void enter(Control& control, QWidget& widget, const FontRole& role, std::function<void()> show);
@@ -186,9 +184,6 @@ private:
         }
         if (!picture_.isNull()) painter.drawPixmap(QRect(QPoint(0, 0), picture_size()), picture_);
     }
-    Front front_;
-    Window& model_;
-    PaneFonts fonts_;
     std::vector<std::pair<const Control*, QWidget*>> controls_;
     std::vector<std::pair<QWidget*, FontRole>> roles_;
     QSize size_;           // as the model and the window last agreed on it

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/front/front.h"
-#include "desktop/front/input.h"
 #include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 
@@ -65,12 +64,9 @@ protected:
             front_.queue.submit([this] { paste_text(); });
             return;
         }
-        if (!front_.queue.busy()) {
-            QLineEdit::keyPressEvent(event);
-            return;
-        }
-        const std::shared_ptr<QKeyEvent> later(event->clone());
-        front_.queue.submit([this, later] { QLineEdit::keyPressEvent(later.get()); });
+        const std::shared_ptr<QKeyEvent> pressed(event->clone());
+        front_.queue.submit([this, pressed] { QLineEdit::keyPressEvent(pressed.get()); });
+        event->setAccepted(pressed->isAccepted());
     }
     // What an input method has put together is typed character by character, as if the keyboard had these keys.
     void inputMethodEvent(QInputMethodEvent* event) override

@@ -7,7 +7,6 @@
 
 #include <QActionGroup>
 #include <QFile>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QPushButton>
 #include <QScreen>
@@ -30,6 +29,7 @@ public:
         setWindowTitle("Tarvik 计算 使用手册");
         setOpenExternalLinks(true);
         setSearchPaths({":/manual"});
+        new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
     }
 
     /// Shows the manual at the first heading that holds this, or where it was.
@@ -71,11 +71,6 @@ protected:
         const int room = width() - edge;
         return picture.width() > room ? picture.scaledToWidth(room, Qt::SmoothTransformation) : picture;
     }
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        if (event->key() == Qt::Key_Escape) close();
-        else QTextBrowser::keyPressEvent(event);
-    }
 
 private:
     // One line between the cells, and room around their texts.
@@ -93,18 +88,14 @@ private:
     }
 };
 
-/// What the user can choose of the view, done by the owner of the menu.
-struct MenuHost {
-    std::function<void(std::optional<Look>)> set_look; ///< none follows the system
-    std::function<void(bool)> follow_file;
-};
-
 /// The menu of the main window, with the keys that work wherever the focus is: what boxes and buttons lack, and what
 /// the user can choose of the view, which is kept over the program's end.
 class MainMenu {
 public:
-    MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, TaskWindow& tasks, MenuHost host)
-        : program_(program), form1_(form1), form3_(form3), form4_(form4), tasks_(tasks), host_(std::move(host))
+    /// `set_look` gets none where the look follows the system.
+    MainMenu(Program& program, Form1Window& form1, Form3Window& form3, QWidget& form4, TaskWindow& tasks,
+             std::function<void(std::optional<Look>)> set_look, const std::function<void(bool)>& follow_file)
+        : program_(program), form1_(form1), form3_(form3), form4_(form4), tasks_(tasks), set_look_(std::move(set_look))
     {
         QPushButton& button = form1.status().menu_button();
         const auto open = [this, &button] {
@@ -113,17 +104,39 @@ public:
         };
         QObject::connect(&button, &QPushButton::clicked, &menu_, open);
         QObject::connect(new QShortcut(Qt::Key_F10, &form1), &QShortcut::activated, &menu_, open);
-        add(menu_, "打开……", {"Ctrl+O"}, [this] { form1_.press(program_.form1.Command1[0]); });
-        add(menu_, "保存……", {"Ctrl+S"}, [this] { form1_.press(program_.form1.Command1[4]); });
-        const auto open_installation = [this] {
-            form1_.status().show_by_system(to_qt(program_.platform.files.installation_folder()));
-        };
-        add(menu_, "打开安装目录", {}, open_installation);
-        add_reading();
-        add_run();
-        add_view();
-        add(
-            menu_, "使用手册", {"F1"}, [this] { switch_manual(); }, true);
+        const auto press = [this](const Control& control) { return [this, &control] { form1_.press(control); }; };
+        const Form1& model = program.form1;
+        add(menu_, {{"打开……", {"Ctrl+O"}, press(model.Command1[0])},
+                    {"保存……", {"Ctrl+S"}, press(model.Command1[4])},
+                    {"打开安装目录", {}, [this] { show(to_qt(program_.platform.files.installation_folder())); }}});
+        add(*menu_.addMenu("阅读与查寻"),
+            {{"上一页", {"Ctrl+PgUp"}, press(model.Command2[0])},
+             {"下一页", {"Ctrl+PgDown"}, press(model.Command2[1])},
+             {"上一条结果", {"Alt+Left"}, press(model.Command1[3])},
+             {"下一条结果", {"Alt+Right"}, press(model.Command1[2])},
+             {"到结果所在的页", {"F5"}, [this] { form1_.go_to_result(); }},
+             {"放回隔离符", {"F7"}, [this] { form1_.put_separator(); }},
+             {},
+             {"在窗格中查找", {"Ctrl+F"}, [this] { form1_.find_bar().open(); }},
+             {"查找下一处", {"F3"}, [this] { form1_.find_bar().find(true); }},
+             {"查找上一处", {"Shift+F3"}, [this] { form1_.find_bar().find(false); }},
+             {},
+             {"查所选的词", {"F2"}, [this] { form1_.look_up(); }},
+             {"前一个查过的词", {"Alt+Up"}, [this] { form1_.walk_words(-1); }},
+             {"后一个查过的词", {"Alt+Down"}, [this] { form1_.walk_words(1); }},
+             {},
+             {"按键与键入之间切换", {"F4"}, [this] { form1_.switch_typing(); }},
+             {"查寻条件框与窗格", {"F6"}, [this] { form1_.isActiveWindow() ? form1_.switch_focus() : back(); }, true},
+             {"列次小窗口", {"F8"}, [this] { form3_.isActiveWindow() ? back() : form3_.take_focus(); }, true}});
+        add(*menu_.addMenu("运行"), {{"任务……", {"F9"}, [this] { tasks_.open_list(); }, true},
+                                     {"录制任务，结束录制", {"Shift+F9"}, [this] { tasks_.record_or_stop(); }, true},
+                                     {},
+                                     {"做完手上这张就停", {"Ctrl+."}, [this] { form1_.status().stop(); }},
+                                     {"出了和没有出的单", {"Ctrl+L"}, [this] { form1_.status().list_end(); }},
+                                     {"打开所存的文件夹", {"Ctrl+E"}, [this] { form1_.status().open_end(); }},
+                                     {"打开存储路径", {}, [this] { show(output_folder(program_)); }}});
+        add_view(follow_file);
+        add(menu_, {{"使用手册", {"F1"}, [this] { switch_manual(); }, true}});
     }
 
 private:
@@ -152,16 +165,26 @@ private:
         form1_.activateWindow();
         form1_.query_box().setFocus(Qt::ShortcutFocusReason);
     }
-    // The keys work while the menu is closed, and some in every window.
-    void add(QMenu& menu, const char* text, const QStringList& keys, std::function<void()> act, bool everywhere = false)
+    void show(const QString& folder) { form1_.status().show_by_system(folder); }
+    /// An entry, or a separator where it has no text. The keys work while the menu is closed, and some in every window.
+    struct Entry {
+        QString text{};
+        QStringList keys{};
+        std::function<void()> act{};
+        bool everywhere = false;
+    };
+    void add(QMenu& menu, std::initializer_list<Entry> entries)
     {
-        QAction* const action = menu.addAction(text);
-        QList<QKeySequence> sequences;
-        for (const QString& key : keys) sequences += QKeySequence(key);
-        action->setShortcuts(sequences);
-        if (everywhere) action->setShortcutContext(Qt::ApplicationShortcut);
-        form1_.addAction(action);
-        QObject::connect(action, &QAction::triggered, &menu_, std::move(act));
+        for (const Entry& entry : entries) {
+            QAction* const action = entry.text.isEmpty() ? menu.addSeparator() : menu.addAction(entry.text);
+            if (!entry.act) continue;
+            QList<QKeySequence> sequences;
+            for (const QString& key : entry.keys) sequences += QKeySequence(key);
+            action->setShortcuts(sequences);
+            if (entry.everywhere) action->setShortcutContext(Qt::ApplicationShortcut);
+            form1_.addAction(action);
+            QObject::connect(action, &QAction::triggered, &menu_, entry.act);
+        }
     }
     void add_switch(QMenu& menu, const char* text, const QString& setting, bool preset, std::function<void(bool)> act)
     {
@@ -174,53 +197,7 @@ private:
             act(on);
         });
     }
-    void add_reading()
-    {
-        QMenu& menu = *menu_.addMenu("阅读与查寻");
-        Form1& form1 = program_.form1;
-        const struct {
-            const char *text, *keys;
-            const Control& button;
-        } buttons[] = {
-            {"上一页", "Ctrl+PgUp", form1.Command2[0]},
-            {"下一页", "Ctrl+PgDown", form1.Command2[1]},
-            {"上一条结果", "Alt+Left", form1.Command1[3]},
-            {"下一条结果", "Alt+Right", form1.Command1[2]},
-        };
-        for (const auto& row : buttons)
-            add(menu, row.text, {row.keys}, [this, &button = row.button] { form1_.press(button); });
-        add(menu, "到结果所在的页", {"F5"}, [this] { form1_.go_to_result(); });
-        add(menu, "放回隔离符", {"F7"}, [this] { form1_.put_separator(); });
-        menu.addSeparator();
-        add(menu, "在窗格中查找", {"Ctrl+F"}, [this] { form1_.find_bar().open(); });
-        add(menu, "查找下一处", {"F3"}, [this] { form1_.find_bar().find(true); });
-        add(menu, "查找上一处", {"Shift+F3"}, [this] { form1_.find_bar().find(false); });
-        menu.addSeparator();
-        add(menu, "查所选的词", {"F2"}, [this] { form1_.look_up(); });
-        add(menu, "前一个查过的词", {"Alt+Up"}, [this] { form1_.walk_words(-1); });
-        add(menu, "后一个查过的词", {"Alt+Down"}, [this] { form1_.walk_words(1); });
-        menu.addSeparator();
-        add(menu, "按键与键入之间切换", {"F4"}, [this] { form1_.switch_typing(); });
-        add(
-            menu, "查寻条件框与窗格", {"F6"}, [this] { form1_.isActiveWindow() ? form1_.switch_focus() : back(); },
-            true);
-        add(
-            menu, "列次小窗口", {"F8"}, [this] { form3_.isActiveWindow() ? back() : form3_.take_focus(); }, true);
-    }
-    void add_run()
-    {
-        QMenu& menu = *menu_.addMenu("运行");
-        add(
-            menu, "任务……", {"F9"}, [this] { tasks_.open_list(); }, true);
-        add(
-            menu, "录制任务，结束录制", {"Shift+F9"}, [this] { tasks_.record_or_stop(); }, true);
-        menu.addSeparator();
-        add(menu, "做完手上这张就停", {"Ctrl+."}, [this] { form1_.status().stop(); });
-        add(menu, "出了和没有出的单", {"Ctrl+L"}, [this] { form1_.status().list_end(); });
-        add(menu, "打开所存的文件夹", {"Ctrl+E"}, [this] { form1_.status().open_end(); });
-        add(menu, "打开存储路径", {}, [this] { form1_.status().show_by_system(output_folder(program_)); });
-    }
-    void add_view()
+    void add_view(const std::function<void(bool)>& follow_file)
     {
         QMenu& menu = *menu_.addMenu("显示");
         add_switch(menu, "自动换行（表格除外）", "view/wraps", true, [this](bool on) {
@@ -229,11 +206,11 @@ private:
         add_switch(menu, "行号", "view/numbers", false, [this](bool on) {
             for (TextWidget* pane : form1_.panes()) pane->show_line_numbers(on);
         });
-        add_switch(menu, "跟随增长的文件", "view/follows", false, [this](bool on) { host_.follow_file(on); });
+        add_switch(menu, "跟随增长的文件", "view/follows", false, follow_file);
         menu.addSeparator();
-        add(menu, "文字放大", {"Ctrl++", "Ctrl+="}, [this] { form1_.zoom_panes(1); });
-        add(menu, "文字缩小", {"Ctrl+-"}, [this] { form1_.zoom_panes(-1); });
-        add(menu, "文字复原", {"Ctrl+0"}, [this] { form1_.zoom_panes(0); });
+        add(menu, {{"文字放大", {"Ctrl++", "Ctrl+="}, [this] { form1_.zoom_panes(1); }},
+                   {"文字缩小", {"Ctrl+-"}, [this] { form1_.zoom_panes(-1); }},
+                   {"文字复原", {"Ctrl+0"}, [this] { form1_.zoom_panes(0); }}});
         add_looks(*menu.addMenu("外观"));
     }
     void add_looks(QMenu& menu)
@@ -252,10 +229,10 @@ private:
             QAction* const action = group->addAction(menu.addAction(row.text));
             action->setCheckable(true);
             action->setChecked(chosen == row.name);
-            if (action->isChecked()) host_.set_look(row.look);
+            if (action->isChecked()) set_look_(row.look);
             QObject::connect(action, &QAction::triggered, &menu_, [this, setting, row] {
                 user_settings().setValue(setting, row.name);
-                host_.set_look(row.look);
+                set_look_(row.look);
             });
         }
     }
@@ -264,7 +241,7 @@ private:
     Form3Window& form3_;
     QWidget& form4_;
     TaskWindow& tasks_;
-    MenuHost host_;
+    std::function<void(std::optional<Look>)> set_look_;
     ManualWindow manual_;
     QMenu menu_;
 };

@@ -126,18 +126,12 @@ private:
         painter.setPen(QPen(colour(side.colour), side.width));
         painter.drawLine(from, to);
     }
-    static Qt::Alignment side_of(AlignmentLook alignment)
-    {
-        switch (alignment) {
-        case AlignmentLook::Centre: return Qt::AlignHCenter;
-        case AlignmentLook::Right: return Qt::AlignRight;
-        default: return Qt::AlignLeft;
-        }
-    }
     static int alignment(const CellLook& look)
     {
-        const int wraps = look.wraps ? Qt::TextWordWrap : Qt::TextSingleLine;
-        return static_cast<int>(side_of(look.alignment) | Qt::AlignVCenter) | wraps;
+        const int side = look.alignment == AlignmentLook::Centre  ? Qt::AlignHCenter
+                         : look.alignment == AlignmentLook::Right ? Qt::AlignRight
+                                                                  : Qt::AlignLeft;
+        return side | Qt::AlignVCenter | (look.wraps ? Qt::TextWordWrap : Qt::TextSingleLine);
     }
 
     const QColor tint_{255, 214, 102, 110}, grid_{214, 214, 214};

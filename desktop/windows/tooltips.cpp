@@ -5,8 +5,8 @@ namespace tarvik {
 namespace {
 
 struct Tip {
-    const char* widget;
-    const char* name; // what a screen reader says
+    const char* widgets; // how their names begin
+    const char* name;    // what a screen reader says
     const char* tip;
 };
 
@@ -37,6 +37,8 @@ constexpr Tip tips[] = {
     {"Form1.Option1", "现代汉语", "查现代汉语词典"},
     {"Form1.Option2", "牛津英语", "查英语词典"},
     {"Form1.Option3", "查寻文件", "截取所在的句子；●◆◆ 变为按页查找"},
+    {"Form1.Command7(", "查寻数据列", "Esc：把含有查寻条件的行做成表"},
+    {"Form1.Command8(", "拆列", "q：把记录拆成列"},
     {"Form1.Command9(0)", "比较", "p：日期间隔比较，或字段内查寻"},
     {"Form1.Command9(1)", "排序", "z：按一列排序"},
     {"Form1.Command9(2)", "统计", "/：统计一列中各个值的次数"},
@@ -59,18 +61,12 @@ constexpr Tip tips[] = {
 
 void set_tooltips(QWidget& window)
 {
-    for (const Tip& tip : tips)
-        if (auto* widget = window.findChild<QWidget*>(tip.widget)) {
+    for (QWidget* widget : window.findChildren<QWidget*>())
+        for (const Tip& tip : tips) {
+            if (!widget->objectName().startsWith(tip.widgets)) continue;
             widget->setAccessibleName(tip.name);
             if (tip.tip) widget->setToolTip(tip.tip);
         }
-    for (const char* array : {"Form1.Command7(", "Form1.Command8("})
-        for (int index = 0; index < 5; ++index)
-            if (auto* key = window.findChild<QWidget*>(QString("%1%2)").arg(array).arg(index))) {
-                const bool escape = QString(array).contains('7');
-                key->setAccessibleName(escape ? "查寻数据列" : "拆列");
-                key->setToolTip(escape ? "Esc：把含有查寻条件的行做成表" : "q：把记录拆成列");
-            }
 }
 
 } // namespace tarvik

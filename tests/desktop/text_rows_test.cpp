@@ -104,17 +104,15 @@ TEST(Sought, is_found_as_in_a_plain_walk_in_both_directions)
             at = counts ? end : at + 1;
         }
         ASSERT_FALSE(starts.empty());
-        const Sought sought(text, whole_words, false);
-        PlaceCount count;
-        count.begin(sought);
-        while (count.go_on(lines)) {
+        Sought sought(text, whole_words, false);
+        while (sought.count_on(lines)) {
         }
-        EXPECT_EQ(count.count(), starts.size());
+        EXPECT_EQ(sought.count(), starts.size());
         for (std::size_t i = 0; i < starts.size(); i += 97) {
             EXPECT_EQ(sought.next(lines, starts[i], true)->start, starts[i]);
             EXPECT_EQ(sought.next(lines, starts[i] + needle.size(), true)->start, starts[(i + 1) % starts.size()]);
             EXPECT_EQ(sought.next(lines, starts[i], false)->start, starts[(i + starts.size() - 1) % starts.size()]);
-            EXPECT_EQ(count.number(starts[i]), i + 1);
+            EXPECT_EQ(sought.number(starts[i]), i + 1);
         }
     }
     EXPECT_EQ(Sought("^a[ b]+$", false, true).next(TextLines(PaneText{TextView(U"xa b\r\na b\n")}, {}), 0, true),

@@ -40,14 +40,13 @@ void show_words(const std::string& words, bool is_complaint)
 void open_by_system(const QString& path, const std::function<void()>& failed)
 {
     auto* opener = new QProcess(QCoreApplication::instance());
-    QObject::connect(opener, &QProcess::finished, opener, [opener, failed](int status) {
+    const auto end = [opener, failed](bool is_failure) {
         opener->deleteLater();
-        if (status != 0) failed();
-    });
-    QObject::connect(opener, &QProcess::errorOccurred, opener, [opener, failed](QProcess::ProcessError error) {
-        if (error != QProcess::FailedToStart) return;
-        opener->deleteLater();
-        failed();
+        if (is_failure) failed();
+    };
+    QObject::connect(opener, &QProcess::finished, opener, [end](int status) { end(status != 0); });
+    QObject::connect(opener, &QProcess::errorOccurred, opener, [end](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) end(true);
     });
     opener->start("xdg-open", {path});
 }

@@ -1,26 +1,8 @@
-#include "desktop/front/input.h"
+#include "desktop/front/front.h"
 
 #include "desktop/look/qt_text.h"
 
-#include <QKeyEvent>
-
-#include <optional>
-
 namespace tarvik {
-
-namespace {
-
-std::optional<MouseButton> mouse_button(Qt::MouseButton button)
-{
-    switch (button) {
-    case Qt::LeftButton: return MouseButton::Left;
-    case Qt::MiddleButton: return MouseButton::Middle;
-    case Qt::RightButton: return MouseButton::Right;
-    default: return std::nullopt;
-    }
-}
-
-} // namespace
 
 Text typed_characters(const QKeyEvent& event)
 {
@@ -55,10 +37,13 @@ void press_keys(Front& front, Control& control, TextView keys, const std::functi
 
 void post_mouse(Front& front, Control& control, EventKind kind, const QMouseEvent& event)
 {
-    const auto button = mouse_button(event.button());
-    if (!button) return;
     Event posted{kind, control};
-    posted.button = *button;
+    switch (event.button()) {
+    case Qt::LeftButton: posted.button = MouseButton::Left; break;
+    case Qt::MiddleButton: posted.button = MouseButton::Middle; break;
+    case Qt::RightButton: posted.button = MouseButton::Right; break;
+    default: return;
+    }
     posted.ctrl = event.modifiers().testFlag(Qt::ControlModifier);
     front.queue.post(posted);
 }
