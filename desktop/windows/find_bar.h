@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/front/front.h"
-#include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
 #include <QCheckBox>
@@ -42,7 +41,6 @@ public:
         for (QWidget* widget : std::initializer_list<QWidget*>{&text_, &result_, &whole_words_, &pattern_})
             row->addWidget(widget);
         row->addStretch(1);
-        text_.installEventFilter(this);
         connect(&text_, &QLineEdit::textEdited, this, &FindBar::seek);
         for (QCheckBox* box : {&whole_words_, &pattern_}) connect(box, &QCheckBox::toggled, this, &FindBar::seek);
         connect(&counting_, &QTimer::timeout, this, &FindBar::count);
@@ -96,19 +94,17 @@ public:
     }
 
 protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
+    void keyPressEvent(QKeyEvent* event) override
     {
-        if (event->type() != QEvent::KeyPress) return QFrame::eventFilter(watched, event);
-        const auto* key = static_cast<QKeyEvent*>(event);
-        switch (key->key()) {
+        switch (event->key()) {
         case Qt::Key_Escape:
             hide();
             leave();
             closed_();
-            return true;
+            break;
         case Qt::Key_Return:
-        case Qt::Key_Enter: find(!key->modifiers().testFlag(Qt::ShiftModifier)); return true;
-        default: return false;
+        case Qt::Key_Enter: find(!event->modifiers().testFlag(Qt::ShiftModifier)); break;
+        default: QFrame::keyPressEvent(event);
         }
     }
 
