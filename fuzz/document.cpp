@@ -1,4 +1,4 @@
-#include "engines/documents/document_model.h"
+#include "engines/documents/engine.h"
 #include "fuzz/package_input.h"
 
 using namespace tarvik;

@@ -1,6 +1,5 @@
 #include "engines/documents/cell_contents.h"
 
-#include "engines/documents/elements.h"
 #include "engines/packages/xml_part.h"
 
 #include <algorithm>

@@ -1,8 +1,5 @@
-#include "engines/documents/document_model.h"
-
 #include "engines/documents/cell_contents.h"
-#include "engines/documents/elements.h"
-#include "engines/documents/inline_drawing.h"
+#include "engines/documents/engine.h"
 #include "platform/files/system_paths.h"
 
 #include <charconv>
@@ -73,7 +70,7 @@ void DocumentModel::add_picture(int row, int column, PictureFile file, TextView 
     editor_.add(part, std::move(file.contents), is_jpeg ? "image/jpeg" : "image/png");
     const bool is_strict = main_.type.find("purl.oclc.org") != std::string::npos;
     append_drawing(paragraph,
-                   inline_drawing(file.picture, room_in_cell(cell, paragraph),
+                   inline_drawing(file.picture, cell, paragraph,
                                   {relationship, free_drawing_number(), to_utf8(safe_name_part(name)), is_strict}));
     document_.changed = true;
 }

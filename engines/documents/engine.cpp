@@ -1,6 +1,5 @@
 #include "engines/documents/engine.h"
 
-#include "engines/documents/document_model.h"
 #include "engines/packages/package_cache.h"
 #include "engines/packages/temporary_folder.h"
 #include "platform/files/system_paths.h"

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "engines/documents/first_table.h"
 #include "engines/documents/picture.h"
 #include "engines/hidden_engines.h"
+#include "engines/packages/package_editor.h"
 #include "platform/platform.h"
 
-#include <string>
+#include <set>
 
 namespace tarvik {
 
@@ -21,6 +23,27 @@ public:
     virtual void add_picture(int row, int column, PictureFile file, TextView name) = 0;
     /// The bytes of the document's file with all changes.
     virtual std::string pack() = 0;
+};
+
+/// A document as its package holds it. Only what changed is written anew.
+class DocumentModel : public FilledDocument {
+public:
+    explicit DocumentModel(std::shared_ptr<const Package> package);
+
+    void set_cell_text(int row, int column, TextView text) override;
+    void add_picture(int row, int column, PictureFile file, TextView name) override;
+    std::string pack() override;
+
+private:
+    const TableCell& table_cell(int row, int column);
+    int free_drawing_number();
+
+    PackageEditor editor_;
+    Relationship main_; // leads to the document's part
+    Relationships relationships_;
+    XmlPart document_;
+    std::optional<FirstTable> table_; // found when the first cell is asked for
+    std::set<int> drawing_numbers_;   // collected when the first picture comes
 };
 
 /// A document opened from a file by `open`. Failures name the file: the picture's where that is at fault, else the

@@ -1,11 +1,11 @@
-#include "engines/documents/inline_drawing.h"
+#include "engines/documents/cell_contents.h"
 
-#include "engines/documents/elements.h"
 #include "engines/packages/xml_part.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 
 namespace tarvik::ooxml {
 
@@ -33,12 +33,7 @@ constexpr std::string_view pattern =
     R"(<pic:spPr><a:xfrm{turn}><a:off x="0" y="0"/><a:ext cx="{width}" cy="{height}"/></a:xfrm>)"
     R"(<a:prstGeom prst="rect"><a:avLst/></a:prstGeom></pic:spPr></pic:pic></a:graphicData></a:graphic></wp:inline>)";
 
-struct Value {
-    std::string_view name;
-    std::string text;
-};
-
-std::string filled(std::string_view text, const auto& values)
+std::string filled(std::string_view text, const std::map<std::string_view, std::string>& values)
 {
     std::string all;
     while (true) {
@@ -46,8 +41,7 @@ std::string filled(std::string_view text, const auto& values)
         all += text.substr(0, start);
         if (start == std::string_view::npos) return all;
         const auto end = text.find('}', start);
-        const auto name = text.substr(start + 1, end - start - 1);
-        all += std::find_if(values.begin(), values.end(), [&](const Value& value) { return value.name == name; })->text;
+        all += values.at(text.substr(start + 1, end - start - 1));
         text.remove_prefix(end + 1);
     }
 }
@@ -102,13 +96,13 @@ double width_of(pugi::xml_node element, double whole)
     return type == "auto" || type == "nil" ? 0 : length(value);
 }
 
-struct Page {
+struct Size {
     double width;
     double height;
 };
 
 // The text area of the pages that the node's section has.
-Page page_around(pugi::xml_node node)
+Size page_around(pugi::xml_node node)
 {
     pugi::xml_node section;
     const auto root = node.root();
@@ -126,18 +120,6 @@ Page page_around(pugi::xml_node node)
     };
     return {inside(length_of(size, "w", 11'906), {"left", "right"}) - length_of(margins, "gutter", 0),
             inside(length_of(size, "h", 16'838), {"top", "bottom"})};
-}
-
-// The cell's or the table's margin on one side, which goes by either of two names.
-double margin(pugi::xml_node cell_properties, pugi::xml_node table_properties, const char* side, const char* other,
-              double otherwise)
-{
-    for (const auto margins : {child_named(cell_properties, "tcMar"), child_named(table_properties, "tblCellMar")}) {
-        for (const auto* name : {side, other}) {
-            if (const auto element = child_named(margins, name)) return length_of(element, "w", otherwise);
-        }
-    }
-    return otherwise;
 }
 
 double indents(pugi::xml_node paragraph)
@@ -162,7 +144,7 @@ double grid_width(pugi::xml_node table, const TableCell& cell)
     return width;
 }
 
-double cell_width(pugi::xml_node table, const TableCell& cell, const Page& page)
+double cell_width(pugi::xml_node table, const TableCell& cell, const Size& page)
 {
     const auto told = child_named(child_named(cell.node, "tcPr"), "tcW");
     const double whole = width_of(child_named(child_named(table, "tblPr"), "tblW"), page.width);
@@ -179,26 +161,33 @@ double fixed_height(pugi::xml_node cell)
     return value_of(height, "hRule") == "exact" ? length_of(height, "val", 0) : 0;
 }
 
-} // namespace
-
-Room room_in_cell(const TableCell& cell, pugi::xml_node paragraph)
+// What a picture in a paragraph of the cell can take, in inches.
+Size room_in_cell(const TableCell& cell, pugi::xml_node paragraph)
 {
     const auto table = around(cell.node, "tbl");
     const auto page = page_around(table);
-    const auto margins = [&, properties = child_named(cell.node, "tcPr"),
-                          of_table = child_named(table, "tblPr")](const char* side, const char* other, double usual) {
-        return margin(properties, of_table, side, other, usual);
+    // The cell's or the table's margin on one side, which goes by either of two names.
+    const auto margin = [&](const char* side, const char* other, double usual) {
+        for (const auto margins : {child_named(child_named(cell.node, "tcPr"), "tcMar"),
+                                   child_named(child_named(table, "tblPr"), "tblCellMar")})
+            for (const auto* name : {side, other})
+                if (const auto element = child_named(margins, name)) return length_of(element, "w", usual);
+        return usual;
     };
-    const double width = cell_width(table, cell, page) - margins("left", "start", usual_cell_margin) -
-                         margins("right", "end", usual_cell_margin) - indents(paragraph);
+    const double width = cell_width(table, cell, page) - margin("left", "start", usual_cell_margin) -
+                         margin("right", "end", usual_cell_margin) - indents(paragraph);
     double height = page.height * share_of_page;
     if (const double fixed = fixed_height(cell.node); fixed > 0) height = std::min(height, fixed);
-    height -= margins("top", "top", 0) + margins("bottom", "bottom", 0);
+    height -= margin("top", "top", 0) + margin("bottom", "bottom", 0);
     return {std::max(width, least_room) / twips_an_inch, std::max(height, least_room) / twips_an_inch};
 }
 
-std::string inline_drawing(const Picture& picture, const Room& room, const DrawingReference& reference)
+} // namespace
+
+std::string inline_drawing(const Picture& picture, const TableCell& cell, pugi::xml_node paragraph,
+                           const DrawingReference& reference)
 {
+    const auto room = room_in_cell(cell, paragraph);
     // The room is for the picture as it is shown, the drawing's size is that before it is turned.
     const bool lies_across = picture.quarter_turns % 2 != 0;
     const double shown_width = lies_across ? picture.height : picture.width;
@@ -211,17 +200,16 @@ std::string inline_drawing(const Picture& picture, const Room& room, const Drawi
         turn = " rot=\"" + std::to_string(picture.quarter_turns * units_a_quarter_turn) + "\"";
     }
     if (picture.is_mirrored) turn += " flipH=\"1\"";
-    const std::array<Value, 10> values{{{"base", std::string(reference.is_strict ? strict_base : plain_base)},
-                                        {"space", reference.is_strict ? "" : "2006/"},
-                                        {"width", units(std::max(picture.width * scale, 1 / units_an_inch))},
-                                        {"height", units(std::max(picture.height * scale, 1 / units_an_inch))},
-                                        {"beside", units(overhang)},
-                                        {"above", units(-overhang)},
-                                        {"number", std::to_string(reference.number)},
-                                        {"name", escaped(reference.name)},
-                                        {"relationship", escaped(reference.relationship)},
-                                        {"turn", turn}}};
-    return filled(pattern, values);
+    return filled(pattern, {{"base", std::string(reference.is_strict ? strict_base : plain_base)},
+                            {"space", reference.is_strict ? "" : "2006/"},
+                            {"width", units(std::max(picture.width * scale, 1 / units_an_inch))},
+                            {"height", units(std::max(picture.height * scale, 1 / units_an_inch))},
+                            {"beside", units(overhang)},
+                            {"above", units(-overhang)},
+                            {"number", std::to_string(reference.number)},
+                            {"name", escaped(reference.name)},
+                            {"relationship", escaped(reference.relationship)},
+                            {"turn", turn}});
 }
 
 } // namespace tarvik::ooxml

@@ -3,7 +3,6 @@
 #include "engines/packages/damage.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <optional>
 
@@ -50,171 +49,112 @@ struct Resolution {
     double across = 0;
     double down = 0;
 
-    /// Whether it tells anything of use: with too many points to the inch there would be nothing to see.
+    /// Whether it says anything of use: with too many points to the inch there would be nothing to see.
     bool is_sensible() const noexcept { return std::min(across, down) >= 1 && std::max(across, down) <= 5000; }
 };
 
-/// What a camera wrote about the picture.
-struct CameraNotes {
-    Resolution resolution;
-    int orientation = 1; ///< 1 to 8; 1 is upright
+/// What a file says of its picture.
+struct Header {
+    std::uint32_t width = 0, height = 0; ///< in points
+    Resolution resolution, of_camera;
+    std::uint32_t orientation = 1; ///< 1 to 8; 1 is upright
+
+    /// Refuses a picture without points and one with too many, before anything is taken for it.
+    void check_points() const
+    {
+        if (width == 0 || height == 0) throw damaged();
+        if (std::uint64_t{width} * height > most_points)
+            throw Damage(U"图片过大：宽 " + number_text(width) + U" 点，高 " + number_text(height) + U" 点。");
+    }
 };
 
-// Tags of the notes' first table, and the kinds of their values.
-constexpr std::uint32_t orientation_tag = 0x0112;
-constexpr std::uint32_t across_tag = 0x011A;
-constexpr std::uint32_t down_tag = 0x011B;
-constexpr std::uint32_t unit_tag = 0x0128;
-constexpr std::uint32_t short_kind = 3;
-constexpr std::uint32_t ratio_kind = 5;
-
-constexpr std::uint32_t in_centimetres = 3;
-
-class Notes {
-public:
-    Notes(std::string_view tiff, ByteOrder order) noexcept : tiff_(tiff), order_(order) {}
-
-    std::uint32_t number(std::size_t at, std::size_t size) const noexcept
-    {
-        return number_at(tiff_, at, size, order_).value_or(0);
-    }
-
-    // Where the entry of the tag begins, or 0.
-    std::size_t entry(std::uint32_t tag, std::uint32_t kind) const noexcept
-    {
-        constexpr std::size_t entry_size = 12;
-        const std::size_t table = number(4, 4);
-        const std::size_t room = table < tiff_.size() ? (tiff_.size() - table) / entry_size : 0; // whatever is stated
-        const auto count = std::min<std::size_t>(number(table, 2), room);
-        for (std::size_t i = 0; i < count; ++i) {
-            const auto at = table + 2 + i * entry_size;
-            if (number(at, 2) == tag && number(at + 2, 2) == kind) return at;
-        }
-        return 0;
-    }
-
-    std::uint32_t short_value(std::uint32_t tag) const noexcept
-    {
-        const auto at = entry(tag, short_kind);
-        return at == 0 ? 0 : number(at + 8, 2);
-    }
-
-    double ratio(std::uint32_t tag) const noexcept
-    {
-        const auto at = entry(tag, ratio_kind);
-        const std::size_t place = at == 0 ? 0 : number(at + 8, 4);
-        const auto below = place == 0 ? 0 : number(place + 4, 4);
-        return below == 0 ? 0 : static_cast<double>(number(place, 4)) / below;
-    }
-
-private:
-    std::string_view tiff_;
-    ByteOrder order_;
-};
-
-// Of the notes' own file, without what precedes it; what is damaged in it tells nothing.
-CameraNotes read_camera_notes(std::string_view tiff) noexcept
+/// What a camera wrote about the picture, a file of its own without what precedes it; what is damaged in it says
+/// nothing. A tag and the kind of its value are read as one number.
+void read_camera_notes(std::string_view tiff, Header& header)
 {
+    constexpr std::uint32_t orientation = 0x0112'0003, unit = 0x0128'0003, across = 0x011A'0005, down = 0x011B'0005;
+    constexpr std::uint32_t in_centimetres = 3;
+    constexpr std::size_t entry_size = 12;
     const bool is_little = tiff.starts_with("II");
-    if (!is_little && !tiff.starts_with("MM")) return {};
-    const Notes notes(tiff, is_little ? ByteOrder::LittleEndian : ByteOrder::BigEndian);
-    CameraNotes told;
-    const auto orientation = notes.short_value(orientation_tag);
-    if (orientation >= 1 && orientation <= 8) told.orientation = static_cast<int>(orientation);
-    const double unit = notes.short_value(unit_tag) == in_centimetres ? centimetres_an_inch : 1;
-    told.resolution = {notes.ratio(across_tag) * unit, notes.ratio(down_tag) * unit};
-    return told;
-}
-
-struct PointSize {
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
-};
-
-// Refuses a picture without points and one with too many, before anything is taken for it.
-void check_points(PointSize size)
-{
-    if (size.width == 0 || size.height == 0) throw damaged();
-    const auto points = std::uint64_t{size.width} * size.height;
-    if (points > most_points) {
-        throw Damage(U"图片过大：宽 " + number_text(size.width) + U" 点，高 " + number_text(size.height) + U" 点。");
+    if (!is_little && !tiff.starts_with("MM")) return;
+    const auto number = [&](std::size_t at, std::size_t size) {
+        return number_at(tiff, at, size, is_little ? ByteOrder::LittleEndian : ByteOrder::BigEndian).value_or(0);
+    };
+    const auto ratio = [&](std::size_t at) {
+        const auto below = number(at + 4, 4);
+        return below == 0 ? 0 : static_cast<double>(number(at, 4)) / below;
+    };
+    Resolution stated;
+    double factor = 1;
+    const std::size_t table = number(4, 4);
+    const auto end = std::min(table + 2 + number(table, 2) * entry_size, tiff.size()); // whatever is stated
+    for (std::size_t at = table + 2; at < end; at += entry_size) {
+        const auto kind = number(at, 2) << 16U | number(at + 2, 2), value = number(at + 8, 2);
+        if (kind == orientation && value >= 1 && value <= 8) header.orientation = value;
+        if (kind == unit && value == in_centimetres) factor = centimetres_an_inch;
+        if (kind == across) stated.across = ratio(number(at + 8, 4));
+        if (kind == down) stated.down = ratio(number(at + 8, 4));
     }
+    header.of_camera = {stated.across * factor, stated.down * factor};
 }
 
-struct Showing {
-    bool is_mirrored;
-    int quarter_turns;
-};
-// For the orientations 1 to 8.
-constexpr std::array<Showing, 8> showings{
-    {{false, 0}, {true, 0}, {false, 2}, {true, 2}, {true, 3}, {false, 1}, {true, 1}, {false, 3}}};
-
-Picture make_picture(PictureKind kind, PointSize size, Resolution resolution, const CameraNotes& notes)
+Picture picture_of(PictureKind kind, const Header& header)
 {
-    if (!resolution.is_sensible()) resolution = notes.resolution;
-    if (!resolution.is_sensible()) resolution = {usual_resolution, usual_resolution};
-    const auto showing = showings[static_cast<std::size_t>(notes.orientation - 1)];
-    return {kind, size.width / resolution.across, size.height / resolution.down, showing.is_mirrored,
+    struct Showing {
+        bool is_mirrored;
+        int quarter_turns;
+    };
+    constexpr Showing showings[] = {{false, 0}, {true, 0},  {false, 2}, {true, 2},
+                                    {true, 3},  {false, 1}, {true, 1},  {false, 3}}; // for the orientations
+    Resolution resolution{usual_resolution, usual_resolution};
+    for (const auto& stated : {header.of_camera, header.resolution})
+        if (stated.is_sensible()) resolution = stated;
+    const auto& showing = showings[header.orientation - 1];
+    return {kind, header.width / resolution.across, header.height / resolution.down, showing.is_mirrored,
             showing.quarter_turns};
 }
 
 constexpr std::string_view jfif = std::string_view("JFIF\0", 5);
 constexpr std::string_view exif = std::string_view("Exif\0\0", 6);
 constexpr std::string_view end_of_image = "\xFF\xD9";
-
-enum Marker : unsigned {
-    Restart0 = 0xD0,
-    EndOfImage = 0xD9,
-    StartOfScan = 0xDA,
-    Application0 = 0xE0,
-    Application1 = 0xE1,
-    Temporary = 0x01,
-};
+constexpr unsigned end_marker = 0xD9, start_of_scan = 0xDA, application_0 = 0xE0, application_1 = 0xE1;
 
 constexpr bool is_frame(unsigned marker) noexcept
 {
     return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
+/// Restarts, and one for temporary use.
 constexpr bool stands_alone(unsigned marker) noexcept
 {
-    return marker == Temporary || (marker >= Restart0 && marker <= EndOfImage);
+    return marker == 0x01 || (marker >= 0xD0 && marker < end_marker);
 }
 
-struct JpegHeader {
-    PointSize size;
-    Resolution resolution;
-    CameraNotes notes;
-};
-
-void read_jfif(std::string_view body, JpegHeader& header)
+void read_segment(unsigned marker, std::string_view body, Header& header)
 {
-    const auto unit = number_at(body, 7, 1).value_or(0);
-    if (unit != 1 && unit != 2) return; // only the points' shape is stated
-    const double factor = unit == 2 ? centimetres_an_inch : 1;
-    header.resolution = {number_at(body, 8, 2).value_or(0) * factor, number_at(body, 10, 2).value_or(0) * factor};
-}
-
-void read_segment(unsigned marker, std::string_view body, JpegHeader& header)
-{
-    if (marker == Application0 && body.starts_with(jfif)) read_jfif(body, header);
-    if (marker == Application1 && body.starts_with(exif)) header.notes = read_camera_notes(body.substr(exif.size()));
-    if (is_frame(marker)) {
-        header.size = {number_at(body, 3, 2).value_or(0), number_at(body, 1, 2).value_or(0)};
-        check_points(header.size);
+    const auto number = [body](std::size_t at, std::size_t size) { return number_at(body, at, size).value_or(0); };
+    const auto unit = number(7, 1); // else only the points' shape is stated
+    if (marker == application_0 && body.starts_with(jfif) && (unit == 1 || unit == 2)) {
+        const double factor = unit == 2 ? centimetres_an_inch : 1;
+        header.resolution = {number(8, 2) * factor, number(10, 2) * factor};
     }
+    if (marker == application_1 && body.starts_with(exif)) read_camera_notes(body.substr(exif.size()), header);
+    if (!is_frame(marker)) return;
+    header.width = number(3, 2);
+    header.height = number(1, 2);
+    header.check_points();
 }
 
 // Reads what stands before the first scan; gives where that begins.
-std::size_t read_jpeg_header(std::string_view bytes, JpegHeader& header)
+std::size_t read_jpeg_header(std::string_view bytes, Header& header)
 {
     std::size_t at = 2;
     while (true) {
         while (number_at(bytes, at, 2) == 0xFFFFU) ++at; // filling
-        const auto told = number_at(bytes, at, 2);
-        if (!told) throw incomplete();
-        const unsigned marker = *told & 0xFFU;
-        if (*told >> 8U != 0xFF || marker == EndOfImage) throw damaged();
+        const auto found = number_at(bytes, at, 2);
+        if (!found) throw incomplete();
+        const unsigned marker = *found & 0xFFU;
+        if (*found >> 8U != 0xFF || marker == end_marker) throw damaged();
         at += 2;
         if (stands_alone(marker)) continue;
         const auto length = number_at(bytes, at, 2);
@@ -222,36 +162,21 @@ std::size_t read_jpeg_header(std::string_view bytes, JpegHeader& header)
         if (*length < 2) throw damaged();
         read_segment(marker, bytes.substr(at + 2, *length - 2), header);
         at += *length;
-        if (marker == StartOfScan) return at;
+        if (marker == start_of_scan) return at;
     }
 }
 
 Picture read_jpeg(std::string_view bytes)
 {
-    JpegHeader header;
+    Header header;
     const auto scan = read_jpeg_header(bytes, header);
-    check_points(header.size);
+    header.check_points();
     const auto end = bytes.rfind(end_of_image);
     if (end == std::string_view::npos || end < scan) throw incomplete();
     // However little there is to see, every block of 8 by 8 points takes a bit.
     constexpr std::uint64_t points_a_byte = std::uint64_t{64} * 8;
-    if (std::uint64_t{header.size.width} * header.size.height / points_a_byte > end - scan) throw incomplete();
-    return make_picture(PictureKind::Jpeg, header.size, header.resolution, header.notes);
-}
-
-PointSize read_png_header(std::string_view body)
-{
-    constexpr std::size_t header_size = 13;
-    if (body.size() != header_size) throw damaged();
-    const PointSize size{*number_at(body, 0, 4), *number_at(body, 4, 4)};
-    check_points(size);
-    return size;
-}
-
-Resolution read_png_resolution(std::string_view body)
-{
-    if (number_at(body, 8, 1) != 1U) return {}; // only the points' shape is stated
-    return {*number_at(body, 0, 4) * metres_an_inch, *number_at(body, 4, 4) * metres_an_inch};
+    if (std::uint64_t{header.width} * header.height / points_a_byte > end - scan) throw incomplete();
+    return picture_of(PictureKind::Jpeg, header);
 }
 
 struct Chunk {
@@ -275,20 +200,24 @@ Chunk next_chunk(std::string_view bytes, std::size_t& at)
 // Each chunk has a checksum and a closing one ends the file: that the points are all there needs no inflating.
 Picture read_png(std::string_view bytes)
 {
+    constexpr std::size_t header_size = 13;
     std::size_t at = png_signature.size();
     const auto first = next_chunk(bytes, at);
-    if (first.type != "IHDR") throw damaged();
-    const auto size = read_png_header(first.body);
-    Resolution resolution;
-    CameraNotes notes;
+    if (first.type != "IHDR" || first.body.size() != header_size) throw damaged();
+    Header header;
+    header.width = *number_at(first.body, 0, 4);
+    header.height = *number_at(first.body, 4, 4);
+    header.check_points();
     bool has_points = false;
     for (Chunk chunk = next_chunk(bytes, at); chunk.type != "IEND"; chunk = next_chunk(bytes, at)) {
         has_points = has_points || (chunk.type == "IDAT" && !chunk.body.empty());
-        if (chunk.type == "pHYs") resolution = read_png_resolution(chunk.body);
-        if (chunk.type == "eXIf") notes = read_camera_notes(chunk.body);
+        if (chunk.type == "pHYs" && number_at(chunk.body, 8, 1) == 1U) // else only the points' shape is stated
+            header.resolution = {*number_at(chunk.body, 0, 4) * metres_an_inch,
+                                 *number_at(chunk.body, 4, 4) * metres_an_inch};
+        if (chunk.type == "eXIf") read_camera_notes(chunk.body, header);
     }
     if (!has_points) throw incomplete();
-    return make_picture(PictureKind::Png, size, resolution, notes);
+    return picture_of(PictureKind::Png, header);
 }
 
 } // namespace

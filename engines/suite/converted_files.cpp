@@ -1,4 +1,4 @@
-#include "engines/documents/document_model.h"
+#include "engines/documents/engine.h"
 #include "engines/libreoffice/engine.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"

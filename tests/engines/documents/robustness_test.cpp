@@ -1,4 +1,4 @@
-#include "engines/documents/document_model.h"
+#include "engines/documents/engine.h"
 #include "tests/engines/documents/document_parts.h"
 
 #include <gtest/gtest.h>
