@@ -1,6 +1,6 @@
 #include "engines/documents/engine.h"
 
-#include "engines/packages/package_cache.h"
+#include "engines/packages/package.h"
 #include "engines/packages/temporary_folder.h"
 #include "platform/files/system_paths.h"
 

@@ -2,7 +2,7 @@
 
 #include "engines/hidden_engines.h"
 #include "engines/libreoffice/libreoffice.h"
-#include "engines/packages/package_cache.h"
+#include "engines/packages/package.h"
 #include "engines/spreadsheets/engine.h"
 #include "platform/platform.h"
 

@@ -22,7 +22,7 @@ constexpr std::uint64_t shortest_stream_in_sectors = 4096;
 /// A stream or storage in the root of a compound file, the container of .xls, of .doc and of
 /// packages behind a password.
 struct CompoundEntry {
-    std::string name; ///< "?" for characters that are not ASCII
+    std::string name; ///< in lower case, since case makes no difference; "?" for characters that are not ASCII
     bool is_stream = false;
     std::string_view beginning; ///< of a stream's bytes; empty for one that is short
 };
@@ -50,8 +50,15 @@ public:
     void check_streams() const
     {
         for (std::uint32_t entry = 0; entry < directory_.size() / entry_size; ++entry) {
-            const auto kind = type(entry);
-            if (kind == stream || kind == root) check_stream(entry, kind == root);
+            auto left = size(entry);
+            if (type(entry) != root && (type(entry) != stream || left < shortest_stream_in_sectors))
+                continue; // a short stream lies in the root's own
+            if (left > bytes_.size()) throw Damaged();
+            for (auto at = directory_number(entry, 116); left > 0; at = next(at)) {
+                const auto needed = std::min<std::uint64_t>(left, sector_size());
+                if (sector(at).size() < needed) throw Damaged();
+                left -= needed;
+            }
         }
     }
 
@@ -143,25 +150,13 @@ private:
             const auto unit = directory_number(entry, 2 * i, 2);
             made += unit < 128 ? static_cast<char>(unit) : '?';
         }
-        return made;
+        return ooxml::part_key(made);
     }
 
     std::string_view beginning(std::uint32_t entry) const
     {
         if (type(entry) != stream || size(entry) < shortest_stream_in_sectors) return {};
         return sector(directory_number(entry, 116));
-    }
-
-    void check_stream(std::uint32_t entry, bool is_root) const
-    {
-        auto left = size(entry);
-        if (left > bytes_.size()) throw Damaged();
-        if (!is_root && left < shortest_stream_in_sectors) return; // it lies in the root's own stream
-        for (auto at = directory_number(entry, 116); left > 0; at = next(at)) {
-            const auto needed = std::min<std::uint64_t>(left, sector_size());
-            if (sector(at).size() < needed) throw Damaged();
-            left -= needed;
-        }
     }
 
     std::string_view bytes_;
@@ -200,18 +195,6 @@ std::size_t find_record(std::string_view records, unsigned kind)
     return at + 4 <= records.size() ? at : std::string_view::npos;
 }
 
-bool is_locked_workbook(std::string_view beginning)
-{
-    constexpr unsigned password = 0x002f;
-    return find_record(beginning, password) != std::string_view::npos;
-}
-
-bool is_locked_document(std::string_view beginning)
-{
-    constexpr unsigned encrypted = 0x0100;
-    return (short_at(beginning, 10) & encrypted) != 0;
-}
-
 /// The oldest workbooks are their records alone, from the first, which tells the version, to the one that ends them.
 /// What records hold is short; nothing else begins so.
 bool is_bare_workbook(std::string_view bytes)
@@ -232,35 +215,44 @@ bool ends_whole(std::string_view records)
     return has_ended && at <= records.size();
 }
 
+bool is_locked_workbook(std::string_view beginning)
+{
+    constexpr unsigned password = 0x002f;
+    return find_record(beginning, password) != std::string_view::npos;
+}
+
+bool is_locked_document(std::string_view beginning)
+{
+    constexpr unsigned encrypted = 0x0100;
+    return (short_at(beginning, 10) & encrypted) != 0;
+}
+
 struct StreamRow {
     std::string_view name;
     FileKind kind;
     bool (*is_locked)(std::string_view beginning);
 };
 constexpr StreamRow streams[] = {
-    {"EncryptedPackage", FileKind::Encrypted, nullptr}, // first: some hold a WordDocument too, which says so
-    {"Workbook", FileKind::Workbook, is_locked_workbook},
-    {"Book", FileKind::Workbook, is_locked_workbook},
-    {"WordDocument", FileKind::Document, is_locked_document},
+    {"encryptedpackage", FileKind::Encrypted, nullptr}, // first: some hold a WordDocument too, which says so
+    {"workbook", FileKind::Workbook, is_locked_workbook},
+    {"book", FileKind::Workbook, is_locked_workbook},
+    {"worddocument", FileKind::Document, is_locked_document},
 };
 
+/// Why a file of this kind is refused where a package is wanted, and where an older format is.
 struct ReasonRow {
     FileKind kind;
-    std::u32string_view reason;
+    std::u32string_view no_package, no_older_file;
 };
+constexpr std::u32string_view damaged_reason = U"文件不完整或已损坏。";
 constexpr ReasonRow reasons[] = {
-    {FileKind::Encrypted, locked_reason},
-    {FileKind::Damaged, U"文件不完整或已损坏。"},
-    {FileKind::Workbook, U"这是一个 Excel 工作簿，不是 Word 文档。"},
-    {FileKind::Document, U"这是一个 Word 文档，不是 Excel 工作簿。"},
+    {FileKind::Encrypted, locked_reason, locked_reason},
+    {FileKind::Damaged, damaged_reason, damaged_reason},
+    {FileKind::Workbook, U"这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。",
+     U"这是一个 Excel 工作簿，不是 Word 文档。"},
+    {FileKind::Document, U"这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。",
+     U"这是一个 Word 文档，不是 Excel 工作簿。"},
 };
-
-/// As the names of a compound file are compared.
-bool are_same_name(std::string_view one, std::string_view other)
-{
-    const auto plain = [](char letter) { return letter >= 'A' && letter <= 'Z' ? letter + 0x20 : letter; };
-    return std::ranges::equal(one, other, {}, plain, plain);
-}
 
 } // namespace
 
@@ -270,7 +262,7 @@ void remove_read_only_advice(std::string& workbook)
     const auto entries = read_compound_file(workbook);
     if (!entries) return;
     for (const auto& entry : *entries) {
-        if (!are_same_name(entry.name, "Workbook")) continue;
+        if (entry.name != "workbook") continue;
         const auto at = find_record(entry.beginning, sharing);
         if (at == std::string_view::npos || entry.beginning.size() - at < 6) continue;
         const auto advice = static_cast<std::size_t>(entry.beginning.data() - workbook.data()) + at + 4;
@@ -288,9 +280,8 @@ FileKind file_kind(std::string_view bytes)
     const auto entries = read_compound_file(bytes);
     if (!entries) return FileKind::Damaged;
     for (const auto& row : streams) {
-        const auto entry = std::find_if(entries->begin(), entries->end(), [&](const CompoundEntry& one) {
-            return one.is_stream && are_same_name(one.name, row.name);
-        });
+        const auto entry = std::ranges::find_if(
+            *entries, [&](const CompoundEntry& one) { return one.is_stream && one.name == row.name; });
         if (entry == entries->end()) continue;
         return row.is_locked && row.is_locked(entry->beginning) ? FileKind::Encrypted : row.kind;
     }
@@ -302,9 +293,12 @@ FileKind require_kind(std::string_view bytes, FileKind kind)
     const auto found = file_kind(bytes);
     if (found == kind || found == FileKind::Package) return found;
     if (found == FileKind::Encrypted && kind == FileKind::Workbook) return found;
+    const bool wants_package = kind == FileKind::Package;
     for (const auto& row : reasons)
-        if (row.kind == found) throw ooxml::Damage(Text(row.reason));
-    throw ooxml::Damage(kind == FileKind::Workbook ? U"这不是 Excel 工作簿。" : U"这不是 Word 文档。");
+        if (row.kind == found) throw ooxml::Damage(Text(wants_package ? row.no_package : row.no_older_file));
+    if (!wants_package)
+        throw ooxml::Damage(kind == FileKind::Workbook ? U"这不是 Excel 工作簿。" : U"这不是 Word 文档。");
+    throw ooxml::Damage(found == FileKind::Empty ? U"文件是空的。" : U"文件不是 .xlsx、.docx 一类的文件。");
 }
 
 bool has_macros(std::string_view bytes)
@@ -315,7 +309,7 @@ bool has_macros(std::string_view bytes)
     }
     const auto entries = read_compound_file(bytes);
     return entries && std::ranges::any_of(*entries, [](const CompoundEntry& entry) {
-               return entry.name == "_VBA_PROJECT_CUR" || entry.name == "Macros";
+               return entry.name == "_vba_project_cur" || entry.name == "macros";
            });
 }
 

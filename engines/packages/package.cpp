@@ -24,19 +24,6 @@ std::uint64_t memory_for(std::uint64_t packed_size)
     return std::clamp(memory_per_packed_byte * packed_size, memory_of_any, most_memory);
 }
 
-void check_kind(std::string_view bytes)
-{
-    switch (file_kind(bytes)) {
-    case FileKind::Package: return;
-    case FileKind::Empty: throw Damage(U"文件是空的。");
-    case FileKind::Encrypted: throw Damage(Text(locked_reason));
-    case FileKind::Damaged: throw Damage(U"文件不完整或已损坏。");
-    case FileKind::Workbook: throw Damage(U"这是旧格式（.xls）的工作簿，内置引擎不能处理，请另存为 .xlsx。");
-    case FileKind::Document: throw Damage(U"这是旧格式（.doc）的文档，内置引擎不能处理，请另存为 .docx。");
-    case FileKind::Other: throw Damage(U"文件不是 .xlsx、.docx 一类的文件。");
-    }
-}
-
 Damage refused()
 {
     return Damage(U"无法组成新的文件。");
@@ -92,7 +79,7 @@ std::string part_key(std::string_view name)
 
 Package::Package(std::string bytes) : bytes_(std::move(bytes))
 {
-    check_kind(bytes_);
+    require_kind(bytes_, FileKind::Package);
     source_.reset(zip_source_buffer_create(bytes_.data(), bytes_.size(), 0, nullptr)); // to be read alone
     archive_ = open(source_, ZIP_RDONLY);
     const auto count = zip_get_num_entries(archive_.get(), 0);

@@ -1,4 +1,4 @@
-#include "engines/packages/relationships.h"
+#include "engines/packages/package_editor.h"
 
 #include <algorithm>
 #include <set>
@@ -36,11 +36,6 @@ std::string written_target(std::string_view source, std::string_view target)
     return "/" + std::string(target);
 }
 
-bool is_internal(pugi::xml_node node)
-{
-    return is_named(node, "Relationship") && attribute_text(node, "TargetMode") != "External";
-}
-
 constexpr const char* no_relationships =
     "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
     "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
@@ -66,9 +61,9 @@ Relationships::Relationships(const Package& package, std::string_view source) : 
     const auto& contents = package.part(name);
     part_ = std::make_unique<XmlPart>(std::move(name), contents, "Relationships");
     for (const auto node : part_->root().children()) {
-        if (!is_internal(node)) continue;
+        if (!is_named(node, "Relationship") || attribute_text(node, "TargetMode") == "External") continue;
         all_.push_back({attribute_text(node, "Id"), attribute_text(node, "Type"),
-                        resolved(source, attribute_text(node, "Target"))});
+                        resolved(source, attribute_text(node, "Target")), node});
     }
     index_ids();
 }
@@ -81,7 +76,7 @@ void Relationships::index_ids()
 
 const Relationship* Relationships::of_kind(std::string_view kind) const noexcept
 {
-    const auto found = std::find_if(all_.begin(), all_.end(), [&](const auto& one) { return one.kind() == kind; });
+    const auto found = std::ranges::find(all_, kind, &Relationship::kind);
     return found == all_.end() ? nullptr : &*found;
 }
 
@@ -98,33 +93,26 @@ std::string Relationships::add(std::string_view type, std::string_view target)
     for (const auto node : part_->root().children()) taken.insert(attribute_text(node, "Id"));
     auto number = all_.size() + 1;
     while (taken.contains("rId" + std::to_string(number))) ++number;
-    Relationship added{"rId" + std::to_string(number), std::string(type), std::string(target)};
     auto node = part_->root().append_child(name_like(part_->root(), "Relationship").c_str());
-    set_attribute(node, "Id", added.id);
-    set_attribute(node, "Type", added.type);
+    auto id = "rId" + std::to_string(number);
+    set_attribute(node, "Id", id);
+    set_attribute(node, "Type", type);
     set_attribute(node, "Target", written_target(source_, target));
     part_->changed = true;
-    by_id_.emplace(added.id, all_.size());
-    return all_.emplace_back(std::move(added)).id;
+    by_id_.emplace(id, all_.size());
+    all_.push_back({id, std::string(type), std::string(target), node});
+    return id;
 }
 
 void Relationships::remove_if(const std::function<bool(const Relationship&)>& is_picked)
 {
-    if (!part_) return;
-    // Each by its place among them: damaged packages give one id to several.
-    std::vector<Relationship> left;
-    auto one = all_.begin();
-    for (auto node = part_->root().first_child(); node && one != all_.end();) {
-        const auto next = node.next_sibling();
-        if (is_internal(node)) {
-            if (is_picked(*one)) remove_element(part_->root(), node);
-            else left.push_back(std::move(*one));
-            ++one;
-        }
-        node = next;
-    }
-    part_->changed = part_->changed || left.size() < all_.size();
-    all_ = std::move(left);
+    const auto removed = std::erase_if(all_, [&](const Relationship& one) {
+        if (!is_picked(one)) return false;
+        remove_element(part_->root(), one.node);
+        return true;
+    });
+    if (removed == 0) return;
+    part_->changed = true;
     index_ids();
 }
 

@@ -1,6 +1,6 @@
 #include "engines/spreadsheets/engine.h"
 
-#include "engines/packages/package_cache.h"
+#include "engines/packages/package.h"
 #include "engines/packages/temporary_folder.h"
 #include "engines/spreadsheets/sheet_look.h"
 #include "engines/spreadsheets/workbook_model.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/packages/relationships.h"
+#include "engines/packages/package_editor.h"
 #include "engines/packages/xml_part.h"
 #include "engines/spreadsheets/calculation/formula.h"
 #include "engines/spreadsheets/cell_values.h"

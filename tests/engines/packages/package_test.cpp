@@ -1,4 +1,4 @@
-#include "engines/packages/package_cache.h"
+#include "engines/packages/package.h"
 #include "engines/packages/package_editor.h"
 #include "tests/support/compound_files.h"
 #include "tests/support/packages.h"

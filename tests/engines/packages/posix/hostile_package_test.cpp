@@ -1,4 +1,4 @@
-#include "engines/packages/relationships.h"
+#include "engines/packages/package_editor.h"
 #include "tests/support/packages.h"
 #include "tests/support/posix/peak_memory.h"
 
