@@ -23,12 +23,6 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// A rectangle of values, row by row. A text is stored as text; an empty one empties its cell. Formats stay.
-struct Block {
-    ooxml::Range area;
-    std::vector<CellValue> values;
-};
-
 enum class Printing { Done, PrinterUnknown, JobRefused };
 
 /// A file held open; letting go of it closes it unsaved.
@@ -43,20 +37,20 @@ public:
     virtual Printing print(const std::string& printer) = 0;
 };
 
+enum class Access { Granted, FileRefused, SheetRefused };
+
 class OpenWorkbook : public OpenFile {
 public:
-    /// Whether no cell of it can be written, by a wish of the file's.
-    virtual bool is_read_only() = 0;
-    /// Makes a protected sheet one that can be written; a file that is stored has it protected. False where that takes
-    /// a password.
-    virtual bool lift_protection(int sheet) = 0;
-    /// Cells with a note, which is lost when its cell is written in a block.
-    virtual std::vector<ooxml::Range> notes(int sheet) = 0;
-    virtual void split_merged(int sheet, const ooxml::Range& area) = 0;
-    /// False where LibreOffice writes nothing; it gives no reason.
-    virtual bool write(int sheet, const Block& block) = 0;
-    /// Keeps the cell's note. False where LibreOffice leaves an array formula as it is.
-    virtual bool write_cell(int sheet, ooxml::Place place, const CellValue& value) = 0;
+    using Cells = std::vector<std::pair<ooxml::Place, CellValue>>;
+
+    /// Whether the sheet can be written. A protected one is made so, and protected in a file that is stored; refused
+    /// where that takes a password. A file is refused that asks for a password for changes.
+    virtual Access take(int sheet) = 0;
+    /// Splits the merged ranges and writes the cells, which come row by row. A text is stored as text; an empty one
+    /// empties its cell. Formats and notes stay. Gives the first cell of those that LibreOffice does not write; it
+    /// gives no reason.
+    virtual std::optional<ooxml::Place> write(int sheet, const std::vector<ooxml::Range>& split,
+                                              const Cells& cells) = 0;
 };
 
 struct Size {

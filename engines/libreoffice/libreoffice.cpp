@@ -104,8 +104,13 @@ std::shared_ptr<LibreOffice::Session> LibreOffice::start()
         was_used_ = true;
     }
     watch_ = std::jthread([this](const std::stop_token& stop) { watch(stop); });
-    run(
-        *session, [&] { connect(*session, plugin); }, settings_.start_limit);
+    const auto connect = [&] {
+        while (!(session->connection = plugin.connect(session->process->pipe()))) {
+            if (session->process->has_ended()) throw ConnectionLost("the process has ended");
+            std::this_thread::sleep_for(between_attempts);
+        }
+    };
+    run(*session, connect, settings_.start_limit);
     return session;
 }
 
@@ -113,14 +118,6 @@ bool LibreOffice::is_current(const Session& session)
 {
     const std::lock_guard lock(mutex_);
     return session_.get() == &session;
-}
-
-void LibreOffice::connect(Session& session, Plugin& plugin)
-{
-    while (!(session.connection = plugin.connect(session.process->pipe()))) {
-        if (session.process->has_ended()) throw ConnectionLost("the process has ended");
-        std::this_thread::sleep_for(between_attempts);
-    }
 }
 
 // A thread of its own makes the call: who waits for it can look after other things and give it up.

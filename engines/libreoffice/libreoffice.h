@@ -1,7 +1,6 @@
 #pragma once
 
 #include "engines/libreoffice/bridge.h"
-#include "engines/libreoffice/office_process.h"
 #include "engines/packages/temporary_folder.h"
 
 #include <atomic>
@@ -11,6 +10,7 @@
 #include <future>
 #include <mutex>
 #include <optional>
+#include <sys/types.h>
 #include <thread>
 #include <type_traits>
 
@@ -24,6 +24,31 @@ std::filesystem::path usual_plugin_file();
 
 /// What a message calls the suite behind the plugin.
 Text suite_title();
+
+/// One hidden LibreOffice with a profile, a pipe and a process group of its own. A guardian beside it ends the whole
+/// group and removes the folder when this program ends, however it does.
+class OfficeProcess {
+public:
+    /// `folder` holds the profile; it must be there. Throws std::system_error when no process can be started.
+    OfficeProcess(const std::filesystem::path& programs, const std::filesystem::path& folder);
+    /// Ends the group at once; the folder stays.
+    ~OfficeProcess();
+    OfficeProcess(const OfficeProcess&) = delete;
+    OfficeProcess& operator=(const OfficeProcess&) = delete;
+
+    const std::string& pipe() const noexcept { return pipe_; }
+    pid_t group() const noexcept { return office_; }
+    bool has_ended();
+    /// Ends the group at once, from any thread; a call that waits for it then fails.
+    void kill() const noexcept;
+
+private:
+    std::filesystem::path temporary_; ///< of what LibreOffice makes for itself
+    std::string pipe_;
+    pid_t office_ = -1, guardian_ = -1;
+    int guardian_line_ = -1; ///< when it closes unsaid, the guardian acts
+    bool has_ended_ = false;
+};
 
 /// A folder for the copies of one file that pass between the program and LibreOffice; it goes with all that is in it.
 /// So LibreOffice never touches the file that the user knows.
@@ -95,7 +120,6 @@ private:
     std::shared_ptr<Session> session_for_file();
     std::shared_ptr<Session> start();
     bool is_current(const Session& session);
-    void connect(Session& session, Plugin& plugin);
     void run(Session& session, const std::function<void()>& work) { run(session, work, settings_.call_limit); }
     void run(Session& session, const std::function<void()>& work, Time limit);
     void end(const Session& session);

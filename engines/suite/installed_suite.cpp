@@ -1,5 +1,4 @@
 #include "engines/libreoffice/libreoffice.h"
-#include "engines/libreoffice/office_process.h"
 #include "engines/packages/damage.h"
 #include "engines/suite/com.h"
 #include "platform/files/system_paths.h"

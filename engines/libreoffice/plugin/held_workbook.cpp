@@ -18,7 +18,7 @@
 #include <com/sun/star/util/XProtectable.hpp>
 
 #include <algorithm>
-#include <optional>
+#include <map>
 
 namespace tarvik::libreoffice {
 
@@ -93,6 +93,35 @@ private:
     std::vector<std::pair<Part, Any>> parts_;
 };
 
+/// A rectangle of values, row by row.
+struct Block {
+    Range area;
+    std::vector<CellValue> values;
+};
+
+/// The cells in as few rectangles as runs along a row and equal runs of rows that follow each other make.
+std::vector<Block> blocks_of(const OpenWorkbook::Cells& cells)
+{
+    std::vector<Block> blocks;
+    std::map<std::pair<int, int>, std::size_t> last_with_columns; // the lowest rectangle of these columns
+    for (auto start = cells.begin(), end = start; start != cells.end(); start = end) {
+        const auto [row, column] = start->first;
+        std::vector<CellValue> values;
+        for (; end != cells.end() && end->first == Place{row, column + static_cast<int>(values.size())}; ++end)
+            values.push_back(end->second);
+        const int last_column = column + static_cast<int>(values.size()) - 1;
+        auto& index = last_with_columns.try_emplace({column, last_column}, blocks.size()).first->second;
+        if (index == blocks.size() || blocks[index].area.last.row != row - 1) {
+            index = blocks.size();
+            blocks.push_back({{{row, column}, {row, last_column}}, std::move(values)});
+            continue;
+        }
+        blocks[index].area.last.row = row;
+        blocks[index].values.insert(blocks[index].values.end(), values.begin(), values.end());
+    }
+    return blocks;
+}
+
 struct ToAny {
     Any operator()(double number) const { return Any(number); }
     Any operator()(const Text& text) const { return Any(to_uno(text)); }
@@ -105,24 +134,20 @@ public:
     {
     }
 
-    bool is_read_only() override
+    Access take(int number) override
     {
         const Reference<css::frame::XStorable> storable(model(), UNO_QUERY_THROW);
-        return static_cast<bool>(storable->isReadonly());
-    }
-
-    bool lift_protection(int sheet) override
-    {
-        const Reference<css::util::XProtectable> protectable(sheet_at(sheet), UNO_QUERY_THROW);
-        if (!protectable->isProtected()) return true;
+        if (storable->isReadonly()) return Access::FileRefused;
+        const Reference<css::util::XProtectable> protectable(sheet_at(number), UNO_QUERY_THROW);
+        if (!protectable->isProtected()) return Access::Granted;
         try {
             protectable->unprotect(rtl::OUString());
         } catch (const css::lang::IllegalArgumentException&) { // the password is not the empty one
-            return false;
+            return Access::SheetRefused;
         }
-        if (protectable->isProtected()) return false;
+        if (protectable->isProtected()) return Access::SheetRefused;
         lifted_.push_back(protectable);
-        return true;
+        return Access::Granted;
     }
 
     void store(const std::filesystem::path& path, const std::string& filter) override
@@ -132,22 +157,32 @@ public:
         for (const auto& sheet : lifted_) sheet->unprotect(rtl::OUString());
     }
 
-    std::vector<Range> notes(int sheet) override
+    std::optional<Place> write(int number, const std::vector<Range>& split, const Cells& cells) override
     {
-        const Reference<css::sheet::XCellRangesQuery> query(sheet_at(sheet), UNO_QUERY_THROW);
-        std::vector<Range> found;
-        for (const auto& area : query->queryContentCells(flags::ANNOTATION)->getRangeAddresses())
-            found.push_back({{area.StartRow + 1, area.StartColumn + 1}, {area.EndRow + 1, area.EndColumn + 1}});
-        return found;
+        const Sheet sheet = sheet_at(number);
+        for (const auto& area : split) {
+            const Reference<css::util::XMergeable> mergeable(range_of(sheet, area), UNO_QUERY_THROW);
+            mergeable->merge(false);
+        }
+        // A note is lost when its cell is written in a block.
+        const Reference<css::sheet::XCellRangesQuery> query(sheet, UNO_QUERY_THROW);
+        const auto notes = query->queryContentCells(flags::ANNOTATION)->getRangeAddresses();
+        Cells together;
+        for (const auto& [place, value] : cells) {
+            const bool has_note = std::any_of(notes.begin(), notes.end(), [&place = place](const auto& area) {
+                const Range noted{{area.StartRow + 1, area.StartColumn + 1}, {area.EndRow + 1, area.EndColumn + 1}};
+                return noted.contains(place);
+            });
+            if (!has_note) together.emplace_back(place, value);
+            else if (!write_cell(sheet, place, value)) return place;
+        }
+        for (const auto& block : blocks_of(together))
+            if (!write_block(sheet, block)) return block.area.first;
+        return std::nullopt;
     }
 
-    void split_merged(int sheet, const Range& area) override
-    {
-        const Reference<css::util::XMergeable> mergeable(range_of(sheet_at(sheet), area), UNO_QUERY_THROW);
-        mergeable->merge(false);
-    }
-
-    bool write(int sheet, const Block& block) override
+private:
+    static bool write_block(const Sheet& sheet, const Block& block)
     {
         const int columns = block.area.last.column - block.area.first.column + 1;
         DataRows rows(block.area.last.row - block.area.first.row + 1);
@@ -159,8 +194,8 @@ public:
             value += columns;
         }
         std::optional<NumberFormats> formats;
-        if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet_at(sheet), block.area);
-        const Reference<css::sheet::XCellRangeData> data(range_of(sheet_at(sheet), block.area), UNO_QUERY_THROW);
+        if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet, block.area);
+        const Reference<css::sheet::XCellRangeData> data(range_of(sheet, block.area), UNO_QUERY_THROW);
         try {
             data->setDataArray(rows);
         } catch (const css::lang::DisposedException&) {
@@ -172,13 +207,14 @@ public:
         return true;
     }
 
-    bool write_cell(int sheet, Place place, const CellValue& value) override
+    // False where LibreOffice leaves an array formula as it is.
+    static bool write_cell(const Sheet& sheet, Place place, const CellValue& value)
     {
-        const auto cell = sheet_at(sheet)->getCellByPosition(place.column - 1, place.row - 1);
+        const auto cell = sheet->getCellByPosition(place.column - 1, place.row - 1);
         if (const auto* number = std::get_if<double>(&value)) {
             cell->setValue(*number);
         } else {
-            const NumberFormats formats(sheet_at(sheet), {place, place});
+            const NumberFormats formats(sheet, {place, place});
             const Reference<css::text::XText> text(cell, UNO_QUERY_THROW);
             text->setString(to_uno(std::get<Text>(value)));
             formats.put_back();
@@ -186,7 +222,6 @@ public:
         return cell->getType() != css::table::CellContentType_FORMULA;
     }
 
-private:
     Sheet sheet_at(int number) const { return Sheet(sheets_->getByIndex(number - 1), UNO_QUERY_THROW); }
 
     Reference<css::container::XIndexAccess> sheets_;

@@ -1,10 +1,13 @@
-#include "engines/libreoffice/office_process.h"
+#include "engines/libreoffice/engine.h"
+#include "engines/packages/damage.h"
+#include "platform/files/system_paths.h"
 
 #include <algorithm>
 #include <array>
 #include <cctype>
 #include <cerrno>
 #include <csignal>
+#include <dlfcn.h>
 #include <initializer_list>
 #include <random>
 #include <spawn.h>
@@ -16,9 +19,14 @@
 #include <utility>
 #include <vector>
 
+/// LibreOffice as this system has it: its plugin and its processes.
 namespace tarvik::libreoffice {
 
+namespace fs = std::filesystem;
+
 namespace {
+
+constexpr std::u32string_view not_found = U"没有找到 LibreOffice；请安装 libreoffice-calc 和 libreoffice-writer。";
 
 // The office waits for a word before it starts, so that its guardian stands before it does. The first start on a new
 // profile ends with status 81 once the profile is made, and asks to be repeated.
@@ -128,10 +136,10 @@ std::string new_pipe_name()
 
 } // namespace
 
-OfficeProcess::OfficeProcess(const std::filesystem::path& programs, const std::filesystem::path& folder)
+OfficeProcess::OfficeProcess(const fs::path& programs, const fs::path& folder)
     : temporary_(folder / "temporary"), pipe_(new_pipe_name())
 {
-    std::filesystem::create_directory(temporary_);
+    fs::create_directory(temporary_);
     const auto profile = file_url(folder / "profile");
     Line go, end;
     office_ = start_shell(go.child_end(),
@@ -159,7 +167,7 @@ OfficeProcess::~OfficeProcess()
     say_and_close(guardian_line_);
     wait_for(guardian_);
     std::error_code ignored;
-    std::filesystem::remove_all(temporary_, ignored);
+    fs::remove_all(temporary_, ignored);
 }
 
 bool OfficeProcess::has_ended()
@@ -179,4 +187,42 @@ void OfficeProcess::kill() const noexcept
     ::kill(-office_, SIGKILL);
 }
 
+// The library is never closed: LibreOffice's own libraries keep objects until the program ends.
+Plugin& load_plugin(const fs::path& file)
+{
+    std::error_code error;
+    if (!fs::exists(file, error))
+        throw ooxml::Damage(U"需要 LibreOffice，而程序缺少驱动它的插件 " + from_utf8(utf8_of(file.filename())) +
+                            U"；请安装 tarvik-libreoffice；自行编译的程序，请安装 libreoffice-dev 后重新编译。");
+    void* const library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) throw ooxml::Damage(Text(not_found));
+    const auto make = reinterpret_cast<PluginFunction*>(::dlsym(library, plugin_function));
+    if (!make) throw ooxml::Damage(U"插件 " + from_utf8(utf8_of(file.filename())) + U" 与程序不相配。");
+    Plugin& plugin = *make();
+    if (!fs::exists(plugin.program_folder() / "soffice.bin", error)) throw ooxml::Damage(Text(not_found));
+    return plugin;
+}
+
+Text suite_title()
+{
+    return U"LibreOffice";
+}
+
+fs::path usual_plugin_file()
+{
+    std::error_code error;
+    const fs::path folder = program_file().parent_path();
+    const fs::path packaged = folder.parent_path() / "lib/tarvik" / plugin_file;
+    return folder.filename() == "bin" && fs::exists(packaged, error) ? packaged : folder / plugin_file;
+}
+
 } // namespace tarvik::libreoffice
+
+namespace tarvik {
+
+bool suite_edits() noexcept
+{
+    return true;
+}
+
+} // namespace tarvik
