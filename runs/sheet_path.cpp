@@ -18,39 +18,28 @@ Text sheet_folder(Program& program, const Text& folder_text)
 }
 
 /// `head` is cut first and `tail` only when it is too long by itself; the extension stays.
-Text fitted(TextView head, TextView tail, TextView extension)
+Text fitted(TextView head, TextView tail, TextView extension, std::size_t whole = longest_name)
 {
-    const std::size_t room = longest_name - name_size(extension);
+    const std::size_t room = whole - name_size(extension);
     const TextView kept_tail = cut_to_room(tail, room);
     return cut_to_room(head, room - name_size(kept_tail)).str() + kept_tail + extension;
 }
 
-struct NameParts {
-    TextView stem;
-    TextView extension; ///< with its point; empty if there is none
-};
-
-NameParts split_extension(TextView name)
+Text numbered(const Text& folder, TextView name, int number, std::size_t room = longest_name)
 {
-    const std::size_t point = name.rfind(U'.');
-    if (point == npos || point == 0) return {name, TextView(U"")};
-    return {name.substr(0, point), name.substr(point)};
+    const auto [stem, extension] = split_extension(name);
+    return folder + fitted(stem, U" (" + number_text(number) + U")", extension, room);
 }
 
-Text numbered(const Text& folder, const NameParts& name, int number)
+/// The file for the name `wanted`: `name` in the folder, or that with a number when another name of this run has it.
+Text claimed(Program& program, const Text& folder, const Text& name, const Text& wanted,
+             std::size_t room = longest_name)
 {
-    return folder + fitted(name.stem, U" (" + number_text(number) + U")", name.extension);
-}
-
-/// The file for the name `wanted`: `path`, or that with a number when another name of this run has it.
-Text claimed(Program& program, const Text& folder, const Text& name, const Text& wanted)
-{
-    const NameParts parts = split_extension(name);
     Text path = folder + name;
     for (int number = 2;; ++number) {
         const auto [owner, is_new] = program.run.names.try_emplace(lower(path), wanted);
         if (is_new || owner->second == wanted) return path;
-        path = numbered(folder, parts, number);
+        path = numbered(folder, name, number, room);
     }
 }
 
@@ -88,19 +77,14 @@ Text sheet_path(Program& program, const SheetName& name)
 
 Text plain_sheet_path(Program& program, const Text& name)
 {
-    const Text safe = safe_file_name(name);
-    const auto [stem, extension] = split_extension(safe);
     const std::size_t room = longest_name - added_extension;
-    const Text fitting =
-        name_size(safe) <= room ? safe : fitted(cut_to_room(stem, room - name_size(extension)), {}, extension);
-    return claimed(program, program.form1.outfolder, fitting, name);
+    return claimed(program, program.form1.outfolder, safe_file_name(name, room), name, room);
 }
 
 void move_into_folder(Program& program, const Text& file, const Text& folder, const Text& name)
 {
     Text path = folder + name;
-    for (int number = 2; !program.platform.files.move_file(file, path); ++number)
-        path = numbered(folder, split_extension(name), number);
+    for (int number = 2; !program.platform.files.move_file(file, path); ++number) path = numbered(folder, name, number);
 }
 
 } // namespace tarvik

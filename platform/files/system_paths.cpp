@@ -15,16 +15,6 @@ bool is_hidden(char32_t character) noexcept
     return lies(0, 0x1f) || lies(0x7f, 0x9f) || lies(0x202a, 0x202e) || lies(0x2066, 0x2069);
 }
 
-Text shortened(const Text& name)
-{
-    const std::size_t point = TextView(name).rfind(U'.');
-    const bool has_extension = point != npos && point > 0 && name.size() - point <= longest_extension;
-    const Text extension = has_extension ? name.substr(point) : Text();
-    const std::u32string_view stem = std::u32string_view(name).substr(0, name.size() - extension.size());
-    const TextView kept = cut_to_room(stem, longest_name - name_size(extension));
-    return kept.str() + extension;
-}
-
 } // namespace
 
 std::vector<Text> names_of(TextView path)
@@ -44,6 +34,13 @@ PathParts split_path(TextView path)
     std::size_t start = path.size();
     while (start > 0 && !is_separator(path[start - 1])) --start;
     return {path.substr(0, start), path.substr(start)};
+}
+
+NameParts split_extension(TextView name)
+{
+    const std::size_t point = name.rfind(U'.');
+    if (point == npos || point == 0 || name.size() - point > longest_extension) return {name, TextView(U"")};
+    return {name.substr(0, point), name.substr(point)};
 }
 
 std::size_t name_size(TextView name) noexcept
@@ -68,11 +65,13 @@ Text safe_name_part(TextView part)
     return name;
 }
 
-Text safe_file_name(TextView name)
+Text safe_file_name(TextView name, std::size_t room)
 {
     const Text safe = safe_name_part(name);
     if (safe.empty() || safe == U"." || safe == U"..") return U"_";
-    return usable_name(name_size(safe) > longest_name ? shortened(safe) : safe);
+    if (name_size(safe) <= room) return usable_name(safe);
+    const auto [stem, extension] = split_extension(safe);
+    return usable_name(cut_to_room(stem, room - name_size(extension)).str() + extension);
 }
 
 } // namespace tarvik

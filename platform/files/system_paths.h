@@ -51,6 +51,12 @@ struct PathParts {
 };
 PathParts split_path(TextView path);
 
+/// A name divided ahead of its extension: of 8 characters at most, with its point; empty if there is none.
+struct NameParts {
+    TextView stem, extension;
+};
+NameParts split_extension(TextView name);
+
 // Names made of report fields, none of which may lead out of the folder that a file is made for.
 
 /// A part inside of a name: characters that no file name can hold (\ / : * ? " < > |), controls and marks that turn the
@@ -72,7 +78,7 @@ bool is_usable_name(TextView name);
 Text usable_name(Text name);
 
 /// A whole file or folder name, without its path: characters as in safe_name_part(), and a name that would be empty,
-/// "." or ".." becomes "_". A name that is too long loses characters before its extension.
-Text safe_file_name(TextView name);
+/// "." or ".." becomes "_". A name that takes more than `room` loses characters before its extension.
+Text safe_file_name(TextView name, std::size_t room = longest_name);
 
 } // namespace tarvik

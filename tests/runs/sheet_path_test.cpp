@@ -60,8 +60,10 @@ TEST_F(SheetPath, keeps_names_of_one_run_apart)
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U"K:1")), "d:\\out\\K_1 (2)");
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U".a/1")), "d:\\out\\.a_1");
     EXPECT_EQ(to_utf8(plain_sheet_path(desk.program, U".a:1")), "d:\\out\\.a_1 (2)") << "no extension";
-    const std::string plain = to_utf8(plain_sheet_path(desk.program, Text(300, U'k')));
-    EXPECT_EQ(size_of_name(plain), longest_name - 5) << "room for an extension";
+    for (const Text& long_name :
+         {Text(300, U'k'), Text(300, U'k') + U"1", U"a." + Text(300, U'b'), U"a." + Text(301, U'b')})
+        EXPECT_EQ(size_of_name(to_utf8(plain_sheet_path(desk.program, long_name))), longest_name - 5)
+            << "room for an extension that the saving adds, behind a number too";
 }
 
 std::vector<Text> hostile_fields()
