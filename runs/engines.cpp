@@ -10,18 +10,6 @@
 
 namespace tarvik {
 
-namespace {
-
-template <typename File>
-FileOpener<File> by_content(Files& files, FileOpener<File> embedded, FileOpener<File> suite)
-{
-    return [&files, embedded = std::move(embedded), suite = std::move(suite)](TextView path) {
-        return needs_suite(files, path) ? suite(path) : embedded(path);
-    };
-}
-
-} // namespace
-
 // Of a package the beginning alone is read: it says it all, and a run opens thousands. A file that cannot be read needs
 // none; who opens it reports why. One behind a password may be open to whoever knows the usual one.
 bool needs_suite(Files& files, TextView path)
@@ -55,10 +43,14 @@ std::unique_ptr<OfficeEngines> make_engines(Engine engine, Files& files, Printer
     if (engine == Engine::Ooxml) return std::make_unique<HiddenEngines>(std::move(embedded));
     FileOpeners by_suite = libreoffice_files(suite, files, printer, std::move(services));
     if (engine == Engine::LibreOffice) return std::make_unique<HiddenEngines>(std::move(by_suite));
-    FileOpeners by_kind;
-    by_kind.workbook = by_content(files, std::move(embedded.workbook), std::move(by_suite.workbook));
-    by_kind.document = by_content(files, std::move(embedded.document), std::move(by_suite.document));
-    return std::make_unique<HiddenEngines>(std::move(by_kind));
+    const auto by_content = [&files]<typename File>(const FileOpener<File>& embedded_one,
+                                                    const FileOpener<File>& suite_one) -> FileOpener<File> {
+        return [&files, embedded_one, suite_one](TextView path) {
+            return needs_suite(files, path) ? suite_one(path) : embedded_one(path);
+        };
+    };
+    return std::make_unique<HiddenEngines>(FileOpeners{by_content(embedded.workbook, by_suite.workbook),
+                                                       by_content(embedded.document, by_suite.document)});
 }
 
 } // namespace tarvik

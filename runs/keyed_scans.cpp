@@ -5,22 +5,6 @@
 
 namespace tarvik {
 
-namespace {
-
-void load_report(Program& program, TextView path)
-{
-    Form1& form1 = program.form1;
-    Document document = load_document(program, path);
-    if (document.empty()) {
-        tell(program, U"打开文件失败！");
-        return;
-    }
-    document.note_keyed_scan();
-    form1.RichTextBox2.set_content(PaneText(std::move(document)));
-}
-
-} // namespace
-
 int checked_scan(Program& program, TextView key)
 {
     const ScanResult scan = query1(program, key);
@@ -52,8 +36,16 @@ int query5(Program& program, TextView key, bool in_report)
 
 int query7(Program& program, TextView key, TextView path)
 {
-    program.form1.RichTextBox3.set_text(U"\r\n");
-    if (!path.empty()) load_report(program, path);
+    Form1& form1 = program.form1;
+    form1.RichTextBox3.set_text(U"\r\n");
+    if (path.empty()) return checked_scan(program, key);
+    Document document = load_document(program, path);
+    if (document.empty()) {
+        tell(program, U"打开文件失败！");
+    } else {
+        document.note_keyed_scan();
+        form1.RichTextBox2.set_content(PaneText(std::move(document)));
+    }
     return checked_scan(program, key);
 }
 

@@ -112,13 +112,6 @@ void run_report(Program& program, const ReportCommand& command)
     }
 }
 
-// With a run on the next command is refused ahead of any question; other text goes on to the text query.
-bool refuse_during_run(Program& program, bool is_command)
-{
-    if (is_command) tell(program, U" 请注意：\r\n目前还有报表正在自动化处理，请等待处理完毕后再试。");
-    return is_command;
-}
-
 } // namespace
 
 void check_scan(const Program& program, ScanOutcome outcome)
@@ -134,13 +127,19 @@ void check_scan(const Program& program, ScanOutcome outcome)
 bool run_command(Program& program, const CommandTable& commands)
 {
     const bool running = run_in_progress(program.form1);
+    // With a run on the next command is refused ahead of any question; other text goes on to the text query.
+    const auto refuse = [&] { tell(program, U" 请注意：\r\n目前还有报表正在自动化处理，请等待处理完毕后再试。"); };
     if (const auto* immediate = find_command(program, commands.immediate)) {
-        if (running && !immediate->during_runs) return refuse_during_run(program, true);
-        immediate->run(program);
+        if (running && !immediate->during_runs) refuse();
+        else immediate->run(program);
         return true;
     }
     if (!box_holds(program, U"An")) return false;
-    if (running) return refuse_during_run(program, find_command(program, commands.reports) != nullptr);
+    if (running) {
+        const bool is_command = find_command(program, commands.reports) != nullptr;
+        if (is_command) refuse();
+        return is_command;
+    }
     ask_output_folder(program);
     // The box is read anew: it may have been edited while the question stood.
     const auto* report = find_command(program, commands.reports);
