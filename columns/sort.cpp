@@ -104,14 +104,6 @@ private:
     std::vector<std::uint32_t> winners_;
 };
 
-std::size_t filled_rows(const RowTexts& rows, std::size_t count)
-{
-    std::size_t filled = 0;
-    for (std::size_t row = 0; row < count; ++row)
-        if (!rows.is_empty(row)) ++filled;
-    return filled;
-}
-
 void sort_by_column(Module1& arrays, std::size_t column, std::size_t last_row)
 {
     std::vector<double> keys;
@@ -177,7 +169,8 @@ void sort_rows(Program& program)
     tell(program, U" 温情提示：\r\n参与排序或者统计的suF表的列次为:" + number_text(column) + U"。", U"Tarvik 计算");
     const auto count = static_cast<std::size_t>(form1.sufcount);
     const RowTexts& rows = program.module1.sufrow;
-    const std::size_t filled = filled_rows(rows, count);
+    std::size_t filled = 0;
+    for (std::size_t row = 0; row < count; ++row) filled += rows.is_empty(row) ? 0 : 1;
     sort_by_column(program.module1, column, filled);
     const auto view = std::make_shared<RowView>(rows.buffers());
     for (std::size_t row = 0; row <= count; ++row)

@@ -1,5 +1,5 @@
 #include "columns/columns.h"
-#include "columns/split_line.h"
+#include "columns/rows.h"
 #include "columns/views.h"
 
 #include "platform/background.h"

@@ -1,7 +1,6 @@
 #include "designer/designer.h"
 
-#include "columns/row_scan.h"
-#include "columns/split_line.h"
+#include "columns/rows.h"
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
 #include "runs/tasks.h"

@@ -21,6 +21,35 @@ constexpr int model_column = 15, part_column = 9;                    // of SUF
 constexpr int first_row = 5;                                         // of the sheet
 constexpr int part_cell = 1, model_cell = 2, count_cell = 4;         // columns of the sheet
 
+/// The statistics of a column of SUF, shown without a message and written into the first sheet of z1.xlsx: each value
+/// in upper case at `row` and column `sheetcol`, its count as text `offset` columns to the right. `row` comes back
+/// raised by the number of values, which `sheetrow` keeps too.
+void statistics(Program& program, int column, int& row, int sheetcol, int offset)
+{
+    const auto statistic = count_for_command(program, column);
+    if (!statistic) return;
+    ScratchFile file(program, statistics_file);
+    SpreadsheetTask task(program, installed(program, files::label_list));
+    int target = row;
+    for (const Count& value : statistic->counts) {
+        task.sheet().set_cell(target, sheetcol, upper(value.value));
+        task.sheet().set_cell(target, sheetcol + offset, number_text(value.count));
+        ++target;
+    }
+    task.finish(Changes::Save);
+    row = target;
+    program.form1.sheetrow = target;
+    show_statistic(program, file, *statistic);
+}
+
+void excelsaveas(Program& program)
+{
+    SpreadsheetTask task(program, installed(program, files::label_list));
+    const Text date = date_text(program.platform.clock.now());
+    task.save_as(plain_sheet_path(program, date + U"-陈默然.xlsx"));
+    task.finish(Changes::Save);
+}
+
 // The table's lines counted by model and by part, from these rows down; gives the rows behind the last ones.
 struct Marks {
     int models, parts;
@@ -110,24 +139,6 @@ void list_characters(Program& program)
     program.notice = U"字符清单已存为安装目录中的 " + Text(files::character_list);
 }
 
-void statistics(Program& program, int column, int& row, int sheetcol, int offset)
-{
-    const auto statistic = count_for_command(program, column);
-    if (!statistic) return;
-    ScratchFile file(program, statistics_file);
-    SpreadsheetTask task(program, installed(program, files::label_list));
-    int target = row;
-    for (const Count& value : statistic->counts) {
-        task.sheet().set_cell(target, sheetcol, upper(value.value));
-        task.sheet().set_cell(target, sheetcol + offset, number_text(value.count));
-        ++target;
-    }
-    task.finish(Changes::Save);
-    row = target;
-    program.form1.sheetrow = target;
-    show_statistic(program, file, *statistic);
-}
-
 void excel1(Program& program)
 {
     SpreadsheetTask task(program);
@@ -136,14 +147,6 @@ void excel1(Program& program)
         task.open(picked->folder + picked->name);
         move_counts(program, task.sheet());
     }
-    task.finish(Changes::Save);
-}
-
-void excelsaveas(Program& program)
-{
-    SpreadsheetTask task(program, installed(program, files::label_list));
-    const Text date = date_text(program.platform.clock.now());
-    task.save_as(plain_sheet_path(program, date + U"-陈默然.xlsx"));
     task.finish(Changes::Save);
 }
 

@@ -11,16 +11,9 @@ void list_characters(Program& program);
 
 /// "An label": the list of models that are to be labelled, in z1.xlsx, with the counts of two reports side by side.
 extern const ReportCommand label_command;
-/// The statistics of a column of SUF, shown without a message and written into the first sheet of z1.xlsx: each value
-/// in upper case at `row` and column `sheetcol`, its count as text `offset` columns to the right. Rows and columns of
-/// the sheet count from 1; `row` comes back raised by the number of values, which `sheetrow` keeps too. Does nothing
-/// before the first column query or while `comp` is True. Throws Failure, with z1.xlsx as it was.
-void statistics(Program& program, int column, int& row, int sheetcol, int offset);
 /// Merges the two blocks of the label list in a workbook that the user picks: a row of the second block whose column 1
 /// equals one of the first gives its column 4 to that row and loses columns 1, 2 and 4. A cancelled dialog ends the
 /// operation.
 void excel1(Program& program);
-/// Saves z1.xlsx in outfolder under the day's date.
-void excelsaveas(Program& program);
 
 } // namespace tarvik

@@ -1,5 +1,5 @@
 #include "columns/columns.h"
-#include "columns/row_scan.h"
+#include "columns/rows.h"
 #include "tests/columns/session.h"
 
 #include <cmath>
