@@ -94,9 +94,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (ooxml::FormulaIndex::Number number = 0; number < recalculation.index().size(); ++number) {
         const auto& formula = recalculation.index()[number];
         calculation::visit_areas(*formula.formula, {formula.sheet, formula.place()}, recalculation.index().names(),
-                                 [](int, const ooxml::Range& area) {
-                                     require(ooxml::is_on_sheet(area.first) && ooxml::is_on_sheet(area.last) &&
-                                                 !(area.last < area.first),
+                                 [](const calculation::Area& area) {
+                                     const auto& [first, last] = area.range;
+                                     require(ooxml::is_on_sheet(first) && ooxml::is_on_sheet(last) && !(last < first),
                                              "an area");
                                  });
         if (!recalculation.failed().contains(number)) require_sound(model.sheet(formula.sheet).value(formula.place()));

@@ -123,11 +123,11 @@ void FormulaIndex::visit_areas(IndexedFormula& formula, Number number)
     if (!formula.formula) return;
     std::size_t count = 0;
     const bool is_volatile = calculation::visit_areas(
-        *formula.formula, {formula.sheet, formula.place()}, names_, [&](int sheet, const Range& area) {
-            if (sheet < 1 || sheet > static_cast<int>(sheets_.size())) return;
+        *formula.formula, {formula.sheet, formula.place()}, names_, [&](const calculation::Area& area) {
+            if (area.sheet < 1 || area.sheet > static_cast<int>(sheets_.size())) return;
             if (++count > most_of_formula || ++reading_count_ > most_of_workbook) return;
-            sheets_[static_cast<std::size_t>(sheet - 1)].named.push_back(area);
-            sheets_[static_cast<std::size_t>(sheet - 1)].readers.push_back(number);
+            sheets_[static_cast<std::size_t>(area.sheet - 1)].named.push_back(area.range);
+            sheets_[static_cast<std::size_t>(area.sheet - 1)].readers.push_back(number);
         });
     formula.is_volatile = is_volatile || count > most_of_formula || reading_count_ > most_of_workbook;
 }

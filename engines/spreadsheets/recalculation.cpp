@@ -183,7 +183,7 @@ std::vector<Value> Recalculation::results_of(const IndexedFormula& formula)
     if (!formula.formula) throw CannotCalculate("data table");
     if (cells_of(formula.range) > largest_filled) throw CannotCalculate("large array formula");
     spend(0);
-    return calculation::Evaluator(*this, {formula.sheet, formula.place()}, memory_)
+    return calculation::Evaluator{*this, {formula.sheet, formula.place()}, memory_}
         .results(*formula.formula, formula.is_array ? std::optional(formula.range) : std::nullopt);
 }
 
@@ -228,10 +228,10 @@ Value Recalculation::value(const CellAddress& cell) const
     return value;
 }
 
-void Recalculation::visit(int sheet, const Range& area, const Visitor& visitor) const
+void Recalculation::visit(const calculation::Area& area, const Visitor& visitor) const
 {
-    require_results(sheet, area);
-    part(sheet).visit_values(area, [&](Place place, const Value& value) {
+    require_results(area.sheet, area.range);
+    part(area.sheet).visit_values(area.range, [&](Place place, const Value& value) {
         spend(work_of(value));
         visitor(place, value);
     });
@@ -253,26 +253,23 @@ void Recalculation::spend(std::size_t steps) const
     if (work_ > most_work) throw CannotCalculate("too much work");
 }
 
-bool Recalculation::is_row_hidden(int sheet, int row) const
+bool Recalculation::is_left_out(const CellAddress& cell, const calculation::LeftOut& what) const
 {
-    return part(sheet).is_row_hidden(row);
-}
-
-bool Recalculation::is_row_filtered(int sheet, int row) const
-{
+    const auto& [sheet, place] = cell;
     // A hidden row of a table with a filter is hidden by that.
-    return part(sheet).is_row_filtered(row) ||
-           (part(sheet).is_row_hidden(row) && std::ranges::any_of(names().tables, [=](const auto& one) {
-                const auto& [first, last] = one.second.range;
-                return one.second.has_filter && one.second.sheet == sheet && row >= first.row && row <= last.row;
-            }));
-}
-
-calculation::FormulaPointer Recalculation::formula(const CellAddress& cell) const
-{
-    const auto number = index_->find(cell.sheet, cell.place);
-    if (number == FormulaIndex::none || states_[number] == State::Overwritten) return nullptr;
-    return (*index_)[number].formula;
+    const auto is_filtered_table = [&](const auto& one) {
+        const auto& [first, last] = one.second.range;
+        return one.second.has_filter && one.second.sheet == cell.sheet && place.row >= first.row &&
+               place.row <= last.row;
+    };
+    if (part(sheet).is_row_hidden(place.row) &&
+        (what.hidden || (what.filtered && (part(sheet).is_row_filtered(place.row) ||
+                                           std::ranges::any_of(names().tables, is_filtered_table)))))
+        return true;
+    const auto number = what.subtotals ? index_->find(sheet, place) : FormulaIndex::none;
+    if (number == FormulaIndex::none || states_[number] == State::Overwritten) return false;
+    const auto& formula = (*index_)[number].formula;
+    return formula && formula->has_subtotal;
 }
 
 } // namespace tarvik::ooxml

@@ -64,13 +64,11 @@ private:
     const SheetPart& part(int sheet) const;
 
     calculation::Value value(const calculation::CellAddress& cell) const override;
-    void visit(int sheet, const Range& area, const Visitor& visitor) const override;
+    void visit(const calculation::Area& area, const Visitor& visitor) const override;
     Place extent(int sheet) const override;
     std::uint64_t revision() const override { return revision_; }
     const calculation::Names& names() const override { return index_->names(); }
-    bool is_row_hidden(int sheet, int row) const override;
-    bool is_row_filtered(int sheet, int row) const override;
-    calculation::FormulaPointer formula(const calculation::CellAddress& cell) const override;
+    bool is_left_out(const calculation::CellAddress& cell, const calculation::LeftOut& what) const override;
     bool counts_from_1904() const override { return counts_from_1904_; }
     CalendarTime now() const override;
     void spend(std::size_t steps) const override;

@@ -93,7 +93,7 @@ ArrayPointer Evaluator::array(const Operand& operand)
         const Area& area = areas->front();
         const Area stored = used(area);
         const auto array = new_array(area.rows(), area.columns(), stored.rows(), stored.columns());
-        visit(stored, [&](Place place, const Value& value) {
+        source.visit(stored, [&](Place place, const Value& value) {
             store(*array, place.row - area.range.first.row, place.column - area.range.first.column, value);
         });
         return array;
@@ -103,9 +103,9 @@ ArrayPointer Evaluator::array(const Operand& operand)
     return array;
 }
 
-int Call::whole(std::size_t i) const
+int Call::whole(std::size_t i, int otherwise) const
 {
-    const double number = std::trunc(this->number(i));
+    const double number = std::trunc(this->number(i, otherwise));
     if (!(std::abs(number) <= std::numeric_limits<int>::max())) throw ErrorResult{CellError::Number};
     return static_cast<int>(number);
 }
@@ -131,14 +131,14 @@ bool Call::to_truth(const Value& value) const
 
 Operand Call::choose(const Choice& choice)
 {
-    const Operand first = evaluate_valued(0);
+    const Operand first = evaluator.valued(evaluate(0), mode);
     const auto taken = [&](std::size_t i) { return i < size() ? evaluate(i) : Operand(Value(false)); };
     if (const auto* const value = std::get_if<Value>(&first)) {
         const auto chosen = choice(*value);
         return chosen == 0 ? first : taken(chosen);
     }
-    std::vector<ArrayPointer> arrays{evaluator_.array(first)};
-    for (std::size_t i = 1; i < std::max<std::size_t>(size(), 3); ++i) arrays.push_back(evaluator_.array(taken(i)));
+    std::vector<ArrayPointer> arrays{evaluator.array(first)};
+    for (std::size_t i = 1; i < std::max<std::size_t>(size(), 3); ++i) arrays.push_back(evaluator.array(taken(i)));
     return for_each_element(
         arrays,
         [&](int row, int column) -> Value {
@@ -148,14 +148,14 @@ Operand Call::choose(const Choice& choice)
                 return result.error;
             }
         },
-        evaluator_);
+        evaluator);
 }
 
 void Call::visit_values(std::size_t begin, std::size_t end, const ArgumentVisitor& visitor)
 {
     for (std::size_t i = begin; i < end; ++i) {
         const bool is_written = std::holds_alternative<Value>(arguments_[i]);
-        evaluator_.visit_values(arguments_[i], [&](const Value& value) { visitor(value, is_written); });
+        evaluator.visit_values(arguments_[i], [&](const Value& value) { visitor(value, is_written); });
     }
 }
 
@@ -188,9 +188,9 @@ Operand Call::run(const Function& function)
     for (std::size_t i = 0; i < arguments_.size(); ++i) {
         const char kind = kind_of(function.kinds, i);
         if (kind == 'x') continue;
-        arguments_[i] = evaluator_.evaluate(node_.children[i], kind == 'a' ? Mode::Array : mode_);
+        arguments_[i] = evaluator.evaluate(node_.children[i], kind == 'a' ? Mode::Array : mode);
         if (kind == 'r' || kind == 'a') continue;
-        arguments_[i] = evaluator_.valued(std::move(arguments_[i]), mode_);
+        arguments_[i] = evaluator.valued(std::move(arguments_[i]), mode);
         if (const auto* const array = std::get_if<ArrayPointer>(&arguments_[i])) {
             lifted.push_back(i);
             arrays.push_back(*array);
@@ -207,9 +207,9 @@ Operand Call::run(const Function& function)
                 const auto i = lifted[k];
                 if (!take(i, kind_of(function.kinds, i), pick(*arrays[k], row, column))) return value(i);
             }
-            return evaluator_.single(calculate(function));
+            return evaluator.single(calculate(function));
         },
-        evaluator_);
+        evaluator);
 }
 
 const Function* find_function(std::string_view name) noexcept

@@ -1,6 +1,6 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/dates.h"
-#include "engines/spreadsheets/calculation/numbers.h"
+#include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -53,7 +53,7 @@ Operand time(Call& call)
 
 double now_number(Call& call)
 {
-    const CalendarTime now = call.evaluator().source().now();
+    const CalendarTime now = call.evaluator.source.now();
     const double day = day_number(now.year, now.month, now.day, call.counts_from_1904());
     return day + (now.hour * 3600.0 + now.minute * 60 + now.second) / seconds_of_day;
 }
@@ -183,7 +183,7 @@ Operand working_days(Call& call)
     const double sign = first > last ? -1 : 1;
     if (first > last) std::swap(first, last);
     const FreeDays free(call, has_weekend);
-    call.evaluator().spend(static_cast<std::size_t>(last - first));
+    call.evaluator.source.spend(static_cast<std::size_t>(last - first));
     double count = 0;
     for (int day = static_cast<int>(first); day <= static_cast<int>(last); ++day) count += free.has(day) ? 0 : sign;
     return Value(count);
@@ -196,7 +196,7 @@ Operand working_day_later(Call& call)
     double left = std::trunc(call.number(1));
     require(std::abs(left) < last_day);
     const FreeDays free(call, has_weekend);
-    call.evaluator().spend(static_cast<std::size_t>(std::abs(left)));
+    call.evaluator.source.spend(static_cast<std::size_t>(std::abs(left)));
     const double step = left < 0 ? -1 : 1;
     while (left != 0) {
         day += step;

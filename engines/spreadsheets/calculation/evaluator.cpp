@@ -33,20 +33,20 @@ Value key_of(const Value& value)
 
 AreaIndex::AreaIndex(const CellSource& source, const Area& area)
 {
-    source.visit(area.sheet, area.range, [&](Place place, const Value& value) {
+    source.visit(area, [&](Place place, const Value& value) {
         if (std::holds_alternative<std::monostate>(value)) return;
         const auto row = static_cast<std::int64_t>(place.row) - area.range.first.row;
-        positions_[key_of(value)].push_back(row * area.columns() + place.column - area.range.first.column);
-        ++size_;
+        positions[key_of(value)].push_back(row * area.columns() + place.column - area.range.first.column);
+        ++size;
         const auto* const text = std::get_if<Text>(&value);
-        has_numbers_as_texts_ = has_numbers_as_texts_ || (text && text->find_first_of(U"0123456789") != Text::npos);
+        has_numbers_as_texts = has_numbers_as_texts || (text && text->find_first_of(U"0123456789") != Text::npos);
     });
 }
 
 const AreaIndex::Positions* AreaIndex::find(const Value& value) const
 {
-    const auto found = positions_.find(key_of(value));
-    return found == positions_.end() ? nullptr : &found->second;
+    const auto found = positions.find(key_of(value));
+    return found == positions.end() ? nullptr : &found->second;
 }
 
 const AreaIndex* AreaMemory::find(const CellSource& source, const Area& area)
@@ -63,7 +63,7 @@ const AreaIndex* AreaMemory::find(const CellSource& source, const Area& area)
     if (!found->second) {
         if (size_ > most_remembered) return nullptr;
         found->second = std::make_unique<AreaIndex>(source, area);
-        size_ += found->second->size();
+        size_ += found->second->size;
     }
     return found->second.get();
 }
@@ -72,34 +72,34 @@ std::shared_ptr<Array> Evaluator::new_array(int rows, int columns, int stored_ro
 {
     const auto values = static_cast<std::size_t>(stored_rows) * static_cast<std::size_t>(stored_columns);
     if (values > largest_array) throw CannotCalculate("size of an array");
-    spend(values * work_of_value);
+    source.spend(values * work_of_value);
     return std::make_shared<Array>(rows, columns, stored_rows, stored_columns);
 }
 
 void Evaluator::store(Array& array, int row, int column, Value value) const
 {
-    if (const auto* const text = std::get_if<Text>(&value)) spend(text->size() * work_of_value);
+    if (const auto* const text = std::get_if<Text>(&value)) source.spend(text->size() * work_of_value);
     array.stored(row, column) = std::move(value);
 }
 
 Operand Evaluator::evaluate(const Node& node, Mode mode)
 {
-    if (depth_ >= deepest_nesting) throw CannotCalculate("nesting");
-    ++depth_;
+    if (depth >= deepest_nesting) throw CannotCalculate("nesting");
+    ++depth;
     Operand result = std::visit([&](const auto& content) { return operand(content, node, mode); }, node.content);
-    --depth_;
+    --depth;
     return result;
 }
 
 Operand Evaluator::operand(const NameReference& name, const Node& /*node*/, Mode /*mode*/)
 {
-    const auto formula = find_formula(name, at_, source_.names());
+    const auto formula = find_formula(name, at, source.names());
     return formula ? evaluate(formula->root, Mode::Array) : Value(CellError::Name);
 }
 
 Operand Evaluator::combined(Operator how, const Operand& left, const Operand& right)
 {
-    const bool counts_from_1904 = source_.counts_from_1904();
+    const bool counts_from_1904 = source.counts_from_1904();
     const auto *one = std::get_if<Value>(&left), *other = std::get_if<Value>(&right);
     if (one && other) return operate(how, *one, *other, counts_from_1904);
     const std::array<ArrayPointer, 2> arrays{array(left), array(right)};
@@ -119,11 +119,10 @@ Operand Evaluator::operand(const Chain& chain, const Node& node, Mode mode)
         left = combined(chain.operators[i], left, right);
     }
     const Operator last = chain.operators.back();
-    if (&node != root_ || (last != Operator::Add && last != Operator::Subtract)) return left;
+    if (&node != root || (last != Operator::Add && last != Operator::Subtract)) return left;
     auto* const result = std::get_if<Value>(&left);
     if (auto* const number = result ? std::get_if<double>(result) : nullptr)
-        *number =
-            without_rest(*number, std::get<double>(to_number(std::get<Value>(right), source_.counts_from_1904())));
+        *number = without_rest(*number, std::get<double>(to_number(std::get<Value>(right), source.counts_from_1904())));
     return left;
 }
 
@@ -147,7 +146,7 @@ Operand Evaluator::operand(ReferenceOperator how, const Node& node, Mode mode)
             const Value value = single(operand);
             return std::holds_alternative<CellError>(value) ? value : Value(CellError::Value);
         }
-        spend(joined.size() * areas->size() + 1);
+        source.spend(joined.size() * areas->size() + 1);
         if (is_first || how == ReferenceOperator::Union) {
             joined.insert(joined.end(), areas->begin(), areas->end());
         } else if (how == ReferenceOperator::Between) {
@@ -178,23 +177,17 @@ Operand Evaluator::operand(ReferenceOperator how, const Node& node, Mode mode)
 
 Operand Evaluator::operand(const FunctionCall& call, const Node& node, Mode mode)
 {
-    spend(1);
+    source.spend(1);
     return Call(*this, node, mode).run(*call.function);
 }
 
 Area Evaluator::used(const Area& area) const
 {
-    const Place end = source_.extent(area.sheet);
+    const Place end = source.extent(area.sheet);
     Area cut = area;
     cut.range.last.row = std::max(cut.range.first.row, std::min(cut.range.last.row, end.row));
     cut.range.last.column = std::max(cut.range.first.column, std::min(cut.range.last.column, end.column));
     return cut;
-}
-
-void Evaluator::visit(const Area& area, const CellSource::Visitor& visitor)
-{
-    if (area.range.first == area.range.last) visitor(area.range.first, cell(area.sheet, area.range.first));
-    else source_.visit(area.sheet, area.range, visitor);
 }
 
 void Evaluator::visit_values(const Operand& operand, const ValueVisitor& visitor)
@@ -202,10 +195,10 @@ void Evaluator::visit_values(const Operand& operand, const ValueVisitor& visitor
     if (const auto* const value = std::get_if<Value>(&operand)) {
         visitor(*value);
     } else if (const auto* const areas = std::get_if<Areas>(&operand)) {
-        for (const auto& area : *areas) visit(area, [&](Place, const Value& held) { visitor(held); });
+        for (const auto& area : *areas) source.visit(area, [&](Place, const Value& held) { visitor(held); });
     } else {
         const Array& array = *std::get<ArrayPointer>(operand);
-        spend(static_cast<std::size_t>(array.rows()) * static_cast<std::size_t>(array.columns()));
+        source.spend(static_cast<std::size_t>(array.rows()) * static_cast<std::size_t>(array.columns()));
         for (int row = 0; row < array.rows(); ++row)
             for (int column = 0; column < array.columns(); ++column) visitor(array.at(row, column));
     }
@@ -219,15 +212,15 @@ Value Evaluator::single(const Operand& operand)
     if (areas.size() != 1) return CellError::Value;
     const auto& [sheet, range] = areas.front();
     Place place = range.first;
-    if (place == range.last) return cell(sheet, place);
+    if (place == range.last) return source.value({sheet, place});
     if (range.first.column == range.last.column) {
-        place.row = at_.place.row;
+        place.row = at.place.row;
     } else if (range.first.row == range.last.row) {
-        place.column = at_.place.column;
+        place.column = at.place.column;
     } else {
         return CellError::Value;
     }
-    return range.contains(place) ? cell(sheet, place) : Value(CellError::Value);
+    return range.contains(place) ? source.value({sheet, place}) : Value(CellError::Value);
 }
 
 Operand Evaluator::valued(Operand operand, Mode mode)
@@ -240,7 +233,7 @@ Operand Evaluator::valued(Operand operand, Mode mode)
 
 std::vector<Value> Evaluator::results(const Formula& formula, const std::optional<Range>& filled)
 {
-    root_ = &formula.root;
+    root = &formula.root;
     const Mode mode = filled ? Mode::Array : Mode::Single;
     const Operand operand = valued(evaluate(formula.root, mode), mode);
     std::vector<Value> results;

@@ -14,21 +14,16 @@
 namespace tarvik::calculation {
 
 /// Where the values of an area lie: row by row, counting from 0. Cells that are absent or empty are not in it.
-class AreaIndex {
-public:
+struct AreaIndex {
     using Positions = std::vector<std::int64_t>;
 
     AreaIndex(const CellSource& source, const Area& area);
     /// Rising; nullptr when no cell is equal to the value. Texts are equal without case.
     const Positions* find(const Value& value) const;
-    std::size_t size() const noexcept { return size_; }
-    /// Whether some text reads as a number or may do so.
-    bool has_numbers_as_texts() const noexcept { return has_numbers_as_texts_; }
 
-private:
-    std::unordered_map<Value, Positions> positions_; // texts in lower case
-    std::size_t size_ = 0;
-    bool has_numbers_as_texts_ = false;
+    std::unordered_map<Value, Positions> positions; ///< texts in lower case
+    std::size_t size = 0;
+    bool has_numbers_as_texts = false; ///< some text reads as a number or may do so
 };
 
 /// The indexes of areas that were searched more than once, as long as no value changes: one that lives long is fast.
@@ -48,12 +43,12 @@ private:
 enum class Mode { Single, Array };
 
 /// Calculates one formula at one cell.
-class Evaluator {
-public:
-    Evaluator(const CellSource& source, const CellAddress& at, AreaMemory& memory)
-        : source_(source), at_(at), memory_(memory)
-    {
-    }
+struct Evaluator {
+    const CellSource& source;
+    CellAddress at;
+    AreaMemory& memory;
+    const Node* root = nullptr; ///< of the formula
+    int depth = 0;              ///< of calls of evaluate()
 
     /// Of a usual formula one result; of an array formula those of the cells that it fills, row by row.
     std::vector<Value> results(const Formula& formula, const std::optional<Range>& filled);
@@ -69,15 +64,9 @@ public:
     using ValueVisitor = std::function<void(const Value&)>;
     /// The values of all cells that are there, or of the array, or the value itself.
     void visit_values(const Operand& operand, const ValueVisitor& visitor);
-    void visit(const Area& area, const CellSource::Visitor& visitor);
-    Value cell(int sheet, Place place) const { return source_.value({sheet, place}); }
     /// The area less the rows and columns behind the last cell of its sheet, but one cell at least.
     Area used(const Area& area) const;
 
-    const CellSource& source() const noexcept { return source_; }
-    const CellAddress& at() const noexcept { return at_; }
-    AreaMemory& memory() noexcept { return memory_; }
-    void spend(std::size_t steps) const { source_.spend(steps); }
     /// An array that stores so many of its values. CannotCalculate when it would be too large.
     std::shared_ptr<Array> new_array(int rows, int columns, int stored_rows, int stored_columns);
     /// Stores one of them. CannotCalculate when the texts of arrays become too long together.
@@ -94,23 +83,17 @@ private:
     Operand combined(Operator how, const Operand& left, const Operand& right);
     Operand operand(const AreaReference& area, const Node& /*node*/, Mode /*mode*/) const
     {
-        return resolve(area, at_, source_.names());
+        return resolve(area, at, source.names());
     }
     Operand operand(const TableReference& table, const Node& /*node*/, Mode /*mode*/) const
     {
-        return resolve(table, at_, source_.names());
+        return resolve(table, at, source.names());
     }
     Operand operand(const NameReference& name, const Node& node, Mode mode);
     Operand operand(const Chain& chain, const Node& node, Mode mode);
     Operand operand(Sign sign, const Node& node, Mode mode);
     Operand operand(ReferenceOperator how, const Node& node, Mode mode);
     Operand operand(const FunctionCall& call, const Node& node, Mode mode);
-
-    const CellSource& source_;
-    CellAddress at_;
-    AreaMemory& memory_;
-    const Node* root_ = nullptr;
-    int depth_ = 0;
 };
 
 /// The value of the element, where a single row or column stands for all; #N/A beyond the array.
@@ -130,10 +113,13 @@ struct ErrorResult {
 /// function's row says "n", and so on.
 class Call {
 public:
-    Call(Evaluator& evaluator, const Node& node, Mode mode)
-        : evaluator_(evaluator), node_(node), mode_(mode), arguments_(node.children.size())
+    Call(Evaluator& calculating, const Node& node, Mode how)
+        : evaluator(calculating), mode(how), node_(node), arguments_(node.children.size())
     {
     }
+
+    Evaluator& evaluator;
+    const Mode mode;
 
     std::size_t size() const noexcept { return arguments_.size(); }
     /// Whether nothing stands there, be it between two commas.
@@ -143,28 +129,28 @@ public:
     }
     const Operand& operand(std::size_t i) const { return arguments_[i]; }
     const Value& value(std::size_t i) const { return std::get<Value>(arguments_[i]); }
-    double number(std::size_t i) const { return std::get<double>(value(i)); }
-    double number(std::size_t i, double otherwise) const { return i < size() ? number(i) : otherwise; }
+    double number(std::size_t i, double otherwise = 0) const
+    {
+        return i < size() ? std::get<double>(value(i)) : otherwise;
+    }
     const Text& text(std::size_t i) const { return std::get<Text>(value(i)); }
-    bool truth(std::size_t i) const { return std::get<bool>(value(i)); }
-    bool truth(std::size_t i, bool otherwise) const { return i < size() ? truth(i) : otherwise; }
+    bool truth(std::size_t i, bool otherwise = false) const
+    {
+        return i < size() ? std::get<bool>(value(i)) : otherwise;
+    }
     /// Toward 0. ErrorResult #NUM! beyond the 32 bits.
-    int whole(std::size_t i) const;
-    int whole(std::size_t i, int otherwise) const { return i < size() ? whole(i) : otherwise; }
+    int whole(std::size_t i, int otherwise = 0) const;
     /// The one area that the argument points at. ErrorResult #VALUE! when it is none, or its own error.
     const Area& area(std::size_t i) const;
 
     /// An argument that is taken as "x".
-    Operand evaluate(std::size_t i) { return evaluator_.evaluate(node_.children[i], mode_); }
-    Operand evaluate_valued(std::size_t i) { return evaluator_.valued(evaluate(i), mode_); }
+    Operand evaluate(std::size_t i) { return evaluator.evaluate(node_.children[i], mode); }
     using Choice = std::function<std::size_t(const Value&)>;
     /// The argument to which the value of the first one leads, all being taken as "x": it alone is calculated. Of an
     /// array each value leads to one. What stands behind the last argument is FALSE.
     Operand choose(const Choice& choice);
 
-    Evaluator& evaluator() noexcept { return evaluator_; }
-    Mode mode() const noexcept { return mode_; }
-    bool counts_from_1904() const { return evaluator_.source().counts_from_1904(); }
+    bool counts_from_1904() const { return evaluator.source.counts_from_1904(); }
     /// The number that the value is or reads as. ErrorResult for an error.
     double to_number(const Value& value) const;
     bool to_truth(const Value& value) const;
@@ -179,9 +165,7 @@ private:
     bool take(std::size_t i, char kind, const Value& value);
     Operand calculate(const Function& function);
 
-    Evaluator& evaluator_;
     const Node& node_;
-    Mode mode_;
     std::vector<Operand> arguments_;
 };
 

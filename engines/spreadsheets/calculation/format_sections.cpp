@@ -1,6 +1,6 @@
 #include "engines/spreadsheets/calculation/number_format.h"
 
-#include "engines/spreadsheets/calculation/criteria.h"
+#include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>
 #include <array>

@@ -122,7 +122,7 @@ struct Formula {
     /// Its result may change though no cell that it names does: it holds TODAY, NOW or a reference that is only known
     /// when calculated (OFFSET, INDIRECT).
     bool is_volatile = false;
-    /// Whether it calls SUBTOTAL or AGGREGATE, whose areas leave out the cells of other such formulas.
+    /// Whether it calls SUBTOTAL or AGGREGATE.
     bool has_subtotal = false;
 };
 
@@ -151,6 +151,12 @@ struct Names {
     std::map<Text, Table> tables;
 };
 
+/// What SUBTOTAL and AGGREGATE leave out of their areas: rows hidden by hand or by a filter, those hidden by a filter
+/// alone, and the cells of other such formulas.
+struct LeftOut {
+    bool hidden = false, filtered = false, subtotals = false;
+};
+
 /// The cells of a workbook as its formulas see them.
 class CellSource {
 public:
@@ -162,17 +168,13 @@ public:
     /// The value as of now; nothing for a cell that is absent. What a source throws ends the calculation.
     virtual Value value(const CellAddress& cell) const = 0;
     /// The cells in the area that are there, row by row. A huge area costs what is there.
-    virtual void visit(int sheet, const Range& area, const Visitor& visitor) const = 0;
+    virtual void visit(const Area& area, const Visitor& visitor) const = 0;
     /// The last row and column that hold a cell; {0, 0} for an empty sheet. It may be larger than that, never smaller.
     virtual Place extent(int sheet) const = 0;
     /// Rises whenever the value of a cell changes that had one.
     virtual std::uint64_t revision() const = 0;
 
-    /// Hidden by hand or by a filter; and by a filter alone.
-    virtual bool is_row_hidden(int sheet, int row) const = 0;
-    virtual bool is_row_filtered(int sheet, int row) const = 0;
-    /// The parsed formula of the cell; nullptr for a cell without one.
-    virtual FormulaPointer formula(const CellAddress& cell) const = 0;
+    virtual bool is_left_out(const CellAddress& cell, const LeftOut& what) const = 0;
 
     /// Whether day 0 is in 1904 and not in 1900.
     virtual bool counts_from_1904() const = 0;
@@ -192,7 +194,7 @@ Operand resolve(const TableReference& reference, const CellAddress& at, const Na
 /// The formula of the name: the sheet's own, else the workbook's. nullptr when there is none.
 FormulaPointer find_formula(const NameReference& name, const CellAddress& at, const Names& names);
 
-using AreaVisitor = std::function<void(int sheet, const Range&)>;
+using AreaVisitor = std::function<void(const Area&)>;
 /// The areas that the formula names when it stands at `at`, also through names, tables and rows of sheets, whether or
 /// not its result looks at all of them. Some may come twice. Returns whether the formula or one of its names is
 /// volatile.

@@ -33,7 +33,7 @@ Operand replaced(Call& call)
 
 Value one_value(Call& call, std::size_t i)
 {
-    return call.evaluator().single(call.evaluate_valued(i));
+    return call.evaluator.single(call.evaluator.valued(call.evaluate(i), call.mode));
 }
 
 Operand ifs(Call& call)
@@ -87,16 +87,16 @@ template <Value (*function)(const Value&)>
 Operand of_first(Call& call)
 {
     const auto* const areas = std::get_if<Areas>(&call.operand(0));
-    if (areas) return function(call.evaluator().cell(areas->front().sheet, areas->front().range.first));
-    const ArrayPointer array = call.evaluator().array(call.operand(0));
+    if (areas) return function(call.evaluator.source.value({areas->front().sheet, areas->front().range.first}));
+    const ArrayPointer array = call.evaluator.array(call.operand(0));
     return for_each_element(
-        std::span(&array, 1), [&](int row, int column) { return function(array->at(row, column)); }, call.evaluator());
+        std::span(&array, 1), [&](int row, int column) { return function(array->at(row, column)); }, call.evaluator);
 }
 
 Operand type_of(Call& call)
 {
     if (std::holds_alternative<ArrayPointer>(call.operand(0))) return Value(64.0);
-    const Value value = call.evaluator().single(call.operand(0));
+    const Value value = call.evaluator.single(call.operand(0));
     if (std::holds_alternative<Text>(value)) return Value(2.0);
     if (std::holds_alternative<bool>(value)) return Value(4.0);
     return Value(is_error(value) ? 16.0 : 1.0);

@@ -1,6 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/criteria.h"
-#include "engines/spreadsheets/calculation/numbers.h"
+#include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,7 +76,7 @@ std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool tak
 {
     const Value wanted = std::holds_alternative<std::monostate>(key) ? Value(0.0) : key;
     const auto* const text = std::get_if<Text>(&wanted);
-    const bool is_pattern = takes_patterns && text && has_wildcards(*text);
+    const bool is_pattern = takes_patterns && text && text->find_first_of(U"*?~") != Text::npos;
     const auto is_met = [&](const Value& value) {
         const auto* const other = std::get_if<Text>(&value);
         return is_pattern ? other && matches_pattern(*text, *other) : is_equal(value, wanted);
@@ -88,12 +87,12 @@ std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool tak
         return std::nullopt;
     }
     const Area searched = line(is_column);
-    if (const auto* const index = is_pattern ? nullptr : evaluator_.memory().find(evaluator_.source(), searched)) {
+    if (const auto* const index = is_pattern ? nullptr : evaluator_.memory.find(evaluator_.source, searched)) {
         const auto* const found = index->find(wanted);
         return found ? std::optional(static_cast<int>(found->front())) : std::nullopt;
     }
     std::optional<int> found;
-    evaluator_.visit(searched, [&](Place place, const Value& value) {
+    evaluator_.source.visit(searched, [&](Place place, const Value& value) {
         if (found || !is_met(value)) return;
         found = is_column ? place.row - searched.range.first.row : place.column - searched.range.first.column;
     });
@@ -113,7 +112,7 @@ std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_f
         int place = middle;
         Value value = at(place, is_column);
         while (value.index() != wanted.index() && place < high) {
-            evaluator_.spend(1);
+            evaluator_.source.spend(1);
             value = at(++place, is_column);
         }
         if (value.index() != wanted.index()) {
@@ -124,7 +123,7 @@ std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_f
         if (order == 0) {
             // The last of a row of equals; in a falling line the first is where the halving met it.
             while (!is_falling && place < size - 1 && is_equal(at(place + 1, is_column), wanted)) {
-                evaluator_.spend(1);
+                evaluator_.source.spend(1);
                 ++place;
             }
             return place;
@@ -141,7 +140,7 @@ std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_f
 
 Grid grid(Call& call, std::size_t argument)
 {
-    return {call.evaluator(), call.operand(argument)};
+    return {call.evaluator, call.operand(argument)};
 }
 
 const Value& key_of(Call& call)
@@ -220,7 +219,7 @@ Operand index(Call& call)
         require(number >= 1 && number <= static_cast<int>(areas->size()), CellError::Reference);
         from = Areas{(*areas)[static_cast<std::size_t>(number) - 1]};
     }
-    const Grid table(call.evaluator(), from);
+    const Grid table(call.evaluator, from);
     const int rows = table.rows(), columns = table.columns();
     int row = call.whole(1, 0), column = call.whole(2, 0);
     if (call.size() < 3 && rows == 1 && columns > 1) std::swap(row, column);
@@ -259,29 +258,29 @@ Operand offset(Call& call)
 Operand indirect(Call& call)
 {
     if (!call.truth(1, true)) throw CannotCalculate("INDIRECT in R1C1");
-    auto& evaluator = call.evaluator();
-    const auto formula = parse(to_utf8(call.text(0)), evaluator.at().place);
+    auto& evaluator = call.evaluator;
+    const auto formula = parse(to_utf8(call.text(0)), evaluator.at.place);
     const auto& content = formula->root.content;
     if (const auto* const construct = std::get_if<Uncalculable>(&content); construct && construct->reason != "syntax")
         throw CannotCalculate(construct->reason);
     if (!std::holds_alternative<AreaReference>(content) && !std::holds_alternative<NameReference>(content) &&
         !std::holds_alternative<TableReference>(content))
         return Value(CellError::Reference);
-    Operand result = evaluator.evaluate(formula->root, call.mode());
+    Operand result = evaluator.evaluate(formula->root, call.mode);
     return std::holds_alternative<Areas>(result) ? result : Operand(Value(CellError::Reference));
 }
 
 template <bool is_row>
 Operand line_number(Call& call)
 {
-    const auto at = call.evaluator().at().place;
+    const auto at = call.evaluator.at.place;
     if (call.size() == 0) return Value(static_cast<double>(is_row ? at.row : at.column));
     const Area& area = call.area(0);
     const int count = is_row ? area.rows() : area.columns();
     const int first = is_row ? area.range.first.row : area.range.first.column;
-    if (call.mode() == Mode::Single || count == 1) return Value(static_cast<double>(first));
+    if (call.mode == Mode::Single || count == 1) return Value(static_cast<double>(first));
     const int rows = is_row ? count : 1, columns = is_row ? 1 : count;
-    const auto array = call.evaluator().new_array(rows, columns, rows, columns);
+    const auto array = call.evaluator.new_array(rows, columns, rows, columns);
     for (int i = 0; i < count; ++i) array->stored(is_row ? i : 0, is_row ? 0 : i) = static_cast<double>(first + i);
     return ArrayPointer(array);
 }
@@ -310,7 +309,7 @@ Operand address(Call& call)
 
 Operand transpose(Call& call)
 {
-    const ArrayPointer array = call.evaluator().array(call.operand(0));
+    const ArrayPointer array = call.evaluator.array(call.operand(0));
     const auto turned =
         std::make_shared<Array>(array->columns(), array->rows(), array->stored_columns(), array->stored_rows(),
                                 array->at(array->rows() - 1, array->columns() - 1));

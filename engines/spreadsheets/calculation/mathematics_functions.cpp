@@ -1,5 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/numbers.h"
+#include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>
 #include <cmath>

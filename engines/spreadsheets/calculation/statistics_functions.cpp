@@ -1,5 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/numbers.h"
+#include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>
 #include <array>
@@ -38,7 +38,7 @@ Operand count_blank(Call& call)
 {
     const Area& area = call.area(0);
     double result = static_cast<double>(area.rows()) * area.columns();
-    call.evaluator().visit(area, [&](Place, const Value& value) {
+    call.evaluator.source.visit(area, [&](Place, const Value& value) {
         const auto* const text = std::get_if<Text>(&value);
         if (!std::holds_alternative<std::monostate>(value) && !(text && text->empty())) --result;
     });
@@ -91,7 +91,7 @@ Operand sum_product(Call& call)
     std::vector<ArrayPointer> arrays;
     int rows = 0, columns = 0;
     for (std::size_t i = 0; i < call.size(); ++i) {
-        arrays.push_back(call.evaluator().array(call.operand(i)));
+        arrays.push_back(call.evaluator.array(call.operand(i)));
         require(arrays[0]->rows() == arrays[i]->rows() && arrays[0]->columns() == arrays[i]->columns(),
                 CellError::Value);
         rows = std::max(rows, arrays[i]->stored_rows());
@@ -129,31 +129,26 @@ std::vector<double> numbers_among(const std::vector<Value>& values)
     return numbers;
 }
 
-// What is left out of the areas.
-struct Skipped {
-    bool hidden = false, filtered = false, subtotals = false, errors = false;
-};
-
-void append_subtotal_values(Call& call, std::size_t argument, const Skipped& skipped, std::vector<Value>& values)
+std::vector<Value> subtotal_values(const Call& call, std::size_t begin, std::size_t end, const LeftOut& left_out,
+                                   bool skips_errors = false)
 {
-    auto& evaluator = call.evaluator();
-    const auto& source = evaluator.source();
+    std::vector<Value> values;
     const auto append = [&](const Value& value) {
-        if (!(skipped.errors && std::holds_alternative<CellError>(value))) values.push_back(value);
+        if (!(skips_errors && std::holds_alternative<CellError>(value))) values.push_back(value);
     };
-    const auto* const areas = std::get_if<Areas>(&call.operand(argument));
-    if (!areas) return evaluator.visit_values(call.operand(argument), append);
-    for (const auto& area : *areas) {
-        evaluator.visit(area, [&](Place place, const Value& value) {
-            if (skipped.hidden && source.is_row_hidden(area.sheet, place.row)) return;
-            if (skipped.filtered && source.is_row_filtered(area.sheet, place.row)) return;
-            if (skipped.subtotals) {
-                const auto formula = source.formula({area.sheet, place});
-                if (formula && formula->has_subtotal) return;
-            }
-            append(value);
-        });
+    for (std::size_t i = begin; i < end; ++i) {
+        const auto* const areas = std::get_if<Areas>(&call.operand(i));
+        if (!areas) {
+            call.evaluator.visit_values(call.operand(i), append);
+            continue;
+        }
+        for (const auto& area : *areas) {
+            call.evaluator.source.visit(area, [&](Place place, const Value& value) {
+                if (!call.evaluator.source.is_left_out({area.sheet, place}, left_out)) append(value);
+            });
+        }
     }
+    return values;
 }
 
 // Subtotals take it from the sum of squares, to whose last digits spreadsheet applications round; where that would lose
@@ -193,9 +188,8 @@ Operand subtotal(Call& call)
 {
     const int code = call.whole(0);
     const bool skips_hidden = code > 100;
-    std::vector<Value> values;
-    for (std::size_t i = 1; i < call.size(); ++i)
-        append_subtotal_values(call, i, {.hidden = skips_hidden, .filtered = true, .subtotals = true}, values);
+    const auto values =
+        subtotal_values(call, 1, call.size(), {.hidden = skips_hidden, .filtered = true, .subtotals = true});
     const int kind = skips_hidden ? code - 100 : code;
     require(kind >= 1 && kind <= 11, CellError::Value);
     return subtotal_of(kind, values);
@@ -205,16 +199,13 @@ Operand aggregate(Call& call)
 {
     const int kind = call.whole(0), option = call.whole(1, 0);
     require(kind >= 1 && kind <= 19 && option >= 0 && option <= 7, CellError::Value);
-    const Skipped skipped{.hidden = option % 2 == 1,
-                          .filtered = option % 2 == 1,
-                          .subtotals = option < 4,
-                          .errors = option == 2 || option == 3 || option > 5};
-    std::vector<Value> values;
-    const std::size_t behind = kind < 14 ? call.size() : 3;
-    for (std::size_t i = 2; i < behind; ++i) append_subtotal_values(call, i, skipped, values);
+    const bool skips_errors = option == 2 || option == 3 || option > 5, skips_hidden = option % 2 == 1;
+    const auto values =
+        subtotal_values(call, 2, kind < 14 ? call.size() : 3,
+                        {.hidden = skips_hidden, .filtered = skips_hidden, .subtotals = option < 4}, skips_errors);
     if (kind < 14) return subtotal_of(kind, values);
     require(call.size() == 4, CellError::Value);
-    const double place = call.to_number(call.evaluator().single(call.operand(3)));
+    const double place = call.to_number(call.evaluator.single(call.operand(3)));
     const auto numbers = numbers_among(values);
     if (kind < 16) return Value(ranked_of(numbers, std::floor(place), kind == 14));
     return Value(percentile_of(numbers, kind % 2 == 1 ? std::trunc(place) / 4 : place, kind > 17));

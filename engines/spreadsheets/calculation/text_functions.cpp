@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/criteria.h"
+#include "engines/spreadsheets/calculation/functions.h"
 #include "engines/spreadsheets/calculation/number_format.h"
-#include "engines/spreadsheets/calculation/numbers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -94,7 +93,7 @@ Operand find(Call& call)
     const Text &wanted = call.text(0), &text = call.text(1);
     const auto from = size_of(call, 2, 1, 1) - 1;
     require(from <= text.size(), CellError::Value);
-    call.evaluator().spend(wanted.size() * text.size() / characters_of_step);
+    call.evaluator.source.spend(wanted.size() * text.size() / characters_of_step);
     const auto found = takes_patterns ? find_pattern(wanted, text, from) : text.find(wanted, from);
     require(found != npos, CellError::Value);
     return static_cast<double>(found) + 1;
@@ -141,9 +140,9 @@ Operand join(Call& call)
     for (std::size_t i = 2; i < call.size(); ++i) {
         const auto* const areas = std::get_if<Areas>(&call.operand(i));
         if (!areas || skips_empty) {
-            call.evaluator().visit_values(call.operand(i), add);
+            call.evaluator.visit_values(call.operand(i), add);
         } else {
-            for (const auto& area : *areas) call.evaluator().visit_values(call.evaluator().array(Areas{area}), add);
+            for (const auto& area : *areas) call.evaluator.visit_values(call.evaluator.array(Areas{area}), add);
         }
     }
     return Value(std::move(result));

@@ -3,8 +3,8 @@
 #include "engines/spreadsheets/calculation/evaluator.h"
 
 #include <cmath>
-#include <vector>
 
+/// What the families of functions share.
 namespace tarvik::calculation {
 
 /// What counts as a number in cells and arrays: numbers alone; or texts too as 0, and truth values as 0 and 1.
@@ -55,5 +55,16 @@ double deviation(const std::vector<double>& numbers)
 double ranked_of(std::vector<double> numbers, double place, bool is_from_largest);
 /// Between the sorted numbers, `part` from 0 to 1; exclusive: the ends stand for what lies outside of them.
 double percentile_of(std::vector<double> numbers, double part, bool is_exclusive);
+
+/// The text, to its end or its beginning alone, against a pattern: "*" is any characters, "?" one; "~" takes their
+/// meaning away. Without case.
+bool matches_pattern(std::u32string_view pattern, std::u32string_view text, bool to_end = true) noexcept;
+/// The first place of the pattern in the text from `from` on, counting from 0, or npos.
+std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept;
+/// What a pattern without "*" and "?" means, in lower case.
+Text unescaped_pattern(std::u32string_view pattern);
+
+/// The comparison that the text begins with, taken off it; nothing when it begins with none.
+std::optional<Operator> take_comparison(TextView& text) noexcept;
 
 } // namespace tarvik::calculation

@@ -1,14 +1,40 @@
-#include "engines/spreadsheets/calculation/numbers.h"
+#include "engines/spreadsheets/calculation/functions.h"
 
 #include "engines/spreadsheets/calculation/coercion.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <functional>
 #include <numeric>
 #include <unordered_map>
 
 namespace tarvik::calculation {
+
+namespace {
+
+constexpr std::array<std::pair<std::u32string_view, Operator>, 6> prefixes{{{U"<>", Operator::NotEqual},
+                                                                            {U"<=", Operator::LessOrEqual},
+                                                                            {U">=", Operator::GreaterOrEqual},
+                                                                            {U"<", Operator::Less},
+                                                                            {U">", Operator::Greater},
+                                                                            {U"=", Operator::Equal}}};
+
+// The pattern's character at `at` and what it means; moves `at` behind it.
+struct PatternCharacter {
+    char32_t character;
+    bool is_any, is_rest;
+};
+
+PatternCharacter take(std::u32string_view pattern, std::size_t& at) noexcept
+{
+    const char32_t c = pattern[at++];
+    if (c == U'~' && at < pattern.size() && (pattern[at] == U'*' || pattern[at] == U'?' || pattern[at] == U'~'))
+        return {pattern[at++], false, false};
+    return {lower(c), c == U'?', c == U'*'};
+}
+
+} // namespace
 
 std::vector<double> numbers_of(Call& call, std::size_t begin, std::size_t end, Counted counted)
 {
@@ -100,6 +126,61 @@ double percentile_of(std::vector<double> numbers, double part, bool is_exclusive
     const double rest = place - static_cast<double>(below);
     if (rest == 0) return numbers[below];
     return numbers[below] + rest * (numbers[below + 1] - numbers[below]);
+}
+
+bool matches_pattern(std::u32string_view pattern, std::u32string_view text, bool to_end) noexcept
+{
+    std::size_t at = 0, place = 0;
+    std::size_t star = npos, star_place = 0;
+    while (true) {
+        if (at == pattern.size() && (!to_end || place == text.size())) return true;
+        if (at < pattern.size()) {
+            std::size_t behind = at;
+            const auto [character, is_any, is_rest] = take(pattern, behind);
+            if (is_rest) {
+                star = at = behind;
+                star_place = place;
+                continue;
+            }
+            if (place < text.size() && (is_any || character == lower(text[place]))) {
+                at = behind;
+                ++place;
+                continue;
+            }
+        }
+        if (star == npos || star_place >= text.size()) return false;
+        at = star;
+        place = ++star_place;
+    }
+}
+
+std::size_t find_pattern(std::u32string_view pattern, std::u32string_view text, std::size_t from) noexcept
+{
+    std::size_t star = 0;
+    for (std::size_t behind = 0; star < pattern.size() && !take(pattern, behind).is_rest;) star = behind;
+    const auto beginning = pattern.substr(0, star);
+    // What does not follow the first place of the beginning does not follow a later one.
+    for (std::size_t i = from; i <= text.size(); ++i)
+        if (matches_pattern(beginning, text.substr(i), false))
+            return matches_pattern(pattern, text.substr(i), false) ? i : npos;
+    return npos;
+}
+
+std::optional<Operator> take_comparison(TextView& text) noexcept
+{
+    for (const auto& [prefix, how] : prefixes) {
+        if (!text.starts_with(prefix)) continue;
+        text = text.substr(prefix.size());
+        return how;
+    }
+    return std::nullopt;
+}
+
+Text unescaped_pattern(std::u32string_view pattern)
+{
+    Text meant;
+    for (std::size_t at = 0; at < pattern.size();) meant += take(pattern, at).character;
+    return meant;
 }
 
 } // namespace tarvik::calculation
