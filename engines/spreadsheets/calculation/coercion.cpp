@@ -1,5 +1,7 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 
+#include "engines/spreadsheets/calculation/dates.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -50,18 +52,6 @@ Text with_digits(double number, int digits)
     std::array<char, 40> buffer{};
     const auto end = std::to_chars(buffer.begin(), buffer.end(), number, std::chars_format::general, digits).ptr;
     return upper(TextView(Text(buffer.begin(), end)));
-}
-
-// The whole number at that many decimals, half of a digit added.
-double cut(double number, int decimals, double half) noexcept
-{
-    if (decimals > 300 || !std::isfinite(number)) return number;
-    if (decimals < -300) return 0;
-    const double power = std::pow(10.0, std::abs(decimals));
-    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
-    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
-    const double whole = std::floor(scaled + half);
-    return std::copysign(decimals >= 0 ? whole / power : whole * power, number);
 }
 
 // The value of the same kind that nothing stands for beside the other.
@@ -178,14 +168,15 @@ double to_15_digits(double number) noexcept
     return result;
 }
 
-double rounded(double number, int decimals) noexcept
+double rounded(double number, int decimals, double half) noexcept
 {
-    return cut(number, decimals, 0.5);
-}
-
-double truncated(double number, int decimals) noexcept
-{
-    return cut(number, decimals, 0);
+    if (decimals > 300 || !std::isfinite(number)) return number;
+    if (decimals < -300) return 0;
+    const double power = std::pow(10.0, std::abs(decimals));
+    const double scaled = to_15_digits(decimals >= 0 ? std::abs(number) * power : std::abs(number) / power);
+    if (!std::isfinite(scaled) || (decimals >= 0 && scaled >= 1e15)) return number;
+    const double whole = std::floor(scaled + half);
+    return std::copysign(decimals >= 0 ? whole / power : whole * power, number);
 }
 
 int compare(const Value& a, const Value& b)

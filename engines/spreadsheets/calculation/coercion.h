@@ -2,16 +2,10 @@
 
 #include "engines/spreadsheets/calculation/formula.h"
 
-#include <optional>
-
 /// From one kind of value to another, and two values to one, as formulas do it.
 namespace tarvik::calculation {
 
 inline constexpr std::size_t longest_text = 32'767; ///< of a cell
-
-/// The number that the text writes: a decimal number, with thousands, percent, currency or an exponent, a date or
-/// a time. CannotCalculate for a fraction ("1 1/2") and a date that countries read differently ("1/2/2020").
-std::optional<double> parse_number(TextView text, bool counts_from_1904);
 
 /// A number, or the error that stands in its place. Nothing is 0, a truth value 0 or 1.
 Value to_number(const Value& value, bool counts_from_1904);
@@ -29,10 +23,9 @@ Text decimal_text(double number, int decimals);
 
 /// The number with the digits that formulas know, which are 15.
 double to_15_digits(double number) noexcept;
-/// Rounded half away from zero at that many decimals, which may be negative, by the digits that formulas know.
-double rounded(double number, int decimals) noexcept;
-/// Cut off there, in the same way.
-double truncated(double number, int decimals) noexcept;
+/// Rounded half away from zero at that many decimals, which may be negative, by the digits that formulas know; with 0
+/// for the half cut off there.
+double rounded(double number, int decimals, double half = 0.5) noexcept;
 
 /// -1, 0 or 1: the order of operators and sorted columns. Numbers are less than texts, these than truth values; nothing
 /// is 0, "" or FALSE. Texts compare without case. CannotCalculate for texts whose order depends on the language.

@@ -1,4 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/calculation/dates.h"
 #include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>

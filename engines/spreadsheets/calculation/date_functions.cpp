@@ -110,7 +110,7 @@ Operand months_later(Call& call)
 Operand days_360(Call& call)
 {
     const CalendarTime from = date_argument(call, 0), to = date_argument(call, 1);
-    const bool is_european = call.truth(2, false);
+    const bool is_european = call.truth(2);
     const bool is_end = from.day == days_of_month(from.year, from.month);
     const int first = is_end && !is_european ? 30 : std::min(from.day, 30);
     const int last = is_european || first == 30 ? std::min(to.day, 30) : to.day;

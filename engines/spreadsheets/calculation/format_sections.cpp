@@ -118,11 +118,8 @@ private:
         TextView rest(word);
         const auto comparison = take_comparison(rest);
         const auto limit = number(rest);
-        if (comparison && limit) {
-            sections_.back().condition = FormatSection::Condition{*comparison, *limit};
-            return;
-        }
-        throw CannotCalculate("number format");
+        if (!comparison || !limit) throw CannotCalculate("number format");
+        sections_.back().condition = {*comparison, *limit};
     }
 
     void take_letters()
@@ -147,11 +144,6 @@ private:
 };
 
 } // namespace
-
-bool FormatSection::has(FormatPiece::Kind kind) const
-{
-    return std::ranges::any_of(pieces, [&](const FormatPiece& piece) { return piece.kind == kind; });
-}
 
 std::vector<FormatSection> parse_format(TextView format)
 {

@@ -202,7 +202,7 @@ Operand x_look_up(Call& call)
     const Grid searched = grid(call, 1), result = grid(call, 2);
     const bool is_column = searched.columns() == 1;
     require(searched.rows() == 1 || is_column, CellError::Value);
-    const int kind = call.whole(4, 0);
+    const int kind = call.whole(4);
     if (kind != 0 && kind != 2) throw CannotCalculate("an approximate search");
     if (call.whole(5, 1) != 1) throw CannotCalculate("a search from the end");
     const auto found = searched.find_exactly(call.value(0), is_column, kind == 2);
@@ -221,7 +221,7 @@ Operand index(Call& call)
     }
     const Grid table(call.evaluator, from);
     const int rows = table.rows(), columns = table.columns();
-    int row = call.whole(1, 0), column = call.whole(2, 0);
+    int row = call.whole(1), column = call.whole(2);
     if (call.size() < 3 && rows == 1 && columns > 1) std::swap(row, column);
     require(row >= 0 && column >= 0, CellError::Value);
     require(row <= rows && column <= columns, CellError::Reference);

@@ -11,15 +11,26 @@ namespace {
 
 constexpr double largest_whole = 9'007'199'254'740'992; // 2^53
 
-using Plain = double (*)(double);
-
-template <Plain function>
-Operand plain(Call& call)
+// Functions of numbers, of which those that are left out are 0.
+template <double (*function)(double)>
+Operand of(Call& call)
 {
     return Value(function(call.number(0)));
 }
 
-Operand log_function(Call& call)
+template <double (*function)(double, double)>
+Operand of(Call& call)
+{
+    return Value(function(call.number(0), call.number(1)));
+}
+
+template <double (*function)(double, double, double, double, double)>
+Operand of(Call& call)
+{
+    return Value(function(call.number(0), call.number(1), call.number(2), call.number(3), call.number(4)));
+}
+
+Operand logarithm(Call& call)
 {
     const double number = call.number(0), base = call.number(1, 10);
     require(number > 0 && base > 0);
@@ -50,13 +61,11 @@ double floor_15(double number)
     return std::floor(to_15_digits(number));
 }
 
-Operand modulo(Call& call)
+double modulo(double number, double divisor)
 {
-    const double number = call.number(0), divisor = call.number(1);
     require(divisor != 0, CellError::DivisionByZero);
     require(std::abs(number / divisor) < 1.1259e12 * 1e3);
-    const double rest = number - divisor * floor_15(number / divisor);
-    return Value(without_rest(rest, number));
+    return without_rest(number - divisor * floor_15(number / divisor), number);
 }
 
 // At a whole multiple of `step`; up or down, for negative numbers too when `mirrored` is false.
@@ -68,66 +77,61 @@ double stepped(double number, double step, bool up)
 }
 
 template <bool up>
-Operand step_to(Call& call)
+double step_to(double number, double step)
 {
-    const double number = call.number(0), step = call.number(1);
     require(!(number > 0 && step < 0));
     require(up || step != 0 || number == 0, CellError::DivisionByZero);
-    return Value(stepped(number, step, up));
+    return stepped(number, step, up);
 }
 
 template <bool up>
 Operand step_math(Call& call)
 {
     const double number = call.number(0), step = std::abs(call.number(1, 1));
-    const bool away = call.number(2, 0) != 0 && number < 0;
+    const bool away = call.number(2) != 0 && number < 0;
     return Value(stepped(number, step, away ? !up : up));
 }
 
-Operand mround(Call& call)
+double nearest_step(double number, double step)
 {
-    const double number = call.number(0), step = call.number(1);
-    if (number == 0 || step == 0) return Value(0.0);
+    if (number == 0 || step == 0) return 0;
     require((number < 0) == (step < 0));
-    return Value(std::floor(to_15_digits(number / step) + 0.5) * step);
+    return std::floor(to_15_digits(number / step) + 0.5) * step;
 }
 
-Operand even(Call& call)
+double even(double number)
 {
-    const double number = call.number(0);
-    return Value(std::copysign(std::ceil(std::abs(number) / 2) * 2, number));
+    return std::copysign(std::ceil(std::abs(number) / 2) * 2, number);
 }
 
-Operand odd(Call& call)
+double odd(double number)
 {
-    const double number = call.number(0);
     const double size = std::abs(number) <= 1 ? 1 : std::ceil((std::abs(number) - 1) / 2) * 2 + 1;
-    return Value(number < 0 ? -size : size);
+    return number < 0 ? -size : size;
 }
 
 Operand round_up(Call& call)
 {
     const double number = call.number(0);
-    const int decimals = call.whole(1, 0);
-    const double cut = truncated(number, decimals);
+    const int decimals = call.whole(1);
+    const double cut = rounded(number, decimals, 0);
     const double power = std::pow(10.0, decimals);
     if (to_15_digits(cut) == to_15_digits(number) || !std::isfinite(power)) return Value(cut);
     return Value(rounded(cut + std::copysign(1 / power, number), decimals));
 }
 
-Operand factorial(Call& call)
+double factorial(double number)
 {
-    const double number = std::trunc(call.number(0));
-    require(number >= 0 && number <= 170);
+    require(number > -1 && number < 171);
     double product = 1;
     for (int factor = 2; factor <= static_cast<int>(number); ++factor) product *= factor;
     return product;
 }
 
-Operand combinations(Call& call)
+double combinations(double number, double chosen)
 {
-    const double number = std::trunc(call.number(0));
-    double chosen = std::trunc(call.number(1));
+    number = std::trunc(number);
+    chosen = std::trunc(chosen);
     require(number >= 0 && chosen >= 0 && chosen <= number && number < 1e6);
     chosen = std::min(chosen, number - chosen);
     double result = 1;
@@ -136,61 +140,55 @@ Operand combinations(Call& call)
     return result < largest_whole ? std::round(result) : result;
 }
 
-Operand arc_tangent_2(Call& call)
+double arc_tangent_2(double x, double y)
 {
-    require(call.number(0) != 0 || call.number(1) != 0, CellError::DivisionByZero);
-    return Value(std::atan2(call.number(1), call.number(0)));
+    require(x != 0 || y != 0, CellError::DivisionByZero);
+    return std::atan2(y, x);
 }
 
-// What one unit a period, and one unit now, are worth after so many periods.
+// What one unit a period, and one unit now, are worth after so many periods. Payments fall due at their ends, or at
+// their beginnings where `due` is not 0.
 struct Growth {
     double of_payments, of_principal;
 };
 
-Growth growth(double rate, double periods, bool pays_first)
+Growth growth(double rate, double periods, double due)
 {
     if (rate == 0) return {periods, 1};
     const double grown = std::pow(1 + rate, periods);
-    return {(grown - 1) / rate * (pays_first ? 1 + rate : 1), grown};
+    return {(grown - 1) / rate * (due != 0 ? 1 + rate : 1), grown};
 }
 
-double future_value(double rate, double periods, double paid, double present, bool pays_first)
+double payment(double rate, double periods, double present, double future, double due)
 {
-    const auto [payments, principal] = growth(rate, periods, pays_first);
+    const auto [payments, principal] = growth(rate, periods, due);
+    require(payments != 0);
+    return -(present * principal + future) / payments;
+}
+
+double future_value(double rate, double periods, double paid, double present, double due)
+{
+    const auto [payments, principal] = growth(rate, periods, due);
     return -(present * principal + paid * payments);
 }
 
-Operand pmt(Call& call)
+double present_value(double rate, double periods, double paid, double future, double due)
 {
-    const auto [payments, principal] = growth(call.number(0), call.number(1), call.number(4, 0) != 0);
-    require(payments != 0);
-    return Value(-(call.number(2) * principal + call.number(3, 0)) / payments);
+    const auto [payments, principal] = growth(rate, periods, due);
+    return -(future + paid * payments) / principal;
 }
 
-Operand fv(Call& call)
+double periods_of(double rate, double paid, double present, double future, double due)
 {
-    return Value(
-        future_value(call.number(0), call.number(1), call.number(2), call.number(3, 0), call.number(4, 0) != 0));
-}
-
-Operand pv(Call& call)
-{
-    const auto [payments, principal] = growth(call.number(0), call.number(1), call.number(4, 0) != 0);
-    return Value(-(call.number(3, 0) + call.number(2) * payments) / principal);
-}
-
-Operand nper(Call& call)
-{
-    const double rate = call.number(0), present = call.number(2), future = call.number(3, 0);
-    const double paid = call.number(1) * (call.number(4, 0) != 0 ? 1 + rate : 1);
+    paid *= due != 0 ? 1 + rate : 1;
     if (rate == 0) {
         require(paid != 0);
-        return Value(-(present + future) / paid);
+        return -(present + future) / paid;
     }
-    return Value(std::log((paid - future * rate) / (paid + present * rate)) / std::log(1 + rate));
+    return std::log((paid - future * rate) / (paid + present * rate)) / std::log(1 + rate);
 }
 
-double present_value(const std::vector<double>& flows, double rate)
+double value_of_flows(const std::vector<double>& flows, double rate)
 {
     double value = 0;
     for (auto flow = flows.rbegin(); flow != flows.rend(); ++flow) value = value / (1 + rate) + *flow;
@@ -200,7 +198,7 @@ double present_value(const std::vector<double>& flows, double rate)
 Operand npv(Call& call)
 {
     require(call.number(0) != -1, CellError::DivisionByZero);
-    return Value(present_value(numbers_of(call, 1, call.size()), call.number(0)) / (1 + call.number(0)));
+    return Value(value_of_flows(numbers_of(call, 1, call.size()), call.number(0)) / (1 + call.number(0)));
 }
 
 // Newton's way to where the function is 0.
@@ -224,67 +222,66 @@ Operand irr(Call& call)
 {
     const auto flows = numbers_of(call, 0);
     require(largest_of(flows) > 0 && smallest_of(flows) < 0);
-    return Value(root_near(call.number(1, 0.1), [&](double at) { return present_value(flows, at); }));
+    return Value(root_near(call.number(1, 0.1), [&](double at) { return value_of_flows(flows, at); }));
 }
 
 Operand rate(Call& call)
 {
-    const double periods = call.number(0), paid = call.number(1), present = call.number(2);
-    const double future = call.number(3, 0);
-    const bool pays_first = call.number(4, 0) != 0;
+    const double periods = call.number(0), paid = call.number(1), present = call.number(2), future = call.number(3);
     require(periods > 0);
-    return Value(root_near(call.number(5, 0.1),
-                           [&](double at) { return future_value(at, periods, paid, present, pays_first) - future; }));
+    return Value(root_near(call.number(5, 0.1), [&](double at) {
+        return future_value(at, periods, paid, present, call.number(4)) - future;
+    }));
 }
 
 constexpr Function table[] = {
-    {"ABS", 1, 1, "n", plain<std::abs>},
-    {"ACOS", 1, 1, "n", plain<std::acos>},
-    {"ACOSH", 1, 1, "n", plain<std::acosh>},
-    {"ASIN", 1, 1, "n", plain<std::asin>},
-    {"ASINH", 1, 1, "n", plain<std::asinh>},
-    {"ATAN", 1, 1, "n", plain<std::atan>},
-    {"ATAN2", 2, 2, "n", arc_tangent_2},
-    {"ATANH", 1, 1, "n", plain<std::atanh>},
-    {"CEILING", 2, 2, "n", step_to<true>},
+    {"ABS", 1, 1, "n", of<std::abs>},
+    {"ACOS", 1, 1, "n", of<std::acos>},
+    {"ACOSH", 1, 1, "n", of<std::acosh>},
+    {"ASIN", 1, 1, "n", of<std::asin>},
+    {"ASINH", 1, 1, "n", of<std::asinh>},
+    {"ATAN", 1, 1, "n", of<std::atan>},
+    {"ATAN2", 2, 2, "n", of<arc_tangent_2>},
+    {"ATANH", 1, 1, "n", of<std::atanh>},
+    {"CEILING", 2, 2, "n", of<step_to<true>>},
     {"CEILING.MATH", 1, 3, "n", step_math<true>},
-    {"COMBIN", 2, 2, "n", combinations},
-    {"COS", 1, 1, "n", plain<[](double angle) { return sine(angle, 1); }>},
-    {"COSH", 1, 1, "n", plain<std::cosh>},
-    {"DEGREES", 1, 1, "n", plain<[](double angle) { return angle * 180 / std::numbers::pi; }>},
-    {"EVEN", 1, 1, "n", even},
-    {"EXP", 1, 1, "n", plain<std::exp>},
-    {"FACT", 1, 1, "n", factorial},
-    {"FLOOR", 2, 2, "n", step_to<false>},
+    {"COMBIN", 2, 2, "n", of<combinations>},
+    {"COS", 1, 1, "n", of<[](double angle) { return sine(angle, 1); }>},
+    {"COSH", 1, 1, "n", of<std::cosh>},
+    {"DEGREES", 1, 1, "n", of<[](double angle) { return angle * 180 / std::numbers::pi; }>},
+    {"EVEN", 1, 1, "n", of<even>},
+    {"EXP", 1, 1, "n", of<std::exp>},
+    {"FACT", 1, 1, "n", of<factorial>},
+    {"FLOOR", 2, 2, "n", of<step_to<false>>},
     {"FLOOR.MATH", 1, 3, "n", step_math<false>},
-    {"FV", 3, 5, "n", fv},
-    {"INT", 1, 1, "n", plain<floor_15>},
+    {"FV", 3, 5, "n", of<future_value>},
+    {"INT", 1, 1, "n", of<floor_15>},
     {"IRR", 1, 2, "rn", irr},
-    {"LN", 1, 1, "n", plain<std::log>},
-    {"LOG", 1, 2, "n", log_function},
-    {"LOG10", 1, 1, "n", plain<std::log10>},
-    {"MOD", 2, 2, "n", modulo},
-    {"MROUND", 2, 2, "n", mround},
-    {"NPER", 3, 5, "n", nper},
+    {"LN", 1, 1, "n", of<std::log>},
+    {"LOG", 1, 2, "n", logarithm},
+    {"LOG10", 1, 1, "n", of<std::log10>},
+    {"MOD", 2, 2, "n", of<modulo>},
+    {"MROUND", 2, 2, "n", of<nearest_step>},
+    {"NPER", 3, 5, "n", of<periods_of>},
     {"NPV", 2, 255, "nr", npv},
-    {"ODD", 1, 1, "n", odd},
+    {"ODD", 1, 1, "n", of<odd>},
     {"PI", 0, 0, "n", [](Call&) -> Operand { return Value(std::numbers::pi); }},
-    {"PMT", 3, 5, "n", pmt},
+    {"PMT", 3, 5, "n", of<payment>},
     {"POWER", 2, 2, "n",
      [](Call& call) -> Operand { return operate(Operator::Power, call.value(0), call.value(1), false); }},
-    {"PV", 3, 5, "n", pv},
-    {"RADIANS", 1, 1, "n", plain<[](double angle) { return angle / 180 * std::numbers::pi; }>},
+    {"PV", 3, 5, "n", of<present_value>},
+    {"RADIANS", 1, 1, "n", of<[](double angle) { return angle / 180 * std::numbers::pi; }>},
     {"RATE", 3, 6, "n", rate},
     {"ROUND", 2, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1))); }},
-    {"ROUNDDOWN", 2, 2, "n", [](Call& call) -> Operand { return Value(truncated(call.number(0), call.whole(1))); }},
+    {"ROUNDDOWN", 2, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1), 0)); }},
     {"ROUNDUP", 2, 2, "n", round_up},
-    {"SIGN", 1, 1, "n", plain<sign>},
-    {"SIN", 1, 1, "n", plain<[](double angle) { return sine(angle, 0); }>},
-    {"SINH", 1, 1, "n", plain<std::sinh>},
-    {"SQRT", 1, 1, "n", plain<std::sqrt>},
-    {"TAN", 1, 1, "n", plain<[](double angle) { return sine(angle, 0) / sine(angle, 1); }>},
-    {"TANH", 1, 1, "n", plain<std::tanh>},
-    {"TRUNC", 1, 2, "n", [](Call& call) -> Operand { return Value(truncated(call.number(0), call.whole(1, 0))); }},
+    {"SIGN", 1, 1, "n", of<sign>},
+    {"SIN", 1, 1, "n", of<[](double angle) { return sine(angle, 0); }>},
+    {"SINH", 1, 1, "n", of<std::sinh>},
+    {"SQRT", 1, 1, "n", of<std::sqrt>},
+    {"TAN", 1, 1, "n", of<[](double angle) { return sine(angle, 0) / sine(angle, 1); }>},
+    {"TANH", 1, 1, "n", of<std::tanh>},
+    {"TRUNC", 1, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1), 0)); }},
 };
 
 } // namespace

@@ -104,27 +104,25 @@ Text in_digits(Pieces pieces, double number)
     return text + U"." + decimals_laid_out(layout.decimals, digits.substr(std::min(dot + 1, digits.size())));
 }
 
-struct Chosen {
-    const FormatSection* section;
-    bool shows_sign; ///< of a negative number
-};
-
-Chosen choose(const std::vector<FormatSection>& sections, double number)
+// The section for the number, and whether it shows the sign of a negative one.
+std::pair<const FormatSection&, bool> choose(const std::vector<FormatSection>& sections, double number)
 {
     const auto count = std::min<std::size_t>(sections.size(), 3);
-    if (std::ranges::any_of(sections, [](const auto& section) { return section.condition.has_value(); })) {
-        for (std::size_t i = 0; i < count; ++i) {
-            const auto& condition = sections[i].condition;
-            const auto is_met = [number](const FormatSection::Condition& one) {
-                return holds(one.comparison, number < one.limit ? -1 : number > one.limit ? 1 : 0);
-            };
-            if (condition ? is_met(*condition) : i + 1 == count || (i == 1 && number < 0)) return {&sections[i], true};
-        }
-        throw CannotCalculate("number format");
+    if (std::ranges::none_of(sections, [](const auto& section) { return section.condition.has_value(); })) {
+        if (number < 0 && count > 1) return {sections[1], false};
+        if (number == 0 && count > 2) return {sections[2], false};
+        return {sections[0], true};
     }
-    if (number < 0 && count > 1) return {&sections[1], false};
-    if (number == 0 && count > 2) return {&sections[2], false};
-    return {&sections[0], true};
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto& condition = sections[i].condition;
+        const double limit = condition ? condition->second : 0;
+        const bool is_met = condition ? holds(condition->first, number < limit   ? -1
+                                                                : number > limit ? 1
+                                                                                 : 0)
+                                      : i + 1 == count || (i == 1 && number < 0);
+        if (is_met) return {sections[i], true};
+    }
+    throw CannotCalculate("number format");
 }
 
 constexpr std::array<std::u32string_view, 12> months{U"January",   U"February", U"March",    U"April",
@@ -228,8 +226,7 @@ private:
 std::optional<Text> format_number(double number, TextView format, bool counts_from_1904)
 {
     const auto sections = parse_format(format);
-    const auto [chosen, shows_sign] = choose(sections, number);
-    const FormatSection& section = *chosen;
+    const auto [section, shows_sign] = choose(sections, number);
     if (section.has(Kind::Date) || section.has(Kind::Elapsed) || section.has(Kind::HalfDay)) {
         if (number < 0 && counts_from_1904) throw CannotCalculate("a negative time");
         if (!is_day_number(number, counts_from_1904)) return std::nullopt;

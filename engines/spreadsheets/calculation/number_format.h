@@ -35,14 +35,13 @@ struct FormatPiece {
 
 /// A number takes the first section whose condition it meets.
 struct FormatSection {
-    struct Condition {
-        Operator comparison = Operator::Equal;
-        double limit = 0;
-    };
     std::vector<FormatPiece> pieces;
-    std::optional<Condition> condition;
+    std::optional<std::pair<Operator, double>> condition; ///< a comparison with a limit
 
-    bool has(FormatPiece::Kind kind) const;
+    bool has(FormatPiece::Kind kind) const
+    {
+        return std::ranges::find(pieces, kind, &FormatPiece::kind) != pieces.end();
+    }
 };
 
 /// At least one. CannotCalculate for what is not known.

@@ -56,7 +56,7 @@ template <bool is_average>
 Operand rank(Call& call)
 {
     const double number = call.number(0);
-    const bool is_rising = call.number(2, 0) != 0;
+    const bool is_rising = call.number(2) != 0;
     double before = 0, equal = 0;
     for (const double other : numbers_of(call, 1)) {
         if (other == number) ++equal;
@@ -197,7 +197,7 @@ Operand subtotal(Call& call)
 
 Operand aggregate(Call& call)
 {
-    const int kind = call.whole(0), option = call.whole(1, 0);
+    const int kind = call.whole(0), option = call.whole(1);
     require(kind >= 1 && kind <= 19 && option >= 0 && option <= 7, CellError::Value);
     const bool skips_errors = option == 2 || option == 3 || option > 5, skips_hidden = option % 2 == 1;
     const auto values =

@@ -1,4 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
+#include "engines/spreadsheets/calculation/dates.h"
 #include "engines/spreadsheets/calculation/functions.h"
 #include "engines/spreadsheets/calculation/number_format.h"
 
@@ -65,7 +66,7 @@ Operand substitute(Call& call)
     const Text& text = call.text(0);
     const Text& old = call.text(1);
     const bool is_one = call.size() > 3;
-    const double which = std::trunc(call.number(3, 0));
+    const double which = std::trunc(call.number(3));
     require(!is_one || which >= 1, CellError::Value);
     if (old.empty()) return call.value(0);
     Text result;
@@ -186,7 +187,7 @@ Operand fixed(Call& call)
 {
     const int decimals = call.whole(1, 2);
     require(decimals <= 127, CellError::Value);
-    Text format = call.truth(2, false) ? U"0" : U"#,##0";
+    Text format = call.truth(2) ? U"0" : U"#,##0";
     if (decimals > 0) format += U"." + Text(static_cast<std::size_t>(decimals), U'0');
     return Value(format_number(rounded(call.number(0), decimals), format, false).value_or(Text()));
 }

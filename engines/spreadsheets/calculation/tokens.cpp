@@ -13,11 +13,6 @@ constexpr std::array<std::string_view, 11> errors{"#NULL!", "#DIV/0!", "#VALUE!"
                                                   "#N/A",   "#SPILL!", "#GETTING_DATA", "#CALC!", "#FIELD!"};
 constexpr std::string_view blanks = " \t\r\n";
 
-bool is_digit(char c) noexcept
-{
-    return c >= '0' && c <= '9';
-}
-
 bool is_word(char c) noexcept
 {
     return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || is_digit(c) || c == '$' || c == '_' || c == '.' ||

@@ -16,6 +16,11 @@ namespace tarvik::calculation {
 using ooxml::Place;
 using ooxml::Range;
 
+inline bool is_digit(char c) noexcept
+{
+    return c >= '0' && c <= '9';
+}
+
 enum class CellError { Null, DivisionByZero, Value, Reference, Name, Number, NotAvailable };
 
 /// In the order of CellError.
