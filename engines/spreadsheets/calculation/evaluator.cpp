@@ -114,11 +114,11 @@ Operand Evaluator::combined(Operator how, const Operand& left, const Operand& ri
 Operand Evaluator::operand(const Chain& chain, const Node& node, Mode mode)
 {
     Operand left = valued(evaluate(node.children.front(), mode), mode), right;
-    for (std::size_t i = 0; i < chain.operators.size(); ++i) {
+    for (std::size_t i = 0; i < chain.size(); ++i) {
         right = valued(evaluate(node.children[i + 1], mode), mode);
-        left = combined(chain.operators[i], left, right);
+        left = combined(chain[i], left, right);
     }
-    const Operator last = chain.operators.back();
+    const Operator last = chain.back();
     if (&node != root || (last != Operator::Add && last != Operator::Subtract)) return left;
     auto* const result = std::get_if<Value>(&left);
     if (auto* const number = result ? std::get_if<double>(result) : nullptr)
@@ -175,10 +175,10 @@ Operand Evaluator::operand(ReferenceOperator how, const Node& node, Mode mode)
     return joined;
 }
 
-Operand Evaluator::operand(const FunctionCall& call, const Node& node, Mode mode)
+Operand Evaluator::operand(const Function* function, const Node& node, Mode mode)
 {
     source.spend(1);
-    return Call(*this, node, mode).run(*call.function);
+    return Call(*this, node, mode).run(*function);
 }
 
 Area Evaluator::used(const Area& area) const

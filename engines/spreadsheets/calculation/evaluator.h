@@ -93,7 +93,7 @@ private:
     Operand operand(const Chain& chain, const Node& node, Mode mode);
     Operand operand(Sign sign, const Node& node, Mode mode);
     Operand operand(ReferenceOperator how, const Node& node, Mode mode);
-    Operand operand(const FunctionCall& call, const Node& node, Mode mode);
+    Operand operand(const Function* function, const Node& node, Mode mode);
 };
 
 /// The value of the element, where a single row or column stands for all; #N/A beyond the array.

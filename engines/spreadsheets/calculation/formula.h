@@ -92,17 +92,11 @@ enum class Operator {
 };
 
 /// Operators of one precedence, from left to right: one more child than operators. Long sums do not nest.
-struct Chain {
-    std::vector<Operator> operators;
-};
+using Chain = std::vector<Operator>;
 
 enum class Sign { Plus, Minus, Percent };
 
 enum class ReferenceOperator { Between, Union, Intersection };
-
-struct FunctionCall {
-    const Function* function;
-};
 
 /// What cannot be calculated; it is none of the formula's business as long as nobody asks for its value.
 struct Uncalculable {
@@ -111,7 +105,7 @@ struct Uncalculable {
 
 struct Node {
     std::variant<Missing, Value, ArrayPointer, AreaReference, NameReference, TableReference, Chain, Sign,
-                 ReferenceOperator, FunctionCall, Uncalculable>
+                 ReferenceOperator, const Function*, Uncalculable>
         content;
     std::vector<Node> children;
 };

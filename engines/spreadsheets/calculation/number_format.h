@@ -2,9 +2,6 @@
 
 #include "engines/spreadsheets/calculation/formula.h"
 
-#include <optional>
-#include <vector>
-
 /// Numbers and texts as a number format shows them. Names of months and days are English.
 namespace tarvik::calculation {
 

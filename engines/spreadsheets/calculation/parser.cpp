@@ -89,7 +89,7 @@ private:
         Node node = node_of(Missing{}, std::move(first));
         while (const auto* found = binary_operator(level)) {
             advance();
-            chain.operators.push_back(found->meaning);
+            chain.push_back(found->meaning);
             node.children.push_back(parse_binary(level + 1));
         }
         node.content = std::move(chain);
@@ -118,15 +118,7 @@ private:
 
     bool starts_reference() const
     {
-        switch (token_.kind) {
-        case TokenKind::Sheet:
-        case TokenKind::Cell:
-        case TokenKind::Lines:
-        case TokenKind::Function:
-        case TokenKind::Table:
-        case TokenKind::Name: return true;
-        default: return is_operator("(");
-        }
+        return (token_.kind >= TokenKind::Sheet && token_.kind <= TokenKind::Name) || is_operator("(");
     }
 
     Node parse_intersection()
@@ -175,20 +167,13 @@ private:
             advance();
             return {std::isfinite(token.number) ? Value(token.number) : Value(CellError::Number), {}};
         case TokenKind::Text: advance(); return {Value(from_utf8(undoubled(token.text))), {}};
-        case TokenKind::Error: return parse_error_value();
         case TokenKind::Sheet: return parse_sheet();
-        case TokenKind::Cell:
-        case TokenKind::Lines: return parse_area({}, {});
-        case TokenKind::Function: return parse_call();
-        case TokenKind::Table: advance(); return table_leaf(token.text);
-        case TokenKind::Name: return parse_name({});
-        case TokenKind::Operator: break;
-        case TokenKind::End:
-        case TokenKind::Bad: throw CannotCalculate("syntax");
+        case TokenKind::Operator:
+            if (skip("(")) return parse_parentheses();
+            require("{");
+            return parse_array();
+        default: return parse_of_sheet({}, {});
         }
-        if (skip("(")) return parse_parentheses();
-        if (skip("{")) return parse_array();
-        throw CannotCalculate("syntax");
     }
 
     Node parse_error_value()
@@ -215,24 +200,19 @@ private:
         return is_external ? Node{Uncalculable{"external workbook"}, {}} : node;
     }
 
+    // Behind sheets, or without any.
     Node parse_of_sheet(const Text& first, const Text& last)
     {
-        switch (token_.kind) {
+        const Token token = token_;
+        switch (token.kind) {
         case TokenKind::Cell:
-        case TokenKind::Lines: return parse_area(first, last);
+        case TokenKind::Lines: advance(); return {AreaReference{first, last, token.first, token.last, at_}, {}};
         case TokenKind::Name: return parse_name(first);
         case TokenKind::Error: return parse_error_value();
         case TokenKind::Function: return parse_call();
-        case TokenKind::Table: return parse_operand();
+        case TokenKind::Table: advance(); return table_leaf(token.text);
         default: throw CannotCalculate("syntax");
         }
-    }
-
-    Node parse_area(const Text& first_sheet, const Text& last_sheet)
-    {
-        const Token token = token_;
-        advance();
-        return {AreaReference{first_sheet, last_sheet, token.first, token.last, at_}, {}};
     }
 
     Node parse_name(const Text& sheet)
@@ -265,7 +245,7 @@ private:
         const int count = static_cast<int>(node.children.size());
         if (function && (count < function->least || count > function->most))
             throw CannotCalculate("number of arguments of " + name);
-        if (function) node.content = FunctionCall{function};
+        if (function) node.content = function;
         else node.content = Uncalculable{std::move(name)};
         return node;
     }

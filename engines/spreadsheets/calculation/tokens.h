@@ -19,7 +19,7 @@ enum class TokenKind {
     Lines,    ///< whole columns or rows: "A:$C", "1:3"
     Function, ///< a name before "(", which is a token of its own
     Table,    ///< a table's name, if any, and its brackets
-    Name,
+    Name,     ///< from Sheet on all may begin a reference
     Operator, ///< also parentheses, braces, "," and ";"
     Bad,
 };
