@@ -3,7 +3,6 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/dates.h"
 #include "engines/spreadsheets/calculation/formula.h"
-#include "engines/spreadsheets/cell_text.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engines/spreadsheets/calculation/value.h"
-#include "engines/spreadsheets/shared_strings.h"
+#include "engines/spreadsheets/cell_texts.h"
 
 #include <memory>
 #include <optional>

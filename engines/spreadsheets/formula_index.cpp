@@ -1,11 +1,9 @@
 #include "engines/spreadsheets/formula_index.h"
 
-#include "engines/spreadsheets/cell_values.h"
-#include "engines/spreadsheets/formula_element.h"
+#include "engines/spreadsheets/calculation/tokens.h"
 #include "engines/spreadsheets/sheet_part.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace tarvik::ooxml {
 
@@ -37,7 +35,48 @@ try {
 } catch (const Damage&) { // NOLINT(bugprone-empty-catch): it is none
 }
 
+std::string corner_text(const calculation::Corner& corner)
+{
+    std::string text;
+    if (corner.column) text += (corner.is_column_fixed ? "$" : "") + column_name(*corner.column);
+    if (corner.row) text += (corner.is_row_fixed ? "$" : "") + std::to_string(*corner.row);
+    return text;
+}
+
 } // namespace
+
+FormulaElement::FormulaElement(pugi::xml_node cell) : node(child_named(cell, "f")), text(element_text(node))
+{
+    const std::string_view type = node.attribute("t").value();
+    kind = type == "shared" ? Shared : type == "array" ? Array : type == "dataTable" ? DataTable : Usual;
+    has_range = node.attribute("ref");
+    if (kind == Shared) group = attribute_text(node, "si");
+    if (kind == Array || kind == DataTable) filled = parse_range(attribute_text(node, "ref"));
+}
+
+std::string shifted_formula(std::string_view formula, int rows, int columns)
+{
+    using calculation::TokenKind;
+    std::string shifted;
+    std::size_t copied = 0;
+    calculation::Tokens tokens(formula);
+    for (auto token = tokens.next(); token.kind != TokenKind::End; token = tokens.next()) {
+        if (token.kind == TokenKind::Bad) break; // the rest is no formula
+        if (token.kind != TokenKind::Cell && token.kind != TokenKind::Lines) continue;
+        const auto start = static_cast<std::size_t>(token.text.data() - formula.data());
+        shifted += formula.substr(copied, start - copied);
+        copied = start + token.text.size();
+        shifted += corner_text(token.first.moved(rows, columns));
+        if (token.kind == TokenKind::Lines) shifted += ":" + corner_text(token.last.moved(rows, columns));
+    }
+    return shifted += formula.substr(copied);
+}
+
+void FormulaElement::state(const std::string& formula)
+{
+    set_raw_text(node, escaped(formula));
+    for (const char* name : {"t", "ref", "si"}) node.remove_attribute(name);
+}
 
 calculation::Names read_names(const Package& package, pugi::xml_node workbook, const std::vector<ListedSheet>& sheets)
 {
@@ -61,9 +100,23 @@ calculation::Names read_names(const Package& package, pugi::xml_node workbook, c
     return names;
 }
 
-void FormulaIndex::add_sheet(const SheetCells* cells)
+FormulaIndex::FormulaIndex(calculation::Names names, std::vector<NumberFormat> formats,
+                           std::span<const SheetCells* const> sheets)
+    : names_(std::move(names)), formats_(std::move(formats)), sheets_(sheets.size())
 {
-    auto& sheet = sheets_.emplace_back();
+    for (std::size_t i = 0; i < sheets.size(); ++i)
+        if (sheets[i]) add_sheet(*sheets[i], sheets_[i]);
+    find_areas();
+    std::vector<std::vector<Range>> headers(sheets_.size());
+    for (const auto& [name, table] : names_.tables)
+        if (table.header_rows > 0)
+            headers[static_cast<std::size_t>(table.sheet - 1)].push_back(
+                {table.range.first, {table.range.first.row, table.range.last.column}});
+    for (std::size_t i = 0; i < sheets_.size(); ++i) sheets_[i].headers = RangeSet(headers[i]);
+}
+
+void FormulaIndex::add_sheet(const SheetCells& cells, Sheet& sheet)
+{
     sheet.begin = static_cast<Number>(formulas_.size());
     std::vector<Range> filled;
     std::map<std::string, std::pair<Place, FormulaPointer>> shared; // with the cells that state them, by the groups
@@ -76,18 +129,18 @@ void FormulaIndex::add_sheet(const SheetCells* cells)
         if (element.is_master()) shared.insert_or_assign(element.group, std::pair(place, formula));
         return formula;
     };
-    const auto add = [&](Place place, pugi::xml_node cell) {
+    cells.visit(whole_sheet, [&](Place place, pugi::xml_node cell) {
+        if (!child_named(cell, "f")) return;
         const FormulaElement element(cell);
         auto& formula = formulas_.emplace_back();
-        formula.sheet = static_cast<int>(sheets_.size());
+        formula.sheet = static_cast<int>(&sheet - sheets_.data()) + 1;
         formula.range = element.filled && element.filled->first == place ? *element.filled : Range{place, place};
         formula.is_array = element.kind == FormulaElement::Array;
         formula.is_volatile = element.kind == FormulaElement::DataTable;
         formula.has_result = CellValues::has_result(cell);
         if (element.kind != FormulaElement::DataTable) formula.formula = parsed(element, place);
         if (formula.range.first != formula.range.last) filled.push_back(formula.range);
-    };
-    if (cells) cells->visit_formulas(add);
+    });
     sheet.end = static_cast<Number>(formulas_.size());
     std::ranges::sort(formulas_.begin() + sheet.begin, formulas_.end(), is_before, &IndexedFormula::place);
     sheet.filled = RangeSet(filled);
@@ -99,37 +152,28 @@ std::span<const Place> FormulaIndex::sharers(int sheet, Place master) const
     return found == sheet_at(sheet).sharers.end() ? std::span<const Place>() : found->second;
 }
 
-void FormulaIndex::finish()
-{
-    for (Number number = 0; number < formulas_.size(); ++number) {
-        visit_areas(formulas_[number], number);
-        if (formulas_[number].is_volatile) volatile_.push_back(number);
-    }
-    std::vector<std::vector<Range>> headers(sheets_.size());
-    for (const auto& [name, table] : names_.tables)
-        if (table.header_rows > 0)
-            headers[static_cast<std::size_t>(table.sheet - 1)].push_back(
-                {table.range.first, {table.range.first.row, table.range.last.column}});
-    for (std::size_t i = 0; i < sheets_.size(); ++i) {
-        sheets_[i].areas = RangeSet(std::exchange(sheets_[i].named, {}));
-        sheets_[i].headers = RangeSet(headers[i]);
-    }
-}
-
 // A formula that names too many areas to keep counts as volatile.
-void FormulaIndex::visit_areas(IndexedFormula& formula, Number number)
+void FormulaIndex::find_areas()
 {
     constexpr std::size_t most_of_formula = 10'000, most_of_workbook = 20'000'000;
-    if (!formula.formula) return;
-    std::size_t count = 0;
-    const bool is_volatile = calculation::visit_areas(
-        *formula.formula, {formula.sheet, formula.place()}, names_, [&](const calculation::Area& area) {
+    std::vector<std::vector<Range>> named(sheets_.size());
+    std::size_t count_of_all = 0;
+    for (Number number = 0; number < formulas_.size(); ++number) {
+        auto& one = formulas_[number];
+        std::size_t count = 0;
+        const auto keep = [&](const calculation::Area& area) {
             if (area.sheet < 1 || area.sheet > static_cast<int>(sheets_.size())) return;
-            if (++count > most_of_formula || ++reading_count_ > most_of_workbook) return;
-            sheets_[static_cast<std::size_t>(area.sheet - 1)].named.push_back(area.range);
-            sheets_[static_cast<std::size_t>(area.sheet - 1)].readers.push_back(number);
-        });
-    formula.is_volatile = is_volatile || count > most_of_formula || reading_count_ > most_of_workbook;
+            if (++count > most_of_formula || ++count_of_all > most_of_workbook) return;
+            const auto sheet = static_cast<std::size_t>(area.sheet - 1);
+            named[sheet].push_back(area.range);
+            sheets_[sheet].readers.push_back(number);
+        };
+        if (one.formula)
+            one.is_volatile = calculation::visit_areas(*one.formula, {one.sheet, one.place()}, names_, keep) ||
+                              count > most_of_formula || count_of_all > most_of_workbook;
+        if (one.is_volatile) volatile_.push_back(number);
+    }
+    for (std::size_t i = 0; i < sheets_.size(); ++i) sheets_[i].areas = RangeSet(named[i]);
 }
 
 FormulaIndex::Number FormulaIndex::first_from(int sheet, Place place) const

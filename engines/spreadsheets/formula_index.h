@@ -2,7 +2,6 @@
 
 #include "engines/packages/package.h"
 #include "engines/spreadsheets/calculation/formula.h"
-#include "engines/spreadsheets/number_formats.h"
 #include "engines/spreadsheets/range_set.h"
 #include "engines/spreadsheets/sheet_cells.h"
 
@@ -21,6 +20,36 @@ struct ListedSheet {
 /// The sheets, defined names and tables of a workbook. A damaged table is none: a formula that names it cannot be
 /// calculated.
 calculation::Names read_names(const Package& package, pugi::xml_node workbook, const std::vector<ListedSheet>& sheets);
+
+/// What a cell's number format makes of the cell: dates have a format of their own, for a plain number in such a cell
+/// reads as some day.
+enum class NumberFormat : char { General, Number, Date, Text };
+
+/// The number formats that the cells of a workbook name by number. What is odd or damaged in the style part is General.
+std::vector<NumberFormat> read_number_formats(const Package& package);
+
+/// A formula as a cell's element holds it.
+struct FormulaElement {
+    enum Kind { Usual, Shared, Array, DataTable };
+
+    explicit FormulaElement(pugi::xml_node cell);
+
+    pugi::xml_node node;
+    Kind kind = Usual;
+    std::string text;  ///< empty for a cell that shares the formula that another one holds
+    std::string group; ///< of those that share one; a later group may use its number again
+    bool has_range = false;
+    std::optional<Range> filled; ///< by an array formula or a data table
+
+    bool is_master() const noexcept { return kind == Shared && !text.empty() && has_range; }
+    bool is_sharing() const noexcept { return kind == Shared && text.empty(); }
+    /// From now on the cell has that formula for itself.
+    void state(const std::string& formula);
+};
+
+/// The formula as it reads when its cell moves by so many rows and columns: relative references move along, absolute
+/// ones stay. A reference that leaves the sheet comes back in at the other side.
+std::string shifted_formula(std::string_view formula, int rows, int columns);
 
 /// A formula of a workbook, as it was opened.
 struct IndexedFormula {
@@ -41,17 +70,16 @@ public:
     using Number = std::uint32_t; ///< of a formula; they go sheet by sheet and column by column
     static constexpr Number none = static_cast<Number>(-1);
 
-    FormulaIndex(calculation::Names names, NumberFormats formats)
-        : names_(std::move(names)), formats_(std::move(formats))
-    {
-    }
-    /// Adds the next sheet; `cells`, which hold what the package does, may be null where there is no formula.
-    void add_sheet(const SheetCells* cells);
-    /// To be called when all are added, ahead of all else.
-    void finish();
+    /// `sheets` hold what the package does; one without a formula may be null.
+    FormulaIndex(calculation::Names names, std::vector<NumberFormat> formats,
+                 std::span<const SheetCells* const> sheets);
 
     const calculation::Names& names() const noexcept { return names_; }
-    const NumberFormats& formats() const noexcept { return formats_; }
+    /// Of the cells that name the format by that number.
+    NumberFormat format(std::size_t number) const
+    {
+        return number < formats_.size() ? formats_[number] : NumberFormat();
+    }
     /// The header rows of a sheet's tables. A table's part names its columns by these texts, and formulas everywhere
     /// refer to them, so that a spreadsheet application calls the file damaged when they differ.
     const RangeSet& headers(int sheet) const { return sheet_at(sheet).headers; }
@@ -92,21 +120,20 @@ private:
         Number begin = 0, end = 0;                   // of its formulas
         RangeSet filled;                             // by one formula, of more than one cell
         std::map<Place, std::vector<Place>> sharers; // by the cells that state the formulas
-        std::vector<Range> named;                    // until finish()
         std::vector<Number> readers;
         RangeSet areas, headers;
     };
 
     const Sheet& sheet_at(int sheet) const { return sheets_[static_cast<std::size_t>(sheet - 1)]; }
     Number first_from(int sheet, Place place) const;
-    void visit_areas(IndexedFormula& formula, Number number);
+    void add_sheet(const SheetCells& cells, Sheet& sheet);
+    void find_areas();
 
     calculation::Names names_;
-    NumberFormats formats_;
+    std::vector<NumberFormat> formats_;
     std::vector<IndexedFormula> formulas_;
     std::vector<Number> volatile_;
     std::vector<Sheet> sheets_;
-    std::size_t reading_count_ = 0;
 };
 
 } // namespace tarvik::ooxml

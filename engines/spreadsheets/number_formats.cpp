@@ -1,8 +1,5 @@
-#include "engines/spreadsheets/number_formats.h"
-
 #include "engines/packages/xml_part.h"
-
-#include <map>
+#include "engines/spreadsheets/formula_index.h"
 
 namespace tarvik::ooxml {
 
@@ -51,20 +48,23 @@ NumberFormat of_code(std::string_view code)
 
 } // namespace
 
-NumberFormats::NumberFormats(const Package& package)
+std::vector<NumberFormat> read_number_formats(const Package& package)
 try {
-    if (!package.has(style_part)) return;
+    if (!package.has(style_part)) return {};
     const XmlPart part{std::string(style_part), package.part(style_part), "styleSheet"};
     std::map<unsigned, NumberFormat> own;
     for (const auto node : child_named(part.root(), "numFmts").children())
         own.try_emplace(node.attribute("numFmtId").as_uint(), of_code(attribute_text(node, "formatCode")));
+    std::vector<NumberFormat> formats;
     for (const auto node : child_named(part.root(), "cellXfs").children()) {
         if (node.type() != pugi::node_element) continue;
         const auto number = node.attribute("numFmtId").as_uint();
         const auto found = own.find(number);
-        formats_.push_back(found == own.end() ? built_in(number) : found->second);
+        formats.push_back(found == own.end() ? built_in(number) : found->second);
     }
-} catch (const Damage&) { // NOLINT(bugprone-empty-catch): everything is General then
+    return formats;
+} catch (const Damage&) {
+    return {};
 }
 
 } // namespace tarvik::ooxml

@@ -183,8 +183,8 @@ std::vector<Value> Recalculation::results_of(const IndexedFormula& formula)
     if (!formula.formula) throw CannotCalculate("data table");
     if (cells_of(formula.range) > largest_filled) throw CannotCalculate("large array formula");
     spend(0);
-    return calculation::Evaluator{*this, {formula.sheet, formula.place()}, memory_}
-        .results(*formula.formula, formula.is_array ? std::optional(formula.range) : std::nullopt);
+    return calculation::Evaluator{*this, {formula.sheet, formula.place()}, memory_}.results(
+        *formula.formula, formula.is_array ? std::optional(formula.range) : std::nullopt);
 }
 
 void Recalculation::keep(Number number, const std::vector<Value>& results)
@@ -255,18 +255,18 @@ void Recalculation::spend(std::size_t steps) const
 
 bool Recalculation::is_left_out(const CellAddress& cell, const calculation::LeftOut& what) const
 {
-    const auto& [sheet, place] = cell;
+    const auto& held = part(cell.sheet);
+    const int row = cell.place.row;
     // A hidden row of a table with a filter is hidden by that.
     const auto is_filtered_table = [&](const auto& one) {
         const auto& [first, last] = one.second.range;
-        return one.second.has_filter && one.second.sheet == cell.sheet && place.row >= first.row &&
-               place.row <= last.row;
+        return one.second.has_filter && one.second.sheet == cell.sheet && row >= first.row && row <= last.row;
     };
-    if (part(sheet).is_row_hidden(place.row) &&
-        (what.hidden || (what.filtered && (part(sheet).is_row_filtered(place.row) ||
-                                           std::ranges::any_of(names().tables, is_filtered_table)))))
+    if (held.is_row_hidden(row) &&
+        (what.hidden ||
+         (what.filtered && (held.is_row_filtered(row) || std::ranges::any_of(names().tables, is_filtered_table)))))
         return true;
-    const auto number = what.subtotals ? index_->find(sheet, place) : FormulaIndex::none;
+    const auto number = what.subtotals ? index_->find(cell.sheet, cell.place) : FormulaIndex::none;
     if (number == FormulaIndex::none || states_[number] == State::Overwritten) return false;
     const auto& formula = (*index_)[number].formula;
     return formula && formula->has_subtotal;

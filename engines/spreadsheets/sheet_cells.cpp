@@ -8,11 +8,6 @@ namespace tarvik::ooxml {
 
 namespace {
 
-std::vector<NumberedElement>::const_iterator first_from(const std::vector<NumberedElement>& elements, int number)
-{
-    return std::ranges::lower_bound(elements, number, {}, &NumberedElement::number);
-}
-
 // Rows and cells stand in their order, each once.
 int written_or_next(const std::optional<int>& written, bool is_written, int last_number, int limit)
 {
@@ -20,37 +15,6 @@ int written_or_next(const std::optional<int>& written, bool is_written, int last
     if (number < 1 || number > limit) throw Damage(U"工作表里有无效的行号或单元格位置。");
     if (number <= last_number) throw Damage(U"工作表里的行或单元格有重复，或次序不对。");
     return number;
-}
-
-std::vector<NumberedElement> numbered_rows(pugi::xml_node sheet_data)
-{
-    std::vector<NumberedElement> rows;
-    int last = 0;
-    for (auto node : sheet_data.children()) {
-        if (!is_named(node, "row")) continue;
-        const auto written = node.attribute("r");
-        last =
-            written_or_next(parse_count(written.value(), last_row_of_sheet), !written.empty(), last, last_row_of_sheet);
-        if (!written) node.append_attribute("r").set_value(last);
-        rows.push_back({last, node});
-    }
-    return rows;
-}
-
-std::vector<NumberedElement> numbered_cells(const NumberedElement& row)
-{
-    std::vector<NumberedElement> cells;
-    int last = 0;
-    for (auto node : row.node.children()) {
-        if (!is_named(node, "c")) continue;
-        const auto written = node.attribute("r");
-        const auto place = parse_place(written.value());
-        const auto column = place && place->row == row.number ? std::optional(place->column) : std::nullopt;
-        last = written_or_next(column, !written.empty(), last, last_column_of_sheet);
-        if (!written) node.append_attribute("r").set_value(place_name({row.number, last}).c_str());
-        cells.push_back({last, node});
-    }
-    return cells;
 }
 
 } // namespace
@@ -106,17 +70,34 @@ SheetCells::SheetCells(pugi::xml_node worksheet)
     : worksheet_(worksheet), sheet_data_(child_named(worksheet, "sheetData")), grown_(sheet_data_)
 {
     if (!sheet_data_) throw Damage(U"工作表没有单元格数据。");
-    index();
+    int last = 0;
+    for (auto node : sheet_data_.children()) {
+        if (!is_named(node, "row")) continue;
+        const auto written = node.attribute("r");
+        last =
+            written_or_next(parse_count(written.value(), last_row_of_sheet), !written.empty(), last, last_row_of_sheet);
+        if (!written) node.append_attribute("r").set_value(last);
+        const auto& cells = add_row(last, node).cells;
+        if (!cells.empty()) extent_ = {last, std::max(extent_.column, cells.back().column)};
+    }
     dimension_ = parse_range(attribute_text(child_named(worksheet_, "dimension"), "ref"));
 }
 
-void SheetCells::index()
+// Behind all others.
+SheetCells::Row& SheetCells::add_row(int number, pugi::xml_node node) const
 {
-    for (const auto& row : numbered_rows(sheet_data_)) {
-        auto cells = numbered_cells(row);
-        if (!cells.empty()) extent_ = {row.number, std::max(extent_.column, cells.back().number)};
-        rows_.emplace_hint(rows_.end(), row.number, Row{row.node, std::move(cells)});
+    auto& row = rows_.emplace_hint(rows_.end(), number, Row{node, {}})->second;
+    int last = 0;
+    for (auto cell : node.children()) {
+        if (!is_named(cell, "c")) continue;
+        const auto written = cell.attribute("r");
+        const auto place = parse_place(written.value());
+        const auto column = place && place->row == number ? std::optional(place->column) : std::nullopt;
+        last = written_or_next(column, !written.empty(), last, last_column_of_sheet);
+        if (!written) cell.append_attribute("r").set_value(place_name({number, last}).c_str());
+        row.cells.push_back({last, cell});
     }
+    return row;
 }
 
 // Its element is about to go.
@@ -134,10 +115,7 @@ void SheetCells::lay_down_grown_rows()
 void SheetCells::take_out_grown_rows() const
 {
     forget_begun_row();
-    for (const auto row : grown_.take_out()) {
-        const NumberedElement numbered{row.attribute("r").as_int(), row};
-        rows_.emplace_hint(rows_.end(), numbered.number, Row{row, numbered_cells(numbered)});
-    }
+    for (const auto row : grown_.take_out()) add_row(row.attribute("r").as_int(), row);
 }
 
 void SheetCells::require_elements(int first_row, int last_row) const
@@ -150,9 +128,8 @@ pugi::xml_node SheetCells::find(Place place) const
     require_elements(place.row, place.row);
     const auto row = rows_.find(place.row);
     if (row == rows_.end()) return {};
-    const auto& cells = row->second.cells;
-    const auto cell = first_from(cells, place.column);
-    return cell != cells.end() && cell->number == place.column ? cell->node : pugi::xml_node();
+    const auto cell = row->second.from(place.column);
+    return cell != row->second.cells.end() && cell->column == place.column ? cell->node : pugi::xml_node();
 }
 
 SheetCells::Row& SheetCells::ensure_row(int number)
@@ -162,7 +139,7 @@ SheetCells::Row& SheetCells::ensure_row(int number)
     auto next = rows_.lower_bound(number);
     if (next == rows_.end()) {
         forget_begun_row();
-        return rows_.emplace_hint(rows_.end(), number, Row{grown_.begin(number), {}})->second;
+        return add_row(number, grown_.begin(number));
     }
     if (next->first == number) return next->second;
     if (next->first == grown_.begun()) {
@@ -177,8 +154,8 @@ SheetCells::Row& SheetCells::ensure_row(int number)
 pugi::xml_node SheetCells::ensure(Place place)
 {
     auto& row = ensure_row(place.row);
-    const auto next = first_from(row.cells, place.column);
-    if (next != row.cells.end() && next->number == place.column) return next->node;
+    const auto next = row.from(place.column);
+    if (next != row.cells.end() && next->column == place.column) return next->node;
     const auto name = name_like(row.node, "c");
     // Behind the last cell there may be an extension list, which must stay last.
     auto node = row.cells.empty()         ? row.node.prepend_child(name.c_str())
@@ -223,10 +200,9 @@ void SheetCells::visit(const Range& range, const Visitor& visitor) const
 {
     require_elements(range.first.row, range.last.row);
     for (auto row = rows_.lower_bound(range.first.row); row != rows_.end() && row->first <= range.last.row; ++row) {
-        const auto& cells = row->second.cells;
-        auto cell = first_from(cells, range.first.column);
-        for (; cell != cells.end() && cell->number <= range.last.column; ++cell)
-            visitor({row->first, cell->number}, cell->node);
+        auto cell = row->second.from(range.first.column);
+        for (; cell != row->second.cells.end() && cell->column <= range.last.column; ++cell)
+            visitor({row->first, cell->column}, cell->node);
     }
 }
 
@@ -235,13 +211,6 @@ pugi::xml_node SheetCells::row(int number) const
     require_elements(number, number);
     const auto row = rows_.find(number);
     return row == rows_.end() ? pugi::xml_node() : row->second.node;
-}
-
-void SheetCells::visit_formulas(const Visitor& visitor) const
-{
-    visit(whole_sheet, [&visitor](Place place, pugi::xml_node cell) {
-        if (child_named(cell, "f")) visitor(place, cell);
-    });
 }
 
 } // namespace tarvik::ooxml

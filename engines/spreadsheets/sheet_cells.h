@@ -45,11 +45,6 @@ private:
     std::vector<pugi::xml_node> texts_; // in the part
 };
 
-struct NumberedElement {
-    int number; ///< of the row or column
-    pugi::xml_node node;
-};
-
 /// The rows and cells that a worksheet part has, found by place. Those that are written without a place get theirs.
 /// Damage when one stands twice or out of order, or a place is none.
 class SheetCells {
@@ -67,17 +62,24 @@ public:
     pugi::xml_node row(int number) const;
     /// The last row and the last column with a cell; at least that, and {0, 0} where there never was one.
     Place extent() const noexcept { return extent_; }
-    /// All elements that hold a formula, row by row.
-    void visit_formulas(const Visitor& visitor) const;
 
     /// Until one of these is called the part lacks the rows by which the sheet has grown. As text they can be printed.
     void lay_down_grown_rows();
     void take_out_grown_rows() const;
 
 private:
+    struct Cell {
+        int column;
+        pugi::xml_node node;
+    };
     struct Row {
         pugi::xml_node node;
-        std::vector<NumberedElement> cells; // by column
+        std::vector<Cell> cells; // by column
+
+        std::vector<Cell>::const_iterator from(int column) const
+        {
+            return std::ranges::lower_bound(cells, column, {}, &Cell::column);
+        }
     };
     struct ColumnFormat {
         int first;
@@ -85,7 +87,7 @@ private:
         const char* format; ///< as the part writes it, held by the tree
     };
 
-    void index();
+    Row& add_row(int number, pugi::xml_node node) const;
     void forget_begun_row() const;
     void require_elements(int first_row, int last_row) const;
     Row& ensure_row(int number);

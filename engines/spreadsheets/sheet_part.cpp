@@ -1,6 +1,5 @@
 #include "engines/spreadsheets/sheet_part.h"
 
-#include "engines/spreadsheets/formula_element.h"
 #include "engines/spreadsheets/workbook_model.h"
 
 namespace tarvik::ooxml {

@@ -174,10 +174,10 @@ std::shared_ptr<FormulaIndex> WorkbookModel::make_index()
         const auto& contents = package.part(sheets_[static_cast<std::size_t>(number - 1)].part);
         if (contents.find("<f") != npos || contents.find(":f") != npos) load(number);
     }
-    auto index = std::make_shared<FormulaIndex>(read_names(package, workbook_.root(), sheets_), NumberFormats(package));
-    for (const auto& part : parts_) index->add_sheet(part ? &part->cells() : nullptr);
-    index->finish();
-    return index;
+    std::vector<const SheetCells*> cells;
+    for (const auto& part : parts_) cells.push_back(part ? &part->cells() : nullptr);
+    return std::make_shared<FormulaIndex>(read_names(package, workbook_.root(), sheets_), read_number_formats(package),
+                                          cells);
 }
 
 void WorkbookModel::touch(int sheet, Place place)
@@ -223,7 +223,7 @@ void WorkbookModel::update(int sheet, const Range& range)
 bool WorkbookModel::takes_numbers(int sheet, Place place, std::size_t format)
 {
     const auto& index = recalculation().index();
-    const auto kind = index.formats().of(format);
+    const auto kind = index.format(format);
     return kind == NumberFormat::Number || (kind != NumberFormat::Text && index.refers(sheet, place));
 }
 

@@ -73,7 +73,7 @@ public:
     void update(int sheet, const Range& range);
     /// Of the cells with that number of a format, whether formulas refer to the cell or not.
     bool takes_numbers(int sheet, Place place, std::size_t format);
-    bool shows_dates(std::size_t format) { return recalculation().index().formats().of(format) == NumberFormat::Date; }
+    bool shows_dates(std::size_t format) { return recalculation().index().format(format) == NumberFormat::Date; }
 
 private:
     struct Recorded {

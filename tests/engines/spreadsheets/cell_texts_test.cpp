@@ -1,4 +1,4 @@
-#include "engines/spreadsheets/cell_text.h"
+#include "engines/spreadsheets/cell_texts.h"
 
 #include <gtest/gtest.h>
 
