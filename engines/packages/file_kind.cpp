@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -19,13 +20,10 @@ constexpr std::size_t header_size = 512, entry_size = 128, table_places_in_heade
 constexpr std::uint32_t last_regular_sector = 0xfffffffa, end_of_chain = 0xfffffffe, no_entry = 0xffffffff;
 constexpr std::uint64_t shortest_stream_in_sectors = 4096;
 
-/// A stream or storage in the root of a compound file, the container of .xls, of .doc and of
-/// packages behind a password.
-struct CompoundEntry {
-    std::string name; ///< in lower case, since case makes no difference; "?" for characters that are not ASCII
-    bool is_stream = false;
-    std::string_view beginning; ///< of a stream's bytes; empty for one that is short
-};
+/// The streams and storages in the root of a compound file, the container of .xls, of .doc and of packages behind a
+/// password: their names in lower case, since case makes no difference, with "?" for characters that are not ASCII; and
+/// the beginning of a stream's bytes, which is empty for one that is short.
+using CompoundEntries = std::map<std::string, std::string_view, std::less<>>;
 
 /// The bytes are damaged.
 struct Damaged {};
@@ -47,13 +45,16 @@ public:
         read_directory();
     }
 
+    /// No two streams share bytes, so all of them fit into the file.
     void check_streams() const
     {
+        std::uint64_t room = bytes_.size();
         for (std::uint32_t entry = 0; entry < directory_.size() / entry_size; ++entry) {
             auto left = size(entry);
             if (type(entry) != root && (type(entry) != stream || left < shortest_stream_in_sectors))
                 continue; // a short stream lies in the root's own
-            if (left > bytes_.size()) throw Damaged();
+            if (left > room) throw Damaged();
+            room -= left;
             for (auto at = directory_number(entry, 116); left > 0; at = next(at)) {
                 const auto needed = std::min<std::uint64_t>(left, sector_size());
                 if (sector(at).size() < needed) throw Damaged();
@@ -62,9 +63,9 @@ public:
         }
     }
 
-    std::vector<CompoundEntry> entries_of_root() const
+    CompoundEntries entries_of_root() const
     {
-        std::vector<CompoundEntry> entries;
+        CompoundEntries entries;
         std::vector<bool> seen(directory_.size() / entry_size);
         std::vector<std::uint32_t> waiting{directory_number(0, 76)};
         while (!waiting.empty()) {
@@ -73,7 +74,7 @@ public:
             if (entry == no_entry) continue;
             if (entry >= seen.size() || seen[entry]) throw Damaged();
             seen[entry] = true;
-            entries.push_back({name(entry), type(entry) == stream, beginning(entry)});
+            entries.emplace(name(entry), beginning(entry));
             waiting.push_back(directory_number(entry, 68));
             waiting.push_back(directory_number(entry, 72));
         }
@@ -167,7 +168,7 @@ private:
 
 /// The entries in the root of a compound file; nothing when the bytes are cut off or damaged: when some stream's bytes,
 /// at whatever depth, do not all lie in the file. `bytes` must outlive the entries.
-std::optional<std::vector<CompoundEntry>> read_compound_file(std::string_view bytes)
+std::optional<CompoundEntries> read_compound_file(std::string_view bytes)
 {
     try {
         if (!bytes.starts_with(signature) || bytes.size() < header_size) return std::nullopt;
@@ -261,13 +262,13 @@ void remove_read_only_advice(std::string& workbook)
     constexpr unsigned sharing = 0x005b;
     const auto entries = read_compound_file(workbook);
     if (!entries) return;
-    for (const auto& entry : *entries) {
-        if (entry.name != "workbook") continue;
-        const auto at = find_record(entry.beginning, sharing);
-        if (at == std::string_view::npos || entry.beginning.size() - at < 6) continue;
-        const auto advice = static_cast<std::size_t>(entry.beginning.data() - workbook.data()) + at + 4;
-        workbook[advice] = workbook[advice + 1] = '\0';
-    }
+    const auto entry = entries->find("workbook");
+    if (entry == entries->end()) return;
+    const auto beginning = entry->second;
+    const auto at = find_record(beginning, sharing);
+    if (at == std::string_view::npos || beginning.size() - at < 6) return;
+    const auto advice = static_cast<std::size_t>(beginning.data() - workbook.data()) + at + 4;
+    workbook[advice] = workbook[advice + 1] = '\0';
 }
 
 FileKind file_kind(std::string_view bytes)
@@ -280,10 +281,9 @@ FileKind file_kind(std::string_view bytes)
     const auto entries = read_compound_file(bytes);
     if (!entries) return FileKind::Damaged;
     for (const auto& row : streams) {
-        const auto entry = std::ranges::find_if(
-            *entries, [&](const CompoundEntry& one) { return one.is_stream && one.name == row.name; });
+        const auto entry = entries->find(row.name);
         if (entry == entries->end()) continue;
-        return row.is_locked && row.is_locked(entry->beginning) ? FileKind::Encrypted : row.kind;
+        return row.is_locked && row.is_locked(entry->second) ? FileKind::Encrypted : row.kind;
     }
     return FileKind::Other;
 }
@@ -308,9 +308,7 @@ bool has_macros(std::string_view bytes)
         return package.part("[Content_Types].xml").find("macroEnabled") != std::string::npos;
     }
     const auto entries = read_compound_file(bytes);
-    return entries && std::ranges::any_of(*entries, [](const CompoundEntry& entry) {
-               return entry.name == "_vba_project_cur" || entry.name == "macros";
-           });
+    return entries && (entries->contains("_vba_project_cur") || entries->contains("macros"));
 }
 
 } // namespace tarvik
