@@ -13,19 +13,6 @@ namespace {
 constexpr std::u32string_view line_tail = U"\t\r\n";
 constexpr std::size_t shortest_search = 3;
 
-// A root keeps its separator.
-Text without_separator(Text folder)
-{
-    if (folder.size() > 1) folder.pop_back();
-    return folder;
-}
-
-void append_to_report(Files& files, const Text& report, const Text& line)
-{
-    const ForeignText present = files.file_exists(report) ? recognise_foreign(files.read(report)) : ForeignText{};
-    files.append(report, encode_behind(present, line));
-}
-
 /// A report that cannot be written keeps nothing from being printed: the user is informed of each reason once.
 void note_folder(Program& program)
 {
@@ -33,7 +20,10 @@ void note_folder(Program& program)
     const Text folder = form1.scanfolderset ? form1.scanfolder : Text();
     Text reason;
     try {
-        append_to_report(program.platform.files, installed(program, files::report_3139), folder + U"\r\n");
+        Files& files = program.platform.files;
+        const Text report = installed(program, files::report_3139);
+        const ForeignText present = files.file_exists(report) ? recognise_foreign(files.read(report)) : ForeignText{};
+        files.append(report, encode_behind(present, folder + U"\r\n"));
     } catch (const Failure& failure) {
         reason = failure.message();
     }
@@ -49,16 +39,10 @@ void lock_folder(Program& program)
         program.platform.files.create_folder(files::printed_output);
     const auto picked = pick_file(program, any_file_filter);
     if (!picked) return;
-    form1.scanfolder = without_separator(picked->folder);
+    form1.scanfolder = picked->folder;
+    if (form1.scanfolder.size() > 1) form1.scanfolder.pop_back(); // a root keeps its separator
     form1.scanfolderset = true;
     tell(program, U"打印文件所在目录锁定为:     " + form1.scanfolder + U"/" + picked->name);
-}
-
-void print(Program& program, const Text& path)
-{
-    SpreadsheetTask task(program, path);
-    task.sheet().print_out();
-    task.finish(Changes::Save);
 }
 
 void print_matching(Program& program, const Text& search)
@@ -71,7 +55,9 @@ void print_matching(Program& program, const Text& search)
     work_through(program, names, [&](const Text& name) {
         const Text path = form1.scanfolder + U"/" + name;
         form1.RichTextBox3.append(name + Text(line_tail));
-        print(program, path);
+        SpreadsheetTask task(program, path);
+        task.sheet().print_out();
+        task.finish(Changes::Save);
         if (!stay) move_into_folder(program, path, Text(files::printed_output), name);
         ++printed;
     });

@@ -1,7 +1,7 @@
 #include "runs/engines.h"
 
 #include "engines/documents/engine.h"
-#include "engines/libreoffice/engine.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
 

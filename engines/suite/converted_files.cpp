@@ -1,5 +1,5 @@
 #include "engines/documents/engine.h"
-#include "engines/libreoffice/engine.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/file_kind.h"
 #include "engines/spreadsheets/engine.h"
 #include "engines/spreadsheets/workbook_model.h"

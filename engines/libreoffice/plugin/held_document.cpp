@@ -83,8 +83,8 @@ public:
     void add_picture(int row, int column, const std::filesystem::path& picture, Size size) override
     {
         const auto graphic = pictures_->queryGraphic(properties({property("URL", file_url(picture))}));
-        const Reference<css::lang::XMultiServiceFactory> factory(model(), UNO_QUERY_THROW);
-        const auto object = factory->createInstance("com.sun.star.text.TextGraphicObject");
+        const auto object =
+            as<css::lang::XMultiServiceFactory>()->createInstance("com.sun.star.text.TextGraphicObject");
         const Reference<css::beans::XPropertySet> set(object, UNO_QUERY_THROW);
         set->setPropertyValue("Graphic", css::uno::Any(graphic));
         set->setPropertyValue("AnchorType", css::uno::Any(css::text::TextContentAnchorType_AS_CHARACTER));
@@ -110,9 +110,8 @@ private:
     Size text_of_page(const Cell& cell) const
     {
         const auto name = property_of<rtl::OUString>(cell->createTextCursor(), "PageStyleName");
-        const Reference<css::style::XStyleFamiliesSupplier> families(model(), UNO_QUERY_THROW);
-        Reference<css::container::XNameAccess> styles(families->getStyleFamilies()->getByName("PageStyles"),
-                                                      UNO_QUERY_THROW);
+        const auto families = as<css::style::XStyleFamiliesSupplier>()->getStyleFamilies();
+        Reference<css::container::XNameAccess> styles(families->getByName("PageStyles"), UNO_QUERY_THROW);
         const Reference<XInterface> style(styles->getByName(name), UNO_QUERY_THROW);
         const auto length = [&](const char* of) { return property_of<sal_Int32>(style, of); };
         return {length("Width") - length("LeftMargin") - length("RightMargin"),

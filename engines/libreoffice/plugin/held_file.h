@@ -5,12 +5,22 @@
 #include <com/sun/star/beans/PropertyValue.hpp>
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/frame/XModel.hpp>
+#include <com/sun/star/frame/XStorable.hpp>
+#include <com/sun/star/sheet/XCalculatable.hpp>
 #include <com/sun/star/uno/Any.hxx>
+#include <com/sun/star/uno/Exception.hpp>
 #include <com/sun/star/uno/Reference.hxx>
 #include <com/sun/star/uno/Sequence.hxx>
 #include <com/sun/star/uno/XComponentContext.hpp>
+#include <com/sun/star/util/XCloseable.hpp>
+#include <com/sun/star/view/XPrintJobBroadcaster.hpp>
+#include <com/sun/star/view/XPrintable.hpp>
+#include <cppuhelper/implbase1.hxx>
+#include <osl/file.hxx>
+#include <rtl/ref.hxx>
 #include <rtl/ustring.hxx>
 
+#include <atomic>
 #include <initializer_list>
 
 namespace tarvik::libreoffice {
@@ -19,10 +29,29 @@ namespace css = com::sun::star;
 
 using Properties = css::uno::Sequence<css::beans::PropertyValue>;
 
-rtl::OUString to_uno(const Text& text);
-rtl::OUString to_uno(const std::string& utf8);
-std::string to_bytes(const rtl::OUString& text);
-rtl::OUString file_url(const std::filesystem::path& path);
+inline rtl::OUString to_uno(const Text& text)
+{
+    static_assert(sizeof(char32_t) == sizeof(sal_uInt32));
+    return rtl::OUString(reinterpret_cast<const sal_uInt32*>(text.data()), static_cast<sal_Int32>(text.size()));
+}
+
+inline rtl::OUString to_uno(const std::string& utf8)
+{
+    return {utf8.data(), static_cast<sal_Int32>(utf8.size()), RTL_TEXTENCODING_UTF8};
+}
+
+inline std::string to_bytes(const rtl::OUString& text)
+{
+    const rtl::OString utf8 = text.toUtf8();
+    return {utf8.getStr(), static_cast<std::size_t>(utf8.getLength())};
+}
+
+inline rtl::OUString file_url(const std::filesystem::path& path)
+{
+    rtl::OUString url;
+    osl::FileBase::getFileURLFromSystemPath(to_uno(path.string()), url);
+    return url;
+}
 
 template <typename Value>
 css::beans::PropertyValue property(const char* name, const Value& value)
@@ -48,25 +77,77 @@ Value property_of(const css::uno::Reference<css::uno::XInterface>& object, const
     return value;
 }
 
-using Model = css::uno::Reference<css::frame::XModel>;
+/// The value of that name in the list; a default one where it has none of that kind.
+template <typename Value>
+Value value_named(const Properties& list, const char* name)
+{
+    Value value{};
+    for (const auto& one : list)
+        if (one.Name.equalsAscii(name)) one.Value >>= value;
+    return value;
+}
 
-std::string filter_of(const Model& model);
+/// What becomes of a print job; it is reported on a thread of the connection's.
+class PrintJob final : public cppu::WeakImplHelper1<css::view::XPrintJobListener> {
+public:
+    void SAL_CALL printJobEvent(const css::view::PrintJobEvent& event) override
+    {
+        if (event.State == css::view::PrintableState_JOB_SPOOLED) is_spooled = true;
+    }
+    void SAL_CALL disposing(const css::lang::EventObject& /*event*/) override {}
+
+    std::atomic<bool> is_spooled = false;
+};
+
+using Model = css::uno::Reference<css::frame::XModel>;
 
 /// What every kind of open file does alike; `Kind` is OpenFile or one of its kinds.
 template <typename Kind>
 class HeldFile : public Kind {
 public:
     explicit HeldFile(const Model& model) : model_(model) {}
-    ~HeldFile() override;
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
+    ~HeldFile() override
+    {
+        try {
+            const css::uno::Reference<css::util::XCloseable> closeable(model_, css::uno::UNO_QUERY);
+            if (closeable.is()) closeable->close(true);
+        } catch (const css::uno::Exception&) { // NOLINT(bugprone-empty-catch): it goes with its process then
+        }
+    }
 
-    void store(const std::filesystem::path& path, const std::string& filter) override;
-    void calculate_all() override;
-    Printing print(const std::string& printer) override;
+    void store(const std::filesystem::path& path, const std::string& filter) override
+    {
+        as<css::frame::XStorable>()->storeToURL(
+            file_url(path), properties({property("FilterName", to_uno(filter)), property("Overwrite", true)}));
+    }
+
+    void calculate_all() override { as<css::sheet::XCalculatable>()->calculateAll(); }
+
+    // A printer that is not there is passed over without a word, so what was set is read back.
+    Printing print(const std::string& printer) override
+    {
+        const auto printable = as<css::view::XPrintable>();
+        const rtl::OUString name = to_uno(printer);
+        printable->setPrinter(properties({property("Name", name)}));
+        if (value_named<rtl::OUString>(printable->getPrinter(), "Name") != name) return Printing::PrinterUnknown;
+        const rtl::Reference<PrintJob> job(new PrintJob);
+        const css::uno::Reference<css::view::XPrintJobListener> listener(job.get());
+        const auto broadcaster = as<css::view::XPrintJobBroadcaster>();
+        broadcaster->addPrintJobListener(listener);
+        printable->print(properties({property("Wait", true)}));
+        broadcaster->removePrintJobListener(listener);
+        return job->is_spooled ? Printing::Done : Printing::JobRefused;
+    }
 
 protected:
-    const Model& model() const { return model_; }
+    /// The model by another of its faces.
+    template <typename Face>
+    css::uno::Reference<Face> as() const
+    {
+        return css::uno::Reference<Face>(model_, css::uno::UNO_QUERY_THROW);
+    }
 
 private:
     Model model_;

@@ -4,7 +4,6 @@
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/beans/XPropertyState.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
-#include <com/sun/star/frame/XStorable.hpp>
 #include <com/sun/star/lang/DisposedException.hpp>
 #include <com/sun/star/lang/IllegalArgumentException.hpp>
 #include <com/sun/star/sheet/CellFlags.hpp>
@@ -136,8 +135,7 @@ public:
 
     Access take(int number) override
     {
-        const Reference<css::frame::XStorable> storable(model(), UNO_QUERY_THROW);
-        if (storable->isReadonly()) return Access::FileRefused;
+        if (as<css::frame::XStorable>()->isReadonly()) return Access::FileRefused;
         const Reference<css::util::XProtectable> protectable(sheet_at(number), UNO_QUERY_THROW);
         if (!protectable->isProtected()) return Access::Granted;
         try {
@@ -234,7 +232,7 @@ std::unique_ptr<OpenWorkbook> hold_workbook(const Model& model)
 {
     const Reference<css::sheet::XSpreadsheetDocument> document(model, UNO_QUERY);
     // What LibreOffice makes nothing of is a text to it.
-    if (!document.is() || filter_of(model).starts_with("Text")) return nullptr;
+    if (!document.is() || value_named<rtl::OUString>(model->getArgs(), "FilterName").startsWith("Text")) return nullptr;
     return std::make_unique<HeldWorkbook>(model, document);
 }
 

@@ -1,4 +1,4 @@
-#include "engines/libreoffice/engine.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
 #include "platform/files/system_paths.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/libreoffice/engine.h"
+#include "engines/libreoffice/libreoffice.h"
 #include "tests/support/failure_of.h"
 #include "tests/support/test_program.h"
 
