@@ -1,7 +1,6 @@
 #include "desktop/desktop.h"
 
 #include "desktop/look/qt_text.h"
-#include "desktop/services/recent_files.h"
 #include "desktop/services/system.h"
 #include "runs/batch_runner.h"
 #include "runs/engines.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/look/busy_cursor.h"
+#include "desktop/look/theme.h"
 #include "scripts/recorder.h"
 #include "scripts/script.h"
 

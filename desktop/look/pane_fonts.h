@@ -35,63 +35,53 @@ struct FontSize {
 /// The sizes of a text view's font, each made when it is first asked for.
 class FontSizes {
 public:
-    /// `pixels` gives how large a text of so many points shows at present, one of 0 points being of the design's size.
-    FontSizes(std::function<int(int points)> pixels, std::function<FontSize(int pixels)> make)
+    /// `pixels` gives how large a text of so many points shows at present, one of 0 points being of the design's size;
+    /// a text that is zoomed shows so many times as large.
+    FontSizes(std::function<int(int points, double zoom)> pixels, std::function<FontSize(int pixels)> make)
         : pixels_(std::move(pixels)), make_(std::move(make))
     {
     }
 
     const FontSize& size(int points) const
     {
-        const int pixels = pixels_(points);
+        const int pixels = pixels_(points, std::pow(zoom_factor, zoom_));
         const auto known = sizes_.find(pixels);
         return known != sizes_.end() ? known->second : sizes_.emplace(pixels, make_(pixels)).first->second;
     }
-
-private:
-    std::function<int(int)> pixels_;
-    std::function<FontSize(int)> make_;
-    mutable std::map<int, FontSize> sizes_; // by pixels
-};
-
-/// The sizes as the screen has them.
-class PaneFonts final : public FontSizes {
-public:
-    PaneFonts(const Theme& theme, const Scale& scale)
-        : FontSizes(
-              [this, &scale](int points) {
-                  const double wanted = points > 0 ? points : font_role::pane.points;
-                  return std::max(1, qRound(scale.font_pixels(std::pow(zoom_factor, zoom_) * wanted)));
-              },
-              [&theme](int pixels) { return measured(theme.pane_font(pixels)); })
-    {
-    }
-    PaneFonts(const PaneFonts&) = delete;
-    PaneFonts& operator=(const PaneFonts&) = delete;
 
     /// Makes all sizes larger or smaller by a step, within bounds; 0 is back to what the texts ask for.
     void zoom(int step) { zoom_ = step == 0 ? 0 : std::clamp(zoom_ + step, -most_zoom, most_zoom); }
 
 private:
-    static constexpr double row_gap = 1.3; // from row to row, in heights of the font
-    static constexpr int tab_characters = 8;
     static constexpr double zoom_factor = 1.125;
     static constexpr int most_zoom = 12;
+    std::function<int(int, double)> pixels_;
+    std::function<FontSize(int)> make_;
+    mutable std::map<int, FontSize> sizes_; // by pixels
+    int zoom_ = 0;                          // in steps
+};
 
-    static FontSize measured(const QFont& font)
-    {
+/// The sizes as the screen has them. Theme and scale must outlive them.
+inline FontSizes pane_fonts(const Theme& theme, const Scale& scale)
+{
+    constexpr double row_gap = 1.3; // from row to row, in heights of the font
+    constexpr int tab_characters = 8;
+    const auto pixels = [&scale](int points, double zoom) {
+        return std::max(1, qRound(scale.font_pixels(zoom * (points > 0 ? points : font_role::pane.points))));
+    };
+    const auto make = [&theme](int size) {
+        const QFont font = theme.pane_font(size);
         const QFontMetricsF metrics(font);
         const double blank = metrics.horizontalAdvance(QLatin1Char(' '));
-        const double height = std::ceil(std::max(metrics.height(), row_gap * font.pixelSize()));
+        const double height = std::ceil(std::max(metrics.height(), row_gap * size));
         const double ascent = std::round((height - metrics.height()) / 2 + metrics.ascent());
-        return {[metrics, blank](char32_t character) {
-                    const bool shows_nothing = character < U' ' || character == 0x7f;
-                    return shows_nothing ? blank : metrics.horizontalAdvance(to_qt(Text(1, character)));
-                },
-                height, ascent, blank * tab_characters, font};
-    }
-
-    int zoom_ = 0;
-};
+        const auto measure = [metrics, blank](char32_t character) {
+            const bool shows_nothing = character < U' ' || character == 0x7f;
+            return shows_nothing ? blank : metrics.horizontalAdvance(to_qt(Text(1, character)));
+        };
+        return FontSize{measure, height, ascent, blank * tab_characters, font};
+    };
+    return {pixels, make};
+}
 
 } // namespace tarvik

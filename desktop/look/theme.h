@@ -3,7 +3,9 @@
 #include "mainwindow/control.h"
 #include "platform/files/files.h"
 
+#include <QCursor>
 #include <QFont>
+#include <QGuiApplication>
 #include <QPalette>
 #include <QRect>
 #include <QRectF>
@@ -13,7 +15,7 @@
 class QPainter;
 class QWidget;
 
-/// Fonts, colours, shapes and scale of the windows.
+/// Fonts, colours, shapes, scale and pointer of the windows.
 namespace tarvik {
 
 /// In twips, from the corner of the window or frame that the control stands in.
@@ -70,6 +72,15 @@ QColor readable(const QColor& ink, const QColor& ground);
 
 /// A rounded area with a border; the border is strong around what has the focus.
 void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool focus);
+
+/// The pointer shows that the program works, as long as the object lives.
+class BusyCursor {
+public:
+    BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
 
 class Theme {
 public:

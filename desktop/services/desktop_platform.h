@@ -1,7 +1,7 @@
 #pragma once
 
-#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/look/theme.h"
 #include "platform/platform.h"
 
 #include <QClipboard>

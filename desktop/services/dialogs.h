@@ -2,7 +2,6 @@
 
 #include "desktop/look/qt_text.h"
 #include "desktop/services/file_dialog.h"
-#include "desktop/services/recent_files.h"
 #include "platform/files/system_paths.h"
 #include "platform/platform.h"
 
@@ -120,24 +119,16 @@ private:
         return std::min(widest + 2 * fontMetrics().height(), most_characters * fontMetrics().height());
     }
 
+    // Both tables are in the order of the program's own kinds.
     static QMessageBox::StandardButtons offered(Buttons buttons)
     {
-        switch (buttons) {
-        case Buttons::OKCancel: return QMessageBox::Ok | QMessageBox::Cancel;
-        case Buttons::YesNo: return QMessageBox::Yes | QMessageBox::No;
-        case Buttons::YesNoCancel: return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-        default: return QMessageBox::Ok;
-        }
+        const QMessageBox::StandardButtons sets[] = {Ok, Ok | Cancel, Yes | No, Yes | No | Cancel};
+        return sets[static_cast<std::size_t>(buttons)];
     }
     static QMessageBox::Icon picture(tarvik::Icon icon)
     {
-        switch (icon) {
-        case tarvik::Icon::Information: return QMessageBox::Information;
-        case tarvik::Icon::Question: return QMessageBox::Question;
-        case tarvik::Icon::Exclamation: return QMessageBox::Warning;
-        case tarvik::Icon::Critical: return QMessageBox::Critical;
-        default: return QMessageBox::NoIcon;
-        }
+        constexpr QMessageBox::Icon pictures[] = {NoIcon, Information, Question, Warning, Critical};
+        return pictures[static_cast<std::size_t>(icon)];
     }
     // A box whose text says what No does starts work with No: it wants one of its answers, and nothing else ends it.
     static bool must_answer(const Message& message)

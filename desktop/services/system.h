@@ -2,6 +2,7 @@
 
 #include "platform/files/files.h"
 
+#include <QSettings>
 #include <QString>
 
 #include <functional>
@@ -20,6 +21,12 @@ void show_words(const std::string& words, bool is_complaint);
 /// Opens a file or folder by the program that the system has for it. `failed` is called when there is none, perhaps
 /// later.
 void open_by_system(const QString& path, const std::function<void()>& failed);
+
+/// What the user has chosen, over the program's end too.
+inline QSettings user_settings()
+{
+    return QSettings("Tarvik", "Tarvik");
+}
 
 struct SystemLook {
     bool is_dark = false, is_high_contrast = false;

@@ -1,7 +1,6 @@
-#include "desktop/text_view/text_accessible.h"
+#include "desktop/text_view/text_widget.h"
 
 #include "desktop/look/qt_text.h"
-#include "desktop/text_view/text_widget.h"
 
 #include <QAccessibleWidget>
 #include <QRadioButton>

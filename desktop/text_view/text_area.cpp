@@ -61,11 +61,10 @@ void TextArea::set_text(PaneText text, bool stay)
     lay_rows();
 }
 
-void TextArea::set_look(TextLook look, bool breaks_lines)
+void TextArea::set_look(TextLook look)
 {
-    if (look == look_ && breaks_lines == asks_for_breaks_) return;
+    if (look == look_) return;
     look_ = std::move(look);
-    asks_for_breaks_ = breaks_lines;
     lay_rows();
 }
 
@@ -87,7 +86,7 @@ void TextArea::set_size(double width, double height)
 void TextArea::lay_rows()
 {
     stops_.clear();
-    breaks_lines_ = asks_for_breaks_;
+    breaks_lines_ = look_.breaks_lines;
     look_at_first_lines();
     breaks_lines_ |= wraps_prose_ && !is_table_;
     if (breaks_lines_) left_ = widest_ = 0;

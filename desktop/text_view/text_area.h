@@ -23,7 +23,7 @@ public:
 
     /// A text that begins as before stays where it is; any other shows from its beginning.
     void set_text(PaneText text, bool stay);
-    void set_look(TextLook look, bool breaks_lines);
+    void set_look(TextLook look);
     /// Whether a text that is no table breaks its lines though its look does not ask for it.
     void set_wraps_prose(bool wraps);
     void set_size(double width, double height);
@@ -75,7 +75,7 @@ private:
     const FontSizes& font_;
     TextLines lines_;
     TextLook look_;
-    bool asks_for_breaks_ = false, wraps_prose_ = false;
+    bool wraps_prose_ = false;
     bool breaks_lines_ = false; // as it shows
     ColumnStops stops_;
     bool stops_moved_ = false; // since the rows were made

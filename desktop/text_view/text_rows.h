@@ -28,6 +28,7 @@ struct Row {
 struct TextLook {
     std::vector<Mark> marks; ///< in text order
     int points = 0;          ///< size of what is not marked; 0 for the design's
+    bool breaks_lines = false;
     friend bool operator==(const TextLook&, const TextLook&) = default;
 };
 

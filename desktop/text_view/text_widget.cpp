@@ -1,11 +1,8 @@
 #include "desktop/text_view/text_widget.h"
 
-#include "desktop/text_view/text_accessible.h"
-
 #include <QApplication>
 #include <QScrollBar>
 #include <QStyleHints>
-#include <QTimerEvent>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -36,13 +33,10 @@ bool same_piece(const PaneText::Piece& a, const PaneText::Piece& b)
 void colour_bars(const QAbstractScrollArea& area)
 {
     const QPalette common = QApplication::palette();
-    for (QScrollBar* bar : {area.verticalScrollBar(), area.horizontalScrollBar()}) {
-        QPalette palette;
-        palette.setColor(QPalette::Button, common.color(QPalette::Mid));
-        for (const auto role : {QPalette::Window, QPalette::Base})
-            palette.setColor(role, common.color(QPalette::Midlight));
-        bar->setPalette(palette);
-    }
+    QPalette palette;
+    palette.setColor(QPalette::Button, common.color(QPalette::Mid));
+    for (const auto role : {QPalette::Window, QPalette::Base}) palette.setColor(role, common.color(QPalette::Midlight));
+    for (QScrollBar* bar : {area.verticalScrollBar(), area.horizontalScrollBar()}) bar->setPalette(palette);
 }
 
 } // namespace
@@ -54,12 +48,25 @@ TextWidget::TextWidget(Front& front, const FontSizes& fonts, TextControl& text, 
     setFrameShape(QFrame::StyledPanel);
     setAttribute(Qt::WA_NoMousePropagation);
     setAttribute(Qt::WA_InputMethodEnabled);
+    setInputMethodHints(Qt::ImhMultiLine);
     setFocusPolicy(Qt::StrongFocus);
     setMinimumSize(1, 1);
     viewport()->setCursor(Qt::IBeamCursor);
     viewport()->setAutoFillBackground(false);
     colour_bars(*this);
-    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) { vertical_action(action); });
+    // With line breaking the bar counts characters, but its arrows and its paging go by rows.
+    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) {
+        const int rows = area_.breaks_lines() ? rows_of(action) : 0;
+        if (rows == 0) return;
+        area_.scroll_rows(rows);
+        verticalScrollBar()->setSliderPosition(static_cast<int>(area_.top()));
+        viewport()->update();
+    });
+    connect(&caret_timer_, &QTimer::timeout, this, [this] {
+        caret_shows_ = !caret_shows_;
+        viewport()->update(caret_rectangle().toAlignedRect());
+    });
+    connect(&drag_timer_, &QTimer::timeout, this, [this] { drag_to(drag_position_); });
     forget_accessible(*this);
 }
 
@@ -135,8 +142,8 @@ void TextWidget::refresh()
         area_.set_text(std::move(content), stays);
     }
     const auto* const pane = dynamic_cast<const Pane*>(&text_);
-    area_.set_look(pane ? TextLook{pane->marks(), pane->text_font_size()} : TextLook(),
-                   pane ? pane->line_breaking() : breaks_lines_);
+    area_.set_look(pane ? TextLook{pane->marks(), pane->text_font_size(), pane->line_breaking()}
+                        : TextLook{{}, 0, breaks_lines_});
     const Selection selection = text_.selection();
     const bool moved =
         selection.start.offset() != selection_start() || selection.length != selection_end() - selection_start();
@@ -201,16 +208,6 @@ int TextWidget::rows_of(int step) const
     }
 }
 
-// With line breaking the bar counts characters, but its arrows and its paging go by rows.
-void TextWidget::vertical_action(int action)
-{
-    const int rows = area_.breaks_lines() ? rows_of(action) : 0;
-    if (rows == 0) return;
-    area_.scroll_rows(rows);
-    verticalScrollBar()->setSliderPosition(static_cast<int>(area_.top()));
-    viewport()->update();
-}
-
 void TextWidget::wheelEvent(QWheelEvent* event)
 {
     if (event->modifiers().testFlag(Qt::ControlModifier)) { // the window zooms
@@ -268,18 +265,8 @@ void TextWidget::blink()
 {
     const int time = QApplication::styleHints()->cursorFlashTime();
     caret_shows_ = hasFocus();
-    if (hasFocus() && time > 1) caret_timer_.start(time / 2, this);
+    if (hasFocus() && time > 1) caret_timer_.start(time / 2);
     else caret_timer_.stop();
-}
-
-void TextWidget::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() == caret_timer_.timerId()) {
-        caret_shows_ = !caret_shows_;
-        viewport()->update(caret_rectangle().toAlignedRect());
-    } else if (event->timerId() == drag_timer_.timerId()) {
-        drag_to(drag_position_);
-    }
 }
 
 bool TextWidget::event(QEvent* event)

@@ -6,8 +6,8 @@
 #include "desktop/text_view/text_search.h"
 
 #include <QAbstractScrollArea>
-#include <QBasicTimer>
 #include <QElapsedTimer>
+#include <QTimer>
 
 #include <span>
 
@@ -79,28 +79,24 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
-    void timerEvent(QTimerEvent* event) override;
 
 private:
     // What shows
     void refresh();
     void show_scroll_bars(); // and all else anew
     void show_ruler();
-    void vertical_action(int action);
     std::size_t place_in_view() const;
     QRectF caret_rectangle() const;
     void blink();
     void paint_run(QPainter& painter, std::span<const PlacedCharacter> run, QPointF place, bool selected) const;
     void paint_characters(QPainter& painter, const TextArea::ShownRow& shown, TextRange selected) const;
     void paint_range(QPainter& painter, const TextArea::ShownRow& shown, TextRange range, const QColor& colour) const;
-    void paint_line_ends(QPainter& painter) const;
     void paint_preedit(QPainter& painter, const QRectF& caret) const;
 
     // Selection
     std::size_t selection_start() const { return std::min(anchor_, caret_); }
     std::size_t selection_end() const { return std::max(anchor_, caret_); }
     void move_caret(std::size_t offset, bool extend);
-    void selection_to_model();
     void select_and_show(std::size_t from, std::size_t to);
     void select_word(std::size_t offset);
     bool select_cell(std::size_t offset);
@@ -143,12 +139,22 @@ private:
     QString preedit_;
     Sought sought_;
     int room_above_ = 0;
-    QBasicTimer caret_timer_, drag_timer_;
+    QTimer caret_timer_, drag_timer_;
     QPoint drag_position_;
     bool breaks_lines_ = false, shows_line_ends_ = false, shows_selection_ = false;
     QElapsedTimer since_double_click_;
     bool caret_shows_ = false, dragging_ = false, setting_bars_ = false;
     double wheel_ = 0;
 };
+
+/// The property of a widget of our own drawing that holds its QAccessible::Role.
+inline constexpr const char* accessible_role = "accessibleRole";
+
+/// From now on screen readers find text, caret and selection of text views, and the roles of other widgets. To be
+/// called before there are any.
+void open_to_screen_readers();
+
+/// For the end of a widget's construction: a screen reader may have asked for it while it was none of ours yet.
+void forget_accessible(QWidget& widget);
 
 } // namespace tarvik

@@ -1,4 +1,3 @@
-#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 #include "desktop/text_view/text_widget.h"
 
@@ -118,13 +117,9 @@ void TextWidget::inputMethodEvent(QInputMethodEvent* event)
 
 QVariant TextWidget::inputMethodQuery(Qt::InputMethodQuery query) const
 {
-    switch (query) {
-    case Qt::ImEnabled: return true;
-    case Qt::ImCursorRectangle: return caret_rectangle().translated(viewport()->pos());
-    case Qt::ImFont: return fonts_.size(0).font;
-    case Qt::ImHints: return static_cast<int>(Qt::ImhMultiLine);
-    default: return QAbstractScrollArea::inputMethodQuery(query);
-    }
+    if (query == Qt::ImCursorRectangle) return caret_rectangle().translated(viewport()->pos());
+    if (query == Qt::ImFont) return fonts_.size(0).font;
+    return QAbstractScrollArea::inputMethodQuery(query);
 }
 
 } // namespace tarvik

@@ -75,16 +75,6 @@ void TextWidget::paint_range(QPainter& painter, const TextArea::ShownRow& shown,
     painter.fillRect(QRectF(left, shown.y, std::min(to, area_.width()) - left, row.height), colour);
 }
 
-// A sign at the end of each line but the last.
-void TextWidget::paint_line_ends(QPainter& painter) const
-{
-    painter.setFont(fonts_.size(0).font);
-    painter.setPen(palette().color(QPalette::Mid).darker());
-    for (const auto& [row, y] : area_.shown())
-        if (row.ends_line() && row.line_end < area_.lines().size())
-            painter.drawText(QPointF(area_.x_of(row, row.end), y + row.ascent), "↵");
-}
-
 // What an input method is putting together, over the text at the caret.
 void TextWidget::paint_preedit(QPainter& painter, const QRectF& caret) const
 {
@@ -109,7 +99,11 @@ void TextWidget::paintEvent(QPaintEvent*)
         paint_range(painter, shown, selected, palette().color(QPalette::Highlight));
         paint_characters(painter, shown, selected);
     }
-    if (shows_line_ends_) paint_line_ends(painter);
+    painter.setFont(fonts_.size(0).font);
+    painter.setPen(palette().color(QPalette::Mid).darker());
+    for (const auto& [row, y] : area_.shown()) // a sign at the end of each line but the last
+        if (shows_line_ends_ && row.ends_line() && row.line_end < area_.lines().size())
+            painter.drawText(QPointF(area_.x_of(row, row.end), y + row.ascent), "↵");
     const QRectF caret = caret_rectangle();
     if (caret.isNull() || !hasFocus()) return;
     if (!preedit_.isEmpty()) paint_preedit(painter, caret);

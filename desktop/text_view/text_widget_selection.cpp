@@ -32,18 +32,11 @@ bool is_code(char32_t character)
 
 } // namespace
 
-void TextWidget::selection_to_model()
-{
-    text_.select({Position::at_offset(selection_start()), selection_end() - selection_start()});
-}
-
 void TextWidget::move_caret(std::size_t offset, bool extend)
 {
-    caret_ = std::min(offset, area_.lines().size());
-    if (!extend) anchor_ = caret_;
-    wanted_x_.reset();
+    offset = std::min(offset, area_.lines().size());
+    select(extend ? anchor_ : offset, offset);
     shows_selection_ = false;
-    selection_to_model();
     if (QAccessible::isActive()) {
         QAccessibleTextCursorEvent moved(this, static_cast<int>(caret_));
         QAccessible::updateAccessibility(&moved);
@@ -94,7 +87,7 @@ void TextWidget::select(std::size_t from, std::size_t to)
     anchor_ = from;
     caret_ = to;
     wanted_x_.reset();
-    selection_to_model();
+    text_.select({Position::at_offset(selection_start()), selection_end() - selection_start()});
     viewport()->update();
 }
 
@@ -159,21 +152,17 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
     const bool third = since_double_click_.isValid() &&
                        since_double_click_.elapsed() < QGuiApplication::styleHints()->mouseDoubleClickInterval();
     since_double_click_.invalidate();
-    if (event->button() == Qt::LeftButton && third) {
-        front_.queue.submit([this, place = event->position()] {
-            const Row row = area_.rows().row_at(area_.offset_at(place.x(), place.y()));
-            select(row.line_start, row.line_end);
+    if (event->button() == Qt::LeftButton) {
+        const bool asks = event->modifiers().testFlag(Qt::ControlModifier);
+        const bool extend = event->modifiers().testFlag(Qt::ShiftModifier) && !asks;
+        dragging_ = !third && !asks;
+        front_.queue.submit([this, third, asks, extend, place = event->position()] {
+            const std::size_t offset = area_.offset_at(place.x(), place.y());
+            const Row row = area_.rows().row_at(offset);
+            if (third) return select(row.line_start, row.line_end);
+            move_caret(offset, extend);
+            if (asks) word_asked(word_at_hand());
         });
-    } else if (event->button() == Qt::LeftButton && event->modifiers().testFlag(Qt::ControlModifier)) {
-        front_.queue.submit([this, place = event->position()] {
-            move_caret(area_.offset_at(place.x(), place.y()), false);
-            word_asked(word_at_hand());
-        });
-    } else if (event->button() == Qt::LeftButton) {
-        dragging_ = true;
-        const bool extend = event->modifiers().testFlag(Qt::ShiftModifier);
-        front_.queue.submit(
-            [this, place = event->position(), extend] { move_caret(area_.offset_at(place.x(), place.y()), extend); });
     }
     post_mouse(front_, text_, EventKind::MouseDown, *event);
 }
@@ -186,7 +175,7 @@ void TextWidget::mouseMoveEvent(QMouseEvent* event)
         drag_timer_.stop();
         drag_to(drag_position_);
     } else if (!drag_timer_.isActive()) {
-        drag_timer_.start(drag_interval, this);
+        drag_timer_.start(drag_interval);
     }
 }
 

@@ -1,6 +1,6 @@
 #include "desktop/windows/form1_window.h"
 
-#include "desktop/services/recent_files.h"
+#include "desktop/services/system.h"
 #include "desktop/windows/status_text.h"
 
 #include <QAbstractButton>
@@ -48,15 +48,16 @@ QString dropped_file(const QDropEvent& event)
 } // namespace
 
 Form1Window::Form1Window(const Front& front)
-    : FormWindow(front, front.program.form1.window), form1_(front.program.form1), number_fonts_(front.theme, scale()),
-      progress_(*this), status_(
-                            [this] {
-                                front_.queue.submit([this] {
-                                    front_.queue.recorder().stop_wished();
-                                    front_.program.run.stop_wished = true;
-                                });
-                            },
-                            *this),
+    : FormWindow(front, front.program.form1.window), form1_(front.program.form1),
+      number_fonts_(pane_fonts(front.theme, scale())), progress_(*this),
+      status_(
+          [this] {
+              front_.queue.submit([this] {
+                  front_.queue.recorder().stop_wished();
+                  front_.program.run.stop_wished = true;
+              });
+          },
+          *this),
       find_bar_(
           front_, [this] { return shown_pane(); }, [this] { query_box_->setFocus(Qt::OtherFocusReason); }, *this)
 {

@@ -80,7 +80,7 @@ private:
     void keep_separator();
 
     Form1& form1_;
-    PaneFonts number_fonts_; // the number box is no pane and keeps its size
+    FontSizes number_fonts_; // the number box is no pane and keeps its size
     LineBox* query_box_ = nullptr;
     std::vector<TextWidget*> panes_;
     ProgressLine progress_;

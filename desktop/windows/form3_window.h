@@ -57,11 +57,9 @@ public:
     /// Puts a number into the box that has, or had last, the focus.
     void put_number(int number)
     {
-        const auto* widget = dynamic_cast<LineBox*>(focusWidget());
-        if (!widget) return;
-        for (auto& [index, box] : front_.program.form3.Text1)
-            if (widget_name(box) == widget->objectName())
-                front_.queue.submit([target = &box, number] { target->set_text(number_text(number)); });
+        const auto* const widget = dynamic_cast<LineBox*>(focusWidget());
+        auto* const box = dynamic_cast<TextBox*>(front_.mirror.control_of(widget));
+        if (box) front_.queue.submit([box, number] { box->set_text(number_text(number)); });
     }
     /// Brings the window and the box that matters next to the front.
     // The box of the comparison while two tables are compared, else that of sorting and statistics.

@@ -3,7 +3,6 @@
 #include "desktop/front/front.h"
 #include "desktop/look/pane_fonts.h"
 #include "desktop/look/qt_text.h"
-#include "desktop/text_view/text_accessible.h"
 #include "desktop/text_view/text_widget.h"
 #include "desktop/windows/line_box.h"
 
@@ -39,7 +38,8 @@ struct SideWindow {
 class FormWindow : public QWidget {
 public:
     /// The window has a scale of its own.
-    FormWindow(const Front& front, Window& model) : front_(front), model_(model), fonts_(front_.theme, front_.scale)
+    FormWindow(const Front& front, Window& model)
+        : front_(front), model_(model), fonts_(pane_fonts(front_.theme, front_.scale))
     {
         open_to_screen_readers();
         setObjectName(widget_name(model));
@@ -161,7 +161,7 @@ protected:
 
     Front front_;
     Window& model_;
-    PaneFonts fonts_; // of all text views of the window
+    FontSizes fonts_; // of all text views of the window
 
 private:
     void enter(Control& control, QWidget& widget, const FontRole& role, std::function<void()> show);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "desktop/front/front.h"
-#include "desktop/look/busy_cursor.h"
 #include "desktop/look/qt_text.h"
 
 #include <QContextMenuEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/services/recent_files.h"
+#include "desktop/services/system.h"
 #include "desktop/windows/form1_window.h"
 #include "desktop/windows/form3_window.h"
 #include "desktop/windows/task_window.h"

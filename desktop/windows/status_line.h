@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/services/system.h"
-#include "desktop/text_view/text_accessible.h"
+#include "desktop/text_view/text_widget.h"
 #include "desktop/windows/status_text.h"
 
 #include <QAccessible>

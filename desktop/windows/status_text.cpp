@@ -26,12 +26,6 @@ QString count(double number)
     return QLocale::c().toString(static_cast<qlonglong>(number));
 }
 
-QString base_name(TextView path)
-{
-    const QString name = to_qt(path);
-    return name.mid(std::max(name.lastIndexOf('/'), name.lastIndexOf('\\')) + 1);
-}
-
 QString document_text(const Program& program)
 {
     const OpenedFile& opened = program.opened;
@@ -39,8 +33,9 @@ QString document_text(const Program& program)
     // The line end that every document gets when it is opened is nobody's.
     const double characters = std::max(0.0, static_cast<double>(program.form1.RichTextBox2.content().size()) - 2);
     const QString line_ends = opened.lines_ended_in_lf ? "LF 行尾" : "CR LF 行尾";
-    QString text = base_name(opened.path) + between + to_qt(TextView(opened.encoding)) + between + line_ends + between +
-                   count(characters) + " 字" + between;
+    QString text = QFileInfo(to_qt(opened.path).replace('\\', '/')).fileName() + between +
+                   to_qt(TextView(opened.encoding)) + between + line_ends + between + count(characters) + " 字" +
+                   between;
     return text + QString("第 %1 页，末页 %2").arg(count(program.form1.pageno), count(program.form1.lastpage));
 }
 

@@ -97,13 +97,13 @@ private:
     void keep(const std::vector<std::string>& script)
     {
         for (QString name = "任务";;) {
-            const auto given = ask_name(name);
+            const QString given = ask_name(name);
             const auto lets_go = [this] {
                 return QMessageBox::question(parentWidget(), windowTitle(), "录制的内容不保存吗？") == QMessageBox::Yes;
             };
-            if (!given && lets_go()) return;
-            if (!given) continue;
-            name = *given;
+            if (given.isEmpty() && lets_go()) return;
+            if (given.isEmpty()) continue;
+            name = given;
             try {
                 keep_task(front_.program.platform, from_qt(name), script);
                 list_tasks();
@@ -113,13 +113,10 @@ private:
             }
         }
     }
-    std::optional<QString> ask_name(const QString& preset)
+    /// Empty where none is given.
+    QString ask_name(const QString& preset)
     {
-        bool given = false;
-        const QString name =
-            QInputDialog::getText(parentWidget(), windowTitle(), "任务名：", QLineEdit::Normal, preset, &given);
-        if (!given || name.isEmpty()) return std::nullopt;
-        return name;
+        return QInputDialog::getText(parentWidget(), windowTitle(), "任务名：", QLineEdit::Normal, preset);
     }
     // The window is brought to where a recording begins, as far as that can be.
     void play()
@@ -145,14 +142,15 @@ private:
     void rename()
     {
         const Text name = chosen();
-        if (const auto given = ask_name(to_qt(name))) rename_task(front_.program.platform.files, name, from_qt(*given));
+        const QString given = ask_name(to_qt(name));
+        if (!given.isEmpty()) rename_task(front_.program.platform.files, name, from_qt(given));
         list_tasks();
     }
     void remove()
     {
         const Text name = chosen();
         if (QMessageBox::question(this, windowTitle(), "删除任务“" + to_qt(name) + "”吗？") != QMessageBox::Yes) return;
-        std::filesystem::remove(file_of(name));
+        std::filesystem::remove(front_.program.platform.files.resolve(task_path(name)));
         list_tasks();
     }
     void make_hole()
@@ -169,8 +167,8 @@ private:
             QInputDialog::getItem(this, windowTitle(), "每次询问哪一行的内容：", shown, 0, false, &given);
         if (!given) return;
         const QString hole = QInputDialog::getText(this, windowTitle(), "询问时叫什么（命令行为 --set 名称=值）：",
-                                                   QLineEdit::Normal, "文件", &given);
-        if (given && !hole.isEmpty())
+                                                   QLineEdit::Normal, "文件");
+        if (!hole.isEmpty())
             files.replace(task_path(name),
                           with_hole(script, texts[static_cast<std::size_t>(shown.indexOf(line))].line, from_qt(hole)));
     }
@@ -203,10 +201,6 @@ private:
         } catch (const std::exception& failure) {
             QMessageBox::warning(this, windowTitle(), QString::fromStdString(failure.what()));
         }
-    }
-    std::filesystem::path file_of(TextView name) const
-    {
-        return front_.program.platform.files.resolve(task_path(name));
     }
 
     Front& front_;

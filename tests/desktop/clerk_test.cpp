@@ -1,7 +1,6 @@
 #include "tests/desktop/desktop_fixture.h"
 
 #include "desktop/services/file_dialog.h"
-#include "desktop/services/recent_files.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

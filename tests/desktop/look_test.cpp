@@ -1,6 +1,6 @@
 #include "tests/desktop/desktop_fixture.h"
 
-#include "desktop/services/recent_files.h"
+#include "desktop/services/system.h"
 
 #include <QAbstractButton>
 #include <QLabel>

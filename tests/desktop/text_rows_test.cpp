@@ -12,7 +12,7 @@ namespace {
 /// A font whose characters are 10 wide, Chinese ones 20, marked ones of size n n times as wide.
 FontSizes plain_font()
 {
-    return {[](int points) { return std::max(points, 1); },
+    return {[](int points, double) { return std::max(points, 1); },
             [](int factor) {
                 const auto width = [factor](char32_t c) { return factor * (c >= 0x2e80 ? 20 : 10); };
                 return FontSize{width, 20.0 * factor, 15.0 * factor, 80};

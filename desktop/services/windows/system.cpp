@@ -4,7 +4,6 @@
 #include "platform/files/system_paths.h"
 
 #include <QDesktopServices>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QUrl>
 
