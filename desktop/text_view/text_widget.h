@@ -45,7 +45,7 @@ public:
     /// Scrolls to a place; the end is behind the last character.
     void show_place(std::size_t offset);
     TextRange selected() const { return {selection_start(), selection_end()}; }
-    /// Selects from a place up to another; the view stays where it is.
+    /// Selects from a place up to another, as far as there is text; the view stays where it is.
     void select(std::size_t from, std::size_t to);
     /// What is selected on one line, else the word at the caret.
     QString word_at_hand();

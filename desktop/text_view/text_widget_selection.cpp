@@ -34,7 +34,6 @@ bool is_code(char32_t character)
 
 void TextWidget::move_caret(std::size_t offset, bool extend)
 {
-    offset = std::min(offset, area_.lines().size());
     select(extend ? anchor_ : offset, offset);
     shows_selection_ = false;
     if (QAccessible::isActive()) {
@@ -84,8 +83,8 @@ bool TextWidget::select_cell(std::size_t offset)
 
 void TextWidget::select(std::size_t from, std::size_t to)
 {
-    anchor_ = from;
-    caret_ = to;
+    anchor_ = std::min(from, area_.lines().size());
+    caret_ = std::min(to, area_.lines().size());
     wanted_x_.reset();
     text_.select({Position::at_offset(selection_start()), selection_end() - selection_start()});
     viewport()->update();

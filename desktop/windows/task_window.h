@@ -37,7 +37,7 @@ public:
         add_button("删除", "remove", &TaskWindow::remove);
         add_button("每次询问…", "hole", &TaskWindow::make_hole);
         add_button("夜间运行…", "night", &TaskWindow::show_night_lines);
-        connect(&list_, &QListWidget::itemActivated, this, [this] { play(); });
+        connect(&list_, &QListWidget::itemActivated, this, [this] { attempt([this] { play(); }); });
     }
 
     /// Shows the list, or brings it to the front.

@@ -110,6 +110,11 @@ TEST_F(DesktopTasks, stop_where_something_differs_and_ask_for_holes)
     QTest::keyClick(in_front(find("tasks")).focusWidget(), Qt::Key_Return); // the keyboard alone starts it
     EXPECT_TRUE(wait_until([this] { return all_answered() && !desktop->player().plays(); }));
     EXPECT_EQ(form1().query_box().text(), U"新1");
+    QTest::keyClick(&in_front(find("Form1")), Qt::Key_F9);
+    std::filesystem::remove(files().resolve(task_path(U"asks")));
+    expect_box("确定"); // the list is older than the folder
+    QTest::keyClick(in_front(find("tasks")).focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(all_answered());
 }
 
 TEST_F(DesktopTasks, are_changed_in_their_list)
