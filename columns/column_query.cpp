@@ -1,10 +1,10 @@
 #include "columns/columns.h"
 
 #include "columns/rows.h"
-#include "columns/text_index.h"
 #include "columns/views.h"
 #include "platform/background.h"
 #include "platform/text/occurrences.h"
+#include "platform/text/text_index.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "columns/columns.h"
 
-#include "columns/text_index.h"
 #include "columns/views.h"
+#include "platform/text/text_index.h"
 
 #include <algorithm>
 

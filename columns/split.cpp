@@ -83,14 +83,18 @@ public:
     }
     std::size_t append_encoded(std::size_t first, std::size_t enough, std::string& target) const override
     {
-        constexpr std::size_t longest_code = 4, usual_field = 32, around_field = 64;
+        constexpr std::size_t usual_field = 32, around_field = 64;
         const auto columns = column_texts();
         const ShortText blanks("           "), table(to_utf8(table_) + "(");
-        std::vector<char> encoded, rendered;
+        std::string encoded;
+        std::vector<char> rendered;
         for (; first < lines_.size() && target.size() < enough; ++first) {
             const TextView line = lines_[first];
-            encoded.resize(std::max(encoded.size(), longest_code * line.size() + usual_field));
-            const std::span<const char> bytes(encoded.data(), encode_into(line, encoded.data()));
+            encoded.clear();
+            encode_to(line, encoded);
+            const std::size_t size = encoded.size();
+            encoded.append(usual_field, ' '); // so that a block can be copied from each field
+            const std::span<const char> bytes(encoded.data(), size);
             rendered.resize(std::max(rendered.size(), bytes.size() + last_split_column * around_field));
             char* out = rendered.data();
             ShortText row = table;

@@ -2,7 +2,6 @@
 
 #include "mainwindow/pane_text.h"
 #include "platform/platform.h"
-#include "platform/text/position.h"
 #include "platform/text/text.h"
 
 #include <cstdint>

@@ -52,7 +52,7 @@ void show_opening_screen(Program& program)
 {
     pass_over_failure([&] {
         const std::string bytes = program.platform.files.read(installed(program, U"coclus.txt"));
-        program.form1.RichTextBox2.set_content(PaneText(decode_foreign(bytes)));
+        program.form1.RichTextBox2.set_content(PaneText(recognise_foreign(bytes).document));
     });
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "platform/text/document.h"
-#include "platform/text/position.h"
 
 #include <functional>
 #include <memory>

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tarvik {
 
@@ -143,12 +144,13 @@ bool cut_pieces(Program& program, const Document& document, TextView query, Text
 {
     const TextView text = document.lowered();
     const bool keeps_stop = separator.contains(U".") || separator.contains(U"。");
-    Occurrences matches(text, query), separators(text, separator);
-    LastOccurrence separators_before(text, separator);
+    Occurrences matches(text, query), separators(text, separator), passed(text, separator);
+    std::size_t before = npos, next = passed.next(); // the last separator before a match, and the one behind that
     ResultWriter results(program, program.module1.hits, document.lowered_buffer());
     bool& cutopen = program.form1.cutopen;
     for (std::size_t match = matches.next(); match != npos && !cutopen; match = matches.next()) {
-        const std::size_t before = separators_before.within(without_blanks_before(text, match));
+        const std::size_t end = without_blanks_before(text, match);
+        while (next != npos && next + passed.length() <= end) before = std::exchange(next, passed.next());
         const bool is_first = before == npos;
         const std::size_t behind = position_within(separators, match, far_window);
         if (behind == 0) {

@@ -1,11 +1,11 @@
 #include "reading/reading.h"
 
 #include "platform/text/code_page.h"
+#include "platform/text/text_index.h"
 
 #include <algorithm>
 #include <memory>
 #include <span>
-#include <unordered_set>
 #include <vector>
 
 namespace tarvik {
@@ -122,11 +122,11 @@ void save_results_of_queries(Program& program)
 
 void empty_earlier_copies(TextArray& results, std::size_t last)
 {
-    std::unordered_set<TextView, TextHash> seen;
+    TextIndex seen;
     for (std::size_t i = last + 1; i-- > 0;) {
         const TextView result = results.get(i);
         if (result.empty()) continue;
-        if (!seen.insert(result).second) results.clear(i, i);
+        if (!seen.insert(result).is_new) results.clear(i, i);
     }
 }
 

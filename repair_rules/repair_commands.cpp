@@ -32,7 +32,7 @@ repair_rules::RuleTable department_rules(const Program& program)
     const Files& files = program.platform.files;
     const Text path = installed(program, files::repair_rules);
     if (!files.file_exists(path)) return repair_rules::read_rules(repair_rules::built_in_rules());
-    const Document table = decode_foreign(files.read(path));
+    const Document table = recognise_foreign(files.read(path)).document;
     return repair_rules::read_rules(table.text());
 }
 

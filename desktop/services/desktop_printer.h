@@ -2,8 +2,8 @@
 
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
+#include "platform/failure.h"
 #include "platform/files/disk_file.h"
-#include "platform/files/file_failure.h"
 #include "platform/platform.h"
 
 #include <string>

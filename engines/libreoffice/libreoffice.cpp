@@ -1,8 +1,8 @@
 #include "engines/libreoffice/libreoffice.h"
 
 #include "engines/packages/file_kind.h"
+#include "platform/failure.h"
 #include "platform/files/disk_file.h"
-#include "platform/files/file_failure.h"
 
 #include <system_error>
 

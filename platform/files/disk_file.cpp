@@ -1,6 +1,6 @@
 #include "platform/files/disk_file.h"
 
-#include "platform/files/file_failure.h"
+#include "platform/failure.h"
 #include "platform/files/system_paths.h"
 
 #include <algorithm>

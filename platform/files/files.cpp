@@ -1,6 +1,6 @@
 #include "platform/files/files.h"
 
-#include "platform/files/file_failure.h"
+#include "platform/failure.h"
 #include "platform/files/system_paths.h"
 
 #include <algorithm>

@@ -30,7 +30,7 @@ struct FileStatus {
 class SystemFile {
 public:
     SystemFile(const std::filesystem::path& path, Opening opening);
-    ~SystemFile();
+    ~SystemFile() { close(); }
     SystemFile(const SystemFile&) = delete;
     SystemFile& operator=(const SystemFile&) = delete;
 

@@ -1,7 +1,7 @@
 #include "platform/files/working_folder.h"
 
-#include "platform/files/disk_file.h"
-#include "platform/files/file_failure.h"
+#include "platform/failure.h"
+#include "platform/files/files.h"
 #include "platform/files/system_paths.h"
 #include "platform/program_start.h"
 
@@ -66,11 +66,7 @@ void write_list(const fs::path& path, const VersionsByName& versions)
 {
     std::string lines;
     for (const auto& [name, version] : versions) lines.append(version).append("\t").append(name).append("\n");
-    naming_path(U"写入文件", text_of(path), [&] {
-        ReplacementFile list(path, text_of(path));
-        list.write(lines);
-        list.take_place();
-    });
+    Files(path.parent_path()).replace(text_of(path), lines);
 }
 
 /// A name that differs in case alone counts as there: the user's file would be passed over for the new one.

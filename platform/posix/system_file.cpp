@@ -1,6 +1,6 @@
 #include "platform/files/system_file.h"
 
-#include "platform/files/file_failure.h"
+#include "platform/failure.h"
 
 #include <array>
 #include <cerrno>
@@ -90,11 +90,6 @@ void flush_folder(const fs::path& path)
 SystemFile::SystemFile(const fs::path& path, Opening opening) : handle_(open_descriptor(path, flags_of(opening)))
 {
     if (opening == Opening::New) lock();
-}
-
-SystemFile::~SystemFile()
-{
-    close();
 }
 
 FileStatus SystemFile::status() const

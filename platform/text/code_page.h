@@ -33,8 +33,6 @@ struct ForeignText {
 /// throws passes through.
 ForeignText recognise_foreign(const OpenBytes& open);
 ForeignText recognise_foreign(std::string_view bytes);
-/// The document alone.
-Document decode_foreign(std::string_view bytes);
 
 /// What goes behind the end of such a file: the text in its encoding, its CR LF as the file ends its lines.
 std::string encode_behind(const ForeignText& file, TextView text);
@@ -45,8 +43,6 @@ Document decode_own(std::string_view bytes);
 /// The bytes of a text in the system's code page. U+FFFD and lone surrogates become "?".
 std::string encode(TextView text);
 void encode_to(TextView text, std::string& target);
-/// The same to a place with room for 4 bytes a character; gives the place behind the last byte.
-char* encode_into(TextView text, char* target);
 
 /// The signed 16-bit code that a character has in GBK: 0 to 128 for a single byte, negative for a Chinese character, 63
 /// ("?") for a character that GBK lacks.

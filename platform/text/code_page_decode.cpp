@@ -279,11 +279,6 @@ ForeignText recognise_foreign(std::string_view bytes)
     return recognise_foreign([bytes] { return source_of(bytes); });
 }
 
-Document decode_foreign(std::string_view bytes)
-{
-    return recognise_foreign(bytes).document;
-}
-
 Document decode_own(std::string_view bytes)
 {
     TextBuilder text;

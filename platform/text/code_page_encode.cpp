@@ -132,11 +132,6 @@ std::string encode_behind(const ForeignText& file, TextView text)
     return big_endian || file.encoding == U"UTF-16LE" ? encode_utf16(lines, big_endian) : encode(lines);
 }
 
-char* encode_into(TextView text, char* target)
-{
-    return text.visit([target](auto characters) { return write_characters(characters, target); });
-}
-
 int char_code(char32_t character) noexcept
 {
     if (character < 0x80) return static_cast<int>(character);

@@ -162,13 +162,4 @@ std::size_t Occurrences::at_or_behind(std::size_t from)
     return current_;
 }
 
-std::size_t LastOccurrence::within(std::size_t end)
-{
-    while (ahead_ != npos && ahead_ + walk_.length() <= end) {
-        last_ = ahead_;
-        ahead_ = walk_.next();
-    }
-    return last_;
-}
-
 } // namespace tarvik

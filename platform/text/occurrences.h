@@ -31,19 +31,4 @@ private:
     bool started_ = false;
 };
 
-/// Looks back: the last occurrence that ends at or before a place.
-class LastOccurrence {
-public:
-    LastOccurrence(TextView text, TextView needle) : walk_(text, needle), ahead_(walk_.next()) {}
-
-    /// Where the last occurrence that lies in the first `end` characters begins, npos if there is none. `end` must not
-    /// fall from call to call.
-    std::size_t within(std::size_t end);
-
-private:
-    Occurrences walk_;
-    std::size_t ahead_;
-    std::size_t last_ = npos;
-};
-
 } // namespace tarvik

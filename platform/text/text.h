@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -94,12 +95,32 @@ private:
     std::size_t width_ : 3 = 4;
 };
 
-/// For unordered containers that are keyed by views.
-struct TextHash {
-    std::size_t operator()(TextView text) const noexcept { return text.hash(); }
-};
-
 Text operator+(Text left, TextView right);
+
+/// The place of a character in a text, counted from 1, as members, boxes and scripts show it. An offset, which is a
+/// plain number, counts from 0: neither passes for the other.
+class Position {
+public:
+    constexpr Position() noexcept = default; ///< the first
+    explicit constexpr Position(std::size_t number) noexcept : number_(number) {}
+    static constexpr Position at_offset(std::size_t offset) noexcept { return Position(offset + 1); }
+
+    constexpr std::size_t number() const noexcept { return number_; }
+    constexpr std::size_t offset() const noexcept { return number_ - 1; }
+
+    friend constexpr auto operator<=>(Position, Position) = default; // NOLINT(modernize-use-nullptr): of the checker
+    friend constexpr Position operator+(Position position, std::size_t characters) noexcept
+    {
+        return Position(position.number_ + characters);
+    }
+    friend constexpr Position operator-(Position position, std::size_t characters) noexcept
+    {
+        return Position(position.number_ - characters);
+    }
+
+private:
+    std::size_t number_ = 1;
+};
 
 // Positions count from 1; 0 means "not found".
 

@@ -1,6 +1,6 @@
 #include "platform/files/system_file.h"
 
-#include "platform/files/file_failure.h"
+#include "platform/failure.h"
 #include "platform/files/system_paths.h"
 
 #include <algorithm>
@@ -163,11 +163,6 @@ SystemFile::SystemFile(const fs::path& path, Opening opening)
     handle_ = reinterpret_cast<std::intptr_t>(open_handle(path, way_of(opening)));
     if (opening == Opening::New) lock();
     if (opening == Opening::Append) ::SetFilePointer(handle_of(handle_), 0, nullptr, FILE_END);
-}
-
-SystemFile::~SystemFile()
-{
-    close();
 }
 
 FileStatus SystemFile::status() const

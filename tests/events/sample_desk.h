@@ -82,7 +82,8 @@ public:
         const std::string report = started.installation.read(job.document);
         std::size_t end = 0;
         for (int line = 0; line < job.lines && end != std::string::npos; ++line) end = report.find('\n', end + 1);
-        started.open_text(decode_foreign(report.substr(0, end == std::string::npos ? end : end + 1)).text());
+        started.open_text(
+            recognise_foreign(report.substr(0, end == std::string::npos ? end : end + 1)).document.text());
         started.dialogs.files = std::deque<std::optional<Text>>(3, Text(job.picked));
         if (job.at_first_key) {
             program.module1.keylist.set(0, U"20240101");

@@ -46,7 +46,7 @@ TEST(DecodeForeign, reads_every_kind_of_file)
         {"empty", ""s, U"", 1},
     };
     for (const FileCase& row : cases) {
-        const Document document = decode_foreign(row.bytes);
+        const Document document = recognise_foreign(row.bytes).document;
         EXPECT_EQ(in_utf8(document), to_utf8(row.text)) << row.what;
         EXPECT_EQ(document.text().width(), row.width) << row.what;
         const Document closed = document.with_closing_line_end();
@@ -79,7 +79,7 @@ TEST(EncodeBehind, lengthens_a_file_in_its_own_encoding_and_line_ends)
 TEST(DecodeOwn, does_not_guess)
 {
     const std::string bytes = "\xe4\xb8\xad\xe5\x9b\xbd";
-    EXPECT_EQ(in_utf8(decode_foreign(bytes)), "中国");
+    EXPECT_EQ(in_utf8(recognise_foreign(bytes).document), "中国");
     EXPECT_EQ(in_utf8(decode_own(bytes)), "涓\xee\x85\x9e浗");
 }
 
@@ -97,7 +97,9 @@ TEST(DecodeForeign, reads_a_large_text_as_its_lines)
         const auto line = [&](const std::string& begin, std::size_t number) {
             return begin + std::to_string(number) + form.cut[number % form.cut.size()] + "\r\n";
         };
-        const auto decoded = [&](const std::string& bytes) { return decode_foreign(form.mark + bytes).text().str(); };
+        const auto decoded = [&](const std::string& bytes) {
+            return recognise_foreign(form.mark + bytes).document.text().str();
+        };
         std::vector<Text> texts;
         for (std::size_t number = 0; number < lines; ++number) texts.push_back(decoded(line("line ", number)));
         for (const std::size_t place : {lines, lines / 10, lines - 10}) { // of the character beyond; first: none
@@ -107,7 +109,7 @@ TEST(DecodeForeign, reads_a_large_text_as_its_lines)
                 bytes += line(number == place ? form.beyond : "line ", number);
                 text += number == place ? decoded(line(form.beyond, number)) : texts[number];
             }
-            EXPECT_TRUE(decode_foreign(bytes).text() == TextView(text));
+            EXPECT_TRUE(recognise_foreign(bytes).document.text() == TextView(text));
         }
     }
 }
@@ -146,7 +148,7 @@ TEST(DecodeForeign, a_guess_that_proves_wrong_late_leaves_nothing_behind)
         EXPECT_EQ(to_utf8(text.encoding), "GB18030");
         EXPECT_LE(opened, 2U);
     }
-    EXPECT_TRUE(decode_foreign(plain + chinese).text() == TextView(from_utf8(plain + chinese)));
+    EXPECT_TRUE(recognise_foreign(plain + chinese).document.text() == TextView(from_utf8(plain + chinese)));
 }
 
 TEST(DecodeForeign, passes_on_that_a_source_breaks_off)

@@ -1,4 +1,4 @@
-#include "platform/files/file_failure.h"
+#include "platform/failure.h"
 
 #include <cerrno>
 

@@ -1,4 +1,4 @@
-#include "columns/text_index.h"
+#include "platform/text/text_index.h"
 
 #include <bit>
 
