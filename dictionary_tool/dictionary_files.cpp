@@ -87,32 +87,27 @@ bool DictionaryFiles::add(const SourceEntry& entry)
     head = trim(head).str();
     if (head.empty() || head.size() > longest_head) return false;
 
-    File& file = file_for(lower(head.front()));
+    const char32_t first = lower(head.front());
+    const Dictionary& english = english_dictionary(first);
+    const bool is_served = use_ == DictionaryUse::English && dictionary_file(english, first);
+    const Dictionary& layout = is_served ? english : chinese_dictionary;
+    std::string& bytes = files_[*dictionary_file(layout, first)];
+    if (bytes.empty()) bytes = opening(layout);
     std::vector<Text> lines = lines_of(entry.body);
     if (!lines.empty() && lower(trim(lines.front())) == lower(head)) lines.erase(lines.begin());
-    if (!file.layout.letters_alike && lower(head) != head) {
+    if (!layout.letters_alike && lower(head) != head) {
         lines.insert(lines.begin(), head + U' ');
         head = lower(head);
     }
     Text body;
     for (const Text& line : lines) body += (body.empty() ? U"" : Text(line_end)) + line;
     const std::size_t room = longest_entry - reserve - head.size();
-    encode_to(entry_text(file.layout, head, cut_front(body, room)), file.bytes);
+    encode_to(entry_text(layout, head, cut_front(body, room)), bytes);
     for (int part = 2; !body.empty(); ++part) {
         const Text numbered = head + U" (" + number_text(part) + U")";
-        encode_to(entry_text(file.layout, numbered, cut_front(body, room)), file.bytes);
+        encode_to(entry_text(layout, numbered, cut_front(body, room)), bytes);
     }
     return true;
-}
-
-DictionaryFiles::File& DictionaryFiles::file_for(char32_t first)
-{
-    const Dictionary& english = english_dictionary(first);
-    const bool is_served = use_ == DictionaryUse::English && dictionary_file(english, first);
-    const Dictionary& layout = is_served ? english : chinese_dictionary;
-    const auto [place, made] = files_.try_emplace(*dictionary_file(layout, first), File{layout, {}});
-    if (made) place->second.bytes = opening(layout);
-    return place->second;
 }
 
 // The first entry of a file cannot be found by its head, so it is one that nobody looks for. Its Chinese characters
@@ -123,13 +118,6 @@ std::string DictionaryFiles::opening(const Dictionary& layout) const
     for (const Text& line : lines_of(name_)) title += line;
     title.resize(std::max(title.size(), layout.first_position), U' ');
     return encode(title + TextView(layout.entry_end));
-}
-
-std::map<Text, std::string> DictionaryFiles::bytes() const
-{
-    std::map<Text, std::string> all;
-    for (const auto& [name, file] : files_) all.emplace(name, file.bytes);
-    return all;
 }
 
 } // namespace tarvik

@@ -24,19 +24,14 @@ public:
     bool add(const SourceEntry& entry);
 
     /// File names with the bytes to write.
-    std::map<Text, std::string> bytes() const;
+    const std::map<Text, std::string>& bytes() const { return files_; }
 
 private:
-    struct File {
-        Dictionary layout;
-        std::string bytes;
-    };
-    File& file_for(char32_t first);
     std::string opening(const Dictionary& layout) const;
 
     DictionaryUse use_;
     Text name_;
-    std::map<Text, File> files_;
+    std::map<Text, std::string> files_;
 };
 
 } // namespace tarvik

@@ -45,11 +45,10 @@ void convert(const Request& request)
         request.source, [&](const SourceEntry& entry) { dictionary.add(entry) ? ++entries : ++left_out; });
 
     Files files(request.target);
-    const auto written = dictionary.bytes();
-    for (const auto& [name, bytes] : written)
+    for (const auto& [name, bytes] : dictionary.bytes())
         if (!request.replace && files.file_exists(name))
             throw Failure(U"目标文件夹中已有“" + TextView(name) + U"”；要替换，请加 --replace");
-    for (const auto& [name, bytes] : written) {
+    for (const auto& [name, bytes] : dictionary.bytes()) {
         files.replace(name, bytes);
         std::cout << to_utf8(name) << "  " << bytes.size() << '\n';
     }

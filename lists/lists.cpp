@@ -22,24 +22,22 @@ constexpr int first_row = 5;                                         // of the s
 constexpr int part_cell = 1, model_cell = 2, count_cell = 4;         // columns of the sheet
 
 /// The statistics of a column of SUF, shown without a message and written into the first sheet of z1.xlsx: each value
-/// in upper case at `row` and column `sheetcol`, its count as text `offset` columns to the right. `row` comes back
-/// raised by the number of values, which `sheetrow` keeps too.
-void statistics(Program& program, int column, int& row, int sheetcol, int offset)
+/// in upper case from `row` down in column `sheetcol`, its count as text in `counts_column`. Gives the row behind the
+/// last one, which `sheetrow` keeps too.
+int statistics(Program& program, int column, int row, int sheetcol, int counts_column)
 {
     const auto statistic = count_for_command(program, column);
-    if (!statistic) return;
+    if (!statistic) return row;
     ScratchFile file(program, statistics_file);
     SpreadsheetTask task(program, installed(program, files::label_list));
-    int target = row;
     for (const Count& value : statistic->counts) {
-        task.sheet().set_cell(target, sheetcol, upper(value.value));
-        task.sheet().set_cell(target, sheetcol + offset, number_text(value.count));
-        ++target;
+        task.sheet().set_cell(row, sheetcol, upper(value.value));
+        task.sheet().set_cell(row++, counts_column, number_text(value.count));
     }
     task.finish(Changes::Save);
-    row = target;
-    program.form1.sheetrow = target;
+    program.form1.sheetrow = row;
     show_statistic(program, file, *statistic);
+    return row;
 }
 
 void excelsaveas(Program& program)
@@ -57,9 +55,8 @@ struct Marks {
 
 Marks write_block(Program& program, Marks rows, int counts_column)
 {
-    statistics(program, model_column, rows.models, model_cell, counts_column - model_cell);
-    statistics(program, part_column, rows.parts, part_cell, counts_column - part_cell);
-    return rows;
+    return {statistics(program, model_column, rows.models, model_cell, counts_column),
+            statistics(program, part_column, rows.parts, part_cell, counts_column)};
 }
 
 void load_second_report(Program& program)
