@@ -5,7 +5,7 @@
 #include "platform/text/code_page.h"
 #include "runs/batch_runner.h"
 #include "runs/folder_walk.h"
-#include "runs/sheet_path.h"
+#include "runs/sheets.h"
 
 #include <set>
 #include <unordered_map>

@@ -2,8 +2,7 @@
 
 #include "designer/design/design.h"
 #include "runs/folder_walk.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 #include <algorithm>
 #include <unordered_map>

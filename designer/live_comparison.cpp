@@ -4,8 +4,7 @@
 #include "mainwindow/installation_files.h"
 #include "runs/folder_walk.h"
 #include "runs/keyed_scans.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 namespace tarvik {
 

@@ -3,7 +3,7 @@
 #include "columns/rows.h"
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 #include <algorithm>
 #include <unordered_set>

@@ -3,8 +3,7 @@
 #include "designer/design/design.h"
 #include "mainwindow/installation_files.h"
 #include "runs/keyed_scans.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 namespace tarvik {
 

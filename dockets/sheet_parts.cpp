@@ -50,7 +50,7 @@ void write_items(const Program& program, std::span<const CellItem> items,
 
 bool saves_sheets(Program& program, TextView command)
 {
-    const bool leads = command_leads(program, command);
+    const bool leads = TextView(program.form1.query_box().text()).starts_with(command);
     if (!leads) program.run.ahead_of_command = true;
     return leads;
 }

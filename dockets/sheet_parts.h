@@ -1,8 +1,7 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 #include <functional>
 #include <span>

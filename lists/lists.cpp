@@ -5,8 +5,7 @@
 #include "platform/text/code_page.h"
 #include "runs/folder_walk.h"
 #include "runs/keyed_scans.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 #include <algorithm>
 #include <unordered_map>

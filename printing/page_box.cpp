@@ -3,8 +3,7 @@
 #include "mainwindow/installation_files.h"
 #include "platform/text/code_page.h"
 #include "runs/folder_walk.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 namespace tarvik {
 

@@ -6,8 +6,7 @@
 #include "repair_rules/sheets.h"
 #include "runs/batch_runner.h"
 #include "runs/folder_walk.h"
-#include "runs/sheet_path.h"
-#include "runs/tasks.h"
+#include "runs/sheets.h"
 
 #include <cmath>
 

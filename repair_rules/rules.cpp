@@ -205,7 +205,7 @@ Text repair_word(const Fields& fields, std::size_t index)
 
 class TableReader {
 public:
-    explicit TableReader(TextView text)
+    RuleTable read(TextView text)
     {
         for (std::size_t line = 1; !text.empty(); ++line) {
             const std::size_t end = std::min(text.find(U'\n'), text.size());
@@ -213,9 +213,8 @@ public:
             text = text.substr(end + 1);
         }
         check_counts();
+        return std::move(table_);
     }
-
-    RuleTable table() { return std::move(table_); }
 
 private:
     void read_line(TextView content, std::size_t line)
@@ -340,7 +339,7 @@ bool Condition::holds(TextView text) const
 
 RuleTable read_rules(TextView text)
 {
-    return TableReader(text).table();
+    return TableReader().read(text);
 }
 
 } // namespace tarvik::repair_rules

@@ -3,6 +3,7 @@
 #include "calendar/calendar.h"
 #include "runs/folder_walk.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -101,9 +102,7 @@ void start_run(Program& program, Timer& timer)
 
 bool run_in_progress(Form1& form1)
 {
-    for (const Timer* timer : form1.batch_timers())
-        if (timer->enabled()) return true;
-    return false;
+    return std::ranges::any_of(form1.batch_timers(), &Timer::enabled);
 }
 
 void stop_run(Program& program)

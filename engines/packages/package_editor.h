@@ -85,7 +85,6 @@ public:
     /// The package as it was opened.
     const Package& original() const noexcept { return *package_; }
     ContentTypes& types() noexcept { return types_; }
-    const ContentTypes& types() const noexcept { return types_; }
 
     /// Whether the new package has a part of that name.
     bool has(std::string_view part) const;

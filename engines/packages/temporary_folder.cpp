@@ -4,7 +4,6 @@
 #include "platform/files/disk_file.h"
 #include "platform/files/system_paths.h"
 
-#include <algorithm>
 #include <random>
 #include <string>
 #include <system_error>
@@ -20,9 +19,8 @@ constexpr const char* lock_name = "in-use";
 
 bool is_name_of_ours(std::string_view name)
 {
-    const auto is_digit = [](char character) { return character >= '0' && character <= '9'; };
     return name.size() > beginning.size() && name.starts_with(beginning) &&
-           std::ranges::all_of(name.substr(beginning.size()), is_digit);
+           name.find_first_not_of("0123456789", beginning.size()) == std::string_view::npos;
 }
 
 // One that was killed ahead of its lock leaves an empty folder; what else has none stays.

@@ -81,10 +81,8 @@ std::string resolved(std::string_view reference)
         if (error != std::errc() || end != digits.data() + digits.size()) return {};
         return to_utf8(Text(1, static_cast<char32_t>(code)));
     }
-    for (const auto& entity : entities) {
-        if (entity.name == reference) return std::string(entity.text);
-    }
-    return {};
+    const auto* const entity = std::ranges::find(entities, reference, &Entity::name);
+    return entity == entities.end() ? std::string() : std::string(entity->text);
 }
 
 bool is_deep(pugi::xml_node node, int left) noexcept

@@ -1,4 +1,4 @@
-#include "runs/sheet_path.h"
+#include "runs/sheets.h"
 
 #include "platform/files/system_paths.h"
 #include "tests/support/test_program.h"
