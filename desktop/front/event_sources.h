@@ -1,6 +1,5 @@
 #pragma once
 
-#include "desktop/front/event_queue.h"
 #include "desktop/front/front.h"
 
 #include <QApplication>

@@ -83,14 +83,13 @@ QColor button_colour(const QStyleOption& option)
     return hover ? colour.lighter(hover_lightness) : colour;
 }
 
-// A second line inside the border: the keys typed here are commands.
-void paint_command_border(QPainter& painter, const QRect& area)
+void paint_rounded(QPainter& painter, const QRectF& area, double corner, const QPen& pen, const QBrush& fill)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QApplication::palette().color(QPalette::Highlight), 2));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(QRectF(area).adjusted(3, 3, -3, -3), radius - 1, radius - 1);
+    painter.setPen(pen);
+    painter.setBrush(fill);
+    painter.drawRoundedRect(area, corner, corner);
     painter.restore();
 }
 
@@ -132,7 +131,9 @@ public:
         case PE_IndicatorCheckBox: paint_indicator(*painter, *option, element == PE_IndicatorRadioButton); return;
         case PE_PanelLineEdit:
             paint_box(*painter, option->rect, option->palette.color(QPalette::Base), focus);
-            if (widget && widget->property("keysAreCommands").toBool()) paint_command_border(*painter, option->rect);
+            if (widget && widget->property("keysAreCommands").toBool()) // which a second line inside the border says
+                paint_rounded(*painter, QRectF(option->rect).adjusted(3, 3, -3, -3), radius - 1,
+                              QPen(QApplication::palette().color(QPalette::Highlight), 2), Qt::NoBrush);
             return;
         case PE_Frame:
             if (is_text_widget(widget)) {
@@ -177,14 +178,10 @@ public:
 
 void paint_box(QPainter& painter, const QRect& area, const QColor& fill, bool focus)
 {
-    const double pen = focus ? 2 : 1;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QApplication::palette().color(focus ? focus_role : QPalette::Mid), pen));
-    painter.setBrush(fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
-    const double inset = pen / 2;
-    painter.drawRoundedRect(QRectF(area).adjusted(inset, inset, -inset, -inset), radius, radius);
-    painter.restore();
+    const double width = focus ? 2 : 1, inset = width / 2;
+    const QPen pen(QApplication::palette().color(focus ? focus_role : QPalette::Mid), width);
+    paint_rounded(painter, QRectF(area).adjusted(inset, inset, -inset, -inset), radius, pen,
+                  fill.isValid() ? QBrush(fill) : QBrush(Qt::NoBrush));
 }
 
 Theme::Theme(const Files& files)

@@ -183,7 +183,9 @@ public:
         box.setWindowTitle(to_qt(title));
         box.setLabelText(with_one_separator(prompt));
         box.setTextValue(to_qt(preset));
-        if (const auto drive = drive_of(preset, drives_); drive != drives_.end()) {
+        const bool is_on_drive = preset.size() > 2 && preset[0] < 0x80 && preset[1] == U':';
+        const auto drive = is_on_drive ? drives_.find(static_cast<char>(preset[0])) : drives_.end();
+        if (drive != drives_.end()) {
             box.setLabelText(box.labelText() + QString("\n这台电脑没有可以写入的 %1 盘，改为存到您的“文档”文件夹：")
                                                    .arg(QChar(drive->first).toUpper()));
             box.setTextValue(to_qt(text_of(drive->second)) + to_qt(preset.substr(2)));
@@ -214,11 +216,6 @@ private:
     QString with_one_separator(TextView text) const
     {
         return lines_to_qt(text).replace(folder_ + '\\', folder_ + QDir::separator());
-    }
-    static DriveMap::const_iterator drive_of(TextView path, const DriveMap& drives)
-    {
-        const bool is_on_drive = path.size() > 2 && path[0] < 0x80 && path[1] == U':';
-        return is_on_drive ? drives.find(static_cast<char>(path[0])) : drives.end();
     }
     std::optional<Text> choose_file(TextView filter, bool save)
     {

@@ -18,16 +18,8 @@ std::size_t mark_end(const Mark& mark)
 constexpr std::u32string_view closing = U"!),.:;?]}。，、；：？！）】》」』”’〕〉］｝…—％℃";
 constexpr std::u32string_view opening = U"([{（【《「『“‘〔〈［｛￥$";
 
-constexpr bool is_blank(char32_t character)
-{
-    return character == U' ' || character == U'\t' || character == U'\u3000';
-}
-
-// From the radicals on, scripts are written without blanks between words.
-constexpr bool is_wide(char32_t character)
-{
-    return character >= 0x2e80;
-}
+constexpr std::u32string_view blanks = U" \t\u3000";
+constexpr char32_t first_wide = 0x2e80; // from the radicals on, scripts are written without blanks between words
 
 constexpr bool holds(std::u32string_view set, char32_t character)
 {
@@ -38,10 +30,10 @@ constexpr bool holds(std::u32string_view set, char32_t character)
 // before a closing nor behind an opening mark.
 bool may_break_between(char32_t before, char32_t after)
 {
-    if (is_blank(after)) return false; // blanks hang over the edge
-    if (is_blank(before)) return true;
+    if (holds(blanks, after)) return false; // blanks hang over the edge
+    if (holds(blanks, before)) return true;
     if (holds(closing, after) || holds(opening, before)) return false;
-    return before == U'-' || is_wide(before) || is_wide(after) || holds(closing.substr(9), before);
+    return before == U'-' || std::max(before, after) >= first_wide || holds(closing.substr(9), before);
 }
 
 } // namespace

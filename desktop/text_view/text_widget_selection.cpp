@@ -26,8 +26,7 @@ int word_kind(char32_t character)
 // What the codes, numbers and dates of reports are made of.
 bool is_code(char32_t character)
 {
-    return word_kind(character) == 2 || character == U'-' || character == U'.' || character == U'/' ||
-           character == U'#';
+    return word_kind(character) == 2 || std::u32string_view(U"-./#").find(character) != npos;
 }
 
 } // namespace
@@ -130,20 +129,19 @@ bool TextWidget::move_by_key(const QKeyEvent& event)
         wanted_x_ = x;
         return true;
     }
-    std::size_t target = caret_;
+    const auto go = [this, extend](std::size_t target) {
+        move_caret(target, extend);
+        return true;
+    };
     switch (event.key()) {
     case Qt::Key_Left:
-        target = far ? word_edge(left_of(caret_), false) : collapse ? selection_start() : left_of(caret_);
-        break;
+        return go(far ? word_edge(left_of(caret_), false) : collapse ? selection_start() : left_of(caret_));
     case Qt::Key_Right:
-        target = far ? word_edge(right_of(caret_), true) : collapse ? selection_end() : right_of(caret_);
-        break;
-    case Qt::Key_Home: target = far ? 0 : row.start; break;
-    case Qt::Key_End: target = far ? area_.lines().size() : row.last_place(); break;
+        return go(far ? word_edge(right_of(caret_), true) : collapse ? selection_end() : right_of(caret_));
+    case Qt::Key_Home: return go(far ? 0 : row.start);
+    case Qt::Key_End: return go(far ? area_.lines().size() : row.last_place());
     default: return false;
     }
-    move_caret(target, extend);
-    return true;
 }
 
 void TextWidget::mousePressEvent(QMouseEvent* event)

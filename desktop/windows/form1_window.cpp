@@ -284,8 +284,7 @@ void Form1Window::grow()
     growth_.setStartValue(size() / 2);
     growth_.setEndValue(size());
     growth_.setEasingCurve(QEasingCurve::OutCubic);
-    connect(&growth_, &QVariantAnimation::valueChanged, this, [this](const QVariant& now) { resize(now.toSize()); });
-    connect(&growth_, &QVariantAnimation::finished, this, [this] { post_resize(size()); });
+    connect(&growth_, &QPropertyAnimation::finished, this, [this] { post_resize(size()); });
     growth_.start();
 }
 

@@ -5,7 +5,7 @@
 #include "desktop/windows/form_window.h"
 #include "desktop/windows/status_line.h"
 
-#include <QVariantAnimation>
+#include <QPropertyAnimation>
 
 namespace tarvik {
 
@@ -88,8 +88,8 @@ private:
     CommandList* commands_ = nullptr;
     FindBar find_bar_;
     QLabel key_hint_{this};
-    QVariantAnimation growth_; // of the window when the program starts
-    QSizeF full_size_;         // that the window opens with, in pixels without any zoom
+    QPropertyAnimation growth_{this, "size"}; // when the program starts
+    QSizeF full_size_;                        // that the window opens with, in pixels without any zoom
     double largest_zoom_ = 1;
     bool pressed_ = false;
     Text separator_, number_before_; // of the last query; in the number box as last seen

@@ -56,7 +56,8 @@ public:
         const QString caption = to_qt(model_.caption()) + title_addition();
         setWindowTitle(caption);
         front_.theme.colour(*this, model_.back_color());
-        show_size();
+        const QSize size = front_.scale.size(model_);
+        if (std::exchange(size_, size) != size) resize(size);
         if (std::exchange(front_requests_, model_.front_requests()) != model_.front_requests() && model_.visible()) {
             model_.set_window_state(0);
             raise();
@@ -165,13 +166,6 @@ protected:
 
 private:
     void enter(Control& control, QWidget& widget, const FontRole& role, std::function<void()> show);
-    void show_size()
-    {
-        const QSize wanted = front_.scale.size(model_);
-        if (wanted == size_) return;
-        size_ = wanted;
-        resize(wanted);
-    }
     // Only the stretched picture is kept: the file is looked for and loaded again for every size of the window.
     void paint_picture(QPainter& painter)
     {

@@ -70,8 +70,7 @@ QString common_folder(const QStringList& files)
 {
     QString folder = QFileInfo(files.front()).absolutePath();
     for (const QString& file : files) {
-        const QString path = QDir::fromNativeSeparators(file);
-        while (!path.startsWith(folder.endsWith('/') ? folder : folder + '/')) {
+        while (!QDir::fromNativeSeparators(file).startsWith(folder.endsWith('/') ? folder : folder + '/')) {
             const QString above = QFileInfo(folder).absolutePath();
             if (above == folder) return {};
             folder = above;

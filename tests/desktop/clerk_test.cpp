@@ -16,13 +16,9 @@ namespace {
 
 using DesktopClerk = DesktopFixture;
 
+const std::string utf8 = "\xef\xbb\xbf"; // the mark that says so
 constexpr const char* table = "号\t名称\t城市和一个比下面每一个格都宽得多的列名\r\n1\tyq-r8808\tParis\r\n22\t光模块 "
                               "yq-xfp40km\tBrno\r\n333\tx\t\r\n";
-
-void write_utf8(const TemporaryFolder& folder, const std::string& name, const std::string& text)
-{
-    folder.write(name, "\xef\xbb\xbf" + text);
-}
 
 double x_of(const TextWidget& pane, const QString& text)
 {
@@ -39,7 +35,7 @@ double x_of(const TextWidget& pane, const QString& text)
 
 TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numbers)
 {
-    write_utf8(installation, "coclus.txt", table);
+    installation.write("coclus.txt", utf8 + table);
     start();
     form1().query_box().set_text(U"r");
     for (int i = 0; i < 2; ++i) expect_box("确定");
@@ -65,7 +61,7 @@ TEST_F(DesktopClerk, a_split_lines_up_and_the_ruler_fills_the_box_of_column_numb
 
 TEST_F(DesktopClerk, the_status_line_tells_what_is_in_work)
 {
-    write_utf8(installation, "报表.txt", "a\tb\nc\td\n");
+    installation.write("报表.txt", utf8 + "a\tb\nc\td\n");
     start();
     open("报表.txt");
     EXPECT_TRUE(status().text().startsWith("报表.txt  ·  UTF-8  ·  LF 行尾  ·  10 字"))
@@ -146,7 +142,7 @@ TEST_F(DesktopClerk, a_command_that_is_done_at_once_tells_where_its_file_lies)
 
 TEST_F(DesktopClerk, a_double_click_takes_a_code_or_a_cell_and_a_third_the_line)
 {
-    write_utf8(installation, "coclus.txt", "光模块 甲\tyq-r8808\tParis" + std::string(500, 'x') + "\r\n");
+    installation.write("coclus.txt", utf8 + "光模块 甲\tyq-r8808\tParis" + std::string(500, 'x') + "\r\n");
     start();
     TextWidget& pane = find<TextWidget>("Form1.RichTextBox2");
     const int y = qRound(pane.area().shown().front().row.height / 2);

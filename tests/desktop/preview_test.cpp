@@ -3,15 +3,14 @@
 namespace tarvik::test {
 namespace {
 
-class DesktopPreview : public DesktopFixture {
-protected:
-    QWidget& focused(LineBox& box)
-    {
-        in_front(box).setFocus();
-        EXPECT_TRUE(wait_until([&] { return box.hasFocus(); })) << box.objectName().toStdString();
-        return box;
-    }
-};
+using DesktopPreview = DesktopFixture;
+
+void focus(LineBox& box)
+{
+    box.activateWindow();
+    box.setFocus();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return box.hasFocus(); })) << box.objectName().toStdString();
+}
 
 TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
 {
@@ -33,7 +32,7 @@ TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
     };
     for (const auto& [from, key, to] : steps) {
         LineBox& box = find<LineBox>(from);
-        focused(box);
+        focus(box);
         box.setCursorPosition(key == Qt::Key_Right ? static_cast<int>(box.text().size()) : 0);
         QTest::keyClick(&box, key);
         const QWidget& next = find(to);
@@ -50,7 +49,7 @@ TEST_F(DesktopPreview, a_click_on_a_cell_fills_the_pair_of_boxes_that_had_the_fo
     click("Form1.Command3");
     expect_box("是");
     click("Form4.Command2"); // reads automation.bin
-    focused(find<LineBox>("Form4.Text1(4)"));
+    focus(find<LineBox>("Form4.Text1(4)"));
     expect_box("是");
     click("Form4.Command3");
     QWidget& canvas = find("Form4.Preview.Canvas");
