@@ -132,7 +132,7 @@ std::size_t checked_column(int column);
 
 // The parameter window Form3 and the notes file that it shows. A notes file that does not exist reads as an empty one.
 
-/// Shows the notes in the table pane, if there are any.
+/// The key "?": shows the notes in the table pane, if there are any and data are shown.
 void show_notes_in_pane(Program& program);
 
 /// 0 "确认": leaves the notes, after the question whether to save them, or minimises the window. Notes that cannot be

@@ -21,11 +21,6 @@ void select_sug(Program& program)
          U"Tarvik 计算");
 }
 
-void show_notes_key(Program& program)
-{
-    if (program.form1.showdata) show_notes_in_pane(program);
-}
-
 /// A key that sets a flag and says so.
 struct FlagKey {
     bool Form1::*flag;
@@ -55,10 +50,12 @@ struct Key {
 };
 
 constexpr Key keys[] = {
-    {esc, false, false, column_query},     {U'c', true, true, select_sug},       {U'?', false, true, show_notes_key},
-    {U';', true, true, set_flag<outside>}, {U':', true, true, set_flag<inside>}, {U'e', true, true, set_flag<single>},
-    {U',', true, true, set_flag<shown>},   {U'.', true, true, set_flag<hidden>}, {U'q', true, true, devision1},
-    {U'z', false, true, sort_rows},        {U'p', false, true, comparison_key},  {U'/', false, true, column_statistics},
+    {esc, false, false, column_query},       {U'c', true, true, select_sug},
+    {U'?', false, true, show_notes_in_pane}, {U';', true, true, set_flag<outside>},
+    {U':', true, true, set_flag<inside>},    {U'e', true, true, set_flag<single>},
+    {U',', true, true, set_flag<shown>},     {U'.', true, true, set_flag<hidden>},
+    {U'q', true, true, devision1},           {U'z', false, true, sort_rows},
+    {U'p', false, true, comparison_key},     {U'/', false, true, column_statistics},
 };
 
 /// The keys that the third buttons of the frames spell, by their index.

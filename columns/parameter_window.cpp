@@ -92,6 +92,7 @@ std::size_t checked_column(int column)
 
 void show_notes_in_pane(Program& program)
 {
+    if (!program.form1.showdata) return;
     Document notes = read_notes(program);
     if (!notes.empty()) program.form1.RichTextBox3.set_content(PaneText(std::move(notes)));
 }

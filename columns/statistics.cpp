@@ -13,18 +13,15 @@ namespace {
 void leave_counts(TextArray& distinctn, std::size_t rows, const Statistic& statistic)
 {
     Text numbers = U"0";
-    std::vector<std::size_t> ends;
-    for (const Count& value : statistic.counts) {
-        numbers += number_text(value.count);
-        ends.push_back(numbers.size());
-    }
+    for (const Count& value : statistic.counts) numbers += number_text(value.count);
     const SharedBuffer buffer = make_buffer(numbers);
     distinctn.keep({buffer});
     for (std::size_t row = 0; row < rows; ++row) distinctn.set_view(row, buffer->view().substr(0, 1));
     std::size_t start = 1;
-    for (std::size_t i = 0; i < ends.size(); ++i) {
-        distinctn.set_view(statistic.counts[i].first_row, buffer->view().substr(start, ends[i] - start));
-        start = ends[i];
+    for (const Count& value : statistic.counts) {
+        const std::size_t length = number_text(value.count).size();
+        distinctn.set_view(value.first_row, buffer->view().substr(start, length));
+        start += length;
     }
 }
 

@@ -4,7 +4,6 @@
 #include "reading/reading.h"
 #include "tests/support/test_program.h"
 
-#include <fstream>
 #include <gmock/gmock.h>
 #include <zlib.h>
 
@@ -49,6 +48,13 @@ protected:
         });
         return entries;
     }
+    std::string packed(const std::string& bytes)
+    {
+        const gzFile file = gzopen(utf8_of(source.path() / "scratch").c_str(), "wb");
+        gzwrite(file, bytes.data(), static_cast<unsigned>(bytes.size()));
+        gzclose(file);
+        return source.read("scratch");
+    }
 };
 
 std::string big_endian(unsigned number, int width = 4)
@@ -57,15 +63,6 @@ std::string big_endian(unsigned number, int width = 4)
     for (int shift = 8 * (width - 1); shift >= 0; shift -= 8)
         bytes += shift < 32 ? static_cast<char>(number >> shift) : '\0';
     return bytes;
-}
-
-std::string packed(const std::string& bytes, const std::filesystem::path& scratch)
-{
-    gzFile file = gzopen(utf8_of(scratch).c_str(), "wb");
-    gzwrite(file, bytes.data(), static_cast<unsigned>(bytes.size()));
-    gzclose(file);
-    std::ifstream in(scratch, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 TEST_F(DictionaryTool, a_file_that_unpacks_to_a_gigabyte_is_refused)
@@ -134,7 +131,7 @@ TEST_F(DictionaryTool, stardict_in_its_shapes)
                                         big_endian(static_cast<unsigned>(second.size())) + "lost\0"s + number(90) +
                                         big_endian(9));
         const std::string text = first + second;
-        source.write(name + (pack ? ".dict.dz" : ".dict"), pack ? packed(text, source.path() / "scratch") : text);
+        source.write(name + (pack ? ".dict.dz" : ".dict"), pack ? packed(text) : text);
     };
     write("same", "sametypesequence=m\n", 4, true);
     source.write("same.syn", "deux\0"s + big_endian(1) + "none\0"s + big_endian(7));
@@ -149,8 +146,8 @@ TEST_F(DictionaryTool, stardict_in_its_shapes)
 
 TEST_F(DictionaryTool, dictd)
 {
-    const std::string first = packed("infoone\nt", source.path() / "scratch");
-    source.write("d.dict.dz", first + packed("wo\n", source.path() / "scratch")); // in two members
+    const std::string first = packed("infoone\nt");
+    source.write("d.dict.dz", first + packed("wo\n")); // in two members
     source.write("d.index", "00-database-info\tA\tE\n一 b\tE\tE\nlost\tZ\tE\nbad\nlast\tI\tE");
     EXPECT_THAT(read("d.index"), ElementsAre(Pair("一 b", "one\n"), Pair("last", "two\n")));
     source.write("d.dict.dz", first.substr(0, first.size() - 9));

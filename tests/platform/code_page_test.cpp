@@ -10,11 +10,6 @@ namespace {
 
 using namespace std::string_literals;
 
-std::string in_utf8(const Document& document)
-{
-    return to_utf8(document.text());
-}
-
 struct FileCase {
     const char* what;
     std::string bytes;
@@ -47,7 +42,7 @@ TEST(DecodeForeign, reads_every_kind_of_file)
     };
     for (const FileCase& row : cases) {
         const Document document = recognise_foreign(row.bytes).document;
-        EXPECT_EQ(in_utf8(document), to_utf8(row.text)) << row.what;
+        EXPECT_EQ(to_utf8(document.text()), to_utf8(row.text)) << row.what;
         EXPECT_EQ(document.text().width(), row.width) << row.what;
         const Document closed = document.with_closing_line_end();
         EXPECT_EQ(closed.text().str(), row.text + U"\r\n") << row.what;
@@ -71,7 +66,7 @@ TEST(EncodeBehind, lengthens_a_file_in_its_own_encoding_and_line_ends)
     for (const std::string& bytes : files) {
         const ForeignText file = recognise_foreign(bytes);
         const ForeignText longer = recognise_foreign(bytes + encode_behind(file, U"目录𠀀\r\n"));
-        EXPECT_EQ(to_utf8(longer.document.text().str()), in_utf8(file.document) + "目录𠀀\r\n") << bytes;
+        EXPECT_EQ(to_utf8(longer.document.text().str()), to_utf8(file.document.text()) + "目录𠀀\r\n") << bytes;
         EXPECT_EQ(longer.lines_ended_in_lf, bytes.find('\n') != bytes.npos && bytes.find('\r') == bytes.npos) << bytes;
     }
 }
@@ -79,8 +74,8 @@ TEST(EncodeBehind, lengthens_a_file_in_its_own_encoding_and_line_ends)
 TEST(DecodeOwn, does_not_guess)
 {
     const std::string bytes = "\xe4\xb8\xad\xe5\x9b\xbd";
-    EXPECT_EQ(in_utf8(recognise_foreign(bytes).document), "中国");
-    EXPECT_EQ(in_utf8(decode_own(bytes)), "涓\xee\x85\x9e浗");
+    EXPECT_EQ(to_utf8(recognise_foreign(bytes).document.text()), "中国");
+    EXPECT_EQ(to_utf8(decode_own(bytes).text()), "涓\xee\x85\x9e浗");
 }
 
 TEST(DecodeForeign, reads_a_large_text_as_its_lines)
@@ -125,7 +120,7 @@ TEST(CodePage, loses_no_character)
             ASSERT_TRUE(c >= 0xe78d && c <= 0xe864 && encode(back) == encode(text)) << std::hex << unsigned(c);
         }
     }
-    EXPECT_EQ(in_utf8(decode_own("\x84\x31\x82\x36")), "\ufe10") << "the four bytes of an older edition";
+    EXPECT_EQ(to_utf8(decode_own("\x84\x31\x82\x36").text()), "\ufe10") << "the four bytes of an older edition";
 }
 
 TEST(DecodeForeign, a_guess_that_proves_wrong_late_leaves_nothing_behind)
