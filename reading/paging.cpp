@@ -122,10 +122,8 @@ public:
         const std::size_t begin = last_end_ == npos ? look : std::max(last_end_, look);
         if (query - begin <= shortest_left_out) return std::nullopt;
         const std::size_t end = place + length_;
-        for (next_end_ = std::max(next_end_, begin); next_end_ < end;) {
-            if (!belongs_to_word(page_[next_end_])) break;
-            ++next_end_;
-        }
+        next_end_ = std::max(next_end_, begin);
+        while (next_end_ < end && belongs_to_word(page_[next_end_])) ++next_end_;
         if (next_end_ == end) return Text();
         return page_.substr(next_end_ + 1, end - next_end_ - 1).str() + U";";
     }

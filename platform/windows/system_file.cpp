@@ -7,6 +7,7 @@
 #include <array>
 #include <cerrno>
 #include <iterator>
+#include <memory>
 #include <system_error>
 #include <utility>
 #include <windows.h>
@@ -87,16 +88,18 @@ Way way_of(Opening opening) noexcept
     }
 }
 
+using OpenHandle = std::unique_ptr<void, decltype(&::CloseHandle)>;
+
 /// Others may go on using the file as the systems without locks let them. Folders are opened too, to be refused by
 /// name.
-HANDLE open_handle(const fs::path& path, const Way& way)
+OpenHandle open_handle(const fs::path& path, const Way& way)
 {
     require_fitting(path);
     const HANDLE handle =
         ::CreateFileW(path.c_str(), way.access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                       way.creation, FILE_ATTRIBUTE_NORMAL | FILE_FLAG_BACKUP_SEMANTICS | way.flags, nullptr);
     if (handle == INVALID_HANDLE_VALUE) fail_with(::GetLastError(), path);
-    return handle;
+    return {handle, ::CloseHandle};
 }
 
 /// Nanoseconds since 1970 of hundreds of nanoseconds since 1601.
@@ -160,7 +163,7 @@ DWORD move_error(const fs::path& from, const fs::path& to, DWORD flags)
 SystemFile::SystemFile(const fs::path& path, Opening opening)
 {
     require_usable_name(path);
-    handle_ = reinterpret_cast<std::intptr_t>(open_handle(path, way_of(opening)));
+    handle_ = reinterpret_cast<std::intptr_t>(open_handle(path, way_of(opening)).release());
     if (opening == Opening::New) lock();
     if (opening == Opening::Append) ::SetFilePointer(handle_of(handle_), 0, nullptr, FILE_END);
 }
@@ -229,15 +232,7 @@ int SystemFile::close() noexcept
 
 FileStatus status_of(const fs::path& path)
 {
-    const HANDLE handle = open_handle(path, {FILE_READ_ATTRIBUTES, OPEN_EXISTING, 0});
-    try {
-        const FileStatus status = status_of_handle(handle);
-        ::CloseHandle(handle);
-        return status;
-    } catch (...) {
-        ::CloseHandle(handle);
-        throw;
-    }
+    return status_of_handle(open_handle(path, {FILE_READ_ATTRIBUTES, OPEN_EXISTING, 0}).get());
 }
 
 void require_writable(const fs::path& path)
@@ -271,15 +266,12 @@ Renamed rename_to_free_name(const fs::path& from, const fs::path& to)
 
 void carry_over(const fs::path& from, const fs::path& to)
 {
-    const HANDLE source = open_handle(from, {FILE_READ_ATTRIBUTES, OPEN_EXISTING, 0});
+    const OpenHandle source = open_handle(from, {FILE_READ_ATTRIBUTES, OPEN_EXISTING, 0});
+    const OpenHandle target = open_handle(to, {FILE_WRITE_ATTRIBUTES, OPEN_EXISTING, 0});
     FILETIME made{}, read{}, changed{};
-    const bool known = ::GetFileTime(source, &made, &read, &changed) != 0;
-    ::CloseHandle(source);
-    const HANDLE target = open_handle(to, {FILE_WRITE_ATTRIBUTES, OPEN_EXISTING, 0});
-    const bool done = known && ::SetFileTime(target, &made, &read, &changed) != 0;
-    const DWORD error = ::GetLastError();
-    ::CloseHandle(target);
-    if (!done) fail(number_of(error));
+    if (::GetFileTime(source.get(), &made, &read, &changed) == 0 ||
+        ::SetFileTime(target.get(), &made, &read, &changed) == 0)
+        fail(number_of(::GetLastError()));
 }
 
 void remove_file(const fs::path& path)
