@@ -34,14 +34,6 @@ std::vector<pugi::xml_node> nearest(pugi::xml_node root, std::string_view local_
     return found;
 }
 
-pugi::xml_node around(pugi::xml_node node, std::string_view local_name) noexcept
-{
-    for (node = node.parent(); node; node = node.parent()) {
-        if (is_named(node, local_name)) return node;
-    }
-    return {};
-}
-
 std::string value_of(pugi::xml_node node, std::string_view local_name)
 {
     for (const auto attribute : node.attributes()) {

@@ -20,8 +20,6 @@ pugi::xml_node node_behind(pugi::xml_node node, pugi::xml_node root) noexcept;
 std::vector<pugi::xml_node> nearest(pugi::xml_node root, std::string_view local_name,
                                     std::initializer_list<std::string_view> closed = {},
                                     std::size_t most = static_cast<std::size_t>(-1));
-/// The nearest element of that local name around `node`, or a null node.
-pugi::xml_node around(pugi::xml_node node, std::string_view local_name) noexcept;
 /// The value of the attribute of that local name, whatever its prefix; empty if there is none.
 std::string value_of(pugi::xml_node node, std::string_view local_name);
 

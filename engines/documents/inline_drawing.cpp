@@ -104,13 +104,7 @@ struct Size {
 // The text area of the pages that the node's section has.
 Size page_around(pugi::xml_node node)
 {
-    pugi::xml_node section;
-    const auto root = node.root();
-    for (auto next = node_behind(node, root); next && !section;) {
-        if (is_named(next, "sectPr")) section = next;
-        const auto inner = next.first_child();
-        next = inner ? inner : node_behind(next, root);
-    }
+    const auto section = node.select_node("following::*[local-name()='sectPr']").node();
     const auto size = child_named(section, "pgSz");
     const auto margins = child_named(section, "pgMar");
     const auto inside = [&](double whole, std::initializer_list<const char*> sides) {
@@ -157,14 +151,15 @@ double cell_width(pugi::xml_node table, const TableCell& cell, const Size& page)
 // The height of the row if it is fixed, else 0.
 double fixed_height(pugi::xml_node cell)
 {
-    const auto height = child_named(child_named(around(cell, "tr"), "trPr"), "trHeight");
+    const auto height =
+        child_named(child_named(cell.select_node("ancestor::*[local-name()='tr'][1]").node(), "trPr"), "trHeight");
     return value_of(height, "hRule") == "exact" ? length_of(height, "val", 0) : 0;
 }
 
 // What a picture in a paragraph of the cell can take, in inches.
 Size room_in_cell(const TableCell& cell, pugi::xml_node paragraph)
 {
-    const auto table = around(cell.node, "tbl");
+    const auto table = cell.node.select_node("ancestor::*[local-name()='tbl'][1]").node();
     const auto page = page_around(table);
     // The cell's or the table's margin on one side, which goes by either of two names.
     const auto margin = [&](const char* side, const char* other, double usual) {

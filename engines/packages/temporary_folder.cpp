@@ -1,7 +1,6 @@
 #include "engines/packages/temporary_folder.h"
 
 #include "platform/failure.h"
-#include "platform/files/disk_file.h"
 #include "platform/files/system_paths.h"
 
 #include <random>
@@ -48,7 +47,7 @@ TemporaryFolder::TemporaryFolder()
         if (!fs::create_directory(path_, error)) continue;
         fs::permissions(path_, fs::perms::owner_all, error);
         try {
-            lock_ = std::make_unique<SystemFile>(path_ / lock_name, Opening::New);
+            lock_.emplace(path_ / lock_name, Opening::New);
             return;
         } catch (const std::system_error& failed) {
             error = failed.code();

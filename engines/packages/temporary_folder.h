@@ -1,14 +1,11 @@
 #pragma once
 
+#include "platform/files/disk_file.h"
 #include "platform/platform.h"
 
 #include <filesystem>
-#include <memory>
+#include <optional>
 #include <string_view>
-
-namespace tarvik {
-class SystemFile;
-}
 
 namespace tarvik::ooxml {
 
@@ -26,7 +23,7 @@ public:
 
 private:
     std::filesystem::path path_;
-    std::unique_ptr<SystemFile> lock_; ///< a file in it that is locked as long as the program lives
+    std::optional<SystemFile> lock_; ///< a file in it that is locked as long as the program lives
 };
 
 /// Prints a file of these bytes and this name, which is gone afterwards.
