@@ -104,9 +104,7 @@ void Desktop::open(const QString& path)
 
 void Desktop::apply_look()
 {
-    const SystemLook system = look_ ? SystemLook() : system_look();
-    const Look following = system.is_high_contrast ? Look::HighContrast : system.is_dark ? Look::Dark : Look::Light;
-    const Look look = look_.value_or(following);
+    const Look look = look_ ? *look_ : system_look();
     const bool is_first = !std::exchange(look_is_applied_, true);
     if (!is_first && look == theme_.look()) return;
     theme_.apply(look);

@@ -9,7 +9,7 @@ Text typed_characters(const QKeyEvent& event)
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter: return {enter_key};
-    case Qt::Key_Escape: return {escape_key};
+    case Qt::Key_Escape: return {U'\x1b'};
     default: break;
     }
     // AltGr shows as Ctrl with Alt and types characters.

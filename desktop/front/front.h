@@ -211,7 +211,6 @@ struct Front {
 };
 
 inline constexpr char32_t enter_key = U'\r';
-inline constexpr char32_t escape_key = U'\x1b';
 
 /// The characters that a pressed key stands for: Enter is 13, Esc 27. None for keys that move, edit or command.
 Text typed_characters(const QKeyEvent& event);

@@ -156,21 +156,12 @@ public:
     }
     int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override
     {
-        switch (metric) {
-        case PM_DefaultFrameWidth:
-            if (is_text_widget(widget)) return text_frame;
-            break;
+        if (metric == PM_DefaultFrameWidth && is_text_widget(widget)) return text_frame;
         // What the toolkit has in dots of its own grows with the text beside it.
-        case PM_ExclusiveIndicatorWidth:
-        case PM_ExclusiveIndicatorHeight:
-            if (widget) return widget->fontMetrics().height() * 2 / 3;
-            break;
-        case PM_ScrollBarExtent:
-            return std::max(QProxyStyle::pixelMetric(metric, option, widget),
-                            QFontMetrics(QApplication::font()).height());
-        default: break;
-        }
-        return QProxyStyle::pixelMetric(metric, option, widget);
+        const bool is_indicator = metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight;
+        if (is_indicator && widget) return widget->fontMetrics().height() * 2 / 3;
+        const int own = QProxyStyle::pixelMetric(metric, option, widget);
+        return metric == PM_ScrollBarExtent ? std::max(own, QFontMetrics(QApplication::font()).height()) : own;
     }
 };
 

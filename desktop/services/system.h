@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/files.h"
+#include "desktop/look/theme.h"
 
 #include <QSettings>
 #include <QString>
@@ -28,10 +28,7 @@ inline QSettings user_settings()
     return QSettings("Tarvik", "Tarvik");
 }
 
-struct SystemLook {
-    bool is_dark = false, is_high_contrast = false;
-};
 /// The look that the user has chosen for the whole system.
-SystemLook system_look();
+Look system_look();
 
 } // namespace tarvik

@@ -159,12 +159,6 @@ std::optional<Row> TextRows::next(const Row& row) const
     return row_from(start, start, lines_.line_end(line + 1));
 }
 
-std::optional<Row> TextRows::previous(const Row& row) const
-{
-    if (row.start == 0) return std::nullopt;
-    return row_at(row.start - 1);
-}
-
 Row TextRows::away(Row row, int count) const
 {
     for (; count != 0; count += count > 0 ? -1 : 1) {

@@ -57,7 +57,10 @@ public:
     /// The row that holds the character; the last row for the end of the text.
     Row row_at(std::size_t offset) const;
     std::optional<Row> next(const Row& row) const;
-    std::optional<Row> previous(const Row& row) const;
+    std::optional<Row> previous(const Row& row) const
+    {
+        return row.start == 0 ? std::nullopt : std::optional(row_at(row.start - 1));
+    }
     /// The row that is so many rows below, or above for a negative number; as far as there are any.
     Row away(Row row, int count) const;
 

@@ -1,5 +1,4 @@
 #include "desktop/windows/form1_window.h"
-#include "desktop/windows/status_text.h"
 
 #include <QAbstractButton>
 

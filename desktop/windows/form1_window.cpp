@@ -1,7 +1,6 @@
 #include "desktop/windows/form1_window.h"
 
 #include "desktop/services/system.h"
-#include "desktop/windows/status_text.h"
 
 #include <QAbstractButton>
 #include <QFileInfo>

@@ -102,7 +102,10 @@ private:
     {
         for (const PicturedCell& cell : preview().picture.cells)
             if (place(cell).contains(point)) return {cell.column, cell.row};
-        return {cell_number(lefts_, point.x()), cell_number(tops_, point.y())};
+        const auto number = [](const std::vector<int>& edges, int place) {
+            return static_cast<int>(std::ranges::upper_bound(edges, place) - edges.begin());
+        };
+        return {number(lefts_, point.x()), number(tops_, point.y())};
     }
 
     static constexpr double twips_a_point = 20;
@@ -114,10 +117,6 @@ private:
         double place = 0;
         for (const double length : points) result.push_back(qRound(scale.pixels((place += length) * twips_a_point)));
         return result;
-    }
-    static int cell_number(const std::vector<int>& edges_, int place)
-    {
-        return static_cast<int>(std::ranges::upper_bound(edges_, place) - edges_.begin());
     }
     static QColor colour(SheetColour value) { return QColor::fromRgb(value); }
     static void draw_side(QPainter& painter, const BorderLook& side, QPoint from, QPoint to)

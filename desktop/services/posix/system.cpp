@@ -59,12 +59,14 @@ std::string default_printer()
     return at < 0 ? std::string() : told.mid(at + beginning.size()).trimmed().toStdString();
 }
 
-SystemLook system_look()
+Look system_look()
 {
     const QByteArray theme = qgetenv("GTK_THEME").toLower();
-    return {theme.contains("dark") || setting("org.gnome.desktop.interface", "color-scheme").contains("prefer-dark"),
-            theme.contains("contrast") ||
-                setting("org.gnome.desktop.a11y.interface", "high-contrast").contains("true")};
+    if (theme.contains("contrast") || setting("org.gnome.desktop.a11y.interface", "high-contrast").contains("true"))
+        return Look::HighContrast;
+    const bool is_dark =
+        theme.contains("dark") || setting("org.gnome.desktop.interface", "color-scheme").contains("prefer-dark");
+    return is_dark ? Look::Dark : Look::Light;
 }
 
 } // namespace tarvik

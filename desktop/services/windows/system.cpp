@@ -35,13 +35,14 @@ void open_by_system(const QString& path, const std::function<void()>& failed)
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path))) failed();
 }
 
-SystemLook system_look()
+Look system_look()
 {
     const auto number = [](const char* key, const char* name, int otherwise) {
         return QSettings(QString("HKEY_CURRENT_USER\\") + key, QSettings::NativeFormat).value(name, otherwise).toInt();
     };
-    return {number("Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize", "AppsUseLightTheme", 1) == 0,
-            (number("Control Panel\\Accessibility\\HighContrast", "Flags", 0) & 1) != 0};
+    if ((number("Control Panel\\Accessibility\\HighContrast", "Flags", 0) & 1) != 0) return Look::HighContrast;
+    const char* const themes = "Software\\Microsoft\\Windows\\CurrentVersion\\Themes\\Personalize";
+    return number(themes, "AppsUseLightTheme", 1) == 0 ? Look::Dark : Look::Light;
 }
 
 } // namespace tarvik

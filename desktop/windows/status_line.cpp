@@ -1,4 +1,4 @@
-#include "desktop/windows/status_text.h"
+#include "desktop/windows/status_line.h"
 
 #include "calendar/attendance/attendance.h"
 #include "desktop/look/qt_text.h"
