@@ -22,15 +22,6 @@ std::string_view without_blanks(std::string_view text)
     return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }
 
-template <typename Number>
-std::optional<Number> parsed(std::string_view text)
-{
-    Number number{};
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-    return number;
-}
-
 // Of "2024-05-06T12:00:00", a date alone or a time alone, to the nearest second; nothing for another form.
 std::optional<double> serial_number(std::string_view written, bool counts_from_1904)
 try {

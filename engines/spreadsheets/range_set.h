@@ -2,7 +2,8 @@
 
 #include "engines/spreadsheets/calculation/places.h"
 
-#include <cstddef>
+#include <array>
+#include <span>
 #include <vector>
 
 namespace tarvik::ooxml {
@@ -12,7 +13,11 @@ namespace tarvik::ooxml {
 class RangeSet {
 public:
     RangeSet() = default;
-    explicit RangeSet(const std::vector<Range>& ranges);
+    explicit RangeSet(const std::vector<Range>& ranges)
+    {
+        for (const auto& range : ranges) entries_.push_back({range, range, entries_.size()});
+        build(entries_);
+    }
 
     /// A range that holds the cell, or nullptr.
     const Range* find(Place place) const
@@ -26,7 +31,7 @@ public:
     template <typename Met>
     bool any_of(const Range& area, Met&& met) const
     {
-        return any_of(area, met, 0, entries_.size());
+        return any_of(area, met, std::span(entries_));
     }
 
     /// Ranges that were taken out of a set by take(); of a stretch of the tree all of them may be.
@@ -51,17 +56,40 @@ private:
         std::size_t index = 0;
     };
 
-    void build(std::size_t first, std::size_t behind);
+    static std::array<int, 4> sides_of(const Range& range) noexcept
+    {
+        return {range.first.row, range.first.column, range.last.row, range.last.column};
+    }
+    // A stretch is halved by the side that lies farthest apart in its ranges.
+    static void build(std::span<Entry> stretch)
+    {
+        if (stretch.empty()) return;
+        auto least = sides_of(stretch.front().range), most = least;
+        for (const auto& entry : stretch) {
+            const auto sides = sides_of(entry.range);
+            for (std::size_t i = 0; i < sides.size(); ++i) {
+                least[i] = std::min(least[i], sides[i]);
+                most[i] = std::max(most[i], sides[i]);
+            }
+        }
+        std::size_t widest = 0;
+        for (const std::size_t side : {2, 1, 3})
+            if (most[side] - least[side] > most[widest] - least[widest]) widest = side;
+        const auto half = stretch.size() / 2;
+        std::ranges::nth_element(stretch, stretch.begin() + static_cast<std::ptrdiff_t>(half), {},
+                                 [widest](const Entry& entry) { return sides_of(entry.range)[widest]; });
+        stretch[half].bounds = {{least[0], least[1]}, {most[2], most[3]}};
+        build(stretch.first(half));
+        build(stretch.subspan(half + 1));
+    }
 
     template <typename Met>
-    bool any_of(const Range& area, Met& met, std::size_t first, std::size_t behind) const
+    static bool any_of(const Range& area, Met& met, std::span<const Entry> stretch)
     {
-        if (first == behind) return false;
-        const auto middle = first + (behind - first) / 2;
-        const auto& root = entries_[middle];
-        if (!root.bounds.overlaps(area)) return false;
-        return (root.range.overlaps(area) && met(root.range)) || any_of(area, met, first, middle) ||
-               any_of(area, met, middle + 1, behind);
+        const auto half = stretch.size() / 2;
+        if (stretch.empty() || !stretch[half].bounds.overlaps(area)) return false;
+        return (stretch[half].range.overlaps(area) && met(stretch[half].range)) ||
+               any_of(area, met, stretch.first(half)) || any_of(area, met, stretch.subspan(half + 1));
     }
     // Whether all of the stretch are taken.
     template <typename Found>

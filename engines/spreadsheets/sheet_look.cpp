@@ -136,49 +136,39 @@ std::vector<pugi::xml_node> elements(pugi::xml_node parent)
     return found;
 }
 
-// The one that the entry names by its number; the plain look where there is none.
-const CellLook& at(const std::vector<CellLook>& looks, pugi::xml_node entry, const char* number)
+// The one of that number; the plain look where there is none.
+const CellLook& at(const std::vector<CellLook>& looks, pugi::xml_attribute number)
 {
     static const CellLook plain;
-    const auto place = entry.attribute(number).as_uint();
-    return place < looks.size() ? looks[place] : plain;
+    return number.as_uint() < looks.size() ? looks[number.as_uint()] : plain;
 }
 
-/// The looks that the cells of a workbook name by number, from its style and theme parts.
-class CellStyles {
-public:
-    explicit CellStyles(const Package& package)
-    {
-        if (!package.has(style_part)) return;
-        const Theme theme(package);
-        const XmlPart part{std::string(style_part), package.part(style_part), "styleSheet"};
-        const auto list = [&](std::string_view name) { return elements(child_named(part.root(), name)); };
-        // Each is read once, however many entries name it.
-        std::vector<CellLook> fonts, fills, borders;
-        for (const pugi::xml_node font : list("fonts")) set_font(fonts.emplace_back(), font, theme);
-        for (const pugi::xml_node fill : list("fills")) set_fill(fills.emplace_back(), fill, theme);
-        for (const pugi::xml_node sides : list("borders")) set_borders(borders.emplace_back(), sides, theme);
-        for (const pugi::xml_node entry : list("cellXfs")) {
-            CellLook& look = looks_.emplace_back(at(fonts, entry, "fontId"));
-            look.fill = at(fills, entry, "fillId").fill;
-            const CellLook& sides = at(borders, entry, "borderId");
-            look.left = sides.left;
-            look.top = sides.top;
-            look.right = sides.right;
-            look.bottom = sides.bottom;
-            const auto alignment_element = child_named(entry, "alignment");
-            look.alignment = alignment(attribute_text(alignment_element, "horizontal"));
-            look.wraps = alignment_element.attribute("wrapText").as_bool();
-        }
+// The looks that the cells of a workbook name by number, from its style and theme parts.
+std::vector<CellLook> read_looks(const Package& package)
+{
+    std::vector<CellLook> fonts, fills, borders, looks;
+    if (!package.has(style_part)) return looks;
+    const Theme theme(package);
+    const XmlPart part{std::string(style_part), package.part(style_part), "styleSheet"};
+    const auto list = [&](std::string_view name) { return elements(child_named(part.root(), name)); };
+    // Each is read once, however many entries name it.
+    for (const pugi::xml_node font : list("fonts")) set_font(fonts.emplace_back(), font, theme);
+    for (const pugi::xml_node fill : list("fills")) set_fill(fills.emplace_back(), fill, theme);
+    for (const pugi::xml_node sides : list("borders")) set_borders(borders.emplace_back(), sides, theme);
+    for (const pugi::xml_node entry : list("cellXfs")) {
+        CellLook& look = looks.emplace_back(at(fonts, entry.attribute("fontId")));
+        look.fill = at(fills, entry.attribute("fillId")).fill;
+        const CellLook& sides = at(borders, entry.attribute("borderId"));
+        look.left = sides.left;
+        look.top = sides.top;
+        look.right = sides.right;
+        look.bottom = sides.bottom;
+        const auto alignment_element = child_named(entry, "alignment");
+        look.alignment = alignment(attribute_text(alignment_element, "horizontal"));
+        look.wraps = alignment_element.attribute("wrapText").as_bool();
     }
-
-    /// The plain look for a number that there is none of.
-    const CellLook& look(std::size_t number) const { return number < looks_.size() ? looks_[number] : plain_; }
-
-private:
-    CellLook plain_;
-    std::vector<CellLook> looks_;
-};
+    return looks;
+}
 
 constexpr double usual_row_height = 15, usual_column_width = 8.43; // points; characters
 constexpr double pixels_a_character = 7, pixels_around = 5, points_a_pixel = 0.75;
@@ -191,7 +181,7 @@ double width_in_points(double characters)
 
 class Reader {
 public:
-    Reader(pugi::xml_node worksheet, const Package& package) : worksheet_(worksheet), styles_(package)
+    Reader(pugi::xml_node worksheet, const Package& package) : worksheet_(worksheet), styles_(read_looks(package))
     {
         for (const auto row : child_named(worksheet_, "sheetData").children())
             for (const auto cell : row.children())
@@ -213,7 +203,7 @@ public:
 private:
     void take(Place place, pugi::xml_node cell)
     {
-        looks_[place] = &styles_.look(cell.attribute("s").as_uint());
+        looks_[place] = &at(styles_, cell.attribute("s"));
         use(place);
     }
     void take(const Range& range)
@@ -221,7 +211,7 @@ private:
         // Of ranges that begin outside of what can be shown nothing is seen.
         if (range.first.row > PicturedSheet::most_rows || range.first.column > PicturedSheet::most_columns) return;
         merged_[range.first] = range;
-        looks_.try_emplace(range.first, &styles_.look(0));
+        looks_.try_emplace(range.first, &at(styles_, {}));
         use(range.last);
     }
     void use(Place place)
@@ -283,7 +273,7 @@ private:
     }
 
     pugi::xml_node worksheet_;
-    CellStyles styles_;
+    std::vector<CellLook> styles_;
     std::map<Place, const CellLook*> looks_;
     std::map<Place, Range> merged_; // by their first cells
     Place used_{1, 1}, size_{1, 1};

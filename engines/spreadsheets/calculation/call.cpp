@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <unordered_map>
 
 namespace tarvik::calculation {
 
@@ -31,17 +30,6 @@ Operand checked(Operand operand)
         if (text && text->size() > longest_text) return Value(CellError::Value);
     }
     return operand;
-}
-
-using ByName = std::unordered_map<std::string_view, const Function*>;
-
-ByName all_functions()
-{
-    ByName functions;
-    for (const auto group : {logic_functions, mathematics_functions, statistics_functions, conditional_functions,
-                             lookup_functions, text_functions, date_functions})
-        for (const auto& function : group) functions.emplace(function.name, &function);
-    return functions;
 }
 
 template <typename Kind>
@@ -214,9 +202,12 @@ Operand Call::run(const Function& function)
 
 const Function* find_function(std::string_view name) noexcept
 {
-    static const ByName functions = all_functions();
-    const auto found = functions.find(name);
-    return found == functions.end() ? nullptr : found->second;
+    for (const auto table : {logic_functions, mathematics_functions, statistics_functions, conditional_functions,
+                             lookup_functions, text_functions, date_functions}) {
+        const auto found = std::ranges::lower_bound(table, name, {}, &Function::name);
+        if (found != table.end() && found->name == name) return &*found;
+    }
+    return nullptr;
 }
 
 } // namespace tarvik::calculation

@@ -236,6 +236,7 @@ constexpr Function table[] = {
     {"SUMIF", 2, 3, "rer", of_one<sum_of>},
     {"SUMIFS", 3, 255, "r|re", of_all<sum_of>},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 

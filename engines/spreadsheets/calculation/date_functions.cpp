@@ -254,6 +254,7 @@ constexpr Function table[] = {
     {"WORKDAY.INTL", 2, 4, "nnvr", working_day_later<true>},
     {"YEAR", 1, 1, "n", of_date<&CalendarTime::year>},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 

@@ -54,10 +54,7 @@ std::optional<double> parse_unsigned(std::string_view text)
     digits += text.substr(whole);
     if (digits.empty() || !(is_digit(digits[0]) || (digits[0] == '.' && digits.size() > 1 && is_digit(digits[1]))))
         return std::nullopt;
-    double number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || end != digits.data() + digits.size()) return std::nullopt;
-    return number;
+    return ooxml::parsed<double>(digits);
 }
 
 std::optional<double> parse_decimal(std::string_view text)

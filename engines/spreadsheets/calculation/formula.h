@@ -19,7 +19,7 @@ namespace tarvik::calculation {
 
 class Call;
 
-/// A row of the table of functions.
+/// A row of a table of functions, which is sorted by their names.
 struct Function {
     std::string_view name;
     int least, most; ///< arguments

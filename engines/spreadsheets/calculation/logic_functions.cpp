@@ -150,6 +150,7 @@ constexpr Function table[] = {
     {"TYPE", 1, 1, "r", type_of},
     {"XOR", 1, 255, "r", combined<std::not_equal_to<>>},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 

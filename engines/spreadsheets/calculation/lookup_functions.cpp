@@ -337,6 +337,7 @@ constexpr Function table[] = {
     {"VLOOKUP", 3, 4, "vrnl", look_up_across<true>},
     {"XLOOKUP", 3, 6, "vaaxnn", x_look_up},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 

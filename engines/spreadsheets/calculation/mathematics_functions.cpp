@@ -283,6 +283,7 @@ constexpr Function table[] = {
     {"TANH", 1, 1, "n", of<std::tanh>},
     {"TRUNC", 1, 2, "n", [](Call& call) -> Operand { return Value(rounded(call.number(0), call.whole(1), 0)); }},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 

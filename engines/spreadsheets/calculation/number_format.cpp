@@ -162,10 +162,14 @@ public:
         Text text;
         for (const auto& piece : pieces_) {
             switch (piece.kind) {
-            case Kind::Date: text += part(piece.text); break;
-            case Kind::Elapsed: text += elapsed(piece.text); break;
+            case Kind::Date:
+            case Kind::Elapsed: text += part(piece.text); break;
             case Kind::HalfDay: text += half_day(piece.text); break;
-            case Kind::Fraction: text += U"." + fraction(piece.text.size()); break;
+            case Kind::Fraction: {
+                const double unit = std::pow(10.0, static_cast<double>(piece.text.size()));
+                text += U"." + padded(std::floor(fraction_ * unit + 0.5), piece.text.size());
+                break;
+            }
             case Kind::Digit:
             case Kind::General:
             case Kind::Text: throw CannotCalculate("number format");
@@ -180,8 +184,10 @@ private:
     {
         const auto size = letters.size();
         // What is shown as a whole is so everywhere.
-        for (const auto& piece : pieces_)
-            if (piece.kind == Kind::Elapsed && piece.text[0] == letters[0]) return elapsed(letters);
+        if (std::ranges::any_of(pieces_, [&](const FormatPiece& piece) {
+                return piece.kind == Kind::Elapsed && piece.text[0] == letters[0];
+            }))
+            return padded(std::floor(seconds_ / (letters[0] == U'h' ? 3600 : letters[0] == U'n' ? 60 : 1)), size);
         const auto named = [&](std::u32string_view name) { return Text(name.substr(0, size == 3 ? 3 : name.size())); };
         switch (letters[0]) {
         case U'y': return size > 2 ? padded(time_.year, 4) : padded(time_.year % 100, 2);
@@ -194,17 +200,6 @@ private:
         }
         const auto month = months.at(static_cast<std::size_t>(time_.month) - 1);
         return size == 5 ? Text(month.substr(0, 1)) : size > 2 ? named(month) : padded(time_.month, size);
-    }
-
-    Text elapsed(const Text& letters) const
-    {
-        const double unit = letters[0] == U'h' ? 3600 : letters[0] == U'n' ? 60 : 1;
-        return padded(std::floor(seconds_ / unit), letters.size());
-    }
-
-    Text fraction(std::size_t digits) const
-    {
-        return padded(std::floor(fraction_ * std::pow(10.0, static_cast<double>(digits)) + 0.5), digits);
     }
 
     Text half_day(const Text& marks) const

@@ -1,7 +1,5 @@
 #include "engines/spreadsheets/calculation/places.h"
 
-#include <charconv>
-
 namespace tarvik::ooxml {
 
 namespace {
@@ -17,10 +15,8 @@ bool is_letter(char c) noexcept
 
 std::optional<int> parse_count(std::string_view digits, int limit) noexcept
 {
-    int value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (error != std::errc() || end != digits.data() + digits.size() || value < 1 || value > limit) return std::nullopt;
-    return value;
+    const auto value = parsed<int>(digits);
+    return value && *value >= 1 && *value <= limit ? value : std::nullopt;
 }
 
 std::optional<int> parse_column(std::string_view letters) noexcept

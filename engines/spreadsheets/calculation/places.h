@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <charconv>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -62,6 +63,15 @@ struct Range {
 };
 
 inline constexpr Range whole_sheet{{1, 1}, {last_row_of_sheet, last_column_of_sheet}};
+
+/// The number that is all of the text, as programs write it; nothing for another text or a number too large.
+template <typename Number>
+std::optional<Number> parsed(std::string_view text) noexcept
+{
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
 
 /// A decimal number of digits alone, at most `limit` and at least 1.
 std::optional<int> parse_count(std::string_view digits, int limit) noexcept;

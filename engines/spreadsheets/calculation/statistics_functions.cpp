@@ -251,6 +251,7 @@ constexpr Function table[] = {
     {"VAR.S", 1, 255, "r", folded<variance<true>>},
     {"VARP", 1, 255, "r", folded<variance<false>>},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 

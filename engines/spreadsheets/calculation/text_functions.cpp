@@ -217,6 +217,7 @@ constexpr Function table[] = {
     {"UPPER", 1, 1, "t", [](Call& call) -> Operand { return Value(upper(TextView(call.text(0)))); }},
     {"VALUE", 1, 1, "v", to_value},
 };
+static_assert(std::ranges::is_sorted(table, {}, &Function::name));
 
 } // namespace
 
