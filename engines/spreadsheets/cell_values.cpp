@@ -1,14 +1,12 @@
 #include "engines/spreadsheets/cell_values.h"
 
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/dates.h"
 #include "engines/spreadsheets/calculation/formula.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <optional>
 
 namespace tarvik::ooxml {
 

@@ -3,9 +3,6 @@
 #include "engines/spreadsheets/calculation/value.h"
 #include "engines/spreadsheets/cell_texts.h"
 
-#include <memory>
-#include <optional>
-
 #include <pugixml.hpp>
 
 namespace tarvik::ooxml {

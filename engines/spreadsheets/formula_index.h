@@ -109,8 +109,6 @@ public:
         });
     }
 
-    /// Whether a formula names an area with the cell in it.
-    bool refers(int sheet, Place place) const { return areas(sheet).contains(place); }
     /// The areas of a sheet that formulas name, and the formula that names the area of that index.
     const RangeSet& areas(int sheet) const { return sheet_at(sheet).areas; }
     Number reader(int sheet, std::size_t area) const { return sheet_at(sheet).readers[area]; }

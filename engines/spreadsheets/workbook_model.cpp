@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/workbook_model.h"
 
 #include <algorithm>
-#include <set>
 
 namespace tarvik::ooxml {
 
@@ -89,12 +88,7 @@ WorkbookModel::WorkbookModel(std::shared_ptr<const Package> package, FormulaServ
     : package_(std::move(package)), workbook_(find_workbook(package_.original(), package_.types())),
       relationships_(package_.original(), workbook_.name()), services_(std::move(services))
 {
-    list_sheets();
-}
-
-// Chart, dialog and macro sheets are no worksheets; those of old macro modules have no part at all.
-void WorkbookModel::list_sheets()
-{
+    // Chart, dialog and macro sheets are no worksheets; those of old macro modules have no part at all.
     std::set<std::string> keys;
     int position = -1;
     for (const auto node : child_named(workbook_.root(), "sheets").children()) {
@@ -122,7 +116,12 @@ SheetPart& WorkbookModel::sheet(int index)
 
 SheetPart& WorkbookModel::load(int number)
 {
-    if (!values_) load_strings();
+    if (!values_) {
+        const auto* strings = relationships_.of_kind("sharedStrings");
+        if (strings && package_.original().has(strings->target))
+            strings_.emplace(XmlPart(strings->target, package_.original().part(strings->target), "sst"));
+        values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904());
+    }
     const auto index = static_cast<std::size_t>(number - 1);
     auto& part = parts_[index];
     if (!part) {
@@ -130,15 +129,6 @@ SheetPart& WorkbookModel::load(int number)
         part = std::make_unique<SheetPart>(number, package_.original(), name, *values_, *this);
     }
     return *part;
-}
-
-void WorkbookModel::load_strings()
-{
-    const auto* strings = relationships_.of_kind("sharedStrings");
-    if (strings && package_.original().has(strings->target)) {
-        strings_.emplace(XmlPart(strings->target, package_.original().part(strings->target), "sst"));
-    }
-    values_.emplace(strings_ ? &*strings_ : nullptr, counts_from_1904());
 }
 
 bool WorkbookModel::counts_from_1904() const
@@ -224,7 +214,7 @@ bool WorkbookModel::takes_numbers(int sheet, Place place, std::size_t format)
 {
     const auto& index = recalculation().index();
     const auto kind = index.format(format);
-    return kind == NumberFormat::Number || (kind != NumberFormat::Text && index.refers(sheet, place));
+    return kind == NumberFormat::Number || (kind != NumberFormat::Text && index.areas(sheet).contains(place));
 }
 
 void WorkbookModel::refuse(FormulaIndex::Number number, const Text& why) const
@@ -257,14 +247,6 @@ void WorkbookModel::ask_suite(FormulaIndex::Number number)
     if (recalculation_->failed().contains(number)) refuse(number, {});
 }
 
-void WorkbookModel::settle_results()
-{
-    recalculation().update_all();
-    ask_for_calculation();
-    drop_calculation_chain();
-    has_new_values_ = false;
-}
-
 void WorkbookModel::ask_for_calculation()
 {
     auto root = workbook_.root();
@@ -294,7 +276,12 @@ void WorkbookModel::drop_calculation_chain()
 
 const std::string& WorkbookModel::pack()
 {
-    if (has_new_values_) settle_results();
+    if (has_new_values_) {
+        recalculation().update_all();
+        ask_for_calculation();
+        drop_calculation_chain();
+        has_new_values_ = false;
+    }
     if (!is_unpacked_) return packed_.empty() ? package_.original().bytes() : packed_;
     package_.write(workbook_);
     package_.write(relationships_);

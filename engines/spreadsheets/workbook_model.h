@@ -81,13 +81,10 @@ private:
         std::set<Place> cells;
     };
 
-    void list_sheets();
-    void load_strings();
     SheetPart& load(int number);
     std::shared_ptr<FormulaIndex> make_index();
     [[noreturn]] void refuse(FormulaIndex::Number number, const Text& why) const;
     void ask_suite(FormulaIndex::Number number);
-    void settle_results();
     void ask_for_calculation();
     void drop_calculation_chain();
 

@@ -1,7 +1,5 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 
-#include "engines/spreadsheets/calculation/dates.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>

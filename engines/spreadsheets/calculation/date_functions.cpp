@@ -1,5 +1,4 @@
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/dates.h"
 #include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "engines/spreadsheets/calculation/dates.h"
+#include "engines/spreadsheets/calculation/coercion.h"
 
 #include <algorithm>
 #include <array>

@@ -3,7 +3,6 @@
 #include "engines/spreadsheets/calculation/coercion.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace tarvik::calculation {
 
@@ -13,11 +12,6 @@ constexpr int deepest_nesting = 500;
 constexpr std::size_t most_areas = 10'000;
 constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
 constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short; and of a character
-
-bool is_one_cell(const Areas& areas) noexcept
-{
-    return areas.size() == 1 && areas.front().range.first == areas.front().range.last;
-}
 
 constexpr std::size_t most_remembered = 4'000'000;
 constexpr std::int64_t least_remembered = 32;

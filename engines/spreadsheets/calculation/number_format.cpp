@@ -1,7 +1,6 @@
 #include "engines/spreadsheets/calculation/number_format.h"
 
 #include "engines/spreadsheets/calculation/coercion.h"
-#include "engines/spreadsheets/calculation/dates.h"
 
 #include <algorithm>
 #include <array>

@@ -73,8 +73,7 @@ Operand mode(Call& call)
         const auto* const value = std::get_if<Value>(&call.operand(i));
         require(!value || !std::holds_alternative<Text>(*value), CellError::Value);
         const auto* const areas = std::get_if<Areas>(&call.operand(i));
-        const bool is_cell = areas && areas->size() == 1 && areas->front().range.first == areas->front().range.last;
-        require(!is_cell || !numbers_of(call, i).empty(), CellError::Value);
+        require(!areas || !is_one_cell(*areas) || !numbers_of(call, i).empty(), CellError::Value);
     }
     return Value(most_frequent_of(numbers_of(call, 0, call.size())));
 }

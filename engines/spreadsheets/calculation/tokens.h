@@ -2,7 +2,6 @@
 
 #include "engines/spreadsheets/calculation/formula.h"
 
-#include <optional>
 #include <string>
 #include <string_view>
 

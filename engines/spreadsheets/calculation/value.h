@@ -64,6 +64,11 @@ struct Area {
 /// What a reference points at: one area, or several of a union or a row of sheets.
 using Areas = std::vector<Area>;
 
+inline bool is_one_cell(const Areas& areas) noexcept
+{
+    return areas.size() == 1 && areas.front().range.first == areas.front().range.last;
+}
+
 /// Values in rows and columns, counting from 0. Those beyond the stored ones are all the same: an array of a whole
 /// column takes only the memory of what the sheet holds.
 class Array {
