@@ -12,9 +12,15 @@
 
 namespace tarvik::ooxml {
 
-/// The merged ranges of a worksheet.
+/// The merged ranges of a worksheet, and what a text does that is written into one: the range shows one text, the one
+/// for whichever of its cells; a second one splits it, as a clerk would, and each goes to its own cell.
 class MergedCells {
 public:
+    struct Outcome {
+        bool splits = false;
+        std::vector<std::pair<Place, CellValue>> writes; ///< in this order
+    };
+
     explicit MergedCells(pugi::xml_node worksheet) : worksheet_(worksheet)
     {
         std::vector<Range> ranges;
@@ -33,34 +39,10 @@ public:
         const auto* range = ranges_.find(place);
         return range && nodes_.contains(range->first) ? range : nullptr;
     }
-    /// The range is merged no longer.
-    void split(const Range& range)
+    /// `held` is what the range's first cell holds.
+    Outcome write(const Range& range, Place place, const CellValue& value, const CellValue& held)
     {
-        auto all = child_named(worksheet_, "mergeCells");
-        remove_element(all, nodes_.at(range.first));
-        nodes_.erase(range.first);
-        if (nodes_.empty()) remove_element(worksheet_, all);
-        else if (auto count = all.attribute("count")) count.set_value(static_cast<unsigned long long>(nodes_.size()));
-    }
-
-private:
-    pugi::xml_node worksheet_;
-    std::map<Place, pugi::xml_node> nodes_; // by the first cells of what is merged
-    RangeSet ranges_;                       // what has been split among them
-};
-
-/// What a text does that is written into a merged range: the range shows one text, the one for
-/// whichever of its cells; a second one splits it, as a clerk would, and each goes to its own cell.
-class MergedTexts {
-public:
-    struct Outcome {
-        bool splits = false;
-        std::vector<std::pair<Place, CellValue>> writes; ///< in this order, once the range is split
-    };
-
-    /// `first` is the range's first cell, which holds `held`.
-    Outcome write(Place first, Place place, const CellValue& value, const CellValue& held)
-    {
+        const Place first = range.first;
         const auto* text = std::get_if<Text>(&value);
         const auto known = given_.find(first);
         const bool is_given = known != given_.end();
@@ -79,16 +61,30 @@ public:
         if (owner != first) outcome.writes = {{first, known->second.before}, {owner, held}};
         outcome.writes.emplace_back(place, value);
         forget(first);
+        split(first);
         return outcome;
     }
+    /// The texts given for the range that begins there.
     void forget(Place first) { given_.erase(first); }
 
 private:
+    void split(Place first)
+    {
+        auto all = child_named(worksheet_, "mergeCells");
+        remove_element(all, nodes_.at(first));
+        nodes_.erase(first);
+        if (nodes_.empty()) remove_element(worksheet_, all);
+        else if (auto count = all.attribute("count")) count.set_value(static_cast<unsigned long long>(nodes_.size()));
+    }
+
     struct Given {
         Place meant_for;
         CellValue before; // what the first cell held
     };
-    std::map<Place, Given> given_; // by first cells
+    pugi::xml_node worksheet_;
+    std::map<Place, pugi::xml_node> nodes_; // by the first cells of what is merged
+    std::map<Place, Given> given_;          // by first cells, too
+    RangeSet ranges_;                       // what has been split among them
 };
 
 } // namespace tarvik::ooxml

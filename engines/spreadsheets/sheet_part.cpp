@@ -108,9 +108,8 @@ bool SheetPart::write(Place place, const CellValue& value)
 bool SheetPart::write_to_merged(const Range& range, Place place, const CellValue& value)
 {
     refuse_protected(place);
-    const auto outcome = merged_texts_.write(range.first, place, value, held(range.first));
+    const auto outcome = merged_.write(range, place, value, held(range.first));
     if (outcome.splits) {
-        merged_.split(range);
         workbook_.split(number_, range);
         part_.changed = true;
     }
@@ -251,7 +250,7 @@ void SheetPart::erase(const Range& area, const std::vector<Place>& places)
     release(area, places);
     for (const auto place : places) {
         values_.erase(cells_.find(place));
-        merged_texts_.forget(place);
+        merged_.forget(place);
         workbook_.touch(number_, place);
     }
     part_.changed = part_.changed || !places.empty();

@@ -83,7 +83,6 @@ private:
     XmlPart part_;
     SheetCells cells_;
     MergedCells merged_;
-    MergedTexts merged_texts_;
     CellValues& values_;
     RangeSet pivots_;         // what pivot tables fill; a spreadsheet application fills it anew from their own records
     WorkbookModel& workbook_; // whose formulas, in other sheets too, depend on its cells
