@@ -32,18 +32,6 @@ constexpr bool is_forbidden(char32_t c) noexcept
     return (c < 0x20 && c != U'\t' && c != U'\n') || c == 0xFFFE || c == 0xFFFF;
 }
 
-// Nearly every text is.
-bool is_written_as_it_is(TextView text)
-{
-    constexpr std::size_t most_units = 2; // of a character
-    if (text.size() > longest_cell_text / most_units) return false;
-    return text.visit([](auto characters) {
-        return std::ranges::none_of(characters, [](char32_t c) {
-            return c < 0x20 || c == U'&' || c == U'<' || c == U'>' || c == U'_' || is_forbidden(c);
-        });
-    });
-}
-
 void append_escape(char32_t c, std::string& raw)
 {
     constexpr std::string_view digits = "0123456789ABCDEF";
@@ -101,7 +89,6 @@ bool holds_nothing(pugi::xml_node item)
 
 std::string encode_cell_text(TextView text)
 {
-    if (is_written_as_it_is(text)) return to_utf8(text);
     std::string raw;
     raw.reserve(text.size());
     text.visit([&raw](auto characters) {

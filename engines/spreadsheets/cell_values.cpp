@@ -138,12 +138,9 @@ void CellValues::erase(pugi::xml_node cell)
         }
     }
     // Type, and what belongs to the lost value: its record in the metadata, its phonetic reading.
-    constexpr std::array<std::string_view, 4> of_value{"t", "cm", "vm", "ph"};
-    for (auto attribute = cell.first_attribute(); attribute;) {
-        const auto next = attribute.next_attribute();
-        if (std::ranges::find(of_value, attribute.name()) != of_value.end()) cell.remove_attribute(attribute);
-        attribute = next;
-    }
+    for (const char* name : {"t", "cm", "vm", "ph"})
+        while (cell.remove_attribute(name)) {
+        }
 }
 
 void CellValues::write_text(pugi::xml_node cell, TextView text)

@@ -1,4 +1,3 @@
-#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/evaluator.h"
 
 #include <algorithm>
@@ -16,27 +15,6 @@ char kind_of(std::string_view kinds, std::size_t i) noexcept
     if (i < bar) return kinds[i];
     const auto again = kinds.substr(bar + 1);
     return again[(i - bar) % again.size()];
-}
-
-// What is no number is an error, and so is a text too long for a cell; there is one zero.
-Operand checked(Operand operand)
-{
-    if (auto* const value = std::get_if<Value>(&operand)) {
-        if (auto* const number = std::get_if<double>(value)) {
-            if (!std::isfinite(*number)) return Value(CellError::Number);
-            if (*number == 0) *number = 0;
-        }
-        const auto* const text = std::get_if<Text>(value);
-        if (text && text->size() > longest_text) return Value(CellError::Value);
-    }
-    return operand;
-}
-
-template <typename Kind>
-Kind required(const Value& value)
-{
-    if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
-    return std::get<Kind>(value);
 }
 
 } // namespace
@@ -107,16 +85,6 @@ const Area& Call::area(std::size_t i) const
     throw ErrorResult{error ? *error : CellError::Value};
 }
 
-double Call::to_number(const Value& value) const
-{
-    return required<double>(calculation::to_number(value, counts_from_1904()));
-}
-
-bool Call::to_truth(const Value& value) const
-{
-    return required<bool>(calculation::to_truth(value));
-}
-
 Operand Call::choose(const Choice& choice)
 {
     const Operand first = evaluator.valued(evaluate(0), mode);
@@ -159,13 +127,19 @@ bool Call::take(std::size_t i, char kind, const Value& value)
     return !is_error;
 }
 
+// What is no number is an error, and so is a text too long for a cell; there is one zero.
 Operand Call::calculate(const Function& function)
-{
-    try {
-        return checked(function.calculate(*this));
-    } catch (const ErrorResult& result) {
-        return Value(result.error);
-    }
+try {
+    Operand operand = function.calculate(*this);
+    auto* const value = std::get_if<Value>(&operand);
+    auto* const number = value ? std::get_if<double>(value) : nullptr;
+    const auto* const text = value ? std::get_if<Text>(value) : nullptr;
+    if (number && !std::isfinite(*number)) return Value(CellError::Number);
+    if (number && *number == 0) *number = 0;
+    if (text && text->size() > longest_text) return Value(CellError::Value);
+    return operand;
+} catch (const ErrorResult& result) {
+    return Value(result.error);
 }
 
 Operand Call::run(const Function& function)

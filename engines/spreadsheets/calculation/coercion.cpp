@@ -61,13 +61,6 @@ Value filled(const Value& value, const Value& beside)
     return 0.0;
 }
 
-Value power(double base, double exponent)
-{
-    if (base == 0 && exponent == 0) return CellError::Number;
-    if (base == 0 && exponent < 0) return CellError::DivisionByZero;
-    return std::pow(base, exponent);
-}
-
 Value arithmetic(Operator how, double a, double b)
 {
     switch (how) {
@@ -75,15 +68,10 @@ Value arithmetic(Operator how, double a, double b)
     case Operator::Subtract: return a - b;
     case Operator::Multiply: return a * b + 0.0; // there is one zero
     case Operator::Divide: return b == 0 ? Value(CellError::DivisionByZero) : Value(a / b);
-    default: return power(a, b);
+    default: break;
     }
-}
-
-bool are_equal(const Value& a, const Value& b)
-{
-    // Whether two texts are equal does not depend on the order of their characters.
-    if (std::holds_alternative<Text>(a) && std::holds_alternative<Text>(b)) return is_equal(a, b);
-    return compare(a, b) == 0;
+    if (a == 0 && b <= 0) return b == 0 ? CellError::Number : CellError::DivisionByZero;
+    return std::pow(a, b);
 }
 
 } // namespace
@@ -222,7 +210,11 @@ Value operate(Operator how, const Value& a, const Value& b, bool counts_from_190
 {
     if (std::holds_alternative<CellError>(a)) return a;
     if (std::holds_alternative<CellError>(b)) return b;
-    if (how == Operator::Equal || how == Operator::NotEqual) return are_equal(a, b) == (how == Operator::Equal);
+    if (how == Operator::Equal || how == Operator::NotEqual) {
+        // Whether two texts are equal does not depend on the order of their characters.
+        const bool are_texts = std::holds_alternative<Text>(a) && std::holds_alternative<Text>(b);
+        return (are_texts ? is_equal(a, b) : compare(a, b) == 0) == (how == Operator::Equal);
+    }
     if (how < Operator::Join) return holds(how, compare(a, b));
     if (how == Operator::Join) {
         Text joined = std::get<Text>(to_text(a));

@@ -1,4 +1,3 @@
-#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>

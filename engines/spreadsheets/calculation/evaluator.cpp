@@ -1,7 +1,5 @@
 #include "engines/spreadsheets/calculation/evaluator.h"
 
-#include "engines/spreadsheets/calculation/coercion.h"
-
 #include <algorithm>
 
 namespace tarvik::calculation {

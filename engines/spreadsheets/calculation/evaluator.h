@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engines/spreadsheets/calculation/formula.h"
+#include "engines/spreadsheets/calculation/coercion.h"
 
 #include <array>
 #include <cstdint>
@@ -109,6 +109,14 @@ struct ErrorResult {
     CellError error;
 };
 
+/// The value, which is of that kind or an error. ErrorResult for an error.
+template <typename Kind>
+Kind required(const Value& value)
+{
+    if (const auto* const error = std::get_if<CellError>(&value)) throw ErrorResult{*error};
+    return std::get<Kind>(value);
+}
+
 /// A function with its arguments at work. Arguments count from 0; a number is asked for by number() where the
 /// function's row says "n", and so on.
 class Call {
@@ -152,8 +160,10 @@ public:
 
     bool counts_from_1904() const { return evaluator.source.counts_from_1904(); }
     /// The number that the value is or reads as. ErrorResult for an error.
-    double to_number(const Value& value) const;
-    bool to_truth(const Value& value) const;
+    double to_number(const Value& value) const
+    {
+        return required<double>(calculation::to_number(value, counts_from_1904()));
+    }
 
     using ArgumentVisitor = std::function<void(const Value& value, bool is_written)>;
     /// The values of the arguments from `begin` to before `end`, and whether each is written there itself.

@@ -1,7 +1,5 @@
 #include "engines/spreadsheets/calculation/functions.h"
 
-#include "engines/spreadsheets/calculation/coercion.h"
-
 #include <algorithm>
 #include <array>
 #include <functional>

@@ -1,4 +1,3 @@
-#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/evaluator.h"
 
 #include <cmath>
@@ -20,7 +19,7 @@ bool is_not_available(const Value& value) noexcept
 
 Operand if_function(Call& call)
 {
-    return call.choose([&](const Value& value) -> std::size_t { return call.to_truth(value) ? 1 : 2; });
+    return call.choose([&](const Value& value) -> std::size_t { return required<bool>(to_truth(value)) ? 1 : 2; });
 }
 
 // The first value, or the second where the first is of that kind.
@@ -39,7 +38,7 @@ Value one_value(Call& call, std::size_t i)
 Operand ifs(Call& call)
 {
     for (std::size_t i = 0; i + 1 < call.size(); i += 2)
-        if (call.to_truth(one_value(call, i))) return call.evaluate(i + 1);
+        if (required<bool>(to_truth(one_value(call, i)))) return call.evaluate(i + 1);
     return Value(CellError::NotAvailable);
 }
 
@@ -65,7 +64,7 @@ Operand combined(Call& call)
     call.visit_values(0, call.size(), [&](const Value& value, bool is_written) {
         if (!is_written && (std::holds_alternative<Text>(value) || std::holds_alternative<std::monostate>(value)))
             return;
-        const bool truth = call.to_truth(value);
+        const bool truth = required<bool>(to_truth(value));
         result = result ? Combination()(*result, truth) : truth;
     });
     return result ? Value(*result) : Value(CellError::Value);

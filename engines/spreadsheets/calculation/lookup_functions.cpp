@@ -1,4 +1,3 @@
-#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/functions.h"
 
 #include <algorithm>
@@ -150,7 +149,7 @@ const Value& key_of(Call& call)
     return call.value(0);
 }
 
-int required(std::optional<int> found)
+int place_of(std::optional<int> found)
 {
     require(found.has_value(), CellError::NotAvailable);
     return *found;
@@ -165,7 +164,7 @@ Operand look_up_across(Call& call)
     const int index = call.whole(2);
     require(index >= 1, CellError::Value);
     require(index <= (is_column ? table.columns() : table.rows()), CellError::Reference);
-    const int found = required(call.truth(3, true) ? table.find_sorted(key, is_column, false)
+    const int found = place_of(call.truth(3, true) ? table.find_sorted(key, is_column, false)
                                                    : table.find_exactly(key, is_column, true));
     return table.cell(found, index - 1, is_column);
 }
@@ -178,7 +177,7 @@ Operand match(Call& call)
     require(line.rows() == 1 || is_column, CellError::NotAvailable);
     const double kind = call.number(2, 1);
     const auto found = kind == 0 ? line.find_exactly(key, is_column, true) : line.find_sorted(key, is_column, kind < 0);
-    return Value(required(found) + 1.0);
+    return Value(place_of(found) + 1.0);
 }
 
 Operand look_up(Call& call)
@@ -188,7 +187,7 @@ Operand look_up(Call& call)
     const bool has_result = call.size() > 2;
     const bool is_column = has_result ? columns == 1 : rows >= columns;
     require(!has_result || rows == 1 || columns == 1, CellError::NotAvailable);
-    const int found = required(searched.find_sorted(call.value(0), is_column, false));
+    const int found = place_of(searched.find_sorted(call.value(0), is_column, false));
     if (!has_result) return searched.cell(found, (is_column ? columns : rows) - 1, is_column);
     const Grid result = grid(call, 2);
     const bool is_result_column = result.columns() == 1 && (result.rows() > 1 || is_column);

@@ -1,4 +1,3 @@
-#include "engines/spreadsheets/calculation/coercion.h"
 #include "engines/spreadsheets/calculation/functions.h"
 #include "engines/spreadsheets/calculation/number_format.h"
 
@@ -111,9 +110,7 @@ Operand repeat(Call& call)
 
 void append(Text& result, const Value& value)
 {
-    const Value text = to_text(value);
-    if (const auto* const error = std::get_if<CellError>(&text)) throw ErrorResult{*error};
-    result += std::get<Text>(text);
+    result += required<Text>(to_text(value));
     require(result.size() <= longest_text, CellError::Value);
 }
 
