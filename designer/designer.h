@@ -31,14 +31,12 @@ void Form4_GotFocus(Program& program, const Control& box);
 
 /// "An testsesame A" and "B": a copy of a template for each key, filled as the design in the designer's boxes says,
 /// from the key's rows in SUF. Nothing happens when the query box holds neither command any more.
-void excecopy8(Program& program);
 extern const ReportCommand template_command_a, template_command_b;
 
 /// "An tomation" and "An Sesame Open": files that exist already are picked by the key in their names and filled as the
 /// design says; copies of them go to the output folder. This is one pass over the folder for the key at hand. A file
 /// that fails is passed over: a pass of its own reports it at the end, a run when it is over. A cancelled choice of the
 /// folder ends the pass, and the run with it.
-void excelbijiaopt(Program& program);
 extern const ReportCommand tomation_command, sesame_open_command;
 
 /// "An Excelfile": the key cells of many spreadsheets are looked up in the table, and the rows that they equal fill
@@ -46,14 +44,12 @@ extern const ReportCommand tomation_command, sesame_open_command;
 /// each row of SUF. A match counts into sheetno, and each file is saved in the output folder with an "A" ahead of its
 /// name. A file that fails is passed over, its matches do not count, and it is reported at the end. Says how many rows
 /// have found no cell; nothing more happens when the user cancels the choice of the folder.
-void qqrs(Program& program);
 extern const ReportCommand excelfile_command;
 
 /// "An keptfile": moves the files whose names hold values of a column of the open document to the output folder. The
 /// column is that in Form3.Text1(5). A file goes with the first value that its name holds; a name that the output
 /// folder has already gets a number. Values that found no file are listed in nofile.txt. A file that cannot be moved is
 /// passed over and reported at the end. A cancelled choice of the folder ends the operation.
-void excelbijiaop88(Program& program);
 extern const ReportCommand keptfile_command;
 
 } // namespace tarvik

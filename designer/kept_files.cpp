@@ -77,8 +77,6 @@ std::vector<Text> keep_files(Program& program, const Text& folder, const std::ve
     return failures;
 }
 
-} // namespace
-
 void excelbijiaop88(Program& program)
 {
     Form1& form1 = program.form1;
@@ -91,6 +89,8 @@ void excelbijiaop88(Program& program)
     tell_failures(program, failures);
     show_caption(program, form1.runtitle + U" " + U"   Complete" + U" " + run_time(program) + U"→：" + U" OK !");
 }
+
+} // namespace
 
 constexpr ReportCommand keptfile_command{
     .text = U"An keptfile",

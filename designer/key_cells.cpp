@@ -20,46 +20,31 @@ struct Target {
     int field; ///< column of SUF
 };
 
-/// The designer's boxes as this command reads them.
-struct KeyDesign {
-    int last_row = 1;   ///< of the worksheet, where keys are looked for
-    int key_row = 0;    ///< negative: every row; 0: out of use
-    int key_column = 0; ///< 0: out of use
-    int key_field = 0;  ///< column of SUF; 0: out of use
-    std::vector<Target> targets;
-
-    bool in_use() const { return key_row != 0 && key_column > 0 && key_field > 0; }
-};
-
-KeyDesign read_design(const Form4& form4)
-{
-    KeyDesign design;
-    design.last_row = std::min(design_number(form4.Text4).value_or(1), most_rows);
-    design.key_row = design_number(form4.Text1[0]).value_or(0);
-    design.key_column = design_number(form4.Text1[1]).value_or(0);
-    design.key_field = design_number(form4.Text2[1]).value_or(0);
-    for (int box = 2; box < Form4::first_dynamic; box += 2) {
-        const int row = design_number(form4.Text1[box]).value_or(0);
-        const auto column = design_number(form4.Text1[box + 1]), field = design_number(form4.Text2[box + 1]);
-        if (row != 0 && column > 0 && field > 0) design.targets.push_back({row, *column, *field});
-    }
-    return design;
-}
-
-/// What one pass works with.
+/// The designer's boxes as this command reads them, and the rows of the table that it looks up. One pass works with it.
 class KeyCells {
 public:
-    explicit KeyCells(const Program& program) : design_(read_design(program.form4)), program_(program)
+    explicit KeyCells(const Program& program)
+        : program_(program), last_row_(std::min(design_number(program.form4.Text4).value_or(1), most_rows)),
+          key_row_(design_number(program.form4.Text1[0]).value_or(0)),
+          key_column_(design_number(program.form4.Text1[1]).value_or(0))
     {
-        for (int row = 0; design_.in_use() && row < program.form1.rowcount; ++row)
-            if (const TextView key = own_element(program, row, design_.key_field); !key.empty())
+        const Form4& form4 = program.form4;
+        const int key_field = design_number(form4.Text2[1]).value_or(0); // column of SUF
+        if (key_column_ <= 0 || key_field <= 0) key_row_ = 0;
+        for (int box = 2; box < Form4::first_dynamic; box += 2) {
+            const int row = design_number(form4.Text1[box]).value_or(0);
+            const auto column = design_number(form4.Text1[box + 1]), field = design_number(form4.Text2[box + 1]);
+            if (row != 0 && column > 0 && field > 0) targets_.push_back({row, *column, *field});
+        }
+        for (int row = 0; key_row_ != 0 && row < program.form1.rowcount; ++row)
+            if (const TextView key = own_element(program, row, key_field); !key.empty())
                 rows_[upper(key)].push_back(row);
     }
 
     /// Gives the number of matches.
     int fill(Worksheet& sheet)
     {
-        if (!design_.in_use()) return 0;
+        if (key_row_ == 0) return 0;
         int matches = 0;
         const int last = last_key_row(sheet);
         for (int row = 1; row <= last; ++row) matches += match_row(sheet, row);
@@ -69,19 +54,19 @@ public:
 private:
     int last_key_row(const Worksheet& sheet) const
     {
-        int row = design_.last_row;
-        while (row > 1 && sheet.is_empty(row, design_.key_column)) --row;
+        int row = last_row_;
+        while (row > 1 && sheet.is_empty(row, key_column_)) --row;
         return std::max(row, 1);
     }
 
     // A match may write into its own key cell: the rows behind it are compared with what the cell then holds.
     int match_row(Worksheet& sheet, int row)
     {
-        const int key_row = design_.key_row < 0 ? row : design_.key_row;
+        const int key_row = key_row_ < 0 ? row : key_row_;
         int matches = 0;
         int from = 0;
-        while (const auto found = next_row(upper(sheet.cell(key_row, design_.key_column)), from)) {
-            for (const Target& target : design_.targets) write(sheet, target, row, *found);
+        while (const auto found = next_row(upper(sheet.cell(key_row, key_column_)), from)) {
+            for (const Target& target : targets_) write(sheet, target, row, *found);
             from = *found + 1;
             ++matches;
         }
@@ -103,8 +88,11 @@ private:
         return row == found->second.end() ? std::nullopt : std::optional(*row);
     }
 
-    KeyDesign design_;
     const Program& program_;
+    int last_row_; ///< of the worksheet, where keys are looked for
+    int key_row_;  ///< negative: every row; 0: the design is out of use
+    int key_column_;
+    std::vector<Target> targets_;
     std::unordered_map<Text, std::vector<int>> rows_; ///< of SUF by their key in upper case, each list from the top
 };
 
@@ -122,6 +110,18 @@ void fill_copy(Program& program, KeyCells& cells, const Text& name)
     form1.sheetno += matches;
 }
 
+void qqrs(Program& program)
+{
+    Form1& form1 = program.form1;
+    if (!choose_source_folder(program)) return;
+    KeyCells cells(program);
+    work_through(program, walked_names(program, form1.sourcefolder),
+                 [&](const Text& name) { fill_copy(program, cells, name); });
+    if (form1.sheetno == form1.rowcount) return;
+    tell(program, U"填词完毕，还差" + number_text(form1.rowcount - form1.sheetno) + U"请收好，再见！");
+    form1.Timer9.set_enabled(false);
+}
+
 void excelfile_timer(Program& program)
 {
     Form1& form1 = program.form1;
@@ -137,18 +137,6 @@ void excelfile_timer(Program& program)
 }
 
 } // namespace
-
-void qqrs(Program& program)
-{
-    Form1& form1 = program.form1;
-    if (!choose_source_folder(program)) return;
-    KeyCells cells(program);
-    work_through(program, walked_names(program, form1.sourcefolder),
-                 [&](const Text& name) { fill_copy(program, cells, name); });
-    if (form1.sheetno == form1.rowcount) return;
-    tell(program, U"填词完毕，还差" + number_text(form1.rowcount - form1.sheetno) + U"请收好，再见！");
-    form1.Timer9.set_enabled(false);
-}
 
 constexpr ReportCommand excelfile_command{
     .text = U"An Excelfile",

@@ -28,8 +28,6 @@ std::vector<Text> names_with_key(const Program& program)
     return names;
 }
 
-} // namespace
-
 void excelbijiaopt(Program& program)
 {
     const bool running = run_in_progress(program.form1);
@@ -44,6 +42,8 @@ void excelbijiaopt(Program& program)
     if (run_key(program).empty()) program.notice = U"没有更新文件：此时没有关键字；An tomation 逐个关键字更新";
     close_sheet(program);
 }
+
+} // namespace
 
 constexpr ReportCommand tomation_command{
     .text = U"An tomation",

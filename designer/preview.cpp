@@ -129,9 +129,9 @@ void Form4_Command3_Click(Program& program)
 void Form4_Preview_Click(Program& program)
 {
     Form4& form4 = program.form4;
-    if (!form4.focused_pair || form4.Preview.picked_row() < 1) return;
-    form4.Text1[*form4.focused_pair].set_text(number_text(form4.Preview.picked_row()));
-    form4.Text1[*form4.focused_pair + 1].set_text(number_text(form4.Preview.picked_column()));
+    if (!form4.focused_pair || form4.Preview.picked.row < 1) return;
+    form4.Text1[*form4.focused_pair].set_text(number_text(form4.Preview.picked.row));
+    form4.Text1[*form4.focused_pair + 1].set_text(number_text(form4.Preview.picked.column));
 }
 
 void Form4_GotFocus(Program& program, const Control& box)

@@ -28,6 +28,18 @@ Text report_name(const Text& key)
     return name.ends_with(U".XLSX") ? name : name + U".xlsx";
 }
 
+void excecopy8(Program& program)
+{
+    Form1& form1 = program.form1;
+    const Text& box = form1.query_box().text();
+    if (!(form1.partcount > 0) || !key_gets_sheet(program, either_command)) return;
+    SpreadsheetTask task(program, installed(program, template_in_use(program, box)));
+    transfer(program, task.sheet());
+    task.save_as(plain_sheet_path(program, report_name(run_key(program))));
+    task.finish(Changes::Save);
+    close_sheet(program);
+}
+
 constexpr ReportCommand row_of(std::u32string_view text, std::u32string_view notice, std::u32string_view design,
                                std::u32string_view template_file)
 {
@@ -49,18 +61,6 @@ constexpr ReportCommand row_of(std::u32string_view text, std::u32string_view not
 }
 
 } // namespace
-
-void excecopy8(Program& program)
-{
-    Form1& form1 = program.form1;
-    const Text& box = form1.query_box().text();
-    if (!(form1.partcount > 0) || !key_gets_sheet(program, either_command)) return;
-    SpreadsheetTask task(program, installed(program, template_in_use(program, box)));
-    transfer(program, task.sheet());
-    task.save_as(plain_sheet_path(program, report_name(run_key(program))));
-    task.finish(Changes::Save);
-    close_sheet(program);
-}
 
 constexpr ReportCommand template_command_a = row_of(command_a,
                                                     U"An testsesame A可以读取保存在{folder}\\automation.bin的参数信息，"

@@ -17,11 +17,8 @@ void open_menu_over(Program& program, Control& control)
 
 bool* menu_flag(Form1& form1, int index)
 {
-    switch (index) {
-    case 1: return &form1.menuonquery;
-    case 2: return &form1.menuonnumber;
-    default: return nullptr;
-    }
+    if (index == 1) return &form1.menuonquery;
+    return index == 2 ? &form1.menuonnumber : nullptr;
 }
 
 /// Selects all of the text and gives it one size, the marked matches too.

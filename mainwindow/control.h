@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -51,9 +52,14 @@ constexpr Colour rgb(unsigned red, unsigned green, unsigned blue)
     return blue * 65536 + green * 256 + red;
 }
 
+struct Selection {
+    Position start;
+    std::size_t length = 0;
+    friend bool operator==(const Selection&, const Selection&) = default;
+};
+
 class Control;
 class TextBox;
-struct Selection;
 
 /// Where controls report to. A front listens to `property_changed`; the event table listens to `text_changed`.
 struct ModelListeners {
@@ -173,12 +179,6 @@ private:
     int interval_ = 0;
 };
 
-struct Selection {
-    Position start;
-    std::size_t length = 0;
-    friend bool operator==(const Selection&, const Selection&) = default;
-};
-
 /// A control that holds a text, part of which may be selected.
 class TextControl : public Control {
 public:
@@ -220,33 +220,95 @@ private:
     bool multi_line_ = false;
 };
 
+/// A match that is shown in colour; `size` is in points.
+struct Mark {
+    Position start;
+    std::size_t length = 0;
+    Colour colour = 0;
+    int size = 0;
+    friend bool operator==(const Mark&, const Mark&) = default;
+};
+
+/// One of the three stacked rich-text boxes.
+class Pane : public TextControl {
+public:
+    using TextControl::TextControl;
+
+    const PaneText& content() const override { return content_; }
+    TextView text() const { return content_.view(); }
+    const Document& document() const { return content_.document(); }
+    bool empty() const { return content_.empty(); }
+    bool multi_line() const override { return true; }
+
+    /// A new text has no marks and no selection.
+    void set_content(PaneText content);
+    void set_text(TextView text) override { set_content(PaneText(text)); }
+    void append(TextView text);
+
+    /// Marks behind the place move along, those in it go.
+    void replace_selection(TextView text) override;
+
+    /// Colour and size at the caret, or of the selection that was last given one.
+    Colour selection_colour() const { return selection_colour_; }
+    int selection_font_size() const { return selection_font_size_; }
+    void set_selection_colour(Colour colour) { change(selection_colour_, colour, Property::SelColor); }
+    void set_selection_font_size(int points) { change(selection_font_size_, points, Property::SelFontSize); }
+
+    const std::vector<Mark>& marks() const { return marks_; }
+    void set_marks(std::vector<Mark> marks) { change(marks_, std::move(marks), Property::Marks); }
+    /// The size of all of the text that is not marked; 0 for the design's.
+    int text_font_size() const { return text_font_size_; }
+    void set_text_font_size(int points) { change(text_font_size_, points, Property::SelFontSize); }
+
+    bool line_breaking = false; ///< whether lines break at the pane's width; start-up alone sets it
+
+private:
+    PaneText content_;
+    std::vector<Mark> marks_;
+    Colour selection_colour_ = 0;
+    int selection_font_size_ = 0;
+    int text_font_size_ = 0;
+};
+
+/// A control as its window is made with it; the caption of a box is its text.
+struct Design {
+    int index;
+    std::u32string_view caption;
+    Place place;
+};
+
 /// Controls of one name with indices, which need not be dense.
 template <typename Kind>
 class ControlArray {
 public:
-    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, std::initializer_list<int> indices)
+    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, std::span<const Design> design)
     {
-        for (int index : indices) add(listeners, form, name, index);
+        for (const auto& [index, caption, place] : design) {
+            Kind& control = add(listeners, form, name, index);
+            if constexpr (std::is_same_v<Kind, TextBox>) control.set_text(caption);
+            else control.set_caption(Text(caption));
+            control.set_place(place);
+        }
     }
-    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, int first, int last)
+    /// Those from 0 on.
+    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, int count)
     {
-        for (int index = first; index <= last; ++index) add(listeners, form, name, index);
+        for (int index = 0; index < count; ++index) add(listeners, form, name, index);
     }
 
     Kind& operator[](int index) { return controls_.at(index); }
     const Kind& operator[](int index) const { return controls_.at(index); }
-    bool contains(int index) const { return controls_.contains(index); }
     /// Pairs of index and control, in the order of the indices.
     auto begin() { return controls_.begin(); }
     auto end() { return controls_.end(); }
-    auto begin() const { return controls_.begin(); }
-    auto end() const { return controls_.end(); }
 
 private:
-    void add(ModelListeners& listeners, FormId form, std::string_view name, int index)
+    Kind& add(ModelListeners& listeners, FormId form, std::string_view name, int index)
     {
-        controls_.emplace(std::piecewise_construct, std::forward_as_tuple(index),
-                          std::forward_as_tuple(listeners, form, name, index));
+        return controls_
+            .emplace(std::piecewise_construct, std::forward_as_tuple(index),
+                     std::forward_as_tuple(listeners, form, name, index))
+            .first->second;
     }
     std::map<int, Kind> controls_;
 };

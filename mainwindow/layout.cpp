@@ -23,24 +23,16 @@ std::array<Control*, 5> right_column(Form1& form1)
     return {&form1.Command2[1], &form1.Command2[8], &form1.page_box(), &form1.Command2[2], &form1.page_size_box()};
 }
 
-void move_right_column_to_edge(Form1& form1)
+void set_panes(Form1& form1, void (Control::*set_size)(double twips), double size)
+{
+    for (Pane* pane : form1.panes()) (pane->*set_size)(size);
+}
+
+// The right-hand column moves to the window's edge, and the panes reach up to it.
+void fit_to_width(Form1& form1)
 {
     for (Control* control : right_column(form1)) control->set_left(form1.window.width() - control->width() - edge);
-}
-
-void set_pane_widths(Form1& form1, double width)
-{
-    for (Pane* pane : form1.panes()) pane->set_width(width);
-}
-
-void set_pane_heights(Form1& form1, double height)
-{
-    for (Pane* pane : form1.panes()) pane->set_height(height);
-}
-
-double pane_width_beside_column(const Form1& form1)
-{
-    return form1.page_box().left() - form1.RichTextBox1.left() - edge;
+    set_panes(form1, &Control::set_width, form1.page_box().left() - form1.RichTextBox1.left() - edge);
 }
 
 // Everything that stands below the panes and moves with their lower edge.
@@ -84,8 +76,7 @@ void opening_animation(Program& program, double screen_width)
     const double factor = wide ? 1.1 : 0.82;
     form1.window.set_width(opening_width(form1, screen_width, factor));
     form1.window.set_height(0.8 * form1.window.width());
-    move_right_column_to_edge(form1);
-    set_pane_widths(form1, pane_width_beside_column(form1));
+    fit_to_width(form1);
     scale_lower_controls(form1, factor * form1.window.width() / base_width);
     const double left = form1.number_box().left() + form1.number_box().width() - form1.Command2[4].width();
     form1.Command2[4].set_left(left);
@@ -97,7 +88,7 @@ void Form_Resize(Program& program)
 {
     Form1& form1 = program.form1;
     if (!form1.formready || form1.window.window_state() != 0) return;
-    set_pane_heights(form1, form1.window.height() * golden_section);
+    set_panes(form1, &Control::set_height, form1.window.height() * golden_section);
     const double bottom = form1.RichTextBox1.top() + form1.RichTextBox1.height();
     form1.Command1[0].set_top(bottom + 468);
     form1.Command1[1].set_top(bottom + 1188);
@@ -111,8 +102,7 @@ void Form_Resize(Program& program)
     for (Control* frame : form1.frames()) frame->set_top(frames);
     form1.Command6.set_top(form1.Option3.top());
     form1.Command3.set_top(form1.Option1.top());
-    move_right_column_to_edge(form1);
-    set_pane_widths(form1, pane_width_beside_column(form1));
+    fit_to_width(form1);
 }
 
 void Command2_MouseDown(Program& program, int index)
@@ -133,15 +123,15 @@ void Timer1_Timer(Program& program, int index)
     const bool sideways = index < 2;
     const double step = index == 0 || index == 3 ? -movement : movement;
     const double size = (sideways ? form1.RichTextBox1.width() : form1.RichTextBox1.height()) + step;
-    const auto set_pane_sizes = sideways ? set_pane_widths : set_pane_heights;
-    set_pane_sizes(form1, size);
+    const auto set_size = sideways ? &Control::set_width : &Control::set_height;
+    set_panes(form1, set_size, size);
     if (sideways)
         for (Control* control : right_column(form1)) control->set_left(control->left() + step);
     else
         for (Control* control : lower_controls(form1)) control->set_top(control->top() + step);
     if (step > 0 || size >= 100) return;
     form1.Timer1[index].set_enabled(false);
-    set_pane_sizes(form1, 150);
+    set_panes(form1, set_size, 150);
 }
 
 } // namespace tarvik

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <functional>
-#include <new>
 #include <utility>
 
 namespace tarvik {
@@ -21,9 +20,7 @@ void pass_over_failure(const std::function<void()>& step)
 {
     try {
         step();
-    } catch (const Failure&) {
-        return;
-    } catch (const std::bad_alloc&) {
+    } catch (const std::exception&) {
         return;
     }
 }
@@ -144,7 +141,7 @@ void Form_Load(Program& program)
     program.form3.window.set_visible(false);
     form1.fieldfrom = leading_number(program.form3.Text1[1].text());
     form1.fieldto = leading_number(program.form3.Text1[2].text());
-    for (Pane* pane : form1.panes()) pane->set_line_breaking(pane == &form1.RichTextBox1);
+    for (Pane* pane : form1.panes()) pane->line_breaking = pane == &form1.RichTextBox1;
     for (auto& [index, timer] : form1.Timer1) timer.set_enabled(false);
     show_opening_screen(program);
     form1.query_box().set_text(U"查寻条件");

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "mainwindow/form1.h"
-#include "mainwindow/form4.h"
+#include "mainwindow/forms.h"
 #include "mainwindow/table.h"
 #include "platform/files/file_cache.h"
 #include "platform/platform.h"
@@ -13,17 +12,6 @@
 /// What this folder offers: the program's state and window model, start-up and shutdown, the resets, the layout rule,
 /// the pane movements, and the small services (messages, files, numbers) that every handler above it uses.
 namespace tarvik {
-
-/// The window of column numbers and notes, which stays beside the main window.
-struct Form3 {
-    explicit Form3(ModelListeners& listeners);
-
-    Window window;
-    ControlArray<TextBox> Text1;    ///< 0 to 2 date check and in-field query, 3 and 4 comparison, 5 sort and statistics
-    TextBox Text2;                  ///< notes
-    ControlArray<Control> Command1; ///< 0 确认, 1 说明
-    ControlArray<Control> Label1;   ///< help texts
-};
 
 /// `fso` and `textstream` of the main window keep what the accesses to files have left standing, a file-system object
 /// each, a text stream those that read or write and do not fail.

@@ -64,7 +64,7 @@ std::size_t LineSource::line_at(std::size_t offset) const
     return static_cast<std::size_t>(std::ranges::upper_bound(starts_, offset) - starts_.begin()) - 1;
 }
 
-std::size_t LineSource::hand_over(std::size_t offset, std::size_t count, std::size_t at_once,
+std::size_t LineSource::hand_over(std::size_t offset, std::size_t count,
                                   const std::function<void(TextView)>& take) const
 {
     std::size_t line = offset == 0 ? 0 : line_at(offset), taken = 0;
@@ -74,7 +74,7 @@ std::size_t LineSource::hand_over(std::size_t offset, std::size_t count, std::si
         append_line(line, written);
         written += line_end;
         const bool enough = written.size() - skip >= count - taken;
-        if (!enough && written.size() < at_once && line + 1 < end) continue;
+        if (!enough && written.size() < usual_part && line + 1 < end) continue;
         const TextView part = TextView(written).substr(skip, count - taken);
         take(part);
         taken += part.size();
@@ -138,7 +138,7 @@ std::vector<SharedText> PaneText::parts(std::size_t offset, std::size_t length) 
             parts.emplace_back(shared->owner, shared->view.substr(from, count));
         } else {
             TextBuilder text;
-            std::get<Lines>(piece)->hand_over(from, count, usual_part, [&](TextView part) { text.append(part); });
+            std::get<Lines>(piece)->hand_over(from, count, [&](TextView part) { text.append(part); });
             parts.push_back(built(text));
         }
         return parts.back().view.size();
@@ -158,7 +158,7 @@ SharedText PaneText::slice(Position start, std::size_t length) const
 void PaneText::for_each_part(const std::function<void(TextView)>& work, Position start, std::size_t length) const
 {
     walk(start.offset(), length, [&work](const Piece& piece, std::size_t from, std::size_t count) {
-        if (const auto* lines = std::get_if<Lines>(&piece)) return (*lines)->hand_over(from, count, usual_part, work);
+        if (const auto* lines = std::get_if<Lines>(&piece)) return (*lines)->hand_over(from, count, work);
         const TextView part = std::get<SharedText>(piece).view.substr(from, count);
         for (std::size_t at = 0; at < part.size(); at += usual_part) work(part.substr(at, usual_part));
         return part.size();

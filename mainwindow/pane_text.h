@@ -35,10 +35,9 @@ public:
     /// The line that holds the character at `offset`; the line behind the last for the end.
     std::size_t line_at(std::size_t offset) const;
     /// Hands over the `count` characters from `offset`, as many as there are, and gives how many there were. It goes in
-    /// parts of about `at_once` characters, or of one line if that is longer, so that nothing but what they are put
+    /// parts of about a million characters, or of one line if that is longer, so that nothing but what they are put
     /// into grows with them.
-    std::size_t hand_over(std::size_t offset, std::size_t count, std::size_t at_once,
-                          const std::function<void(TextView)>& take) const;
+    std::size_t hand_over(std::size_t offset, std::size_t count, const std::function<void(TextView)>& take) const;
 
 private:
     mutable std::vector<std::size_t> starts_;

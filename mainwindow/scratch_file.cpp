@@ -8,13 +8,9 @@ namespace tarvik {
 
 namespace {
 
+constexpr std::size_t most_bytes = std::size_t{1} << 30;
 /// Bytes that are rendered while those before them are on their way to the file.
 constexpr std::size_t bytes_at_once = std::size_t{1} << 20;
-
-Failure too_long(TextView path)
-{
-    return Failure(U"视图超过 1 GB，没有写入文件“" + path + U"”。");
-}
 
 } // namespace
 
@@ -39,7 +35,7 @@ ScratchFile::ScratchFile(Program& program, TextView name) : program_(program), p
 void ScratchFile::clear()
 {
     const auto file = program_.platform.files.open_for_output(path_);
-    file->write(cleared_line);
+    file->write("\r\r\n"); // CR, then the line end
     file->close();
 }
 
@@ -85,7 +81,7 @@ void ScratchFile::write_all(const LineSource& lines)
     file->close();
     if (written > most_bytes) {
         clear();
-        throw too_long(path_);
+        throw Failure(U"视图超过 1 GB，没有写入文件“" + path_ + U"”。");
     }
 }
 

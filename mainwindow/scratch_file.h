@@ -10,13 +10,10 @@ namespace tarvik {
 /// for all of them in an action or a report run, and the view is shown all the same.
 class ScratchFile {
 public:
-    /// A view beyond this many bytes is reported and not written.
-    static constexpr std::size_t most_bytes = std::size_t{1} << 30;
-
     /// Clears the file, as every operation does first: one line that holds a CR.
     ScratchFile(Program& program, TextView name);
 
-    /// Cuts the file and writes the view.
+    /// Cuts the file and writes the view; one of more than a gigabyte is reported and not written.
     void write(const LineSource& lines);
     /// The same for who must not open a box yet: tell_failure() opens it.
     void write_silently(const LineSource& lines);
@@ -35,8 +32,5 @@ private:
     bool failed_ = false;
     std::optional<Text> failure_; ///< that has not been reported yet
 };
-
-/// The line that clears a scratch file: CR, then the line end.
-inline constexpr std::string_view cleared_line = "\r\r\n";
 
 } // namespace tarvik

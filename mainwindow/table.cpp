@@ -24,12 +24,14 @@ const std::uint8_t* end_byte(const SharedBuffer& buffer)
 
 } // namespace
 
-void BufferKeeper::keep(const SharedBuffer& buffer)
+void BufferKeeper::keep(std::span<const SharedBuffer> buffers, const Views& for_each_view)
 {
-    // The buffer of the piece before is the usual one.
-    if (!buffer || buffer.get() == latest_) return;
-    if (buffers_.insert(buffer).second) bytes_ += bytes_of(buffer);
-    latest_ = buffer.get();
+    if (buffers_.size() >= sweep_at_ || bytes_ > sweep_at_bytes_) sweep(for_each_view);
+    for (const SharedBuffer& buffer : buffers) {
+        if (!buffer || buffer.get() == latest_) continue; // the buffer of the piece before is the usual one
+        if (buffers_.insert(buffer).second) bytes_ += bytes_of(buffer);
+        latest_ = buffer.get();
+    }
 }
 
 bool BufferKeeper::holds(TextView view) const
@@ -40,7 +42,7 @@ bool BufferKeeper::holds(TextView view) const
            });
 }
 
-void BufferKeeper::sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view)
+void BufferKeeper::sweep(const Views& for_each_view)
 {
     std::vector<SharedBuffer> sorted(buffers_.begin(), buffers_.end());
     std::ranges::sort(sorted, {}, first_byte);
@@ -53,20 +55,16 @@ void BufferKeeper::sweep(const std::function<void(const std::function<void(TextV
         const auto owner = std::prev(behind);
         if (place <= end_byte(*owner)) used[static_cast<std::size_t>(owner - sorted.begin())] = true;
     });
-    buffers_.clear();
-    bytes_ = 0;
-    latest_ = nullptr;
     for (std::size_t i = 0; i < sorted.size(); ++i)
-        if (used[i]) keep(sorted[i]);
+        if (!used[i] && buffers_.erase(sorted[i]) > 0) bytes_ -= bytes_of(sorted[i]);
     latest_ = nullptr;
     sweep_at_ = std::max<std::size_t>(64, 2 * buffers_.size());
     sweep_at_bytes_ = std::max<std::size_t>(64 << 20, 2 * bytes_);
 }
 
-void TextArray::keep(const std::vector<SharedBuffer>& buffers)
+void TextArray::keep_all(std::span<const SharedBuffer> buffers)
 {
-    if (keeper_.wants_sweep()) sweep();
-    for (const SharedBuffer& buffer : buffers) keeper_.keep(buffer);
+    keeper_.keep(buffers, [this](const auto& see) { std::ranges::for_each(views_.used(), see); });
 }
 
 void TextArray::swap(std::size_t a, std::size_t b)
@@ -74,11 +72,6 @@ void TextArray::swap(std::size_t a, std::size_t b)
     const TextView text = views_.get(a);
     views_.set(a, views_.get(b));
     views_.set(b, text);
-}
-
-void TextArray::sweep()
-{
-    keeper_.sweep([this](const auto& see) { std::ranges::for_each(views_.used(), see); });
 }
 
 void TextArray::set(std::size_t index, TextView text)
@@ -93,8 +86,7 @@ void TextArray::set(std::size_t index, TextView text)
 
 void TextArray::set(std::size_t index, TextView piece, const SharedBuffer& buffer)
 {
-    if (keeper_.wants_sweep()) sweep();
-    keeper_.keep(buffer);
+    keep_all({&buffer, 1});
     views_.set(index, piece);
 }
 
@@ -177,12 +169,10 @@ void Table::set_fields(std::size_t row, TextView line, std::span<const std::uint
 
 void Table::keep(const std::vector<SharedBuffer>& buffers)
 {
-    if (keeper_.wants_sweep())
-        keeper_.sweep([this](const auto& see) {
-            for (const Line& line : lines_.used()) see(line.text);
-            for (const TextView view : views_) see(view);
-        });
-    for (const SharedBuffer& buffer : buffers) keeper_.keep(buffer);
+    keeper_.keep(buffers, [this](const auto& see) {
+        for (const Line& line : lines_.used()) see(line.text);
+        for (const TextView view : views_) see(view);
+    });
 }
 
 void Table::clear(std::size_t from_row, std::size_t to_row, std::size_t from_column, std::size_t to_column)

@@ -49,16 +49,18 @@ private:
 /// Keeps the buffers alive that an array's views look into, and lets go of those that no view needs any more.
 class BufferKeeper {
 public:
-    void keep(const SharedBuffer& buffer);
-    /// True when so many buffers or bytes are kept that a sweep pays.
-    bool wants_sweep() const { return buffers_.size() >= sweep_at_ || bytes_ > sweep_at_bytes_; }
-    /// `for_each_view` calls its argument for every view in use.
-    void sweep(const std::function<void(const std::function<void(TextView)>&)>& for_each_view);
+    /// Calls its argument for every view in use.
+    using Views = std::function<void(const std::function<void(TextView)>&)>;
+
+    /// Those that no view needs go when so many buffers or bytes are kept that it pays.
+    void keep(std::span<const SharedBuffer> buffers, const Views& for_each_view);
     /// Whether a view lies in a buffer that is kept, or is empty. For assertions.
     bool holds(TextView view) const;
     std::vector<SharedBuffer> buffers() const { return {buffers_.begin(), buffers_.end()}; }
 
 private:
+    void sweep(const Views& for_each_view);
+
     std::unordered_set<SharedBuffer> buffers_;
     const TextBuffer* latest_ = nullptr;
     std::size_t bytes_ = 0;
@@ -83,14 +85,14 @@ public:
         views_.set(index, piece);
     }
     /// Keeps all of them from before the first of their pieces is stored. Buffers that no element looks into go.
-    void keep(const std::vector<SharedBuffer>& buffers);
+    void keep(const std::vector<SharedBuffer>& buffers) { keep_all(buffers); }
     /// The buffers that the elements lie in: whoever keeps get() beyond the next change keeps them too.
     std::vector<SharedBuffer> buffers() const { return keeper_.buffers(); }
     void clear(std::size_t first, std::size_t last) { views_.clear(first, last); }
     void swap(std::size_t a, std::size_t b);
 
 private:
-    void sweep();
+    void keep_all(std::span<const SharedBuffer> buffers);
     GrowingArray<TextView> views_;
     BufferKeeper keeper_;
 };

@@ -229,15 +229,13 @@ Answer Stage::message(const Message& message)
     Answer reply = Answer::OK;
     std::string complaint;
     if (message.buttons != Buttons::OK) {
-        reply = Answer::None;
-        complaint = "no reply was left for a message box";
-        if (!answers.replies.empty()) {
-            reply = answers.replies.front();
-            answers.replies.pop_front();
-            if (std::ranges::find(row.offered, reply) == row.offered.end()) {
-                complaint = "a message box does not offer the reply " + word_of(answer_words, reply);
-                reply = Answer::None;
-            }
+        const bool is_left = !answers.replies.empty();
+        reply = is_left ? answers.replies.front() : Answer::None;
+        if (is_left) answers.replies.pop_front();
+        if (std::ranges::find(row.offered, reply) == row.offered.end()) {
+            complaint = is_left ? "a message box does not offer the reply " + word_of(answer_words, reply)
+                                : "no reply was left for a message box";
+            reply = Answer::None;
         }
     }
     transcript.line("message " + json_string(message.title) + " " + json_string(message.text) + " " +

@@ -18,10 +18,10 @@ bool is_blank(char32_t character)
     return character == U' ' || character == U'\t';
 }
 
-// Letters behind a backslash, and what they mean. The last two are read alone.
-constexpr std::pair<char, char> escapes[] = {{'r', '\r'}, {'n', '\n'}, {'t', '\t'}, {'"', '"'},   {'\\', '\\'},
-                                             {'b', '\b'}, {'f', '\f'}, {'/', '/'},  {'e', '\x1b'}};
-constexpr auto written_escapes = std::span(escapes).first(7);
+// Letters behind a backslash, and what they mean. The last is read alone, the one ahead of it is no JSON.
+constexpr std::pair<char, char> escapes[] = {{'r', '\r'}, {'n', '\n'}, {'t', '\t'},   {'"', '"'}, {'\\', '\\'},
+                                             {'b', '\b'}, {'f', '\f'}, {'e', '\x1b'}, {'/', '/'}};
+constexpr std::size_t json_escapes = 7, word_escapes = 8;
 
 class LineReader {
 public:
@@ -130,21 +130,22 @@ private:
     std::size_t at_ = 0;
 };
 
-void append_escaped(std::string& json, char character)
+// `count` of the escapes are written.
+std::string quoted(TextView text, std::size_t count)
 {
-    for (const auto& [letter, meant] : written_escapes)
-        if (meant == character) {
-            json += '\\';
-            json += letter;
-            return;
+    std::string json = "\"";
+    for (const char character : to_utf8(text)) {
+        const auto letters = std::span(escapes).first(count);
+        const auto letter = std::ranges::find(letters, character, &std::pair<char, char>::second);
+        if (letter != letters.end()) (json += '\\') += letter->first;
+        else if (static_cast<unsigned char>(character) >= 0x20) json += character;
+        else {
+            std::array<char, 8> escape{};
+            std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(character));
+            json += escape.data();
         }
-    if (static_cast<unsigned char>(character) >= 0x20) {
-        json += character;
-        return;
     }
-    std::array<char, 8> escape{};
-    std::snprintf(escape.data(), escape.size(), "\\u%04x", static_cast<unsigned>(character));
-    json += escape.data();
+    return json += '"';
 }
 
 } // namespace
@@ -158,23 +159,14 @@ std::vector<Word> split_line(std::string_view line, const Holes& holes)
 
 std::string json_string(TextView text)
 {
-    std::string json = "\"";
-    for (const char byte : to_utf8(text)) append_escaped(json, byte);
-    return json += '"';
+    return quoted(text, json_escapes);
 }
 
 std::string quoted_word(TextView text)
 {
-    std::string word = "\"";
-    const Text whole = text.str();
-    for (std::size_t from = 0; from <= whole.size();) {
-        const std::size_t end = std::min(whole.find_first_of(U"{\x1b", from), whole.size());
-        const std::string part = json_string(text.substr(from, end - from));
-        word.append(part, 1, part.size() - 2);
-        if (end < whole.size()) word += whole[end] == U'{' ? "\\u007b" : "\\e";
-        from = end + 1;
-    }
-    return word += '"';
+    std::string word = quoted(text, word_escapes);
+    for (std::size_t at = 0; (at = word.find('{', at)) != std::string::npos;) word.replace(at, 1, "\\u007b");
+    return word;
 }
 
 } // namespace tarvik

@@ -35,11 +35,10 @@ void reach(TextControl& box, char32_t key)
 
 void User::click(Control& target)
 {
-    Control& control = on_screen(target);
     if (auto* const pane = dynamic_cast<Pane*>(&target)) pane->select({pane->selection().start, 0});
     press(target, MouseButton::Left, false);
     release(target, MouseButton::Left);
-    send({EventKind::Click, control});
+    send({EventKind::Click, target});
 }
 
 void User::double_click(Control& target)

@@ -3,7 +3,7 @@
 #include "desktop/look/pane_fonts.h"
 #include "desktop/text_view/columns.h"
 #include "desktop/text_view/text_lines.h"
-#include "mainwindow/pane.h"
+#include "mainwindow/control.h"
 
 #include <map>
 #include <optional>

@@ -142,7 +142,7 @@ void TextWidget::refresh()
         area_.set_text(std::move(content), stays);
     }
     const auto* const pane = dynamic_cast<const Pane*>(&text_);
-    area_.set_look(pane ? TextLook{pane->marks(), pane->text_font_size(), pane->line_breaking()}
+    area_.set_look(pane ? TextLook{pane->marks(), pane->text_font_size(), pane->line_breaking}
                         : TextLook{{}, 0, breaks_lines_});
     const Selection selection = text_.selection();
     const bool moved =

@@ -51,7 +51,7 @@ protected:
         if (!rect().contains(event->pos())) return;
         front_.queue.submit([this, cell = cell_at(event->pos())] {
             PreviewArea& area = front_.program.form4.Preview;
-            area.pick(cell.y(), cell.x());
+            area.picked = {cell.y(), cell.x()};
             Event click{EventKind::Click, area};
             front_.queue.send(click);
         });

@@ -113,7 +113,7 @@ TEST_F(Preview, a_cell_that_cannot_be_calculated_keeps_no_other_from_being_seen)
 TEST_F(Preview, a_picked_cell_goes_into_the_pair_that_had_the_focus)
 {
     press(Answer::Yes);
-    form4.Preview.pick(19, 2);
+    form4.Preview.picked = {19, 2};
     happen(EventKind::Click, form4.Preview);
     EXPECT_EQ(form4.Text1[0].text(), U"3") << "nobody was in a box";
     happen(EventKind::GotFocus, form4.Text2[5]);
@@ -121,7 +121,7 @@ TEST_F(Preview, a_picked_cell_goes_into_the_pair_that_had_the_focus)
     EXPECT_EQ(form4.Text1[4].text(), U"19");
     EXPECT_EQ(form4.Text1[5].text(), U"2");
     happen(EventKind::GotFocus, form4.Text3);
-    form4.Preview.pick(1, 1);
+    form4.Preview.picked = {1, 1};
     happen(EventKind::Click, form4.Preview);
     EXPECT_EQ(form4.Text1[4].text(), U"19");
 }

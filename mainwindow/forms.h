@@ -1,16 +1,14 @@
 #pragma once
 
 #include "engines/automation.h"
+#include "engines/sheet_picture.h"
 #include "mainwindow/control.h"
-#include "mainwindow/pane.h"
-#include "platform/platform.h"
 
 #include <array>
-#include <cstdint>
 
+/// The three windows: their controls under their names, and the members that more than one handler uses.
 namespace tarvik {
 
-/// The main window: its controls under their names, and the members that more than one handler uses.
 struct Form1 {
     explicit Form1(ModelListeners& listeners);
 
@@ -132,5 +130,84 @@ void select_option(Form1& form1, OptionButton& option);
 void clear_options(Form1& form1);
 /// Makes exactly one of the panes visible; they are switched in the order of their numbers.
 void bring_up(Form1& form1, Pane& pane);
+
+/// The window of column numbers and notes, which stays beside the main window.
+struct Form3 {
+    explicit Form3(ModelListeners& listeners);
+
+    Window window;
+    ControlArray<TextBox> Text1;    ///< 0 to 2 date check and in-field query, 3 and 4 comparison, 5 sort and statistics
+    TextBox Text2;                  ///< notes
+    ControlArray<Control> Command1; ///< 0 确认, 1 说明
+    ControlArray<Control> Label1;   ///< help texts
+};
+
+/// A cell that a design has written, and the row of the designer's window that names it.
+struct WrittenCell {
+    int row, column;
+    Text design_row;
+};
+
+/// A report as it would look.
+struct SheetPreview {
+    SheetPicture picture;
+    std::vector<WrittenCell> written; ///< each the first cell of its range
+};
+
+/// The window that shows a preview; its caption tells of what. Hidden until there is one.
+class PreviewArea : public Control {
+public:
+    using Control::Control;
+    const SheetPreview& contents() const { return contents_; }
+    void show(SheetPreview contents)
+    {
+        contents_ = std::move(contents);
+        touched(Property::Contents);
+        set_visible(true);
+    }
+
+    /// The cell that the user has clicked last; 0 before the first click.
+    struct {
+        int row = 0, column = 0;
+    } picked;
+
+private:
+    SheetPreview contents_;
+};
+
+/// The report designer. Its boxes carry a design, visible or not.
+struct Form4 {
+    explicit Form4(ModelListeners& listeners);
+
+    /// The boxes of Text1 and Text2 from this index on are the dynamic block of the design, those before it in pairs
+    /// its single cells.
+    static constexpr int first_dynamic = 28;
+    static constexpr int last_box = 49;
+
+    /// The 102 boxes in the order in which a parameter file holds them: Text3, Text1, Text2, Text4.
+    std::vector<TextBox*> design_boxes();
+    /// What a box gets from somewhere else than the user: it is no loss when the window closes.
+    void load(TextBox& box, const Text& text);
+    /// The texts of all boxes are kept elsewhere.
+    void boxes_are_kept();
+    /// Whether a box holds a text that the user has put there since.
+    bool holds_typed_text() const;
+
+    Window window;
+    ControlArray<TextBox> Text1, Text2;   ///< 0 to 49: targets in the spreadsheet, sources in SUF
+    TextBox Text3;                        ///< query text
+    TextBox Text4;                        ///< key column
+    Control Command1, Command2, Command3; ///< save, check, preview
+    PreviewArea Preview;
+    Control Frame1, Frame2, Frame3;
+    Control Label1, Label2, Label3, Label4, Label5;
+    std::optional<int> focused_pair; ///< index in Text1 of the pair of boxes whose row had the focus last
+
+private:
+    std::map<const TextBox*, Text> kept_;
+};
+
+/// Gives the boxes the texts of the window's design, as a window has that was just loaded.
+void load_design_texts(Form4& form4);
 
 } // namespace tarvik
