@@ -6,6 +6,81 @@ namespace tarvik {
 
 namespace {
 
+constexpr std::string_view window_names[] = {"Form1", "Form3", "Form4"}; // by FormId
+
+bool is_any(const Control&)
+{
+    return true;
+}
+
+template <typename Kind>
+bool is(const Control& control)
+{
+    return dynamic_cast<const Kind*>(&control) != nullptr;
+}
+
+bool is_seen(const Control& control)
+{
+    return !is<Timer>(control);
+}
+
+bool has_caption(const Control& control)
+{
+    return is_seen(control) && !is<TextControl>(control);
+}
+
+template <typename Kind, auto Getter>
+ScriptValue read(const Control& control)
+{
+    return to_value((dynamic_cast<const Kind&>(control).*Getter)());
+}
+
+const TextControl& box(const Control& control)
+{
+    return dynamic_cast<const TextControl&>(control);
+}
+
+ScriptValue marks_of(const Control& control)
+{
+    std::vector<Mark> marks = dynamic_cast<const Pane&>(control).marks();
+    std::ranges::stable_sort(marks, {}, &Mark::start);
+    std::string list = "[";
+    for (const Mark& mark : marks) {
+        if (list.size() > 1) list += ',';
+        list += '[' + std::to_string(mark.start.number()) + ',' + std::to_string(mark.length) + ',' +
+                std::to_string(mark.colour) + ',' + std::to_string(mark.size) + ']';
+    }
+    return {list + ']'};
+}
+
+/// A property of the controls of some kinds. They are read of no others.
+struct ControlProperty {
+    std::string_view name;
+    bool (*has)(const Control& control);
+    ScriptValue (*read)(const Control& control);
+};
+/// Each control has those that it has in this order.
+constexpr ControlProperty properties[] = {
+    {"Visible", is_seen, read<Control, &Control::visible>},
+    {"Enabled", is_any, read<Control, &Control::enabled>},
+    {"Left", is_seen, read<Control, &Control::left>},
+    {"Top", is_seen, read<Control, &Control::top>},
+    {"Width", is_seen, read<Control, &Control::width>},
+    {"Height", is_seen, read<Control, &Control::height>},
+    {"BackColor", is_seen, read<Control, &Control::back_color>},
+    {"Interval", is<Timer>, read<Timer, &Timer::interval>},
+    {"Text", is<TextControl>, [](const Control& c) { return to_value(box(c).content().view()); }},
+    {"SelStart", is<TextControl>, [](const Control& c) { return to_value(box(c).selection().start.number()); }},
+    {"SelLength", is<TextControl>, [](const Control& c) { return to_value(box(c).selection().length); }},
+    {"SelText", is<TextControl>, [](const Control& c) { return to_value(box(c).selected_text().view); }},
+    {"SelColor", is<Pane>, read<Pane, &Pane::selection_colour>},
+    {"SelFontSize", is<Pane>, read<Pane, &Pane::selection_font_size>},
+    {"Marks", is<Pane>, marks_of},
+    {"Caption", has_caption, read<Control, &Control::caption>},
+    {"WindowState", is<Window>, read<Window, &Window::window_state>},
+    {"Value", is<OptionButton>, read<OptionButton, &OptionButton::value>},
+};
+
 template <auto Member>
 ScriptValue form1(const Program& program)
 {
@@ -109,42 +184,38 @@ struct Array {
     Text (*element)(const Module1&, const Indices& at);
 };
 
-template <auto Texts>
-constexpr Array texts(std::string_view name)
+template <auto Member>
+constexpr Array array(std::string_view name)
 {
-    return {name, [](const Module1& module1) { return Indices{(module1.*Texts).last()}; },
+    return {name,
+            [](const Module1& module1) {
+                if constexpr (requires { (module1.*Member).last(); }) return Indices{(module1.*Member).last()};
+                else return Indices{Table::last_row, Table::last_column};
+            },
             [](const Module1& module1, const Indices& at) {
-                if constexpr (requires { (module1.*Texts).text(at[0]); }) return (module1.*Texts).text(at[0]);
-                else return (module1.*Texts).get(at[0]).str();
+                const auto& texts = module1.*Member;
+                if constexpr (requires { texts.cell(at[0], at[1]); }) return texts.cell(at[0], at[1]).str();
+                else if constexpr (requires { texts.text(at[0]); }) return texts.text(at[0]);
+                else return texts.get(at[0]).str();
             }};
 }
 
-template <auto Cells>
-constexpr Array cells(std::string_view name)
-{
-    return {name,
-            [](const Module1&) {
-                return Indices{Table::last_row, Table::last_column};
-            },
-            [](const Module1& module1, const Indices& at) { return (module1.*Cells).cell(at[0], at[1]).str(); }};
-}
-
 constexpr Array arrays[] = {
-    texts<&Module1::pages>("pages"),
-    texts<&Module1::hits>("hits"),
-    texts<&Module1::filehits>("filehits"),
-    texts<&Module1::cnhits>("cnhits"),
-    texts<&Module1::enhits>("enhits"),
-    texts<&Module1::zhhits>("zhhits"),
-    texts<&Module1::sufrow>("sufrow"),
-    texts<&Module1::sugrow>("sugrow"),
-    texts<&Module1::rowhits>("rowhits"),
-    texts<&Module1::distinct>("distinct"),
-    texts<&Module1::distinctn>("distinctn"),
-    texts<&Module1::colcopy>("colcopy"),
-    texts<&Module1::keylist>("keylist"),
-    cells<&Module1::suf>("suf"),
-    cells<&Module1::sug>("sug"),
+    array<&Module1::pages>("pages"),
+    array<&Module1::hits>("hits"),
+    array<&Module1::filehits>("filehits"),
+    array<&Module1::cnhits>("cnhits"),
+    array<&Module1::enhits>("enhits"),
+    array<&Module1::zhhits>("zhhits"),
+    array<&Module1::sufrow>("sufrow"),
+    array<&Module1::sugrow>("sugrow"),
+    array<&Module1::rowhits>("rowhits"),
+    array<&Module1::distinct>("distinct"),
+    array<&Module1::distinctn>("distinctn"),
+    array<&Module1::colcopy>("colcopy"),
+    array<&Module1::keylist>("keylist"),
+    array<&Module1::suf>("suf"),
+    array<&Module1::sug>("sug"),
 };
 
 // The numbers in round brackets; none when it is written in another way.
@@ -185,6 +256,27 @@ std::function<ScriptValue()> element_reader(const Program& program, std::string_
 
 } // namespace
 
+std::string script_name(const Control& control)
+{
+    std::string name(control.name());
+    const std::string window(window_names[static_cast<std::size_t>(control.form())]);
+    if (control.form() != FormId::Form1 && name != window) name = window + "." + name;
+    if (control.index() != no_index) name += "(" + std::to_string(control.index()) + ")";
+    return name;
+}
+
+Control* find_control(const Program& program, std::string_view name)
+{
+    constexpr std::string_view main_window_prefix = "Form1.";
+    if (name.starts_with(main_window_prefix)) {
+        name.remove_prefix(main_window_prefix.size());
+        if (name.starts_with("Form")) return nullptr;
+    }
+    const auto& controls = program.listeners.controls;
+    const auto found = std::ranges::find(controls, name, [](const Control* one) { return script_name(*one); });
+    return found == controls.end() ? nullptr : *found;
+}
+
 Expression resolve(const Program& program, std::string_view written)
 {
     if (const Member* member = find_row(members, written))
@@ -192,7 +284,7 @@ Expression resolve(const Program& program, std::string_view written)
     if (auto reader = element_reader(program, written)) return {std::string(written), std::move(reader)};
     const std::size_t dot = std::min(written.rfind('.'), written.size());
     const Control* const control = find_control(program, written.substr(0, dot));
-    const auto* const property = find_row(control_properties(), written.substr(std::min(dot + 1, written.size())));
+    const auto* const property = find_row(properties, written.substr(std::min(dot + 1, written.size())));
     if (control && property && property->has(*control))
         return {std::string(written), [property, control] { return property->read(*control); }, control};
     throw ScriptFailure("unknown name " + std::string(written));
@@ -202,7 +294,7 @@ std::vector<std::string> all_names(const Program& program)
 {
     std::vector<std::string> names;
     for (const Control* control : program.listeners.controls)
-        for (const ControlProperty& property : control_properties())
+        for (const ControlProperty& property : properties)
             if (property.has(*control)) names.push_back(script_name(*control) + "." + std::string(property.name));
     for (const Array& array : arrays)
         names.push_back(std::string(array.name) + (array.last(program.module1).size() == 1 ? "(i)" : "(i,j)"));

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <span>
 
 /// What scripts and transcripts call things: the controls of the three windows (`Text1(1)`, `RichTextBox3`,
 /// `Form3.Text1(5)`), what can be asked of them and of the program, and values that stand for something.
@@ -14,15 +13,6 @@ namespace tarvik {
 std::string script_name(const Control& control);
 /// The control of that name, which the main window's may have with their window, too; nothing when there is none.
 Control* find_control(const Program& program, std::string_view name);
-
-/// A property of the controls of some kinds. They are read of no others.
-struct ControlProperty {
-    std::string_view name;
-    bool (*has)(const Control& control);
-    ScriptValue (*read)(const Control& control);
-};
-/// Each control has those that it has in this order.
-std::span<const ControlProperty> control_properties();
 
 /// An expression of a script, ready to be read again and again.
 struct Expression {

@@ -82,7 +82,7 @@ protected:
     {
         FormWindow::place();
         // To the right of each box, up to its neighbour.
-        const Form3& form3 = front_.program.form3;
+        Form3& form3 = front_.program.form3;
         for (const auto& [index, heading] : headings_) {
             const TextBox& box = form3.Text1[index];
             const double left = box.left() + box.width() + heading_gap;
