@@ -53,62 +53,6 @@ std::string hexadecimal(HRESULT number)
     return digits.data();
 }
 
-} // namespace
-
-void Patience::begin(Time patience, Text words)
-{
-    const std::lock_guard lock(mutex_);
-    patience_ = patience;
-    words_ = std::move(words);
-}
-
-void Patience::know(ApplicationProcess process)
-{
-    const std::lock_guard lock(mutex_);
-    process_ = std::move(process);
-}
-
-HRESULT Patience::call(std::function<HRESULT()> work) const
-{
-    if (is_given_up_) throw libreoffice::ConnectionLost("given up");
-    std::packaged_task<HRESULT()> task(std::move(work));
-    auto done = task.get_future();
-    std::thread([task = std::move(task)]() mutable {
-        ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
-        task();
-        task = {}; // objects that it holds go while the thread may still talk to them
-        ::CoUninitialize();
-    }).detach();
-    while (done.wait_for(between_looks) != std::future_status::ready)
-        if (is_given_up_ || Clock::now() > deadline_) throw libreoffice::ConnectionLost("given up");
-    return done.get();
-}
-
-std::optional<Text> Patience::give_up(Time waited)
-{
-    const std::lock_guard lock(mutex_);
-    if (waited < patience_) return std::nullopt;
-    is_given_up_ = true;
-    if (process_.handle && !::IsWindowVisible(process_.window)) ::TerminateProcess(process_.handle.get(), 1);
-    return words_;
-}
-
-void refuse(HRESULT number, TextView words)
-{
-    const std::string reason = words.empty() ? hexadecimal(number) : to_utf8(words);
-    if (is_one_of(number, gone)) throw libreoffice::ConnectionLost(reason);
-    if (is_one_of(number, busy)) throw Refusal(to_utf8(U"程序一直忙，可能有窗口等待回答"));
-    throw Refusal(reason);
-}
-
-ComObject::ComObject(const _variant_t& value, std::shared_ptr<Patience> patience)
-    : value_(value), patience_(std::move(patience))
-{
-    if (value_.vt != VT_DISPATCH || !value_.pdispVal) throw Refusal("no object");
-}
-
-namespace {
-
 /// A call with all that it needs and what comes of it. Arguments pass in the order from the last to the first.
 struct Invocation {
     Invocation(const _variant_t& of, const wchar_t* named, WORD how, ComObject::Values with)
@@ -162,6 +106,58 @@ struct Invocation {
 };
 
 } // namespace
+
+void Patience::begin(Time patience, Text words)
+{
+    const std::lock_guard lock(mutex_);
+    patience_ = patience;
+    words_ = std::move(words);
+}
+
+void Patience::know(ApplicationProcess process)
+{
+    const std::lock_guard lock(mutex_);
+    process_ = std::move(process);
+}
+
+HRESULT Patience::call(std::function<HRESULT()> work) const
+{
+    if (is_given_up_) throw libreoffice::ConnectionLost("given up");
+    std::packaged_task<HRESULT()> task(std::move(work));
+    auto done = task.get_future();
+    std::thread([task = std::move(task)]() mutable {
+        ::CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        task();
+        task = {}; // objects that it holds go while the thread may still talk to them
+        ::CoUninitialize();
+    }).detach();
+    while (done.wait_for(between_looks) != std::future_status::ready)
+        if (is_given_up_ || Clock::now() > deadline_) throw libreoffice::ConnectionLost("given up");
+    return done.get();
+}
+
+std::optional<Text> Patience::give_up(Time waited)
+{
+    const std::lock_guard lock(mutex_);
+    if (waited < patience_) return std::nullopt;
+    is_given_up_ = true;
+    if (process_.handle && !::IsWindowVisible(process_.window)) ::TerminateProcess(process_.handle.get(), 1);
+    return words_;
+}
+
+void refuse(HRESULT number, TextView words)
+{
+    const std::string reason = words.empty() ? hexadecimal(number) : to_utf8(words);
+    if (is_one_of(number, gone)) throw libreoffice::ConnectionLost(reason);
+    if (is_one_of(number, busy)) throw Refusal(to_utf8(U"程序一直忙，可能有窗口等待回答"));
+    throw Refusal(reason);
+}
+
+ComObject::ComObject(const _variant_t& value, std::shared_ptr<Patience> patience)
+    : value_(value), patience_(std::move(patience))
+{
+    if (value_.vt != VT_DISPATCH || !value_.pdispVal) throw Refusal("no object");
+}
 
 _variant_t ComObject::invoke(const wchar_t* name, WORD way, Values arguments) const
 {

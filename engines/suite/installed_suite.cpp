@@ -67,7 +67,7 @@ public:
     std::unique_ptr<OpenFile> open(const fs::path& path);
     bool is_of(const ApplicationKind& kind) const noexcept { return &kind == &kind_; }
     const ComObject& object() const noexcept { return *object_; }
-    Patience& patience() const noexcept { return *patience_; }
+    const std::shared_ptr<Patience>& patience() const noexcept { return patience_; }
 
 private:
     ComObject files() const { return object_->object(kind_.files); }
@@ -95,7 +95,7 @@ public:
     HeldFile(std::shared_ptr<Application> application, ComObject file)
         : application_(std::move(application)), file_(std::move(file))
     {
-        application_->patience().begin(Patience::Time(0), {});
+        application_->patience()->begin(Patience::Time(0), {});
     }
     HeldFile(const HeldFile&) = delete;
     HeldFile& operator=(const HeldFile&) = delete;
@@ -120,8 +120,8 @@ public:
     // off when it is closed.
     Printing print(const std::string& /*printer*/) override
     {
-        application_->patience().begin(Patience::Time(0),
-                                       U"默认打印机可能在等待文件名（例如 Microsoft Print to PDF），请换一台打印机。");
+        application_->patience()->begin(Patience::Time(0),
+                                        U"默认打印机可能在等待文件名（例如 Microsoft Print to PDF），请换一台打印机。");
         if (application_->is_of(documents)) file_.call(L"PrintOut", {false});
         else file_.object(L"Worksheets").object(L"Item", {1L}).call(L"PrintOut");
         return Printing::Done;
@@ -220,7 +220,7 @@ public:
         const bool is_workbook = lower(text_of(path.extension())).starts_with(U".xls");
         auto& running = is_workbook ? workbooks_ : documents_;
         use(running, is_workbook ? windows::workbooks : windows::documents);
-        return running.application->open(path);
+        return running->open(path);
     }
 
     std::optional<Text> give_up(std::chrono::milliseconds waited) override
@@ -230,30 +230,24 @@ public:
     }
 
 private:
-    struct Running {
-        std::shared_ptr<windows::Patience> patience;
-        std::shared_ptr<windows::Application> application;
-    };
-
     // A first start may take long, and may have a question.
-    void use(Running& running, const windows::ApplicationKind& kind)
+    void use(std::shared_ptr<windows::Application>& running, const windows::ApplicationKind& kind)
     {
         constexpr std::chrono::minutes for_start{3};
-        const bool is_start = !running.application;
-        if (is_start) running.patience = std::make_shared<windows::Patience>();
+        const auto patience = running ? running->patience() : std::make_shared<windows::Patience>();
         const Text words = U"它可能停在激活、登录或安全模式的窗口上：请先自己打开一次 " + Text(kind.title) +
                            U"，回答它的问题，再关闭它。";
-        running.patience->begin(is_start ? for_start : std::chrono::minutes(0), is_start ? words : Text());
+        patience->begin(running ? std::chrono::minutes(0) : for_start, running ? Text() : words);
         {
             const std::lock_guard lock(mutex_);
-            in_use_ = running.patience;
+            in_use_ = patience;
         }
-        if (is_start) running.application = std::make_shared<windows::Application>(kind, running.patience);
+        if (!running) running = std::make_shared<windows::Application>(kind, patience);
     }
 
     std::mutex mutex_; ///< of the next
     std::shared_ptr<windows::Patience> in_use_;
-    Running workbooks_, documents_;
+    std::shared_ptr<windows::Application> workbooks_, documents_;
 };
 
 class SuitePlugin final : public Plugin {

@@ -87,7 +87,20 @@ TEST(DateText, is_normalised_and_read)
         EXPECT_FALSE(day_of(none)) << to_utf8(none);
 }
 
-TEST(Attendance, judges_each_day_by_its_stamps)
+class AttendanceDesk : public testing::Test {
+protected:
+    TestProgram test;
+
+    std::string list_of(const Text& document)
+    {
+        test.open_text(document);
+        test.form1().query_box().set_text(U"An kqtest");
+        an_kqtest(test.program);
+        return to_utf8(test.form1().RichTextBox3.text());
+    }
+};
+
+TEST_F(AttendanceDesk, judges_each_day_by_its_stamps)
 {
     struct Case {
         const char32_t *in, *out, *line; ///< the line behind the person; empty for none
@@ -120,16 +133,12 @@ TEST(Attendance, judges_each_day_by_its_stamps)
          U"2017-02-29\t星期三\t上班打卡：08:30:00\t正常\t下班打卡：17:30:00\t正常\t8       "},
         {U"2016-09-22 08:30:00.0", U"2016-13-01 17:30:00.0", U""},
     };
-    TestProgram test;
     Text document, expected;
     for (const Case& one : cases) {
         document += U"x\t系统设备制造部\t张三\t\t\t\t" + Text(one.in) + U"\t" + one.out + U"\r\n";
         if (*one.line) expected += U"张三\t" + Text(one.line) + U"\r\n";
     }
-    test.open_text(document);
-    test.form1().query_box().set_text(U"An kqtest");
-    an_kqtest(test.program);
-    EXPECT_EQ(to_utf8(test.form1().RichTextBox3.text()), to_utf8(expected));
+    EXPECT_EQ(list_of(document), to_utf8(expected));
     EXPECT_EQ(test.form1().number_box().text(), U"11");
     EXPECT_THAT(test.dialogs.take_messages(),
                 testing::ElementsAre(testing::AllOf(testing::HasSubstr("\r\n张三：2016-09-22\r\n"),
@@ -145,19 +154,6 @@ Text row(TextView person, TextView in, TextView out)
 {
     return U"x\t系统设备制造部\t" + person + U"\t\t\t\t2016-09-22 " + in + U":00.0\t2016-09-22 " + out + U":00.0\r\n";
 }
-
-class AttendanceDesk : public testing::Test {
-protected:
-    TestProgram test;
-
-    std::string list_of(const Text& document)
-    {
-        test.open_text(document);
-        test.form1().query_box().set_text(U"An kqtest");
-        an_kqtest(test.program);
-        return to_utf8(test.form1().RichTextBox3.text());
-    }
-};
 
 // Nine hours from 8:36 were above nine hours, those from 8:33 were not.
 TEST_F(AttendanceDesk, judges_a_span_wherever_it_begins)

@@ -40,12 +40,6 @@ Reference<css::table::XCellRange> range_of(const Sheet& sheet, const Range& area
                                          area.last.row - 1);
 }
 
-bool is_filled_text(const CellValue& value)
-{
-    const auto* const text = std::get_if<Text>(&value);
-    return text && !text->empty();
-}
-
 /// The number formats of an area, to be put back. LibreOffice gives a cell the format of texts when it gets a text that
 /// reads like a number.
 class NumberFormats {
@@ -121,11 +115,6 @@ std::vector<Block> blocks_of(const OpenWorkbook::Cells& cells)
     return blocks;
 }
 
-struct ToAny {
-    Any operator()(double number) const { return Any(number); }
-    Any operator()(const Text& text) const { return Any(to_uno(text)); }
-};
-
 class HeldWorkbook final : public HeldFile<OpenWorkbook> {
 public:
     HeldWorkbook(const Model& model, const Reference<css::sheet::XSpreadsheetDocument>& document)
@@ -187,10 +176,15 @@ private:
         auto value = block.values.begin();
         for (Sequence<Any>*row = rows.getArray(), *end = row + rows.getLength(); row != end; ++row) {
             row->realloc(columns);
-            std::transform(value, value + columns, row->getArray(),
-                           [](const CellValue& one) { return std::visit(ToAny(), one); });
-            value += columns;
+            for (auto *cell = row->getArray(), *behind = cell + columns; cell != behind; ++cell, ++value) {
+                const auto* const text = std::get_if<Text>(&*value);
+                *cell = text ? Any(to_uno(*text)) : Any(std::get<double>(*value));
+            }
         }
+        const auto is_filled_text = [](const CellValue& one) {
+            const auto* const text = std::get_if<Text>(&one);
+            return text && !text->empty();
+        };
         std::optional<NumberFormats> formats;
         if (std::ranges::any_of(block.values, is_filled_text)) formats.emplace(sheet, block.area);
         const Reference<css::sheet::XCellRangeData> data(range_of(sheet, block.area), UNO_QUERY_THROW);
