@@ -98,11 +98,13 @@ void PlayerPrinter::print(const fs::path& file, TextView name)
 
 fs::path PlayerPrinter::free_place(TextView name) const
 {
-    const fs::path wanted = *folder_ / path_of(name);
-    fs::path place = wanted;
-    for (int copy = 2; fs::exists(place); ++copy)
-        place =
-            *folder_ / path_of(text_of(wanted.stem()) + U" (" + number_text(copy) + U")" + text_of(wanted.extension()));
+    const auto [stem, extension] = split_extension(name);
+    fs::path place = *folder_ / path_of(name);
+    std::error_code error;
+    for (int copy = 2; fs::exists(place, error); ++copy) {
+        const Text numbered = U" (" + number_text(copy) + U")" + extension;
+        place = *folder_ / path_of(cut_to_room(stem, longest_name - name_size(numbered)).str() + numbered);
+    }
     return place;
 }
 

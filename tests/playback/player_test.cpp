@@ -1,6 +1,7 @@
 #include "playback/player.h"
 
 #include "platform/failure.h"
+#include "platform/files/system_paths.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>
@@ -175,6 +176,9 @@ TEST(PlayerPrinterTest, keeps_every_copy)
     EXPECT_EQ(folder.read("paper/表.xlsx"), "one");
     EXPECT_EQ(folder.read("paper/表 (2).xlsx"), "two");
     EXPECT_EQ(out.str(), "print \"表.xlsx\"\nprint \"表.xlsx\"\n");
+    const Text full(longest_name - 5, U'a'); // the number makes it too long: it is cut
+    for (int copy = 0; copy < 2; ++copy) printer.print(folder.path() / "book.xlsx", full + U".xlsx");
+    EXPECT_EQ(folder.read("paper/" + std::string(longest_name - 9, 'a') + " (2).xlsx"), "two");
 
     EXPECT_THROW(PlayerPrinter(transcript, std::nullopt).print(folder.path() / "book.xlsx", U"表.xlsx"), Failure);
     EXPECT_THROW(printer.print(folder.path() / "none.xlsx", U"none.xlsx"), Failure);
