@@ -25,8 +25,7 @@ bool same_piece(const PaneText::Piece& a, const PaneText::Piece& b)
     const auto* text = std::get_if<SharedText>(&a);
     if (!text) return std::get<1>(a) == std::get<1>(b);
     const auto& other = std::get<SharedText>(b);
-    return text->owner == other.owner && text->view.data() == other.view.data() &&
-           text->view.size() == other.view.size();
+    return text->view.data() == other.view.data() && text->view.size() == other.view.size();
 }
 
 // Bars in the pane's own colour could not be told from it.

@@ -67,7 +67,7 @@ public:
     void follow_box()
     {
         const bool runs = run_in_progress(front_.program.form1);
-        types_text_ &= front_.program.form1.dbresult;
+        types_text &= front_.program.form1.dbresult;
         const QString text = box_.text();
         if (text == put_ && !runs) return;
         put_.clear();
@@ -75,8 +75,7 @@ public:
         else hide();
     }
     /// Whether typed letters are text while they would be keys otherwise; ends with Enter and Esc.
-    bool types_text() const { return types_text_; }
-    void set_types_text(bool types_text) { types_text_ = types_text; }
+    bool types_text = false;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override
@@ -86,7 +85,7 @@ protected:
         const auto& key = *static_cast<QKeyEvent*>(event);
         if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || key.key() == Qt::Key_Escape) {
             hide();
-            types_text_ = false;
+            types_text = false;
         }
         if (key.modifiers() != Qt::NoModifier && key.modifiers() != Qt::KeypadModifier) return false;
         TextWidget* const pane = shown_pane_();
@@ -127,7 +126,7 @@ private:
     {
         const Text text = front_.program.form1.query_box().text() + key;
         const auto begins = [&text](const CommandHelp& row) { return row.command.starts_with(text); };
-        return types_text_ || (text.starts_with(U"An") && std::ranges::any_of(command_help, begins));
+        return types_text || (text.starts_with(U"An") && std::ranges::any_of(command_help, begins));
     }
     bool pick(int key)
     {
@@ -156,7 +155,6 @@ private:
     Front& front_;
     LineBox& box_;
     std::function<TextWidget*()> shown_pane_;
-    bool types_text_ = false;
     QString put_; // what the list has put into the box, and the user has not changed since
 };
 

@@ -89,7 +89,7 @@ void Form1Window::place()
 void Form1Window::show_state()
 {
     commands_->follow_box();
-    const bool types_text = commands_->types_text();
+    const bool types_text = commands_->types_text;
     keep_separator();
     const bool offers = !separator_.empty() && !form1_.dbresult && no_option_selected(form1_) &&
                         form1_.number_box().text() != separator_;
@@ -147,7 +147,7 @@ void Form1Window::switch_focus()
 
 void Form1Window::switch_typing()
 {
-    front_.queue.submit([this] { commands_->set_types_text(form1_.dbresult && !commands_->types_text()); });
+    front_.queue.submit([this] { commands_->types_text = form1_.dbresult && !commands_->types_text; });
     query_box_->setFocus(Qt::ShortcutFocusReason);
 }
 

@@ -38,7 +38,12 @@ public:
     void show_model()
     {
         const QSignalBlocker blocker(this);
-        if (box_.text().size() > most_characters) front_.queue.submit([this] { cut_model(); });
+        if (box_.text().size() > most_characters)
+            front_.queue.submit([this] {
+                if (box_.text().size() <= most_characters) return;
+                box_.set_text(box_.text().substr(0, most_characters));
+                front_.program.notice = Text(too_long);
+            });
         const QString wanted = to_qt(TextView(box_.text()).substr(0, most_characters));
         if (text() != wanted) setText(wanted);
         const Selection& selection = box_.selection();
@@ -128,12 +133,6 @@ private:
         const std::size_t room = most_characters - kept;
         if (text.size() > room) front_.program.notice = Text(too_long);
         if (!text.empty()) insert(to_qt(TextView(text).substr(0, room)));
-    }
-    void cut_model()
-    {
-        if (box_.text().size() <= most_characters) return;
-        box_.set_text(box_.text().substr(0, most_characters));
-        front_.program.notice = Text(too_long);
     }
     // A change that the toolkit made on the user's behalf: deleting, undoing.
     void text_to_model()

@@ -106,14 +106,13 @@ public:
         setObjectName("status");
         setProperty(accessible_role, QAccessible::StatusBar);
         setAttribute(Qt::WA_NoMousePropagation);
-        stop_.setObjectName("stop");
-        stop_.setFocusPolicy(Qt::NoFocus);
-        stop_.setMinimumSize(1, 1);
+        for (const auto& [button, name] : {std::pair(&stop_, "stop"), {&menu_, "menu"}}) {
+            button->setObjectName(name);
+            button->setFocusPolicy(Qt::NoFocus);
+            button->setMinimumSize(1, 1);
+        }
         stop_.setToolTip("手上的一张单做完后停止运行，已存的文件都保留");
         stop_.hide();
-        menu_.setObjectName("menu");
-        menu_.setFocusPolicy(Qt::NoFocus);
-        menu_.setMinimumSize(1, 1);
         connect(&stop_, &QPushButton::clicked, this, [this, stop = std::move(stop)] {
             stop_.setEnabled(false);
             stop();

@@ -5,13 +5,6 @@ namespace {
 
 using DesktopPreview = DesktopFixture;
 
-void focus(LineBox& box)
-{
-    box.activateWindow();
-    box.setFocus();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return box.hasFocus(); })) << box.objectName().toStdString();
-}
-
 TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
 {
     start();
@@ -32,7 +25,7 @@ TEST_F(DesktopPreview, arrow_keys_walk_between_the_boxes_of_the_design)
     };
     for (const auto& [from, key, to] : steps) {
         LineBox& box = find<LineBox>(from);
-        focus(box);
+        in_front(box).setFocus();
         box.setCursorPosition(key == Qt::Key_Right ? static_cast<int>(box.text().size()) : 0);
         QTest::keyClick(&box, key);
         const QWidget& next = find(to);
@@ -49,7 +42,7 @@ TEST_F(DesktopPreview, a_click_on_a_cell_fills_the_pair_of_boxes_that_had_the_fo
     click("Form1.Command3");
     expect_box("是");
     click("Form4.Command2"); // reads automation.bin
-    focus(find<LineBox>("Form4.Text1(4)"));
+    in_front(find("Form4.Text1(4)")).setFocus();
     expect_box("是");
     click("Form4.Command3");
     QWidget& canvas = find("Form4.Preview.Canvas");
