@@ -1,6 +1,7 @@
 #include "engines/packages/package.h"
 #include "engines/packages/package_editor.h"
 #include "tests/support/compound_files.h"
+#include "tests/support/failure_of.h"
 #include "tests/support/packages.h"
 #include "tests/support/test_program.h"
 
@@ -45,14 +46,7 @@ TEST(Package, bytes_that_are_none_are_refused_with_what_they_are)
         {old_workbook.substr(0, old_workbook.size() / 2), "文件不完整或已损坏。"},
         {file_with_stream("Something"), "文件不是 .xlsx、.docx 一类的文件。"},
     };
-    for (const auto& one : cases) {
-        try {
-            const Package package(one.bytes);
-            ADD_FAILURE() << one.reason;
-        } catch (const ooxml::Damage& damage) {
-            EXPECT_EQ(damage.what(), one.reason);
-        }
-    }
+    for (const auto& one : cases) EXPECT_EQ(failure_of([&] { const Package package(one.bytes); }), one.reason);
 }
 
 TEST(Package, changes_behind_a_large_part_leave_its_own_bytes_alone)
@@ -159,12 +153,7 @@ TEST(PackageCache, a_file_beyond_all_measure_is_not_read)
     std::filesystem::resize_file(folder.path() / "t.xlsx", 1U << 30U);
     Files files(folder.path());
     ooxml::PackageCache cache(files);
-    try {
-        cache.open(U"t.xlsx");
-        FAIL();
-    } catch (const ooxml::Damage& damage) {
-        EXPECT_EQ(to_utf8(damage.message()), "文件过大。");
-    }
+    EXPECT_EQ(failure_of([&] { cache.open(U"t.xlsx"); }), "文件过大。");
 }
 
 TEST(PackageCache, reads_a_package_once_as_long_as_its_file_stays)

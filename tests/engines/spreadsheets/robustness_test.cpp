@@ -15,19 +15,6 @@ std::shared_ptr<const Package> packed(const Parts& parts)
     return std::make_shared<const Package>(make_package(parts));
 }
 
-std::string failure_of_opening(const std::string& bytes)
-{
-    WorkbookFile file(bytes);
-    try {
-        file.open().worksheet(1);
-    } catch (const Failure& failure) {
-        const std::string told = failure.what();
-        const std::string beginning = "无法处理工作簿“t.xlsx”：";
-        return told.starts_with(beginning) ? told.substr(beginning.size()) : told;
-    }
-    return "no failure";
-}
-
 std::string changed_package(const std::string& part, const std::string& from, const std::string& to)
 {
     auto parts = simple_parts("<row r=\"1\"><c r=\"A1\"><v>1</v></c></row>");
@@ -47,11 +34,8 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
     auto twice = simple_parts("");
     set_part(twice, "XL/stylez.xml", "<styleSheet/>");
     auto twice_named = make_package(twice);
-    for (auto at = twice_named.find("stylez"); at != std::string::npos; at = twice_named.find("stylez", at)) {
+    for (auto at = twice_named.find("stylez"); at != std::string::npos; at = twice_named.find("stylez", at))
         twice_named.replace(at, 6, "styles");
-    }
-    std::string depths;
-    for (int i = 0; i < 100'000; ++i) depths += "<a>";
 
     struct Case {
         std::string bytes;
@@ -65,7 +49,8 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
         {changed_package("[Content_Types].xml", "openxmlformats-officedocument.spreadsheetml.sheet.main+xml",
                          "ms-excel.sheet.binary.macroEnabled.main"),
          "这是二进制格式（.xlsb）的工作簿，不能处理，请另存为 .xlsx。"},
-        {changed_package(sheet1, "<sheetData>", "<row>" + depths), "部件“xl/worksheets/sheet1.xml”已损坏。"},
+        {changed_package(sheet1, "<sheetData>", "<row>" + repeated("<a>", 100'000)),
+         "部件“xl/worksheets/sheet1.xml”已损坏。"},
         {changed_package(sheet1, "r=\"1\"", "r=\"1048577\""), "工作表里有无效的行号或单元格位置。"},
         {changed_package(sheet1, "<v>1</v></c>", "<v>1</v></c></row><row r=\"1\"><c/>"),
          "工作表里的行或单元格有重复，或次序不对。"},
@@ -73,7 +58,9 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
          "单元格 B1 引用的文本不存在。"},
         {twice_named, "压缩包里有两个同名的部件“XL/styles.xml”。"},
     };
-    for (const auto& one : cases) EXPECT_EQ(failure_of_opening(one.bytes), one.reason);
+    for (const auto& one : cases)
+        EXPECT_EQ(failure_of([&] { WorkbookFile(one.bytes).open().worksheet(1); }),
+                  "无法处理工作簿“t.xlsx”：" + one.reason);
 
     WorkbookFile file(simple_parts(""));
     EXPECT_THROW(file.open(U"missing.xlsx"), Failure);
