@@ -51,13 +51,6 @@ void append_character(char32_t c, std::string& raw)
     }
 }
 
-char32_t escaped_unit(std::string_view written, std::size_t at) noexcept
-{
-    unsigned unit = 0;
-    std::from_chars(written.data() + at + 2, written.data() + at + 6, unit, 16);
-    return static_cast<char32_t>(unit);
-}
-
 // The element with the text of an item's child; a null node when that is no run of the text.
 pugi::xml_node text_of_run(pugi::xml_node child) noexcept
 {
@@ -115,8 +108,9 @@ Text decode_cell_text(std::string_view written)
             continue;
         }
         text += from_utf8(written.substr(plain, at - plain));
-        const auto unit = escaped_unit(written, at);
-        text += is_surrogate(unit) ? replacement_character : unit;
+        std::uint32_t unit = 0;
+        std::from_chars(written.data() + at + 2, written.data() + at + 6, unit, 16);
+        text += is_surrogate(unit) ? replacement_character : static_cast<char32_t>(unit);
         at += escape_length;
         plain = at;
     }

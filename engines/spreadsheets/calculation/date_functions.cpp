@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <unordered_set>
 
 namespace tarvik::calculation {
@@ -152,27 +153,19 @@ Text weekend_of(Call& call, const Value& weekend)
     return days;
 }
 
-class FreeDays {
-public:
-    FreeDays(Call& call, bool has_weekend)
-        : week_(has_weekend && !call.is_missing(2) ? weekend_of(call, call.value(2)) : U"0000011"),
-          counts_from_1904_(call.counts_from_1904())
-    {
-        const std::size_t holidays = has_weekend ? 3 : 2;
-        if (call.is_missing(holidays)) return;
-        for (const double day : numbers_of(call, holidays)) holidays_.insert(std::floor(day));
-    }
-    bool has(double day) const
-    {
-        return week_[static_cast<std::size_t>((weekday(day, counts_from_1904_) + 5) % 7)] == U'1' ||
-               holidays_.contains(day);
-    }
-
-private:
-    Text week_;
-    bool counts_from_1904_;
-    std::unordered_set<double> holidays_;
-};
+// Whether nobody works on a day.
+template <bool has_weekend>
+std::function<bool(double)> free_days(Call& call)
+{
+    constexpr std::size_t last = has_weekend ? 3 : 2;
+    const Text week = has_weekend && !call.is_missing(2) ? weekend_of(call, call.value(2)) : U"0000011";
+    std::unordered_set<double> holidays;
+    if (!call.is_missing(last))
+        for (const double day : numbers_of(call, last)) holidays.insert(std::floor(day));
+    return [week, holidays = std::move(holidays), from_1904 = call.counts_from_1904()](double day) {
+        return week[static_cast<std::size_t>((weekday(day, from_1904) + 5) % 7)] == U'1' || holidays.contains(day);
+    };
+}
 
 template <bool has_weekend>
 Operand working_days(Call& call)
@@ -180,10 +173,10 @@ Operand working_days(Call& call)
     double first = day_argument(call, 0), last = day_argument(call, 1);
     const double sign = first > last ? -1 : 1;
     if (first > last) std::swap(first, last);
-    const FreeDays free(call, has_weekend);
+    const auto is_free = free_days<has_weekend>(call);
     call.evaluator.source.spend(static_cast<std::size_t>(last - first));
     double count = 0;
-    for (int day = static_cast<int>(first); day <= static_cast<int>(last); ++day) count += free.has(day) ? 0 : sign;
+    for (int day = static_cast<int>(first); day <= static_cast<int>(last); ++day) count += is_free(day) ? 0 : sign;
     return Value(count);
 }
 
@@ -193,13 +186,13 @@ Operand working_day_later(Call& call)
     double day = day_argument(call, 0);
     double left = std::trunc(call.number(1));
     require(std::abs(left) < last_day);
-    const FreeDays free(call, has_weekend);
+    const auto is_free = free_days<has_weekend>(call);
     call.evaluator.source.spend(static_cast<std::size_t>(std::abs(left)));
     const double step = left < 0 ? -1 : 1;
     while (left != 0) {
         day += step;
         require(is_day_number(day, call.counts_from_1904()));
-        if (!free.has(day)) left -= step;
+        if (!is_free(day)) left -= step;
     }
     return Value(day);
 }

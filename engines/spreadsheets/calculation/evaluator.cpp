@@ -227,16 +227,12 @@ std::vector<Value> Evaluator::results(const Formula& formula, const std::optiona
 {
     root = &formula.root;
     const Mode mode = filled ? Mode::Array : Mode::Single;
-    const Operand operand = valued(evaluate(formula.root, mode), mode);
+    const ArrayPointer values = array(valued(evaluate(formula.root, mode), mode));
+    const auto& [first, last] = filled ? *filled : Range{at.place, at.place};
     std::vector<Value> results;
-    if (!filled) {
-        results.push_back(single(operand));
-    } else {
-        const ArrayPointer values = array(operand);
-        for (int row = 0; row <= filled->last.row - filled->first.row; ++row)
-            for (int column = 0; column <= filled->last.column - filled->first.column; ++column)
-                results.push_back(pick(*values, row, column));
-    }
+    for (int row = 0; row <= last.row - first.row; ++row)
+        for (int column = 0; column <= last.column - first.column; ++column)
+            results.push_back(pick(*values, row, column));
     for (auto& value : results)
         if (std::holds_alternative<std::monostate>(value) || value == Value(-0.0)) value = 0.0;
     return results;

@@ -53,11 +53,6 @@ std::size_t brackets_length(std::string_view text, std::size_t from) noexcept
     return 0;
 }
 
-bool is_bang(std::string_view text, std::size_t at) noexcept
-{
-    return at < text.size() && text[at] == '!';
-}
-
 std::optional<Corner> parse_corner(std::string_view word) noexcept
 {
     Corner corner;
@@ -139,15 +134,15 @@ std::size_t Tokens::sheet_length(std::size_t from) const noexcept
     std::size_t end = from;
     if (end < rest_.size() && rest_[end] == '\'') {
         const auto quoted = quoted_length(rest_.substr(end));
-        return quoted > 0 && is_bang(rest_, end + quoted) ? quoted + 1 : 0;
+        return quoted > 0 && rest_.substr(end + quoted).starts_with('!') ? quoted + 1 : 0;
     }
     if (end < rest_.size() && rest_[end] == '[') end += brackets_length(rest_, end);
     end += word_length(rest_, end);
     if (end < rest_.size() && rest_[end] == ':') {
         const auto second = word_length(rest_, end + 1);
-        if (second > 0 && is_bang(rest_, end + 1 + second)) end += 1 + second;
+        if (second > 0 && rest_.substr(end + 1 + second).starts_with('!')) end += 1 + second;
     }
-    return end > from && is_bang(rest_, end) ? end + 1 - from : 0;
+    return end > from && rest_.substr(end).starts_with('!') ? end + 1 - from : 0;
 }
 
 Token Tokens::take_word()
