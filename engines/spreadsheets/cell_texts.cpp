@@ -1,5 +1,6 @@
 #include "engines/spreadsheets/cell_texts.h"
 
+#include "engines/spreadsheets/calculation/coercion.h"
 #include "platform/text/utf8.h"
 
 #include <algorithm>
@@ -85,12 +86,12 @@ std::string encode_cell_text(TextView text)
     std::string raw;
     raw.reserve(text.size());
     text.visit([&raw](auto characters) {
-        int units = 0;
+        std::size_t units = 0; // of UTF-16
         for (std::size_t i = 0; i < characters.size(); ++i) {
             const auto c = static_cast<char32_t>(characters[i]);
             if (c == U'\r' && i + 1 < characters.size() && characters[i + 1] == U'\n') continue;
             units += c > 0xFFFF && c <= last_character ? 2 : 1;
-            if (units > longest_cell_text) break;
+            if (units > calculation::longest_text) break;
             if (is_escape_begun_at(characters, i)) append_escape(c, raw);
             else append_character(c, raw);
         }

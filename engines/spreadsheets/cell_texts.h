@@ -11,9 +11,6 @@
 /// Texts of cells as a part holds them: XML, with _xHHHH_ for what XML cannot hold.
 namespace tarvik::ooxml {
 
-/// A cell holds this many UTF-16 units at most.
-inline constexpr int longest_cell_text = 32'767;
-
 /// The raw XML text. CR LF becomes LF, the line break of a cell; a control character becomes _xHHHH_, a text that looks
 /// like that has its "_" written as _x005F_; a lone surrogate becomes U+FFFD. What goes beyond the longest text of a
 /// cell is left out.

@@ -78,7 +78,14 @@ Operand Evaluator::evaluate(const Node& node, Mode mode)
 {
     if (depth >= deepest_nesting) throw CannotCalculate("nesting");
     ++depth;
-    Operand result = std::visit([&](const auto& content) { return operand(content, node, mode); }, node.content);
+    Operand result = std::visit(
+        [&](const auto& content) -> Operand {
+            if constexpr (std::is_convertible_v<decltype(content), Operand>) return content;
+            else if constexpr (requires { resolve(content, at, source.names()); })
+                return resolve(content, at, source.names());
+            else return operand(content, node, mode);
+        },
+        node.content);
     --depth;
     return result;
 }

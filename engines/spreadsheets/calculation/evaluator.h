@@ -73,22 +73,13 @@ struct Evaluator {
     void store(Array& array, int row, int column, Value value) const;
 
 private:
-    // What a node comes to, by its content.
+    // What a node comes to, by its content, where that is no value or reference.
     static Operand operand(const Missing& /*missing*/, const Node& /*node*/, Mode /*mode*/) { return Value(); }
-    static Operand operand(const Operand& held, const Node& /*node*/, Mode /*mode*/) { return held; }
     static Operand operand(const Uncalculable& what, const Node& /*node*/, Mode /*mode*/)
     {
         throw CannotCalculate(what.reason);
     }
     Operand combined(Operator how, const Operand& left, const Operand& right);
-    Operand operand(const AreaReference& area, const Node& /*node*/, Mode /*mode*/) const
-    {
-        return resolve(area, at, source.names());
-    }
-    Operand operand(const TableReference& table, const Node& /*node*/, Mode /*mode*/) const
-    {
-        return resolve(table, at, source.names());
-    }
     Operand operand(const NameReference& name, const Node& node, Mode mode);
     Operand operand(const Chain& chain, const Node& node, Mode mode);
     Operand operand(Sign sign, const Node& node, Mode mode);

@@ -10,36 +10,32 @@ namespace {
 constexpr std::size_t longest_key = 255;
 
 /// An area, an array or a value as lookups see it: rows and columns, counting from 0.
-class Grid {
-public:
+struct Grid {
     /// ErrorResult for several areas, and for an error.
-    Grid(Evaluator& evaluator, const Operand& operand) : evaluator_(evaluator)
+    Grid(Evaluator& calculating, const Operand& operand) : evaluator(calculating)
     {
         if (const auto* const areas = std::get_if<Areas>(&operand)) {
             if (areas->size() != 1) throw ErrorResult{CellError::Reference};
-            area_ = areas->front();
+            area = areas->front();
             return;
         }
         if (const auto* const value = std::get_if<Value>(&operand))
             if (const auto* const error = std::get_if<CellError>(value)) throw ErrorResult{*error};
-        array_ = evaluator.array(operand);
-        area_.range = {{1, 1}, {array_->rows(), array_->columns()}};
+        array = evaluator.array(operand);
+        area.range = {{1, 1}, {array->rows(), array->columns()}};
     }
 
-    int rows() const noexcept { return area_.rows(); }
-    int columns() const noexcept { return area_.columns(); }
-    bool is_array() const noexcept { return array_ != nullptr; }
     /// Of an area an area, else an array or a value.
     Operand part(int row, int column, int rows, int columns) const
     {
-        if (!array_) {
-            const Place first{area_.range.first.row + row, area_.range.first.column + column};
-            return Areas{{area_.sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
+        if (!array) {
+            const Place first{area.range.first.row + row, area.range.first.column + column};
+            return Areas{{area.sheet, {first, {first.row + rows - 1, first.column + columns - 1}}}};
         }
-        if (rows == 1 && columns == 1) return array_->at(row, column);
-        const auto part = evaluator_.new_array(rows, columns, rows, columns);
+        if (rows == 1 && columns == 1) return array->at(row, column);
+        const auto part = evaluator.new_array(rows, columns, rows, columns);
         for (int i = 0; i < rows; ++i)
-            for (int k = 0; k < columns; ++k) evaluator_.store(*part, i, k, array_->at(row + i, column + k));
+            for (int k = 0; k < columns; ++k) evaluator.store(*part, i, k, array->at(row + i, column + k));
         return ArrayPointer(part);
     }
     /// The cell so far down and across, or with is_column false the other way round.
@@ -55,20 +51,19 @@ public:
     /// The last of the values not greater than the key, or with `is_falling` not less, by halving: they are sorted.
     std::optional<int> find_sorted(const Value& key, bool is_column, bool is_falling) const;
 
-private:
     Area line(bool is_column) const
     {
-        Area line = area_;
+        Area line = area;
         (is_column ? line.range.last.column : line.range.last.row) =
             is_column ? line.range.first.column : line.range.first.row;
         return line;
     }
 
-    Value at(int along, bool is_column) const { return evaluator_.single(cell(along, 0, is_column)); }
+    Value at(int along, bool is_column) const { return evaluator.single(cell(along, 0, is_column)); }
 
-    Evaluator& evaluator_;
-    ArrayPointer array_; // nullptr for an area
-    Area area_;          // of an array too, as if it began at A1
+    Evaluator& evaluator;
+    ArrayPointer array; // nullptr for an area
+    Area area;          // of an array too, as if it began at A1
 };
 
 std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool takes_patterns) const
@@ -80,18 +75,18 @@ std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool tak
         const auto* const other = std::get_if<Text>(&value);
         return is_pattern ? other && matches_pattern(*text, *other) : is_equal(value, wanted);
     };
-    if (array_) {
-        for (int i = 0; i < (is_column ? rows() : columns()); ++i)
+    if (array) {
+        for (int i = 0; i < (is_column ? area.rows() : area.columns()); ++i)
             if (is_met(at(i, is_column))) return i;
         return std::nullopt;
     }
     const Area searched = line(is_column);
-    if (const auto* const index = is_pattern ? nullptr : evaluator_.memory.find(evaluator_.source, searched)) {
+    if (const auto* const index = is_pattern ? nullptr : evaluator.memory.find(evaluator.source, searched)) {
         const auto* const found = index->find(wanted);
         return found ? std::optional(static_cast<int>(found->front())) : std::nullopt;
     }
     std::optional<int> found;
-    evaluator_.source.visit(searched, [&](Place place, const Value& value) {
+    evaluator.source.visit(searched, [&](Place place, const Value& value) {
         if (found || !is_met(value)) return;
         found = is_column ? place.row - searched.range.first.row : place.column - searched.range.first.column;
     });
@@ -101,7 +96,7 @@ std::optional<int> Grid::find_exactly(const Value& key, bool is_column, bool tak
 std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_falling) const
 {
     const Value wanted = std::holds_alternative<std::monostate>(key) ? Value(0.0) : key;
-    const Area used = array_ ? area_ : evaluator_.used(line(is_column));
+    const Area used = array ? area : evaluator.used(line(is_column));
     const int size = is_column ? used.rows() : used.columns();
     std::optional<int> found;
     int low = 0, high = size - 1;
@@ -111,7 +106,7 @@ std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_f
         int place = middle;
         Value value = at(place, is_column);
         while (value.index() != wanted.index() && place < high) {
-            evaluator_.source.spend(1);
+            evaluator.source.spend(1);
             value = at(++place, is_column);
         }
         if (value.index() != wanted.index()) {
@@ -122,7 +117,7 @@ std::optional<int> Grid::find_sorted(const Value& key, bool is_column, bool is_f
         if (order == 0) {
             // The last of a row of equals; in a falling line the first is where the halving met it.
             while (!is_falling && place < size - 1 && is_equal(at(place + 1, is_column), wanted)) {
-                evaluator_.source.spend(1);
+                evaluator.source.spend(1);
                 ++place;
             }
             return place;
@@ -163,7 +158,7 @@ Operand look_up_across(Call& call)
     const Grid table = grid(call, 1);
     const int index = call.whole(2);
     require(index >= 1, CellError::Value);
-    require(index <= (is_column ? table.columns() : table.rows()), CellError::Reference);
+    require(index <= (is_column ? table.area.columns() : table.area.rows()), CellError::Reference);
     const int found = place_of(call.truth(3, true) ? table.find_sorted(key, is_column, false)
                                                    : table.find_exactly(key, is_column, true));
     return table.cell(found, index - 1, is_column);
@@ -173,8 +168,8 @@ Operand match(Call& call)
 {
     const Value& key = key_of(call);
     const Grid line = grid(call, 1);
-    const bool is_column = line.columns() == 1;
-    require(line.rows() == 1 || is_column, CellError::NotAvailable);
+    const bool is_column = line.area.columns() == 1;
+    require(line.area.rows() == 1 || is_column, CellError::NotAvailable);
     const double kind = call.number(2, 1);
     const auto found = kind == 0 ? line.find_exactly(key, is_column, true) : line.find_sorted(key, is_column, kind < 0);
     return Value(place_of(found) + 1.0);
@@ -183,15 +178,15 @@ Operand match(Call& call)
 Operand look_up(Call& call)
 {
     const Grid searched = grid(call, 1);
-    const int rows = searched.rows(), columns = searched.columns();
+    const int rows = searched.area.rows(), columns = searched.area.columns();
     const bool has_result = call.size() > 2;
     const bool is_column = has_result ? columns == 1 : rows >= columns;
     require(!has_result || rows == 1 || columns == 1, CellError::NotAvailable);
     const int found = place_of(searched.find_sorted(call.value(0), is_column, false));
     if (!has_result) return searched.cell(found, (is_column ? columns : rows) - 1, is_column);
     const Grid result = grid(call, 2);
-    const bool is_result_column = result.columns() == 1 && (result.rows() > 1 || is_column);
-    require(!result.is_array() || found < (is_result_column ? result.rows() : result.columns()),
+    const bool is_result_column = result.area.columns() == 1 && (result.area.rows() > 1 || is_column);
+    require(!result.array || found < (is_result_column ? result.area.rows() : result.area.columns()),
             CellError::NotAvailable);
     return result.cell(found, 0, is_result_column);
 }
@@ -199,15 +194,15 @@ Operand look_up(Call& call)
 Operand x_look_up(Call& call)
 {
     const Grid searched = grid(call, 1), result = grid(call, 2);
-    const bool is_column = searched.columns() == 1;
-    require(searched.rows() == 1 || is_column, CellError::Value);
+    const bool is_column = searched.area.columns() == 1;
+    require(searched.area.rows() == 1 || is_column, CellError::Value);
     const int kind = call.whole(4);
     if (kind != 0 && kind != 2) throw CannotCalculate("an approximate search");
     if (call.whole(5, 1) != 1) throw CannotCalculate("a search from the end");
     const auto found = searched.find_exactly(call.value(0), is_column, kind == 2);
     if (!found) return call.is_missing(3) ? Operand(Value(CellError::NotAvailable)) : call.evaluate(3);
-    require(*found < (is_column ? result.rows() : result.columns()), CellError::Value);
-    return is_column ? result.part(*found, 0, 1, result.columns()) : result.part(0, *found, result.rows(), 1);
+    require(*found < (is_column ? result.area.rows() : result.area.columns()), CellError::Value);
+    return is_column ? result.part(*found, 0, 1, result.area.columns()) : result.part(0, *found, result.area.rows(), 1);
 }
 
 Operand index(Call& call)
@@ -219,7 +214,7 @@ Operand index(Call& call)
         from = Areas{(*areas)[static_cast<std::size_t>(number) - 1]};
     }
     const Grid table(call.evaluator, from);
-    const int rows = table.rows(), columns = table.columns();
+    const int rows = table.area.rows(), columns = table.area.columns();
     int row = call.whole(1), column = call.whole(2);
     if (call.size() < 3 && rows == 1 && columns > 1) std::swap(row, column);
     require(row >= 0 && column >= 0, CellError::Value);
@@ -322,7 +317,7 @@ constexpr Function table[] = {
     {"ADDRESS", 2, 5, "nnnlt", address},
     {"CHOOSE", 2, 255, "x", choose},
     {"COLUMN", 0, 1, "r", line_number<false>},
-    {"COLUMNS", 1, 1, "r", [](Call& call) -> Operand { return Value(grid(call, 0).columns() + 0.0); }},
+    {"COLUMNS", 1, 1, "r", [](Call& call) -> Operand { return Value(grid(call, 0).area.columns() + 0.0); }},
     {"HLOOKUP", 3, 4, "vrnl", look_up_across<false>},
     {"HYPERLINK", 1, 2, "v", [](Call& call) -> Operand { return call.value(call.size() - 1); }},
     {"INDEX", 2, 4, "annn", index},
@@ -331,7 +326,7 @@ constexpr Function table[] = {
     {"MATCH", 2, 3, "vrn", match},
     {"OFFSET", 3, 5, "rnnnn", offset, true},
     {"ROW", 0, 1, "r", line_number<true>},
-    {"ROWS", 1, 1, "r", [](Call& call) -> Operand { return Value(grid(call, 0).rows() + 0.0); }},
+    {"ROWS", 1, 1, "r", [](Call& call) -> Operand { return Value(grid(call, 0).area.rows() + 0.0); }},
     {"TRANSPOSE", 1, 1, "a", transpose},
     {"VLOOKUP", 3, 4, "vrnl", look_up_across<true>},
     {"XLOOKUP", 3, 6, "vaaxnn", x_look_up},
