@@ -53,8 +53,9 @@ public:
                                               const Cells& cells) = 0;
 };
 
+/// In 1/100 mm.
 struct Size {
-    int width = 0, height = 0;
+    double width = 0, height = 0;
 };
 
 /// Cells are those of the document's first table. The cells of a row are counted one by one; one that a merged cell
@@ -64,11 +65,9 @@ public:
     virtual bool has_table() = 0;
     /// LF breaks the line. Gives whether the cell is there.
     virtual bool set_cell_text(int row, int column, const Text& text) = 0;
-    /// What a picture in the cell may take, the cell's width and the height of the page's text, in 1/100 mm; nothing
-    /// where the cell is not there.
-    virtual std::optional<Size> room_in_cell(int row, int column) = 0;
-    /// Puts a picture into the cell, behind the contents if there are any, as large as `size` in 1/100 mm.
-    virtual void add_picture(int row, int column, const std::filesystem::path& picture, Size size) = 0;
+    /// Puts a picture into the cell, behind the contents if there are any, as large as `size` or as much smaller as the
+    /// cell's width and the height of the page's text ask for. Gives whether the cell is there.
+    virtual bool add_picture(int row, int column, const std::filesystem::path& picture, Size size) = 0;
 };
 
 class Connection {

@@ -70,18 +70,16 @@ public:
         return cell.is();
     }
 
-    std::optional<Size> room_in_cell(int row, int column) override
+    bool add_picture(int row, int column, const std::filesystem::path& picture, Size size) override
     {
         const Cell cell = cell_at(row, column);
-        if (!cell.is()) return std::nullopt;
+        if (!cell.is()) return false;
         const Size page = text_of_page(cell);
         const int border =
             property_of<sal_Int32>(cell, "LeftBorderDistance") + property_of<sal_Int32>(cell, "RightBorderDistance");
-        return Size{static_cast<int>(part_of_table(row, column) * table_width(page.width)) - border, page.height};
-    }
-
-    void add_picture(int row, int column, const std::filesystem::path& picture, Size size) override
-    {
+        const double room = part_of_table(row, column) * table_width(page.width) - border;
+        const double scale = std::min({1.0, room / size.width, page.height / size.height});
+        const auto length = [scale](double whole) { return std::max(1, static_cast<int>(whole * scale)); };
         const auto graphic = pictures_->queryGraphic(properties({property("URL", file_url(picture))}));
         const auto object =
             as<css::lang::XMultiServiceFactory>()->createInstance("com.sun.star.text.TextGraphicObject");
@@ -89,12 +87,12 @@ public:
         set->setPropertyValue("Graphic", css::uno::Any(graphic));
         set->setPropertyValue("AnchorType", css::uno::Any(css::text::TextContentAnchorType_AS_CHARACTER));
         const Reference<css::drawing::XShape> shape(object, UNO_QUERY_THROW);
-        shape->setSize({size.width, size.height});
-        const Cell cell = cell_at(row, column);
+        shape->setSize({length(size.width), length(size.height)});
         const Reference<css::text::XTextContent> content(object, UNO_QUERY_THROW);
         if (!cell->getString().isEmpty())
             cell->insertControlCharacter(cell->getEnd(), css::text::ControlCharacter::PARAGRAPH_BREAK, false);
         cell->insertTextContent(cell->getEnd(), content, false);
+        return true;
     }
 
 private:
@@ -113,16 +111,16 @@ private:
         const auto families = as<css::style::XStyleFamiliesSupplier>()->getStyleFamilies();
         Reference<css::container::XNameAccess> styles(families->getByName("PageStyles"), UNO_QUERY_THROW);
         const Reference<XInterface> style(styles->getByName(name), UNO_QUERY_THROW);
-        const auto length = [&](const char* of) { return property_of<sal_Int32>(style, of); };
+        const auto length = [&](const char* of) { return static_cast<double>(property_of<sal_Int32>(style, of)); };
         return {length("Width") - length("LeftMargin") - length("RightMargin"),
                 length("Height") - length("TopMargin") - length("BottomMargin")};
     }
 
-    int table_width(int page_width) const
+    double table_width(double page_width) const
     {
         const int percent = property_of<sal_Int16>(table_, "RelativeWidth");
         if (percent > 0) return page_width * percent / 100;
-        return std::min(property_of<sal_Int32>(table_, "Width"), page_width);
+        return std::min<double>(property_of<sal_Int32>(table_, "Width"), page_width);
     }
 
     double part_of_table(int row, int column) const

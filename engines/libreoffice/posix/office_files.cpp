@@ -60,16 +60,6 @@ private:
     Handle<OpenWorkbook> file_;
 };
 
-/// The picture's own size in 1/100 mm, smaller where the room asks for it.
-Size fitting(const ooxml::Picture& picture, Size room)
-{
-    constexpr double inch = 2540;
-    const double width = picture.width * inch, height = picture.height * inch;
-    const double scale = std::min({1.0, room.width / width, room.height / height});
-    const auto length = [scale](double whole) { return std::max(1, static_cast<int>(whole * scale)); };
-    return {length(width), length(height)};
-}
-
 /// A document that LibreOffice holds open. An older binary one is stored in the newest of these formats.
 class OfficeDocument final : public ooxml::FilledDocument {
 public:
@@ -88,12 +78,11 @@ public:
 
     void add_picture(int row, int column, ooxml::PictureFile picture, TextView /*name*/) override
     {
+        constexpr double inch = 2540;
         const auto copy = folder_.put("picture" + std::to_string(++pictures_), picture.contents);
-        work_on_cell(row, column, [&](OpenDocument& document) {
-            const auto room = document.room_in_cell(row, column);
-            if (room) document.add_picture(row, column, copy, fitting(picture.picture, *room));
-            return room.has_value();
-        });
+        const Size size{picture.picture.width * inch, picture.picture.height * inch};
+        work_on_cell(row, column,
+                     [&](OpenDocument& document) { return document.add_picture(row, column, copy, size); });
     }
 
     std::string pack() override
