@@ -4,8 +4,8 @@
 #include "platform/files/system_paths.h"
 #include "platform/text/code_page.h"
 #include "runs/engines.h"
+#include "tests/events/faulty_office.h"
 #include "tests/support/desk.h"
-#include "tests/support/faulty_office.h"
 #include "tests/support/places.h"
 
 #include <algorithm>
