@@ -14,6 +14,7 @@ void replace_cell_text(pugi::xml_node cell, TextView text);
 /// The paragraph that a picture is to stand in alone: the first of a cell without visible contents, else one behind the
 /// contents, made if need be. Its lines are as high as what stands in them.
 pugi::xml_node paragraph_for_picture(pugi::xml_node cell);
+
 /// How a drawing refers to what it shows.
 struct DrawingReference {
     std::string relationship; ///< the id of that to the picture's part

@@ -15,8 +15,8 @@ namespace tarvik::ooxml {
 struct Relationship {
     std::string id;
     std::string type;
-    std::string target; ///< the part's name in the package
-    pugi::xml_node node;
+    std::string target;  ///< the part's name in the package
+    pugi::xml_node node; ///< its element, as long as the relationships that it is one of
 
     /// The last word of its type: "worksheet", "sharedStrings", ...
     std::string_view kind() const noexcept { return std::string_view(type).substr(type.rfind('/') + 1); }
