@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/text/substring_index.h"
+#include "platform/text/occurrences.h"
 
 #include <span>
 #include <vector>

@@ -18,12 +18,7 @@ constexpr std::u32string_view saved_title = U"Tarvik 计算 之 查寻&存储";
 constexpr std::u32string_view go_on = U"\r\n是否继续？";
 
 /// A new file beside the one that the user chose, when that may be written; it takes its place when it is complete.
-struct ChosenFile {
-    Text path;
-    std::unique_ptr<ReplacementFile> file;
-};
-
-ChosenFile choose_file(Program& program)
+std::unique_ptr<ReplacementFile> choose_file(Program& program)
 {
     const auto path = program.platform.dialogs.save_file(text_files);
     if (!path || path->empty()) return {};
@@ -31,29 +26,29 @@ ChosenFile choose_file(Program& program)
     if (files.file_exists(*path) &&
         ask(program, *path + U"已经存在。\r\n要替换她吗？", saving_title, Buttons::YesNo) != Answer::Yes)
         return {};
-    return {*path, files.begin_replacement(*path)};
+    return files.begin_replacement(*path);
 }
 
 // Not every way of saving has a box that tells of it.
-void take_place(Program& program, const ChosenFile& chosen)
+void take_place(Program& program, ReplacementFile& chosen)
 {
-    chosen.file->take_place();
-    program.notice = U"已保存：" + chosen.path;
+    chosen.take_place();
+    program.notice = U"已保存：" + chosen.shown_path();
 }
 
 /// Writes the pane's text in small letters as one line.
 void save_pane(Program& program, const Pane& pane)
 {
     const auto chosen = choose_file(program);
-    if (!chosen.file) return;
+    if (!chosen) return;
     std::string bytes;
     pane.content().for_each_part([&](TextView part) {
         bytes.clear();
         encode_to(lower(part), bytes);
-        chosen.file->write(bytes);
+        chosen->write(bytes);
     });
-    chosen.file->write("\r\n");
-    take_place(program, chosen);
+    chosen->write("\r\n");
+    take_place(program, *chosen);
 }
 
 /// Writes the arrays side by side, each result as a line, and leaves the file complete beside its target.
@@ -109,12 +104,12 @@ void save_results_of_queries(Program& program)
                          saving_title, Buttons::YesNo) == Answer::Yes;
     if (!all) return save_pane(program, program.form1.RichTextBox1);
     const auto chosen = choose_file(program);
-    if (!chosen.file) return;
+    if (!chosen) return;
     for (const auto& mode : modes) {
         if (!mode.active) continue;
-        write_arrays(program, *chosen.file, mode.arrays);
+        write_arrays(program, *chosen, mode.arrays);
         if (!mode.done.empty()) tell(program, Text(mode.done) + U"\r\n保存完毕！", saved_title, Icon::Information);
-        take_place(program, chosen);
+        take_place(program, *chosen);
     }
 }
 

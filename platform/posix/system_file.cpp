@@ -1,4 +1,4 @@
-#include "platform/files/system_file.h"
+#include "platform/files/disk_file.h"
 
 #include "platform/failure.h"
 

@@ -1,6 +1,7 @@
 #include "platform/text/occurrences.h"
 
 #include <algorithm>
+#include <bit>
 #include <type_traits>
 
 /// Substring search. The usual case is a scan for places where the needle's first and last characters both fit, in
@@ -44,15 +45,21 @@ std::size_t find_character(Characters<Char> text, Char character, std::size_t fr
     }
 }
 
+/// How much of the needle is matched when one character more of the text is read.
+template <typename Needle>
+std::size_t matched_with(char32_t character, const Needle& needle, const std::vector<std::size_t>& borders,
+                         std::size_t matched) noexcept
+{
+    while (matched > 0 && needle[matched] != character) matched = borders[matched - 1];
+    return needle[matched] == character ? matched + 1 : 0;
+}
+
 /// For each beginning of a needle, the length of its longest proper border: a beginning that is its end too.
 std::vector<std::size_t> borders_of(TextView needle)
 {
     std::vector<std::size_t> borders(needle.size(), 0);
-    for (std::size_t i = 1, border = 0; i < needle.size(); ++i) {
-        while (border > 0 && needle[border] != needle[i]) border = borders[border - 1];
-        if (needle[border] == needle[i]) ++border;
-        borders[i] = border;
-    }
+    for (std::size_t i = 1; i < needle.size(); ++i)
+        borders[i] = matched_with(needle[i], needle, borders, borders[i - 1]);
     return borders;
 }
 
@@ -63,8 +70,8 @@ std::size_t find_by_borders(Characters<Char> text, Characters<Needle> needle, st
     const std::vector<std::size_t> borders = borders_of({needle.data(), needle.size()});
     std::size_t matched = 0;
     for (; from < text.size(); ++from) {
-        while (matched > 0 && needle[matched] != text[from]) matched = borders[matched - 1];
-        if (needle[matched] == text[from] && ++matched == needle.size()) return from + 1 - matched;
+        matched = matched_with(text[from], needle, borders, matched);
+        if (matched == needle.size()) return from + 1 - matched;
     }
     return npos;
 }
@@ -88,6 +95,36 @@ std::size_t find_needle(Characters<Char> text, Characters<Needle> needle, std::s
         compared += same + 8; // a scan that ends at once is not free either
         if (compared > 256 + 4 * (from - begin)) return find_by_borders(text, needle, from + 1);
     }
+}
+
+// The index
+
+constexpr std::size_t piece = SubstringIndex::shortest_needle;
+constexpr std::uint32_t base = 0x01000193;
+constexpr std::uint32_t spread = 0x9e3779b1;
+constexpr unsigned least_bits = 8, most_bits = 26;
+constexpr std::size_t pieces_a_bucket = 4;
+
+constexpr std::uint32_t leaving_factor = [] {
+    std::uint32_t factor = 1;
+    for (std::size_t i = 1; i < piece; ++i) factor *= base;
+    return factor;
+}();
+
+/// Calls `work` with the place and the hash of every piece of the text, from its start.
+template <typename Work>
+void for_each_piece(TextView text, Work&& work)
+{
+    text.visit([&](auto characters) {
+        std::uint32_t hash = 0;
+        for (std::size_t i = 0; i < characters.size(); ++i) {
+            hash = hash * base + static_cast<std::uint32_t>(characters[i]);
+            if (i + 1 < piece) continue;
+            const std::size_t place = i + 1 - piece;
+            work(place, hash);
+            hash -= static_cast<std::uint32_t>(characters[place]) * leaving_factor;
+        }
+    });
 }
 
 } // namespace
@@ -138,11 +175,8 @@ std::size_t Occurrences::follow_overlap()
 {
     return text_.visit([this](auto characters) {
         while (matched_ > 0 && read_ < characters.size()) {
-            const auto character = static_cast<char32_t>(characters[read_]);
-            while (matched_ > 0 && needle_[matched_] != character) matched_ = borders_[matched_ - 1];
-            if (needle_[matched_] != character) break;
-            ++read_;
-            if (++matched_ == needle_.size()) return read_ - needle_.size();
+            matched_ = matched_with(characters[read_++], needle_, borders_, matched_);
+            if (matched_ == needle_.size()) return read_ - needle_.size();
         }
         return npos;
     });
@@ -160,6 +194,46 @@ std::size_t Occurrences::at_or_behind(std::size_t from)
         current_ = next();
     } while (current_ != npos && current_ < from);
     return current_;
+}
+
+SubstringIndex::SubstringIndex(TextView text)
+    : bits_(std::clamp<unsigned>(static_cast<unsigned>(std::bit_width(text.size() / pieces_a_bucket)), least_bits,
+                                 most_bits)),
+      starts_((std::size_t{1} << bits_) + 1, 0)
+{
+    if (text.size() < piece) return;
+    places_.resize(text.size() - piece + 1);
+    for_each_piece(text, [this](std::size_t, std::uint32_t hash) { ++starts_[bucket(hash) + 1]; });
+    for (std::size_t i = 1; i < starts_.size(); ++i) starts_[i] += starts_[i - 1];
+    // Filling moves every start to its bucket's end, which is the next one's start.
+    for_each_piece(text, [this](std::size_t place, std::uint32_t hash) {
+        places_[starts_[bucket(hash)]++] = static_cast<std::uint32_t>(place);
+    });
+    std::shift_right(starts_.begin(), starts_.end(), 1);
+    starts_.front() = 0;
+}
+
+std::size_t SubstringIndex::bucket(std::uint32_t hash) const noexcept
+{
+    return (hash * spread) >> (32U - bits_);
+}
+
+std::vector<std::size_t> SubstringIndex::places(TextView text, TextView needle) const
+{
+    std::size_t rarest = 0, first = 0, last = places_.size();
+    for_each_piece(needle, [&](std::size_t place, std::uint32_t hash) {
+        const std::size_t begin = starts_[bucket(hash)], end = starts_[bucket(hash) + 1];
+        if (end - begin >= last - first && place > 0) return;
+        rarest = place;
+        first = begin;
+        last = end;
+    });
+    std::vector<std::size_t> found;
+    for (std::size_t i = first; i < last; ++i) {
+        const std::size_t place = places_[i];
+        if (place >= rarest && text.substr(place - rarest, needle.size()) == needle) found.push_back(place - rarest);
+    }
+    return found;
 }
 
 } // namespace tarvik

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <functional>
 
 namespace tarvik::test {
@@ -171,18 +172,10 @@ inline void Session::compare(const std::string& step)
     ASSERT_EQ(form1_.number_box().text(), plain_.box);
     for (const auto& [name, text] : plain_.files) ASSERT_EQ(test_.installation.read(name), encode(text)) << name;
     const auto values = [](const auto& side) {
-        return std::vector<double>{static_cast<double>(side.sufcount),
-                                   static_cast<double>(side.sugcount),
-                                   static_cast<double>(side.curcount),
-                                   static_cast<double>(side.sufrows),
-                                   static_cast<double>(side.sugrows),
-                                   static_cast<double>(side.keycount),
-                                   static_cast<double>(side.resultcount),
-                                   static_cast<double>(side.compcount),
-                                   side.daydiff,
-                                   side.comp ? 1.0 : 0,
-                                   side.notcap ? 1.0 : 0,
-                                   side.showdata ? 1.0 : 0};
+        return std::array{double(side.sufcount),    double(side.sugcount),  double(side.curcount),
+                          double(side.sufrows),     double(side.sugrows),   double(side.keycount),
+                          double(side.resultcount), double(side.compcount), double(side.daydiff),
+                          double(side.comp),        double(side.notcap),    double(side.showdata)};
     };
     ASSERT_EQ(values(form1_), values(plain_));
     for (std::size_t row = 0; row < 16; ++row) {

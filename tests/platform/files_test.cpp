@@ -1,7 +1,7 @@
 #include "tests/platform/files_fixture.h"
 
+#include "platform/files/disk_file.h"
 #include "platform/files/file_cache.h"
-#include "platform/files/system_file.h"
 #include "platform/files/system_paths.h"
 
 #include <gmock/gmock.h>

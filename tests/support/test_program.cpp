@@ -1,6 +1,6 @@
 #include "tests/support/test_program.h"
 
-#include "platform/files/system_file.h"
+#include "platform/files/disk_file.h"
 #include "platform/files/system_paths.h"
 
 #include <gtest/gtest.h>
