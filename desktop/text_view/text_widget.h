@@ -96,10 +96,8 @@ private:
     // Selection
     std::size_t selection_start() const { return std::min(anchor_, caret_); }
     std::size_t selection_end() const { return std::max(anchor_, caret_); }
-    void move_caret(std::size_t offset, bool extend);
     void select_and_show(std::size_t from, std::size_t to);
     void select_word(std::size_t offset);
-    bool select_cell(std::size_t offset);
     void drag_to(const QPoint& position);
 
     // Keys
@@ -112,7 +110,6 @@ private:
     std::vector<TextRange> found_in_view() const;
     void remove(std::size_t from, std::size_t to);
     void replace_selection(TextView text);
-    void paste();
     void edit(TextView text);
     void undo();
     void reach(char32_t key);

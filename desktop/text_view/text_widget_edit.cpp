@@ -41,13 +41,6 @@ void TextWidget::remove(std::size_t from, std::size_t to)
     edit({});
 }
 
-void TextWidget::paste()
-{
-    const BusyCursor busy;
-    const Text text = front_.program.platform.clipboard.text();
-    if (!text.empty()) edit(text);
-}
-
 void TextWidget::undo()
 {
     if (undo_.empty()) return;
@@ -62,9 +55,12 @@ bool TextWidget::edit_by_key(const QKeyEvent& event)
     const bool selected = anchor_ != caret_;
     const bool whole_word = event.modifiers().testFlag(Qt::ControlModifier);
     if (event.matches(QKeySequence::SelectAll)) select(0, area_.lines().size());
-    else if (event.matches(QKeySequence::Paste)) paste();
     else if (event.matches(QKeySequence::Undo)) undo();
-    else if (const bool cuts = event.matches(QKeySequence::Cut); cuts || event.matches(QKeySequence::Copy)) {
+    else if (event.matches(QKeySequence::Paste)) {
+        const BusyCursor busy;
+        const Text text = front_.program.platform.clipboard.text();
+        if (!text.empty()) edit(text);
+    } else if (const bool cuts = event.matches(QKeySequence::Cut); cuts || event.matches(QKeySequence::Copy)) {
         if (selected) front_.program.platform.clipboard.set_source(text_.selected_source());
         if (cuts) remove(selection_start(), selection_end());
     } else if (event.key() == Qt::Key_Backspace) {

@@ -31,9 +31,9 @@ bool is_code(char32_t character)
 
 } // namespace
 
-void TextWidget::move_caret(std::size_t offset, bool extend)
+void TextWidget::select_and_show(std::size_t from, std::size_t to)
 {
-    select(extend ? anchor_ : offset, offset);
+    select(from, to);
     shows_selection_ = false;
     if (QAccessible::isActive()) {
         QAccessibleTextCursorEvent moved(this, static_cast<int>(caret_));
@@ -42,12 +42,6 @@ void TextWidget::move_caret(std::size_t offset, bool extend)
     area_.bring_into_view(place_in_view(), false);
     show_scroll_bars();
     blink();
-}
-
-void TextWidget::select_and_show(std::size_t from, std::size_t to)
-{
-    anchor_ = from;
-    move_caret(to, true);
 }
 
 // A code such as yq-r8808 or 2016/09/22, else the cell of a table, else a word.
@@ -61,23 +55,14 @@ void TextWidget::select_word(std::size_t offset)
         while (in_code(code_end)) ++code_end;
         return select_and_show(start, code_end);
     }
-    if (select_cell(offset)) return;
-    const std::size_t end = word_edge(offset, true);
-    select_and_show(word_edge(std::min(offset + 1, end), false), end);
-}
-
-bool TextWidget::select_cell(std::size_t offset)
-{
     const Row row = area_.rows().row_at(offset);
     Text line;
-    area_.lines().append_to(row.line_start, std::min<std::size_t>(row.line_end - row.line_start, longest_table_line),
-                            line);
+    lines.append_to(row.line_start, std::min<std::size_t>(row.line_end - row.line_start, longest_table_line), line);
     for (const Cell& cell : cells_of(line))
-        if (offset >= row.line_start + cell.start && offset < row.line_start + cell.end) {
-            select_and_show(row.line_start + cell.start, row.line_start + cell.end);
-            return true;
-        }
-    return false;
+        if (offset >= row.line_start + cell.start && offset < row.line_start + cell.end)
+            return select_and_show(row.line_start + cell.start, row.line_start + cell.end);
+    const std::size_t end = word_edge(offset, true);
+    select_and_show(word_edge(std::min(offset + 1, end), false), end);
 }
 
 void TextWidget::select(std::size_t from, std::size_t to)
@@ -121,18 +106,18 @@ bool TextWidget::move_by_key(const QKeyEvent& event)
     const bool extend = event.modifiers().testFlag(Qt::ShiftModifier);
     const bool far = event.modifiers().testFlag(Qt::ControlModifier);
     const bool collapse = !extend && anchor_ != caret_;
+    const auto go = [this, extend](std::size_t target) {
+        select_and_show(extend ? anchor_ : target, target);
+        return true;
+    };
     const TextRows& rows = area_.rows();
     const Row row = rows.row_at(caret_);
     if (const int down = rows_of(event.key()); down != 0) {
         const double x = wanted_x_.value_or(rows.x_of(row, caret_));
-        move_caret(rows.offset_at(rows.away(row, down), x), extend);
+        go(rows.offset_at(rows.away(row, down), x));
         wanted_x_ = x;
         return true;
     }
-    const auto go = [this, extend](std::size_t target) {
-        move_caret(target, extend);
-        return true;
-    };
     switch (event.key()) {
     case Qt::Key_Left:
         return go(far ? word_edge(left_of(caret_), false) : collapse ? selection_start() : left_of(caret_));
@@ -157,7 +142,7 @@ void TextWidget::mousePressEvent(QMouseEvent* event)
             const std::size_t offset = area_.offset_at(place.x(), place.y());
             const Row row = area_.rows().row_at(offset);
             if (third) return select(row.line_start, row.line_end);
-            move_caret(offset, extend);
+            select_and_show(extend ? anchor_ : offset, offset);
             if (asks) word_asked(word_at_hand());
         });
     }
@@ -186,7 +171,7 @@ void TextWidget::drag_to(const QPoint& position)
     if (position.x() > inside.right())
         area_.set_left(std::min(area_.left() + drag_columns, std::max(0.0, area_.widest() - area_.width())));
     const std::size_t offset = area_.offset_at(position.x(), position.y());
-    front_.queue.submit([this, offset] { move_caret(offset, true); });
+    front_.queue.submit([this, offset] { select_and_show(anchor_, offset); });
 }
 
 void TextWidget::mouseReleaseEvent(QMouseEvent* event)
