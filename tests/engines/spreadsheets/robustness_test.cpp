@@ -60,7 +60,7 @@ TEST(BadFile, is_a_failure_that_tells_file_and_reason)
     };
     for (const auto& one : cases)
         EXPECT_EQ(failure_of([&] { WorkbookFile(one.bytes).open().worksheet(1); }),
-                  "无法处理工作簿“t.xlsx”：" + one.reason);
+                  std::string("无法处理工作簿“t.xlsx”：").append(one.reason));
 
     WorkbookFile file(simple_parts(""));
     EXPECT_THROW(file.open(U"missing.xlsx"), Failure);
