@@ -72,7 +72,11 @@ endif()
 # What the building system knows of GB18030 and of letters becomes a part of the program: every program then reads and
 # writes the same bytes, and Windows has no conversion that can be relied on.
 function(tarvik_character_tables)
-  find_program(HOST_COMPILER c++ REQUIRED)
+  if(CMAKE_CROSSCOMPILING)
+    find_program(HOST_COMPILER c++ REQUIRED)
+  else()
+    set(HOST_COMPILER ${CMAKE_CXX_COMPILER})
+  endif()
   set(writer ${CMAKE_BINARY_DIR}/character_tables/writer)
   set(source ${PROJECT_SOURCE_DIR}/platform/character_tables/main.cpp)
   set(tables ${CMAKE_BINARY_DIR}/character_tables/tables.cpp)

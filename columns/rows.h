@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/text/occurrences.h"
+#include "platform/text/text_search.h"
 
 #include <span>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "dictionary_tool/dictionary_source.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 #include "dictionary_tool/dictionary_files.h"
 #include "platform/failure.h"
 #include "platform/files/files.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "platform/program_start.h"
 
 #include <iostream>

@@ -3,7 +3,7 @@
 #include "calendar/calendar.h"
 #include "dockets/sheet_parts.h"
 #include "mainwindow/installation_files.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "runs/keyed_scans.h"
 
 namespace tarvik {

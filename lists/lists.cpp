@@ -22,7 +22,7 @@ constexpr int part_cell = 1, model_cell = 2, count_cell = 4;         // columns 
 
 /// The statistics of a column of SUF, shown without a message and written into the first sheet of z1.xlsx: each value
 /// in upper case from `row` down in column `sheetcol`, its count as text in `counts_column`. Gives the row behind the
-/// last one, which `sheetrow` keeps too.
+/// last one, which `sheetrow` keeps too. Nothing happens before the first column query or while `comp` is True.
 int statistics(Program& program, int column, int row, int sheetcol, int counts_column)
 {
     const auto statistic = count_for_command(program, column);

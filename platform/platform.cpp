@@ -1,7 +1,5 @@
 #include "platform/platform.h"
 
-#include "platform/program_start.h"
-
 #include <ctime>
 
 namespace tarvik {

@@ -9,6 +9,9 @@
 /// Everything that the core asks of the world outside. Each interface has a real implementation and the player's.
 namespace tarvik {
 
+/// The program's version, e.g. "0.1".
+std::string_view version() noexcept;
+
 enum class Buttons { OK, OKCancel, YesNo, YesNoCancel };
 enum class Icon { None, Information, Question, Exclamation, Critical };
 /// The numbers are those that the main window keeps in `answer`.

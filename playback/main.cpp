@@ -1,4 +1,4 @@
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "platform/files/working_folder.h"
 #include "platform/program_start.h"
 #include "playback/player.h"

@@ -1,6 +1,6 @@
 #include "playback/player.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 

@@ -7,7 +7,7 @@
 
 namespace tarvik {
 
-/// How the entries of a dictionary file are told apart, and what its lookups fill. There is no index: a match is at the
+/// A dictionary's file, how its entries are told apart, and what its lookups fill. There is no index: a match is at the
 /// head of an entry when the end of the entry before it stands in the window of characters right before the match.
 struct Dictionary {
     std::u32string_view file; ///< empty for a dictionary with a file for each letter

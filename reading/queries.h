@@ -1,11 +1,11 @@
 #pragma once
 
 #include "mainwindow/mainwindow.h"
-#include "platform/text/occurrences.h"
+#include "platform/text/text_search.h"
 
 #include <vector>
 
-/// The queries of the documents: what they start from, where their results go, and the walk through these.
+/// The queries of the documents: what they start from, where their results go, and how the needle is marked in these.
 namespace tarvik {
 
 /// A query starts with its button or with Enter. Both do the same work; what they tell has different titles.

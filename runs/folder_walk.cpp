@@ -1,6 +1,6 @@
 #include "runs/folder_walk.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 namespace tarvik {
 

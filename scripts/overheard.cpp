@@ -1,6 +1,6 @@
 #include "scripts/recorder.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "scripts/names.h"
 
 /// What a recorder hears from dialogs, clipboard and model.

@@ -1,7 +1,7 @@
 #include "scripts/task_files.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "scripts/script.h"
 
 #include <algorithm>

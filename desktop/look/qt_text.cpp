@@ -1,7 +1,7 @@
 #include "desktop/look/qt_text.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 namespace tarvik {
 

@@ -2,7 +2,7 @@
 
 #include "desktop/look/qt_text.h"
 #include "desktop/services/file_dialog.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "platform/platform.h"
 
 #include <QAbstractButton>

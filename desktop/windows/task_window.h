@@ -4,7 +4,7 @@
 #include "desktop/look/qt_text.h"
 #include "desktop/windows/status_line.h"
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "runs/batch_runner.h"
 #include "scripts/task_files.h"
 

@@ -2,7 +2,7 @@
 
 #include "engines/documents/cell_contents.h"
 #include "engines/packages/temporary_folder.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <charconv>
 #include <map>

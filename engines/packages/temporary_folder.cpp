@@ -1,7 +1,7 @@
 #include "engines/packages/temporary_folder.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <random>
 #include <string>

@@ -5,7 +5,7 @@
 #include "engines/spreadsheets/sheet_look.h"
 #include "engines/spreadsheets/workbook_model.h"
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <map>
 

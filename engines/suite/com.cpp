@@ -1,6 +1,6 @@
 #include "engines/suite/com.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <objbase.h>
 

@@ -1,7 +1,7 @@
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
 #include "engines/suite/com.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <objbase.h>
 

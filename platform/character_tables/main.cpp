@@ -110,7 +110,9 @@ int main(int count, char** words)
     const iconv_t gb18030 = ::iconv_open(characters, "GB18030");
     locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     if (count != 2 || gb18030 == reinterpret_cast<iconv_t>(-1) || !locale) { // NOLINT(performance-no-int-to-ptr)
-        std::cerr << "usage: character_tables FILE, on a system that knows GB18030 and C.UTF-8\n";
+        std::cerr << (count != 2 ? "usage: character_tables FILE\n"
+                      : locale   ? "iconv does not know GB18030 here\n"
+                                 : "the locale C.UTF-8 is missing\n");
         return 1;
     }
     std::ofstream out(words[1]);

@@ -1,7 +1,7 @@
 #include "platform/files/files.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <cctype>
@@ -117,17 +117,24 @@ ByteSource Files::open_for_input(TextView path) const
 
 void Files::replace(TextView path, std::string_view bytes)
 {
-    const auto file = begin_replacement(path);
+    const auto file = new_replacement(path);
     file->write(bytes);
     file->take_place();
+    announce(&FileWatcher::stream_stands);
 }
 
 std::unique_ptr<ReplacementFile> Files::begin_replacement(TextView path)
 {
+    auto file = new_replacement(path);
+    announce(&FileWatcher::stream_stands);
+    return file;
+}
+
+std::unique_ptr<ReplacementFile> Files::new_replacement(TextView path)
+{
     auto file = accessed(U"写入文件", path,
                          [&] { return std::make_unique<ReplacementFile>(resolve(path), path, announcing(path)); });
     sweep(file->folder());
-    announce(&FileWatcher::stream_stands);
     return file;
 }
 

@@ -80,6 +80,7 @@ private:
     auto accessed(TextView action, TextView path, const Work& work) const;
     std::function<void()> announcing(TextView path) const;
     /// Once for each folder that something is put into.
+    std::unique_ptr<ReplacementFile> new_replacement(TextView path);
     void sweep(const std::filesystem::path& folder);
 
     std::filesystem::path installation_;

@@ -2,8 +2,8 @@
 
 #include "platform/failure.h"
 #include "platform/files/files.h"
-#include "platform/files/system_paths.h"
-#include "platform/program_start.h"
+#include "platform/files/paths.h"
+#include "platform/platform.h"
 
 #include <algorithm>
 #include <map>
@@ -66,7 +66,11 @@ void write_list(const fs::path& path, const VersionsByName& versions)
 {
     std::string lines;
     for (const auto& [name, version] : versions) lines.append(version).append("\t").append(name).append("\n");
-    Files(path.parent_path()).replace(text_of(path), lines);
+    naming_path(U"写入文件", text_of(path), [&] {
+        ReplacementFile file(path, text_of(path));
+        file.write(lines);
+        file.take_place();
+    });
 }
 
 /// A name that differs in case alone counts as there: the user's file would be passed over for the new one.

@@ -1,5 +1,7 @@
 #include "platform/program_start.h"
 
+#include "platform/large_pages.h"
+
 #include <csignal>
 #include <cstdint>
 #include <malloc.h>

@@ -1,7 +1,7 @@
 #include "platform/text/document.h"
 
 #include "platform/background.h"
-#include "platform/program_start.h"
+#include "platform/large_pages.h"
 #include "platform/text/character_tables.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/text/occurrences.h"
 #include "platform/text/text.h"
+#include "platform/text/text_search.h"
 
 #include <cstdlib>
 #include <memory>

@@ -1,6 +1,8 @@
 #include "platform/program_start.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/large_pages.h"
+
+#include "platform/files/paths.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 #include "dictionary_tool/dictionary_files.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "platform/text/code_page.h"
 #include "reading/reading.h"
 #include "tests/support/test_program.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/files/disk_file.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "platform/text/code_page.h"
 #include "runs/engines.h"
 #include "tests/events/faulty_office.h"

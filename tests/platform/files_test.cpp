@@ -2,7 +2,7 @@
 
 #include "platform/files/disk_file.h"
 #include "platform/files/file_cache.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "playback/player.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "tests/support/test_program.h"
 
 #include <gmock/gmock.h>

@@ -1,4 +1,4 @@
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "playback/player.h"
 #include "runs/batch_runner.h"
 #include "scripts/actions.h"

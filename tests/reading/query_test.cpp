@@ -1,4 +1,4 @@
-#include "platform/text/occurrences.h"
+#include "platform/text/text_search.h"
 #include "reading/queries.h"
 #include "tests/reading/reading_desk.h"
 #include "tests/reading/slow_searches.h"

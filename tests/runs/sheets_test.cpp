@@ -1,6 +1,6 @@
 #include "runs/sheets.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "tests/support/test_program.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tests/support/report_desk.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <utility>

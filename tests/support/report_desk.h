@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "platform/text/code_page.h"
 #include "tests/support/desk.h"
 #include "tests/support/recorded_office.h"

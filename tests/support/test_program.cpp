@@ -1,7 +1,7 @@
 #include "tests/support/test_program.h"
 
 #include "platform/files/disk_file.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <gtest/gtest.h>
 

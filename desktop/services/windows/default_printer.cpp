@@ -1,6 +1,6 @@
 #include "desktop/services/desktop_printer.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <windows.h>
 

@@ -1,7 +1,7 @@
 #include "desktop/services/system.h"
 
 #include "desktop/look/qt_text.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <QDesktopServices>
 #include <QStandardPaths>

@@ -1,6 +1,6 @@
 #include "engines/libreoffice/libreoffice.h"
 #include "engines/packages/damage.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <array>

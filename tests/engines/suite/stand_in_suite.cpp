@@ -1,6 +1,6 @@
 #include "tests/engines/suite/stand_in_suite.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "tests/support/compound_files.h"
 
 #include <windows.h>

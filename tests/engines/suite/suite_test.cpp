@@ -1,7 +1,7 @@
 #include "desktop/services/desktop_printer.h"
 #include "engines/packages/file_kind.h"
 #include "engines/packages/package.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "runs/engines.h"
 #include "tests/engines/documents/document_parts.h"
 #include "tests/engines/libreoffice/office_fixture.h"

@@ -1,6 +1,6 @@
 #include "tests/platform/files_fixture.h"
 
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "tests/support/full_disk.h"
 
 #include <gmock/gmock.h>

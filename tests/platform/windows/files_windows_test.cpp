@@ -1,7 +1,7 @@
 #include "tests/platform/files_fixture.h"
 
 #include "platform/files/disk_file.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <gmock/gmock.h>
 

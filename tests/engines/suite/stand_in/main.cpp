@@ -1,4 +1,4 @@
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 #include "tests/engines/suite/stand_in_suite.h"
 
 #include <windows.h>

@@ -1,4 +1,4 @@
-#include "platform/text/occurrences.h"
+#include "platform/text/text_search.h"
 
 #include <algorithm>
 #include <bit>

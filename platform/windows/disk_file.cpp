@@ -1,7 +1,7 @@
 #include "platform/files/disk_file.h"
 
 #include "platform/failure.h"
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 #include "platform/text/utf8.h"
 

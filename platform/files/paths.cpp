@@ -1,5 +1,4 @@
-
-#include "platform/files/system_paths.h"
+#include "platform/files/paths.h"
 
 namespace tarvik {
 
