@@ -30,11 +30,11 @@ void Form4_GotFocus(Program& program, const Control& box);
 // The commands
 
 /// "An testsesame A" and "B": a copy of a template for each key, filled as the design in the designer's boxes says,
-/// from the key's rows in SUF. Nothing happens when the query box holds neither command any more.
+/// from the key's rows in SUF. A key has no copy when the query box holds neither command any more.
 extern const ReportCommand template_command_a, template_command_b;
 
 /// "An tomation" and "An Sesame Open": files that exist already are picked by the key in their names and filled as the
-/// design says; copies of them go to the output folder. This is one pass over the folder for the key at hand. A file
+/// design says; copies of them go to the output folder. Each key takes one pass over the folder. A file
 /// that fails is passed over: a pass of its own reports it at the end, a run when it is over. A cancelled choice of the
 /// folder ends the pass, and the run with it.
 extern const ReportCommand tomation_command, sesame_open_command;

@@ -271,7 +271,7 @@ private:
 };
 
 /// A control as its window is made with it; the caption of a box is its text.
-struct Design {
+struct ControlDesign {
     int index;
     std::u32string_view caption;
     Place place;
@@ -281,7 +281,7 @@ struct Design {
 template <typename Kind>
 class ControlArray {
 public:
-    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, std::span<const Design> design)
+    ControlArray(ModelListeners& listeners, FormId form, std::string_view name, std::span<const ControlDesign> design)
     {
         for (const auto& [index, caption, place] : design) {
             Kind& control = add(listeners, form, name, index);

@@ -10,17 +10,17 @@ constexpr FormId Main = FormId::Form1, Columns = FormId::Form3, Designer = FormI
 
 constexpr Place pane_place{960, 600, 10812, 5484};
 
-constexpr Design text1_design[] = {
+constexpr ControlDesign text1_design[] = {
     {0, U"", pane_place}, {1, U"查寻条件", {2040, 6240, 4932, 732}}, {2, U"数目", {7560, 6240, 2052, 1092}},
     {3, U"", pane_place}, {4, U"页数", {12960, 4440, 732, 492}},     {5, U"1000", {12960, 5040, 732, 492}},
 };
 
-constexpr Design command1_design[] = {
+constexpr ControlDesign command1_design[] = {
     {0, U"打开", {360, 6360, 1332, 492}}, {1, U"查寻", {360, 7080, 1332, 492}},  {2, U"→", {1920, 7080, 972, 492}},
     {3, U"←", {5880, 7080, 972, 492}},    {4, U"保存", {3600, 7080, 1332, 492}},
 };
 
-constexpr Design command2_design[] = {
+constexpr ControlDesign command2_design[] = {
     {0, U"◆◆●", {0, 2520, 852, 492}},   {1, U"●◆◆", {12960, 2520, 732, 492}}, {2, U"◎", {13080, 480, 372, 372}},
     {3, U"◎", {240, 480, 372, 372}},    {4, U"◎", {9120, 7320, 372, 372}},    {5, U"◎", {8640, 120, 372, 372}},
     {8, U"▼", {13080, 3840, 372, 372}},
@@ -36,33 +36,33 @@ constexpr Place arrow(double left, double top)
     return {left, top, 240, 255};
 }
 
-constexpr Design command7_design[] = {
+constexpr ControlDesign command7_design[] = {
     {0, U"Esc", key(120, 360)}, {1, U"Esc", key(120, 420)},  {2, U"Esc", key(120, 360)},
     {3, U"Esc", key(120, 360)}, {4, U"Esc", key(2520, 420)},
 };
-constexpr Design command8_design[] = {
+constexpr ControlDesign command8_design[] = {
     {0, U"q", key(960, 360)}, {1, U"q", key(920, 420)},  {2, U"q", key(960, 360)},
     {3, U"q", key(960, 360)}, {4, U"q", key(3320, 420)},
 };
-constexpr Design command9_design[] = {
+constexpr ControlDesign command9_design[] = {
     {0, U"p", key(1800, 360)}, {1, U"z", key(1800, 360)}, {2, U"/", key(1800, 360)}, {3, U"c", key(1720, 420)},
     {4, U";", key(4120, 720)}, {5, U"p", key(4120, 240)}, {6, U"p", key(4720, 720)},
 };
-constexpr Design label1_design[] = {
+constexpr ControlDesign label1_design[] = {
     {0, U"→", arrow(660, 420)}, {1, U"→", arrow(640, 480)},  {2, U"→", arrow(660, 420)},
     {3, U"→", arrow(660, 420)}, {4, U"→", arrow(3040, 480)}, {5, U"→", arrow(2240, 480)},
 };
-constexpr Design label2_design[] = {
+constexpr ControlDesign label2_design[] = {
     {0, U"→", arrow(1500, 420)}, {1, U"→", arrow(1440, 480)}, {2, U"→", arrow(1500, 420)},
     {3, U"→", arrow(1500, 420)}, {4, U"∩", arrow(3860, 300)}, {5, U"≠", arrow(3860, 780)},
 };
 
-constexpr Design column_boxes[] = {
+constexpr ControlDesign column_boxes[] = {
     {0, U"5", {2880, 1680, 900, 495}}, {1, U"11", {5040, 1680, 900, 495}}, {2, U"10", {6840, 1680, 900, 495}},
     {3, U"1", {3720, 3840, 900, 495}}, {4, U"1", {6000, 3840, 900, 495}},  {5, U"1", {4920, 5520, 900, 495}},
 };
 
-constexpr Design column_help[] = {
+constexpr ControlDesign column_help[] = {
     {0,
      U"esc-q-p "
      U"\r\n此按键操作比较同一个表中的两列时间日期间隔或字段内的查寻。对于时间日期比较，系统默认为表第5列与表第11列的"
@@ -86,7 +86,8 @@ constexpr Design column_help[] = {
      {600, 4440, 9300, 900}},
 };
 
-constexpr Design column_buttons[] = {{0, U"确认", {3240, 6840, 1332, 492}}, {1, U"说明", {6600, 6840, 1332, 492}}};
+constexpr ControlDesign column_buttons[] = {{0, U"确认", {3240, 6840, 1332, 492}},
+                                            {1, U"说明", {6600, 6840, 1332, 492}}};
 
 constexpr Colour designer_background = rgb(215, 198, 149);
 constexpr Colour designer_foreground = rgb(232, 227, 174);

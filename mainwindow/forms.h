@@ -9,6 +9,7 @@
 /// The three windows: their controls under their names, and the members that more than one handler uses.
 namespace tarvik {
 
+/// The main window.
 struct Form1 {
     explicit Form1(ModelListeners& listeners);
 

@@ -82,6 +82,7 @@ void Recorder::add_answer(std::string action, std::string words)
 
 void Recorder::message_answered(const Message& message, Answer answer)
 {
+    if (!on_) return;
     add_answer("message", quoted_anywhere(message.text, program_.platform.files.installation_folder()));
     if (message.buttons != Buttons::OK) add_answer("reply", word_of(answer_words, answer));
 }

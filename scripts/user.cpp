@@ -1,4 +1,4 @@
-#include "scripts/actions.h"
+#include "scripts/user.h"
 
 #include <utility>
 

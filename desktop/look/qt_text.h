@@ -6,7 +6,8 @@
 #include <QColor>
 #include <QString>
 
-/// Between the program's texts and the toolkit's, which counts characters outside the basic plane as two.
+/// Between the program's texts, colours and paths and the toolkit's, which counts characters outside the basic plane as
+/// two.
 namespace tarvik {
 
 QString to_qt(TextView text);

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-/// What only the system knows or does.
+/// What only the system knows, does, or keeps for the user.
 namespace tarvik {
 
 /// The drive that files are offered to go to, with the user's documents in its place, where this computer has none that

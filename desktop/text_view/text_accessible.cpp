@@ -1,6 +1,7 @@
-#include "desktop/text_view/text_widget.h"
+#include "desktop/text_view/text_accessible.h"
 
 #include "desktop/look/qt_text.h"
+#include "desktop/text_view/text_widget.h"
 
 #include <QAccessibleWidget>
 #include <QRadioButton>

@@ -1,5 +1,7 @@
 #include "desktop/text_view/text_widget.h"
 
+#include "desktop/text_view/text_accessible.h"
+
 #include <QApplication>
 #include <QScrollBar>
 #include <QStyleHints>

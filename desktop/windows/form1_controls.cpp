@@ -1,3 +1,4 @@
+#include "desktop/windows/column_headings.h"
 #include "desktop/windows/form1_window.h"
 
 #include <QAbstractButton>

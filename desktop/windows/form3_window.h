@@ -1,7 +1,7 @@
 #pragma once
 
+#include "desktop/windows/column_headings.h"
 #include "desktop/windows/form_window.h"
-#include "desktop/windows/status_line.h"
 
 #include <QApplication>
 #include <QLabel>

@@ -3,6 +3,7 @@
 #include "desktop/front/front.h"
 #include "desktop/look/pane_fonts.h"
 #include "desktop/look/qt_text.h"
+#include "desktop/text_view/text_accessible.h"
 #include "desktop/text_view/text_widget.h"
 #include "desktop/windows/line_box.h"
 

@@ -1,8 +1,6 @@
 #include "desktop/windows/status_line.h"
 
-#include "calendar/attendance/attendance.h"
 #include "desktop/look/qt_text.h"
-#include "desktop/text_view/columns.h"
 #include "mainwindow/installation_files.h"
 #include "runs/batch_runner.h"
 
@@ -18,7 +16,6 @@ namespace tarvik {
 
 namespace {
 
-constexpr std::size_t longest_heading_line = 8192;
 const QString between = "  ·  ";
 
 QString count(double number)
@@ -77,13 +74,6 @@ QString common_folder(const QStringList& files)
         }
     }
     return folder;
-}
-
-Text first_line(const Pane& pane)
-{
-    Text line = pane.content().slice(Position(), longest_heading_line).str();
-    line.resize(std::min(line.find_first_of(U"\r\n"), line.size()));
-    return line;
 }
 
 } // namespace
@@ -175,25 +165,6 @@ QString key_hint(const Form1& form1)
     return form1.comp
                ? "按键：Esc 查寻 · q 拆列 · p 比较 · ; 不∩ · : ∩ · e 单表 · , . 显示与否 · ? 说明 · F4 改为键入"
                : "按键：Esc 查寻 · q 拆列 · z 排序 · / 统计 · p 比较 · c 双表 · , . 显示与否 · ? 说明 · F4 改为键入";
-}
-
-int heading_count(const Form1& form1)
-{
-    return static_cast<int>(cells_of(first_line(form1.RichTextBox2)).size());
-}
-
-bool has_own_columns(const Pane& view)
-{
-    return first_line(view).find(arrival_label) != Text::npos;
-}
-
-QString column_heading(const Form1& form1, int column)
-{
-    const Text line = first_line(form1.RichTextBox2);
-    for (const Cell& cell : cells_of(line))
-        if (cell.column + 1 == static_cast<std::size_t>(std::max(column, 0)))
-            return to_qt(TextView(line).substr(cell.start, cell.end - cell.start)).trimmed();
-    return {};
 }
 
 } // namespace tarvik

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/services/system.h"
-#include "desktop/text_view/text_widget.h"
+#include "desktop/text_view/text_accessible.h"
 #include "mainwindow/mainwindow.h"
 
 #include <QAccessible>
@@ -21,7 +21,7 @@
 #include <optional>
 #include <utility>
 
-/// What the main window says of the work in hand, and how it names the columns of the document.
+/// What the main window says of the work in hand.
 namespace tarvik {
 
 /// The open document, the table in work and what else decides over the next key. `edited`: the user has changed the
@@ -53,13 +53,6 @@ RunEnd run_end(const Program& program, bool wished, QString told);
 /// The keys that are commands at present, empty while there are none.
 QString key_hint(const Form1& form1);
 
-/// How many headings the document's first line has.
-int heading_count(const Form1& form1);
-/// Whether a view that may have as many columns as the document names its own: that of the attendance.
-bool has_own_columns(const Pane& view);
-/// The heading that the document's first line gives a column, which counts from 1; empty where there is none.
-QString column_heading(const Form1& form1, int column);
-
 /// A slim line along the upper edge of a window that shows how far a long piece of work has come.
 class ProgressLine final : public QProgressBar {
 public:
@@ -78,12 +71,12 @@ public:
     // Both are parts of 1; a negative number ends the display. The work in hand goes before the batch that it is part
     // of.
 
-    void show_work(double done) { show(work_, done); }
-    void show_batch(double done) { show(batch_, done); }
+    void show_work(double done) { show_part(work_, done); }
+    void show_batch(double done) { show_part(batch_, done); }
 
 private:
     static constexpr int thickness = 4, all = 10'000;
-    void show(double& kind, double done)
+    void show_part(double& kind, double done)
     {
         if (std::exchange(kind, done) == done) return;
         const double part = work_ >= 0 ? work_ : batch_;

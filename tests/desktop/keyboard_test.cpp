@@ -155,6 +155,9 @@ TEST_F(DesktopKeyboard, the_keyboard_reaches_everything)
         << "the bar hides no row";
     QTest::keyClick(find("find").findChild<QCheckBox*>(), Qt::Key_Escape); // which is no query
     EXPECT_TRUE(box.hasFocus());
+    QTest::keyClick(&box, Qt::Key_F, Qt::ControlModifier);
+    QTest::keyClick(&find("findText"), Qt::Key_Escape);
+    EXPECT_TRUE(box.hasFocus());
     const double height = pane.area().shown().front().row.height;
     const TextWidget& number = find<TextWidget>("Form1.Text1(2)");
     const double number_height = number.area().shown().front().row.height;
