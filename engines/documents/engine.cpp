@@ -21,7 +21,7 @@ Relationship find_document(const Package& package, const ContentTypes& types)
     if (document) {
         const auto type = types.of(document->target);
         const auto has = [&type](std::string_view word) { return type.find(word) != std::string::npos; };
-        if (has("wordprocessingml") || has("ms-word.")) return *document;
+        if (has("wordprocessingml") || has("ms-word.")) return {document->id, document->type, document->target, {}};
     }
     throw Damage(U"文件不是 Word 文档。");
 }

@@ -75,6 +75,8 @@ void read_camera_notes(std::string_view tiff, Header& header)
     constexpr std::uint32_t orientation = 0x0112'0003, unit = 0x0128'0003, across = 0x011A'0005, down = 0x011B'0005;
     constexpr std::uint32_t in_centimetres = 3;
     constexpr std::size_t entry_size = 12;
+    header.orientation = 1;
+    header.of_camera = {};
     const bool is_little = tiff.starts_with("II");
     if (!is_little && !tiff.starts_with("MM")) return;
     const auto number = [&](std::size_t at, std::size_t size) {
@@ -82,16 +84,18 @@ void read_camera_notes(std::string_view tiff, Header& header)
     };
     const auto ratio = [&](std::size_t at) {
         const auto below = number(at + 4, 4);
-        return below == 0 ? 0 : static_cast<double>(number(at, 4)) / below;
+        return at == 0 || below == 0 ? 0 : static_cast<double>(number(at, 4)) / below;
     };
     Resolution stated;
     double factor = 1;
     const std::size_t table = number(4, 4);
-    const auto end = std::min(table + 2 + number(table, 2) * entry_size, tiff.size()); // whatever is stated
-    for (std::size_t at = table + 2; at < end; at += entry_size) {
+    const std::size_t room = table < tiff.size() ? (tiff.size() - table) / entry_size : 0; // whatever is stated
+    // Backward, so that the first of two entries of a kind is the one that holds.
+    for (auto entry = std::min<std::size_t>(number(table, 2), room); entry-- > 0;) {
+        const auto at = table + 2 + entry * entry_size;
         const auto kind = number(at, 2) << 16U | number(at + 2, 2), value = number(at + 8, 2);
-        if (kind == orientation && value >= 1 && value <= 8) header.orientation = value;
-        if (kind == unit && value == in_centimetres) factor = centimetres_an_inch;
+        if (kind == orientation) header.orientation = value >= 1 && value <= 8 ? value : 1;
+        if (kind == unit) factor = value == in_centimetres ? centimetres_an_inch : 1;
         if (kind == across) stated.across = ratio(number(at + 8, 4));
         if (kind == down) stated.down = ratio(number(at + 8, 4));
     }

@@ -22,8 +22,8 @@ constexpr std::uint64_t shortest_stream_in_sectors = 4096;
 
 /// The streams and storages in the root of a compound file, the container of .xls, of .doc and of packages behind a
 /// password: their names in lower case, since case makes no difference, with "?" for characters that are not ASCII; and
-/// the beginning of a stream's bytes, which is empty for one that is short.
-using CompoundEntries = std::map<std::string, std::string_view, std::less<>>;
+/// the beginning of a stream's bytes, which is empty for one that is short; a storage has none.
+using CompoundEntries = std::map<std::string, std::optional<std::string_view>, std::less<>>;
 
 /// The bytes are damaged.
 struct Damaged {};
@@ -74,7 +74,7 @@ public:
             if (entry == no_entry) continue;
             if (entry >= seen.size() || seen[entry]) throw Damaged();
             seen[entry] = true;
-            entries.emplace(name(entry), beginning(entry));
+            entries.emplace(name(entry), type(entry) == stream ? std::optional(beginning(entry)) : std::nullopt);
             waiting.push_back(directory_number(entry, 68));
             waiting.push_back(directory_number(entry, 72));
         }
@@ -156,7 +156,7 @@ private:
 
     std::string_view beginning(std::uint32_t entry) const
     {
-        if (type(entry) != stream || size(entry) < shortest_stream_in_sectors) return {};
+        if (size(entry) < shortest_stream_in_sectors) return {};
         return sector(directory_number(entry, 116));
     }
 
@@ -263,8 +263,8 @@ void remove_read_only_advice(std::string& workbook)
     const auto entries = read_compound_file(workbook);
     if (!entries) return;
     const auto entry = entries->find("workbook");
-    if (entry == entries->end()) return;
-    const auto beginning = entry->second;
+    if (entry == entries->end() || !entry->second) return;
+    const auto beginning = *entry->second;
     const auto at = find_record(beginning, sharing);
     if (at == std::string_view::npos || beginning.size() - at < 6) return;
     const auto advice = static_cast<std::size_t>(beginning.data() - workbook.data()) + at + 4;
@@ -282,8 +282,8 @@ FileKind file_kind(std::string_view bytes)
     if (!entries) return FileKind::Damaged;
     for (const auto& row : streams) {
         const auto entry = entries->find(row.name);
-        if (entry == entries->end()) continue;
-        return row.is_locked && row.is_locked(entry->second) ? FileKind::Encrypted : row.kind;
+        if (entry == entries->end() || !entry->second) continue; // a folder of that name says nothing
+        return row.is_locked && row.is_locked(*entry->second) ? FileKind::Encrypted : row.kind;
     }
     return FileKind::Other;
 }

@@ -18,9 +18,9 @@ constexpr long long largest_filled = 100'000;  // cells of an array formula
 // A long text, which many cells may share, takes more than one look.
 std::size_t work_of(const Value& value) noexcept
 {
-    constexpr std::size_t characters = 16;
+    constexpr std::size_t characters = 16, usual_text = 256;
     const auto* const text = std::get_if<Text>(&value);
-    return text ? 1 + text->size() / characters : 1;
+    return text ? 1 + (std::max(text->size(), usual_text) - usual_text) / characters : 1;
 }
 
 long long cells_of(const Range& range) noexcept

@@ -9,7 +9,8 @@ namespace {
 constexpr int deepest_nesting = 500;
 constexpr std::size_t most_areas = 10'000;
 constexpr std::size_t largest_array = 1'200'000; // a whole column and some more
-constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short; and of a character
+constexpr std::size_t work_of_value = 8;         // in an array, whose memory is what is short
+constexpr std::size_t usual_text = 64;           // each character beyond takes as much memory as a value
 
 constexpr std::size_t most_remembered = 4'000'000;
 constexpr std::int64_t least_remembered = 32;
@@ -70,7 +71,8 @@ std::shared_ptr<Array> Evaluator::new_array(int rows, int columns, int stored_ro
 
 void Evaluator::store(Array& array, int row, int column, Value value) const
 {
-    if (const auto* const text = std::get_if<Text>(&value)) source.spend(text->size() * work_of_value);
+    if (const auto* const text = std::get_if<Text>(&value))
+        source.spend((std::max(text->size(), usual_text) - usual_text) * work_of_value);
     array.stored(row, column) = std::move(value);
 }
 

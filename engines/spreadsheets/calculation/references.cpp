@@ -38,7 +38,7 @@ bool visit_node(const Node& node, const CellAddress& at, const Names& names, con
     Operand operand;
     if (const auto* const area = std::get_if<AreaReference>(&node.content)) operand = resolve(*area, at, names);
     if (const auto* const table = std::get_if<TableReference>(&node.content)) operand = resolve(*table, at, names);
-    if (const auto* const areas = std::get_if<Areas>(&operand)) std::ranges::for_each(*areas, visitor);
+    if (const auto* const areas = std::get_if<Areas>(&operand)) std::ranges::for_each(*areas, std::cref(visitor));
     if (const auto* const name = std::get_if<NameReference>(&node.content)) {
         const auto formula = find_formula(*name, at, names);
         is_volatile = formula && formula->is_volatile;

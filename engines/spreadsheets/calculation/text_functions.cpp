@@ -9,6 +9,7 @@ namespace tarvik::calculation {
 namespace {
 
 constexpr std::size_t characters_of_step = 16; // compared in the time that a look at a cell takes
+constexpr std::size_t usual_comparisons = 4'096;
 
 // A count or place of characters, cut at the longest text.
 std::size_t size_of(Call& call, std::size_t argument, double least, double otherwise)
@@ -92,7 +93,8 @@ Operand find(Call& call)
     const Text &wanted = call.text(0), &text = call.text(1);
     const auto from = size_of(call, 2, 1, 1) - 1;
     require(from <= text.size(), CellError::Value);
-    call.evaluator.source.spend(wanted.size() * text.size() / characters_of_step);
+    const std::size_t comparisons = std::max(wanted.size() * text.size(), usual_comparisons) - usual_comparisons;
+    call.evaluator.source.spend(comparisons / characters_of_step);
     const auto found = takes_patterns ? find_pattern(wanted, text, from) : text.find(wanted, from);
     require(found != npos, CellError::Value);
     return static_cast<double>(found) + 1;

@@ -73,9 +73,11 @@ TEST(BadInput, a_compound_file_is_whole_or_damaged_at_every_length)
             changed[at] = byte;
             file_kind(changed); // ends, whatever it finds
         }
-    // A thousand streams that share a chain would be walked a thousand times.
+    // Thousands of streams that share a chain would be walked thousands of times.
     auto sharing = compound_file({{"WordDocument", stream_with(0, "abc")}, {"1Table", std::string(50'000, 'x')}});
     const auto place_of = [&](const char* beginning) { return sharing.find(std::string(beginning, 4)) + 116; };
+    ASSERT_LT(std::max(place_of("W\0o\0"), place_of("1\0T\0")), sharing.size());
+    ASSERT_GT(std::min(place_of("W\0o\0"), place_of("1\0T\0")), 512U); // both are there
     sharing.replace(place_of("W\0o\0"), 8, sharing.substr(place_of("1\0T\0"), 8));
     EXPECT_EQ(file_kind(sharing), FileKind::Damaged);
 }

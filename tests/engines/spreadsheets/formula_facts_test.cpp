@@ -255,6 +255,7 @@ TEST(Facts, HostileFormulas)
     EXPECT_EQ(shown(parts, "1" + repeated("+1", 20'000)), "20001");
     check({{"SUMPRODUCT((A:C=B1:B1048576)*1)", "<size of an array>"},
            {"SUMPRODUCT(LEN(REPT(\"a\",32767+ROW(A:A)*0)))", "<too much work>"},
+           {"SUMPRODUCT(LEN(REPT(\"a\",60+ROW(1:700000)*0)))", "42000000"},
            {"SUMPRODUCT(COMBIN(999999,400000+ROW(A:A)/4))", "#NUM!"},
            {"SUMPRODUCT(SEARCH(\"a*b\",REPT(\"a\",32767),ROW(1:999)))", "#VALUE!"},
            {"SEARCH(\"a*a?b\",\"xaaab\")", "2"},
